@@ -1,0 +1,26 @@
+#pragma once
+#include <QAction>
+#include <QApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QHash>
+#include <QMenu>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QVector>
+#include <QWidget>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+#include <algorithm>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>

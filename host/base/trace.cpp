@@ -1,0 +1,31 @@
+#include "host/base/trace.h"
+
+#include <cstdio>
+
+ErrorHandler& ErrorHandler::Instance() {
+    static ErrorHandler* const handler = new ErrorHandler;
+    return *handler;
+}
+
+ErrorHandler::Sink ErrorHandler::SetSink(Sink sink) {
+    return std::exchange(m_sink, std::move(sink));
+}
+
+void ErrorHandler::Write(const QString& text, const QString& sourceFile, unsigned short line) const {
+    if (m_sink) {
+        m_sink(text, sourceFile, line);
+        return;
+    }
+    const QByteArray out =
+        QStringLiteral("%1:%2: %3\n").arg(sourceFile, QString::number(line), text).toUtf8();
+    std::fwrite(out.constData(), 1, static_cast<size_t>(out.size()), stderr);
+}
+
+void _Q_Trace(const QString& text, const QString& sourceFile, unsigned short line) {
+    ErrorHandler::Instance().Write(text, sourceFile, line);
+}
+
+void _Q_assert(const wchar_t* expression, const wchar_t* sourceFile, unsigned short line) {
+    ErrorHandler::Instance().Write(QStringLiteral("assertion failed: ") + QString::fromWCharArray(expression),
+                                   QString::fromWCharArray(sourceFile), line);
+}
