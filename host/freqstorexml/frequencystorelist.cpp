@@ -9,7 +9,6 @@ namespace FreqStoreXml {
 namespace {
 
 using Usage = FrequencyStoreList::Usage;
-using ListType = FrequencyStoreListHelper::ListType;
 
 constexpr std::array<std::string_view, 5> UsageNames{"Unspecified", "SearchResults", "NOI", "TargetList",
                                                      "MemoryChannels"};
@@ -55,20 +54,6 @@ Usage FrequencyStoreListHelper::UsageOf(ListType type) {
         break;
     }
     return Usage::Unspecified;
-}
-
-ListType FrequencyStoreListHelper::TypeOf(Usage usage) {
-    switch (usage) {
-    case Usage::SearchResults:
-        return SearchResults;
-    case Usage::Noi:
-        return NoiFrequencies;
-    case Usage::Unspecified:
-    case Usage::TargetList:
-    case Usage::MemoryChannels:
-        break;
-    }
-    return Targets;
 }
 
 } // namespace FreqStoreXml

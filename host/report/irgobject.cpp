@@ -87,6 +87,33 @@ QString XmlText(QString text) {
     return text;
 }
 
+/// A sub-record's element is named by its member, not by its type.
+void WriteElement(QXmlStreamWriter& writer, const IRGObject& object, std::string_view name) {
+    const RecordInfo& info = object.GetRecordInfo();
+    writer.writeStartElement(ToText(name));
+    if (info.isDocument)
+        writer.writeAttribute(QStringLiteral("Version"), QString::number(IRGObject::GetVersion()));
+    for (const MemberInfo& member : info.members) {
+        const MemberPtr value = member.at(const_cast<IRGObject&>(object));
+        if (!IsSet(value))
+            continue;
+        if (auto* const* part = std::get_if<IRGObject*>(&value)) {
+            WriteElement(writer, **part, member.name);
+        } else if (auto* const* list = std::get_if<IObjectList*>(&value)) {
+            for (qsizetype i = 0; i < (*list)->Size(); ++i)
+                WriteElement(writer, (*list)->At(i), member.name);
+        } else if (const QString text = XmlText(MemberText(value));
+                   member.placement == Placement::Attribute) {
+            writer.writeAttribute(ToText(member.name), text);
+        } else if (member.placement == Placement::Content) {
+            writer.writeCharacters(text);
+        } else {
+            writer.writeTextElement(ToText(member.name), text);
+        }
+    }
+    writer.writeEndElement();
+}
+
 } // namespace
 
 QString IRGObject::GetObjectName() const {
@@ -183,29 +210,7 @@ void IRGObject::SaveXml(const QString& fileName) const {
 }
 
 void IRGObject::GetXml(QXmlStreamWriter& writer) const {
-    const RecordInfo& info = GetRecordInfo();
-    writer.writeStartElement(ToText(info.name));
-    if (info.isDocument)
-        writer.writeAttribute(QStringLiteral("Version"), QString::number(GetVersion()));
-    for (const MemberInfo& member : info.members) {
-        const MemberPtr value = member.at(const_cast<IRGObject&>(*this));
-        if (!IsSet(value))
-            continue;
-        if (auto* const* part = std::get_if<IRGObject*>(&value)) {
-            (*part)->GetXml(writer);
-        } else if (auto* const* list = std::get_if<IObjectList*>(&value)) {
-            for (qsizetype i = 0; i < (*list)->Size(); ++i)
-                (*list)->At(i).GetXml(writer);
-        } else if (const QString text = XmlText(MemberText(value));
-                   member.placement == Placement::Attribute) {
-            writer.writeAttribute(ToText(member.name), text);
-        } else if (member.placement == Placement::Content) {
-            writer.writeCharacters(text);
-        } else {
-            writer.writeTextElement(ToText(member.name), text);
-        }
-    }
-    writer.writeEndElement();
+    WriteElement(writer, *this, GetRecordInfo().name);
 }
 
 void IRGObject::ProcessXml(QXmlStreamReader& reader) {

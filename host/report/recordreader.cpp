@@ -108,6 +108,16 @@ void RecordReader::Assign(const Frame& frame, const MemberInfo& member, std::str
            ToText(text.substr(0, 80)) + QStringLiteral("\" is not ") + QString::fromLatin1(whatItIsNot));
 }
 
+namespace {
+
+void TakeStart(RecordReader& reader, const XmlScanner& scanner) {
+    reader.Start(scanner.Name());
+    for (const XmlScanner::Attribute& attribute : scanner.Attributes())
+        reader.TakeAttribute(attribute.name, attribute.value);
+}
+
+} // namespace
+
 void ReadDocument(QIODevice& device, const QString& name, IRGObject& root, IObjectList* items,
                   bool heedEncoding) {
     XmlScanner scanner(device, name, heedEncoding);
@@ -115,9 +125,7 @@ void ReadDocument(QIODevice& device, const QString& name, IRGObject& root, IObje
     for (;;) {
         switch (scanner.Next()) {
         case XmlScanner::Token::StartElement:
-            reader.Start(scanner.Name());
-            for (const XmlScanner::Attribute& attribute : scanner.Attributes())
-                reader.TakeAttribute(attribute.name, attribute.value);
+            TakeStart(reader, scanner);
             break;
         case XmlScanner::Token::Text:
             reader.Text(scanner.Text());
@@ -170,6 +178,21 @@ void ReadDocumentFile(const QString& fileName, IRGObject& root, IObjectList* ite
     QFile file(fileName);
     OpenForReading(file);
     ReadDocument(file, fileName, root, items);
+}
+
+bool HasRoot(const QString& fileName, IRGObject& root) {
+    try {
+        QFile file(fileName);
+        OpenForReading(file);
+        XmlScanner scanner(file, fileName);
+        RecordReader reader(root, nullptr, [&](const QString& reason) { scanner.Fail(reason); });
+        if (scanner.Next() != XmlScanner::Token::StartElement)
+            return false;
+        TakeStart(reader, scanner);
+        return true;
+    } catch (const RGException&) {
+        return false;
+    }
 }
 
 } // namespace REPORTGENERATOR

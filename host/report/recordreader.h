@@ -57,5 +57,8 @@ void ReadDocument(QIODevice& device, const QString& name, IRGObject& root, IObje
 void ReadDocument(QXmlStreamReader& reader, IRGObject& root);
 /// The same for a file, which must be an ordinary one.
 void ReadDocumentFile(const QString& fileName, IRGObject& root, IObjectList* items = nullptr);
+/// Whether the file begins as a document of the root's kind and of a readable version; takes the root's
+/// attributes. Never throws.
+bool HasRoot(const QString& fileName, IRGObject& root);
 
 } // namespace REPORTGENERATOR
