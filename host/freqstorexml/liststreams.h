@@ -1,0 +1,59 @@
+#pragma once
+
+#include "host/freqstorexml/detectionresultlist.h"
+#include "host/freqstorexml/frequencystorelist.h"
+#include "host/freqstorexml/frequencystorelisthelper.h"
+#include "host/report/rgexception.h"
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+class QIODevice;
+
+namespace FreqStoreXml {
+
+/// Writes a list entry by entry, so that a list of any length needs no vector of entries. The old file stands
+/// until Commit(); a writer that is destroyed before leaves it untouched. All operations throw RGException
+/// with the file's name and the reason, and after a failure nothing more is written.
+class FrequencyStoreListWriter {
+public:
+    using ListType = FrequencyStoreListHelper::ListType;
+
+    /// Opens the file, in XML or, with `csv`, with the columns of `type`.
+    FrequencyStoreListWriter(const QString& fileName, bool csv,
+                             ListType type = FrequencyStoreListHelper::XmlList);
+    /// Writes to an open device that the caller owns; Commit() then leaves it open.
+    FrequencyStoreListWriter(QIODevice& device, bool csv, ListType type = FrequencyStoreListHelper::XmlList);
+    ~FrequencyStoreListWriter();
+
+    /// Writes the list's head; once, before the first entry.
+    void Begin(FrequencyStoreList::Usage usage);
+    void Append(const FrequencyStoreEntry& entry);
+    /// Writes the list's end and puts the new file in the place of the old one.
+    void Commit();
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
+/// Receives one entry of a file; may move texts out of it. The object is used again for the next entry.
+using EntryCallback = std::function<void(FrequencyStoreEntry&)>;
+using ResultCallback = std::function<void(DetectionResult&)>;
+
+/// Read a file entry by entry in its order. They throw RGException with a text "file:line: reason", and have
+/// then delivered the entries before the bad place: a caller that replaces a list by a file must be ready to
+/// undo, or use FileHandling. What the callback throws passes through. `usage`, when given, is set before the
+/// first entry.
+void ReadXml(const QString& fileName, const EntryCallback& callback,
+             FrequencyStoreList::Usage* usage = nullptr);
+void ReadCsv(const QString& fileName, FrequencyStoreListHelper::ListType type, const EntryCallback& callback);
+/// The same for an open device of the caller's; `name` stands for the file in error texts.
+void ReadXml(QIODevice& device, const QString& name, const EntryCallback& callback,
+             FrequencyStoreList::Usage* usage = nullptr);
+void ReadCsv(QIODevice& device, const QString& name, FrequencyStoreListHelper::ListType type,
+             const EntryCallback& callback);
+
+} // namespace FreqStoreXml
