@@ -1,21 +1,12 @@
 #include "host/freqlist/frequencynodemediatorctrl.h"
 
-#include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/frequencynodemediator.h"
-#include "host/freqstorexml/filehandling.h"
 #include "host/freqstorexml/frequencystorelist.h"
-#include "host/freqstorexml/streams.h"
-#include "host/report/rgexception.h"
 #include "host/valuetree/tree.h"
 
-#include <QSaveFile>
 #include <QTimerEvent>
-
-using FreqStoreXml::FrequencyStoreEntry;
-using FreqStoreXml::FrequencyStoreList;
-using FreqStoreXml::FrequencyStoreListHelper;
 
 namespace {
 
@@ -207,5 +198,5 @@ void FrequencyNodeMediatorCtrl::UpdateMyViewItems(FrequencyNodeListView* view) {
 }
 
 QString FrequencyNodeMediatorCtrl::GetUsageName() const {
-    return FrequencyStoreList::UsageToName(FrequencyStoreList::Usage(0));
+    return FreqStoreXml::FrequencyStoreList::UsageToName(FreqStoreXml::FrequencyStoreList::Unspecified);
 }

@@ -2,7 +2,7 @@
 
 #include "host/freqlist/mediator.h"
 #include "host/freqlist/multiviewmediator.h"
-#include "host/freqstorexml/listtype.h"
+#include "host/freqstorexml/frequencystorelisthelper.h"
 
 #include <QBasicTimer>
 #include <QObject>
@@ -12,6 +12,10 @@
 
 class FrequencyNodeMediator;
 class Node;
+
+namespace FreqStoreXml {
+class FrequencyStoreListWriter;
+}
 
 /// Controller of all mediators of one list: it watches the children of a list node, keeps one mediator per
 /// child in the order of the children, and gives each attached view one row per mediator. It owns the
@@ -60,6 +64,9 @@ public:
     /// Writes all entries to the file as frequency-store XML; false, traced, with the old file in place, on
     /// failure.
     bool SaveFrequencies(const QString& fileName);
+    /// The same, as CSV when `csv` is set; throws RGException with file and reason instead.
+    void WriteFrequencies(const QString& fileName, bool csv,
+                          FreqStoreXml::FrequencyStoreListHelper::ListType type);
     /// Writes all entries in the export form of the list type: search MC results as one line of text per
     /// entry (those without a text form are left out), all others as CSV. False as above.
     bool ExportFrequencies(const QString& fileName, FreqStoreXml::FrequencyStoreListHelper::ListType type);
@@ -87,8 +94,9 @@ private:
     void followNewChildren();
     void closeHoles();
     void scheduleUpdate();
-    bool writeList(const QString& fileName, FreqStoreXml::FrequencyStoreListHelper::ListType type);
-    bool writeLines(const QString& fileName);
+    void writeList(FreqStoreXml::FrequencyStoreListWriter& writer);
+    void writeLines(const QString& fileName);
+    void takeEntry(const FreqStoreXml::FrequencyStoreEntry& entry);
 
     int m_storeType;
     Node* m_node = nullptr;
