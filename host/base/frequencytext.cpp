@@ -1,0 +1,59 @@
+#include "host/base/frequencytext.h"
+
+#include "host/base/numbers.h"
+
+namespace Quor {
+namespace {
+
+constexpr double KHz = 1e3;
+constexpr double MHz = 1e6;
+/// Operators speak of kHz on short wave and of MHz above.
+constexpr double ShortWaveEnd = 30 * MHz;
+
+struct Unit {
+    QLatin1String name;
+    double factor;
+};
+
+// "hz" ends all the others, so it comes last.
+constexpr Unit Units[] = {{QLatin1String("khz"), KHz}, {QLatin1String("mhz"), MHz},
+                          {QLatin1String("ghz"), 1e9}, {QLatin1String("hz"), 1},
+                          {QLatin1String("k"), KHz},   {QLatin1String("m"), MHz},
+                          {QLatin1String("g"), 1e9}};
+
+QString withUnit(double value, int decimals, QLatin1String unit) {
+    QString text;
+    text.reserve(20);
+    AppendFixed(text, value, decimals);
+    return text += unit;
+}
+
+} // namespace
+
+QString FrequencyText(double hertz) {
+    return hertz < ShortWaveEnd ? withUnit(hertz / KHz, 3, QLatin1String(" kHz"))
+                                : withUnit(hertz / MHz, 6, QLatin1String(" MHz"));
+}
+
+QString BandwidthText(double hertz) {
+    return withUnit(hertz / KHz, 3, QLatin1String(" kHz"));
+}
+
+bool ParseFrequency(QStringView text, double& hertz, double unitFactor) {
+    text = text.trimmed();
+    double factor = unitFactor;
+    for (const Unit& unit : Units) {
+        if (text.endsWith(unit.name, Qt::CaseInsensitive)) {
+            text.chop(unit.name.size());
+            factor = unit.factor;
+            break;
+        }
+    }
+    double number = 0;
+    if (!ParseDouble(text, number))
+        return false;
+    hertz = number * factor;
+    return true;
+}
+
+} // namespace Quor

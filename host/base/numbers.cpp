@@ -1,0 +1,120 @@
+#include "host/base/numbers.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace Quor {
+namespace {
+
+/// Longest fixed notation of a double: 309 digits before the point, sign, and the digits of the smallest one.
+constexpr size_t BufferSize = 1100;
+constexpr qsizetype LongestNumber = 400;
+
+/// A text narrowed to ASCII without surrounding blanks; length 0 when it cannot be a number.
+class Narrowed {
+public:
+    explicit Narrowed(QStringView text) {
+        text = text.trimmed();
+        if (text.startsWith(QLatin1Char('+')) && text.size() > 1 && text[1] != QLatin1Char('-'))
+            text = text.mid(1);
+        if (text.size() > LongestNumber)
+            return;
+        for (const QChar c : text) {
+            if (c.unicode() > 0x7f) {
+                m_end = m_text;
+                return;
+            }
+            *m_end++ = static_cast<char>(c.unicode());
+        }
+    }
+    const char* begin() const { return m_text; }
+    const char* end() const { return m_end; }
+
+private:
+    char m_text[LongestNumber];
+    char* m_end = m_text;
+};
+
+template <typename T, typename... Format>
+bool parseWhole(QStringView text, T& value, Format... format) {
+    const Narrowed narrowed(text);
+    T parsed{};
+    const auto result = std::from_chars(narrowed.begin(), narrowed.end(), parsed, format...);
+    if (result.ec != std::errc() || result.ptr != narrowed.end())
+        return false;
+    value = parsed;
+    return true;
+}
+
+/// The number's digits in `buffer`.
+std::string_view digits(char (&buffer)[BufferSize], double value, int decimals) {
+    if (!std::isfinite(value))
+        value = 0;
+    const auto result =
+        decimals < 0 ? std::to_chars(buffer, buffer + BufferSize, value, std::chars_format::fixed)
+                     : std::to_chars(buffer, buffer + BufferSize, value, std::chars_format::fixed, decimals);
+    std::string_view text(buffer, static_cast<size_t>(result.ptr - buffer));
+    return decimals < 0 && text == "-0" ? text.substr(1) : text;
+}
+
+template <typename Out>
+void appendNumber(Out& out, double value, int decimals) {
+    char buffer[BufferSize];
+    const std::string_view text = digits(buffer, value, decimals);
+    if constexpr (std::is_same_v<Out, QString>)
+        out.append(QLatin1String(text.data(), static_cast<qsizetype>(text.size())));
+    else
+        out.append(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+} // namespace
+
+bool ParseDouble(QStringView text, double& value) {
+    double parsed = 0;
+    if (!parseWhole(text, parsed, std::chars_format::general) || !std::isfinite(parsed))
+        return false;
+    value = parsed;
+    return true;
+}
+
+bool ParseInt(QStringView text, int& value) {
+    return parseWhole(text, value, 10);
+}
+
+bool ParseInt(QStringView text, qint64& value) {
+    return parseWhole(text, value, 10);
+}
+
+double toDoubleEx(const QString& text, bool* ok) {
+    double value = 0;
+    const bool parsed = ParseDouble(text, value);
+    if (ok)
+        *ok = parsed;
+    return value;
+}
+
+QString ToShortest(double value) {
+    if (value == 0)
+        return QStringLiteral("0"); // every new entry starts with it: no allocation
+    QString out;
+    appendNumber(out, value, -1);
+    return out;
+}
+
+void AppendShortest(QString& out, double value) {
+    appendNumber(out, value, -1);
+}
+
+void AppendShortest(QByteArray& out, double value) {
+    appendNumber(out, value, -1);
+}
+
+void AppendFixed(QString& out, double value, int decimals) {
+    appendNumber(out, value, decimals);
+}
+
+void AppendFixed(QByteArray& out, double value, int decimals) {
+    appendNumber(out, value, decimals);
+}
+
+} // namespace Quor

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "host/base/life.h"
+
+#include <QtGlobal>
+
+class IObserver;
+class Observable;
+
+/// Kinds of change passed to `IObserver::Update`. Numbers without a name are passed through unchanged.
+enum class TChangeCode : int {
+    LookAgain = 0,         ///< nothing is said beyond "look again"
+    ChildrenChanged = 1,   ///< a node got or lost children
+    Removing = 2,          ///< the value or node is being removed: let go of it
+    ValueChanged = 3,      ///< the content of a value changed
+    MediatorNodeEnds = 18, ///< tells a mediator that its own node goes away
+    Announcement = 19,     ///< a handler announces something on a value that it owns
+};
+
+/// A subject that keeps an ordered list of observers and notifies them. It owns none of them and may itself
+/// be deleted at any time, also from within a notification that it sends. Most subjects have no observer or
+/// one, and cost no allocation then.
+class Observable {
+public:
+    Observable() = default;
+    /// A copy starts without observers, and assigning leaves those of the target as they are.
+    Observable(const Observable&) {}
+    Observable& operator=(const Observable&) { return *this; }
+    virtual ~Observable();
+
+    /// Appends the observer; false when it is null or registered already.
+    virtual bool AddObserver(IObserver* observer);
+    /// Removes the observer; one that is not registered is no error.
+    virtual void DeleteObserver(IObserver* observer);
+    virtual void DeleteObservers();
+    /// Moves the observer to the head of the list, inserting it when it is not registered yet.
+    void MakeFirstObserver(IObserver* observer);
+
+    bool HasObservers() const { return (m_observers & ~WatchedBit) != 0; }
+
+    /// A handle by which the subject can be found while it lives; see `WeakRef`.
+    Life::Handle WatchedHandle() const;
+
+protected:
+    /// Calls `Update(this, code)` on each registered observer in list order, except on the one that caused
+    /// the change. Observers may add and remove observers and delete observers or this subject meanwhile:
+    /// whoever is removed before its turn is not called, whoever is added is called from the next
+    /// notification on.
+    virtual void NotifyObservers(TChangeCode code, IObserver* causer);
+
+private:
+    struct List;
+    static constexpr quint64 InlineBit = 1;
+    static constexpr quint64 WatchedBit = 2;
+
+    bool isInline() const { return (m_observers & InlineBit) != 0; }
+    List* list() const;
+    void setList(List* list);
+    bool contains(Life::Handle handle) const;
+    List* expand();
+
+    /// Nothing; or one packed observer handle (InlineBit); or a pointer to a `List`. WatchedBit says that the
+    /// subject stands in the table of watched subjects.
+    mutable quint64 m_observers = 0;
+};
+
+/// Observer interface. An observer that ends is no longer called by any subject: subjects hold handles, not
+/// pointers, so nothing needs to be deregistered.
+class IObserver {
+public:
+    IObserver() = default;
+    IObserver(const IObserver&) {}
+    IObserver& operator=(const IObserver&) { return *this; }
+    virtual ~IObserver() {
+        if (m_slot != 0)
+            Life::Release(m_slot);
+    }
+
+    /// `subject` changed as `code` says. `subject` may be on its way out (codes 2 and 18).
+    virtual void Update(Observable* subject, TChangeCode code) = 0;
+
+private:
+    friend class Observable;
+    Life::Handle handle();
+
+    quint32 m_slot = 0;
+};
+
+/// A pointer to a subject that turns null when the subject ends. It owns nothing and observes nothing.
+/// T is an `Observable`.
+template <typename T>
+class WeakRef {
+public:
+    WeakRef() = default;
+    WeakRef(T* object) : m_object(object), m_handle(object ? object->WatchedHandle() : Life::Handle{}) {}
+
+    T* get() const { return m_handle && Life::Find(m_handle) ? m_object : nullptr; }
+    T* operator->() const { return get(); }
+    explicit operator bool() const { return get() != nullptr; }
+
+private:
+    T* m_object = nullptr;
+    Life::Handle m_handle;
+};

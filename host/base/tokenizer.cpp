@@ -1,0 +1,37 @@
+#include "host/base/tokenizer.h"
+
+#include <limits>
+
+namespace Quor {
+
+QString Tokenizer::operator()(const QString& separators) {
+    while (m_position < m_text.size() && separators.contains(m_text[m_position]))
+        ++m_position;
+    const qsizetype start = m_position;
+    while (m_position < m_text.size() && !separators.contains(m_text[m_position]))
+        ++m_position;
+    return start < m_position ? m_text.mid(start, m_position - start) : QString();
+}
+
+unsigned char separateString(QStringView text, QStringView* parts, unsigned char maxParts) {
+    unsigned char count = 0;
+    qsizetype start = 0;
+    while (start < text.size() && count < maxParts) {
+        qsizetype end = text.indexOf(QLatin1Char('\t'), start);
+        if (end < 0)
+            end = text.size();
+        parts[count++] = text.mid(start, end - start);
+        start = end + 1;
+    }
+    return count;
+}
+
+unsigned char separateString(QString text, QString* parts, unsigned char maxParts) {
+    QStringView views[std::numeric_limits<unsigned char>::max()];
+    const unsigned char count = separateString(QStringView(text), views, maxParts);
+    for (unsigned char i = 0; i < count; ++i)
+        parts[i] = views[i].toString();
+    return count;
+}
+
+} // namespace Quor

@@ -1,0 +1,177 @@
+#include "host/freqlist/buttonbar.h"
+
+#include "host/freqlist/frequencystorelistview.h"
+#include "host/gui/sortlistview.h"
+#include "host/valuetree/valueselection.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QMenu>
+#include <QToolBar>
+
+namespace {
+
+/// When an action applies: always, with a row, or with one row or more selected.
+enum class Needs { Nothing, Row, Selection };
+
+struct ActionInfo {
+    const char* text;
+    const char* tip;
+    QKeySequence::StandardKey standardKey;
+    int key;
+    Needs needs;
+    bool groupBefore; ///< a gap stands before the action
+};
+
+// In the order of FreqStoreListViewButtonBar::Action.
+constexpr ActionInfo Infos[] = {
+    {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "New"),
+     QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Add an entry"), QKeySequence::UnknownKey,
+     Qt::Key_Insert, Needs::Nothing, false},
+    {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Edit"),
+     QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Edit the selected entries"), QKeySequence::UnknownKey,
+     Qt::Key_F2, Needs::Row, false},
+    {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Copy"),
+     QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Copy the selected entries"), QKeySequence::Copy, 0,
+     Needs::Selection, true},
+    {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Paste"),
+     QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Add the copied entries to this list"),
+     QKeySequence::Paste, 0, Needs::Nothing, false},
+    {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Delete"),
+     QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Delete the selected entries"), QKeySequence::UnknownKey,
+     Qt::Key_Delete, Needs::Selection, false},
+    {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Open…"),
+     QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Replace the list by the content of a file"),
+     QKeySequence::UnknownKey, 0, Needs::Nothing, true},
+    {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Save…"),
+     QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Save the list to a file"), QKeySequence::UnknownKey, 0,
+     Needs::Nothing, false},
+    {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Import…"),
+     QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Replace the list by the content of a CSV file"),
+     QKeySequence::UnknownKey, 0, Needs::Nothing, true},
+    {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Export…"),
+     QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Write the list to a CSV file"),
+     QKeySequence::UnknownKey, 0, Needs::Nothing, false},
+    {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Save to job"),
+     QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Write the channels into the job"),
+     QKeySequence::UnknownKey, 0, Needs::Nothing, true},
+    {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "To database"),
+     QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Send the results to the database"),
+     QKeySequence::UnknownKey, 0, Needs::Nothing, true},
+};
+static_assert(std::size(Infos) == FreqStoreListViewButtonBar::ActionCount);
+
+bool isKeyOf(const ActionInfo& info, const QKeyEvent& event) {
+    if (info.standardKey != QKeySequence::UnknownKey)
+        return event.matches(info.standardKey);
+    return info.key != 0 && event.key() == info.key && event.modifiers() == Qt::NoModifier;
+}
+
+} // namespace
+
+FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
+    : QWidget(parent),
+      m_toolBar(new QToolBar(this)),
+      m_notice(new QLabel(this)),
+      m_counts(new QLabel(this)),
+      m_filter(new QLineEdit(this)),
+      m_updateMode(std::make_unique<ValueSelection>()) {
+    m_updateMode->AddItems({tr("Immediately"), tr("Paused")});
+    m_toolBar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    for (int i = 0; i < ActionCount; ++i) {
+        const ActionInfo& info = Infos[i];
+        if (info.groupBefore)
+            m_toolBar->addSeparator();
+        QAction* action = m_toolBar->addAction(tr(info.text));
+        action->setToolTip(tr(info.tip));
+        action->setVisible(false);
+        m_actions[static_cast<size_t>(i)] = action;
+    }
+    m_filter->setPlaceholderText(tr("Filter"));
+    m_filter->setClearButtonEnabled(true);
+    m_filter->setMaximumWidth(220);
+    m_notice->setForegroundRole(QPalette::Highlight);
+    connect(m_filter, &QLineEdit::textChanged, this, [this](const QString& text) {
+        if (m_list)
+            m_list->SetFilterText(text);
+    });
+
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(2, 2, 6, 2);
+    layout->addWidget(m_toolBar, 1);
+    layout->addWidget(m_notice);
+    layout->addWidget(m_counts);
+    layout->addWidget(m_filter);
+}
+
+FreqStoreListViewButtonBar::~FreqStoreListViewButtonBar() = default;
+
+void FreqStoreListViewButtonBar::SetCaption(const QString& caption) {
+    m_caption = caption;
+    emit CaptionChanged(caption);
+}
+
+void FreqStoreListViewButtonBar::AttachView(FrequencyStoreListView* view) {
+    if (m_list)
+        disconnect(m_list, nullptr, this, nullptr);
+    m_list = view ? view->GetListView() : nullptr;
+    if (!m_list)
+        return;
+    connect(m_list, &SortListView::countsChanged, this, [this] {
+        showCounts();
+        EnableActions();
+    });
+    connect(m_list, &QObject::destroyed, this, [this] { m_list = nullptr; });
+    showCounts();
+    EnableActions();
+}
+
+void FreqStoreListViewButtonBar::showCounts() {
+    const QLocale locale;
+    QString text = tr("%1 entries").arg(locale.toString(m_list->RowCount()));
+    if (m_list->ShownCount() != m_list->RowCount())
+        text += tr(", %1 shown").arg(locale.toString(m_list->ShownCount()));
+    if (const int selected = m_list->SelectedCount())
+        text += tr(", %1 selected").arg(locale.toString(selected));
+    m_counts->setText(text);
+}
+
+void FreqStoreListViewButtonBar::EnableActions() {
+    const bool selected = m_list && m_list->SelectedCount() > 0;
+    const bool row = selected || (m_list && m_list->currentItem());
+    for (size_t i = 0; i < m_actions.size(); ++i) {
+        const Needs needs = Infos[i].needs;
+        m_actions[i]->setEnabled(needs == Needs::Nothing || (needs == Needs::Row ? row : selected));
+    }
+}
+
+ValuePtr<ValueSelection> FreqStoreListViewButtonBar::UpdateModeSelection() {
+    return m_updateMode.get();
+}
+
+void FreqStoreListViewButtonBar::SetNotice(const QString& notice) {
+    m_notice->setText(notice);
+}
+
+void FreqStoreListViewButtonBar::AddActionsTo(QMenu& menu) const {
+    for (size_t i = 0; i < m_actions.size(); ++i) {
+        if (!m_actions[i]->isVisible())
+            continue;
+        if (Infos[i].groupBefore && !menu.isEmpty())
+            menu.addSeparator();
+        menu.addAction(m_actions[i]);
+    }
+}
+
+bool FreqStoreListViewButtonBar::TriggerByKey(const QKeyEvent& event) {
+    for (size_t i = 0; i < m_actions.size(); ++i) {
+        if (m_actions[i]->isVisible() && m_actions[i]->isEnabled() && isKeyOf(Infos[i], event)) {
+            m_actions[i]->trigger();
+            return true;
+        }
+    }
+    return false;
+}

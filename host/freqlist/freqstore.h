@@ -1,0 +1,83 @@
+#pragma once
+
+#include "host/freqlist/copystruct.h"
+#include "host/freqlist/listdefinition.h"
+
+#include <QObject>
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+
+class IFrequencyStoreItem;
+class QClipboard;
+
+/// The process-wide store of frequency lists. Lists register themselves; windows show whatever is registered.
+/// It also holds what lists exchange: the clipboard, on which a copy is frequency-store XML text, and the
+/// copy buffer with the older form of a copy. Never destroyed.
+class FreqStore : public QObject {
+    Q_OBJECT
+
+public:
+    static FreqStore& Instance();
+
+    /// Registers a list and returns its identifier, which is never 0: its tab name, 16 by 16 icon, the
+    /// factory of its frequency-bar line, whether it is offered in the wide and in the simple window, its
+    /// controller (not owned, may be null), the factory of its views, an optional function that takes deleted
+    /// entries back, and the number of the capability that an operator needs for it (0: none).
+    int AddFrequencyListDefinition(const QString& name, const QPixmap& icon, PixStateFactory pixStateFactory,
+                                   bool available4WideView, bool available4SimpleView,
+                                   MultiViewMediatorCtrl* controller, ViewFactory viewFactory,
+                                   RecycleFunction recycle, int capabilityId);
+    /// The same for a definition object, of which the store takes ownership.
+    int AddFrequencyListDefinition(IFrequencyListDefinition* definition);
+    /// Takes a list out of the store; windows drop its tab. An unknown identifier is no error.
+    void RemoveFrequencyListDefinition(int listId);
+
+    /// The definition of a registered list, or null.
+    IFrequencyListDefinition* GetDefinition(int listId) const;
+    /// Identifiers of the registered lists, in order of registration.
+    std::vector<int> GetListIds() const;
+    /// The controller of a registered list; null when it has none or has ended.
+    MultiViewMediatorCtrl* GetFrequencies(unsigned listId) const;
+    /// A controller ends: the lists that named it have none from now on.
+    void RemoveController(const MultiViewMediatorCtrl* controller);
+
+    /// The store-wide identifier of a copy column name; the same name has the same identifier for good.
+    unsigned GetCopyStructId(const QString& columnName);
+    /// Appends one row to the copy buffer.
+    void AddFrequencyListCopyStruct(const FrequencyListCopyStruct& row);
+    /// The rows of the copy buffer one after another, each call giving the next; null behind the last, after
+    /// which they begin anew. The flag says whether more rows follow. A row stays good until the buffer
+    /// changes.
+    FrequencyListCopyStruct* GetFrequencyListCopyStruct(bool& more);
+    void ClearFrequencyListCopyStruct();
+
+    /// The application's clipboard; null without a GUI.
+    QClipboard* GetClipboard() const;
+    /// Puts a copy on the clipboard / reads its text; without a GUI the store keeps the text itself.
+    void SetClipboardText(const QString& text);
+    QString GetClipboardText() const;
+
+    /// Whoever owns a receiver sets the function that tunes it to an item: with all the item's settings or to
+    /// its frequency alone. Without one, tuning does nothing.
+    using Tuner = std::function<void(IFrequencyStoreItem& item, QWidget* view, bool allSettings)>;
+    void SetTuner(Tuner tuner) { m_tuner = std::move(tuner); }
+    void Tune(IFrequencyStoreItem& item, QWidget* view, bool allSettings) const;
+
+signals:
+    void ListAdded(int listId);
+    void ListRemoved(int listId);
+
+private:
+    FreqStore() = default;
+
+    std::map<int, std::unique_ptr<IFrequencyListDefinition>> m_lists;
+    int m_lastId = 0;
+    QHash<QString, unsigned> m_copyIds;
+    std::deque<FrequencyListCopyStruct> m_copyRows;
+    size_t m_nextCopyRow = 0;
+    QString m_textWithoutClipboard;
+    Tuner m_tuner;
+};

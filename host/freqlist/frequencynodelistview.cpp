@@ -1,0 +1,189 @@
+#include "host/freqlist/frequencynodelistview.h"
+
+#include "host/base/trace.h"
+#include "host/freqlist/buttonbar.h"
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodemediator.h"
+#include "host/freqstorexml/frequencystorelist.h"
+
+#include <QKeyEvent>
+#include <QMenu>
+
+#include <cmath>
+#include <map>
+
+FrequencyNodeMediatorViewItem::FrequencyNodeMediatorViewItem(FrequencyNodeListView* owner,
+                                                             FrequencyNodeMediator* mediator)
+    : SortListViewItem(nullptr, {}, false), m_view(owner), m_mediator(mediator) {
+    mediator->AddView(owner, this);
+}
+
+FrequencyNodeMediatorViewItem::~FrequencyNodeMediatorViewItem() {
+    if (m_mediator)
+        m_mediator->RemoveView(m_view);
+}
+
+void FrequencyNodeMediatorViewItem::MediatorEnds() {
+    m_mediator = nullptr;
+    m_view->NoteEndedRow();
+}
+
+void FrequencyNodeMediatorViewItem::Fill() {
+    if (m_mediator)
+        m_mediator->UpdateMyViewItems(m_view);
+}
+
+QString FrequencyNodeMediatorViewItem::CellText(int column) const {
+    if (IsFilled())
+        return text(column);
+    QString cell;
+    const std::vector<unsigned>& ids = m_view->GetColumnDescription();
+    const bool known = m_mediator && column >= 0 && static_cast<size_t>(column) < ids.size();
+    return known && m_mediator->CellText(ids[static_cast<size_t>(column)], cell) ? cell : text(column);
+}
+
+QString FrequencyNodeMediatorViewItem::ToolTip() const {
+    return m_mediator ? m_mediator->GetTipString(0) : QString();
+}
+
+FrequencyNodeListView::FrequencyNodeListView(QWidget* parent, unsigned listId)
+    : SortListView(parent), m_controller(FreqStore::Instance().GetFrequencies(listId)) {
+    SetID(listId);
+    connect(this, &SortListView::contextMenuRequested, this,
+            &FrequencyNodeListView::slotContextMenuRequested);
+    connect(this, &SortListView::doubleClicked, this, [this](SortListViewItem* item) {
+        FrequencyNodeMediator* mediator =
+            item ? static_cast<FrequencyNodeMediatorViewItem*>(item)->GetMediator() : nullptr;
+        if (mediator && !HasEditor())
+            static_cast<IFrequencyStoreItem*>(mediator)->SetFrequency(this);
+    });
+    if (m_controller)
+        m_controller->AddView(this);
+}
+
+FrequencyNodeListView::~FrequencyNodeListView() {
+    // The store knows whether the controller still lives.
+    if (MultiViewMediatorCtrl* controller = FreqStore::Instance().GetFrequencies(GetID()))
+        controller->RemoveView(this);
+    RemoveItems([](const SortListViewItem&) { return true; });
+}
+
+void FrequencyNodeListView::AddColumn(const QString& title, CompareFunction compare, unsigned columnId) {
+    const int column = addColumn(title);
+    SetCompareFunction(column, compare);
+    m_columnIds.push_back(columnId);
+}
+
+void FrequencyNodeListView::AddRows(const std::vector<FrequencyNodeMediator*>& mediators) {
+    std::vector<SortListViewItem*> rows;
+    rows.reserve(mediators.size());
+    for (FrequencyNodeMediator* mediator : mediators) {
+        if (mediator && !mediator->GetItem4View(this))
+            rows.push_back(new FrequencyNodeMediatorViewItem(this, mediator));
+    }
+    AddItems(rows);
+}
+
+void FrequencyNodeListView::RemoveEndedRows() {
+    if (std::exchange(m_endedRows, 0) == 0)
+        return;
+    RemoveItems([](const SortListViewItem& row) {
+        return !static_cast<const FrequencyNodeMediatorViewItem&>(row).GetMediator();
+    });
+}
+
+std::vector<FrequencyNodeMediator*> FrequencyNodeListView::SelectedMediators() const {
+    std::vector<FrequencyNodeMediator*> mediators;
+    const SortListViewItem* current = currentItem();
+    if (current)
+        mediators.push_back(static_cast<const FrequencyNodeMediatorViewItem*>(current)->GetMediator());
+    // Ranges of the selection in view order; a click on each row of a long list makes many.
+    std::map<int, int> ranges;
+    for (const QItemSelectionRange& range : selectionModel()->selection())
+        ranges[range.top()] = std::max(ranges[range.top()], range.bottom());
+    for (const auto& [top, bottom] : ranges) {
+        for (int row = top; row <= bottom; ++row) {
+            const QTreeWidgetItem* item = topLevelItem(row);
+            if (item && item != current)
+                mediators.push_back(static_cast<const FrequencyNodeMediatorViewItem*>(item)->GetMediator());
+        }
+    }
+    std::erase(mediators, nullptr);
+    return mediators;
+}
+
+void FrequencyNodeListView::SelectFrequency(double hertz) {
+    SortListViewItem* nearest = nullptr;
+    double distance = std::numeric_limits<double>::infinity();
+    for (SortListViewItemIterator it(this); it.current(); ++it) {
+        FrequencyNodeMediator* mediator =
+            static_cast<FrequencyNodeMediatorViewItem*>(it.current())->GetMediator();
+        double frequency = 0;
+        if (mediator && mediator->GetFrequency(frequency, 0) && std::abs(frequency - hertz) < distance) {
+            distance = std::abs(frequency - hertz);
+            nearest = it.current();
+        }
+    }
+    if (!nearest)
+        return;
+    clearSelection();
+    setCurrentItem(nearest);
+    ensureItemVisible(nearest);
+}
+
+void FrequencyNodeListView::CopySelection(const char* traceSource, unsigned short line) {
+    try {
+        const std::vector<FrequencyNodeMediator*> mediators =
+            currentItem() ? SelectedMediators() : std::vector<FrequencyNodeMediator*>();
+        if (mediators.empty())
+            return;
+        FreqStoreXml::FrequencyStoreList list;
+        for (FrequencyNodeMediator* mediator : mediators)
+            mediator->AddToXml(list);
+        list.SetUsage(FreqStoreXml::FrequencyStoreList::NameToUsage(mediators.front()->GetUsage()));
+        FreqStore::Instance().SetClipboardText(list.GetXmlString());
+    } catch (const RGException& exception) {
+        TraceLazily(traceSource, line, [] { return QStringLiteral("EXCEPTION WHILE COPYING FREQUENCIES:"); });
+        TraceLazily(traceSource, line, [&] { return exception.GetErrorText(); });
+    } catch (...) {
+        TraceLazily(traceSource, line,
+                    [] { return QStringLiteral("UNKNOWN EXCEPTION WHILE COPYING FREQUENCIES"); });
+    }
+}
+
+void FrequencyNodeListView::DeleteSelectedEntries() {
+    std::map<Node*, std::vector<Node*>> byParent;
+    for (const FrequencyNodeMediator* mediator : SelectedMediators())
+        byParent[mediator->GetNode()->GetParentNode()].push_back(mediator->GetNode());
+    for (const auto& [parent, nodes] : byParent)
+        parent->DeleteNodes(nodes);
+    if (m_controller)
+        m_controller->ForceUpdateNow();
+}
+
+void FrequencyNodeListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
+    m_bar = bar;
+    if (bar)
+        connect(bar, &QObject::destroyed, this, [this] { m_bar = nullptr; });
+}
+
+void FrequencyNodeListView::slotItemClicked(SortListViewItem*) {}
+
+void FrequencyNodeListView::slotContextMenuRequested(SortListViewItem*, const QPoint& position, int) {
+    if (!m_bar)
+        return;
+    QMenu menu;
+    m_bar->AddActionsTo(menu);
+    if (!menu.isEmpty())
+        menu.exec(position);
+}
+
+void FrequencyNodeListView::aboutToShow(QWidget*) {
+    if (m_bar)
+        m_bar->EnableActions();
+}
+
+void FrequencyNodeListView::keyPressEvent(QKeyEvent* event) {
+    if (!m_bar || !m_bar->TriggerByKey(*event))
+        SortListView::keyPressEvent(event);
+}

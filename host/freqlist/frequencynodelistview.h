@@ -1,0 +1,91 @@
+#pragma once
+
+#include "host/freqlist/frequencystorelistview.h"
+#include "host/gui/sortlistview.h"
+
+#include <vector>
+
+class FrequencyNodeListView;
+class FrequencyNodeMediator;
+class MultiViewMediatorCtrl;
+class Node;
+
+/// The row of one mediator in one view. It belongs to the view; when its mediator ends it stays as an empty
+/// row until the view takes all such rows out at once.
+class FrequencyNodeMediatorViewItem final : public SortListViewItem {
+public:
+    FrequencyNodeMediatorViewItem(FrequencyNodeListView* owner, FrequencyNodeMediator* mediator);
+    ~FrequencyNodeMediatorViewItem() override;
+
+    /// Null when the mediator has ended.
+    FrequencyNodeMediator* GetMediator() const { return m_mediator; }
+    FrequencyNodeListView* GetView() const { return m_view; }
+    void MediatorEnds();
+
+    QString CellText(int column) const override;
+
+protected:
+    void Fill() override;
+    QString ToolTip() const override;
+
+private:
+    FrequencyNodeListView* m_view;
+    FrequencyNodeMediator* m_mediator;
+};
+
+/// List view bound to a mediator controller: one row per mediator. Which text stands in a column follows from
+/// the column's identifier, which the mediators know. The view belongs to its parent widget and takes itself
+/// out of its controller when it ends.
+class FrequencyNodeListView : public SortListView, public FrequencyStoreListView {
+    Q_OBJECT
+
+public:
+    /// A view of the registered list `listId`, attached to its controller.
+    FrequencyNodeListView(QWidget* parent, unsigned listId);
+    ~FrequencyNodeListView() override;
+
+    /// Identifiers of the columns, in order.
+    const std::vector<unsigned>& GetColumnDescription() const { return m_columnIds; }
+    QWidget* GetWidget() override { return this; }
+    SortListView* GetListView() override { return this; }
+    /// Lets the view's signals out or keeps them in.
+    void EnableSignals(bool enable) { blockSignals(!enable); }
+    void SelectFrequency(double hertz) override;
+    void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
+    FreqStoreListViewButtonBar* GetButtonBar() const { return m_bar; }
+
+    /// Mediators of the selected rows: the current one first, the others in view order, none twice.
+    std::vector<FrequencyNodeMediator*> SelectedMediators() const;
+
+    /// For the controller: adds rows for these mediators (nulls are passed over), takes out the rows whose
+    /// mediators have ended, lets go of the controller.
+    void AddRows(const std::vector<FrequencyNodeMediator*>& mediators);
+    void RemoveEndedRows();
+    void ControllerEnds() { m_controller = nullptr; }
+    void NoteEndedRow() { ++m_endedRows; }
+
+public slots:
+    /// Nothing by itself: a click selects. Views that do more connect here.
+    virtual void slotItemClicked(SortListViewItem* item);
+    virtual void slotContextMenuRequested(SortListViewItem* item, const QPoint& position, int column);
+    virtual void aboutToShow(QWidget* widget);
+
+protected:
+    /// Appends a column that shows the value of `columnId` and sorts by `compare`.
+    void AddColumn(const QString& title, CompareFunction compare, unsigned columnId);
+    /// Puts the selected entries on the clipboard as frequency-store XML, current one first. Failures are
+    /// traced under the names given.
+    void CopySelection(const char* traceSource, unsigned short line);
+    /// Removes the nodes of the selected entries, in one operation.
+    void DeleteSelectedEntries();
+    MultiViewMediatorCtrl* Controller() const { return m_controller; }
+    /// Whether a double click opens an editor; without one it tunes the receiver to the entry.
+    virtual bool HasEditor() const { return false; }
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    std::vector<unsigned> m_columnIds;
+    MultiViewMediatorCtrl* m_controller;
+    FreqStoreListViewButtonBar* m_bar = nullptr; ///< the window's; forgotten when it ends
+    size_t m_endedRows = 0;
+};

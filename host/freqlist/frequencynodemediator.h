@@ -1,0 +1,99 @@
+#pragma once
+
+#include "host/freqlist/keys.h"
+#include "host/freqlist/mediator.h"
+#include "host/freqlist/multiviewmediator.h"
+#include "host/valuetree/node.h"
+
+namespace FreqStoreXml {
+class FrequencyStoreList;
+}
+
+/// Mediator of one frequency entry: finds the entry's values under its node, observes them, shows them in
+/// rows, and writes them into interchange lists. It owns no value.
+class FrequencyNodeMediator : public Mediator, public MultiViewMediator {
+public:
+    /// `kind` is the controller's number for its mediators; it is kept and not interpreted.
+    FrequencyNodeMediator(MediatorCtrl* controller, Observable* entryNode, int kind);
+    ~FrequencyNodeMediator() override;
+
+    void Update(Observable* subject, TChangeCode code) override;
+    /// Setters write the entry's value and do nothing when it is missing.
+    virtual void SetFrequency(double hertz);
+    /// Tunes the receiver to the frequency alone.
+    virtual void SetFrequencyOnly(QWidget* view);
+    virtual void SetBandwidth(double hertz);
+    virtual void SetDemodulation(QString demodulation);
+    virtual void SetComment(QString comment);
+    /// Replaces the tool tip that `GetTip` makes; an empty text brings that one back.
+    virtual void SetTip(QString tip);
+    virtual void SetType(char type);
+    /// Texts as operators read them; empty when the value is missing.
+    virtual QString GetFrequencyString(int subItem);
+    virtual QString GetBandwidthString(int subItem);
+    virtual QString GetDemodulationString(int subItem);
+    virtual QString GetCommentString(int subItem);
+    virtual QString GetTipString(int subItem);
+    virtual QString GetTypeString(int subItem);
+    /// One line of text that describes the entry; empty for lists without such a form.
+    virtual QString ToString();
+    /// Usage name of the list.
+    virtual QString GetUsage();
+    /// Appends one entry that describes this one.
+    virtual void AddToXml(FreqStoreXml::FrequencyStoreList& list);
+
+    /// Text of the cell of a column; false when the entry has nothing for that identifier. All views fill,
+    /// sort and search their rows through it.
+    virtual bool CellText(unsigned columnId, QString& text);
+
+    bool GetFrequency(double& frequency, int subItem) override;
+    bool GetBandwidth(double& bandwidth, int subItem) override;
+    bool GetComment(QString& comment, int subItem) override;
+    bool GetTip(QString& tip, int subItem) override;
+    bool GetDemodulation(QString& demodulation, int subItem) override;
+    bool GetType(char& type, int subItem) override;
+    bool GetSquelchState(QString& state, int subItem) override;
+    bool GetSquelchValue(int& value, int subItem) override;
+    bool GetAttenuation(QString& attenuation, int subItem) override;
+    bool GetAfc(QString& afc, int subItem) override;
+    void SetFrequency(QWidget* view) override;
+    void UpdateMyViewItems(FrequencyNodeListView* view) override;
+
+    Node* GetNode() const { return static_cast<Node*>(m_observable); }
+
+protected:
+    /// Binds the value pointers to the node's present values.
+    virtual void UpdateDependentValues();
+
+    /// Points `held` at `found`, observing it instead of the one before.
+    template <typename V>
+    void Rebind(V*& held, V* found) {
+        if (held == found)
+            return;
+        if (held)
+            held->DeleteObserver(this);
+        held = found;
+        if (held)
+            held->AddObserver(this);
+    }
+    /// Forgets `held` when it is `subject` and being removed; true when it was.
+    template <typename V>
+    bool ForgetIfRemoved(V*& held, const Observable* subject) {
+        if (!held || static_cast<const Observable*>(held) != subject ||
+            held->GetState() != TValueState::Removing)
+            return false;
+        held->DeleteObserver(this);
+        held = nullptr;
+        return true;
+    }
+
+    ValueNumeric<double>* m_frequency = nullptr;
+    ValueNumeric<double>* m_bandwidth = nullptr;
+    Value<QString>* m_comment = nullptr;
+    ValueBase* m_demodulation = nullptr; ///< text or selection
+    Value<char>* m_type = nullptr;
+
+private:
+    int m_kind;
+    bool m_hasTip = false; ///< a tip of its own stands in a table, since few items have one
+};

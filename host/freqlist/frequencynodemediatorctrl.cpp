@@ -1,0 +1,202 @@
+#include "host/freqlist/frequencynodemediatorctrl.h"
+
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodelistview.h"
+#include "host/freqlist/frequencynodemediator.h"
+#include "host/freqstorexml/frequencystorelist.h"
+#include "host/valuetree/tree.h"
+
+#include <QTimerEvent>
+
+namespace {
+
+/// Many changes within this time are one refresh; short enough to look immediate.
+constexpr int TickMilliseconds = 40;
+
+} // namespace
+
+FrequencyNodeMediatorCtrl::FrequencyNodeMediatorCtrl(int storeType) : m_storeType(storeType) {}
+
+FrequencyNodeMediatorCtrl::~FrequencyNodeMediatorCtrl() {
+    m_ending = true;
+    FreqStore::Instance().RemoveController(this);
+    RemoveMyMediators();
+    for (FrequencyNodeListView* view : m_views)
+        view->ControllerEnds();
+}
+
+void FrequencyNodeMediatorCtrl::Init(const QString& nodePath) {
+    RemoveMyMediators();
+    if (m_node)
+        m_node->DeleteObserver(this);
+    m_node = Tree::Instance()->GetNode(nodePath);
+    m_seenSerial = 0;
+    if (!m_node)
+        return;
+    m_node->AddObserver(this);
+    ForceUpdateNow();
+}
+
+Mediator* FrequencyNodeMediatorCtrl::CreateMediator(Observable* entryNode) {
+    return dynamic_cast<Node*>(entryNode) ? new FrequencyNodeMediator(this, entryNode, m_storeType) : nullptr;
+}
+
+void FrequencyNodeMediatorCtrl::NotifyCreated(Mediator* mediator) {
+    auto* item = dynamic_cast<FrequencyNodeMediator*>(mediator);
+    if (!item)
+        return;
+    item->OrderIndex = static_cast<unsigned>(m_order.size());
+    m_order.push_back(item);
+}
+
+void FrequencyNodeMediatorCtrl::NotifyDeleted(Mediator* mediator) {
+    const size_t index = mediator->OrderIndex;
+    if (index >= m_order.size() || static_cast<Mediator*>(m_order[index]) != mediator)
+        return;
+    m_order[index] = nullptr;
+    ++m_holes;
+    if (!m_ending)
+        SetDirty(true);
+}
+
+void FrequencyNodeMediatorCtrl::RemoveMyMediators() {
+    const std::vector<FrequencyNodeMediator*> mediators = std::move(m_order);
+    m_order.clear();
+    m_holes = 0;
+    for (FrequencyNodeMediator* mediator : mediators)
+        delete mediator;
+    for (FrequencyNodeListView* view : m_views)
+        view->RemoveEndedRows();
+}
+
+void FrequencyNodeMediatorCtrl::closeHoles() {
+    if (m_holes == 0)
+        return;
+    std::erase(m_order, nullptr);
+    for (size_t i = 0; i < m_order.size(); ++i)
+        m_order[i]->OrderIndex = static_cast<unsigned>(i);
+    m_holes = 0;
+}
+
+FrequencyNodeMediator* FrequencyNodeMediatorCtrl::At(unsigned long index) {
+    closeHoles();
+    return index < m_order.size() ? m_order[index] : nullptr;
+}
+
+FrequencyNodeMediator* FrequencyNodeMediatorCtrl::Find(const Node* entry) {
+    const auto found =
+        std::find_if(m_order.begin(), m_order.end(), [entry](const FrequencyNodeMediator* mediator) {
+            return mediator && mediator->GetNode() == entry;
+        });
+    return found == m_order.end() ? nullptr : *found;
+}
+
+void FrequencyNodeMediatorCtrl::ForEach(const std::function<void(FrequencyNodeMediator&)>& visit) {
+    for (FrequencyNodeMediator* mediator : m_order) {
+        if (mediator)
+            visit(*mediator);
+    }
+}
+
+void FrequencyNodeMediatorCtrl::followNewChildren() {
+    if (!m_node)
+        return;
+    const size_t known = m_order.size();
+    const std::vector<Node*> fresh = m_node->ChildrenSince(m_seenSerial);
+    m_order.reserve(known + fresh.size());
+    for (Node* child : fresh) {
+        if (Mediator* mediator = CreateMediator(child))
+            NotifyCreated(mediator);
+    }
+    if (known == m_order.size())
+        return;
+    const std::vector<FrequencyNodeMediator*> added(m_order.begin() + static_cast<std::ptrdiff_t>(known),
+                                                    m_order.end());
+    for (FrequencyNodeListView* view : m_views)
+        view->AddRows(added);
+}
+
+void FrequencyNodeMediatorCtrl::ForceUpdateNow() {
+    m_timer.stop();
+    if (m_suspended || m_ending)
+        return;
+    MultiViewMediatorCtrl::SetDirty(false);
+    closeHoles();
+    for (FrequencyNodeListView* view : m_views)
+        view->RemoveEndedRows();
+    followNewChildren();
+    for (FrequencyNodeListView* view : m_views)
+        view->RowsChanged();
+    emit Refreshed();
+}
+
+void FrequencyNodeMediatorCtrl::OnTimer() {
+    m_timer.stop();
+    if (IsDirty())
+        ForceUpdateNow();
+}
+
+void FrequencyNodeMediatorCtrl::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == m_timer.timerId())
+        OnTimer();
+    else
+        QObject::timerEvent(event);
+}
+
+void FrequencyNodeMediatorCtrl::scheduleUpdate() {
+    if (!m_suspended && GetVisibleCnt() > 0 && !m_timer.isActive())
+        m_timer.start(TickMilliseconds, this);
+}
+
+void FrequencyNodeMediatorCtrl::SetDirty(bool dirty) {
+    MultiViewMediatorCtrl::SetDirty(dirty);
+    if (dirty)
+        scheduleUpdate();
+}
+
+void FrequencyNodeMediatorCtrl::Suspend(bool suspend) {
+    if (m_suspended == suspend)
+        return;
+    m_suspended = suspend;
+    if (suspend)
+        m_timer.stop();
+    else
+        ForceUpdateNow();
+}
+
+void FrequencyNodeMediatorCtrl::Update(Observable* subject, TChangeCode code) {
+    if (subject != m_node)
+        return;
+    if (code == TChangeCode::Removing || code == TChangeCode::MediatorNodeEnds) {
+        m_node = nullptr;
+        return;
+    }
+    SetDirty(true);
+}
+
+void FrequencyNodeMediatorCtrl::AddView(FrequencyNodeListView* view) {
+    if (!view || std::find(m_views.begin(), m_views.end(), view) != m_views.end())
+        return;
+    m_views.push_back(view);
+    closeHoles();
+    view->AddRows(m_order);
+}
+
+void FrequencyNodeMediatorCtrl::RemoveView(FrequencyNodeListView* view) {
+    if (std::erase(m_views, view) == 0)
+        return;
+    ForEach([view](FrequencyNodeMediator& mediator) { mediator.RemoveView(view); });
+}
+
+void FrequencyNodeMediatorCtrl::UpdateMyViewItems(FrequencyNodeListView* view) {
+    ForEach([view](FrequencyNodeMediator& mediator) {
+        if (FrequencyNodeMediatorViewItem* row = mediator.GetItem4View(view))
+            row->MarkStale();
+    });
+    if (view)
+        view->RowsChanged();
+}
+
+QString FrequencyNodeMediatorCtrl::GetUsageName() const {
+    return FreqStoreXml::FrequencyStoreList::UsageToName(FreqStoreXml::FrequencyStoreList::Unspecified);
+}

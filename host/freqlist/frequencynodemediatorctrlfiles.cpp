@@ -1,0 +1,121 @@
+#include "host/base/trace.h"
+#include "host/freqlist/frequencynodemediator.h"
+#include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/freqstorexml/liststreams.h"
+#include "host/valuetree/tree.h"
+
+#include <QSaveFile>
+
+using FreqStoreXml::FrequencyStoreEntry;
+using FreqStoreXml::FrequencyStoreList;
+using FreqStoreXml::FrequencyStoreListHelper;
+using FreqStoreXml::FrequencyStoreListWriter;
+
+namespace {
+
+constexpr char TraceSource[] = "frequencynodemediatorctrl";
+
+/// Runs one file operation; false, traced, when it fails.
+bool traced(unsigned short line, const std::function<void()>& operation) {
+    try {
+        operation();
+        return true;
+    } catch (const RGException& exception) {
+        TraceLazily(TraceSource, line, [&] { return exception.GetErrorText(); });
+        return false;
+    }
+}
+
+template <typename V, typename Content>
+void addOwn(Node& node, const char* key, const Content& content) {
+    auto* value = new V;
+    value->SetValue(content);
+    node.AddValue(FreqList::KeyId(key), value);
+}
+
+} // namespace
+
+/// Each mediator describes itself into a list of one, so that a million entries never stand in memory.
+void FrequencyNodeMediatorCtrl::writeList(FrequencyStoreListWriter& writer) {
+    FrequencyStoreList one;
+    bool begun = false;
+    ForEach([&](FrequencyNodeMediator& mediator) {
+        if (!begun)
+            writer.Begin(FrequencyStoreList::NameToUsage(mediator.GetUsage()));
+        begun = true;
+        mediator.AddToXml(one);
+        for (const FrequencyStoreEntry& entry : std::as_const(one).GetFrequencyStoreEntry())
+            writer.Append(entry);
+        one.GetFrequencyStoreEntry().resize(0);
+    });
+    if (!begun)
+        writer.Begin(FrequencyStoreList::NameToUsage(GetUsageName()));
+    writer.Commit();
+}
+
+void FrequencyNodeMediatorCtrl::writeLines(const QString& fileName) {
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly))
+        throw RGException(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
+    ForEach([&](FrequencyNodeMediator& mediator) {
+        const QString line = mediator.ToString();
+        if (!line.isEmpty())
+            file.write((line + QLatin1Char('\n')).toUtf8());
+    });
+    if (!file.commit())
+        throw RGException(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
+}
+
+void FrequencyNodeMediatorCtrl::WriteFrequencies(const QString& fileName, bool csv,
+                                                 FrequencyStoreListHelper::ListType type) {
+    FrequencyStoreListWriter writer(fileName, csv, type);
+    writeList(writer);
+}
+
+bool FrequencyNodeMediatorCtrl::SaveFrequencies(const QString& fileName) {
+    return traced(60, [&] { WriteFrequencies(fileName, false, FrequencyStoreListHelper::XmlList); });
+}
+
+bool FrequencyNodeMediatorCtrl::ExportFrequencies(const QString& fileName,
+                                                  FrequencyStoreListHelper::ListType type) {
+    return traced(64, [&] {
+        if (type == FrequencyStoreListHelper::SearchResults)
+            writeLines(fileName);
+        else
+            WriteFrequencies(fileName, true, type);
+    });
+}
+
+QString FrequencyNodeMediatorCtrl::GetFreqStoreReport() {
+    FrequencyStoreList list;
+    list.SetUsage(FrequencyStoreList::NameToUsage(GetUsageName()));
+    ForEach([&](FrequencyNodeMediator& mediator) { mediator.AddToXml(list); });
+    return list.GetXmlString();
+}
+
+void FrequencyNodeMediatorCtrl::SetReportXml(const QString& xml, bool replace) {
+    FrequencyStoreList list;
+    if (!m_node || !list.SetXmlString(xml, true)) {
+        TraceLazily(TraceSource, 84, [] { return QStringLiteral("Report is no frequency-store list"); });
+        return;
+    }
+    if (replace)
+        m_node->DeleteChildren();
+    for (const FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry())
+        takeEntry(entry);
+    ForceUpdateNow();
+}
+
+/// Makes a plain entry: a node with the values that every list has.
+void FrequencyNodeMediatorCtrl::takeEntry(const FrequencyStoreEntry& entry) {
+    auto* node = new Node(m_node, QStringLiteral("Entry"));
+    const auto& settings = entry.GetFFM_Settings();
+    addOwn<ValueNumeric<double>>(*node, FreqList::KeyFrequency, settings.GetFrequency().GetValue());
+    addOwn<ValueNumeric<double>>(*node, FreqList::KeyBandwidth, settings.GetIFBandwidth().GetValue());
+    addOwn<Value<QString>>(*node, FreqList::KeyComment, entry.GetComment());
+    addOwn<Value<QString>>(*node, FreqList::KeyDemodulation,
+                           FreqStoreXml::FFM_Settings::AnalogDemodToName(settings.GetAnalogDemod()));
+    addOwn<Value<char>>(*node, FreqList::KeyType,
+                        entry.GetType().isEmpty() ? 'a' : entry.GetType()[0].toLatin1());
+    m_node->AddItemUnique(node);
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+class FreqStoreListViewButtonBar;
+class QWidget;
+class SortListView;
+
+/// A list view as the store's windows see it.
+class FrequencyStoreListView {
+public:
+    virtual ~FrequencyStoreListView() = default;
+
+    /// Identifier of the list in the store.
+    void SetID(unsigned listId) { m_listId = listId; }
+    unsigned GetID() const { return m_listId; }
+
+    /// Whether the view is in use by a window; a view that is not need not follow its list.
+    virtual void SetConnected(bool connected) { m_connected = connected; }
+    bool IsConnected() const { return m_connected; }
+
+    /// Selects the row of that frequency (Hz), the nearest one when there is no such row.
+    virtual void SelectFrequency(double hertz) = 0;
+    virtual QWidget* GetWidget() = 0;
+    virtual SortListView* GetListView() = 0;
+    /// The window hands the view its button bar, which the window owns; null takes none.
+    virtual void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) = 0;
+
+private:
+    unsigned m_listId = 0;
+    bool m_connected = true;
+};

@@ -1,0 +1,109 @@
+#pragma once
+
+#include "host/base/observer.h"
+
+#include <QString>
+
+#include <vector>
+
+class FrequencyNodeListView;
+class FrequencyNodeMediatorViewItem;
+class QWidget;
+
+/// What views, the frequency bar and the receiver read of one list item. A getter returns false, with its
+/// output untouched, when the item has no such property. The trailing int selects a sub-item; items without
+/// sub-items take 0. Frequencies and bandwidths in Hz.
+class IFrequencyStoreItem {
+public:
+    virtual ~IFrequencyStoreItem() = default;
+
+    virtual bool GetFrequency(double& frequency, int subItem) = 0;
+    virtual bool GetBandwidth(double& bandwidth, int subItem) = 0;
+    virtual bool GetComment(QString& comment, int subItem) = 0;
+    virtual bool GetTip(QString& tip, int subItem) = 0;
+    virtual bool GetDemodulation(QString& demodulation, int subItem) = 0;
+    virtual bool GetType(char& type, int subItem) = 0;
+    virtual bool GetSquelchState(QString& state, int subItem) = 0;
+    virtual bool GetSquelchValue(int& value, int subItem) = 0;
+    virtual bool GetAttenuation(QString& attenuation, int subItem) = 0;
+    virtual bool GetAfc(QString& afc, int subItem) = 0;
+    /// Tunes the receiver to the item with all its settings; `view` is the widget that the operator used.
+    virtual void SetFrequency(QWidget* view) = 0;
+    virtual void UpdateMyViewItems(FrequencyNodeListView* view) = 0;
+    virtual void UpdateAllViewItems() = 0;
+    virtual int GetSubItemId() = 0;
+    /// Steps to the next sub-item and returns its id; `atEnd` says that there is none (then 0).
+    virtual int IterateSubItems(bool& atEnd) = 0;
+};
+
+/// One list item that is shown in several views at once: it keeps one row per view. The rows belong to their
+/// views; a row whose item ends is taken out by its view.
+class MultiViewMediator : public IFrequencyStoreItem, public Observable {
+public:
+    MultiViewMediator() = default;
+    MultiViewMediator(const MultiViewMediator&) = delete;
+    MultiViewMediator& operator=(const MultiViewMediator&) = delete;
+    ~MultiViewMediator() override;
+
+    void AddView(FrequencyNodeListView* view, FrequencyNodeMediatorViewItem* row);
+    /// Forgets the row in that view; the row stays where it is.
+    void RemoveView(FrequencyNodeListView* view);
+    /// Marks the rows in all views as stale: each asks for its texts when it is next seen, sorted or
+    /// searched.
+    void UpdateAllViewItems() override;
+    int GetSubItemId() override { return 0; }
+    int IterateSubItems(bool& atEnd) override {
+        atEnd = true;
+        return 0;
+    }
+    /// The item's row in that view, or null.
+    FrequencyNodeMediatorViewItem* GetItem4View(const FrequencyNodeListView* view) const;
+
+private:
+    /// Most items are shown in one view or in none.
+    FrequencyNodeMediatorViewItem* m_row = nullptr;
+    std::vector<FrequencyNodeMediatorViewItem*>* m_furtherRows = nullptr;
+};
+
+/// The part of a mediator controller that the store and the views talk to.
+class MultiViewMediatorCtrl {
+public:
+    virtual ~MultiViewMediatorCtrl() = default;
+
+    /// Binds the controller to the list node at that path.
+    virtual void Init(const QString& nodePath) = 0;
+    /// Brings items and rows up to date at once.
+    virtual void ForceUpdateNow() = 0;
+    virtual void RemoveMyMediators() = 0;
+    /// Attach and detach a view; attaching twice is attaching once.
+    virtual void AddView(FrequencyNodeListView* view) = 0;
+    virtual void RemoveView(FrequencyNodeListView* view) = 0;
+    /// Marks all rows of one view as stale.
+    virtual void UpdateMyViewItems(FrequencyNodeListView* view) = 0;
+
+    /// Marks the list as changed: it is refreshed at the next timer tick.
+    virtual void SetDirty(bool dirty) { m_dirty = dirty; }
+    bool IsDirty() const { return m_dirty; }
+    /// Counts one more party that wants the list kept up to date, and returns the count. A controller that
+    /// nobody wants does not follow its node.
+    int IncrementVisibleCnt(QWidget* view = nullptr);
+    int GetVisibleCnt() const { return m_visible; }
+
+private:
+    bool m_dirty = false;
+    int m_visible = 0;
+};
+
+/// Report interface of a controller.
+class IFreqStoreReport {
+public:
+    virtual ~IFreqStoreReport() = default;
+
+    /// The list as frequency-store XML text.
+    virtual QString GetFreqStoreReport() = 0;
+    /// Takes the entries of a frequency-store XML text into the list, behind those that are there or, with
+    /// `replace`, instead of them. A text that is no such list changes nothing and is traced.
+    virtual void SetReportXml(const QString& xml, bool replace) = 0;
+    /// The list's store type, as given to the controller when it was made.
+    virtual int GetFreqStoreType() = 0;
+};

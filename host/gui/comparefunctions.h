@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+
+/// Compare functions of sortable columns: negative, zero or positive as the first text goes before, with or
+/// after the second. They are total orders; empty texts go last.
+using CompareFunction = int (*)(const QString&, const QString&);
+
+/// Text order, case-insensitive first, then by code.
+int _compStandardString(const QString& a, const QString& b);
+/// Numeric order of the texts; texts that are no numbers go behind all numbers, in text order.
+int _compStandardNumeric(const QString& a, const QString& b);
+/// Numeric order of texts that may carry a unit suffix (Hz, kHz, MHz, GHz, or another one, which counts 1).
+int _compNumericWithSuffix(const QString& a, const QString& b);
+
+/// What a text is sorted by under one of the functions above: two keys compare as the function compares their
+/// texts, without parsing them again.
+struct SortKey {
+    enum class Kind : char { Number, Text, Empty };
+
+    Kind kind = Kind::Empty;
+    double number = 0;
+    QString text;       ///< as it is; empty for numbers
+    QString foldedText; ///< case-folded form of `text`
+
+    static SortKey Of(const QString& text, CompareFunction function);
+};
+
+int Compare(const SortKey& a, const SortKey& b);
+
+/// Whether `SortKey` knows the order of that function.
+bool HasSortKey(CompareFunction function);

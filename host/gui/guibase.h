@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QFileDialog>
+
+/// Choices of the operator that hold for the whole GUI.
+class GuiBase {
+public:
+    static GuiBase& Instance();
+
+    /// Options of every file dialog: the system's own dialogs, or Qt's.
+    QFileDialog::Options UseNativeDialogs() const { return m_options; }
+    void SetUseNativeDialogs(bool native) {
+        m_options = native ? QFileDialog::Options() : QFileDialog::Options(QFileDialog::DontUseNativeDialog);
+    }
+
+    /// Where file dialogs without a directory of their own start.
+    const QString& GetCurrentDirectory() const { return m_currentDirectory; }
+    void SetCurrentDirectory(const QString& directory) { m_currentDirectory = directory; }
+
+private:
+    GuiBase() = default;
+
+    QFileDialog::Options m_options;
+    QString m_currentDirectory;
+};

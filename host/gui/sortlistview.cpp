@@ -1,0 +1,462 @@
+#include "host/gui/sortlistview.h"
+
+#include "host/gui/listsettings.h"
+
+#include <QContextMenuEvent>
+#include <QCoreApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QScrollBar>
+
+#include <numeric>
+#include <unordered_set>
+
+namespace {
+
+const QEvent::Type SortEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
+
+constexpr Qt::AlignmentFlag Alignments[] = {Qt::AlignLeft, Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter};
+
+SortListViewItem* asRow(QTreeWidgetItem* item) {
+    return static_cast<SortListViewItem*>(item);
+}
+
+/// Order of the rows by keys that are computed once each. Empty cells stay last in either direction.
+std::vector<qsizetype> orderByKeys(const QList<QTreeWidgetItem*>& rows, int column, CompareFunction function,
+                                   bool ascending) {
+    std::vector<SortKey> keys;
+    keys.reserve(static_cast<size_t>(rows.size()));
+    for (QTreeWidgetItem* row : rows)
+        keys.push_back(SortKey::Of(asRow(row)->CellText(column), function));
+    std::vector<qsizetype> order(keys.size());
+    std::iota(order.begin(), order.end(), qsizetype(0));
+    std::stable_sort(order.begin(), order.end(), [&](qsizetype a, qsizetype b) {
+        const SortKey& left = keys[static_cast<size_t>(a)];
+        const SortKey& right = keys[static_cast<size_t>(b)];
+        if (ascending || left.kind == SortKey::Kind::Empty || right.kind == SortKey::Kind::Empty)
+            return Compare(left, right) < 0;
+        return Compare(right, left) < 0;
+    });
+    return order;
+}
+
+/// Order of the rows by a function that knows texts only.
+std::vector<qsizetype> orderByFunction(const QList<QTreeWidgetItem*>& rows, int column,
+                                       CompareFunction function, bool ascending) {
+    std::vector<QString> texts;
+    texts.reserve(static_cast<size_t>(rows.size()));
+    for (QTreeWidgetItem* row : rows)
+        texts.push_back(asRow(row)->CellText(column));
+    std::vector<qsizetype> order(texts.size());
+    std::iota(order.begin(), order.end(), qsizetype(0));
+    std::stable_sort(order.begin(), order.end(), [&](qsizetype a, qsizetype b) {
+        const QString& left = texts[static_cast<size_t>(a)];
+        const QString& right = texts[static_cast<size_t>(b)];
+        return (ascending ? function(left, right) : function(right, left)) < 0;
+    });
+    return order;
+}
+
+} // namespace
+
+SortListView::SortListView(QWidget* parent) : QTreeWidget(parent) {
+    setColumnCount(0);
+    setRootIsDecorated(false);
+    setUniformRowHeights(true);
+    setAlternatingRowColors(true);
+    setVerticalScrollMode(ScrollPerItem);
+    QTreeWidget::setSelectionMode(ExtendedSelection);
+    header()->setSectionsClickable(true);
+    header()->setSectionsMovable(true);
+    header()->setContextMenuPolicy(Qt::CustomContextMenu);
+
+    connect(this, &QTreeWidget::itemClicked, this, &SortListView::slotClicked);
+    connect(this, &QTreeWidget::itemDoubleClicked, this, &SortListView::slotDoubleClicked);
+    connect(this, &QTreeWidget::itemExpanded, this, &SortListView::slotExpanded);
+    connect(this, &QTreeWidget::itemCollapsed, this, &SortListView::slotCollapsed);
+    connect(this, &QTreeWidget::itemSelectionChanged, this, &SortListView::slotSelectionChanged);
+    connect(header(), &QHeaderView::sectionClicked, this, &SortListView::slotHeaderClicked);
+    connect(header(), &QWidget::customContextMenuRequested, this,
+            &SortListView::slotHeaderContextMenuRequested);
+}
+
+SortListView::~SortListView() {
+    saveHeader();
+    qDeleteAll(m_filteredOut);
+    delete m_headerMenu;
+}
+
+int SortListView::addColumn(const QString& title) {
+    const int index = columnCount();
+    setColumnCount(index + 1);
+    headerItem()->setText(index, title);
+    return index;
+}
+
+void SortListView::setColumnAlignment(unsigned column, int alignment) {
+    const bool isCode = alignment >= 0 && alignment < static_cast<int>(std::size(Alignments));
+    const Qt::Alignment horizontal = isCode ? Qt::Alignment(Alignments[alignment]) : Qt::Alignment(alignment);
+    m_alignments.resize(std::max(m_alignments.size(), static_cast<size_t>(column) + 1), Qt::AlignLeft);
+    m_alignments[column] = horizontal;
+    headerItem()->setTextAlignment(static_cast<int>(column), horizontal | Qt::AlignVCenter);
+}
+
+Qt::Alignment SortListView::ColumnAlignment(int column) const {
+    const bool known = column >= 0 && static_cast<size_t>(column) < m_alignments.size();
+    return (known ? m_alignments[static_cast<size_t>(column)] : Qt::AlignLeft) | Qt::AlignVCenter;
+}
+
+void SortListView::setColumnWidthMode(int column, int mode) {
+    header()->setSectionResizeMode(column, static_cast<QHeaderView::ResizeMode>(mode));
+}
+
+void SortListView::SetColumnWidthPersistantName(const QString& name) {
+    m_persistentName = name;
+    m_defaultHeader = header()->saveState();
+    restoreHeader();
+}
+
+void SortListView::saveHeader() const {
+    if (!m_persistentName.isEmpty() && header()->saveState() != m_defaultHeader)
+        ListSettings::Save(m_persistentName, header()->saveState());
+}
+
+void SortListView::restoreHeader() {
+    const QByteArray state = ListSettings::Load(m_persistentName);
+    if (!state.isEmpty() && !header()->restoreState(state))
+        header()->restoreState(m_defaultHeader);
+}
+
+void SortListView::SetCompareFunctionLength(int length) {
+    m_compare.reserve(static_cast<size_t>(std::max(length, 0)));
+}
+
+void SortListView::SetCompareFunction(int column, CompareFunction function) {
+    if (column < 0)
+        return;
+    if (static_cast<size_t>(column) >= m_compare.size())
+        m_compare.resize(static_cast<size_t>(column) + 1, nullptr);
+    m_compare[static_cast<size_t>(column)] = function;
+}
+
+CompareFunction SortListView::compareFunction(int column) const {
+    const bool known = column >= 0 && static_cast<size_t>(column) < m_compare.size();
+    const CompareFunction function = known ? m_compare[static_cast<size_t>(column)] : nullptr;
+    return function ? function : _compStandardString;
+}
+
+void SortListView::AllowSort(bool allow) {
+    m_sortAllowed = allow;
+    if (allow && std::exchange(m_sortWanted, false))
+        postSort();
+}
+
+void SortListView::sort() {
+    if (IsFilling() || m_sortColumn < 0)
+        return;
+    if (m_sortAllowed)
+        postSort();
+    else
+        m_sortWanted = true;
+}
+
+void SortListView::postSort() {
+    if (!std::exchange(m_sortPosted, true))
+        QCoreApplication::postEvent(this, new QEvent(SortEvent), Qt::LowEventPriority);
+}
+
+void SortListView::customEvent(QEvent* event) {
+    if (event->type() != SortEvent) {
+        QTreeWidget::customEvent(event);
+        return;
+    }
+    m_sortPosted = false;
+    if (!m_sortAllowed)
+        m_sortWanted = true;
+    else if (m_sortColumn >= 0)
+        sortNow();
+}
+
+void SortListView::sortByColumn(int column, Qt::SortOrder order) {
+    m_sortColumn = column < columnCount() ? column : -1;
+    m_sortOrder = order;
+    if (header()->isSortIndicatorShown() || m_showSortIndicator) {
+        header()->setSortIndicatorShown(m_sortColumn >= 0);
+        header()->setSortIndicator(m_sortColumn, order);
+    }
+    sortNow();
+}
+
+void SortListView::setShowSortIndicator(bool show) {
+    m_showSortIndicator = show;
+    header()->setSortIndicatorShown(show && m_sortColumn >= 0);
+}
+
+void SortListView::sortNow() {
+    replaceShown([this](Rows& rows) { sortRows(rows); });
+}
+
+void SortListView::sortRows(Rows& rows) const {
+    if (m_sortColumn < 0) {
+        std::sort(rows.begin(), rows.end(), [](QTreeWidgetItem* a, QTreeWidgetItem* b) {
+            return asRow(a)->Sequence < asRow(b)->Sequence;
+        });
+        return;
+    }
+    const CompareFunction function = compareFunction(m_sortColumn);
+    const bool ascending = m_sortOrder == Qt::AscendingOrder;
+    const std::vector<qsizetype> order = HasSortKey(function)
+                                             ? orderByKeys(rows, m_sortColumn, function, ascending)
+                                             : orderByFunction(rows, m_sortColumn, function, ascending);
+    Rows sorted;
+    sorted.reserve(rows.size());
+    for (const qsizetype index : order)
+        sorted.append(rows[index]);
+    rows.swap(sorted);
+}
+
+/// Takes all shown rows out, lets `change` make other ones of them, and puts those in, with selection,
+/// current row and scroll position kept. Rows that `change` leaves out are the caller's.
+void SortListView::replaceShown(const std::function<void(Rows&)>& change) {
+    std::unordered_set<const QTreeWidgetItem*> selected;
+    for (const QModelIndex& index : selectionModel()->selectedRows())
+        selected.insert(itemFromIndex(index));
+    QTreeWidgetItem* current = QTreeWidget::currentItem();
+    const int scroll = verticalScrollBar()->value();
+
+    setUpdatesEnabled(false);
+    {
+        const QSignalBlocker quiet(this);
+        const QSignalBlocker quietSelection(selectionModel());
+        Rows rows = invisibleRootItem()->takeChildren();
+        change(rows);
+        addTopLevelItems(rows);
+
+        QItemSelection selection;
+        int rangeStart = -1;
+        const int last = columnCount() - 1;
+        for (int i = 0; i <= rows.size(); ++i) {
+            const bool isSelected = i < rows.size() && selected.contains(rows[i]);
+            if (isSelected && rangeStart < 0)
+                rangeStart = i;
+            if (!isSelected && rangeStart >= 0) {
+                selection.select(model()->index(rangeStart, 0), model()->index(i - 1, std::max(last, 0)));
+                rangeStart = -1;
+            }
+            if (i < rows.size() && rows[i] == current)
+                selectionModel()->setCurrentIndex(model()->index(i, 0), QItemSelectionModel::NoUpdate);
+        }
+        selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    }
+    verticalScrollBar()->setValue(scroll);
+    setUpdatesEnabled(true);
+    viewport()->update();
+}
+
+void SortListView::appendRows(const Rows& rows) {
+    if (m_filter.isEmpty()) {
+        addTopLevelItems(rows);
+        return;
+    }
+    Rows shown;
+    for (QTreeWidgetItem* row : rows) {
+        if (matchesFilter(row))
+            shown.append(row);
+        else
+            m_filteredOut.push_back(row);
+    }
+    addTopLevelItems(shown);
+}
+
+void SortListView::AddItems(const std::vector<SortListViewItem*>& items) {
+    if (items.empty())
+        return;
+    Rows rows;
+    rows.reserve(static_cast<qsizetype>(items.size()));
+    for (SortListViewItem* item : items) {
+        item->Sequence = ++m_lastSequence;
+        rows.append(item);
+    }
+    appendRows(rows);
+    sort();
+    emit countsChanged();
+}
+
+void SortListView::RemoveItems(const std::function<bool(const SortListViewItem&)>& remove) {
+    Rows removed;
+    std::erase_if(m_filteredOut, [&](QTreeWidgetItem* row) {
+        const bool out = remove(*asRow(row));
+        if (out)
+            removed.append(row);
+        return out;
+    });
+    replaceShown([&](Rows& rows) {
+        const auto kept = std::stable_partition(rows.begin(), rows.end(),
+                                                [&](QTreeWidgetItem* row) { return !remove(*asRow(row)); });
+        removed.append(Rows(kept, rows.end()));
+        rows.erase(kept, rows.end());
+    });
+    qDeleteAll(removed);
+    emit countsChanged();
+    slotSelectionChanged();
+}
+
+bool SortListView::matchesFilter(const QTreeWidgetItem* row) const {
+    const auto* item = static_cast<const SortListViewItem*>(row);
+    for (int column = 0; column < columnCount(); ++column) {
+        if (item->CellText(column).contains(m_filter, Qt::CaseInsensitive))
+            return true;
+    }
+    return false;
+}
+
+void SortListView::SetFilterText(const QString& text) {
+    if (text == m_filter)
+        return;
+    const bool narrows = !m_filter.isEmpty() && text.contains(m_filter, Qt::CaseInsensitive);
+    m_filter = text;
+    replaceShown([&](Rows& rows) {
+        if (!narrows) {
+            rows.append(Rows(m_filteredOut.begin(), m_filteredOut.end()));
+            m_filteredOut.clear();
+            sortRows(rows);
+        }
+        if (text.isEmpty())
+            return;
+        const auto out = std::stable_partition(rows.begin(), rows.end(),
+                                               [this](QTreeWidgetItem* row) { return matchesFilter(row); });
+        m_filteredOut.insert(m_filteredOut.end(), out, rows.end());
+        rows.erase(out, rows.end());
+    });
+    emit countsChanged();
+    slotSelectionChanged();
+}
+
+int SortListView::SelectedCount() const {
+    int count = 0;
+    for (const QItemSelectionRange& range : selectionModel()->selection())
+        count += range.height();
+    return count;
+}
+
+void SortListView::RowsChanged() {
+    viewport()->update();
+    sort();
+}
+
+void SortListView::setMultiSelection(bool multi) {
+    QTreeWidget::setSelectionMode(multi ? ExtendedSelection : SingleSelection);
+}
+
+void SortListView::setSelectionMode(int mode) {
+    QTreeWidget::setSelectionMode(static_cast<SelectionMode>(mode));
+}
+
+void SortListView::setSelected(QTreeWidgetItem* item, bool selected) {
+    if (item)
+        item->setSelected(selected);
+}
+
+SortListViewItem* SortListView::currentItem() const {
+    return static_cast<SortListViewItem*>(QTreeWidget::currentItem());
+}
+
+SortListViewItem* SortListView::firstChild() const {
+    return static_cast<SortListViewItem*>(topLevelItem(0));
+}
+
+SortListViewItem* SortListView::takeItem(SortListViewItem* item) {
+    const int index = item ? indexOfTopLevelItem(item) : -1;
+    if (index < 0 && std::erase(m_filteredOut, item) == 0)
+        return nullptr;
+    if (index >= 0)
+        takeTopLevelItem(index);
+    emit countsChanged();
+    return item;
+}
+
+void SortListView::ensureItemVisible(SortListViewItem* item) {
+    if (item)
+        scrollToItem(item);
+}
+
+void SortListView::SetHeaderMenu(QMenu* menu) {
+    if (m_headerMenu != menu)
+        delete m_headerMenu;
+    m_headerMenu = menu;
+}
+
+void SortListView::slotClicked(QTreeWidgetItem* item, int) {
+    emit clicked(asRow(item));
+}
+
+void SortListView::slotDoubleClicked(QTreeWidgetItem* item, int) {
+    emit doubleClicked(asRow(item));
+}
+
+void SortListView::slotExpanded(QTreeWidgetItem* item) {
+    emit expanded(asRow(item));
+}
+
+void SortListView::slotCollapsed(QTreeWidgetItem* item) {
+    emit collapsed(asRow(item));
+}
+
+void SortListView::slotHeaderClicked(int column) {
+    if (column != m_sortColumn)
+        sortByColumn(column, Qt::AscendingOrder);
+    else if (m_sortOrder == Qt::AscendingOrder)
+        sortByColumn(column, Qt::DescendingOrder);
+    else
+        sortByColumn(-1, Qt::AscendingOrder);
+}
+
+void SortListView::slotHeaderContextMenuRequested(const QPoint& position) {
+    QMenu menu;
+    if (m_headerMenu && !m_headerMenu->isEmpty()) {
+        menu.addActions(m_headerMenu->actions());
+        menu.addSeparator();
+    }
+    const int shown = columnCount() - header()->hiddenSectionCount();
+    for (int column = 0; column < columnCount(); ++column) {
+        QAction* action = menu.addAction(headerItem()->text(column));
+        action->setCheckable(true);
+        action->setChecked(!isColumnHidden(column));
+        action->setEnabled(shown > 1 || isColumnHidden(column)); // the last column stays
+        connect(action, &QAction::toggled, this,
+                [this, column](bool show) { setColumnHidden(column, !show); });
+    }
+    menu.addSeparator();
+    connect(menu.addAction(tr("Unsorted")), &QAction::triggered, this,
+            [this] { sortByColumn(-1, Qt::AscendingOrder); });
+    connect(menu.addAction(tr("Reset columns")), &QAction::triggered, this, [this] {
+        if (!m_defaultHeader.isEmpty())
+            header()->restoreState(m_defaultHeader);
+    });
+    menu.exec(header()->mapToGlobal(position));
+}
+
+void SortListView::slotSelectionChanged() {
+    emit selectionChanged(currentItem());
+    emit countsChanged();
+}
+
+void SortListView::contextMenuEvent(QContextMenuEvent* event) {
+    QTreeWidgetItem* item = itemAt(event->pos());
+    emit contextMenuRequested(asRow(item), event->globalPos(), columnAt(event->pos().x()));
+    event->accept();
+}
+
+void SortListView::showEvent(QShowEvent* event) {
+    QTreeWidget::showEvent(event);
+    emit countsChanged();
+}
+
+void SortListView::keyPressEvent(QKeyEvent* event) {
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentItem()) {
+        emit returnPressed(currentItem());
+        return;
+    }
+    QTreeWidget::keyPressEvent(event);
+}

@@ -1,0 +1,142 @@
+#pragma once
+
+#include "host/gui/comparefunctions.h"
+#include "host/gui/sortlistviewitem.h"
+
+#include <QTreeWidget>
+
+#include <functional>
+#include <vector>
+
+class QMenu;
+
+/// Sortable list with a compare function per column, made for a million rows: texts are asked for when rows
+/// are seen, sort keys are computed once per row, rows come and go in bulk. A request to sort takes effect
+/// once per turn of the event loop however often it is made.
+class SortListView : public QTreeWidget {
+    Q_OBJECT
+
+public:
+    explicit SortListView(QWidget* parent = nullptr);
+    ~SortListView() override;
+
+    /// Appends a column and returns its index.
+    int addColumn(const QString& title);
+    /// 1 left, 2 right, 4 centre; any Qt alignment does, too.
+    void setColumnAlignment(unsigned column, int alignment);
+    Qt::Alignment ColumnAlignment(int column) const;
+    /// A `QHeaderView::ResizeMode`.
+    void setColumnWidthMode(int column, int mode);
+    /// Widths, order and visibility of columns are remembered under that name. Call it when all columns
+    /// stand.
+    void SetColumnWidthPersistantName(const QString& name);
+    /// Announces how many compare functions will be set; setting one behind that count grows the table.
+    void SetCompareFunctionLength(int length);
+    /// The order of a column; a column without a function sorts as text.
+    void SetCompareFunction(int column, CompareFunction function);
+
+    /// While sorting is not allowed, requests are kept until it is allowed again.
+    void AllowSort(bool allow);
+    /// Asks for a sort by the present column. Without a sort column rows stay in the order of the file.
+    void sort();
+    /// Sorts at once. Column -1 brings back the order in which rows were added.
+    void sortByColumn(int column, Qt::SortOrder order);
+    int SortColumn() const { return m_sortColumn; }
+    Qt::SortOrder SortOrder() const { return m_sortOrder; }
+    void setShowSortIndicator(bool show);
+
+    void setMultiSelection(bool multi);
+    using QTreeWidget::setSelectionMode;
+    /// 0 none, 1 single, 2 multi, 3 extended, 4 contiguous.
+    void setSelectionMode(int mode);
+    void setSelected(QTreeWidgetItem* item, bool selected);
+    SortListViewItem* currentItem() const;
+    SortListViewItem* firstChild() const;
+    /// Takes the row out of the list; the caller owns it then.
+    SortListViewItem* takeItem(SortListViewItem* item);
+    void ensureItemVisible(SortListViewItem* item);
+
+    /// Appends rows, of which the list takes ownership, in one operation. Sorting is asked for.
+    void AddItems(const std::vector<SortListViewItem*>& items);
+    /// Removes and deletes the rows for which `remove` is true, in one operation.
+    void RemoveItems(const std::function<bool(const SortListViewItem&)>& remove);
+
+    /// Shows only rows with a cell that contains the text, whatever its case; an empty text shows all. Rows
+    /// that are not shown are out of reach of iterators and selection.
+    void SetFilterText(const QString& text);
+    const QString& FilterText() const { return m_filter; }
+    /// Rows of the list, rows that the filter shows, selected rows.
+    int RowCount() const { return topLevelItemCount() + static_cast<int>(m_filteredOut.size()); }
+    int ShownCount() const { return topLevelItemCount(); }
+    int SelectedCount() const;
+    /// Rows that have filled themselves since the list was made.
+    quint64 FillCount() const { return m_fillCount; }
+    /// True while a row fills itself; requests to sort are ignored then.
+    bool IsFilling() const { return m_filling > 0; }
+
+    /// Rows have changed their texts: repaint, and sort again when sorted by anything.
+    void RowsChanged();
+    /// Replaces the actions above the column entries of the header menu; the list takes ownership.
+    void SetHeaderMenu(QMenu* menu);
+    QMenu* HeaderMenu() const { return m_headerMenu; }
+
+public slots:
+    void slotClicked(QTreeWidgetItem* item, int column);
+    void slotDoubleClicked(QTreeWidgetItem* item, int column);
+    void slotExpanded(QTreeWidgetItem* item);
+    void slotCollapsed(QTreeWidgetItem* item);
+    /// Sorts by the column, then in reverse, then not at all.
+    void slotHeaderClicked(int column);
+    void slotHeaderContextMenuRequested(const QPoint& position);
+    void slotSelectionChanged();
+
+signals:
+    void clicked(SortListViewItem* item);
+    void doubleClicked(SortListViewItem* item);
+    void returnPressed(SortListViewItem* item);
+    void expanded(SortListViewItem* item);
+    void collapsed(SortListViewItem* item);
+    /// The selection changed; `item` is the current row, or null.
+    void selectionChanged(SortListViewItem* item);
+    void contextMenuRequested(SortListViewItem* item, const QPoint& globalPosition, int column);
+    /// Number of rows, of shown rows or of selected rows may have changed.
+    void countsChanged();
+
+protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void customEvent(QEvent* event) override;
+
+private:
+    friend class SortListViewItem;
+
+    using Rows = QList<QTreeWidgetItem*>;
+
+    void sortNow();
+    void sortRows(Rows& rows) const;
+    void replaceShown(const std::function<void(Rows&)>& change);
+    void appendRows(const Rows& rows);
+    bool matchesFilter(const QTreeWidgetItem* row) const;
+    void postSort();
+    CompareFunction compareFunction(int column) const;
+    void saveHeader() const;
+    void restoreHeader();
+
+    std::vector<CompareFunction> m_compare;
+    std::vector<Qt::Alignment> m_alignments;
+    bool m_showSortIndicator = false;
+    int m_sortColumn = -1;
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
+    bool m_sortAllowed = true;
+    bool m_sortPosted = false;
+    bool m_sortWanted = false; ///< asked for while it was not allowed
+    int m_filling = 0;
+    std::vector<QTreeWidgetItem*> m_filteredOut; ///< rows that the filter keeps out of sight; owned
+    quint64 m_fillCount = 0;
+    quint32 m_lastSequence = 0;
+    QString m_filter;
+    QString m_persistentName;
+    QByteArray m_defaultHeader;
+    QMenu* m_headerMenu = nullptr;
+};

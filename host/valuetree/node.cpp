@@ -1,0 +1,355 @@
+#include "host/valuetree/node.h"
+
+#include "host/valuetree/nodeparts.h"
+#include "host/valuetree/tree.h"
+
+/// One node whose parts are being announced or removed; it steps aside when what it points at ends meanwhile.
+struct Node::RemovalCursor {
+    Node* node;
+    ValueBase* nextValue = nullptr;
+    bool dead = false;
+    RemovalCursor* outer;
+
+    static RemovalCursor*& innermost() {
+        static RemovalCursor* cursor = nullptr;
+        return cursor;
+    }
+    explicit RemovalCursor(Node* n) : node(n), outer(std::exchange(innermost(), this)) {}
+    RemovalCursor(const RemovalCursor&) = delete;
+    RemovalCursor& operator=(const RemovalCursor&) = delete;
+    ~RemovalCursor() { innermost() = outer; }
+};
+
+/// `value` leaves this node: removals under way must not go on from it.
+void Node::stepAside(const ValueBase* value) {
+    for (RemovalCursor* c = RemovalCursor::innermost(); c; c = c->outer) {
+        if (c->nextValue == value)
+            c->nextValue = value->m_next;
+    }
+}
+
+Life::Handle Node::WatchedHandle() const {
+    if (m_slot == 0)
+        m_slot = Life::Acquire(const_cast<Node*>(this)).index;
+    return Life::HandleOf(m_slot);
+}
+
+QString TreeItem::GetPathName() const {
+    const QString path = GetPathName_NoSlashForRoot();
+    return path.isEmpty() ? QStringLiteral("/") : path;
+}
+
+QString TreeItem::GetPathName_NoSlashForRoot() const {
+    const auto* node = static_cast<const Node*>(this);
+    if (!node->m_attached)
+        return m_parent || m_name != 0 ? Names::Text(m_name) : QString();
+    return m_parent->PathOfChild(node->segment());
+}
+
+Node::Node(Node* parent, const QString& name) : TreeItem(parent, Names::Intern(name)) {}
+
+Node::~Node() {
+    announceRemoval();
+    for (RemovalCursor* c = RemovalCursor::innermost(); c; c = c->outer)
+        c->dead = c->dead || c->node == this;
+
+    ITreeItem* const told = GetDeleteObserver();
+    if (m_attached && m_parent)
+        m_parent->unlinkChild(this);
+    while (ValueBase* value = m_firstValue) {
+        unlinkValue(value);
+        if (value->m_autoDelete)
+            delete value;
+    }
+    if (m_rare) {
+        for (Node* child : m_rare->children) {
+            if (child) {
+                child->m_attached = false;
+                delete child;
+            }
+        }
+    }
+    if (m_slot != 0)
+        Life::Release(m_slot);
+    if (told)
+        told->OnDeleted(this);
+}
+
+Node::Rare& Node::rare() {
+    if (!m_rare)
+        m_rare = std::make_unique<Rare>();
+    return *m_rare;
+}
+
+ITreeItem* Node::GetDeleteObserver() const {
+    return m_rare ? m_rare->deleteObserver : nullptr;
+}
+
+void Node::SetDeleteObserver(ITreeItem* item) {
+    rare().deleteObserver = item;
+}
+
+bool Node::IsInTree() const {
+    const Node* node = this;
+    while (node->m_attached)
+        node = node->m_parent;
+    return node == Tree::Instance()->GetRoot();
+}
+
+QString Node::segment() const {
+    if (m_ordinal <= 1)
+        return Names::Text(m_name);
+    return Names::Text(m_name) + QLatin1Char('#') + QString::number(m_ordinal);
+}
+
+QString Node::PathOfChild(const QString& segment) const {
+    return GetPathName_NoSlashForRoot() + QLatin1Char('/') + segment;
+}
+
+void Node::SetName(const QString& name, IObserver* originator, bool notify) {
+    const Names::Id id = Names::Intern(name);
+    if (id == m_name)
+        return;
+    if (m_attached) {
+        Rare& parent = m_parent->rare();
+        parent.forget(this, m_name, m_ordinal);
+        m_name = id;
+        m_ordinal = parent.nextOrdinal(id);
+        parent.remember(this, m_name, m_ordinal);
+    }
+    m_name = id;
+    if (notify)
+        NotifyObservers(TChangeCode::LookAgain, originator);
+}
+
+void Node::attach(Node* child) {
+    Rare& r = rare();
+    child->m_parent = this;
+    child->m_attached = true;
+    child->m_ordinal = r.nextOrdinal(child->m_name);
+    child->m_serial = ++r.lastSerial;
+    child->m_index = static_cast<quint32>(r.children.size());
+    r.children.push_back(child);
+    r.remember(child, child->m_name, child->m_ordinal);
+    NotifyObservers(TChangeCode::ChildrenChanged, nullptr);
+}
+
+void Node::AddItemUnique(Node* child) {
+    if (child && !child->m_attached && child != this)
+        attach(child);
+}
+
+void Node::AddItemUnique(ValueBase* value) {
+    if (!value || value->m_parent)
+        return;
+    const QString name = value->GetName();
+    for (int n = 2; !AddValue(value->GetName(), value); ++n)
+        value->SetName(QStringLiteral("%1#%2").arg(name, QString::number(n)));
+}
+
+bool Node::AddNode(const QString& name, Node* child) {
+    if (!child || child->m_attached || child == this || name.isEmpty() || name.contains(QLatin1Char('/')) ||
+        findChild(name))
+        return false;
+    child->m_name = Names::Intern(name);
+    attach(child);
+    return true;
+}
+
+bool Node::AddNode(const QString& path) {
+    Node* node = this;
+    bool created = false;
+    for (const QStringView part : QStringView(path).split(QLatin1Char('/'), Qt::SkipEmptyParts)) {
+        Node* child = node->findChild(part);
+        if (!child) {
+            child = new Node(node, part.toString());
+            node->attach(child);
+            created = true;
+        }
+        node = child;
+    }
+    return created;
+}
+
+Node* Node::findChild(QStringView segment) const {
+    if (!m_rare)
+        return nullptr;
+    if (Node* first = m_rare->find(Names::Find(segment), 1))
+        return first;
+    const qsizetype mark = segment.lastIndexOf(QLatin1Char('#'));
+    if (mark < 0)
+        return nullptr;
+    bool ok = false;
+    const uint ordinal = segment.mid(mark + 1).toUInt(&ok);
+    return ok && ordinal > 1 ? m_rare->find(Names::Find(segment.left(mark)), ordinal) : nullptr;
+}
+
+Node* Node::findNode(QStringView path) const {
+    const Node* node = this;
+    for (const QStringView part : path.split(QLatin1Char('/'), Qt::SkipEmptyParts)) {
+        node = node->findChild(part);
+        if (!node)
+            return nullptr;
+    }
+    return const_cast<Node*>(node);
+}
+
+void Node::unlinkChild(Node* child) {
+    Rare& r = rare();
+    r.forget(child, child->m_name, child->m_ordinal);
+    r.children[child->m_index] = nullptr;
+    ++r.holes;
+    child->m_attached = false;
+    if (r.holes * 2 > r.children.size() && r.removing == 0)
+        r.closeHoles();
+}
+
+bool Node::removeChild(Node* child) {
+    if (!child->announceRemoval())
+        return false;
+    delete child;
+    return true;
+}
+
+bool Node::DeleteNode(Node* child) {
+    if (!child || !child->m_attached || child->m_parent != this)
+        return false;
+    DeleteNodes({child});
+    return true;
+}
+
+void Node::DeleteNodes(const std::vector<Node*>& children) {
+    // Observers may delete other nodes of the selection meanwhile: go by place, which dead ones leave empty.
+    std::vector<quint32> places;
+    places.reserve(children.size());
+    for (const Node* child : children) {
+        if (child && child->m_attached && child->m_parent == this)
+            places.push_back(child->m_index);
+    }
+    if (places.empty())
+        return;
+    Rare& r = rare();
+    RemovalCursor cursor(this);
+    ++r.removing;
+    for (const quint32 place : places) {
+        if (Node* child = r.children[place])
+            removeChild(child);
+        if (cursor.dead)
+            return;
+    }
+    --r.removing;
+    if (r.removing == 0)
+        r.closeHoles();
+    NotifyObservers(TChangeCode::ChildrenChanged, nullptr);
+}
+
+void Node::DeleteChildren() {
+    if (!m_firstValue && ChildCount() == 0)
+        return;
+    RemovalCursor cursor(this);
+    if (!announceValues(cursor))
+        return;
+    while (ValueBase* value = m_firstValue) {
+        unlinkValue(value);
+        if (value->m_autoDelete)
+            delete value;
+        if (cursor.dead)
+            return;
+    }
+    if (m_rare) {
+        Rare& r = *m_rare;
+        ++r.removing;
+        const size_t count = r.children.size(); // children attached meanwhile stay
+        for (size_t place = 0; place < count; ++place) {
+            if (Node* child = r.children[place])
+                removeChild(child);
+            if (cursor.dead)
+                return;
+        }
+        if (--r.removing == 0)
+            r.closeHoles();
+    }
+    NotifyObservers(TChangeCode::ChildrenChanged, nullptr);
+}
+
+/// Tells everyone below and at this node that it ends; false when the node was deleted meanwhile.
+bool Node::announceRemoval() {
+    if (std::exchange(m_announced, true))
+        return true;
+    RemovalCursor cursor(this);
+    for (const TChangeCode code : {TChangeCode::MediatorNodeEnds, TChangeCode::Removing}) {
+        if (HasObservers())
+            NotifyObservers(code, nullptr);
+        if (cursor.dead)
+            return false;
+    }
+    return announceValues(cursor) && announceChildren(cursor);
+}
+
+bool Node::announceValues(RemovalCursor& cursor) {
+    for (ValueBase* value = m_firstValue; value; value = cursor.nextValue) {
+        cursor.nextValue = value->m_next;
+        value->AnnounceRemoval();
+        if (cursor.dead)
+            return false;
+    }
+    return true;
+}
+
+bool Node::announceChildren(RemovalCursor& cursor) {
+    if (!m_rare)
+        return true;
+    ++m_rare->removing;
+    for (size_t place = 0; place < m_rare->children.size(); ++place) {
+        if (Node* child = m_rare->children[place])
+            child->announceRemoval();
+        if (cursor.dead)
+            return false;
+    }
+    --m_rare->removing;
+    return true;
+}
+
+size_t Node::ChildCount() const {
+    return m_rare ? m_rare->children.size() - m_rare->holes : 0;
+}
+
+std::vector<Node*> Node::Children() const {
+    quint32 serial = 0;
+    return ChildrenSince(serial);
+}
+
+std::vector<Node*> Node::ChildrenSince(quint32& serial) const {
+    std::vector<Node*> result;
+    if (!m_rare)
+        return result;
+    const std::vector<Node*>& children = m_rare->children;
+    const auto isOld = [serial](const Node* child) { return child && child->m_serial <= serial; };
+    const auto firstNew = std::find_if(children.rbegin(), children.rend(), isOld).base();
+    result.reserve(static_cast<size_t>(children.end() - firstNew));
+    std::copy_if(firstNew, children.end(), std::back_inserter(result),
+                 [](Node* child) { return child != nullptr; });
+    serial = m_rare->lastSerial;
+    return result;
+}
+
+void Node::SetAllValuesAutoDelete(bool on) {
+    for (ValueBase* value = m_firstValue; value; value = value->m_next)
+        value->m_autoDelete = on;
+}
+
+QString Node::GetLastCompletePathName() const {
+    return m_rare ? m_rare->completePath : QString();
+}
+
+void Node::SetLastCompletePathName(bool complete) {
+    rare().completePath = complete ? GetPathName() : QString();
+}
+
+const ValueDescriptor* Node::GetValueDescriptor() const {
+    auto& descriptor = const_cast<Node*>(this)->rare().descriptor;
+    descriptor = std::make_unique<ValueDescriptor>();
+    for (const ValueBase* value = m_firstValue; value; value = value->m_next)
+        descriptor->values.push_back({value->GetName(), value->GetType()});
+    return descriptor.get();
+}

@@ -1,0 +1,192 @@
+#pragma once
+
+#include "host/base/observer.h"
+#include "host/valuetree/names.h"
+#include "host/valuetree/value.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+/// What hangs in the tree, as others see it.
+class ITreeItem : public IDeleteSubject {
+public:
+    virtual Node* GetParentNode() const = 0;
+    virtual QString GetPathName() const = 0;
+    /// `subject`, which named this item as its delete observer, is being deleted; only its address may be
+    /// used.
+    virtual void OnDeleted(IDeleteSubject* subject) = 0;
+};
+
+/// Common part of what hangs in the tree: parent and path.
+class TreeItem : public ITreeItem, public Observable {
+public:
+    /// Null for the root, and for an item that was made without a parent.
+    Node* GetParentNode() const override { return m_parent; }
+    /// Full slash-separated path; "/" for the root. It is made at each call. The first child of a name has
+    /// the name as its segment, later ones of the same name have "#2", "#3", ... behind it, counted over the
+    /// life of the parent and never given twice.
+    QString GetPathName() const override;
+    /// The same, but "" for the root, so that "/" and a name can be appended to any of them.
+    QString GetPathName_NoSlashForRoot() const;
+
+    /// Tells the observers to look again: what was gathered by others takes effect now.
+    void Commit(IObserver* originator = nullptr) { NotifyObservers(TChangeCode::LookAgain, originator); }
+    void NotifyObservers(TChangeCode code, IObserver* causer = nullptr) override {
+        Observable::NotifyObservers(code, causer);
+    }
+
+    /// The item told when this one is deleted; null unless one was set.
+    ITreeItem* GetDeleteObserver() const override { return nullptr; }
+    void SetDeleteObserver(ITreeItem*) override {}
+    void OnDeleted(IDeleteSubject*) override {}
+
+protected:
+    TreeItem(Node* parent, Names::Id name) : m_parent(parent), m_name(name) {}
+
+    Node* m_parent;
+    Names::Id m_name;
+    quint32 m_ordinal = 0; ///< 1 for the first of its name, 2 for the second, ...; 0 while not attached
+};
+
+/// Name and type of each value of a node, in order of attachment.
+struct ValueDescriptor {
+    struct Entry {
+        QString name;
+        ValueType type;
+    };
+    std::vector<Entry> values;
+};
+
+/// Inner node of the tree: named sub-nodes, of which many may carry the same name, and named values, whose
+/// names are unique. The node owns both. Nodes and values are separate name spaces.
+///
+/// When a node ends, its observers get code 18 and those that are then still registered code 2; then each of
+/// its values turns to state "removing" and its observers get code 2; then the sub-nodes follow, likewise.
+class Node : public TreeItem {
+public:
+    /// Makes a node that is to be attached to `parent` with `AddItemUnique` or `AddNode`; until then the
+    /// caller owns it and no path leads to it.
+    Node(Node* parent, const QString& name);
+    Node(const Node&) = delete;
+    Node& operator=(const Node&) = delete;
+    ~Node() override;
+
+    const QString& GetName() const { return Names::Text(m_name); }
+    /// Renames the node; it gets the next free segment of the new name. `notify` says whether observers are
+    /// told.
+    void SetName(const QString& name, IObserver* originator, bool notify);
+    /// Whether a path leads from the tree's root to this node.
+    bool IsInTree() const;
+
+    /// Attaches a node made for this parent (or for none) and takes ownership; siblings of the same name are
+    /// kept apart by their segments. Observers get code 1. An attached or null item is ignored.
+    void AddItemUnique(Node* child);
+    /// Attaches a value; when its name is taken it gets "#2", "#3", ... appended to it.
+    void AddItemUnique(ValueBase* value);
+    /// Creates the nodes that are missing on the path, relative to this node; false when none was missing.
+    bool AddNode(const QString& path);
+    /// Attaches `child` under `name`; false, and the caller keeps it, when a child of that segment exists.
+    bool AddNode(const QString& name, Node* child);
+    /// Attaches a value and takes ownership; false, and the caller keeps it, when a value of that name
+    /// exists.
+    bool AddValue(const QString& name, ValueBase* value);
+    bool AddValue(Names::Id name, ValueBase* value);
+    /// Creates a value of the prototype's type, limits and content; null when the name is taken.
+    ValueBase* CreateValue(const QString& name, const ValueBase& prototype);
+
+    /// The value at a path relative to this node; null when there is none.
+    ValueBase* GetValue(const QString& path) const;
+    ValueBase* FindOwnValue(Names::Id name) const;
+    /// The node's own value of that name as type V; null when it is absent or of another type.
+    template <typename V>
+    V* FindOwn(Names::Id name) const {
+        return value_cast<V>(FindOwnValue(name));
+    }
+    /// A descendant node by relative path; "" is this node itself; null when absent.
+    Node* GetNode(const QString& path) const { return findNode(path); }
+    Node* GetSubTree(const QString& path) const { return findNode(path); }
+    /// Removes and destroys a value; false when absent.
+    bool DeleteValue(const QString& name);
+    /// Removes and destroys a child node; false when it is not a child of this node.
+    bool DeleteNode(Node* child);
+    /// Removes and destroys the given children in one go: observers of this node are told once.
+    void DeleteNodes(const std::vector<Node*>& children);
+    /// Removes and destroys all sub-nodes and values; observers of this node get code 1, once.
+    void DeleteChildren();
+
+    /// Sub-nodes in order of attachment.
+    size_t ChildCount() const;
+    std::vector<Node*> Children() const;
+    /// The sub-nodes attached after `serial`, in order, and moves `serial` on; start with 0 for all.
+    std::vector<Node*> ChildrenSince(quint32& serial) const;
+    ValueBase* FirstValue() const { return m_firstValue; }
+    static ValueBase* NextValue(const ValueBase* value) { return value->m_next; }
+
+    /// Whether values attached later (or all values) are destroyed with the node. A value that is not goes
+    /// free when the node ends, and is its maker's again.
+    void SetAutoDeleteAtAddValue(bool on) { m_autoDeleteAtAdd = on; }
+    void SetAllValuesAutoDelete(bool on);
+
+    /// The full path as last completed by `SetLastCompletePathName(true)`; `false` forgets it. It stays what
+    /// it was when the node is renamed or removed from its place.
+    QString GetLastCompletePathName() const;
+    void SetLastCompletePathName(bool complete);
+
+    /// Descriptor of the node's values as they are now; owned by the node, valid until the next call.
+    const ValueDescriptor* GetValueDescriptor() const;
+
+    /// The node's content as a text dump: one line per value and node, indented by depth.
+    std::string GetAsStdString() const;
+    /// Sets values and creates nodes and values as the dump says; what it does not name stays. A malformed
+    /// line is skipped with a trace.
+    void SetAsStdString(const char* text, IObserver* originator = nullptr);
+    /// The same for the node's own values only.
+    std::string GetValueAsStdString() const;
+    void SetValueAsStdString(const char* text, IObserver* originator = nullptr);
+    /// Appends the dump of this node, indented by `depth`, down to `maxDepth` levels below it (-1: all).
+    void AddTreeString(std::string& out, int depth, int maxDepth) const;
+
+    QString PathOfChild(const QString& segment) const;
+    /// Counts removed values: while it stays the same, pointers to this node's values stay good.
+    quint32 RemovedValues() const { return m_removedValues; }
+
+    ITreeItem* GetDeleteObserver() const override;
+    void SetDeleteObserver(ITreeItem* item) override;
+    Life::Handle WatchedHandle() const;
+
+private:
+    friend class ValueBase;
+    friend class TreeItem;
+    struct Rare;
+    struct RemovalCursor;
+
+    Node* findNode(QStringView path) const;
+    Node* findChild(QStringView segment) const;
+    QString segment() const;
+    Rare& rare();
+    void attach(Node* child);
+    void unlinkChild(Node* child);
+    void linkValue(ValueBase* value);
+    void unlinkValue(ValueBase* value);
+    void stepAside(const ValueBase* value);
+    bool renameValue(ValueBase* value, Names::Id name);
+    bool announceRemoval();
+    bool announceValues(RemovalCursor& cursor);
+    bool announceChildren(RemovalCursor& cursor);
+    bool removeChild(Node* child);
+
+    ValueBase* m_firstValue = nullptr;
+    ValueBase* m_lastValue = nullptr;
+    std::unique_ptr<Rare> m_rare; ///< what leaves of the tree do without
+    quint32 m_index = 0;          ///< place among the parent's children
+    quint32 m_serial = 0;         ///< counts the attachments to the parent
+    mutable quint32 m_slot = 0;
+    quint32 m_removedValues = 0;
+    bool m_attached = false;
+    bool m_announced = false;
+    bool m_autoDeleteAtAdd = true;
+};

@@ -1,0 +1,318 @@
+#pragma once
+
+#include "host/base/numbers.h"
+#include "host/valuetree/valuebase.h"
+
+#include <limits>
+#include <list>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+/// Text form of each element type: numbers in the C locale, doubles in the shortest fixed notation that reads
+/// back exactly, flags as "true" and "false", a character as its decimal code.
+template <typename T>
+struct ValueText;
+
+template <>
+struct ValueText<QString> {
+    static constexpr ValueType Type = ValueType::Text;
+    static constexpr const char* Name = "text";
+    static QString ToText(const QString& value) { return value; }
+    static bool FromText(const QString& text, QString& value) {
+        value = text;
+        return true;
+    }
+};
+
+template <>
+struct ValueText<bool> {
+    static constexpr ValueType Type = ValueType::Bool;
+    static constexpr const char* Name = "bool";
+    static QString ToText(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
+    /// Takes "true" and "1", "false" and "0".
+    static bool FromText(const QString& text, bool& value);
+};
+
+template <>
+struct ValueText<char> {
+    static constexpr ValueType Type = ValueType::Char;
+    static constexpr const char* Name = "char";
+    static QString ToText(char value) { return QString::number(static_cast<signed char>(value)); }
+    static bool FromText(const QString& text, char& value);
+};
+
+template <>
+struct ValueText<int> {
+    static constexpr ValueType Type = ValueType::Int;
+    static constexpr ValueType NumericType = ValueType::NumericInt;
+    static constexpr const char* Name = "int";
+    static QString ToText(int value) { return QString::number(value); }
+    static bool FromText(const QString& text, int& value) { return Quor::ParseInt(text, value); }
+};
+
+template <>
+struct ValueText<qint64> {
+    static constexpr ValueType Type = ValueType::Int64;
+    static constexpr ValueType NumericType = ValueType::NumericInt64;
+    static constexpr const char* Name = "int64";
+    static QString ToText(qint64 value) { return QString::number(value); }
+    static bool FromText(const QString& text, qint64& value) { return Quor::ParseInt(text, value); }
+};
+
+template <>
+struct ValueText<double> {
+    static constexpr ValueType Type = ValueType::Double;
+    static constexpr ValueType NumericType = ValueType::NumericDouble;
+    static constexpr const char* Name = "double";
+    static QString ToText(double value) { return Quor::ToShortest(value); }
+    static bool FromText(const QString& text, double& value) { return Quor::ParseDouble(text, value); }
+};
+
+/// The value as type V, or null when it is null or of another type.
+template <typename V>
+V* value_cast(ValueBase* value) {
+    return value && value->GetType() == V::Type ? static_cast<V*>(value) : nullptr;
+}
+
+template <typename V>
+const V* value_cast(const ValueBase* value) {
+    return value && value->GetType() == V::Type ? static_cast<const V*>(value) : nullptr;
+}
+
+namespace Detail {
+
+/// Content, text form and comparison that `Value<T>` and `ValueNumeric<T>` share.
+template <typename T, typename Base>
+class ContentOf : public Base {
+public:
+    const T& GetValue() const { return m_value; }
+    /// Stores the content as given; an equal content notifies nobody.
+    void SetValue(const T& value, IObserver* originator = nullptr) {
+        if (value == m_value)
+            return;
+        m_value = value;
+        this->HasChanged(TChangeCode::ValueChanged, originator);
+    }
+
+    QString GetStringValue() const override { return ValueText<T>::ToText(m_value); }
+    /// A text that is no such value changes nothing.
+    void SetStringValue(const QString& text, IObserver* originator = nullptr) override {
+        T parsed{};
+        if (ValueText<T>::FromText(text, parsed))
+            SetValue(parsed, originator);
+    }
+
+protected:
+    using Base::Base;
+    T m_value{};
+};
+
+} // namespace Detail
+
+/// A value of one element: text, flag, character code or number.
+template <typename T>
+class Value : public Detail::ContentOf<T, ValueBase> {
+public:
+    static constexpr ValueType Type = ValueText<T>::Type;
+
+    Value() : Detail::ContentOf<T, ValueBase>(Type) {}
+    ~Value() override { this->AnnounceRemoval(); }
+
+    void Assign(const ValueBase& other) override {
+        if (const auto* same = value_cast<Value>(&other))
+            this->SetValue(same->GetValue());
+    }
+    bool Compare(const ValueBase* other) const override {
+        const auto* same = value_cast<Value>(other);
+        return same && same->GetValue() == this->m_value;
+    }
+    QString GetTypeName() const override { return QString::fromLatin1(ValueText<T>::Name); }
+    Value* Clone() const override {
+        auto* copy = new Value;
+        copy->m_value = this->m_value;
+        return copy;
+    }
+};
+
+/// A number with limits and step, whatever its width. The limits guide editors; they do not clamp.
+class IValueNumeric : public ValueBase {
+public:
+    /// Takes minimum, maximum, step and current value, in this order, from another number. Between numbers of
+    /// one type nothing is lost; between different types each number is converted.
+    virtual void CopyNumeric(const IValueNumeric& source) = 0;
+
+    virtual double MinAsDouble() const = 0;
+    virtual double MaxAsDouble() const = 0;
+    virtual double StepAsDouble() const = 0;
+    virtual double ValueAsDouble() const = 0;
+    /// A number outside the type's range is cut to it; a fraction is cut off where the type has none.
+    virtual void SetFromDouble(double value, IObserver* originator = nullptr) = 0;
+
+protected:
+    using ValueBase::ValueBase;
+};
+
+/// Whether the value is a number with limits, and as such; null otherwise.
+inline IValueNumeric* numeric_cast(ValueBase* value) {
+    const bool numeric =
+        value && (value->GetType() == ValueType::NumericInt || value->GetType() == ValueType::NumericInt64 ||
+                  value->GetType() == ValueType::NumericDouble);
+    return numeric ? static_cast<IValueNumeric*>(value) : nullptr;
+}
+
+/// A double as T, cut to the range of T; not-a-number becomes 0.
+template <typename T>
+T ClampedFromDouble(double value) {
+    if constexpr (std::is_floating_point_v<T>) {
+        return value;
+    } else {
+        constexpr double lowest = static_cast<double>(std::numeric_limits<T>::lowest());
+        if (value != value)
+            return 0;
+        if (value <= lowest)
+            return std::numeric_limits<T>::lowest();
+        return value >= -lowest ? std::numeric_limits<T>::max() : static_cast<T>(value);
+    }
+}
+
+template <typename T>
+class ValueNumeric : public Detail::ContentOf<T, IValueNumeric> {
+public:
+    static constexpr ValueType Type = ValueText<T>::NumericType;
+
+    ValueNumeric() : Detail::ContentOf<T, IValueNumeric>(Type) {}
+    ~ValueNumeric() override { this->AnnounceRemoval(); }
+
+    T GetMin() const { return m_min; }
+    T GetMax() const { return m_max; }
+    T GetStep() const { return m_step; }
+    void SetMin(T min, IObserver* originator = nullptr) { SetMinMax(min, m_max, m_step, originator); }
+    void SetMax(T max, IObserver* originator = nullptr) { SetMinMax(m_min, max, m_step, originator); }
+    void SetStep(T step, IObserver* originator = nullptr) { SetMinMax(m_min, m_max, step, originator); }
+    /// Sets limits and step; observers get one "look again" when any of them changed.
+    void SetMinMax(T min, T max, T step, IObserver* originator = nullptr) {
+        if (min == m_min && max == m_max && step == m_step)
+            return;
+        m_min = min;
+        m_max = max;
+        m_step = step;
+        this->HasChanged(TChangeCode::LookAgain, originator);
+    }
+
+    ValueTransaction CreateTransaction(std::initializer_list<TChangeCode> codes, IObserver* originator) {
+        return ValueTransaction(*this, codes, originator);
+    }
+
+    void CopyNumeric(const IValueNumeric& source) override {
+        if (const auto* same = value_cast<ValueNumeric>(&source)) {
+            SetMinMax(same->m_min, same->m_max, same->m_step);
+            this->SetValue(same->m_value);
+            return;
+        }
+        SetMinMax(ClampedFromDouble<T>(source.MinAsDouble()), ClampedFromDouble<T>(source.MaxAsDouble()),
+                  ClampedFromDouble<T>(source.StepAsDouble()));
+        SetFromDouble(source.ValueAsDouble());
+    }
+    double MinAsDouble() const override { return static_cast<double>(m_min); }
+    double MaxAsDouble() const override { return static_cast<double>(m_max); }
+    double StepAsDouble() const override { return static_cast<double>(m_step); }
+    double ValueAsDouble() const override { return static_cast<double>(this->m_value); }
+    void SetFromDouble(double value, IObserver* originator = nullptr) override {
+        this->SetValue(ClampedFromDouble<T>(value), originator);
+    }
+
+    void Assign(const ValueBase& other) override {
+        if (const auto* same = value_cast<ValueNumeric>(&other))
+            CopyNumeric(*same);
+    }
+    bool Compare(const ValueBase* other) const override {
+        const auto* same = value_cast<ValueNumeric>(other);
+        return same && same->m_value == this->m_value;
+    }
+    QString GetTypeName() const override {
+        return QStringLiteral("numeric ") + QString::fromLatin1(ValueText<T>::Name);
+    }
+    ValueNumeric* Clone() const override {
+        auto* copy = new ValueNumeric;
+        copy->CopyNumeric(*this);
+        return copy;
+    }
+
+private:
+    T m_min{};
+    T m_max{};
+    T m_step{};
+};
+
+/// How the elements of a list are stored, tagged and told as text.
+template <typename T>
+struct ValueListTraits;
+
+template <>
+struct ValueListTraits<double> {
+    using Container = std::vector<double>;
+    static constexpr ValueType Type = ValueType::DoubleList;
+    static constexpr const char* Name = "double list";
+    /// Elements in shortest form, separated by ";".
+    static QString ToText(const Container& list);
+    static bool FromText(const QString& text, Container& list);
+};
+
+/// An ordered list of numbers or records.
+template <typename T>
+class ValueList : public ValueBase {
+public:
+    using Traits = ValueListTraits<T>;
+    using Container = typename Traits::Container;
+    static constexpr ValueType Type = Traits::Type;
+
+    ValueList() : ValueBase(Type) {}
+    ~ValueList() override { AnnounceRemoval(); }
+
+    quint64 Size() const { return m_list.size(); }
+    /// The element at `index`, which must be below `Size()`; constant time for numbers, linear for records.
+    const T& At(long index) const { return *std::next(m_list.begin(), index); }
+    void PushBack(const T& element, IObserver* originator = nullptr) {
+        m_list.push_back(element);
+        HasChanged(TChangeCode::ValueChanged, originator);
+    }
+    void Clear(IObserver* originator = nullptr) {
+        if (m_list.empty())
+            return;
+        m_list.clear();
+        HasChanged(TChangeCode::ValueChanged, originator);
+    }
+    /// Direct access to the elements; whoever changes them calls `HasChanged` afterwards.
+    Container& GetList() { return m_list; }
+    const Container& GetList() const { return m_list; }
+
+    QString GetStringValue() const override { return Traits::ToText(m_list); }
+    void SetStringValue(const QString& text, IObserver* originator = nullptr) override {
+        Container parsed;
+        if (!Traits::FromText(text, parsed) || parsed == m_list)
+            return;
+        m_list = std::move(parsed);
+        HasChanged(TChangeCode::ValueChanged, originator);
+    }
+    void Assign(const ValueBase& other) override {
+        const auto* same = value_cast<ValueList>(&other);
+        if (!same || same->m_list == m_list)
+            return;
+        m_list = same->m_list;
+        HasChanged(TChangeCode::ValueChanged);
+    }
+    bool Compare(const ValueBase* other) const override {
+        const auto* same = value_cast<ValueList>(other);
+        return same && same->m_list == m_list;
+    }
+    QString GetTypeName() const override { return QString::fromLatin1(Traits::Name); }
+    ValueList* Clone() const override {
+        auto* copy = new ValueList;
+        copy->m_list = m_list;
+        return copy;
+    }
+
+private:
+    Container m_list;
+};

@@ -1,0 +1,156 @@
+#pragma once
+
+#include "host/base/observer.h"
+#include "host/valuetree/names.h"
+
+#include <QString>
+
+#include <initializer_list>
+
+class ITreeItem;
+class Node;
+
+/// State of a value: valid, or in the course of being removed from the tree (its observers then get code 2).
+enum class TValueState : quint8 { Valid = 0, Removing = 1 };
+
+/// Kind of a typed value; each class of typed values has one of its own.
+enum class ValueType : quint8 {
+    Other,
+    Bool,
+    Char,
+    Int,
+    Int64,
+    Double,
+    Text,
+    NumericInt,
+    NumericInt64,
+    NumericDouble,
+    Selection,
+    DoubleList,
+    DetectionList,
+    ExtendedDetectionList,
+    FrequencyItemMap,
+};
+
+/// Something that tells a tree item when it is deleted.
+class IDeleteSubject {
+public:
+    virtual ~IDeleteSubject() = default;
+    virtual ITreeItem* GetDeleteObserver() const = 0;
+    virtual void SetDeleteObserver(ITreeItem* item) = 0;
+};
+
+/// Something whose changes can be gathered into one notification.
+class ISupportTransaction : public IDeleteSubject {
+public:
+    virtual void StartTransaction(IObserver* originator = nullptr) = 0;
+    virtual void EndTransaction(TChangeCode code, IObserver* originator = nullptr) = 0;
+    virtual bool IsTransactionActive() const = 0;
+};
+
+/// What every value offers whatever its type. The interfaces form one chain, so that a value carries one
+/// table pointer for all of them.
+class IValue : public ISupportTransaction {
+public:
+    virtual QString GetStringValue() const = 0;
+    virtual void SetStringValue(const QString& text, IObserver* originator = nullptr) = 0;
+    virtual QString GetPathName() const = 0;
+};
+
+/// Common base of all typed values. A value is created free, belongs to its node once it is attached
+/// (`Node::AddValue`, `Node::CreateValue`), and is destroyed with the node. An originator named in a changing
+/// operation is not notified of that change; null means that everyone is.
+///
+/// A value has no timer, no transaction and no observer list of its own until one is used.
+class ValueBase : public virtual Observable, public IValue {
+public:
+    ValueBase(const ValueBase&) = delete;
+    ValueBase& operator=(const ValueBase&) = delete;
+    ~ValueBase() override;
+
+    const QString& GetName() const { return Names::Text(m_name); }
+    /// Names the value. Under a node, a name that another value there has is refused: the old name stays.
+    void SetName(const QString& name, IObserver* originator = nullptr);
+    Names::Id NameId() const { return m_name; }
+
+    /// Full slash-separated path, made at each call; of a value that hangs in no tree, its name.
+    QString GetPathName() const override;
+    Node* GetParentNode() const { return m_parent; }
+
+    TValueState GetState() const { return m_state; }
+    void SetState(TValueState state, IObserver* originator = nullptr);
+
+    /// Notifies the observers of `code`: at once, or gathered when a transaction or a delay is active.
+    void HasChanged(TChangeCode code, IObserver* originator = nullptr) {
+        if (HasObservers())
+            notifyOrGather(code, originator);
+    }
+    void NotifyObservers(TChangeCode code, IObserver* causer = nullptr) override {
+        Observable::NotifyObservers(code, causer);
+    }
+
+    /// Transactions nest; the end of the outermost notifies once, with the code that it is given.
+    void StartTransaction(IObserver* originator = nullptr) override;
+    void EndTransaction(TChangeCode code, IObserver* originator = nullptr) override;
+    bool IsTransactionActive() const override;
+
+    /// Delays notifications of changes by `milliseconds`, so that many changes become one; 0 means at once.
+    /// Returns the delay before.
+    int SetUpdateTimerTime(unsigned milliseconds);
+    /// Replaces the delay until `KillOverrideTimer` is called with the id returned; the newest one holds.
+    int OverrideTimer(unsigned milliseconds);
+    void KillOverrideTimer(int id);
+
+    /// The tree item that is told when the value is deleted: its node unless another one was set.
+    ITreeItem* GetDeleteObserver() const override;
+    void SetDeleteObserver(ITreeItem* item) override;
+
+    /// Copies the content of a value of the same type; another type is ignored.
+    virtual void Assign(const ValueBase& other) = 0;
+    /// Whether `other` is of the same type and has the same content.
+    virtual bool Compare(const ValueBase* other) const = 0;
+    ValueType GetType() const { return m_type; }
+    virtual QString GetTypeName() const = 0;
+    /// A free value of the same type, limits, items and content; the caller owns it.
+    virtual ValueBase* Clone() const = 0;
+
+protected:
+    explicit ValueBase(ValueType type) : m_type(type) {}
+    /// Turns the state to removing and tells the observers, once. Each concrete class calls it first thing in
+    /// its destructor, so that observers still meet a whole value.
+    void AnnounceRemoval();
+
+private:
+    friend class Node;
+    friend class DelayedUpdates;
+    struct Extras;
+
+    void notifyOrGather(TChangeCode code, IObserver* originator);
+    Extras& extras();
+    Extras* findExtras() const;
+
+    Node* m_parent = nullptr;
+    ValueBase* m_next = nullptr; ///< next value of the same node, in order of attachment
+    Names::Id m_name = 0;
+    ValueType m_type;
+    TValueState m_state = TValueState::Valid;
+    bool m_hasExtras = false;
+    bool m_autoDelete = true;
+};
+
+/// Scope of a transaction on a value; when it ends, the listed codes are sent, in order.
+class ValueTransaction {
+public:
+    ValueTransaction(ValueBase& value, std::initializer_list<TChangeCode> codes, IObserver* originator);
+    ValueTransaction(const ValueTransaction&) = delete;
+    ValueTransaction& operator=(const ValueTransaction&) = delete;
+    ~ValueTransaction();
+
+private:
+    static constexpr size_t MaxCodes = 8;
+
+    WeakRef<ValueBase> m_value;
+    IObserver* m_originator;
+    TChangeCode m_codes[MaxCodes];
+    size_t m_count;
+};
