@@ -161,4 +161,20 @@ const RecordInfo& DetectionResultList::GetRecordInfo() const {
     return Info;
 }
 
+namespace {
+
+bool EndsAfterBegin(const REPORTGENERATOR::Timestamp& begin, const REPORTGENERATOR::Timestamp& end) {
+    return !begin.IsSet() || !end.IsSet() || begin.usec <= end.usec;
+}
+
+} // namespace
+
+bool Detection::Check() const {
+    return EndsAfterBegin(m_startTime, m_stopTime);
+}
+
+bool DetectionResult::Check() const {
+    return IRGObject::Check() && EndsAfterBegin(m_startTime, m_stopTime);
+}
+
 } // namespace FreqStoreXml

@@ -49,6 +49,17 @@ QString Quoted(std::string_view text) {
            (text.size() > Shown ? QStringLiteral("...\"") : QStringLiteral("\""));
 }
 
+bool IsXmlVersion(std::string_view text) {
+    return text.size() > 2 && text.starts_with("1.") &&
+           text.find_first_not_of("0123456789", 2) == std::string_view::npos;
+}
+
+bool IsUtf8Name(std::string_view encoding) {
+    const auto name = QLatin1String(encoding.data(), static_cast<qsizetype>(encoding.size()));
+    return name.compare(QLatin1String("utf-8"), Qt::CaseInsensitive) == 0 ||
+           name.compare(QLatin1String("us-ascii"), Qt::CaseInsensitive) == 0;
+}
+
 } // namespace
 
 XmlScanner::XmlScanner(QIODevice& device, const QString& name, bool heedEncoding)
@@ -109,18 +120,14 @@ bool XmlScanner::Markup() {
         return true;
     }
     if (rest.starts_with("<?")) {
-        const std::string_view text = Piece("?>", 2);
-        if (text.starts_with("<?xml") && text.size() > 5 && !Is(text[5], NameByte))
-            Fail(QStringLiteral("an XML declaration stands within the document"));
-        CheckUtf8(text);
+        CheckInstruction(Piece("?>", 2));
         return false;
     }
     if (rest.starts_with("<!--")) {
-        const std::string_view text = Piece("--", 4);
+        CheckText(Piece("--", 4));
         if (!m_input.Ensure(1) || m_input.Rest().front() != '>')
             Fail(QStringLiteral("a comment contains \"--\""));
         m_input.Skip(1);
-        CheckUtf8(text);
         return false;
     }
     if (rest.starts_with(CDataStart)) {
@@ -133,17 +140,30 @@ bool XmlScanner::Markup() {
     return true;
 }
 
+void XmlScanner::CheckInstruction(std::string_view text) const {
+    CheckText(text);
+    text = text.substr(2, text.size() - 4);
+    const std::string_view target = TakeName(text);
+    const auto name = QLatin1String(target.data(), static_cast<qsizetype>(target.size()));
+    if (name.compare(QLatin1String("xml"), Qt::CaseInsensitive) == 0)
+        Fail(QStringLiteral("an XML declaration stands within the document"));
+    if (!text.empty() && Blanks.find(text.front()) == std::string_view::npos)
+        Fail(QStringLiteral("there is no name at %1").arg(Quoted(text)));
+}
+
 void XmlScanner::Declaration(std::string_view text) {
-    text = text.substr(5, text.size() - 7);
-    ReadAttributes(text);
-    for (const Attribute& attribute : m_attributes) {
-        QByteArray encoding(attribute.value.data(), static_cast<qsizetype>(attribute.value.size()));
-        encoding = encoding.toLower();
-        if (attribute.name == "encoding" && m_heedEncoding && encoding != "utf-8" && encoding != "utf8" &&
-            encoding != "us-ascii")
-            Fail(QStringLiteral("the encoding %1 is not supported, only UTF-8 is")
-                     .arg(Quoted(attribute.value)));
-    }
+    ReadAttributes(text.substr(5, text.size() - 7));
+    const auto is = [&](std::size_t index, std::string_view name) {
+        return index < m_attributes.size() && m_attributes[index].name == name;
+    };
+    const bool hasEncoding = is(1, "encoding");
+    const std::size_t known =
+        1u + (hasEncoding ? 1u : 0u) + (is(hasEncoding ? 2 : 1, "standalone") ? 1u : 0u);
+    if (!is(0, "version") || m_attributes.size() != known || !IsXmlVersion(m_attributes[0].value))
+        Fail(QStringLiteral("the XML declaration is malformed"));
+    if (hasEncoding && m_heedEncoding && !IsUtf8Name(m_attributes[1].value))
+        Fail(QStringLiteral("the encoding %1 is not supported, only UTF-8 is")
+                 .arg(Quoted(m_attributes[1].value)));
 }
 
 /// The start tag at hand, without its angle brackets. A ">" within quotes does not end it.
@@ -261,6 +281,8 @@ bool XmlScanner::ReadText() {
     const std::string_view raw = m_input.Rest().substr(0, end);
     if (m_openFrom.empty() && raw.find_first_not_of(Blanks) != std::string_view::npos)
         Fail(QStringLiteral("this is not XML: there is text outside the root element"));
+    if (raw.find("]]>") != std::string_view::npos)
+        Fail(QStringLiteral("there is a \"]]>\" outside a CDATA section"));
     m_text = Resolve(raw, m_resolvedText, false);
     m_input.Skip(end);
     m_token = Token::Text;
@@ -272,16 +294,14 @@ void XmlScanner::ReadCData() {
         Fail(QStringLiteral("there is text outside the root element"));
     std::string_view raw = Piece("]]>", CDataStart.size());
     raw = raw.substr(CDataStart.size(), raw.size() - CDataStart.size() - 3);
+    CheckText(raw);
     m_resolvedText.clear();
     for (std::size_t i = 0; i < raw.size(); ++i) {
-        if (!IsXmlCharacter(static_cast<unsigned char>(raw[i])))
-            Fail(QStringLiteral("there is a control character"));
         if (raw[i] != '\r')
             m_resolvedText += raw[i];
         else if (i + 1 == raw.size() || raw[i + 1] != '\n')
             m_resolvedText += '\n';
     }
-    CheckUtf8(m_resolvedText);
     m_text = m_resolvedText;
     m_token = Token::Text;
 }
@@ -293,14 +313,12 @@ std::string_view XmlScanner::Resolve(std::string_view raw, std::string& storage,
         ++plain;
     if (plain == raw.size())
         return raw;
-    CheckUtf8(raw);
+    CheckText(raw);
     storage.assign(raw.substr(0, plain));
     for (std::size_t i = plain; i < raw.size(); ++i) {
         const char c = raw[i];
         if (c == '&') {
             AppendUtf8(storage, Reference(raw, i));
-        } else if (!IsXmlCharacter(static_cast<unsigned char>(c))) {
-            Fail(QStringLiteral("there is a control character"));
         } else if (c == '\r' && i + 1 < raw.size() && raw[i + 1] == '\n') {
             continue;
         } else if (c == '\r' || c == '\n' || c == '\t') {
@@ -336,6 +354,13 @@ char32_t XmlScanner::Reference(std::string_view raw, std::size_t& position) cons
         !IsXmlCharacter(number))
         Fail(QStringLiteral("the reference %1 is no character").arg(Quoted(text)));
     return number;
+}
+
+void XmlScanner::CheckText(std::string_view bytes) const {
+    CheckUtf8(bytes);
+    for (const char c : bytes)
+        if (!IsXmlCharacter(static_cast<unsigned char>(c)))
+            Fail(QStringLiteral("there is a control character"));
 }
 
 void XmlScanner::CheckUtf8(std::string_view bytes) const {

@@ -51,6 +51,8 @@ private:
     void ReadCData();
     std::string_view Resolve(std::string_view raw, std::string& storage, bool attribute) const;
     char32_t Reference(std::string_view raw, std::size_t& position) const;
+    void CheckInstruction(std::string_view text) const;
+    void CheckText(std::string_view bytes) const;
     void CheckUtf8(std::string_view bytes) const;
     std::string_view TakeName(std::string_view& text) const;
     void Open(std::string_view name);
