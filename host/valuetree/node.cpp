@@ -200,8 +200,7 @@ void Node::unlinkChild(Node* child) {
     r.children[child->m_index] = nullptr;
     ++r.holes;
     child->m_attached = false;
-    if (r.holes * 2 > r.children.size() && r.removing == 0)
-        r.closeHoles();
+    r.closeHolesIfMany();
 }
 
 bool Node::removeChild(Node* child) {
@@ -238,8 +237,7 @@ void Node::DeleteNodes(const std::vector<Node*>& children) {
             return;
     }
     --r.removing;
-    if (r.removing == 0)
-        r.closeHoles();
+    r.closeHolesIfMany();
     NotifyObservers(TChangeCode::ChildrenChanged, nullptr);
 }
 
@@ -266,8 +264,8 @@ void Node::DeleteChildren() {
             if (cursor.dead)
                 return;
         }
-        if (--r.removing == 0)
-            r.closeHoles();
+        --r.removing;
+        r.closeHolesIfMany();
     }
     NotifyObservers(TChangeCode::ChildrenChanged, nullptr);
 }
