@@ -19,7 +19,7 @@ public:
     void SetStartTimeUsec(qint64 value) { m_startTime = REPORTGENERATOR::Timestamp(value); }
     bool HasStartTime() const { return m_startTime.IsSet(); }
 
-    /// End, none while the signal is active.
+    /// End; none while the signal is active.
     QDateTime GetStopTime() const { return m_stopTime.ToDateTime(); }
     void SetStopTime(const QDateTime& value) { m_stopTime = REPORTGENERATOR::Timestamp(value); }
     qint64 GetStopTimeUsec() const { return m_stopTime.IsSet() ? m_stopTime.usec : 0; }

@@ -12,8 +12,8 @@ public:
     bool Check() const override;
 
     /// Identifier of the result.
-    const QString& GetID() const { return m_iD; }
-    void SetID(const QString& value) { m_iD = value; }
+    const QString& GetID() const { return m_id; }
+    void SetID(const QString& value) { m_id = value; }
 
     /// Type letter, as a text of one character.
     const QString& GetType() const { return m_type; }
@@ -42,7 +42,7 @@ public:
     void SetStartTimeUsec(qint64 value) { m_startTime = REPORTGENERATOR::Timestamp(value); }
     bool HasStartTime() const { return m_startTime.IsSet(); }
 
-    /// End, none while the signal is active.
+    /// End; none while the signal is active.
     QDateTime GetStopTime() const { return m_stopTime.ToDateTime(); }
     void SetStopTime(const QDateTime& value) { m_stopTime = REPORTGENERATOR::Timestamp(value); }
     qint64 GetStopTimeUsec() const { return m_stopTime.IsSet() ? m_stopTime.usec : 0; }
@@ -82,9 +82,9 @@ public:
     bool HasAzimuth() const { return IsValid(m_azimuth); }
 
     /// Quality of the bearing in percent; 0 where none is set.
-    double GetDFQuality() const { return NumberOr0(m_dFQuality); }
-    void SetDFQuality(double value) { m_dFQuality = value; }
-    bool HasDFQuality() const { return IsValid(m_dFQuality); }
+    double GetDFQuality() const { return NumberOr0(m_dfQuality); }
+    void SetDFQuality(double value) { m_dfQuality = value; }
+    bool HasDFQuality() const { return IsValid(m_dfQuality); }
 
     /// Longitude in degrees, east positive; 0 where none is set.
     double GetLongitude() const { return NumberOr0(m_longitude); }
@@ -97,7 +97,7 @@ public:
     bool HasLatitude() const { return IsValid(m_latitude); }
 
 private:
-    QString m_iD;
+    QString m_id;
     QString m_type;
     Frequency m_frequency;
     Bandwidth m_bandwidth;
@@ -111,7 +111,7 @@ private:
     Shift m_shift;
     QString m_decoder;
     double m_azimuth = NoNumber;
-    double m_dFQuality = NoNumber;
+    double m_dfQuality = NoNumber;
     double m_longitude = NoNumber;
     double m_latitude = NoNumber;
 };

@@ -46,9 +46,9 @@ public:
     void SetFrequency(const Frequency& value) { m_frequency = value; }
 
     /// Bandwidth in Hz.
-    IFBandwidth& GetIFBandwidth() { return m_iFBandwidth; }
-    const IFBandwidth& GetIFBandwidth() const { return m_iFBandwidth; }
-    void SetIFBandwidth(const IFBandwidth& value) { m_iFBandwidth = value; }
+    IFBandwidth& GetIFBandwidth() { return m_ifBandwidth; }
+    const IFBandwidth& GetIFBandwidth() const { return m_ifBandwidth; }
+    void SetIFBandwidth(const IFBandwidth& value) { m_ifBandwidth = value; }
 
     /// Level as measured, in dBµV; 0 where none is set.
     double GetLevel() const { return NumberOr0(m_level); }
@@ -70,7 +70,7 @@ public:
 private:
     QString m_analogDemod;
     Frequency m_frequency;
-    IFBandwidth m_iFBandwidth;
+    IFBandwidth m_ifBandwidth;
     double m_level = NoNumber;
     FFM_SettingsDetail m_detail;
 };

@@ -14,8 +14,8 @@ public:
     const REPORTGENERATOR::RecordInfo& GetRecordInfo() const override;
 
     /// Identifier of the entry in its list.
-    const QString& GetID() const { return m_iD; }
-    void SetID(const QString& value) { m_iD = value; }
+    const QString& GetID() const { return m_id; }
+    void SetID(const QString& value) { m_id = value; }
 
     /// Type letter of the entry, as a text of one character.
     const QString& GetType() const { return m_type; }
@@ -26,14 +26,14 @@ public:
     void SetComment(const QString& value) { m_comment = value; }
 
     /// Receiver settings.
-    FFM_Settings& GetFFM_Settings() { return m_fFM_Settings; }
-    const FFM_Settings& GetFFM_Settings() const { return m_fFM_Settings; }
-    void SetFFM_Settings(const FFM_Settings& value) { m_fFM_Settings = value; }
+    FFM_Settings& GetFFM_Settings() { return m_ffmSettings; }
+    const FFM_Settings& GetFFM_Settings() const { return m_ffmSettings; }
+    void SetFFM_Settings(const FFM_Settings& value) { m_ffmSettings = value; }
 
     /// Profile of a target.
-    Profile_Data& GetProfile_Data() { return m_profile_Data; }
-    const Profile_Data& GetProfile_Data() const { return m_profile_Data; }
-    void SetProfile_Data(const Profile_Data& value) { m_profile_Data = value; }
+    Profile_Data& GetProfile_Data() { return m_profileData; }
+    const Profile_Data& GetProfile_Data() const { return m_profileData; }
+    void SetProfile_Data(const Profile_Data& value) { m_profileData = value; }
 
     /// Time on air of a detection.
     Detection& GetDetection() { return m_detection; }
@@ -46,11 +46,11 @@ public:
     void SetResultList(const ResultList& value) { m_resultList = value; }
 
 private:
-    QString m_iD;
+    QString m_id;
     QString m_type;
     QString m_comment;
-    FFM_Settings m_fFM_Settings;
-    Profile_Data m_profile_Data;
+    FFM_Settings m_ffmSettings;
+    Profile_Data m_profileData;
     Detection m_detection;
     ResultList m_resultList;
 };

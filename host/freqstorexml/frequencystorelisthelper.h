@@ -8,11 +8,11 @@ namespace FreqStoreXml {
 class FrequencyStoreListHelper {
 public:
     /// Columns of a CSV file. XmlList is the XML form, which is the same for all lists; a CSV file of that
-    /// type has the columns that go with the list's usage.
+    /// type has all columns.
     enum ListType : int { XmlList = -1, Detections = 1, Targets = 2, SearchResults = 3, NoiFrequencies = 4 };
 
+    /// The usage of a list that is read from a CSV file of that type.
     static FrequencyStoreList::Usage UsageOf(ListType type);
-    static ListType TypeOf(FrequencyStoreList::Usage usage);
 };
 
 } // namespace FreqStoreXml

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "host/freqstorexml/detectionresultlist.h"
 #include "host/freqstorexml/frequencystorelist.h"
 #include "host/freqstorexml/frequencystorelisthelper.h"
 #include "host/report/rgexception.h"
@@ -41,7 +40,6 @@ private:
 
 /// Receives one entry of a file; may move texts out of it. The object is used again for the next entry.
 using EntryCallback = std::function<void(FrequencyStoreEntry&)>;
-using ResultCallback = std::function<void(DetectionResult&)>;
 
 /// Read a file entry by entry in its order. They throw RGException with a text "file:line: reason", and have
 /// then delivered the entries before the bad place: a caller that replaces a list by a file must be ready to

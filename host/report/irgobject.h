@@ -7,6 +7,7 @@
 #include <QDateTime>
 #include <QString>
 
+#include <cmath>
 #include <functional>
 
 class QFile;
@@ -69,10 +70,10 @@ public:
     void SaveXml(const QString& fileName) const;
 
     /// Writes the record as one element.
-    virtual void GetXml(QXmlStreamWriter& writer) const;
+    void GetXml(QXmlStreamWriter& writer) const;
     /// Reads the record from the element that the reader stands at or reaches next, and leaves the reader at
     /// its end. Throws RGException.
-    virtual void ProcessXml(QXmlStreamReader& reader);
+    void ProcessXml(QXmlStreamReader& reader);
 
     QByteArray GetBinary() const;
     /// False when the bytes are no such object; the record is empty then.
@@ -84,9 +85,9 @@ public:
     /// Writes the compressed binary to an open file. Throws RGException.
     void SaveBinary(QFile* file) const;
 
-    /// Members that are not set hold these markers: not a number, the least number, an empty text, an invalid
-    /// time. A bool has no value to spare and is always valid.
-    static bool IsValid(double value);
+    /// Members that are not set hold these markers: a number that is not finite, the least number, an empty
+    /// text, an invalid time. A bool has no value to spare and is always valid.
+    static bool IsValid(double value) { return std::isfinite(value); }
     static bool IsValid(int value) { return value != std::numeric_limits<int>::min(); }
     static bool IsValid(qint64 value) { return value != std::numeric_limits<qint64>::min(); }
     static bool IsValid(bool) { return true; }

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "host/report/byteinput.h"
+
+#include <QString>
+
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace FreqStoreXml {
+
+/// Takes a CSV file (RFC 4180, UTF-8, lines ending with LF or CRLF) apart into rows of cells. The first row
+/// tells the separator: ";" when it has more of them than of ",". Empty lines are passed over.
+class CsvScanner {
+public:
+    /// Reads from the caller's device; `name` stands for it in error texts.
+    CsvScanner(QIODevice& device, const QString& name);
+
+    /// Goes to the next row; false at the end. Throws RGException for what is not CSV or not UTF-8.
+    bool NextRow();
+    /// The cells of the row in UTF-8, without quotes; valid until the next call of NextRow().
+    const std::vector<std::string_view>& Cells() const { return m_cells; }
+    /// Throws RGException that names the line on which the row begins.
+    [[noreturn]] void Fail(const QString& reason) const { m_input.Fail(reason); }
+
+private:
+    void FindSeparator();
+    std::string_view TakeRow();
+    void Split(std::string_view row);
+    std::size_t SplitQuoted(std::string_view row, std::size_t at);
+
+    REPORTGENERATOR::ByteInput m_input;
+    char m_separator = ',';
+    bool m_started = false;
+    std::size_t m_rowSize = 0; ///< of the current row with its line end; skipped by the next call
+    std::vector<std::string_view> m_cells;
+    std::deque<std::string> m_unquoted; ///< owns the cells that hold doubled quotes
+};
+
+} // namespace FreqStoreXml

@@ -1,0 +1,100 @@
+#include "host/freqstorexml/liststreams.h"
+
+#include "host/freqstorexml/csvreader.h"
+#include "host/freqstorexml/passinglist.h"
+#include "host/freqstorexml/recordlistwriter.h"
+#include "host/report/byteinput.h"
+#include "host/report/outputfile.h"
+#include "host/report/recordreader.h"
+
+#include <QFile>
+
+#include <optional>
+
+namespace FreqStoreXml {
+
+class FrequencyStoreListWriter::Private {
+public:
+    Private(const QString& fileName, const CsvLayout* layout)
+        : m_file(fileName), m_writer(m_file->Device(), fileName, layout) {}
+    Private(QIODevice& device, const CsvLayout* layout) : m_writer(device, QString(), layout) {}
+
+    void Begin(FrequencyStoreList::Usage usage) {
+        m_head.SetUsage(usage);
+        m_writer.Begin(m_head);
+        m_begun = true;
+    }
+    void Append(const FrequencyStoreEntry& entry) {
+        if (!m_begun)
+            Begin(FrequencyStoreList::Unspecified);
+        m_writer.Append(entry);
+    }
+    void Commit() {
+        if (!m_begun)
+            Begin(FrequencyStoreList::Unspecified);
+        m_writer.End(m_head);
+        if (m_file)
+            m_file->Commit();
+    }
+
+private:
+    std::optional<REPORTGENERATOR::OutputFile> m_file;
+    RecordListWriter m_writer;
+    FrequencyStoreList m_head;
+    bool m_begun = false;
+};
+
+FrequencyStoreListWriter::FrequencyStoreListWriter(const QString& fileName, bool csv, ListType type)
+    : d(std::make_unique<Private>(fileName, csv ? &CsvLayout::Of(type) : nullptr)) {}
+
+FrequencyStoreListWriter::FrequencyStoreListWriter(QIODevice& device, bool csv, ListType type)
+    : d(std::make_unique<Private>(device, csv ? &CsvLayout::Of(type) : nullptr)) {}
+
+FrequencyStoreListWriter::~FrequencyStoreListWriter() = default;
+
+void FrequencyStoreListWriter::Begin(FrequencyStoreList::Usage usage) {
+    d->Begin(usage);
+}
+
+void FrequencyStoreListWriter::Append(const FrequencyStoreEntry& entry) {
+    d->Append(entry);
+}
+
+void FrequencyStoreListWriter::Commit() {
+    d->Commit();
+}
+
+void ReadXml(const QString& fileName, const EntryCallback& callback, FrequencyStoreList::Usage* usage) {
+    QFile file(fileName);
+    REPORTGENERATOR::OpenForReading(file);
+    ReadXml(file, fileName, callback, usage);
+}
+
+void ReadCsv(const QString& fileName, FrequencyStoreListHelper::ListType type,
+             const EntryCallback& callback) {
+    QFile file(fileName);
+    REPORTGENERATOR::OpenForReading(file);
+    ReadCsv(file, fileName, type, callback);
+}
+
+void ReadXml(QIODevice& device, const QString& name, const EntryCallback& callback,
+             FrequencyStoreList::Usage* usage) {
+    FrequencyStoreList head;
+    const EntryCallback passOn = [&](FrequencyStoreEntry& entry) {
+        if (usage)
+            *usage = head.GetUsage();
+        callback(entry);
+    };
+    PassingList<FrequencyStoreEntry> entries(passOn);
+    REPORTGENERATOR::ReadDocument(device, name, head, &entries);
+    if (usage)
+        *usage = head.GetUsage();
+}
+
+void ReadCsv(QIODevice& device, const QString& name, FrequencyStoreListHelper::ListType type,
+             const EntryCallback& callback) {
+    PassingList<FrequencyStoreEntry> entries(callback);
+    ReadCsvRecords(device, name, CsvLayout::Of(type), entries);
+}
+
+} // namespace FreqStoreXml
