@@ -157,7 +157,7 @@ void VCLineEdit::setError(const QString& error) {
 void VCLineEdit::updateToolTip() {
     const IValueNumeric* limits = numeric_cast(m_value.get());
     if (!m_error.isEmpty())
-        setToolTip(Qt::convertFromPlainText(m_error));
+        setToolTip(Qt::convertFromPlainText(m_error, Qt::WhiteSpaceNormal));
     else if (limits && format().show && limits->MinAsDouble() < limits->MaxAsDouble())
         setToolTip(
             tr("%1 to %2").arg(format().show(limits->MinAsDouble()), format().show(limits->MaxAsDouble())));
