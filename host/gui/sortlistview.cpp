@@ -58,6 +58,15 @@ std::vector<qsizetype> orderByFunction(const QList<QTreeWidgetItem*>& rows, int 
     return order;
 }
 
+void collectOpen(QTreeWidgetItem* row, QList<QTreeWidgetItem*>& open) {
+    if (row->childCount() == 0)
+        return;
+    if (row->isExpanded())
+        open.append(row);
+    for (int i = 0; i < row->childCount(); ++i)
+        collectOpen(row->child(i), open);
+}
+
 } // namespace
 
 SortListView::SortListView(QWidget* parent) : QTreeWidget(parent) {
@@ -124,18 +133,27 @@ void SortListView::FitColumns(std::initializer_list<int> characters) {
 void SortListView::SetColumnWidthPersistantName(const QString& name) {
     m_persistentName = name;
     m_defaultHeader = header()->saveState();
-    restoreHeader();
+    const QByteArray remembered = ListSettings::Load(name);
+    if (!remembered.isEmpty())
+        arrangeHeader(remembered);
+    m_rememberedHeader = header()->saveState();
 }
 
 void SortListView::saveHeader() const {
-    if (!m_persistentName.isEmpty() && header()->saveState() != m_defaultHeader)
+    if (!m_persistentName.isEmpty() && header()->saveState() != m_rememberedHeader)
         ListSettings::Save(m_persistentName, header()->saveState());
 }
 
-void SortListView::restoreHeader() {
-    const QByteArray state = ListSettings::Load(m_persistentName);
-    if (!state.isEmpty() && !header()->restoreState(state))
+/// Takes widths, order and visibility from a saved state; the sort, which such a state holds too, stays.
+void SortListView::arrangeHeader(const QByteArray& state) {
+    if (!header()->restoreState(state))
         header()->restoreState(m_defaultHeader);
+    showSortIndicator();
+}
+
+void SortListView::showSortIndicator() {
+    header()->setSortIndicatorShown(m_showSortIndicator && m_sortColumn >= 0);
+    header()->setSortIndicator(m_sortColumn, m_sortOrder);
 }
 
 void SortListView::SetCompareFunctionLength(int length) {
@@ -191,16 +209,13 @@ void SortListView::customEvent(QEvent* event) {
 void SortListView::sortByColumn(int column, Qt::SortOrder order) {
     m_sortColumn = column < columnCount() ? column : -1;
     m_sortOrder = order;
-    if (header()->isSortIndicatorShown() || m_showSortIndicator) {
-        header()->setSortIndicatorShown(m_sortColumn >= 0);
-        header()->setSortIndicator(m_sortColumn, order);
-    }
+    showSortIndicator();
     sortNow();
 }
 
 void SortListView::setShowSortIndicator(bool show) {
     m_showSortIndicator = show;
-    header()->setSortIndicatorShown(show && m_sortColumn >= 0);
+    showSortIndicator();
 }
 
 void SortListView::sortNow() {
@@ -227,21 +242,27 @@ void SortListView::sortRows(Rows& rows) const {
 }
 
 /// Takes all shown rows out, lets `change` make other ones of them, and puts those in, with selection,
-/// current row and scroll position kept. Rows that `change` leaves out are the caller's.
+/// current row, open rows and scroll position kept. Rows that `change` leaves out are the caller's.
 void SortListView::replaceShown(const std::function<void(Rows&)>& change) {
     std::unordered_set<const QTreeWidgetItem*> selected;
     for (const QModelIndex& index : selectionModel()->selectedRows())
         selected.insert(itemFromIndex(index));
     QTreeWidgetItem* current = QTreeWidget::currentItem();
+    Rows open;
+    for (int i = 0; i < topLevelItemCount(); ++i)
+        collectOpen(topLevelItem(i), open);
     const int scroll = verticalScrollBar()->value();
 
     setUpdatesEnabled(false);
+    ++m_filling; // rows that fill themselves to be sorted or searched ask for a sort, too
     {
         const QSignalBlocker quiet(this);
         const QSignalBlocker quietSelection(selectionModel());
         Rows rows = invisibleRootItem()->takeChildren();
         change(rows);
         addTopLevelItems(rows);
+        for (QTreeWidgetItem* row : open)
+            row->setExpanded(true); // does nothing for a row that was left out
 
         QItemSelection selection;
         int rangeStart = -1;
@@ -259,6 +280,7 @@ void SortListView::replaceShown(const std::function<void(Rows&)>& change) {
         }
         selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
     }
+    --m_filling;
     verticalScrollBar()->setValue(scroll);
     setUpdatesEnabled(true);
     viewport()->update();
@@ -442,7 +464,7 @@ void SortListView::slotHeaderContextMenuRequested(const QPoint& position) {
             [this] { sortByColumn(-1, Qt::AscendingOrder); });
     connect(menu.addAction(tr("Reset columns")), &QAction::triggered, this, [this] {
         if (!m_defaultHeader.isEmpty())
-            header()->restoreState(m_defaultHeader);
+            arrangeHeader(m_defaultHeader);
     });
     menu.exec(header()->mapToGlobal(position));
 }

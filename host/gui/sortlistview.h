@@ -71,7 +71,8 @@ public:
     int RowCount() const { return topLevelItemCount() + static_cast<int>(m_filteredOut.size()); }
     int ShownCount() const { return topLevelItemCount(); }
     int SelectedCount() const;
-    /// Rows that have filled themselves since the list was made.
+    /// How often rows have filled themselves to be seen or read since the list was made; sorting and
+    /// filtering do not count.
     quint64 FillCount() const { return m_fillCount; }
     /// True while a row fills itself; requests to sort are ignored then.
     bool IsFilling() const { return m_filling > 0; }
@@ -123,7 +124,8 @@ private:
     void postSort();
     CompareFunction compareFunction(int column) const;
     void saveHeader() const;
-    void restoreHeader();
+    void arrangeHeader(const QByteArray& state);
+    void showSortIndicator();
 
     std::vector<CompareFunction> m_compare;
     std::vector<Qt::Alignment> m_alignments;
@@ -140,5 +142,6 @@ private:
     QString m_filter;
     QString m_persistentName;
     QByteArray m_defaultHeader;
+    QByteArray m_rememberedHeader;
     QMenu* m_headerMenu = nullptr;
 };

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+class QTabWidget;
+
+/// A dialog of tabs with the buttons OK, Apply and Cancel and a line for what is wrong. It owns its tabs and
+/// writes nothing itself: who fills it listens to `applyButtonPressed`. An entry that is wrong keeps OK and
+/// Apply from working and is shown.
+class TabDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    TabDialog(QWidget* parent, const char* name, bool modal, Qt::WindowFlags flags);
+
+    /// Appends a tab, which the dialog owns from now on.
+    void addTab(QWidget* tab, const QString& title);
+    /// Leaves the field that is being edited, so that its entry is written.
+    void ForceKillFocus();
+
+signals:
+    /// The operator wants the entries taken: by Apply, or by OK before the dialog closes.
+    void applyButtonPressed();
+
+private:
+    /// False when a field holds a wrong entry; that field is brought to the operator's eyes.
+    bool entriesAreRight();
+    /// Takes the entries; false when one is wrong.
+    bool apply();
+
+    QTabWidget* m_tabs;
+    QLabel* m_message;
+};

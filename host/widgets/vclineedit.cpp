@@ -1,0 +1,188 @@
+#include "host/widgets/vclineedit.h"
+
+#include "host/base/frequencytext.h"
+#include "host/base/numbers.h"
+#include "host/gui/colorset.h"
+#include "host/valuetree/value.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QTextDocument>
+
+#include <cmath>
+#include <memory>
+
+/// How one type of field reads and shows numbers. Text fields have no `show`.
+struct VCLineEdit::Format {
+    QString (*show)(double);
+    /// Reads an entry; `shown` is what the field shows for the present value.
+    bool (*read)(const QString& entry, const QString& shown, double& number);
+    const char* complaint; ///< about an entry that cannot be read
+};
+
+namespace {
+
+bool readNumber(const QString& entry, const QString&, double& number) {
+    return Quor::ParseDouble(entry, number);
+}
+
+bool readInteger(const QString& entry, const QString&, double& number) {
+    qint64 parsed = 0;
+    if (!Quor::ParseInt(entry, parsed))
+        return false;
+    number = static_cast<double>(parsed);
+    return true;
+}
+
+/// Hz of one unit of those that the text ends with ("7055.000 kHz").
+double unitOf(const QString& shown) {
+    double hertz = 1;
+    return Quor::ParseFrequency(QLatin1Char('1') + shown.section(QLatin1Char(' '), -1), hertz) ? hertz : 1;
+}
+
+bool readFrequency(const QString& entry, const QString& shown, double& number) {
+    return Quor::ParseFrequency(entry, number, unitOf(shown)) && std::isfinite(number);
+}
+
+} // namespace
+
+const VCLineEdit::Format& VCLineEdit::format() const {
+    // In the order of LineEditType.
+    static constexpr Format Formats[] = {
+        {nullptr, nullptr, nullptr},
+        {Quor::ToShortest, readInteger, QT_TR_NOOP("\"%1\" is not a whole number")},
+        {Quor::ToShortest, readNumber, QT_TR_NOOP("\"%1\" is not a number")},
+        {Quor::FrequencyText, readFrequency, QT_TR_NOOP("\"%1\" is not a frequency")},
+        {Quor::BandwidthText, readFrequency, QT_TR_NOOP("\"%1\" is not a bandwidth")},
+    };
+    return Formats[m_type];
+}
+
+VCLineEdit::VCLineEdit(QWidget* parent, const char* name, LineEditType type)
+    : QLineEdit(parent), m_type(type) {
+    setObjectName(QString::fromLatin1(name));
+    showValue();
+    connect(this, &QLineEdit::textEdited, this, [this](const QString& entry) {
+        QString stored;
+        setError(problemOf(entry, stored));
+    });
+    connect(this, &QLineEdit::editingFinished, this, &VCLineEdit::Commit);
+}
+
+void VCLineEdit::SetValueBase(ValueBase* value) {
+    setModified(false);
+    setError(QString());
+    bind(value);
+}
+
+void VCLineEdit::showValue() {
+    setEnabled(bool(m_value));
+    if (!m_value) {
+        clear();
+        setError(QString());
+    } else if (!isModified()) {
+        const QString stored = m_value->GetStringValue();
+        double number = 0;
+        const bool asNumber = format().show && m_type != Integer && Quor::ParseDouble(stored, number);
+        setText(asNumber ? format().show(number) : stored);
+        setCursorPosition(0);
+    }
+    updateToolTip();
+}
+
+bool VCLineEdit::Commit() {
+    if (!isModified() || !m_value)
+        return m_error.isEmpty();
+    QString stored;
+    setError(problemOf(text(), stored));
+    if (!m_error.isEmpty())
+        return false;
+    setModified(false);
+    m_value->SetStringValue(stored, this);
+    showValue();
+    return true;
+}
+
+/// What is wrong with the entry, empty when nothing is; then `stored` is the text to give to the value.
+QString VCLineEdit::problemOf(const QString& entry, QString& stored) const {
+    if (!m_value)
+        return QString();
+    stored = entry;
+    if (format().read) {
+        double number = 0;
+        const double present = Quor::toDoubleEx(m_value->GetStringValue());
+        if (!format().read(entry, format().show(present), number))
+            return tr(format().complaint).arg(entry);
+        const QString outside = limitProblem(number);
+        if (!outside.isEmpty())
+            return outside;
+        stored = m_type == Integer ? entry.trimmed() : Quor::ToShortest(number);
+        if (!holds(stored)) // whole Hz may be all that the value holds
+            stored = Quor::ToShortest(std::round(number));
+    }
+    return holds(stored) ? QString() : tr("\"%1\" cannot be taken here").arg(entry);
+}
+
+/// The value itself takes silently what it can and leaves the rest, so a copy is asked.
+bool VCLineEdit::holds(const QString& stored) const {
+    const std::unique_ptr<ValueBase> probe(m_value->Clone());
+    probe->SetStringValue(stored);
+    const QString kept = probe->GetStringValue();
+    double keptNumber = 0;
+    double number = 0;
+    return kept == stored ||
+           (Quor::ParseDouble(kept, keptNumber) && Quor::ParseDouble(stored, number) && keptNumber == number);
+}
+
+QString VCLineEdit::limitProblem(double number) const {
+    const IValueNumeric* limits = numeric_cast(m_value.get());
+    // Equal limits are none.
+    if (!limits || !(limits->MinAsDouble() < limits->MaxAsDouble()) ||
+        (number >= limits->MinAsDouble() && number <= limits->MaxAsDouble()))
+        return QString();
+    return tr("%1 is outside %2 to %3")
+        .arg(format().show(number), format().show(limits->MinAsDouble()),
+             format().show(limits->MaxAsDouble()));
+}
+
+void VCLineEdit::setError(const QString& error) {
+    if (error == m_error)
+        return;
+    m_error = error;
+    updateToolTip();
+    update();
+    emit errorChanged(m_error);
+}
+
+void VCLineEdit::updateToolTip() {
+    const IValueNumeric* limits = numeric_cast(m_value.get());
+    if (!m_error.isEmpty())
+        setToolTip(Qt::convertFromPlainText(m_error, Qt::WhiteSpaceNormal));
+    else if (limits && format().show && limits->MinAsDouble() < limits->MaxAsDouble())
+        setToolTip(
+            tr("%1 to %2").arg(format().show(limits->MinAsDouble()), format().show(limits->MaxAsDouble())));
+    else
+        setToolTip(QString());
+}
+
+void VCLineEdit::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape || !isModified()) {
+        QLineEdit::keyPressEvent(event);
+        return;
+    }
+    setModified(false);
+    setError(QString());
+    showValue();
+    event->accept();
+}
+
+void VCLineEdit::paintEvent(QPaintEvent* event) {
+    QLineEdit::paintEvent(event);
+    if (m_error.isEmpty())
+        return;
+    constexpr int FrameWidth = 2;
+    QPainter painter(this);
+    painter.setPen(
+        QPen(ColorSet::Instance().GetColorDefinition(IColorBase::ERROR_TEXT).GetColor(), FrameWidth));
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "host/widgets/boundwidget.h"
+
+#include <QLineEdit>
+
+/// A line edit that shows and edits a value of any type. It observes the value and does not own it; it is
+/// enabled while it has one. An entry is written when the field is left or Return is pressed. While an entry
+/// is unfinished the field does not follow the value, and Escape brings the value back. An entry that is no
+/// such value, or outside the limits of the value, is not written: the field says so by a red frame, its tool
+/// tip and `errorChanged`.
+class VCLineEdit : public QLineEdit, private BoundWidget<ValueBase> {
+    Q_OBJECT
+
+public:
+    /// Frequencies and bandwidths are in Hz and shown in kHz or MHz. An entry may name its unit ("7.055
+    /// MHz"); one without a unit counts in the unit that the field shows.
+    enum LineEditType { Text, Integer, Real, Frequency, Bandwidth };
+
+    VCLineEdit(QWidget* parent, const char* name, LineEditType type);
+
+    /// Shows that value from now on; null lets go of the one before. An unfinished entry is dropped.
+    void SetValueBase(ValueBase* value);
+    /// Writes the entry, if there is one; false when it is not acceptable, and stays in the field.
+    bool Commit();
+    /// What is wrong with the entry; empty when nothing is.
+    const QString& ErrorText() const { return m_error; }
+
+signals:
+    /// The entry became wrong, wrong in another way, or right again (empty text).
+    void errorChanged(const QString& error);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    struct Format;
+
+    void showValue() override;
+    const Format& format() const;
+    void setError(const QString& error);
+    void updateToolTip();
+    QString problemOf(const QString& entry, QString& stored) const;
+    QString limitProblem(double number) const;
+    bool holds(const QString& stored) const;
+
+    LineEditType m_type;
+    QString m_error;
+};

@@ -1,0 +1,408 @@
+#include "host/gui/listsettings.h"
+#include "host/gui/sortlistview.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// A row that makes its texts when it is asked for them, as the rows of the lists do.
+class LazyRow : public SortListViewItem {
+public:
+    LazyRow(int number, SortListView& list, int& fills)
+        : SortListViewItem(nullptr, QStringList(), false), Number(number), m_list(list), m_fills(fills) {}
+
+    int Number;
+
+protected:
+    void Fill() override {
+        ++m_fills;
+        setText(0, QStringLiteral("%1 kHz").arg(Number));
+        setText(1, QStringLiteral("station %1").arg(Number % 7));
+        m_list.sort(); // as a mediator does after it wrote its cells
+    }
+
+private:
+    SortListView& m_list;
+    int& m_fills;
+};
+
+int compareCalls = 0;
+int countingCompare(const QString& a, const QString& b) {
+    ++compareCalls;
+    return a.compare(b);
+}
+
+class List : public testing::Test {
+protected:
+    List() {
+        view.addColumn("Frequency");
+        view.addColumn("Comment");
+        view.setColumnAlignment(0, 2);
+        view.SetCompareFunctionLength(1);
+        view.SetCompareFunction(0, _compNumericWithSuffix);
+        view.SetCompareFunction(1, _compStandardString);
+        view.resize(400, 300);
+    }
+
+    void addLazy(const std::vector<int>& numbers) {
+        std::vector<SortListViewItem*> rows;
+        for (const int number : numbers)
+            rows.push_back(new LazyRow(number, view, fills));
+        view.AddItems(rows);
+    }
+    void addMany(int count) {
+        std::vector<int> numbers(static_cast<size_t>(count));
+        for (int i = 0; i < count; ++i)
+            numbers[static_cast<size_t>(i)] = i * 7919 % count;
+        addLazy(numbers);
+    }
+    std::vector<int> order() {
+        std::vector<int> numbers;
+        for (SortListViewItemIterator it(&view); it.current(); ++it)
+            numbers.push_back(static_cast<LazyRow*>(it.current())->Number);
+        return numbers;
+    }
+    SortListViewItem* row(int number) {
+        for (SortListViewItemIterator it(&view); it.current(); ++it) {
+            if (static_cast<LazyRow*>(it.current())->Number == number)
+                return it.current();
+        }
+        return nullptr;
+    }
+    std::vector<int> selected() {
+        std::vector<int> numbers;
+        for (SortListViewItemIterator it(&view, SortListViewItemIterator::Selected); it.current(); ++it)
+            numbers.push_back(static_cast<LazyRow*>(it.current())->Number);
+        return numbers;
+    }
+    void show() {
+        view.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+        view.grab();
+    }
+    using Numbers = std::vector<int>;
+
+    SortListView view;
+    int fills = 0;
+};
+
+TEST_F(List, FillsOnlyRowsThatAreSeen) {
+    addMany(100000);
+    EXPECT_EQ(fills, 0);
+    show();
+    EXPECT_GT(fills, 3);
+    EXPECT_LT(fills, 60);
+    EXPECT_EQ(view.FillCount(), static_cast<quint64>(fills));
+    const int before = fills;
+    view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
+    view.grab();
+    EXPECT_GT(fills, before);
+    EXPECT_LT(fills, before + 60);
+}
+
+TEST_F(List, AsksAStaleRowAgainOnlyWhenItIsSeen) {
+    addMany(1000);
+    show();
+    const int before = fills;
+    view.topLevelItem(900)->setText(0, "unseen");
+    static_cast<SortListViewItem*>(view.topLevelItem(900))->MarkStale();
+    auto* seen = view.firstChild();
+    static_cast<LazyRow*>(seen)->Number = 4711;
+    seen->MarkStale();
+    EXPECT_FALSE(seen->IsFilled());
+    view.RowsChanged();
+    view.grab();
+    EXPECT_EQ(fills, before + 1);
+    EXPECT_EQ(seen->text(0), "4711 kHz");
+}
+
+TEST_F(List, RightAlignedColumnsAreRightAligned) {
+    addMany(1);
+    const auto alignment = [this](int column) {
+        return Qt::Alignment(view.firstChild()->data(column, Qt::TextAlignmentRole).toInt());
+    };
+    EXPECT_TRUE(alignment(0) & Qt::AlignRight);
+    EXPECT_TRUE(alignment(1) & Qt::AlignLeft);
+}
+
+TEST_F(List, HeaderClicksSortAscendingDescendingAndNotAtAll) {
+    addLazy({30, 4, 200});
+    view.slotHeaderClicked(0);
+    EXPECT_EQ(order(), (Numbers{4, 30, 200}));
+    view.slotHeaderClicked(0);
+    EXPECT_EQ(order(), (Numbers{200, 30, 4}));
+    view.slotHeaderClicked(0);
+    EXPECT_EQ(order(), (Numbers{30, 4, 200}));
+    EXPECT_EQ(view.SortColumn(), -1);
+}
+
+TEST_F(List, ClickingTheHeaderReachesTheSort) {
+    view.setShowSortIndicator(true);
+    addLazy({30, 4, 200});
+    show();
+    const auto click = [this] {
+        const QPoint position(view.header()->sectionPosition(0) + 20, view.header()->height() / 2);
+        QTest::mouseClick(view.header()->viewport(), Qt::LeftButton, {}, position);
+    };
+    click();
+    EXPECT_EQ(order(), (Numbers{4, 30, 200}));
+    EXPECT_EQ(view.header()->sortIndicatorOrder(), Qt::AscendingOrder);
+    EXPECT_TRUE(view.header()->isSortIndicatorShown());
+    click();
+    EXPECT_EQ(order(), (Numbers{200, 30, 4}));
+    EXPECT_EQ(view.header()->sortIndicatorOrder(), Qt::DescendingOrder);
+    click();
+    EXPECT_EQ(order(), (Numbers{30, 4, 200}));
+    EXPECT_FALSE(view.header()->isSortIndicatorShown());
+}
+
+TEST_F(List, EqualRowsKeepTheirOrderInEitherDirection) {
+    addLazy({14, 7, 1, 0, 8}); // comments: station 0, 0, 1, 0, 1
+    view.sortByColumn(1, Qt::AscendingOrder);
+    EXPECT_EQ(order(), (Numbers{14, 7, 0, 1, 8}));
+    view.sortByColumn(1, Qt::DescendingOrder);
+    EXPECT_EQ(order(), (Numbers{1, 8, 14, 7, 0}));
+}
+
+TEST_F(List, EmptyCellsStayLastInEitherDirection) {
+    new SortListViewItem(&view, {"", "a"}, false);
+    new SortListViewItem(&view, {"2 kHz", "b"}, false);
+    new SortListViewItem(&view, {"1 MHz", "c"}, false);
+    for (const auto direction : {Qt::AscendingOrder, Qt::DescendingOrder}) {
+        view.sortByColumn(0, direction);
+        EXPECT_EQ(view.topLevelItem(2)->text(1), "a");
+    }
+}
+
+TEST_F(List, SortsOncePerTurnHoweverOftenAsked) {
+    view.SetCompareFunction(1, countingCompare);
+    addLazy({3, 1, 2});
+    view.sortByColumn(1, Qt::AscendingOrder);
+    QApplication::processEvents();
+    const auto callsOf = [](const auto& work) {
+        compareCalls = 0;
+        work();
+        return compareCalls;
+    };
+    const int one = callsOf([this] { view.sortByColumn(1, Qt::AscendingOrder); });
+    EXPECT_GT(one, 0);
+    const int many = callsOf([this] {
+        for (int i = 0; i < 50; ++i)
+            view.sort();
+        EXPECT_EQ(compareCalls, 0) << "sorted at once";
+        QApplication::processEvents();
+    });
+    EXPECT_EQ(many, one);
+}
+
+TEST_F(List, ARowThatAsksToSortWhileItFillsIsNotHeard) {
+    view.SetCompareFunction(1, countingCompare);
+    addLazy({3, 1, 2});
+    view.sortByColumn(1, Qt::AscendingOrder);
+    EXPECT_EQ(fills, 3);
+    compareCalls = 0;
+    QApplication::processEvents();
+    show();
+    QApplication::processEvents();
+    EXPECT_EQ(compareCalls, 0);
+}
+
+TEST_F(List, NewRowsAreSortedInAtTheNextTurn) {
+    view.sortByColumn(0, Qt::AscendingOrder);
+    addLazy({30, 4});
+    addLazy({20});
+    QApplication::processEvents();
+    EXPECT_EQ(order(), (Numbers{4, 20, 30}));
+}
+
+TEST_F(List, SortingWaitsUntilItIsAllowed) {
+    addLazy({2, 1});
+    view.sortByColumn(0, Qt::AscendingOrder);
+    view.AllowSort(false);
+    addLazy({0});
+    QApplication::processEvents();
+    EXPECT_EQ(order(), (Numbers{1, 2, 0}));
+    view.AllowSort(true);
+    QApplication::processEvents();
+    EXPECT_EQ(order(), (Numbers{0, 1, 2}));
+}
+
+TEST_F(List, SortingKeepsSelectionAndCurrentRow) {
+    addMany(50);
+    view.setCurrentItem(row(17));
+    view.clearSelection();
+    for (const int number : {3, 17, 18, 40})
+        view.setSelected(row(number), true);
+    view.sortByColumn(0, Qt::DescendingOrder);
+    EXPECT_EQ(selected(), (Numbers{40, 18, 17, 3}));
+    EXPECT_EQ(view.SelectedCount(), 4);
+    EXPECT_EQ(view.currentItem(), row(17));
+}
+
+TEST_F(List, SortingKeepsOpenRowsOpen) {
+    addLazy({2, 1});
+    row(2)->addChild(new LazyRow(20, view, fills));
+    row(2)->setOpen(true);
+    view.sortByColumn(0, Qt::AscendingOrder);
+    EXPECT_TRUE(row(2)->isExpanded());
+    EXPECT_FALSE(row(1)->isExpanded());
+}
+
+TEST_F(List, RemovesManyRowsAtOnceAndKeepsTheOthersSelected) {
+    addMany(1000);
+    view.selectAll();
+    QSignalSpy counts(&view, &SortListView::countsChanged);
+    view.RemoveItems(
+        [](const SortListViewItem& item) { return static_cast<const LazyRow&>(item).Number % 10 != 0; });
+    EXPECT_EQ(view.RowCount(), 100);
+    EXPECT_EQ(view.SelectedCount(), 100);
+    EXPECT_GE(counts.count(), 1);
+    EXPECT_LE(fills, 1) << "rows are filled to be removed"; // one may tell the height of all
+    view.RemoveItems([](const SortListViewItem&) { return true; });
+    EXPECT_EQ(view.RowCount(), 0);
+    EXPECT_EQ(view.currentItem(), nullptr);
+}
+
+TEST_F(List, FilterShowsRowsWithTheTextInAnyCell) {
+    addLazy({70, 1, 2, 71});
+    view.SetFilterText("STATION 1");
+    EXPECT_EQ(order(), (Numbers{1, 71}));
+    EXPECT_EQ(view.ShownCount(), 2);
+    EXPECT_EQ(view.RowCount(), 4);
+    view.SetFilterText("7");
+    EXPECT_EQ(order(), (Numbers{70, 71}));
+    view.SetFilterText("71");
+    EXPECT_EQ(order(), (Numbers{71}));
+    addLazy({5, 712});
+    EXPECT_EQ(order(), (Numbers{71, 712})) << "new rows are filtered, too";
+    view.RemoveItems(
+        [](const SortListViewItem& item) { return static_cast<const LazyRow&>(item).Number == 2; });
+    view.SetFilterText("");
+    EXPECT_EQ(order(), (Numbers{70, 1, 71, 5, 712})) << "the order of the file";
+}
+
+TEST_F(List, FilteredListStaysSorted) {
+    addLazy({71, 3, 70, 1});
+    view.sortByColumn(0, Qt::AscendingOrder);
+    view.SetFilterText("7");
+    view.sortByColumn(0, Qt::DescendingOrder);
+    view.SetFilterText("");
+    EXPECT_EQ(order(), (Numbers{71, 70, 3, 1}));
+}
+
+TEST_F(List, TakenRowBelongsToTheCaller) {
+    addLazy({1, 2, 3});
+    const std::unique_ptr<SortListViewItem> taken(view.takeItem(row(2)));
+    EXPECT_EQ(order(), (Numbers{1, 3}));
+    EXPECT_EQ(view.takeItem(nullptr), nullptr);
+    EXPECT_EQ(view.firstChild()->nextSibling(), row(3));
+    EXPECT_EQ(row(3)->nextSibling(), nullptr);
+}
+
+TEST_F(List, KeysAndMouseAreTold) {
+    addLazy({1, 2, 3});
+    show();
+    QSignalSpy clicked(&view, &SortListView::clicked);
+    QSignalSpy doubleClicked(&view, &SortListView::doubleClicked);
+    QSignalSpy returned(&view, &SortListView::returnPressed);
+    QSignalSpy menu(&view, &SortListView::contextMenuRequested);
+    QSignalSpy selection(
+        &view, static_cast<void (SortListView::*)(SortListViewItem*)>(&SortListView::selectionChanged));
+    const auto rowOf = [](const QSignalSpy& spy) {
+        return spy.isEmpty() ? nullptr : spy.last().first().value<SortListViewItem*>();
+    };
+    const QPoint onSecond = view.visualItemRect(row(2)).center();
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, onSecond);
+    EXPECT_EQ(rowOf(clicked), row(2));
+    EXPECT_EQ(rowOf(selection), row(2));
+    QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, onSecond);
+    EXPECT_EQ(rowOf(doubleClicked), row(2));
+    QTest::keyClick(&view, Qt::Key_Down);
+    QTest::keyClick(&view, Qt::Key_Return);
+    EXPECT_EQ(rowOf(returned), row(3));
+    QTest::keyClick(&view, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(view.SelectedCount(), 3);
+
+    QContextMenuEvent onRow(QContextMenuEvent::Mouse, onSecond, view.viewport()->mapToGlobal(onSecond));
+    QApplication::sendEvent(view.viewport(), &onRow);
+    EXPECT_EQ(rowOf(menu), row(2));
+    EXPECT_EQ(menu.last().at(2).toInt(), view.columnAt(onSecond.x()));
+}
+
+class RememberedColumns : public testing::Test {
+protected:
+    RememberedColumns() { ListSettings::SetDirectory(directory.path()); }
+    ~RememberedColumns() override { ListSettings::SetDirectory(QString()); }
+
+    std::unique_ptr<SortListView> makeList() const {
+        auto list = std::make_unique<SortListView>();
+        for (const char* title : {"A", "B", "C"})
+            list->addColumn(title);
+        list->setShowSortIndicator(true);
+        list->SetColumnWidthPersistantName("TestList");
+        return list;
+    }
+
+    QTemporaryDir directory;
+};
+
+TEST_F(RememberedColumns, ComeBackInTheNextList) {
+    {
+        const auto list = makeList();
+        list->setColumnWidth(0, 123);
+        list->setColumnHidden(1, true);
+        list->header()->moveSection(2, 0);
+    }
+    const auto list = makeList();
+    EXPECT_EQ(list->columnWidth(0), 123);
+    EXPECT_TRUE(list->isColumnHidden(1));
+    EXPECT_EQ(list->header()->visualIndex(2), 0);
+}
+
+TEST_F(RememberedColumns, CanBeBroughtBackToTheirDefault) {
+    const int normal = makeList()->columnWidth(0);
+    makeList()->setColumnWidth(0, normal + 50);
+    EXPECT_EQ(makeList()->columnWidth(0), normal + 50);
+    makeList()->setColumnWidth(0, normal);
+    EXPECT_EQ(makeList()->columnWidth(0), normal);
+}
+
+TEST_F(RememberedColumns, DoNotPretendASort) {
+    makeList()->sortByColumn(1, Qt::DescendingOrder);
+    const auto list = makeList();
+    EXPECT_EQ(list->header()->isSortIndicatorShown(), list->SortColumn() >= 0);
+}
+
+TEST_F(RememberedColumns, OfAListWithOtherColumnsLeaveAllInReach) {
+    for (const int count : {2, 5}) {
+        {
+            SortListView other;
+            for (int i = 0; i < count; ++i)
+                other.addColumn("X");
+            other.SetColumnWidthPersistantName("TestList");
+            other.setColumnWidth(1, 77);
+        }
+        const auto list = makeList();
+        EXPECT_EQ(list->header()->count(), 3);
+        for (int column = 0; column < 3; ++column)
+            EXPECT_GT(list->columnWidth(column), 0);
+        list->addColumn("D");
+        EXPECT_EQ(list->header()->count(), 4);
+    }
+}
+
+TEST_F(RememberedColumns, DamagedSettingIsIgnored) {
+    ListSettings::Save("TestList", "no header state");
+    const auto list = makeList();
+    EXPECT_FALSE(list->isColumnHidden(0));
+    EXPECT_GT(list->columnWidth(0), 0);
+}
+
+} // namespace
