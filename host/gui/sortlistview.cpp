@@ -111,6 +111,16 @@ void SortListView::setColumnWidthMode(int column, int mode) {
     header()->setSectionResizeMode(column, static_cast<QHeaderView::ResizeMode>(mode));
 }
 
+void SortListView::FitColumns(std::initializer_list<int> characters) {
+    const QFontMetrics metrics(font());
+    int column = 0;
+    for (const int count : characters) {
+        const int title =
+            metrics.horizontalAdvance(headerItem()->text(column)) + 4 * metrics.averageCharWidth();
+        header()->resizeSection(column++, std::max(title, count * metrics.averageCharWidth()));
+    }
+}
+
 void SortListView::SetColumnWidthPersistantName(const QString& name) {
     m_persistentName = name;
     m_defaultHeader = header()->saveState();

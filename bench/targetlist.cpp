@@ -1,0 +1,353 @@
+// Figures of the local target list. Each benchmark times a baseline and the real thing in one run and reports
+// their ratio; "goal" is the ratio (or the seconds, or the bytes) that must not be exceeded.
+
+#include "controls/frequencystore/halvonodemediatorctrl.h"
+#include "controls/frequencystore/listviewshandler/targetlisthandler.h"
+#include "controls/frequencystore/listviewshandler/targetlistparser.h"
+#include "controls/frequencystore/wkflistview.h"
+#include "host/base/numbers.h"
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodemediator.h"
+#include "host/valuetree/tree.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QHeaderView>
+#include <QStringDecoder>
+#include <QStringEncoder>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QXmlStreamReader>
+
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+
+namespace {
+
+constexpr int Million = 1000000;
+
+double secondsOf(const std::function<void()>& work) {
+    QElapsedTimer timer;
+    timer.start();
+    work();
+    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
+}
+
+void report(benchmark::State& state, double baseline, double ours, double goal) {
+    state.SetIterationTime(ours);
+    state.counters["baseline_s"] = baseline;
+    state.counters["ours_s"] = ours;
+    state.counters["ratio"] = ours / baseline;
+    state.counters["goal"] = goal;
+}
+
+QString linesOf(int count) {
+    static const QString demodulations[] = {QStringLiteral("USB"), QStringLiteral("AM"),
+                                            QStringLiteral("CW")};
+    static const QString classes[] = {QStringLiteral("not classified"), QStringLiteral("low"),
+                                      QStringLiteral("high")};
+    QString text;
+    text.reserve(count * 80);
+    for (int i = 0; i < count; ++i) {
+        Quor::AppendFixed(text, 100000.0 + i * 137.0, 6);
+        text += QStringLiteral("\t2700.000000\tStation %1\t").arg((i * 7919) % count);
+        text += demodulations[i % 3] + QStringLiteral("\tp\t") + classes[i % 3] + QLatin1Char('\t');
+        text += QString::number(i % 11 + 1) + QStringLiteral("\t\n");
+    }
+    return text;
+}
+
+/// The files and the list that all figures are taken of.
+class Bench {
+public:
+    static Bench& Get() {
+        static auto* const bench = new Bench;
+        return *bench;
+    }
+    QString Ltl(int count) {
+        const QString path = m_dir.filePath(QStringLiteral("list%1.ltl").arg(count));
+        if (!QFile::exists(path)) {
+            QFile file(path);
+            file.open(QIODevice::WriteOnly);
+            QStringEncoder encoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
+            file.write(encoder.encode(linesOf(count)));
+        }
+        return path;
+    }
+    QString File(const char* name) const { return m_dir.filePath(QString::fromLatin1(name)); }
+    TargetListHandler& List(int count) {
+        TargetListHandler& handler = *TargetListHandler::Instance();
+        if (std::exchange(m_loaded, count) != count)
+            handler.ReadFile(Ltl(count));
+        return handler;
+    }
+    void Forget() { m_loaded = -1; }
+    unsigned ListId() const { return m_listId; }
+
+private:
+    Bench() {
+        Node* node = Tree::Instance()->MakeNode(QStringLiteral("/Lists/Targets"));
+        TargetListHandler::Instance()->Init(node, false);
+        m_listId = static_cast<unsigned>(TargetListHandler::Instance()->AddToFreqStore());
+    }
+
+    QTemporaryDir m_dir;
+    unsigned m_listId;
+    int m_loaded = 0;
+};
+
+struct Plain {
+    double frequency, bandwidth;
+    QString comment, demodulation, type, threatClass;
+    int priority;
+};
+
+std::vector<Plain> plainParse(const QString& path) {
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    QStringDecoder decoder(QStringConverter::Utf16);
+    const QString text = decoder.decode(file.readAll());
+    std::vector<Plain> result;
+    for (const QStringView line : QStringView(text).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        const auto fields = line.split(QLatin1Char('\t'));
+        result.push_back({fields[0].toDouble(), fields[1].toDouble(), fields[2].toString(),
+                          fields[3].toString(), fields[4].toString(), fields[5].toString(),
+                          fields[6].toInt()});
+    }
+    return result;
+}
+
+double residentBytes() {
+    malloc_trim(0);
+    QFile file(QStringLiteral("/proc/self/statm"));
+    file.open(QIODevice::ReadOnly);
+    return file.readAll().split(' ')[1].toDouble() * 4096;
+}
+
+void ReadLtl(benchmark::State& state) {
+    Bench& bench = Bench::Get();
+    const QString path = bench.Ltl(Million);
+    for (auto _ : state) {
+        const double baseline = secondsOf([&] { benchmark::DoNotOptimize(plainParse(path)); });
+        TargetListHandler::Instance()->ReadFile(bench.Ltl(10));
+        const double before = residentBytes();
+        bench.Forget();
+        const double ours = secondsOf([&] { bench.List(Million); });
+        report(state, baseline, ours, 4.0);
+        state.counters["bytes_per_entry"] = (residentBytes() - before) / Million;
+        state.counters["bytes_goal"] = 1400;
+    }
+}
+
+void formatAll(QString& buffer) {
+    auto& list = *TargetListHandler::Instance();
+    list.ResetDataCollect();
+    double frequency = 0, bandwidth = 0;
+    int priority = 0;
+    QString comment, threatClass, demodulation;
+    while (list.GetNextData(frequency, bandwidth, priority, comment, threatClass, demodulation)) {
+        buffer += QString::number(frequency, 'f', 6) + QLatin1Char('\t') +
+                  QString::number(bandwidth, 'f', 6) + QLatin1Char('\t') + comment + QLatin1Char('\t') +
+                  demodulation + QStringLiteral("\tp\t") + threatClass + QLatin1Char('\t') +
+                  QString::number(priority) + QStringLiteral("\t\n");
+    }
+}
+
+void writeAs(benchmark::State& state, const char* name, double goal) {
+    Bench& bench = Bench::Get();
+    TargetListHandler& list = bench.List(Million);
+    for (auto _ : state) {
+        const double baseline = secondsOf([] {
+            QString buffer;
+            formatAll(buffer);
+            benchmark::DoNotOptimize(buffer);
+        });
+        const double ours = secondsOf([&] { list.SaveFile(bench.File(name)); });
+        report(state, baseline, ours, goal);
+    }
+}
+
+void WriteLtl(benchmark::State& state) {
+    writeAs(state, "out.ltl", 2.0);
+}
+
+void WriteXml(benchmark::State& state) {
+    writeAs(state, "out.xml", 3.0);
+}
+
+void ReadXml(benchmark::State& state) {
+    Bench& bench = Bench::Get();
+    const QString path = bench.File("out.xml");
+    bench.List(Million).SaveFile(path);
+    for (auto _ : state) {
+        const double baseline = secondsOf([&] {
+            QFile file(path);
+            file.open(QIODevice::ReadOnly);
+            QXmlStreamReader reader(&file);
+            while (!reader.atEnd())
+                reader.readNext();
+        });
+        bench.Forget();
+        const double ours = secondsOf([&] { TargetListHandler::Instance()->ReadFile(path); });
+        report(state, baseline, ours, 1.5);
+    }
+}
+
+void FirstPaint(benchmark::State& state) {
+    Bench& bench = Bench::Get();
+    const int count = static_cast<int>(state.range(0));
+    bench.List(count);
+    for (auto _ : state) {
+        std::unique_ptr<WkfListView> view;
+        const double ours = secondsOf([&] {
+            view = std::make_unique<WkfListView>(nullptr, bench.ListId());
+            view->resize(1200, 800);
+            view->show();
+            QApplication::processEvents();
+            view->viewport()->grab();
+        });
+        state.SetIterationTime(ours);
+        state.counters["ours_s"] = ours;
+        state.counters["goal"] = count >= Million ? 0.5 : 0.1;
+        state.counters["rows_filled"] = static_cast<double>(view->FillCount());
+    }
+}
+
+/// A tree widget that sorts by calling the compare function for each pair.
+class PlainRow : public QTreeWidgetItem {
+public:
+    using QTreeWidgetItem::QTreeWidgetItem;
+    static CompareFunction function;
+    bool operator<(const QTreeWidgetItem& other) const override {
+        const int column = treeWidget()->sortColumn();
+        return function(text(column), other.text(column)) < 0;
+    }
+};
+CompareFunction PlainRow::function = nullptr;
+
+void Sort(benchmark::State& state) {
+    constexpr int Rows = 100000;
+    Bench& bench = Bench::Get();
+    bench.List(Rows);
+    const int column = static_cast<int>(state.range(0));
+    WkfListView view(nullptr, bench.ListId());
+    view.resize(1200, 800);
+    view.show();
+    QTreeWidget plain;
+    plain.setColumnCount(view.columnCount());
+    QList<QTreeWidgetItem*> rows;
+    for (SortListViewItemIterator it(&view); it.current(); ++it) {
+        QStringList texts;
+        for (int i = 0; i < view.columnCount(); ++i)
+            texts << it.current()->CellText(i);
+        rows << new PlainRow(texts);
+    }
+    plain.addTopLevelItems(rows);
+    constexpr CompareFunction functions[] = {
+        _compNumericWithSuffix, _compStandardString, _compNumericWithSuffix, _compStandardString,
+        _compStandardNumeric,   _compStandardString, _compStandardString,    _compStandardString};
+    PlainRow::function = functions[column];
+    for (auto _ : state) {
+        const double baseline = secondsOf([&] { plain.sortItems(column, Qt::DescendingOrder); });
+        const double ours = secondsOf([&] {
+            view.sortByColumn(column, Qt::DescendingOrder);
+            view.viewport()->grab();
+        });
+        report(state, baseline, ours, 1.0 / 25);
+        view.sortByColumn(-1, Qt::AscendingOrder);
+    }
+}
+
+/// Time per entry at 1M against that at 10k, for work that must be linear.
+void growth(benchmark::State& state, const std::function<void(int)>& prepare,
+            const std::function<void()>& work) {
+    for (auto _ : state) {
+        constexpr int Small = 10000;
+        double small = 0;
+        for (int i = 0; i < 20; ++i) {
+            prepare(Small);
+            small += secondsOf(work) / 20;
+        }
+        prepare(Million);
+        const double large = secondsOf(work);
+        report(state, small / Small, large / Million, 1.5);
+    }
+}
+
+void GrowthReload(benchmark::State& state) {
+    Bench& bench = Bench::Get();
+    WkfListView view(nullptr, bench.ListId());
+    view.resize(1200, 800);
+    view.show();
+    view.sortByColumn(0, Qt::AscendingOrder);
+    int count = 0;
+    growth(
+        state,
+        [&](int n) {
+            count = n;
+            bench.Ltl(n);
+            bench.Forget();
+        },
+        [&] {
+            bench.List(count);
+            QApplication::processEvents();
+        });
+}
+
+void GrowthDeleteAll(benchmark::State& state) {
+    Bench& bench = Bench::Get();
+    WkfListView view(nullptr, bench.ListId());
+    growth(
+        state,
+        [&](int n) {
+            bench.Forget();
+            bench.List(n);
+        },
+        [&] {
+            TargetListHandler::Instance()->GetItemsRoot()->DeleteChildren();
+            TargetListHandler::Instance()->GetParser()->GetMediatorCtrl()->ForceUpdateNow();
+        });
+    bench.Forget();
+}
+
+void GrowthDeleteSelection(benchmark::State& state) {
+    Bench& bench = Bench::Get();
+    WkfListView view(nullptr, bench.ListId());
+    std::vector<Node*> half;
+    growth(
+        state,
+        [&](int n) {
+            bench.Forget();
+            bench.List(n);
+            half.clear();
+            const std::vector<Node*> all = TargetListHandler::Instance()->GetItemsRoot()->Children();
+            for (size_t i = 0; i < all.size(); i += 2)
+                half.push_back(all[i]);
+        },
+        [&] {
+            TargetListHandler::Instance()->GetItemsRoot()->DeleteNodes(half);
+            TargetListHandler::Instance()->GetParser()->GetMediatorCtrl()->ForceUpdateNow();
+        });
+    bench.Forget();
+}
+
+} // namespace
+
+BENCHMARK(ReadLtl)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(WriteLtl)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(WriteXml)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(ReadXml)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(FirstPaint)->Arg(100000)->Arg(Million)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(Sort)->DenseRange(0, 7)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(GrowthReload)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(GrowthDeleteAll)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(GrowthDeleteSelection)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

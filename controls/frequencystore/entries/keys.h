@@ -1,0 +1,59 @@
+#pragma once
+
+#include "host/freqlist/keys.h"
+
+/// The vocabulary of all entries: names of the values under an entry's node, identifiers of source links,
+/// which are the identifiers of columns, too, and texts with a meaning.
+namespace Keys {
+
+using FreqList::KeyBandwidth;
+using FreqList::KeyComment;
+using FreqList::KeyDemodulation;
+using FreqList::KeyFrequency;
+using FreqList::KeyType;
+
+inline constexpr char BandwidthSel[] = "bandwidthsel";
+inline constexpr char ThreadClass[] =
+    "threadclass"; ///< the threat class; the spelling is part of stored data
+inline constexpr char Priority[] = "priority";
+inline constexpr char ProfileID[] = "profileid";
+inline constexpr char SignalClass[] = "signalclass";
+inline constexpr char TransmissionSystem[] = "transmissionsystem";
+inline constexpr char ProfileName[] = "profilename";
+
+} // namespace Keys
+
+/// Identifiers of settings: a source link of a template entry, and the column that shows the setting.
+enum SourceId : unsigned {
+    SourceFrequency = FreqList::ColumnFrequency,
+    SourceBandwidth = FreqList::ColumnBandwidth,
+    SourceDemodulation = FreqList::ColumnDemodulation,
+    SourceType = FreqList::ColumnType,
+    SourceText = FreqList::ColumnComment,
+    SourceLocked = 49,
+    SourceLockTime = 50,
+    SourceConfidence = 51,
+    ColumnPriority = 52,
+    ColumnThreatClass = 53,
+    ColumnSignalClass = 54,
+    ColumnTransmissionSystem = 55,
+    SourceThreshold = 56,
+    SourceBFOFrequency = 57,
+    SourceOutputIF = 58,
+    SourceShift = 59,
+    SourceThresholdToo = 60,
+    SourceUseSquelch = 61,
+    SourceUseAttenuation = 62,
+    SourceAttenuation = 63,
+    SourceAntenna = 64,
+    SourceAFC = 65,
+};
+
+/// Kind of list that a mediator controller or an editor serves.
+enum class MediatorType : int {
+    MemoryHF = 1001,
+    SearchMCData = 1002,
+    TargetList = 1003,
+    NoiFrequencies = 1004,
+    MemoryVUHF = 1005,
+};

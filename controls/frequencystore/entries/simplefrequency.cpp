@@ -1,0 +1,109 @@
+#include "controls/frequencystore/entries/simplefrequency.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+struct KeyIds {
+    Names::Id frequency = FreqList::KeyId(Keys::KeyFrequency);
+    Names::Id comment = FreqList::KeyId(Keys::KeyComment);
+    Names::Id bandwidth = FreqList::KeyId(Keys::KeyBandwidth);
+    Names::Id bandwidthSel = FreqList::KeyId(Keys::BandwidthSel);
+    Names::Id demodulation = FreqList::KeyId(Keys::KeyDemodulation);
+};
+
+const KeyIds& keys() {
+    static const KeyIds ids;
+    return ids;
+}
+
+/// A key that no item of the selection has.
+long freeKey(const ValueSelection& selection) {
+    long key = selection.GetItemCount();
+    while (selection.GetItem(key))
+        ++key;
+    return key;
+}
+
+} // namespace
+
+SimpleFrequency::SimpleFrequency(Node* node, bool create, const GeneralEntry* source)
+    : GeneralEntry(source ? *source : GeneralEntry()) {
+    if (!node)
+        return;
+    m_node = node;
+    m_inTree = node->IsInTree();
+    m_removedValues = node->RemovedValues();
+    if (!create) {
+        m_frequency = Find<ValueNumeric<double>>(keys().frequency);
+        m_comment = Find<Value<QString>>(keys().comment);
+        return;
+    }
+    m_frequency = Make<ValueNumeric<double>>(keys().frequency);
+    if (!CopyFromSource(FrequencyLink(), m_frequency))
+        m_frequency->SetMinMax(0.0, std::numeric_limits<double>::max(), 1.0);
+    m_comment = Make<Value<QString>>(keys().comment);
+    m_comment->SetValue(m_frequency->GetStringValue());
+}
+
+bool SimpleFrequency::stillThere(const ValueBase* value) const {
+    const Node* node = m_node.get();
+    if (node && node->RemovedValues() == m_removedValues)
+        return true;
+    for (const ValueBase* own = node ? node->FirstValue() : nullptr; own; own = Node::NextValue(own)) {
+        if (own == value)
+            return true;
+    }
+    return std::find(m_outside.begin(), m_outside.end(), value) != m_outside.end();
+}
+
+ValueBase* SimpleFrequency::ownValue(Names::Id key) const {
+    const Node* node = m_node.get();
+    return node ? node->FindOwnValue(key) : nullptr;
+}
+
+void SimpleFrequency::SetFrequency(double hertz) {
+    Set(m_frequency, hertz);
+}
+
+void SimpleFrequency::SetComment(const QString& comment) {
+    Set(m_comment, comment);
+}
+
+void SimpleFrequency::SetBandwidth(double hertz) {
+    ValueBase* value = ownValue(keys().bandwidth);
+    if (!value)
+        value = ownValue(keys().bandwidthSel);
+    if (IValueNumeric* number = numeric_cast(value)) {
+        number->SetFromDouble(hertz);
+    } else if (auto* selection = value_cast<ValueSelection>(value);
+               selection && !selection->Select(hertz, nullptr, false)) {
+        const long key = freeKey(*selection);
+        selection->AddItem(Quor::ToShortest(hertz), hertz, key);
+        selection->Select(key);
+    }
+}
+
+void SimpleFrequency::SetBandwidth(long keyOrHertz) {
+    if (auto* selection = value_cast<ValueSelection>(ownValue(keys().bandwidthSel)))
+        selection->Select(keyOrHertz);
+    else
+        SetBandwidth(static_cast<double>(keyOrHertz));
+}
+
+void SimpleFrequency::SetDemodulation(const QString& demodulation) {
+    ValueBase* value = ownValue(keys().demodulation);
+    if (auto* selection = value_cast<ValueSelection>(value))
+        SelectOrAppend(*selection, demodulation);
+    else if (value)
+        value->SetStringValue(demodulation);
+}
+
+void SimpleFrequency::SelectOrAppend(ValueSelection& selection, const QString& text) {
+    if (selection.Select(text))
+        return;
+    const long key = freeKey(selection);
+    selection.AddItem(text, 0.0, key);
+    selection.Select(key);
+}

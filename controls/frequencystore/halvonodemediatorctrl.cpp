@@ -1,0 +1,64 @@
+#include "controls/frequencystore/halvonodemediatorctrl.h"
+
+#include "controls/frequencystore/wkfnodemediator.h"
+#include "host/base/trace.h"
+#include "host/freqstorexml/frequencystorelist.h"
+
+using FreqStoreXml::FrequencyStoreList;
+
+namespace {
+
+template <typename M>
+Mediator* make(MediatorCtrl* controller, Node* node, int kind) {
+    return new M(controller, node, kind);
+}
+
+/// What belongs to a mediator type. A type without a class yields no mediators.
+struct TypeInfo {
+    MediatorType type;
+    FrequencyStoreList::Usage usage;
+    Mediator* (*make)(MediatorCtrl*, Node*, int);
+};
+
+constexpr TypeInfo Types[] = {
+    {MediatorType::MemoryHF, FrequencyStoreList::MemoryChannels, nullptr},
+    {MediatorType::SearchMCData, FrequencyStoreList::SearchResults, nullptr},
+    {MediatorType::TargetList, FrequencyStoreList::TargetList, make<WkfNodeMediator>},
+    {MediatorType::NoiFrequencies, FrequencyStoreList::Noi, make<FrequencyNodeMediator>},
+    {MediatorType::MemoryVUHF, FrequencyStoreList::MemoryChannels, nullptr},
+};
+
+const TypeInfo* infoOf(MediatorType type) {
+    for (const TypeInfo& info : Types) {
+        if (info.type == type)
+            return &info;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+HalvoNodeMediatorCtrl::HalvoNodeMediatorCtrl(MediatorType type, int storeType)
+    : FrequencyNodeMediatorCtrl(storeType), m_type(type) {}
+
+Mediator* HalvoNodeMediatorCtrl::CreateMediator(Observable* entryNode) {
+    const TypeInfo* info = infoOf(m_type);
+    auto* node = dynamic_cast<Node*>(entryNode);
+    return info && info->make && node ? info->make(this, node, GetFreqStoreType()) : nullptr;
+}
+
+FrequencyNodeMediator* HalvoNodeMediatorCtrl::GetItemwithIndex(int index) {
+    FrequencyNodeMediator* mediator = index < 0 ? nullptr : At(static_cast<unsigned long>(index));
+    if (!mediator) {
+        TraceLazily("halvonodemediatorctrl", 58, [this] {
+            return size() == 0 ? QStringLiteral("List of Mediators is Empty")
+                               : QStringLiteral("iIndex >= size() of MediatorList");
+        });
+    }
+    return mediator;
+}
+
+QString HalvoNodeMediatorCtrl::GetUsageName() const {
+    const TypeInfo* info = infoOf(m_type);
+    return FrequencyStoreList::UsageToName(info ? info->usage : FrequencyStoreList::Unspecified);
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+
+class QDomElement;
+class QDomNode;
+
+/// What every file reader needs of a list: it brackets a file and takes its records one by one. Owners
+/// destroy the concrete lists.
+class GeneralListParser {
+public:
+    /// Before the first record of a file.
+    virtual void Prepare4NewFile() = 0;
+    /// After the last record of a file that was read to its end.
+    virtual void ResetDataAfterNewFile() = 0;
+    /// One record. Frequency and bandwidth in the unit of the file (Hz in all formats of this system);
+    /// priority 1 is the highest, 10 the lowest.
+    virtual void FillInData(double frequency, double bandwidth, QString comment, QString demodulation,
+                            int priority, QString threatClass, QString profileID, QString profileName,
+                            QString signalClass, QString transmissionSystem) = 0;
+
+    /// Reads a profile table: XML with elements "PROFILETBL", each of which has objects with priorities and
+    /// parameter sets with frequencies. Every parameter set is a record. A file that cannot be opened is
+    /// traced and changes nothing; an unreadable document yields no records.
+    void ParseProfileTable(const QString& path);
+
+protected:
+    ~GeneralListParser() = default;
+
+private:
+    void fillInProfile(const QDomElement& profile);
+};
+
+/// The first child of `parent` with that tag; a null node when there is none.
+QDomNode FirstChildOfName(const QDomNode& parent, const QString& tag);

@@ -1,0 +1,102 @@
+#include "controls/frequencystore/listviewshandler/linereader.h"
+
+#include "host/base/problems.h"
+
+#include <QFileInfo>
+
+namespace {
+
+constexpr char TraceSource[] = "listviewshandler";
+constexpr qint64 ChunkBytes = 512 * 1024;
+constexpr qint64 MaxReportedProblems = 200;
+
+bool isControl(QChar c) {
+    return c.unicode() < 0x20 && c != QLatin1Char('\t') && c != QLatin1Char('\n') && c != QLatin1Char('\r') &&
+           c != QLatin1Char('\f');
+}
+
+} // namespace
+
+QString RefuseToOpen(QFile& file, qint64 maxSize) {
+    const QFileInfo info(file.fileName());
+    if (!info.exists())
+        return QStringLiteral("no such file");
+    if (!info.isFile())
+        return QStringLiteral("is no regular file");
+    if (maxSize > 0 && info.size() > maxSize)
+        return QStringLiteral("is too large");
+    return file.open(QIODevice::ReadOnly) ? QString() : file.errorString();
+}
+
+LineReader::LineReader(QIODevice& device, const QString& fileName) : m_device(device), m_fileName(fileName) {
+    const QByteArray head = device.peek(4);
+    m_decoder = QStringDecoder(QStringConverter::encodingForData(head).value_or(QStringConverter::System));
+}
+
+LineReader::~LineReader() {
+    if (m_problems > MaxReportedProblems)
+        report(0, QStringLiteral("%1 further problems").arg(m_problems - MaxReportedProblems));
+}
+
+void LineReader::report(qint64 line, const QString& reason) {
+    Problems::Report(TraceSource, 903, {m_fileName, line, reason});
+}
+
+void LineReader::ReportProblem(const QString& reason) {
+    if (++m_problems <= MaxReportedProblems)
+        report(m_lineNumber, reason);
+}
+
+/// Appends one decoded chunk to what is left of the buffer; false at the end of the file.
+bool LineReader::readMore() {
+    m_buffer.remove(0, m_position);
+    m_position = 0;
+    const QByteArray bytes = m_device.read(ChunkBytes);
+    if (bytes.isEmpty()) {
+        m_atEnd = true;
+        return false;
+    }
+    m_buffer += m_decoder.decode(bytes);
+    if (m_decoder.hasError() && !std::exchange(m_decodingFailed, true))
+        report(m_lineNumber + 1, QStringLiteral("text is not well encoded from about here on"));
+    return true;
+}
+
+bool LineReader::LooksLikeText(QString& reason) {
+    readMore();
+    if (m_decodingFailed)
+        reason = QStringLiteral("is not well encoded text");
+    else if (std::any_of(m_buffer.cbegin(), m_buffer.cend(), isControl))
+        reason = QStringLiteral("is no text file");
+    return reason.isEmpty();
+}
+
+bool LineReader::Next(QStringView& line) {
+    qsizetype end = m_buffer.indexOf(QLatin1Char('\n'), m_position);
+    bool tooLong = false;
+    while (end < 0 && !m_atEnd) {
+        qsizetype kept = m_buffer.size() - m_position;
+        if (kept > MaxLine) {
+            // Keep the head of the line only, so that a file without line ends takes no memory.
+            m_buffer.truncate(m_position + MaxLine);
+            kept = MaxLine;
+            tooLong = true;
+        }
+        readMore();
+        end = m_buffer.indexOf(QLatin1Char('\n'), m_position + kept);
+    }
+    if (end < 0 && m_position >= m_buffer.size())
+        return false;
+    const qsizetype next = end < 0 ? m_buffer.size() : end + 1;
+    if (end < 0)
+        end = m_buffer.size();
+    line = QStringView(m_buffer).mid(m_position, std::min(end - m_position, MaxLine));
+    tooLong = tooLong || end - m_position > MaxLine;
+    if (line.endsWith(QLatin1Char('\r')))
+        line.chop(1);
+    m_position = next;
+    ++m_lineNumber;
+    if (tooLong)
+        ReportProblem(QStringLiteral("line is too long; its end is ignored"));
+    return true;
+}

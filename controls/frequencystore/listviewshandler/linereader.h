@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QFile>
+#include <QString>
+#include <QStringDecoder>
+#include <QStringView>
+
+/// Opens a file for reading; the result says why it is refused, and is empty when it is open. Directories,
+/// devices and other things that are no regular file are refused, as are files over `maxSize` bytes (0: none
+/// is too large).
+QString RefuseToOpen(QFile& file, qint64 maxSize = 0);
+
+/// Reads the lines of a text file of any size in constant memory. The encoding is that of a byte-order mark
+/// at the head of the file, else the system's. Lines end with LF or CR LF.
+class LineReader {
+public:
+    /// Longest line in characters; what lies beyond is dropped and told as a problem.
+    static constexpr qsizetype MaxLine = 1 << 20;
+
+    /// `device` is open and outlives the reader; `fileName` is for problems.
+    LineReader(QIODevice& device, const QString& fileName);
+
+    /// Whether the head of the file looks like text; if not, why.
+    bool LooksLikeText(QString& reason);
+
+    /// The next line, without its end, good until the next call; false at the end of the file.
+    bool Next(QStringView& line);
+    /// Number of the line that `Next` gave last, 1 for the first.
+    qint64 LineNumber() const { return m_lineNumber; }
+    /// Tells a problem of the present line; after some hundred of one file the rest is only counted.
+    void ReportProblem(const QString& reason);
+    /// Tells how many problems were only counted.
+    ~LineReader();
+
+private:
+    bool readMore();
+    void report(qint64 line, const QString& reason);
+
+    QIODevice& m_device;
+    QString m_fileName;
+    QStringDecoder m_decoder;
+    QString m_buffer;
+    qsizetype m_position = 0;
+    qint64 m_lineNumber = 0;
+    qint64 m_problems = 0;
+    bool m_decodingFailed = false;
+    bool m_atEnd = false;
+};

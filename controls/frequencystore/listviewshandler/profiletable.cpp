@@ -1,0 +1,143 @@
+#include "controls/frequencystore/listviewshandler/generallistparser.h"
+#include "controls/frequencystore/listviewshandler/linereader.h"
+#include "host/base/numbers.h"
+#include "host/base/problems.h"
+#include "host/base/trace.h"
+
+#include <QDomDocument>
+#include <QFile>
+#include <QXmlStreamReader>
+
+#include <cmath>
+
+namespace {
+
+constexpr char TraceSource[] = "listviewshandler";
+constexpr int NoPriority = 11; ///< of a profile whose objects have no valid one
+/// The document's model takes quadratic time for deep nesting; no profile is nested deeper.
+constexpr int MaxDepth = 64;
+constexpr qint64 MaxFileSize = 512 * 1024 * 1024;
+
+struct Objects {
+    int priority = NoPriority;
+    QString names;
+    QString threatClass;
+};
+
+QString childText(const QDomNode& parent, const char* tag) {
+    return FirstChildOfName(parent, QString::fromLatin1(tag)).toElement().text();
+}
+
+QDomElement nextSiblingOfName(const QDomNode& node) {
+    return node.nextSiblingElement(node.nodeName());
+}
+
+/// The objects of the best priority. The first invalid priority ends the scan; what was found before stays.
+Objects scanObjects(const QDomElement& profile) {
+    Objects best;
+    QDomElement object = FirstChildOfName(profile, QStringLiteral("OBJECTENTRY")).toElement();
+    for (; !object.isNull(); object = nextSiblingOfName(object)) {
+        const QDomNode priorityNode = FirstChildOfName(object, QStringLiteral("PRIORITY"));
+        if (priorityNode.isNull())
+            continue;
+        bool isNumber = false;
+        const double number = std::trunc(Quor::toDoubleEx(priorityNode.toElement().text(), &isNumber));
+        if (!isNumber || number < 1 || number > 10)
+            break;
+        const int priority = static_cast<int>(number);
+        const QString name = childText(object, "OBJECT_NAME");
+        if (priority < best.priority)
+            best = {priority, name, childText(object, "THREATCLASS")};
+        else if (priority == best.priority)
+            best.names += QStringLiteral(", ") + name;
+    }
+    return best;
+}
+
+QString orUndefined(const QString& text) {
+    return text.isEmpty() ? QStringLiteral("undefined") : text;
+}
+
+/// Whether the document is well-formed and of a depth that its model takes; else says why not.
+bool isReadable(const QString& path, const QString& text) {
+    QXmlStreamReader reader(text);
+    int depth = 0;
+    while (!reader.atEnd() && depth <= MaxDepth) {
+        reader.readNext();
+        depth += reader.isStartElement() ? 1 : reader.isEndElement() ? -1 : 0;
+        if (reader.isDTD() && !reader.entityDeclarations().isEmpty()) {
+            Problems::Report(TraceSource, 611,
+                             {path, reader.lineNumber(), QStringLiteral("entity declarations are refused")});
+            return false;
+        }
+    }
+    if (reader.hasError() || depth > MaxDepth) {
+        const QString reason =
+            reader.hasError() ? reader.errorString() : QStringLiteral("elements are nested too deeply");
+        Problems::Report(TraceSource, 611, {path, reader.lineNumber(), reason});
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+QDomNode FirstChildOfName(const QDomNode& parent, const QString& tag) {
+    for (QDomNode child = parent.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        if (child.nodeName() == tag)
+            return child;
+    }
+    return QDomNode();
+}
+
+void GeneralListParser::fillInProfile(const QDomElement& profile) {
+    const Objects objects = scanObjects(profile);
+    const QString id = orUndefined(childText(profile, "PROFILEID"));
+    const QString name = orUndefined(childText(profile, "PROFILENAME"));
+    const QString signalClass = orUndefined(childText(profile, "SIGNALCLASS"));
+
+    QDomElement set = FirstChildOfName(profile, QStringLiteral("PROFILEPARAMETERSETTBL")).toElement();
+    for (; !set.isNull(); set = nextSiblingOfName(set)) {
+        const QDomNode bandwidthNode = FirstChildOfName(set, QStringLiteral("NOMINALBANDWIDTH"));
+        bool isNumber = true;
+        const double bandwidth =
+            bandwidthNode.isNull() ? 0.0 : Quor::toDoubleEx(bandwidthNode.toElement().text(), &isNumber);
+        if (!isNumber)
+            return;
+        const QDomNode frequencyNode = FirstChildOfName(set, QStringLiteral("NOMINALFREQUENCY"));
+        if (frequencyNode.isNull())
+            continue;
+        const double frequency = Quor::toDoubleEx(frequencyNode.toElement().text(), &isNumber);
+        if (!isNumber)
+            return;
+        // This format carries no transmission system.
+        FillInData(frequency, bandwidth, objects.names, childText(set, "MODULATIONTYPE"), objects.priority,
+                   objects.threatClass, id, name, signalClass, orUndefined(QString()));
+    }
+}
+
+void GeneralListParser::ParseProfileTable(const QString& path) {
+    QFile file(path);
+    const QString refusal = RefuseToOpen(file, MaxFileSize);
+    if (!refusal.isEmpty()) {
+        Problems::Report(TraceSource, 615, {path, 0, refusal});
+        TraceLazily(TraceSource, 615, [&] { return QStringLiteral("File cannot be opened: ") + path; });
+        return;
+    }
+    const QString text = QString::fromUtf8(file.readAll());
+    file.close();
+    TraceLazily(TraceSource, 608, [&] { return text; });
+
+    Prepare4NewFile();
+    QDomDocument document;
+    if (isReadable(path, text) && document.setContent(text)) {
+        const QDomNodeList found = document.elementsByTagName(QStringLiteral("PROFILETBL"));
+        // The list is searched anew by each access: take the elements out first.
+        std::vector<QDomElement> profiles;
+        for (int i = 0; i < found.size(); ++i)
+            profiles.push_back(found.at(i).toElement());
+        for (const QDomElement& profile : profiles)
+            fillInProfile(profile);
+    }
+    ResetDataAfterNewFile();
+}

@@ -1,0 +1,29 @@
+#include "host/base/problems.h"
+
+#include "host/base/trace.h"
+
+namespace {
+
+Problems::Sink& currentSink() {
+    static auto* const sink = new Problems::Sink;
+    return *sink;
+}
+
+} // namespace
+
+QString Problem::ToString() const {
+    if (file.isEmpty())
+        return reason;
+    return line > 0 ? QStringLiteral("%1:%2: %3").arg(file, QString::number(line), reason)
+                    : QStringLiteral("%1: %2").arg(file, reason);
+}
+
+Problems::Sink Problems::SetSink(Sink sink) {
+    return std::exchange(currentSink(), std::move(sink));
+}
+
+void Problems::Report(const char* sourceFile, unsigned short sourceLine, const Problem& problem) {
+    if (currentSink())
+        currentSink()(problem);
+    TraceLazily(sourceFile, sourceLine, [&] { return problem.ToString(); });
+}

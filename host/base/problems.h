@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+/// Something wrong in a file that a reader met and went on from, or gave up at.
+struct Problem {
+    QString file;
+    qint64 line = 0; ///< 1 for the first line; 0 when the problem is no line's
+    QString reason;
+
+    /// "file:line: reason", without the line where there is none.
+    QString ToString() const;
+    /// A problem whose text already names its file, as those of exceptions do.
+    static Problem FromText(const QString& text) { return {QString(), 0, text}; }
+};
+
+namespace Problems {
+
+using Sink = std::function<void(const Problem&)>;
+
+/// Replaces the receiver of problems and returns the one before; programs set it to tell the operator.
+Sink SetSink(Sink sink);
+
+/// Hands a problem to the receiver and traces it under the reader's source name and line.
+void Report(const char* sourceFile, unsigned short sourceLine, const Problem& problem);
+
+} // namespace Problems

@@ -1,0 +1,247 @@
+#include "host/freqlist/pixstatevector.h"
+
+#include "host/valuetree/tree.h"
+
+#include <cmath>
+
+void PixStateVector::SetKeyWords(const QString& frequency, const QString& bandwidth, const QString& type,
+                                 const QString& comment) {
+    m_frequencyKey = frequency;
+    m_bandwidthKey = bandwidth;
+    m_typeKey = type;
+    m_commentKey = comment;
+    SetDirty(true);
+}
+
+void PixStateVector::SetVisible(bool visible) {
+    m_visible = visible;
+    SetDirty(true);
+}
+
+void PixStateVector::SetDirty(bool dirty) {
+    const bool becomesDirty = dirty && !m_dirty;
+    m_dirty = dirty;
+    if (becomesDirty && OnDirty)
+        OnDirty();
+}
+
+void PixStateVector::SetHMapping(IHasHMap* map, int width) {
+    m_map = map;
+    m_pixels.assign(static_cast<size_t>(std::max(width, 0)), PixState());
+    SetDirty(true);
+}
+
+void PixStateVector::SetFocusFlag(bool focus) {
+    m_focus = focus;
+    SetDirty(true);
+}
+
+int PixStateVector::ValueToPixel(double hertz) const {
+    const double position = m_map ? m_map->MapToPixel(hertz) : -1.0;
+    return position >= 0 && position < static_cast<double>(m_pixels.size()) ? static_cast<int>(position) : -1;
+}
+
+int PixStateVector::ValueToEmptyPixel(double hertz) const {
+    const int wanted = ValueToPixel(hertz);
+    if (wanted < 0)
+        return -1;
+    const int width = static_cast<int>(m_pixels.size());
+    for (int distance = 0; distance < width; ++distance) {
+        for (const int pixel : {wanted - distance, wanted + distance}) {
+            if (pixel >= 0 && pixel < width && GetClearLine(pixel))
+                return pixel;
+        }
+    }
+    return -1;
+}
+
+bool PixStateVector::GetClearLine(int pixel) const {
+    return pixel >= 0 && static_cast<size_t>(pixel) < m_pixels.size() &&
+           m_pixels[static_cast<size_t>(pixel)].IsEmpty();
+}
+
+void PixStateVector::SetBandwidth(int pixel, double hertz, unsigned type, int flags) {
+    if (!m_map || hertz <= 0)
+        return;
+    const double halfWidth = (m_map->MapToPixel(hertz) - m_map->MapToPixel(0)) / 2;
+    const double last = static_cast<double>(m_pixels.size()) - 1;
+    const double from = std::max(std::floor(pixel + 0.5 - halfWidth), 0.0);
+    const double to = std::min(std::floor(pixel + 0.5 + halfWidth), last);
+    for (double p = from; p <= to; ++p) {
+        PixState& state = m_pixels[static_cast<size_t>(p)];
+        state.flags = static_cast<quint8>(state.flags | flags);
+        if (state.type == 0)
+            state.type = static_cast<char>(type);
+    }
+}
+
+void PixStateVector::Clean() {
+    std::fill(m_pixels.begin(), m_pixels.end(), PixState());
+}
+
+PixStateVector& PixStateVector::operator|=(const PixStateVector& other) {
+    for (size_t i = 0; i < std::min(m_pixels.size(), other.m_pixels.size()); ++i) {
+        PixState& state = m_pixels[i];
+        const PixState& added = other.m_pixels[i];
+        state.flags |= added.flags;
+        state.count += added.count;
+        if (state.type == 0)
+            state.type = added.type;
+    }
+    return *this;
+}
+
+void PixStateVector::Mark(quint32 item, double hertz, double bandwidth, char type) {
+    if (!m_map)
+        return;
+    const double centre = m_map->MapToPixel(hertz);
+    const double halfWidth = (m_map->MapToPixel(hertz + bandwidth) - centre) / 2;
+    const double last = static_cast<double>(m_pixels.size()) - 1;
+    if (!std::isfinite(centre) || centre + halfWidth < 0 || centre - halfWidth > last + 1)
+        return;
+    if (halfWidth >= 1) {
+        const double to = std::min(std::floor(centre + halfWidth), last);
+        for (double p = std::max(std::floor(centre - halfWidth), 0.0); p <= to; ++p) {
+            PixState& state = m_pixels[static_cast<size_t>(p)];
+            state.flags |= PixState::Bandwidth;
+            if (state.type == 0)
+                state.type = type;
+        }
+    }
+    if (centre < 0 || centre > last + 1)
+        return;
+    PixState& state = m_pixels[std::min(static_cast<size_t>(centre), m_pixels.size() - 1)];
+    state.flags |= static_cast<quint8>(PixState::Centre | (m_focus ? PixState::Focus : 0));
+    state.type = type;
+    state.lastItem = item;
+    ++state.count;
+}
+
+PixStateVectorOnNode::~PixStateVectorOnNode() = default;
+
+void PixStateVectorOnNode::Init(const QString& nodePath) {
+    ClearObservable();
+    m_node = Tree::Instance()->GetNode(nodePath);
+    if (m_node)
+        m_node->AddObserver(this);
+    SetDirty(true);
+}
+
+void PixStateVectorOnNode::SetFixedType(char type) {
+    m_fixedType = type;
+    m_collected = false;
+    SetDirty(true);
+}
+
+void PixStateVectorOnNode::ClearObservable() {
+    if (m_node)
+        m_node->DeleteObserver(this);
+    m_node = nullptr;
+    RemoveAllValues();
+}
+
+void PixStateVectorOnNode::RemoveAllValues() {
+    m_items.clear();
+    m_collected = false;
+    SetDirty(true);
+}
+
+void PixStateVectorOnNode::Update(Observable* subject, TChangeCode code) {
+    if (subject != m_node)
+        return;
+    if (code == TChangeCode::Removing || code == TChangeCode::MediatorNodeEnds)
+        m_node = nullptr;
+    if (code == TChangeCode::Removing || m_observe) {
+        m_collected = false;
+        SetDirty(true);
+    }
+}
+
+PixStateVectorOnNode::Item PixStateVectorOnNode::read(const Node& entry) const {
+    Item item{&entry, 0, 0, m_fixedType};
+    if (const auto* frequency = numeric_cast(entry.FindOwnValue(Names::Find(m_frequencyKey))))
+        item.frequency = frequency->ValueAsDouble();
+    if (const auto* bandwidth = numeric_cast(entry.FindOwnValue(Names::Find(m_bandwidthKey))))
+        item.bandwidth = bandwidth->ValueAsDouble();
+    const auto* type = entry.FindOwn<Value<char>>(Names::Find(m_typeKey));
+    if (m_fixedType == 0 && type)
+        item.type = type->GetValue();
+    return item;
+}
+
+void PixStateVectorOnNode::collect() {
+    m_items.clear();
+    if (m_node) {
+        const std::vector<Node*> entries = m_node->Children();
+        m_items.reserve(entries.size());
+        for (const Node* entry : entries)
+            m_items.push_back(read(*entry));
+    }
+    m_collected = true;
+}
+
+void PixStateVectorOnNode::Refresh() {
+    if (!GetDirty())
+        return;
+    if (!m_collected)
+        collect();
+    Clean();
+    if (IsVisible()) {
+        for (size_t i = 0; i < m_items.size(); ++i)
+            Mark(static_cast<quint32>(i), m_items[i].frequency, m_items[i].bandwidth, m_items[i].type);
+    }
+    SetDirty(false);
+}
+
+int PixStateVectorOnNode::Find(Observable* entry) const {
+    const auto found = std::find_if(m_items.begin(), m_items.end(), [entry](const Item& item) {
+        return static_cast<const Observable*>(item.node) == entry;
+    });
+    return found == m_items.end() ? -1 : static_cast<int>(found - m_items.begin());
+}
+
+void PixStateVectorOnNode::UpdateItems(Observable* entry) {
+    const int index = Find(entry);
+    if (index < 0)
+        return;
+    m_items[static_cast<size_t>(index)] = read(*m_items[static_cast<size_t>(index)].node);
+    SetDirty(true);
+}
+
+void PixStateVectorOnNode::RemoveValue(Observable* entry) {
+    const int index = Find(entry);
+    if (index < 0)
+        return;
+    m_items.erase(m_items.begin() + index);
+    SetDirty(true);
+}
+
+QString PixStateVectorOnNode::ItemText(quint32 item) const {
+    // Between a change of the list and the next refresh an item may be out of date.
+    if (!m_collected || item >= m_items.size())
+        return QString();
+    const ValueBase* comment = m_items[item].node->FindOwnValue(Names::Find(m_commentKey));
+    return comment ? comment->GetStringValue() : QString();
+}
+
+void PixStateVectorOnValue::Init(const QString& valuePath) {
+    ClearObservable();
+    m_value = Tree::Instance()->GetValue(valuePath);
+    if (m_value)
+        m_value->AddObserver(this);
+    SetDirty(true);
+}
+
+void PixStateVectorOnValue::ClearObservable() {
+    if (m_value)
+        m_value->DeleteObserver(this);
+    m_value = nullptr;
+    SetDirty(true);
+}
+
+void PixStateVectorOnValue::Update(Observable*, TChangeCode code) {
+    if (code == TChangeCode::Removing)
+        m_value = nullptr;
+    if (m_observe)
+        SetDirty(true);
+}
