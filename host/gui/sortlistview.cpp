@@ -7,10 +7,10 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QProxyStyle>
 #include <QScrollBar>
 
 #include <numeric>
-#include <unordered_set>
 
 namespace {
 
@@ -58,6 +58,25 @@ std::vector<qsizetype> orderByFunction(const QList<QTreeWidgetItem*>& rows, int 
     return order;
 }
 
+/// Gives the cells of a list room around their texts, so that a right-aligned column does not touch the next.
+class RoomyStyle : public QProxyStyle {
+public:
+    explicit RoomyStyle(QObject* owner) { setParent(owner); }
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+        constexpr int Sides = 5;
+        constexpr int AboveAndBelow = 2;
+        switch (metric) {
+        case PM_FocusFrameHMargin:
+            return Sides;
+        case PM_FocusFrameVMargin:
+            return AboveAndBelow;
+        default:
+            return QProxyStyle::pixelMetric(metric, option, widget);
+        }
+    }
+};
+
 void collectOpen(QTreeWidgetItem* row, QList<QTreeWidgetItem*>& open) {
     if (row->childCount() == 0)
         return;
@@ -70,6 +89,7 @@ void collectOpen(QTreeWidgetItem* row, QList<QTreeWidgetItem*>& open) {
 } // namespace
 
 SortListView::SortListView(QWidget* parent) : QTreeWidget(parent) {
+    setStyle(new RoomyStyle(this));
     setColumnCount(0);
     setRootIsDecorated(false);
     setUniformRowHeights(true);
@@ -244,9 +264,10 @@ void SortListView::sortRows(Rows& rows) const {
 /// Takes all shown rows out, lets `change` make other ones of them, and puts those in, with selection,
 /// current row, open rows and scroll position kept. Rows that `change` leaves out are the caller's.
 void SortListView::replaceShown(const std::function<void(Rows&)>& change) {
-    std::unordered_set<const QTreeWidgetItem*> selected;
-    for (const QModelIndex& index : selectionModel()->selectedRows())
-        selected.insert(itemFromIndex(index));
+    for (const QItemSelectionRange& range : selectionModel()->selection()) {
+        for (int i = range.top(); !range.parent().isValid() && i <= range.bottom(); ++i)
+            asRow(topLevelItem(i))->m_wasSelected = true;
+    }
     QTreeWidgetItem* current = QTreeWidget::currentItem();
     Rows open;
     for (int i = 0; i < topLevelItemCount(); ++i)
@@ -264,26 +285,33 @@ void SortListView::replaceShown(const std::function<void(Rows&)>& change) {
         for (QTreeWidgetItem* row : open)
             row->setExpanded(true); // does nothing for a row that was left out
 
-        QItemSelection selection;
-        int rangeStart = -1;
-        const int last = columnCount() - 1;
-        for (int i = 0; i <= rows.size(); ++i) {
-            const bool isSelected = i < rows.size() && selected.contains(rows[i]);
-            if (isSelected && rangeStart < 0)
-                rangeStart = i;
-            if (!isSelected && rangeStart >= 0) {
-                selection.select(model()->index(rangeStart, 0), model()->index(i - 1, std::max(last, 0)));
-                rangeStart = -1;
-            }
-            if (i < rows.size() && rows[i] == current)
-                selectionModel()->setCurrentIndex(model()->index(i, 0), QItemSelectionModel::NoUpdate);
-        }
-        selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+        selectMarkedRows(rows);
+        const qsizetype currentIndex = rows.indexOf(current);
+        if (currentIndex >= 0)
+            selectionModel()->setCurrentIndex(model()->index(static_cast<int>(currentIndex), 0),
+                                              QItemSelectionModel::NoUpdate);
     }
     --m_filling;
     verticalScrollBar()->setValue(scroll);
     setUpdatesEnabled(true);
     viewport()->update();
+}
+
+/// Selects the rows that were selected before they were taken out.
+void SortListView::selectMarkedRows(const Rows& rows) {
+    QItemSelection selection;
+    const int lastColumn = std::max(columnCount() - 1, 0);
+    int first = -1;
+    for (int i = 0; i <= rows.size(); ++i) {
+        const bool selected = i < rows.size() && std::exchange(asRow(rows[i])->m_wasSelected, false);
+        if (selected && first < 0)
+            first = i;
+        if (!selected && first >= 0) {
+            selection.select(model()->index(first, 0), model()->index(i - 1, lastColumn));
+            first = -1;
+        }
+    }
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
 }
 
 void SortListView::appendRows(const Rows& rows) {
@@ -358,6 +386,7 @@ void SortListView::SetFilterText(const QString& text) {
             return;
         const auto out = std::stable_partition(rows.begin(), rows.end(),
                                                [this](QTreeWidgetItem* row) { return matchesFilter(row); });
+        std::for_each(out, rows.end(), [](QTreeWidgetItem* row) { asRow(row)->m_wasSelected = false; });
         m_filteredOut.insert(m_filteredOut.end(), out, rows.end());
         rows.erase(out, rows.end());
     });

@@ -121,6 +121,7 @@ private:
     void sortNow();
     void sortRows(Rows& rows) const;
     void replaceShown(const std::function<void(Rows&)>& change);
+    void selectMarkedRows(const Rows& rows);
     void appendRows(const Rows& rows);
     bool matchesFilter(const QTreeWidgetItem* row) const;
     void postSort();

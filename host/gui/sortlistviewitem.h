@@ -48,10 +48,13 @@ protected:
     SortListView* list() const;
 
 private:
+    friend class SortListView;
+
     void ensureFilled() const;
 
     std::unique_ptr<std::vector<QString>> m_texts;
     bool m_filled = false;
+    bool m_wasSelected = false; ///< while the list puts its rows in anew
 };
 
 /// Walks the shown rows of a list from top to bottom, children included. The list must not change meanwhile.

@@ -246,6 +246,17 @@ TEST_F(List, SortingKeepsSelectionAndCurrentRow) {
     EXPECT_EQ(view.currentItem(), row(17));
 }
 
+TEST_F(List, RowsThatTheFilterHidAreNotSelectedWhenTheyComeBack) {
+    addLazy({1, 2, 70});
+    view.selectAll();
+    view.SetFilterText("7");
+    view.SetFilterText("");
+    EXPECT_EQ(selected(), (Numbers{70}));
+    view.clearSelection();
+    view.sortByColumn(0, Qt::DescendingOrder);
+    EXPECT_EQ(selected(), Numbers());
+}
+
 TEST_F(List, SortingKeepsOpenRowsOpen) {
     addLazy({2, 1});
     row(2)->addChild(new LazyRow(20, view, fills));
@@ -356,12 +367,12 @@ protected:
 TEST_F(RememberedColumns, ComeBackInTheNextList) {
     {
         const auto list = makeList();
-        list->setColumnWidth(0, 123);
+        list->setColumnWidth(2, 123);
         list->setColumnHidden(1, true);
         list->header()->moveSection(2, 0);
     }
     const auto list = makeList();
-    EXPECT_EQ(list->columnWidth(0), 123);
+    EXPECT_EQ(list->columnWidth(2), 123);
     EXPECT_TRUE(list->isColumnHidden(1));
     EXPECT_EQ(list->header()->visualIndex(2), 0);
 }
