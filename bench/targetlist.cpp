@@ -5,7 +5,9 @@
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "controls/frequencystore/listviewshandler/targetlistparser.h"
 #include "controls/frequencystore/wkflistview.h"
+#include "controls/frequencystore/wkfnodemediator.h"
 #include "host/base/numbers.h"
+#include "host/base/tokenizer.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/valuetree/tree.h"
@@ -50,7 +52,7 @@ QString linesOf(int count) {
     QString text;
     text.reserve(count * 80);
     for (int i = 0; i < count; ++i) {
-        Quor::AppendFixed(text, 100000.0 + i * 137.0, 6);
+        Quor::AppendFixed(text, 100000.0 + (i * 104729LL) % count * 137.0, 6);
         text += QStringLiteral("\t2700.000000\tStation %1\t").arg((i * 7919) % count);
         text += demodulations[i % 3] + QStringLiteral("\tp\t") + classes[i % 3] + QLatin1Char('\t');
         text += QString::number(i % 11 + 1) + QStringLiteral("\t\n");
@@ -109,8 +111,9 @@ std::vector<Plain> plainParse(const QString& path) {
     QStringDecoder decoder(QStringConverter::Utf16);
     const QString text = decoder.decode(file.readAll());
     std::vector<Plain> result;
-    for (const QStringView line : QStringView(text).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
-        const auto fields = line.split(QLatin1Char('\t'));
+    for (qsizetype start = 0, end = 0; (end = text.indexOf(QLatin1Char('\n'), start)) >= 0; start = end + 1) {
+        QStringView fields[7];
+        Quor::separateString(QStringView(text).mid(start, end - start), fields, 7);
         result.push_back({fields[0].toDouble(), fields[1].toDouble(), fields[2].toString(),
                           fields[3].toString(), fields[4].toString(), fields[5].toString(),
                           fields[6].toInt()});
@@ -230,6 +233,13 @@ void Sort(benchmark::State& state) {
     constexpr int Rows = 100000;
     Bench& bench = Bench::Get();
     bench.List(Rows);
+    int number = 0;
+    TargetListHandler::Instance()->GetParser()->GetMediatorCtrl()->ForEach(
+        [&](FrequencyNodeMediator& mediator) {
+            auto& target = static_cast<WkfNodeMediator&>(mediator);
+            target.SetSignalClass(QStringLiteral("class %1").arg(++number * 31 % 97));
+            target.SetTransmissionSystem(QStringLiteral("system %1").arg(number * 17 % 89));
+        });
     const int column = static_cast<int>(state.range(0));
     WkfListView view(nullptr, bench.ListId());
     view.resize(1200, 800);

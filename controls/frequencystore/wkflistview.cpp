@@ -9,12 +9,15 @@
 #include "host/gui/resortpopupmenu.h"
 #include "host/startup/cfgcenter.h"
 
+#include <QHeaderView>
+
 namespace {
 
 using Bar = FreqStoreListViewButtonBar;
 
 constexpr int Left = 1;
 constexpr int Right = 2;
+constexpr int NameColumn = 1;
 /// One less than there are columns; setting the last function makes up for it.
 constexpr int CompareFunctions = 7;
 
@@ -70,7 +73,9 @@ WkfListView::WkfListView(QWidget* parent, unsigned listId)
         AddColumn(tr(column.title), column.compare, column.id);
         setColumnAlignment(static_cast<unsigned>(columnCount() - 1), column.alignment);
     }
-    FitColumns({14, 30, 12, 14, 8, 14, 14, 20});
+    header()->setStretchLastSection(false);
+    FitColumns({15, 30, 12, 12, 6, 16, 16, 18});
+    setColumnWidthMode(NameColumn, QHeaderView::Stretch);
     SetColumnWidthPersistantName(objectName());
     connect(this, &SortListView::clicked, this, &WkfListView::slotItemClicked);
 }

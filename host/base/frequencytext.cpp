@@ -2,6 +2,8 @@
 
 #include "host/base/numbers.h"
 
+#include <cmath>
+
 namespace Quor {
 namespace {
 
@@ -50,7 +52,7 @@ bool ParseFrequency(QStringView text, double& hertz, double unitFactor) {
         }
     }
     double number = 0;
-    if (!ParseDouble(text, number))
+    if (!ParseDouble(text, number) || !std::isfinite(number * factor))
         return false;
     hertz = number * factor;
     return true;

@@ -46,15 +46,24 @@ bool parseWhole(QStringView text, T& value, Format... format) {
     return true;
 }
 
+/// Ties are rounded away from zero, as the string class does; the standard library rounds them to even. With
+/// d decimals a number is a tie exactly if it is an odd multiple of 2^-(d+1), since ten's other factor is
+/// odd.
+double avoidTie(double value, int decimals) {
+    const double scaled = std::ldexp(value, decimals);
+    if (scaled - std::floor(scaled) == 0.5)
+        return std::nextafter(value, std::copysign(HUGE_VAL, value));
+    return value;
+}
+
 /// The number's digits in `buffer`.
 std::string_view digits(char (&buffer)[BufferSize], double value, int decimals) {
-    if (!std::isfinite(value))
-        value = 0;
-    const auto result =
-        decimals < 0 ? std::to_chars(buffer, buffer + BufferSize, value, std::chars_format::fixed)
-                     : std::to_chars(buffer, buffer + BufferSize, value, std::chars_format::fixed, decimals);
-    std::string_view text(buffer, static_cast<size_t>(result.ptr - buffer));
-    return decimals < 0 && text == "-0" ? text.substr(1) : text;
+    value = std::isfinite(value) ? value + 0.0 : 0; // the sum makes 0 of -0
+    const auto result = decimals < 0
+                            ? std::to_chars(buffer, buffer + BufferSize, value, std::chars_format::fixed)
+                            : std::to_chars(buffer, buffer + BufferSize, avoidTie(value, decimals),
+                                            std::chars_format::fixed, decimals);
+    return {buffer, static_cast<size_t>(result.ptr - buffer)};
 }
 
 template <typename Out>

@@ -96,6 +96,15 @@ Observable::List* Observable::expand() {
     return l;
 }
 
+/// A list that a notification still reads stays.
+void Observable::dropEmptyList() {
+    List* l = list();
+    if (l->handles.empty() && !l->diedWhileNotifying) {
+        delete l;
+        m_observers &= WatchedBit;
+    }
+}
+
 bool Observable::AddObserver(IObserver* observer) {
     if (!observer)
         return false;
@@ -125,6 +134,7 @@ void Observable::DeleteObserver(IObserver* observer) {
     if (found != l->handles.end()) {
         l->handles.erase(found);
         ++l->changes;
+        dropEmptyList();
     }
 }
 
@@ -132,6 +142,7 @@ void Observable::DeleteObservers() {
     if (List* l = list()) {
         l->handles.clear();
         ++l->changes;
+        dropEmptyList();
     } else {
         m_observers &= WatchedBit;
     }

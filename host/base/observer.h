@@ -58,6 +58,7 @@ private:
     void setList(List* list);
     bool contains(Life::Handle handle) const;
     List* expand();
+    void dropEmptyList();
 
     /// Nothing; or one packed observer handle (InlineBit); or a pointer to a `List`. WatchedBit says that the
     /// subject stands in the table of watched subjects.

@@ -86,6 +86,7 @@ FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
         if (info.groupBefore)
             m_toolBar->addSeparator();
         QAction* action = m_toolBar->addAction(tr(info.text));
+        connect(action, &QAction::changed, this, &FreqStoreListViewButtonBar::showGaps);
         action->setToolTip(tr(info.tip));
         action->setVisible(false);
         m_actions[static_cast<size_t>(i)] = action;
@@ -108,6 +109,23 @@ FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
 }
 
 FreqStoreListViewButtonBar::~FreqStoreListViewButtonBar() = default;
+
+/// A gap is seen only between two groups that have visible actions.
+void FreqStoreListViewButtonBar::showGaps() {
+    bool anyBefore = false;
+    QAction* pending = nullptr;
+    for (QAction* action : m_toolBar->actions()) {
+        if (action->isSeparator()) {
+            action->setVisible(false);
+            pending = anyBefore ? action : nullptr;
+        } else if (action->isVisible()) {
+            if (pending)
+                pending->setVisible(true);
+            pending = nullptr;
+            anyBefore = true;
+        }
+    }
+}
 
 void FreqStoreListViewButtonBar::SetCaption(const QString& caption) {
     m_caption = caption;

@@ -64,6 +64,7 @@ signals:
 
 private:
     void showCounts();
+    void showGaps();
 
     std::array<QAction*, ActionCount> m_actions{};
     QString m_caption;

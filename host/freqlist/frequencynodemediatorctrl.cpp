@@ -121,7 +121,6 @@ void FrequencyNodeMediatorCtrl::ForceUpdateNow() {
     if (m_suspended || m_ending)
         return;
     MultiViewMediatorCtrl::SetDirty(false);
-    closeHoles();
     for (FrequencyNodeListView* view : m_views)
         view->RemoveEndedRows();
     followNewChildren();
@@ -178,7 +177,6 @@ void FrequencyNodeMediatorCtrl::AddView(FrequencyNodeListView* view) {
     if (!view || std::find(m_views.begin(), m_views.end(), view) != m_views.end())
         return;
     m_views.push_back(view);
-    closeHoles();
     view->AddRows(m_order);
 }
 

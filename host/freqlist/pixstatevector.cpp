@@ -63,10 +63,10 @@ bool PixStateVector::GetClearLine(int pixel) const {
 void PixStateVector::SetBandwidth(int pixel, double hertz, unsigned type, int flags) {
     if (!m_map || hertz <= 0)
         return;
-    const double halfWidth = (m_map->MapToPixel(hertz) - m_map->MapToPixel(0)) / 2;
+    const double centre = m_map->MapToFrequency(pixel + 0.5);
     const double last = static_cast<double>(m_pixels.size()) - 1;
-    const double from = std::max(std::floor(pixel + 0.5 - halfWidth), 0.0);
-    const double to = std::min(std::floor(pixel + 0.5 + halfWidth), last);
+    const double from = std::max(std::floor(m_map->MapToPixel(centre - hertz / 2)), 0.0);
+    const double to = std::min(std::floor(m_map->MapToPixel(centre + hertz / 2)), last);
     for (double p = from; p <= to; ++p) {
         PixState& state = m_pixels[static_cast<size_t>(p)];
         state.flags = static_cast<quint8>(state.flags | flags);

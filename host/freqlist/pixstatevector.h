@@ -16,6 +16,8 @@ public:
     virtual ~IHasHMap() = default;
     /// Position of a frequency (Hz) in pixels from the left edge; outside the bar it lies outside 0 to width.
     virtual double MapToPixel(double hertz) const = 0;
+    /// The frequency (Hz) at a position.
+    virtual double MapToFrequency(double pixel) const = 0;
 };
 
 /// What stands on one pixel of a line.

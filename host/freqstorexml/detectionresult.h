@@ -29,7 +29,7 @@ public:
     const Bandwidth& GetBandwidth() const { return m_bandwidth; }
     void SetBandwidth(const Bandwidth& value) { m_bandwidth = value; }
 
-    /// Level as measured, in dBµV; 0 where none is set.
+    /// Level in the unit of the receiver; 0 where none is set.
     double GetLevel() const { return NumberOr0(m_level); }
     void SetLevel(double value) { m_level = value; }
     bool HasLevel() const { return IsValid(m_level); }
@@ -81,7 +81,7 @@ public:
     void SetAzimuth(double value) { m_azimuth = value; }
     bool HasAzimuth() const { return IsValid(m_azimuth); }
 
-    /// Quality of the bearing in percent; 0 where none is set.
+    /// Quality of the bearing in the unit of the direction finder; 0 where none is set.
     double GetDFQuality() const { return NumberOr0(m_dfQuality); }
     void SetDFQuality(double value) { m_dfQuality = value; }
     bool HasDFQuality() const { return IsValid(m_dfQuality); }

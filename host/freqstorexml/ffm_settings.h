@@ -50,7 +50,7 @@ public:
     const IFBandwidth& GetIFBandwidth() const { return m_ifBandwidth; }
     void SetIFBandwidth(const IFBandwidth& value) { m_ifBandwidth = value; }
 
-    /// Level as measured, in dBµV; 0 where none is set.
+    /// Level in the unit of the receiver; 0 where none is set.
     double GetLevel() const { return NumberOr0(m_level); }
     void SetLevel(double value) { m_level = value; }
     bool HasLevel() const { return IsValid(m_level); }

@@ -15,7 +15,7 @@ namespace FreqStoreXml {
 
 /// Writes a list entry by entry, so that a list of any length needs no vector of entries. The old file stands
 /// until Commit(); a writer that is destroyed before leaves it untouched. All operations throw RGException
-/// with the file's name and the reason, and after a failure nothing more is written.
+/// with the file's name and the reason; a file that failed once fails at Commit() too.
 class FrequencyStoreListWriter {
 public:
     using ListType = FrequencyStoreListHelper::ListType;
@@ -27,7 +27,7 @@ public:
     FrequencyStoreListWriter(QIODevice& device, bool csv, ListType type = FrequencyStoreListHelper::XmlList);
     ~FrequencyStoreListWriter();
 
-    /// Writes the list's head; once, before the first entry.
+    /// Writes the list's head; once, before the first entry. Without it the usage is unspecified.
     void Begin(FrequencyStoreList::Usage usage);
     void Append(const FrequencyStoreEntry& entry);
     /// Writes the list's end and puts the new file in the place of the old one.

@@ -19,7 +19,8 @@ bool NeedsQuotes(QStringView text) {
     const auto special = [](QChar c) {
         return c == u',' || c == u';' || c == u'"' || c == u'\n' || c == u'\r';
     };
-    return std::ranges::any_of(text, special) || text.front().isSpace() || text.back().isSpace();
+    const auto blank = [](QChar c) { return c == u' ' || c == u'\t'; };
+    return std::ranges::any_of(text, special) || blank(text.front()) || blank(text.back());
 }
 
 void AppendCell(std::string& out, const MemberPtr& value) {

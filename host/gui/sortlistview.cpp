@@ -142,11 +142,11 @@ void SortListView::setColumnWidthMode(int column, int mode) {
 
 void SortListView::FitColumns(std::initializer_list<int> characters) {
     const QFontMetrics metrics(font());
+    const int digit = metrics.horizontalAdvance(QLatin1Char('0'));
     int column = 0;
     for (const int count : characters) {
-        const int title =
-            metrics.horizontalAdvance(headerItem()->text(column)) + 4 * metrics.averageCharWidth();
-        header()->resizeSection(column++, std::max(title, count * metrics.averageCharWidth()));
+        const int title = metrics.horizontalAdvance(headerItem()->text(column));
+        header()->resizeSection(column++, std::max(title, count * digit) + 3 * digit);
     }
 }
 

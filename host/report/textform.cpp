@@ -245,19 +245,29 @@ bool IsXmlCharacter(char32_t codePoint) {
 }
 
 void AppendText(std::string& out, QStringView text, const EscapeTable& escapes) {
+    std::array<char, 256> plain;
+    std::size_t plainSize = 0;
+    const auto flush = [&] {
+        out.append(plain.data(), plainSize);
+        plainSize = 0;
+    };
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t unit = text[i].unicode();
-        if (unit < escapes.size()) {
-            if (const char* escape = escapes[unit])
-                out += escape;
-            else
-                out += static_cast<char>(unit);
-        } else if (QChar::isHighSurrogate(unit) && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
-            AppendUtf8(out, QChar::surrogateToUcs4(unit, text[++i].unicode()));
-        } else {
-            AppendUtf8(out, IsXmlCharacter(unit) ? unit : U'\uFFFD');
+        if (unit < escapes.size() && !escapes[unit]) {
+            if (plainSize == plain.size())
+                flush();
+            plain[plainSize++] = static_cast<char>(unit);
+            continue;
         }
+        flush();
+        if (unit < escapes.size())
+            out += escapes[unit];
+        else if (QChar::isHighSurrogate(unit) && i + 1 < text.size() && text[i + 1].isLowSurrogate())
+            AppendUtf8(out, QChar::surrogateToUcs4(unit, text[++i].unicode()));
+        else
+            AppendUtf8(out, IsXmlCharacter(unit) ? unit : U'\uFFFD');
     }
+    flush();
 }
 
 QString TextCache::Get(std::string_view utf8) {

@@ -1,5 +1,6 @@
 #include "host/startup/cfgcenter.h"
 
+#include "host/base/numbers.h"
 #include "host/base/trace.h"
 
 #include <QSettings>
@@ -15,49 +16,64 @@ QString& directory() {
 class IniCfg : public ICfg {
 public:
     explicit IniCfg(const QString& section, const QString& part = QString())
-        : m_fileName(QStringLiteral("%1/%2.ini").arg(CfgCenter::GetDirectory(), section)), m_part(part) {}
+        : m_section(section), m_part(part) {}
 
     QString GetString(const QString& key, const QString& defaultValue) const override {
-        return value(key, defaultValue).toString();
+        const QVariant setting = find(key);
+        if (!setting.isValid())
+            return defaultValue;
+        // The file format takes a text with commas for a list.
+        return setting.toStringList().join(QStringLiteral(", "));
     }
     bool GetBool(const QString& key, bool defaultValue) const override {
-        return value(key, defaultValue).toBool();
+        const QString text = GetString(key, QString()).toLower();
+        if (QStringList{"true", "yes", "on", "1"}.contains(text))
+            return true;
+        return defaultValue && !QStringList{"false", "no", "off", "0"}.contains(text);
     }
     int GetInt(const QString& key, int defaultValue) const override {
-        bool ok = false;
-        const int number = value(key, defaultValue).toInt(&ok);
-        return ok ? number : defaultValue;
+        int number = defaultValue;
+        Quor::ParseInt(GetString(key, QString()), number);
+        return number;
     }
-    void SetString(const QString& key, const QString& text) override { set(key, text); }
-    void SetBool(const QString& key, bool on) override { set(key, on); }
-    QString GetFilePath(const QString& area, const QString& fileName) const override {
-        return value(QStringLiteral("%1/%2").arg(area, fileName), fileName).toString();
+    void SetString(const QString& key, const QString& text) override {
+        QSettings settings(fileName(), QSettings::IniFormat);
+        settings.setValue(partKey(key), text);
+        settings.sync();
+        isSound(settings);
+    }
+    void SetBool(const QString& key, bool on) override {
+        SetString(key, on ? QStringLiteral("true") : QStringLiteral("false"));
+    }
+    QString GetFilePath(const QString& area, const QString& name) const override {
+        return GetString(QStringLiteral("%1/%2").arg(area, name), name);
     }
 
 private:
-    QVariant value(const QString& key, const QVariant& defaultValue) const {
-        const QSettings settings(m_fileName, QSettings::IniFormat);
-        traceStatus(settings);
-        const QVariant general = settings.value(key, defaultValue);
-        return m_part.isEmpty() ? general : settings.value(m_part + QLatin1Char('/') + key, general);
+    /// Looked up with each use: the directory may be set after a configuration was handed out.
+    QString fileName() const { return QStringLiteral("%1/%2.ini").arg(CfgCenter::GetDirectory(), m_section); }
+    QString partKey(const QString& key) const {
+        return m_part.isEmpty() ? key : m_part + QLatin1Char('/') + key;
     }
-    void set(const QString& key, const QVariant& value) {
-        QSettings settings(m_fileName, QSettings::IniFormat);
-        settings.setValue(m_part.isEmpty() ? key : m_part + QLatin1Char('/') + key, value);
-        settings.sync();
-        traceStatus(settings);
+    QVariant find(const QString& key) const {
+        const QSettings settings(fileName(), QSettings::IniFormat);
+        // Parsed only now, so that only now it is known whether the file is well-formed.
+        const QVariant setting = settings.value(partKey(key), settings.value(key));
+        return isSound(settings) ? setting : QVariant();
     }
-    void traceStatus(const QSettings& settings) const {
+    static bool isSound(const QSettings& settings) {
         if (settings.status() == QSettings::NoError)
-            return;
-        TraceLazily("cfgcenter", 58, [this, &settings] {
+            return true;
+        TraceLazily("cfgcenter", 58, [&settings] {
             return settings.status() == QSettings::FormatError
-                       ? m_fileName + QStringLiteral(": configuration is malformed, defaults are used")
-                       : m_fileName + QStringLiteral(": configuration cannot be accessed");
+                       ? settings.fileName() +
+                             QStringLiteral(": configuration is malformed, defaults are used")
+                       : settings.fileName() + QStringLiteral(": configuration cannot be accessed");
         });
+        return false;
     }
 
-    QString m_fileName;
+    QString m_section;
     QString m_part;
 };
 
@@ -73,14 +89,12 @@ QString CfgCenter::GetDirectory() {
 }
 
 ICfg& CfgCenter::GetAppCfg(ICfg::View) {
-    static std::unique_ptr<ICfg> cfg;
-    cfg = std::make_unique<IniCfg>(QStringLiteral("Application"));
+    static auto* const cfg = new IniCfg(QStringLiteral("Application"));
     return *cfg;
 }
 
 ICfg& CfgCenter::GetAdminCfg(ICfg::View) {
-    static std::unique_ptr<ICfg> cfg;
-    cfg = std::make_unique<IniCfg>(QStringLiteral("Administration"));
+    static auto* const cfg = new IniCfg(QStringLiteral("Administration"));
     return *cfg;
 }
 

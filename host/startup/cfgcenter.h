@@ -14,6 +14,7 @@ public:
     virtual ~ICfg() = default;
     /// The setting, or the default when there is none or the file cannot be read (which is traced).
     virtual QString GetString(const QString& key, const QString& defaultValue) const = 0;
+    /// "true", "yes", "on" and "1" are true; "false", "no", "off" and "0" are false; any other text is none.
     virtual bool GetBool(const QString& key, bool defaultValue) const = 0;
     virtual int GetInt(const QString& key, int defaultValue) const = 0;
     virtual void SetString(const QString& key, const QString& value) = 0;

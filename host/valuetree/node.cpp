@@ -122,11 +122,13 @@ void Node::SetName(const QString& name, IObserver* originator, bool notify) {
         NotifyObservers(TChangeCode::LookAgain, originator);
 }
 
-void Node::attach(Node* child) {
+/// Attaches a child under the next segment of its name or, `asNamed`, under the name itself, which is free.
+void Node::attach(Node* child, bool asNamed) {
     Rare& r = rare();
     child->m_parent = this;
     child->m_attached = true;
-    child->m_ordinal = r.nextOrdinal(child->m_name);
+    const bool takesName = asNamed && r.ordinals.contains(child->m_name);
+    child->m_ordinal = takesName ? 1 : r.nextOrdinal(child->m_name);
     child->m_serial = ++r.lastSerial;
     child->m_index = static_cast<quint32>(r.children.size());
     r.children.push_back(child);
@@ -136,7 +138,7 @@ void Node::attach(Node* child) {
 
 void Node::AddItemUnique(Node* child) {
     if (child && !child->m_attached && child != this)
-        attach(child);
+        attach(child, false);
 }
 
 void Node::AddItemUnique(ValueBase* value) {
@@ -152,7 +154,7 @@ bool Node::AddNode(const QString& name, Node* child) {
         findChild(name))
         return false;
     child->m_name = Names::Intern(name);
-    attach(child);
+    attach(child, true);
     return true;
 }
 
@@ -163,7 +165,7 @@ bool Node::AddNode(const QString& path) {
         Node* child = node->findChild(part);
         if (!child) {
             child = new Node(node, part.toString());
-            node->attach(child);
+            node->attach(child, true);
             created = true;
         }
         node = child;
@@ -200,8 +202,7 @@ void Node::unlinkChild(Node* child) {
     r.children[child->m_index] = nullptr;
     ++r.holes;
     child->m_attached = false;
-    if (r.holes * 2 > r.children.size() && r.removing == 0)
-        r.closeHoles();
+    r.closeHolesIfMany();
 }
 
 bool Node::removeChild(Node* child) {
@@ -238,8 +239,7 @@ void Node::DeleteNodes(const std::vector<Node*>& children) {
             return;
     }
     --r.removing;
-    if (r.removing == 0)
-        r.closeHoles();
+    r.closeHolesIfMany();
     NotifyObservers(TChangeCode::ChildrenChanged, nullptr);
 }
 
@@ -266,8 +266,8 @@ void Node::DeleteChildren() {
             if (cursor.dead)
                 return;
         }
-        if (--r.removing == 0)
-            r.closeHoles();
+        --r.removing;
+        r.closeHolesIfMany();
     }
     NotifyObservers(TChangeCode::ChildrenChanged, nullptr);
 }

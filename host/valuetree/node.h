@@ -87,7 +87,8 @@ public:
     void AddItemUnique(Node* child);
     /// Attaches a value; when its name is taken it gets "#2", "#3", ... appended to it.
     void AddItemUnique(ValueBase* value);
-    /// Creates the nodes that are missing on the path, relative to this node; false when none was missing.
+    /// Creates the nodes that are missing on the path, relative to this node; false when none was missing. A
+    /// node created by its path is found by that path, also when another one was there before.
     bool AddNode(const QString& path);
     /// Attaches `child` under `name`; false, and the caller keeps it, when a child of that segment exists.
     bool AddNode(const QString& name, Node* child);
@@ -168,7 +169,7 @@ private:
     Node* findChild(QStringView segment) const;
     QString segment() const;
     Rare& rare();
-    void attach(Node* child);
+    void attach(Node* child, bool asNamed);
     void unlinkChild(Node* child);
     void linkValue(ValueBase* value);
     void unlinkValue(ValueBase* value);

@@ -31,5 +31,6 @@ struct Node::Rare {
             byNameAndOrdinal.remove(key(name, ordinal));
     }
     Node* find(Names::Id name, quint32 ordinal);
-    void closeHoles();
+    /// Closing holes touches every child, so it waits until half of the places are empty.
+    void closeHolesIfMany();
 };

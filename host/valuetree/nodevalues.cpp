@@ -20,8 +20,8 @@ Node* Node::Rare::find(Names::Id name, quint32 ordinal) {
     return byNameAndOrdinal.value(key(name, ordinal));
 }
 
-void Node::Rare::closeHoles() {
-    if (holes == 0)
+void Node::Rare::closeHolesIfMany() {
+    if (removing > 0 || holes * 2 <= children.size())
         return;
     size_t to = 0;
     for (Node* child : children) {

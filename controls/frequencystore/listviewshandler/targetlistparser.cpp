@@ -17,6 +17,8 @@
 #include <QSaveFile>
 #include <QStringEncoder>
 
+#include <optional>
+
 using FreqStoreXml::FrequencyStoreListHelper;
 
 namespace {
@@ -224,18 +226,18 @@ bool TargetListParser::ParseSFLFile(const QString& path) {
 bool TargetListParser::readLines(const QString& path, bool isSfl) {
     QFile file(path);
     QString refusal = RefuseToOpen(file);
-    LineReader reader(file, path);
-    if (refusal.isEmpty())
-        reader.LooksLikeText(refusal);
-    if (!refusal.isEmpty()) {
+    std::optional<LineReader> reader;
+    if (refusal.isEmpty() && !reader.emplace(file, path).LooksLikeText(refusal))
+        reader.reset();
+    if (!reader) {
         TraceLazily(TraceSource, 897, [&] { return QStringLiteral("File cannot be opened: ") + path; });
         Problems::Report(TraceSource, 897, {path, 0, refusal});
         return false;
     }
     Prepare4NewFile();
-    LineFields fields(reader, isSfl ? SflLayout : LtlLayout);
+    LineFields fields(*reader, isSfl ? SflLayout : LtlLayout);
     QStringView line;
-    while (reader.Next(line)) {
+    while (reader->Next(line)) {
         if (line.size() < 2)
             continue;
         fields.Take(line);

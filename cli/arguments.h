@@ -1,0 +1,29 @@
+#pragma once
+
+#include "cli/list.h"
+
+#include <QCommandLineParser>
+
+#include <memory>
+
+/// What the commands share of their command lines: help, `--list KIND`, a count of file names. A wrong
+/// command line is told on standard error.
+class Arguments {
+public:
+    /// `usage` is shown by the help; `files` is the number of file names, or -1 for one or more.
+    Arguments(const char* command, const char* usage, int files);
+
+    QCommandLineParser& Parser() { return m_parser; }
+    /// Takes the arguments behind the command's name; false when they are wrong or the help was shown, and
+    /// `exitCode` is then the program's.
+    bool Take(const QStringList& arguments, int& exitCode);
+    /// The list of `--list`; null, told, when there is no such kind.
+    std::unique_ptr<CliList> List() const;
+    QStringList Files() const { return m_parser.positionalArguments(); }
+    QString Value(const char* option) const { return m_parser.value(QString::fromLatin1(option)); }
+
+private:
+    QCommandLineParser m_parser;
+    QString m_command;
+    int m_files;
+};

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <string>
+#include <vector>
+
+/// Exit codes of the program.
+enum ExitCode { ExitDone = 0, ExitUsage = 1, ExitFile = 2 };
+
+/// One command of the program. Messages go to standard error, results to standard output.
+struct Command {
+    const char* name;
+    const char* arguments; ///< as the help shows them
+    const char* purpose;
+    /// Runs the command with the arguments behind its name and returns an exit code.
+    int (*run)(const QStringList& arguments);
+};
+
+int RunShow(const QStringList& arguments);
+int RunConvert(const QStringList& arguments);
+int RunCheck(const QStringList& arguments);
+
+/// All commands, in the order of the help.
+const std::vector<Command>& Commands();
+
+/// Runs the program: finds the command and runs it, or shows the help.
+int RunCli(const QStringList& arguments);

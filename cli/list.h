@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+class Node;
+
+/// A kind of list as the commands see it: reads and writes files through the list's own handler.
+class CliList {
+public:
+    virtual ~CliList() = default;
+
+    /// Replaces the list by the file's content; false when the file could not be read. Problems are told
+    /// through the problem sink.
+    virtual bool Read(const QString& path) = 0;
+    virtual bool Write(const QString& path) = 0;
+    /// The node whose children are the entries.
+    virtual Node* GetNode() const = 0;
+};
+
+/// The list of a kind ("target"); null for an unknown kind.
+std::unique_ptr<CliList> MakeList(const QString& kind);
+/// Names of all kinds.
+QStringList ListKinds();
+
+/// One member of an entry: its key, and its content as text or number.
+struct EntryField {
+    QString key;
+    QString text;
+    bool isNumber;
+};
+
+/// The members of each entry of a list, in list order.
+void ForEachEntry(const CliList& list, const std::function<void(const std::vector<EntryField>&)>& visit);
+
+/// Collects the problems that readers and writers tell, and prints them to standard error, while it lives.
+class ProblemPrinter {
+public:
+    ProblemPrinter();
+    ~ProblemPrinter();
+    int Count() const { return m_count; }
+
+private:
+    int m_count = 0;
+};

@@ -1,0 +1,16 @@
+# Sourced by the scripts: installs what is missing of the Debian packages that the project is built with.
+packages=(g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools libgl-dev libgtest-dev libgmock-dev
+          libbenchmark-dev libgeographiclib-dev libxml2-utils fonts-dejavu-core python3)
+
+install_missing_packages() {
+    local missing=() package
+    for package in "${packages[@]}" "$@"; do
+        dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+    done
+    [ "${#missing[@]}" -eq 0 ] && return
+    echo "Installing: ${missing[*]}"
+    local sudo=()
+    [ "$(id -u)" -eq 0 ] || sudo=(sudo)
+    "${sudo[@]}" apt-get update -qq
+    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}

@@ -1,0 +1,24 @@
+#include "workstation/application.h"
+#include "workstation/mainwindow.h"
+
+#include <QApplication>
+
+#include <cstdio>
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("freqstore"));
+    QApplication::setApplicationVersion(QStringLiteral(FREQSTORE_VERSION));
+    QString error;
+    const Options options = Options::Parse(QApplication::arguments(), error);
+    if (!error.isEmpty()) {
+        std::fprintf(stderr, "freqstore: %s\n", qPrintable(error));
+        return 1;
+    }
+    Workstation workstation(options);
+    workstation.GetWindow().show();
+    const bool loaded = workstation.LoadFiles();
+    if (!options.screenshotDirectory.isEmpty())
+        return workstation.TakeScreenshots() && loaded ? 0 : 2;
+    return QApplication::exec();
+}

@@ -1,0 +1,153 @@
+#include "workstation/mainwindow.h"
+
+#include "host/base/frequencytext.h"
+#include "host/freqlist/buttonbar.h"
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencystorelistview.h"
+#include "host/freqlist/multiviewmediator.h"
+#include "host/gui/sortlistview.h"
+#include "workstation/frequencybar.h"
+#include "workstation/messagespanel.h"
+
+#include <QDockWidget>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QRegularExpression>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int StatusMilliseconds = 8000;
+constexpr int MessagesHeight = 110;
+
+} // namespace
+
+MainWindow::MainWindow(QWidget* parent)
+    : QMainWindow(parent),
+      m_bar(new FrequencyBar(this)),
+      m_tabs(new QTabWidget(this)),
+      m_messages(new MessagesPanel(this)) {
+    setWindowTitle(tr("Frequency Store"));
+    resize(1280, 800);
+    auto* centre = new QWidget(this);
+    auto* layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(m_bar);
+    layout->addWidget(m_tabs, 1);
+    setCentralWidget(centre);
+    m_tabs->setDocumentMode(true);
+
+    auto* dock = new QDockWidget(tr("Messages"), this);
+    dock->setObjectName(QStringLiteral("Messages"));
+    dock->setWidget(m_messages);
+    addDockWidget(Qt::BottomDockWidgetArea, dock);
+    resizeDocks({dock}, {MessagesHeight}, Qt::Vertical);
+    connect(m_messages, &MessagesPanel::ProblemAdded, this,
+            [this](const QString& text) { statusBar()->showMessage(text, StatusMilliseconds); });
+
+    FreqStore& store = FreqStore::Instance();
+    for (const int id : store.GetListIds())
+        addList(id);
+    connect(&store, &FreqStore::ListAdded, this, &MainWindow::addList);
+    connect(&store, &FreqStore::ListRemoved, this, &MainWindow::removeList);
+    store.SetTuner([this](IFrequencyStoreItem& item, QWidget*, bool) {
+        double hertz = 0;
+        if (item.GetFrequency(hertz, 0))
+            tune(hertz);
+    });
+    connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::showCaption);
+    connect(m_bar, &FrequencyBar::Clicked, this, [this](double hertz, int listId) {
+        tune(hertz);
+        const auto found = m_lists.find(listId);
+        if (found == m_lists.end())
+            return;
+        m_tabs->setCurrentWidget(found->second.page);
+        if (found->second.view)
+            found->second.view->SelectFrequency(hertz);
+    });
+    makeMenus();
+    showCaption();
+}
+
+MainWindow::~MainWindow() {
+    FreqStore::Instance().SetTuner({});
+    // Views detach from their controllers while the store still knows them.
+    for (auto& [id, tab] : m_lists)
+        delete tab.page;
+}
+
+void MainWindow::makeMenus() {
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    QAction* quit = file->addAction(tr("&Quit"));
+    quit->setShortcut(QKeySequence::Quit);
+    connect(quit, &QAction::triggered, this, &QWidget::close);
+
+    QMenu* view = menuBar()->addMenu(tr("&View"));
+    connect(view->addAction(tr("Show all &frequencies")), &QAction::triggered, m_bar, &FrequencyBar::FitAll);
+    for (QDockWidget* dock : findChildren<QDockWidget*>())
+        view->addAction(dock->toggleViewAction());
+
+    QMenu* help = menuBar()->addMenu(tr("&Help"));
+    connect(help->addAction(tr("&About")), &QAction::triggered, this, [this] {
+        QMessageBox::about(
+            this, tr("Frequency Store"),
+            tr("<b>Frequency Store</b><p>Lists of frequencies for radio monitoring.</p>"
+               "<p>Wheel over the bar: zoom. Drag: move. Click: tune. Double click: show all.</p>"));
+    });
+}
+
+void MainWindow::addList(int listId) {
+    IFrequencyListDefinition* definition = FreqStore::Instance().GetDefinition(listId);
+    auto* page = new QWidget(m_tabs);
+    auto* bar = new FreqStoreListViewButtonBar(page);
+    FrequencyStoreListView* view = definition->CreateView(page, static_cast<unsigned>(listId));
+    auto* layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(bar);
+    bar->SetCaption(definition->GetName());
+    if (view) {
+        layout->addWidget(view->GetWidget(), 1);
+        view->SetID(static_cast<unsigned>(listId));
+        view->InitFreqStoreWidget(bar);
+    }
+    connect(bar, &FreqStoreListViewButtonBar::CaptionChanged, this, &MainWindow::showCaption);
+    m_lists[listId] = {page, bar, view};
+    m_tabs->addTab(page, definition->GetPixmap(), definition->GetName());
+    m_bar->AddList(listId);
+}
+
+void MainWindow::removeList(int listId) {
+    const auto found = m_lists.find(listId);
+    if (found == m_lists.end())
+        return;
+    m_bar->RemoveList(listId);
+    QWidget* page = found->second.page;
+    m_lists.erase(found);
+    delete page;
+}
+
+FrequencyStoreListView* MainWindow::ViewOf(int listId) const {
+    const auto found = m_lists.find(listId);
+    return found == m_lists.end() ? nullptr : found->second.view;
+}
+
+QString MainWindow::TabFileName(int index) const {
+    QString name = m_tabs->tabText(index).toLower();
+    static const QRegularExpression others(QStringLiteral("[^a-z0-9]+"));
+    return name.replace(others, QStringLiteral("-"));
+}
+
+void MainWindow::showCaption() {
+    for (const auto& [id, tab] : m_lists) {
+        if (tab.page == m_tabs->currentWidget())
+            setWindowTitle(tab.bar->GetCaption());
+    }
+}
+
+void MainWindow::tune(double hertz) {
+    m_bar->SetTuned(hertz);
+    statusBar()->showMessage(tr("Tuned to %1").arg(Quor::FrequencyText(hertz)), StatusMilliseconds);
+}
