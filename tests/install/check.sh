@@ -4,12 +4,13 @@
 set -euo pipefail
 build=$1 source=$2 cxx_flags=$3
 scratch=$(mktemp -d)
+quietly() { "$@" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }; }
 trap 'rm -rf "$scratch"' EXIT
 
-cmake --install "$build" --prefix "$scratch/prefix" >/dev/null
-cmake -S "$source/examples" -B "$scratch/examples" -G Ninja -DCMAKE_PREFIX_PATH="$scratch/prefix" \
-      -DCMAKE_CXX_FLAGS="$cxx_flags" >/dev/null
-cmake --build "$scratch/examples" >/dev/null
+quietly cmake --install "$build" --prefix "$scratch/prefix"
+quietly cmake -S "$source/examples" -B "$scratch/examples" -G Ninja -DCMAKE_PREFIX_PATH="$scratch/prefix" \
+      -DCMAKE_CXX_FLAGS="$cxx_flags"
+quietly cmake --build "$scratch/examples"
 
 export QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR="$scratch" ASAN_OPTIONS=detect_leaks=0
 "$scratch/prefix/bin/freqstore" --config "$scratch/config" --data "$scratch/data" --demo \
