@@ -109,6 +109,9 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     ErrorHandler::Instance().SetTraceMask(options.traceMask);
     prepareDirectories();
     m_window = std::make_unique<MainWindow>();
+    // Whoever started the program from a terminal sees there what the panel shows.
+    QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded,
+                     [](const QString& text) { std::fprintf(stderr, "%s\n", qPrintable(text)); });
     registerLists();
     for (const QString& path : m_options.plugIns)
         loadPlugIn(path);

@@ -14,7 +14,7 @@ quietly cmake --build "$scratch/examples"
 
 export QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR="$scratch" ASAN_OPTIONS=detect_leaks=0
 "$scratch/prefix/bin/freqstore" --config "$scratch/config" --data "$scratch/data" --demo \
-    --plugin "$scratch/examples/libbookmarks.so" --screenshot "$scratch/pictures" | tee "$scratch/table"
+    --extension "$scratch/examples/libbookmarks.so" --screenshot "$scratch/pictures" | tee "$scratch/table"
 grep -Eq '^Bookmarks +3 +3 ' "$scratch/table"
 grep -Eq '^Local TargetList +[1-9][0-9]{2,} ' "$scratch/table"
 test -s "$scratch/pictures/bookmarks.png"
