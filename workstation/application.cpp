@@ -76,7 +76,7 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
     const QCommandLineOption trace(QStringLiteral("trace"),
                                    QStringLiteral("Enabled traces: 32 traces, 2 assertions."),
                                    QStringLiteral("MASK"), QStringLiteral("0"));
-    const QCommandLineOption plugIn(QStringLiteral("plugin"),
+    const QCommandLineOption plugIn(QStringLiteral("extension"),
                                     QStringLiteral("Load a plug-in with lists of its own."),
                                     QStringLiteral("FILE"));
     const QCommandLineOption demo(QStringLiteral("demo"), QStringLiteral("Load the sample lists."));
