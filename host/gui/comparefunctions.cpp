@@ -3,6 +3,9 @@
 #include "host/base/frequencytext.h"
 #include "host/base/numbers.h"
 
+#include <algorithm>
+#include <numeric>
+
 namespace {
 
 template <typename T>
@@ -24,6 +27,19 @@ bool leadingNumber(QStringView text, double& number) {
 
 bool numberWithSuffix(QStringView text, double& number) {
     return Quor::ParseFrequency(text, number) || leadingNumber(text, number);
+}
+
+template <typename Key, typename KeyOf, typename Before>
+std::vector<quint32> sortedBy(size_t count, KeyOf keyOf, Before before) {
+    std::vector<Key> keys;
+    keys.reserve(count);
+    for (size_t i = 0; i < count; ++i)
+        keys.push_back(keyOf(i));
+    std::vector<quint32> order(count);
+    std::iota(order.begin(), order.end(), 0u);
+    std::stable_sort(order.begin(), order.end(),
+                     [&](quint32 a, quint32 b) { return before(keys[a], keys[b]); });
+    return order;
 }
 
 } // namespace
@@ -71,4 +87,18 @@ int _compStandardNumeric(const QString& a, const QString& b) {
 
 int _compNumericWithSuffix(const QString& a, const QString& b) {
     return Compare(SortKey::Of(a, _compNumericWithSuffix), SortKey::Of(b, _compNumericWithSuffix));
+}
+
+std::vector<quint32> SortedPositions(size_t count, const std::function<QString(size_t)>& textOf,
+                                     CompareFunction function, bool ascending) {
+    if (!HasSortKey(function))
+        return sortedBy<QString>(count, textOf, [=](const QString& a, const QString& b) {
+            return (ascending ? function(a, b) : function(b, a)) < 0;
+        });
+    const auto keyOf = [&](size_t i) { return SortKey::Of(textOf(i), function); };
+    return sortedBy<SortKey>(count, keyOf, [ascending](const SortKey& a, const SortKey& b) {
+        if (ascending || a.kind == SortKey::Kind::Empty || b.kind == SortKey::Kind::Empty)
+            return Compare(a, b) < 0;
+        return Compare(b, a) < 0;
+    });
 }

@@ -2,6 +2,9 @@
 
 #include <QString>
 
+#include <functional>
+#include <vector>
+
 /// Compare functions of sortable columns: negative, zero or positive as the first text goes before, with or
 /// after the second. They are total orders; empty texts go last.
 using CompareFunction = int (*)(const QString&, const QString&);
@@ -30,3 +33,8 @@ int Compare(const SortKey& a, const SortKey& b);
 
 /// Whether `SortKey` knows the order of that function.
 bool HasSortKey(CompareFunction function);
+
+/// The numbers 0 to `count` - 1 in the order of their texts, each of which is asked for once. Equal texts
+/// stay in order; under the functions above empty texts stay last in either direction.
+std::vector<quint32> SortedPositions(size_t count, const std::function<QString(size_t)>& textOf,
+                                     CompareFunction function, bool ascending);

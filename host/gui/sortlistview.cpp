@@ -10,8 +10,6 @@
 #include <QProxyStyle>
 #include <QScrollBar>
 
-#include <numeric>
-
 namespace {
 
 const QEvent::Type SortEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
@@ -20,42 +18,6 @@ constexpr Qt::AlignmentFlag Alignments[] = {Qt::AlignLeft, Qt::AlignLeft, Qt::Al
 
 SortListViewItem* asRow(QTreeWidgetItem* item) {
     return static_cast<SortListViewItem*>(item);
-}
-
-/// Order of the rows by keys that are computed once each. Empty cells stay last in either direction.
-std::vector<qsizetype> orderByKeys(const QList<QTreeWidgetItem*>& rows, int column, CompareFunction function,
-                                   bool ascending) {
-    std::vector<SortKey> keys;
-    keys.reserve(static_cast<size_t>(rows.size()));
-    for (QTreeWidgetItem* row : rows)
-        keys.push_back(SortKey::Of(asRow(row)->CellText(column), function));
-    std::vector<qsizetype> order(keys.size());
-    std::iota(order.begin(), order.end(), qsizetype(0));
-    std::stable_sort(order.begin(), order.end(), [&](qsizetype a, qsizetype b) {
-        const SortKey& left = keys[static_cast<size_t>(a)];
-        const SortKey& right = keys[static_cast<size_t>(b)];
-        if (ascending || left.kind == SortKey::Kind::Empty || right.kind == SortKey::Kind::Empty)
-            return Compare(left, right) < 0;
-        return Compare(right, left) < 0;
-    });
-    return order;
-}
-
-/// Order of the rows by a function that knows texts only.
-std::vector<qsizetype> orderByFunction(const QList<QTreeWidgetItem*>& rows, int column,
-                                       CompareFunction function, bool ascending) {
-    std::vector<QString> texts;
-    texts.reserve(static_cast<size_t>(rows.size()));
-    for (QTreeWidgetItem* row : rows)
-        texts.push_back(asRow(row)->CellText(column));
-    std::vector<qsizetype> order(texts.size());
-    std::iota(order.begin(), order.end(), qsizetype(0));
-    std::stable_sort(order.begin(), order.end(), [&](qsizetype a, qsizetype b) {
-        const QString& left = texts[static_cast<size_t>(a)];
-        const QString& right = texts[static_cast<size_t>(b)];
-        return (ascending ? function(left, right) : function(right, left)) < 0;
-    });
-    return order;
 }
 
 /// Gives the cells of a list room around their texts, so that a right-aligned column does not touch the next.
@@ -223,14 +185,14 @@ void SortListView::customEvent(QEvent* event) {
     if (!m_sortAllowed)
         m_sortWanted = true;
     else if (m_sortColumn >= 0)
-        sortNow();
+        SortNow();
 }
 
 void SortListView::sortByColumn(int column, Qt::SortOrder order) {
     m_sortColumn = column < columnCount() ? column : -1;
     m_sortOrder = order;
     showSortIndicator();
-    sortNow();
+    SortNow();
 }
 
 void SortListView::setShowSortIndicator(bool show) {
@@ -238,7 +200,7 @@ void SortListView::setShowSortIndicator(bool show) {
     showSortIndicator();
 }
 
-void SortListView::sortNow() {
+void SortListView::SortNow() {
     replaceShown([this](Rows& rows) { sortRows(rows); });
 }
 
@@ -249,14 +211,13 @@ void SortListView::sortRows(Rows& rows) const {
         });
         return;
     }
-    const CompareFunction function = compareFunction(m_sortColumn);
-    const bool ascending = m_sortOrder == Qt::AscendingOrder;
-    const std::vector<qsizetype> order = HasSortKey(function)
-                                             ? orderByKeys(rows, m_sortColumn, function, ascending)
-                                             : orderByFunction(rows, m_sortColumn, function, ascending);
+    const std::vector<quint32> order = SortedPositions(
+        static_cast<size_t>(rows.size()),
+        [&](size_t i) { return asRow(rows[static_cast<qsizetype>(i)])->CellText(m_sortColumn); },
+        compareFunction(m_sortColumn), m_sortOrder == Qt::AscendingOrder);
     Rows sorted;
     sorted.reserve(rows.size());
-    for (const qsizetype index : order)
+    for (const quint32 index : order)
         sorted.append(rows[index]);
     rows.swap(sorted);
 }

@@ -65,12 +65,12 @@ public:
 
     /// Shows only rows with a cell that contains the text, whatever its case; an empty text shows all. Rows
     /// that are not shown are out of reach of iterators and selection.
-    void SetFilterText(const QString& text);
-    const QString& FilterText() const { return m_filter; }
+    virtual void SetFilterText(const QString& text);
+    virtual QString FilterText() const { return m_filter; }
     /// Rows of the list, rows that the filter shows, selected rows.
-    int RowCount() const { return topLevelItemCount() + static_cast<int>(m_filteredOut.size()); }
-    int ShownCount() const { return topLevelItemCount(); }
-    int SelectedCount() const;
+    virtual int RowCount() const { return topLevelItemCount() + static_cast<int>(m_filteredOut.size()); }
+    virtual int ShownCount() const { return topLevelItemCount(); }
+    virtual int SelectedCount() const;
     /// How often rows have filled themselves to be seen or read since the list was made; sorting and
     /// filtering do not count.
     quint64 FillCount() const { return m_fillCount; }
@@ -110,20 +110,22 @@ protected:
     void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void customEvent(QEvent* event) override;
+    /// Puts the rows into the order of the sort column. A list whose rows are a page of something longer
+    /// sorts that instead.
+    virtual void SortNow();
+    CompareFunction compareFunction(int column) const;
 
 private:
     friend class SortListViewItem;
 
     using Rows = QList<QTreeWidgetItem*>;
 
-    void sortNow();
     void sortRows(Rows& rows) const;
     void replaceShown(const std::function<void(Rows&)>& change);
     void selectMarkedRows(const Rows& rows);
     void appendRows(const Rows& rows);
     bool matchesFilter(const QTreeWidgetItem* row) const;
     void postSort();
-    CompareFunction compareFunction(int column) const;
     void saveHeader() const;
     void arrangeHeader(const QByteArray& state);
     void showSortIndicator();

@@ -3,7 +3,7 @@
 #include "host/base/datetime.h"
 #include "host/base/frequencytext.h"
 
-#include <cmath>
+#include <algorithm>
 
 namespace {
 
@@ -12,12 +12,35 @@ QString timeText(double microseconds) {
         .toString(Quor::DateTime::Local_TimeZone);
 }
 
+struct Field {
+    QLatin1String name;
+    QString (*text)(const DetectionConventional&);
+};
+
+using Adapter = DetectionConventionalAdapter;
+
+constexpr Field Fields[] = {
+    {QLatin1String("Frequency"), Adapter::GetFrequencyString},
+    {QLatin1String("Name"), Adapter::GetName},
+    {QLatin1String("Bandwidth"), Adapter::GetBandwidthString},
+    {QLatin1String("Level"), Adapter::GetLevelString},
+    {QLatin1String("Type"), [](const DetectionConventional&) { return QString(QLatin1Char(Adapter::Type)); }},
+    {QLatin1String("From"), Adapter::GetStartTimeString},
+    {QLatin1String("Until"), Adapter::GetStopTimeString},
+};
+
 } // namespace
 
 bool DetectionConventional::operator==(const DetectionConventional& other) const {
     return m_id == other.m_id && m_frequency == other.m_frequency && m_bandwidth == other.m_bandwidth &&
            m_level == other.m_level && m_startTime == other.m_startTime && m_stopTime == other.m_stopTime &&
            m_active == other.m_active;
+}
+
+QString DetectionConventionalAdapter::FieldText(const DetectionConventional& record, const QString& field) {
+    const auto* found = std::find_if(std::begin(Fields), std::end(Fields),
+                                     [&](const Field& candidate) { return field == candidate.name; });
+    return found == std::end(Fields) ? QString() : found->text(record);
 }
 
 QString DetectionConventionalAdapter::GetFrequencyString(const DetectionConventional& record) {

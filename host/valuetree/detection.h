@@ -98,6 +98,12 @@ private:
 
 /// Cell texts of a detection. An active detection has no stop time yet: its text is empty.
 struct DetectionConventionalAdapter {
+    /// Type letter of every detection.
+    static constexpr char Type = 'a';
+
+    /// The text of a field by its name: "Frequency", "Name", "Bandwidth", "Level", "Type", "From", "Until".
+    /// Empty for any other name.
+    static QString FieldText(const DetectionConventional& record, const QString& field);
     static QString GetFrequencyString(const DetectionConventional& record);
     static QString GetName(const DetectionConventional& record);
     static QString GetBandwidthString(const DetectionConventional& record);

@@ -1,0 +1,137 @@
+#pragma once
+
+#include "host/base/observer.h"
+#include "host/freqlist/frequencystorelistview.h"
+#include "host/gui/sortlistview.h"
+#include "host/valuetree/valuebase.h"
+
+#include <QBasicTimer>
+#include <QWidget>
+
+#include <optional>
+
+class QScrollBar;
+
+/// What the views over record lists share, whatever the record: a list that holds rows only for the page that
+/// can be seen, a scroll bar of its own, and order, filter and selection by record number. The view belongs
+/// to its parent widget and observes the list value that it is bound to. It shows a copy of the list, taken
+/// anew at the tick that follows a change; the list itself it never touches.
+///
+/// Rows are counted as they are shown, from 0: sorted, and without those that the filter hides.
+class VectorListViewBase : public QWidget, public FrequencyStoreListView, public IObserver {
+    Q_OBJECT
+
+public:
+    VectorListViewBase(QWidget* parent, const char* name);
+    ~VectorListViewBase() override;
+
+    /// Binds the view to the record list at that path; false, and the view is empty, when there is none.
+    bool Set_ValuePath(const QString& path);
+    /// A view that is not connected follows nothing; connected again, it looks for its list anew.
+    void SetConnected(bool connected) override;
+    QWidget* GetWidget() override { return this; }
+    /// The list that shows the page. Its counts and its filter are those of all records; its items are those
+    /// of the page.
+    SortListView* GetListView() override;
+    QScrollBar* GetScrollBar() const { return m_scroll; }
+    void SelectFrequency(double hertz) override;
+    void InitFreqStoreWidget(FreqStoreListViewButtonBar*) override {}
+
+    int RecordCount() const { return m_count; }
+    int RowCount() const;
+    int SelectedCount() const { return m_selectedCount; }
+    bool IsSelected(int row) const;
+    void SelectAll();
+
+    void Update(Observable* subject, TChangeCode code) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+public slots:
+    /// Shows the page that begins with that row; follows the scroll bar.
+    virtual void slotSetFirstIndex2View(int first);
+
+signals:
+    void clicked(SortListViewItem* item);
+    void doubleClicked(SortListViewItem* item);
+    /// The selection changed; `item` is the current row, null when it is not on the page.
+    void selectionChanged(SortListViewItem* item);
+    void contextMenuRequested(SortListViewItem* item, const QPoint& globalPosition, int column);
+
+protected:
+    /// Appends a right-aligned column that shows a field and sorts by `compare`.
+    void AddColumn(const QString& title, const QString& field, CompareFunction compare);
+    /// A new item for a row, outside any list; the caller owns it.
+    virtual SortListViewItem* CreateItem(int row) = 0;
+    /// Brings the records into the order of a column, by the texts of its cells; false when nothing changed.
+    /// Views that sort by something else override this.
+    virtual bool Sort(int column, bool ascending);
+    /// Takes the records anew and shows them, at once.
+    virtual void UpdateView();
+    /// Row of an item of the page; negative for any other.
+    int Item2Index(const SortListViewItem* item) const;
+
+    virtual bool IsRecordList(const ValueBase* value) const = 0;
+    /// Copies the first `atMost` records of a list; null has none. Returns how many there are in all.
+    virtual int TakeRecords(const ValueBase* value, int atMost) = 0;
+    /// Of a record by its place in the copy: the text of a cell, and its frequency (Hz).
+    virtual QString CellText(quint32 record, int column) const = 0;
+    virtual double RecordFrequency(quint32 record) const = 0;
+
+    const std::vector<QString>& Fields() const { return m_fields; }
+    /// Makes the copy complete, if it is not.
+    void LoadAll();
+    /// Records in their order, whatever the filter hides; rows; selected rows.
+    std::vector<quint32> Order() const;
+    std::vector<quint32> Rows() const;
+    std::vector<quint32> SelectedRows() const;
+    quint32 RecordOfRow(int row) const;
+
+    enum class SortStep { Nothing, Reverse, Anew };
+    /// What has to be done to sort by a column in that direction; it counts as done from then on.
+    SortStep NextSort(int column, bool ascending);
+    void SetOrder(std::vector<quint32> order);
+
+    void resizeEvent(QResizeEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    class PageList;
+
+    void bind();
+    void load(int atMost);
+    void sortByHeader();
+    void setFilter(const QString& text);
+    void filterRows();
+    void showPage();
+    void showSelection();
+    void announceSelection();
+    void takePageSelection();
+    void setSelected(quint32 record, bool selected);
+    void clearSelection();
+    void select(int row, Qt::KeyboardModifiers modifiers);
+    void moveTo(int row, bool extend);
+    void scrollTo(int row);
+    bool moveByKey(int key, bool extend);
+    int fullRows() const;
+    int rowOf(std::optional<quint32> record) const;
+
+    PageList* m_list;
+    QScrollBar* m_scroll;
+    QString m_path;
+    WeakRef<ValueBase> m_value;
+    QBasicTimer m_tick;
+    std::vector<QString> m_fields; ///< by column
+    int m_count = 0;
+    int m_loaded = 0;             ///< records that the copy holds so far
+    std::vector<quint32> m_order; ///< empty: the order of the list
+    QString m_filter;
+    std::vector<quint32> m_shown; ///< what the filter lets through, while there is one
+    int m_sortedColumn = -1;
+    bool m_sortedAscending = true;
+    std::vector<bool> m_selected; ///< by record
+    int m_selectedCount = 0;
+    std::optional<quint32> m_current; ///< the records that keyboard and shift start from
+    std::optional<quint32> m_anchor;
+    int m_first = 0; ///< row at the top of the page
+    bool m_measuring = false;
+};

@@ -1,0 +1,327 @@
+#include "host/freqlist/pixstatevectorsearchmc.h"
+#include "host/freqlist/valuelistmediator.h"
+#include "host/valuetree/detection.h"
+#include "host/valuetree/tree.h"
+
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWheelEvent>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Adapter = DetectionConventionalAdapter;
+using List = ValueList<DetectionConventional>;
+
+DetectionConventional detection(unsigned id, double hertz, short level) {
+    DetectionConventional record;
+    record.SetID(id);
+    record.SetFrequency(hertz);
+    record.SetBandwidth(3000);
+    record.SetLevel(level);
+    record.SetActive(true);
+    return record;
+}
+
+/// Sorts by values where it has one for the column, and counts what it makes and takes.
+class LevelView final : public VectorListView<DetectionConventional, Adapter> {
+public:
+    LevelView() : VectorListView(nullptr, "LevelView") {
+        AddColumn("ID", "Name", _compStandardNumeric);
+        AddColumn("Level", "Level", _compStandardNumeric);
+        resize(300, 200);
+    }
+
+    bool Sort(int column, bool ascending) override {
+        return column == 1
+                   ? SortByKey(column, ascending, [](const auto& record) { return record.GetLevel(); })
+                   : VectorListView::Sort(column, ascending);
+    }
+    SortListViewItem* CreateItem(int row) override {
+        ++made;
+        return VectorListView::CreateItem(row);
+    }
+    int TakeRecords(const ValueBase* value, int atMost) override {
+        ++taken;
+        return VectorListView::TakeRecords(value, atMost);
+    }
+    std::vector<unsigned> Ids() {
+        std::vector<unsigned> ids;
+        for (const auto* record : AllRecords())
+            ids.push_back(record->GetID());
+        return ids;
+    }
+    std::vector<unsigned> SelectedIds() {
+        std::vector<unsigned> ids;
+        for (const auto* record : SelectedRecords())
+            ids.push_back(record->GetID());
+        return ids;
+    }
+    int CurrentRow() { return Item2Index(GetListView()->currentItem()); }
+    int RowOfItem(int index) {
+        return Item2Index(static_cast<SortListViewItem*>(GetListView()->topLevelItem(index)));
+    }
+    using VectorListViewBase::Item2Index;
+
+    int made = 0;
+    int taken = 0;
+};
+
+class RecordViews : public testing::Test {
+protected:
+    RecordViews() {
+        Tree::Instance()->MakeNode("/RecordViewTest");
+        list = GetOrCreateValue<List>(Path);
+    }
+    ~RecordViews() override { removeList(); }
+
+    void removeList() { Tree::Instance()->GetNode("/RecordViewTest")->DeleteValue("Detections"); }
+    /// Records 0 to count - 1, at 1 kHz distance, levels repeating from 0 to 9.
+    void fill(unsigned count) {
+        for (unsigned id = 0; id < count; ++id)
+            list->GetList().push_back(detection(id, 1e6 + 1000.0 * id, static_cast<short>(id % 10)));
+        list->HasChanged(TChangeCode::ValueChanged);
+    }
+    void open(unsigned count) {
+        fill(count);
+        ASSERT_TRUE(view.Set_ValuePath(Path));
+        view.show();
+        page = view.GetScrollBar()->pageStep();
+        ASSERT_GT(page, 3);
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(view.GetListView(), key, modifiers);
+    }
+    void click(int indexOnPage, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        SortListView* shown = view.GetListView();
+        const QRect row = shown->visualItemRect(shown->topLevelItem(indexOnPage));
+        QTest::mouseClick(shown->viewport(), Qt::LeftButton, modifiers, row.center());
+    }
+
+    static constexpr char Path[] = "/RecordViewTest/Detections";
+    List* list;
+    LevelView view;
+    int page = 0;
+};
+
+TEST_F(RecordViews, MakeItemsForThePageOnlyAndScrollToAnyRecord) {
+    open(20000);
+    EXPECT_EQ(view.GetListView()->RowCount(), 20000);
+    view.made = 0;
+    view.GetScrollBar()->setValue(15000);
+    EXPECT_LE(view.made, page + 1);
+    EXPECT_EQ(view.RowOfItem(0), 15000);
+    EXPECT_EQ(view.GetListView()->firstChild()->text(0), "15000");
+    view.GetScrollBar()->setValue(view.GetScrollBar()->maximum());
+    EXPECT_EQ(view.RowOfItem(view.GetListView()->topLevelItemCount() - 1), 19999);
+    EXPECT_LT(view.Item2Index(nullptr), 0);
+
+    QWheelEvent wheel(QPointF(9, 9), view.mapToGlobal(QPointF(9, 9)), QPoint(), QPoint(0, 120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(view.GetListView()->viewport(), &wheel);
+    EXPECT_LT(view.GetScrollBar()->value(), view.GetScrollBar()->maximum());
+
+    view.resize(300, 400);
+    EXPECT_GT(view.GetListView()->topLevelItemCount(), page + 1);
+}
+
+TEST_F(RecordViews, KeysMoveThroughAllRecords) {
+    open(5000);
+    const struct {
+        Qt::Key key;
+        int row;
+    } steps[] = {
+        {Qt::Key_Down, 0},   {Qt::Key_Down, 1},    {Qt::Key_PageDown, 1 + page},
+        {Qt::Key_Up, page},  {Qt::Key_PageUp, 0},  {Qt::Key_Up, 0},
+        {Qt::Key_End, 4999}, {Qt::Key_Down, 4999}, {Qt::Key_Home, 0},
+    };
+    for (const auto& step : steps) {
+        press(step.key);
+        EXPECT_EQ(view.CurrentRow(), step.row) << "key " << step.key;
+        EXPECT_EQ(view.SelectedIds(), std::vector<unsigned>{static_cast<unsigned>(step.row)});
+    }
+}
+
+TEST_F(RecordViews, SelectionReachesBeyondThePageAndKeepsItsRecords) {
+    open(5000);
+    QSignalSpy changes(&view, &LevelView::selectionChanged);
+    click(1);
+    click(3, Qt::ControlModifier);
+    EXPECT_EQ(changes.size(), 2);
+    EXPECT_EQ(view.SelectedIds(), (std::vector<unsigned>{1, 3}));
+
+    view.GetScrollBar()->setValue(2000);
+    EXPECT_EQ(view.SelectedCount(), 2);
+    view.GetScrollBar()->setValue(0);
+    EXPECT_TRUE(view.GetListView()->topLevelItem(3)->isSelected());
+    EXPECT_FALSE(view.GetListView()->topLevelItem(2)->isSelected());
+
+    view.GetListView()->slotHeaderClicked(1);
+    EXPECT_EQ(view.SelectedIds(), (std::vector<unsigned>{1, 3}));
+    view.GetListView()->sortByColumn(-1, Qt::AscendingOrder);
+
+    click(2);
+    view.GetScrollBar()->setValue(3000);
+    click(0, Qt::ShiftModifier);
+    EXPECT_EQ(view.GetListView()->SelectedCount(), 2999);
+    press(Qt::Key_End, Qt::ShiftModifier);
+    EXPECT_EQ(view.SelectedCount(), 4998);
+    press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(view.SelectedCount(), 5000);
+
+    // Items of the page may be selected from outside, too.
+    view.GetListView()->setSelected(view.GetListView()->firstChild(), false);
+    EXPECT_EQ(view.SelectedCount(), 4999);
+}
+
+TEST_F(RecordViews, SortACopyStablyAndTurnItRound) {
+    EXPECT_FALSE(view.Sort(1, true));
+    open(25);
+    view.GetListView()->slotHeaderClicked(1);
+    std::vector<unsigned> ids = view.Ids();
+    EXPECT_EQ(std::vector<unsigned>(ids.begin(), ids.begin() + 4), (std::vector<unsigned>{0, 10, 20, 1}));
+    EXPECT_FALSE(view.Sort(1, true));
+    view.GetListView()->slotHeaderClicked(1);
+    std::reverse(ids.begin(), ids.end());
+    EXPECT_EQ(view.Ids(), ids);
+    EXPECT_EQ(view.GetListView()->firstChild()->text(1), "9");
+
+    // By the texts of a column, in the order of its compare function.
+    view.GetListView()->sortByColumn(0, Qt::DescendingOrder);
+    EXPECT_EQ(view.Ids().front(), 24u);
+    view.GetListView()->sortByColumn(-1, Qt::AscendingOrder);
+    EXPECT_EQ(view.Ids().front(), 0u);
+    EXPECT_EQ(list->At(1).GetID(), 1u);
+}
+
+TEST_F(RecordViews, FilterNarrowsRowsAndSelection) {
+    open(5000);
+    press(Qt::Key_A, Qt::ControlModifier);
+    view.GetListView()->SetFilterText("499");
+    EXPECT_EQ(view.GetListView()->ShownCount(), 15); // 499, 1499 to 4499, 4990 to 4999
+    EXPECT_EQ(view.GetListView()->RowCount(), 5000);
+    EXPECT_EQ(view.SelectedCount(), 15);
+    press(Qt::Key_End);
+    EXPECT_EQ(view.SelectedIds(), std::vector<unsigned>{4999});
+    EXPECT_EQ(view.Ids().size(), 5000u);
+    view.GetListView()->SetFilterText("");
+    EXPECT_EQ(view.GetListView()->ShownCount(), 5000);
+    view.SelectFrequency(1e6 + 1000.0 * 1234 + 300);
+    EXPECT_EQ(view.SelectedIds(), std::vector<unsigned>{1234});
+    EXPECT_EQ(view.CurrentRow(), 1234);
+}
+
+TEST_F(RecordViews, ManyChangesAreOneRefresh) {
+    open(10);
+    view.GetListView()->slotHeaderClicked(1);
+    const int before = view.taken;
+    for (unsigned id = 10; id < 60; ++id)
+        list->PushBack(detection(id, 5e6, 0));
+    EXPECT_EQ(view.RecordCount(), 10);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return view.RecordCount() == 60; }));
+    EXPECT_EQ(view.taken, before + 1);
+    EXPECT_EQ(view.Ids()[1], 10u) << "new records take their place in the order";
+}
+
+TEST_F(RecordViews, OpenWithTheHeadOfALongListAndTakeTheRestAfterwards) {
+    open(3000);
+    EXPECT_EQ(view.RecordCount(), 3000);
+    EXPECT_EQ(view.taken, 1);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return view.taken == 2; }));
+    EXPECT_EQ(view.Ids().size(), 3000u);
+    EXPECT_EQ(view.taken, 2);
+}
+
+TEST_F(RecordViews, FollowTheirListOnlyWhileConnected) {
+    EXPECT_FALSE(view.Set_ValuePath("/RecordViewTest/Nothing"));
+    open(3000);
+    view.SetConnected(false);
+    fill(5);
+    EXPECT_EQ(view.Ids().size(), 3000u);
+    EXPECT_FALSE(list->HasObservers());
+    view.SetConnected(true);
+    EXPECT_EQ(view.RecordCount(), 3005);
+
+    press(Qt::Key_End);
+    removeList();
+    EXPECT_EQ(view.RecordCount(), 0);
+    EXPECT_EQ(view.SelectedCount(), 0);
+    EXPECT_EQ(view.GetListView()->topLevelItemCount(), 0);
+    press(Qt::Key_Home);
+    EXPECT_FALSE(view.Sort(0, true));
+}
+
+/// The view over mediators, with the columns of a detection.
+class MediatorView final : public ValueListMediatorListView<DetectionConventional, Adapter> {
+public:
+    MediatorView() : ValueListMediatorListView(nullptr, 7, "MediatorView") {
+        for (const char* field :
+             {"Frequency", "Name", "Bandwidth", "Level", "Type", "From", "Until", "Colour"})
+            AddColumn(field, field, _compNumericWithSuffix);
+        resize(600, 200);
+    }
+};
+
+TEST_F(RecordViews, RowsCarryMediatorsWithTheTextsOfTheirFields) {
+    list->PushBack(detection(1, 31e6, 20));
+    list->PushBack(detection(2, 7055000, -3));
+    MediatorView mediators;
+    ASSERT_TRUE(mediators.Set_ValuePath(Path));
+    mediators.show();
+    mediators.GetListView()->slotHeaderClicked(0);
+    QStringList texts;
+    for (int column = 0; column < 8; ++column)
+        texts << mediators.GetListView()->firstChild()->text(column);
+    EXPECT_EQ(texts, QStringList({Quor::FrequencyText(7055000), "2", Quor::BandwidthText(3000), "-3", "a",
+                                  Adapter::GetStartTimeString(list->At(1)), "", ""}));
+    EXPECT_EQ(mediators.GetID(), 7u);
+
+    mediators.SelectAll();
+    auto selected = mediators.SelectedMediators();
+    ASSERT_EQ(selected.size(), 2u);
+    list->Clear();
+    double hertz = 0;
+    EXPECT_TRUE(selected[1].GetFrequency(hertz, 0));
+    EXPECT_EQ(hertz, 31e6);
+    EXPECT_TRUE(selected[1].GetBandwidth(hertz, 0));
+    EXPECT_EQ(hertz, 3000);
+
+    double tuned = 0;
+    FreqStore::Instance().SetTuner(
+        [&](IFrequencyStoreItem& item, QWidget*, bool) { item.GetFrequency(tuned, 0); });
+    emit mediators.GetListView()->doubleClicked(mediators.GetListView()->firstChild());
+    FreqStore::Instance().SetTuner(nullptr);
+    EXPECT_EQ(tuned, 7055000);
+}
+
+TEST_F(RecordViews, BarLineMarksEveryRecordOnceItIsVisible) {
+    struct KilohertzPerPixel : IHasHMap {
+        double MapToPixel(double hertz) const override { return (hertz - 1e6) / 1000; }
+        double MapToFrequency(double pixel) const override { return 1e6 + pixel * 1000; }
+    } map;
+    fill(10);
+    PixStateVectorSearchMC<DetectionConventional> line(0);
+    line.SetHMapping(&map, 50);
+    line.Init(Path);
+    const auto marked = [&] {
+        line.Refresh();
+        int count = 0;
+        for (size_t pixel = 0; pixel < line.size(); ++pixel)
+            count += (line[pixel].flags & PixState::Centre) != 0;
+        return count;
+    };
+    EXPECT_EQ(marked(), 0);
+    line.SetVisible(true);
+    EXPECT_EQ(marked(), 10);
+    EXPECT_EQ(line.ItemText(line[4].lastItem), "4");
+    list->PushBack(detection(77, 1e6 + 40500, 1));
+    EXPECT_EQ(marked(), 11);
+    EXPECT_EQ(line.ItemFrequency(line[40].lastItem), 1e6 + 40500);
+    removeList();
+    EXPECT_FALSE(line.HasObservable());
+    EXPECT_EQ(marked(), 0);
+}
+
+} // namespace
