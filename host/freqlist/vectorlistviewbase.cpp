@@ -418,7 +418,7 @@ void VectorListViewBase::select(int row, Qt::KeyboardModifiers modifiers) {
     if (row >= 0) {
         m_current = RecordOfRow(row);
         if (extend) {
-            const auto [from, to] = std::minmax(rowOf(m_anchor), row);
+            const auto [from, to] = std::minmax({rowOf(m_anchor), row});
             for (int i = from; i <= to; ++i)
                 setSelected(RecordOfRow(i), true);
         } else {

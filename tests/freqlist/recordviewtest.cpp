@@ -274,7 +274,7 @@ TEST_F(RecordViews, RowsCarryMediatorsWithTheTextsOfTheirFields) {
     QStringList texts;
     for (int column = 0; column < 8; ++column)
         texts << mediators.GetListView()->firstChild()->text(column);
-    EXPECT_EQ(texts, QStringList({Quor::FrequencyText(7055000), "2", Quor::BandwidthText(3000), "-3", "a",
+    EXPECT_EQ(texts, QStringList({"7055.000 kHz", "2", "3.000 kHz", "-3", "a",
                                   Adapter::GetStartTimeString(list->At(1)), "", ""}));
     EXPECT_EQ(mediators.GetID(), 7u);
 
