@@ -304,6 +304,9 @@ void SortListView::selectMarkedRows(const Rows& rows) {
     int first = -1;
     for (int i = 0; i <= rows.size(); ++i) {
         const bool selected = i < rows.size() && std::exchange(asRow(rows[i])->m_wasSelected, false);
+        // A row keeps its own note that it is selected while it is out of the list, filtered out for example.
+        if (!selected && i < rows.size() && rows[i]->isSelected())
+            rows[i]->setSelected(false);
         if (selected && first < 0)
             first = i;
         if (!selected && first >= 0) {

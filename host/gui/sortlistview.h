@@ -25,8 +25,6 @@ public:
     /// 1 left, 2 right, 4 centre; any Qt alignment does, too.
     void setColumnAlignment(unsigned column, int alignment);
     Qt::Alignment ColumnAlignment(int column) const;
-    /// Size of a row; wide enough apart to be read across. The width is of no account.
-    QSize RowSize() const { return {0, fontMetrics().height() + 6}; }
     /// A `QHeaderView::ResizeMode`.
     void setColumnWidthMode(int column, int mode);
     /// Makes the columns as wide as that many characters each.
