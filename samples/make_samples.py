@@ -1,5 +1,8 @@
 #!/usr/bin/env python3
-"""Makes the sample lists from two tables: targets.tsv (the frequencies) and services.tsv (what they belong to)."""
+"""Makes the sample lists from two tables: targets.tsv (the frequencies) and services.tsv (what they belong to).
+
+Usage: make_samples.py [DIRECTORY]; without one the files are written beside the tables.
+"""
 
 import csv
 import io
@@ -54,7 +57,7 @@ def child(parent, tag, text=None):
 
 def document(root):
     ElementTree.indent(root, " ")
-    text = ElementTree.tostring(root, encoding="unicode")
+    text = ElementTree.tostring(root, encoding="unicode").replace(" />", "/>")
     return f'<?xml version="1.0" encoding="UTF-8"?>\n{text}\n'
 
 
@@ -112,7 +115,46 @@ def profile_table(targets, services):
     return document(root)
 
 
+def noi(targets):
+    """frequency, comment, bandwidth; an empty line follows each entry"""
+    return "".join("\t".join((six_decimals(t["frequency"]), t["comment"], six_decimals(t["bandwidth"]))) + "\t\n\n"
+                   for t in targets)
+
+
+def receiver_settings(number, target, receiver):
+    settings = {
+        "CHANNELNUMBER": number,
+        "FREQUENCY": six_decimals(target["frequency"]),
+        "THRESHOLD": 20,
+        "ANALOGDEMOD_METHOD": target["demodulation"],
+        "IFBANDWIDTH": six_decimals(target["bandwidth"]),
+    }
+    if receiver == "hf":
+        return settings | {"OUTPUTIFPATH": "Narrow", "SHIFT": 0,
+                           "BFOFREQUENCY": 800 if target["demodulation"] == "CW" else 0}
+    return settings | {"AFC": "false", "USEQUELCH": "true", "ATTENUATION_MODE": "Automatic", "ATTENUATION": 0,
+                       "ANTENNAID": 1}
+
+
+def job(targets, receiver):
+    """A job of two sub-jobs, which hold the same memory-scan section."""
+    root = ElementTree.Element("JOB", Name=f"Sample job, {receiver}")
+    for name in ("Day", "Night"):
+        subjob = ElementTree.SubElement(root, "SUBJOB", Name=name)
+        tds = child(subjob, "TDS")
+        ElementTree.SubElement(tds, "DWELLTIME", Value="500")
+        section = child(tds, "MEMORYSCAN")
+        for number, t in enumerate(targets, 1):
+            channel = ElementTree.SubElement(section, "MEMORYSCAN_CHANNEL", Range=str(number), Name=t["comment"],
+                                             Value=str(number), Enabled="true")
+            for key, value in receiver_settings(number, t, receiver).items():
+                ElementTree.SubElement(channel, f"MEMORYSCAN_SEQ_{key}", Value=str(value))
+        ElementTree.SubElement(tds, "RECORDING", Value="false")
+    return document(root)
+
+
 def main():
+    directory = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else HERE
     targets = read_table("targets.tsv")
     services = {row["service"]: row for row in read_table("services.tsv")}
     files = {
@@ -122,10 +164,13 @@ def main():
         "targets.csv": frequency_store_csv(targets, services).encode("utf-8"),
         "shortwave.sfl": b"\xff\xfe" + sfl(between(targets, 1.8e6, 30e6)).encode("utf-16-le"),
         "airband.sfl": b"\xef\xbb\xbf" + sfl(between(targets, 108e6, 137e6)).encode("utf-8"),
+        "interest.noi": b"\xff\xfe" + noi([t for t in targets if t["threat class"] == "high"]).encode("utf-16-le"),
+        "job-hf.pij": job([t for t in targets if t["service"] in ("TIME", "AERO-VOLMET")], "hf").encode("utf-8"),
+        "job-vuhf.pij": job([t for t in targets if t["service"].startswith("AIR-V")], "vuhf").encode("utf-8"),
         "profiles.xml": profile_table(targets, services).encode("utf-8"),
     }
     for name, content in files.items():
-        (HERE / name).write_bytes(content)
+        (directory / name).write_bytes(content)
     print(f"{len(targets)} targets, {len(services)} profiles, {len(files)} files", file=sys.stderr)
 
 
