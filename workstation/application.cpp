@@ -76,7 +76,7 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
     const QCommandLineOption trace(QStringLiteral("trace"),
                                    QStringLiteral("Enabled traces: 32 traces, 2 assertions."),
                                    QStringLiteral("MASK"), QStringLiteral("0"));
-    const QCommandLineOption plugIn(QStringLiteral("plugin"),
+    const QCommandLineOption plugIn(QStringLiteral("extension"),
                                     QStringLiteral("Load a plug-in with lists of its own."),
                                     QStringLiteral("FILE"));
     const QCommandLineOption demo(QStringLiteral("demo"), QStringLiteral("Load the sample lists."));
@@ -109,6 +109,9 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     ErrorHandler::Instance().SetTraceMask(options.traceMask);
     prepareDirectories();
     m_window = std::make_unique<MainWindow>();
+    // Whoever started the program from a terminal sees there what the panel shows.
+    QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded,
+                     [](const QString& text) { std::fprintf(stderr, "%s\n", qPrintable(text)); });
     registerLists();
     for (const QString& path : m_options.plugIns)
         loadPlugIn(path);

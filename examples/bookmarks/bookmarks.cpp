@@ -6,6 +6,7 @@
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/freqlist/keys.h"
 #include "host/freqlist/pixstatevector.h"
 #include "host/valuetree/tree.h"
 

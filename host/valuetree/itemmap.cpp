@@ -2,6 +2,8 @@
 
 #include "host/base/frequencytext.h"
 
+#include <QStringList>
+
 namespace {
 
 QString oneField(QString text) {
