@@ -1,8 +1,7 @@
-# Headers, libraries, programs, man pages, samples and the CMake package that plug-ins are built against.
+# Headers, libraries, programs, samples and the CMake package that plug-ins are built against.
 include(CMakePackageConfigHelpers)
 install(TARGETS host frequencystore EXPORT FrequencyStoreTargets)
 install(DIRECTORY host controls DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frequencystore FILES_MATCHING PATTERN "*.h")
-install(FILES docs/freqstore.1 docs/freqstore-cli.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(DIRECTORY samples DESTINATION ${CMAKE_INSTALL_DATADIR}/frequencystore PATTERN "*.py" EXCLUDE)
 install(FILES docs/freqstore.1 docs/freqstore-cli.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 OPTIONAL)
 install(EXPORT FrequencyStoreTargets NAMESPACE FrequencyStore::
