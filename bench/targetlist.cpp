@@ -19,7 +19,6 @@
 #include <QStringDecoder>
 #include <QStringEncoder>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QXmlStreamReader>
 
 #include <benchmark/benchmark.h>
