@@ -143,4 +143,5 @@ template <typename Item, typename Format, typename Adapter>
 using ValueFrequencyItemMap = ValueItemMapBase<Item, Format, Adapter>;
 
 /// The map of frequency items that the frequency bar reads.
-using FrequencyItemMap = ValueFrequencyItemMap<FrequencyMapItem, FrequencyMapItemFormat, FrequencyMapItemAdapter>;
+using FrequencyItemMap =
+    ValueFrequencyItemMap<FrequencyMapItem, FrequencyMapItemFormat, FrequencyMapItemAdapter>;
