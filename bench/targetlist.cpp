@@ -19,7 +19,6 @@
 #include <QStringDecoder>
 #include <QStringEncoder>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QXmlStreamReader>
 
 #include <benchmark/benchmark.h>
@@ -52,7 +51,8 @@ QString linesOf(int count) {
     QString text;
     text.reserve(count * 80);
     for (int i = 0; i < count; ++i) {
-        Quor::AppendFixed(text, 100000.0 + (i * 104729LL) % count * 137.0, 6);
+        const auto place = static_cast<double>(i * 104729LL % count);
+        Quor::AppendFixed(text, 100000.0 + place * 137.0, 6);
         text += QStringLiteral("\t2700.000000\tStation %1\t").arg((i * 7919) % count);
         text += demodulations[i % 3] + QStringLiteral("\tp\t") + classes[i % 3] + QLatin1Char('\t');
         text += QString::number(i % 11 + 1) + QStringLiteral("\t\n");

@@ -3,7 +3,7 @@ include(CMakePackageConfigHelpers)
 install(TARGETS host frequencystore EXPORT FrequencyStoreTargets)
 install(DIRECTORY host controls DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frequencystore FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY samples DESTINATION ${CMAKE_INSTALL_DATADIR}/frequencystore PATTERN "*.py" EXCLUDE)
-install(FILES docs/freqstore.1 docs/freqstore-cli.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 OPTIONAL)
+install(FILES docs/freqstore.1 docs/freqstore-cli.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(EXPORT FrequencyStoreTargets NAMESPACE FrequencyStore::
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/FrequencyStore)
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/FrequencyStoreConfig.cmake.in

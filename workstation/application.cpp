@@ -175,7 +175,7 @@ bool Workstation::LoadFiles() {
     const int before = m_window->GetMessages()->ProblemCount();
     QStringList files = m_options.files;
     if (m_options.demo && !samplesDirectory().isEmpty())
-        files.prepend(samplesDirectory() + QStringLiteral("/targets.ltl"));
+        files.prepend(samplesDirectory() + QStringLiteral("/targets.xml"));
     for (const QString& file : files)
         TargetListHandler::Instance()->ReadFile(file);
     m_window->GetBar()->FitAll();

@@ -8,17 +8,13 @@
 
 namespace {
 
-Names::Id bandwidthSelKey() {
-    static const Names::Id id = FreqList::KeyId(Keys::BandwidthSel);
-    return id;
-}
-
 ValueBase* numberOrSelection(ValueBase* value) {
     return numeric_cast(value) || value_cast<ValueSelection>(value) ? value : nullptr;
 }
 
 /// Numbers of the fields of a plain entry's line.
-enum Field { FieldFrequency, FieldBandwidth, FieldComment, FieldDemodulation, FieldCount };
+enum Field { FieldFrequency, FieldBandwidth, FieldComment, FieldDemodulation };
+constexpr unsigned char MaxFields = 15;
 
 } // namespace
 
@@ -30,7 +26,7 @@ HalvoITNodeMediator::HalvoITNodeMediator(MediatorCtrl* controller, Observable* n
 
 void HalvoITNodeMediator::UpdateDependentValues() {
     FrequencyNodeMediator::UpdateDependentValues();
-    Rebind(m_bandwidthSelection, numberOrSelection(GetNode()->FindOwnValue(bandwidthSelKey())));
+    Rebind(m_bandwidthSelection, numberOrSelection(GetNode()->FindOwnValue(Keys::BandwidthSel)));
 }
 
 bool HalvoITNodeMediator::GetBandwidthSelection(double& hertz, int) {
@@ -125,8 +121,8 @@ QString HalvoITNodeMediator::ToString() {
 }
 
 bool HalvoITNodeMediator::FromString(QString& line) {
-    QString fields[FieldCount];
-    const unsigned char count = Quor::separateString(line, fields, FieldCount);
+    QString fields[MaxFields];
+    const unsigned char count = Quor::separateString(line, fields, MaxFields);
     bool any = false;
     for (int field = 0; field < count; ++field)
         any = SetValueFromString(field, fields[field]) || any;

@@ -1,24 +1,9 @@
 #include "controls/frequencystore/wkfnodemediator.h"
 
 #include "host/base/numbers.h"
-#include "host/base/tokenizer.h"
 #include "host/freqstorexml/frequencystorelist.h"
 
 namespace {
-
-struct KeyIds {
-    Names::Id priority = FreqList::KeyId(Keys::Priority);
-    Names::Id threadClass = FreqList::KeyId(Keys::ThreadClass);
-    Names::Id profileID = FreqList::KeyId(Keys::ProfileID);
-    Names::Id profileName = FreqList::KeyId(Keys::ProfileName);
-    Names::Id signalClass = FreqList::KeyId(Keys::SignalClass);
-    Names::Id transmissionSystem = FreqList::KeyId(Keys::TransmissionSystem);
-};
-
-const KeyIds& keys() {
-    static const KeyIds ids;
-    return ids;
-}
 
 /// Fields of a line, in order.
 enum Field {
@@ -28,8 +13,7 @@ enum Field {
     FieldDemodulation,
     FieldType,
     FieldThreatClass,
-    FieldPriority,
-    FieldCount
+    FieldPriority
 };
 
 constexpr char LettersByPriority[] = "ponmlkjih"; // priority 1 to 9
@@ -65,12 +49,12 @@ WkfNodeMediator::WkfNodeMediator(MediatorCtrl* controller, Observable* node, int
 void WkfNodeMediator::UpdateDependentValues() {
     HalvoITNodeMediator::UpdateDependentValues();
     const Node* node = GetNode();
-    Rebind(m_priority, node->FindOwn<ValueNumeric<int>>(keys().priority));
-    Rebind(m_threadClass, node->FindOwn<Value<QString>>(keys().threadClass));
-    Rebind(m_profileID, node->FindOwn<Value<QString>>(keys().profileID));
-    Rebind(m_profileName, node->FindOwn<Value<QString>>(keys().profileName));
-    Rebind(m_signalClass, node->FindOwn<Value<QString>>(keys().signalClass));
-    Rebind(m_transmissionSystem, node->FindOwn<Value<QString>>(keys().transmissionSystem));
+    Rebind(m_priority, node->FindOwn<ValueNumeric<int>>(Keys::Priority));
+    Rebind(m_threadClass, node->FindOwn<Value<QString>>(Keys::ThreadClass));
+    Rebind(m_profileID, node->FindOwn<Value<QString>>(Keys::ProfileID));
+    Rebind(m_profileName, node->FindOwn<Value<QString>>(Keys::ProfileName));
+    Rebind(m_signalClass, node->FindOwn<Value<QString>>(Keys::SignalClass));
+    Rebind(m_transmissionSystem, node->FindOwn<Value<QString>>(Keys::TransmissionSystem));
 }
 
 void WkfNodeMediator::CheckType() {
@@ -233,15 +217,6 @@ QString WkfNodeMediator::ToString() {
     line += QString::number(priority);
     line += tab;
     return line;
-}
-
-bool WkfNodeMediator::FromString(QString& line) {
-    QString fields[FieldCount];
-    const unsigned char count = Quor::separateString(line, fields, FieldCount);
-    bool any = false;
-    for (int field = 0; field < count; ++field)
-        any = SetValueFromString(field, fields[field]) || any;
-    return any;
 }
 
 bool WkfNodeMediator::SetValueFromString(int field, QString& text) {

@@ -26,7 +26,6 @@ public:
     void AddToXml(FreqStoreXml::FrequencyStoreList& list) override;
     /// The target as one line of an LTL file, without its line end.
     QString ToString() override;
-    bool FromString(QString& line) override;
     bool SetValueFromString(int field, QString& text) override;
     void Update(Observable* subject, TChangeCode code) override;
     bool CellText(unsigned columnId, QString& text) override;

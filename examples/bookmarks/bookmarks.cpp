@@ -44,10 +44,10 @@ void addBookmark(Node& list, double hertz, const char* name) {
     auto* entry = new Node(&list, QStringLiteral("Bookmark"));
     auto* frequency = new ValueNumeric<double>;
     frequency->SetValue(hertz);
-    entry->AddValue(QString::fromLatin1(FreqList::KeyFrequency), frequency);
+    entry->AddValue(FreqList::KeyFrequency, frequency);
     auto* comment = new Value<QString>;
     comment->SetValue(QString::fromUtf8(name));
-    entry->AddValue(QString::fromLatin1(FreqList::KeyComment), comment);
+    entry->AddValue(FreqList::KeyComment, comment);
     list.AddItemUnique(entry); // attached last: the mediator finds all values at once
 }
 

@@ -10,19 +10,6 @@
 
 namespace {
 
-struct KeyIds {
-    Names::Id frequency = FreqList::KeyId(FreqList::KeyFrequency);
-    Names::Id bandwidth = FreqList::KeyId(FreqList::KeyBandwidth);
-    Names::Id comment = FreqList::KeyId(FreqList::KeyComment);
-    Names::Id demodulation = FreqList::KeyId(FreqList::KeyDemodulation);
-    Names::Id type = FreqList::KeyId(FreqList::KeyType);
-};
-
-const KeyIds& keys() {
-    static const KeyIds ids;
-    return ids;
-}
-
 std::unordered_map<const FrequencyNodeMediator*, QString>& tips() {
     static auto* const table = new std::unordered_map<const FrequencyNodeMediator*, QString>;
     return *table;
@@ -61,11 +48,11 @@ FrequencyNodeMediator::~FrequencyNodeMediator() {
 
 void FrequencyNodeMediator::UpdateDependentValues() {
     const Node* node = GetNode();
-    Rebind(m_frequency, node->FindOwn<ValueNumeric<double>>(keys().frequency));
-    Rebind(m_bandwidth, node->FindOwn<ValueNumeric<double>>(keys().bandwidth));
-    Rebind(m_comment, node->FindOwn<Value<QString>>(keys().comment));
-    Rebind(m_demodulation, textOrSelection(node->FindOwnValue(keys().demodulation)));
-    Rebind(m_type, node->FindOwn<Value<char>>(keys().type));
+    Rebind(m_frequency, node->FindOwn<ValueNumeric<double>>(FreqList::KeyFrequency));
+    Rebind(m_bandwidth, node->FindOwn<ValueNumeric<double>>(FreqList::KeyBandwidth));
+    Rebind(m_comment, node->FindOwn<Value<QString>>(FreqList::KeyComment));
+    Rebind(m_demodulation, textOrSelection(node->FindOwnValue(FreqList::KeyDemodulation)));
+    Rebind(m_type, node->FindOwn<Value<char>>(FreqList::KeyType));
 }
 
 void FrequencyNodeMediator::Update(Observable* subject, TChangeCode code) {

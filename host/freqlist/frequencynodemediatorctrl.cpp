@@ -126,6 +126,9 @@ void FrequencyNodeMediatorCtrl::ForceUpdateNow() {
     followNewChildren();
     for (FrequencyNodeListView* view : m_views)
         view->RowsChanged();
+    // Others that show the list, such as the frequency bar, watch its node and not each entry.
+    if (std::exchange(m_entriesChanged, false) && m_node)
+        m_node->Commit(this);
     emit Refreshed();
 }
 
@@ -149,6 +152,7 @@ void FrequencyNodeMediatorCtrl::scheduleUpdate() {
 
 void FrequencyNodeMediatorCtrl::SetDirty(bool dirty) {
     MultiViewMediatorCtrl::SetDirty(dirty);
+    m_entriesChanged = dirty;
     if (dirty)
         scheduleUpdate();
 }
@@ -170,7 +174,8 @@ void FrequencyNodeMediatorCtrl::Update(Observable* subject, TChangeCode code) {
         m_node = nullptr;
         return;
     }
-    SetDirty(true);
+    MultiViewMediatorCtrl::SetDirty(true);
+    scheduleUpdate();
 }
 
 void FrequencyNodeMediatorCtrl::AddView(FrequencyNodeListView* view) {

@@ -106,5 +106,6 @@ private:
     std::vector<FrequencyNodeListView*> m_views;
     bool m_suspended = false;
     bool m_ending = false;
+    bool m_entriesChanged = false; ///< entries themselves changed, not only which ones there are
     QBasicTimer m_timer;
 };

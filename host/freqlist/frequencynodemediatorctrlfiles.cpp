@@ -27,10 +27,10 @@ bool traced(unsigned short line, const std::function<void()>& operation) {
 }
 
 template <typename V, typename Content>
-void addOwn(Node& node, const char* key, const Content& content) {
+void addOwn(Node& node, Names::Id key, const Content& content) {
     auto* value = new V;
     value->SetValue(content);
-    node.AddValue(FreqList::KeyId(key), value);
+    node.AddValue(key, value);
 }
 
 } // namespace

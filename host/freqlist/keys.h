@@ -6,11 +6,31 @@
 /// to them. A column shows the value whose identifier it carries.
 namespace FreqList {
 
-inline constexpr char KeyFrequency[] = "frequency";       ///< numeric double, Hz
-inline constexpr char KeyBandwidth[] = "bandwidth";       ///< numeric double, Hz
-inline constexpr char KeyComment[] = "comment";           ///< text
-inline constexpr char KeyDemodulation[] = "demodulation"; ///< text or selection
-inline constexpr char KeyType[] = "type";                 ///< one-letter type code
+/// One key of a vocabulary: a constant that knows its interned form, for look-ups that happen a million
+/// times.
+class Key {
+public:
+    constexpr explicit Key(const char* text) : m_text(text) {}
+    Key(const Key&) = delete;
+    Key& operator=(const Key&) = delete;
+
+    operator Names::Id() const {
+        if (m_id == Names::Unknown)
+            m_id = Names::Intern(Text());
+        return m_id;
+    }
+    QString Text() const { return QString::fromLatin1(m_text); }
+
+private:
+    const char* m_text;
+    mutable Names::Id m_id = Names::Unknown;
+};
+
+inline constinit const Key KeyFrequency("frequency");       ///< numeric double, Hz
+inline constinit const Key KeyBandwidth("bandwidth");       ///< numeric double, Hz
+inline constinit const Key KeyComment("comment");           ///< text
+inline constinit const Key KeyDemodulation("demodulation"); ///< text or selection
+inline constinit const Key KeyType("type");                 ///< one-letter type code
 
 enum ColumnId : unsigned {
     ColumnFrequency = 0,
@@ -19,10 +39,5 @@ enum ColumnId : unsigned {
     ColumnType = 3,
     ColumnComment = 4,
 };
-
-/// The interned form of a key, for look-ups that happen a million times.
-inline Names::Id KeyId(const char* key) {
-    return Names::Intern(QString::fromLatin1(key));
-}
 
 } // namespace FreqList

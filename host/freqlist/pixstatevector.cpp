@@ -6,10 +6,10 @@
 
 void PixStateVector::SetKeyWords(const QString& frequency, const QString& bandwidth, const QString& type,
                                  const QString& comment) {
-    m_frequencyKey = frequency;
-    m_bandwidthKey = bandwidth;
-    m_typeKey = type;
-    m_commentKey = comment;
+    m_frequencyKey = Names::Intern(frequency);
+    m_bandwidthKey = Names::Intern(bandwidth);
+    m_typeKey = Names::Intern(type);
+    m_commentKey = Names::Intern(comment);
     SetDirty(true);
 }
 
@@ -159,11 +159,11 @@ void PixStateVectorOnNode::Update(Observable* subject, TChangeCode code) {
 
 PixStateVectorOnNode::Item PixStateVectorOnNode::read(const Node& entry) const {
     Item item{&entry, 0, 0, m_fixedType};
-    if (const auto* frequency = numeric_cast(entry.FindOwnValue(Names::Find(m_frequencyKey))))
+    if (const auto* frequency = numeric_cast(entry.FindOwnValue(m_frequencyKey)))
         item.frequency = frequency->ValueAsDouble();
-    if (const auto* bandwidth = numeric_cast(entry.FindOwnValue(Names::Find(m_bandwidthKey))))
+    if (const auto* bandwidth = numeric_cast(entry.FindOwnValue(m_bandwidthKey)))
         item.bandwidth = bandwidth->ValueAsDouble();
-    const auto* type = entry.FindOwn<Value<char>>(Names::Find(m_typeKey));
+    const auto* type = entry.FindOwn<Value<char>>(m_typeKey);
     if (m_fixedType == 0 && type)
         item.type = type->GetValue();
     return item;
@@ -220,7 +220,7 @@ QString PixStateVectorOnNode::ItemText(quint32 item) const {
     // Between a change of the list and the next refresh an item may be out of date.
     if (!m_collected || item >= m_items.size())
         return QString();
-    const ValueBase* comment = m_items[item].node->FindOwnValue(Names::Find(m_commentKey));
+    const ValueBase* comment = m_items[item].node->FindOwnValue(m_commentKey);
     return comment ? comment->GetStringValue() : QString();
 }
 

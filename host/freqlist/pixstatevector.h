@@ -99,10 +99,10 @@ protected:
     /// Puts one entry on the line.
     void Mark(quint32 item, double hertz, double bandwidth, char type);
 
-    QString m_frequencyKey;
-    QString m_bandwidthKey;
-    QString m_typeKey;
-    QString m_commentKey;
+    Names::Id m_frequencyKey = Names::Unknown;
+    Names::Id m_bandwidthKey = Names::Unknown;
+    Names::Id m_typeKey = Names::Unknown;
+    Names::Id m_commentKey = Names::Unknown;
     bool m_observe = true;
 
 private:

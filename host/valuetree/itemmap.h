@@ -139,6 +139,9 @@ private:
     unsigned m_lastKey = 0;
 };
 
+template <typename Item, typename Format, typename Adapter>
+using ValueFrequencyItemMap = ValueItemMapBase<Item, Format, Adapter>;
+
 /// The map of frequency items that the frequency bar reads.
-using ValueFrequencyItemMap =
-    ValueItemMapBase<FrequencyMapItem, FrequencyMapItemFormat, FrequencyMapItemAdapter>;
+using FrequencyItemMap =
+    ValueFrequencyItemMap<FrequencyMapItem, FrequencyMapItemFormat, FrequencyMapItemAdapter>;

@@ -12,14 +12,16 @@ using FreqList::KeyDemodulation;
 using FreqList::KeyFrequency;
 using FreqList::KeyType;
 
-inline constexpr char BandwidthSel[] = "bandwidthsel";
-inline constexpr char ThreadClass[] =
-    "threadclass"; ///< the threat class; the spelling is part of stored data
-inline constexpr char Priority[] = "priority";
-inline constexpr char ProfileID[] = "profileid";
-inline constexpr char SignalClass[] = "signalclass";
-inline constexpr char TransmissionSystem[] = "transmissionsystem";
-inline constexpr char ProfileName[] = "profilename";
+using FreqList::Key;
+
+inline constinit const Key BandwidthSel("bandwidthsel");
+inline constinit const Key
+    ThreadClass("threadclass"); ///< the threat class; the spelling is part of stored data
+inline constinit const Key Priority("priority");
+inline constinit const Key ProfileID("profileid");
+inline constinit const Key SignalClass("signalclass");
+inline constinit const Key TransmissionSystem("transmissionsystem");
+inline constinit const Key ProfileName("profilename");
 
 } // namespace Keys
 

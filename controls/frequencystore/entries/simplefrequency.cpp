@@ -5,19 +5,6 @@
 
 namespace {
 
-struct KeyIds {
-    Names::Id frequency = FreqList::KeyId(Keys::KeyFrequency);
-    Names::Id comment = FreqList::KeyId(Keys::KeyComment);
-    Names::Id bandwidth = FreqList::KeyId(Keys::KeyBandwidth);
-    Names::Id bandwidthSel = FreqList::KeyId(Keys::BandwidthSel);
-    Names::Id demodulation = FreqList::KeyId(Keys::KeyDemodulation);
-};
-
-const KeyIds& keys() {
-    static const KeyIds ids;
-    return ids;
-}
-
 /// A key that no item of the selection has.
 long freeKey(const ValueSelection& selection) {
     long key = selection.GetItemCount();
@@ -36,14 +23,14 @@ SimpleFrequency::SimpleFrequency(Node* node, bool create, const GeneralEntry* so
     m_inTree = node->IsInTree();
     m_removedValues = node->RemovedValues();
     if (!create) {
-        m_frequency = Find<ValueNumeric<double>>(keys().frequency);
-        m_comment = Find<Value<QString>>(keys().comment);
+        m_frequency = Find<ValueNumeric<double>>(Keys::KeyFrequency);
+        m_comment = Find<Value<QString>>(Keys::KeyComment);
         return;
     }
-    m_frequency = Make<ValueNumeric<double>>(keys().frequency);
+    m_frequency = Make<ValueNumeric<double>>(Keys::KeyFrequency);
     if (!CopyFromSource(FrequencyLink(), m_frequency))
         m_frequency->SetMinMax(0.0, std::numeric_limits<double>::max(), 1.0);
-    m_comment = Make<Value<QString>>(keys().comment);
+    m_comment = Make<Value<QString>>(Keys::KeyComment);
     m_comment->SetValue(m_frequency->GetStringValue());
 }
 
@@ -72,9 +59,9 @@ void SimpleFrequency::SetComment(const QString& comment) {
 }
 
 void SimpleFrequency::SetBandwidth(double hertz) {
-    ValueBase* value = ownValue(keys().bandwidth);
+    ValueBase* value = ownValue(Keys::KeyBandwidth);
     if (!value)
-        value = ownValue(keys().bandwidthSel);
+        value = ownValue(Keys::BandwidthSel);
     if (IValueNumeric* number = numeric_cast(value)) {
         number->SetFromDouble(hertz);
     } else if (auto* selection = value_cast<ValueSelection>(value);
@@ -86,14 +73,14 @@ void SimpleFrequency::SetBandwidth(double hertz) {
 }
 
 void SimpleFrequency::SetBandwidth(long keyOrHertz) {
-    if (auto* selection = value_cast<ValueSelection>(ownValue(keys().bandwidthSel)))
+    if (auto* selection = value_cast<ValueSelection>(ownValue(Keys::BandwidthSel)))
         selection->Select(keyOrHertz);
     else
         SetBandwidth(static_cast<double>(keyOrHertz));
 }
 
 void SimpleFrequency::SetDemodulation(const QString& demodulation) {
-    ValueBase* value = ownValue(keys().demodulation);
+    ValueBase* value = ownValue(Keys::KeyDemodulation);
     if (auto* selection = value_cast<ValueSelection>(value))
         SelectOrAppend(*selection, demodulation);
     else if (value)

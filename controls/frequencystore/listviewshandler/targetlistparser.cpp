@@ -126,8 +126,8 @@ PixStateVector* createPixStateVector() {
     auto* line = new PixStateVectorOnNode;
     if (const Node* root = TargetListHandler::Instance()->GetItemsRoot())
         line->Init(root->GetPathName());
-    line->SetKeyWords(QString::fromLatin1(Keys::KeyFrequency), QString::fromLatin1(Keys::KeyBandwidth),
-                      QString::fromLatin1(Keys::KeyType), QString::fromLatin1(Keys::KeyComment));
+    line->SetKeyWords(Keys::KeyFrequency.Text(), Keys::KeyBandwidth.Text(), Keys::KeyType.Text(),
+                      Keys::KeyComment.Text());
     return line;
 }
 

@@ -1,0 +1,178 @@
+#!/usr/bin/env python3
+"""Makes the sample lists from two tables: targets.tsv (the frequencies) and services.tsv (what they belong to).
+
+Usage: make_samples.py [DIRECTORY]; without one the files are written beside the tables.
+"""
+
+import csv
+import io
+import pathlib
+import sys
+from xml.etree import ElementTree
+
+HERE = pathlib.Path(__file__).resolve().parent
+NO_PRIORITY_LETTER = "g"
+LETTERS = dict(zip(range(1, 10), "ponmlkjih"))
+CSV_COLUMNS = ("Frequency", "Bandwidth", "Comment", "Demodulation", "Type", "Priority", "ThreatClass",
+               "ProfileID", "ProfileName", "SignalClass", "TransmissionSystem")
+
+
+def read_table(name):
+    with open(HERE / name, encoding="utf-8", newline="") as file:
+        return list(csv.DictReader(file, delimiter="\t", quoting=csv.QUOTE_NONE))
+
+
+def letter(target):
+    return LETTERS.get(int(target["priority"]), NO_PRIORITY_LETTER)
+
+
+def six_decimals(text):
+    return f"{float(text):.6f}"
+
+
+def ltl(targets):
+    """frequency, bandwidth, comment, demodulation, type letter, threat class, priority"""
+    return "".join(
+        "".join(field + "\t" for field in (
+            six_decimals(t["frequency"]), six_decimals(t["bandwidth"]), t["comment"], t["demodulation"],
+            letter(t), t["threat class"], t["priority"])) + "\n"
+        for t in targets)
+
+
+def sfl(targets):
+    """frequency, comment, bandwidth, demodulation"""
+    return "".join(
+        "\t".join((t["frequency"], t["comment"], t["bandwidth"], t["demodulation"])) + "\n" for t in targets)
+
+
+def between(targets, low, high):
+    return [t for t in targets if low <= float(t["frequency"]) < high]
+
+
+def child(parent, tag, text=None):
+    element = ElementTree.SubElement(parent, tag)
+    element.text = text
+    return element
+
+
+def document(root):
+    ElementTree.indent(root, " ")
+    text = ElementTree.tostring(root, encoding="unicode").replace(" />", "/>")
+    return f'<?xml version="1.0" encoding="UTF-8"?>\n{text}\n'
+
+
+def frequency_store_xml(targets, services):
+    root = ElementTree.Element("FrequencyStoreList", Version="1", Usage="TargetList")
+    for t in targets:
+        service = services[t["service"]]
+        entry = ElementTree.SubElement(root, "FrequencyStoreEntry", Type=letter(t))
+        child(entry, "Comment", t["comment"])
+        settings = child(entry, "FFM_Settings")
+        child(settings, "Frequency", t["frequency"])
+        child(settings, "IFBandwidth", t["bandwidth"])
+        child(settings, "AnalogDemod", t["demodulation"])
+        profile = child(entry, "Profile_Data")
+        child(profile, "SignalClass", service["signal class"])
+        child(profile, "ProfileID", t["service"])
+        child(profile, "TransmissionSystem", service["transmission system"])
+        child(profile, "ProfileName", service["name"])
+        child(profile, "Priority", t["priority"])
+        child(profile, "ThreatClass", t["threat class"])
+    return document(root)
+
+
+def frequency_store_csv(targets, services):
+    out = io.StringIO()
+    writer = csv.writer(out, lineterminator="\r\n")
+    writer.writerow(CSV_COLUMNS)
+    for t in targets:
+        service = services[t["service"]]
+        writer.writerow((t["frequency"], t["bandwidth"], t["comment"], t["demodulation"], letter(t),
+                         t["priority"], t["threat class"], t["service"], service["name"],
+                         service["signal class"], service["transmission system"]))
+    return out.getvalue()
+
+
+def profile_table(targets, services):
+    root = ElementTree.Element("PROFILETABLE")
+    for key, service in services.items():
+        profile = child(root, "PROFILETBL")
+        child(profile, "PROFILEID", key)
+        child(profile, "PROFILENAME", service["name"])
+        child(profile, "SIGNALCLASS", service["signal class"])
+        for description in service["objects (name:priority:threat class)"].split(";"):
+            name, priority, threat = description.split(":")
+            entry = child(profile, "OBJECTENTRY")
+            child(entry, "OBJECT_NAME", name)
+            child(entry, "PRIORITY", priority)
+            child(entry, "THREATCLASS", threat)
+        for t in targets:
+            if t["service"] == key:
+                parameters = child(profile, "PROFILEPARAMETERSETTBL")
+                child(parameters, "NOMINALFREQUENCY", t["frequency"])
+                child(parameters, "NOMINALBANDWIDTH", t["bandwidth"])
+                child(parameters, "MODULATIONTYPE", t["demodulation"])
+    return document(root)
+
+
+def noi(targets):
+    """frequency, comment, bandwidth; an empty line follows each entry"""
+    return "".join("\t".join((six_decimals(t["frequency"]), t["comment"], six_decimals(t["bandwidth"]))) + "\t\n\n"
+                   for t in targets)
+
+
+def receiver_settings(number, target, receiver):
+    settings = {
+        "CHANNELNUMBER": number,
+        "FREQUENCY": six_decimals(target["frequency"]),
+        "THRESHOLD": 20,
+        "ANALOGDEMOD_METHOD": target["demodulation"],
+        "IFBANDWIDTH": six_decimals(target["bandwidth"]),
+    }
+    if receiver == "hf":
+        return settings | {"OUTPUTIFPATH": "Narrow", "SHIFT": 0,
+                           "BFOFREQUENCY": 800 if target["demodulation"] == "CW" else 0}
+    return settings | {"AFC": "false", "USEQUELCH": "true", "ATTENUATION_MODE": "Automatic", "ATTENUATION": 0,
+                       "ANTENNAID": 1}
+
+
+def job(targets, receiver):
+    """A job of two sub-jobs, which hold the same memory-scan section."""
+    root = ElementTree.Element("JOB", Name=f"Sample job, {receiver}")
+    for name in ("Day", "Night"):
+        subjob = ElementTree.SubElement(root, "SUBJOB", Name=name)
+        tds = child(subjob, "TDS")
+        ElementTree.SubElement(tds, "DWELLTIME", Value="500")
+        section = child(tds, "MEMORYSCAN")
+        for number, t in enumerate(targets, 1):
+            channel = ElementTree.SubElement(section, "MEMORYSCAN_CHANNEL", Range=str(number), Name=t["comment"],
+                                             Value=str(number), Enabled="true")
+            for key, value in receiver_settings(number, t, receiver).items():
+                ElementTree.SubElement(channel, f"MEMORYSCAN_SEQ_{key}", Value=str(value))
+        ElementTree.SubElement(tds, "RECORDING", Value="false")
+    return document(root)
+
+
+def main():
+    directory = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else HERE
+    targets = read_table("targets.tsv")
+    services = {row["service"]: row for row in read_table("services.tsv")}
+    files = {
+        "targets.ltl": b"\xff\xfe" + ltl(targets).encode("utf-16-le"),
+        "targets-utf8.ltl": b"\xef\xbb\xbf" + ltl(targets).encode("utf-8"),
+        "targets.xml": frequency_store_xml(targets, services).encode("utf-8"),
+        "targets.csv": frequency_store_csv(targets, services).encode("utf-8"),
+        "shortwave.sfl": b"\xff\xfe" + sfl(between(targets, 1.8e6, 30e6)).encode("utf-16-le"),
+        "airband.sfl": b"\xef\xbb\xbf" + sfl(between(targets, 108e6, 137e6)).encode("utf-8"),
+        "interest.noi": b"\xff\xfe" + noi([t for t in targets if t["threat class"] == "high"]).encode("utf-16-le"),
+        "job-hf.pij": job([t for t in targets if t["service"] in ("TIME", "AERO-VOLMET")], "hf").encode("utf-8"),
+        "job-vuhf.pij": job([t for t in targets if t["service"].startswith("AIR-V")], "vuhf").encode("utf-8"),
+        "profiles.xml": profile_table(targets, services).encode("utf-8"),
+    }
+    for name, content in files.items():
+        (directory / name).write_bytes(content)
+    print(f"{len(targets)} targets, {len(services)} profiles, {len(files)} files", file=sys.stderr)
+
+
+if __name__ == "__main__":
+    main()
