@@ -132,7 +132,13 @@ public:
     }
 
 protected:
-    unsigned CreateNewUniqueKey() { return ++m_lastKey; }
+    /// Behind the largest key of the caller's the count starts anew.
+    unsigned CreateNewUniqueKey() {
+        do
+            ++m_lastKey;
+        while (m_items.contains(m_lastKey));
+        return m_lastKey;
+    }
 
 private:
     Map m_items;

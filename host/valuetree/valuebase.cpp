@@ -41,7 +41,9 @@ private:
     static void Send(ValueBase& value) {
         ValueBase::Extras& extras = value.extras();
         extras.scheduled = false;
-        value.NotifyObservers(extras.gatheredCode, extras.gatheredOriginator);
+        // A transaction under way tells of all changes when it ends.
+        if (extras.transactions == 0)
+            value.NotifyObservers(extras.gatheredCode, extras.gatheredOriginator);
     }
 };
 

@@ -148,7 +148,10 @@ QString ValueSelection::GetStringValue() const {
 
 void ValueSelection::Assign(const ValueBase& other) {
     const auto* same = value_cast<ValueSelection>(&other);
-    if (!same || same == this)
+    const auto equal = [](const auto& a, const auto& b) { return *a == *b; };
+    if (!same ||
+        (m_current == same->m_current &&
+         std::equal(m_items.begin(), m_items.end(), same->m_items.begin(), same->m_items.end(), equal)))
         return;
     m_items.clear();
     for (const auto& item : same->m_items)
