@@ -21,8 +21,9 @@ public:
 
     /// Reads a profile table: XML with elements "PROFILETBL", each of which has objects with priorities and
     /// parameter sets with frequencies. Every parameter set is a record. A file that cannot be opened is
-    /// traced and changes nothing; an unreadable document yields no records.
-    void ParseProfileTable(const QString& path);
+    /// told and traced and changes nothing; an unreadable document, or one without profiles, is told and
+    /// yields no records. False in all these cases.
+    bool ParseProfileTable(const QString& path);
 
 protected:
     ~GeneralListParser() = default;

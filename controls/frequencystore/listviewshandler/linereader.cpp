@@ -30,7 +30,7 @@ QString RefuseToOpen(QFile& file, qint64 maxSize) {
 
 LineReader::LineReader(QIODevice& device, const QString& fileName) : m_device(device), m_fileName(fileName) {
     const QByteArray head = device.peek(4);
-    m_decoder = QStringDecoder(QStringConverter::encodingForData(head).value_or(QStringConverter::System));
+    m_decoder = Decoder(QStringConverter::encodingForData(head).value_or(QStringConverter::System));
 }
 
 LineReader::~LineReader() {
@@ -53,7 +53,8 @@ bool LineReader::readMore() {
     m_position = 0;
     const QByteArray bytes = m_device.read(ChunkBytes);
     if (bytes.isEmpty()) {
-        m_atEnd = true;
+        if (!std::exchange(m_atEnd, true) && m_decoder.IsWithinCharacter())
+            report(m_lineNumber + 1, QStringLiteral("file ends within a character"));
         return false;
     }
     m_buffer += m_decoder.decode(bytes);

@@ -33,12 +33,19 @@ public:
     ~LineReader();
 
 private:
+    /// Tells whether a character was begun and not finished.
+    class Decoder : public QStringDecoder {
+    public:
+        using QStringDecoder::QStringDecoder;
+        bool IsWithinCharacter() const { return state.remainingChars != 0; }
+    };
+
     bool readMore();
     void report(qint64 line, const QString& reason);
 
     QIODevice& m_device;
     QString m_fileName;
-    QStringDecoder m_decoder;
+    Decoder m_decoder;
     QString m_buffer;
     qsizetype m_position = 0;
     qint64 m_lineNumber = 0;

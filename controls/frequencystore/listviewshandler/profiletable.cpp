@@ -80,6 +80,14 @@ bool isReadable(const QString& path, const QString& text) {
     return true;
 }
 
+/// What a readable document without profiles is, as far as its root tells.
+QString noProfilesIn(const QDomElement& root) {
+    const QString version = root.attribute(QStringLiteral("Version"));
+    return QStringLiteral("is no list and holds no profiles (root \"%1\"%2)")
+        .arg(root.tagName().left(40),
+             version.isEmpty() ? QString() : QStringLiteral(", version \"%1\"").arg(version.left(20)));
+}
+
 } // namespace
 
 QDomNode FirstChildOfName(const QDomNode& parent, const QString& tag) {
@@ -116,13 +124,13 @@ void GeneralListParser::fillInProfile(const QDomElement& profile) {
     }
 }
 
-void GeneralListParser::ParseProfileTable(const QString& path) {
+bool GeneralListParser::ParseProfileTable(const QString& path) {
     QFile file(path);
     const QString refusal = RefuseToOpen(file, MaxFileSize);
     if (!refusal.isEmpty()) {
         Problems::Report(TraceSource, 615, {path, 0, refusal});
         TraceLazily(TraceSource, 615, [&] { return QStringLiteral("File cannot be opened: ") + path; });
-        return;
+        return false;
     }
     const QString text = QString::fromUtf8(file.readAll());
     file.close();
@@ -130,14 +138,18 @@ void GeneralListParser::ParseProfileTable(const QString& path) {
 
     Prepare4NewFile();
     QDomDocument document;
-    if (isReadable(path, text) && document.setContent(text)) {
+    const bool readable = isReadable(path, text) && document.setContent(text);
+    // The list of found elements is searched anew by each access: take the elements out first.
+    std::vector<QDomElement> profiles;
+    if (readable) {
         const QDomNodeList found = document.elementsByTagName(QStringLiteral("PROFILETBL"));
-        // The list is searched anew by each access: take the elements out first.
-        std::vector<QDomElement> profiles;
         for (int i = 0; i < found.size(); ++i)
             profiles.push_back(found.at(i).toElement());
-        for (const QDomElement& profile : profiles)
-            fillInProfile(profile);
     }
+    for (const QDomElement& profile : profiles)
+        fillInProfile(profile);
+    if (readable && profiles.empty())
+        Problems::Report(TraceSource, 615, {path, 0, noProfilesIn(document.documentElement())});
     ResetDataAfterNewFile();
+    return !profiles.empty();
 }

@@ -70,7 +70,7 @@ bool TargetListHandler::ReadFile(const QString& path) {
     bool read = true;
     try {
         if (isForeignXml(path))
-            m_pParser->ParseProfileTable(path);
+            read = m_pParser->ParseProfileTable(path);
         else
             read = m_pParser->ParseSFLFile(path);
     } catch (const RGException& exception) {

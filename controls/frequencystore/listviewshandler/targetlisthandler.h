@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/base/observer.h"
+#include "host/valuetree/node.h"
 #include "host/valuetree/value.h"
 #include "host/valuetree/valueptr.h"
 
@@ -8,7 +9,6 @@
 
 #include <memory>
 
-class Node;
 class TargetListParser;
 
 /// Entry point of the local target list: owns its content, offers its file commands, loads the default list
@@ -49,7 +49,8 @@ public:
     bool GetNextData(double& frequency, double& bandwidth, int& priority, QString& comment,
                      QString& threatClass, QString& demodulation);
     void ResetDataCollect();
-    Node* GetItemsRoot() const { return m_pNode; }
+    /// The list node; null before `Init` and after the node ended.
+    Node* GetItemsRoot() const { return m_pNode.get(); }
     TargetListParser* GetParser() const { return m_pParser.get(); }
     const QString& GetCurrentFileName() const { return m_currentFile; }
 
@@ -77,7 +78,7 @@ private:
     bool m_loadDefault = false;
     ValueObservingPtr<Value<bool>> m_fileLoaded;
     ValueObservingPtr<Value<QString>> m_fileName;
-    Node* m_pNode = nullptr;
+    WeakRef<Node> m_pNode;
     QString m_directory;
     std::unique_ptr<TargetListParser> m_pParser;
     QString m_currentFile;

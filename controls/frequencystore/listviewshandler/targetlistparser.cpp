@@ -44,6 +44,13 @@ bool contains(const QString& path, const char* kind) {
     return path.indexOf(QLatin1String(kind), 0, Qt::CaseSensitive) >= 0;
 }
 
+/// Tells why; always false.
+bool cannotBeOpened(const QString& path, const QString& reason) {
+    TraceLazily(TraceSource, 897, [&] { return QStringLiteral("File cannot be opened: ") + path; });
+    Problems::Report(TraceSource, 897, {path, 0, reason});
+    return false;
+}
+
 /// Texts that repeat from line to line (demodulations, threat classes) share their characters.
 class TextPool {
 public:
@@ -143,11 +150,12 @@ TargetListParser::TargetListParser(Node* node)
 TargetListParser::~TargetListParser() = default;
 
 std::unique_ptr<WkfListEntry> TargetListParser::AddValue() {
-    if (!m_pNode)
+    Node* const list = m_pNode.get();
+    if (!list)
         return nullptr;
     static const QString name = QStringLiteral("Target");
-    auto* node = new Node(m_pNode, name);
-    m_pNode->AddItemUnique(node);
+    auto* node = new Node(list, name);
+    list->AddItemUnique(node);
     return std::make_unique<WkfListEntry>(node, true, nullptr);
 }
 
@@ -217,7 +225,12 @@ bool TargetListParser::ParseSFLFile(const QString& path) {
         readEntries(path, contains(path, ".csv"));
         return true;
     }
+    QFile file(path);
+    if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
+        return cannotBeOpened(path, refusal);
     Prepare4NewFile();
+    // The file ends here, but the emptied list must not stay frozen.
+    m_pMedCtrl->Suspend(false);
     TraceLazily(TraceSource, 1069, [] { return QStringLiteral("File cannot be converted"); });
     Problems::Report(TraceSource, 1069, {path, 0, QStringLiteral("is of no known kind of file")});
     return false;
@@ -229,11 +242,8 @@ bool TargetListParser::readLines(const QString& path, bool isSfl) {
     std::optional<LineReader> reader;
     if (refusal.isEmpty() && !reader.emplace(file, path).LooksLikeText(refusal))
         reader.reset();
-    if (!reader) {
-        TraceLazily(TraceSource, 897, [&] { return QStringLiteral("File cannot be opened: ") + path; });
-        Problems::Report(TraceSource, 897, {path, 0, refusal});
-        return false;
-    }
+    if (!reader)
+        return cannotBeOpened(path, refusal);
     Prepare4NewFile();
     LineFields fields(*reader, isSfl ? SflLayout : LtlLayout);
     QStringView line;

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "controls/frequencystore/listviewshandler/generallistparser.h"
+#include "host/valuetree/node.h"
 
 #include <memory>
 
 class FrequencyStoreListView;
 class HalvoNodeMediatorCtrl;
-class Node;
 class PixStateVector;
 class QWidget;
 class WkfListEntry;
@@ -15,7 +15,7 @@ class WkfListEntry;
 /// and the reading and writing of target list files. Owned by the list's handler.
 class TargetListParser : public GeneralListParser {
 public:
-    /// The node is not owned; each target is a child node "Target" of it.
+    /// The node is not owned and may end first; each target is a child node "Target" of it.
     explicit TargetListParser(Node* node);
     ~TargetListParser();
 
@@ -55,7 +55,7 @@ private:
     void readEntries(const QString& path, bool csv);
     bool writeLines(const QString& path);
 
-    Node* m_pNode;
+    WeakRef<Node> m_pNode;
     std::unique_ptr<HalvoNodeMediatorCtrl> m_pMedCtrl;
     unsigned m_readIndex = 0;
     unsigned m_readCount = 0;
