@@ -92,7 +92,7 @@ protected:
     }
     template <typename V>
     static V* Own(Node* node, const char* key) {
-        return node->FindOwn<V>(FreqList::KeyId(key));
+        return node->FindOwn<V>(Names::Intern(Q(key)));
     }
 
     Node* m_receiver = nullptr;

@@ -142,7 +142,7 @@ TEST_F(ReaderTest, AnEndlessLineKeepsItsHeadAndIsTold) {
     const QString path = Write(Q("long-line.ltl"), bytes);
     EXPECT_TRUE(Parse(path));
     ASSERT_EQ(m_list->ChildCount(), 2u);
-    const auto* comment = m_list->Children()[0]->FindOwn<Value<QString>>(FreqList::KeyId("comment"));
+    const auto* comment = m_list->Children()[0]->FindOwn<Value<QString>>(Names::Intern(Q("comment")));
     EXPECT_EQ(comment->GetValue().size(), LineReader::MaxLine - 4);
     EXPECT_EQ(Targets()[1], Q("9|1|next||1|not classified||||"));
     EXPECT_EQ(traces.problems, QStringList{path + Q(":1: line is too long; its end is ignored")});

@@ -186,7 +186,7 @@ std::vector<std::unique_ptr<ValueBase>> OneOfEach() {
     ExtendedDetectionConventional extended;
     extended.Result().azimuth = "1000";
     values.push_back(FilledList<ValueList<ExtendedDetectionConventional>>(extended));
-    auto map = std::make_unique<ValueFrequencyItemMap>();
+    auto map = std::make_unique<FrequencyItemMap>();
     map->Add({7e6, 3e3, 1, QStringLiteral("a"), 'p', QString()});
     values.push_back(std::move(map));
     return values;
@@ -215,7 +215,7 @@ TEST(Value, ClonesAreEqualAndOnlyLikeTypesCompareAndAssign) {
     // An empty value of each type takes the content, and says so once.
     const std::unique_ptr<ValueBase> fresh[] = {
         std::make_unique<Value<QString>>(), std::make_unique<ValueSelection>(),
-        std::make_unique<ValueList<double>>(), std::make_unique<ValueFrequencyItemMap>()};
+        std::make_unique<ValueList<double>>(), std::make_unique<FrequencyItemMap>()};
     for (const auto& value : values) {
         for (const auto& target : fresh) {
             if (target->GetType() != value->GetType())
@@ -464,7 +464,7 @@ TEST(Selection, DeletingRowsKeepsTheChoiceWhereItCan) {
 }
 
 TEST(ItemMap, KeysAreNeverGivenTwice) {
-    ValueFrequencyItemMap map(QStringLiteral("map"), TValueState::Valid);
+    FrequencyItemMap map(QStringLiteral("map"), TValueState::Valid);
     EXPECT_EQ(map.GetName(), QStringLiteral("map"));
     const FrequencyMapItem item(7e6, 3e3, 1, QStringLiteral("a\tb"), 'p', QStringLiteral("x"));
     const unsigned first = map.Add(item);
@@ -489,7 +489,7 @@ TEST(ItemMap, KeysAreNeverGivenTwice) {
 }
 
 TEST(ItemMap, OnlyRealChangesAreTold) {
-    ValueFrequencyItemMap map;
+    FrequencyItemMap map;
     Recorder recorder;
     map.AddObserver(&recorder);
     const FrequencyMapItem item(7e6, 3e3, 1, QStringLiteral("a"), 'p', QString());
