@@ -62,9 +62,8 @@ FrequencyNodeListView::FrequencyNodeListView(QWidget* parent, unsigned listId)
 }
 
 FrequencyNodeListView::~FrequencyNodeListView() {
-    // The store knows whether the controller still lives.
-    if (MultiViewMediatorCtrl* controller = FreqStore::Instance().GetFrequencies(GetID()))
-        controller->RemoveView(this);
+    if (m_controller)
+        m_controller->RemoveView(this);
     RemoveItems([](const SortListViewItem&) { return true; });
 }
 

@@ -65,7 +65,8 @@ private:
     std::vector<FrequencyNodeMediatorViewItem*>* m_furtherRows = nullptr;
 };
 
-/// The part of a mediator controller that the store and the views talk to.
+/// The part of a mediator controller that the store and the views talk to. One that ends takes itself out of
+/// the store and says so to its views (`ControllerEnds`); a list that is only taken out of the store goes on.
 class MultiViewMediatorCtrl {
 public:
     virtual ~MultiViewMediatorCtrl() = default;

@@ -97,6 +97,7 @@ VectorListViewBase::VectorListViewBase(QWidget* parent, const char* name)
 
 VectorListViewBase::~VectorListViewBase() {
     m_list->disconnect(this);
+    m_list->removeEventFilter(this);
     m_list->viewport()->removeEventFilter(this);
     delete m_list; // it asks the view for its counts
 }
