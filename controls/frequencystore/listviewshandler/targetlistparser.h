@@ -13,7 +13,7 @@ class WkfListEntry;
 
 /// Content of the local target list: the targets under a node of the tree, the controller that shows them,
 /// and the reading and writing of target list files. Owned by the list's handler.
-class TargetListParser : public GeneralListParser {
+class TargetListParser final : public GeneralListParser {
 public:
     /// The node is not owned and may end first; each target is a child node "Target" of it.
     explicit TargetListParser(Node* node);
