@@ -8,15 +8,23 @@
 namespace {
 
 /// What a file is read as, by its name and, for XML, by its content.
-QString kindOf(const QString& path) {
+QString kindOf(const QString& path, bool isRead) {
     if (path.contains(QLatin1String(".sfl")))
         return QStringLiteral("SFL lines");
     if (path.contains(QLatin1String(".ltl")))
         return QStringLiteral("LTL lines");
-    if (path.contains(QLatin1String(".xml")))
+    if (path.contains(QLatin1String(".xml"))) {
+        if (!isRead)
+            return QStringLiteral("XML");
         return FreqStoreXml::FileHandling().IsValidFormat(path) ? QStringLiteral("frequency-store XML")
                                                                 : QStringLiteral("profile table");
+    }
     return path.contains(QLatin1String(".csv")) ? QStringLiteral("CSV") : QStringLiteral("unknown");
+}
+
+QString counted(size_t count, const char* one, const char* many) {
+    return (count == 0 ? QStringLiteral("no") : QString::number(count)) + QLatin1Char(' ') +
+           QLatin1String(count == 1 ? one : many);
 }
 
 } // namespace
@@ -36,9 +44,9 @@ int RunCheck(const QStringList& arguments) {
         const int before = problems.Count();
         const bool read = list->Read(path);
         const int found = problems.Count() - before;
-        std::printf("%s: %s, %zu entries, %s\n", qPrintable(path), qPrintable(kindOf(path)),
-                    read ? list->GetNode()->ChildCount() : size_t(0),
-                    found == 0 ? "no problems" : qPrintable(QStringLiteral("%1 problems").arg(found)));
+        std::printf("%s: %s, %s, %s\n", qPrintable(path), qPrintable(kindOf(path, read)),
+                    qPrintable(counted(read ? list->GetNode()->ChildCount() : 0, "entry", "entries")),
+                    qPrintable(counted(static_cast<size_t>(found), "problem", "problems")));
         if (!read || found > 0)
             exitCode = ExitFile;
     }

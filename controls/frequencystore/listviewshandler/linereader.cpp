@@ -1,7 +1,5 @@
 #include "controls/frequencystore/listviewshandler/linereader.h"
 
-#include "host/base/problems.h"
-
 #include <QFileInfo>
 
 namespace {
@@ -57,19 +55,28 @@ bool LineReader::readMore() {
             report(m_lineNumber + 1, QStringLiteral("file ends within a character"));
         return false;
     }
+    const qsizetype known = m_buffer.size();
     m_buffer += m_decoder.decode(bytes);
-    if (m_decoder.hasError() && !std::exchange(m_decodingFailed, true))
-        report(m_lineNumber + 1, QStringLiteral("text is not well encoded from about here on"));
+    if (m_decoder.hasError() && m_badLine == 0) {
+        const QStringView good =
+            QStringView(m_buffer).left(m_buffer.indexOf(QChar(QChar::ReplacementCharacter), known));
+        m_badLine = m_lineNumber + 1 + good.count(QLatin1Char('\n'));
+        if (m_isText)
+            report(m_badLine, QStringLiteral("text is not well encoded from here on"));
+    }
     return true;
 }
 
-bool LineReader::LooksLikeText(QString& reason) {
+std::optional<Problem> LineReader::RefuseContent() {
     readMore();
-    if (m_decodingFailed)
-        reason = QStringLiteral("is not well encoded text");
-    else if (std::any_of(m_buffer.cbegin(), m_buffer.cend(), isControl))
-        reason = QStringLiteral("is no text file");
-    return reason.isEmpty();
+    m_isText = true;
+    if (m_badLine > 0)
+        return Problem{m_fileName, m_badLine, QStringLiteral("is not well encoded text")};
+    const auto control = std::find_if(m_buffer.cbegin(), m_buffer.cend(), isControl);
+    if (control == m_buffer.cend())
+        return std::nullopt;
+    return Problem{m_fileName, 1 + std::count(m_buffer.cbegin(), control, QLatin1Char('\n')),
+                   QStringLiteral("is no text file")};
 }
 
 bool LineReader::Next(QStringView& line) {

@@ -1,9 +1,13 @@
 #pragma once
 
+#include "host/base/problems.h"
+
 #include <QFile>
 #include <QString>
 #include <QStringDecoder>
 #include <QStringView>
+
+#include <optional>
 
 /// Opens a file for reading; the result says why it is refused, and is empty when it is open. Directories,
 /// devices and other things that are no regular file are refused, as are files over `maxSize` bytes (0: none
@@ -20,8 +24,8 @@ public:
     /// `device` is open and outlives the reader; `fileName` is for problems.
     LineReader(QIODevice& device, const QString& fileName);
 
-    /// Whether the head of the file looks like text; if not, why.
-    bool LooksLikeText(QString& reason);
+    /// Why the file is refused, to be asked before the first line: its head does not look like text.
+    std::optional<Problem> RefuseContent();
 
     /// The next line, without its end, good until the next call; false at the end of the file.
     bool Next(QStringView& line);
@@ -50,6 +54,7 @@ private:
     qsizetype m_position = 0;
     qint64 m_lineNumber = 0;
     qint64 m_problems = 0;
-    bool m_decodingFailed = false;
+    qint64 m_badLine = 0; ///< first line that is not well encoded
+    bool m_isText = false;
     bool m_atEnd = false;
 };

@@ -45,9 +45,9 @@ bool contains(const QString& path, const char* kind) {
 }
 
 /// Tells why; always false.
-bool cannotBeOpened(const QString& path, const QString& reason) {
-    TraceLazily(TraceSource, 897, [&] { return QStringLiteral("File cannot be opened: ") + path; });
-    Problems::Report(TraceSource, 897, {path, 0, reason});
+bool cannotBeOpened(const Problem& refusal) {
+    TraceLazily(TraceSource, 897, [&] { return QStringLiteral("File cannot be opened: ") + refusal.file; });
+    Problems::Report(TraceSource, 897, refusal);
     return false;
 }
 
@@ -227,7 +227,7 @@ bool TargetListParser::ParseSFLFile(const QString& path) {
     }
     QFile file(path);
     if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
-        return cannotBeOpened(path, refusal);
+        return cannotBeOpened({path, 0, refusal});
     Prepare4NewFile();
     // The file ends here, but the emptied list must not stay frozen.
     m_pMedCtrl->Suspend(false);
@@ -238,16 +238,15 @@ bool TargetListParser::ParseSFLFile(const QString& path) {
 
 bool TargetListParser::readLines(const QString& path, bool isSfl) {
     QFile file(path);
-    QString refusal = RefuseToOpen(file);
-    std::optional<LineReader> reader;
-    if (refusal.isEmpty() && !reader.emplace(file, path).LooksLikeText(refusal))
-        reader.reset();
-    if (!reader)
-        return cannotBeOpened(path, refusal);
+    if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
+        return cannotBeOpened({path, 0, refusal});
+    LineReader reader(file, path);
+    if (const std::optional<Problem> refusal = reader.RefuseContent())
+        return cannotBeOpened(*refusal);
     Prepare4NewFile();
-    LineFields fields(*reader, isSfl ? SflLayout : LtlLayout);
+    LineFields fields(reader, isSfl ? SflLayout : LtlLayout);
     QStringView line;
-    while (reader->Next(line)) {
+    while (reader.Next(line)) {
         if (line.size() < 2)
             continue;
         fields.Take(line);

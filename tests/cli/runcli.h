@@ -1,0 +1,22 @@
+#pragma once
+
+#include "cli/command.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+/// What one run of the program answered.
+struct CliResult {
+    int exitCode;
+    std::string out;
+    std::string err;
+};
+
+inline CliResult Cli(const QStringList& arguments) {
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    const int exitCode = RunCli(arguments);
+    std::fflush(stdout);
+    std::fflush(stderr);
+    return {exitCode, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
+}
