@@ -1,7 +1,6 @@
 #include "controls/frequencystore/halvonodemediator.h"
 
 #include "host/base/numbers.h"
-#include "host/base/tokenizer.h"
 #include "host/base/trace.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/valuetree/valueselection.h"
@@ -93,14 +92,6 @@ void HalvoITNodeMediator::UpdateMyViewItems(FrequencyNodeListView* view) {
     }
     // The bandwidth column has been filled through GetBandwidth, which prefers the selection.
     view->sort();
-}
-
-QString HalvoITNodeMediator::OneField(QString text) {
-    for (QChar& c : text) {
-        if (c == QLatin1Char('\t') || c == QLatin1Char('\n') || c == QLatin1Char('\r'))
-            c = QLatin1Char(' ');
-    }
-    return text;
 }
 
 QString HalvoITNodeMediator::NumberField(double value) {
