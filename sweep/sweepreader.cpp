@@ -99,33 +99,38 @@ void SweepReader::beginSweep(const SweepRow& row, qint64 time, Sweep& sweep) {
 
 void SweepReader::append(const SweepRow& row, Sweep& sweep) {
     const std::size_t first = sweep.levels.size();
-    std::size_t count = 0;
-    std::size_t wrongCount = 0;
-    std::string_view firstWrong;
-    for (std::string_view rest = row.levels; !isBlank(rest); ++count) {
-        float level;
-        std::string_view wrong;
-        if (!TakeLevel(rest, level, wrong) && wrongCount++ == 0)
-            firstWrong = wrong;
-        if (count < row.bins)
-            sweep.levels.push_back(level);
-    }
-    if (isTorn(row, count)) {
+    const Taken taken = takeLevels(row, sweep.levels);
+    if (isTorn(row, taken.count)) {
         tell(QStringLiteral("the file ends within the row"));
-        if (count <= row.bins)
-            sweep.levels.pop_back();
-    } else if (wrongCount > 0) {
-        tell(wrongCount == 1 ? QStringLiteral("level %1 is not a number").arg(Quoted(firstWrong))
-                             : QStringLiteral("%1 levels are not numbers, the first is %2")
-                                   .arg(QString::number(wrongCount), Quoted(firstWrong)));
+        if (taken.count <= row.bins && !isBlank(row.levels.substr(row.levels.rfind(',') + 1)))
+            sweep.levels.pop_back(); // it may have lost digits
+    } else if (taken.wrongCount > 0) {
+        const QString wrong = Quoted(taken.firstWrong);
+        tell(taken.wrongCount == 1 ? QStringLiteral("level %1 is not a number").arg(wrong)
+                                   : QStringLiteral("%1 levels are not numbers, the first is %2")
+                                         .arg(QString::number(taken.wrongCount), wrong));
     } else {
-        checkCount(row, count);
+        checkCount(row, taken.count);
     }
     const auto isMissing = [](float level) { return std::isnan(level); };
     if (std::all_of(sweep.levels.begin() + static_cast<std::ptrdiff_t>(first), sweep.levels.end(), isMissing))
         return sweep.levels.resize(first);
     sweep.hops.push_back({row.low, row.step, first, sweep.levels.size() - first});
     ++m_rows;
+}
+
+/// Appends the levels of a row, but not more than it has bins.
+SweepReader::Taken SweepReader::takeLevels(const SweepRow& row, std::vector<float>& levels) {
+    Taken taken;
+    for (std::string_view rest = row.levels; !isBlank(rest); ++taken.count) {
+        float level;
+        std::string_view wrong;
+        if (!TakeLevel(rest, level, wrong) && taken.wrongCount++ == 0)
+            taken.firstWrong = wrong;
+        if (taken.count < row.bins)
+            levels.push_back(level);
+    }
+    return taken;
 }
 
 /// One value less or two more than there are bins are usual: receivers cut off and round, and some write

@@ -30,6 +30,13 @@ public:
     qint64 BytesRead() const { return m_bytes; }
 
 private:
+    /// Levels that a row holds.
+    struct Taken {
+        std::size_t count = 0;
+        std::size_t wrongCount = 0;
+        std::string_view firstWrong;
+    };
+
     bool nextLine();
     void skipLongLine();
     void endLine();
@@ -37,6 +44,7 @@ private:
     bool startsNextSweep(const SweepRow& row, const Sweep& sweep) const;
     void beginSweep(const SweepRow& row, qint64 time, Sweep& sweep);
     void append(const SweepRow& row, Sweep& sweep);
+    static Taken takeLevels(const SweepRow& row, std::vector<float>& levels);
     void checkCount(const SweepRow& row, std::size_t count);
     bool isTorn(const SweepRow& row, std::size_t count) const;
     void tell(const QString& reason);
