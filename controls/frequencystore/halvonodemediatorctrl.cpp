@@ -1,5 +1,6 @@
 #include "controls/frequencystore/halvonodemediatorctrl.h"
 
+#include "controls/frequencystore/searchmcdatamediator.h"
 #include "controls/frequencystore/wkfnodemediator.h"
 #include "host/base/trace.h"
 #include "host/freqstorexml/frequencystorelist.h"
@@ -22,7 +23,7 @@ struct TypeInfo {
 
 constexpr TypeInfo Types[] = {
     {MediatorType::MemoryHF, FrequencyStoreList::MemoryChannels, nullptr},
-    {MediatorType::SearchMCData, FrequencyStoreList::SearchResults, nullptr},
+    {MediatorType::SearchMCData, FrequencyStoreList::SearchResults, make<SearchMCDataMediator>},
     {MediatorType::TargetList, FrequencyStoreList::TargetList, make<WkfNodeMediator>},
     {MediatorType::NoiFrequencies, FrequencyStoreList::Noi, make<FrequencyNodeMediator>},
     {MediatorType::MemoryVUHF, FrequencyStoreList::MemoryChannels, nullptr},

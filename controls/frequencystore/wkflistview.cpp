@@ -7,7 +7,6 @@
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
 #include "host/gui/resortpopupmenu.h"
-#include "host/startup/cfgcenter.h"
 
 #include <QHeaderView>
 
@@ -42,12 +41,6 @@ constexpr Column Columns[] = {
 
 unsigned copyId(const char* columnName) {
     return FreqStore::Instance().GetCopyStructId(QString::fromLatin1(columnName));
-}
-
-bool csvIsAllowed() {
-    const std::unique_ptr<ICfg> cfg(
-        CfgCenter::CreateCfg(QStringLiteral("FrequencyStore"), ICfg::PlugIn, QString()));
-    return cfg->GetBool(QStringLiteral("AllowExportToCsv"), false);
 }
 
 } // namespace
@@ -85,9 +78,9 @@ void WkfListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
         return;
     FrequencyNodeListView::InitFreqStoreWidget(bar);
     bar->SetCaption(tr("Frequency Store - Local Target List"));
-    for (const Bar::Action action : {Bar::Copy, Bar::Read, Bar::Save})
+    for (const Bar::Action action : {Bar::Copy, Bar::Paste, Bar::Read, Bar::Save})
         bar->GetAction(action)->setVisible(true);
-    const bool withCsv = csvIsAllowed();
+    const bool withCsv = CsvIsAllowed();
     for (const Bar::Action action : {Bar::Import, Bar::Export})
         bar->GetAction(action)->setVisible(withCsv);
     if (!std::exchange(m_connected, true))
@@ -101,6 +94,7 @@ void WkfListView::connectBar(FreqStoreListViewButtonBar& bar, bool withCsv) {
     connect(bar.GetAction(Bar::Import), &QAction::triggered, this, &WkfListView::slotImportTargetList);
     connect(bar.GetAction(Bar::Export), &QAction::triggered, this, &WkfListView::slotExport2File);
     connect(bar.GetAction(Bar::Copy), &QAction::triggered, this, &WkfListView::slotCopy);
+    connect(bar.GetAction(Bar::Paste), &QAction::triggered, this, &WkfListView::slotPaste);
 
     auto* menu = new ResortPopupMenu(this, "ViewMenu");
     menu->addAction(bar.GetAction(Bar::Copy));
@@ -145,6 +139,10 @@ void WkfListView::slotCopy() {
         if (auto* target = dynamic_cast<WkfNodeMediator*>(mediator))
             copy2FreqStore(*target);
     }
+}
+
+void WkfListView::slotPaste() {
+    PasteClipboard("wkflistview", 205);
 }
 
 void WkfListView::copy2FreqStore(WkfNodeMediator& mediator) {

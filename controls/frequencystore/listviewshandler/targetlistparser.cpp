@@ -143,6 +143,7 @@ PixStateVector* createPixStateVector() {
 TargetListParser::TargetListParser(Node* node)
     : m_pNode(node),
       m_pMedCtrl(std::make_unique<HalvoNodeMediatorCtrl>(MediatorType::TargetList, StoreType)) {
+    m_pMedCtrl->SetEntryMaker([this](const FreqStoreXml::FrequencyStoreEntry& entry) { fillIn(entry); });
     m_pMedCtrl->Init(node ? node->GetPathName() : QString());
     m_pMedCtrl->IncrementVisibleCnt();
 }
@@ -261,21 +262,23 @@ bool TargetListParser::readLines(const QString& path, bool isSfl) {
 void TargetListParser::readEntries(const QString& path, bool csv) {
     FreqStoreXml::FrequencyStoreList list;
     FreqStoreXml::FileHandling().ImportFrequencyStoreList(csv, path, list, FrequencyStoreListHelper::Targets);
+    Prepare4NewFile();
+    for (const FreqStoreXml::FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry())
+        fillIn(entry);
+    ResetDataAfterNewFile();
+}
+
+void TargetListParser::fillIn(const FreqStoreXml::FrequencyStoreEntry& entry) {
     const auto orUndefined = [](const QString& text) {
         return text.isEmpty() ? QStringLiteral("undefined") : text;
     };
-    Prepare4NewFile();
-    for (const FreqStoreXml::FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry()) {
-        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
-        const FreqStoreXml::Profile_Data& profile = entry.GetProfile_Data();
-        FillInData(settings.GetFrequency().GetValue(), settings.GetIFBandwidth().GetValue(),
-                   entry.GetComment(),
-                   FreqStoreXml::FFM_Settings::AnalogDemodToName(settings.GetAnalogDemod()),
-                   profile.GetPriority().toInt(), profile.GetThreatClass(),
-                   orUndefined(profile.GetProfileID()), orUndefined(profile.GetProfileName()),
-                   orUndefined(profile.GetSignalClass()), orUndefined(profile.GetTransmissionSystem()));
-    }
-    ResetDataAfterNewFile();
+    const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+    const FreqStoreXml::Profile_Data& profile = entry.GetProfile_Data();
+    FillInData(settings.GetFrequency().GetValue(), settings.GetIFBandwidth().GetValue(), entry.GetComment(),
+               FreqStoreXml::FFM_Settings::AnalogDemodToName(settings.GetAnalogDemod()),
+               profile.GetPriority().toInt(), profile.GetThreatClass(), orUndefined(profile.GetProfileID()),
+               orUndefined(profile.GetProfileName()), orUndefined(profile.GetSignalClass()),
+               orUndefined(profile.GetTransmissionSystem()));
 }
 
 bool TargetListParser::writeLines(const QString& path) {

@@ -5,6 +5,10 @@
 
 #include <memory>
 
+namespace FreqStoreXml {
+class FrequencyStoreEntry;
+}
+
 class FrequencyStoreListView;
 class HalvoNodeMediatorCtrl;
 class PixStateVector;
@@ -53,6 +57,7 @@ public:
 private:
     bool readLines(const QString& path, bool isSfl);
     void readEntries(const QString& path, bool csv);
+    void fillIn(const FreqStoreXml::FrequencyStoreEntry& entry);
     bool writeLines(const QString& path);
 
     WeakRef<Node> m_pNode;
