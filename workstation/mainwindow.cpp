@@ -11,6 +11,7 @@
 #include "workstation/receiver.h"
 #include "workstation/receiverpanel.h"
 
+#include <QCloseEvent>
 #include <QDockWidget>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -160,6 +161,10 @@ QDockWidget* MainWindow::AddPanel(QWidget* panel, const QString& title, Qt::Dock
     addDockWidget(area, dock);
     m_viewMenu->addAction(dock->toggleViewAction());
     return dock;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    event->setAccepted(!m_mayClose || m_mayClose());
 }
 
 void MainWindow::Tell(const QString& text) {

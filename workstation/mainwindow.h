@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 
+#include <functional>
 #include <map>
 
 class FrequencyBar;
@@ -29,12 +30,17 @@ public:
     QMenu* GetFileMenu() const { return m_fileMenu; }
     /// Adds a panel that can be moved and closed, and its entry in the View menu; the window owns it.
     QDockWidget* AddPanel(QWidget* panel, const QString& title, Qt::DockWidgetArea area);
+    /// Who is asked whether the window may close; a false answer keeps it open.
+    void SetCloseCheck(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
     /// Shows a text in the status line for a while.
     void Tell(const QString& text);
     /// The view of a registered list; null when it has none.
     FrequencyStoreListView* ViewOf(int listId) const;
     /// Title of the tab at an index, as it may stand in a file name.
     QString TabFileName(int index) const;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     struct Tab {
@@ -54,5 +60,6 @@ private:
     MessagesPanel* m_messages;
     QMenu* m_fileMenu;
     QMenu* m_viewMenu;
+    std::function<bool()> m_mayClose;
     std::map<int, Tab> m_lists;
 };
