@@ -9,7 +9,6 @@
 #include "host/freqstorexml/frequencystorelist.h"
 #include "host/report/recordreader.h"
 #include "host/report/rgexception.h"
-#include "host/startup/cfgcenter.h"
 
 #include <QBuffer>
 #include <QKeyEvent>
@@ -192,12 +191,6 @@ void FrequencyNodeListView::DeleteSelectedEntries() {
         parent->DeleteNodes(nodes);
     if (m_controller)
         m_controller->ForceUpdateNow();
-}
-
-bool FrequencyNodeListView::CsvIsAllowed() {
-    const std::unique_ptr<ICfg> cfg(
-        CfgCenter::CreateCfg(QStringLiteral("FrequencyStore"), ICfg::PlugIn, QString()));
-    return cfg->GetBool(QStringLiteral("AllowExportToCsv"), false);
 }
 
 void FrequencyNodeListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {

@@ -81,8 +81,6 @@ protected:
     void PasteClipboard(const char* traceSource, unsigned short line);
     /// Removes the nodes of the selected entries, in one operation.
     void DeleteSelectedEntries();
-    /// Whether the configuration lets lists show their CSV export and import.
-    static bool CsvIsAllowed();
     MultiViewMediatorCtrl* Controller() const { return m_controller; }
     /// How far an entry is from a frequency, both in Hz; infinity for one without a frequency.
     virtual double DistanceTo(FrequencyNodeMediator& mediator, double hertz) const;
