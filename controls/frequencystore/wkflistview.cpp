@@ -1,5 +1,6 @@
 #include "controls/frequencystore/wkflistview.h"
 
+#include "controls/frequencystore/csvallowed.h"
 #include "controls/frequencystore/entries/keys.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "controls/frequencystore/listviewshandler/targetlistparser.h"
@@ -7,7 +8,6 @@
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
 #include "host/gui/resortpopupmenu.h"
-#include "host/startup/cfgcenter.h"
 
 #include <QHeaderView>
 
@@ -42,12 +42,6 @@ constexpr Column Columns[] = {
 
 unsigned copyId(const char* columnName) {
     return FreqStore::Instance().GetCopyStructId(QString::fromLatin1(columnName));
-}
-
-bool csvIsAllowed() {
-    const std::unique_ptr<ICfg> cfg(
-        CfgCenter::CreateCfg(QStringLiteral("FrequencyStore"), ICfg::PlugIn, QString()));
-    return cfg->GetBool(QStringLiteral("AllowExportToCsv"), false);
 }
 
 } // namespace
@@ -87,7 +81,7 @@ void WkfListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
     bar->SetCaption(tr("Frequency Store - Local Target List"));
     for (const Bar::Action action : {Bar::Copy, Bar::Read, Bar::Save})
         bar->GetAction(action)->setVisible(true);
-    const bool withCsv = csvIsAllowed();
+    const bool withCsv = CsvIsAllowed();
     for (const Bar::Action action : {Bar::Import, Bar::Export})
         bar->GetAction(action)->setVisible(withCsv);
     if (!std::exchange(m_connected, true))

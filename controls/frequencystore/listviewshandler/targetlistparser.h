@@ -51,7 +51,6 @@ public:
     HalvoNodeMediatorCtrl* GetMediatorCtrl() const { return m_pMedCtrl.get(); }
 
 private:
-    bool readLines(const QString& path, bool isSfl);
     void readEntries(const QString& path, bool csv);
     bool writeLines(const QString& path);
 
