@@ -1,0 +1,49 @@
+#include "workstation/receiversettings.h"
+
+namespace {
+
+using enum ReceiverSetting::Type;
+
+constexpr ReceiverChoice HfDemodulations[] = {
+    {"NONE", 0, 0}, {"AM", 1, 1}, {"FM", 2, 2}, {"USB", 3, 3}, {"LSB", 4, 4}, {"CW", 5, 5}, {"ISB", 6, 6},
+};
+constexpr ReceiverChoice VuhfDemodulations[] = {
+    {"NONE", 0, 0}, {"AM", 1, 1}, {"FM", 2, 2}, {"USB", 3, 3}, {"LSB", 4, 4}, {"CW", 5, 5}, {"PULSE", 7, 7},
+};
+constexpr ReceiverChoice OutputIFPaths[] = {{"48.0 kHz", 48.0, 0}, {"455.0 kHz", 455.0, 1}};
+constexpr ReceiverChoice Antennas[] = {
+    {"Automatic", 0, 0}, {"Discone", 1, 1}, {"Log-periodic", 2, 2}, {"Horn", 3, 3}};
+
+constexpr ReceiverSetting HfSettings[] = {
+    {Keys::KeyFrequency, "Frequency", "", Frequency, 9e3, 30e6, 6060e3},
+    {Keys::KeyBandwidth, "Bandwidth", "", Bandwidth, 100, 40e3, 6000},
+    {Keys::KeyDemodulation, "Demodulation", "", Choice, 0, 0, 1, HfDemodulations},
+    {Keys::Threshold, "Threshold", "dBµV", Integer, -40, 110, 20},
+    {Keys::BFOFrequency, "BFO", "Hz", Integer, -10000, 10000, 0},
+    {Keys::OutputIFPath, "Output IF path", "", Choice, 0, 0, 0, OutputIFPaths},
+    {Keys::Shift, "Shift", "Hz", Integer, 26, 39974, 20000},
+};
+
+constexpr ReceiverSetting VuhfSettings[] = {
+    {Keys::KeyFrequency, "Frequency", "", Frequency, 20e6, 3e9, 98.5e6},
+    {Keys::KeyBandwidth, "Bandwidth", "", Bandwidth, 100, 20e6, 150e3},
+    {Keys::KeyDemodulation, "Demodulation", "", Choice, 0, 0, 2, VuhfDemodulations},
+    {Keys::Threshold, "Threshold", "dBµV", Integer, -40, 110, 20},
+    {Keys::UseSquelch, "Squelch", "", Flag},
+    {Keys::AFC, "AFC", "", Flag},
+    {Keys::UseAttenuation, "Manual attenuation", "", Flag},
+    {Keys::Attenuation, "Attenuation", "dB", Integer, 0, 40, 0},
+    {KeyAntenna, "Antenna", "", Choice, 0, 0, 1, Antennas},
+    {Keys::AntennaID, nullptr, "", Integer, 0, 99, 1},
+};
+
+} // namespace
+
+std::span<const ReceiverSetting> ReceiverSettings(ReceiverKind kind) {
+    return kind == ReceiverKind::HF ? std::span<const ReceiverSetting>(HfSettings)
+                                    : std::span<const ReceiverSetting>(VuhfSettings);
+}
+
+QString ReceiverName(ReceiverKind kind) {
+    return kind == ReceiverKind::HF ? QStringLiteral("HF") : QStringLiteral("VHF/UHF");
+}
