@@ -46,6 +46,7 @@ LineReader::~LineReader() {
 }
 
 void LineReader::report(qint64 line, const QString& reason) {
+    m_sound = false;
     Problems::Report(TraceSource, 903, {m_fileName, line, reason});
 }
 

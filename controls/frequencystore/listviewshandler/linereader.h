@@ -36,6 +36,8 @@ public:
     qint64 LineNumber() const { return m_lineNumber; }
     /// Tells a problem of the present line; after some hundred of one file the rest is only counted.
     void ReportProblem(const QString& reason);
+    /// Whether no problem has been told yet.
+    bool IsSound() const { return m_sound; }
     /// Tells how many problems were only counted.
     ~LineReader();
 
@@ -58,6 +60,7 @@ private:
     qint64 m_lineNumber = 0;
     qint64 m_problems = 0;
     qint64 m_badLine = 0; ///< first line that is not well encoded
+    bool m_sound = true;
     bool m_isText = false;
     bool m_atEnd = false;
 };
