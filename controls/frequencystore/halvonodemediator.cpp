@@ -124,17 +124,25 @@ bool HalvoITNodeMediator::SetValueFromString(int field, QString& text) {
     double number = 0;
     switch (field) {
     case FieldFrequency:
+        if (!m_frequency || !Quor::ParseDouble(text, number))
+            return false;
+        SetFrequency(number);
+        return true;
     case FieldBandwidth:
         if (!Quor::ParseDouble(text, number))
             return false;
-        field == FieldFrequency ? SetFrequency(number) : SetBandwidth(number);
-        return true;
+        if (SetBandwidthSelection(number))
+            return true;
+        FrequencyNodeMediator::SetBandwidth(number);
+        return m_bandwidth != nullptr;
     case FieldComment:
         SetComment(text);
-        return true;
+        return m_comment != nullptr;
     case FieldDemodulation:
+        if (auto* offered = value_cast<ValueSelection>(m_demodulation))
+            return offered->Select(text);
         SetDemodulation(text);
-        return true;
+        return m_demodulation != nullptr;
     default:
         return false;
     }
