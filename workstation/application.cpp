@@ -12,6 +12,7 @@
 #include "workstation/frequencybar.h"
 #include "workstation/mainwindow.h"
 #include "workstation/messagespanel.h"
+#include "workstation/simulatedreceiver.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -32,6 +33,12 @@ constexpr char PlugInStart[] = "FrequencyStorePlugInStart";
 constexpr char PlugInStop[] = "FrequencyStorePlugInStop";
 /// How long rows may take to settle before a picture is taken.
 constexpr int SettleMilliseconds = 400;
+
+struct NamedReceiver {
+    const char* name;
+    ReceiverKind kind;
+};
+constexpr NamedReceiver ReceiverKinds[] = {{"hf", ReceiverKind::HF}, {"vuhf", ReceiverKind::VUHF}};
 
 QString samplesDirectory() {
     const QDir program(QCoreApplication::applicationDirPath());
@@ -70,6 +77,9 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
         QStringLiteral("data"), QStringLiteral("Directory of the lists' own files."), QStringLiteral("DIR"));
     const QCommandLineOption config(QStringLiteral("config"), QStringLiteral("Directory of the settings."),
                                     QStringLiteral("DIR"));
+    const QCommandLineOption receiver(QStringLiteral("receiver"),
+                                      QStringLiteral("The receiver: hf (the default) or vuhf."),
+                                      QStringLiteral("KIND"), QString::fromLatin1(ReceiverKinds[0].name));
     const QCommandLineOption screenshot(
         QStringLiteral("screenshot"),
         QStringLiteral("Write one PNG per tab and of the window to DIR, and exit."), QStringLiteral("DIR"));
@@ -80,7 +90,7 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
                                     QStringLiteral("Load a plug-in with lists of its own."),
                                     QStringLiteral("FILE"));
     const QCommandLineOption demo(QStringLiteral("demo"), QStringLiteral("Load the sample lists."));
-    parser.addOptions({data, config, screenshot, trace, plugIn, demo});
+    parser.addOptions({data, config, receiver, screenshot, trace, plugIn, demo});
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Target list files to read."),
                                  QStringLiteral("[FILE...]"));
     Options options;
@@ -96,6 +106,13 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
     options.traceMask = parser.value(trace).toUInt(&isNumber, 0);
     if (!isNumber)
         error = QStringLiteral("--trace takes a number, not \"%1\"").arg(parser.value(trace));
+    const auto kind =
+        std::find_if(std::begin(ReceiverKinds), std::end(ReceiverKinds),
+                     [&](const auto& known) { return parser.value(receiver) == QLatin1String(known.name); });
+    if (kind != std::end(ReceiverKinds))
+        options.receiver = kind->kind;
+    else
+        error = QStringLiteral("--receiver takes hf or vuhf, not \"%1\"").arg(parser.value(receiver));
     options.dataDirectory = parser.value(data);
     options.configDirectory = parser.value(config);
     options.screenshotDirectory = parser.value(screenshot);
@@ -108,7 +125,9 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
 Workstation::Workstation(const Options& options) : m_options(options) {
     ErrorHandler::Instance().SetTraceMask(options.traceMask);
     prepareDirectories();
-    m_window = std::make_unique<MainWindow>();
+    m_receiver = std::make_unique<SimulatedReceiver>(options.receiver);
+    m_receiver->Start();
+    m_window = std::make_unique<MainWindow>(*m_receiver);
     // Whoever started the program from a terminal sees there what the panel shows.
     QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded,
                      [](const QString& text) { std::fprintf(stderr, "%s\n", qPrintable(text)); });

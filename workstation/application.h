@@ -1,5 +1,7 @@
 #pragma once
 
+#include "workstation/receiversettings.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -8,12 +10,14 @@
 
 class MainWindow;
 class QLibrary;
+class SimulatedReceiver;
 
 /// What the command line asks of the workstation.
 struct Options {
     QString dataDirectory;
     QString configDirectory;
     QString screenshotDirectory;
+    ReceiverKind receiver = ReceiverKind::HF;
     unsigned traceMask = 0;
     bool demo = false;
     QStringList plugIns; ///< shared libraries that register lists of their own
@@ -32,6 +36,7 @@ public:
     ~Workstation();
 
     MainWindow& GetWindow() { return *m_window; }
+    SimulatedReceiver& GetReceiver() { return *m_receiver; }
     /// Reads the files of the command line and, with `--demo`, the samples. False when one could not be read
     /// or held errors.
     bool LoadFiles();
@@ -46,5 +51,6 @@ private:
 
     Options m_options;
     std::vector<std::unique_ptr<QLibrary>> m_plugIns;
+    std::unique_ptr<SimulatedReceiver> m_receiver;
     std::unique_ptr<MainWindow> m_window;
 };
