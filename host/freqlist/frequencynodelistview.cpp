@@ -1,11 +1,17 @@
 #include "host/freqlist/frequencynodelistview.h"
 
+#include "host/base/problems.h"
 #include "host/base/trace.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
+#include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqstorexml/frequencystorelist.h"
+#include "host/report/recordreader.h"
+#include "host/report/rgexception.h"
+#include "host/startup/cfgcenter.h"
 
+#include <QBuffer>
 #include <QKeyEvent>
 #include <QMenu>
 
@@ -150,6 +156,26 @@ void FrequencyNodeListView::CopySelection(const char* traceSource, unsigned shor
     }
 }
 
+void FrequencyNodeListView::PasteClipboard(const char* traceSource, unsigned short line) {
+    auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(m_controller);
+    if (!list)
+        return;
+    AllowSort(false);
+    try {
+        QByteArray text = FreqStore::Instance().GetClipboardText().toUtf8();
+        QBuffer buffer(&text);
+        buffer.open(QIODevice::ReadOnly);
+        FreqStoreXml::FrequencyStoreList copied;
+        REPORTGENERATOR::ReadDocument(buffer, QStringLiteral("clipboard"), copied, nullptr, false);
+        list->AppendEntries(copied.GetFrequencyStoreEntry());
+    } catch (const RGException& exception) {
+        TraceLazily(traceSource, line, [] { return QStringLiteral("EXCEPTION WHILE PASTING FREQUENCIES:"); });
+        Problems::Report(traceSource, line, Problem::FromText(exception.GetErrorText()));
+    }
+    AllowSort(true);
+    sort();
+}
+
 void FrequencyNodeListView::DeleteSelectedEntries() {
     std::map<Node*, std::vector<Node*>> byParent;
     for (const FrequencyNodeMediator* mediator : SelectedMediators())
@@ -158,6 +184,12 @@ void FrequencyNodeListView::DeleteSelectedEntries() {
         parent->DeleteNodes(nodes);
     if (m_controller)
         m_controller->ForceUpdateNow();
+}
+
+bool FrequencyNodeListView::CsvIsAllowed(const QString& part) {
+    const std::unique_ptr<ICfg> cfg(
+        CfgCenter::CreateCfg(QStringLiteral("FrequencyStore"), ICfg::PlugIn, part));
+    return cfg->GetBool(QStringLiteral("AllowExportToCsv"), false);
 }
 
 void FrequencyNodeListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {

@@ -15,6 +15,7 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QPointer>
 
 using FreqStoreXml::FileHandling;
 using FreqStoreXml::FrequencyStoreEntry;
@@ -98,7 +99,8 @@ bool NOIFrequencyHandler::readEntries(const QString& path, bool tell) {
         FrequencyStoreList list;
         FileHandling().ImportFrequencyStoreList(PathContains(path, ".csv"), path, list,
                                                 FrequencyStoreListHelper::NoiFrequencies);
-        FillInEntries(list);
+        for (const FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry())
+            FillInEntry(entry);
     } catch (const RGException& exception) {
         traceException(1578, "EXCEPTION WHILE PARSING FREQUENCIES:", exception, tell);
         noteContent(path, false);
@@ -162,9 +164,8 @@ bool NOIFrequencyHandler::ReadFile(const QString& path) {
 QString NOIFrequencyHandler::FileOpen() {
     // Whoever ends the application while a dialog is open, or on hearing of the new list, ends this, too.
     const QPointer<NOIFrequencyHandler> alive(this);
-    const QString path =
-        askForFile(QFileDialog::AcceptOpen, tr("Select file to read NOI Frequencies from"), m_readDirectory,
-                   QStringLiteral("NOI Files (*.xml *.noi)"), "");
+    const QString path = askForFile(QFileDialog::AcceptOpen, tr("Select file to read NOI Frequencies from"),
+                                    m_readDirectory, QStringLiteral("NOI Files (*.xml *.noi)"), "");
     if (!alive)
         return path;
     if (PathContains(path, ".xml"))
@@ -178,9 +179,8 @@ QString NOIFrequencyHandler::FileOpen() {
 
 QString NOIFrequencyHandler::FileImport() {
     const QPointer<NOIFrequencyHandler> alive(this);
-    const QString path =
-        askForFile(QFileDialog::AcceptOpen, tr("Select file to import NOI Frequencies from"), m_readDirectory,
-                   QStringLiteral("NOI Files (*.csv)"), "");
+    const QString path = askForFile(QFileDialog::AcceptOpen, tr("Select file to import NOI Frequencies from"),
+                                    m_readDirectory, QStringLiteral("NOI Files (*.csv)"), "");
     if (!alive)
         return path;
     if (PathContains(path, ".csv"))
@@ -204,9 +204,10 @@ QString NOIFrequencyHandler::nameForAutomaticSave() {
         return m_currentFile;
     const QString other = freeName(QString::fromLatin1(DefaultFile));
     if (m_pMedCtrl->size() > 0)
-        Problems::Report(TraceSource, 1688,
-                         {m_currentFile, 0,
-                          QStringLiteral("could not be read whole and is kept; the list is saved as ") + other});
+        Problems::Report(
+            TraceSource, 1688,
+            {m_currentFile, 0,
+             QStringLiteral("could not be read whole and is kept; the list is saved as ") + other});
     return other;
 }
 
@@ -257,7 +258,7 @@ void NOIFrequencyHandler::saveAtTheEnd() {
     const QString before = m_currentFile;
     const bool isKept = mustNotOverwrite();
     const Saved saved = saveAutomatically();
-    const QString remembered = saved == Saved::Written             ? m_currentFile
+    const QString remembered = saved == Saved::Written              ? m_currentFile
                                : saved == Saved::Nothing && !isKept ? QString()
                                                                     : before;
     CfgCenter::GetAppCfg(ICfg::Shutdown).SetString(QString::fromLatin1(RememberedFile), remembered);
@@ -274,8 +275,8 @@ bool NOIFrequencyHandler::SaveFile(const QString& path) {
 
 QString NOIFrequencyHandler::FileExport() {
     const QPointer<NOIFrequencyHandler> alive(this);
-    const QString path = askForFile(QFileDialog::AcceptSave, tr("Select Filename for saving"), m_readDirectory,
-                                    tr("NOI Files") + QStringLiteral(" (*.csv)"), "csv");
+    const QString path = askForFile(QFileDialog::AcceptSave, tr("Select Filename for saving"),
+                                    m_readDirectory, tr("NOI Files") + QStringLiteral(" (*.csv)"), "csv");
     if (!alive || !m_pMedCtrl || !PathContains(path, ".csv"))
         return QString();
     m_pMedCtrl->ForceUpdateNow();
@@ -284,9 +285,8 @@ QString NOIFrequencyHandler::FileExport() {
 
 bool NOIFrequencyHandler::writeEntries(const QString& path, bool csv) {
     try {
-        FreqStoreXml::FrequencyStoreListWriter writer(path, csv,
-                                                      csv ? FrequencyStoreListHelper::NoiFrequencies
-                                                          : FrequencyStoreListHelper::XmlList);
+        FreqStoreXml::FrequencyStoreListWriter writer(
+            path, csv, csv ? FrequencyStoreListHelper::NoiFrequencies : FrequencyStoreListHelper::XmlList);
         writer.Begin(FrequencyStoreList::Noi);
         m_pMedCtrl->ForEach([&](FrequencyNodeMediator& mediator) { writer.Append(entryOf(mediator)); });
         writer.Commit();

@@ -8,6 +8,7 @@
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqlist/pixstatevector.h"
+#include "host/freqstorexml/frequencystoreentry.h"
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
 
@@ -64,8 +65,8 @@ void NOIFrequencyHandler::DeleteInstance() {
 }
 
 NOIFrequencyHandler::NOIFrequencyHandler()
-    : m_currentFile(CfgCenter::GetAppCfg(ICfg::StartUp)
-                        .GetString(QString::fromLatin1(RememberedFile), QString())),
+    : m_currentFile(
+          CfgCenter::GetAppCfg(ICfg::StartUp).GetString(QString::fromLatin1(RememberedFile), QString())),
       m_definition(this) {}
 
 NOIFrequencyHandler::~NOIFrequencyHandler() {
@@ -77,6 +78,15 @@ void NOIFrequencyHandler::Init(Node* listNode) {
     m_pMedCtrl = std::make_unique<HalvoNodeMediatorCtrl>(MediatorType::NoiFrequencies, StoreType);
     m_pMedCtrl->Init(listNode ? listNode->GetPathName_NoSlashForRoot() : QString());
     m_pMedCtrl->IncrementVisibleCnt(nullptr);
+    // Entries that come together, such as those of a paste, are one change of the band list.
+    m_pMedCtrl->SetEntryMaker([this](const FreqStoreXml::FrequencyStoreEntry& entry) {
+        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+        insert(settings.GetFrequency().GetValue(), settings.GetIFBandwidth().GetValue(), entry.GetComment());
+    });
+    connect(m_pMedCtrl.get(), &HalvoNodeMediatorCtrl::Refreshed, this, [this] {
+        if (m_updateIsDue)
+            UpdateNOIList();
+    });
     if (!m_remembersFile) {
         m_currentFile.clear();
         return;
@@ -118,7 +128,7 @@ std::unique_ptr<NOIFrequency> NOIFrequencyHandler::AddValue() {
     return std::make_unique<NOIFrequency>(node, true, &m_template);
 }
 
-bool NOIFrequencyHandler::InsertNewValue(double frequency, double bandwidth, const QString& comment) {
+bool NOIFrequencyHandler::insert(double frequency, double bandwidth, const QString& comment) {
     const std::unique_ptr<NOIFrequency> entry = AddValue();
     if (!entry) {
         TraceLazily(TraceSource, 1486, [] { return QStringLiteral("AddValue returned invalid value"); });
@@ -129,6 +139,13 @@ bool NOIFrequencyHandler::InsertNewValue(double frequency, double bandwidth, con
         entry->SetBandwidth(bandwidth);
         entry->SetComment(comment);
     }
+    m_updateIsDue = true;
+    return true;
+}
+
+bool NOIFrequencyHandler::InsertNewValue(double frequency, double bandwidth, const QString& comment) {
+    if (!insert(frequency, bandwidth, comment))
+        return false;
     UpdateNOIList();
     return true;
 }
@@ -136,26 +153,15 @@ bool NOIFrequencyHandler::InsertNewValue(double frequency, double bandwidth, con
 void NOIFrequencyHandler::UpdateNOIList() {
     if (!m_definition || !m_pMedCtrl || !m_ready)
         return;
-    if (m_gatherings > 0) {
-        m_updateIsDue = true;
-        return;
-    }
+    m_updateIsDue = false;
     if (Node* list = m_pNode.get())
         list->Commit(nullptr);
     m_pMedCtrl->ForceUpdateNow();
     QString text;
     text.reserve(static_cast<qsizetype>(m_pMedCtrl->size()) * BandTextLength);
     m_pMedCtrl->ForEach([&](FrequencyNodeMediator& mediator) { appendBand(text, mediator); });
-    m_definition->SetStringValue(text, nullptr);
-}
-
-NOIFrequencyHandler::Gathering::Gathering(NOIFrequencyHandler& handler) : m_handler(&handler) {
-    ++handler.m_gatherings;
-}
-
-NOIFrequencyHandler::Gathering::~Gathering() {
-    if (m_handler && --m_handler->m_gatherings == 0 && std::exchange(m_handler->m_updateIsDue, false))
-        m_handler->UpdateNOIList();
+    if (m_definition) // observers of the list may have ended it
+        m_definition->SetStringValue(text, nullptr);
 }
 
 bool NOIFrequencyHandler::IsWaitingForFile() const {
@@ -174,6 +180,7 @@ void NOIFrequencyHandler::Prepare4NewFile() {
 void NOIFrequencyHandler::ResetDataAfterNewFile() {
     m_ready = true;
     m_incomplete = false;
+    m_updateIsDue = false; // comes below, once
     if (m_pMedCtrl)
         m_pMedCtrl->Suspend(false);
     UpdateNOIList();

@@ -7,7 +7,6 @@
 #include "host/valuetree/valueptr.h"
 
 #include <QObject>
-#include <QPointer>
 
 #include <memory>
 
@@ -51,8 +50,8 @@ public:
     QString FileOpen();
     QString FileImport();
     /// Writes the list to the current file, or asks for another one; the result is the name written, empty
-    /// when cancelled, failed, or when there is nothing to write (an empty list gives no XML file). Cancelling
-    /// forgets the current file.
+    /// when cancelled, failed, or when there is nothing to write (an empty list gives no XML file).
+    /// Cancelling forgets the current file.
     QString FileSave(bool automatic);
     /// Asks for a name and writes the list as CSV; the result is the name written, else empty.
     QString FileExport();
@@ -75,18 +74,6 @@ public:
     /// entry, in list order. Does nothing without a value for it, and while a file is read.
     void UpdateNOIList();
     GeneralEntry* GetGeneralEntry() { return &m_template; }
-
-    /// While one lives, the band list waits; at its end it is written once if it was to be written at all.
-    class Gathering {
-    public:
-        explicit Gathering(NOIFrequencyHandler& handler);
-        Gathering(const Gathering&) = delete;
-        Gathering& operator=(const Gathering&) = delete;
-        ~Gathering();
-
-    private:
-        QPointer<NOIFrequencyHandler> m_handler;
-    };
 
     /// The list node; null before `Init` and after the node ended.
     Node* GetItemsRoot() const { return m_pNode.get(); }
@@ -124,6 +111,7 @@ private:
     NOIFrequencyHandler();
     ~NOIFrequencyHandler() override;
 
+    bool insert(double frequency, double bandwidth, const QString& comment);
     bool readEntries(const QString& path, bool tell);
     bool openXml(const QString& path);
     bool openLines(const QString& path);
@@ -148,10 +136,9 @@ private:
     bool m_ready = true; ///< no file is being read
 
     bool m_remembersFile = true;
-    bool m_incomplete = false; ///< the list was emptied for a file that could not be read
-    QString m_unreadFile;      ///< a file of which not all has reached the list
-    int m_gatherings = 0;
-    bool m_updateIsDue = false;
+    bool m_incomplete = false;  ///< the list was emptied for a file that could not be read
+    QString m_unreadFile;       ///< a file of which not all has reached the list
+    bool m_updateIsDue = false; ///< entries came that are not in the band list yet
 };
 
 /// Makes the view of the list; defined beside the view.

@@ -5,6 +5,10 @@
 
 #include <memory>
 
+namespace FreqStoreXml {
+class FrequencyStoreEntry;
+}
+
 class FrequencyStoreListView;
 class HalvoNodeMediatorCtrl;
 class PixStateVector;
