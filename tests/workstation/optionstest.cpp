@@ -1,4 +1,4 @@
-#include "workstation/application.h"
+#include "workstation/options.h"
 
 #include <QDir>
 
@@ -9,14 +9,16 @@ namespace {
 
 TEST(Options, FilesAndDirectoriesAreWhereTheProgramWasStarted) {
     QString error;
-    const Options options = Options::Parse({"freqstore", "--receiver", "vuhf", "--trace", "34", "--demo",
-                                            "--extension", "libmine.so", "lists/a.ltl", "/b.xml"},
-                                           error);
+    const Options options =
+        Options::Parse({"freqstore", "--receiver", "vuhf", "--trace", "34", "--demo", "--extension",
+                        "libmine.so", "--job", "my.pij", "lists/a.ltl", "/b.xml"},
+                       error);
     EXPECT_EQ(error, QString());
     EXPECT_EQ(options.receiver, ReceiverKind::VUHF);
     EXPECT_EQ(options.traceMask, 34U);
     EXPECT_TRUE(options.demo);
     EXPECT_EQ(options.plugIns, QStringList{QDir::current().filePath("libmine.so")});
+    EXPECT_EQ(options.jobFile, QDir::current().filePath("my.pij"));
     EXPECT_EQ(options.files, (QStringList{QDir::current().filePath("lists/a.ltl"), "/b.xml"}));
 }
 
@@ -27,6 +29,7 @@ TEST(Options, WithoutArgumentsTheReceiverIsAnHfReceiverAndNothingIsRead) {
     EXPECT_EQ(options.receiver, ReceiverKind::HF);
     EXPECT_EQ(options.traceMask, 0U);
     EXPECT_FALSE(options.demo);
+    EXPECT_TRUE(options.jobFile.isEmpty());
     EXPECT_TRUE(options.files.isEmpty());
 }
 
