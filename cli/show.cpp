@@ -1,5 +1,6 @@
 #include "cli/arguments.h"
 #include "cli/command.h"
+#include "host/base/tokenizer.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -11,14 +12,6 @@ using Row = std::vector<EntryField>;
 void print(const QString& text) {
     const QByteArray bytes = text.toUtf8();
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout);
-}
-
-QString oneLine(QString text) {
-    for (QChar& c : text) {
-        if (c == QLatin1Char('\t') || c == QLatin1Char('\n') || c == QLatin1Char('\r'))
-            c = QLatin1Char(' ');
-    }
-    return text;
 }
 
 /// Texts as JSON quotes them; numbers as they stand, which JSON reads, too.
@@ -57,7 +50,7 @@ void printTsv(const CliList& list) {
         QStringList texts;
         for (const EntryField& field : row) {
             keys << field.key;
-            texts << oneLine(field.text);
+            texts << Quor::OneField(field.text);
         }
         if (std::exchange(first, false))
             print(keys.join(QLatin1Char('\t')) + QLatin1Char('\n'));
@@ -77,7 +70,7 @@ void printTable(const CliList& list) {
             widths[i] = std::clamp(row[i].text.size(), std::max(widths[i], row[i].key.size()), MaxWidth);
     });
     const auto cell = [&](const QString& text, size_t column, bool right) {
-        const QString cut = oneLine(text).left(widths[column]);
+        const QString cut = Quor::OneField(text).left(widths[column]);
         return right ? cut.rightJustified(widths[column]) : cut.leftJustified(widths[column]);
     };
     for (size_t r = 0; r < rows.size(); ++r) {

@@ -1,7 +1,6 @@
 #include "controls/frequencystore/halvonodemediator.h"
 
 #include "host/base/numbers.h"
-#include "host/base/tokenizer.h"
 #include "host/base/trace.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/valuetree/valueselection.h"
@@ -95,14 +94,6 @@ void HalvoITNodeMediator::UpdateMyViewItems(FrequencyNodeListView* view) {
     view->sort();
 }
 
-QString HalvoITNodeMediator::OneField(QString text) {
-    for (QChar& c : text) {
-        if (c == QLatin1Char('\t') || c == QLatin1Char('\n') || c == QLatin1Char('\r'))
-            c = QLatin1Char(' ');
-    }
-    return text;
-}
-
 QString HalvoITNodeMediator::NumberField(double value) {
     QString text;
     Quor::AppendFixed(text, value, 6);
@@ -133,17 +124,25 @@ bool HalvoITNodeMediator::SetValueFromString(int field, QString& text) {
     double number = 0;
     switch (field) {
     case FieldFrequency:
+        if (!m_frequency || !Quor::ParseDouble(text, number))
+            return false;
+        SetFrequency(number);
+        return true;
     case FieldBandwidth:
         if (!Quor::ParseDouble(text, number))
             return false;
-        field == FieldFrequency ? SetFrequency(number) : SetBandwidth(number);
-        return true;
+        if (SetBandwidthSelection(number))
+            return true;
+        FrequencyNodeMediator::SetBandwidth(number);
+        return m_bandwidth != nullptr;
     case FieldComment:
         SetComment(text);
-        return true;
+        return m_comment != nullptr;
     case FieldDemodulation:
+        if (auto* offered = value_cast<ValueSelection>(m_demodulation))
+            return offered->Select(text);
         SetDemodulation(text);
-        return true;
+        return m_demodulation != nullptr;
     default:
         return false;
     }

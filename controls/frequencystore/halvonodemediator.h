@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/frequencystore/entries/keys.h"
+#include "host/base/tokenizer.h"
 #include "host/freqlist/frequencynodemediator.h"
 
 /// Base of this library's mediators: adds the value "bandwidthsel", which some entries have instead of a
@@ -31,8 +32,7 @@ public:
 protected:
     void UpdateDependentValues() override;
 
-    /// A text as one field of a line: TABs and line breaks become blanks.
-    static QString OneField(QString text);
+    static QString OneField(const QString& text) { return Quor::OneField(text); }
     /// A number with six decimals, as lines carry it.
     static QString NumberField(double value);
 

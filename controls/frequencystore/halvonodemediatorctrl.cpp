@@ -1,5 +1,6 @@
 #include "controls/frequencystore/halvonodemediatorctrl.h"
 
+#include "controls/frequencystore/memorymediatorhf.h"
 #include "controls/frequencystore/searchmcdatamediator.h"
 #include "controls/frequencystore/wkfnodemediator.h"
 #include "host/base/trace.h"
@@ -22,11 +23,11 @@ struct TypeInfo {
 };
 
 constexpr TypeInfo Types[] = {
-    {MediatorType::MemoryHF, FrequencyStoreList::MemoryChannels, nullptr},
+    {MediatorType::MemoryHF, FrequencyStoreList::MemoryChannels, make<MemoryMediatorHF>},
     {MediatorType::SearchMCData, FrequencyStoreList::SearchResults, make<SearchMCDataMediator>},
     {MediatorType::TargetList, FrequencyStoreList::TargetList, make<WkfNodeMediator>},
     {MediatorType::NoiFrequencies, FrequencyStoreList::Noi, make<FrequencyNodeMediator>},
-    {MediatorType::MemoryVUHF, FrequencyStoreList::MemoryChannels, nullptr},
+    {MediatorType::MemoryVUHF, FrequencyStoreList::MemoryChannels, make<MemoryMediatorVUHF>},
 };
 
 const TypeInfo* infoOf(MediatorType type) {

@@ -1,5 +1,6 @@
 #include "controls/frequencystore/searchmcdatalistview.h"
 
+#include "controls/frequencystore/csvallowed.h"
 #include "controls/frequencystore/entries/keys.h"
 #include "controls/frequencystore/listviewshandler/searchmcdatahandler.h"
 #include "host/freqlist/buttonbar.h"

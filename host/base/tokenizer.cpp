@@ -1,5 +1,6 @@
 #include "host/base/tokenizer.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace Quor {
@@ -32,6 +33,20 @@ unsigned char separateString(QString text, QString* parts, unsigned char maxPart
     for (unsigned char i = 0; i < count; ++i)
         parts[i] = views[i].toString();
     return count;
+}
+
+QString OneField(QString text) {
+    // Looked at first without detaching: nearly all texts are fine.
+    const auto isControl = [](QChar c) { return c.unicode() < 0x20; };
+    if (std::none_of(text.cbegin(), text.cend(), isControl))
+        return text;
+    for (QChar& c : text) {
+        if (c == QLatin1Char('\t') || c == QLatin1Char('\n') || c == QLatin1Char('\r'))
+            c = QLatin1Char(' ');
+        else if (isControl(c))
+            c = QChar(QChar::ReplacementCharacter);
+    }
+    return text;
 }
 
 } // namespace Quor

@@ -23,4 +23,8 @@ private:
 unsigned char separateString(QStringView text, QStringView* parts, unsigned char maxParts);
 unsigned char separateString(QString text, QString* parts, unsigned char maxParts);
 
+/// A text as one field of such a line: TABs and line breaks become blanks, and what else is no text becomes
+/// U+FFFD, so that the line is one record and its file a text file.
+QString OneField(QString text);
+
 } // namespace Quor

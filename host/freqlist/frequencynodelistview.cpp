@@ -9,7 +9,6 @@
 #include "host/freqstorexml/frequencystorelist.h"
 #include "host/report/recordreader.h"
 #include "host/report/rgexception.h"
-#include "host/startup/cfgcenter.h"
 
 #include <QBuffer>
 #include <QKeyEvent>
@@ -167,7 +166,7 @@ void FrequencyNodeListView::PasteClipboard(const char* traceSource, unsigned sho
         buffer.open(QIODevice::ReadOnly);
         FreqStoreXml::FrequencyStoreList copied;
         REPORTGENERATOR::ReadDocument(buffer, QStringLiteral("clipboard"), copied, nullptr, false);
-        list->AppendEntries(copied.GetFrequencyStoreEntry());
+        list->AppendEntries(copied);
     } catch (const RGException& exception) {
         TraceLazily(traceSource, line, [] { return QStringLiteral("EXCEPTION WHILE PASTING FREQUENCIES:"); });
         Problems::Report(traceSource, line, Problem::FromText(exception.GetErrorText()));
@@ -184,12 +183,6 @@ void FrequencyNodeListView::DeleteSelectedEntries() {
         parent->DeleteNodes(nodes);
     if (m_controller)
         m_controller->ForceUpdateNow();
-}
-
-bool FrequencyNodeListView::CsvIsAllowed() {
-    const std::unique_ptr<ICfg> cfg(
-        CfgCenter::CreateCfg(QStringLiteral("FrequencyStore"), ICfg::PlugIn, QString()));
-    return cfg->GetBool(QStringLiteral("AllowExportToCsv"), false);
 }
 
 void FrequencyNodeListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {

@@ -81,8 +81,6 @@ protected:
     void PasteClipboard(const char* traceSource, unsigned short line);
     /// Removes the nodes of the selected entries, in one operation.
     void DeleteSelectedEntries();
-    /// Whether the configuration lets lists show their CSV export and import.
-    static bool CsvIsAllowed();
     MultiViewMediatorCtrl* Controller() const { return m_controller; }
     /// Whether a double click opens an editor; without one it tunes the receiver to the entry.
     virtual bool HasEditor() const { return false; }

@@ -109,16 +109,16 @@ void FrequencyNodeMediatorCtrl::SetReportXml(const QString& xml, bool replace) {
     }
     if (replace)
         m_node->DeleteChildren();
-    AppendEntries(list.GetFrequencyStoreEntry());
+    AppendEntries(list);
 }
 
-void FrequencyNodeMediatorCtrl::AppendEntries(const QVector<FrequencyStoreEntry>& entries) {
+void FrequencyNodeMediatorCtrl::AppendEntries(const FrequencyStoreList& list) {
     if (!m_node)
         return;
-    for (const FrequencyStoreEntry& entry : entries) {
-        if (m_entryMaker)
-            m_entryMaker(entry);
-        else
+    if (m_entryMaker) {
+        m_entryMaker(list);
+    } else {
+        for (const FrequencyStoreEntry& entry : list.GetFrequencyStoreEntry())
             makePlainEntry(entry);
     }
     ForceUpdateNow();

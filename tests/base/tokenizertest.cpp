@@ -53,6 +53,12 @@ TEST(SeparateStringViews, PointIntoTheText) {
     EXPECT_EQ(parts[1].size(), 4);
 }
 
+TEST(OneField, IsOneFieldOfOneLineOfText) {
+    EXPECT_EQ(Quor::OneField(QStringLiteral("a\tb\r\nc")), QStringLiteral("a b  c"));
+    EXPECT_EQ(Quor::OneField(QStringLiteral("\u0001x\u001f")), QStringLiteral("\ufffdx\ufffd"));
+    EXPECT_EQ(Quor::OneField(QStringLiteral(" Ärger \u2028 ")), QStringLiteral(" Ärger \u2028 "));
+}
+
 TEST(Tokenizer, PassesOverEmptyTokensAndEndsWithANullText) {
     Quor::Tokenizer next(QStringLiteral("//JEN/Job//SuppressRestart/"));
     EXPECT_EQ(next("/"), QStringLiteral("JEN"));

@@ -26,6 +26,19 @@ inline constinit const Key SignalClass("signalclass");
 inline constinit const Key TransmissionSystem("transmissionsystem");
 inline constinit const Key ProfileName("profilename");
 
+inline constinit const Key OutputIFPath("outputifpath");
+inline constinit const Key Shift("shift");               ///< Hz
+inline constinit const Key BFOFrequency("bfofrequency"); ///< Hz
+inline constinit const Key Threshold("threshold");       ///< dBµV
+inline constinit const Key AFC("afc");
+inline constinit const Key UseSquelch("usesquelch");
+inline constinit const Key UseAttenuation("useattenuation"); ///< manual attenuation
+inline constinit const Key Attenuation("attenuation");       ///< dB
+inline constinit const Key AntennaID("antennaid");
+inline constinit const Key Range("range");                       ///< whether a channel stands for several
+inline constinit const Key RangeCounter("rangecounter");         ///< number of the range, -1 for none
+inline constinit const Key RangeFrequencies("rangefrequencies"); ///< all but the channel's own, Hz
+
 } // namespace Keys
 
 /// Lock states of a classifier; any other text that does not contain the first counts as locked, too.

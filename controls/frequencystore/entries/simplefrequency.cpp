@@ -88,7 +88,7 @@ void SimpleFrequency::SetDemodulation(const QString& demodulation) {
 }
 
 void SimpleFrequency::SelectOrAppend(ValueSelection& selection, const QString& text) {
-    if (selection.Select(text))
+    if (selection.Select(text) || text.isEmpty())
         return;
     const long key = freeKey(selection);
     selection.AddItem(text, 0.0, key);

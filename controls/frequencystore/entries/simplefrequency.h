@@ -42,7 +42,8 @@ protected:
         if (V* value = Alive(held))
             value->SetValue(content);
     }
-    /// Selects an item by text, appending it when it is missing.
+    /// Selects an item by text, appending it when it is missing. An empty text says nothing: where no item
+    /// has it the selection stays.
     static void SelectOrAppend(ValueSelection& selection, const QString& text);
 
 private:

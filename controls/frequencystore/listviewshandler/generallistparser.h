@@ -4,6 +4,11 @@
 
 class QDomElement;
 class QDomNode;
+struct LineLayout;
+
+namespace FreqStoreXml {
+class FrequencyStoreList;
+}
 
 /// What every file reader needs of a list: it brackets a file and takes its records one by one. Owners
 /// destroy the concrete lists.
@@ -27,6 +32,13 @@ public:
 
 protected:
     ~GeneralListParser() = default;
+
+    /// Reads a file of lines with fields at these places. Lines of fewer than two characters are passed over.
+    /// A file that cannot be opened or is no text is told and traced, and changes nothing: false.
+    bool ReadLines(const QString& path, const LineLayout& layout);
+    /// Hands on the entries of an interchange list, in order, between the two bracketing operations, which
+    /// are the caller's.
+    void FillInEntries(const FreqStoreXml::FrequencyStoreList& list);
 
 private:
     void fillInProfile(const QDomElement& profile);

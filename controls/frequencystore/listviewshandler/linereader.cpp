@@ -1,5 +1,7 @@
 #include "controls/frequencystore/listviewshandler/linereader.h"
 
+#include "host/base/trace.h"
+
 #include <QFileInfo>
 
 namespace {
@@ -24,6 +26,13 @@ QString RefuseToOpen(QFile& file, qint64 maxSize) {
     if (maxSize > 0 && info.size() > maxSize)
         return QStringLiteral("is too large");
     return file.open(QIODevice::ReadOnly) ? QString() : file.errorString();
+}
+
+bool TellRefusal(unsigned short sourceLine, const Problem& refusal) {
+    TraceLazily(TraceSource, sourceLine,
+                [&] { return QStringLiteral("File cannot be opened: ") + refusal.file; });
+    Problems::Report(TraceSource, sourceLine, refusal);
+    return false;
 }
 
 LineReader::LineReader(QIODevice& device, const QString& fileName) : m_device(device), m_fileName(fileName) {

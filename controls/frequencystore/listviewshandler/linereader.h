@@ -14,6 +14,9 @@
 /// is too large).
 QString RefuseToOpen(QFile& file, qint64 maxSize = 0);
 
+/// Traces and tells that a file is refused, under the line number of the reader's messages; always false.
+bool TellRefusal(unsigned short sourceLine, const Problem& refusal);
+
 /// Reads the lines of a text file of any size in constant memory. The encoding is that of a byte-order mark
 /// at the head of the file, else the system's. Lines end with LF or CR LF.
 class LineReader {

@@ -127,11 +127,8 @@ void GeneralListParser::fillInProfile(const QDomElement& profile) {
 bool GeneralListParser::ParseProfileTable(const QString& path) {
     QFile file(path);
     const QString refusal = RefuseToOpen(file, MaxFileSize);
-    if (!refusal.isEmpty()) {
-        Problems::Report(TraceSource, 615, {path, 0, refusal});
-        TraceLazily(TraceSource, 615, [&] { return QStringLiteral("File cannot be opened: ") + path; });
-        return false;
-    }
+    if (!refusal.isEmpty())
+        return TellRefusal(615, {path, 0, refusal});
     const QString text = QString::fromUtf8(file.readAll());
     file.close();
     TraceLazily(TraceSource, 608, [&] { return text; });

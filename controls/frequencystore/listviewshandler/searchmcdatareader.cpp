@@ -1,6 +1,7 @@
 #include "controls/frequencystore/listviewshandler/searchmcdatareader.h"
 
 #include "controls/frequencystore/entries/searchmcdataresult.h"
+#include "controls/frequencystore/listviewshandler/filekind.h"
 #include "controls/frequencystore/listviewshandler/linereader.h"
 #include "controls/frequencystore/searchmcdatamediator.h"
 #include "host/base/numbers.h"
@@ -19,6 +20,19 @@ Node& addNode(Node& list) {
     auto* node = new Node(&list, QStringLiteral("Entry"));
     list.AddItemUnique(node);
     return *node;
+}
+
+void addEntry(Node& list, const FreqStoreXml::FrequencyStoreEntry& entry) {
+    const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+    const FreqStoreXml::ResultList& result = entry.GetResultList();
+    SearchMCDataResult added(&addNode(list), true, nullptr);
+    added.SetFrequency(settings.GetFrequency().GetValue());
+    added.SetBandwidth(settings.GetIFBandwidth().GetValue());
+    added.SetComment(entry.GetComment());
+    if (!result.GetReason().isEmpty())
+        added.SetLocked(result.GetReason());
+    added.SetLockTime(static_cast<quint64>(result.GetResultTimeUsec()));
+    added.SetConfidence(result.GetConfidence());
 }
 
 /// The fields of an exported line, as it names them.
@@ -56,8 +70,8 @@ bool holdsLines(const QString& path) {
 
 bool SearchMCDataReader::ReadFile(const QString& path) {
     try {
-        const bool csv = path.contains(QLatin1String(".csv"));
-        if (path.contains(QLatin1String(".xml")))
+        const bool csv = PathContains(path, ".csv");
+        if (PathContains(path, ".xml"))
             readEntries(path, false);
         else if (!csv)
             throw RGException(path + QStringLiteral(": is of no known kind of file"));
@@ -78,7 +92,7 @@ void SearchMCDataReader::readEntries(const QString& path, bool csv) {
                                                           FrequencyStoreListHelper::SearchResults);
     if (Node* node = m_list.GetNode())
         node->DeleteChildren();
-    m_list.AppendEntries(read.GetFrequencyStoreEntry());
+    m_list.AppendEntries(read);
 }
 
 void SearchMCDataReader::readLines(const QString& path) {
@@ -109,15 +123,7 @@ void SearchMCDataReader::readLines(const QString& path) {
     m_list.Suspend(false);
 }
 
-void SearchMCDataReader::AddEntry(Node& list, const FreqStoreXml::FrequencyStoreEntry& entry) {
-    const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
-    const FreqStoreXml::ResultList& result = entry.GetResultList();
-    SearchMCDataResult added(&addNode(list), true, nullptr);
-    added.SetFrequency(settings.GetFrequency().GetValue());
-    added.SetBandwidth(settings.GetIFBandwidth().GetValue());
-    added.SetComment(entry.GetComment());
-    if (!result.GetReason().isEmpty())
-        added.SetLocked(result.GetReason());
-    added.SetLockTime(static_cast<quint64>(result.GetResultTimeUsec()));
-    added.SetConfidence(result.GetConfidence());
+void SearchMCDataReader::AddEntries(Node& list, const FreqStoreXml::FrequencyStoreList& entries) {
+    for (const FreqStoreXml::FrequencyStoreEntry& entry : entries.GetFrequencyStoreEntry())
+        addEntry(list, entry);
 }

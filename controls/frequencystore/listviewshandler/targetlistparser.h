@@ -5,10 +5,6 @@
 
 #include <memory>
 
-namespace FreqStoreXml {
-class FrequencyStoreEntry;
-}
-
 class FrequencyStoreListView;
 class HalvoNodeMediatorCtrl;
 class PixStateVector;
@@ -55,9 +51,7 @@ public:
     HalvoNodeMediatorCtrl* GetMediatorCtrl() const { return m_pMedCtrl.get(); }
 
 private:
-    bool readLines(const QString& path, bool isSfl);
     void readEntries(const QString& path, bool csv);
-    void fillIn(const FreqStoreXml::FrequencyStoreEntry& entry);
     bool writeLines(const QString& path);
 
     WeakRef<Node> m_pNode;

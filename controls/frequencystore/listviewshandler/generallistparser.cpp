@@ -1,0 +1,42 @@
+#include "controls/frequencystore/listviewshandler/generallistparser.h"
+
+#include "controls/frequencystore/listviewshandler/linefields.h"
+#include "host/freqstorexml/frequencystorelist.h"
+
+bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout) {
+    constexpr unsigned short RefusalLine = 897;
+    QFile file(path);
+    if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
+        return TellRefusal(RefusalLine, {path, 0, refusal});
+    LineReader reader(file, path);
+    if (const std::optional<Problem> refusal = reader.RefuseContent())
+        return TellRefusal(RefusalLine, *refusal);
+    Prepare4NewFile();
+    LineFields fields(reader, layout);
+    QStringView line;
+    while (reader.Next(line)) {
+        if (line.size() < 2)
+            continue;
+        fields.Take(line);
+        FillInData(fields.frequency, fields.bandwidth, fields.comment, fields.demodulation, fields.priority,
+                   fields.threatClass, QString(), QString(), QString(), QString());
+    }
+    ResetDataAfterNewFile();
+    return true;
+}
+
+void GeneralListParser::FillInEntries(const FreqStoreXml::FrequencyStoreList& list) {
+    const auto orUndefined = [](const QString& text) {
+        return text.isEmpty() ? QStringLiteral("undefined") : text;
+    };
+    for (const FreqStoreXml::FrequencyStoreEntry& entry : list.GetFrequencyStoreEntry()) {
+        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+        const FreqStoreXml::Profile_Data& profile = entry.GetProfile_Data();
+        FillInData(settings.GetFrequency().GetValue(), settings.GetIFBandwidth().GetValue(),
+                   entry.GetComment(),
+                   FreqStoreXml::FFM_Settings::AnalogDemodToName(settings.GetAnalogDemod()),
+                   profile.GetPriority().toInt(), profile.GetThreatClass(),
+                   orUndefined(profile.GetProfileID()), orUndefined(profile.GetProfileName()),
+                   orUndefined(profile.GetSignalClass()), orUndefined(profile.GetTransmissionSystem()));
+    }
+}
