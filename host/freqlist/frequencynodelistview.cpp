@@ -166,7 +166,7 @@ void FrequencyNodeListView::PasteClipboard(const char* traceSource, unsigned sho
         buffer.open(QIODevice::ReadOnly);
         FreqStoreXml::FrequencyStoreList copied;
         REPORTGENERATOR::ReadDocument(buffer, QStringLiteral("clipboard"), copied, nullptr, false);
-        list->AppendEntries(copied);
+        list->AppendEntries(copied.GetFrequencyStoreEntry());
     } catch (const RGException& exception) {
         TraceLazily(traceSource, line, [] { return QStringLiteral("EXCEPTION WHILE PASTING FREQUENCIES:"); });
         Problems::Report(traceSource, line, Problem::FromText(exception.GetErrorText()));

@@ -15,7 +15,6 @@ class Node;
 
 namespace FreqStoreXml {
 class FrequencyStoreEntry;
-class FrequencyStoreList;
 class FrequencyStoreListWriter;
 } // namespace FreqStoreXml
 
@@ -73,12 +72,12 @@ public:
     /// entry (those without a text form are left out), all others as CSV. False as above.
     bool ExportFrequencies(const QString& fileName, FreqStoreXml::FrequencyStoreListHelper::ListType type);
 
-    /// Makes entries of this list from those of an interchange list. The list's owner sets it; without one
-    /// entries are plain: frequency, bandwidth, comment, demodulation and type.
-    using EntryMaker = std::function<void(const FreqStoreXml::FrequencyStoreList& list)>;
+    /// Makes an entry of this list from an interchange entry. The list's owner sets it; without one entries
+    /// are plain: frequency, bandwidth, comment, demodulation and type.
+    using EntryMaker = std::function<void(const FreqStoreXml::FrequencyStoreEntry& entry)>;
     void SetEntryMaker(EntryMaker maker) { m_entryMaker = std::move(maker); }
     /// Adds entries behind those that are there, in one refresh. Nothing happens without a list node.
-    void AppendEntries(const FreqStoreXml::FrequencyStoreList& list);
+    void AppendEntries(const QVector<FreqStoreXml::FrequencyStoreEntry>& entries);
 
     QString GetFreqStoreReport() override;
     void SetReportXml(const QString& xml, bool replace) override;

@@ -109,16 +109,16 @@ void FrequencyNodeMediatorCtrl::SetReportXml(const QString& xml, bool replace) {
     }
     if (replace)
         m_node->DeleteChildren();
-    AppendEntries(list);
+    AppendEntries(list.GetFrequencyStoreEntry());
 }
 
-void FrequencyNodeMediatorCtrl::AppendEntries(const FrequencyStoreList& list) {
+void FrequencyNodeMediatorCtrl::AppendEntries(const QVector<FrequencyStoreEntry>& entries) {
     if (!m_node)
         return;
-    if (m_entryMaker) {
-        m_entryMaker(list);
-    } else {
-        for (const FrequencyStoreEntry& entry : list.GetFrequencyStoreEntry())
+    for (const FrequencyStoreEntry& entry : entries) {
+        if (m_entryMaker)
+            m_entryMaker(entry);
+        else
             makePlainEntry(entry);
     }
     ForceUpdateNow();

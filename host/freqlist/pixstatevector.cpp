@@ -29,11 +29,13 @@ void PixStateVector::SetDirty(bool dirty) {
 void PixStateVector::SetHMapping(IHasHMap* map, int width) {
     m_map = map;
     m_pixels.assign(static_cast<size_t>(std::max(width, 0)), PixState());
+    m_marks = 0;
     SetDirty(true);
 }
 
 void PixStateVector::SetFocusFlag(bool focus) {
     m_focus = focus;
+    m_marks = 0;
     SetDirty(true);
 }
 
@@ -78,6 +80,7 @@ void PixStateVector::SetBandwidth(int pixel, double hertz, unsigned type, int fl
 
 void PixStateVector::Clean() {
     std::fill(m_pixels.begin(), m_pixels.end(), PixState());
+    m_marks = 0;
 }
 
 PixStateVector& PixStateVector::operator|=(const PixStateVector& other) {
@@ -92,7 +95,21 @@ PixStateVector& PixStateVector::operator|=(const PixStateVector& other) {
     return *this;
 }
 
+void PixStateVector::MarkFocus(double hertz) {
+    const int pixel = ValueToPixel(hertz);
+    if (pixel >= 0)
+        m_pixels[static_cast<size_t>(pixel)].flags |= PixState::Focus;
+}
+
+void PixStateVector::ClearFocus() {
+    if (m_focus)
+        return; // all of the line has it
+    for (PixState& state : m_pixels)
+        state.flags &= static_cast<quint8>(~PixState::Focus);
+}
+
 void PixStateVector::Mark(quint32 item, double hertz, double bandwidth, char type) {
+    ++m_marks;
     if (!m_map)
         return;
     const double centre = m_map->MapToPixel(hertz);

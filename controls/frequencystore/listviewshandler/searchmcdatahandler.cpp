@@ -72,9 +72,9 @@ SearchMCDataHandler::~SearchMCDataHandler() = default;
 void SearchMCDataHandler::Init(Node* root) {
     m_pNode = root;
     m_pMedCtrl = std::make_unique<HalvoNodeMediatorCtrl>(MediatorType::SearchMCData, StoreType);
-    m_pMedCtrl->SetEntryMaker([this](const FreqStoreXml::FrequencyStoreList& entries) {
+    m_pMedCtrl->SetEntryMaker([this](const FreqStoreXml::FrequencyStoreEntry& entry) {
         if (m_pNode)
-            SearchMCDataReader::AddEntries(*m_pNode.get(), entries);
+            SearchMCDataReader::AddEntry(*m_pNode.get(), entry);
     });
     m_pMedCtrl->IncrementVisibleCnt(nullptr);
     m_pMedCtrl->Init(root ? root->GetPathName() : QString());

@@ -22,19 +22,6 @@ Node& addNode(Node& list) {
     return *node;
 }
 
-void addEntry(Node& list, const FreqStoreXml::FrequencyStoreEntry& entry) {
-    const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
-    const FreqStoreXml::ResultList& result = entry.GetResultList();
-    SearchMCDataResult added(&addNode(list), true, nullptr);
-    added.SetFrequency(settings.GetFrequency().GetValue());
-    added.SetBandwidth(settings.GetIFBandwidth().GetValue());
-    added.SetComment(entry.GetComment());
-    if (!result.GetReason().isEmpty())
-        added.SetLocked(result.GetReason());
-    added.SetLockTime(static_cast<quint64>(result.GetResultTimeUsec()));
-    added.SetConfidence(result.GetConfidence());
-}
-
 /// The fields of an exported line, as it names them.
 constexpr const char* LineFields[] = {"frequency",  "bandwidth", "type letter",
                                       "lock state", "lock time", "confidence"};
@@ -92,7 +79,7 @@ void SearchMCDataReader::readEntries(const QString& path, bool csv) {
                                                           FrequencyStoreListHelper::SearchResults);
     if (Node* node = m_list.GetNode())
         node->DeleteChildren();
-    m_list.AppendEntries(read);
+    m_list.AppendEntries(read.GetFrequencyStoreEntry());
 }
 
 void SearchMCDataReader::readLines(const QString& path) {
@@ -123,7 +110,15 @@ void SearchMCDataReader::readLines(const QString& path) {
     m_list.Suspend(false);
 }
 
-void SearchMCDataReader::AddEntries(Node& list, const FreqStoreXml::FrequencyStoreList& entries) {
-    for (const FreqStoreXml::FrequencyStoreEntry& entry : entries.GetFrequencyStoreEntry())
-        addEntry(list, entry);
+void SearchMCDataReader::AddEntry(Node& list, const FreqStoreXml::FrequencyStoreEntry& entry) {
+    const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+    const FreqStoreXml::ResultList& result = entry.GetResultList();
+    SearchMCDataResult added(&addNode(list), true, nullptr);
+    added.SetFrequency(settings.GetFrequency().GetValue());
+    added.SetBandwidth(settings.GetIFBandwidth().GetValue());
+    added.SetComment(entry.GetComment());
+    if (!result.GetReason().isEmpty())
+        added.SetLocked(result.GetReason());
+    added.SetLockTime(static_cast<quint64>(result.GetResultTimeUsec()));
+    added.SetConfidence(result.GetConfidence());
 }

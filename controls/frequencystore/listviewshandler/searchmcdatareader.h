@@ -6,7 +6,7 @@ class FrequencyNodeMediatorCtrl;
 class Node;
 
 namespace FreqStoreXml {
-class FrequencyStoreList;
+class FrequencyStoreEntry;
 }
 
 /// Reads files of classifier results into the list of a controller, for programs that show or convert them:
@@ -21,9 +21,9 @@ public:
     /// with the list as it was, when the file cannot be read as a whole.
     bool ReadFile(const QString& path);
 
-    /// Makes results under the list node from interchange entries. What an entry lacks is as in any new
+    /// Makes a result under the list node from an interchange entry. What the entry lacks is as in any new
     /// result: not locked, confidence 0.
-    static void AddEntries(Node& list, const FreqStoreXml::FrequencyStoreList& entries);
+    static void AddEntry(Node& list, const FreqStoreXml::FrequencyStoreEntry& entry);
 
 private:
     void readEntries(const QString& path, bool csv);
