@@ -1,5 +1,6 @@
 #include "cli/list.h"
 
+#include "cli/progressbar.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "host/base/problems.h"
 #include "host/valuetree/tree.h"
@@ -88,6 +89,7 @@ void CliList::ForEachEntry(const EntryVisitor& visit) const {
 ProblemPrinter::ProblemPrinter() {
     Problems::SetSink([this](const Problem& problem) {
         ++m_count;
+        ProgressBar::MakeRoom();
         std::fprintf(stderr, "%s\n", qPrintable(problem.ToString()));
     });
 }

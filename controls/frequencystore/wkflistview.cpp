@@ -1,6 +1,5 @@
 #include "controls/frequencystore/wkflistview.h"
 
-#include "controls/frequencystore/csvallowed.h"
 #include "controls/frequencystore/entries/keys.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "controls/frequencystore/listviewshandler/targetlistparser.h"
@@ -79,7 +78,7 @@ void WkfListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
         return;
     FrequencyNodeListView::InitFreqStoreWidget(bar);
     bar->SetCaption(tr("Frequency Store - Local Target List"));
-    for (const Bar::Action action : {Bar::Copy, Bar::Read, Bar::Save})
+    for (const Bar::Action action : {Bar::Copy, Bar::Paste, Bar::Read, Bar::Save})
         bar->GetAction(action)->setVisible(true);
     const bool withCsv = CsvIsAllowed();
     for (const Bar::Action action : {Bar::Import, Bar::Export})
@@ -95,6 +94,7 @@ void WkfListView::connectBar(FreqStoreListViewButtonBar& bar, bool withCsv) {
     connect(bar.GetAction(Bar::Import), &QAction::triggered, this, &WkfListView::slotImportTargetList);
     connect(bar.GetAction(Bar::Export), &QAction::triggered, this, &WkfListView::slotExport2File);
     connect(bar.GetAction(Bar::Copy), &QAction::triggered, this, &WkfListView::slotCopy);
+    connect(bar.GetAction(Bar::Paste), &QAction::triggered, this, &WkfListView::slotPaste);
 
     auto* menu = new ResortPopupMenu(this, "ViewMenu");
     menu->addAction(bar.GetAction(Bar::Copy));
@@ -139,6 +139,10 @@ void WkfListView::slotCopy() {
         if (auto* target = dynamic_cast<WkfNodeMediator*>(mediator))
             copy2FreqStore(*target);
     }
+}
+
+void WkfListView::slotPaste() {
+    PasteClipboard("wkflistview", 205);
 }
 
 void WkfListView::copy2FreqStore(WkfNodeMediator& mediator) {

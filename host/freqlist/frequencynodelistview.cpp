@@ -1,11 +1,16 @@
 #include "host/freqlist/frequencynodelistview.h"
 
+#include "host/base/problems.h"
 #include "host/base/trace.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
+#include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqstorexml/frequencystorelist.h"
+#include "host/report/recordreader.h"
+#include "host/report/rgexception.h"
 
+#include <QBuffer>
 #include <QKeyEvent>
 #include <QMenu>
 
@@ -62,6 +67,8 @@ FrequencyNodeListView::FrequencyNodeListView(QWidget* parent, unsigned listId)
 }
 
 FrequencyNodeListView::~FrequencyNodeListView() {
+    if (m_bar)
+        m_bar->DetachView(this);
     if (m_controller)
         m_controller->RemoveView(this);
     RemoveItems([](const SortListViewItem&) { return true; });
@@ -111,15 +118,21 @@ std::vector<FrequencyNodeMediator*> FrequencyNodeListView::SelectedMediators() c
     return mediators;
 }
 
+double FrequencyNodeListView::DistanceTo(FrequencyNodeMediator& mediator, double hertz) const {
+    double frequency = 0;
+    return mediator.GetFrequency(frequency, 0) ? std::abs(frequency - hertz)
+                                               : std::numeric_limits<double>::infinity();
+}
+
 void FrequencyNodeListView::SelectFrequency(double hertz) {
     SortListViewItem* nearest = nullptr;
     double distance = std::numeric_limits<double>::infinity();
     for (SortListViewItemIterator it(this); it.current(); ++it) {
         FrequencyNodeMediator* mediator =
             static_cast<FrequencyNodeMediatorViewItem*>(it.current())->GetMediator();
-        double frequency = 0;
-        if (mediator && mediator->GetFrequency(frequency, 0) && std::abs(frequency - hertz) < distance) {
-            distance = std::abs(frequency - hertz);
+        const double away = mediator ? DistanceTo(*mediator, hertz) : distance;
+        if (away < distance) {
+            distance = away;
             nearest = it.current();
         }
     }
@@ -150,6 +163,26 @@ void FrequencyNodeListView::CopySelection(const char* traceSource, unsigned shor
     }
 }
 
+void FrequencyNodeListView::PasteClipboard(const char* traceSource, unsigned short line) {
+    auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(m_controller);
+    if (!list)
+        return;
+    AllowSort(false);
+    try {
+        QByteArray text = FreqStore::Instance().GetClipboardText().toUtf8();
+        QBuffer buffer(&text);
+        buffer.open(QIODevice::ReadOnly);
+        FreqStoreXml::FrequencyStoreList copied;
+        REPORTGENERATOR::ReadDocument(buffer, QStringLiteral("clipboard"), copied, nullptr, false);
+        list->AppendEntries(copied.GetFrequencyStoreEntry());
+    } catch (const RGException& exception) {
+        TraceLazily(traceSource, line, [] { return QStringLiteral("EXCEPTION WHILE PASTING FREQUENCIES:"); });
+        Problems::Report(traceSource, line, Problem::FromText(exception.GetErrorText()));
+    }
+    AllowSort(true);
+    sort();
+}
+
 void FrequencyNodeListView::DeleteSelectedEntries() {
     std::map<Node*, std::vector<Node*>> byParent;
     for (const FrequencyNodeMediator* mediator : SelectedMediators())
@@ -172,6 +205,7 @@ void FrequencyNodeListView::slotContextMenuRequested(SortListViewItem*, const QP
     if (!m_bar)
         return;
     QMenu menu;
+    m_bar->EnableActions();
     m_bar->AddActionsTo(menu);
     if (!menu.isEmpty())
         menu.exec(position);

@@ -1,9 +1,9 @@
 #include "controls/frequencystore/listviewshandler/generallistparser.h"
 
 #include "controls/frequencystore/listviewshandler/linefields.h"
-#include "host/freqstorexml/frequencystorelist.h"
+#include "host/freqstorexml/frequencystoreentry.h"
 
-bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout) {
+bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout, bool* sound) {
     constexpr unsigned short RefusalLine = 897;
     QFile file(path);
     if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
@@ -21,22 +21,21 @@ bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout)
         FillInData(fields.frequency, fields.bandwidth, fields.comment, fields.demodulation, fields.priority,
                    fields.threatClass, QString(), QString(), QString(), QString());
     }
+    if (sound)
+        *sound = reader.IsSound();
     ResetDataAfterNewFile();
     return true;
 }
 
-void GeneralListParser::FillInEntries(const FreqStoreXml::FrequencyStoreList& list) {
+void GeneralListParser::FillInEntry(const FreqStoreXml::FrequencyStoreEntry& entry) {
     const auto orUndefined = [](const QString& text) {
         return text.isEmpty() ? QStringLiteral("undefined") : text;
     };
-    for (const FreqStoreXml::FrequencyStoreEntry& entry : list.GetFrequencyStoreEntry()) {
-        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
-        const FreqStoreXml::Profile_Data& profile = entry.GetProfile_Data();
-        FillInData(settings.GetFrequency().GetValue(), settings.GetIFBandwidth().GetValue(),
-                   entry.GetComment(),
-                   FreqStoreXml::FFM_Settings::AnalogDemodToName(settings.GetAnalogDemod()),
-                   profile.GetPriority().toInt(), profile.GetThreatClass(),
-                   orUndefined(profile.GetProfileID()), orUndefined(profile.GetProfileName()),
-                   orUndefined(profile.GetSignalClass()), orUndefined(profile.GetTransmissionSystem()));
-    }
+    const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+    const FreqStoreXml::Profile_Data& profile = entry.GetProfile_Data();
+    FillInData(settings.GetFrequency().GetValue(), settings.GetIFBandwidth().GetValue(), entry.GetComment(),
+               FreqStoreXml::FFM_Settings::AnalogDemodToName(settings.GetAnalogDemod()),
+               profile.GetPriority().toInt(), profile.GetThreatClass(), orUndefined(profile.GetProfileID()),
+               orUndefined(profile.GetProfileName()), orUndefined(profile.GetSignalClass()),
+               orUndefined(profile.GetTransmissionSystem()));
 }

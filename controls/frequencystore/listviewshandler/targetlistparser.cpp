@@ -45,6 +45,7 @@ PixStateVector* createPixStateVector() {
 TargetListParser::TargetListParser(Node* node)
     : m_pNode(node),
       m_pMedCtrl(std::make_unique<HalvoNodeMediatorCtrl>(MediatorType::TargetList, StoreType)) {
+    m_pMedCtrl->SetEntryMaker([this](const FreqStoreXml::FrequencyStoreEntry& entry) { FillInEntry(entry); });
     m_pMedCtrl->Init(node ? node->GetPathName() : QString());
     m_pMedCtrl->IncrementVisibleCnt();
 }
@@ -143,7 +144,8 @@ void TargetListParser::readEntries(const QString& path, bool csv) {
     FreqStoreXml::FrequencyStoreList list;
     FreqStoreXml::FileHandling().ImportFrequencyStoreList(csv, path, list, FrequencyStoreListHelper::Targets);
     Prepare4NewFile();
-    FillInEntries(list);
+    for (const FreqStoreXml::FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry())
+        FillInEntry(entry);
     ResetDataAfterNewFile();
 }
 
