@@ -1,6 +1,5 @@
 #include "controls/frequencystore/wkflistview.h"
 
-#include "controls/frequencystore/csvallowed.h"
 #include "controls/frequencystore/entries/keys.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "controls/frequencystore/listviewshandler/targetlistparser.h"
