@@ -37,6 +37,7 @@ struct Kind {
 
 constexpr Kind Kinds[] = {
     {"target", [] { return std::unique_ptr<CliList>(new TargetList); }},
+    {"results", MakeResults},
     {"detections", MakeDetections},
     {"detections-hf", MakeDetectionsHF},
     {"detections-vuhf", MakeDetectionsVUHF},

@@ -43,6 +43,8 @@ std::unique_ptr<CliList> MakeList(const QString& kind);
 /// Names of all kinds.
 QStringList ListKinds();
 
+/// Results of a classifier.
+std::unique_ptr<CliList> MakeResults();
 /// Lists of detections: plain, of an HF and of a VHF/UHF search with classifier.
 std::unique_ptr<CliList> MakeDetections();
 std::unique_ptr<CliList> MakeDetectionsHF();

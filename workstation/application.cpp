@@ -1,6 +1,9 @@
 #include "workstation/application.h"
 
+#include "controls/frequencystore/halvonodemediatorctrl.h"
 #include "controls/frequencystore/listviewshandler/detconvlisthandler.h"
+#include "controls/frequencystore/listviewshandler/searchmcdatahandler.h"
+#include "controls/frequencystore/listviewshandler/searchmcdatareader.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
@@ -17,6 +20,7 @@
 #include "workstation/mainwindow.h"
 #include "workstation/messagespanel.h"
 #include "workstation/samples.h"
+#include "workstation/simulatedclassifier.h"
 #include "workstation/simulatedreceiver.h"
 #include "workstation/simulatedsearch.h"
 
@@ -35,6 +39,7 @@
 namespace {
 
 constexpr char TargetsPath[] = "/Lists/LocalTargetList";
+constexpr char ResultsPath[] = "/Lists/SearchMCDataResults";
 /// What a plug-in exports: called once after the store's own lists stand, and once before the end.
 constexpr char PlugInStart[] = "FrequencyStorePlugInStart";
 constexpr char PlugInStop[] = "FrequencyStorePlugInStop";
@@ -65,9 +70,12 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded,
                      [](const QString& text) { std::fprintf(stderr, "%s\n", qPrintable(text)); });
     addJobPanel();
-    m_search->AddTo(*m_window->AddMenu(MainWindow::tr("&Search")));
     registerLists();
     registerDetections();
+    registerResults();
+    QMenu* search = m_window->AddMenu(MainWindow::tr("&Search"));
+    m_search->AddTo(*search);
+    m_classifier->AddTo(*search);
     for (const QString& path : m_options.plugIns)
         loadPlugIn(path);
 }
@@ -79,6 +87,8 @@ Workstation::~Workstation() {
             stop();
     }
     m_job->Revert();
+    m_classifier.reset();
+    SearchMCDataHandler::DeleteInstance();
     DetConvListHandler::DeleteInstance();
     TargetListHandler::DeleteInstance();
 }
@@ -146,6 +156,13 @@ void Workstation::registerDetections() {
     handler.AddToFreqStore(isVUHF, QString());
 }
 
+void Workstation::registerResults() {
+    Node* results = Tree::Instance()->MakeNode(QString::fromLatin1(ResultsPath));
+    SearchMCDataHandler::Instance()->Init(results);
+    SearchMCDataHandler::Instance()->AddToFreqStore();
+    m_classifier = std::make_unique<SimulatedClassifier>(m_options.receiver, *results);
+}
+
 void Workstation::loadPlugIn(const QString& path) {
     auto library = std::make_unique<QLibrary>(path);
     const auto start = reinterpret_cast<void (*)()>(library->resolve(PlugInStart));
@@ -169,6 +186,7 @@ bool Workstation::LoadFiles() {
     if (m_options.demo) {
         m_search->Simulate(DemoMicroseconds, QDateTime::currentMSecsSinceEpoch() * 1000);
         m_search->SetRunning(true);
+        m_classifier->SetRunning(true);
     }
     m_window->GetBar()->FitAll();
     return m_window->GetMessages()->ProblemCount() == before;
@@ -185,6 +203,7 @@ void Workstation::readSamples() {
     }
     const QDir samples(found);
     readFile(samples.filePath(QStringLiteral("targets.xml")));
+    readFile(samples.filePath(QStringLiteral("results.xml")));
     readFile(samples.filePath(m_options.receiver == ReceiverKind::HF ? QStringLiteral("job-hf.pij")
                                                                      : QStringLiteral("job-vuhf.pij")));
 }
@@ -193,6 +212,9 @@ void Workstation::readFile(const QString& path) {
     switch (FileKindOf(path)) {
     case FileKind::Job:
         m_job->Open(path);
+        break;
+    case FileKind::Results:
+        SearchMCDataReader(*SearchMCDataHandler::Instance()->GetMediatorCtrl()).ReadFile(path);
         break;
     default:
         TargetListHandler::Instance()->ReadFile(path);
