@@ -1,6 +1,10 @@
 #include "workstation/application.h"
 
+#include "controls/frequencystore/halvonodemediatorctrl.h"
+#include "controls/frequencystore/listviewshandler/detconvlisthandler.h"
 #include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
+#include "controls/frequencystore/listviewshandler/searchmcdatahandler.h"
+#include "controls/frequencystore/listviewshandler/searchmcdatareader.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
@@ -18,9 +22,12 @@
 #include "workstation/messagespanel.h"
 #include "workstation/noibands.h"
 #include "workstation/samples.h"
+#include "workstation/simulatedclassifier.h"
 #include "workstation/simulatedreceiver.h"
+#include "workstation/simulatedsearch.h"
 
 #include <QApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -35,9 +42,12 @@ namespace {
 
 constexpr char TargetsPath[] = "/Lists/LocalTargetList";
 constexpr char NoiPath[] = "/Lists/NOIFrequencies";
+constexpr char ResultsPath[] = "/Lists/SearchMCDataResults";
 /// What a plug-in exports: called once after the store's own lists stand, and once before the end.
 constexpr char PlugInStart[] = "FrequencyStorePlugInStart";
 constexpr char PlugInStop[] = "FrequencyStorePlugInStop";
+/// How long the search has been running when the demonstration begins.
+constexpr qint64 DemoMicroseconds = 600 * qint64(1000000);
 /// How long rows may take to settle before a picture is taken.
 constexpr int SettleMilliseconds = 400;
 
@@ -56,6 +66,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     prepareDirectories();
     m_receiver = std::make_unique<SimulatedReceiver>(options.receiver);
     m_receiver->Start();
+    m_search = std::make_unique<SimulatedSearch>(options.receiver);
     m_job = std::make_unique<Job>();
     m_window = std::make_unique<MainWindow>(*m_receiver);
     // Whoever started the program from a terminal sees there what the panel shows.
@@ -63,6 +74,11 @@ Workstation::Workstation(const Options& options) : m_options(options) {
                      [](const QString& text) { std::fprintf(stderr, "%s\n", qPrintable(text)); });
     addJobPanel();
     registerLists();
+    registerDetections();
+    registerResults();
+    QMenu* search = m_window->AddMenu(MainWindow::tr("&Search"));
+    m_search->AddTo(*search);
+    m_classifier->AddTo(*search);
     for (const QString& path : m_options.plugIns)
         loadPlugIn(path);
 }
@@ -74,7 +90,10 @@ Workstation::~Workstation() {
             stop();
     }
     m_job->Revert();
+    m_classifier.reset();
+    SearchMCDataHandler::DeleteInstance();
     NOIFrequencyHandler::DeleteInstance();
+    DetConvListHandler::DeleteInstance();
     TargetListHandler::DeleteInstance();
 }
 
@@ -149,6 +168,26 @@ void Workstation::registerNoi() {
     list->AddToFreqStore();
 }
 
+/// Plain and classified detections are two lists of one search; views and bar lines are made as their list is
+/// registered, from the path that is set then.
+void Workstation::registerDetections() {
+    DetConvListHandler& handler = *DetConvListHandler::Instance();
+    const bool isVUHF = m_options.receiver == ReceiverKind::VUHF;
+    handler.setEmissionMarkedPath(QString::fromLatin1(SimulatedSearch::MarkedPath));
+    handler.setEmissionListPath(QString::fromLatin1(SimulatedSearch::DetectionsPath));
+    handler.AddToFreqStore(isVUHF, MainWindow::tr("Detections"));
+    handler.setEmissionListPath(QString::fromLatin1(SimulatedSearch::ClassifiedPath));
+    handler.Init(true);
+    handler.AddToFreqStore(isVUHF, QString());
+}
+
+void Workstation::registerResults() {
+    Node* results = Tree::Instance()->MakeNode(QString::fromLatin1(ResultsPath));
+    SearchMCDataHandler::Instance()->Init(results);
+    SearchMCDataHandler::Instance()->AddToFreqStore();
+    m_classifier = std::make_unique<SimulatedClassifier>(m_options.receiver, *results);
+}
+
 void Workstation::loadPlugIn(const QString& path) {
     auto library = std::make_unique<QLibrary>(path);
     const auto start = reinterpret_cast<void (*)()>(library->resolve(PlugInStart));
@@ -169,6 +208,11 @@ bool Workstation::LoadFiles() {
         m_job->Open(m_options.jobFile);
     for (const QString& file : m_options.files)
         readFile(file);
+    if (m_options.demo) {
+        m_search->Simulate(DemoMicroseconds, QDateTime::currentMSecsSinceEpoch() * 1000);
+        m_search->SetRunning(true);
+        m_classifier->SetRunning(true);
+    }
     m_window->GetBar()->FitAll();
     return m_window->GetMessages()->ProblemCount() == before;
 }
@@ -185,6 +229,7 @@ void Workstation::readSamples() {
     const QDir samples(found);
     readFile(samples.filePath(QStringLiteral("targets.xml")));
     readFile(samples.filePath(QStringLiteral("interest.noi")));
+    readFile(samples.filePath(QStringLiteral("results.xml")));
     readFile(samples.filePath(m_options.receiver == ReceiverKind::HF ? QStringLiteral("job-hf.pij")
                                                                      : QStringLiteral("job-vuhf.pij")));
 }
@@ -196,6 +241,9 @@ void Workstation::readFile(const QString& path) {
         break;
     case FileKind::Noi:
         NOIFrequencyHandler::Instance()->ReadFile(path);
+        break;
+    case FileKind::Results:
+        SearchMCDataReader(*SearchMCDataHandler::Instance()->GetMediatorCtrl()).ReadFile(path);
         break;
     default:
         TargetListHandler::Instance()->ReadFile(path);

@@ -34,6 +34,7 @@ public:
         Export,
         SaveToJob,
         ToDataBase,
+        SendTo,
         ActionCount
     };
 
