@@ -104,13 +104,20 @@ void SearchMCNOIListView::connectBar(FreqStoreListViewButtonBar& bar) {
             &SearchMCNOIListView::showWaiting);
 }
 
-/// Says in the bar why the list stays empty whatever is added to it; false when it does not.
+bool SearchMCNOIListView::isWaiting() const {
+    return Controller() && NOIFrequencyHandler::Instance()->IsWaitingForFile();
+}
+
+QString SearchMCNOIListView::WhyOff(int action) const {
+    const bool adds = action == Bar::New || action == Bar::Paste;
+    return adds && isWaiting() ? tr("The last file could not be read: open another one") : QString();
+}
+
+/// Lets the bar follow; true when the list takes no entries.
 bool SearchMCNOIListView::showWaiting() {
-    const bool waits = Controller() && NOIFrequencyHandler::Instance()->IsWaitingForFile();
     if (GetButtonBar())
-        GetButtonBar()->SetNotice(waits ? tr("The last file could not be read: open another one")
-                                        : QString());
-    return waits;
+        GetButtonBar()->EnableActions();
+    return isWaiting();
 }
 
 void SearchMCNOIListView::runFileCommand(QString (NOIFrequencyHandler::*command)()) {

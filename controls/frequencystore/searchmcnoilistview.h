@@ -12,6 +12,7 @@ public:
     SearchMCNOIListView(QWidget* parent, unsigned listId);
 
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
+    QString WhyOff(int action) const override;
 
 public slots:
     void slotLoadFile();
@@ -42,6 +43,7 @@ protected:
 private:
     void connectBar(FreqStoreListViewButtonBar& bar);
     void copy2FreqStore(FrequencyNodeMediator& mediator);
+    bool isWaiting() const;
     bool showWaiting();
     void runFileCommand(QString (NOIFrequencyHandler::*command)());
     void addNew();

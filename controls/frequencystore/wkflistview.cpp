@@ -1,5 +1,6 @@
 #include "controls/frequencystore/wkflistview.h"
 
+#include "controls/frequencystore/csvallowed.h"
 #include "controls/frequencystore/entries/keys.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "controls/frequencystore/listviewshandler/targetlistparser.h"
