@@ -1,9 +1,9 @@
 #include "controls/frequencystore/searchmcmediator.h"
 
+#include "controls/frequencystore/csvallowed.h"
 #include "controls/frequencystore/listviewshandler/detconvlisthandler.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/gui/resortpopupmenu.h"
-#include "host/startup/cfgcenter.h"
 
 #include <QCoreApplication>
 #include <QHeaderView>
@@ -23,12 +23,6 @@ constexpr DetectionColumn PlainColumns[] = {
     {QT_TRANSLATE_NOOP("SearchMC", "From"), 4, "From", _compStandardNumeric, 20},
     {QT_TRANSLATE_NOOP("SearchMC", "Until"), 5, "Until", _compStandardNumeric, 20},
 };
-
-bool csvIsAllowed() {
-    const std::unique_ptr<ICfg> cfg(
-        CfgCenter::CreateCfg(QStringLiteral("FrequencyStore"), ICfg::PlugIn, QString()));
-    return cfg->GetBool(QStringLiteral("AllowExportToCsv"), false);
-}
 
 } // namespace
 
@@ -57,7 +51,7 @@ bool InitBar(VectorListViewBase& view, Bar& bar, bool& connected) {
     bar.SetCaption(QCoreApplication::translate(Context, "Frequency Store - Detection Conventional"));
     for (const Bar::Action action : {Bar::Copy, Bar::Save})
         bar.GetAction(action)->setVisible(true);
-    bar.GetAction(Bar::Export)->setVisible(csvIsAllowed());
+    bar.GetAction(Bar::Export)->setVisible(CsvIsAllowed());
     if (std::exchange(connected, true))
         return false;
     bar.AttachView(&view);

@@ -1,6 +1,7 @@
 #include "host/freqlist/pixstatevector.h"
 
 #include "host/valuetree/tree.h"
+#include "host/valuetree/valueselection.h"
 
 #include <cmath>
 
@@ -178,8 +179,11 @@ PixStateVectorOnNode::Item PixStateVectorOnNode::read(const Node& entry) const {
     Item item{&entry, 0, 0, m_fixedType};
     if (const auto* frequency = numeric_cast(entry.FindOwnValue(m_frequencyKey)))
         item.frequency = frequency->ValueAsDouble();
-    if (const auto* bandwidth = numeric_cast(entry.FindOwnValue(m_bandwidthKey)))
-        item.bandwidth = bandwidth->ValueAsDouble();
+    ValueBase* bandwidth = entry.FindOwnValue(m_bandwidthKey);
+    if (const auto* number = numeric_cast(bandwidth))
+        item.bandwidth = number->ValueAsDouble();
+    else if (const auto* selection = value_cast<ValueSelection>(bandwidth))
+        item.bandwidth = selection->GetCurrentValue();
     const auto* type = entry.FindOwn<Value<char>>(m_typeKey);
     if (m_fixedType == 0 && type)
         item.type = type->GetValue();
