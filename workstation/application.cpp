@@ -9,16 +9,21 @@
 #include "host/gui/sortlistview.h"
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
+#include "workstation/filekinds.h"
 #include "workstation/frequencybar.h"
+#include "workstation/job.h"
+#include "workstation/jobpanel.h"
 #include "workstation/mainwindow.h"
 #include "workstation/messagespanel.h"
+#include "workstation/samples.h"
+#include "workstation/simulatedreceiver.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLibrary>
+#include <QMenu>
 #include <QStandardPaths>
 #include <QTabWidget>
 
@@ -33,24 +38,6 @@ constexpr char PlugInStop[] = "FrequencyStorePlugInStop";
 /// How long rows may take to settle before a picture is taken.
 constexpr int SettleMilliseconds = 400;
 
-QString samplesDirectory() {
-    const QDir program(QCoreApplication::applicationDirPath());
-    for (const QString& candidate :
-         {program.filePath(QStringLiteral("../share/frequencystore/samples")),
-          program.filePath(QStringLiteral("samples")), program.filePath(QStringLiteral("../../samples"))}) {
-        if (QFileInfo(candidate).isDir())
-            return QDir::cleanPath(candidate);
-    }
-    return QString();
-}
-
-QStringList absolute(const QStringList& files) {
-    QStringList result;
-    for (const QString& file : files)
-        result << QFileInfo(file).absoluteFilePath();
-    return result;
-}
-
 void settle() {
     QElapsedTimer timer;
     timer.start();
@@ -61,57 +48,17 @@ void settle() {
 
 } // namespace
 
-Options Options::Parse(const QStringList& arguments, QString& error) {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Workstation for lists of frequencies"));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption data(
-        QStringLiteral("data"), QStringLiteral("Directory of the lists' own files."), QStringLiteral("DIR"));
-    const QCommandLineOption config(QStringLiteral("config"), QStringLiteral("Directory of the settings."),
-                                    QStringLiteral("DIR"));
-    const QCommandLineOption screenshot(
-        QStringLiteral("screenshot"),
-        QStringLiteral("Write one PNG per tab and of the window to DIR, and exit."), QStringLiteral("DIR"));
-    const QCommandLineOption trace(QStringLiteral("trace"),
-                                   QStringLiteral("Enabled traces: 32 traces, 2 assertions."),
-                                   QStringLiteral("MASK"), QStringLiteral("0"));
-    const QCommandLineOption plugIn(QStringLiteral("extension"),
-                                    QStringLiteral("Load a plug-in with lists of its own."),
-                                    QStringLiteral("FILE"));
-    const QCommandLineOption demo(QStringLiteral("demo"), QStringLiteral("Load the sample lists."));
-    parser.addOptions({data, config, screenshot, trace, plugIn, demo});
-    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Target list files to read."),
-                                 QStringLiteral("[FILE...]"));
-    Options options;
-    if (!parser.parse(arguments)) {
-        error = parser.errorText();
-        return options;
-    }
-    if (parser.isSet(QStringLiteral("help")))
-        parser.showHelp();
-    if (parser.isSet(QStringLiteral("version")))
-        parser.showVersion();
-    bool isNumber = false;
-    options.traceMask = parser.value(trace).toUInt(&isNumber, 0);
-    if (!isNumber)
-        error = QStringLiteral("--trace takes a number, not \"%1\"").arg(parser.value(trace));
-    options.dataDirectory = parser.value(data);
-    options.configDirectory = parser.value(config);
-    options.screenshotDirectory = parser.value(screenshot);
-    options.demo = parser.isSet(demo);
-    options.plugIns = absolute(parser.values(plugIn));
-    options.files = absolute(parser.positionalArguments());
-    return options;
-}
-
 Workstation::Workstation(const Options& options) : m_options(options) {
     ErrorHandler::Instance().SetTraceMask(options.traceMask);
     prepareDirectories();
-    m_window = std::make_unique<MainWindow>();
+    m_receiver = std::make_unique<SimulatedReceiver>(options.receiver);
+    m_receiver->Start();
+    m_job = std::make_unique<Job>();
+    m_window = std::make_unique<MainWindow>(*m_receiver);
     // Whoever started the program from a terminal sees there what the panel shows.
     QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded,
                      [](const QString& text) { std::fprintf(stderr, "%s\n", qPrintable(text)); });
+    addJobPanel();
     registerLists();
     for (const QString& path : m_options.plugIns)
         loadPlugIn(path);
@@ -123,6 +70,7 @@ Workstation::~Workstation() {
         if (const auto stop = reinterpret_cast<void (*)()>(plugIn->resolve(PlugInStop)))
             stop();
     }
+    m_job->Revert();
     TargetListHandler::DeleteInstance();
 }
 
@@ -146,6 +94,23 @@ void Workstation::prepareDirectories() {
             .GetString(QStringLiteral("VeltaDataDir"), QString())
             .isEmpty())
         CfgCenter::GetAdminCfg(ICfg::Administration).SetString(QStringLiteral("VeltaDataDir"), data);
+}
+
+void Workstation::addJobPanel() {
+    m_jobPanel = new JobPanel(*m_job);
+    m_window->AddPanel(m_jobPanel, MainWindow::tr("Job"), Qt::RightDockWidgetArea);
+    QMenu* menu = m_window->GetFileMenu();
+    QAction* before = menu->actions().first();
+    const auto add = [&](const QString& text, auto slot) {
+        auto* action = new QAction(text, menu);
+        menu->insertAction(before, action);
+        QObject::connect(action, &QAction::triggered, m_jobPanel, slot);
+    };
+    add(MainWindow::tr("&Open Job..."), &JobPanel::AskAndOpen);
+    add(MainWindow::tr("&Save Job"), &JobPanel::Save);
+    add(MainWindow::tr("Save Job &As..."), &JobPanel::SaveAs);
+    menu->insertSeparator(before);
+    m_window->SetCloseCheck([panel = m_jobPanel] { return panel->MayLeave(); });
 }
 
 void Workstation::registerLists() {
@@ -173,13 +138,39 @@ void Workstation::loadPlugIn(const QString& path) {
 
 bool Workstation::LoadFiles() {
     const int before = m_window->GetMessages()->ProblemCount();
-    QStringList files = m_options.files;
-    if (m_options.demo && !samplesDirectory().isEmpty())
-        files.prepend(samplesDirectory() + QStringLiteral("/targets.xml"));
-    for (const QString& file : files)
-        TargetListHandler::Instance()->ReadFile(file);
+    if (m_options.demo)
+        readSamples();
+    if (!m_options.jobFile.isEmpty())
+        m_job->Open(m_options.jobFile);
+    for (const QString& file : m_options.files)
+        readFile(file);
     m_window->GetBar()->FitAll();
     return m_window->GetMessages()->ProblemCount() == before;
+}
+
+void Workstation::readSamples() {
+    const QString program = QCoreApplication::applicationDirPath();
+    const QString found = FindSamples(program);
+    if (found.isEmpty()) {
+        Problems::Report(
+            "application", 160,
+            {program, 0, QStringLiteral("no sample lists were found in this folder or above it")});
+        return;
+    }
+    const QDir samples(found);
+    readFile(samples.filePath(QStringLiteral("targets.xml")));
+    readFile(samples.filePath(m_options.receiver == ReceiverKind::HF ? QStringLiteral("job-hf.pij")
+                                                                     : QStringLiteral("job-vuhf.pij")));
+}
+
+void Workstation::readFile(const QString& path) {
+    switch (FileKindOf(path)) {
+    case FileKind::Job:
+        m_job->Open(path);
+        break;
+    default:
+        TargetListHandler::Instance()->ReadFile(path);
+    }
 }
 
 bool Workstation::TakeScreenshots() {

@@ -1,27 +1,15 @@
 #pragma once
 
-#include <QString>
-#include <QStringList>
+#include "workstation/options.h"
 
 #include <memory>
 #include <vector>
 
+class Job;
+class JobPanel;
 class MainWindow;
 class QLibrary;
-
-/// What the command line asks of the workstation.
-struct Options {
-    QString dataDirectory;
-    QString configDirectory;
-    QString screenshotDirectory;
-    unsigned traceMask = 0;
-    bool demo = false;
-    QStringList plugIns; ///< shared libraries that register lists of their own
-    QStringList files;   ///< read into the lists that know their kinds
-
-    /// Parses the arguments; on a wrong one `error` says what is wrong. Help and version end the program.
-    static Options Parse(const QStringList& arguments, QString& error);
-};
+class SimulatedReceiver;
 
 /// Life of the workstation: registers the lists, loads plug-ins and files, and ends all in order. File names
 /// of the options are made absolute, then the data directory becomes the current one, where the lists keep
@@ -32,6 +20,8 @@ public:
     ~Workstation();
 
     MainWindow& GetWindow() { return *m_window; }
+    SimulatedReceiver& GetReceiver() { return *m_receiver; }
+    Job& GetJob() { return *m_job; }
     /// Reads the files of the command line and, with `--demo`, the samples. False when one could not be read
     /// or held errors.
     bool LoadFiles();
@@ -41,10 +31,16 @@ public:
 
 private:
     void prepareDirectories();
+    void addJobPanel();
     void registerLists();
     void loadPlugIn(const QString& path);
+    void readSamples();
+    void readFile(const QString& path);
 
     Options m_options;
     std::vector<std::unique_ptr<QLibrary>> m_plugIns;
+    std::unique_ptr<SimulatedReceiver> m_receiver;
+    std::unique_ptr<Job> m_job;
     std::unique_ptr<MainWindow> m_window;
+    JobPanel* m_jobPanel = nullptr; ///< the window's
 };

@@ -33,13 +33,6 @@ QColor colorOf(char type, const QPalette& palette) {
     return place ? QColor(UrgencyColors[place - UrgencyLetters]) : palette.color(QPalette::Highlight);
 }
 
-/// A frequency as short as the axis allows: "500 kHz", "7.05 MHz".
-QString axisText(double hertz) {
-    const double value = hertz >= 1e9 ? hertz / 1e9 : hertz >= 1e6 ? hertz / 1e6 : hertz / 1e3;
-    const char* unit = hertz >= 1e9 ? " GHz" : hertz >= 1e6 ? " MHz" : " kHz";
-    return QString::number(value, 'g', 7) + QLatin1String(unit);
-}
-
 } // namespace
 
 FrequencyBar::FrequencyBar(QWidget* parent) : QWidget(parent), m_from(100e3), m_to(1e9) {
@@ -166,7 +159,7 @@ void FrequencyBar::paintAxis(QPainter& painter) const {
         const int x = LabelWidth + static_cast<int>(position);
         painter.setPen(palette().color(QPalette::Mid));
         painter.drawLine(x, Margin / 2, x, top + 4);
-        const QString text = axisText(tick);
+        const QString text = Quor::ShortFrequencyText(tick);
         const int half = metrics.horizontalAdvance(text) / 2;
         if (x - half < free || x + half > width())
             continue;
@@ -199,6 +192,10 @@ void FrequencyBar::paintLine(QPainter& painter, const Line& line, int top) const
             const double share = std::min(1.0, 0.5 + 0.15 * std::log2(1.0 + state.count));
             const int mark = static_cast<int>(height * share);
             painter.fillRect(x, top + height - mark, 2, mark, color);
+        }
+        if ((state.flags & PixState::Focus) != 0) {
+            painter.fillRect(x - 1, top, 4, height, palette().color(QPalette::WindowText));
+            painter.fillRect(x, top + 1, 2, height - 2, palette().color(QPalette::Highlight));
         }
     }
 }

@@ -8,7 +8,10 @@
 #include "host/gui/sortlistview.h"
 #include "workstation/frequencybar.h"
 #include "workstation/messagespanel.h"
+#include "workstation/receiver.h"
+#include "workstation/receiverpanel.h"
 
+#include <QCloseEvent>
 #include <QDockWidget>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -24,11 +27,13 @@ constexpr int MessagesHeight = 110;
 
 } // namespace
 
-MainWindow::MainWindow(QWidget* parent)
+MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
     : QMainWindow(parent),
       m_bar(new FrequencyBar(this)),
       m_tabs(new QTabWidget(this)),
-      m_messages(new MessagesPanel(this)) {
+      m_messages(new MessagesPanel(this)),
+      m_fileMenu(menuBar()->addMenu(tr("&File"))),
+      m_viewMenu(menuBar()->addMenu(tr("&View"))) {
     setWindowTitle(tr("Frequency Store"));
     resize(1280, 800);
     auto* centre = new QWidget(this);
@@ -39,35 +44,19 @@ MainWindow::MainWindow(QWidget* parent)
     setCentralWidget(centre);
     m_tabs->setDocumentMode(true);
 
-    auto* dock = new QDockWidget(tr("Messages"), this);
-    dock->setObjectName(QStringLiteral("Messages"));
-    dock->setWidget(m_messages);
-    addDockWidget(Qt::BottomDockWidgetArea, dock);
-    resizeDocks({dock}, {MessagesHeight}, Qt::Vertical);
-    connect(m_messages, &MessagesPanel::ProblemAdded, this,
-            [this](const QString& text) { statusBar()->showMessage(text, StatusMilliseconds); });
+    makeMenus();
+    resizeDocks({AddPanel(m_messages, tr("Messages"), Qt::BottomDockWidgetArea)}, {MessagesHeight},
+                Qt::Vertical);
+    connect(m_messages, &MessagesPanel::ProblemAdded, this, &MainWindow::Tell);
+    AddPanel(new ReceiverPanel(receiver), tr("Receiver"), Qt::RightDockWidgetArea);
+    connectReceiver(receiver);
 
     FreqStore& store = FreqStore::Instance();
     for (const int id : store.GetListIds())
         addList(id);
     connect(&store, &FreqStore::ListAdded, this, &MainWindow::addList);
     connect(&store, &FreqStore::ListRemoved, this, &MainWindow::removeList);
-    store.SetTuner([this](IFrequencyStoreItem& item, QWidget*, bool) {
-        double hertz = 0;
-        if (item.GetFrequency(hertz, 0))
-            tune(hertz);
-    });
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::showCaption);
-    connect(m_bar, &FrequencyBar::Clicked, this, [this](double hertz, int listId) {
-        tune(hertz);
-        const auto found = m_lists.find(listId);
-        if (found == m_lists.end())
-            return;
-        m_tabs->setCurrentWidget(found->second.page);
-        if (found->second.view)
-            found->second.view->SelectFrequency(hertz);
-    });
-    makeMenus();
     showCaption();
 }
 
@@ -78,16 +67,34 @@ MainWindow::~MainWindow() {
         delete tab.page;
 }
 
+void MainWindow::connectReceiver(Receiver& receiver) {
+    FreqStore::Instance().SetTuner([&receiver](IFrequencyStoreItem& item, QWidget*, bool allSettings) {
+        receiver.Tune(item, allSettings);
+    });
+    connect(&receiver, &Receiver::Refused, this, &MainWindow::Tell);
+    connect(&receiver, &Receiver::Tuned, this, [this](double hertz) {
+        m_bar->SetTuned(hertz);
+        Tell(tr("Tuned to %1").arg(Quor::FrequencyText(hertz)));
+    });
+    m_bar->SetTuned(receiver.GetFrequency());
+    connect(m_bar, &FrequencyBar::Clicked, this, [this, &receiver](double hertz, int listId) {
+        receiver.Tune(hertz);
+        const auto found = m_lists.find(listId);
+        if (found == m_lists.end())
+            return;
+        m_tabs->setCurrentWidget(found->second.page);
+        if (found->second.view)
+            found->second.view->SelectFrequency(hertz);
+    });
+}
+
 void MainWindow::makeMenus() {
-    QMenu* file = menuBar()->addMenu(tr("&File"));
-    QAction* quit = file->addAction(tr("&Quit"));
+    QAction* quit = m_fileMenu->addAction(tr("&Quit"));
     quit->setShortcut(QKeySequence::Quit);
     connect(quit, &QAction::triggered, this, &QWidget::close);
 
-    QMenu* view = menuBar()->addMenu(tr("&View"));
-    connect(view->addAction(tr("Show all &frequencies")), &QAction::triggered, m_bar, &FrequencyBar::FitAll);
-    for (QDockWidget* dock : findChildren<QDockWidget*>())
-        view->addAction(dock->toggleViewAction());
+    connect(m_viewMenu->addAction(tr("Show all &frequencies")), &QAction::triggered, m_bar,
+            &FrequencyBar::FitAll);
 
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     connect(help->addAction(tr("&About")), &QAction::triggered, this, [this] {
@@ -147,7 +154,19 @@ void MainWindow::showCaption() {
     }
 }
 
-void MainWindow::tune(double hertz) {
-    m_bar->SetTuned(hertz);
-    statusBar()->showMessage(tr("Tuned to %1").arg(Quor::FrequencyText(hertz)), StatusMilliseconds);
+QDockWidget* MainWindow::AddPanel(QWidget* panel, const QString& title, Qt::DockWidgetArea area) {
+    auto* dock = new QDockWidget(title, this);
+    dock->setObjectName(title);
+    dock->setWidget(panel);
+    addDockWidget(area, dock);
+    m_viewMenu->addAction(dock->toggleViewAction());
+    return dock;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    event->setAccepted(!m_mayClose || m_mayClose());
+}
+
+void MainWindow::Tell(const QString& text) {
+    statusBar()->showMessage(text, StatusMilliseconds);
 }

@@ -2,30 +2,45 @@
 
 #include <QMainWindow>
 
+#include <functional>
 #include <map>
 
 class FrequencyBar;
 class FrequencyStoreListView;
 class FreqStoreListViewButtonBar;
 class MessagesPanel;
+class QMenu;
+class QDockWidget;
 class QTabWidget;
+class Receiver;
 
-/// The workstation's window: the frequency bar above, a tab per registered list below, the messages at the
-/// bottom. It knows no list by name: whatever registers with the store becomes a tab and a line of the bar.
+/// The workstation's window: the frequency bar above, a tab per registered list below, panels beside and the
+/// messages at the bottom. It knows no list by name: whatever registers with the store becomes a tab and a
+/// line of the bar. Lists and bar tune the receiver, which is not owned and outlives the window.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    explicit MainWindow(QWidget* parent = nullptr);
+    explicit MainWindow(Receiver& receiver, QWidget* parent = nullptr);
     ~MainWindow() override;
 
     FrequencyBar* GetBar() const { return m_bar; }
     QTabWidget* GetTabs() const { return m_tabs; }
     MessagesPanel* GetMessages() const { return m_messages; }
+    QMenu* GetFileMenu() const { return m_fileMenu; }
+    /// Adds a panel that can be moved and closed, and its entry in the View menu; the window owns it.
+    QDockWidget* AddPanel(QWidget* panel, const QString& title, Qt::DockWidgetArea area);
+    /// Who is asked whether the window may close; a false answer keeps it open.
+    void SetCloseCheck(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
+    /// Shows a text in the status line for a while.
+    void Tell(const QString& text);
     /// The view of a registered list; null when it has none.
     FrequencyStoreListView* ViewOf(int listId) const;
     /// Title of the tab at an index, as it may stand in a file name.
     QString TabFileName(int index) const;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     struct Tab {
@@ -37,11 +52,14 @@ private:
     void addList(int listId);
     void removeList(int listId);
     void showCaption();
-    void tune(double hertz);
+    void connectReceiver(Receiver& receiver);
     void makeMenus();
 
     FrequencyBar* m_bar;
     QTabWidget* m_tabs;
     MessagesPanel* m_messages;
+    QMenu* m_fileMenu;
+    QMenu* m_viewMenu;
+    std::function<bool()> m_mayClose;
     std::map<int, Tab> m_lists;
 };

@@ -37,6 +37,12 @@ QString FrequencyText(double hertz) {
                                 : withUnit(hertz / MHz, 6, QLatin1String(" MHz"));
 }
 
+QString ShortFrequencyText(double hertz) {
+    const double value = hertz >= 1e9 ? hertz / 1e9 : hertz >= 1e6 ? hertz / 1e6 : hertz / 1e3;
+    const char* unit = hertz >= 1e9 ? " GHz" : hertz >= 1e6 ? " MHz" : " kHz";
+    return QString::number(value, 'g', 7) + QLatin1String(unit);
+}
+
 QString BandwidthText(double hertz) {
     return withUnit(hertz / KHz, 3, QLatin1String(" kHz"));
 }

@@ -16,6 +16,13 @@ TEST(FrequencyText, IsInKilohertzBelow30MegahertzElseInMegahertz) {
     EXPECT_EQ(Quor::BandwidthText(1), QStringLiteral("0.001 kHz"));
 }
 
+TEST(FrequencyText, IsAsShortAsItGoesWhereThereIsLittleRoom) {
+    const std::pair<double, const char*> rows[] = {
+        {9e3, "9 kHz"}, {500e3, "500 kHz"}, {7.055e6, "7.055 MHz"}, {30e6, "30 MHz"}, {3e9, "3 GHz"}};
+    for (const auto& [hertz, text] : rows)
+        EXPECT_EQ(Quor::ShortFrequencyText(hertz), QString(text));
+}
+
 TEST(ParseFrequency, KnowsTheUnitsInAnyCase) {
     const std::pair<const char*, double> rows[] = {{"7055 kHz", 7055000},
                                                    {"7.055MHz", 7055000},

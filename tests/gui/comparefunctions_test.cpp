@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <numeric>
 #include <random>
 
 namespace {
@@ -70,5 +71,59 @@ TEST(CompareNumbers, CallEqualWhatIsEqual) {
     EXPECT_EQ(_compStandardNumeric("", "  "), 0);
     EXPECT_NE(_compStandardString("a", "A"), 0);
 }
+
+struct Column {
+    const char* name;
+    CompareFunction function;
+    QStringList words; ///< each cell is one of these, or two of them
+    bool allDiffer;
+};
+
+void PrintTo(const Column& column, std::ostream* out) {
+    *out << column.name;
+}
+
+class SortedRows : public testing::TestWithParam<Column> {};
+
+TEST_P(SortedRows, StandAsAStableSortOfTheirTextsPutsThem) {
+    constexpr quint32 Count = 3000;
+    const auto [name, function, words, allDiffer] = GetParam();
+    std::mt19937 random(11);
+    QStringList texts;
+    for (quint32 i = 0; i < Count; ++i) {
+        const auto word = [&] { return words[static_cast<qsizetype>(random() % quint32(words.size()))]; };
+        texts << (allDiffer      ? word() + QString::number(i * 7919 % Count)
+                  : random() % 2 ? word()
+                                 : word() + word());
+    }
+    for (const bool ascending : {true, false}) {
+        std::vector<quint32> expected(Count);
+        std::iota(expected.begin(), expected.end(), 0u);
+        std::stable_sort(expected.begin(), expected.end(), [&](quint32 a, quint32 b) {
+            const bool emptyA = texts[a].trimmed().isEmpty();
+            const bool emptyB = texts[b].trimmed().isEmpty();
+            if (emptyA || emptyB)
+                return emptyA < emptyB;
+            return (ascending ? function(texts[a], texts[b]) : function(texts[b], texts[a])) < 0;
+        });
+        EXPECT_EQ(SortedPositions(
+                      Count, [&](size_t i) { return texts[static_cast<qsizetype>(i)]; }, function, ascending),
+                  expected);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , SortedRows,
+    testing::Values(
+        Column{
+            "words", _compStandardString, {"common a", "common B", "common b", "", " ", "commoner"}, false},
+        Column{
+            "other alphabets", _compStandardString, {"\u0416x", "\u0416", "\u00ffa", "\u0100b", "z"}, false},
+        Column{"different words", _compStandardString, {"station ", "Station ", "st"}, true},
+        Column{"numbers", _compStandardNumeric, {"1", "-2", "0.5", "-0", "00", "none", ""}, false},
+        Column{"different numbers", _compNumericWithSuffix, {"1", "-3", "2.0"}, true},
+        Column{"units", _compNumericWithSuffix, {"30000 kHz", "30 MHz", "29 MHz", "7 %", ""}, false},
+        Column{"nothing", _compStandardString, {"", " "}, false}),
+    [](const auto& column) { return QString(column.param.name).replace(' ', '_').toStdString(); });
 
 } // namespace

@@ -1,0 +1,59 @@
+#include "workstation/options.h"
+
+#include <QDir>
+
+#include <gtest/gtest.h>
+#include <ostream>
+
+namespace {
+
+TEST(Options, FilesAndDirectoriesAreWhereTheProgramWasStarted) {
+    QString error;
+    const Options options =
+        Options::Parse({"freqstore", "--receiver", "vuhf", "--trace", "34", "--demo", "--extension",
+                        "libmine.so", "--job", "my.pij", "lists/a.ltl", "/b.xml"},
+                       error);
+    EXPECT_EQ(error, QString());
+    EXPECT_EQ(options.receiver, ReceiverKind::VUHF);
+    EXPECT_EQ(options.traceMask, 34U);
+    EXPECT_TRUE(options.demo);
+    EXPECT_EQ(options.plugIns, QStringList{QDir::current().filePath("libmine.so")});
+    EXPECT_EQ(options.jobFile, QDir::current().filePath("my.pij"));
+    EXPECT_EQ(options.files, (QStringList{QDir::current().filePath("lists/a.ltl"), "/b.xml"}));
+}
+
+TEST(Options, WithoutArgumentsTheReceiverIsAnHfReceiverAndNothingIsRead) {
+    QString error;
+    const Options options = Options::Parse({"freqstore"}, error);
+    EXPECT_EQ(error, QString());
+    EXPECT_EQ(options.receiver, ReceiverKind::HF);
+    EXPECT_EQ(options.traceMask, 0U);
+    EXPECT_FALSE(options.demo);
+    EXPECT_TRUE(options.jobFile.isEmpty());
+    EXPECT_TRUE(options.files.isEmpty());
+}
+
+struct WrongLine {
+    QStringList arguments;
+    const char* complaint;
+};
+
+void PrintTo(const WrongLine& line, std::ostream* out) {
+    *out << line.arguments.join(' ').toStdString();
+}
+
+class WrongOptions : public testing::TestWithParam<WrongLine> {};
+
+TEST_P(WrongOptions, AreNamed) {
+    QString error;
+    Options::Parse(QStringList{"freqstore"} + GetParam().arguments, error);
+    EXPECT_TRUE(error.contains(GetParam().complaint)) << error.toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Lines, WrongOptions,
+                         testing::Values(WrongLine{{"--receiver", "uhf"}, "\"uhf\""},
+                                         WrongLine{{"--receiver", "HF"}, "hf or vuhf"},
+                                         WrongLine{{"--trace", "all"}, "\"all\""},
+                                         WrongLine{{"--colour"}, "colour"}, WrongLine{{"--data"}, "data"}));
+
+} // namespace

@@ -1,0 +1,290 @@
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodemediator.h"
+#include "host/valuetree/tree.h"
+#include "host/widgets/vccheckbox.h"
+#include "host/widgets/vccomboboxclassic.h"
+#include "host/widgets/vclineedit.h"
+#include "tests/support/recorder.h"
+#include "workstation/receiverpanel.h"
+#include "workstation/simulatedreceiver.h"
+
+#include <QLabel>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// The controller of entries that stand alone.
+class NoController : public MediatorCtrl {
+public:
+    void NotifyCreated(Mediator*) override {}
+    void NotifyDeleted(Mediator*) override {}
+    QString GetUsageName() const override { return QString(); }
+};
+
+/// An entry of any list, with the values that a test gives it.
+class Entry {
+public:
+    Entry() : m_node(new Node(nullptr, "Entry")) { Tree::Instance()->GetRoot()->AddItemUnique(m_node); }
+    ~Entry() {
+        m_mediator.reset();
+        Tree::Instance()->GetRoot()->DeleteNode(m_node);
+    }
+
+    template <typename V>
+    Entry& With(const char* key, const QString& text) {
+        auto* value = new V;
+        if constexpr (std::is_same_v<V, ValueSelection>)
+            value->AddItem(text, 0, 0);
+        value->SetStringValue(text);
+        m_node->AddValue(QString::fromLatin1(key), value);
+        return *this;
+    }
+    Entry& At(double hertz) {
+        return With<ValueNumeric<double>>("frequency", QString::number(hertz, 'f', 0));
+    }
+    IFrequencyStoreItem& Item() {
+        m_mediator = std::make_unique<FrequencyNodeMediator>(&m_controller, m_node, 0);
+        return *m_mediator;
+    }
+
+private:
+    Node* m_node;
+    NoController m_controller;
+    std::unique_ptr<FrequencyNodeMediator> m_mediator;
+};
+
+class Receivers : public testing::Test {
+protected:
+    QString text(const char* key) const { return receiver->GetValue(key)->GetStringValue(); }
+    void use(ReceiverKind kind) {
+        receiver.reset();
+        receiver = std::make_unique<SimulatedReceiver>(kind);
+        QObject::connect(receiver.get(), &Receiver::Refused,
+                         [this](const QString& reason) { refused << reason; });
+    }
+    Receivers() { use(ReceiverKind::HF); }
+
+    std::unique_ptr<SimulatedReceiver> receiver;
+    QStringList refused;
+};
+
+TEST_F(Receivers, SettingsAreValuesOfTheTreeWhileTheReceiverLives) {
+    for (const ReceiverKind kind : {ReceiverKind::HF, ReceiverKind::VUHF}) {
+        use(kind);
+        for (const ReceiverSetting& setting : receiver->GetSettings())
+            EXPECT_EQ(Tree::Instance()->GetValue(receiver->PathOf(setting.key)),
+                      receiver->GetValue(setting.key))
+                << setting.key;
+    }
+    EXPECT_EQ(receiver->GetValue("shift"), nullptr) << "is a setting of HF receivers";
+    Recorder recorder;
+    receiver->GetValue("frequency")->AddObserver(&recorder);
+    receiver.reset();
+    EXPECT_EQ(recorder.codes, std::vector<int>{2});
+    EXPECT_EQ(Tree::Instance()->GetNode("/Receiver"), nullptr);
+}
+
+struct Write {
+    ReceiverKind kind;
+    const char* key;
+    const char* good;
+    const char* bad;
+    const char* reason;
+};
+
+void PrintTo(const Write& write, std::ostream* out) {
+    *out << write.key << '=' << write.bad;
+}
+
+class ReceiverLimits : public Receivers, public testing::WithParamInterface<Write> {};
+
+TEST_P(ReceiverLimits, AWriteThatTheReceiverCannotFollowIsTakenBackAndTold) {
+    use(GetParam().kind);
+    ValueBase* value = receiver->GetValue(GetParam().key);
+    Recorder others;
+    value->AddObserver(&others);
+    value->SetStringValue(GetParam().good);
+    EXPECT_EQ(value->GetStringValue(), GetParam().good);
+    EXPECT_TRUE(refused.isEmpty()) << refused.join('\n').toStdString();
+    value->SetStringValue(GetParam().bad);
+    EXPECT_EQ(value->GetStringValue(), GetParam().good);
+    ASSERT_EQ(refused.size(), 1);
+    EXPECT_TRUE(refused[0].contains(GetParam().reason)) << refused[0].toStdString();
+    EXPECT_GE(others.codes.size(), 3U) << "who saw the bad value sees the good one again";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Writes, ReceiverLimits,
+    testing::Values(Write{ReceiverKind::HF, "frequency", "9000", "8999", "9.000 kHz"},
+                    Write{ReceiverKind::HF, "frequency", "30000000", "30000001", "30.000000 MHz"},
+                    Write{ReceiverKind::VUHF, "frequency", "20000000", "19999999", "19999.999 kHz"},
+                    Write{ReceiverKind::VUHF, "frequency", "3000000000", "3000000001", "3000.000001 MHz"},
+                    Write{ReceiverKind::HF, "bandwidth", "40000", "40001", "bandwidth 40.001 kHz"},
+                    Write{ReceiverKind::HF, "threshold", "-40", "-41", "threshold -41 is outside -40 to 110"},
+                    Write{ReceiverKind::HF, "shift", "26", "25", "shift"},
+                    Write{ReceiverKind::HF, "bfofrequency", "-10000", "10001", "bfo"},
+                    Write{ReceiverKind::VUHF, "attenuation", "40", "41", "attenuation"},
+                    Write{ReceiverKind::VUHF, "antennaid", "3", "7", "no antenna 7"}));
+
+TEST_F(Receivers, AnAntennaIsTheSameByNameAndByNumber) {
+    use(ReceiverKind::VUHF);
+    receiver->GetValue("antennaid")->SetStringValue("3");
+    EXPECT_EQ(text("antenna"), "Horn");
+    receiver->GetValue("antenna")->SetStringValue("Log-periodic");
+    EXPECT_EQ(text("antennaid"), "2");
+}
+
+TEST_F(Receivers, TuneTakesAllThatAnEntryCarries) {
+    Entry entry;
+    entry.At(7055000)
+        .With<ValueNumeric<double>>("bandwidth", "2700")
+        .With<ValueSelection>("demodulation", "LSB")
+        .With<ValueNumeric<int>>("threshold", "35")
+        .With<ValueNumeric<int>>("bfofrequency", "-1500")
+        .With<ValueSelection>("outputifpath", "455.0 kHz")
+        .With<ValueNumeric<int>>("shift", "12000")
+        .With<Value<bool>>("afc", "true"); // not of an HF receiver
+    EXPECT_TRUE(receiver->Tune(entry.Item(), true));
+    EXPECT_EQ(text("frequency"), "7055000");
+    EXPECT_EQ(text("bandwidth"), "2700");
+    EXPECT_EQ(text("demodulation"), "LSB");
+    EXPECT_EQ(text("threshold"), "35");
+    EXPECT_EQ(text("bfofrequency"), "-1500");
+    EXPECT_EQ(text("outputifpath"), "455.0 kHz");
+    EXPECT_EQ(text("shift"), "12000");
+    EXPECT_TRUE(refused.isEmpty());
+}
+
+TEST_F(Receivers, TuneToTheFrequencyAloneLeavesTheOtherSettings) {
+    Entry entry;
+    entry.At(7055000).With<ValueSelection>("demodulation", "LSB").With<ValueNumeric<int>>("threshold", "35");
+    EXPECT_TRUE(receiver->Tune(entry.Item(), false));
+    EXPECT_EQ(text("frequency"), "7055000");
+    EXPECT_EQ(text("demodulation"), "AM");
+    EXPECT_EQ(text("threshold"), "20");
+}
+
+TEST_F(Receivers, AFrequencyOutOfReachLeavesEverySetting) {
+    Entry entry;
+    entry.At(118100000).With<ValueSelection>("demodulation", "LSB");
+    const QString before = text("frequency");
+    EXPECT_FALSE(receiver->Tune(entry.Item(), true));
+    EXPECT_EQ(text("frequency"), before);
+    EXPECT_EQ(text("demodulation"), "AM");
+    ASSERT_EQ(refused.size(), 1);
+    EXPECT_TRUE(refused[0].contains("118.100000 MHz")) << refused[0].toStdString();
+}
+
+TEST_F(Receivers, SettingsThatTheReceiverLacksAreLeftOutAndNamed) {
+    Entry entry;
+    entry.At(7055000)
+        .With<ValueNumeric<double>>("bandwidth", "3000000")
+        .With<Value<QString>>("demodulation", "WFM")
+        .With<ValueNumeric<int>>("threshold", "35");
+    EXPECT_TRUE(receiver->Tune(entry.Item(), true));
+    EXPECT_EQ(text("bandwidth"), "6000");
+    EXPECT_EQ(text("demodulation"), "AM");
+    EXPECT_EQ(text("threshold"), "35");
+    ASSERT_EQ(refused.size(), 1);
+    EXPECT_TRUE(refused[0].contains("bandwidth 3000.000 kHz")) << refused[0].toStdString();
+    EXPECT_TRUE(refused[0].contains("\"WFM\"")) << refused[0].toStdString();
+}
+
+TEST_F(Receivers, AnEntryWithoutBandwidthOrDemodulationLeavesThem) {
+    Entry entry;
+    entry.At(7055000).With<ValueNumeric<double>>("bandwidth", "0").With<Value<QString>>("demodulation", "");
+    EXPECT_TRUE(receiver->Tune(entry.Item(), true));
+    EXPECT_EQ(text("bandwidth"), "6000");
+    EXPECT_EQ(text("demodulation"), "AM");
+    EXPECT_TRUE(refused.isEmpty());
+    Entry nothing;
+    EXPECT_FALSE(receiver->Tune(nothing.Item(), true));
+    EXPECT_EQ(refused.size(), 1);
+}
+
+TEST_F(Receivers, AFrequencyOfTheBarIsRoundedToOneHertz) {
+    QSignalSpy tuned(receiver.get(), &Receiver::Tuned);
+    EXPECT_TRUE(receiver->Tune(7055000.4));
+    EXPECT_EQ(text("frequency"), "7055000");
+    ASSERT_EQ(tuned.size(), 1);
+    EXPECT_EQ(tuned[0][0].toDouble(), 7055000.0);
+}
+
+/// The first carrier that the simulation has above a frequency, in a bandwidth of 1 kHz.
+double carrierAbove(const SimulatedReceiver& receiver, double hertz, double raster) {
+    double place = std::ceil(hertz / raster) * raster;
+    while (receiver.CarrierAt(place, 1000) < 40)
+        place += raster;
+    return place;
+}
+
+TEST_F(Receivers, TheLevelFollowsFrequencyAttenuationAndSquelch) {
+    use(ReceiverKind::VUHF);
+    receiver->GetValue("bandwidth")->SetStringValue("8330");
+    const double carrier = carrierAbove(*receiver, 118e6, 25e3);
+    ASSERT_TRUE(receiver->Tune(carrier));
+    const double strong = receiver->GetLevel()->GetValue();
+    EXPECT_GT(strong, 35);
+    ASSERT_TRUE(receiver->Tune(carrier + 8000));
+    EXPECT_LT(receiver->GetLevel()->GetValue(), 10) << "beside the carrier there is noise";
+    receiver->GetValue("afc")->SetStringValue("true");
+    EXPECT_GT(receiver->GetLevel()->GetValue(), 35) << "AFC finds the carrier";
+    receiver->GetValue("afc")->SetStringValue("false");
+    ASSERT_TRUE(receiver->Tune(carrier));
+    EXPECT_EQ(receiver->GetLevel()->GetValue(), strong) << "the same settings give the same level";
+
+    receiver->GetValue("attenuation")->SetStringValue("30");
+    EXPECT_EQ(receiver->GetLevel()->GetValue(), strong) << "attenuation is automatic";
+    receiver->GetValue("useattenuation")->SetStringValue("true");
+    EXPECT_NEAR(receiver->GetLevel()->GetValue(), strong - 30, 0.11);
+
+    receiver->GetValue("threshold")->SetStringValue("100");
+    EXPECT_TRUE(receiver->GetOpen()->GetValue()) << "without squelch the audio is open";
+    receiver->GetValue("usesquelch")->SetStringValue("true");
+    EXPECT_FALSE(receiver->GetOpen()->GetValue());
+    receiver->GetValue("threshold")->SetStringValue("-40");
+    EXPECT_TRUE(receiver->GetOpen()->GetValue());
+}
+
+TEST_F(Receivers, ThePanelShowsEachSettingOfItsReceiverAndNoOther) {
+    for (const ReceiverKind kind : {ReceiverKind::HF, ReceiverKind::VUHF}) {
+        use(kind);
+        const ReceiverPanel panel(*receiver);
+        qsizetype expected = 0;
+        for (const ReceiverSetting& setting : receiver->GetSettings()) {
+            auto* editor = panel.findChild<QWidget*>(QString::fromLatin1(setting.key));
+            EXPECT_EQ(editor != nullptr, setting.title != nullptr) << setting.key;
+            expected += editor ? 1 : 0;
+        }
+        EXPECT_EQ(panel.findChildren<VCLineEdit*>().size() + panel.findChildren<VCCheckBox*>().size() +
+                      panel.findChildren<VCComboBoxClassic*>().size(),
+                  expected);
+    }
+}
+
+TEST_F(Receivers, ThePanelSetsTheReceiverAndRefusesWithTheReasonBelowTheField) {
+    ReceiverPanel panel(*receiver);
+    auto* field = panel.findChild<VCLineEdit*>("frequency");
+    auto* complaint = panel.findChild<QLabel*>("frequencyComplaint");
+    const auto enter = [field](const char* typed) {
+        field->selectAll();
+        QTest::keyClicks(field, typed);
+        QTest::keyClick(field, Qt::Key_Return);
+    };
+    enter("9.41 MHz");
+    EXPECT_EQ(text("frequency"), "9410000");
+    EXPECT_TRUE(complaint->isHidden());
+    enter("118.1 MHz");
+    EXPECT_EQ(text("frequency"), "9410000");
+    EXPECT_FALSE(complaint->isHidden());
+    EXPECT_TRUE(complaint->text().contains("30.000000 MHz")) << complaint->text().toStdString();
+    QTest::keyClick(field, Qt::Key_Escape);
+    EXPECT_TRUE(complaint->isHidden());
+    receiver->Tune(7055000);
+    EXPECT_EQ(field->text(), "7055.000 kHz");
+}
+
+} // namespace

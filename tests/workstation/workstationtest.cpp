@@ -1,0 +1,152 @@
+#include "host/freqlist/buttonbar.h"
+#include "host/freqlist/freqstore.h"
+#include "host/valuetree/tree.h"
+#include "workstation/application.h"
+#include "workstation/filekinds.h"
+#include "workstation/frequencybar.h"
+#include "workstation/job.h"
+#include "workstation/mainwindow.h"
+#include "workstation/messagespanel.h"
+#include "workstation/samples.h"
+#include "workstation/simulatedreceiver.h"
+
+#include <QDir>
+#include <QFile>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QString sample(const char* name) {
+    return QStringLiteral(SAMPLES_DIR "/") + QString::fromLatin1(name);
+}
+
+void writeFile(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+TEST(Samples, AreFoundBesideTheInstalledProgramAndAboveABuiltOne) {
+    const QTemporaryDir root;
+    const QDir folder(root.path());
+    ASSERT_TRUE(folder.mkpath("work/build/dev"));
+    ASSERT_TRUE(folder.mkpath("work/build/samples")) << "a folder of that name without lists";
+    ASSERT_TRUE(folder.mkpath("work/samples"));
+    ASSERT_TRUE(folder.mkpath("usr/bin"));
+    ASSERT_TRUE(folder.mkpath("usr/share/frequencystore/samples"));
+    EXPECT_EQ(FindSamples(folder.filePath("usr/bin")), QString());
+    for (const char* place : {"work/samples/targets.xml", "usr/share/frequencystore/samples/targets.xml"})
+        writeFile(folder.filePath(place), "<FrequencyStoreList/>");
+    EXPECT_EQ(FindSamples(folder.filePath("work/build/dev")), folder.filePath("work/samples"));
+    EXPECT_EQ(FindSamples(folder.filePath("work/build")), folder.filePath("work/samples"));
+    EXPECT_EQ(FindSamples(folder.filePath("usr/bin")), folder.filePath("usr/share/frequencystore/samples"));
+}
+
+TEST(FileKinds, AreToldByNameOrByTheRootElement) {
+    const QTemporaryDir folder;
+    const QString noi = folder.filePath("bands.xml");
+    writeFile(noi, "<?xml version=\"1.0\"?>\n<FrequencyStoreList Version=\"1\" Usage=\"NOI\"/>");
+    const QString broken = folder.filePath("broken.xml");
+    writeFile(broken, "<FrequencyStoreList Usage=");
+    const std::pair<QString, FileKind> rows[] = {{sample("job-hf.pij"), FileKind::Job},
+                                                 {sample("interest.noi"), FileKind::Noi},
+                                                 {sample("targets.xml"), FileKind::Targets},
+                                                 {sample("profiles.xml"), FileKind::Targets},
+                                                 {sample("targets.csv"), FileKind::Targets},
+                                                 {sample("airband.sfl"), FileKind::Targets},
+                                                 {noi, FileKind::Noi},
+                                                 {broken, FileKind::Targets},
+                                                 {"/no/such/file.xml", FileKind::Targets},
+                                                 {"/no/such.pij/targets.ltl", FileKind::Targets}};
+    for (const auto& [path, kind] : rows)
+        EXPECT_EQ(FileKindOf(path), kind) << path.toStdString();
+}
+
+class Workstations : public testing::Test {
+protected:
+    Options options(const QStringList& arguments) {
+        QString error;
+        const Options parsed = Options::Parse(QStringList{"freqstore", "--data", folder.filePath("data"),
+                                                          "--config", folder.filePath("config")} +
+                                                  arguments,
+                                              error);
+        EXPECT_EQ(error, QString());
+        return parsed;
+    }
+    void start(const QStringList& arguments) {
+        station.reset();
+        station = std::make_unique<Workstation>(options(arguments));
+        station->GetWindow().show();
+    }
+    QString status() const { return station->GetWindow().statusBar()->currentMessage(); }
+    int entriesOf(const char* node) const {
+        const Node* list = Tree::Instance()->GetNode(QString::fromLatin1(node));
+        return list ? static_cast<int>(list->ChildCount()) : -1;
+    }
+    void TearDown() override {
+        station.reset();
+        QDir::setCurrent(QDir::rootPath());
+        Tree::Instance()->GetRoot()->DeleteChildren();
+    }
+
+    QTemporaryDir folder;
+    std::unique_ptr<Workstation> station;
+};
+
+TEST_F(Workstations, EachFileGoesToWhomItBelongs) {
+    start({"--job", sample("job-hf.pij"), sample("targets.ltl")});
+    EXPECT_TRUE(station->LoadFiles());
+    EXPECT_EQ(station->GetJob().GetFileName(), sample("job-hf.pij"));
+    EXPECT_EQ(entriesOf("/Lists/LocalTargetList"), 527);
+    start({sample("job-vuhf.pij")});
+    EXPECT_TRUE(station->LoadFiles());
+    EXPECT_EQ(station->GetJob().GetFileName(), sample("job-vuhf.pij"));
+}
+
+TEST_F(Workstations, AFileThatIsWrongIsAProblem) {
+    start({folder.filePath("none.pij"), folder.filePath("none.ltl")});
+    EXPECT_FALSE(station->LoadFiles());
+    EXPECT_EQ(station->GetWindow().GetMessages()->ProblemCount(), 2);
+}
+
+TEST_F(Workstations, TheDemoOpensTheSampleJobOfItsReceiver) {
+    start({"--demo"});
+    EXPECT_TRUE(station->LoadFiles());
+    EXPECT_TRUE(station->GetJob().GetFileName().endsWith("job-hf.pij"));
+    EXPECT_EQ(entriesOf("/Lists/LocalTargetList"), 527);
+    station.reset();
+    start({"--demo", "--receiver", "vuhf"});
+    EXPECT_TRUE(station->LoadFiles());
+    EXPECT_TRUE(station->GetJob().GetFileName().endsWith("job-vuhf.pij"));
+}
+
+TEST_F(Workstations, AClickOnTheBarTunesTheReceiver) {
+    start({});
+    emit station->GetWindow().GetBar()->Clicked(7055000.3, 0);
+    EXPECT_EQ(station->GetReceiver().GetFrequency(), 7055000);
+    EXPECT_EQ(status(), "Tuned to 7055.000 kHz");
+    emit station->GetWindow().GetBar()->Clicked(118.1e6, 0);
+    EXPECT_EQ(station->GetReceiver().GetFrequency(), 7055000);
+    EXPECT_TRUE(status().contains("118.100000 MHz is outside")) << status().toStdString();
+}
+
+TEST_F(Workstations, PicturesShowEveryListAndTheWindow) {
+    start({"--demo", "--screenshot", folder.filePath("pictures")});
+    ASSERT_TRUE(station->LoadFiles());
+    testing::internal::CaptureStdout();
+    EXPECT_TRUE(station->TakeScreenshots());
+    const std::string table = testing::internal::GetCapturedStdout();
+    QTabWidget* tabs = station->GetWindow().GetTabs();
+    for (int index = 0; index < tabs->count(); ++index) {
+        EXPECT_NE(table.find(tabs->tabText(index).toStdString()), std::string::npos);
+        const QString name = station->GetWindow().TabFileName(index) + ".png";
+        EXPECT_FALSE(QImage(QDir(folder.filePath("pictures")).filePath(name)).isNull()) << name.toStdString();
+    }
+    EXPECT_FALSE(QImage(folder.filePath("pictures/window.png")).isNull());
+}
+
+} // namespace

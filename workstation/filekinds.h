@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QString>
+
+/// Which part of the workstation reads a file. What nobody else claims goes to the target list, which tells
+/// what is wrong with it.
+enum class FileKind { Job, Noi, Targets };
+
+/// Tells the kind by the name or, of an XML file, by the usage that its root element names.
+FileKind FileKindOf(const QString& path);

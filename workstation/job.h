@@ -1,0 +1,87 @@
+#pragma once
+
+#include "host/valuetree/value.h"
+#include "host/valuetree/valueptr.h"
+
+#include <QDateTime>
+#include <QFileSystemWatcher>
+#include <QObject>
+
+/// The job that the receiver runs: an XML document in a value of the tree and the file that it came from. Its
+/// memory-scan sections are made by the owner of the memory channels, which is bound to the values by their
+/// paths and writes the file when it is asked by the save value; the job itself reads files, and tells how
+/// file and document stand to each other. It owns the node of its values.
+class Job : public QObject, private IObserver {
+    Q_OBJECT
+
+public:
+    /// Path of the value with the job's text, of the one with the newest memory-scan section, and of the one
+    /// whose change asks for the job to be written.
+    static QString TextPath();
+    static QString SectionPath();
+    static QString SavePath();
+
+    enum class FileState {
+        None,    ///< no file is open
+        Same,    ///< the file holds what the job holds
+        Older,   ///< the job has changes that are not in the file
+        Changed, ///< somebody else changed the file since it was read or written
+        Gone,    ///< the file is no longer there
+    };
+
+    Job();
+    ~Job() override;
+
+    /// Reads a job. A file that is no well-formed job is refused: false, a `Problem` tells file, line and
+    /// reason, and the old job stays.
+    bool Open(const QString& path);
+    /// Brings the channels into the job and writes it; false, and a `Problem`, when it did not get into the
+    /// file. Without a file it does nothing.
+    bool Save();
+    /// The same into another file, which is the job's from then on. Where no job is open, a new one is made
+    /// around the present memory-scan section. When it fails the job keeps its old file.
+    bool SaveAs(const QString& path);
+    /// Drops what has changed since the job was read or written, so that nobody asks for it any more.
+    void Revert();
+
+    /// Absolute path of the job's file; empty when none is open.
+    const QString& GetFileName() const { return m_fileName; }
+    FileState GetFileState() const;
+    /// Whether something would be lost if the job ended now.
+    bool IsModified() const;
+    const QString& GetText() const { return m_text->GetValue(); }
+    /// The memory-scan section as it stands in the job; without a job the newest one.
+    QStringView GetSection() const;
+
+signals:
+    /// The file that the job is to be written into from now on; empty for none.
+    void FileNamed(const QString& path);
+    /// Whoever has changes of the channels that are not in the job yet brings them in now.
+    void ChangesWanted();
+    /// Text, file or the relation of the two changed.
+    void Changed();
+
+private:
+    struct Stamp {
+        qint64 size = -1;
+        QDateTime modified;
+        bool operator==(const Stamp&) const = default;
+    };
+
+    void Update(Observable* subject, TChangeCode code) override;
+    void setFileName(const QString& path);
+    void setText(const QString& text);
+    Stamp stampOfFile() const;
+    bool writeAndCompare();
+
+    WeakRef<Node> m_node;
+    Value<QString>* m_text;
+    Value<QString>* m_section;
+    Value<bool>* m_save;
+    Value<bool>* m_suppressRestart; ///< set by the owner of the channels while it changes the job
+    QString m_fileName;
+    QString m_savedText;
+    Stamp m_stamp;
+    bool m_touched = false; ///< the owner of the channels acted since the job was read or written
+    QFileSystemWatcher m_watcher;
+};

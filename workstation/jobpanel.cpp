@@ -1,0 +1,162 @@
+#include "workstation/jobpanel.h"
+
+#include "host/gui/colorset.h"
+#include "host/gui/guibase.h"
+#include "workstation/job.h"
+
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+namespace {
+
+constexpr int RefreshMilliseconds = 100;
+/// Nobody reads more of a section here.
+constexpr int ShownLines = 500;
+
+QString filter() {
+    return JobPanel::tr("Jobs (*.pij)");
+}
+
+/// The first lines of a text, with a last line that tells how many more there are.
+QString firstLines(QStringView text, int count) {
+    qsizetype end = 0;
+    for (int line = 0; line < count; ++line) {
+        end = text.indexOf(QLatin1Char('\n'), end) + 1;
+        if (end == 0)
+            return text.toString();
+    }
+    const qsizetype more = text.mid(end).count(QLatin1Char('\n')) + 1;
+    return text.left(end).toString() + JobPanel::tr("... and %1 more lines").arg(more);
+}
+
+} // namespace
+
+JobPanel::JobPanel(Job& job, QWidget* parent)
+    : QWidget(parent),
+      m_job(job),
+      m_file(new QLabel(this)),
+      m_state(new QLabel(this)),
+      m_section(new QPlainTextEdit(this)),
+      m_save(new QPushButton(tr("Save"), this)),
+      m_saveAs(new QPushButton(tr("Save As..."), this)) {
+    auto* open = new QPushButton(tr("Open..."), this);
+    auto* buttons = new QHBoxLayout;
+    for (QPushButton* button : {open, m_save, m_saveAs})
+        buttons->addWidget(button);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_file);
+    layout->addWidget(m_state);
+    layout->addLayout(buttons);
+    layout->addWidget(m_section, 1);
+    m_file->setTextFormat(Qt::PlainText);
+    m_file->setWordWrap(true);
+    m_state->setWordWrap(true);
+    m_state->setObjectName(QStringLiteral("JobState"));
+    m_section->setObjectName(QStringLiteral("JobSection"));
+    m_section->setReadOnly(true);
+    m_section->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_section->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    connect(open, &QPushButton::clicked, this, &JobPanel::AskAndOpen);
+    connect(m_save, &QPushButton::clicked, this, &JobPanel::Save);
+    connect(m_saveAs, &QPushButton::clicked, this, &JobPanel::SaveAs);
+    m_refresh.setSingleShot(true);
+    m_refresh.setInterval(RefreshMilliseconds);
+    connect(&m_refresh, &QTimer::timeout, this, &JobPanel::showJob);
+    connect(&job, &Job::Changed, &m_refresh, qOverload<>(&QTimer::start));
+    showJob();
+}
+
+void JobPanel::showEvent(QShowEvent* event) {
+    showJob();
+    QWidget::showEvent(event);
+}
+
+QString JobPanel::stateText() const {
+    switch (m_job.GetFileState()) {
+    case Job::FileState::None:
+        return m_job.IsModified() ? tr("The memory channels are in no job yet") : QString();
+    case Job::FileState::Same:
+        return tr("The file is up to date");
+    case Job::FileState::Older:
+        return tr("The file is older than the job: it has unsaved changes");
+    case Job::FileState::Changed:
+        return tr("The file was changed by another program");
+    case Job::FileState::Gone:
+        return tr("The file is gone");
+    }
+    return QString();
+}
+
+void JobPanel::showJob() {
+    const QString& fileName = m_job.GetFileName();
+    m_file->setText(fileName.isEmpty() ? tr("No job is open") : QFileInfo(fileName).fileName());
+    m_file->setToolTip(fileName);
+    m_state->setText(stateText());
+    const bool good = m_job.GetFileState() == Job::FileState::Same;
+    QPalette colors = palette();
+    colors.setColor(QPalette::WindowText,
+                    ColorSet::Instance()
+                        .GetColorDefinition(good ? IColorBase::GOOD_TEXT : IColorBase::WARNING_TEXT)
+                        .GetColor());
+    m_state->setPalette(colors);
+    m_state->setVisible(!m_state->text().isEmpty());
+    m_save->setEnabled(!fileName.isEmpty());
+    m_saveAs->setEnabled(!fileName.isEmpty() || m_job.IsModified());
+    if (!isVisible())
+        return;
+    const QString section = firstLines(m_job.GetSection(), ShownLines);
+    if (section != m_section->toPlainText())
+        m_section->setPlainText(section);
+}
+
+void JobPanel::AskAndOpen() {
+    const QString start =
+        m_job.GetFileName().isEmpty() ? GuiBase::Instance().GetCurrentDirectory() : m_job.GetFileName();
+    const QString path = QFileDialog::getOpenFileName(this, tr("Open Job"), start, filter(), nullptr,
+                                                      GuiBase::Instance().UseNativeDialogs());
+    if (!path.isEmpty())
+        Open(path);
+}
+
+bool JobPanel::Open(const QString& path) {
+    return MayLeave() && m_job.Open(path);
+}
+
+bool JobPanel::Save() {
+    if (m_job.GetFileName().isEmpty())
+        return SaveAs();
+    if (m_job.GetFileState() == Job::FileState::Changed &&
+        QMessageBox::question(this, tr("Save Job"),
+                              tr("Another program changed the file. Replace what it wrote?")) !=
+            QMessageBox::Yes)
+        return false;
+    return m_job.Save();
+}
+
+bool JobPanel::SaveAs() {
+    const QString path = QFileDialog::getSaveFileName(this, tr("Save Job As"), m_job.GetFileName(), filter(),
+                                                      nullptr, GuiBase::Instance().UseNativeDialogs());
+    return !path.isEmpty() && m_job.SaveAs(path);
+}
+
+QString JobPanel::question() const {
+    const QString& fileName = m_job.GetFileName();
+    return fileName.isEmpty()
+               ? tr("The memory channels are in no job. Save them in one?")
+               : tr("The job %1 has unsaved changes. Save them?").arg(QFileInfo(fileName).fileName());
+}
+
+bool JobPanel::MayLeave() {
+    emit m_job.ChangesWanted();
+    if (!m_job.IsModified())
+        return true;
+    const auto answer = QMessageBox::question(this, tr("Unsaved Job"), question(),
+                                              QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
+                                              QMessageBox::Save);
+    return answer == QMessageBox::Discard || (answer == QMessageBox::Save && Save());
+}

@@ -1,0 +1,83 @@
+#include "workstation/options.h"
+
+#include <QCommandLineParser>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace {
+
+struct NamedReceiver {
+    const char* name;
+    ReceiverKind kind;
+};
+constexpr NamedReceiver ReceiverKinds[] = {{"hf", ReceiverKind::HF}, {"vuhf", ReceiverKind::VUHF}};
+
+QStringList absolute(const QStringList& files) {
+    QStringList result;
+    for (const QString& file : files)
+        result << QFileInfo(file).absoluteFilePath();
+    return result;
+}
+
+} // namespace
+
+Options Options::Parse(const QStringList& arguments, QString& error) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Workstation for lists of frequencies"));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption data(
+        QStringLiteral("data"), QStringLiteral("Directory of the lists' own files."), QStringLiteral("DIR"));
+    const QCommandLineOption config(QStringLiteral("config"), QStringLiteral("Directory of the settings."),
+                                    QStringLiteral("DIR"));
+    const QCommandLineOption receiver(QStringLiteral("receiver"),
+                                      QStringLiteral("The receiver: hf (the default) or vuhf."),
+                                      QStringLiteral("KIND"), QString::fromLatin1(ReceiverKinds[0].name));
+    const QCommandLineOption screenshot(
+        QStringLiteral("screenshot"),
+        QStringLiteral("Write one PNG per tab and of the window to DIR, and exit."), QStringLiteral("DIR"));
+    const QCommandLineOption trace(QStringLiteral("trace"),
+                                   QStringLiteral("Enabled traces: 32 traces, 2 assertions."),
+                                   QStringLiteral("MASK"), QStringLiteral("0"));
+    const QCommandLineOption plugIn(QStringLiteral("extension"),
+                                    QStringLiteral("Load a plug-in with lists of its own."),
+                                    QStringLiteral("FILE"));
+    const QCommandLineOption job(QStringLiteral("job"), QStringLiteral("The job to open."),
+                                 QStringLiteral("FILE"));
+    const QCommandLineOption demo(QStringLiteral("demo"),
+                                  QStringLiteral("Load the sample lists and a sample job."));
+    parser.addOptions({data, config, receiver, job, screenshot, trace, plugIn, demo});
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 QStringLiteral("Files to read: jobs, NOI lists, target lists."),
+                                 QStringLiteral("[FILE...]"));
+    Options options;
+    if (!parser.parse(arguments)) {
+        error = parser.errorText();
+        return options;
+    }
+    if (parser.isSet(QStringLiteral("help")))
+        parser.showHelp();
+    if (parser.isSet(QStringLiteral("version")))
+        parser.showVersion();
+    bool isNumber = false;
+    options.traceMask = parser.value(trace).toUInt(&isNumber, 0);
+    if (!isNumber)
+        error = QStringLiteral("--trace takes a number, not \"%1\"").arg(parser.value(trace));
+    const auto kind =
+        std::find_if(std::begin(ReceiverKinds), std::end(ReceiverKinds),
+                     [&](const auto& known) { return parser.value(receiver) == QLatin1String(known.name); });
+    if (kind != std::end(ReceiverKinds))
+        options.receiver = kind->kind;
+    else
+        error = QStringLiteral("--receiver takes hf or vuhf, not \"%1\"").arg(parser.value(receiver));
+    options.dataDirectory = parser.value(data);
+    options.configDirectory = parser.value(config);
+    options.screenshotDirectory = parser.value(screenshot);
+    options.demo = parser.isSet(demo);
+    if (parser.isSet(job))
+        options.jobFile = absolute({parser.value(job)}).first();
+    options.plugIns = absolute(parser.values(plugIn));
+    options.files = absolute(parser.positionalArguments());
+    return options;
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "workstation/receiversettings.h"
+
+#include <QStringList>
+
+/// What the command line asks of the workstation. Names of files and plug-ins are absolute.
+struct Options {
+    QString dataDirectory;
+    QString configDirectory;
+    QString screenshotDirectory;
+    QString jobFile;
+    ReceiverKind receiver = ReceiverKind::HF;
+    unsigned traceMask = 0;
+    bool demo = false;
+    QStringList plugIns; ///< shared libraries that register lists of their own
+    QStringList files;   ///< read by whoever knows their kinds
+
+    /// Parses the arguments; on a wrong one `error` says what is wrong. Help and version end the program.
+    static Options Parse(const QStringList& arguments, QString& error);
+};
