@@ -80,6 +80,8 @@ SimulatedSearch::SimulatedSearch(ReceiverKind kind, unsigned seed)
       m_detections(listAt<DetectionConventional>(DetectionsPath)),
       m_classified(listAt<ExtendedDetectionConventional>(ClassifiedPath)) {
     GetOrCreateValue<ValueList<double>>(QString::fromLatin1(MarkedPath));
+    m_detections.Clear();
+    m_classified.Clear();
     m_timer.setInterval(static_cast<int>(StepTime / 1000));
     connect(&m_timer, &QTimer::timeout, this, [this] { Step(now()); });
     makeEmitters();

@@ -23,6 +23,7 @@ public:
     /// Frequencies (Hz) of the emissions that are marked in the lists.
     static constexpr char MarkedPath[] = "/Search/MarkedEmissions";
 
+    /// The lists are empty then.
     explicit SimulatedSearch(ReceiverKind kind, unsigned seed = 1);
 
     bool IsRunning() const { return m_timer.isActive(); }

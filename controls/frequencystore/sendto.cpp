@@ -123,7 +123,7 @@ void Offer(FreqStoreListViewButtonBar& bar, std::function<QVector<FrequencyStore
             const QPointer<HalvoNodeMediatorCtrl> controller(target.controller);
             menu->addAction(target.name, &bar, [&bar, entries, controller, name = target.name] {
                 if (controller)
-                    bar.SetNotice(told(Send(entries(), *controller, Tolerance()), name));
+                    bar.Tell(told(Send(entries(), *controller, Tolerance()), name));
             });
         }
         menu->addSeparator();

@@ -204,6 +204,10 @@ void FreqStoreListViewButtonBar::showNotice(const QString& notice) {
     m_notice->setVisible(!notice.isEmpty());
 }
 
+void FreqStoreListViewButtonBar::Tell(const QString& text) {
+    m_counts->setText(text);
+}
+
 ValuePtr<ValueSelection> FreqStoreListViewButtonBar::UpdateModeSelection() {
     return m_updateMode.get();
 }
