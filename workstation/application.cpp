@@ -1,6 +1,7 @@
 #include "workstation/application.h"
 
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
+#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
@@ -32,11 +33,32 @@
 namespace {
 
 constexpr char TargetsPath[] = "/Lists/LocalTargetList";
+constexpr char MemoryPath[] = "/Lists/MemoryChannels";
 /// What a plug-in exports: called once after the store's own lists stand, and once before the end.
 constexpr char PlugInStart[] = "FrequencyStorePlugInStart";
 constexpr char PlugInStop[] = "FrequencyStorePlugInStop";
 /// How long rows may take to settle before a picture is taken.
 constexpr int SettleMilliseconds = 400;
+
+/// Which setting of the receiver each link of the template of memory channels follows.
+struct TemplateLink {
+    const FreqList::Key& setting;
+    void (MemorySystemHandler::*bind)(const QString& path);
+};
+constexpr TemplateLink TemplateLinks[] = {
+    {Keys::KeyFrequency, &MemorySystemHandler::SetFrequency_ValuePath},
+    {Keys::KeyBandwidth, &MemorySystemHandler::SetBandwidth_ValuePath},
+    {Keys::KeyDemodulation, &MemorySystemHandler::SetDemodulation_ValuePath},
+    {Keys::Threshold, &MemorySystemHandler::SetThreshold_ValuePath},
+    {Keys::BFOFrequency, &MemorySystemHandler::SetBFOFrequency_ValuePath},
+    {Keys::OutputIFPath, &MemorySystemHandler::SetOutputIF_ValuePath},
+    {Keys::Shift, &MemorySystemHandler::SetShift_ValuePath},
+    {Keys::UseSquelch, &MemorySystemHandler::SetUseSquelch_ValuePath},
+    {Keys::UseAttenuation, &MemorySystemHandler::SetUseAttenuation_ValuePath},
+    {Keys::Attenuation, &MemorySystemHandler::SetAttenuation_ValuePath},
+    {Keys::AntennaID, &MemorySystemHandler::SetAntenna_ValuePath},
+    {Keys::AFC, &MemorySystemHandler::SetAFC_ValuePath},
+};
 
 void settle() {
     QElapsedTimer timer;
@@ -70,7 +92,8 @@ Workstation::~Workstation() {
         if (const auto stop = reinterpret_cast<void (*)()>(plugIn->resolve(PlugInStop)))
             stop();
     }
-    m_job->Revert();
+    m_job->Revert(); // what was to be saved is saved
+    MemorySystemHandler::DeleteInstance();
     TargetListHandler::DeleteInstance();
 }
 
@@ -122,6 +145,20 @@ void Workstation::registerLists() {
     Node* targets = Tree::Instance()->MakeNode(QString::fromLatin1(TargetsPath));
     TargetListHandler::Instance()->Init(targets, haveDefault);
     TargetListHandler::Instance()->AddToFreqStore();
+    registerMemoryChannels();
+}
+
+void Workstation::registerMemoryChannels() {
+    MemorySystemHandler& handler = *MemorySystemHandler::Instance();
+    handler.SetListType(m_options.receiver == ReceiverKind::HF ? MediatorType::MemoryHF
+                                                               : MediatorType::MemoryVUHF);
+    handler.Init(Tree::Instance()->MakeNode(QString::fromLatin1(MemoryPath)));
+    for (const TemplateLink& link : TemplateLinks)
+        (handler.*link.bind)(m_receiver->PathOf(link.setting));
+    handler.SetJobfile_ValuePath(Job::TextPath());
+    handler.SetData4Jobfile_ValuePath(Job::SectionPath());
+    handler.SetSave2Job_ValuePath(Job::SavePath());
+    handler.AddToFreqStore();
 }
 
 void Workstation::loadPlugIn(const QString& path) {

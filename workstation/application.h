@@ -33,6 +33,7 @@ private:
     void prepareDirectories();
     void addJobPanel();
     void registerLists();
+    void registerMemoryChannels();
     void loadPlugIn(const QString& path);
     void readSamples();
     void readFile(const QString& path);
