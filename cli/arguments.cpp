@@ -4,13 +4,14 @@
 
 #include <cstdio>
 
-Arguments::Arguments(const char* command, const char* usage, int files)
+Arguments::Arguments(const char* command, const char* usage, int files, bool takesList)
     : m_command(QString::fromLatin1(command)), m_files(files) {
     m_parser.setApplicationDescription(QString::fromLatin1(usage));
     m_parser.addHelpOption();
-    m_parser.addOption({QStringLiteral("list"),
-                        QStringLiteral("Kind of list: %1.").arg(ListKinds().join(QStringLiteral(", "))),
-                        QStringLiteral("KIND"), QStringLiteral("target")});
+    if (takesList)
+        m_parser.addOption({QStringLiteral("list"),
+                            QStringLiteral("Kind of list: %1.").arg(ListKinds().join(QStringLiteral(", "))),
+                            QStringLiteral("KIND"), QStringLiteral("target")});
 }
 
 bool Arguments::Take(const QStringList& arguments, int& exitCode) {

@@ -10,8 +10,9 @@
 /// command line is told on standard error.
 class Arguments {
 public:
-    /// `usage` is shown by the help; `files` is the number of file names, or -1 for one or more.
-    Arguments(const char* command, const char* usage, int files);
+    /// `usage` is shown by the help; `files` is the number of file names, or -1 for one or more. A command
+    /// that concerns no list has no `--list`.
+    Arguments(const char* command, const char* usage, int files, bool takesList = true);
 
     QCommandLineParser& Parser() { return m_parser; }
     /// Takes the arguments behind the command's name; false when they are wrong or the help was shown, and

@@ -1,7 +1,12 @@
 #include "cli/arguments.h"
 #include "cli/command.h"
+#include "cli/progressbar.h"
 #include "host/freqstorexml/filehandling.h"
 #include "host/valuetree/node.h"
+#include "sweep/sweepfile.h"
+#include "sweep/sweepreader.h"
+
+#include <QTimeZone>
 
 #include <cstdio>
 
@@ -27,6 +32,23 @@ QString counted(size_t count, const char* one, const char* many) {
            QLatin1String(count == 1 ? one : many);
 }
 
+/// False when there is a problem.
+bool checkSweep(const QString& path) {
+    ProgressBar bar;
+    const SweepSummary summary = ReadSweepFile(
+        path, QTimeZone::systemTimeZone(), [](const Sweep&) {},
+        [&](qint64 done, qint64 total) {
+            bar.Show(done, total);
+            return true;
+        });
+    ProgressBar::MakeRoom();
+    std::printf("%s: power sweeps, %s, %s, %s\n", qPrintable(path),
+                qPrintable(counted(static_cast<size_t>(summary.sweeps), "sweep", "sweeps")),
+                qPrintable(counted(static_cast<size_t>(summary.rows), "row", "rows")),
+                qPrintable(counted(static_cast<size_t>(summary.problems), "problem", "problems")));
+    return summary.problems == 0;
+}
+
 } // namespace
 
 int RunCheck(const QStringList& arguments) {
@@ -38,6 +60,11 @@ int RunCheck(const QStringList& arguments) {
         return exitCode;
     const ProblemPrinter problems;
     for (const QString& path : args.Files()) {
+        if (IsSweepFile(path)) {
+            if (!checkSweep(path))
+                exitCode = ExitFile;
+            continue;
+        }
         const std::unique_ptr<CliList> list = args.List();
         if (!list)
             return ExitUsage;

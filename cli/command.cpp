@@ -8,6 +8,7 @@ const std::vector<Command>& Commands() {
         {"show", "[--list KIND] [--format table|json|tsv] FILE", "print the entries of a file", RunShow},
         {"convert", "[--list KIND] IN OUT", "write a file in another format", RunConvert},
         {"check", "[--list KIND] FILE...", "tell what is wrong with files", RunCheck},
+        {"detect", "[OPTIONS] SWEEP.csv OUT.xml|OUT.csv", "find the signals in power sweeps", RunDetect},
     };
     return commands;
 }
@@ -16,7 +17,8 @@ namespace {
 
 void printHelp(FILE* out) {
     std::fputs("Usage: freqstore-cli COMMAND [OPTIONS] FILES\n\n"
-               "Reads, shows, converts and checks lists of frequencies without a screen.\n\nCommands:\n",
+               "Reads, shows, converts and checks lists of frequencies without a screen, and finds "
+               "signals.\n\nCommands:\n",
                out);
     for (const Command& command : Commands())
         std::fprintf(out, "  %-8s %-48s %s\n", command.name, command.arguments, command.purpose);

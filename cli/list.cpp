@@ -1,5 +1,6 @@
 #include "cli/list.h"
 
+#include "cli/progressbar.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "host/base/problems.h"
 #include "host/valuetree/tree.h"
@@ -79,6 +80,7 @@ void ForEachEntry(const CliList& list, const std::function<void(const std::vecto
 ProblemPrinter::ProblemPrinter() {
     Problems::SetSink([this](const Problem& problem) {
         ++m_count;
+        ProgressBar::MakeRoom();
         std::fprintf(stderr, "%s\n", qPrintable(problem.ToString()));
     });
 }

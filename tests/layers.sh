@@ -7,7 +7,7 @@ status=0
 
 may_include() { # FOLDER ALLOWED-REGEX
     local bad
-    bad=$(grep -rnE '^#include "(host|controls|workstation|cli)/' "$1" --include='*.h' --include='*.cpp' |
+    bad=$(grep -rnE '^#include "(host|controls|sweep|workstation|cli)/' "$1" --include='*.h' --include='*.cpp' |
           grep -vE "#include \"($2)/" || true)
     [ -z "$bad" ] || { echo "$1 must not include:"; echo "$bad"; status=1; }
 }
@@ -25,15 +25,16 @@ may_include host/gui "$xml|host/gui"
 may_include host/widgets "$gui"
 may_include host/freqlist "$gui|host/freqlist"
 may_include controls "host/[a-z]+|controls/frequencystore(/[a-z]+)?"
-may_include cli "host/[a-z]+|controls/frequencystore(/[a-z]+)?|cli"
-may_include workstation "host/[a-z]+|controls/frequencystore(/[a-z]+)?|workstation"
+may_include sweep "host/[a-z]+|sweep"
+may_include cli "host/[a-z]+|controls/frequencystore(/[a-z]+)?|sweep|cli"
+may_include workstation "host/[a-z]+|controls/frequencystore(/[a-z]+)?|sweep|workstation"
 
 # The window knows no view, and no handler knows one either.
 views=$(grep -rnE '#include "controls/frequencystore/[a-z]*view\.h"' workstation controls/frequencystore/listviewshandler || true)
 [ -z "$views" ] || { echo "views are made by the store only:"; echo "$views"; status=1; }
 
 # A circle of headers would make tsort complain.
-circle=$(grep -rE '^#include "(host|controls|workstation|cli)/' host controls workstation cli --include='*.h' |
+circle=$(grep -rE '^#include "(host|controls|sweep|workstation|cli)/' host controls sweep workstation cli --include='*.h' |
          sed -E 's/^([^:]+):#include "([^"]+)".*/\1 \2/' | tsort 2>&1 >/dev/null || true)
 [ -z "$circle" ] || { echo "$circle"; status=1; }
 exit $status

@@ -193,6 +193,10 @@ void FrequencyBar::paintLine(QPainter& painter, const Line& line, int top) const
             const int mark = static_cast<int>(height * share);
             painter.fillRect(x, top + height - mark, 2, mark, color);
         }
+        if ((state.flags & PixState::Focus) != 0) {
+            painter.fillRect(x - 1, top, 4, height, palette().color(QPalette::WindowText));
+            painter.fillRect(x, top + 1, 2, height - 2, palette().color(QPalette::Highlight));
+        }
     }
 }
 

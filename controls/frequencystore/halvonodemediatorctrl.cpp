@@ -1,6 +1,7 @@
 #include "controls/frequencystore/halvonodemediatorctrl.h"
 
 #include "controls/frequencystore/memorymediatorhf.h"
+#include "controls/frequencystore/searchmcdatamediator.h"
 #include "controls/frequencystore/wkfnodemediator.h"
 #include "host/base/trace.h"
 #include "host/freqstorexml/frequencystorelist.h"
@@ -23,7 +24,7 @@ struct TypeInfo {
 
 constexpr TypeInfo Types[] = {
     {MediatorType::MemoryHF, FrequencyStoreList::MemoryChannels, make<MemoryMediatorHF>},
-    {MediatorType::SearchMCData, FrequencyStoreList::SearchResults, nullptr},
+    {MediatorType::SearchMCData, FrequencyStoreList::SearchResults, make<SearchMCDataMediator>},
     {MediatorType::TargetList, FrequencyStoreList::TargetList, make<WkfNodeMediator>},
     {MediatorType::NoiFrequencies, FrequencyStoreList::Noi, make<FrequencyNodeMediator>},
     {MediatorType::MemoryVUHF, FrequencyStoreList::MemoryChannels, make<MemoryMediatorVUHF>},

@@ -79,7 +79,7 @@ void WkfListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
         return;
     FrequencyNodeListView::InitFreqStoreWidget(bar);
     bar->SetCaption(tr("Frequency Store - Local Target List"));
-    for (const Bar::Action action : {Bar::Copy, Bar::Read, Bar::Save})
+    for (const Bar::Action action : {Bar::Copy, Bar::Paste, Bar::Read, Bar::Save})
         bar->GetAction(action)->setVisible(true);
     const bool withCsv = CsvIsAllowed();
     for (const Bar::Action action : {Bar::Import, Bar::Export})
@@ -95,6 +95,7 @@ void WkfListView::connectBar(FreqStoreListViewButtonBar& bar, bool withCsv) {
     connect(bar.GetAction(Bar::Import), &QAction::triggered, this, &WkfListView::slotImportTargetList);
     connect(bar.GetAction(Bar::Export), &QAction::triggered, this, &WkfListView::slotExport2File);
     connect(bar.GetAction(Bar::Copy), &QAction::triggered, this, &WkfListView::slotCopy);
+    connect(bar.GetAction(Bar::Paste), &QAction::triggered, this, &WkfListView::slotPaste);
 
     auto* menu = new ResortPopupMenu(this, "ViewMenu");
     menu->addAction(bar.GetAction(Bar::Copy));
@@ -139,6 +140,10 @@ void WkfListView::slotCopy() {
         if (auto* target = dynamic_cast<WkfNodeMediator*>(mediator))
             copy2FreqStore(*target);
     }
+}
+
+void WkfListView::slotPaste() {
+    PasteClipboard("wkflistview", 205);
 }
 
 void WkfListView::copy2FreqStore(WkfNodeMediator& mediator) {

@@ -22,6 +22,8 @@ public slots:
     /// Puts the selected targets on the clipboard as XML, the current one first, and into the store's copy
     /// buffer.
     void slotCopy();
+    /// Adds the entries on the clipboard, of whatever list they are, as targets.
+    void slotPaste();
     void slotItemClicked(SortListViewItem* item) override;
 
 protected:

@@ -1,11 +1,16 @@
 #include "host/freqlist/frequencynodelistview.h"
 
+#include "host/base/problems.h"
 #include "host/base/trace.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
+#include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqstorexml/frequencystorelist.h"
+#include "host/report/recordreader.h"
+#include "host/report/rgexception.h"
 
+#include <QBuffer>
 #include <QKeyEvent>
 #include <QMenu>
 
@@ -148,6 +153,26 @@ void FrequencyNodeListView::CopySelection(const char* traceSource, unsigned shor
         TraceLazily(traceSource, line,
                     [] { return QStringLiteral("UNKNOWN EXCEPTION WHILE COPYING FREQUENCIES"); });
     }
+}
+
+void FrequencyNodeListView::PasteClipboard(const char* traceSource, unsigned short line) {
+    auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(m_controller);
+    if (!list)
+        return;
+    AllowSort(false);
+    try {
+        QByteArray text = FreqStore::Instance().GetClipboardText().toUtf8();
+        QBuffer buffer(&text);
+        buffer.open(QIODevice::ReadOnly);
+        FreqStoreXml::FrequencyStoreList copied;
+        REPORTGENERATOR::ReadDocument(buffer, QStringLiteral("clipboard"), copied, nullptr, false);
+        list->AppendEntries(copied.GetFrequencyStoreEntry());
+    } catch (const RGException& exception) {
+        TraceLazily(traceSource, line, [] { return QStringLiteral("EXCEPTION WHILE PASTING FREQUENCIES:"); });
+        Problems::Report(traceSource, line, Problem::FromText(exception.GetErrorText()));
+    }
+    AllowSort(true);
+    sort();
 }
 
 void FrequencyNodeListView::DeleteSelectedEntries() {

@@ -76,6 +76,9 @@ protected:
     /// Puts the selected entries on the clipboard as frequency-store XML, current one first. Failures are
     /// traced under the names given.
     void CopySelection(const char* traceSource, unsigned short line);
+    /// Adds the entries on the clipboard to the list, each as the list makes its entries. A clipboard that
+    /// holds no frequency-store XML adds nothing and is told and traced under the names given.
+    void PasteClipboard(const char* traceSource, unsigned short line);
     /// Removes the nodes of the selected entries, in one operation.
     void DeleteSelectedEntries();
     MultiViewMediatorCtrl* Controller() const { return m_controller; }

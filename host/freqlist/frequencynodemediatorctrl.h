@@ -14,8 +14,9 @@ class FrequencyNodeMediator;
 class Node;
 
 namespace FreqStoreXml {
+class FrequencyStoreEntry;
 class FrequencyStoreListWriter;
-}
+} // namespace FreqStoreXml
 
 /// Controller of all mediators of one list: it watches the children of a list node, keeps one mediator per
 /// child in the order of the children, and gives each attached view one row per mediator. It owns the
@@ -61,8 +62,8 @@ public:
     void Suspend(bool suspend);
     bool IsSuspended() const { return m_suspended; }
 
-    /// Writes all entries to the file as frequency-store XML; false, traced, with the old file in place, on
-    /// failure.
+    /// Writes all entries to the file as frequency-store XML; false, told and traced, with the old file in
+    /// place, on failure.
     bool SaveFrequencies(const QString& fileName);
     /// The same, as CSV when `csv` is set; throws RGException with file and reason instead.
     void WriteFrequencies(const QString& fileName, bool csv,
@@ -70,6 +71,13 @@ public:
     /// Writes all entries in the export form of the list type: search MC results as one line of text per
     /// entry (those without a text form are left out), all others as CSV. False as above.
     bool ExportFrequencies(const QString& fileName, FreqStoreXml::FrequencyStoreListHelper::ListType type);
+
+    /// Makes an entry of this list from an interchange entry. The list's owner sets it; without one entries
+    /// are plain: frequency, bandwidth, comment, demodulation and type.
+    using EntryMaker = std::function<void(const FreqStoreXml::FrequencyStoreEntry& entry)>;
+    void SetEntryMaker(EntryMaker maker) { m_entryMaker = std::move(maker); }
+    /// Adds entries behind those that are there, in one refresh. Nothing happens without a list node.
+    void AppendEntries(const QVector<FreqStoreXml::FrequencyStoreEntry>& entries);
 
     QString GetFreqStoreReport() override;
     void SetReportXml(const QString& xml, bool replace) override;
@@ -96,8 +104,9 @@ private:
     void scheduleUpdate();
     void writeList(FreqStoreXml::FrequencyStoreListWriter& writer);
     void writeLines(const QString& fileName);
-    void takeEntry(const FreqStoreXml::FrequencyStoreEntry& entry);
+    void makePlainEntry(const FreqStoreXml::FrequencyStoreEntry& entry);
 
+    EntryMaker m_entryMaker;
     int m_storeType;
     Node* m_node = nullptr;
     quint32 m_seenSerial = 0;                    ///< children attached up to here have been seen

@@ -1,10 +1,10 @@
+#include "host/base/problems.h"
 #include "host/base/trace.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqstorexml/liststreams.h"
+#include "host/report/outputfile.h"
 #include "host/valuetree/tree.h"
-
-#include <QSaveFile>
 
 using FreqStoreXml::FrequencyStoreEntry;
 using FreqStoreXml::FrequencyStoreList;
@@ -15,13 +15,13 @@ namespace {
 
 constexpr char TraceSource[] = "frequencynodemediatorctrl";
 
-/// Runs one file operation; false, traced, when it fails.
-bool traced(unsigned short line, const std::function<void()>& operation) {
+/// Runs one file operation; false, told and traced, when it fails.
+bool told(unsigned short line, const std::function<void()>& operation) {
     try {
         operation();
         return true;
     } catch (const RGException& exception) {
-        TraceLazily(TraceSource, line, [&] { return exception.GetErrorText(); });
+        Problems::Report(TraceSource, line, Problem::FromText(exception.GetErrorText()));
         return false;
     }
 }
@@ -54,16 +54,24 @@ void FrequencyNodeMediatorCtrl::writeList(FrequencyStoreListWriter& writer) {
 }
 
 void FrequencyNodeMediatorCtrl::writeLines(const QString& fileName) {
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly))
-        throw RGException(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
+    constexpr size_t FlushAt = 1 << 16;
+    REPORTGENERATOR::OutputFile file(fileName);
+    std::string lines;
+    const auto flush = [&] {
+        REPORTGENERATOR::WriteBytes(file.Device(), fileName, lines);
+        lines.clear();
+    };
     ForEach([&](FrequencyNodeMediator& mediator) {
         const QString line = mediator.ToString();
-        if (!line.isEmpty())
-            file.write((line + QLatin1Char('\n')).toUtf8());
+        if (line.isEmpty())
+            return;
+        lines += line.toStdString();
+        lines += '\n';
+        if (lines.size() >= FlushAt)
+            flush();
     });
-    if (!file.commit())
-        throw RGException(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
+    flush();
+    file.Commit();
 }
 
 void FrequencyNodeMediatorCtrl::WriteFrequencies(const QString& fileName, bool csv,
@@ -73,12 +81,12 @@ void FrequencyNodeMediatorCtrl::WriteFrequencies(const QString& fileName, bool c
 }
 
 bool FrequencyNodeMediatorCtrl::SaveFrequencies(const QString& fileName) {
-    return traced(60, [&] { WriteFrequencies(fileName, false, FrequencyStoreListHelper::XmlList); });
+    return told(60, [&] { WriteFrequencies(fileName, false, FrequencyStoreListHelper::XmlList); });
 }
 
 bool FrequencyNodeMediatorCtrl::ExportFrequencies(const QString& fileName,
                                                   FrequencyStoreListHelper::ListType type) {
-    return traced(64, [&] {
+    return told(64, [&] {
         if (type == FrequencyStoreListHelper::SearchResults)
             writeLines(fileName);
         else
@@ -101,13 +109,23 @@ void FrequencyNodeMediatorCtrl::SetReportXml(const QString& xml, bool replace) {
     }
     if (replace)
         m_node->DeleteChildren();
-    for (const FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry())
-        takeEntry(entry);
+    AppendEntries(list.GetFrequencyStoreEntry());
+}
+
+void FrequencyNodeMediatorCtrl::AppendEntries(const QVector<FrequencyStoreEntry>& entries) {
+    if (!m_node)
+        return;
+    for (const FrequencyStoreEntry& entry : entries) {
+        if (m_entryMaker)
+            m_entryMaker(entry);
+        else
+            makePlainEntry(entry);
+    }
     ForceUpdateNow();
 }
 
 /// Makes a plain entry: a node with the values that every list has.
-void FrequencyNodeMediatorCtrl::takeEntry(const FrequencyStoreEntry& entry) {
+void FrequencyNodeMediatorCtrl::makePlainEntry(const FrequencyStoreEntry& entry) {
     auto* node = new Node(m_node, QStringLiteral("Entry"));
     const auto& settings = entry.GetFFM_Settings();
     addOwn<ValueNumeric<double>>(*node, FreqList::KeyFrequency, settings.GetFrequency().GetValue());

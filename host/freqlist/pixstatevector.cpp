@@ -1,6 +1,7 @@
 #include "host/freqlist/pixstatevector.h"
 
 #include "host/valuetree/tree.h"
+#include "host/valuetree/valueselection.h"
 
 #include <cmath>
 
@@ -28,11 +29,13 @@ void PixStateVector::SetDirty(bool dirty) {
 void PixStateVector::SetHMapping(IHasHMap* map, int width) {
     m_map = map;
     m_pixels.assign(static_cast<size_t>(std::max(width, 0)), PixState());
+    m_marks = 0;
     SetDirty(true);
 }
 
 void PixStateVector::SetFocusFlag(bool focus) {
     m_focus = focus;
+    m_marks = 0;
     SetDirty(true);
 }
 
@@ -77,6 +80,7 @@ void PixStateVector::SetBandwidth(int pixel, double hertz, unsigned type, int fl
 
 void PixStateVector::Clean() {
     std::fill(m_pixels.begin(), m_pixels.end(), PixState());
+    m_marks = 0;
 }
 
 PixStateVector& PixStateVector::operator|=(const PixStateVector& other) {
@@ -91,7 +95,21 @@ PixStateVector& PixStateVector::operator|=(const PixStateVector& other) {
     return *this;
 }
 
+void PixStateVector::MarkFocus(double hertz) {
+    const int pixel = ValueToPixel(hertz);
+    if (pixel >= 0)
+        m_pixels[static_cast<size_t>(pixel)].flags |= PixState::Focus;
+}
+
+void PixStateVector::ClearFocus() {
+    if (m_focus)
+        return; // all of the line has it
+    for (PixState& state : m_pixels)
+        state.flags &= static_cast<quint8>(~PixState::Focus);
+}
+
 void PixStateVector::Mark(quint32 item, double hertz, double bandwidth, char type) {
+    ++m_marks;
     if (!m_map)
         return;
     const double centre = m_map->MapToPixel(hertz);
@@ -161,8 +179,11 @@ PixStateVectorOnNode::Item PixStateVectorOnNode::read(const Node& entry) const {
     Item item{&entry, 0, 0, m_fixedType};
     if (const auto* frequency = numeric_cast(entry.FindOwnValue(m_frequencyKey)))
         item.frequency = frequency->ValueAsDouble();
-    if (const auto* bandwidth = numeric_cast(entry.FindOwnValue(m_bandwidthKey)))
-        item.bandwidth = bandwidth->ValueAsDouble();
+    ValueBase* bandwidth = entry.FindOwnValue(m_bandwidthKey);
+    if (const auto* number = numeric_cast(bandwidth))
+        item.bandwidth = number->ValueAsDouble();
+    else if (const auto* selection = value_cast<ValueSelection>(bandwidth))
+        item.bandwidth = selection->GetCurrentValue();
     const auto* type = entry.FindOwn<Value<char>>(m_typeKey);
     if (m_fixedType == 0 && type)
         item.type = type->GetValue();

@@ -98,6 +98,11 @@ public:
 protected:
     /// Puts one entry on the line.
     void Mark(quint32 item, double hertz, double bandwidth, char type);
+    /// Emphasises what lies at a frequency / takes the emphasis off all pixels.
+    void MarkFocus(double hertz);
+    void ClearFocus();
+    /// Entries that have been put on the line since its pixels were last emptied.
+    size_t MarkCount() const { return m_marks; }
 
     Names::Id m_frequencyKey = Names::Unknown;
     Names::Id m_bandwidthKey = Names::Unknown;
@@ -107,6 +112,7 @@ protected:
 
 private:
     std::vector<PixState> m_pixels;
+    size_t m_marks = 0;
     IHasHMap* m_map = nullptr;
     int m_symbol = 0;
     int m_listId = 0;

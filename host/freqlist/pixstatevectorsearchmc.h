@@ -2,36 +2,63 @@
 
 #include "host/freqlist/pixstatevector.h"
 #include "host/valuetree/detection.h"
+#include "host/valuetree/tree.h"
 
-/// A line with a mark for each record of a `ValueList<T>`. Made with mode 0 it stays hidden until it is made
-/// visible.
+/// A line with a mark for each record of a `ValueList<T>`, and with emphasis where emissions are marked. Made
+/// with mode 0 it stays hidden until it is made visible. Records that are appended cost no look at the
+/// others.
 template <typename T>
 class PixStateVectorSearchMC final : public PixStateVectorOnValue {
 public:
     using PixStateVectorOnValue::PixStateVectorOnValue;
+    ~PixStateVectorSearchMC() override { forgetMarked(); }
 
     void Init(const QString& valuePath) override {
-        m_collected = false;
+        m_seen = {};
         PixStateVectorOnValue::Init(valuePath);
     }
     void ClearObservable() override {
-        m_collected = false;
+        m_seen = {};
         PixStateVectorOnValue::ClearObservable();
     }
+    /// The list of marked emissions: frequencies in Hz, which need not be there.
+    void SetMarkedPath(const QString& path) {
+        forgetMarked();
+        m_marked = value_cast<ValueList<double>>(Tree::Instance()->GetValue(path));
+        if (m_marked)
+            m_marked->AddObserver(this);
+        SetDirty(true);
+    }
     void Update(Observable* subject, TChangeCode code) override {
-        m_collected = false;
-        PixStateVectorOnValue::Update(subject, code);
+        if (m_marked && subject == static_cast<Observable*>(m_marked.get())) {
+            if (code == TChangeCode::Removing)
+                m_marked = nullptr;
+            SetDirty(true);
+        } else {
+            if (code == TChangeCode::Removing)
+                m_seen = {};
+            PixStateVectorOnValue::Update(subject, code);
+        }
     }
 
     void Refresh() override {
         if (!GetDirty())
             return;
-        Clean();
         if (IsVisible()) {
-            collect();
-            for (size_t i = 0; i < m_items.size(); ++i)
-                Mark(static_cast<quint32>(i), m_items[i].frequency, m_items[i].bandwidth,
+            if (!collectChanges() || MarkCount() != m_drawn) {
+                Clean();
+                m_drawn = 0;
+            }
+            for (; m_drawn < m_items.size(); ++m_drawn)
+                Mark(static_cast<quint32>(m_drawn), m_items[m_drawn].frequency, m_items[m_drawn].bandwidth,
                      DetectionConventionalAdapter::Type);
+            ClearFocus();
+            if (m_marked) {
+                for (const double hertz : m_marked->Elements())
+                    MarkFocus(hertz);
+            }
+        } else {
+            Clean();
         }
         SetDirty(false);
     }
@@ -47,20 +74,39 @@ private:
         double frequency; ///< Hz
         double bandwidth; ///< Hz
         unsigned id;
+
+        bool operator==(const Item&) const = default;
     };
 
-    void collect() {
-        if (std::exchange(m_collected, true))
-            return;
-        m_items.clear();
-        const auto* list = value_cast<ValueList<T>>(GetValue());
-        if (!list)
-            return;
-        m_items.reserve(list->Size());
-        for (const T& record : list->GetList())
-            m_items.push_back({record.GetFrequency(), record.GetBandwidth(), record.GetID()});
+    static Item itemOf(const T& record) {
+        return {record.GetFrequency(), record.GetBandwidth(), record.GetID()};
     }
 
+    /// Takes up what changed; false when marks that are there may be wrong.
+    bool collectChanges() {
+        const auto* list = value_cast<ValueList<T>>(GetValue());
+        std::vector<typename ValueList<T>::Edited> edits;
+        bool known = list && list->ChangesSince(m_seen, edits);
+        for (const auto& edit : edits)
+            known = known && (edit.place >= m_items.size() || m_items[edit.place] == itemOf(*edit.element));
+        if (!known)
+            m_items.clear();
+        m_seen = list ? list->SeenNow() : typename ValueList<T>::Seen();
+        if (list) {
+            const auto added = static_cast<std::ptrdiff_t>(list->Size() - m_items.size());
+            for (auto at = std::prev(list->Elements().end(), added); at != list->Elements().end(); ++at)
+                m_items.push_back(itemOf(*at));
+        }
+        return known;
+    }
+    void forgetMarked() {
+        if (m_marked)
+            m_marked->DeleteObserver(this);
+        m_marked = nullptr;
+    }
+
+    WeakRef<ValueList<double>> m_marked;
     std::vector<Item> m_items;
-    bool m_collected = false;
+    typename ValueList<T>::Seen m_seen; ///< how much of the list the items are
+    size_t m_drawn = 0;                 ///< items that have their marks
 };

@@ -1,10 +1,38 @@
 #pragma once
 
+#include "host/freqlist/recordsort.h"
 #include "host/freqlist/vectorlistviewbase.h"
 #include "host/valuetree/value.h"
 
 #include <algorithm>
-#include <numeric>
+
+namespace Detail {
+
+/// Records by number, in blocks that never move: a long copy grows without being copied itself.
+template <typename T>
+class RecordBlocks {
+public:
+    size_t size() const { return m_size; }
+    const T& operator[](size_t i) const { return m_blocks[i / BlockSize][i % BlockSize]; }
+    T& operator[](size_t i) { return m_blocks[i / BlockSize][i % BlockSize]; }
+    void push_back(const T& record) {
+        if (m_size++ % BlockSize == 0)
+            m_blocks.emplace_back().reserve(BlockSize);
+        m_blocks.back().push_back(record);
+    }
+    void clear() {
+        m_blocks.clear();
+        m_size = 0;
+    }
+
+private:
+    static constexpr size_t BlockSize = 1024;
+
+    std::vector<std::vector<T>> m_blocks;
+    size_t m_size = 0;
+};
+
+} // namespace Detail
 
 /// List view over a `ValueList<T>` without an object per record. `Format` makes the cell texts by a static
 /// `QString FieldText(const T&, const QString& field)`. Derived views add columns, and override `Sort` where
@@ -43,23 +71,19 @@ protected:
         return texts;
     }
 
-    /// Sorts by what `keyOf` gives for a record, asked for once each. The same column in the other direction
-    /// turns the present order round. False when there is nothing to do.
-    template <typename KeyOf>
-    bool SortByKey(int column, bool ascending, KeyOf keyOf) {
+    bool Sort(int column, bool ascending) override {
+        m_key = nullptr;
+        return VectorListViewBase::Sort(column, ascending);
+    }
+    /// Sorts by a key, asked for once of each record. The same column in the other direction turns the
+    /// present order round. False when there is nothing to do. The key, which must stay, then places new
+    /// records.
+    bool SortByKey(int column, bool ascending, const RecordSort::Key<T>& key) {
         const SortStep step = NextSort(column, ascending);
         if (step == SortStep::Nothing)
             return false;
-        std::vector<quint32> order = Order();
-        if (step == SortStep::Anew) {
-            std::vector<std::decay_t<decltype(keyOf(m_records.front()))>> keys;
-            keys.reserve(m_records.size());
-            for (const T& record : m_records)
-                keys.push_back(keyOf(record));
-            std::iota(order.begin(), order.end(), 0u);
-            std::stable_sort(order.begin(), order.end(),
-                             [&](quint32 a, quint32 b) { return keys[a] < keys[b]; });
-        }
+        m_key = &key;
+        std::vector<quint32> order = step == SortStep::Anew ? RecordSort::OrderBy(key, m_records) : Order();
         if (step == SortStep::Reverse || !ascending)
             std::reverse(order.begin(), order.end());
         SetOrder(std::move(order));
@@ -71,17 +95,39 @@ protected:
     }
     int TakeRecords(const ValueBase* value, int atMost) override {
         m_records.clear();
+        m_seen = {};
+        m_key = nullptr;
         const auto* list = value_cast<ValueList<T>>(value);
         if (!list)
             return 0;
-        const int size = static_cast<int>(list->Size());
-        m_records.reserve(static_cast<size_t>(std::min(size, atMost)));
-        for (const T& record : list->GetList()) {
+        for (const T& record : list->Elements()) {
             if (static_cast<int>(m_records.size()) == atMost)
-                break;
+                return static_cast<int>(list->Size());
             m_records.push_back(record);
         }
-        return size;
+        m_seen = list->SeenNow();
+        return static_cast<int>(list->Size());
+    }
+    std::optional<int> TakeChanges(const ValueBase* value, std::vector<quint32>& edited) override {
+        const auto* list = value_cast<ValueList<T>>(value);
+        std::vector<typename ValueList<T>::Edited> edits;
+        if (!list || !list->ChangesSince(m_seen, edits))
+            return std::nullopt;
+        for (const auto& edit : edits) {
+            if (edit.place >= m_records.size())
+                continue;
+            m_records[edit.place] = *edit.element;
+            edited.push_back(static_cast<quint32>(edit.place));
+        }
+        const auto added = static_cast<std::ptrdiff_t>(list->Size() - m_records.size());
+        for (auto at = std::prev(list->Elements().end(), added); at != list->Elements().end(); ++at)
+            m_records.push_back(*at);
+        m_seen = list->SeenNow();
+        return static_cast<int>(m_records.size());
+    }
+    bool KnowsOrder() const override { return m_key != nullptr; }
+    bool GoesBefore(quint32 a, quint32 b) const override {
+        return RecordSort::Before(*m_key, m_records[a], m_records[b]);
     }
     QString CellText(quint32 record, int column) const override {
         return Format::FieldText(m_records[record], Fields()[static_cast<size_t>(column)]);
@@ -97,5 +143,7 @@ private:
         return records;
     }
 
-    std::vector<T> m_records;
+    Detail::RecordBlocks<T> m_records;
+    typename ValueList<T>::Seen m_seen;        ///< how much of the list the copy holds
+    const RecordSort::Key<T>* m_key = nullptr; ///< of the order, when it is one by a key
 };

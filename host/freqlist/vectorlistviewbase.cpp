@@ -1,8 +1,11 @@
 #include "host/freqlist/vectorlistviewbase.h"
 
+#include "host/freqlist/buttonbar.h"
 #include "host/valuetree/tree.h"
 
+#include <QElapsedTimer>
 #include <QHeaderView>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -13,6 +16,8 @@
 namespace {
 
 constexpr int TickMilliseconds = 40;
+/// A list that takes long to show leaves the rest of the program that many times as much.
+constexpr int TickShare = 4;
 /// Records taken when a view opens, so that it opens at once however long its list; the rest follows at the
 /// next tick.
 constexpr int FirstRecords = 1000;
@@ -79,7 +84,10 @@ private:
 };
 
 VectorListViewBase::VectorListViewBase(QWidget* parent, const char* name)
-    : QWidget(parent), m_list(new PageList(this)), m_scroll(new QScrollBar(Qt::Vertical, this)) {
+    : QWidget(parent),
+      m_list(new PageList(this)),
+      m_scroll(new QScrollBar(Qt::Vertical, this)),
+      m_tickMilliseconds(TickMilliseconds) {
     setObjectName(QString::fromUtf8(name));
     setFocusProxy(m_list);
     m_scroll->setRange(0, 0);
@@ -89,6 +97,8 @@ VectorListViewBase::VectorListViewBase(QWidget* parent, const char* name)
     connect(m_list, &SortListView::clicked, this, &VectorListViewBase::clicked);
     connect(m_list, &SortListView::doubleClicked, this, &VectorListViewBase::doubleClicked);
     connect(m_list, &SortListView::contextMenuRequested, this, &VectorListViewBase::contextMenuRequested);
+    connect(this, &VectorListViewBase::contextMenuRequested, this,
+            &VectorListViewBase::slotContextMenuRequested);
     connect(m_list, &SortListView::selectionChanged, this, [this](SortListViewItem* item) {
         takePageSelection();
         emit selectionChanged(item);
@@ -100,6 +110,21 @@ VectorListViewBase::~VectorListViewBase() {
     m_list->removeEventFilter(this);
     m_list->viewport()->removeEventFilter(this);
     delete m_list; // it asks the view for its counts
+}
+
+void VectorListViewBase::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
+    m_bar = bar;
+    if (bar)
+        connect(bar, &QObject::destroyed, this, [this] { m_bar = nullptr; });
+}
+
+void VectorListViewBase::slotContextMenuRequested(SortListViewItem*, const QPoint& globalPosition, int) {
+    if (!m_bar)
+        return;
+    QMenu menu;
+    m_bar->AddActionsTo(menu);
+    if (!menu.isEmpty())
+        menu.exec(globalPosition);
 }
 
 SortListView* VectorListViewBase::GetListView() {
@@ -151,7 +176,7 @@ void VectorListViewBase::Update(Observable* subject, TChangeCode code) {
         m_value = nullptr;
         UpdateView();
     } else if (!m_tick.isActive()) {
-        m_tick.start(TickMilliseconds, this);
+        m_tick.start(m_tickMilliseconds, this);
     }
 }
 
@@ -163,13 +188,18 @@ void VectorListViewBase::timerEvent(QTimerEvent* event) {
 }
 
 void VectorListViewBase::UpdateView() {
-    if (IsConnected())
-        load(std::numeric_limits<int>::max());
+    if (!IsConnected())
+        return;
+    QElapsedTimer timer;
+    timer.start();
+    if (!follow())
+        TakeAnew();
+    m_tickMilliseconds = std::max(TickMilliseconds, static_cast<int>(timer.elapsed()) * TickShare);
 }
 
 void VectorListViewBase::LoadAll() {
     if (m_loaded < m_count)
-        load(std::numeric_limits<int>::max());
+        TakeAnew();
 }
 
 void VectorListViewBase::load(int atMost) {
@@ -195,6 +225,69 @@ void VectorListViewBase::load(int atMost) {
         emit m_list->countsChanged();
 }
 
+/// Takes up the records that came or changed; false when the whole list has to be taken anew.
+bool VectorListViewBase::follow() {
+    if (m_loaded < m_count || (m_sortedColumn >= 0 && !KnowsOrder()))
+        return false;
+    std::vector<quint32> edited;
+    const std::optional<int> count = TakeChanges(m_value.get(), edited);
+    if (!count)
+        return false;
+    std::sort(edited.begin(), edited.end());
+    edited.erase(std::unique(edited.begin(), edited.end()), edited.end());
+    const auto firstNew = static_cast<quint32>(m_count);
+    m_count = m_loaded = *count;
+    m_selected.resize(static_cast<size_t>(m_count));
+    place(edited, firstNew);
+    const int selectedBefore = m_selectedCount;
+    if (!m_filter.isEmpty()) {
+        for (const quint32 record : edited)
+            m_passes[record] = passesFilter(record);
+        for (quint32 record = firstNew; record < static_cast<quint32>(m_count); ++record)
+            m_passes.push_back(passesFilter(record));
+        showPassed();
+    }
+    showPage();
+    if (m_selectedCount != selectedBefore)
+        announceSelection();
+    else
+        emit m_list->countsChanged();
+    return true;
+}
+
+/// Gives the records that changed, and those from `firstNew` on, their places in the order.
+void VectorListViewBase::place(const std::vector<quint32>& edited, quint32 firstNew) {
+    if (m_sortedColumn < 0)
+        return;
+    const auto before = [this](quint32 a, quint32 b) {
+        if (!m_sortedAscending)
+            std::swap(a, b);
+        return GoesBefore(a, b) || (!GoesBefore(b, a) && a < b);
+    };
+    if (!edited.empty()) {
+        std::vector<bool> moves(firstNew);
+        for (const quint32 record : edited)
+            moves[record] = true;
+        std::erase_if(m_order, [&](quint32 record) { return moves[record]; });
+    }
+    std::vector<quint32> placed = edited;
+    for (quint32 record = firstNew; record < static_cast<quint32>(m_count); ++record)
+        placed.push_back(record);
+    std::sort(placed.begin(), placed.end(), before);
+    std::vector<quint32> order;
+    order.reserve(static_cast<size_t>(m_count));
+    auto rest = m_order.cbegin();
+    for (const quint32 record : placed) {
+        const auto to =
+            std::partition_point(rest, m_order.cend(), [&](quint32 other) { return before(other, record); });
+        order.insert(order.end(), rest, to);
+        order.push_back(record);
+        rest = to;
+    }
+    order.insert(order.end(), rest, m_order.cend());
+    m_order = std::move(order);
+}
+
 void VectorListViewBase::AddColumn(const QString& title, const QString& field, CompareFunction compare) {
     const int column = m_list->addColumn(title);
     m_list->setColumnAlignment(static_cast<unsigned>(column), Qt::AlignRight);
@@ -210,7 +303,7 @@ void VectorListViewBase::sortByHeader() {
     } else if (!Sort(m_list->SortColumn(), m_list->SortOrder() == Qt::AscendingOrder)) {
         return;
     }
-    filterRows();
+    showPassed();
     showPage();
 }
 
@@ -246,24 +339,36 @@ void VectorListViewBase::setFilter(const QString& text) {
     announceSelection();
 }
 
+bool VectorListViewBase::passesFilter(quint32 record) const {
+    const int columns = m_list->columnCount();
+    for (int column = 0; column < columns; ++column) {
+        if (CellText(record, column).contains(m_filter, Qt::CaseInsensitive))
+            return true;
+    }
+    return false;
+}
+
 void VectorListViewBase::filterRows() {
+    m_passes.clear();
+    if (!m_filter.isEmpty()) {
+        for (quint32 record = 0; record < static_cast<quint32>(m_count); ++record)
+            m_passes.push_back(passesFilter(record));
+    }
+    showPassed();
+}
+
+/// Puts what the filter lets through into order.
+void VectorListViewBase::showPassed() {
     m_shown.clear();
     if (m_filter.isEmpty())
         return;
-    const int columns = m_list->columnCount();
     for (const quint32 record : Order()) {
-        for (int column = 0; column < columns; ++column) {
-            if (CellText(record, column).contains(m_filter, Qt::CaseInsensitive)) {
-                m_shown.push_back(record);
-                break;
-            }
-        }
+        if (m_passes[record])
+            m_shown.push_back(record);
     }
     // What is out of sight is out of reach of what is done to the selection.
-    std::vector<bool> kept(m_selected.size());
-    for (const quint32 record : m_shown)
-        kept[record] = m_selected[record];
-    m_selected.swap(kept);
+    for (size_t record = 0; record < m_selected.size(); ++record)
+        m_selected[record] = m_selected[record] && m_passes[record];
     m_selectedCount = static_cast<int>(std::count(m_selected.begin(), m_selected.end(), true));
 }
 
@@ -475,6 +580,8 @@ void VectorListViewBase::SelectFrequency(double hertz) {
 bool VectorListViewBase::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_list && event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
+        if (m_bar && m_bar->TriggerByKey(*key))
+            return true;
         return !key->modifiers().testFlag(Qt::AltModifier) &&
                moveByKey(key->key(), key->modifiers().testFlag(Qt::ShiftModifier));
     }

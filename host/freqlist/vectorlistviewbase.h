@@ -8,6 +8,7 @@
 #include <QBasicTimer>
 #include <QWidget>
 
+#include <limits>
 #include <optional>
 
 class QScrollBar;
@@ -35,12 +36,15 @@ public:
     SortListView* GetListView() override;
     QScrollBar* GetScrollBar() const { return m_scroll; }
     void SelectFrequency(double hertz) override;
-    void InitFreqStoreWidget(FreqStoreListViewButtonBar*) override {}
+    void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
+    FreqStoreListViewButtonBar* GetButtonBar() const { return m_bar; }
 
     int RecordCount() const { return m_count; }
     int RowCount() const;
     int SelectedCount() const { return m_selectedCount; }
     bool IsSelected(int row) const;
+    /// Selects a row alone, as a click on it does.
+    void SelectRow(int row) { moveTo(row, false); }
     void SelectAll();
 
     void Update(Observable* subject, TChangeCode code) override;
@@ -49,6 +53,8 @@ public:
 public slots:
     /// Shows the page that begins with that row; follows the scroll bar.
     virtual void slotSetFirstIndex2View(int first);
+    /// Offers the actions of the button bar as a menu.
+    virtual void slotContextMenuRequested(SortListViewItem* item, const QPoint& globalPosition, int column);
 
 signals:
     void clicked(SortListViewItem* item);
@@ -65,14 +71,23 @@ protected:
     /// Brings the records into the order of a column, by the texts of its cells; false when nothing changed.
     /// Views that sort by something else override this.
     virtual bool Sort(int column, bool ascending);
-    /// Takes the records anew and shows them, at once.
+    /// Takes what changed of the records and shows it, at once.
     virtual void UpdateView();
+    /// Takes all records anew, whatever is known of their changes, and sorts them anew.
+    void TakeAnew() { load(std::numeric_limits<int>::max()); }
     /// Row of an item of the page; negative for any other.
     int Item2Index(const SortListViewItem* item) const;
 
     virtual bool IsRecordList(const ValueBase* value) const = 0;
     /// Copies the first `atMost` records of a list; null has none. Returns how many there are in all.
     virtual int TakeRecords(const ValueBase* value, int atMost) = 0;
+    /// Brings a complete copy up to date when only some records came or changed; `edited` are the numbers of
+    /// those that changed. Returns how many there are in all; nothing when the copy must be taken anew.
+    virtual std::optional<int> TakeChanges(const ValueBase* value, std::vector<quint32>& edited) = 0;
+    /// Whether one record goes before another in ascending order of the sorted column; asked only where the
+    /// order is known.
+    virtual bool KnowsOrder() const = 0;
+    virtual bool GoesBefore(quint32 a, quint32 b) const = 0;
     /// Of a record by its place in the copy: the text of a cell, and its frequency (Hz).
     virtual QString CellText(quint32 record, int column) const = 0;
     virtual double RecordFrequency(quint32 record) const = 0;
@@ -99,6 +114,10 @@ private:
 
     void bind();
     void load(int atMost);
+    bool follow();
+    void place(const std::vector<quint32>& edited, quint32 firstNew);
+    bool passesFilter(quint32 record) const;
+    void showPassed();
     void sortByHeader();
     void setFilter(const QString& text);
     void filterRows();
@@ -117,15 +136,18 @@ private:
 
     PageList* m_list;
     QScrollBar* m_scroll;
+    FreqStoreListViewButtonBar* m_bar = nullptr; ///< the window's; forgotten when it ends
     QString m_path;
     WeakRef<ValueBase> m_value;
     QBasicTimer m_tick;
+    int m_tickMilliseconds;
     std::vector<QString> m_fields; ///< by column
     int m_count = 0;
     int m_loaded = 0;             ///< records that the copy holds so far
     std::vector<quint32> m_order; ///< empty: the order of the list
     QString m_filter;
-    std::vector<quint32> m_shown; ///< what the filter lets through, while there is one
+    std::vector<bool> m_passes;   ///< by record: what the filter lets through, while there is one
+    std::vector<quint32> m_shown; ///< these in their order
     int m_sortedColumn = -1;
     bool m_sortedAscending = true;
     std::vector<bool> m_selected; ///< by record

@@ -1,14 +1,7 @@
 #include "host/freqstorexml/filehandling.h"
 
-#include "host/freqstorexml/csvreader.h"
 #include "host/freqstorexml/liststreams.h"
-#include "host/freqstorexml/passinglist.h"
-#include "host/freqstorexml/recordlistwriter.h"
-#include "host/report/byteinput.h"
-#include "host/report/outputfile.h"
 #include "host/report/recordreader.h"
-
-#include <QFile>
 
 #include <utility>
 
@@ -36,17 +29,13 @@ void FileHandling::ImportFrequencyStoreList(bool csv, const QString& fileName, F
 
 void FileHandling::ImportDetectionResultList(bool csv, const QString& fileName, DetectionResultList& list) {
     DetectionResultList read;
-    if (csv) {
-        QFile file(fileName);
-        REPORTGENERATOR::OpenForReading(file);
-        const std::function<void(DetectionResult&)> append = [&](DetectionResult& result) {
-            read.GetDetectionResult().append(std::move(result));
-        };
-        PassingList<DetectionResult> results(append);
-        ReadCsvRecords(file, fileName, CsvLayout::OfDetectionResults(), results);
-    } else {
+    const ResultCallback append = [&](DetectionResult& result) {
+        read.GetDetectionResult().append(std::move(result));
+    };
+    if (csv)
+        ReadDetectionResults(fileName, true, append);
+    else
         read.LoadXml(fileName);
-    }
     list = std::move(read);
 }
 
@@ -62,13 +51,11 @@ bool FileHandling::ExportFrequencyStoreList(bool csv, const QString& fileName, c
 
 bool FileHandling::ExportFrequencyStoreList(bool csv, const QString& fileName,
                                             const DetectionResultList& list) {
-    REPORTGENERATOR::OutputFile file(fileName);
-    RecordListWriter writer(file.Device(), fileName, csv ? &CsvLayout::OfDetectionResults() : nullptr);
+    DetectionResultListWriter writer(fileName, csv);
     writer.Begin(list);
     for (const DetectionResult& result : list.GetDetectionResult())
         writer.Append(result);
-    writer.End(list);
-    file.Commit();
+    writer.Commit();
     return true;
 }
 

@@ -64,6 +64,46 @@ void FrequencyStoreListWriter::Commit() {
     d->Commit();
 }
 
+class DetectionResultListWriter::Private {
+public:
+    Private(const QString& fileName, bool csv)
+        : m_file(fileName),
+          m_writer(m_file.Device(), fileName, csv ? &CsvLayout::OfDetectionResults() : nullptr) {}
+
+    void Begin(const DetectionResultList& head) {
+        m_head = head;
+        m_head.GetDetectionResult() = {};
+        m_writer.Begin(m_head);
+    }
+    void Append(const DetectionResult& result) { m_writer.Append(result); }
+    void Commit() {
+        m_writer.End(m_head);
+        m_file.Commit();
+    }
+
+private:
+    REPORTGENERATOR::OutputFile m_file;
+    RecordListWriter m_writer;
+    DetectionResultList m_head;
+};
+
+DetectionResultListWriter::DetectionResultListWriter(const QString& fileName, bool csv)
+    : d(std::make_unique<Private>(fileName, csv)) {}
+
+DetectionResultListWriter::~DetectionResultListWriter() = default;
+
+void DetectionResultListWriter::Begin(const DetectionResultList& head) {
+    d->Begin(head);
+}
+
+void DetectionResultListWriter::Append(const DetectionResult& result) {
+    d->Append(result);
+}
+
+void DetectionResultListWriter::Commit() {
+    d->Commit();
+}
+
 void ReadXml(const QString& fileName, const EntryCallback& callback, FrequencyStoreList::Usage* usage) {
     QFile file(fileName);
     REPORTGENERATOR::OpenForReading(file);
@@ -95,6 +135,16 @@ void ReadCsv(QIODevice& device, const QString& name, FrequencyStoreListHelper::L
              const EntryCallback& callback) {
     PassingList<FrequencyStoreEntry> entries(callback);
     ReadCsvRecords(device, name, CsvLayout::Of(type), entries);
+}
+
+void ReadDetectionResults(const QString& fileName, bool csv, const ResultCallback& callback) {
+    PassingList<DetectionResult> results(callback);
+    QFile file(fileName);
+    REPORTGENERATOR::OpenForReading(file);
+    if (csv)
+        return ReadCsvRecords(file, fileName, CsvLayout::OfDetectionResults(), results);
+    DetectionResultList head;
+    REPORTGENERATOR::ReadDocument(file, fileName, head, &results);
 }
 
 } // namespace FreqStoreXml

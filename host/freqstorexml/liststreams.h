@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/freqstorexml/detectionresultlist.h"
 #include "host/freqstorexml/frequencystorelist.h"
 #include "host/freqstorexml/frequencystorelisthelper.h"
 #include "host/report/rgexception.h"
@@ -38,6 +39,22 @@ private:
     std::unique_ptr<Private> d;
 };
 
+/// The same for detection results.
+class DetectionResultListWriter {
+public:
+    DetectionResultListWriter(const QString& fileName, bool csv);
+    ~DetectionResultListWriter();
+
+    /// Writes the list's head, which is all that is taken of the list; once, before the first result.
+    void Begin(const DetectionResultList& head);
+    void Append(const DetectionResult& result);
+    void Commit();
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
 /// Receives one entry of a file; may move texts out of it. The object is used again for the next entry.
 using EntryCallback = std::function<void(FrequencyStoreEntry&)>;
 
@@ -53,5 +70,11 @@ void ReadXml(QIODevice& device, const QString& name, const EntryCallback& callba
              FrequencyStoreList::Usage* usage = nullptr);
 void ReadCsv(QIODevice& device, const QString& name, FrequencyStoreListHelper::ListType type,
              const EntryCallback& callback);
+
+/// Receives one detection result of a file; the object is used again for the next.
+using ResultCallback = std::function<void(DetectionResult&)>;
+
+/// Reads detection results, in XML or CSV, as the functions above read entries.
+void ReadDetectionResults(const QString& fileName, bool csv, const ResultCallback& callback);
 
 } // namespace FreqStoreXml

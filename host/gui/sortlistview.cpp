@@ -102,7 +102,7 @@ void SortListView::setColumnWidthMode(int column, int mode) {
     header()->setSectionResizeMode(column, static_cast<QHeaderView::ResizeMode>(mode));
 }
 
-void SortListView::FitColumns(std::initializer_list<int> characters) {
+void SortListView::FitColumns(const std::vector<int>& characters) {
     const QFontMetrics metrics(font());
     const int digit = metrics.horizontalAdvance(QLatin1Char('0'));
     int column = 0;

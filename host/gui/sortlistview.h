@@ -28,7 +28,7 @@ public:
     /// A `QHeaderView::ResizeMode`.
     void setColumnWidthMode(int column, int mode);
     /// Makes the columns as wide as that many characters each.
-    void FitColumns(std::initializer_list<int> characters);
+    void FitColumns(const std::vector<int>& characters);
     /// Widths, order and visibility of columns are remembered under that name. Call it when all columns
     /// stand.
     void SetColumnWidthPersistantName(const QString& name);

@@ -259,10 +259,23 @@ struct ValueListTraits<double> {
     static bool FromText(const QString& text, Container& list);
 };
 
-/// An ordered list of numbers or records.
+/// An ordered list of numbers or records. It keeps a short memory of what changed, so that a reader that has
+/// seen a long list need not look at all of it again when some elements came or changed.
 template <typename T>
 class ValueList : public ValueBase {
 public:
+    /// How much of a list a reader has seen; a fresh one has seen nothing.
+    struct Seen {
+        quint64 rewrites = 0;
+        quint64 edits = 0;
+        quint64 size = 0;
+    };
+    /// An element that changed in its place, good until the list is rewritten.
+    struct Edited {
+        quint64 place;
+        const T* element;
+    };
+
     using Traits = ValueListTraits<T>;
     using Container = typename Traits::Container;
     static constexpr ValueType Type = Traits::Type;
@@ -277,21 +290,55 @@ public:
         m_list.push_back(element);
         HasChanged(TChangeCode::ValueChanged, originator);
     }
+    /// Appends elements in one change.
+    void Append(Container&& elements, IObserver* originator = nullptr) {
+        if (elements.empty())
+            return;
+        m_list.insert(m_list.end(), std::make_move_iterator(elements.begin()),
+                      std::make_move_iterator(elements.end()));
+        HasChanged(TChangeCode::ValueChanged, originator);
+    }
+    /// The record at `place` has been changed where it is; the observers are told by `HasChanged`.
+    void NoteEdit(quint64 place, const T& element) requires std::is_same_v<Container, std::list<T>> {
+        if (m_edits.size() == MaxEdits) {
+            m_edits.clear();
+            m_firstEdit += MaxEdits;
+        }
+        m_edits.push_back({place, &element});
+    }
     void Clear(IObserver* originator = nullptr) {
         if (m_list.empty())
             return;
+        rewrite();
         m_list.clear();
         HasChanged(TChangeCode::ValueChanged, originator);
     }
-    /// Direct access to the elements; whoever changes them calls `HasChanged` afterwards.
-    Container& GetList() { return m_list; }
+    /// Direct access to the elements; whoever changes them calls `HasChanged` afterwards. Readers then take
+    /// the whole list for changed, so the access is good for one change: take it anew for the next.
+    Container& GetList() {
+        rewrite();
+        return m_list;
+    }
     const Container& GetList() const { return m_list; }
+    const Container& Elements() const { return m_list; }
+
+    Seen SeenNow() const { return {m_rewrites, m_firstEdit + m_edits.size(), m_list.size()}; }
+    /// Whether what has changed since `seen` is known: then `edited` are the elements that changed in place
+    /// (some more than once, some maybe new), and those from `seen.size` on are new.
+    bool ChangesSince(const Seen& seen, std::vector<Edited>& edited) const {
+        if (seen.rewrites != m_rewrites || seen.edits < m_firstEdit || seen.size == 0 ||
+            seen.size > m_list.size())
+            return false;
+        edited.assign(m_edits.begin() + static_cast<std::ptrdiff_t>(seen.edits - m_firstEdit), m_edits.end());
+        return true;
+    }
 
     QString GetStringValue() const override { return Traits::ToText(m_list); }
     void SetStringValue(const QString& text, IObserver* originator = nullptr) override {
         Container parsed;
         if (!Traits::FromText(text, parsed) || parsed == m_list)
             return;
+        rewrite();
         m_list = std::move(parsed);
         HasChanged(TChangeCode::ValueChanged, originator);
     }
@@ -299,6 +346,7 @@ public:
         const auto* same = value_cast<ValueList>(&other);
         if (!same || same->m_list == m_list)
             return;
+        rewrite();
         m_list = same->m_list;
         HasChanged(TChangeCode::ValueChanged);
     }
@@ -314,5 +362,16 @@ public:
     }
 
 private:
+    static constexpr size_t MaxEdits = 16384;
+
+    void rewrite() {
+        ++m_rewrites;
+        m_firstEdit += m_edits.size();
+        m_edits.clear();
+    }
+
     Container m_list;
+    std::vector<Edited> m_edits; ///< the latest ones
+    quint64 m_firstEdit = 0;     ///< how many edits went before them
+    quint64 m_rewrites = 0;
 };

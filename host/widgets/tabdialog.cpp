@@ -1,7 +1,7 @@
 #include "host/widgets/tabdialog.h"
 
 #include "host/gui/colorset.h"
-#include "host/widgets/vclineedit.h"
+#include "host/widgets/entryfield.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -56,18 +56,19 @@ bool TabDialog::apply() {
 
 bool TabDialog::entriesAreRight() {
     m_message->clear();
-    const QList<VCLineEdit*> fields = m_tabs->findChildren<VCLineEdit*>();
-    for (VCLineEdit* field : fields) {
-        if (field->Commit())
+    const QList<QWidget*> widgets = m_tabs->findChildren<QWidget*>();
+    for (QWidget* widget : widgets) {
+        auto* field = dynamic_cast<IEntryField*>(widget);
+        if (!field || field->Commit())
             continue;
         for (int i = 0; i < m_tabs->count(); ++i) {
-            if (m_tabs->widget(i)->isAncestorOf(field))
+            if (m_tabs->widget(i)->isAncestorOf(widget))
                 m_tabs->setCurrentIndex(i);
         }
-        field->setFocus();
-        field->selectAll();
+        field->ShowError();
         m_message->setText(field->ErrorText());
-        connect(field, &VCLineEdit::errorChanged, m_message, &QLabel::setText, Qt::UniqueConnection);
+        connect(widget, SIGNAL(errorChanged(QString)), m_message, SLOT(setText(QString)),
+                Qt::UniqueConnection);
         return false;
     }
     return true;

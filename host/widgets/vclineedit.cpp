@@ -4,6 +4,7 @@
 #include "host/base/numbers.h"
 #include "host/gui/colorset.h"
 #include "host/valuetree/value.h"
+#include "host/widgets/limits.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -113,7 +114,7 @@ QString VCLineEdit::problemOf(const QString& entry, QString& stored) const {
         const double present = Quor::toDoubleEx(m_value->GetStringValue());
         if (!format().read(entry, format().show(present), number))
             return tr(format().complaint).arg(entry);
-        const QString outside = limitProblem(number);
+        const QString outside = Limits::Problem(numeric_cast(m_value.get()), number, format().show);
         if (!outside.isEmpty())
             return outside;
         stored = m_type == Integer ? entry.trimmed() : Quor::ToShortest(number);
@@ -134,15 +135,13 @@ bool VCLineEdit::holds(const QString& stored) const {
            (Quor::ParseDouble(kept, keptNumber) && Quor::ParseDouble(stored, number) && keptNumber == number);
 }
 
-QString VCLineEdit::limitProblem(double number) const {
-    const IValueNumeric* limits = numeric_cast(m_value.get());
-    // Equal limits are none.
-    if (!limits || !(limits->MinAsDouble() < limits->MaxAsDouble()) ||
-        (number >= limits->MinAsDouble() && number <= limits->MaxAsDouble()))
-        return QString();
-    return tr("%1 is outside %2 to %3")
-        .arg(format().show(number), format().show(limits->MinAsDouble()),
-             format().show(limits->MaxAsDouble()));
+QString VCLineEdit::LimitsText() const {
+    return Limits::Text(numeric_cast(m_value.get()), format().show);
+}
+
+void VCLineEdit::ShowError() {
+    setFocus();
+    selectAll();
 }
 
 void VCLineEdit::setError(const QString& error) {
@@ -155,14 +154,7 @@ void VCLineEdit::setError(const QString& error) {
 }
 
 void VCLineEdit::updateToolTip() {
-    const IValueNumeric* limits = numeric_cast(m_value.get());
-    if (!m_error.isEmpty())
-        setToolTip(Qt::convertFromPlainText(m_error, Qt::WhiteSpaceNormal));
-    else if (limits && format().show && limits->MinAsDouble() < limits->MaxAsDouble())
-        setToolTip(
-            tr("%1 to %2").arg(format().show(limits->MinAsDouble()), format().show(limits->MaxAsDouble())));
-    else
-        setToolTip(QString());
+    setToolTip(m_error.isEmpty() ? LimitsText() : Qt::convertFromPlainText(m_error, Qt::WhiteSpaceNormal));
 }
 
 void VCLineEdit::keyPressEvent(QKeyEvent* event) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/widgets/boundwidget.h"
+#include "host/widgets/entryfield.h"
 
 #include <QLineEdit>
 
@@ -9,7 +10,7 @@
 /// is unfinished the field does not follow the value, and Escape brings the value back. An entry that is no
 /// such value, or outside the limits of the value, is not written: the field says so by a red frame, its tool
 /// tip and `errorChanged`.
-class VCLineEdit : public QLineEdit, private BoundWidget<ValueBase> {
+class VCLineEdit : public QLineEdit, public IEntryField, private BoundWidget<ValueBase> {
     Q_OBJECT
 
 public:
@@ -21,10 +22,11 @@ public:
 
     /// Shows that value from now on; null lets go of the one before. An unfinished entry is dropped.
     void SetValueBase(ValueBase* value);
-    /// Writes the entry, if there is one; false when it is not acceptable, and stays in the field.
-    bool Commit();
-    /// What is wrong with the entry; empty when nothing is.
-    const QString& ErrorText() const { return m_error; }
+    bool Commit() override;
+    const QString& ErrorText() const override { return m_error; }
+    void ShowError() override;
+    /// The limits of the value as the field shows numbers; empty when there are none.
+    QString LimitsText() const;
 
 signals:
     /// The entry became wrong, wrong in another way, or right again (empty text).
@@ -42,7 +44,6 @@ private:
     void setError(const QString& error);
     void updateToolTip();
     QString problemOf(const QString& entry, QString& stored) const;
-    QString limitProblem(double number) const;
     bool holds(const QString& stored) const;
 
     LineEditType m_type;

@@ -9,6 +9,7 @@
 #include <QWheelEvent>
 
 #include <gtest/gtest.h>
+#include <random>
 
 namespace {
 
@@ -35,9 +36,9 @@ public:
     }
 
     bool Sort(int column, bool ascending) override {
-        return column == 1
-                   ? SortByKey(column, ascending, [](const auto& record) { return record.GetLevel(); })
-                   : VectorListView::Sort(column, ascending);
+        static const RecordSort::Key<DetectionConventional> byLevel =
+            [](const DetectionConventional& record) { return double(record.GetLevel()); };
+        return column == 1 ? SortByKey(column, ascending, byLevel) : VectorListView::Sort(column, ascending);
     }
     SortListViewItem* CreateItem(int row) override {
         ++made;
@@ -46,6 +47,11 @@ public:
     int TakeRecords(const ValueBase* value, int atMost) override {
         ++taken;
         return VectorListView::TakeRecords(value, atMost);
+    }
+    std::optional<int> TakeChanges(const ValueBase* value, std::vector<quint32>& edited) override {
+        const std::optional<int> count = VectorListView::TakeChanges(value, edited);
+        followed += count.has_value();
+        return count;
     }
     std::vector<unsigned> Ids() {
         std::vector<unsigned> ids;
@@ -63,10 +69,13 @@ public:
     int RowOfItem(int index) {
         return Item2Index(static_cast<SortListViewItem*>(GetListView()->topLevelItem(index)));
     }
+    using VectorListView::Record;
     using VectorListViewBase::Item2Index;
+    using VectorListViewBase::UpdateView;
 
     int made = 0;
     int taken = 0;
+    int followed = 0;
 };
 
 class RecordViews : public testing::Test {
@@ -221,8 +230,49 @@ TEST_F(RecordViews, ManyChangesAreOneRefresh) {
         list->PushBack(detection(id, 5e6, 0));
     EXPECT_EQ(view.RecordCount(), 10);
     ASSERT_TRUE(QTest::qWaitFor([this] { return view.RecordCount() == 60; }));
-    EXPECT_EQ(view.taken, before + 1);
+    EXPECT_EQ(view.followed, 1);
+    EXPECT_EQ(view.taken, before) << "the old records were taken again";
     EXPECT_EQ(view.Ids()[1], 10u) << "new records take their place in the order";
+}
+
+TEST_F(RecordViews, FollowWhatComesAndChangesAsIfTheyTookAllAnew) {
+    open(300);
+    LevelView whole; // takes the list anew each time
+    const struct {
+        int column;
+        bool ascending;
+        const char* filter;
+    } ways[] = {{1, true, ""}, {1, false, ""}, {1, false, "7"}, {-1, true, "3"}, {0, true, ""}};
+    std::mt19937 random(5);
+    for (const auto& way : ways) {
+        SCOPED_TRACE(testing::Message() << "column " << way.column << " filter " << way.filter);
+        view.GetListView()->SetFilterText(way.filter);
+        view.GetListView()->sortByColumn(way.column,
+                                         way.ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+        for (int round = 0; round < 5; ++round) {
+            std::list<DetectionConventional> more;
+            for (unsigned i = 0; i < 20; ++i)
+                more.push_back(detection(static_cast<unsigned>(list->Size()) + i, 2e6, short(random() % 12)));
+            list->Append(std::move(more));
+            for (int i = 0; i < 10; ++i) {
+                const auto place = static_cast<quint32>(random() % list->Size());
+                auto& changed = const_cast<DetectionConventional&>(list->At(place));
+                changed.SetLevel(static_cast<short>(random() % 12));
+                list->NoteEdit(place, changed);
+            }
+            list->HasChanged(TChangeCode::ValueChanged);
+            view.UpdateView();
+            ASSERT_TRUE(whole.Set_ValuePath(Path));
+            whole.GetListView()->SetFilterText(way.filter);
+            whole.GetListView()->sortByColumn(way.column,
+                                              way.ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+            ASSERT_EQ(view.Ids(), whole.Ids());
+            ASSERT_EQ(view.RowCount(), whole.RowCount());
+            for (int row = 0; row < view.RowCount(); ++row)
+                ASSERT_EQ(view.Record(row)->GetLevel(), whole.Record(row)->GetLevel());
+        }
+    }
+    EXPECT_EQ(view.followed, 20) << "all ways but the one by texts";
 }
 
 TEST_F(RecordViews, OpenWithTheHeadOfALongListAndTakeTheRestAfterwards) {

@@ -15,6 +15,9 @@ using FreqList::KeyType;
 using FreqList::Key;
 
 inline constinit const Key BandwidthSel("bandwidthsel");
+inline constinit const Key Locked("locked");
+inline constinit const Key LockTime("locktime");     ///< µs since 1970-01-01 UTC
+inline constinit const Key Confidence("confidence"); ///< percent
 inline constinit const Key
     ThreadClass("threadclass"); ///< the threat class; the spelling is part of stored data
 inline constinit const Key Priority("priority");
@@ -37,6 +40,18 @@ inline constinit const Key RangeCounter("rangecounter");         ///< number of 
 inline constinit const Key RangeFrequencies("rangefrequencies"); ///< all but the channel's own, Hz
 
 } // namespace Keys
+
+/// Lock states of a classifier; any other text that does not contain the first counts as locked, too.
+namespace LockText {
+
+inline QString Unlocked() {
+    return QStringLiteral("UNLOCKED");
+}
+inline QString Locked() {
+    return QStringLiteral("LOCKED");
+}
+
+} // namespace LockText
 
 /// Identifiers of settings: a source link of a template entry, and the column that shows the setting.
 enum SourceId : unsigned {

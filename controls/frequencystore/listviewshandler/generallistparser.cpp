@@ -26,17 +26,19 @@ bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout)
 }
 
 void GeneralListParser::FillInEntries(const FreqStoreXml::FrequencyStoreList& list) {
+    for (const FreqStoreXml::FrequencyStoreEntry& entry : list.GetFrequencyStoreEntry())
+        FillInEntry(entry);
+}
+
+void GeneralListParser::FillInEntry(const FreqStoreXml::FrequencyStoreEntry& entry) {
     const auto orUndefined = [](const QString& text) {
         return text.isEmpty() ? QStringLiteral("undefined") : text;
     };
-    for (const FreqStoreXml::FrequencyStoreEntry& entry : list.GetFrequencyStoreEntry()) {
-        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
-        const FreqStoreXml::Profile_Data& profile = entry.GetProfile_Data();
-        FillInData(settings.GetFrequency().GetValue(), settings.GetIFBandwidth().GetValue(),
-                   entry.GetComment(),
-                   FreqStoreXml::FFM_Settings::AnalogDemodToName(settings.GetAnalogDemod()),
-                   profile.GetPriority().toInt(), profile.GetThreatClass(),
-                   orUndefined(profile.GetProfileID()), orUndefined(profile.GetProfileName()),
-                   orUndefined(profile.GetSignalClass()), orUndefined(profile.GetTransmissionSystem()));
-    }
+    const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+    const FreqStoreXml::Profile_Data& profile = entry.GetProfile_Data();
+    FillInData(settings.GetFrequency().GetValue(), settings.GetIFBandwidth().GetValue(), entry.GetComment(),
+               FreqStoreXml::FFM_Settings::AnalogDemodToName(settings.GetAnalogDemod()),
+               profile.GetPriority().toInt(), profile.GetThreatClass(), orUndefined(profile.GetProfileID()),
+               orUndefined(profile.GetProfileName()), orUndefined(profile.GetSignalClass()),
+               orUndefined(profile.GetTransmissionSystem()));
 }

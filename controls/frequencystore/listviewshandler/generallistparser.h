@@ -7,8 +7,9 @@ class QDomNode;
 struct LineLayout;
 
 namespace FreqStoreXml {
+class FrequencyStoreEntry;
 class FrequencyStoreList;
-}
+} // namespace FreqStoreXml
 
 /// What every file reader needs of a list: it brackets a file and takes its records one by one. Owners
 /// destroy the concrete lists.
@@ -39,6 +40,7 @@ protected:
     /// Hands on the entries of an interchange list, in order, between the two bracketing operations, which
     /// are the caller's.
     void FillInEntries(const FreqStoreXml::FrequencyStoreList& list);
+    void FillInEntry(const FreqStoreXml::FrequencyStoreEntry& entry);
 
 private:
     void fillInProfile(const QDomElement& profile);

@@ -45,6 +45,7 @@ PixStateVector* createPixStateVector() {
 TargetListParser::TargetListParser(Node* node)
     : m_pNode(node),
       m_pMedCtrl(std::make_unique<HalvoNodeMediatorCtrl>(MediatorType::TargetList, StoreType)) {
+    m_pMedCtrl->SetEntryMaker([this](const FreqStoreXml::FrequencyStoreEntry& entry) { FillInEntry(entry); });
     m_pMedCtrl->Init(node ? node->GetPathName() : QString());
     m_pMedCtrl->IncrementVisibleCnt();
 }

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "host/valuetree/value.h"
+
+/// The limits of a number as fields show them. A limit at the end of what a double holds is none, and equal
+/// limits are none.
+namespace Limits {
+
+/// How a field shows a number.
+using NumberText = QString (*)(double);
+
+/// "9.000 kHz to 30.000000 MHz", "from 0.000 kHz", "up to 5"; empty without limits or without a number.
+QString Text(const IValueNumeric* number, NumberText show);
+/// What is wrong with `entry` as that number's content; empty when nothing is.
+QString Problem(const IValueNumeric* number, double entry, NumberText show);
+
+} // namespace Limits
