@@ -7,6 +7,7 @@
 #include "controls/frequencystore/listviewshandler/searchmcdatahandler.h"
 #include "controls/frequencystore/listviewshandler/searchmcdatareader.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
+#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
@@ -44,6 +45,7 @@ namespace {
 constexpr char TargetsPath[] = "/Lists/LocalTargetList";
 constexpr char NoiPath[] = "/Lists/NOIFrequencies";
 constexpr char ResultsPath[] = "/Lists/SearchMCDataResults";
+constexpr char MemoryPath[] = "/Lists/MemoryChannels";
 /// What a plug-in exports: called once after the store's own lists stand, and once before the end.
 constexpr char PlugInStart[] = "FrequencyStorePlugInStart";
 constexpr char PlugInStop[] = "FrequencyStorePlugInStop";
@@ -51,6 +53,26 @@ constexpr char PlugInStop[] = "FrequencyStorePlugInStop";
 constexpr qint64 DemoMicroseconds = 600 * qint64(1000000);
 /// How long rows may take to settle before a picture is taken.
 constexpr int SettleMilliseconds = 400;
+
+/// Which setting of the receiver each link of the template of memory channels follows.
+struct TemplateLink {
+    const FreqList::Key& setting;
+    void (MemorySystemHandler::*bind)(const QString& path);
+};
+constexpr TemplateLink TemplateLinks[] = {
+    {Keys::KeyFrequency, &MemorySystemHandler::SetFrequency_ValuePath},
+    {Keys::KeyBandwidth, &MemorySystemHandler::SetBandwidth_ValuePath},
+    {Keys::KeyDemodulation, &MemorySystemHandler::SetDemodulation_ValuePath},
+    {Keys::Threshold, &MemorySystemHandler::SetThreshold_ValuePath},
+    {Keys::BFOFrequency, &MemorySystemHandler::SetBFOFrequency_ValuePath},
+    {Keys::OutputIFPath, &MemorySystemHandler::SetOutputIF_ValuePath},
+    {Keys::Shift, &MemorySystemHandler::SetShift_ValuePath},
+    {Keys::UseSquelch, &MemorySystemHandler::SetUseSquelch_ValuePath},
+    {Keys::UseAttenuation, &MemorySystemHandler::SetUseAttenuation_ValuePath},
+    {Keys::Attenuation, &MemorySystemHandler::SetAttenuation_ValuePath},
+    {Keys::AntennaID, &MemorySystemHandler::SetAntenna_ValuePath},
+    {Keys::AFC, &MemorySystemHandler::SetAFC_ValuePath},
+};
 
 void settle() {
     QElapsedTimer timer;
@@ -90,11 +112,12 @@ Workstation::~Workstation() {
         if (const auto stop = reinterpret_cast<void (*)()>(plugIn->resolve(PlugInStop)))
             stop();
     }
-    m_job->Revert();
+    m_job->Revert(); // what was to be saved is saved
     m_classifier.reset();
     SearchMCDataHandler::DeleteInstance();
     NOIFrequencyHandler::DeleteInstance();
     DetConvListHandler::DeleteInstance();
+    MemorySystemHandler::DeleteInstance();
     TargetListHandler::DeleteInstance();
 }
 
@@ -146,6 +169,7 @@ void Workstation::registerLists() {
     Node* targets = Tree::Instance()->MakeNode(QString::fromLatin1(TargetsPath));
     TargetListHandler::Instance()->Init(targets, haveDefault);
     TargetListHandler::Instance()->AddToFreqStore();
+    registerMemoryChannels();
     registerNoi();
 }
 
@@ -187,6 +211,19 @@ void Workstation::registerResults() {
     SearchMCDataHandler::Instance()->Init(results);
     SearchMCDataHandler::Instance()->AddToFreqStore();
     m_classifier = std::make_unique<SimulatedClassifier>(m_options.receiver, *results);
+}
+
+void Workstation::registerMemoryChannels() {
+    MemorySystemHandler& handler = *MemorySystemHandler::Instance();
+    handler.SetListType(m_options.receiver == ReceiverKind::HF ? MediatorType::MemoryHF
+                                                               : MediatorType::MemoryVUHF);
+    handler.Init(Tree::Instance()->MakeNode(QString::fromLatin1(MemoryPath)));
+    for (const TemplateLink& link : TemplateLinks)
+        (handler.*link.bind)(m_receiver->PathOf(link.setting));
+    handler.SetJobfile_ValuePath(Job::TextPath());
+    handler.SetData4Jobfile_ValuePath(Job::SectionPath());
+    handler.SetSave2Job_ValuePath(Job::SavePath());
+    handler.AddToFreqStore();
 }
 
 void Workstation::loadPlugIn(const QString& path) {

@@ -40,6 +40,7 @@ private:
     void registerNoi();
     void registerDetections();
     void registerResults();
+    void registerMemoryChannels();
     void loadPlugIn(const QString& path);
     void readSamples();
     void readFile(const QString& path);
