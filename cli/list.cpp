@@ -22,6 +22,8 @@ public:
 
     bool Read(const QString& path) override { return TargetListHandler::Instance()->ReadFile(path); }
     bool Write(const QString& path) override { return TargetListHandler::Instance()->SaveFile(path); }
+
+protected:
     Node* GetNode() const override { return m_node; }
 
 private:
@@ -35,6 +37,9 @@ struct Kind {
 
 constexpr Kind Kinds[] = {
     {"target", [] { return std::unique_ptr<CliList>(new TargetList); }},
+    {"detections", MakeDetections},
+    {"detections-hf", MakeDetectionsHF},
+    {"detections-vuhf", MakeDetectionsVUHF},
 };
 
 bool isNumeric(const ValueBase& value) {
@@ -68,8 +73,12 @@ QStringList ListKinds() {
     return names;
 }
 
-void ForEachEntry(const CliList& list, const std::function<void(const std::vector<EntryField>&)>& visit) {
-    for (const Node* entry : list.GetNode()->Children()) {
+size_t CliList::Count() const {
+    return GetNode()->ChildCount();
+}
+
+void CliList::ForEachEntry(const EntryVisitor& visit) const {
+    for (const Node* entry : GetNode()->Children()) {
         std::vector<EntryField> fields;
         for (const ValueBase* value = entry->FirstValue(); value; value = Node::NextValue(value))
             fields.push_back({value->GetName(), textOf(*value), isNumeric(*value)});

@@ -1,5 +1,6 @@
 #include "workstation/application.h"
 
+#include "controls/frequencystore/listviewshandler/detconvlisthandler.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
@@ -17,8 +18,10 @@
 #include "workstation/messagespanel.h"
 #include "workstation/samples.h"
 #include "workstation/simulatedreceiver.h"
+#include "workstation/simulatedsearch.h"
 
 #include <QApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -35,6 +38,8 @@ constexpr char TargetsPath[] = "/Lists/LocalTargetList";
 /// What a plug-in exports: called once after the store's own lists stand, and once before the end.
 constexpr char PlugInStart[] = "FrequencyStorePlugInStart";
 constexpr char PlugInStop[] = "FrequencyStorePlugInStop";
+/// How long the search has been running when the demonstration begins.
+constexpr qint64 DemoMicroseconds = 600 * qint64(1000000);
 /// How long rows may take to settle before a picture is taken.
 constexpr int SettleMilliseconds = 400;
 
@@ -53,13 +58,16 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     prepareDirectories();
     m_receiver = std::make_unique<SimulatedReceiver>(options.receiver);
     m_receiver->Start();
+    m_search = std::make_unique<SimulatedSearch>(options.receiver);
     m_job = std::make_unique<Job>();
     m_window = std::make_unique<MainWindow>(*m_receiver);
     // Whoever started the program from a terminal sees there what the panel shows.
     QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded,
                      [](const QString& text) { std::fprintf(stderr, "%s\n", qPrintable(text)); });
     addJobPanel();
+    m_search->AddTo(*m_window->AddMenu(MainWindow::tr("&Search")));
     registerLists();
+    registerDetections();
     for (const QString& path : m_options.plugIns)
         loadPlugIn(path);
 }
@@ -71,6 +79,7 @@ Workstation::~Workstation() {
             stop();
     }
     m_job->Revert();
+    DetConvListHandler::DeleteInstance();
     TargetListHandler::DeleteInstance();
 }
 
@@ -124,6 +133,19 @@ void Workstation::registerLists() {
     TargetListHandler::Instance()->AddToFreqStore();
 }
 
+/// Plain and classified detections are two lists of one search; views and bar lines are made as their list is
+/// registered, from the path that is set then.
+void Workstation::registerDetections() {
+    DetConvListHandler& handler = *DetConvListHandler::Instance();
+    const bool isVUHF = m_options.receiver == ReceiverKind::VUHF;
+    handler.setEmissionMarkedPath(QString::fromLatin1(SimulatedSearch::MarkedPath));
+    handler.setEmissionListPath(QString::fromLatin1(SimulatedSearch::DetectionsPath));
+    handler.AddToFreqStore(isVUHF, MainWindow::tr("Detections"));
+    handler.setEmissionListPath(QString::fromLatin1(SimulatedSearch::ClassifiedPath));
+    handler.Init(true);
+    handler.AddToFreqStore(isVUHF, QString());
+}
+
 void Workstation::loadPlugIn(const QString& path) {
     auto library = std::make_unique<QLibrary>(path);
     const auto start = reinterpret_cast<void (*)()>(library->resolve(PlugInStart));
@@ -144,6 +166,10 @@ bool Workstation::LoadFiles() {
         m_job->Open(m_options.jobFile);
     for (const QString& file : m_options.files)
         readFile(file);
+    if (m_options.demo) {
+        m_search->Simulate(DemoMicroseconds, QDateTime::currentMSecsSinceEpoch() * 1000);
+        m_search->SetRunning(true);
+    }
     m_window->GetBar()->FitAll();
     return m_window->GetMessages()->ProblemCount() == before;
 }

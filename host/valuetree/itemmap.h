@@ -5,18 +5,19 @@
 #include <map>
 
 /// One item of a keyed frequency map: frequency and bandwidth in Hz, a small number, a label, the type letter
-/// (or type number) and a further text.
+/// (or type number), a further text, and whether the item is shown.
 class FrequencyMapItem {
 public:
     FrequencyMapItem() = default;
     FrequencyMapItem(double frequency, double bandwidth, char number, const QString& label, char type,
-                     const QString& text)
+                     const QString& text, bool visible = true)
         : m_frequency(frequency),
           m_bandwidth(bandwidth),
           m_label(label),
           m_text(text),
           m_number(number),
-          m_type(type) {}
+          m_type(type),
+          m_visible(visible) {}
 
     double GetFrequency() const { return m_frequency; }
     double GetBandwidth() const { return m_bandwidth; }
@@ -24,6 +25,7 @@ public:
     const QString& GetLabel() const { return m_label; }
     char GetType() const { return m_type; }
     const QString& GetText() const { return m_text; }
+    bool IsVisible() const { return m_visible; }
     bool operator==(const FrequencyMapItem&) const = default;
 
 private:
@@ -33,6 +35,7 @@ private:
     QString m_text;
     char m_number = 0;
     char m_type = 0;
+    bool m_visible = true;
 };
 
 /// A frequency map item that only shows: readers of a map get it by value and cannot write back.
@@ -45,7 +48,8 @@ private:
     const FrequencyMapItem m_item;
 };
 
-/// Text form of one item: its six members, separated by TAB; what would break the form becomes a blank.
+/// Text form of one item: all but its visibility, separated by TAB; what would break the form becomes a
+/// blank.
 struct FrequencyMapItemFormat {
     static QString ToText(const FrequencyMapItem& item);
 };

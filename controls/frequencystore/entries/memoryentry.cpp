@@ -75,6 +75,14 @@ void MemoryEntry::SetNumber(ValueNumeric<int>* held, long number) {
     Set(held, static_cast<int>(std::clamp<long>(number, Limits::min(), Limits::max())));
 }
 
+void MemoryEntry::SetBasics(double frequency, double bandwidth, const QString& comment,
+                            const QString& demodulation) {
+    SetBandwidth(bandwidth);
+    SetFrequency(frequency);
+    SetComment(comment);
+    SetDemodulation(demodulation);
+}
+
 void MemoryEntry::SetFrequencyInRange(double hertz) {
     if (auto* frequencies = Alive(m_rangeFrequencies))
         frequencies->PushBack(hertz);

@@ -14,6 +14,8 @@ public:
     /// Range number of a channel that has none.
     static constexpr int NoRange = -1;
 
+    /// What channels share with other entries; frequency and bandwidth in Hz.
+    void SetBasics(double frequency, double bandwidth, const QString& comment, const QString& demodulation);
     void SetThreshold(long threshold) { SetNumber(m_threshold, threshold); }
     /// Says that the channel stands for a range.
     void SetInRange() { Set(m_range, true); }

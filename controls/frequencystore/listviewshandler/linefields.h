@@ -14,6 +14,9 @@ struct LineLayout {
     int priority;
 };
 
+/// Lines of an ".sfl" file: frequency, comment, bandwidth, demodulation.
+inline constexpr LineLayout SflLayout{0, 2, 1, 3, -1, -1};
+
 /// The fields of one line after the other. A short line keeps the previous line's values for what it lacks;
 /// a number that cannot be read is 0, and is told.
 class LineFields {

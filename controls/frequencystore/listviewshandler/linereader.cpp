@@ -8,7 +8,6 @@ namespace {
 
 constexpr char TraceSource[] = "listviewshandler";
 constexpr qint64 ChunkBytes = 512 * 1024;
-constexpr qint64 MaxReportedProblems = 200;
 
 bool isControl(QChar c) {
     return c.unicode() < 0x20 && c != QLatin1Char('\t') && c != QLatin1Char('\n') && c != QLatin1Char('\r') &&
@@ -35,23 +34,10 @@ bool TellRefusal(unsigned short sourceLine, const Problem& refusal) {
     return false;
 }
 
-LineReader::LineReader(QIODevice& device, const QString& fileName) : m_device(device), m_fileName(fileName) {
+LineReader::LineReader(QIODevice& device, const QString& fileName)
+    : m_device(device), m_problems(fileName, TraceSource, 903) {
     const QByteArray head = device.peek(4);
     m_decoder = Decoder(QStringConverter::encodingForData(head).value_or(QStringConverter::System));
-}
-
-LineReader::~LineReader() {
-    if (m_problems > MaxReportedProblems)
-        report(0, QStringLiteral("%1 further problems").arg(m_problems - MaxReportedProblems));
-}
-
-void LineReader::report(qint64 line, const QString& reason) {
-    Problems::Report(TraceSource, 903, {m_fileName, line, reason});
-}
-
-void LineReader::ReportProblem(const QString& reason) {
-    if (++m_problems <= MaxReportedProblems)
-        report(m_lineNumber, reason);
 }
 
 /// Appends one decoded chunk to what is left of the buffer; false at the end of the file.
@@ -61,7 +47,7 @@ bool LineReader::readMore() {
     const QByteArray bytes = m_device.read(ChunkBytes);
     if (bytes.isEmpty()) {
         if (!std::exchange(m_atEnd, true) && m_decoder.IsWithinCharacter())
-            report(m_lineNumber + 1, QStringLiteral("file ends within a character"));
+            m_problems.ReportAlways(m_lineNumber + 1, QStringLiteral("file ends within a character"));
         return false;
     }
     const qsizetype known = m_buffer.size();
@@ -71,7 +57,7 @@ bool LineReader::readMore() {
             QStringView(m_buffer).left(m_buffer.indexOf(QChar(QChar::ReplacementCharacter), known));
         m_badLine = m_lineNumber + 1 + good.count(QLatin1Char('\n'));
         if (m_isText)
-            report(m_badLine, QStringLiteral("text is not well encoded from here on"));
+            m_problems.ReportAlways(m_badLine, QStringLiteral("text is not well encoded from here on"));
     }
     return true;
 }
@@ -80,11 +66,11 @@ std::optional<Problem> LineReader::RefuseContent() {
     readMore();
     m_isText = true;
     if (m_badLine > 0)
-        return Problem{m_fileName, m_badLine, QStringLiteral("is not well encoded text")};
+        return Problem{m_problems.FileName(), m_badLine, QStringLiteral("is not well encoded text")};
     const auto control = std::find_if(m_buffer.cbegin(), m_buffer.cend(), isControl);
     if (control == m_buffer.cend())
         return std::nullopt;
-    return Problem{m_fileName, 1 + std::count(m_buffer.cbegin(), control, QLatin1Char('\n')),
+    return Problem{m_problems.FileName(), 1 + std::count(m_buffer.cbegin(), control, QLatin1Char('\n')),
                    QStringLiteral("is no text file")};
 }
 

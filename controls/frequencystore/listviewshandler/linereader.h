@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/base/problems.h"
+#include "controls/frequencystore/listviewshandler/fileproblems.h"
 
 #include <QFile>
 #include <QString>
@@ -35,9 +35,9 @@ public:
     /// Number of the line that `Next` gave last, 1 for the first.
     qint64 LineNumber() const { return m_lineNumber; }
     /// Tells a problem of the present line; after some hundred of one file the rest is only counted.
-    void ReportProblem(const QString& reason);
-    /// Tells how many problems were only counted.
-    ~LineReader();
+    void ReportProblem(const QString& reason) { m_problems.Report(m_lineNumber, reason); }
+    /// Whether no problem has been told yet.
+    bool IsSound() const { return m_problems.AreNone(); }
 
 private:
     /// Tells whether a character was begun and not finished.
@@ -48,15 +48,13 @@ private:
     };
 
     bool readMore();
-    void report(qint64 line, const QString& reason);
 
     QIODevice& m_device;
-    QString m_fileName;
     Decoder m_decoder;
     QString m_buffer;
     qsizetype m_position = 0;
     qint64 m_lineNumber = 0;
-    qint64 m_problems = 0;
+    FileProblems m_problems;
     qint64 m_badLine = 0; ///< first line that is not well encoded
     bool m_isText = false;
     bool m_atEnd = false;

@@ -1,3 +1,4 @@
+#include "controls/frequencystore/listviewshandler/carefulxmlreader.h"
 #include "controls/frequencystore/listviewshandler/generallistparser.h"
 #include "controls/frequencystore/listviewshandler/linereader.h"
 #include "host/base/numbers.h"
@@ -6,7 +7,6 @@
 
 #include <QDomDocument>
 #include <QFile>
-#include <QXmlStreamReader>
 
 #include <cmath>
 
@@ -14,8 +14,6 @@ namespace {
 
 constexpr char TraceSource[] = "listviewshandler";
 constexpr int NoPriority = 11; ///< of a profile whose objects have no valid one
-/// The document's model takes quadratic time for deep nesting; no profile is nested deeper.
-constexpr int MaxDepth = 64;
 constexpr qint64 MaxFileSize = 512 * 1024 * 1024;
 
 struct Objects {
@@ -58,26 +56,13 @@ QString orUndefined(const QString& text) {
     return text.isEmpty() ? QStringLiteral("undefined") : text;
 }
 
-/// Whether the document is well-formed and of a depth that its model takes; else says why not.
+/// Whether the document is one that its model takes; else says why not.
 bool isReadable(const QString& path, const QString& text) {
-    QXmlStreamReader reader(text);
-    int depth = 0;
-    while (!reader.atEnd() && depth <= MaxDepth) {
-        reader.readNext();
-        depth += reader.isStartElement() ? 1 : reader.isEndElement() ? -1 : 0;
-        if (reader.isDTD() && !reader.entityDeclarations().isEmpty()) {
-            Problems::Report(TraceSource, 611,
-                             {path, reader.lineNumber(), QStringLiteral("entity declarations are refused")});
-            return false;
-        }
-    }
-    if (reader.hasError() || depth > MaxDepth) {
-        const QString reason =
-            reader.hasError() ? reader.errorString() : QStringLiteral("elements are nested too deeply");
-        Problems::Report(TraceSource, 611, {path, reader.lineNumber(), reason});
-        return false;
-    }
-    return true;
+    CarefulXmlReader reader(text);
+    if (reader.Finish())
+        return true;
+    Problems::Report(TraceSource, 611, {path, reader.Line(), reader.Refusal()});
+    return false;
 }
 
 /// What a readable document without profiles is, as far as its root tells.

@@ -21,7 +21,6 @@ namespace {
 
 constexpr char TraceSource[] = "listviewshandler";
 constexpr int StoreType = 2;
-constexpr LineLayout SflLayout{0, 2, 1, 3, -1, -1};
 constexpr LineLayout LtlLayout{0, 1, 2, 3, 5, 6}; // the fifth field is the type letter, which is derived
 
 // A target: rings around a dot, in the list's greens, with a yellow mark.
@@ -145,7 +144,8 @@ void TargetListParser::readEntries(const QString& path, bool csv) {
     FreqStoreXml::FrequencyStoreList list;
     FreqStoreXml::FileHandling().ImportFrequencyStoreList(csv, path, list, FrequencyStoreListHelper::Targets);
     Prepare4NewFile();
-    FillInEntries(list);
+    for (const FreqStoreXml::FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry())
+        FillInEntry(entry);
     ResetDataAfterNewFile();
 }
 
