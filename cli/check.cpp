@@ -18,6 +18,8 @@ QString kindOf(const QString& path, bool isRead) {
         return QStringLiteral("SFL lines");
     if (path.contains(QLatin1String(".ltl")))
         return QStringLiteral("LTL lines");
+    if (path.endsWith(QLatin1String(".pij")))
+        return QStringLiteral("job");
     if (path.contains(QLatin1String(".xml"))) {
         if (!isRead)
             return QStringLiteral("XML");

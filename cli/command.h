@@ -22,6 +22,7 @@ int RunShow(const QStringList& arguments);
 int RunConvert(const QStringList& arguments);
 int RunCheck(const QStringList& arguments);
 int RunDetect(const QStringList& arguments);
+int RunJob(const QStringList& arguments);
 
 /// All commands, in the order of the help.
 const std::vector<Command>& Commands();

@@ -1,5 +1,6 @@
 #include "cli/list.h"
 
+#include "cli/memorylist.h"
 #include "cli/progressbar.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "host/base/problems.h"
@@ -35,6 +36,8 @@ struct Kind {
 
 constexpr Kind Kinds[] = {
     {"target", [] { return std::unique_ptr<CliList>(new TargetList); }},
+    {"memory-hf", [] { return std::unique_ptr<CliList>(new MemoryList(false)); }},
+    {"memory-vuhf", [] { return std::unique_ptr<CliList>(new MemoryList(true)); }},
 };
 
 bool isNumeric(const ValueBase& value) {
