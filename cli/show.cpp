@@ -113,7 +113,7 @@ int RunShow(const QStringList& arguments) {
         return ExitUsage;
     }
     const ProblemPrinter problems;
-    const std::unique_ptr<CliList> list = args.List();
+    const std::unique_ptr<CliList> list = args.List(args.Files().first());
     if (!list)
         return ExitUsage;
     if (!list->Read(args.Files().first()))

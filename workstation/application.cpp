@@ -1,5 +1,6 @@
 #include "workstation/application.h"
 
+#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/base/problems.h"
@@ -16,6 +17,7 @@
 #include "workstation/jobpanel.h"
 #include "workstation/mainwindow.h"
 #include "workstation/messagespanel.h"
+#include "workstation/noibands.h"
 #include "workstation/samples.h"
 #include "workstation/simulatedreceiver.h"
 
@@ -34,6 +36,7 @@ namespace {
 
 constexpr char TargetsPath[] = "/Lists/LocalTargetList";
 constexpr char MemoryPath[] = "/Lists/MemoryChannels";
+constexpr char NoiPath[] = "/Lists/NOIFrequencies";
 /// What a plug-in exports: called once after the store's own lists stand, and once before the end.
 constexpr char PlugInStart[] = "FrequencyStorePlugInStart";
 constexpr char PlugInStop[] = "FrequencyStorePlugInStop";
@@ -94,6 +97,7 @@ Workstation::~Workstation() {
     }
     m_job->Revert(); // what was to be saved is saved
     MemorySystemHandler::DeleteInstance();
+    NOIFrequencyHandler::DeleteInstance();
     TargetListHandler::DeleteInstance();
 }
 
@@ -146,6 +150,7 @@ void Workstation::registerLists() {
     TargetListHandler::Instance()->Init(targets, haveDefault);
     TargetListHandler::Instance()->AddToFreqStore();
     registerMemoryChannels();
+    registerNoi();
 }
 
 void Workstation::registerMemoryChannels() {
@@ -159,6 +164,26 @@ void Workstation::registerMemoryChannels() {
     handler.SetData4Jobfile_ValuePath(Job::SectionPath());
     handler.SetSave2Job_ValuePath(Job::SavePath());
     handler.AddToFreqStore();
+}
+
+void Workstation::registerNoi() {
+    // A file that is not there any more would keep the list from being used until another one is opened.
+    ICfg& settings = CfgCenter::GetAppCfg(ICfg::StartUp);
+    const QString key = QStringLiteral("NOIFrequencies");
+    const QString file = settings.GetString(key, QString());
+    const bool remembers = !m_options.demo && m_options.screenshotDirectory.isEmpty();
+    if (remembers && !file.isEmpty() && !QFileInfo::exists(file)) {
+        Problems::Report("application", 139,
+                         {file, 0, QStringLiteral("is not there any more; the list starts empty")});
+        settings.SetString(key, QString());
+    }
+    NOIFrequencyHandler* list = NOIFrequencyHandler::Instance();
+    list->SetRemembersFile(remembers);
+    list->Init(Tree::Instance()->MakeNode(QString::fromLatin1(NoiPath)));
+    list->SetFrequencyValue_Path(m_receiver->PathOf(Keys::KeyFrequency));
+    list->SetBandwidthValue_Path(m_receiver->PathOf(Keys::KeyBandwidth));
+    list->SetNOIDefinition_ValuePath(NoiBands::ValuePath());
+    list->AddToFreqStore();
 }
 
 void Workstation::loadPlugIn(const QString& path) {
@@ -196,6 +221,7 @@ void Workstation::readSamples() {
     }
     const QDir samples(found);
     readFile(samples.filePath(QStringLiteral("targets.xml")));
+    readFile(samples.filePath(QStringLiteral("interest.noi")));
     readFile(samples.filePath(m_options.receiver == ReceiverKind::HF ? QStringLiteral("job-hf.pij")
                                                                      : QStringLiteral("job-vuhf.pij")));
 }
@@ -204,6 +230,9 @@ void Workstation::readFile(const QString& path) {
     switch (FileKindOf(path)) {
     case FileKind::Job:
         m_job->Open(path);
+        break;
+    case FileKind::Noi:
+        NOIFrequencyHandler::Instance()->ReadFile(path);
         break;
     default:
         TargetListHandler::Instance()->ReadFile(path);

@@ -34,6 +34,7 @@ private:
     void addJobPanel();
     void registerLists();
     void registerMemoryChannels();
+    void registerNoi();
     void loadPlugIn(const QString& path);
     void readSamples();
     void readFile(const QString& path);

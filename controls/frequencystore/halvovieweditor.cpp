@@ -294,9 +294,11 @@ bool HalvoViewEditor::accept() {
                     true);
         return false;
     }
+    bool anyChange = false;
     for (const auto& field : m_fields) {
         if (!field->IsChanged())
             continue;
+        anyChange = true;
         const QString text = field->value->GetStringValue();
         for (Node* entry : entries) {
             if (ValueBase* value = entry->FindOwnValue(field->info.key))
@@ -311,5 +313,7 @@ bool HalvoViewEditor::accept() {
             field->apply->setChecked(false);
         showNote(*field);
     }
+    if (anyChange)
+        emit entriesChanged();
     return true;
 }

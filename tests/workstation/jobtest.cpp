@@ -2,18 +2,16 @@
 
 #include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/valuetree/tree.h"
+#include "tests/support/dialogs.h"
 #include "tests/support/traces.h"
 #include "workstation/jobpanel.h"
 
-#include <QAbstractButton>
 #include <QFile>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -203,15 +201,10 @@ TEST_F(Jobs, ChannelsWithoutAJobAreSavedInANewOne) {
     EXPECT_TRUE(traces.problems.isEmpty());
 }
 
-/// Presses a button of the next message box and remembers what it asked.
+/// Does something that asks, and answers it; the result is what was asked.
 QString answer(QMessageBox::StandardButton button, const std::function<void()>& act) {
     QString asked;
-    QTimer::singleShot(0, [&] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        ASSERT_NE(box, nullptr);
-        asked = box->text();
-        box->button(button)->click();
-    });
+    AnswerQuestion(button, asked);
     act();
     return asked;
 }
