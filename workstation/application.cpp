@@ -1,5 +1,6 @@
 #include "workstation/application.h"
 
+#include "controls/frequencystore/entries/keys.h"
 #include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "host/base/problems.h"
@@ -143,8 +144,8 @@ void Workstation::registerNoi() {
     NOIFrequencyHandler* list = NOIFrequencyHandler::Instance();
     list->SetRemembersFile(remembers);
     list->Init(Tree::Instance()->MakeNode(QString::fromLatin1(NoiPath)));
-    list->SetFrequencyValue_Path(m_receiver->PathOf("frequency"));
-    list->SetBandwidthValue_Path(m_receiver->PathOf("bandwidth"));
+    list->SetFrequencyValue_Path(m_receiver->PathOf(Keys::KeyFrequency));
+    list->SetBandwidthValue_Path(m_receiver->PathOf(Keys::KeyBandwidth));
     list->SetNOIDefinition_ValuePath(NoiBands::ValuePath());
     list->AddToFreqStore();
 }
