@@ -2,7 +2,6 @@
 #include "cli/command.h"
 #include "cli/progressbar.h"
 #include "host/freqstorexml/filehandling.h"
-#include "host/valuetree/node.h"
 #include "sweep/sweepfile.h"
 #include "sweep/sweepreader.h"
 
@@ -23,8 +22,10 @@ QString kindOf(const QString& path, bool isRead) {
     if (path.contains(QLatin1String(".xml"))) {
         if (!isRead)
             return QStringLiteral("XML");
-        return FreqStoreXml::FileHandling().IsValidFormat(path) ? QStringLiteral("frequency-store XML")
-                                                                : QStringLiteral("profile table");
+        if (FreqStoreXml::FileHandling().IsValidFormat(path))
+            return QStringLiteral("frequency-store XML");
+        return FreqStoreXml::FileHandling().IsDetectionResults(path) ? QStringLiteral("detection results XML")
+                                                                     : QStringLiteral("profile table");
     }
     return path.contains(QLatin1String(".csv")) ? QStringLiteral("CSV") : QStringLiteral("unknown");
 }
@@ -74,7 +75,7 @@ int RunCheck(const QStringList& arguments) {
         const bool read = list->Read(path);
         const int found = problems.Count() - before;
         std::printf("%s: %s, %s, %s\n", qPrintable(path), qPrintable(kindOf(path, read)),
-                    qPrintable(counted(read ? list->GetNode()->ChildCount() : 0, "entry", "entries")),
+                    qPrintable(counted(read ? list->Count() : 0, "entry", "entries")),
                     qPrintable(counted(static_cast<size_t>(found), "problem", "problems")));
         if (!read || found > 0)
             exitCode = ExitFile;

@@ -25,6 +25,8 @@ public:
 
     bool Read(const QString& path) override { return Handler::Instance()->ReadFile(path); }
     bool Write(const QString& path) override { return Handler::Instance()->SaveFile(path); }
+
+protected:
     Node* GetNode() const override { return m_node; }
 
 private:
@@ -53,6 +55,10 @@ struct Kind {
 constexpr Kind Kinds[] = {
     {"target", makeTargets, nullptr},
     {"noi", makeNoi, ".noi"},
+    {"results", MakeResults, nullptr},
+    {"detections", MakeDetections, nullptr},
+    {"detections-hf", MakeDetectionsHF, nullptr},
+    {"detections-vuhf", MakeDetectionsVUHF, nullptr},
 };
 
 bool isNumeric(const ValueBase& value) {
@@ -94,8 +100,12 @@ QStringList ListKinds() {
     return names;
 }
 
-void ForEachEntry(const CliList& list, const std::function<void(const std::vector<EntryField>&)>& visit) {
-    for (const Node* entry : list.GetNode()->Children()) {
+size_t CliList::Count() const {
+    return GetNode()->ChildCount();
+}
+
+void CliList::ForEachEntry(const EntryVisitor& visit) const {
+    for (const Node* entry : GetNode()->Children()) {
         std::vector<EntryField> fields;
         for (const ValueBase* value = entry->FirstValue(); value; value = Node::NextValue(value))
             fields.push_back({value->GetName(), textOf(*value), isNumeric(*value)});

@@ -5,6 +5,7 @@ Usage: make_samples.py [DIRECTORY]; without one the files are written beside the
 """
 
 import csv
+import datetime
 import io
 import pathlib
 import sys
@@ -141,6 +142,28 @@ def noi_csv(targets):
     return out.getvalue()
 
 
+def results_xml(targets):
+    """What a classifier made of the signals at these frequencies: a third of them it did not lock to, and of some
+    that it did lock to it tells no confidence."""
+    begin = datetime.datetime(2024, 5, 1, 6, 0, tzinfo=datetime.timezone.utc)
+    root = ElementTree.Element("FrequencyStoreList", Version="1", Usage="SearchResults")
+    for i, t in enumerate(targets):
+        locked = i % 3 != 0
+        confidence = 40 + i * 37 % 60 if locked and i % 5 != 1 else 0
+        letter_of_result = "p" if confidence else "b" if locked else "c"
+        entry = ElementTree.SubElement(root, "FrequencyStoreEntry", Type=letter_of_result)
+        child(entry, "Comment", t["comment"])
+        settings = child(entry, "FFM_Settings")
+        child(settings, "Frequency", t["frequency"])
+        child(settings, "IFBandwidth", t["bandwidth"])
+        result = child(entry, "ResultList")
+        child(result, "Reason", "LOCKED" if locked else "UNLOCKED")
+        time = begin + datetime.timedelta(seconds=i * 43 + i * i % 29)
+        child(result, "ResultTime", time.strftime("%Y-%m-%dT%H:%M:%SZ"))
+        child(result, "Confidence", str(confidence))
+    return document(root)
+
+
 def receiver_settings(number, target, receiver):
     settings = {
         "CHANNELNUMBER": number,
@@ -188,6 +211,7 @@ def main():
         "interest.noi": b"\xff\xfe" + noi(interest).encode("utf-16-le"),
         "interest.xml": noi_xml(interest).encode("utf-8"),
         "interest.csv": noi_csv(interest).encode("utf-8"),
+        "results.xml": results_xml(targets[::9]).encode("utf-8"),
         "job-hf.pij": job([t for t in targets if t["service"] in ("TIME", "AERO-VOLMET")], "hf").encode("utf-8"),
         "job-vuhf.pij": job([t for t in targets if t["service"].startswith("AIR-V")], "vuhf").encode("utf-8"),
         "profiles.xml": profile_table(targets, services).encode("utf-8"),

@@ -15,6 +15,7 @@
 
 #include <QCloseEvent>
 #include <QDockWidget>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QRegularExpression>
@@ -101,13 +102,19 @@ void MainWindow::makeMenus() {
     connect(m_viewMenu->addAction(tr("Show all &frequencies")), &QAction::triggered, m_bar,
             &FrequencyBar::FitAll);
 
-    QMenu* help = menuBar()->addMenu(tr("&Help"));
-    connect(help->addAction(tr("&About")), &QAction::triggered, this, [this] {
+    m_helpMenu = menuBar()->addMenu(tr("&Help"));
+    connect(m_helpMenu->addAction(tr("&About")), &QAction::triggered, this, [this] {
         QMessageBox::about(
             this, tr("Frequency Store"),
             tr("<b>Frequency Store</b><p>Lists of frequencies for radio monitoring.</p>"
                "<p>Wheel over the bar: zoom. Drag: move. Click: tune. Double click: show all.</p>"));
     });
+}
+
+QMenu* MainWindow::AddMenu(const QString& title) {
+    auto* menu = new QMenu(title, this);
+    menuBar()->insertMenu(m_helpMenu->menuAction(), menu);
+    return menu;
 }
 
 void MainWindow::addList(int listId) {

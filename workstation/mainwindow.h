@@ -33,6 +33,8 @@ public:
     QMenu* GetFileMenu() const { return m_fileMenu; }
     /// Adds a panel that can be moved and closed, and its entry in the View menu; the window owns it.
     QDockWidget* AddPanel(QWidget* panel, const QString& title, Qt::DockWidgetArea area);
+    /// Adds a menu before the Help menu.
+    QMenu* AddMenu(const QString& title);
     /// Who is asked whether the window may close; a false answer keeps it open.
     void SetCloseCheck(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
     /// Shows a text in the status line for a while.
@@ -64,6 +66,7 @@ private:
     MessagesPanel* m_messages;
     QMenu* m_fileMenu;
     QMenu* m_viewMenu;
+    QMenu* m_helpMenu = nullptr;
     std::function<bool()> m_mayClose;
     std::map<int, Tab> m_lists;
 };

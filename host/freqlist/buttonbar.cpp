@@ -12,6 +12,7 @@
 #include <QLocale>
 #include <QMenu>
 #include <QToolBar>
+#include <QToolButton>
 
 namespace {
 
@@ -62,6 +63,9 @@ constexpr ActionInfo Infos[] = {
     {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "To database"),
      QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Send the results to the database"),
      QKeySequence::UnknownKey, 0, Needs::Nothing, true},
+    {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Send to"),
+     QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Add the selected entries to another list"),
+     QKeySequence::UnknownKey, 0, Needs::Selection, true},
 };
 static_assert(std::size(Infos) == FreqStoreListViewButtonBar::ActionCount);
 
@@ -89,6 +93,9 @@ FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
         QAction* action = m_toolBar->addAction(tr(info.text));
         connect(action, &QAction::changed, this, &FreqStoreListViewButtonBar::showGaps);
         action->setVisible(false);
+        // An action with a menu opens it at once.
+        static_cast<QToolButton*>(m_toolBar->widgetForAction(action))
+            ->setPopupMode(QToolButton::InstantPopup);
         m_actions[static_cast<size_t>(i)] = action;
         SetTip(static_cast<Action>(i), tr(info.tip));
     }
@@ -195,6 +202,10 @@ void FreqStoreListViewButtonBar::showNotice(const QString& notice) {
     m_notice->setPalette(palette);
     m_notice->setText(notice);
     m_notice->setVisible(!notice.isEmpty());
+}
+
+void FreqStoreListViewButtonBar::Tell(const QString& text) {
+    m_counts->setText(text);
 }
 
 ValuePtr<ValueSelection> FreqStoreListViewButtonBar::UpdateModeSelection() {

@@ -34,6 +34,7 @@ public:
         Export,
         SaveToJob,
         ToDataBase,
+        SendTo,
         ActionCount
     };
 
@@ -54,6 +55,8 @@ public:
     /// Re-reads which actions apply to the present selection and which the view offers at present. Why an
     /// action is off stands in its tool tip and below the bar.
     void EnableActions();
+    /// Says what an action did where the counts stand; they come back when any of them changes.
+    void Tell(const QString& text);
     /// How the view follows changes: "Immediately" (key 0) or "Paused" (key 1). Owned by the bar.
     ValuePtr<ValueSelection> UpdateModeSelection();
     /// Adds the visible actions to a menu, in the order of the bar.

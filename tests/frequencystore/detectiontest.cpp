@@ -8,6 +8,7 @@
 #include "host/gui/guibase.h"
 #include "host/gui/guicentral.h"
 #include "host/startup/cfgcenter.h"
+#include "tests/support/dialogs.h"
 #include "tests/support/traces.h"
 
 #include <QApplication>
@@ -68,20 +69,6 @@ public:
 };
 
 using PlainView = Opened<SearchMCVectorListView>;
-
-/// Answers the next save dialog; an empty path cancels it.
-void answerDialog(const QString& path) {
-    QTimer::singleShot(0, qApp, [path] {
-        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-        if (!dialog)
-            return answerDialog(path);
-        if (path.isEmpty())
-            return dialog->reject();
-        dialog->setDirectory(QFileInfo(path).absolutePath());
-        dialog->selectFile(path);
-        static_cast<QDialog*>(dialog)->done(QDialog::Accepted);
-    });
-}
 
 class Detections : public testing::Test {
 protected:
@@ -462,9 +449,9 @@ TEST_F(Detections, AreSavedInTheOrderShownUnderTheNameGiven) {
     PlainView view(nullptr);
     view.Set_ValuePath(QLatin1String(Path));
     view.Sort(0, true);
-    answerDialog(file("results"));
+    AnswerDialog(file("results"));
     view.slotSaveToFile();
-    answerDialog(file("a.xml.bak"));
+    AnswerDialog(file("a.xml.bak"));
     view.slotSaveToFile();
     EXPECT_EQ(read("a.xml.bak"), read("results.xml"));
     FreqStoreXml::FrequencyStoreList saved;
@@ -477,11 +464,11 @@ TEST_F(Detections, AreSavedInTheOrderShownUnderTheNameGiven) {
     }
     EXPECT_EQ(ids, QStringList({"2", "3", "1"}));
 
-    answerDialog(file("results"));
+    AnswerDialog(file("results"));
     view.slotExportToFile();
     EXPECT_EQ(read("results.csv").split('\n').value(1).trimmed(),
               "2,7000000,3100,30,2023-11-14T22:13:22Z,2023-11-14T22:13:24Z,a,");
-    answerDialog(QString());
+    AnswerDialog(QString());
     view.slotSaveToFile();
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 3) << "cancelled";
 }
@@ -493,9 +480,9 @@ TEST_F(Detections, AFailedSaveIsTracedAndTellsNobody) {
     const Traces traces;
     ASSERT_TRUE(QDir(folder.path()).mkdir("x.xml"));
     ASSERT_TRUE(QDir(folder.path()).mkdir("x.csv"));
-    answerDialog(file("x"));
+    AnswerDialog(file("x"));
     view.slotSaveFileAs();
-    answerDialog(file("x"));
+    AnswerDialog(file("x"));
     view.slotExportFileAs();
     ASSERT_EQ(traces.texts.size(), 4) << qPrintable(QDir(folder.path()).entryList().join(' '));
     EXPECT_EQ(traces.texts[0], "EXCEPTION WHILE SAVING FREQUENCIES:");

@@ -21,6 +21,10 @@ class HalvoNodeMediatorCtrl;
 class QWidget;
 struct ReadChannel;
 
+namespace FreqStoreXml {
+class FrequencyStoreEntry;
+}
+
 /// Owner of the memory channels of one receiver, HF or VHF/UHF: it makes the channels, reads them from files,
 /// and keeps them in step with the receiver's job, an XML document whose memory-scan sections list them. One
 /// instance exists per process.
@@ -167,6 +171,7 @@ private:
     void takeNewChannel(const ReadChannel& channel, FileProblems& problems);
     bool readChannels(const QString& job, const QString& name);
     bool readEntries(const QString& path);
+    void addEntry(const FreqStoreXml::FrequencyStoreEntry& entry);
     void collectChannels();
     void putSectionIntoJob(bool generatedHere);
     template <typename Read>
