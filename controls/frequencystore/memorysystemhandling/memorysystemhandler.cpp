@@ -107,7 +107,6 @@ void MemorySystemHandler::Init(Node* root) {
         return;
     m_root = root;
     m_pMedCtrl = std::make_unique<HalvoNodeMediatorCtrl>(m_listType, StoreType);
-    m_pMedCtrl->SetEntryMaker([this](const FreqStoreXml::FrequencyStoreEntry& entry) { addEntry(entry); });
     m_pMedCtrl->IncrementVisibleCnt();
     m_pMedCtrl->Init(root ? root->GetPathName() : QString());
     takeSentEntries();

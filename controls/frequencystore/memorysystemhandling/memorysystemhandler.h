@@ -176,7 +176,6 @@ private:
     void takeNewChannel(const ReadChannel& channel, FileProblems& problems);
     bool readChannels(const QString& job, const QString& name);
     bool readEntries(const QString& path);
-    void addEntry(const FreqStoreXml::FrequencyStoreEntry& entry);
     void collectChannels();
     void putSectionIntoJob(bool generatedHere);
     template <typename Read>
