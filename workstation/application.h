@@ -11,6 +11,7 @@ class MainWindow;
 class QLibrary;
 class SimulatedReceiver;
 class SimulatedSearch;
+class SweepImport;
 
 /// Life of the workstation: registers the lists, loads plug-ins and files, and ends all in order. File names
 /// of the options are made absolute, then the data directory becomes the current one, where the lists keep
@@ -34,6 +35,7 @@ public:
 private:
     void prepareDirectories();
     void addJobPanel();
+    void addSweepEntry();
     void registerLists();
     void registerDetections();
     void loadPlugIn(const QString& path);
@@ -46,5 +48,6 @@ private:
     std::unique_ptr<SimulatedSearch> m_search;
     std::unique_ptr<Job> m_job;
     std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<SweepImport> m_sweeps;
     JobPanel* m_jobPanel = nullptr; ///< the window's
 };
