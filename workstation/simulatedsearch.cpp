@@ -12,7 +12,7 @@ namespace {
 
 constexpr qint64 Second = 1000000; // µs
 constexpr qint64 StepTime = Second / 4;
-constexpr size_t EmitterCount = 160;
+constexpr size_t EmitterCount = 70;
 constexpr size_t MaxRecords = 100000;
 /// How long classifier and direction finder take.
 constexpr qint64 ClassifierTime = 2 * Second;
@@ -157,7 +157,7 @@ void SimulatedSearch::begin(qint64 time) {
     const size_t activeBefore = m_active.size();
     for (size_t i = 0; i < m_emitters.size(); ++i) {
         Emitter& emitter = m_emitters[i];
-        if (emitter.onAir || random(0, 1) > 0.004)
+        if (emitter.onAir || random(0, 1) > 0.008)
             continue;
         emitter.onAir = true;
         ExtendedDetectionConventional record;
