@@ -27,6 +27,7 @@
 #include "workstation/simulatedclassifier.h"
 #include "workstation/simulatedreceiver.h"
 #include "workstation/simulatedsearch.h"
+#include "workstation/sweepimport.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -96,6 +97,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded,
                      [](const QString& text) { std::fprintf(stderr, "%s\n", qPrintable(text)); });
     addJobPanel();
+    addSweepEntry();
     registerLists();
     registerDetections();
     registerResults();
@@ -107,6 +109,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
 }
 
 Workstation::~Workstation() {
+    m_sweeps.reset();
     m_window.reset();
     for (const auto& plugIn : m_plugIns) {
         if (const auto stop = reinterpret_cast<void (*)()>(plugIn->resolve(PlugInStop)))
@@ -158,6 +161,19 @@ void Workstation::addJobPanel() {
     add(MainWindow::tr("Save Job &As..."), &JobPanel::SaveAs);
     menu->insertSeparator(before);
     m_window->SetCloseCheck([panel = m_jobPanel] { return panel->MayLeave(); });
+}
+
+/// Signals in power sweeps stand beside those of the search.
+void Workstation::addSweepEntry() {
+    m_sweeps =
+        std::make_unique<SweepImport>(m_window.get(), [this](std::list<DetectionConventional>&& found) {
+            m_search->Add(std::move(found));
+        });
+    QObject::connect(m_sweeps.get(), &SweepImport::Opened, m_window.get(), &MainWindow::Tell);
+    QMenu* menu = m_window->GetFileMenu();
+    auto* action = new QAction(MainWindow::tr("Open S&weep..."), menu);
+    menu->insertAction(menu->actions().first(), action);
+    QObject::connect(action, &QAction::triggered, m_sweeps.get(), &SweepImport::AskAndOpen);
 }
 
 void Workstation::registerLists() {
@@ -282,6 +298,9 @@ void Workstation::readFile(const QString& path) {
         break;
     case FileKind::Results:
         SearchMCDataReader(*SearchMCDataHandler::Instance()->GetMediatorCtrl()).ReadFile(path);
+        break;
+    case FileKind::Sweep:
+        m_sweeps->Open(path);
         break;
     default:
         TargetListHandler::Instance()->ReadFile(path);

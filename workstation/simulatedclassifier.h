@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/base/life.h"
+#include "host/valuetree/node.h"
 #include "workstation/receiversettings.h"
 
 #include <QObject>

@@ -2,7 +2,6 @@
 
 #include "host/base/problems.h"
 #include "host/gui/guibase.h"
-#include "host/valuetree/tree.h"
 #include "sweep/sweepfile.h"
 #include "sweep/sweepresults.h"
 #include "workstation/sweepdialog.h"
@@ -18,30 +17,17 @@ namespace {
 constexpr qint64 QuickBytes = 4 * 1024 * 1024;
 constexpr int ProgressSteps = 1000;
 
-unsigned highestId(const SweepImport::List& list) {
-    unsigned highest = 0;
-    for (const DetectionConventional& record : list.Elements())
-        highest = std::max(highest, record.GetID());
-    return highest;
-}
-
 } // namespace
 
-/// What comes and goes with one file. The list may end while the dialog runs.
+/// What comes and goes with one file.
 struct SweepImport::Reading {
-    ValuePtr<List> list;
-    unsigned lastId;
     qint64 count = 0;
-    List::Container waiting; ///< detections that the list has not got yet
+    std::list<DetectionConventional> waiting; ///< detections that are not handed over yet
     std::unique_ptr<QProgressDialog> dialog;
-
-    void Deliver() {
-        if (List* value = list.get())
-            value->Append(std::exchange(waiting, {}));
-    }
 };
 
-SweepImport::SweepImport(QWidget* window, const QString& listPath) : m_window(window), m_listPath(listPath) {}
+SweepImport::SweepImport(QWidget* window, Receive receive)
+    : m_window(window), m_receive(std::move(receive)) {}
 
 void SweepImport::AskAndOpen() {
     const QString path = QFileDialog::getOpenFileName(
@@ -58,32 +44,29 @@ void SweepImport::AskAndOpen() {
 }
 
 bool SweepImport::Open(const QString& path) {
-    auto* list = value_cast<List>(Tree::Instance()->GetValue(m_listPath));
-    if (!list || m_isReading) {
-        Problems::Report(
-            "sweepimport", 67,
-            {path, 0, list ? tr("another file is being read") : tr("there is no list of detections")});
+    if (m_isReading) {
+        Problems::Report("sweepimport", 58, {path, 0, tr("another file of sweeps is being read")});
         return false;
     }
-    const QScopedValueRollback reading(m_isReading, true);
-    Reading now{ValuePtr<List>(list), highestId(*list), 0, {}, nullptr};
+    const QScopedValueRollback isReading(m_isReading, true);
+    Reading reading;
     const SweepSummary summary = DetectInSweepFile(
         path, m_zone, m_settings,
         [&](const SweepDetection& detection) {
-            now.waiting.push_back(RecordOf(detection, ++now.lastId));
-            ++now.count;
+            reading.waiting.push_back(RecordOf(detection));
+            ++reading.count;
         },
-        [&](qint64 done, qint64 total) { return showProgress(now, done, total); });
-    now.Deliver();
+        [&](qint64 done, qint64 total) { return showProgress(reading, done, total); });
+    m_receive(std::move(reading.waiting));
     if (summary.sweeps == 0 && summary.problems == 0)
-        Problems::Report("sweepimport", 82, {path, 0, tr("holds no power sweeps")});
-    emit Opened(
-        tr("%1: %2 detections in %3 sweeps")
-            .arg(QFileInfo(path).fileName(), QString::number(now.count), QString::number(summary.sweeps)));
+        Problems::Report("sweepimport", 73, {path, 0, tr("holds no power sweeps")});
+    emit Opened(tr("%1: %2 detections in %3 sweeps")
+                    .arg(QFileInfo(path).fileName(), QString::number(reading.count),
+                         QString::number(summary.sweeps)));
     return summary.sweeps > 0;
 }
 
-/// False when the operator has cancelled, or the list is gone.
+/// False when the operator has cancelled.
 bool SweepImport::showProgress(Reading& reading, qint64 done, qint64 total) {
     if (total <= QuickBytes)
         return true;
@@ -97,7 +80,7 @@ bool SweepImport::showProgress(Reading& reading, qint64 done, qint64 total) {
     const auto step = static_cast<int>(double(done) / double(total) * (ProgressSteps - 1));
     if (step == reading.dialog->value())
         return true;
-    reading.Deliver();
+    m_receive(std::exchange(reading.waiting, {}));
     reading.dialog->setValue(step);
-    return !reading.dialog->wasCanceled() && reading.list.get();
+    return !reading.dialog->wasCanceled();
 }

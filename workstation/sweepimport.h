@@ -1,31 +1,28 @@
 #pragma once
 
 #include "host/valuetree/detection.h"
-#include "host/valuetree/valueptr.h"
 #include "sweep/sweepdetector.h"
 
 #include <QObject>
-#include <QPointer>
 #include <QTimeZone>
 
-class QProgressDialog;
 class QWidget;
 
-/// Reads power sweeps and appends the signals in them to a list of detections in the value tree, while a
-/// dialog shows how far it is.
+/// Reads power sweeps for whoever keeps the detections, while a dialog shows how far it is.
 class SweepImport : public QObject {
     Q_OBJECT
 
 public:
-    using List = ValueList<DetectionConventional>;
+    /// Takes some detections; they have no numbers yet.
+    using Receive = std::function<void(std::list<DetectionConventional>&&)>;
 
-    /// The dialogs belong to `window`, which outlives this; the list is the value at `listPath`.
-    SweepImport(QWidget* window, const QString& listPath);
+    /// The dialogs belong to `window`, which outlives this.
+    SweepImport(QWidget* window, Receive receive);
 
     /// Asks for a file and for what counts as a signal, and opens it.
     void AskAndOpen();
-    /// Opens a file with the settings of the last time. False, with problems told, when it holds no sweep; a
-    /// list that is gone is a problem, too. What was found before it is cancelled stays.
+    /// Opens a file with the settings of the last time. False, with problems told, when it holds no sweep.
+    /// What was found before it is cancelled stays.
     bool Open(const QString& path);
 
 signals:
@@ -38,7 +35,7 @@ private:
     bool showProgress(Reading& reading, qint64 done, qint64 total);
 
     QWidget* m_window;
-    QString m_listPath;
+    Receive m_receive;
     SweepSettings m_settings;
     QTimeZone m_zone = QTimeZone::systemTimeZone();
     bool m_isReading = false; ///< its dialog's event loop may ask for more

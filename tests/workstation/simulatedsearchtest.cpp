@@ -97,7 +97,10 @@ TEST_F(SimulatedSearches, StoppedItEndsWhatIsActive) {
 
 TEST_F(SimulatedSearches, OldRecordsGoWhenThereAreVeryMany) {
     SimulatedSearch search(ReceiverKind::HF);
+    search.Add(std::list<DetectionConventional>(7)); // somebody else's, which go with those beside them
     search.Simulate(20 * Second, Begin);
+    EXPECT_EQ(detections().Elements().front().GetID(), 1u);
+    EXPECT_EQ(classified().Elements().front().GetID(), 8u);
     auto& list = const_cast<ValueList<DetectionConventional>&>(detections());
     auto& extended = const_cast<ValueList<ExtendedDetectionConventional>&>(classified());
     const unsigned lastId = list.Elements().back().GetID();

@@ -1,7 +1,6 @@
 #include "workstation/sweepimport.h"
 
 #include "host/base/problems.h"
-#include "host/valuetree/tree.h"
 #include "workstation/sweepdialog.h"
 
 #include <QApplication>
@@ -25,13 +24,8 @@ class SweepImports : public testing::Test {
 protected:
     SweepImports() {
         m_before = Problems::SetSink([this](const Problem& problem) { problems << problem.reason; });
-        Tree::Instance()->MakeNode("/SweepImportTest");
-        list = GetOrCreateValue<SweepImport::List>("/SweepImportTest/Detections");
     }
-    ~SweepImports() override {
-        Tree::Instance()->GetNode("/SweepImportTest")->DeleteValue("Detections");
-        Problems::SetSink(m_before);
-    }
+    ~SweepImports() override { Problems::SetSink(m_before); }
     /// A sweep file that is read long enough for its dialog to be seen.
     QString longFile() const {
         QFile sample(Sample);
@@ -61,8 +55,8 @@ protected:
 
     QTemporaryDir folder;
     QWidget window;
-    SweepImport import{&window, "/SweepImportTest/Detections"};
-    SweepImport::List* list;
+    std::list<DetectionConventional> list;
+    SweepImport import{&window, [this](auto&& found) { list.splice(list.end(), found); }};
     QStringList problems;
     int dialogsSeen = 0;
 
@@ -71,15 +65,11 @@ private:
     Problems::Sink m_before;
 };
 
-TEST_F(SweepImports, SignalsAreAppendedToTheList) {
-    DetectionConventional old;
-    old.SetID(41);
-    list->PushBack(old);
+TEST_F(SweepImports, SignalsAreHandedOver) {
     QSignalSpy opened(&import, &SweepImport::Opened);
     ASSERT_TRUE(import.Open(Sample));
-    ASSERT_EQ(list->Size(), 11u);
-    const DetectionConventional& second = list->At(2);
-    EXPECT_EQ(second.GetID(), 43u);
+    ASSERT_EQ(list.size(), 10u);
+    const DetectionConventional& second = *std::next(list.begin());
     EXPECT_EQ(second.GetFrequency(), 119'737'500);
     EXPECT_EQ(second.GetBandwidth(), 25'000);
     EXPECT_EQ(second.GetLevel(), -40);
@@ -95,37 +85,28 @@ TEST_F(SweepImports, WhatIsNoSweepIsToldAndChangesNothing) {
     ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
     EXPECT_FALSE(import.Open(empty.fileName()));
     EXPECT_FALSE(import.Open(folder.filePath("missing.csv")));
-    EXPECT_FALSE(SweepImport(&window, "/SweepImportTest/Nothing").Open(Sample));
-    ASSERT_EQ(problems.size(), 3);
+    ASSERT_EQ(problems.size(), 2);
     EXPECT_EQ(problems[0], "holds no power sweeps");
     EXPECT_TRUE(problems[1].endsWith("there is no such file")) << problems[1].toStdString();
-    EXPECT_EQ(problems[2], "there is no list of detections");
-    EXPECT_EQ(list->Size(), 0u);
+    EXPECT_TRUE(list.empty());
 }
 
 TEST_F(SweepImports, ALongFileShowsHowFarItIsAndCanBeCancelled) {
     const QString file = longFile();
     whenDialogIsSeen([](QProgressDialog&) {});
     ASSERT_TRUE(import.Open(file));
-    const quint64 whole = list->Size();
+    const size_t whole = list.size();
     EXPECT_GT(whole, 100u);
-    list->Clear();
+    list.clear();
     whenDialogIsSeen([&](QProgressDialog& dialog) {
         EXPECT_FALSE(import.Open(Sample)) << "one at a time";
         dialog.cancel();
     });
     EXPECT_TRUE(import.Open(file));
     EXPECT_EQ(dialogsSeen, 2);
-    EXPECT_GT(list->Size(), 0u);
-    EXPECT_LT(list->Size(), whole);
-    EXPECT_EQ(problems.join("; "), "another file is being read");
-}
-
-TEST_F(SweepImports, AListThatEndsMeanwhileEndsTheReading) {
-    whenDialogIsSeen(
-        [](QProgressDialog&) { Tree::Instance()->GetNode("/SweepImportTest")->DeleteValue("Detections"); });
-    EXPECT_TRUE(import.Open(longFile()));
-    EXPECT_EQ(dialogsSeen, 1);
+    EXPECT_GT(list.size(), 0u);
+    EXPECT_LT(list.size(), whole);
+    EXPECT_EQ(problems.join("; "), "another file of sweeps is being read");
 }
 
 TEST(SweepDialogs, ASettingIsTakenAndAnUnknownZoneRefused) {
