@@ -2,7 +2,6 @@
 #include "cli/command.h"
 #include "cli/progressbar.h"
 #include "host/freqstorexml/filehandling.h"
-#include "host/valuetree/node.h"
 #include "sweep/sweepfile.h"
 #include "sweep/sweepreader.h"
 
@@ -20,11 +19,15 @@ QString kindOf(const QString& path, bool isRead) {
         return QStringLiteral("LTL lines");
     if (path.endsWith(QLatin1String(".pij")))
         return QStringLiteral("job");
+    if (path.contains(QLatin1String(".noi")) && !path.contains(QLatin1String(".xml")))
+        return QStringLiteral("NOI lines");
     if (path.contains(QLatin1String(".xml"))) {
         if (!isRead)
             return QStringLiteral("XML");
-        return FreqStoreXml::FileHandling().IsValidFormat(path) ? QStringLiteral("frequency-store XML")
-                                                                : QStringLiteral("profile table");
+        if (FreqStoreXml::FileHandling().IsValidFormat(path))
+            return QStringLiteral("frequency-store XML");
+        return FreqStoreXml::FileHandling().IsDetectionResults(path) ? QStringLiteral("detection results XML")
+                                                                     : QStringLiteral("profile table");
     }
     return path.contains(QLatin1String(".csv")) ? QStringLiteral("CSV") : QStringLiteral("unknown");
 }
@@ -67,14 +70,14 @@ int RunCheck(const QStringList& arguments) {
                 exitCode = ExitFile;
             continue;
         }
-        const std::unique_ptr<CliList> list = args.List();
+        const std::unique_ptr<CliList> list = args.List(path);
         if (!list)
             return ExitUsage;
         const int before = problems.Count();
         const bool read = list->Read(path);
         const int found = problems.Count() - before;
         std::printf("%s: %s, %s, %s\n", qPrintable(path), qPrintable(kindOf(path, read)),
-                    qPrintable(counted(read ? list->GetNode()->ChildCount() : 0, "entry", "entries")),
+                    qPrintable(counted(read ? list->Count() : 0, "entry", "entries")),
                     qPrintable(counted(static_cast<size_t>(found), "problem", "problems")));
         if (!read || found > 0)
             exitCode = ExitFile;

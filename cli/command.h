@@ -21,6 +21,7 @@ struct Command {
 int RunShow(const QStringList& arguments);
 int RunConvert(const QStringList& arguments);
 int RunCheck(const QStringList& arguments);
+int RunBands(const QStringList& arguments);
 int RunDetect(const QStringList& arguments);
 int RunJob(const QStringList& arguments);
 

@@ -2,6 +2,7 @@
 
 #include "cli/memorylist.h"
 #include "cli/progressbar.h"
+#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "host/base/problems.h"
 #include "host/valuetree/tree.h"
@@ -10,34 +11,62 @@
 
 namespace {
 
-class TargetList : public CliList {
+/// A list that a handler owns, in a node of its own that is emptied at the end.
+template <typename Handler>
+class HandlerList : public CliList {
 public:
-    TargetList() {
-        m_node = Tree::Instance()->MakeNode(QStringLiteral("/Lists/LocalTargetList"));
-        TargetListHandler::Instance()->Init(m_node, false);
+    HandlerList(const char* path, void (*start)(Handler&, Node*))
+        : m_node(Tree::Instance()->MakeNode(QString::fromLatin1(path))) {
+        start(*Handler::Instance(), m_node);
     }
-    ~TargetList() override {
-        TargetListHandler::DeleteInstance();
+    ~HandlerList() override {
+        Handler::DeleteInstance();
         m_node->DeleteChildren();
     }
 
-    bool Read(const QString& path) override { return TargetListHandler::Instance()->ReadFile(path); }
-    bool Write(const QString& path) override { return TargetListHandler::Instance()->SaveFile(path); }
+    bool Read(const QString& path) override { return Handler::Instance()->ReadFile(path); }
+    bool Write(const QString& path) override { return Handler::Instance()->SaveFile(path); }
+
+protected:
     Node* GetNode() const override { return m_node; }
 
 private:
     Node* m_node;
 };
 
+std::unique_ptr<CliList> makeTargets() {
+    return std::make_unique<HandlerList<TargetListHandler>>(
+        "/Lists/LocalTargetList", [](TargetListHandler& handler, Node* node) { handler.Init(node, false); });
+}
+
+std::unique_ptr<CliList> makeNoi() {
+    return std::make_unique<HandlerList<NOIFrequencyHandler>>("/Lists/NOIFrequencies",
+                                                              [](NOIFrequencyHandler& handler, Node* node) {
+                                                                  handler.SetRemembersFile(false);
+                                                                  handler.Init(node);
+                                                              });
+}
+
+template <bool IsVUHF>
+std::unique_ptr<CliList> makeMemory() {
+    return std::make_unique<MemoryList>(IsVUHF);
+}
+
 struct Kind {
     const char* name;
     std::unique_ptr<CliList> (*make)();
+    const char* ending; ///< of files that no other list reads; null when there are none
 };
 
 constexpr Kind Kinds[] = {
-    {"target", [] { return std::unique_ptr<CliList>(new TargetList); }},
-    {"memory-hf", [] { return std::unique_ptr<CliList>(new MemoryList(false)); }},
-    {"memory-vuhf", [] { return std::unique_ptr<CliList>(new MemoryList(true)); }},
+    {"target", makeTargets, nullptr},
+    {"memory-hf", makeMemory<false>, ".pij"},
+    {"memory-vuhf", makeMemory<true>, nullptr},
+    {"noi", makeNoi, ".noi"},
+    {"results", MakeResults, nullptr},
+    {"detections", MakeDetections, nullptr},
+    {"detections-hf", MakeDetectionsHF, nullptr},
+    {"detections-vuhf", MakeDetectionsVUHF, nullptr},
 };
 
 bool isNumeric(const ValueBase& value) {
@@ -64,6 +93,14 @@ std::unique_ptr<CliList> MakeList(const QString& kind) {
     return nullptr;
 }
 
+QString ListKindOf(const QString& path) {
+    for (const Kind& kind : Kinds) {
+        if (kind.ending && path.endsWith(QLatin1String(kind.ending)))
+            return QString::fromLatin1(kind.name);
+    }
+    return QString::fromLatin1(Kinds[0].name);
+}
+
 QStringList ListKinds() {
     QStringList names;
     for (const Kind& kind : Kinds)
@@ -71,8 +108,12 @@ QStringList ListKinds() {
     return names;
 }
 
-void ForEachEntry(const CliList& list, const std::function<void(const std::vector<EntryField>&)>& visit) {
-    for (const Node* entry : list.GetNode()->Children()) {
+size_t CliList::Count() const {
+    return GetNode()->ChildCount();
+}
+
+void CliList::ForEachEntry(const EntryVisitor& visit) const {
+    for (const Node* entry : GetNode()->Children()) {
         std::vector<EntryField> fields;
         for (const ValueBase* value = entry->FirstValue(); value; value = Node::NextValue(value))
             fields.push_back({value->GetName(), textOf(*value), isNumeric(*value)});

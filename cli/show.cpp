@@ -33,7 +33,7 @@ QString quoted(const QString& text) {
 void printJson(const CliList& list) {
     bool first = true;
     print(QStringLiteral("["));
-    ForEachEntry(list, [&](const Row& row) {
+    list.ForEachEntry([&](const Row& row) {
         QStringList members;
         for (const EntryField& field : row)
             members << quoted(field.key) + QLatin1Char(':') +
@@ -47,7 +47,7 @@ void printJson(const CliList& list) {
 
 void printTsv(const CliList& list) {
     bool first = true;
-    ForEachEntry(list, [&](const Row& row) {
+    list.ForEachEntry([&](const Row& row) {
         QStringList keys;
         QStringList texts;
         for (const EntryField& field : row) {
@@ -65,7 +65,7 @@ void printTable(const CliList& list) {
     constexpr qsizetype MaxWidth = 40;
     std::vector<Row> rows;
     std::vector<qsizetype> widths;
-    ForEachEntry(list, [&](const Row& row) {
+    list.ForEachEntry([&](const Row& row) {
         rows.push_back(row);
         widths.resize(std::max(widths.size(), row.size()), 0);
         for (size_t i = 0; i < row.size(); ++i)
@@ -123,7 +123,7 @@ int RunShow(const QStringList& arguments) {
     if (!print)
         return ExitUsage;
     const ProblemPrinter problems;
-    const std::unique_ptr<CliList> list = args.List();
+    const std::unique_ptr<CliList> list = args.List(args.Files().first());
     if (!list)
         return ExitUsage;
     if (!list->Read(args.Files().first()))

@@ -5,6 +5,7 @@ Usage: make_samples.py [DIRECTORY]; without one the files are written beside the
 """
 
 import csv
+import datetime
 import io
 import pathlib
 import sys
@@ -12,6 +13,7 @@ from xml.etree import ElementTree
 
 HERE = pathlib.Path(__file__).resolve().parent
 NO_PRIORITY_LETTER = "g"
+NOI_LETTER = "d"
 LETTERS = dict(zip(range(1, 10), "ponmlkjih"))
 CSV_COLUMNS = ("Frequency", "Bandwidth", "Comment", "Demodulation", "Type", "Priority", "ThreatClass",
                "ProfileID", "ProfileName", "SignalClass", "TransmissionSystem")
@@ -121,6 +123,47 @@ def noi(targets):
                    for t in targets)
 
 
+def noi_xml(targets):
+    root = ElementTree.Element("FrequencyStoreList", Version="1", Usage="NOI")
+    for t in targets:
+        entry = ElementTree.SubElement(root, "FrequencyStoreEntry", Type=NOI_LETTER)
+        child(entry, "Comment", t["comment"])
+        settings = child(entry, "FFM_Settings")
+        child(settings, "Frequency", t["frequency"])
+        child(settings, "IFBandwidth", t["bandwidth"])
+    return document(root)
+
+
+def noi_csv(targets):
+    out = io.StringIO()
+    writer = csv.writer(out, lineterminator="\r\n")
+    writer.writerow(("Frequency", "Bandwidth", "Comment", "Type"))
+    writer.writerows((t["frequency"], t["bandwidth"], t["comment"], NOI_LETTER) for t in targets)
+    return out.getvalue()
+
+
+def results_xml(targets):
+    """What a classifier made of the signals at these frequencies: a third of them it did not lock to, and of some
+    that it did lock to it tells no confidence."""
+    begin = datetime.datetime(2024, 5, 1, 6, 0, tzinfo=datetime.timezone.utc)
+    root = ElementTree.Element("FrequencyStoreList", Version="1", Usage="SearchResults")
+    for i, t in enumerate(targets):
+        locked = i % 3 != 0
+        confidence = 40 + i * 37 % 60 if locked and i % 5 != 1 else 0
+        letter_of_result = "p" if confidence else "b" if locked else "c"
+        entry = ElementTree.SubElement(root, "FrequencyStoreEntry", Type=letter_of_result)
+        child(entry, "Comment", t["comment"])
+        settings = child(entry, "FFM_Settings")
+        child(settings, "Frequency", t["frequency"])
+        child(settings, "IFBandwidth", t["bandwidth"])
+        result = child(entry, "ResultList")
+        child(result, "Reason", "LOCKED" if locked else "UNLOCKED")
+        time = begin + datetime.timedelta(seconds=i * 43 + i * i % 29)
+        child(result, "ResultTime", time.strftime("%Y-%m-%dT%H:%M:%SZ"))
+        child(result, "Confidence", str(confidence))
+    return document(root)
+
+
 def receiver_settings(number, target, receiver):
     settings = {
         "CHANNELNUMBER": number,
@@ -185,6 +228,7 @@ def main():
     directory = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else HERE
     targets = read_table("targets.tsv")
     services = {row["service"]: row for row in read_table("services.tsv")}
+    interest = [t for t in targets if t["threat class"] == "high"]
     files = {
         "targets.ltl": b"\xff\xfe" + ltl(targets).encode("utf-16-le"),
         "targets-utf8.ltl": b"\xef\xbb\xbf" + ltl(targets).encode("utf-8"),
@@ -192,7 +236,10 @@ def main():
         "targets.csv": frequency_store_csv(targets, services).encode("utf-8"),
         "shortwave.sfl": b"\xff\xfe" + sfl(between(targets, 1.8e6, 30e6)).encode("utf-16-le"),
         "airband.sfl": b"\xef\xbb\xbf" + sfl(between(targets, 108e6, 137e6)).encode("utf-8"),
-        "interest.noi": b"\xff\xfe" + noi([t for t in targets if t["threat class"] == "high"]).encode("utf-16-le"),
+        "interest.noi": b"\xff\xfe" + noi(interest).encode("utf-16-le"),
+        "interest.xml": noi_xml(interest).encode("utf-8"),
+        "interest.csv": noi_csv(interest).encode("utf-8"),
+        "results.xml": results_xml(targets[::9]).encode("utf-8"),
         "job-hf.pij": job([t for t in targets if t["service"] in ("TIME", "AERO-VOLMET")], "hf").encode("utf-8"),
         "job-vuhf.pij": job([t for t in targets if t["service"].startswith("AIR-V")], "vuhf").encode("utf-8"),
         "memory-hf.sfl": b"\xff\xfe" + sfl([t for t in targets if t["service"] == "HAM-CW"]).encode("utf-16-le"),

@@ -2,8 +2,6 @@
 
 #include "host/freqstorexml/detectionresultlist.h"
 #include "host/freqstorexml/liststreams.h"
-#include "host/freqstorexml/recordlistwriter.h"
-#include "host/report/outputfile.h"
 
 #include <cmath>
 
@@ -11,7 +9,9 @@ using namespace FreqStoreXml;
 
 namespace {
 
-const QString Type(QLatin1Char(DetectionConventionalAdapter::Type));
+QString type() {
+    return QString(QLatin1Char(DetectionConventionalAdapter::Type));
+}
 
 /// Sweeps have hundredths of a dB; their binary form has more digits, which say nothing.
 double hundredths(float level) {
@@ -29,17 +29,18 @@ public:
 
 class SweepResultWriter::Xml final : public Format {
 public:
-    explicit Xml(const QString& fileName) : m_file(fileName), m_writer(m_file.Device(), fileName, nullptr) {
-        m_head.SetUsage(FrequencyStoreList::SearchResults);
-        m_head.SetComment(QStringLiteral("Emission Result List"));
-        m_head.SetID(QStringLiteral("None"));
-        m_head.SetType(Type);
-        m_writer.Begin(m_head);
+    explicit Xml(const QString& fileName) : m_writer(fileName, false) {
+        DetectionResultList head;
+        head.SetUsage(FrequencyStoreList::SearchResults);
+        head.SetComment(QStringLiteral("Emission Result List"));
+        head.SetID(QStringLiteral("None"));
+        head.SetType(type());
+        m_writer.Begin(head);
     }
     void Append(const SweepDetection& detection, const QString& id) override {
         DetectionResult result;
         result.SetID(id);
-        result.SetType(Type);
+        result.SetType(type());
         result.GetFrequency().SetValue(detection.Frequency());
         result.GetBandwidth().SetValue(detection.Bandwidth());
         result.SetLevel(hundredths(detection.level));
@@ -47,15 +48,10 @@ public:
         result.SetStopTimeUsec(detection.stop);
         m_writer.Append(result);
     }
-    void Commit() override {
-        m_writer.End(m_head);
-        m_file.Commit();
-    }
+    void Commit() override { m_writer.Commit(); }
 
 private:
-    REPORTGENERATOR::OutputFile m_file;
-    RecordListWriter m_writer;
-    DetectionResultList m_head;
+    DetectionResultListWriter m_writer;
 };
 
 class SweepResultWriter::Csv final : public Format {
@@ -66,7 +62,7 @@ public:
     void Append(const SweepDetection& detection, const QString& id) override {
         FrequencyStoreEntry entry;
         entry.SetID(id);
-        entry.SetType(Type);
+        entry.SetType(type());
         entry.GetFFM_Settings().GetFrequency().SetValue(detection.Frequency());
         entry.GetFFM_Settings().GetIFBandwidth().SetValue(detection.Bandwidth());
         entry.GetFFM_Settings().SetLevel(hundredths(detection.level));

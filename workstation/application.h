@@ -9,7 +9,9 @@ class Job;
 class JobPanel;
 class MainWindow;
 class QLibrary;
+class SimulatedClassifier;
 class SimulatedReceiver;
+class SimulatedSearch;
 
 /// Life of the workstation: registers the lists, loads plug-ins and files, and ends all in order. File names
 /// of the options are made absolute, then the data directory becomes the current one, where the lists keep
@@ -21,6 +23,8 @@ public:
 
     MainWindow& GetWindow() { return *m_window; }
     SimulatedReceiver& GetReceiver() { return *m_receiver; }
+    SimulatedSearch& GetSearch() { return *m_search; }
+    SimulatedClassifier& GetClassifier() { return *m_classifier; }
     Job& GetJob() { return *m_job; }
     /// Reads the files of the command line and, with `--demo`, the samples. False when one could not be read
     /// or held errors.
@@ -33,6 +37,10 @@ private:
     void prepareDirectories();
     void addJobPanel();
     void registerLists();
+    void registerNoi();
+    void registerDetections();
+    void registerResults();
+    void registerMemoryChannels();
     void loadPlugIn(const QString& path);
     void readSamples();
     void readFile(const QString& path);
@@ -40,6 +48,8 @@ private:
     Options m_options;
     std::vector<std::unique_ptr<QLibrary>> m_plugIns;
     std::unique_ptr<SimulatedReceiver> m_receiver;
+    std::unique_ptr<SimulatedSearch> m_search;
+    std::unique_ptr<SimulatedClassifier> m_classifier;
     std::unique_ptr<Job> m_job;
     std::unique_ptr<MainWindow> m_window;
     JobPanel* m_jobPanel = nullptr; ///< the window's

@@ -1,6 +1,7 @@
 #include "workstation/filekinds.h"
 
 #include "host/report/xmlscanner.h"
+#include "sweep/sweepreader.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -18,6 +19,7 @@ constexpr KindRow Kinds[] = {
     {"pij", nullptr, FileKind::Job},
     {"noi", nullptr, FileKind::Noi},
     {"xml", "NOI", FileKind::Noi},
+    {"xml", "SearchResults", FileKind::Results},
 };
 
 /// The usage that the root element of an XML file names; empty when it names none or is no XML.
@@ -47,5 +49,5 @@ FileKind FileKindOf(const QString& path) {
         if (suffix == QLatin1String(row.suffix) && (!row.usage || usageOf(path) == QLatin1String(row.usage)))
             return row.kind;
     }
-    return FileKind::Targets;
+    return IsSweepFile(path) ? FileKind::Sweep : FileKind::Targets;
 }

@@ -1,5 +1,6 @@
 #include "workstation/jobpanel.h"
 
+#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/gui/colorset.h"
 #include "host/gui/guibase.h"
 #include "workstation/job.h"
@@ -22,16 +23,28 @@ QString filter() {
     return JobPanel::tr("Jobs (*.pij)");
 }
 
-/// The first lines of a text, with a last line that tells how many more there are.
-QString firstLines(QStringView text, int count) {
-    qsizetype end = 0;
-    for (int line = 0; line < count; ++line) {
-        end = text.indexOf(QLatin1Char('\n'), end) + 1;
-        if (end == 0)
-            return text.toString();
+/// How many blanks a line begins with.
+qsizetype indent(QStringView line) {
+    return std::find_if(line.begin(), line.end(), [](QChar c) { return c != QLatin1Char(' '); }) -
+           line.begin();
+}
+
+/// The first lines of a section without the indent that it has in the job, which that of its last line tells,
+/// and how many more there are.
+QString firstLines(QStringView section) {
+    const qsizetype outer = indent(section.mid(section.lastIndexOf(QLatin1Char('\n')) + 1));
+    QString shown;
+    int count = 0;
+    while (!section.isEmpty() && count < ShownLines) {
+        const qsizetype end = section.indexOf(QLatin1Char('\n'));
+        const QStringView line = end < 0 ? section : section.left(end + 1);
+        shown += line.mid(std::min(outer, indent(line)));
+        section = section.mid(line.size());
+        ++count;
     }
-    const qsizetype more = text.mid(end).count(QLatin1Char('\n')) + 1;
-    return text.left(end).toString() + JobPanel::tr("... and %1 more lines").arg(more);
+    if (!section.isEmpty())
+        shown += JobPanel::tr("... and %1 more lines").arg(section.count(QLatin1Char('\n')) + 1);
+    return shown;
 }
 
 } // namespace
@@ -109,7 +122,7 @@ void JobPanel::showJob() {
     m_saveAs->setEnabled(!fileName.isEmpty() || m_job.IsModified());
     if (!isVisible())
         return;
-    const QString section = firstLines(m_job.GetSection(), ShownLines);
+    const QString section = firstLines(m_job.GetSection());
     if (section != m_section->toPlainText())
         m_section->setPlainText(section);
 }
@@ -152,7 +165,8 @@ QString JobPanel::question() const {
 }
 
 bool JobPanel::MayLeave() {
-    emit m_job.ChangesWanted();
+    MemorySystemHandler::Instance()->UpdateJobFileEntries();
+    m_job.GetFileState(); // sees what the lists have saved
     if (!m_job.IsModified())
         return true;
     const auto answer = QMessageBox::question(this, tr("Unsaved Job"), question(),

@@ -6,13 +6,16 @@
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/freqlist/multiviewmediator.h"
 #include "host/gui/sortlistview.h"
+#include "workstation/bandspanel.h"
 #include "workstation/frequencybar.h"
 #include "workstation/messagespanel.h"
+#include "workstation/noibands.h"
 #include "workstation/receiver.h"
 #include "workstation/receiverpanel.h"
 
 #include <QCloseEvent>
 #include <QDockWidget>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QRegularExpression>
@@ -29,6 +32,7 @@ constexpr int MessagesHeight = 110;
 
 MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
     : QMainWindow(parent),
+      m_bands(new NoiBands(this)),
       m_bar(new FrequencyBar(this)),
       m_tabs(new QTabWidget(this)),
       m_messages(new MessagesPanel(this)),
@@ -50,6 +54,8 @@ MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
     connect(m_messages, &MessagesPanel::ProblemAdded, this, &MainWindow::Tell);
     AddPanel(new ReceiverPanel(receiver), tr("Receiver"), Qt::RightDockWidgetArea);
     connectReceiver(receiver);
+    AddPanel(new BandsPanel(*m_bands), tr("NOI bands"), Qt::RightDockWidgetArea)->hide();
+    m_bar->SetBands(*m_bands);
 
     FreqStore& store = FreqStore::Instance();
     for (const int id : store.GetListIds())
@@ -96,13 +102,19 @@ void MainWindow::makeMenus() {
     connect(m_viewMenu->addAction(tr("Show all &frequencies")), &QAction::triggered, m_bar,
             &FrequencyBar::FitAll);
 
-    QMenu* help = menuBar()->addMenu(tr("&Help"));
-    connect(help->addAction(tr("&About")), &QAction::triggered, this, [this] {
+    m_helpMenu = menuBar()->addMenu(tr("&Help"));
+    connect(m_helpMenu->addAction(tr("&About")), &QAction::triggered, this, [this] {
         QMessageBox::about(
             this, tr("Frequency Store"),
             tr("<b>Frequency Store</b><p>Lists of frequencies for radio monitoring.</p>"
                "<p>Wheel over the bar: zoom. Drag: move. Click: tune. Double click: show all.</p>"));
     });
+}
+
+QMenu* MainWindow::AddMenu(const QString& title) {
+    auto* menu = new QMenu(title, this);
+    menuBar()->insertMenu(m_helpMenu->menuAction(), menu);
+    return menu;
 }
 
 void MainWindow::addList(int listId) {

@@ -9,6 +9,7 @@ class FrequencyBar;
 class FrequencyStoreListView;
 class FreqStoreListViewButtonBar;
 class MessagesPanel;
+class NoiBands;
 class QMenu;
 class QDockWidget;
 class QTabWidget;
@@ -27,9 +28,13 @@ public:
     FrequencyBar* GetBar() const { return m_bar; }
     QTabWidget* GetTabs() const { return m_tabs; }
     MessagesPanel* GetMessages() const { return m_messages; }
+    /// The bands of interest.
+    const NoiBands& GetBands() const { return *m_bands; }
     QMenu* GetFileMenu() const { return m_fileMenu; }
     /// Adds a panel that can be moved and closed, and its entry in the View menu; the window owns it.
     QDockWidget* AddPanel(QWidget* panel, const QString& title, Qt::DockWidgetArea area);
+    /// Adds a menu before the Help menu.
+    QMenu* AddMenu(const QString& title);
     /// Who is asked whether the window may close; a false answer keeps it open.
     void SetCloseCheck(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
     /// Shows a text in the status line for a while.
@@ -55,11 +60,13 @@ private:
     void connectReceiver(Receiver& receiver);
     void makeMenus();
 
+    NoiBands* m_bands;
     FrequencyBar* m_bar;
     QTabWidget* m_tabs;
     MessagesPanel* m_messages;
     QMenu* m_fileMenu;
     QMenu* m_viewMenu;
+    QMenu* m_helpMenu = nullptr;
     std::function<bool()> m_mayClose;
     std::map<int, Tab> m_lists;
 };

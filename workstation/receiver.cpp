@@ -6,7 +6,6 @@
 #include "host/valuetree/tree.h"
 
 #include <cmath>
-#include <cstring>
 
 namespace {
 
@@ -14,8 +13,8 @@ constexpr char NodePath[] = "/Receiver";
 constexpr double LowestLevel = -40; // dBµV
 constexpr double HighestLevel = 110;
 
-bool is(const ReceiverSetting& setting, const char* key) {
-    return std::strcmp(setting.key, key) == 0;
+bool is(const ReceiverSetting& setting, Names::Id key) {
+    return setting.key == key;
 }
 
 template <typename T>
@@ -65,14 +64,14 @@ const TypeInfo& infoOf(const ReceiverSetting& setting) {
 QString textOf(IFrequencyStoreItem& item, const ReceiverSetting& setting) {
     double bandwidth = 0;
     QString demodulation;
-    if (is(setting, "bandwidth"))
+    if (is(setting, Keys::KeyBandwidth))
         return item.GetBandwidth(bandwidth, 0) && bandwidth > 0 ? Quor::ToShortest(bandwidth) : QString();
-    if (is(setting, "demodulation"))
+    if (is(setting, Keys::KeyDemodulation))
         return item.GetDemodulation(demodulation, 0) && !demodulation.isEmpty() ? demodulation : QString();
     // What only some entries have stands in their node, under the setting's own key.
     const auto* mediator = dynamic_cast<const Mediator*>(&item);
     const auto* node = mediator ? dynamic_cast<const Node*>(mediator->GetObservable()) : nullptr;
-    const ValueBase* value = node ? node->GetValue(QString::fromLatin1(setting.key)) : nullptr;
+    const ValueBase* value = node ? node->FindOwnValue(setting.key) : nullptr;
     return value ? value->GetStringValue() : QString();
 }
 
@@ -99,12 +98,12 @@ Receiver::~Receiver() {
 
 void Receiver::addValue(Node& node, const ReceiverSetting& setting) {
     ValueBase* value = infoOf(setting).make(setting);
-    node.AddValue(QString::fromLatin1(setting.key), value);
+    node.AddValue(setting.key, value);
     value->AddObserver(this);
     m_live.push_back({&setting, value, value->GetStringValue()});
 }
 
-ValueBase* Receiver::GetValue(const char* key) const {
+ValueBase* Receiver::GetValue(Names::Id key) const {
     for (const Live& live : m_live) {
         if (is(*live.setting, key))
             return live.value;
@@ -112,13 +111,13 @@ ValueBase* Receiver::GetValue(const char* key) const {
     return nullptr;
 }
 
-QString Receiver::PathOf(const char* key) const {
-    return QString::fromLatin1(NodePath) + QLatin1Char('/') + QString::fromLatin1(key);
+QString Receiver::PathOf(Names::Id key) const {
+    return QString::fromLatin1(NodePath) + QLatin1Char('/') + Names::Text(key);
 }
 
 QString Receiver::ProblemOf(const ReceiverSetting& setting, const QString& text) const {
-    if (is(setting, "antennaid")) {
-        const auto* antennas = Find<ValueSelection>("antenna");
+    if (is(setting, Keys::AntennaID)) {
+        const auto* antennas = Find<ValueSelection>(KeyAntenna);
         return antennas->GetItem(text.toLong()) ? QString() : tr("there is no antenna %1").arg(text);
     }
     ValueBase* value = GetValue(setting.key);
@@ -207,11 +206,11 @@ void Receiver::settle(Live& live) {
 
 /// Entries know antennas by number, operators by name.
 void Receiver::coupleAntenna(const ReceiverSetting& setting) {
-    auto* names = Find<ValueSelection>("antenna");
-    auto* number = Find<ValueNumeric<int>>("antennaid");
-    if (is(setting, "antenna"))
+    auto* names = Find<ValueSelection>(KeyAntenna);
+    auto* number = Find<ValueNumeric<int>>(Keys::AntennaID);
+    if (is(setting, KeyAntenna))
         number->SetValue(static_cast<int>(names->GetCurrentKey()));
-    else if (is(setting, "antennaid"))
+    else if (is(setting, Keys::AntennaID))
         names->Select(static_cast<long>(number->GetValue()));
 }
 
@@ -222,7 +221,7 @@ void Receiver::SetLevel(double dbMicrovolt) {
 
 /// A receiver without a squelch switch always has it on.
 void Receiver::updateOpen() {
-    const auto* squelch = Find<Value<bool>>("usesquelch");
-    const double threshold = Find<ValueNumeric<int>>("threshold")->GetValue();
+    const auto* squelch = Find<Value<bool>>(Keys::UseSquelch);
+    const double threshold = Find<ValueNumeric<int>>(Keys::Threshold)->GetValue();
     m_open->SetValue((squelch && !squelch->GetValue()) || m_level->GetValue() >= threshold);
 }

@@ -26,20 +26,20 @@ public:
     ReceiverKind GetKind() const { return m_kind; }
     std::span<const ReceiverSetting> GetSettings() const { return ReceiverSettings(m_kind); }
     /// The live value of a setting; null when this kind of receiver has no such.
-    ValueBase* GetValue(const char* key) const;
+    ValueBase* GetValue(Names::Id key) const;
     template <typename V>
-    V* Find(const char* key) const {
+    V* Find(Names::Id key) const {
         return value_cast<V>(GetValue(key));
     }
     /// Path of a setting's value, whether there is one or not.
-    QString PathOf(const char* key) const;
+    QString PathOf(Names::Id key) const;
 
     /// The level at the input of the demodulator, in dBµV; written by the receiver only.
     ValueNumeric<double>* GetLevel() const { return m_level; }
     /// Whether the level opens the audio; written by the receiver only.
     Value<bool>* GetOpen() const { return m_open; }
     /// Hz.
-    double GetFrequency() const { return Find<ValueNumeric<double>>("frequency")->GetValue(); }
+    double GetFrequency() const { return Find<ValueNumeric<double>>(Keys::KeyFrequency)->GetValue(); }
 
     /// Tunes to a frequency (Hz) alone. One that the receiver cannot reach leaves it as it is: false, and
     /// `Refused` says why.

@@ -36,7 +36,8 @@ ReceiverPanel::ReceiverPanel(Receiver& receiver, QWidget* parent) : QWidget(pare
                             Quor::ShortFrequencyText(frequency.max)),
                    this);
     form->addRow(title);
-    form->addRow(new LevelMeter(receiver.GetLevel(), receiver.Find<ValueNumeric<int>>("threshold"), this));
+    form->addRow(
+        new LevelMeter(receiver.GetLevel(), receiver.Find<ValueNumeric<int>>(Keys::Threshold), this));
     for (const ReceiverSetting& setting : receiver.GetSettings())
         addSetting(*form, setting);
 }
@@ -46,11 +47,11 @@ void ReceiverPanel::addSetting(QFormLayout& form, const ReceiverSetting& setting
         return;
     const QString title = QString::fromUtf8(setting.title);
     if (setting.type == ReceiverSetting::Type::Choice) {
-        auto* box = new VCComboBoxClassic(this, setting.key);
+        auto* box = new VCComboBoxClassic(this, qPrintable(setting.key.Text()));
         box->SetValueSelection(m_receiver.Find<ValueSelection>(setting.key));
         form.addRow(title, box);
     } else if (setting.type == ReceiverSetting::Type::Flag) {
-        auto* box = new VCCheckBox(this, setting.key);
+        auto* box = new VCCheckBox(this, qPrintable(setting.key.Text()));
         box->SetBoolean(m_receiver.Find<Value<bool>>(setting.key));
         form.addRow(title, box);
     } else {
@@ -60,11 +61,11 @@ void ReceiverPanel::addSetting(QFormLayout& form, const ReceiverSetting& setting
 }
 
 void ReceiverPanel::addNumber(QFormLayout& form, const ReceiverSetting& setting, const QString& label) {
-    auto* field = new VCLineEdit(this, setting.key, fieldType(setting.type));
+    auto* field = new VCLineEdit(this, qPrintable(setting.key.Text()), fieldType(setting.type));
     field->SetValueBase(m_receiver.GetValue(setting.key));
     form.addRow(label, field);
     auto* complaint = new QLabel(this);
-    complaint->setObjectName(QString::fromLatin1(setting.key) + QStringLiteral("Complaint"));
+    complaint->setObjectName(setting.key.Text() + QStringLiteral("Complaint"));
     complaint->setWordWrap(true);
     complaint->hide();
     QPalette colors = complaint->palette();

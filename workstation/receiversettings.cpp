@@ -15,26 +15,26 @@ constexpr ReceiverChoice Antennas[] = {
     {"Automatic", 0, 0}, {"Discone", 1, 1}, {"Log-periodic", 2, 2}, {"Horn", 3, 3}};
 
 constexpr ReceiverSetting HfSettings[] = {
-    {"frequency", "Frequency", "", Frequency, 9e3, 30e6, 6070e3},
-    {"bandwidth", "Bandwidth", "", Bandwidth, 100, 40e3, 6000},
-    {"demodulation", "Demodulation", "", Choice, 0, 0, 1, HfDemodulations},
-    {"threshold", "Threshold", "dBµV", Integer, -40, 110, 20},
-    {"bfofrequency", "BFO", "Hz", Integer, -10000, 10000, 0},
-    {"outputifpath", "Output IF path", "", Choice, 0, 0, 0, OutputIFPaths},
-    {"shift", "Shift", "Hz", Integer, 26, 39974, 20000},
+    {Keys::KeyFrequency, "Frequency", "", Frequency, 9e3, 30e6, 6060e3},
+    {Keys::KeyBandwidth, "Bandwidth", "", Bandwidth, 100, 40e3, 6000},
+    {Keys::KeyDemodulation, "Demodulation", "", Choice, 0, 0, 1, HfDemodulations},
+    {Keys::Threshold, "Threshold", "dBµV", Integer, -40, 110, 20},
+    {Keys::BFOFrequency, "BFO", "Hz", Integer, -10000, 10000, 0},
+    {Keys::OutputIFPath, "Output IF path", "", Choice, 0, 0, 0, OutputIFPaths},
+    {Keys::Shift, "Shift", "Hz", Integer, 26, 39974, 20000},
 };
 
 constexpr ReceiverSetting VuhfSettings[] = {
-    {"frequency", "Frequency", "", Frequency, 20e6, 3e9, 98.5e6},
-    {"bandwidth", "Bandwidth", "", Bandwidth, 100, 20e6, 150e3},
-    {"demodulation", "Demodulation", "", Choice, 0, 0, 2, VuhfDemodulations},
-    {"threshold", "Threshold", "dBµV", Integer, -40, 110, 20},
-    {"usesquelch", "Squelch", "", Flag},
-    {"afc", "AFC", "", Flag},
-    {"useattenuation", "Manual attenuation", "", Flag},
-    {"attenuation", "Attenuation", "dB", Integer, 0, 40, 0},
-    {"antenna", "Antenna", "", Choice, 0, 0, 1, Antennas},
-    {"antennaid", nullptr, "", Integer, 0, 99, 1},
+    {Keys::KeyFrequency, "Frequency", "", Frequency, 20e6, 3e9, 98.5e6},
+    {Keys::KeyBandwidth, "Bandwidth", "", Bandwidth, 100, 20e6, 150e3},
+    {Keys::KeyDemodulation, "Demodulation", "", Choice, 0, 0, 2, VuhfDemodulations},
+    {Keys::Threshold, "Threshold", "dBµV", Integer, -40, 110, 20},
+    {Keys::UseSquelch, "Squelch", "", Flag},
+    {Keys::AFC, "AFC", "", Flag},
+    {Keys::UseAttenuation, "Manual attenuation", "", Flag},
+    {Keys::Attenuation, "Attenuation", "dB", Integer, 0, 40, 0},
+    {KeyAntenna, "Antenna", "", Choice, 0, 0, 1, Antennas},
+    {Keys::AntennaID, nullptr, "", Integer, 0, 99, 1},
 };
 
 } // namespace

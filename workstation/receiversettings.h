@@ -1,11 +1,16 @@
 #pragma once
 
+#include "controls/frequencystore/entries/keys.h"
+
 #include <QString>
 
 #include <span>
 
 /// Which receiver the workstation drives; each has settings that the other lacks.
 enum class ReceiverKind { HF, VUHF };
+
+/// The antenna by its name; entries know it by its number.
+inline constinit const FreqList::Key KeyAntenna("antenna");
 
 /// One item of a setting that is chosen from a list.
 struct ReceiverChoice {
@@ -19,7 +24,7 @@ struct ReceiverChoice {
 struct ReceiverSetting {
     enum class Type { Frequency, Bandwidth, Integer, Choice, Flag };
 
-    const char* key;
+    const FreqList::Key& key;
     const char* title; ///< null for a setting that another one shows
     const char* unit;  ///< of an integer
     Type type;

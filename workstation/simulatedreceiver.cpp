@@ -59,18 +59,18 @@ double SimulatedReceiver::CarrierAt(double hertz, double bandwidth) const {
 
 void SimulatedReceiver::Measure() {
     const double hertz = GetFrequency();
-    const double bandwidth = Find<ValueNumeric<double>>("bandwidth")->GetValue();
+    const double bandwidth = Find<ValueNumeric<double>>(Keys::KeyBandwidth)->GetValue();
     // AFC finds the carrier that lies a little beside.
-    const auto* afc = Find<Value<bool>>("afc");
+    const auto* afc = Find<Value<bool>>(Keys::AFC);
     const double reach = afc && afc->GetValue() ? std::max(bandwidth, raster()) : bandwidth;
     const auto place = static_cast<quint64>(hertz / raster());
     const double phase = scattered(~place) + static_cast<double>(m_tick) / FadingTicks;
     const double carrier = CarrierAt(hertz, reach) + FadingDepth * std::sin(2 * std::numbers::pi * phase);
     const double noise = NoiseFloor + 10 * std::log10(bandwidth / 1e3) +
                          NoiseJitter * (scattered(place * 0x10001 + m_tick) - 0.5);
-    const auto* manual = Find<Value<bool>>("useattenuation");
+    const auto* manual = Find<Value<bool>>(Keys::UseAttenuation);
     const double attenuation =
-        manual && manual->GetValue() ? Find<ValueNumeric<int>>("attenuation")->GetValue() : 0;
+        manual && manual->GetValue() ? Find<ValueNumeric<int>>(Keys::Attenuation)->GetValue() : 0;
     SetLevel(10 * std::log10(power(carrier) + power(noise)) - attenuation);
 }
 

@@ -10,6 +10,7 @@ public:
     /// `storeType` is the list's store type and is handed to every mediator.
     HalvoNodeMediatorCtrl(MediatorType type, int storeType);
 
+    MediatorType GetMediatorType() const { return m_type; }
     /// The mediator at a 0-based index in list order, in constant time; null, traced, when there is none.
     FrequencyNodeMediator* GetItemwithIndex(int index);
     QString GetUsageName() const override;

@@ -35,6 +35,10 @@ public slots:
     /// is wrong or all entries have ended; nothing is written then.
     bool slotAcceptChanges();
 
+signals:
+    /// Something was written back.
+    void entriesChanged();
+
 private:
     struct Field;
     struct FieldInfo;

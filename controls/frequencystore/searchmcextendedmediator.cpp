@@ -257,6 +257,18 @@ const ExtendedKey* KeyOf(int columnId) {
     return columnId >= 0 && columnId < static_cast<int>(std::size(Keys)) ? &Keys[columnId] : nullptr;
 }
 
+FreqStoreXml::FrequencyStoreEntry EntryOf(const ExtendedDetectionConventional& record) {
+    FreqStoreXml::FrequencyStoreEntry entry = EntryOf(static_cast<const DetectionConventional&>(record));
+    if (record.GetClassifierFrequency() > 0)
+        entry.GetFFM_Settings().GetFrequency().SetValue(record.GetClassifierFrequency());
+    if (record.GetClassifierBandwidth() > 0)
+        entry.GetFFM_Settings().GetIFBandwidth().SetValue(record.GetClassifierBandwidth());
+    if (!record.GetClassifierTransmissionType().empty())
+        entry.SetComment(entry.GetComment() + QStringLiteral(", ") +
+                         text(record.GetClassifierTransmissionType()));
+    return entry;
+}
+
 ExtendedCopyIds::ExtendedCopyIds()
     : demodulation(FreqStore::Instance().GetCopyStructId(QStringLiteral("Demodulation"))) {}
 

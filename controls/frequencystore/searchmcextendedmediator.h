@@ -28,6 +28,8 @@ using ExtendedKey = RecordSort::Key<ExtendedDetectionConventional>;
 /// The key of a column identifier; null when there is no such column.
 const ExtendedKey* KeyOf(int columnId);
 
+FreqStoreXml::FrequencyStoreEntry EntryOf(const ExtendedDetectionConventional& record);
+
 /// The identifiers of the copied texts of an extended record.
 struct ExtendedCopyIds : CopyIds {
     ExtendedCopyIds();

@@ -57,6 +57,7 @@ void SearchMCExtendedVectorListView::InitFreqStoreWidget(FreqStoreListViewButton
     VectorListViewBase::InitFreqStoreWidget(bar);
     if (!SearchMC::InitBar(*this, *bar, m_connected))
         return;
+    OfferSending(*bar);
     connect(bar->GetAction(Bar::Copy), &QAction::triggered, this, &SearchMCExtendedVectorListView::slotCopy);
     connect(bar->GetAction(Bar::Save), &QAction::triggered, this,
             &SearchMCExtendedVectorListView::slotSaveFileAs);

@@ -64,7 +64,7 @@ private:
     bool m_connected = false;
 };
 
-class SearchMCExtendedVectorListViewHF final : public SearchMCExtendedVectorListView {
+class SearchMCExtendedVectorListViewHF : public SearchMCExtendedVectorListView {
     Q_OBJECT
 
 public:
@@ -79,7 +79,7 @@ protected:
     void initColumnHeaderArray() override;
 };
 
-class SearchMCExtendedVectorListViewVUHF final : public SearchMCExtendedVectorListView {
+class SearchMCExtendedVectorListViewVUHF : public SearchMCExtendedVectorListView {
     Q_OBJECT
 
 public:

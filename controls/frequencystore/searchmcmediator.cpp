@@ -77,6 +77,15 @@ QString CommentOf(const DetectionConventional& record) {
         .arg(Adapter::GetName(record), Adapter::GetLevelString(record), Adapter::GetStartTimeString(record));
 }
 
+FreqStoreXml::FrequencyStoreEntry EntryOf(const DetectionConventional& record) {
+    FreqStoreXml::FrequencyStoreEntry entry;
+    entry.SetType(QString(QLatin1Char(DetectionConventionalAdapter::Type)));
+    entry.SetComment(CommentOf(record));
+    entry.GetFFM_Settings().GetFrequency().SetValue(record.GetFrequency());
+    entry.GetFFM_Settings().GetIFBandwidth().SetValue(record.GetBandwidth());
+    return entry;
+}
+
 void FillCopyRow(FrequencyListCopyStruct& row, const DetectionConventional& record, const CopyIds& ids) {
     using Adapter = DetectionConventionalAdapter;
     row.SetValue(ids.frequency, Adapter::GetFrequencyString(record));

@@ -2,6 +2,7 @@
 
 #include "host/freqlist/copystruct.h"
 #include "host/freqlist/valuelistmediator.h"
+#include "host/freqstorexml/frequencystoreentry.h"
 #include "host/valuetree/detection.h"
 
 #include <span>
@@ -42,6 +43,9 @@ struct CopyIds {
 };
 /// ID, level and begin of a detection in words, for the comment of an entry made from it.
 QString CommentOf(const DetectionConventional& record);
+/// An entry of another list that is made from a detection: frequency, bandwidth and comment. Of an extended
+/// one they are what the classifier found, where it found something.
+FreqStoreXml::FrequencyStoreEntry EntryOf(const DetectionConventional& record);
 /// Puts what every detection has into a row of the copy buffer.
 void FillCopyRow(FrequencyListCopyStruct& row, const DetectionConventional& record, const CopyIds& ids);
 

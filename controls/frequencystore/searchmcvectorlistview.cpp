@@ -63,6 +63,7 @@ void SearchMCVectorListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar
     VectorListViewBase::InitFreqStoreWidget(bar);
     if (!SearchMC::InitBar(*this, *bar, m_connected))
         return;
+    OfferSending(*bar);
     connect(bar->GetAction(Bar::Copy), &QAction::triggered, this, &SearchMCVectorListView::slotCopy);
     connect(bar->GetAction(Bar::Save), &QAction::triggered, this, &SearchMCVectorListView::slotSaveToFile);
     connect(bar->GetAction(Bar::Export), &QAction::triggered, this,

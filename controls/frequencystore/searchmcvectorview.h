@@ -1,7 +1,10 @@
 #pragma once
 
 #include "controls/frequencystore/searchmcmediator.h"
+#include "controls/frequencystore/sendto.h"
 #include "host/valuetree/tree.h"
+
+#include <QPointer>
 
 #include <functional>
 
@@ -66,6 +69,17 @@ protected:
             return;
         marked->GetList() = std::move(frequencies);
         marked->HasChanged(TChangeCode::ValueChanged, this);
+    }
+    /// Lets the selected detections go into other lists.
+    void OfferSending(FreqStoreListViewButtonBar& bar) {
+        SendTo::Offer(bar, [view = QPointer(this->GetWidget()), this] {
+            QVector<FreqStoreXml::FrequencyStoreEntry> entries;
+            if (view) {
+                for (const T* record : this->SelectedRecords())
+                    entries.append(SearchMC::EntryOf(*record));
+            }
+            return entries;
+        });
     }
     /// Hands one row per selected record to the store's copy buffer.
     template <typename Fill>

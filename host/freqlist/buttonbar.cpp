@@ -1,16 +1,18 @@
 #include "host/freqlist/buttonbar.h"
 
 #include "host/freqlist/frequencystorelistview.h"
+#include "host/gui/colorset.h"
 #include "host/gui/sortlistview.h"
 #include "host/valuetree/valueselection.h"
 
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
 #include <QMenu>
 #include <QToolBar>
+#include <QToolButton>
 
 namespace {
 
@@ -61,6 +63,9 @@ constexpr ActionInfo Infos[] = {
     {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "To database"),
      QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Send the results to the database"),
      QKeySequence::UnknownKey, 0, Needs::Nothing, true},
+    {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Send to"),
+     QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Add the selected entries to another list"),
+     QKeySequence::UnknownKey, 0, Needs::Selection, true},
 };
 static_assert(std::size(Infos) == FreqStoreListViewButtonBar::ActionCount);
 
@@ -87,25 +92,30 @@ FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
             m_toolBar->addSeparator();
         QAction* action = m_toolBar->addAction(tr(info.text));
         connect(action, &QAction::changed, this, &FreqStoreListViewButtonBar::showGaps);
-        action->setToolTip(tr(info.tip));
         action->setVisible(false);
+        // An action with a menu opens it at once.
+        static_cast<QToolButton*>(m_toolBar->widgetForAction(action))
+            ->setPopupMode(QToolButton::InstantPopup);
         m_actions[static_cast<size_t>(i)] = action;
+        SetTip(static_cast<Action>(i), tr(info.tip));
     }
     m_filter->setPlaceholderText(tr("Filter"));
     m_filter->setClearButtonEnabled(true);
     m_filter->setMaximumWidth(220);
-    m_notice->setForegroundRole(QPalette::Highlight);
+    m_notice->hide();
+    m_notice->setWordWrap(true);
     connect(m_filter, &QLineEdit::textChanged, this, [this](const QString& text) {
         if (m_list)
             m_list->SetFilterText(text);
     });
 
-    auto* layout = new QHBoxLayout(this);
+    auto* layout = new QGridLayout(this);
     layout->setContentsMargins(2, 2, 6, 2);
-    layout->addWidget(m_toolBar, 1);
-    layout->addWidget(m_notice);
-    layout->addWidget(m_counts);
-    layout->addWidget(m_filter);
+    layout->setColumnStretch(0, 1);
+    layout->addWidget(m_toolBar, 0, 0);
+    layout->addWidget(m_counts, 0, 1);
+    layout->addWidget(m_filter, 0, 2);
+    layout->addWidget(m_notice, 1, 0, 1, 3);
 }
 
 FreqStoreListViewButtonBar::~FreqStoreListViewButtonBar() = default;
@@ -135,6 +145,7 @@ void FreqStoreListViewButtonBar::SetCaption(const QString& caption) {
 void FreqStoreListViewButtonBar::AttachView(FrequencyStoreListView* view) {
     if (m_list)
         disconnect(m_list, nullptr, this, nullptr);
+    m_view = view;
     m_list = view ? view->GetListView() : nullptr;
     if (!m_list)
         return;
@@ -142,9 +153,19 @@ void FreqStoreListViewButtonBar::AttachView(FrequencyStoreListView* view) {
         showCounts();
         EnableActions();
     });
-    connect(m_list, &QObject::destroyed, this, [this] { m_list = nullptr; });
+    connect(m_list, &QObject::destroyed, this, [this] { AttachView(nullptr); });
     showCounts();
     EnableActions();
+}
+
+void FreqStoreListViewButtonBar::DetachView(const FrequencyStoreListView* view) {
+    if (m_view == view)
+        AttachView(nullptr);
+}
+
+void FreqStoreListViewButtonBar::SetTip(Action action, const QString& tip) {
+    m_tips[action] = tip;
+    m_actions[action]->setToolTip(tip);
 }
 
 void FreqStoreListViewButtonBar::showCounts() {
@@ -160,18 +181,35 @@ void FreqStoreListViewButtonBar::showCounts() {
 void FreqStoreListViewButtonBar::EnableActions() {
     const bool selected = m_list && m_list->SelectedCount() > 0;
     const bool row = selected || (m_list && m_list->currentItem());
+    QStringList reasons;
     for (size_t i = 0; i < m_actions.size(); ++i) {
         const Needs needs = Infos[i].needs;
-        m_actions[i]->setEnabled(needs == Needs::Nothing || (needs == Needs::Row ? row : selected));
+        const QString reason = m_view ? m_view->WhyOff(static_cast<int>(i)) : QString();
+        QAction& action = *m_actions[i];
+        action.setEnabled(reason.isEmpty() &&
+                          (needs == Needs::Nothing || (needs == Needs::Row ? row : selected)));
+        action.setToolTip(reason.isEmpty() ? m_tips[i] : m_tips[i] + QLatin1Char('\n') + reason);
+        if (action.isVisible() && !reason.isEmpty() && !reasons.contains(reason))
+            reasons << reason;
     }
+    showNotice(reasons.join(QLatin1Char(' ')));
+}
+
+void FreqStoreListViewButtonBar::showNotice(const QString& notice) {
+    QPalette palette = m_notice->palette();
+    palette.setColor(QPalette::WindowText,
+                     ColorSet::Instance().GetColorDefinition(IColorBase::WARNING_TEXT).GetColor());
+    m_notice->setPalette(palette);
+    m_notice->setText(notice);
+    m_notice->setVisible(!notice.isEmpty());
+}
+
+void FreqStoreListViewButtonBar::Tell(const QString& text) {
+    m_counts->setText(text);
 }
 
 ValuePtr<ValueSelection> FreqStoreListViewButtonBar::UpdateModeSelection() {
     return m_updateMode.get();
-}
-
-void FreqStoreListViewButtonBar::SetNotice(const QString& notice) {
-    m_notice->setText(notice);
 }
 
 void FreqStoreListViewButtonBar::AddActionsTo(QMenu& menu) const {

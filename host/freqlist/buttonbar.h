@@ -34,6 +34,7 @@ public:
         Export,
         SaveToJob,
         ToDataBase,
+        SendTo,
         ActionCount
     };
 
@@ -44,16 +45,20 @@ public:
     /// Caption of the list, shown as the window's title while the list is in front.
     void SetCaption(const QString& caption);
     const QString& GetCaption() const { return m_caption; }
-    /// Attaches the view whose rows the bar counts, filters and acts on.
+    /// Attaches the view whose rows the bar counts, filters and acts on; null detaches it.
     void AttachView(FrequencyStoreListView* view);
+    /// Lets go of that view, if it is the one attached: views that end say so.
+    void DetachView(const FrequencyStoreListView* view);
+    /// What the action's tool tip says of it, where the list means something of its own.
+    void SetTip(Action action, const QString& tip);
 
-    /// Re-reads which actions apply to the present selection.
+    /// Re-reads which actions apply to the present selection and which the view offers at present. Why an
+    /// action is off stands in its tool tip and below the bar.
     void EnableActions();
+    /// Says what an action did where the counts stand; they come back when any of them changes.
+    void Tell(const QString& text);
     /// How the view follows changes: "Immediately" (key 0) or "Paused" (key 1). Owned by the bar.
     ValuePtr<ValueSelection> UpdateModeSelection();
-    /// A reason why some actions are off, shown in the bar; empty for none.
-    void SetNotice(const QString& notice);
-
     /// Adds the visible actions to a menu, in the order of the bar.
     void AddActionsTo(QMenu& menu) const;
     /// Runs the action that a key stands for (Ctrl+C, Ctrl+V, Delete, Insert, F2); false when there is none.
@@ -65,13 +70,16 @@ signals:
 private:
     void showCounts();
     void showGaps();
+    void showNotice(const QString& notice);
 
     std::array<QAction*, ActionCount> m_actions{};
+    std::array<QString, ActionCount> m_tips;
     QString m_caption;
     QToolBar* m_toolBar;
-    QLabel* m_notice;
+    QLabel* m_notice; ///< why actions are off
     QLabel* m_counts;
     QLineEdit* m_filter;
+    FrequencyStoreListView* m_view = nullptr; ///< attached as long as its list lives
     SortListView* m_list = nullptr;
     std::unique_ptr<ValueSelection> m_updateMode;
 };

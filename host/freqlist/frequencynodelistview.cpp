@@ -67,6 +67,8 @@ FrequencyNodeListView::FrequencyNodeListView(QWidget* parent, unsigned listId)
 }
 
 FrequencyNodeListView::~FrequencyNodeListView() {
+    if (m_bar)
+        m_bar->DetachView(this);
     if (m_controller)
         m_controller->RemoveView(this);
     RemoveItems([](const SortListViewItem&) { return true; });
@@ -116,15 +118,21 @@ std::vector<FrequencyNodeMediator*> FrequencyNodeListView::SelectedMediators() c
     return mediators;
 }
 
+double FrequencyNodeListView::DistanceTo(FrequencyNodeMediator& mediator, double hertz) const {
+    double frequency = 0;
+    return mediator.GetFrequency(frequency, 0) ? std::abs(frequency - hertz)
+                                               : std::numeric_limits<double>::infinity();
+}
+
 void FrequencyNodeListView::SelectFrequency(double hertz) {
     SortListViewItem* nearest = nullptr;
     double distance = std::numeric_limits<double>::infinity();
     for (SortListViewItemIterator it(this); it.current(); ++it) {
         FrequencyNodeMediator* mediator =
             static_cast<FrequencyNodeMediatorViewItem*>(it.current())->GetMediator();
-        double frequency = 0;
-        if (mediator && mediator->GetFrequency(frequency, 0) && std::abs(frequency - hertz) < distance) {
-            distance = std::abs(frequency - hertz);
+        const double away = mediator ? DistanceTo(*mediator, hertz) : distance;
+        if (away < distance) {
+            distance = away;
             nearest = it.current();
         }
     }
@@ -197,6 +205,7 @@ void FrequencyNodeListView::slotContextMenuRequested(SortListViewItem*, const QP
     if (!m_bar)
         return;
     QMenu menu;
+    m_bar->EnableActions();
     m_bar->AddActionsTo(menu);
     if (!menu.isEmpty())
         menu.exec(position);

@@ -82,6 +82,8 @@ protected:
     /// Removes the nodes of the selected entries, in one operation.
     void DeleteSelectedEntries();
     MultiViewMediatorCtrl* Controller() const { return m_controller; }
+    /// How far an entry is from a frequency, both in Hz; infinity for one without a frequency.
+    virtual double DistanceTo(FrequencyNodeMediator& mediator, double hertz) const;
     /// Whether a double click opens an editor; without one it tunes the receiver to the entry.
     virtual bool HasEditor() const { return false; }
     void keyPressEvent(QKeyEvent* event) override;

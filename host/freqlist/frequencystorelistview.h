@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 class FreqStoreListViewButtonBar;
 class QWidget;
 class SortListView;
@@ -23,6 +25,10 @@ public:
     virtual SortListView* GetListView() = 0;
     /// The window hands the view its button bar, which the window owns; null takes none.
     virtual void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) = 0;
+    /// Why the list does not offer an action of the bar (a `FreqStoreListViewButtonBar::Action`) at present,
+    /// as a sentence for the operator; empty when it does. A view whose answer changes calls the bar's
+    /// `EnableActions`.
+    virtual QString WhyOff(int /*action*/) const { return QString(); }
 
 private:
     unsigned m_listId = 0;

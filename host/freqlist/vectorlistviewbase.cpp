@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QSignalBlocker>
 
@@ -203,6 +204,7 @@ void VectorListViewBase::LoadAll() {
 }
 
 void VectorListViewBase::load(int atMost) {
+    const QScopedValueRollback arranging(m_arranging, true);
     m_count = TakeRecords(m_value.get(), atMost);
     m_loaded = std::min(atMost, m_count);
     const int selectedBefore = m_selectedCount;
@@ -296,6 +298,7 @@ void VectorListViewBase::AddColumn(const QString& title, const QString& field, C
 }
 
 void VectorListViewBase::sortByHeader() {
+    const QScopedValueRollback arranging(m_arranging, true);
     LoadAll();
     if (m_list->SortColumn() < 0) {
         m_order.clear();
@@ -327,6 +330,13 @@ VectorListViewBase::SortStep VectorListViewBase::NextSort(int column, bool ascen
 
 void VectorListViewBase::SetOrder(std::vector<quint32> order) {
     m_order = std::move(order);
+}
+
+void VectorListViewBase::ShowOrder() {
+    if (m_arranging)
+        return;
+    showPassed();
+    showPage();
 }
 
 void VectorListViewBase::setFilter(const QString& text) {

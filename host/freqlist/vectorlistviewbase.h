@@ -105,6 +105,9 @@ protected:
     /// What has to be done to sort by a column in that direction; it counts as done from then on.
     SortStep NextSort(int column, bool ascending);
     void SetOrder(std::vector<quint32> order);
+    /// Shows the page in the order just set, unless that is about to happen anyway. What was selected stays
+    /// selected.
+    void ShowOrder();
 
     void resizeEvent(QResizeEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
@@ -156,4 +159,5 @@ private:
     std::optional<quint32> m_anchor;
     int m_first = 0; ///< row at the top of the page
     bool m_measuring = false;
+    bool m_arranging = false; ///< the page will be shown when all is done
 };

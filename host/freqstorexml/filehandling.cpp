@@ -12,6 +12,11 @@ bool FileHandling::IsValidFormat(const QString& fileName) const {
     return REPORTGENERATOR::HasRoot(fileName, head);
 }
 
+bool FileHandling::IsDetectionResults(const QString& fileName) const {
+    DetectionResultList head;
+    return REPORTGENERATOR::HasRoot(fileName, head);
+}
+
 void FileHandling::ImportFrequencyStoreList(bool csv, const QString& fileName, FrequencyStoreList& list,
                                             FrequencyStoreListHelper::ListType type) {
     FrequencyStoreList read;

@@ -18,6 +18,8 @@ public:
     /// Whether the file is a frequency-store list in XML, of a version that can be read. Looks at the root
     /// element only, so reading the rest may still fail. Never throws.
     bool IsValidFormat(const QString& fileName) const;
+    /// The same for a list of detection results.
+    bool IsDetectionResults(const QString& fileName) const;
 
     /// Replaces the list by the file's content. Entries of a CSV file carry the columns of `type`, and the
     /// list's usage becomes that of `type`; for XML files it is what the file says.

@@ -298,8 +298,12 @@ public:
                       std::make_move_iterator(elements.end()));
         HasChanged(TChangeCode::ValueChanged, originator);
     }
-    /// The record at `place` has been changed where it is; the observers are told by `HasChanged`.
-    void NoteEdit(quint64 place, const T& element) requires std::is_same_v<Container, std::list<T>> {
+    /// Changes a record of the list, which is the one at `place`, where it is. Whoever changes some tells the
+    /// observers by `HasChanged` at the end.
+    template <typename Change>
+    requires std::is_same_v<Container, std::list<T>>
+    void Edit(quint64 place, const T& element, Change change) {
+        change(const_cast<T&>(element));
         if (m_edits.size() == MaxEdits) {
             m_edits.clear();
             m_firstEdit += MaxEdits;

@@ -255,10 +255,10 @@ TEST_F(RecordViews, FollowWhatComesAndChangesAsIfTheyTookAllAnew) {
                 more.push_back(detection(static_cast<unsigned>(list->Size()) + i, 2e6, short(random() % 12)));
             list->Append(std::move(more));
             for (int i = 0; i < 10; ++i) {
-                const auto place = static_cast<quint32>(random() % list->Size());
-                auto& changed = const_cast<DetectionConventional&>(list->At(place));
-                changed.SetLevel(static_cast<short>(random() % 12));
-                list->NoteEdit(place, changed);
+                const auto place = static_cast<long>(random() % list->Size());
+                list->Edit(place, list->At(place), [&](DetectionConventional& record) {
+                    record.SetLevel(static_cast<short>(random() % 12));
+                });
             }
             list->HasChanged(TChangeCode::ValueChanged);
             view.UpdateView();

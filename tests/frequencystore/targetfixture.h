@@ -14,6 +14,24 @@
 
 /// A target list of its own in the tree, a folder for its files, and the list as rows of text.
 class TargetFixture : public testing::Test {
+public:
+    /// Frequency, bandwidth, comment, demodulation, priority, threat class, profile ID, profile name, signal
+    /// class and transmission system of each target, joined by "|".
+    static QStringList TargetsOf(const Node* list) {
+        QStringList rows;
+        for (const Node* target : list->Children()) {
+            QStringList row;
+            for (const char* key :
+                 {"frequency", "bandwidth", "comment", "demodulation", "priority", "threadclass", "profileid",
+                  "profilename", "signalclass", "transmissionsystem"}) {
+                const ValueBase* value = target->GetValue(QString::fromLatin1(key));
+                row << (value ? value->GetStringValue() : QStringLiteral("<none>"));
+            }
+            rows << row.join(QLatin1Char('|'));
+        }
+        return rows;
+    }
+
 protected:
     void SetUp() override {
         m_list = Tree::Instance()->MakeNode(QStringLiteral("/Lists/Targets"));
@@ -50,23 +68,7 @@ protected:
                              QStringLiteral("hostile"), QStringLiteral("id"), QStringLiteral("name"),
                              QStringLiteral("class"), QStringLiteral("system"));
     }
-    /// Frequency, bandwidth, comment, demodulation, priority, threat class, profile ID, profile name, signal
-    /// class and transmission system of each target, joined by "|".
     QStringList Targets() const { return TargetsOf(m_list); }
-    static QStringList TargetsOf(const Node* list) {
-        QStringList rows;
-        for (const Node* target : list->Children()) {
-            QStringList row;
-            for (const char* key :
-                 {"frequency", "bandwidth", "comment", "demodulation", "priority", "threadclass", "profileid",
-                  "profilename", "signalclass", "transmissionsystem"}) {
-                const ValueBase* value = target->GetValue(QString::fromLatin1(key));
-                row << (value ? value->GetStringValue() : QStringLiteral("<none>"));
-            }
-            rows << row.join(QLatin1Char('|'));
-        }
-        return rows;
-    }
     HalvoNodeMediatorCtrl& Controller() { return *m_parser->GetMediatorCtrl(); }
 
     QTemporaryDir m_folder;

@@ -1,13 +1,11 @@
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "host/startup/cfgcenter.h"
 #include "tests/frequencystore/targetfixture.h"
+#include "tests/support/dialogs.h"
 
-#include <QApplication>
 #include <QDir>
-#include <QFileDialog>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTimer>
 
 namespace {
 
@@ -28,20 +26,6 @@ struct OtherInstance : IObserver {
     int announcements = 0;
     QString seenName;
 };
-
-/// Answers the next file dialog; an empty path cancels it.
-void AnswerDialog(const QString& path) {
-    QTimer::singleShot(0, qApp, [path] {
-        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-        if (!dialog)
-            return AnswerDialog(path);
-        if (path.isEmpty())
-            return dialog->reject();
-        dialog->setDirectory(QFileInfo(path).absolutePath());
-        dialog->selectFile(path);
-        static_cast<QDialog*>(dialog)->done(QDialog::Accepted);
-    });
-}
 
 class TargetHandlerTest : public TargetFixture {
 protected:

@@ -5,15 +5,14 @@
 #include "host/freqstorexml/frequencystorelist.h"
 #include "host/valuetree/valueselection.h"
 #include "tests/frequencystore/targetfixture.h"
+#include "tests/support/fulldisk.h"
 
 #include <QDir>
 #include <QSignalSpy>
 #include <QTest>
 
-#include <csignal>
 #include <numeric>
 #include <random>
-#include <sys/resource.h>
 
 namespace {
 
@@ -30,25 +29,6 @@ QByteArray Utf16(const QString& text) {
     }
     return bytes;
 }
-
-/// No file grows over `bytes` while it lives: what a full disk is to a writer.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t bytes) {
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk() {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int);
-};
 
 class TargetListTest : public TargetFixture {
 protected:

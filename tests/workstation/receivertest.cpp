@@ -34,16 +34,16 @@ public:
     }
 
     template <typename V>
-    Entry& With(const char* key, const QString& text) {
+    Entry& With(Names::Id key, const QString& text) {
         auto* value = new V;
         if constexpr (std::is_same_v<V, ValueSelection>)
             value->AddItem(text, 0, 0);
         value->SetStringValue(text);
-        m_node->AddValue(QString::fromLatin1(key), value);
+        m_node->AddValue(key, value);
         return *this;
     }
     Entry& At(double hertz) {
-        return With<ValueNumeric<double>>("frequency", QString::number(hertz, 'f', 0));
+        return With<ValueNumeric<double>>(Keys::KeyFrequency, QString::number(hertz, 'f', 0));
     }
     IFrequencyStoreItem& Item() {
         m_mediator = std::make_unique<FrequencyNodeMediator>(&m_controller, m_node, 0);
@@ -58,7 +58,7 @@ private:
 
 class Receivers : public testing::Test {
 protected:
-    QString text(const char* key) const { return receiver->GetValue(key)->GetStringValue(); }
+    QString text(Names::Id key) const { return receiver->GetValue(key)->GetStringValue(); }
     void use(ReceiverKind kind) {
         receiver.reset();
         receiver = std::make_unique<SimulatedReceiver>(kind);
@@ -77,11 +77,11 @@ TEST_F(Receivers, SettingsAreValuesOfTheTreeWhileTheReceiverLives) {
         for (const ReceiverSetting& setting : receiver->GetSettings())
             EXPECT_EQ(Tree::Instance()->GetValue(receiver->PathOf(setting.key)),
                       receiver->GetValue(setting.key))
-                << setting.key;
+                << setting.key.Text().toStdString();
     }
-    EXPECT_EQ(receiver->GetValue("shift"), nullptr) << "is a setting of HF receivers";
+    EXPECT_EQ(receiver->GetValue(Keys::Shift), nullptr) << "is a setting of HF receivers";
     Recorder recorder;
-    receiver->GetValue("frequency")->AddObserver(&recorder);
+    receiver->GetValue(Keys::KeyFrequency)->AddObserver(&recorder);
     receiver.reset();
     EXPECT_EQ(recorder.codes, std::vector<int>{2});
     EXPECT_EQ(Tree::Instance()->GetNode("/Receiver"), nullptr);
@@ -89,14 +89,14 @@ TEST_F(Receivers, SettingsAreValuesOfTheTreeWhileTheReceiverLives) {
 
 struct Write {
     ReceiverKind kind;
-    const char* key;
+    Names::Id key;
     const char* good;
     const char* bad;
     const char* reason;
 };
 
 void PrintTo(const Write& write, std::ostream* out) {
-    *out << write.key << '=' << write.bad;
+    *out << Names::Text(write.key).toStdString() << '=' << write.bad;
 }
 
 class ReceiverLimits : public Receivers, public testing::WithParamInterface<Write> {};
@@ -118,62 +118,65 @@ TEST_P(ReceiverLimits, AWriteThatTheReceiverCannotFollowIsTakenBackAndTold) {
 
 INSTANTIATE_TEST_SUITE_P(
     Writes, ReceiverLimits,
-    testing::Values(Write{ReceiverKind::HF, "frequency", "9000", "8999", "9.000 kHz"},
-                    Write{ReceiverKind::HF, "frequency", "30000000", "30000001", "30.000000 MHz"},
-                    Write{ReceiverKind::VUHF, "frequency", "20000000", "19999999", "19999.999 kHz"},
-                    Write{ReceiverKind::VUHF, "frequency", "3000000000", "3000000001", "3000.000001 MHz"},
-                    Write{ReceiverKind::HF, "bandwidth", "40000", "40001", "bandwidth 40.001 kHz"},
-                    Write{ReceiverKind::HF, "threshold", "-40", "-41", "threshold -41 is outside -40 to 110"},
-                    Write{ReceiverKind::HF, "shift", "26", "25", "shift"},
-                    Write{ReceiverKind::HF, "bfofrequency", "-10000", "10001", "bfo"},
-                    Write{ReceiverKind::VUHF, "attenuation", "40", "41", "attenuation"},
-                    Write{ReceiverKind::VUHF, "antennaid", "3", "7", "no antenna 7"}));
+    testing::Values(
+        Write{ReceiverKind::HF, Keys::KeyFrequency, "9000", "8999", "9.000 kHz"},
+        Write{ReceiverKind::HF, Keys::KeyFrequency, "30000000", "30000001", "30.000000 MHz"},
+        Write{ReceiverKind::VUHF, Keys::KeyFrequency, "20000000", "19999999", "19999.999 kHz"},
+        Write{ReceiverKind::VUHF, Keys::KeyFrequency, "3000000000", "3000000001", "3000.000001 MHz"},
+        Write{ReceiverKind::HF, Keys::KeyBandwidth, "40000", "40001", "bandwidth 40.001 kHz"},
+        Write{ReceiverKind::HF, Keys::Threshold, "-40", "-41", "threshold -41 is outside -40 to 110"},
+        Write{ReceiverKind::HF, Keys::Shift, "26", "25", "shift"},
+        Write{ReceiverKind::HF, Keys::BFOFrequency, "-10000", "10001", "bfo"},
+        Write{ReceiverKind::VUHF, Keys::Attenuation, "40", "41", "attenuation"},
+        Write{ReceiverKind::VUHF, Keys::AntennaID, "3", "7", "no antenna 7"}));
 
 TEST_F(Receivers, AnAntennaIsTheSameByNameAndByNumber) {
     use(ReceiverKind::VUHF);
-    receiver->GetValue("antennaid")->SetStringValue("3");
-    EXPECT_EQ(text("antenna"), "Horn");
-    receiver->GetValue("antenna")->SetStringValue("Log-periodic");
-    EXPECT_EQ(text("antennaid"), "2");
+    receiver->GetValue(Keys::AntennaID)->SetStringValue("3");
+    EXPECT_EQ(text(KeyAntenna), "Horn");
+    receiver->GetValue(KeyAntenna)->SetStringValue("Log-periodic");
+    EXPECT_EQ(text(Keys::AntennaID), "2");
 }
 
 TEST_F(Receivers, TuneTakesAllThatAnEntryCarries) {
     Entry entry;
     entry.At(7055000)
-        .With<ValueNumeric<double>>("bandwidth", "2700")
-        .With<ValueSelection>("demodulation", "LSB")
-        .With<ValueNumeric<int>>("threshold", "35")
-        .With<ValueNumeric<int>>("bfofrequency", "-1500")
-        .With<ValueSelection>("outputifpath", "455.0 kHz")
-        .With<ValueNumeric<int>>("shift", "12000")
-        .With<Value<bool>>("afc", "true"); // not of an HF receiver
+        .With<ValueNumeric<double>>(Keys::KeyBandwidth, "2700")
+        .With<ValueSelection>(Keys::KeyDemodulation, "LSB")
+        .With<ValueNumeric<int>>(Keys::Threshold, "35")
+        .With<ValueNumeric<int>>(Keys::BFOFrequency, "-1500")
+        .With<ValueSelection>(Keys::OutputIFPath, "455.0 kHz")
+        .With<ValueNumeric<int>>(Keys::Shift, "12000")
+        .With<Value<bool>>(Keys::AFC, "true"); // not of an HF receiver
     EXPECT_TRUE(receiver->Tune(entry.Item(), true));
-    EXPECT_EQ(text("frequency"), "7055000");
-    EXPECT_EQ(text("bandwidth"), "2700");
-    EXPECT_EQ(text("demodulation"), "LSB");
-    EXPECT_EQ(text("threshold"), "35");
-    EXPECT_EQ(text("bfofrequency"), "-1500");
-    EXPECT_EQ(text("outputifpath"), "455.0 kHz");
-    EXPECT_EQ(text("shift"), "12000");
+    EXPECT_EQ(text(Keys::KeyFrequency), "7055000");
+    EXPECT_EQ(text(Keys::KeyBandwidth), "2700");
+    EXPECT_EQ(text(Keys::KeyDemodulation), "LSB");
+    EXPECT_EQ(text(Keys::Threshold), "35");
+    EXPECT_EQ(text(Keys::BFOFrequency), "-1500");
+    EXPECT_EQ(text(Keys::OutputIFPath), "455.0 kHz");
+    EXPECT_EQ(text(Keys::Shift), "12000");
     EXPECT_TRUE(refused.isEmpty());
 }
 
 TEST_F(Receivers, TuneToTheFrequencyAloneLeavesTheOtherSettings) {
     Entry entry;
-    entry.At(7055000).With<ValueSelection>("demodulation", "LSB").With<ValueNumeric<int>>("threshold", "35");
+    entry.At(7055000)
+        .With<ValueSelection>(Keys::KeyDemodulation, "LSB")
+        .With<ValueNumeric<int>>(Keys::Threshold, "35");
     EXPECT_TRUE(receiver->Tune(entry.Item(), false));
-    EXPECT_EQ(text("frequency"), "7055000");
-    EXPECT_EQ(text("demodulation"), "AM");
-    EXPECT_EQ(text("threshold"), "20");
+    EXPECT_EQ(text(Keys::KeyFrequency), "7055000");
+    EXPECT_EQ(text(Keys::KeyDemodulation), "AM");
+    EXPECT_EQ(text(Keys::Threshold), "20");
 }
 
 TEST_F(Receivers, AFrequencyOutOfReachLeavesEverySetting) {
     Entry entry;
-    entry.At(118100000).With<ValueSelection>("demodulation", "LSB");
-    const QString before = text("frequency");
+    entry.At(118100000).With<ValueSelection>(Keys::KeyDemodulation, "LSB");
+    const QString before = text(Keys::KeyFrequency);
     EXPECT_FALSE(receiver->Tune(entry.Item(), true));
-    EXPECT_EQ(text("frequency"), before);
-    EXPECT_EQ(text("demodulation"), "AM");
+    EXPECT_EQ(text(Keys::KeyFrequency), before);
+    EXPECT_EQ(text(Keys::KeyDemodulation), "AM");
     ASSERT_EQ(refused.size(), 1);
     EXPECT_TRUE(refused[0].contains("118.100000 MHz")) << refused[0].toStdString();
 }
@@ -181,13 +184,13 @@ TEST_F(Receivers, AFrequencyOutOfReachLeavesEverySetting) {
 TEST_F(Receivers, SettingsThatTheReceiverLacksAreLeftOutAndNamed) {
     Entry entry;
     entry.At(7055000)
-        .With<ValueNumeric<double>>("bandwidth", "3000000")
-        .With<Value<QString>>("demodulation", "WFM")
-        .With<ValueNumeric<int>>("threshold", "35");
+        .With<ValueNumeric<double>>(Keys::KeyBandwidth, "3000000")
+        .With<Value<QString>>(Keys::KeyDemodulation, "WFM")
+        .With<ValueNumeric<int>>(Keys::Threshold, "35");
     EXPECT_TRUE(receiver->Tune(entry.Item(), true));
-    EXPECT_EQ(text("bandwidth"), "6000");
-    EXPECT_EQ(text("demodulation"), "AM");
-    EXPECT_EQ(text("threshold"), "35");
+    EXPECT_EQ(text(Keys::KeyBandwidth), "6000");
+    EXPECT_EQ(text(Keys::KeyDemodulation), "AM");
+    EXPECT_EQ(text(Keys::Threshold), "35");
     ASSERT_EQ(refused.size(), 1);
     EXPECT_TRUE(refused[0].contains("bandwidth 3000.000 kHz")) << refused[0].toStdString();
     EXPECT_TRUE(refused[0].contains("\"WFM\"")) << refused[0].toStdString();
@@ -195,10 +198,12 @@ TEST_F(Receivers, SettingsThatTheReceiverLacksAreLeftOutAndNamed) {
 
 TEST_F(Receivers, AnEntryWithoutBandwidthOrDemodulationLeavesThem) {
     Entry entry;
-    entry.At(7055000).With<ValueNumeric<double>>("bandwidth", "0").With<Value<QString>>("demodulation", "");
+    entry.At(7055000)
+        .With<ValueNumeric<double>>(Keys::KeyBandwidth, "0")
+        .With<Value<QString>>(Keys::KeyDemodulation, "");
     EXPECT_TRUE(receiver->Tune(entry.Item(), true));
-    EXPECT_EQ(text("bandwidth"), "6000");
-    EXPECT_EQ(text("demodulation"), "AM");
+    EXPECT_EQ(text(Keys::KeyBandwidth), "6000");
+    EXPECT_EQ(text(Keys::KeyDemodulation), "AM");
     EXPECT_TRUE(refused.isEmpty());
     Entry nothing;
     EXPECT_FALSE(receiver->Tune(nothing.Item(), true));
@@ -208,7 +213,7 @@ TEST_F(Receivers, AnEntryWithoutBandwidthOrDemodulationLeavesThem) {
 TEST_F(Receivers, AFrequencyOfTheBarIsRoundedToOneHertz) {
     QSignalSpy tuned(receiver.get(), &Receiver::Tuned);
     EXPECT_TRUE(receiver->Tune(7055000.4));
-    EXPECT_EQ(text("frequency"), "7055000");
+    EXPECT_EQ(text(Keys::KeyFrequency), "7055000");
     ASSERT_EQ(tuned.size(), 1);
     EXPECT_EQ(tuned[0][0].toDouble(), 7055000.0);
 }
@@ -223,29 +228,29 @@ double carrierAbove(const SimulatedReceiver& receiver, double hertz, double rast
 
 TEST_F(Receivers, TheLevelFollowsFrequencyAttenuationAndSquelch) {
     use(ReceiverKind::VUHF);
-    receiver->GetValue("bandwidth")->SetStringValue("8330");
+    receiver->GetValue(Keys::KeyBandwidth)->SetStringValue("8330");
     const double carrier = carrierAbove(*receiver, 118e6, 25e3);
     ASSERT_TRUE(receiver->Tune(carrier));
     const double strong = receiver->GetLevel()->GetValue();
     EXPECT_GT(strong, 35);
     ASSERT_TRUE(receiver->Tune(carrier + 8000));
     EXPECT_LT(receiver->GetLevel()->GetValue(), 10) << "beside the carrier there is noise";
-    receiver->GetValue("afc")->SetStringValue("true");
+    receiver->GetValue(Keys::AFC)->SetStringValue("true");
     EXPECT_GT(receiver->GetLevel()->GetValue(), 35) << "AFC finds the carrier";
-    receiver->GetValue("afc")->SetStringValue("false");
+    receiver->GetValue(Keys::AFC)->SetStringValue("false");
     ASSERT_TRUE(receiver->Tune(carrier));
     EXPECT_EQ(receiver->GetLevel()->GetValue(), strong) << "the same settings give the same level";
 
-    receiver->GetValue("attenuation")->SetStringValue("30");
+    receiver->GetValue(Keys::Attenuation)->SetStringValue("30");
     EXPECT_EQ(receiver->GetLevel()->GetValue(), strong) << "attenuation is automatic";
-    receiver->GetValue("useattenuation")->SetStringValue("true");
+    receiver->GetValue(Keys::UseAttenuation)->SetStringValue("true");
     EXPECT_NEAR(receiver->GetLevel()->GetValue(), strong - 30, 0.11);
 
-    receiver->GetValue("threshold")->SetStringValue("100");
+    receiver->GetValue(Keys::Threshold)->SetStringValue("100");
     EXPECT_TRUE(receiver->GetOpen()->GetValue()) << "without squelch the audio is open";
-    receiver->GetValue("usesquelch")->SetStringValue("true");
+    receiver->GetValue(Keys::UseSquelch)->SetStringValue("true");
     EXPECT_FALSE(receiver->GetOpen()->GetValue());
-    receiver->GetValue("threshold")->SetStringValue("-40");
+    receiver->GetValue(Keys::Threshold)->SetStringValue("-40");
     EXPECT_TRUE(receiver->GetOpen()->GetValue());
 }
 
@@ -255,8 +260,8 @@ TEST_F(Receivers, ThePanelShowsEachSettingOfItsReceiverAndNoOther) {
         const ReceiverPanel panel(*receiver);
         qsizetype expected = 0;
         for (const ReceiverSetting& setting : receiver->GetSettings()) {
-            auto* editor = panel.findChild<QWidget*>(QString::fromLatin1(setting.key));
-            EXPECT_EQ(editor != nullptr, setting.title != nullptr) << setting.key;
+            auto* editor = panel.findChild<QWidget*>(setting.key.Text());
+            EXPECT_EQ(editor != nullptr, setting.title != nullptr) << setting.key.Text().toStdString();
             expected += editor ? 1 : 0;
         }
         EXPECT_EQ(panel.findChildren<VCLineEdit*>().size() + panel.findChildren<VCCheckBox*>().size() +
@@ -275,10 +280,10 @@ TEST_F(Receivers, ThePanelSetsTheReceiverAndRefusesWithTheReasonBelowTheField) {
         QTest::keyClick(field, Qt::Key_Return);
     };
     enter("9.41 MHz");
-    EXPECT_EQ(text("frequency"), "9410000");
+    EXPECT_EQ(text(Keys::KeyFrequency), "9410000");
     EXPECT_TRUE(complaint->isHidden());
     enter("118.1 MHz");
-    EXPECT_EQ(text("frequency"), "9410000");
+    EXPECT_EQ(text(Keys::KeyFrequency), "9410000");
     EXPECT_FALSE(complaint->isHidden());
     EXPECT_TRUE(complaint->text().contains("30.000000 MHz")) << complaint->text().toStdString();
     QTest::keyClick(field, Qt::Key_Escape);

@@ -58,6 +58,7 @@ TEST(FileKinds, AreToldByNameOrByTheRootElement) {
                                                  {sample("profiles.xml"), FileKind::Targets},
                                                  {sample("targets.csv"), FileKind::Targets},
                                                  {sample("airband.sfl"), FileKind::Targets},
+                                                 {sample("sweep.csv"), FileKind::Sweep},
                                                  {noi, FileKind::Noi},
                                                  {broken, FileKind::Targets},
                                                  {"/no/such/file.xml", FileKind::Targets},

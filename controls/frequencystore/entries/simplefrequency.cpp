@@ -5,6 +5,8 @@
 
 namespace {
 
+constexpr double MaxBandwidth = 3e9; // Hz
+
 /// A key that no item of the selection has.
 long freeKey(const ValueSelection& selection) {
     long key = selection.GetItemCount();
@@ -77,6 +79,13 @@ void SimpleFrequency::SetBandwidth(long keyOrHertz) {
         selection->Select(keyOrHertz);
     else
         SetBandwidth(static_cast<double>(keyOrHertz));
+}
+
+ValueNumeric<double>* SimpleFrequency::MakeBandwidth() {
+    auto* bandwidth = Make<ValueNumeric<double>>(Keys::KeyBandwidth);
+    if (BandwidthSelectionLink() || !CopyFromSource(BandwidthLink(), bandwidth))
+        bandwidth->SetMinMax(0.0, MaxBandwidth, 1.0);
+    return bandwidth;
 }
 
 void SimpleFrequency::SetDemodulation(const QString& demodulation) {

@@ -34,6 +34,9 @@ protected:
     /// Makes the value of a key, or takes the one that is there.
     template <typename V>
     V* Make(Names::Id key);
+    /// Makes the numeric "bandwidth": as the receiver's, or from 0 to 3 GHz where it offers a selection,
+    /// which does not fit a number, or nothing.
+    ValueNumeric<double>* MakeBandwidth();
     /// The value of a key, of that type, or null.
     template <typename V>
     V* Find(Names::Id key) const;

@@ -1,11 +1,5 @@
 #include "controls/frequencystore/entries/wkflistentry.h"
 
-namespace {
-
-constexpr double MaxBandwidth = 3e9; // Hz
-
-} // namespace
-
 WkfListEntry::WkfListEntry(Node* node, bool createValues, const GeneralEntry* source)
     : SimpleFrequency(node, createValues, source) {
     if (!node)
@@ -17,11 +11,7 @@ WkfListEntry::WkfListEntry(Node* node, bool createValues, const GeneralEntry* so
 }
 
 void WkfListEntry::create() {
-    m_bandwidth = Make<ValueNumeric<double>>(Keys::KeyBandwidth);
-    // A bandwidth that the receiver offers as a selection does not fit a number: the limits below apply.
-    if (BandwidthSelectionLink() || !CopyFromSource(BandwidthLink(), m_bandwidth))
-        m_bandwidth->SetMinMax(0.0, MaxBandwidth, 1.0);
-
+    m_bandwidth = MakeBandwidth();
     m_demodulation = Make<Value<QString>>(Keys::KeyDemodulation);
     // A receiver that offers demodulation as a selection only gives new targets none.
     if (DemodulationSelectionLink() || !CopyFromSource(DemodulationTextLink(), m_demodulation))

@@ -16,6 +16,7 @@ void FileProblems::Report(qint64 line, const QString& reason) {
         ReportAlways(line, reason);
 }
 
-void FileProblems::ReportAlways(qint64 line, const QString& reason) const {
+void FileProblems::ReportAlways(qint64 line, const QString& reason) {
+    m_none = false;
     Problems::Report(m_sourceFile, m_sourceLine, {m_fileName, line, reason});
 }

@@ -16,7 +16,8 @@ public:
     /// One of many; `line` is 1 for the first, 0 when it is no line's.
     void Report(qint64 line, const QString& reason);
     /// One that is never only counted.
-    void ReportAlways(qint64 line, const QString& reason) const;
+    void ReportAlways(qint64 line, const QString& reason);
+    bool AreNone() const { return m_none; }
     const QString& FileName() const { return m_fileName; }
 
 private:
@@ -24,4 +25,5 @@ private:
     const char* m_sourceFile;
     unsigned short m_sourceLine;
     qint64 m_count = 0;
+    bool m_none = true;
 };

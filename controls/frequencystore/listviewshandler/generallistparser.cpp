@@ -3,7 +3,7 @@
 #include "controls/frequencystore/listviewshandler/linefields.h"
 #include "host/freqstorexml/frequencystorelist.h"
 
-bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout) {
+bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout, bool* sound) {
     constexpr unsigned short RefusalLine = 897;
     QFile file(path);
     if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
@@ -21,13 +21,10 @@ bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout)
         FillInData(fields.frequency, fields.bandwidth, fields.comment, fields.demodulation, fields.priority,
                    fields.threatClass, QString(), QString(), QString(), QString());
     }
+    if (sound)
+        *sound = reader.IsSound();
     ResetDataAfterNewFile();
     return true;
-}
-
-void GeneralListParser::FillInEntries(const FreqStoreXml::FrequencyStoreList& list) {
-    for (const FreqStoreXml::FrequencyStoreEntry& entry : list.GetFrequencyStoreEntry())
-        FillInEntry(entry);
 }
 
 void GeneralListParser::FillInEntry(const FreqStoreXml::FrequencyStoreEntry& entry) {

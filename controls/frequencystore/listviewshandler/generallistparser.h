@@ -8,8 +8,7 @@ struct LineLayout;
 
 namespace FreqStoreXml {
 class FrequencyStoreEntry;
-class FrequencyStoreList;
-} // namespace FreqStoreXml
+}
 
 /// What every file reader needs of a list: it brackets a file and takes its records one by one. Owners
 /// destroy the concrete lists.
@@ -35,11 +34,10 @@ protected:
     ~GeneralListParser() = default;
 
     /// Reads a file of lines with fields at these places. Lines of fewer than two characters are passed over.
-    /// A file that cannot be opened or is no text is told and traced, and changes nothing: false.
-    bool ReadLines(const QString& path, const LineLayout& layout);
-    /// Hands on the entries of an interchange list, in order, between the two bracketing operations, which
-    /// are the caller's.
-    void FillInEntries(const FreqStoreXml::FrequencyStoreList& list);
+    /// A file that cannot be opened or is no text is told and traced, and changes nothing: false. `sound`,
+    /// when given, says whether every line was read as it stands.
+    bool ReadLines(const QString& path, const LineLayout& layout, bool* sound = nullptr);
+    /// Hands on one entry of an interchange list as a record.
     void FillInEntry(const FreqStoreXml::FrequencyStoreEntry& entry);
 
 private:

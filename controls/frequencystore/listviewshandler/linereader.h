@@ -36,6 +36,8 @@ public:
     qint64 LineNumber() const { return m_lineNumber; }
     /// Tells a problem of the present line; after some hundred of one file the rest is only counted.
     void ReportProblem(const QString& reason) { m_problems.Report(m_lineNumber, reason); }
+    /// Whether no problem has been told yet.
+    bool IsSound() const { return m_problems.AreNone(); }
 
 private:
     /// Tells whether a character was begun and not finished.

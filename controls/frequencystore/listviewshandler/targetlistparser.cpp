@@ -144,7 +144,8 @@ void TargetListParser::readEntries(const QString& path, bool csv) {
     FreqStoreXml::FrequencyStoreList list;
     FreqStoreXml::FileHandling().ImportFrequencyStoreList(csv, path, list, FrequencyStoreListHelper::Targets);
     Prepare4NewFile();
-    FillInEntries(list);
+    for (const FreqStoreXml::FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry())
+        FillInEntry(entry);
     ResetDataAfterNewFile();
 }
 
