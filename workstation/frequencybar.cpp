@@ -123,9 +123,13 @@ void FrequencyBar::mapBands() {
     }
 }
 
+/// A band of one pixel gets one more on either side, so that no other mark covers it.
 void FrequencyBar::paintBands(QPainter& painter, int top, int height, const QColor& color) const {
-    for (const Shade& shade : m_shades)
-        painter.fillRect(LabelWidth + shade.first, top, shade.last - shade.first + 1, height, color);
+    for (const Shade& shade : m_shades) {
+        const int more = shade.first == shade.last ? 1 : 0;
+        painter.fillRect(LabelWidth + shade.first - more, top, shade.last - shade.first + 1 + 2 * more,
+                         height, color);
+    }
 }
 
 /// The band under a pixel, for tool tips; empty when there is none.
