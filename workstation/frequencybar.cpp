@@ -21,7 +21,7 @@ constexpr int LineHeight = 26;
 constexpr int AxisHeight = 24;
 constexpr int Margin = 8;
 constexpr int BandHeight = 4;  ///< of the strip above the axis
-constexpr int BandShade = 45;  ///< opacity behind the lines, of 255
+constexpr int BandShade = 70;  ///< opacity behind the lines, of 255
 constexpr int CatchPixels = 4; ///< how far from a mark a click still means it
 constexpr int RefreshMilliseconds = 60;
 
