@@ -21,7 +21,7 @@ constexpr int LineHeight = 26;
 constexpr int AxisHeight = 24;
 constexpr int Margin = 8;
 constexpr int BandHeight = 4;  ///< of the strip above the axis
-constexpr int BandShade = 45;  ///< opacity behind the lines, of 255
+constexpr int BandShade = 70;  ///< opacity behind the lines, of 255
 constexpr int CatchPixels = 4; ///< how far from a mark a click still means it
 constexpr int RefreshMilliseconds = 60;
 
@@ -123,9 +123,13 @@ void FrequencyBar::mapBands() {
     }
 }
 
+/// A band of one pixel gets one more on either side, so that no other mark covers it.
 void FrequencyBar::paintBands(QPainter& painter, int top, int height, const QColor& color) const {
-    for (const Shade& shade : m_shades)
-        painter.fillRect(LabelWidth + shade.first, top, shade.last - shade.first + 1, height, color);
+    for (const Shade& shade : m_shades) {
+        const int more = shade.first == shade.last ? 1 : 0;
+        painter.fillRect(LabelWidth + shade.first - more, top, shade.last - shade.first + 1 + 2 * more,
+                         height, color);
+    }
 }
 
 /// The band under a pixel, for tool tips; empty when there is none.
