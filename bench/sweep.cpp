@@ -57,7 +57,7 @@ protected:
 private:
     /// Gives all rows the next time.
     void stamp() {
-        char text[9];
+        char text[16];
         const int second = m_second++ % SecondsOfDay;
         std::snprintf(text, sizeof text, "%02d:%02d:%02d", second / 3600 % 24, second / 60 % 60, second % 60);
         for (const qsizetype row : m_rows)

@@ -3,6 +3,7 @@
 #include "host/base/frequencytext.h"
 #include "host/freqlist/freqstore.h"
 
+#include <QElapsedTimer>
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -22,6 +23,7 @@ constexpr int AxisHeight = 24;
 constexpr int Margin = 8;
 constexpr int CatchPixels = 4; ///< how far from a mark a click still means it
 constexpr int RefreshMilliseconds = 60;
+constexpr int IdlePerRefresh = 10; ///< times as long as the refresh took
 
 /// From the most urgent target to the least; other types take the accent colour.
 constexpr char UrgencyLetters[] = "ponmlkjihg";
@@ -201,6 +203,8 @@ void FrequencyBar::paintLine(QPainter& painter, const Line& line, int top) const
 }
 
 void FrequencyBar::paintEvent(QPaintEvent*) {
+    QElapsedTimer timer;
+    timer.start();
     QPainter painter(this);
     int row = 0;
     for (auto& [id, line] : m_lines) {
@@ -214,6 +218,8 @@ void FrequencyBar::paintEvent(QPaintEvent*) {
         const int x = LabelWidth + static_cast<int>(tuned);
         painter.drawLine(x, 0, x, lineTop(std::max(row, 1)));
     }
+    // Lines of very many entries are computed less often: most of the time is left to the rest.
+    m_refresh.setInterval(std::max(RefreshMilliseconds, IdlePerRefresh * static_cast<int>(timer.elapsed())));
 }
 
 void FrequencyBar::resizeEvent(QResizeEvent*) {

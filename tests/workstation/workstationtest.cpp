@@ -59,6 +59,7 @@ TEST(FileKinds, AreToldByNameOrByTheRootElement) {
                                                  {sample("targets.csv"), FileKind::Targets},
                                                  {sample("airband.sfl"), FileKind::Targets},
                                                  {noi, FileKind::Noi},
+                                                 {sample("results.xml"), FileKind::Results},
                                                  {broken, FileKind::Targets},
                                                  {"/no/such/file.xml", FileKind::Targets},
                                                  {"/no/such.pij/targets.ltl", FileKind::Targets}};
