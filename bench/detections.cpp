@@ -27,10 +27,10 @@ template <typename Record>
 void fill(Record& record, int i) {
     record.SetID(static_cast<unsigned>(i));
     record.SetFrequency(1e6 + static_cast<double>(i * 104729LL % Million) * 29.0);
-    record.SetBandwidth(2000 + i * 7919LL % 997);
+    record.SetBandwidth(static_cast<double>(2000 + i * 7919LL % 997));
     record.SetLevel(static_cast<short>(i * 31 % 90));
     record.SetStartTime(1.7e15 + i * 1e6);
-    record.SetStopTime(1.7e15 + i * 1e6 + i * 7919LL % 60 * 1e6);
+    record.SetStopTime(1.7e15 + i * 1e6 + static_cast<double>(i * 7919LL % 60) * 1e6);
     record.SetActive(i % 17 == 0);
 }
 
@@ -58,7 +58,7 @@ Extended extendedAt(int i) {
                        std::to_string(i % 12),
                        systems[kind],
                        names[kind],
-                       std::to_string(i * 13LL % 3600 / 10.0),
+                       std::to_string(static_cast<double>(i * 13LL % 3600) / 10.0),
                        std::to_string(i % 100),
                        std::to_string(i % 300 * 0.1),
                        std::to_string(36 + i % 200 * 0.1)};

@@ -40,6 +40,8 @@ protected:
 
 /// The list of a kind ("target"); null for an unknown kind.
 std::unique_ptr<CliList> MakeList(const QString& kind);
+/// The kind of list that a file is read as when none is named.
+QString ListKindOf(const QString& path);
 /// Names of all kinds.
 QStringList ListKinds();
 

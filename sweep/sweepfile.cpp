@@ -16,11 +16,12 @@ SweepSummary ReadSweepFile(const QString& fileName, const QTimeZone& zone,
         summary.problems = 1;
         return summary;
     }
+    const qint64 size = file.size();
     SweepReader reader(file, fileName, zone);
     Sweep sweep;
     while (summary.isWhole && reader.Next(sweep)) {
         receive(sweep);
-        summary.isWhole = progress(reader.BytesRead(), file.size());
+        summary.isWhole = progress(reader.BytesRead(), size);
     }
     summary.sweeps = reader.Sweeps();
     summary.rows = reader.Rows();

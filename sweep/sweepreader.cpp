@@ -19,10 +19,6 @@ constexpr int FirstLines = 8;
 constexpr qint64 FirstBytes = 64 * 1024;
 constexpr std::string_view ByteOrderMark = "\xef\xbb\xbf";
 
-bool isBlank(std::string_view line) {
-    return line.find_first_not_of(" \t") == std::string_view::npos;
-}
-
 /// Decimals of the last number in `levels`, and takes it off.
 std::size_t takeLastDecimals(std::string_view& levels) {
     const auto comma = levels.rfind(',');
@@ -64,7 +60,7 @@ void SweepReader::readRows(Sweep& sweep) {
     SweepRow row;
     QString reason;
     for (; nextLine(); endLine()) {
-        if (isBlank(m_line))
+        if (IsBlank(m_line))
             continue;
         if (!row.Parse(m_line, reason)) {
             tell(m_lineEnds ? reason : QStringLiteral("the file ends within the row: ") + reason);
@@ -102,7 +98,7 @@ void SweepReader::append(const SweepRow& row, Sweep& sweep) {
     const Taken taken = takeLevels(row, sweep.levels);
     if (isTorn(row, taken.count)) {
         tell(QStringLiteral("the file ends within the row"));
-        if (taken.count <= row.bins && !isBlank(row.levels.substr(row.levels.rfind(',') + 1)))
+        if (taken.count <= row.bins && !IsBlank(row.levels.substr(row.levels.rfind(',') + 1)))
             sweep.levels.pop_back(); // it may have lost digits
     } else if (taken.wrongCount > 0) {
         const QString wrong = Quoted(taken.firstWrong);
@@ -122,7 +118,7 @@ void SweepReader::append(const SweepRow& row, Sweep& sweep) {
 /// Appends the levels of a row, but not more than it has bins.
 SweepReader::Taken SweepReader::takeLevels(const SweepRow& row, std::vector<float>& levels) {
     Taken taken;
-    for (std::string_view rest = row.levels; !isBlank(rest); ++taken.count) {
+    for (std::string_view rest = row.levels; !IsBlank(rest); ++taken.count) {
         float level;
         std::string_view wrong;
         if (!TakeLevel(rest, level, wrong) && taken.wrongCount++ == 0)

@@ -97,9 +97,8 @@ void SweepResultWriter::Commit() {
     m_format->Commit();
 }
 
-DetectionConventional RecordOf(const SweepDetection& detection, unsigned id) {
+DetectionConventional RecordOf(const SweepDetection& detection) {
     DetectionConventional record;
-    record.SetID(id);
     record.SetFrequency(detection.Frequency());
     record.SetBandwidth(detection.Bandwidth());
     record.SetLevel(static_cast<short>(std::lround(detection.level)));

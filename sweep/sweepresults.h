@@ -31,6 +31,6 @@ private:
     qint64 m_count = 0;
 };
 
-/// The record of a detection in a list of the value tree. Ended, since nobody receives any more what was
-/// swept.
-DetectionConventional RecordOf(const SweepDetection& detection, unsigned id);
+/// The record of a detection for a list of the value tree, without a number. It is not active: nobody
+/// receives any more what was swept.
+DetectionConventional RecordOf(const SweepDetection& detection);

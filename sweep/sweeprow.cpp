@@ -1,5 +1,6 @@
 #include "sweep/sweeprow.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -11,11 +12,16 @@ constexpr double HighestFrequency = 1e12;
 constexpr double HighestLevel = 1000;
 constexpr std::size_t LongestQuote = 40;
 
+bool isBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+
 std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 std::string_view takeField(std::string_view& text) {
@@ -105,7 +111,7 @@ bool SweepRow::Parse(std::string_view line, QString& reason) {
     }
     takeField(rest); // how many samples or transforms were averaged: never the number of bins
     levels = rest;
-    if (trimmed(levels).empty()) {
+    if (IsBlank(levels)) {
         reason = QStringLiteral("the row has too few columns");
         return false;
     }
@@ -114,6 +120,10 @@ bool SweepRow::Parse(std::string_view line, QString& reason) {
         return false;
     bins = static_cast<std::size_t>(std::llround((high - low) / step));
     return true;
+}
+
+bool IsBlank(std::string_view text) {
+    return std::ranges::all_of(text, isBlank);
 }
 
 bool TakeLevel(std::string_view& text, float& level, std::string_view& wrong) {

@@ -23,6 +23,9 @@ struct SweepRow {
     bool Parse(std::string_view line, QString& reason);
 };
 
+/// Whether there is nothing in a text but blanks and TABs.
+bool IsBlank(std::string_view text);
+
 /// Takes the first value off `text`, which is a list of levels in dB separated by commas; -inf is one. False
 /// when the value is none: `level` is then NaN, and `wrong` what stands there.
 bool TakeLevel(std::string_view& text, float& level, std::string_view& wrong);

@@ -1,10 +1,13 @@
 #include "workstation/application.h"
 
+#include "controls/frequencystore/entries/keys.h"
 #include "controls/frequencystore/halvonodemediatorctrl.h"
 #include "controls/frequencystore/listviewshandler/detconvlisthandler.h"
+#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
 #include "controls/frequencystore/listviewshandler/searchmcdatahandler.h"
 #include "controls/frequencystore/listviewshandler/searchmcdatareader.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
+#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
@@ -19,10 +22,12 @@
 #include "workstation/jobpanel.h"
 #include "workstation/mainwindow.h"
 #include "workstation/messagespanel.h"
+#include "workstation/noibands.h"
 #include "workstation/samples.h"
 #include "workstation/simulatedclassifier.h"
 #include "workstation/simulatedreceiver.h"
 #include "workstation/simulatedsearch.h"
+#include "workstation/sweepimport.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -39,7 +44,9 @@
 namespace {
 
 constexpr char TargetsPath[] = "/Lists/LocalTargetList";
+constexpr char NoiPath[] = "/Lists/NOIFrequencies";
 constexpr char ResultsPath[] = "/Lists/SearchMCDataResults";
+constexpr char MemoryPath[] = "/Lists/MemoryChannels";
 /// What a plug-in exports: called once after the store's own lists stand, and once before the end.
 constexpr char PlugInStart[] = "FrequencyStorePlugInStart";
 constexpr char PlugInStop[] = "FrequencyStorePlugInStop";
@@ -47,6 +54,26 @@ constexpr char PlugInStop[] = "FrequencyStorePlugInStop";
 constexpr qint64 DemoMicroseconds = 600 * qint64(1000000);
 /// How long rows may take to settle before a picture is taken.
 constexpr int SettleMilliseconds = 400;
+
+/// Which setting of the receiver each link of the template of memory channels follows.
+struct TemplateLink {
+    const FreqList::Key& setting;
+    void (MemorySystemHandler::*bind)(const QString& path);
+};
+constexpr TemplateLink TemplateLinks[] = {
+    {Keys::KeyFrequency, &MemorySystemHandler::SetFrequency_ValuePath},
+    {Keys::KeyBandwidth, &MemorySystemHandler::SetBandwidth_ValuePath},
+    {Keys::KeyDemodulation, &MemorySystemHandler::SetDemodulation_ValuePath},
+    {Keys::Threshold, &MemorySystemHandler::SetThreshold_ValuePath},
+    {Keys::BFOFrequency, &MemorySystemHandler::SetBFOFrequency_ValuePath},
+    {Keys::OutputIFPath, &MemorySystemHandler::SetOutputIF_ValuePath},
+    {Keys::Shift, &MemorySystemHandler::SetShift_ValuePath},
+    {Keys::UseSquelch, &MemorySystemHandler::SetUseSquelch_ValuePath},
+    {Keys::UseAttenuation, &MemorySystemHandler::SetUseAttenuation_ValuePath},
+    {Keys::Attenuation, &MemorySystemHandler::SetAttenuation_ValuePath},
+    {Keys::AntennaID, &MemorySystemHandler::SetAntenna_ValuePath},
+    {Keys::AFC, &MemorySystemHandler::SetAFC_ValuePath},
+};
 
 void settle() {
     QElapsedTimer timer;
@@ -70,6 +97,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded,
                      [](const QString& text) { std::fprintf(stderr, "%s\n", qPrintable(text)); });
     addJobPanel();
+    addSweepEntry();
     registerLists();
     registerDetections();
     registerResults();
@@ -81,15 +109,18 @@ Workstation::Workstation(const Options& options) : m_options(options) {
 }
 
 Workstation::~Workstation() {
+    m_sweeps.reset();
     m_window.reset();
     for (const auto& plugIn : m_plugIns) {
         if (const auto stop = reinterpret_cast<void (*)()>(plugIn->resolve(PlugInStop)))
             stop();
     }
-    m_job->Revert();
+    m_job->Revert(); // what was to be saved is saved
     m_classifier.reset();
     SearchMCDataHandler::DeleteInstance();
+    NOIFrequencyHandler::DeleteInstance();
     DetConvListHandler::DeleteInstance();
+    MemorySystemHandler::DeleteInstance();
     TargetListHandler::DeleteInstance();
 }
 
@@ -132,6 +163,19 @@ void Workstation::addJobPanel() {
     m_window->SetCloseCheck([panel = m_jobPanel] { return panel->MayLeave(); });
 }
 
+/// Signals in power sweeps stand beside those of the search.
+void Workstation::addSweepEntry() {
+    m_sweeps =
+        std::make_unique<SweepImport>(m_window.get(), [this](std::list<DetectionConventional>&& found) {
+            m_search->Add(std::move(found));
+        });
+    QObject::connect(m_sweeps.get(), &SweepImport::Opened, m_window.get(), &MainWindow::Tell);
+    QMenu* menu = m_window->GetFileMenu();
+    auto* action = new QAction(MainWindow::tr("Open S&weep..."), menu);
+    menu->insertAction(menu->actions().first(), action);
+    QObject::connect(action, &QAction::triggered, m_sweeps.get(), &SweepImport::AskAndOpen);
+}
+
 void Workstation::registerLists() {
     // The default list is read where there is one and nothing else was asked for.
     const bool haveDefault =
@@ -141,6 +185,28 @@ void Workstation::registerLists() {
     Node* targets = Tree::Instance()->MakeNode(QString::fromLatin1(TargetsPath));
     TargetListHandler::Instance()->Init(targets, haveDefault);
     TargetListHandler::Instance()->AddToFreqStore();
+    registerMemoryChannels();
+    registerNoi();
+}
+
+void Workstation::registerNoi() {
+    // A file that is not there any more would keep the list from being used until another one is opened.
+    ICfg& settings = CfgCenter::GetAppCfg(ICfg::StartUp);
+    const QString key = QStringLiteral("NOIFrequencies");
+    const QString file = settings.GetString(key, QString());
+    const bool remembers = !m_options.demo && m_options.screenshotDirectory.isEmpty();
+    if (remembers && !file.isEmpty() && !QFileInfo::exists(file)) {
+        Problems::Report("application", 139,
+                         {file, 0, QStringLiteral("is not there any more; the list starts empty")});
+        settings.SetString(key, QString());
+    }
+    NOIFrequencyHandler* list = NOIFrequencyHandler::Instance();
+    list->SetRemembersFile(remembers);
+    list->Init(Tree::Instance()->MakeNode(QString::fromLatin1(NoiPath)));
+    list->SetFrequencyValue_Path(m_receiver->PathOf(Keys::KeyFrequency));
+    list->SetBandwidthValue_Path(m_receiver->PathOf(Keys::KeyBandwidth));
+    list->SetNOIDefinition_ValuePath(NoiBands::ValuePath());
+    list->AddToFreqStore();
 }
 
 /// Plain and classified detections are two lists of one search; views and bar lines are made as their list is
@@ -161,6 +227,19 @@ void Workstation::registerResults() {
     SearchMCDataHandler::Instance()->Init(results);
     SearchMCDataHandler::Instance()->AddToFreqStore();
     m_classifier = std::make_unique<SimulatedClassifier>(m_options.receiver, *results);
+}
+
+void Workstation::registerMemoryChannels() {
+    MemorySystemHandler& handler = *MemorySystemHandler::Instance();
+    handler.SetListType(m_options.receiver == ReceiverKind::HF ? MediatorType::MemoryHF
+                                                               : MediatorType::MemoryVUHF);
+    handler.Init(Tree::Instance()->MakeNode(QString::fromLatin1(MemoryPath)));
+    for (const TemplateLink& link : TemplateLinks)
+        (handler.*link.bind)(m_receiver->PathOf(link.setting));
+    handler.SetJobfile_ValuePath(Job::TextPath());
+    handler.SetData4Jobfile_ValuePath(Job::SectionPath());
+    handler.SetSave2Job_ValuePath(Job::SavePath());
+    handler.AddToFreqStore();
 }
 
 void Workstation::loadPlugIn(const QString& path) {
@@ -203,6 +282,7 @@ void Workstation::readSamples() {
     }
     const QDir samples(found);
     readFile(samples.filePath(QStringLiteral("targets.xml")));
+    readFile(samples.filePath(QStringLiteral("interest.noi")));
     readFile(samples.filePath(QStringLiteral("results.xml")));
     readFile(samples.filePath(m_options.receiver == ReceiverKind::HF ? QStringLiteral("job-hf.pij")
                                                                      : QStringLiteral("job-vuhf.pij")));
@@ -213,8 +293,14 @@ void Workstation::readFile(const QString& path) {
     case FileKind::Job:
         m_job->Open(path);
         break;
+    case FileKind::Noi:
+        NOIFrequencyHandler::Instance()->ReadFile(path);
+        break;
     case FileKind::Results:
         SearchMCDataReader(*SearchMCDataHandler::Instance()->GetMediatorCtrl()).ReadFile(path);
+        break;
+    case FileKind::Sweep:
+        m_sweeps->Open(path);
         break;
     default:
         TargetListHandler::Instance()->ReadFile(path);

@@ -12,6 +12,7 @@ class QLibrary;
 class SimulatedClassifier;
 class SimulatedReceiver;
 class SimulatedSearch;
+class SweepImport;
 
 /// Life of the workstation: registers the lists, loads plug-ins and files, and ends all in order. File names
 /// of the options are made absolute, then the data directory becomes the current one, where the lists keep
@@ -36,9 +37,12 @@ public:
 private:
     void prepareDirectories();
     void addJobPanel();
+    void addSweepEntry();
     void registerLists();
+    void registerNoi();
     void registerDetections();
     void registerResults();
+    void registerMemoryChannels();
     void loadPlugIn(const QString& path);
     void readSamples();
     void readFile(const QString& path);
@@ -50,5 +54,6 @@ private:
     std::unique_ptr<SimulatedClassifier> m_classifier;
     std::unique_ptr<Job> m_job;
     std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<SweepImport> m_sweeps;
     JobPanel* m_jobPanel = nullptr; ///< the window's
 };

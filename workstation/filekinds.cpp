@@ -1,6 +1,7 @@
 #include "workstation/filekinds.h"
 
 #include "host/report/xmlscanner.h"
+#include "sweep/sweepreader.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -48,5 +49,5 @@ FileKind FileKindOf(const QString& path) {
         if (suffix == QLatin1String(row.suffix) && (!row.usage || usageOf(path) == QLatin1String(row.usage)))
             return row.kind;
     }
-    return FileKind::Targets;
+    return IsSweepFile(path) ? FileKind::Sweep : FileKind::Targets;
 }

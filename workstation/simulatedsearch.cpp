@@ -12,7 +12,7 @@ namespace {
 
 constexpr qint64 Second = 1000000; // µs
 constexpr qint64 StepTime = Second / 4;
-constexpr size_t EmitterCount = 160;
+constexpr size_t EmitterCount = 70;
 constexpr size_t MaxRecords = 100000;
 /// How long classifier and direction finder take.
 constexpr qint64 ClassifierTime = 2 * Second;
@@ -142,7 +142,7 @@ void SimulatedSearch::Simulate(qint64 span, qint64 end) {
 
 void SimulatedSearch::Step(qint64 time) {
     m_lastStep = std::max(time, m_lastStep);
-    if (m_detections.Size() >= MaxRecords)
+    if (m_classified.Size() >= MaxRecords)
         dropOldest();
     std::erase_if(m_active, [this](Active& active) { return !follow(active, m_lastStep); });
     begin(m_lastStep);
@@ -157,7 +157,7 @@ void SimulatedSearch::begin(qint64 time) {
     const size_t activeBefore = m_active.size();
     for (size_t i = 0; i < m_emitters.size(); ++i) {
         Emitter& emitter = m_emitters[i];
-        if (emitter.onAir || random(0, 1) > 0.004)
+        if (emitter.onAir || random(0, 1) > 0.008)
             continue;
         emitter.onAir = true;
         ExtendedDetectionConventional record;
@@ -171,8 +171,8 @@ void SimulatedSearch::begin(qint64 time) {
         record.Result().azimuth = record.Result().dfQuality = "1000";
         record.Result().dfLongitude = record.Result().dfLatitude = "-1000";
         const auto duration = static_cast<qint64>(random(1, 40) * static_cast<double>(Second));
-        m_active.push_back(
-            {i, m_detections.Size() + records.size(), nullptr, nullptr, time, time + duration});
+        m_active.push_back({i, m_detections.Size() + records.size(), m_classified.Size() + records.size(),
+                            nullptr, nullptr, time, time + duration});
         records.push_back(record);
         classified.push_back(std::move(record));
     }
@@ -190,7 +190,7 @@ void SimulatedSearch::begin(qint64 time) {
 template <typename Change>
 void SimulatedSearch::edit(const Active& active, Change change) {
     m_detections.Edit(active.place, *active.record, change);
-    m_classified.Edit(active.place, *active.classified, change);
+    m_classified.Edit(active.classifiedPlace, *active.classified, change);
 }
 
 bool SimulatedSearch::follow(Active& active, qint64 time) {
@@ -213,9 +213,10 @@ bool SimulatedSearch::follow(Active& active, qint64 time) {
     if (!ends)
         return true;
     if (active.results < 2) {
-        m_classified.Edit(active.place, *active.classified, [](ExtendedDetectionConventional& record) {
-            record.Result().azimuth = record.Result().dfQuality = "1002";
-        });
+        m_classified.Edit(active.classifiedPlace, *active.classified,
+                          [](ExtendedDetectionConventional& record) {
+                              record.Result().azimuth = record.Result().dfQuality = "1002";
+                          });
     }
     emitter.onAir = false;
     return false;
@@ -225,7 +226,7 @@ void SimulatedSearch::classify(const Active& active) {
     const Emitter& emitter = m_emitters[active.emitter];
     const System& system = systems(m_kind)[emitter.system];
     const auto confidence = static_cast<short>(random(40, 100));
-    m_classified.Edit(active.place, *active.classified, [&](ExtendedDetectionConventional& record) {
+    m_classified.Edit(active.classifiedPlace, *active.classified, [&](ExtendedDetectionConventional& record) {
         ClassifierResult& result = record.Result();
         result.confidence = confidence;
         result.frequency = emitter.frequency;
@@ -247,7 +248,7 @@ void SimulatedSearch::locate(const Active& active) {
     const double luck = random(0, 1);
     const double azimuth = std::fmod(emitter.azimuth + random(-2, 2) + 360, 360);
     const double quality = std::round(random(30, 100));
-    m_classified.Edit(active.place, *active.classified, [&](ExtendedDetectionConventional& record) {
+    m_classified.Edit(active.classifiedPlace, *active.classified, [&](ExtendedDetectionConventional& record) {
         ClassifierResult& result = record.Result();
         if (luck < 0.1) {
             result.azimuth = result.dfQuality = luck < 0.05 ? "1001" : "1002";
@@ -266,20 +267,35 @@ void SimulatedSearch::locate(const Active& active) {
     });
 }
 
-/// Half of the records go, and with them those that have been active all the while.
+/// Half of the records go, and with them those that have been active all the while. Of the plain ones go all
+/// up to the last of these, whoever made them.
 void SimulatedSearch::dropOldest() {
-    constexpr auto Dropped = static_cast<std::ptrdiff_t>(MaxRecords / 2);
-    const auto drop = [](auto& records) {
-        records.erase(records.begin(), std::next(records.begin(), Dropped));
-    };
-    std::erase_if(m_active, [this](Active& active) {
-        if (active.place < MaxRecords / 2) {
+    constexpr quint64 Dropped = MaxRecords / 2;
+    std::list<DetectionConventional>& detections = m_detections.GetList();
+    std::list<ExtendedDetectionConventional>& classified = m_classified.GetList();
+    auto plain = detections.begin();
+    quint64 droppedPlain = 0;
+    const auto end = std::next(classified.begin(), static_cast<std::ptrdiff_t>(Dropped));
+    for (auto record = classified.begin(); record != end; ++record) {
+        bool isSame = false;
+        for (; !isSame && plain != detections.end(); ++plain, ++droppedPlain)
+            isSame = plain->GetID() == record->GetID();
+    }
+    std::erase_if(m_active, [&](Active& active) {
+        if (active.classifiedPlace < Dropped) {
             m_emitters[active.emitter].onAir = false;
             return true;
         }
-        active.place -= MaxRecords / 2;
+        active.classifiedPlace -= Dropped;
+        active.place -= droppedPlain;
         return false;
     });
-    drop(m_detections.GetList());
-    drop(m_classified.GetList());
+    detections.erase(detections.begin(), plain);
+    classified.erase(classified.begin(), end);
+}
+
+void SimulatedSearch::Add(std::list<DetectionConventional>&& found) {
+    for (DetectionConventional& record : found)
+        record.SetID(++m_lastId);
+    m_detections.Append(std::move(found));
 }

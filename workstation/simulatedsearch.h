@@ -31,6 +31,8 @@ public:
     void Step(qint64 now);
     /// All the steps of a span of time (µs) that ends at `end`.
     void Simulate(qint64 span, qint64 end);
+    /// Appends detections of somebody else's to the plain ones, and numbers them.
+    void Add(std::list<DetectionConventional>&& found);
     /// Adds the action that starts and stops the search.
     void AddTo(QMenu& menu);
 
@@ -56,7 +58,8 @@ private:
     /// An active detection.
     struct Active {
         size_t emitter;
-        quint64 place; ///< in both lists
+        quint64 place; ///< in the list of plain detections
+        quint64 classifiedPlace;
         const DetectionConventional* record;
         const ExtendedDetectionConventional* classified;
         qint64 start; ///< times in µs

@@ -48,18 +48,24 @@ void takeTimes(const Times& times, DetectionConventional& record) {
     record.SetActive(!times.HasStopTime());
 }
 
+void tell(const QString& file, const QString& reason) {
+    Problems::Report(TraceSource, 61, {file, 0, reason});
+}
+
 unsigned idOf(const QString& id, const QString& file) {
     bool isNumber = false;
     const unsigned number = id.toUInt(&isNumber);
     if (!isNumber && !id.isEmpty())
-        Problems::Report(
-            TraceSource, 61,
-            {file, 0, QStringLiteral("the ID \"") + id.left(80) + QStringLiteral("\" is no number")});
+        tell(file, QStringLiteral("the ID \"") + id.left(80) + QStringLiteral("\" is no number"));
     return number;
 }
 
-short levelOf(double level) {
-    return ClampedFromDouble<short>(std::round(level));
+short levelOf(double level, const QString& file) {
+    const auto whole = ClampedFromDouble<short>(std::round(level));
+    if (std::abs(level - whole) > 1)
+        tell(file, QStringLiteral("the level ") + Quor::ToShortest(level) + QStringLiteral(" is cut to ") +
+                       QString::number(whole));
+    return whole;
 }
 
 void setDirection(DetectionResult& result, const ExtendedDetectionConventional& record, Variant variant) {
@@ -128,7 +134,7 @@ DetectionConventional FromEntry(const FrequencyStoreEntry& entry, const QString&
     record.SetID(idOf(entry.GetID(), file));
     record.SetFrequency(entry.GetFFM_Settings().GetFrequency().GetValue());
     record.SetBandwidth(entry.GetFFM_Settings().GetIFBandwidth().GetValue());
-    record.SetLevel(levelOf(entry.GetFFM_Settings().GetLevel()));
+    record.SetLevel(levelOf(entry.GetFFM_Settings().GetLevel(), file));
     takeTimes(entry.GetDetection(), record);
     return record;
 }
@@ -161,7 +167,7 @@ ExtendedDetectionConventional FromResult(const DetectionResult& result, const QS
     record.SetID(idOf(result.GetID(), file));
     record.SetFrequency(result.GetFrequency().GetValue());
     record.SetBandwidth(result.GetBandwidth().GetValue());
-    record.SetLevel(levelOf(result.GetLevel()));
+    record.SetLevel(levelOf(result.GetLevel(), file));
     takeTimes(result, record);
     ClassifierResult& classified = record.Result();
     classified.confidence = ClampedFromDouble<short>(result.GetConfidence());

@@ -32,8 +32,8 @@ double DFNumber(const std::string& text);
 
 FreqStoreXml::FrequencyStoreEntry ToEntry(const DetectionConventional& record);
 FreqStoreXml::DetectionResult ToResult(const ExtendedDetectionConventional& record, Variant variant);
-/// Take a file's record; members that the file does not have become "no value". An ID that is no number is
-/// told as a problem of `file` and becomes 0.
+/// Take a file's record; members that the file does not have become "no value". An ID that is no number and
+/// becomes 0, and a level that is cut, are told as problems of `file`.
 DetectionConventional FromEntry(const FreqStoreXml::FrequencyStoreEntry& entry, const QString& file);
 ExtendedDetectionConventional FromResult(const FreqStoreXml::DetectionResult& result, const QString& file);
 

@@ -555,8 +555,9 @@ TEST_F(Detections, ReadFilesThatAreOddAndRefuseThoseThatAreNone) {
     ASSERT_EQ(plain.size(), 2u);
     EXPECT_EQ(plain.front().GetLevel(), 32767);
     EXPECT_TRUE(plain.front().GetActive());
-    ASSERT_EQ(traces.problems.size(), 1);
+    ASSERT_EQ(traces.problems.size(), 2);
     EXPECT_TRUE(traces.problems[0].endsWith("odd.csv: the ID \"first\" is no number"));
+    EXPECT_TRUE(traces.problems[1].endsWith("odd.csv: the level 1000000000 is cut to 32767"));
 
     write("none.csv", "ID,Frequency\n1,seven\n");
     EXPECT_THROW(SearchMC::ReadFile(file("none.csv"), plain), RGException);

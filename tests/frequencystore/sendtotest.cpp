@@ -1,8 +1,10 @@
 #include "controls/frequencystore/sendto.h"
 
+#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "controls/frequencystore/searchmcextendedvectorlistview.h"
 #include "host/freqlist/buttonbar.h"
 #include "tests/frequencystore/noifixture.h"
+#include "tests/support/dialogs.h"
 
 #include <QMenu>
 
@@ -61,6 +63,29 @@ TEST_F(Sending, DoublesNothingWithinTheTolerance) {
         EXPECT_EQ(outcome.there, 1 - row.added) << row.hertz;
     }
     EXPECT_EQ(frequencies(), (std::vector<double>{7e6, 8e6, 7e6 + 1, 7e6 + 502, 8e6 - 501}));
+}
+
+TEST_F(Sending, EntriesBecomeMemoryChannels) {
+    MemorySystemHandler& memory = *MemorySystemHandler::Instance();
+    memory.SetListType(MediatorType::MemoryVUHF);
+    Node* channels = Tree::Instance()->MakeNode(QStringLiteral("/SendTest/Memory"));
+    memory.Init(channels);
+    FreqStoreXml::FrequencyStoreEntry sent = entry(118.1e6);
+    sent.SetComment(QStringLiteral("Tower"));
+    sent.GetFFM_Settings().GetIFBandwidth().SetValue(25000);
+    const SendTo::Outcome outcome = SendTo::Send({sent, sent}, *memory.GetMediatorCtrl(), 500);
+    EXPECT_EQ(outcome.added, 1);
+    EXPECT_EQ(outcome.there, 1);
+    ASSERT_EQ(channels->ChildCount(), 1u);
+    const Node* channel = channels->Children().front();
+    EXPECT_EQ(channel->GetName(), "MemItem");
+    EXPECT_EQ(channel->GetValue(QStringLiteral("frequency"))->GetStringValue(), "118100000");
+    EXPECT_EQ(channel->GetValue(QStringLiteral("bandwidthsel"))->GetStringValue(), "25000");
+    EXPECT_EQ(channel->GetValue(QStringLiteral("comment"))->GetStringValue(), "Tower");
+    QString seen;
+    if (memory.IsChangedSinceJobSave())
+        AnswerQuestion(QMessageBox::Ok, seen);
+    MemorySystemHandler::DeleteInstance();
 }
 
 TEST_F(Sending, ToleranceIsRemembered) {

@@ -9,9 +9,11 @@
 #include "workstation/messagespanel.h"
 #include "workstation/samples.h"
 #include "workstation/simulatedreceiver.h"
+#include "workstation/simulatedsearch.h"
 
 #include <QDir>
 #include <QFile>
+#include <QMenu>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -58,6 +60,7 @@ TEST(FileKinds, AreToldByNameOrByTheRootElement) {
                                                  {sample("profiles.xml"), FileKind::Targets},
                                                  {sample("targets.csv"), FileKind::Targets},
                                                  {sample("airband.sfl"), FileKind::Targets},
+                                                 {sample("sweep.csv"), FileKind::Sweep},
                                                  {noi, FileKind::Noi},
                                                  {sample("results.xml"), FileKind::Results},
                                                  {broken, FileKind::Targets},
@@ -103,9 +106,32 @@ TEST_F(Workstations, EachFileGoesToWhomItBelongs) {
     EXPECT_TRUE(station->LoadFiles());
     EXPECT_EQ(station->GetJob().GetFileName(), sample("job-hf.pij"));
     EXPECT_EQ(entriesOf("/Lists/LocalTargetList"), 527);
-    start({sample("job-vuhf.pij")});
+    start({"--receiver", "vuhf", sample("job-vuhf.pij")});
     EXPECT_TRUE(station->LoadFiles());
     EXPECT_EQ(station->GetJob().GetFileName(), sample("job-vuhf.pij"));
+}
+
+TEST_F(Workstations, SweepsStandBesideTheDetectionsOfTheSearch) {
+    start({sample("sweep.csv")});
+    const auto detections = [] {
+        return value_cast<ValueList<DetectionConventional>>(
+            Tree::Instance()->GetValue(SimulatedSearch::DetectionsPath));
+    };
+    EXPECT_TRUE(station->LoadFiles());
+    EXPECT_EQ(status(), "sweep.csv: 10 detections in 40 sweeps");
+    ASSERT_EQ(detections()->Size(), 10u);
+    station->GetSearch().Simulate(60'000'000, 1'700'000'000'000'000);
+    const quint64 searched = detections()->Size();
+    EXPECT_GT(searched, 10u);
+    station->GetSearch().Add(std::list<DetectionConventional>(3));
+    unsigned id = 0;
+    for (const DetectionConventional& record : detections()->Elements())
+        EXPECT_EQ(record.GetID(), ++id);
+    EXPECT_EQ(id, searched + 3);
+    QStringList entries;
+    for (const QAction* action : station->GetWindow().GetFileMenu()->actions())
+        entries << action->text();
+    EXPECT_TRUE(entries.contains("Open S&weep...")) << entries.join("; ").toStdString();
 }
 
 TEST_F(Workstations, AFileThatIsWrongIsAProblem) {

@@ -20,6 +20,13 @@ class FrequencyStoreListView;
 class HalvoNodeMediatorCtrl;
 class QWidget;
 struct ReadChannel;
+namespace FreqStoreXml {
+class FrequencyStoreEntry;
+}
+
+namespace FreqStoreXml {
+class FrequencyStoreEntry;
+}
 
 /// Owner of the memory channels of one receiver, HF or VHF/UHF: it makes the channels, reads them from files,
 /// and keeps them in step with the receiver's job, an XML document whose memory-scan sections list them. One
@@ -163,6 +170,8 @@ private:
     ~MemorySystemHandler() override;
 
     Node* newChannelNode();
+    void takeSentEntries();
+    void addEntry(const FreqStoreXml::FrequencyStoreEntry& entry);
     void takeChannels(const std::vector<ReadChannel>& channels, FileProblems& problems);
     void takeNewChannel(const ReadChannel& channel, FileProblems& problems);
     bool readChannels(const QString& job, const QString& name);
@@ -186,6 +195,7 @@ private:
     std::unique_ptr<HalvoNodeMediatorCtrl> m_pMedCtrl;
     bool m_changedSinceJobSave = false;
     bool m_initialised = false;
+    bool m_sentEntriesCame = false; ///< from another list; the job does not have them yet
     MediatorType m_listType = MediatorType::MemoryHF;
     ValueObservingPtr<Value<QString>> m_data4Jobfile;
     ValueObservingPtr<Value<QString>> m_jobFile;

@@ -172,14 +172,18 @@ bool MemorySystemHandler::readEntries(const QString& path) {
         return false;
     }
     Prepare4NewFile();
-    for (const FreqStoreXml::FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry()) {
-        if (IsVUHF())
-            fillFrom(entry, AddVUHFValue().get());
-        else
-            fillFrom(entry, AddHFValue().get());
-    }
+    for (const FreqStoreXml::FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry())
+        addEntry(entry);
     ResetDataAfterNewFile();
     return true;
+}
+
+void MemorySystemHandler::addEntry(const FreqStoreXml::FrequencyStoreEntry& entry) {
+    m_jobDataPending = true;
+    if (IsVUHF())
+        fillFrom(entry, AddVUHFValue().get());
+    else
+        fillFrom(entry, AddHFValue().get());
 }
 
 void MemorySystemHandler::FillInData(double frequency, double bandwidth, QString comment,
