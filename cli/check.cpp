@@ -19,6 +19,8 @@ QString kindOf(const QString& path, bool isRead) {
         return QStringLiteral("LTL lines");
     if (path.contains(QLatin1String(".noi")) && !path.contains(QLatin1String(".xml")))
         return QStringLiteral("NOI lines");
+    if (path.endsWith(QLatin1String(".pij")))
+        return QStringLiteral("job");
     if (path.contains(QLatin1String(".xml"))) {
         if (!isRead)
             return QStringLiteral("XML");

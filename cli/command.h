@@ -23,6 +23,7 @@ int RunConvert(const QStringList& arguments);
 int RunCheck(const QStringList& arguments);
 int RunBands(const QStringList& arguments);
 int RunDetect(const QStringList& arguments);
+int RunJob(const QStringList& arguments);
 
 /// All commands, in the order of the help.
 const std::vector<Command>& Commands();

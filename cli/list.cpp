@@ -1,5 +1,6 @@
 #include "cli/list.h"
 
+#include "cli/memorylist.h"
 #include "cli/progressbar.h"
 #include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
@@ -54,6 +55,8 @@ struct Kind {
 
 constexpr Kind Kinds[] = {
     {"target", makeTargets, nullptr},
+    {"memory-hf", [] { return std::unique_ptr<CliList>(new MemoryList(false)); }, nullptr},
+    {"memory-vuhf", [] { return std::unique_ptr<CliList>(new MemoryList(true)); }, nullptr},
     {"noi", makeNoi, ".noi"},
     {"results", MakeResults, nullptr},
     {"detections", MakeDetections, nullptr},

@@ -173,26 +173,54 @@ def receiver_settings(number, target, receiver):
         "IFBANDWIDTH": six_decimals(target["bandwidth"]),
     }
     if receiver == "hf":
-        return settings | {"OUTPUTIFPATH": "Narrow", "SHIFT": 0,
+        return settings | {"OUTPUTIFPATH": "48.0 kHz", "SHIFT": 20000,
                            "BFOFREQUENCY": 800 if target["demodulation"] == "CW" else 0}
     return settings | {"AFC": "false", "USEQUELCH": "true", "ATTENUATION_MODE": "Automatic", "ATTENUATION": 0,
                        "ANTENNAID": 1}
 
 
+def memory_scan(targets, receiver):
+    section = ElementTree.Element("MEMORYSCAN")
+    for number, t in enumerate(targets, 1):
+        channel = ElementTree.SubElement(section, "MEMORYSCAN_CHANNEL", Range=str(number), Name=t["comment"],
+                                         Value=str(number), Enabled="true")
+        for key, value in receiver_settings(number, t, receiver).items():
+            ElementTree.SubElement(channel, f"MEMORYSCAN_SEQ_{key}", Value=str(value))
+    return section
+
+
 def job(targets, receiver):
-    """A job of two sub-jobs, which hold the same memory-scan section."""
-    root = ElementTree.Element("JOB", Name=f"Sample job, {receiver}")
-    for name in ("Day", "Night"):
-        subjob = ElementTree.SubElement(root, "SUBJOB", Name=name)
-        tds = child(subjob, "TDS")
+    """A job of four sub-jobs: two that hold the same memory-scan section, one without a section and one without any
+    settings of a scan. Around and in them stands what other programs keep there."""
+    root = ElementTree.Element("JOB", {"Name": f"Sample job, {receiver}", "Operator": "Ålesund <vakt>", "Revision": "7"})
+    root.append(ElementTree.Comment(" Plan for the \"quiet\" weeks & after "))
+    ElementTree.SubElement(root, "ANTENNAPLAN", Mast="2", Heading="045.50")
+    for name in ("Day", "Night", "Survey", "Idle"):
+        subjob = ElementTree.SubElement(root, "SUBJOB", Name=name, Start="06:00" if name == "Day" else "18:00")
+        if name == "Idle":
+            child(subjob, "REMARK", "No scan: the receiver is switched off & cools down.")
+            continue
+        tds = ElementTree.SubElement(subjob, "TDS", Task="scan")
         ElementTree.SubElement(tds, "DWELLTIME", Value="500")
-        section = child(tds, "MEMORYSCAN")
-        for number, t in enumerate(targets, 1):
-            channel = ElementTree.SubElement(section, "MEMORYSCAN_CHANNEL", Range=str(number), Name=t["comment"],
-                                             Value=str(number), Enabled="true")
-            for key, value in receiver_settings(number, t, receiver).items():
-                ElementTree.SubElement(channel, f"MEMORYSCAN_SEQ_{key}", Value=str(value))
-        ElementTree.SubElement(tds, "RECORDING", Value="false")
+        if name != "Survey":
+            tds.append(memory_scan(targets, receiver))
+        ElementTree.SubElement(tds, "RECORDING", Value="false", Format="raw;48k")
+    return document(root)
+
+
+def memory_xml(targets):
+    """Memory channels for exchange: only what a channel shares with other entries, and the level."""
+    root = ElementTree.Element("FrequencyStoreList", Version="1", Usage="MemoryChannels")
+    for t in targets:
+        entry = ElementTree.SubElement(root, "FrequencyStoreEntry", Type="a")
+        child(entry, "Comment", t["comment"])
+        settings = child(entry, "FFM_Settings")
+        child(settings, "Frequency", t["frequency"])
+        child(settings, "IFBandwidth", t["bandwidth"])
+        child(settings, "AnalogDemod", t["demodulation"])
+        child(settings, "Level", "25")
+        if t["demodulation"] == "CW":
+            child(child(settings, "Detail"), "BFOFrequency", "800")
     return document(root)
 
 
@@ -214,6 +242,9 @@ def main():
         "results.xml": results_xml(targets[::9]).encode("utf-8"),
         "job-hf.pij": job([t for t in targets if t["service"] in ("TIME", "AERO-VOLMET")], "hf").encode("utf-8"),
         "job-vuhf.pij": job([t for t in targets if t["service"].startswith("AIR-V")], "vuhf").encode("utf-8"),
+        "memory-hf.sfl": b"\xff\xfe" + sfl([t for t in targets if t["service"] == "HAM-CW"]).encode("utf-16-le"),
+        "memory-hf.xml": memory_xml(between(targets, 3e6, 8e6)).encode("utf-8"),
+        "memory-vuhf.xml": memory_xml(between(targets, 156e6, 163e6)).encode("utf-8"),
         "profiles.xml": profile_table(targets, services).encode("utf-8"),
     }
     for name, content in files.items():

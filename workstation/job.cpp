@@ -64,8 +64,6 @@ Job::Job() {
 }
 
 Job::~Job() {
-    m_text->DeleteObserver(this);
-    m_section->DeleteObserver(this);
     if (Node* node = m_node.get())
         node->GetParentNode()->DeleteNode(node);
 }

@@ -52,7 +52,7 @@ MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
     resizeDocks({AddPanel(m_messages, tr("Messages"), Qt::BottomDockWidgetArea)}, {MessagesHeight},
                 Qt::Vertical);
     connect(m_messages, &MessagesPanel::ProblemAdded, this, &MainWindow::Tell);
-    AddPanel(new ReceiverPanel(receiver), tr("Receiver"), Qt::RightDockWidgetArea);
+    AddPanel(new ReceiverPanel(receiver, *m_bands), tr("Receiver"), Qt::RightDockWidgetArea);
     connectReceiver(receiver);
     AddPanel(new BandsPanel(*m_bands), tr("NOI bands"), Qt::RightDockWidgetArea)->hide();
     m_bar->SetBands(*m_bands);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/base/observer.h"
+#include "host/valuetree/node.h"
 #include "workstation/receiversettings.h"
 
 #include <QObject>

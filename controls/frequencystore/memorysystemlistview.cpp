@@ -13,6 +13,7 @@
 #include "host/gui/resortpopupmenu.h"
 #include "host/widgets/canclosetabdialog.h"
 
+#include <QHeaderView>
 #include <QPointer>
 #include <QTimerEvent>
 
@@ -25,6 +26,7 @@ using FreqStoreXml::FrequencyStoreEntry;
 
 constexpr char TraceSource[] = "memorysystemlistview";
 constexpr int Right = 2;
+constexpr int CommentColumn = 2;
 /// The handler does not announce scan surveillance, so a view that is seen looks that often.
 constexpr int SurveillanceMilliseconds = 250;
 
@@ -32,31 +34,30 @@ struct Column {
     const char* title;
     CompareFunction compare;
     unsigned id;
-    int characters; ///< width
 };
 
 constexpr Column ColumnsVUHF[] = {
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Frequency"), _compNumericWithSuffix, SourceFrequency, 17},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Bandwidth"), _compNumericWithSuffix, SourceBandwidth, 13},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Comment"), _compStandardString, SourceText, 30},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Demodulation"), _compStandardString, SourceDemodulation, 15},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Use Threshold"), _compStandardString, SourceUseSquelch, 15},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Threshold"), _compStandardNumeric, SourceThresholdToo, 12},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Man. Attenuation"), _compStandardString, SourceUseAttenuation,
-     18},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Attenuation"), _compStandardNumeric, SourceAttenuation, 13},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "AFC"), _compStandardString, SourceAFC, 8},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Frequency"), _compNumericWithSuffix, SourceFrequency},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Bandwidth"), _compNumericWithSuffix, SourceBandwidth},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Comment"), _compStandardString, SourceText},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Demodulation"), _compStandardString, SourceDemodulation},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Use Threshold"), _compStandardString, SourceUseSquelch},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Threshold"), _compStandardNumeric, SourceThresholdToo},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Man. Attenuation"), _compStandardString,
+     SourceUseAttenuation},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Attenuation"), _compStandardNumeric, SourceAttenuation},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "AFC"), _compStandardString, SourceAFC},
 };
 
 constexpr Column ColumnsHF[] = {
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Frequency"), _compNumericWithSuffix, SourceFrequency, 17},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Bandwidth"), _compNumericWithSuffix, SourceBandwidth, 13},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Comment"), _compStandardString, SourceText, 30},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Demodulation"), _compStandardString, SourceDemodulation, 15},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Threshold"), _compStandardNumeric, SourceThreshold, 12},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "BFOFrequency"), _compStandardNumeric, SourceBFOFrequency, 15},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "OutputIFPath"), _compStandardString, SourceOutputIF, 15},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Shift"), _compStandardNumeric, SourceShift, 10},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Frequency"), _compNumericWithSuffix, SourceFrequency},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Bandwidth"), _compNumericWithSuffix, SourceBandwidth},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Comment"), _compStandardString, SourceText},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Demodulation"), _compStandardString, SourceDemodulation},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Threshold"), _compStandardNumeric, SourceThreshold},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "BFOFrequency"), _compStandardNumeric, SourceBFOFrequency},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "OutputIFPath"), _compStandardString, SourceOutputIF},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Shift"), _compStandardNumeric, SourceShift},
 };
 
 /// One less than there are columns; setting the last function makes up for it.
@@ -132,10 +133,14 @@ void MemorySystemListView::addColumns(bool isVUHF) {
     const std::span<const Column> columns = isVUHF ? std::span<const Column>(ColumnsVUHF) : ColumnsHF;
     for (const Column& column : columns) {
         AddColumn(tr(column.title), column.compare, column.id);
-        const int index = columnCount() - 1;
-        setColumnAlignment(static_cast<unsigned>(index), Right);
-        setColumnWidth(index, column.characters * fontMetrics().averageCharWidth());
+        setColumnAlignment(static_cast<unsigned>(columnCount() - 1), Right);
     }
+    header()->setStretchLastSection(false);
+    if (isVUHF)
+        FitColumns({14, 10, 24, 6, 6, 6, 6, 6, 6});
+    else
+        FitColumns({14, 10, 24, 6, 6, 6, 9, 6});
+    setColumnWidthMode(CommentColumn, QHeaderView::Stretch);
 }
 
 void MemorySystemListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {

@@ -2,29 +2,32 @@
 
 #include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/valuetree/tree.h"
+#include "tests/support/dialogs.h"
 #include "tests/support/traces.h"
 #include "workstation/jobpanel.h"
 
-#include <QAbstractButton>
 #include <QFile>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-constexpr char SmallJob[] = "<?xml version=\"1.0\"?>\n"
-                            "<JOB Name=\"Wärme\">\n"
-                            " <SUBJOB><TDS>\n"
-                            "  <MEMORYSCAN><MEMORYSCAN_CHANNEL Range=\"1\"/></MEMORYSCAN>\n"
-                            " </TDS></SUBJOB>\n"
-                            "</JOB>";
+constexpr char SmallJob[] = R"(<?xml version="1.0"?>
+<JOB Name="Wärme">
+ <SUBJOB><TDS>
+  <MEMORYSCAN><MEMORYSCAN_CHANNEL Range="1" Name="old">
+   <MEMORYSCAN_SEQ_CHANNELNUMBER Value="1"/><MEMORYSCAN_SEQ_FREQUENCY Value="6060000.000000"/>
+   <MEMORYSCAN_SEQ_THRESHOLD Value="20"/><MEMORYSCAN_SEQ_ANALOGDEMOD_METHOD Value="AM"/>
+   <MEMORYSCAN_SEQ_IFBANDWIDTH Value="6000.000000"/><MEMORYSCAN_SEQ_OUTPUTIFPATH Value="48.0 kHz"/>
+   <MEMORYSCAN_SEQ_SHIFT Value="20000"/><MEMORYSCAN_SEQ_BFOFREQUENCY Value="0"/>
+  </MEMORYSCAN_CHANNEL></MEMORYSCAN>
+ </TDS></SUBJOB>
+</JOB>)";
 
 class Jobs : public testing::Test {
 protected:
@@ -67,7 +70,8 @@ TEST_F(Jobs, AnOpenedJobIsTheListAndItsFile) {
     const QString path = write("small.pij", QByteArray(SmallJob) + '\n');
     ASSERT_TRUE(job.Open(path));
     EXPECT_EQ(job.GetText(), QString::fromUtf8(SmallJob));
-    EXPECT_EQ(job.GetSection().toString(), "<MEMORYSCAN><MEMORYSCAN_CHANNEL Range=\"1\"/></MEMORYSCAN>");
+    EXPECT_TRUE(job.GetSection().startsWith(QLatin1String("<MEMORYSCAN><MEMORYSCAN_CHANNEL Range=\"1\"")));
+    EXPECT_TRUE(job.GetSection().endsWith(QLatin1String("</MEMORYSCAN_CHANNEL></MEMORYSCAN>")));
     EXPECT_EQ(channelCount(), 1U);
     EXPECT_EQ(job.GetFileState(), Job::FileState::Same);
     EXPECT_FALSE(job.IsModified());
@@ -203,15 +207,10 @@ TEST_F(Jobs, ChannelsWithoutAJobAreSavedInANewOne) {
     EXPECT_TRUE(traces.problems.isEmpty());
 }
 
-/// Presses a button of the next message box and remembers what it asked.
+/// Does something that asks, and answers it; the result is what was asked.
 QString answer(QMessageBox::StandardButton button, const std::function<void()>& act) {
     QString asked;
-    QTimer::singleShot(0, [&] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        ASSERT_NE(box, nullptr);
-        asked = box->text();
-        box->button(button)->click();
-    });
+    AnswerQuestion(button, asked);
     act();
     return asked;
 }

@@ -107,9 +107,9 @@ void MemorySystemHandler::Init(Node* root) {
         return;
     m_root = root;
     m_pMedCtrl = std::make_unique<HalvoNodeMediatorCtrl>(m_listType, StoreType);
-    m_pMedCtrl->SetEntryMaker([this](const FreqStoreXml::FrequencyStoreEntry& entry) { addEntry(entry); });
     m_pMedCtrl->IncrementVisibleCnt();
     m_pMedCtrl->Init(root ? root->GetPathName() : QString());
+    takeSentEntries();
     m_initialised = true;
     if (!root)
         return;
@@ -215,6 +215,21 @@ std::unique_ptr<HFMemoryEntry> MemorySystemHandler::AddHFValue() {
 std::unique_ptr<VUHFMemoryEntry> MemorySystemHandler::AddVUHFValue() {
     Node* const node = newChannelNode();
     return node ? std::make_unique<VUHFMemoryEntry>(node, true, m_generalEntry.get()) : nullptr;
+}
+
+/// Entries that other lists send become channels; those that come together are one change of the job.
+void MemorySystemHandler::takeSentEntries() {
+    m_pMedCtrl->SetEntryMaker([this](const FreqStoreXml::FrequencyStoreEntry& entry) {
+        addEntry(entry);
+        m_sentEntriesCame = true;
+    });
+    connect(m_pMedCtrl.get(), &HalvoNodeMediatorCtrl::Refreshed, this, [this] {
+        if (!std::exchange(m_sentEntriesCame, false))
+            return;
+        if (m_root)
+            m_root->NotifyObservers(TChangeCode::LookAgain);
+        UpdateJobFileEntries();
+    });
 }
 
 void MemorySystemHandler::SetNewEntryHF(double frequency, double bandwidth, const QString& comment,

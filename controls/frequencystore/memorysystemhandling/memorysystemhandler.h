@@ -20,6 +20,9 @@ class FrequencyStoreListView;
 class HalvoNodeMediatorCtrl;
 class QWidget;
 struct ReadChannel;
+namespace FreqStoreXml {
+class FrequencyStoreEntry;
+}
 
 namespace FreqStoreXml {
 class FrequencyStoreEntry;
@@ -167,11 +170,12 @@ private:
     ~MemorySystemHandler() override;
 
     Node* newChannelNode();
+    void takeSentEntries();
+    void addEntry(const FreqStoreXml::FrequencyStoreEntry& entry);
     void takeChannels(const std::vector<ReadChannel>& channels, FileProblems& problems);
     void takeNewChannel(const ReadChannel& channel, FileProblems& problems);
     bool readChannels(const QString& job, const QString& name);
     bool readEntries(const QString& path);
-    void addEntry(const FreqStoreXml::FrequencyStoreEntry& entry);
     void collectChannels();
     void putSectionIntoJob(bool generatedHere);
     template <typename Read>
@@ -191,6 +195,7 @@ private:
     std::unique_ptr<HalvoNodeMediatorCtrl> m_pMedCtrl;
     bool m_changedSinceJobSave = false;
     bool m_initialised = false;
+    bool m_sentEntriesCame = false; ///< from another list; the job does not have them yet
     MediatorType m_listType = MediatorType::MemoryHF;
     ValueObservingPtr<Value<QString>> m_data4Jobfile;
     ValueObservingPtr<Value<QString>> m_jobFile;
