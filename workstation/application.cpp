@@ -112,6 +112,8 @@ Workstation::Workstation(const Options& options) : m_options(options) {
 Workstation::~Workstation() {
     m_sweeps.reset();
     m_window.reset();
+    for (const int id : FreqStore::Instance().GetListIds())
+        FreqStore::Instance().RemoveFrequencyListDefinition(id);
     for (const auto& plugIn : m_plugIns) {
         if (const auto stop = reinterpret_cast<void (*)()>(plugIn->resolve(PlugInStop)))
             stop();
