@@ -26,6 +26,9 @@ MemoryList::MemoryList(bool vuhf)
 }
 
 MemoryList::~MemoryList() {
+    // The command line said what is saved: without a job nobody is asked.
+    GetOrCreateValue<Value<QString>>(QString::fromLatin1(JobPath) + QStringLiteral("/File"))
+        ->SetValue(QString());
     MemorySystemHandler::DeleteInstance();
     m_node->DeleteChildren();
     Tree::Instance()->GetNode(QString::fromLatin1(JobPath))->DeleteChildren();
