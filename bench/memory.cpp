@@ -1,6 +1,7 @@
 // Figures of memory channels and jobs. Times per channel at different sizes are taken in one run; "goal" is
 // the ratio that must not be exceeded.
 
+#include "bench/figures.h"
 #include "controls/frequencystore/halvonodemediatorctrl.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
@@ -14,27 +15,12 @@
 
 namespace {
 
-double secondsOf(const std::function<void()>& work) {
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
-}
-
 /// The shortest of several runs, which other work on the machine disturbed least.
 double bestOf(int runs, const std::function<double()>& run) {
     double best = run();
     for (int i = 1; i < runs; ++i)
         best = std::min(best, run());
     return best;
-}
-
-void report(benchmark::State& state, double baseline, double ours, double goal) {
-    state.SetIterationTime(ours);
-    state.counters["baseline_s"] = baseline;
-    state.counters["ours_s"] = ours;
-    state.counters["ratio"] = ours / baseline;
-    state.counters["goal"] = goal;
 }
 
 /// Counts what a value is written.

@@ -1,6 +1,7 @@
 // Figures of the local target list. Each benchmark times a baseline and the real thing in one run and reports
 // their ratio; "goal" is the ratio (or the seconds, or the bytes) that must not be exceeded.
 
+#include "bench/figures.h"
 #include "controls/frequencystore/halvonodemediatorctrl.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "controls/frequencystore/listviewshandler/targetlistparser.h"
@@ -27,21 +28,6 @@
 namespace {
 
 constexpr int Million = 1000000;
-
-double secondsOf(const std::function<void()>& work) {
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
-}
-
-void report(benchmark::State& state, double baseline, double ours, double goal) {
-    state.SetIterationTime(ours);
-    state.counters["baseline_s"] = baseline;
-    state.counters["ours_s"] = ours;
-    state.counters["ratio"] = ours / baseline;
-    state.counters["goal"] = goal;
-}
 
 QString linesOf(int count) {
     static const QString demodulations[] = {QStringLiteral("USB"), QStringLiteral("AM"),

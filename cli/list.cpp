@@ -47,6 +47,11 @@ std::unique_ptr<CliList> makeNoi() {
                                                               });
 }
 
+template <bool IsVUHF>
+std::unique_ptr<CliList> makeMemory() {
+    return std::make_unique<MemoryList>(IsVUHF);
+}
+
 struct Kind {
     const char* name;
     std::unique_ptr<CliList> (*make)();
@@ -55,8 +60,8 @@ struct Kind {
 
 constexpr Kind Kinds[] = {
     {"target", makeTargets, nullptr},
-    {"memory-hf", [] { return std::unique_ptr<CliList>(new MemoryList(false)); }, nullptr},
-    {"memory-vuhf", [] { return std::unique_ptr<CliList>(new MemoryList(true)); }, nullptr},
+    {"memory-hf", makeMemory<false>, ".pij"},
+    {"memory-vuhf", makeMemory<true>, nullptr},
     {"noi", makeNoi, ".noi"},
     {"results", MakeResults, nullptr},
     {"detections", MakeDetections, nullptr},

@@ -92,6 +92,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     m_receiver->Start();
     m_search = std::make_unique<SimulatedSearch>(options.receiver);
     m_job = std::make_unique<Job>();
+    const QString lostNoi = forgetLostNoi();
     m_window = std::make_unique<MainWindow>(*m_receiver);
     // Whoever started the program from a terminal sees there what the panel shows.
     QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded,
@@ -111,6 +112,8 @@ Workstation::Workstation(const Options& options) : m_options(options) {
 Workstation::~Workstation() {
     m_sweeps.reset();
     m_window.reset();
+    for (const int id : FreqStore::Instance().GetListIds())
+        FreqStore::Instance().RemoveFrequencyListDefinition(id);
     for (const auto& plugIn : m_plugIns) {
         if (const auto stop = reinterpret_cast<void (*)()>(plugIn->resolve(PlugInStop)))
             stop();
@@ -189,19 +192,25 @@ void Workstation::registerLists() {
     registerNoi();
 }
 
-void Workstation::registerNoi() {
-    // A file that is not there any more would keep the list from being used until another one is opened.
+bool Workstation::remembersNoi() const {
+    return !m_options.demo && m_options.screenshotDirectory.isEmpty();
+}
+
+/// A file that is not there any more would keep the list from being used until another one is opened. The
+/// name is looked at before the list's handler takes it, and answered, to be told when the messages stand.
+QString Workstation::forgetLostNoi() const {
     ICfg& settings = CfgCenter::GetAppCfg(ICfg::StartUp);
     const QString key = QStringLiteral("NOIFrequencies");
     const QString file = settings.GetString(key, QString());
-    const bool remembers = !m_options.demo && m_options.screenshotDirectory.isEmpty();
-    if (remembers && !file.isEmpty() && !QFileInfo::exists(file)) {
-        Problems::Report("application", 139,
-                         {file, 0, QStringLiteral("is not there any more; the list starts empty")});
-        settings.SetString(key, QString());
-    }
+    if (!remembersNoi() || file.isEmpty() || QFileInfo::exists(file))
+        return QString();
+    settings.SetString(key, QString());
+    return file;
+}
+
+void Workstation::registerNoi() {
     NOIFrequencyHandler* list = NOIFrequencyHandler::Instance();
-    list->SetRemembersFile(remembers);
+    list->SetRemembersFile(remembersNoi());
     list->Init(Tree::Instance()->MakeNode(QString::fromLatin1(NoiPath)));
     list->SetFrequencyValue_Path(m_receiver->PathOf(Keys::KeyFrequency));
     list->SetBandwidthValue_Path(m_receiver->PathOf(Keys::KeyBandwidth));

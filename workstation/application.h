@@ -39,6 +39,8 @@ private:
     void addJobPanel();
     void addSweepEntry();
     void registerLists();
+    bool remembersNoi() const;
+    QString forgetLostNoi() const;
     void registerNoi();
     void registerDetections();
     void registerResults();

@@ -3,6 +3,7 @@
 #include "host/base/frequencytext.h"
 #include "host/freqlist/freqstore.h"
 
+#include <QElapsedTimer>
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -21,9 +22,10 @@ constexpr int LineHeight = 26;
 constexpr int AxisHeight = 24;
 constexpr int Margin = 8;
 constexpr int BandHeight = 4;  ///< of the strip above the axis
-constexpr int BandShade = 45;  ///< opacity behind the lines, of 255
+constexpr int BandShade = 70;  ///< opacity behind the lines, of 255
 constexpr int CatchPixels = 4; ///< how far from a mark a click still means it
 constexpr int RefreshMilliseconds = 60;
+constexpr int IdlePerRefresh = 10; ///< times as long as the refresh took
 
 /// From the most urgent target to the least; other types take the accent colour.
 constexpr char UrgencyLetters[] = "ponmlkjihg";
@@ -123,9 +125,13 @@ void FrequencyBar::mapBands() {
     }
 }
 
+/// A band of one pixel gets one more on either side, so that no other mark covers it.
 void FrequencyBar::paintBands(QPainter& painter, int top, int height, const QColor& color) const {
-    for (const Shade& shade : m_shades)
-        painter.fillRect(LabelWidth + shade.first, top, shade.last - shade.first + 1, height, color);
+    for (const Shade& shade : m_shades) {
+        const int more = shade.first == shade.last ? 1 : 0;
+        painter.fillRect(LabelWidth + shade.first - more, top, shade.last - shade.first + 1 + 2 * more,
+                         height, color);
+    }
 }
 
 /// The band under a pixel, for tool tips; empty when there is none.
@@ -253,6 +259,8 @@ void FrequencyBar::paintLine(QPainter& painter, const Line& line, int top) const
 }
 
 void FrequencyBar::paintEvent(QPaintEvent*) {
+    QElapsedTimer timer;
+    timer.start();
     QPainter painter(this);
     int row = 0;
     for (auto& [id, line] : m_lines) {
@@ -266,6 +274,8 @@ void FrequencyBar::paintEvent(QPaintEvent*) {
         const int x = LabelWidth + static_cast<int>(tuned);
         painter.drawLine(x, 0, x, lineTop(std::max(row, 1)));
     }
+    // Lines of very many entries are computed less often: most of the time is left to the rest.
+    m_refresh.setInterval(std::max(RefreshMilliseconds, IdlePerRefresh * static_cast<int>(timer.elapsed())));
 }
 
 void FrequencyBar::resizeEvent(QResizeEvent*) {

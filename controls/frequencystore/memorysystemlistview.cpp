@@ -333,17 +333,13 @@ void MemorySystemListView::slotPaste() {
     const unsigned long before = list->size();
     const bool isXml =
         FreqStore::Instance().GetClipboardText().contains(QLatin1String("<FrequencyStoreList"));
-    handler().SuspendMediatorCtrl(true, false); // one refresh for all
     const QVector<FrequencyStoreEntry> rows = isXml ? QVector<FrequencyStoreEntry>() : copyBufferEntries();
     if (rows.isEmpty())
         PasteClipboard(TraceSource, 290);
     else
         list->AppendEntries(rows);
-    handler().SuspendMediatorCtrl(false, false);
-    if (list->size() == before)
-        return;
-    bringJobUpToDate();
-    makeCurrent(before);
+    if (list->size() > before) // the handler has brought the job up to date
+        makeCurrent(before);
 }
 
 /// The rows of the store's copy buffer as entries; a row without a frequency is told and left out.

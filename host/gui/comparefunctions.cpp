@@ -189,6 +189,22 @@ int _compNumericWithSuffix(const QString& a, const QString& b) {
     return Compare(SortKey::Of(a, _compNumericWithSuffix), SortKey::Of(b, _compNumericWithSuffix));
 }
 
+SortKey RowOrder::KeyOf(const QString& text) const {
+    if (HasSortKey(m_function))
+        return SortKey::Of(text, m_function);
+    SortKey key;
+    key.kind = SortKey::Kind::Text;
+    key.text = text;
+    return key;
+}
+
+bool RowOrder::Before(const SortKey& a, const SortKey& b) const {
+    if (!HasSortKey(m_function))
+        return (m_ascending ? m_function(a.text, b.text) : m_function(b.text, a.text)) < 0;
+    const bool anyEmpty = a.kind == SortKey::Kind::Empty || b.kind == SortKey::Kind::Empty;
+    return (m_ascending || anyEmpty ? Compare(a, b) : Compare(b, a)) < 0;
+}
+
 std::vector<quint32> SortedPositions(size_t count, const std::function<QString(size_t)>& textOf,
                                      CompareFunction function, bool ascending) {
     if (!HasSortKey(function)) {

@@ -34,6 +34,19 @@ int Compare(const SortKey& a, const SortKey& b);
 /// Whether `SortKey` knows the order of that function.
 bool HasSortKey(CompareFunction function);
 
+/// What a text of a column is sorted by, and the order of such keys that `SortedPositions` makes.
+class RowOrder {
+public:
+    RowOrder(CompareFunction function, bool ascending) : m_function(function), m_ascending(ascending) {}
+
+    SortKey KeyOf(const QString& text) const;
+    bool Before(const SortKey& a, const SortKey& b) const;
+
+private:
+    CompareFunction m_function;
+    bool m_ascending;
+};
+
 /// The numbers 0 to `count` - 1 in the order of their texts, each of which is asked for once. Equal texts
 /// stay in order; under the functions above empty texts stay last in either direction.
 std::vector<quint32> SortedPositions(size_t count, const std::function<QString(size_t)>& textOf,

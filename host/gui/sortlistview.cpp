@@ -191,6 +191,7 @@ void SortListView::customEvent(QEvent* event) {
 void SortListView::sortByColumn(int column, Qt::SortOrder order) {
     m_sortColumn = column < columnCount() ? column : -1;
     m_sortOrder = order;
+    m_inOrder = false;
     showSortIndicator();
     SortNow();
 }
@@ -201,10 +202,81 @@ void SortListView::setShowSortIndicator(bool show) {
 }
 
 void SortListView::SortNow() {
-    replaceShown([this](Rows& rows) { sortRows(rows); });
+    if (!m_inOrder || !moveFew())
+        replaceShown([this](Rows& rows) { sortRows(rows); });
 }
 
-void SortListView::sortRows(Rows& rows) const {
+/// Where in the sorted list a row belongs that is not in it: behind its equals.
+int SortListView::placeOf(const SortListViewItem& row, const RowOrder& order) const {
+    const SortKey key = order.KeyOf(row.CellText(m_sortColumn));
+    int from = 0;
+    int to = topLevelItemCount();
+    while (from < to) {
+        const int middle = (from + to) / 2;
+        if (order.Before(key, order.KeyOf(asRow(topLevelItem(middle))->CellText(m_sortColumn))))
+            to = middle;
+        else
+            from = middle + 1;
+    }
+    return from;
+}
+
+/// Takes out the rows that may move and no longer stand between their neighbours.
+SortListView::Rows SortListView::takeMisplaced(const RowOrder& order) {
+    const auto keyAt = [&](int index) {
+        return order.KeyOf(asRow(topLevelItem(index))->CellText(m_sortColumn));
+    };
+    Rows taken;
+    for (int index = topLevelItemCount() - 1; index >= 0; --index) {
+        SortListViewItem* row = asRow(topLevelItem(index));
+        if (!std::exchange(row->m_mayMove, false))
+            continue;
+        // All rows below stand right; above, the nearest that has not changed counts.
+        int above = index - 1;
+        while (above >= 0 && asRow(topLevelItem(above))->m_mayMove)
+            --above;
+        const SortKey key = keyAt(index);
+        const bool fits = (above < 0 || !order.Before(key, keyAt(above))) &&
+                          (index + 1 >= topLevelItemCount() || !order.Before(keyAt(index + 1), key));
+        if (fits)
+            continue;
+        row->m_wasSelected = row->isSelected();
+        taken.prepend(invisibleRootItem()->takeChild(index));
+    }
+    return taken;
+}
+
+/// Puts the rows that are new or have changed to their places among the others; false, with nothing changed,
+/// when there are so many that sorting all is less work.
+bool SortListView::moveFew() {
+    constexpr qsizetype RowsPerMove = 64;
+    qsizetype moving = 0;
+    bool simple = selectionMode() != SingleSelection; // a current row that is taken out selects another one
+    for (int i = 0; i < topLevelItemCount(); ++i) {
+        const SortListViewItem* row = asRow(topLevelItem(i));
+        moving += row->m_mayMove;
+        simple = simple && !(row->m_mayMove && row->childCount() > 0);
+    }
+    if (!simple || moving * RowsPerMove > topLevelItemCount())
+        return false;
+    if (moving == 0 || m_sortColumn < 0)
+        return true;
+    const RowOrder order(compareFunction(m_sortColumn), m_sortOrder == Qt::AscendingOrder);
+    keepingPlace([&] {
+        for (QTreeWidgetItem* row : takeMisplaced(order)) {
+            const int place = placeOf(*asRow(row), order);
+            invisibleRootItem()->insertChild(place, row);
+            if (std::exchange(asRow(row)->m_wasSelected, false))
+                row->setSelected(true);
+        }
+    });
+    return true;
+}
+
+void SortListView::sortRows(Rows& rows) {
+    for (QTreeWidgetItem* row : rows)
+        asRow(row)->m_mayMove = false;
+    m_inOrder = true;
     if (m_sortColumn < 0) {
         std::sort(rows.begin(), rows.end(), [](QTreeWidgetItem* a, QTreeWidgetItem* b) {
             return asRow(a)->Sequence < asRow(b)->Sequence;
@@ -229,28 +301,31 @@ void SortListView::replaceShown(const std::function<void(Rows&)>& change) {
         for (int i = range.top(); !range.parent().isValid() && i <= range.bottom(); ++i)
             asRow(topLevelItem(i))->m_wasSelected = true;
     }
-    QTreeWidgetItem* current = QTreeWidget::currentItem();
     Rows open;
     for (int i = 0; i < topLevelItemCount(); ++i)
         collectOpen(topLevelItem(i), open);
-    const int scroll = verticalScrollBar()->value();
-
-    setUpdatesEnabled(false);
-    ++m_filling; // rows that fill themselves to be sorted or searched ask for a sort, too
-    {
-        const QSignalBlocker quiet(this);
-        const QSignalBlocker quietSelection(selectionModel());
+    keepingPlace([&] {
         Rows rows = invisibleRootItem()->takeChildren();
         change(rows);
         addTopLevelItems(rows);
         for (QTreeWidgetItem* row : open)
             row->setExpanded(true); // does nothing for a row that was left out
-
         selectMarkedRows(rows);
-        const qsizetype currentIndex = rows.indexOf(current);
-        if (currentIndex >= 0)
-            selectionModel()->setCurrentIndex(model()->index(static_cast<int>(currentIndex), 0),
-                                              QItemSelectionModel::NoUpdate);
+    });
+}
+
+/// Changes the shown rows while nobody looks, with current row and scroll position kept.
+void SortListView::keepingPlace(const std::function<void()>& change) {
+    QTreeWidgetItem* current = QTreeWidget::currentItem();
+    const int scroll = verticalScrollBar()->value();
+    setUpdatesEnabled(false);
+    ++m_filling; // rows that fill themselves to be sorted or searched ask for a sort, too
+    {
+        const QSignalBlocker quiet(this);
+        const QSignalBlocker quietSelection(selectionModel());
+        change();
+        if (current && current->treeWidget() == this)
+            selectionModel()->setCurrentIndex(indexFromItem(current), QItemSelectionModel::NoUpdate);
     }
     --m_filling;
     verticalScrollBar()->setValue(scroll);

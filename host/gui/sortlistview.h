@@ -120,7 +120,11 @@ private:
 
     using Rows = QList<QTreeWidgetItem*>;
 
-    void sortRows(Rows& rows) const;
+    void sortRows(Rows& rows);
+    bool moveFew();
+    Rows takeMisplaced(const RowOrder& order);
+    int placeOf(const SortListViewItem& row, const RowOrder& order) const;
+    void keepingPlace(const std::function<void()>& change);
     void replaceShown(const std::function<void(Rows&)>& change);
     void selectMarkedRows(const Rows& rows);
     void appendRows(const Rows& rows);
@@ -137,6 +141,7 @@ private:
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
     bool m_sortAllowed = true;
     bool m_sortPosted = false;
+    bool m_inOrder = false;    ///< all rows but those that may move stand in the order of the sort column
     bool m_sortWanted = false; ///< asked for while it was not allowed
     int m_filling = 0;
     std::vector<QTreeWidgetItem*> m_filteredOut; ///< rows that the filter keeps out of sight; owned

@@ -59,7 +59,9 @@ void SortListViewItem::ensureFilled() const {
         ++tree->m_filling;
         ++tree->m_fillCount;
     }
+    const bool mayMove = m_mayMove;
     self->Fill();
+    self->m_mayMove = mayMove; // its texts are asked for, they have not changed
     if (tree)
         --tree->m_filling;
 }
@@ -83,7 +85,10 @@ void SortListViewItem::setText(int column, const QString& text) {
         return;
     cell = text;
     const SortListView* tree = list();
-    if (tree && !tree->IsFilling())
+    if (tree && tree->IsFilling())
+        return;
+    m_mayMove = true;
+    if (tree)
         emitDataChanged();
 }
 
@@ -110,6 +115,7 @@ void SortListViewItem::setData(int column, int role, const QVariant& value) {
 
 void SortListViewItem::MarkStale() {
     m_filled = false;
+    m_mayMove = true;
 }
 
 SortListViewItemIterator::SortListViewItemIterator(QTreeWidget* list, unsigned flags)

@@ -55,6 +55,7 @@ private:
     std::unique_ptr<std::vector<QString>> m_texts;
     bool m_filled = false;
     bool m_wasSelected = false; ///< while the list puts its rows in anew
+    bool m_mayMove = true;      ///< new or changed since the list was sorted
 };
 
 /// Walks the shown rows of a list from top to bottom, children included. The list must not change meanwhile.

@@ -1,6 +1,7 @@
 #include "cli/progressbar.h"
 #include "host/freqstorexml/filehandling.h"
 #include "tests/cli/runcli.h"
+#include "tests/support/fulldisk.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -144,6 +145,18 @@ TEST_F(DetectTest, TheOldFileStandsWhenThereIsNoNewOne) {
         const CliResult result = Detect({}, Sample, target);
         EXPECT_EQ(result.exitCode, ExitFile);
         EXPECT_NE(result.err.find(target.toStdString()), std::string::npos) << result.err;
+    }
+    for (const char* name : {"out.xml", "out.csv"}) {
+        const QString full = Write(name, "old");
+        CliResult result;
+        {
+            const FullDisk disk(800);
+            result = Detect({Q("--threshold"), Q("4")}, Sample, full);
+        }
+        EXPECT_EQ(result.exitCode, ExitFile);
+        EXPECT_NE(result.err.find(full.toStdString() + ": cannot be written"), std::string::npos)
+            << result.err;
+        EXPECT_EQ(BytesOf(full), "old") << name;
     }
 }
 

@@ -368,6 +368,38 @@ TEST_F(MemoryHandlerTest, WithoutInitNothingBreaks) {
     FreqStore::Instance().RemoveFrequencyListDefinition(id);
 }
 
+TEST_F(MemoryHandlerTest, AListOfAnotherTypeLeavesTheJobAlone) {
+    Start(MediatorType::TargetList);
+    m_job->SetValue(QString::fromUtf8(Job(SubJob(Channel(1, "a", "7000000")))));
+    BindJob();
+    const QString before = m_job->GetValue();
+    Handler().FillInData(1, 1, QString(), QString(), 0, {}, {}, {}, {}, {});
+    EXPECT_EQ(Channels().size(), 1) << "the channel of the job, and no other";
+    Handler().ResetDataAfterNewFile();
+    EXPECT_EQ(m_job->GetValue(), before);
+}
+
+TEST_F(MemoryHandlerTest, TheFileDialogReadsByTheNameChosen) {
+    Start();
+    const QByteArray lines = "7055000\tx\t1\tAM\n";
+    const std::pair<const char*, size_t> rows[] = {
+        {"a.sfl", 1}, {"a.SFL", 1}, {"a.txt", 1}, {"", 1}, {"b.sfl", 2}};
+    for (const auto& [name, count] : rows) {
+        const QString path = *name ? Write(Q(name), lines) : QString();
+        AnswerDialog<QFileDialog>([&](QFileDialog& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), Q("Select file to read Memory Channels from"));
+            EXPECT_EQ(dialog.nameFilters(), QStringList{Q("Memory Channels (*.xml *.sfl *.pij)")});
+            if (path.isEmpty())
+                return dialog.reject();
+            dialog.setDirectory(m_folder.path());
+            dialog.selectFile(path);
+            static_cast<QDialog&>(dialog).done(QDialog::Accepted);
+        });
+        EXPECT_EQ(Handler().FileOpen(), path);
+        EXPECT_EQ(m_list->ChildCount(), count) << name;
+    }
+}
+
 TEST_F(MemoryHandlerTest, TheListIsRegisteredWithItsBarLineAndPath) {
     Start();
     AddChannels({7e6, 8e6});

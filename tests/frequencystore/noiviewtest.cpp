@@ -91,10 +91,10 @@ TEST_F(NoiViewTest, ColumnsAndActionsAreThoseOfTheList) {
                                                                                     : QLatin1Char('.');
         return names;
     };
-    EXPECT_EQ(visible(), Q("xxxxxxx....")) << "new, edit, copy, paste, delete, read, save";
+    EXPECT_EQ(visible(), Q("xxxxxxx.....")) << "new, edit, copy, paste, delete, read, save";
     Write(Q("FrequencyStore.ini"), "[ViewMenu]\nAllowExportToCsv=true\n");
     m_view->InitFreqStoreWidget(&m_bar);
-    EXPECT_EQ(visible(), Q("xxxxxxxxx.."));
+    EXPECT_EQ(visible(), Q("xxxxxxxxx..."));
     Trigger(Bar::New);
     EXPECT_EQ(Entries().size(), 4) << "initialised twice, connected once";
     m_view->InitFreqStoreWidget(nullptr);

@@ -1,3 +1,6 @@
+#include "controls/frequencystore/halvonodemediatorctrl.h"
+#include "controls/frequencystore/listviewshandler/searchmcdatahandler.h"
+#include "controls/frequencystore/listviewshandler/searchmcdatareader.h"
 #include "controls/frequencystore/listviewshandler/targetlistparser.h"
 #include "host/valuetree/node.h"
 #include "host/valuetree/tree.h"
@@ -47,6 +50,18 @@ TEST_F(Samples, AreWrittenAsTheyWereRead) {
         EXPECT_TRUE(rewritten(name, name) == content(sample(name))) << name;
         EXPECT_GT(m_node->ChildCount(), 300u);
     }
+}
+
+TEST_F(Samples, OfResultsAreWrittenAsTheyWereRead) {
+    Node* results = Tree::Instance()->MakeNode("/Test/Results");
+    SearchMCDataHandler::Instance()->Init(results);
+    HalvoNodeMediatorCtrl& list = *SearchMCDataHandler::Instance()->GetMediatorCtrl();
+    EXPECT_TRUE(SearchMCDataReader(list).ReadFile(sample("results.xml")));
+    EXPECT_GT(results->ChildCount(), 50u);
+    EXPECT_TRUE(list.SaveFrequencies(m_directory.filePath("out.xml")));
+    EXPECT_TRUE(content(m_directory.filePath("out.xml")) == content(sample("results.xml")));
+    SearchMCDataHandler::DeleteInstance();
+    results->DeleteChildren();
 }
 
 TEST_F(Samples, HoldTheSameTargetsInEveryFormat) {

@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
+#include <random>
 
 namespace {
 
@@ -194,8 +195,10 @@ TEST_F(List, SortsOncePerTurnHoweverOftenAsked) {
     const int one = callsOf([this] { view.sortByColumn(1, Qt::AscendingOrder); });
     EXPECT_GT(one, 0);
     const int many = callsOf([this] {
-        for (int i = 0; i < 50; ++i)
+        for (int i = 0; i < 50; ++i) {
+            row(1 + i % 3)->MarkStale();
             view.sort();
+        }
         EXPECT_EQ(compareCalls, 0) << "sorted at once";
         QApplication::processEvents();
     });
@@ -220,6 +223,72 @@ TEST_F(List, NewRowsAreSortedInAtTheNextTurn) {
     addLazy({20});
     QApplication::processEvents();
     EXPECT_EQ(order(), (Numbers{4, 20, 30}));
+}
+
+TEST_F(List, RowsThatComeOrChangeGoToTheirPlacesAmongTheOthers) {
+    std::mt19937 random(11);
+    addMany(1000);
+    for (const int column : {0, 1}) {
+        for (const Qt::SortOrder direction : {Qt::AscendingOrder, Qt::DescendingOrder}) {
+            view.sortByColumn(column, direction);
+            std::vector<QTreeWidgetItem*> marked;
+            view.clearSelection();
+            for (const int i : {3, 4, 700})
+                marked.push_back(view.topLevelItem(i));
+            view.setCurrentItem(marked[0]);
+            for (QTreeWidgetItem* each : marked)
+                each->setSelected(true);
+            for (int round = 0; round < 20; ++round) {
+                for (unsigned i = 0; i < 6; ++i) {
+                    // Now and then the marked rows themselves, and neighbours.
+                    auto* changed = static_cast<LazyRow*>(
+                        i < 2 ? marked[random() % 3]
+                              : view.topLevelItem(static_cast<int>(random() % 5 + (i < 4 ? 0 : 300))));
+                    changed->Number = static_cast<int>(random() % 1500);
+                    changed->MarkStale();
+                }
+                if (round % 3 != 0)
+                    addLazy({static_cast<int>(random() % 1500), 1, 1});
+                view.sort();
+                QCoreApplication::processEvents();
+                const auto compare = column == 0 ? _compNumericWithSuffix : _compStandardString;
+                for (int i = 1; i < view.topLevelItemCount(); ++i) {
+                    const int sign =
+                        compare(view.topLevelItem(i - 1)->text(column), view.topLevelItem(i)->text(column));
+                    ASSERT_TRUE(direction == Qt::AscendingOrder ? sign <= 0 : sign >= 0)
+                        << "column " << column << ", round " << round << ", row " << i;
+                }
+                EXPECT_EQ(view.QTreeWidget::currentItem(), marked[0]);
+                EXPECT_EQ(view.SelectedCount(), 3);
+                for (const QTreeWidgetItem* each : marked)
+                    EXPECT_TRUE(each->isSelected());
+            }
+        }
+    }
+    EXPECT_EQ(view.RowCount(), view.topLevelItemCount());
+}
+
+TEST_F(List, AFewRowsAreSortedInWithoutComparingAll) {
+    view.SetCompareFunction(0, countingCompare);
+    addMany(4000);
+    view.sortByColumn(0, Qt::AscendingOrder);
+    compareCalls = 0;
+    addLazy({5, 500, 1999});
+    static_cast<LazyRow*>(view.topLevelItem(17))->Number = 3000;
+    static_cast<LazyRow*>(view.topLevelItem(17))->MarkStale();
+    QCoreApplication::processEvents();
+    EXPECT_GT(compareCalls, 0);
+    EXPECT_LT(compareCalls, 200);
+    // A row with rows of its own keeps them open.
+    SortListViewItem* parent = row(2000);
+    parent->addChild(new LazyRow(1, view, fills));
+    parent->setOpen(true);
+    static_cast<LazyRow*>(parent)->Number = 1;
+    parent->MarkStale();
+    view.sort();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(parent->isExpanded());
+    EXPECT_LT(view.indexOfTopLevelItem(parent), 3);
 }
 
 TEST_F(List, SortingWaitsUntilItIsAllowed) {

@@ -64,6 +64,7 @@ TEST(FileKinds, AreToldByNameOrByTheRootElement) {
                                                  {sample("airband.sfl"), FileKind::Targets},
                                                  {sample("sweep.csv"), FileKind::Sweep},
                                                  {noi, FileKind::Noi},
+                                                 {sample("results.xml"), FileKind::Results},
                                                  {broken, FileKind::Targets},
                                                  {"/no/such/file.xml", FileKind::Targets},
                                                  {"/no/such.pij/targets.ltl", FileKind::Targets}};

@@ -36,6 +36,15 @@ PixStateVector* createPixStateVector() {
     return line;
 }
 
+/// Sets what new channels share; false, with the channel at its defaults, without one or without a frequency.
+bool setBasics(MemoryEntry* entry, double frequency, double bandwidth, const QString& comment,
+               const QString& demodulation) {
+    if (!entry || frequency == 0.0)
+        return false;
+    entry->SetBasics(frequency, bandwidth, comment, demodulation);
+    return true;
+}
+
 /// Tells the receiver, while the job is changed, not to start anew for it.
 class SuppressedRestart {
 public:
@@ -70,8 +79,13 @@ MemorySystemHandler* MemorySystemHandler::Instance() {
 }
 
 void MemorySystemHandler::DeleteInstance() {
+    // The end may ask the operator, and the program goes on meanwhile.
+    static bool ending = false;
+    if (std::exchange(ending, true))
+        return;
     delete m_pInstance;
     m_pInstance = nullptr;
+    ending = false;
 }
 
 MemorySystemHandler::MemorySystemHandler()
@@ -238,10 +252,7 @@ void MemorySystemHandler::SetNewEntryHF(double frequency, double bandwidth, cons
                                         long threshold) {
     const std::unique_ptr<HFMemoryEntry> entry = AddHFValue();
     m_jobDataPending = true;
-    if (!entry || frequency == 0.0)
-        return;
-    entry->SetBasics(frequency, bandwidth, comment, demodulation);
-    if (!withReceiverSettings)
+    if (!setBasics(entry.get(), frequency, bandwidth, comment, demodulation) || !withReceiverSettings)
         return;
     entry->SetBFOFrequency(bfoFrequency);
     entry->SetOutputIFPath(outputIFPath);
@@ -255,10 +266,7 @@ void MemorySystemHandler::SetNewEntryVUHF(double frequency, double bandwidth, co
                                           bool useSquelch, bool useAttenuation) {
     const std::unique_ptr<VUHFMemoryEntry> entry = AddVUHFValue();
     m_jobDataPending = true;
-    if (!entry || frequency == 0.0)
-        return;
-    entry->SetBasics(frequency, bandwidth, comment, demodulation);
-    if (!withReceiverSettings)
+    if (!setBasics(entry.get(), frequency, bandwidth, comment, demodulation) || !withReceiverSettings)
         return;
     entry->SetThreshold(threshold);
     entry->SetAntennaID(antennaId);

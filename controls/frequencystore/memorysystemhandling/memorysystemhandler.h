@@ -176,7 +176,7 @@ private:
     void takeNewChannel(const ReadChannel& channel, FileProblems& problems);
     bool readChannels(const QString& job, const QString& name);
     bool readEntries(const QString& path);
-    void collectChannels();
+    bool collectChannels();
     void putSectionIntoJob(bool generatedHere);
     template <typename Read>
     void replaceChannels(Read read);

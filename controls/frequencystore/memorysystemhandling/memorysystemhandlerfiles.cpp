@@ -307,25 +307,27 @@ bool MemorySystemHandler::OpenJobFile(const QString& path) {
 void MemorySystemHandler::UpdateJobFileEntries() {
     if (m_viewMap)
         m_viewMap->StartTransaction();
-    collectChannels();
+    const bool collected = collectChannels();
     if (m_viewMap)
         m_viewMap->EndTransaction(TChangeCode::ValueChanged);
-    if (m_pMedCtrl)
+    if (collected)
         SetData2VT();
 }
 
-/// Makes the job data and the view map anew from the channels.
-void MemorySystemHandler::collectChannels() {
+/// Makes the job data and the view map anew from the channels; false when there is no list of channels.
+bool MemorySystemHandler::collectChannels() {
     if (m_viewMap)
         m_viewMap->Clear();
     if (!m_pMedCtrl) {
         TraceLazily(TraceSource, 590, [] { return QStringLiteral("no mediator controller defined"); });
-        return;
+        return false;
     }
     if (m_inScanSurveillance && m_root)
         m_root->NotifyObservers(TChangeCode::LookAgain);
     if (m_inScanSurveillance || m_pMedCtrl->IsDirty())
         m_pMedCtrl->ForceUpdateNow();
+    if (m_listType != MediatorType::MemoryHF && !IsVUHF())
+        return false;
     MemoryScanWriter writer(IsVUHF());
     long number = 0;
     const auto count = static_cast<int>(m_pMedCtrl->size());
@@ -344,6 +346,7 @@ void MemorySystemHandler::collectChannels() {
         }
     }
     m_jobData = writer.Finish();
+    return true;
 }
 
 void MemorySystemHandler::bringJobUpToDate() {

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QElapsedTimer>
+
+#include <benchmark/benchmark.h>
+#include <functional>
+
+/// How long the work takes, in seconds.
+inline double secondsOf(const std::function<void()>& work) {
+    QElapsedTimer timer;
+    timer.start();
+    work();
+    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
+}
+
+/// Tells a time beside its baseline, both in seconds, and the ratio that must not be exceeded.
+inline void report(benchmark::State& state, double baseline, double ours, double goal) {
+    state.SetIterationTime(ours);
+    state.counters["baseline_s"] = baseline;
+    state.counters["ours_s"] = ours;
+    state.counters["ratio"] = ours / baseline;
+    state.counters["goal"] = goal;
+}
