@@ -1,5 +1,7 @@
-#include "host/freqlist/buttonbar.h"
+#include "controls/frequencystore/halvonodemediatorctrl.h"
+#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodemediator.h"
 #include "host/valuetree/tree.h"
 #include "workstation/application.h"
 #include "workstation/filekinds.h"
@@ -145,10 +147,68 @@ TEST_F(Workstations, TheDemoOpensTheSampleJobOfItsReceiver) {
     EXPECT_TRUE(station->LoadFiles());
     EXPECT_TRUE(station->GetJob().GetFileName().endsWith("job-hf.pij"));
     EXPECT_EQ(entriesOf("/Lists/LocalTargetList"), 527);
+    EXPECT_GT(entriesOf("/Lists/MemoryChannels"), 30);
+    EXPECT_EQ(station->GetJob().GetFileState(), Job::FileState::Same);
     station.reset();
     start({"--demo", "--receiver", "vuhf"});
     EXPECT_TRUE(station->LoadFiles());
     EXPECT_TRUE(station->GetJob().GetFileName().endsWith("job-vuhf.pij"));
+}
+
+TEST_F(Workstations, EveryListIsATab) {
+    start({});
+    const QTabWidget* tabs = station->GetWindow().GetTabs();
+    QStringList titles;
+    for (int index = 0; index < tabs->count(); ++index)
+        titles << tabs->tabText(index);
+    for (const char* list : {"Local TargetList", "Memory Channels", "NOI Frequencies", "Detections"})
+        EXPECT_TRUE(titles.contains(QLatin1String(list))) << list << " in " << titles.join('|').toStdString();
+    for (const int id : FreqStore::Instance().GetListIds())
+        EXPECT_NE(station->GetWindow().ViewOf(id), nullptr) << id;
+}
+
+struct Present {
+    const FreqList::Key& key;
+    const char* text;
+};
+
+TEST_F(Workstations, ANewChannelTakesTheReceiversPresentSettings) {
+    const std::pair<const char*, std::vector<Present>> receivers[] = {{"hf",
+                                                                       {{Keys::Threshold, "33"},
+                                                                        {Keys::BFOFrequency, "-800"},
+                                                                        {Keys::OutputIFPath, "455.0 kHz"},
+                                                                        {Keys::Shift, "12000"}}},
+                                                                      {"vuhf",
+                                                                       {{Keys::Threshold, "34"},
+                                                                        {Keys::AFC, "true"},
+                                                                        {Keys::UseSquelch, "true"},
+                                                                        {Keys::UseAttenuation, "true"},
+                                                                        {Keys::Attenuation, "20"},
+                                                                        {Keys::AntennaID, "3"}}}};
+    for (const auto& [kind, settings] : receivers) {
+        start({"--receiver", kind});
+        for (const Present& setting : settings)
+            station->GetReceiver().GetValue(setting.key)->SetStringValue(setting.text);
+        MemorySystemHandler::Instance()->SetNewEntry(145e6, 12500, "new", "FM");
+        const Node* channel = MemorySystemHandler::Instance()->GetItemsRoot()->Children().at(0);
+        for (const Present& setting : settings)
+            EXPECT_EQ(channel->FindOwnValue(setting.key)->GetStringValue(), setting.text)
+                << kind << ' ' << setting.key.Text().toStdString();
+        TearDown();
+    }
+}
+
+TEST_F(Workstations, TuningToAChannelSetsTheReceiver) {
+    start({"--receiver", "vuhf", "--job", sample("job-vuhf.pij")});
+    ASSERT_TRUE(station->LoadFiles());
+    IFrequencyStoreItem* item = MemorySystemHandler::Instance()->GetMediatorCtrl()->GetItemwithIndex(0);
+    ASSERT_NE(item, nullptr);
+    item->SetFrequency(nullptr);
+    EXPECT_EQ(station->GetReceiver().GetFrequency(), 118.1e6);
+    EXPECT_EQ(station->GetReceiver().GetValue(Keys::KeyBandwidth)->GetStringValue(), "8330");
+    EXPECT_EQ(station->GetReceiver().GetValue(Keys::KeyDemodulation)->GetStringValue(), "AM");
+    EXPECT_EQ(station->GetReceiver().GetValue(Keys::UseSquelch)->GetStringValue(), "true");
+    EXPECT_EQ(status(), "Tuned to 118.100000 MHz");
 }
 
 TEST_F(Workstations, AClickOnTheBarTunesTheReceiver) {
