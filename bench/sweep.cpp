@@ -2,16 +2,16 @@
 #include "sweep/sweepreader.h"
 
 #include <QIODevice>
+#include <QTime>
 
 #include <benchmark/benchmark.h>
-#include <cstdio>
 #include <cstring>
 #include <random>
 
 namespace {
 
 constexpr qint64 FileSize = 1'000'000'000;
-constexpr int SecondsOfDay = 86400;
+constexpr qsizetype StampTime = 12; ///< where the time stands in a row
 
 /// One sweep from 24 MHz to 1764 MHz in hops of 2 MHz and bins of 10 kHz, with a signal every 100 bins or so.
 QByteArray MakeSweep() {
@@ -57,11 +57,10 @@ protected:
 private:
     /// Gives all rows the next time.
     void stamp() {
-        char text[16];
-        const int second = m_second++ % SecondsOfDay;
-        std::snprintf(text, sizeof text, "%02d:%02d:%02d", second / 3600 % 24, second / 60 % 60, second % 60);
+        const QByteArray time =
+            QTime(0, 0).addSecs(m_second++).toString(QStringLiteral("HH:mm:ss")).toLatin1();
         for (const qsizetype row : m_rows)
-            std::memcpy(m_sweep.data() + row + 12, text, 8);
+            std::memcpy(m_sweep.data() + row + StampTime, time.constData(), 8);
     }
 
     QByteArray m_sweep;
