@@ -107,6 +107,8 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     m_classifier->AddTo(*search);
     for (const QString& path : m_options.plugIns)
         loadPlugIn(path);
+    if (m_options.screenshotDirectory.isEmpty()) // pictures look the same on every machine
+        m_window->RememberArrangement();
 }
 
 Workstation::~Workstation() {

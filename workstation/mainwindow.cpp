@@ -5,7 +5,10 @@
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/freqlist/multiviewmediator.h"
+#include "host/gui/guicentral.h"
+#include "host/gui/listsettings.h"
 #include "host/gui/sortlistview.h"
+#include "host/startup/cfgcenter.h"
 #include "workstation/bandspanel.h"
 #include "workstation/frequencybar.h"
 #include "workstation/messagespanel.h"
@@ -13,6 +16,7 @@
 #include "workstation/receiver.h"
 #include "workstation/receiverpanel.h"
 
+#include <QActionGroup>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QMenu>
@@ -27,6 +31,9 @@ namespace {
 
 constexpr int StatusMilliseconds = 8000;
 constexpr int MessagesHeight = 110;
+const QString PositionFormatKey = QStringLiteral("PositionFormat");
+const QString GeometryKey = QStringLiteral("Window/Geometry");
+const QString PanelsKey = QStringLiteral("Window/Panels");
 
 } // namespace
 
@@ -102,6 +109,8 @@ void MainWindow::makeMenus() {
     connect(m_viewMenu->addAction(tr("Show all &frequencies")), &QAction::triggered, m_bar,
             &FrequencyBar::FitAll);
 
+    addPositionFormats();
+
     m_helpMenu = menuBar()->addMenu(tr("&Help"));
     connect(m_helpMenu->addAction(tr("&About")), &QAction::triggered, this, [this] {
         QMessageBox::about(
@@ -109,6 +118,25 @@ void MainWindow::makeMenus() {
             tr("<b>Frequency Store</b><p>Lists of frequencies for radio monitoring.</p>"
                "<p>Wheel over the bar: zoom. Drag: move. Click: tune. Double click: show all.</p>"));
     });
+}
+
+/// How lists write positions, a choice that the settings keep.
+void MainWindow::addPositionFormats() {
+    ValueSelection& format = *GuiCentral::Instance().GetPositionFormat();
+    ICfg& settings = CfgCenter::GetAppCfg(ICfg::StartUp);
+    format.Select(static_cast<long>(settings.GetInt(PositionFormatKey, 0)));
+    auto* group = new QActionGroup(this);
+    for (long i = 0; i < format.GetItemCount(); ++i) {
+        QAction* action = group->addAction(format.GetItemAt(i)->GetName());
+        const long key = format.GetItemAt(i)->GetKey();
+        action->setCheckable(true);
+        action->setChecked(key == format.GetCurrentKey());
+        connect(action, &QAction::triggered, this, [&format, &settings, key] {
+            format.Select(key);
+            settings.SetString(PositionFormatKey, QString::number(key));
+        });
+    }
+    m_viewMenu->addMenu(tr("&Positions"))->addActions(group->actions());
 }
 
 QMenu* MainWindow::AddMenu(const QString& title) {
@@ -177,6 +205,16 @@ QDockWidget* MainWindow::AddPanel(QWidget* panel, const QString& title, Qt::Dock
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     event->setAccepted(!m_mayClose || m_mayClose());
+    if (!event->isAccepted() || !m_remembersArrangement)
+        return;
+    ListSettings::Save(GeometryKey, saveGeometry());
+    ListSettings::Save(PanelsKey, saveState());
+}
+
+void MainWindow::RememberArrangement() {
+    m_remembersArrangement = true;
+    restoreGeometry(ListSettings::Load(GeometryKey));
+    restoreState(ListSettings::Load(PanelsKey));
 }
 
 void MainWindow::Tell(const QString& text) {

@@ -37,6 +37,8 @@ public:
     QMenu* AddMenu(const QString& title);
     /// Who is asked whether the window may close; a false answer keeps it open.
     void SetCloseCheck(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
+    /// Takes size and panels as they were when the window was closed last, and keeps them when it closes.
+    void RememberArrangement();
     /// Shows a text in the status line for a while.
     void Tell(const QString& text);
     /// The view of a registered list; null when it has none.
@@ -59,6 +61,7 @@ private:
     void showCaption();
     void connectReceiver(Receiver& receiver);
     void makeMenus();
+    void addPositionFormats();
 
     NoiBands* m_bands;
     FrequencyBar* m_bar;
@@ -68,5 +71,6 @@ private:
     QMenu* m_viewMenu;
     QMenu* m_helpMenu = nullptr;
     std::function<bool()> m_mayClose;
+    bool m_remembersArrangement = false;
     std::map<int, Tab> m_lists;
 };
