@@ -109,12 +109,12 @@ void SimulatedClassifier::add(qint64 now) {
     const int places = static_cast<int>((met.highest - met.lowest) / met.raster);
 
     auto* node = new Node(&m_results, QStringLiteral("Entry"));
+    m_results.AddItemUnique(node); // values are made only under a node that is in the tree
     SearchMCDataResult result(node, true, nullptr);
     result.SetFrequency(std::round(met.lowest + random(0, places) * met.raster));
     result.SetBandwidth(met.bandwidth);
     result.SetComment(QString::fromLatin1(met.name));
     result.SetLockTime(static_cast<quint64>(now));
-    m_results.AddItemUnique(node);
     m_pending.push_back({node, now + ClassifyMicroseconds});
 }
 
