@@ -143,8 +143,8 @@ QString writeXml(const QTemporaryDir& folder, int count) {
     return path;
 }
 
-/// 100,000 channels of an XML file, mediators included, against as many targets of the same file. The job is
-/// not part of the targets' time and so not of the channels'.
+/// 100,000 channels of an XML file, mediators and the making of their section included, against as many
+/// targets of the same file. There is no job to put the section into.
 void ReadXmlAsTargetsDo(benchmark::State& state) {
     constexpr int Count = 100000;
     const QTemporaryDir folder;
