@@ -307,11 +307,12 @@ void MemorySystemListView::slotSavetoJob() {
 }
 
 void MemorySystemListView::slotCopy() {
-    if (!currentItem())
+    const std::vector<FrequencyNodeMediator*> mediators = SelectedMediators();
+    if (mediators.empty())
         return;
     CopySelection(TraceSource, 260);
     FreqStore::Instance().ClearFrequencyListCopyStruct();
-    for (FrequencyNodeMediator* mediator : SelectedMediators()) {
+    for (FrequencyNodeMediator* mediator : mediators) {
         if (auto* channel = dynamic_cast<MemoryMediator*>(mediator))
             copy2FreqStore(*channel);
     }

@@ -183,6 +183,9 @@ void FrequencyNodeListView::PasteClipboard(const char* traceSource, unsigned sho
 }
 
 void FrequencyNodeListView::DeleteSelectedEntries() {
+    int place = currentIndex().isValid() ? currentIndex().row() : topLevelItemCount();
+    for (const QItemSelectionRange& range : selectionModel()->selection())
+        place = std::min(place, range.top());
     std::map<Node*, std::vector<Node*>> byParent;
     for (const FrequencyNodeMediator* mediator : SelectedMediators())
         byParent[mediator->GetNode()->GetParentNode()].push_back(mediator->GetNode());
@@ -190,6 +193,9 @@ void FrequencyNodeListView::DeleteSelectedEntries() {
         parent->DeleteNodes(nodes);
     if (m_controller)
         m_controller->ForceUpdateNow();
+    // The keys go on from where the first of them was.
+    if (const int rows = topLevelItemCount(); rows > 0 && !currentItem())
+        setCurrentItem(topLevelItem(std::min(place, rows - 1)), 0, QItemSelectionModel::NoUpdate);
 }
 
 void FrequencyNodeListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {

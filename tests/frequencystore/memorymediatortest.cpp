@@ -259,8 +259,8 @@ TEST_F(MemoryMediatorTest, RowsFollowTheChannelsAndEndWithThem) {
 
         Traces traces;
         auto* mediator = Mediator<MemoryMediatorHF>(0);
-        mediator->RemoveView(&view);
-        mediator->UpdateMyViewItems(&view);
+        FrequencyNodeListView stranger(nullptr, 0);
+        mediator->UpdateMyViewItems(&stranger);
         EXPECT_EQ(traces.texts, QStringList{Q("No valid View Item for Memory - Field")});
         m_list->DeleteNodes(m_list->Children());
         EXPECT_EQ(m_controller->size(), 0u);

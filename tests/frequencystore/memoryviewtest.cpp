@@ -219,11 +219,13 @@ TEST_F(MemoryView, DeleteTakesTheSelectedChannelsOutOfTheListAndTheJobInOneGo) {
     m_view->slotDelete();
     EXPECT_EQ(Channels(), (QStringList{Q("7000000|3000|b|USB"), Q("7000000|3000|d|USB")}));
     EXPECT_EQ(m_view->RowCount(), 2);
+    EXPECT_EQ(CurrentComment(), Q("b")) << "where the first of them was";
+    EXPECT_EQ(m_view->SelectedCount(), 0);
     EXPECT_EQ(recorder.codes.size(), 1u);
     EXPECT_EQ(m_job->GetValue().count(Q("<MEMORYSCAN_CHANNEL ")), 2);
     m_view->clearSelection();
     m_view->setCurrentItem(nullptr);
-    m_view->slotDelete();
+    m_view->slotDelete(); // nothing
     EXPECT_EQ(m_list->ChildCount(), 2u);
     EXPECT_EQ(recorder.codes.size(), 1u);
 }
