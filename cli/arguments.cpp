@@ -31,10 +31,11 @@ bool Arguments::Take(const QStringList& arguments, int& exitCode) {
     return false;
 }
 
-std::unique_ptr<CliList> Arguments::List() const {
-    std::unique_ptr<CliList> list = MakeList(Value("list"));
+std::unique_ptr<CliList> Arguments::List(const QString& path) const {
+    const QString kind = m_parser.isSet(QStringLiteral("list")) ? Value("list") : ListKindOf(path);
+    std::unique_ptr<CliList> list = MakeList(kind);
     if (!list)
         std::fprintf(stderr, "freqstore-cli %s: no kind of list is called \"%s\"\n", qPrintable(m_command),
-                     qPrintable(Value("list")));
+                     qPrintable(kind));
     return list;
 }

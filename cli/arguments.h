@@ -18,8 +18,9 @@ public:
     /// Takes the arguments behind the command's name; false when they are wrong or the help was shown, and
     /// `exitCode` is then the program's.
     bool Take(const QStringList& arguments, int& exitCode);
-    /// The list of `--list`; null, told, when there is no such kind.
-    std::unique_ptr<CliList> List() const;
+    /// The list of `--list`, or without it the one that reads files such as this; null, told, when there is
+    /// no such kind.
+    std::unique_ptr<CliList> List(const QString& path) const;
     QStringList Files() const { return m_parser.positionalArguments(); }
     QString Value(const char* option) const { return m_parser.value(QString::fromLatin1(option)); }
 

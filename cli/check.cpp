@@ -17,6 +17,10 @@ QString kindOf(const QString& path, bool isRead) {
         return QStringLiteral("SFL lines");
     if (path.contains(QLatin1String(".ltl")))
         return QStringLiteral("LTL lines");
+    if (path.contains(QLatin1String(".noi")) && !path.contains(QLatin1String(".xml")))
+        return QStringLiteral("NOI lines");
+    if (path.endsWith(QLatin1String(".pij")))
+        return QStringLiteral("job");
     if (path.contains(QLatin1String(".xml"))) {
         if (!isRead)
             return QStringLiteral("XML");
@@ -66,7 +70,7 @@ int RunCheck(const QStringList& arguments) {
                 exitCode = ExitFile;
             continue;
         }
-        const std::unique_ptr<CliList> list = args.List();
+        const std::unique_ptr<CliList> list = args.List(path);
         if (!list)
             return ExitUsage;
         const int before = problems.Count();

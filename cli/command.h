@@ -21,7 +21,9 @@ struct Command {
 int RunShow(const QStringList& arguments);
 int RunConvert(const QStringList& arguments);
 int RunCheck(const QStringList& arguments);
+int RunBands(const QStringList& arguments);
 int RunDetect(const QStringList& arguments);
+int RunJob(const QStringList& arguments);
 
 /// All commands, in the order of the help.
 const std::vector<Command>& Commands();

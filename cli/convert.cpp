@@ -5,7 +5,7 @@ int RunConvert(const QStringList& arguments) {
     Arguments args(
         "convert",
         "Reads a file and writes it through the list's own writer, in the format that the name of the "
-        "output tells (.ltl, .sfl, .xml, .csv).",
+        "output tells (.ltl, .sfl, .noi, .xml, .csv).",
         2);
     args.Parser().addPositionalArgument(QStringLiteral("IN"), QStringLiteral("File to read."));
     args.Parser().addPositionalArgument(QStringLiteral("OUT"), QStringLiteral("File to write."));
@@ -13,7 +13,7 @@ int RunConvert(const QStringList& arguments) {
     if (!args.Take(arguments, exitCode))
         return exitCode;
     const ProblemPrinter problems;
-    const std::unique_ptr<CliList> list = args.List();
+    const std::unique_ptr<CliList> list = args.List(args.Files().first());
     if (!list)
         return ExitUsage;
     const bool done = list->Read(args.Files()[0]) && list->Write(args.Files()[1]);

@@ -1,6 +1,8 @@
 #include "cli/list.h"
 
+#include "cli/memorylist.h"
 #include "cli/progressbar.h"
+#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "host/base/problems.h"
 #include "host/valuetree/tree.h"
@@ -9,19 +11,21 @@
 
 namespace {
 
-class TargetList : public CliList {
+/// A list that a handler owns, in a node of its own that is emptied at the end.
+template <typename Handler>
+class HandlerList : public CliList {
 public:
-    TargetList() {
-        m_node = Tree::Instance()->MakeNode(QStringLiteral("/Lists/LocalTargetList"));
-        TargetListHandler::Instance()->Init(m_node, false);
+    HandlerList(const char* path, void (*start)(Handler&, Node*))
+        : m_node(Tree::Instance()->MakeNode(QString::fromLatin1(path))) {
+        start(*Handler::Instance(), m_node);
     }
-    ~TargetList() override {
-        TargetListHandler::DeleteInstance();
+    ~HandlerList() override {
+        Handler::DeleteInstance();
         m_node->DeleteChildren();
     }
 
-    bool Read(const QString& path) override { return TargetListHandler::Instance()->ReadFile(path); }
-    bool Write(const QString& path) override { return TargetListHandler::Instance()->SaveFile(path); }
+    bool Read(const QString& path) override { return Handler::Instance()->ReadFile(path); }
+    bool Write(const QString& path) override { return Handler::Instance()->SaveFile(path); }
 
 protected:
     Node* GetNode() const override { return m_node; }
@@ -30,16 +34,34 @@ private:
     Node* m_node;
 };
 
+std::unique_ptr<CliList> makeTargets() {
+    return std::make_unique<HandlerList<TargetListHandler>>(
+        "/Lists/LocalTargetList", [](TargetListHandler& handler, Node* node) { handler.Init(node, false); });
+}
+
+std::unique_ptr<CliList> makeNoi() {
+    return std::make_unique<HandlerList<NOIFrequencyHandler>>("/Lists/NOIFrequencies",
+                                                              [](NOIFrequencyHandler& handler, Node* node) {
+                                                                  handler.SetRemembersFile(false);
+                                                                  handler.Init(node);
+                                                              });
+}
+
 struct Kind {
     const char* name;
     std::unique_ptr<CliList> (*make)();
+    const char* ending; ///< of files that no other list reads; null when there are none
 };
 
 constexpr Kind Kinds[] = {
-    {"target", [] { return std::unique_ptr<CliList>(new TargetList); }},
-    {"detections", MakeDetections},
-    {"detections-hf", MakeDetectionsHF},
-    {"detections-vuhf", MakeDetectionsVUHF},
+    {"target", makeTargets, nullptr},
+    {"memory-hf", [] { return std::unique_ptr<CliList>(new MemoryList(false)); }, nullptr},
+    {"memory-vuhf", [] { return std::unique_ptr<CliList>(new MemoryList(true)); }, nullptr},
+    {"noi", makeNoi, ".noi"},
+    {"results", MakeResults, nullptr},
+    {"detections", MakeDetections, nullptr},
+    {"detections-hf", MakeDetectionsHF, nullptr},
+    {"detections-vuhf", MakeDetectionsVUHF, nullptr},
 };
 
 bool isNumeric(const ValueBase& value) {
@@ -64,6 +86,14 @@ std::unique_ptr<CliList> MakeList(const QString& kind) {
             return known.make();
     }
     return nullptr;
+}
+
+QString ListKindOf(const QString& path) {
+    for (const Kind& kind : Kinds) {
+        if (kind.ending && path.endsWith(QLatin1String(kind.ending)))
+            return QString::fromLatin1(kind.name);
+    }
+    return QString::fromLatin1(Kinds[0].name);
 }
 
 QStringList ListKinds() {

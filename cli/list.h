@@ -40,9 +40,13 @@ protected:
 
 /// The list of a kind ("target"); null for an unknown kind.
 std::unique_ptr<CliList> MakeList(const QString& kind);
+/// The kind of list that a file is read as when none is named.
+QString ListKindOf(const QString& path);
 /// Names of all kinds.
 QStringList ListKinds();
 
+/// Results of a classifier.
+std::unique_ptr<CliList> MakeResults();
 /// Lists of detections: plain, of an HF and of a VHF/UHF search with classifier.
 std::unique_ptr<CliList> MakeDetections();
 std::unique_ptr<CliList> MakeDetectionsHF();

@@ -1,3 +1,5 @@
+#include "cli/show.h"
+
 #include "cli/arguments.h"
 #include "cli/command.h"
 #include "host/base/tokenizer.h"
@@ -88,36 +90,44 @@ void printTable(const CliList& list) {
 
 struct Format {
     const char* name;
-    void (*print)(const CliList&);
+    EntryPrinter print;
 };
 
 constexpr Format Formats[] = {{"table", printTable}, {"json", printJson}, {"tsv", printTsv}};
 
 } // namespace
 
+void AddFormatOption(QCommandLineParser& parser) {
+    parser.addOption({QStringLiteral("format"), QStringLiteral("table, json or tsv."),
+                      QStringLiteral("FORMAT"), QStringLiteral("table")});
+}
+
+EntryPrinter PrinterOf(const QString& format, const char* command) {
+    for (const Format& known : Formats) {
+        if (format == QLatin1String(known.name))
+            return known.print;
+    }
+    std::fprintf(stderr, "freqstore-cli %s: no format is called \"%s\"\n", command, qPrintable(format));
+    return nullptr;
+}
+
 int RunShow(const QStringList& arguments) {
     Arguments args("show", "Reads a file through the list's own reader and prints the entries in list order.",
                    1);
-    args.Parser().addOption({QStringLiteral("format"), QStringLiteral("table, json or tsv."),
-                             QStringLiteral("FORMAT"), QStringLiteral("table")});
+    AddFormatOption(args.Parser());
     args.Parser().addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("File to read."));
     int exitCode = ExitDone;
     if (!args.Take(arguments, exitCode))
         return exitCode;
-    const auto format = std::find_if(std::begin(Formats), std::end(Formats), [&](const Format& known) {
-        return args.Value("format") == QLatin1String(known.name);
-    });
-    if (format == std::end(Formats)) {
-        std::fprintf(stderr, "freqstore-cli show: no format is called \"%s\"\n",
-                     qPrintable(args.Value("format")));
+    const EntryPrinter print = PrinterOf(args.Value("format"), "show");
+    if (!print)
         return ExitUsage;
-    }
     const ProblemPrinter problems;
-    const std::unique_ptr<CliList> list = args.List();
+    const std::unique_ptr<CliList> list = args.List(args.Files().first());
     if (!list)
         return ExitUsage;
     if (!list->Read(args.Files().first()))
         return ExitFile;
-    format->print(*list);
+    print(*list);
     return problems.Count() == 0 ? ExitDone : ExitFile;
 }

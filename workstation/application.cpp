@@ -1,7 +1,13 @@
 #include "workstation/application.h"
 
+#include "controls/frequencystore/entries/keys.h"
+#include "controls/frequencystore/halvonodemediatorctrl.h"
 #include "controls/frequencystore/listviewshandler/detconvlisthandler.h"
+#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
+#include "controls/frequencystore/listviewshandler/searchmcdatahandler.h"
+#include "controls/frequencystore/listviewshandler/searchmcdatareader.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
+#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
@@ -16,7 +22,9 @@
 #include "workstation/jobpanel.h"
 #include "workstation/mainwindow.h"
 #include "workstation/messagespanel.h"
+#include "workstation/noibands.h"
 #include "workstation/samples.h"
+#include "workstation/simulatedclassifier.h"
 #include "workstation/simulatedreceiver.h"
 #include "workstation/simulatedsearch.h"
 #include "workstation/sweepimport.h"
@@ -36,6 +44,9 @@
 namespace {
 
 constexpr char TargetsPath[] = "/Lists/LocalTargetList";
+constexpr char NoiPath[] = "/Lists/NOIFrequencies";
+constexpr char ResultsPath[] = "/Lists/SearchMCDataResults";
+constexpr char MemoryPath[] = "/Lists/MemoryChannels";
 /// What a plug-in exports: called once after the store's own lists stand, and once before the end.
 constexpr char PlugInStart[] = "FrequencyStorePlugInStart";
 constexpr char PlugInStop[] = "FrequencyStorePlugInStop";
@@ -43,6 +54,26 @@ constexpr char PlugInStop[] = "FrequencyStorePlugInStop";
 constexpr qint64 DemoMicroseconds = 600 * qint64(1000000);
 /// How long rows may take to settle before a picture is taken.
 constexpr int SettleMilliseconds = 400;
+
+/// Which setting of the receiver each link of the template of memory channels follows.
+struct TemplateLink {
+    const FreqList::Key& setting;
+    void (MemorySystemHandler::*bind)(const QString& path);
+};
+constexpr TemplateLink TemplateLinks[] = {
+    {Keys::KeyFrequency, &MemorySystemHandler::SetFrequency_ValuePath},
+    {Keys::KeyBandwidth, &MemorySystemHandler::SetBandwidth_ValuePath},
+    {Keys::KeyDemodulation, &MemorySystemHandler::SetDemodulation_ValuePath},
+    {Keys::Threshold, &MemorySystemHandler::SetThreshold_ValuePath},
+    {Keys::BFOFrequency, &MemorySystemHandler::SetBFOFrequency_ValuePath},
+    {Keys::OutputIFPath, &MemorySystemHandler::SetOutputIF_ValuePath},
+    {Keys::Shift, &MemorySystemHandler::SetShift_ValuePath},
+    {Keys::UseSquelch, &MemorySystemHandler::SetUseSquelch_ValuePath},
+    {Keys::UseAttenuation, &MemorySystemHandler::SetUseAttenuation_ValuePath},
+    {Keys::Attenuation, &MemorySystemHandler::SetAttenuation_ValuePath},
+    {Keys::AntennaID, &MemorySystemHandler::SetAntenna_ValuePath},
+    {Keys::AFC, &MemorySystemHandler::SetAFC_ValuePath},
+};
 
 void settle() {
     QElapsedTimer timer;
@@ -67,9 +98,12 @@ Workstation::Workstation(const Options& options) : m_options(options) {
                      [](const QString& text) { std::fprintf(stderr, "%s\n", qPrintable(text)); });
     addJobPanel();
     addSweepEntry();
-    m_search->AddTo(*m_window->AddMenu(MainWindow::tr("&Search")));
     registerLists();
     registerDetections();
+    registerResults();
+    QMenu* search = m_window->AddMenu(MainWindow::tr("&Search"));
+    m_search->AddTo(*search);
+    m_classifier->AddTo(*search);
     for (const QString& path : m_options.plugIns)
         loadPlugIn(path);
 }
@@ -77,12 +111,18 @@ Workstation::Workstation(const Options& options) : m_options(options) {
 Workstation::~Workstation() {
     m_sweeps.reset();
     m_window.reset();
+    for (const int id : FreqStore::Instance().GetListIds())
+        FreqStore::Instance().RemoveFrequencyListDefinition(id);
     for (const auto& plugIn : m_plugIns) {
         if (const auto stop = reinterpret_cast<void (*)()>(plugIn->resolve(PlugInStop)))
             stop();
     }
-    m_job->Revert();
+    m_job->Revert(); // what was to be saved is saved
+    m_classifier.reset();
+    SearchMCDataHandler::DeleteInstance();
+    NOIFrequencyHandler::DeleteInstance();
     DetConvListHandler::DeleteInstance();
+    MemorySystemHandler::DeleteInstance();
     TargetListHandler::DeleteInstance();
 }
 
@@ -147,6 +187,28 @@ void Workstation::registerLists() {
     Node* targets = Tree::Instance()->MakeNode(QString::fromLatin1(TargetsPath));
     TargetListHandler::Instance()->Init(targets, haveDefault);
     TargetListHandler::Instance()->AddToFreqStore();
+    registerMemoryChannels();
+    registerNoi();
+}
+
+void Workstation::registerNoi() {
+    // A file that is not there any more would keep the list from being used until another one is opened.
+    ICfg& settings = CfgCenter::GetAppCfg(ICfg::StartUp);
+    const QString key = QStringLiteral("NOIFrequencies");
+    const QString file = settings.GetString(key, QString());
+    const bool remembers = !m_options.demo && m_options.screenshotDirectory.isEmpty();
+    if (remembers && !file.isEmpty() && !QFileInfo::exists(file)) {
+        Problems::Report("application", 139,
+                         {file, 0, QStringLiteral("is not there any more; the list starts empty")});
+        settings.SetString(key, QString());
+    }
+    NOIFrequencyHandler* list = NOIFrequencyHandler::Instance();
+    list->SetRemembersFile(remembers);
+    list->Init(Tree::Instance()->MakeNode(QString::fromLatin1(NoiPath)));
+    list->SetFrequencyValue_Path(m_receiver->PathOf(Keys::KeyFrequency));
+    list->SetBandwidthValue_Path(m_receiver->PathOf(Keys::KeyBandwidth));
+    list->SetNOIDefinition_ValuePath(NoiBands::ValuePath());
+    list->AddToFreqStore();
 }
 
 /// Plain and classified detections are two lists of one search; views and bar lines are made as their list is
@@ -160,6 +222,26 @@ void Workstation::registerDetections() {
     handler.setEmissionListPath(QString::fromLatin1(SimulatedSearch::ClassifiedPath));
     handler.Init(true);
     handler.AddToFreqStore(isVUHF, QString());
+}
+
+void Workstation::registerResults() {
+    Node* results = Tree::Instance()->MakeNode(QString::fromLatin1(ResultsPath));
+    SearchMCDataHandler::Instance()->Init(results);
+    SearchMCDataHandler::Instance()->AddToFreqStore();
+    m_classifier = std::make_unique<SimulatedClassifier>(m_options.receiver, *results);
+}
+
+void Workstation::registerMemoryChannels() {
+    MemorySystemHandler& handler = *MemorySystemHandler::Instance();
+    handler.SetListType(m_options.receiver == ReceiverKind::HF ? MediatorType::MemoryHF
+                                                               : MediatorType::MemoryVUHF);
+    handler.Init(Tree::Instance()->MakeNode(QString::fromLatin1(MemoryPath)));
+    for (const TemplateLink& link : TemplateLinks)
+        (handler.*link.bind)(m_receiver->PathOf(link.setting));
+    handler.SetJobfile_ValuePath(Job::TextPath());
+    handler.SetData4Jobfile_ValuePath(Job::SectionPath());
+    handler.SetSave2Job_ValuePath(Job::SavePath());
+    handler.AddToFreqStore();
 }
 
 void Workstation::loadPlugIn(const QString& path) {
@@ -185,6 +267,7 @@ bool Workstation::LoadFiles() {
     if (m_options.demo) {
         m_search->Simulate(DemoMicroseconds, QDateTime::currentMSecsSinceEpoch() * 1000);
         m_search->SetRunning(true);
+        m_classifier->SetRunning(true);
     }
     m_window->GetBar()->FitAll();
     return m_window->GetMessages()->ProblemCount() == before;
@@ -201,6 +284,8 @@ void Workstation::readSamples() {
     }
     const QDir samples(found);
     readFile(samples.filePath(QStringLiteral("targets.xml")));
+    readFile(samples.filePath(QStringLiteral("interest.noi")));
+    readFile(samples.filePath(QStringLiteral("results.xml")));
     readFile(samples.filePath(m_options.receiver == ReceiverKind::HF ? QStringLiteral("job-hf.pij")
                                                                      : QStringLiteral("job-vuhf.pij")));
 }
@@ -212,6 +297,12 @@ void Workstation::readFile(const QString& path) {
         break;
     case FileKind::Sweep:
         m_sweeps->Open(path);
+        break;
+    case FileKind::Noi:
+        NOIFrequencyHandler::Instance()->ReadFile(path);
+        break;
+    case FileKind::Results:
+        SearchMCDataReader(*SearchMCDataHandler::Instance()->GetMediatorCtrl()).ReadFile(path);
         break;
     default:
         TargetListHandler::Instance()->ReadFile(path);

@@ -9,6 +9,7 @@ class Job;
 class JobPanel;
 class MainWindow;
 class QLibrary;
+class SimulatedClassifier;
 class SimulatedReceiver;
 class SimulatedSearch;
 class SweepImport;
@@ -24,6 +25,7 @@ public:
     MainWindow& GetWindow() { return *m_window; }
     SimulatedReceiver& GetReceiver() { return *m_receiver; }
     SimulatedSearch& GetSearch() { return *m_search; }
+    SimulatedClassifier& GetClassifier() { return *m_classifier; }
     Job& GetJob() { return *m_job; }
     /// Reads the files of the command line and, with `--demo`, the samples. False when one could not be read
     /// or held errors.
@@ -37,7 +39,10 @@ private:
     void addJobPanel();
     void addSweepEntry();
     void registerLists();
+    void registerNoi();
     void registerDetections();
+    void registerResults();
+    void registerMemoryChannels();
     void loadPlugIn(const QString& path);
     void readSamples();
     void readFile(const QString& path);
@@ -46,6 +51,7 @@ private:
     std::vector<std::unique_ptr<QLibrary>> m_plugIns;
     std::unique_ptr<SimulatedReceiver> m_receiver;
     std::unique_ptr<SimulatedSearch> m_search;
+    std::unique_ptr<SimulatedClassifier> m_classifier;
     std::unique_ptr<Job> m_job;
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<SweepImport> m_sweeps;

@@ -19,6 +19,7 @@ constexpr KindRow Kinds[] = {
     {"pij", nullptr, FileKind::Job},
     {"noi", nullptr, FileKind::Noi},
     {"xml", "NOI", FileKind::Noi},
+    {"xml", "SearchResults", FileKind::Results},
 };
 
 /// The usage that the root element of an XML file names; empty when it names none or is no XML.

@@ -20,6 +20,8 @@ constexpr int LabelWidth = 130;
 constexpr int LineHeight = 26;
 constexpr int AxisHeight = 24;
 constexpr int Margin = 8;
+constexpr int BandHeight = 4;  ///< of the strip above the axis
+constexpr int BandShade = 45;  ///< opacity behind the lines, of 255
 constexpr int CatchPixels = 4; ///< how far from a mark a click still means it
 constexpr int RefreshMilliseconds = 60;
 
@@ -27,6 +29,8 @@ constexpr int RefreshMilliseconds = 60;
 constexpr char UrgencyLetters[] = "ponmlkjihg";
 constexpr QRgb UrgencyColors[] = {0xffc62828, 0xffd84315, 0xffef6c00, 0xfff9a825, 0xff9e9d24,
                                   0xff558b2f, 0xff2e7d32, 0xff00838f, 0xff1565c0, 0xff607d8b};
+
+const QColor BandColor(0xff, 0xa0, 0x00);
 
 QColor colorOf(char type, const QPalette& palette) {
     const char* place = type ? std::strchr(UrgencyLetters, type) : nullptr;
@@ -88,7 +92,51 @@ void FrequencyBar::RemoveList(int listId) {
 void FrequencyBar::mapLines() {
     for (auto& [id, line] : m_lines)
         line.pixels->SetHMapping(this, barWidth());
+    mapBands();
     update();
+}
+
+void FrequencyBar::SetBands(const NoiBands& bands) {
+    m_bands = &bands;
+    connect(&bands, &NoiBands::Changed, this, [this] {
+        mapBands();
+        m_refresh.start();
+    });
+    mapBands();
+}
+
+/// Asks for each pixel whether a band touches it, so that a million bands cost what one does.
+void FrequencyBar::mapBands() {
+    m_shades.clear();
+    if (!m_bands)
+        return;
+    double left = MapToFrequency(0);
+    for (int pixel = 0; pixel < barWidth(); ++pixel) {
+        const double right = MapToFrequency(pixel + 1);
+        if (NoiBands::FirstWithin(m_bands->GetBands(), left, right)) {
+            if (m_shades.empty() || m_shades.back().last < pixel - 1)
+                m_shades.push_back({pixel, pixel});
+            else
+                m_shades.back().last = pixel;
+        }
+        left = right;
+    }
+}
+
+void FrequencyBar::paintBands(QPainter& painter, int top, int height, const QColor& color) const {
+    for (const Shade& shade : m_shades)
+        painter.fillRect(LabelWidth + shade.first, top, shade.last - shade.first + 1, height, color);
+}
+
+/// The band under a pixel, for tool tips; empty when there is none.
+QString FrequencyBar::bandText(int x) const {
+    const NoiBands::Band* band =
+        m_bands ? NoiBands::FirstWithin(m_bands->GetBands(), MapToFrequency(x - CatchPixels),
+                                        MapToFrequency(x + CatchPixels))
+                : nullptr;
+    return band ? tr("Band of interest: %1 to %2")
+                      .arg(Quor::FrequencyText(band->from), Quor::FrequencyText(band->to))
+                : QString();
 }
 
 void FrequencyBar::SetRange(double fromHertz, double toHertz) {
@@ -149,6 +197,7 @@ std::vector<double> FrequencyBar::ticks() const {
 void FrequencyBar::paintAxis(QPainter& painter) const {
     const int top = lineTop(std::max<int>(static_cast<int>(m_lines.size()), 1));
     const QFontMetrics metrics(font());
+    paintBands(painter, top - BandHeight, BandHeight, BandColor);
     painter.setPen(palette().color(QPalette::Mid));
     painter.drawLine(LabelWidth, top, LabelWidth + barWidth(), top);
     int free = LabelWidth;
@@ -176,6 +225,9 @@ void FrequencyBar::paintLine(QPainter& painter, const Line& line, int top) const
                      QFontMetrics(font()).elidedText(line.name, Qt::ElideRight, label.width()));
     const int height = LineHeight - 4;
     painter.fillRect(LabelWidth, top, barWidth(), height, palette().color(QPalette::Base));
+    QColor shade = BandColor;
+    shade.setAlpha(BandShade);
+    paintBands(painter, top, height, shade);
     for (size_t pixel = 0; pixel < line.pixels->size(); ++pixel) {
         const PixState& state = (*line.pixels)[pixel];
         if (state.IsEmpty())
@@ -289,11 +341,13 @@ bool FrequencyBar::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip)
         return QWidget::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
+    const int x = help->pos().x() - LabelWidth;
+    if (x < 0)
+        return true;
     const Hit hit = hitTest(help->pos());
-    if (hit.listId)
-        QToolTip::showText(help->globalPos(), hit.text, this);
-    else if (help->pos().x() >= LabelWidth)
-        QToolTip::showText(help->globalPos(),
-                           Quor::FrequencyText(MapToFrequency(help->pos().x() - LabelWidth)), this);
+    QStringList lines{hit.listId ? hit.text : Quor::FrequencyText(MapToFrequency(x))};
+    if (const QString band = bandText(x); !band.isEmpty())
+        lines << band;
+    QToolTip::showText(help->globalPos(), lines.join(QLatin1Char('\n')), this);
     return true;
 }

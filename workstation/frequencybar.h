@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/freqlist/pixstatevector.h"
+#include "workstation/noibands.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -8,8 +9,9 @@
 #include <map>
 #include <memory>
 
-/// The frequency bar: one line of marks per registered list over a logarithmic frequency axis. The wheel
-/// zooms, dragging moves, a click tunes, hovering names the entry, a double click shows everything.
+/// The frequency bar: one line of marks per registered list over a logarithmic frequency axis, with the bands
+/// of interest shaded behind them. The wheel zooms, dragging moves, a click tunes, hovering names the entry,
+/// a double click shows everything.
 class FrequencyBar : public QWidget, public IHasHMap {
     Q_OBJECT
 
@@ -23,6 +25,8 @@ public:
     /// Shows the range from the lowest to the highest entry.
     void FitAll();
     void SetRange(double fromHertz, double toHertz);
+    /// Shades the bands of interest behind all lines, and follows them; they outlive the bar.
+    void SetBands(const NoiBands& bands);
     /// Marks the frequency (Hz) that the receiver is tuned to.
     void SetTuned(double hertz);
 
@@ -50,6 +54,11 @@ private:
         QString name;
         std::unique_ptr<PixStateVector> pixels;
     };
+    /// Pixels from the first to the last that a band touches.
+    struct Shade {
+        int first;
+        int last;
+    };
     struct Hit {
         int listId = 0;
         double hertz = 0;
@@ -59,12 +68,17 @@ private:
     int barWidth() const;
     int lineTop(int row) const;
     void mapLines();
+    void mapBands();
+    QString bandText(int x) const;
+    void paintBands(QPainter& painter, int top, int height, const QColor& color) const;
     void paintLine(QPainter& painter, const Line& line, int top) const;
     void paintAxis(QPainter& painter) const;
     std::vector<double> ticks() const;
     Hit hitTest(const QPoint& position) const;
 
     std::map<int, Line> m_lines;
+    const NoiBands* m_bands = nullptr;
+    std::vector<Shade> m_shades;
     double m_from;
     double m_to;
     double m_tuned = 0;

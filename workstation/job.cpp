@@ -1,15 +1,12 @@
 #include "workstation/job.h"
 
-#include "host/base/problems.h"
-#include "host/report/xmlscanner.h"
+#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/valuetree/tree.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 namespace {
-
-using REPORTGENERATOR::XmlScanner;
 
 constexpr char JobPath[] = "/JEN/Job";
 constexpr char TextName[] = "File";
@@ -28,60 +25,13 @@ V* makeValue(Node& node, const char* name) {
     return value;
 }
 
-/// What a job is made of, counted while its file is checked.
-struct JobParts {
-    int subJobs = 0;
-    int sections = 0; ///< sub-jobs' places of memory channels
-};
-
-/// Throws RGException with file, line and reason when the file is not well formed.
-JobParts checkJob(QFile& file) {
-    XmlScanner scanner(file, file.fileName());
-    JobParts parts;
-    std::vector<std::string> open;
-    for (auto token = scanner.Next(); token != XmlScanner::Token::End; token = scanner.Next()) {
-        if (token == XmlScanner::Token::EndElement)
-            open.pop_back();
-        if (token != XmlScanner::Token::StartElement)
-            continue;
-        const size_t depth = open.size();
-        open.emplace_back(scanner.Name());
-        if (open.back() == "SUBJOB")
-            ++parts.subJobs;
-        else if (depth >= 2 && open.back() == "MEMORYSCAN" && open[depth - 1] == "TDS" &&
-                 open[depth - 2] == "SUBJOB")
-            ++parts.sections;
-    }
-    return parts;
-}
-
-QByteArray readAll(const QString& fileName) {
-    QFile file(fileName);
-    REPORTGENERATOR::OpenForReading(file);
-    return file.readAll();
-}
-
-/// A job's file ends with a line feed of its own.
-QString textOf(const QByteArray& bytes) {
-    QString text = QString::fromUtf8(bytes);
-    if (text.startsWith(QChar::ByteOrderMark))
-        text.remove(0, 1);
-    if (text.endsWith(QLatin1Char('\n')))
-        text.chop(1);
-    return text;
-}
-
-QByteArray bytesOf(const QString& text) {
-    return text.toUtf8() + '\n';
-}
-
 QString newJob(const QString& section) {
     return QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<JOB>\n <SUBJOB>\n  <TDS>\n") +
            section.trimmed() + QStringLiteral("\n  </TDS>\n </SUBJOB>\n</JOB>");
 }
 
-void report(unsigned short line, const QString& file, const QString& reason) {
-    Problems::Report("job", line, {file, 0, reason});
+MemorySystemHandler& channels() {
+    return *MemorySystemHandler::Instance();
 }
 
 } // namespace
@@ -103,77 +53,73 @@ Job::Job() {
     m_node = node;
     m_text = makeValue<Value<QString>>(*node, TextName);
     m_section = makeValue<Value<QString>>(*node, SectionName);
-    m_save = makeValue<Value<bool>>(*node, SaveName);
-    m_suppressRestart = makeValue<Value<bool>>(*node, SuppressRestartName);
+    makeValue<Value<bool>>(*node, SaveName);
+    makeValue<Value<bool>>(*node, SuppressRestartName);
     m_text->AddObserver(this);
     m_section->AddObserver(this);
-    m_suppressRestart->AddObserver(this);
     connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, [this] {
-        if (QFileInfo::exists(m_fileName)) // a file that was replaced is no longer watched
-            m_watcher.addPath(m_fileName);
+        watch();
         emit Changed();
     });
 }
 
 Job::~Job() {
-    m_text->DeleteObserver(this);
-    m_section->DeleteObserver(this);
-    m_suppressRestart->DeleteObserver(this);
     if (Node* node = m_node.get())
         node->GetParentNode()->DeleteNode(node);
 }
 
-void Job::Update(Observable* subject, TChangeCode code) {
-    if (code != TChangeCode::ValueChanged)
-        return;
-    m_touched = m_touched || subject != static_cast<Observable*>(m_text);
+void Job::Update(Observable*, TChangeCode code) {
+    if (code == TChangeCode::ValueChanged)
+        emit Changed();
+}
+
+/// A file that was replaced is no longer watched until it is watched anew.
+void Job::watch() {
+    if (const QStringList files = m_watcher.files(); !files.isEmpty())
+        m_watcher.removePaths(files);
+    if (QFileInfo::exists(m_fileName))
+        m_watcher.addPath(m_fileName);
+}
+
+void Job::noteSaved(const QString& fileName) {
+    m_fileName = fileName;
+    m_savedText = m_text->GetValue();
+    m_saved = stampOfFile();
+    watch();
     emit Changed();
 }
 
 bool Job::Open(const QString& path) {
     const QString fileName = QFileInfo(path).absoluteFilePath();
-    QString text;
-    JobParts parts;
-    try {
-        QFile file(fileName);
-        REPORTGENERATOR::OpenForReading(file);
-        parts = checkJob(file);
-        text = textOf(readAll(fileName));
-    } catch (const RGException& exception) {
-        Problems::Report("job", 60, Problem::FromText(exception.GetErrorText()));
-        return false;
-    }
-    if (parts.subJobs == 0) {
-        report(64, fileName, tr("this is no job: it has no SUBJOB"));
-        return false;
-    }
-    if (parts.sections == 0)
-        report(68, fileName,
-               tr("no SUBJOB has a MEMORYSCAN in a TDS, so the job cannot keep memory channels"));
-    setFileName(fileName);
-    setText(text);
-    emit Changed();
-    return true;
+    const bool opened = channels().OpenJobFile(fileName);
+    if (opened)
+        noteSaved(fileName);
+    return opened;
 }
 
-/// The text as it stands in the file. Its observers read it again even when it is what they had.
-void Job::setText(const QString& text) {
-    m_savedText = text;
-    m_stamp = stampOfFile();
-    if (text == m_text->GetValue())
-        m_text->HasChanged(TChangeCode::ValueChanged, this);
+bool Job::Save() {
+    return !m_fileName.isEmpty() && SaveAs(m_fileName);
+}
+
+bool Job::SaveAs(const QString& path) {
+    channels().UpdateJobFileEntries();
+    if (m_text->GetValue().isEmpty())
+        m_text->SetValue(newJob(channels().GetData4JobFile()));
+    const QString fileName = QFileInfo(path).absoluteFilePath();
+    const bool saved = channels().SaveJobFile(fileName);
+    if (saved)
+        noteSaved(fileName);
+    return saved;
+}
+
+void Job::Revert() {
+    if (!channels().IsChangedSinceJobSave() && m_text->GetValue() == m_savedText)
+        return;
+    // Whoever observes the text reads it again, also when it is what it was.
+    if (m_text->GetValue() == m_savedText)
+        m_text->HasChanged(TChangeCode::ValueChanged);
     else
-        m_text->SetValue(text, this);
-    m_touched = false;
-}
-
-void Job::setFileName(const QString& path) {
-    if (!m_watcher.files().isEmpty())
-        m_watcher.removePaths(m_watcher.files());
-    m_fileName = path;
-    if (QFileInfo::exists(path))
-        m_watcher.addPath(path);
-    emit FileNamed(path);
+        m_text->SetValue(m_savedText);
 }
 
 Job::Stamp Job::stampOfFile() const {
@@ -181,64 +127,34 @@ Job::Stamp Job::stampOfFile() const {
     return m_fileName.isEmpty() || !info.exists() ? Stamp() : Stamp{info.size(), info.lastModified()};
 }
 
-bool Job::writeAndCompare() {
-    m_save->HasChanged(TChangeCode::Announcement);
-    try {
-        if (readAll(m_fileName) != bytesOf(m_text->GetValue())) {
-            report(91, m_fileName, tr("the job was not written"));
-            return false;
-        }
-    } catch (const RGException& exception) {
-        Problems::Report("job", 95, Problem::FromText(exception.GetErrorText()));
-        return false;
-    }
-    m_savedText = m_text->GetValue();
-    m_stamp = stampOfFile();
-    m_touched = false;
-    return true;
+bool Job::fileHoldsText() const {
+    QFile file(m_fileName);
+    return file.open(QIODevice::ReadOnly) && file.readAll() == m_text->GetValue().toUtf8() + '\n';
 }
 
-bool Job::Save() {
-    const bool saved = !m_fileName.isEmpty() && writeAndCompare();
-    if (saved)
-        setFileName(m_fileName);
-    emit Changed();
-    return saved;
-}
-
-bool Job::SaveAs(const QString& path) {
-    emit ChangesWanted();
-    const QString old = m_fileName;
-    setFileName(QFileInfo(path).absoluteFilePath());
-    if (m_text->GetValue().isEmpty())
-        m_text->SetValue(newJob(m_section->GetValue()));
-    if (Save())
-        return true;
-    setFileName(old);
-    emit Changed();
-    return false;
-}
-
-void Job::Revert() {
-    if (m_touched || m_text->GetValue() != m_savedText)
-        setText(m_savedText);
-    emit Changed();
-}
-
-Job::FileState Job::GetFileState() const {
+Job::FileState Job::GetFileState() {
     if (m_fileName.isEmpty())
         return FileState::None;
     const Stamp stamp = stampOfFile();
     if (stamp == Stamp())
         return FileState::Gone;
-    if (stamp != m_stamp)
+    if (stamp != m_saved && stamp != m_foreign) {
+        // The lists save the job, too.
+        if (fileHoldsText()) {
+            m_savedText = m_text->GetValue();
+            m_saved = stamp;
+        } else {
+            m_foreign = stamp;
+        }
+    }
+    if (stamp != m_saved)
         return FileState::Changed;
     return m_text->GetValue() == m_savedText ? FileState::Same : FileState::Older;
 }
 
 bool Job::IsModified() const {
-    if (m_fileName.isEmpty())
-        return m_touched && m_section->GetValue().contains(QLatin1String("<MEMORYSCAN_CHANNEL"));
+    if (m_text->GetValue().isEmpty())
+        return m_section->GetValue().contains(QLatin1String("<MEMORYSCAN_CHANNEL"));
     return m_text->GetValue() != m_savedText;
 }
 

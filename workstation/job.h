@@ -7,10 +7,10 @@
 #include <QFileSystemWatcher>
 #include <QObject>
 
-/// The job that the receiver runs: an XML document in a value of the tree and the file that it came from. Its
-/// memory-scan sections are made by the owner of the memory channels, which is bound to the values by their
-/// paths and writes the file when it is asked by the save value; the job itself reads files, and tells how
-/// file and document stand to each other. It owns the node of its values.
+/// The job that the receiver runs: an XML document in a value of the tree, and the file that it came from.
+/// The handler of the memory channels is bound to the job's values by their paths: it reads and writes the
+/// file and keeps the memory-scan sections. The job says which file it is, and how file and document stand to
+/// each other. It owns the node of its values.
 class Job : public QObject, private IObserver {
     Q_OBJECT
 
@@ -39,14 +39,15 @@ public:
     /// file. Without a file it does nothing.
     bool Save();
     /// The same into another file, which is the job's from then on. Where no job is open, a new one is made
-    /// around the present memory-scan section. When it fails the job keeps its old file.
+    /// around the present channels. When it fails the job keeps its old file.
     bool SaveAs(const QString& path);
     /// Drops what has changed since the job was read or written, so that nobody asks for it any more.
     void Revert();
 
     /// Absolute path of the job's file; empty when none is open.
     const QString& GetFileName() const { return m_fileName; }
-    FileState GetFileState() const;
+    /// Looks at the file.
+    FileState GetFileState();
     /// Whether something would be lost if the job ended now.
     bool IsModified() const;
     const QString& GetText() const { return m_text->GetValue(); }
@@ -54,10 +55,6 @@ public:
     QStringView GetSection() const;
 
 signals:
-    /// The file that the job is to be written into from now on; empty for none.
-    void FileNamed(const QString& path);
-    /// Whoever has changes of the channels that are not in the job yet brings them in now.
-    void ChangesWanted();
     /// Text, file or the relation of the two changed.
     void Changed();
 
@@ -69,19 +66,17 @@ private:
     };
 
     void Update(Observable* subject, TChangeCode code) override;
-    void setFileName(const QString& path);
-    void setText(const QString& text);
+    void watch();
+    void noteSaved(const QString& fileName);
     Stamp stampOfFile() const;
-    bool writeAndCompare();
+    bool fileHoldsText() const;
 
     WeakRef<Node> m_node;
     Value<QString>* m_text;
     Value<QString>* m_section;
-    Value<bool>* m_save;
-    Value<bool>* m_suppressRestart; ///< set by the owner of the channels while it changes the job
     QString m_fileName;
     QString m_savedText;
-    Stamp m_stamp;
-    bool m_touched = false; ///< the owner of the channels acted since the job was read or written
+    Stamp m_saved;   ///< the file as it was read or written
+    Stamp m_foreign; ///< the file as somebody else left it
     QFileSystemWatcher m_watcher;
 };

@@ -1,5 +1,6 @@
 #include "workstation/jobpanel.h"
 
+#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/gui/colorset.h"
 #include "host/gui/guibase.h"
 #include "workstation/job.h"
@@ -164,7 +165,8 @@ QString JobPanel::question() const {
 }
 
 bool JobPanel::MayLeave() {
-    emit m_job.ChangesWanted();
+    MemorySystemHandler::Instance()->UpdateJobFileEntries();
+    m_job.GetFileState(); // sees what the lists have saved
     if (!m_job.IsModified())
         return true;
     const auto answer = QMessageBox::question(this, tr("Unsaved Job"), question(),

@@ -6,8 +6,10 @@
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/freqlist/multiviewmediator.h"
 #include "host/gui/sortlistview.h"
+#include "workstation/bandspanel.h"
 #include "workstation/frequencybar.h"
 #include "workstation/messagespanel.h"
+#include "workstation/noibands.h"
 #include "workstation/receiver.h"
 #include "workstation/receiverpanel.h"
 
@@ -30,6 +32,7 @@ constexpr int MessagesHeight = 110;
 
 MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
     : QMainWindow(parent),
+      m_bands(new NoiBands(this)),
       m_bar(new FrequencyBar(this)),
       m_tabs(new QTabWidget(this)),
       m_messages(new MessagesPanel(this)),
@@ -49,8 +52,10 @@ MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
     resizeDocks({AddPanel(m_messages, tr("Messages"), Qt::BottomDockWidgetArea)}, {MessagesHeight},
                 Qt::Vertical);
     connect(m_messages, &MessagesPanel::ProblemAdded, this, &MainWindow::Tell);
-    AddPanel(new ReceiverPanel(receiver), tr("Receiver"), Qt::RightDockWidgetArea);
+    AddPanel(new ReceiverPanel(receiver, *m_bands), tr("Receiver"), Qt::RightDockWidgetArea);
     connectReceiver(receiver);
+    AddPanel(new BandsPanel(*m_bands), tr("NOI bands"), Qt::RightDockWidgetArea)->hide();
+    m_bar->SetBands(*m_bands);
 
     FreqStore& store = FreqStore::Instance();
     for (const int id : store.GetListIds())

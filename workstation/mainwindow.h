@@ -9,6 +9,7 @@ class FrequencyBar;
 class FrequencyStoreListView;
 class FreqStoreListViewButtonBar;
 class MessagesPanel;
+class NoiBands;
 class QMenu;
 class QDockWidget;
 class QTabWidget;
@@ -27,6 +28,8 @@ public:
     FrequencyBar* GetBar() const { return m_bar; }
     QTabWidget* GetTabs() const { return m_tabs; }
     MessagesPanel* GetMessages() const { return m_messages; }
+    /// The bands of interest.
+    const NoiBands& GetBands() const { return *m_bands; }
     QMenu* GetFileMenu() const { return m_fileMenu; }
     /// Adds a panel that can be moved and closed, and its entry in the View menu; the window owns it.
     QDockWidget* AddPanel(QWidget* panel, const QString& title, Qt::DockWidgetArea area);
@@ -57,6 +60,7 @@ private:
     void connectReceiver(Receiver& receiver);
     void makeMenus();
 
+    NoiBands* m_bands;
     FrequencyBar* m_bar;
     QTabWidget* m_tabs;
     MessagesPanel* m_messages;

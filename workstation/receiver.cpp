@@ -90,8 +90,6 @@ Receiver::Receiver(ReceiverKind kind)
 }
 
 Receiver::~Receiver() {
-    for (const Live& live : m_live)
-        live.value->DeleteObserver(this);
     if (Node* node = m_node.get())
         Tree::Instance()->GetRoot()->DeleteNode(node);
 }

@@ -5,6 +5,7 @@
 #include "host/widgets/vccheckbox.h"
 #include "host/widgets/vccomboboxclassic.h"
 #include "host/widgets/vclineedit.h"
+#include "workstation/bandsteps.h"
 #include "workstation/levelmeter.h"
 #include "workstation/receiver.h"
 
@@ -26,7 +27,8 @@ VCLineEdit::LineEditType fieldType(ReceiverSetting::Type type) {
 
 } // namespace
 
-ReceiverPanel::ReceiverPanel(Receiver& receiver, QWidget* parent) : QWidget(parent), m_receiver(receiver) {
+ReceiverPanel::ReceiverPanel(Receiver& receiver, const NoiBands& bands, QWidget* parent)
+    : QWidget(parent), m_receiver(receiver) {
     auto* form = new QFormLayout(this);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     const ReceiverSetting& frequency = receiver.GetSettings().front();
@@ -40,6 +42,7 @@ ReceiverPanel::ReceiverPanel(Receiver& receiver, QWidget* parent) : QWidget(pare
         new LevelMeter(receiver.GetLevel(), receiver.Find<ValueNumeric<int>>(Keys::Threshold), this));
     for (const ReceiverSetting& setting : receiver.GetSettings())
         addSetting(*form, setting);
+    form->addRow(new BandSteps(receiver, bands, this));
 }
 
 void ReceiverPanel::addSetting(QFormLayout& form, const ReceiverSetting& setting) {

@@ -4,17 +4,19 @@
 
 #include <QWidget>
 
+class NoiBands;
 class QFormLayout;
 class Receiver;
 class VCLineEdit;
 
 /// The panel of a receiver: its level, and its settings as they are, to be changed. A field refuses what is
-/// outside the setting's limits and says so below itself. The receiver is not owned and outlives the panel.
+/// outside the setting's limits and says so below itself. Below them it tells in which band of interest the
+/// receiver is. Receiver and bands are not owned and outlive the panel.
 class ReceiverPanel : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ReceiverPanel(Receiver& receiver, QWidget* parent = nullptr);
+    ReceiverPanel(Receiver& receiver, const NoiBands& bands, QWidget* parent = nullptr);
 
 private:
     void addSetting(QFormLayout& form, const ReceiverSetting& setting);

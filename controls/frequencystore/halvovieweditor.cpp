@@ -17,7 +17,7 @@
 namespace {
 
 constexpr char CopiesPath[] = "/TempEditMscanList";
-constexpr int WidgetCharacters = 26;
+constexpr int WidgetCharacters = 36;
 constexpr int NoteCharacters = 34;
 
 enum Column { ColumnApply, ColumnTitle, ColumnWidget, ColumnNote };
@@ -254,14 +254,19 @@ void HalvoViewEditor::showNote(const Field& field) {
         return;
     }
     if (field.differs && !field.apply->isChecked()) {
-        field.note->setText(tr("The entries differ; this is that of the first."));
+        field.note->setText(tr("differs; this is the first entry's"));
         setTextColor(*field.note, IColorBase::WARNING_TEXT);
         return;
     }
     const auto* line = qobject_cast<const VCLineEdit*>(field.widget);
     const QString limits = line ? line->LimitsText() : QString();
     field.note->setText(QStringList{limits, tr(field.info.note)}.join(QLatin1Char(' ')).trimmed());
-    setTextColor(*field.note, IColorBase::MUTED_TEXT);
+    // Lists keep what a file says, also what the receiver cannot be set to.
+    const IValueNumeric* number = numeric_cast(field.value.get());
+    const bool isOutside =
+        number && number->MinAsDouble() < number->MaxAsDouble() &&
+        (number->ValueAsDouble() < number->MinAsDouble() || number->ValueAsDouble() > number->MaxAsDouble());
+    setTextColor(*field.note, isOutside ? IColorBase::WARNING_TEXT : IColorBase::MUTED_TEXT);
 }
 
 std::vector<Node*> HalvoViewEditor::livingEntries() const {

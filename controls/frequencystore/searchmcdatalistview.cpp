@@ -51,7 +51,7 @@ SearchMCDataListView::SearchMCDataListView(QWidget* parent, unsigned listId)
         setColumnAlignment(static_cast<unsigned>(columnCount() - 1), Right);
     }
     header()->setStretchLastSection(false);
-    FitColumns({14, 16, 14, 22, 12});
+    FitColumns({18, 22, 20, 28, 18});
     SetColumnWidthPersistantName(objectName());
 }
 

@@ -151,8 +151,6 @@ void SearchMCNOIListView::slotSaveToFile() {
 void SearchMCNOIListView::slotCopy() {
     CopySelection(TraceSource, 226);
     FreqStore::Instance().ClearFrequencyListCopyStruct();
-    if (!currentItem())
-        return;
     for (FrequencyNodeMediator* mediator : SelectedMediators())
         copy2FreqStore(*mediator);
 }

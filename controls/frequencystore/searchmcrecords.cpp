@@ -15,6 +15,7 @@ namespace SearchMC {
 namespace {
 
 constexpr char TraceSource[] = "searchmcrecords";
+const QString TypeText(QLatin1Char(DetectionConventionalAdapter::Type));
 constexpr qint64 MicrosecondsPerSecond = 1000000;
 /// The bearings of an HF search are not for its files: these stand in their place.
 constexpr double HFAzimuth = 2222.0;
@@ -24,9 +25,9 @@ constexpr double HFLatitude = 2000.0;
 /// Positions from here on are none.
 constexpr double PositionLimit = 1000.0;
 
-QDateTime wholeSeconds(double microseconds) {
-    return QDateTime::fromSecsSinceEpoch(ClampedFromDouble<qint64>(microseconds) / MicrosecondsPerSecond,
-                                         Qt::UTC);
+/// A time in microseconds, cut to whole seconds.
+qint64 wholeSeconds(double microseconds) {
+    return ClampedFromDouble<qint64>(microseconds) / MicrosecondsPerSecond * MicrosecondsPerSecond;
 }
 
 QString text(const std::string& utf8) {
@@ -36,9 +37,9 @@ QString text(const std::string& utf8) {
 /// Sets begin and end of anything that has them.
 template <typename Times>
 void setTimes(Times& times, const DetectionConventional& record) {
-    times.SetStartTime(wholeSeconds(record.GetStartTime()));
+    times.SetStartTimeUsec(wholeSeconds(record.GetStartTime()));
     if (!record.GetActive())
-        times.SetStopTime(wholeSeconds(record.GetStopTime()));
+        times.SetStopTimeUsec(wholeSeconds(record.GetStopTime()));
 }
 
 template <typename Times>
@@ -97,7 +98,7 @@ DetectionResultList resultListHead(bool csv) {
     if (!csv) {
         head.SetComment(QStringLiteral("Emission Result List"));
         head.SetID(QStringLiteral("None"));
-        head.SetType(QString(QLatin1Char(DetectionConventionalAdapter::Type)));
+        head.SetType(TypeText);
     }
     return head;
 }
@@ -118,14 +119,12 @@ double DFNumber(const std::string& number) {
 
 FrequencyStoreEntry ToEntry(const DetectionConventional& record) {
     FrequencyStoreEntry entry;
-    entry.SetType(QString(QLatin1Char(DetectionConventionalAdapter::Type)));
+    entry.SetType(TypeText);
     entry.SetID(QString::number(record.GetID()));
     entry.GetFFM_Settings().GetFrequency().SetValue(record.GetFrequency());
     entry.GetFFM_Settings().GetIFBandwidth().SetValue(record.GetBandwidth());
     entry.GetFFM_Settings().SetLevel(record.GetLevel());
-    FreqStoreXml::Detection detection;
-    setTimes(detection, record);
-    entry.SetDetection(detection);
+    setTimes(entry.GetDetection(), record);
     return entry;
 }
 
@@ -141,7 +140,7 @@ DetectionConventional FromEntry(const FrequencyStoreEntry& entry, const QString&
 
 DetectionResult ToResult(const ExtendedDetectionConventional& record, Variant variant) {
     DetectionResult result;
-    result.SetType(QString(QLatin1Char(DetectionConventionalAdapter::Type)));
+    result.SetType(TypeText);
     result.SetID(QString::number(record.GetID()));
     const bool hasFrequency = record.GetClassifierFrequency() > 0;
     result.GetFrequency().SetValue(hasFrequency ? record.GetClassifierFrequency() : record.GetFrequency());

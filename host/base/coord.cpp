@@ -1,5 +1,7 @@
 #include "host/base/coord.h"
 
+#include "host/base/numbers.h"
+
 #include <GeographicLib/MGRS.hpp>
 #include <GeographicLib/UTMUPS.hpp>
 #include <cmath>
@@ -12,8 +14,13 @@ constexpr int MgrsPrecision = 5;
 QString degrees(double value, const char* hemispheres, CoordFormat format) {
     const QLatin1Char hemisphere(hemispheres[value < 0 ? 1 : 0]);
     const double magnitude = std::abs(value);
-    if (format == CoordFormat::DecimalDegrees)
-        return QString::number(magnitude, 'f', 5) + QChar(0xb0) + hemisphere;
+    if (format == CoordFormat::DecimalDegrees) {
+        QString text;
+        text.reserve(12);
+        Quor::AppendFixed(text, magnitude, 5);
+        text += QChar(0xb0);
+        return text += hemisphere;
+    }
     // Rounded once, in the smallest unit shown, so that no 60 appears.
     if (format == CoordFormat::DegreesMinutes) {
         const auto thousandths = static_cast<qint64>(std::llround(magnitude * 60 * 1000));

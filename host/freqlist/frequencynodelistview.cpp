@@ -145,8 +145,7 @@ void FrequencyNodeListView::SelectFrequency(double hertz) {
 
 void FrequencyNodeListView::CopySelection(const char* traceSource, unsigned short line) {
     try {
-        const std::vector<FrequencyNodeMediator*> mediators =
-            currentItem() ? SelectedMediators() : std::vector<FrequencyNodeMediator*>();
+        const std::vector<FrequencyNodeMediator*> mediators = SelectedMediators();
         if (mediators.empty())
             return;
         FreqStoreXml::FrequencyStoreList list;

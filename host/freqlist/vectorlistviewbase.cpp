@@ -189,6 +189,7 @@ void VectorListViewBase::timerEvent(QTimerEvent* event) {
 }
 
 void VectorListViewBase::UpdateView() {
+    m_tick.stop();
     if (!IsConnected())
         return;
     QElapsedTimer timer;
@@ -199,7 +200,9 @@ void VectorListViewBase::UpdateView() {
 }
 
 void VectorListViewBase::LoadAll() {
-    if (m_loaded < m_count)
+    if (m_tick.isActive() && !m_arranging)
+        UpdateView();
+    else if (m_loaded < m_count)
         TakeAnew();
 }
 

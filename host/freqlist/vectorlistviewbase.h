@@ -93,7 +93,7 @@ protected:
     virtual double RecordFrequency(quint32 record) const = 0;
 
     const std::vector<QString>& Fields() const { return m_fields; }
-    /// Makes the copy complete, if it is not.
+    /// Makes the copy complete and brings it up to date.
     void LoadAll();
     /// Records in their order, whatever the filter hides; rows; selected rows.
     std::vector<quint32> Order() const;

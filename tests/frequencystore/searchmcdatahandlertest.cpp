@@ -111,7 +111,7 @@ TEST_F(SearchMCDataHandlerTest, AFailedWriteAsksUntilOneSucceedsOrTheOperatorGiv
     } const rows[] = {{&SearchMCDataHandler::SaveToFile, "xml"}, {&SearchMCDataHandler::ExportToFile, "csv"}};
     for (const auto& row : rows) {
         // Cancelled, a folder that takes no files, a folder as a file, a device: each is asked about.
-        for (const QString& bad : {QString(), Q("/proc/x.") + Q(row.kind), m_folder.path(), Q("/dev/full")}) {
+        for (const QString& bad : {QString(), Q("/sys/x.") + Q(row.kind), m_folder.path(), Q("/dev/full")}) {
             Traces traces(0);
             AnswerDialog(bad);
             AnswerQuestion(QMessageBox::No, asked);
@@ -130,10 +130,10 @@ TEST_F(SearchMCDataHandlerTest, AFailedWriteAsksUntilOneSucceedsOrTheOperatorGiv
             EXPECT_TRUE((Handler().*row.run)(false).isEmpty());
         }
         EXPECT_EQ(Read(Q("old.xml")), QByteArray("old"));
-        AnswerDialog(Q("/proc/x"));
+        AnswerDialog(Q("/sys/x"));
         AnswerQuestion(QMessageBox::Yes, asked, [&] { AnswerDialog(good); });
         EXPECT_EQ((Handler().*row.run)(false), good);
-        EXPECT_TRUE(asked.contains(Q("/proc/x")));
+        EXPECT_TRUE(asked.contains(Q("/sys/x")));
         EXPECT_GT(Read(Q("good.xml")).size(), 500 * 30);
         QFile::remove(good);
     }

@@ -236,7 +236,7 @@ TEST_F(ViewEditor, OfSeveralChannelsOnlyWhatIsTouchedIsWrittenToAll) {
     Show();
     EXPECT_EQ(Field("rangefrequencies"), nullptr);
     EXPECT_EQ(Field<QComboBox>("demodulation")->findText(Q("FM")), -1) << "not all channels offer it";
-    const QString differs = Q("The entries differ; this is that of the first.");
+    const QString differs = Q("differs; this is the first entry's");
     for (const char* key : {"frequency", "comment", "demodulation", "attenuation"})
         EXPECT_EQ(Note(key), differs) << key;
     EXPECT_EQ(Note("threshold"), Q("-40 to 110 dBµV"));

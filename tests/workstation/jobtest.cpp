@@ -1,47 +1,33 @@
 #include "workstation/job.h"
 
+#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/valuetree/tree.h"
+#include "tests/support/dialogs.h"
 #include "tests/support/traces.h"
 #include "workstation/jobpanel.h"
 
-#include <QAbstractButton>
 #include <QFile>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-constexpr char SmallJob[] = "<?xml version=\"1.0\"?>\n"
-                            "<JOB Name=\"Wärme\">\n"
-                            " <SUBJOB><TDS>\n"
-                            "  <MEMORYSCAN><MEMORYSCAN_CHANNEL Range=\"1\"/></MEMORYSCAN>\n"
-                            " </TDS></SUBJOB>\n"
-                            "</JOB>";
-constexpr char NewSection[] =
-    "<MEMORYSCAN>\n <MEMORYSCAN_CHANNEL Range=\"1\" Name=\"new\"/>\n</MEMORYSCAN>\n";
-
-/// Stands for the owner of the memory channels: writes the job's text into its file when it is asked to.
-class Owner : public IObserver {
-public:
-    explicit Owner(Job& job) {
-        QObject::connect(&job, &Job::FileNamed, [this](const QString& path) { fileName = path; });
-        Tree::Instance()->GetValue(Job::SavePath())->AddObserver(this);
-    }
-    void Update(Observable*, TChangeCode code) override {
-        QFile file(fileName);
-        if (code == TChangeCode::Announcement && file.open(QIODevice::WriteOnly))
-            file.write(Tree::Instance()->GetValue(Job::TextPath())->GetStringValue().toUtf8() + '\n');
-    }
-
-    QString fileName;
-};
+constexpr char SmallJob[] = R"(<?xml version="1.0"?>
+<JOB Name="Wärme">
+ <SUBJOB><TDS>
+  <MEMORYSCAN><MEMORYSCAN_CHANNEL Range="1" Name="old">
+   <MEMORYSCAN_SEQ_CHANNELNUMBER Value="1"/><MEMORYSCAN_SEQ_FREQUENCY Value="6060000.000000"/>
+   <MEMORYSCAN_SEQ_THRESHOLD Value="20"/><MEMORYSCAN_SEQ_ANALOGDEMOD_METHOD Value="AM"/>
+   <MEMORYSCAN_SEQ_IFBANDWIDTH Value="6000.000000"/><MEMORYSCAN_SEQ_OUTPUTIFPATH Value="48.0 kHz"/>
+   <MEMORYSCAN_SEQ_SHIFT Value="20000"/><MEMORYSCAN_SEQ_BFOFREQUENCY Value="0"/>
+  </MEMORYSCAN_CHANNEL></MEMORYSCAN>
+ </TDS></SUBJOB>
+</JOB>)";
 
 class Jobs : public testing::Test {
 protected:
@@ -55,29 +41,40 @@ protected:
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no such file>");
     }
-    static void setSection(const QString& text) {
-        Tree::Instance()->GetValue(Job::SectionPath())->SetStringValue(text);
-    }
     static void setText(const QString& text) {
         Tree::Instance()->GetValue(Job::TextPath())->SetStringValue(text);
+    }
+    /// A new channel, as a list view makes it.
+    static void addChannel() { MemorySystemHandler::Instance()->SetNewEntry(7055000, 2700, "new", "LSB"); }
+    static size_t channelCount() { return Tree::Instance()->GetNode("/Lists/Memory")->ChildCount(); }
+
+    Jobs() {
+        MemorySystemHandler& handler = *MemorySystemHandler::Instance();
+        handler.Init(Tree::Instance()->MakeNode("/Lists/Memory"));
+        handler.SetJobfile_ValuePath(Job::TextPath());
+        handler.SetData4Jobfile_ValuePath(Job::SectionPath());
+        handler.SetSave2Job_ValuePath(Job::SavePath());
+    }
+    ~Jobs() override {
+        job.Revert();
+        MemorySystemHandler::DeleteInstance();
+        Tree::Instance()->GetRoot()->DeleteChildren();
     }
 
     QTemporaryDir folder;
     Traces traces;
     Job job;
-    Owner owner{job};
 };
 
-TEST_F(Jobs, AJobThatIsReadAndWrittenIsTheSameFile) {
-    const QByteArray bytes = QByteArray(SmallJob) + '\n';
-    const QString path = write("small.pij", bytes);
+TEST_F(Jobs, AnOpenedJobIsTheListAndItsFile) {
+    const QString path = write("small.pij", QByteArray(SmallJob) + '\n');
     ASSERT_TRUE(job.Open(path));
     EXPECT_EQ(job.GetText(), QString::fromUtf8(SmallJob));
-    EXPECT_EQ(job.GetSection().toString(), "<MEMORYSCAN><MEMORYSCAN_CHANNEL Range=\"1\"/></MEMORYSCAN>");
+    EXPECT_TRUE(job.GetSection().startsWith(QLatin1String("<MEMORYSCAN><MEMORYSCAN_CHANNEL Range=\"1\"")));
+    EXPECT_TRUE(job.GetSection().endsWith(QLatin1String("</MEMORYSCAN_CHANNEL></MEMORYSCAN>")));
+    EXPECT_EQ(channelCount(), 1U);
     EXPECT_EQ(job.GetFileState(), Job::FileState::Same);
     EXPECT_FALSE(job.IsModified());
-    EXPECT_TRUE(job.Save());
-    EXPECT_EQ(read(path), bytes);
 }
 
 struct BadJob {
@@ -98,7 +95,7 @@ TEST_P(BadJobs, AreRefusedWithFileLineAndReasonAndTheOldJobStays) {
     const QString bad = write(GetParam().name, GetParam().bytes);
     EXPECT_FALSE(job.Open(bad));
     EXPECT_EQ(job.GetFileName(), good);
-    EXPECT_EQ(owner.fileName, good);
+    EXPECT_EQ(channelCount(), 1U);
     EXPECT_EQ(job.GetText(), QString::fromUtf8(SmallJob));
     ASSERT_EQ(traces.problems.size(), 1);
     EXPECT_TRUE(traces.problems[0].startsWith(bad + GetParam().problem)) << traces.problems[0].toStdString();
@@ -110,7 +107,7 @@ INSTANTIATE_TEST_SUITE_P(
                     BadJob{"crossed.pij", "<JOB>\n<SUBJOB>\n</JOB></SUBJOB>", ":3: "},
                     BadJob{"empty.pij", "", ":1: "}, BadJob{"text.pij", "7055000\t2700\n", ":1: "},
                     BadJob{"latin1.pij", "<JOB>\n<SUBJOB Name=\"W\xe4rme\"/></JOB>", ":2: "},
-                    BadJob{"list.pij", "<FrequencyStoreList/>", ": this is no job: it has no SUBJOB"}));
+                    BadJob{"list.pij", "<FrequencyStoreList/>", ": is no job: it has no SUBJOB"}));
 
 TEST_F(Jobs, AMissingFileOrAFolderIsNoJob) {
     EXPECT_FALSE(job.Open(folder.filePath("none.pij")));
@@ -119,23 +116,39 @@ TEST_F(Jobs, AMissingFileOrAFolderIsNoJob) {
     EXPECT_EQ(job.GetFileState(), Job::FileState::None);
 }
 
-TEST_F(Jobs, AJobWithoutAPlaceForChannelsIsOpenedAndTold) {
-    EXPECT_TRUE(job.Open(write("bare.pij", "<JOB><SUBJOB><TDS/></SUBJOB></JOB>")));
+TEST_F(Jobs, AJobWithoutAPlaceForChannelsIsNotSavedWithoutThem) {
+    const QByteArray bare = "<JOB><SUBJOB><TDS/></SUBJOB></JOB>";
+    const QString path = write("bare.pij", bare);
+    ASSERT_TRUE(job.Open(path));
+    EXPECT_TRUE(job.Save()) << "there are no channels";
+    addChannel();
+    EXPECT_FALSE(job.Save());
+    EXPECT_EQ(read(path), bare + '\n');
     ASSERT_EQ(traces.problems.size(), 1);
-    EXPECT_TRUE(traces.problems[0].contains("no SUBJOB has a MEMORYSCAN"))
-        << traces.problems[0].toStdString();
+    EXPECT_TRUE(traces.problems[0].contains("no memory-scan section")) << traces.problems[0].toStdString();
 }
 
-TEST_F(Jobs, TheFileIsOlderWhenTheJobChangesAndTheSameWhenItIsSaved) {
+TEST_F(Jobs, TheFileIsOlderWhenChannelsChangeAndTheSameWhenTheJobIsSaved) {
     const QString path = write("small.pij", SmallJob);
     ASSERT_TRUE(job.Open(path));
-    const QString changed = QString::fromUtf8(SmallJob).replace("Range=\"1\"", "Range=\"2\"");
-    setText(changed);
+    addChannel();
+    MemorySystemHandler::Instance()->UpdateJobFileEntries();
     EXPECT_EQ(job.GetFileState(), Job::FileState::Older);
     EXPECT_TRUE(job.IsModified());
     EXPECT_TRUE(job.Save());
     EXPECT_EQ(job.GetFileState(), Job::FileState::Same);
-    EXPECT_EQ(read(path), changed.toUtf8() + '\n');
+    EXPECT_FALSE(job.IsModified());
+    EXPECT_TRUE(read(path).contains("Name=\"new\"")) << read(path).toStdString();
+    ASSERT_TRUE(job.Open(path));
+    EXPECT_EQ(channelCount(), 2U);
+}
+
+TEST_F(Jobs, AListThatSavesTheJobLeavesTheFileTheSame) {
+    ASSERT_TRUE(job.Open(write("small.pij", SmallJob)));
+    addChannel();
+    EXPECT_TRUE(MemorySystemHandler::Instance()->Save2Job());
+    EXPECT_EQ(job.GetFileState(), Job::FileState::Same);
+    EXPECT_FALSE(job.IsModified());
 }
 
 TEST_F(Jobs, SomebodyElsesChangeAndALostFileAreSeen) {
@@ -151,55 +164,53 @@ TEST_F(Jobs, SomebodyElsesChangeAndALostFileAreSeen) {
     EXPECT_EQ(job.GetFileState(), Job::FileState::Same);
 }
 
-TEST_F(Jobs, RevertBringsTheSavedTextBackAndTellsItsObservers) {
+TEST_F(Jobs, RevertBringsTheSavedJobAndItsChannelsBack) {
     ASSERT_TRUE(job.Open(write("small.pij", SmallJob)));
-    setSection(NewSection);
-    setText("<JOB><SUBJOB/></JOB>");
+    addChannel();
+    MemorySystemHandler::Instance()->UpdateJobFileEntries();
+    ASSERT_TRUE(MemorySystemHandler::Instance()->IsChangedSinceJobSave());
     job.Revert();
     EXPECT_EQ(job.GetText(), QString::fromUtf8(SmallJob));
-    EXPECT_FALSE(job.IsModified());
+    EXPECT_EQ(channelCount(), 1U);
+    EXPECT_FALSE(MemorySystemHandler::Instance()->IsChangedSinceJobSave());
 }
 
 TEST_F(Jobs, SaveAsThatFailsKeepsTheOldFile) {
     const QString path = write("small.pij", SmallJob);
     ASSERT_TRUE(job.Open(path));
-    setText("<JOB><SUBJOB/></JOB>");
+    addChannel();
     EXPECT_FALSE(job.SaveAs(folder.filePath("no such folder/copy.pij")));
     EXPECT_EQ(job.GetFileName(), path);
-    EXPECT_EQ(owner.fileName, path);
+    EXPECT_EQ(MemorySystemHandler::Instance()->GetJobfileName(), path);
     EXPECT_TRUE(job.IsModified());
     EXPECT_EQ(traces.problems.size(), 1);
     const QString copy = folder.filePath("copy.pij");
     EXPECT_TRUE(job.SaveAs(copy));
     EXPECT_EQ(job.GetFileName(), copy);
-    EXPECT_EQ(read(copy), "<JOB><SUBJOB/></JOB>\n");
+    EXPECT_TRUE(read(copy).contains("Name=\"new\""));
     EXPECT_EQ(read(path), QByteArray(SmallJob)) << "the first file stays";
 }
 
 TEST_F(Jobs, ChannelsWithoutAJobAreSavedInANewOne) {
     EXPECT_FALSE(job.IsModified());
     EXPECT_FALSE(job.Save()) << "there is no file";
-    setSection("<MEMORYSCAN/>");
-    EXPECT_FALSE(job.IsModified()) << "no channels, nothing to lose";
-    setSection(NewSection);
+    addChannel();
+    MemorySystemHandler::Instance()->UpdateJobFileEntries();
     EXPECT_TRUE(job.IsModified());
     const QString path = folder.filePath("new.pij");
     ASSERT_TRUE(job.SaveAs(path));
     EXPECT_FALSE(job.IsModified());
-    EXPECT_EQ(job.GetSection().toString(), QString::fromLatin1(NewSection).trimmed());
+    EXPECT_EQ(channelCount(), 1U);
+    EXPECT_TRUE(job.GetSection().contains(QLatin1String("Name=\"new\"")));
     EXPECT_TRUE(job.Open(path)) << "what was made is a job";
+    EXPECT_EQ(channelCount(), 1U);
     EXPECT_TRUE(traces.problems.isEmpty());
 }
 
-/// Presses a button of the next message box and remembers what it asked.
+/// Does something that asks, and answers it; the result is what was asked.
 QString answer(QMessageBox::StandardButton button, const std::function<void()>& act) {
     QString asked;
-    QTimer::singleShot(0, [&] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        ASSERT_NE(box, nullptr);
-        asked = box->text();
-        box->button(button)->click();
-    });
+    AnswerQuestion(button, asked);
     act();
     return asked;
 }
@@ -209,14 +220,13 @@ TEST_F(Jobs, LeavingAChangedJobIsAskedAbout) {
     ASSERT_TRUE(job.Open(path));
     JobPanel panel(job);
     EXPECT_TRUE(panel.MayLeave()) << "nothing changed, nothing is asked";
-    const QString changed = QString::fromUtf8(SmallJob).replace("Range=\"1\"", "Range=\"2\"");
-    // A change that its owner has not brought in yet counts.
-    QObject::connect(&job, &Job::ChangesWanted, &panel, [&] { setText(changed); });
+    addChannel(); // that is not in the job yet
     EXPECT_TRUE(answer(QMessageBox::Cancel, [&] { EXPECT_FALSE(panel.MayLeave()); }).contains("small.pij"));
     answer(QMessageBox::Discard, [&] { EXPECT_TRUE(panel.MayLeave()); });
     EXPECT_EQ(read(path), QByteArray(SmallJob));
     answer(QMessageBox::Save, [&] { EXPECT_TRUE(panel.MayLeave()); });
-    EXPECT_EQ(read(path), changed.toUtf8() + '\n');
+    EXPECT_TRUE(read(path).contains("Name=\"new\""));
+    EXPECT_TRUE(panel.MayLeave()) << "all is saved";
 }
 
 TEST_F(Jobs, AFileThatAnotherProgramChangedIsReplacedOnlyWhenTheOperatorWantsIt) {
@@ -227,7 +237,7 @@ TEST_F(Jobs, AFileThatAnotherProgramChangedIsReplacedOnlyWhenTheOperatorWantsIt)
     answer(QMessageBox::No, [&] { EXPECT_FALSE(panel.Save()); });
     EXPECT_EQ(read(path), "<JOB><SUBJOB/></JOB>");
     answer(QMessageBox::Yes, [&] { EXPECT_TRUE(panel.Save()); });
-    EXPECT_EQ(read(path), QByteArray(SmallJob) + '\n');
+    EXPECT_TRUE(read(path).contains("MEMORYSCAN_CHANNEL"));
 }
 
 TEST_F(Jobs, ThePanelShowsTheSectionAndHowTheFileStands) {

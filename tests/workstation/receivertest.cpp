@@ -5,6 +5,8 @@
 #include "host/widgets/vccomboboxclassic.h"
 #include "host/widgets/vclineedit.h"
 #include "tests/support/recorder.h"
+#include "workstation/bandsteps.h"
+#include "workstation/noibands.h"
 #include "workstation/receiverpanel.h"
 #include "workstation/simulatedreceiver.h"
 
@@ -257,7 +259,8 @@ TEST_F(Receivers, TheLevelFollowsFrequencyAttenuationAndSquelch) {
 TEST_F(Receivers, ThePanelShowsEachSettingOfItsReceiverAndNoOther) {
     for (const ReceiverKind kind : {ReceiverKind::HF, ReceiverKind::VUHF}) {
         use(kind);
-        const ReceiverPanel panel(*receiver);
+        const NoiBands bands;
+        const ReceiverPanel panel(*receiver, bands);
         qsizetype expected = 0;
         for (const ReceiverSetting& setting : receiver->GetSettings()) {
             auto* editor = panel.findChild<QWidget*>(setting.key.Text());
@@ -271,7 +274,8 @@ TEST_F(Receivers, ThePanelShowsEachSettingOfItsReceiverAndNoOther) {
 }
 
 TEST_F(Receivers, ThePanelSetsTheReceiverAndRefusesWithTheReasonBelowTheField) {
-    ReceiverPanel panel(*receiver);
+    const NoiBands bands;
+    ReceiverPanel panel(*receiver, bands);
     auto* field = panel.findChild<VCLineEdit*>("frequency");
     auto* complaint = panel.findChild<QLabel*>("frequencyComplaint");
     const auto enter = [field](const char* typed) {
@@ -290,6 +294,35 @@ TEST_F(Receivers, ThePanelSetsTheReceiverAndRefusesWithTheReasonBelowTheField) {
     EXPECT_TRUE(complaint->isHidden());
     receiver->Tune(7055000);
     EXPECT_EQ(field->text(), "7055.000 kHz");
+}
+
+TEST_F(Receivers, StepsGoFromBandToBandWithinReach) {
+    NoiBands bands;
+    BandSteps steps(*receiver, bands);
+    EXPECT_TRUE(steps.isHidden()) << "there are no bands";
+    ValueBase* definition = Tree::Instance()->GetValue(NoiBands::ValuePath());
+    definition->SetStringValue("7000000,7200000;2181000,2183000;156000000,157000000;14000000,14350000;");
+    EXPECT_FALSE(steps.isHidden());
+    const auto* place = steps.findChild<QLabel*>("BandPlace");
+    receiver->Tune(5000000);
+    EXPECT_EQ(place->text(), "Outside the NOI bands");
+    QStringList visited;
+    const auto visit = [&](void (BandSteps::*slot)()) {
+        (steps.*slot)();
+        visited << text(Keys::KeyFrequency);
+    };
+    visit(&BandSteps::Next);
+    EXPECT_EQ(place->text(), "Within NOI band 7000.000 kHz to 7200.000 kHz");
+    visit(&BandSteps::Next);
+    visit(&BandSteps::Next); // over the band that an HF receiver does not reach
+    visit(&BandSteps::Previous);
+    visit(&BandSteps::Previous);
+    EXPECT_EQ(visited.join(' '), "7100000 14175000 2182000 14175000 7100000");
+    EXPECT_TRUE(refused.isEmpty());
+    definition->SetStringValue("156000000,157000000;");
+    visit(&BandSteps::Next);
+    EXPECT_EQ(visited.last(), "7100000") << "no band is within reach";
+    definition->SetStringValue("");
 }
 
 } // namespace

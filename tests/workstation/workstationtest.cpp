@@ -105,7 +105,7 @@ TEST_F(Workstations, EachFileGoesToWhomItBelongs) {
     EXPECT_TRUE(station->LoadFiles());
     EXPECT_EQ(station->GetJob().GetFileName(), sample("job-hf.pij"));
     EXPECT_EQ(entriesOf("/Lists/LocalTargetList"), 527);
-    start({sample("job-vuhf.pij")});
+    start({"--receiver", "vuhf", sample("job-vuhf.pij")});
     EXPECT_TRUE(station->LoadFiles());
     EXPECT_EQ(station->GetJob().GetFileName(), sample("job-vuhf.pij"));
 }

@@ -1,7 +1,7 @@
 #include "controls/frequencystore/listviewshandler/generallistparser.h"
 
 #include "controls/frequencystore/listviewshandler/linefields.h"
-#include "host/freqstorexml/frequencystoreentry.h"
+#include "host/freqstorexml/frequencystorelist.h"
 
 bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout, bool* sound) {
     constexpr unsigned short RefusalLine = 897;

@@ -1,6 +1,7 @@
 #include "controls/frequencystore/listviewshandler/searchmcdatareader.h"
 
 #include "controls/frequencystore/entries/searchmcdataresult.h"
+#include "controls/frequencystore/listviewshandler/filekind.h"
 #include "controls/frequencystore/listviewshandler/linereader.h"
 #include "controls/frequencystore/searchmcdatamediator.h"
 #include "host/base/numbers.h"
@@ -56,8 +57,8 @@ bool holdsLines(const QString& path) {
 
 bool SearchMCDataReader::ReadFile(const QString& path) {
     try {
-        const bool csv = path.contains(QLatin1String(".csv"));
-        if (path.contains(QLatin1String(".xml")))
+        const bool csv = PathContains(path, ".csv");
+        if (PathContains(path, ".xml"))
             readEntries(path, false);
         else if (!csv)
             throw RGException(path + QStringLiteral(": is of no known kind of file"));

@@ -24,6 +24,10 @@ namespace FreqStoreXml {
 class FrequencyStoreEntry;
 }
 
+namespace FreqStoreXml {
+class FrequencyStoreEntry;
+}
+
 /// Owner of the memory channels of one receiver, HF or VHF/UHF: it makes the channels, reads them from files,
 /// and keeps them in step with the receiver's job, an XML document whose memory-scan sections list them. One
 /// instance exists per process.

@@ -179,11 +179,11 @@ bool MemorySystemHandler::readEntries(const QString& path) {
 }
 
 void MemorySystemHandler::addEntry(const FreqStoreXml::FrequencyStoreEntry& entry) {
+    m_jobDataPending = true;
     if (IsVUHF())
         fillFrom(entry, AddVUHFValue().get());
     else
         fillFrom(entry, AddHFValue().get());
-    m_jobDataPending = true;
 }
 
 void MemorySystemHandler::FillInData(double frequency, double bandwidth, QString comment,

@@ -1,0 +1,192 @@
+// Figures of memory channels and jobs. Times per channel at different sizes are taken in one run; "goal" is
+// the ratio that must not be exceeded.
+
+#include "controls/frequencystore/halvonodemediatorctrl.h"
+#include "controls/frequencystore/listviewshandler/targetlisthandler.h"
+#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
+#include "host/freqstorexml/liststreams.h"
+#include "host/valuetree/tree.h"
+
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+double secondsOf(const std::function<void()>& work) {
+    QElapsedTimer timer;
+    timer.start();
+    work();
+    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
+}
+
+/// The shortest of several runs, which other work on the machine disturbed least.
+double bestOf(int runs, const std::function<double()>& run) {
+    double best = run();
+    for (int i = 1; i < runs; ++i)
+        best = std::min(best, run());
+    return best;
+}
+
+void report(benchmark::State& state, double baseline, double ours, double goal) {
+    state.SetIterationTime(ours);
+    state.counters["baseline_s"] = baseline;
+    state.counters["ours_s"] = ours;
+    state.counters["ratio"] = ours / baseline;
+    state.counters["goal"] = goal;
+}
+
+/// Counts what a value is written.
+struct Writes : IObserver {
+    void Update(Observable*, TChangeCode code) override { count += code == TChangeCode::ValueChanged; }
+    int count = 0;
+};
+
+/// A memory list with its job in the tree; it ends with its scope.
+class Memory {
+public:
+    Memory() {
+        MemorySystemHandler& handler = Handler();
+        m_list = Tree::Instance()->MakeNode(QStringLiteral("/Lists/Memory"));
+        Tree::Instance()->MakeNode(QStringLiteral("/JEN/Job"));
+        handler.Init(m_list);
+        m_job = GetOrCreateValue<Value<QString>>(QStringLiteral("/JEN/Job/File"));
+        m_data = GetOrCreateValue<Value<QString>>(QStringLiteral("/JEN/Job/Data"));
+        m_job->SetValue(
+            QStringLiteral("<JOB>\n <SUBJOB>\n  <TDS>\n   <MEMORYSCAN/>\n  </TDS>\n </SUBJOB>\n <SUBJOB>\n  "
+                           "<TDS>\n   <MEMORYSCAN/>\n  </TDS>\n </SUBJOB>\n</JOB>"));
+        handler.SetJobfile_ValuePath(QStringLiteral("/JEN/Job/File"));
+        handler.SetData4Jobfile_ValuePath(QStringLiteral("/JEN/Job/Data"));
+    }
+    ~Memory() {
+        m_job->SetValue(QString()); // nobody is there to be asked about an unsaved job
+        MemorySystemHandler::DeleteInstance();
+        Tree::Instance()->GetNode(QStringLiteral("/Lists"))->DeleteNode(m_list);
+        Tree::Instance()->GetNode(QStringLiteral("/JEN/Job"))->DeleteChildren();
+    }
+    Memory(const Memory&) = delete;
+    Memory& operator=(const Memory&) = delete;
+
+    static MemorySystemHandler& Handler() { return *MemorySystemHandler::Instance(); }
+    void Fill(int count) {
+        Handler().Prepare4NewFile();
+        for (int i = 0; i < count; ++i)
+            Handler().SetNewEntryHF(1e5 + 137.0 * i, 2700, QStringLiteral("Station %1").arg(i),
+                                    QStringLiteral("USB"), false, QString(), 0, 0, 0);
+        Handler().ResetDataAfterNewFile();
+    }
+    /// Changes one channel and brings the job up to date.
+    void ChangeOne(int run) {
+        Node* channel = m_list->Children()[m_list->ChildCount() / 2];
+        channel->FindOwn<Value<QString>>(Keys::KeyComment)->SetValue(QString::number(run));
+        Handler().SuspendMediatorCtrl(false, true);
+        Handler().UpdateJobFileEntries();
+    }
+    void DeleteHalf() {
+        std::vector<Node*> half = m_list->Children();
+        half.resize(half.size() / 2);
+        m_list->DeleteNodes(half);
+        Handler().SuspendMediatorCtrl(false, true);
+        Handler().UpdateJobFileEntries();
+    }
+    Node* List() const { return m_list; }
+    Value<QString>* Job() const { return m_job; }
+    Value<QString>* Data() const { return m_data; }
+
+private:
+    Node* m_list;
+    Value<QString>* m_job;
+    Value<QString>* m_data;
+};
+
+/// Time per channel until one changed channel of `count` stands in the job.
+double perChannel(int count, benchmark::State& state) {
+    Memory memory;
+    memory.Fill(count);
+    Writes job, data;
+    memory.Job()->AddObserver(&job);
+    memory.Data()->AddObserver(&data);
+    constexpr int Runs = 7;
+    int run = 0;
+    const double best = bestOf(Runs, [&] { return secondsOf([&] { memory.ChangeOne(++run); }); });
+    state.counters["job_writes"] = static_cast<double>(job.count) / Runs;
+    state.counters["sections_made"] = static_cast<double>(data.count) / Runs;
+    return best / count;
+}
+
+void OneChangeReachesTheJob(benchmark::State& state) {
+    for (auto _ : state) {
+        const double small = perChannel(100, state);
+        report(state, small, perChannel(10000, state), 1.5);
+    }
+}
+BENCHMARK(OneChangeReachesTheJob)->UseManualTime()->Iterations(1)->Unit(benchmark::kMicrosecond);
+
+void DeletingHalfOf10000(benchmark::State& state) {
+    for (auto _ : state) {
+        const auto perDeleted = [&](int count) {
+            Memory memory;
+            memory.Fill(count);
+            Writes data;
+            memory.Data()->AddObserver(&data);
+            const double seconds = secondsOf([&] { memory.DeleteHalf(); });
+            state.counters["sections_made"] = data.count;
+            return seconds / count;
+        };
+        const double small = bestOf(7, [&] { return perDeleted(100); });
+        report(state, small, bestOf(3, [&] { return perDeleted(10000); }), 1.5);
+    }
+}
+BENCHMARK(DeletingHalfOf10000)->UseManualTime()->Iterations(1)->Unit(benchmark::kMicrosecond);
+
+QString writeXml(const QTemporaryDir& folder, int count) {
+    const QString path = folder.filePath(QStringLiteral("list.xml"));
+    FreqStoreXml::FrequencyStoreListWriter writer(path, false);
+    writer.Begin(FreqStoreXml::FrequencyStoreList::MemoryChannels);
+    FreqStoreXml::FrequencyStoreEntry entry;
+    for (int i = 0; i < count; ++i) {
+        entry.SetComment(QStringLiteral("Station %1").arg(i));
+        entry.GetFFM_Settings().GetFrequency().SetValue(1e5 + 137.0 * i);
+        entry.GetFFM_Settings().GetIFBandwidth().SetValue(2700);
+        entry.GetFFM_Settings().SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod(
+            i % 2 ? QStringLiteral("USB") : QStringLiteral("CW")));
+        writer.Append(entry);
+    }
+    writer.Commit();
+    return path;
+}
+
+/// 100,000 channels of an XML file, mediators included, against as many targets of the same file. The job is
+/// not part of the targets' time and so not of the channels'.
+void ReadXmlAsTargetsDo(benchmark::State& state) {
+    constexpr int Count = 100000;
+    const QTemporaryDir folder;
+    const QString path = writeXml(folder, Count);
+    for (auto _ : state) {
+        const double targets = bestOf(3, [&] {
+            Node* list = Tree::Instance()->MakeNode(QStringLiteral("/Lists/Targets"));
+            TargetListHandler::DeleteInstance();
+            TargetListHandler::Instance()->Init(list, false);
+            const double seconds = secondsOf([&] { TargetListHandler::Instance()->ReadFile(path); });
+            list->DeleteChildren();
+            return seconds;
+        });
+        double withJob = 0;
+        const double channels = bestOf(3, [&] {
+            Memory memory;
+            const double all = secondsOf([&] { memory.Handler().ReadFile(path); });
+            withJob = all;
+            const double section = secondsOf([&] {
+                memory.Handler().SuspendMediatorCtrl(false, true);
+                memory.Handler().UpdateJobFileEntries();
+            });
+            return all - section;
+        });
+        report(state, targets, channels, 2);
+        state.counters["with_job_s"] = withJob;
+    }
+}
+BENCHMARK(ReadXmlAsTargetsDo)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+
+} // namespace

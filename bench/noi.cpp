@@ -1,0 +1,210 @@
+// Figures of the list of frequencies of interest. "ratio" is the time per entry of the large list against
+// that of the small one, or ours against the baseline; "goal" is what it must not exceed.
+
+#include "controls/frequencystore/halvonodemediatorctrl.h"
+#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
+#include "controls/frequencystore/searchmcnoilistview.h"
+#include "host/base/numbers.h"
+#include "host/freqlist/buttonbar.h"
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodemediator.h"
+#include "host/valuetree/tree.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+constexpr int Small = 10000;
+constexpr int Large = 100000;
+constexpr int Rounds = 10; ///< of the small list, so that it takes as long as the large one
+
+double secondsOf(const std::function<void()>& work) {
+    QElapsedTimer timer;
+    timer.start();
+    work();
+    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
+}
+
+/// Counts how often the band list is written.
+struct Counter : IObserver {
+    void Update(Observable*, TChangeCode code) override { changes += code == TChangeCode::ValueChanged; }
+    int changes = 0;
+};
+
+/// The list with a view open on it, and the value of its band list.
+class NoiBench {
+public:
+    NoiBench() {
+        m_list = Tree::Instance()->MakeNode(QStringLiteral("/Lists/NOI"));
+        m_definition = GetOrCreateValue<Value<QString>>(QStringLiteral("/Lists/NoiDefinition"));
+        m_definition->AddObserver(&m_counter);
+        Handler().SetRemembersFile(false);
+        Handler().Init(m_list);
+        Handler().SetNOIDefinition_ValuePath(m_definition->GetPathName());
+        m_id = Handler().AddToFreqStore();
+        m_view = std::make_unique<SearchMCNOIListView>(nullptr, static_cast<unsigned>(m_id));
+        m_view->InitFreqStoreWidget(&m_bar);
+        m_view->resize(1000, 700);
+        m_view->show();
+        m_view->sortByColumn(0, Qt::AscendingOrder);
+    }
+    ~NoiBench() {
+        m_view.reset();
+        FreqStore::Instance().RemoveFrequencyListDefinition(m_id);
+        NOIFrequencyHandler::DeleteInstance();
+        Tree::Instance()->GetNode(QStringLiteral("/Lists"))->DeleteNode(m_list);
+        Tree::Instance()->GetNode(QStringLiteral("/Lists"))->DeleteValue(QStringLiteral("NoiDefinition"));
+    }
+
+    static NOIFrequencyHandler& Handler() { return *NOIFrequencyHandler::Instance(); }
+    SearchMCNOIListView& View() { return *m_view; }
+    FreqStoreListViewButtonBar& ButtonBar() { return m_bar; }
+    const QString& Bands() const { return m_definition->GetValue(); }
+    int Changes() { return std::exchange(m_counter.changes, 0); }
+    void Clear() {
+        m_list->DeleteChildren();
+        Handler().UpdateNOIList();
+        QApplication::processEvents();
+        Changes();
+    }
+    QString File(int count) {
+        const QString path = m_folder.filePath(QStringLiteral("%1.noi").arg(count));
+        if (QFile file(path); !file.exists() && file.open(QIODevice::WriteOnly)) {
+            for (int i = 0; i < count; ++i)
+                file.write(QByteArray::number(100000 + 137LL * (i * 104729LL % count)) + "\tStation " +
+                           QByteArray::number(i) + "\t2700\n");
+        }
+        return path;
+    }
+    void Load(int count) {
+        Handler().ReadFile(File(count));
+        QApplication::processEvents();
+        Changes();
+    }
+
+private:
+    QTemporaryDir m_folder;
+    Node* m_list;
+    Value<QString>* m_definition;
+    Counter m_counter;
+    FreqStoreListViewButtonBar m_bar;
+    int m_id;
+    std::unique_ptr<SearchMCNOIListView> m_view;
+};
+
+/// Time per entry of the large list against that of the small one.
+void growth(benchmark::State& state, NoiBench& bench, const std::function<void(int)>& prepare,
+            const std::function<void()>& work) {
+    for (auto _ : state) {
+        double small = 0;
+        int changes = 0;
+        const auto run = [&](int count) {
+            prepare(count);
+            bench.Changes();
+            const double seconds = secondsOf([&] {
+                work();
+                QApplication::processEvents();
+            });
+            changes = std::max(changes, bench.Changes());
+            return seconds;
+        };
+        run(Small); // warms up
+        for (int i = 0; i < Rounds; ++i)
+            small += run(Small) / Rounds;
+        const double large = run(Large);
+        state.SetIterationTime(large);
+        state.counters["small_us_per_entry"] = small / Small * 1e6;
+        state.counters["large_us_per_entry"] = large / Large * 1e6;
+        state.counters["ratio"] = large / Large / (small / Small);
+        state.counters["goal"] = 1.5;
+        state.counters["band_lists_written"] = changes;
+    }
+}
+
+void NoiLoad(benchmark::State& state) {
+    NoiBench bench;
+    int count = 0;
+    growth(
+        state, bench,
+        [&](int n) {
+            count = n;
+            bench.File(n);
+            bench.Clear();
+        },
+        [&] { bench.Handler().ReadFile(bench.File(count)); });
+}
+
+void NoiPaste(benchmark::State& state) {
+    NoiBench bench;
+    growth(
+        state, bench,
+        [&](int n) {
+            bench.Load(n);
+            bench.View().selectAll();
+            bench.View().slotCopy();
+            bench.Clear();
+        },
+        [&] { bench.View().slotPaste(); });
+}
+
+/// Every second entry, picked one by one, which makes as many ranges of the selection.
+void NoiDelete(benchmark::State& state) {
+    NoiBench bench;
+    growth(
+        state, bench,
+        [&](int n) {
+            bench.Load(n);
+            QItemSelection selection;
+            for (int row = 0; row < n; row += 2) {
+                const QModelIndex index = bench.View().model()->index(row, 0);
+                selection.append(QItemSelectionRange(index, index.siblingAtColumn(2)));
+            }
+            bench.View().selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+        },
+        [&] { bench.ButtonBar().GetAction(FreqStoreListViewButtonBar::Delete)->trigger(); });
+}
+
+void NoiBandList(benchmark::State& state) {
+    constexpr int Million = 1000000;
+    NoiBench bench;
+    bench.Load(Million);
+    for (auto _ : state) {
+        std::vector<std::pair<double, double>> edges;
+        NoiBench::Handler().GetMediatorCtrl()->ForEach([&](FrequencyNodeMediator& mediator) {
+            double frequency = 0;
+            double bandwidth = 0;
+            mediator.GetFrequency(frequency, 0);
+            mediator.GetBandwidth(bandwidth, 0);
+            edges.emplace_back(frequency - bandwidth / 2, frequency + bandwidth / 2);
+        });
+        QString baselineText;
+        const double baseline = secondsOf([&] {
+            for (const auto& [from, to] : edges) {
+                Quor::AppendFixed(baselineText, from, 0);
+                baselineText += QLatin1Char(',');
+                Quor::AppendFixed(baselineText, to, 0);
+                baselineText += QLatin1Char(';');
+            }
+        });
+        const double ours = secondsOf([] { NoiBench::Handler().UpdateNOIList(); });
+        if (bench.Bands() != baselineText)
+            state.SkipWithError("the band list is wrong");
+        state.SetIterationTime(ours);
+        state.counters["baseline_s"] = baseline;
+        state.counters["ours_s"] = ours;
+        state.counters["ratio"] = ours / baseline;
+        state.counters["goal"] = 2;
+    }
+}
+
+} // namespace
+
+BENCHMARK(NoiLoad)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(NoiPaste)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(NoiDelete)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(NoiBandList)->UseManualTime()->Iterations(3)->Unit(benchmark::kSecond);

@@ -1,0 +1,55 @@
+#include "cli/arguments.h"
+#include "cli/command.h"
+#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
+#include "host/base/problems.h"
+#include "host/report/outputfile.h"
+#include "host/valuetree/tree.h"
+
+#include <cstdio>
+
+namespace {
+
+constexpr char DefinitionPath[] = "/Lists/NOIDefinition";
+
+bool writeFile(const QString& path, const std::string& line) {
+    try {
+        REPORTGENERATOR::OutputFile file(path);
+        REPORTGENERATOR::WriteBytes(file.Device(), path, line);
+        file.Commit();
+        return true;
+    } catch (const RGException& exception) {
+        Problems::Report("bands", 22, Problem::FromText(exception.GetErrorText()));
+        return false;
+    }
+}
+
+} // namespace
+
+int RunBands(const QStringList& arguments) {
+    Arguments args(
+        "bands",
+        "Prints the band list of a file of frequencies of interest, in one line: lower and upper edge "
+        "of each entry in whole hertz, \"lower,upper;\".",
+        1, false);
+    args.Parser().addOption({QStringLiteral("out"), QStringLiteral("Write the band list to FILE."),
+                             QStringLiteral("FILE"), QString()});
+    args.Parser().addPositionalArgument(QStringLiteral("FILE"),
+                                        QStringLiteral("File to read (.noi, .xml, .csv)."));
+    int exitCode = ExitDone;
+    if (!args.Take(arguments, exitCode))
+        return exitCode;
+    const ProblemPrinter problems;
+    const std::unique_ptr<CliList> list = MakeList(QStringLiteral("noi"));
+    const auto* definition = GetOrCreateValue<Value<QString>>(QString::fromLatin1(DefinitionPath));
+    NOIFrequencyHandler::Instance()->SetNOIDefinition_ValuePath(QString::fromLatin1(DefinitionPath));
+    if (!list->Read(args.Files().first()))
+        return ExitFile;
+    const std::string line = definition->GetValue().toStdString() + '\n';
+    if (args.Parser().isSet(QStringLiteral("out"))) {
+        if (!writeFile(args.Value("out"), line))
+            return ExitFile;
+    } else {
+        std::fwrite(line.data(), 1, line.size(), stdout);
+    }
+    return problems.Count() == 0 ? ExitDone : ExitFile;
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "cli/list.h"
+
+/// The memory channels of a receiver and its job, which lives in the tree as in the workstation.
+class MemoryList : public CliList {
+public:
+    explicit MemoryList(bool vuhf);
+    ~MemoryList() override;
+
+    /// Adds the channels of a file to the list.
+    bool Read(const QString& path) override;
+    bool Write(const QString& path) override;
+
+    /// Opens a job: its channels are the list. False, told, when it is none.
+    bool OpenJob(const QString& path);
+    /// Takes all channels out of the list.
+    void Clear();
+    /// Writes the job with the channels of the list; false, told, when it cannot be.
+    bool SaveJob(const QString& path);
+
+protected:
+    Node* GetNode() const override { return m_node; }
+
+private:
+    Node* m_node;
+};

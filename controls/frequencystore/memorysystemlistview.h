@@ -1,0 +1,80 @@
+#pragma once
+
+#include "host/freqlist/frequencynodelistview.h"
+
+#include <QBasicTimer>
+
+#include <memory>
+
+class CanCloseTabDialog;
+class HalvoViewEditor;
+class MemoryMediator;
+class MemorySystemHandler;
+class ResortPopupMenu;
+
+namespace FreqStoreXml {
+class FrequencyStoreEntry;
+}
+
+/// List view of the memory channels of a receiver, with the columns of its kind. Its actions call the
+/// memory-system handler; whatever changes the channels brings the receiver's job up to date.
+///
+/// While the receiver is in scan surveillance, actions that touch files are off.
+class MemorySystemListView : public FrequencyNodeListView {
+    Q_OBJECT
+
+public:
+    MemorySystemListView(QWidget* parent, unsigned listId);
+    ~MemorySystemListView() override;
+
+    void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
+    QString WhyOff(int action) const override;
+
+public slots:
+    /// Adds a channel with the receiver's present settings, and makes it the current row.
+    void slotNew();
+    /// Edits all selected channels when the row is one of them, else that of the row alone.
+    void slotEdit();
+    void slotEdit(SortListViewItem* item);
+    /// Puts the selected channels on the clipboard as XML, the current one first, and into the store's copy
+    /// buffer.
+    void slotCopy();
+    /// Adds the entries on the clipboard, whatever list they come from, as channels; when it holds none,
+    /// those of the store's copy buffer. The first of them becomes the current row.
+    void slotPaste();
+    void slotDelete();
+    void slotLoadFile();
+    void slotSavetoJob();
+    /// Takes what the editor's dialog holds.
+    void slotAcceptChanges();
+
+protected:
+    bool HasEditor() const override { return true; }
+    /// A range is as near as the nearest of its frequencies.
+    double DistanceTo(FrequencyNodeMediator& mediator, double hertz) const override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    void addColumns(bool isVUHF);
+    void connectBar(FreqStoreListViewButtonBar& bar);
+    void DoDelete();
+    void SetFileName2Caption(const QString& text);
+    void copy2FreqStore(MemoryMediator& mediator);
+    QVector<FreqStoreXml::FrequencyStoreEntry> copyBufferEntries() const;
+    void makeCurrent(unsigned long index);
+    void bringJobUpToDate();
+    void lookAtSurveillance();
+    static MemorySystemHandler& handler();
+
+    ResortPopupMenu* m_menu = nullptr;
+    std::unique_ptr<CanCloseTabDialog> m_dialog; ///< while one is open
+    HalvoViewEditor* m_editor = nullptr;         ///< in the dialog
+    QBasicTimer m_surveillanceTick;
+    bool m_inSurveillance = false; ///< as last seen
+    unsigned m_copyFrequency;
+    unsigned m_copyComment;
+    unsigned m_copyBandwidth;
+    unsigned m_copyDemodulation;
+};

@@ -1,0 +1,108 @@
+#include "host/startup/cfgcenter.h"
+#include "tests/cli/runcli.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+QString Q(const char* text) {
+    return QString::fromUtf8(text);
+}
+
+QByteArray BytesOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no such file>");
+}
+
+/// Runs in a folder of its own, whose settings name a list that no command may touch.
+class BandsTest : public testing::Test {
+protected:
+    void SetUp() override {
+        QDir::setCurrent(m_folder.path());
+        CfgCenter::SetDirectory(m_folder.path());
+        CfgCenter::GetAppCfg(ICfg::StartUp).SetString(Q("NOIFrequencies"), Q("remembered.noi"));
+        Write("remembered.noi", "1\tremembered\t2\n");
+        m_settings = BytesOf(Q("Application.ini"));
+    }
+    void TearDown() override {
+        EXPECT_EQ(BytesOf(Q("remembered.noi")), "1\tremembered\t2\n");
+        EXPECT_EQ(BytesOf(Q("Application.ini")), m_settings);
+        EXPECT_FALSE(QFile::exists(Q("NoiFrequencies.xml")));
+        CfgCenter::SetDirectory(QString());
+        QDir::setCurrent(m_before);
+    }
+    static QString Write(const char* name, const QByteArray& bytes) {
+        QFile file(Q(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        return file.fileName();
+    }
+
+    QString m_before = QDir::currentPath();
+    QTemporaryDir m_folder;
+    QByteArray m_settings;
+};
+
+TEST_F(BandsTest, TheBandListOfEachKindOfFile) {
+    Write("two.noi", "100000000\tone\t10000\n5000.4\ttwo\t1\n");
+    EXPECT_EQ(Cli({Q("convert"), Q("two.noi"), Q("two.xml")}).exitCode, ExitDone);
+    EXPECT_EQ(Cli({Q("convert"), Q("two.noi"), Q("two.csv")}).exitCode, ExitDone);
+    EXPECT_EQ(Cli({Q("convert"), Q("--list"), Q("noi"), Q("two.csv"), Q("again.noi")}).exitCode, ExitDone);
+    const std::string expected = "99995000,100005000;5000,5001;\n";
+    for (const char* name : {"two.noi", "two.xml", "two.csv", "again.noi"}) {
+        const CliResult shown = Cli({Q("bands"), Q(name)});
+        EXPECT_EQ(shown.exitCode, ExitDone) << name << shown.err;
+        EXPECT_EQ(shown.out, expected) << name;
+        const QString out = Write("out.txt", "old");
+        const CliResult written = Cli({Q("bands"), Q("--out"), out, Q(name)});
+        EXPECT_EQ(written.exitCode, ExitDone) << name;
+        EXPECT_TRUE(written.out.empty());
+        EXPECT_EQ(BytesOf(out).toStdString(), expected);
+    }
+    EXPECT_EQ(Cli({Q("bands"), Write("empty.noi", "")}).out, "\n");
+    const CliResult table = Cli({Q("show"), Q("two.noi")});
+    EXPECT_NE(table.out.find("one"), std::string::npos) << table.out;
+    EXPECT_NE(table.out.find("bandwidth"), std::string::npos) << table.out;
+    const CliResult checked = Cli({Q("check"), QStringLiteral(SAMPLES_DIR "/interest.noi")});
+    EXPECT_EQ(checked.exitCode, ExitDone) << checked.err;
+    EXPECT_NE(checked.out.find("NOI lines, 30 entries, no problems"), std::string::npos) << checked.out;
+}
+
+TEST_F(BandsTest, WrongCommandLinesAndBadFilesAreTold) {
+    for (const QStringList& arguments : {QStringList{Q("bands")},
+                                         {Q("bands"), Q("a.noi"), Q("b.noi")},
+                                         {Q("bands"), Q("--list"), Q("noi"), Q("a")}})
+        EXPECT_EQ(Cli(arguments).exitCode, ExitUsage);
+    struct {
+        const char* name;
+        QByteArray bytes;
+        const char* problem;
+        const char* bands;
+    } const rows[] = {
+        {"number.noi", "7055000\ta\t0\nabc\tb\t1\n", "number.noi:2: \"abc\" is no frequency",
+         "7055000,7055000;0,0;\n"},
+        {"nul.noi", QByteArray("12\t\0", 4), "nul.noi:1: is no text file", ""},
+        {"bytes.noi", "12\ta\n13\t\xc3\x28\n", "bytes.noi:2: is not well encoded", ""},
+        {"cut.xml", "<FrequencyStoreList><FrequencyStoreEntry>", "cut.xml:1: the file ends", ""},
+        {"root.xml", "<Foo/>", "root.xml: is no list and holds no profiles", ""},
+        {"cell.csv", "Frequency\n1\nx\n", "cell.csv:3: Frequency \"x\"", ""},
+        {"notes.txt", "12\n", "notes.txt: is of no known kind of file", ""},
+    };
+    for (const auto& row : rows) {
+        const QString path = Write(row.name, row.bytes);
+        const CliResult result = Cli({Q("bands"), path});
+        EXPECT_EQ(result.exitCode, ExitFile) << row.name;
+        EXPECT_EQ(result.out, row.bands) << row.name;
+        EXPECT_NE(result.err.find(row.problem), std::string::npos) << result.err;
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+        EXPECT_EQ(BytesOf(path), row.bytes);
+    }
+    EXPECT_EQ(Cli({Q("bands"), Q("missing.noi")}).exitCode, ExitFile);
+    const QString good = Write("good.noi", "12\ta\t1\n");
+    for (const char* out : {"no/folder/x", "/proc/x", "."})
+        EXPECT_EQ(Cli({Q("bands"), Q("--out"), Q(out), good}).exitCode, ExitFile) << out;
+}
+
+} // namespace
