@@ -304,9 +304,9 @@ public:
     requires std::is_same_v<Container, std::list<T>>
     void Edit(quint64 place, const T& element, Change change) {
         change(const_cast<T&>(element));
-        if (m_edits.size() == MaxEdits) {
-            m_edits.clear();
-            m_firstEdit += MaxEdits;
+        if (m_edits.size() == MaxEdits) { // whoever follows has seen the older half long ago
+            m_edits.erase(m_edits.begin(), m_edits.begin() + MaxEdits / 2);
+            m_firstEdit += MaxEdits / 2;
         }
         m_edits.push_back({place, &element});
     }

@@ -275,6 +275,19 @@ TEST_F(RecordViews, FollowWhatComesAndChangesAsIfTheyTookAllAnew) {
     EXPECT_EQ(view.followed, 20) << "all ways but the one by texts";
 }
 
+TEST_F(RecordViews, KeepFollowingHoweverManyRecordsHaveChangedInAll) {
+    open(10);
+    constexpr int Rounds = 100;
+    for (int round = 1; round <= Rounds; ++round) {
+        for (int i = 0; i < 200; ++i)
+            list->Edit(3, list->At(3), [&](auto& record) { record.SetLevel(static_cast<short>(round)); });
+        list->HasChanged(TChangeCode::ValueChanged);
+        view.UpdateView();
+        ASSERT_EQ(view.followed, round);
+        ASSERT_EQ(view.Record(3)->GetLevel(), round);
+    }
+}
+
 TEST_F(RecordViews, OpenWithTheHeadOfALongListAndTakeTheRestAfterwards) {
     open(3000);
     EXPECT_EQ(view.RecordCount(), 3000);
