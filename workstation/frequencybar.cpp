@@ -46,7 +46,7 @@ FrequencyBar::FrequencyBar(QWidget* parent) : QWidget(parent), m_from(100e3), m_
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     m_refresh.setSingleShot(true);
     m_refresh.setInterval(RefreshMilliseconds);
-    connect(&m_refresh, &QTimer::timeout, this, qOverload<>(&QWidget::update));
+    connect(&m_refresh, &QTimer::timeout, this, &FrequencyBar::computeLines);
 }
 
 FrequencyBar::~FrequencyBar() = default;
@@ -95,6 +95,20 @@ void FrequencyBar::mapLines() {
     for (auto& [id, line] : m_lines)
         line.pixels->SetHMapping(this, barWidth());
     mapBands();
+    m_mapped = true;
+    update();
+}
+
+/// Brings the lines up to date, in a turn of the event loop of its own: painting them is another one, since
+/// long lists take a while.
+void FrequencyBar::computeLines() {
+    QElapsedTimer timer;
+    timer.start();
+    for (auto& [id, line] : m_lines)
+        line.pixels->Refresh();
+    m_mapped = false;
+    // Lines of very many entries are computed less often: most of the time is left to the rest.
+    m_refresh.setInterval(std::max(RefreshMilliseconds, IdlePerRefresh * static_cast<int>(timer.elapsed())));
     update();
 }
 
@@ -259,14 +273,12 @@ void FrequencyBar::paintLine(QPainter& painter, const Line& line, int top) const
 }
 
 void FrequencyBar::paintEvent(QPaintEvent*) {
-    QElapsedTimer timer;
-    timer.start();
+    if (m_mapped)
+        computeLines();
     QPainter painter(this);
     int row = 0;
-    for (auto& [id, line] : m_lines) {
-        line.pixels->Refresh();
+    for (auto& [id, line] : m_lines)
         paintLine(painter, line, lineTop(row++));
-    }
     paintAxis(painter);
     const double tuned = MapToPixel(m_tuned);
     if (tuned >= 0 && tuned <= barWidth()) {
@@ -274,8 +286,6 @@ void FrequencyBar::paintEvent(QPaintEvent*) {
         const int x = LabelWidth + static_cast<int>(tuned);
         painter.drawLine(x, 0, x, lineTop(std::max(row, 1)));
     }
-    // Lines of very many entries are computed less often: most of the time is left to the rest.
-    m_refresh.setInterval(std::max(RefreshMilliseconds, IdlePerRefresh * static_cast<int>(timer.elapsed())));
 }
 
 void FrequencyBar::resizeEvent(QResizeEvent*) {

@@ -68,6 +68,7 @@ private:
     int barWidth() const;
     int lineTop(int row) const;
     void mapLines();
+    void computeLines();
     void mapBands();
     QString bandText(int x) const;
     void paintBands(QPainter& painter, int top, int height, const QColor& color) const;
@@ -86,5 +87,6 @@ private:
     double m_pressedFrom = 0;
     double m_pressedTo = 0;
     bool m_dragging = false;
-    QTimer m_refresh; ///< many changes are one repaint
+    QTimer m_refresh;      ///< many changes are one repaint
+    bool m_mapped = false; ///< lines have another scale since they were computed
 };
