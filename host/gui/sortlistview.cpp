@@ -221,16 +221,17 @@ int SortListView::placeOf(const SortListViewItem& row, const RowOrder& order) co
     return from;
 }
 
-/// Takes out the rows that may move and no longer stand between their neighbours.
-SortListView::Rows SortListView::takeMisplaced(const RowOrder& order) {
+/// Takes out those of the rows at these places, in ascending order, that no longer stand between their
+/// neighbours. They are all rows that may move.
+SortListView::Rows SortListView::takeMisplaced(const std::vector<int>& moving, const RowOrder& order) {
     const auto keyAt = [&](int index) {
         return order.KeyOf(asRow(topLevelItem(index))->CellText(m_sortColumn));
     };
     Rows taken;
-    for (int index = topLevelItemCount() - 1; index >= 0; --index) {
+    for (auto place = moving.rbegin(); place != moving.rend(); ++place) {
+        const int index = *place;
         SortListViewItem* row = asRow(topLevelItem(index));
-        if (!std::exchange(row->m_mayMove, false))
-            continue;
+        row->m_mayMove = false;
         // All rows below stand right; above, the nearest that has not changed counts.
         int above = index - 1;
         while (above >= 0 && asRow(topLevelItem(above))->m_mayMove)
@@ -249,21 +250,24 @@ SortListView::Rows SortListView::takeMisplaced(const RowOrder& order) {
 /// Puts the rows that are new or have changed to their places among the others; false, with nothing changed,
 /// when there are so many that sorting all is less work.
 bool SortListView::moveFew() {
-    constexpr qsizetype RowsPerMove = 64;
-    qsizetype moving = 0;
-    bool simple = selectionMode() != SingleSelection; // a current row that is taken out selects another one
-    for (int i = 0; i < topLevelItemCount(); ++i) {
+    constexpr int RowsPerMove = 64;
+    if (selectionMode() == SingleSelection)
+        return false; // a current row that is taken out selects another one
+    const int count = topLevelItemCount();
+    std::vector<int> moving;
+    for (int i = 0; i < count; ++i) {
         const SortListViewItem* row = asRow(topLevelItem(i));
-        moving += row->m_mayMove;
-        simple = simple && !(row->m_mayMove && row->childCount() > 0);
+        if (!row->m_mayMove)
+            continue;
+        moving.push_back(i);
+        if (row->childCount() > 0 || moving.size() > static_cast<size_t>(count / RowsPerMove))
+            return false;
     }
-    if (!simple || moving * RowsPerMove > topLevelItemCount())
-        return false;
-    if (moving == 0 || m_sortColumn < 0)
+    if (moving.empty() || m_sortColumn < 0)
         return true;
     const RowOrder order(compareFunction(m_sortColumn), m_sortOrder == Qt::AscendingOrder);
     keepingPlace([&] {
-        for (QTreeWidgetItem* row : takeMisplaced(order)) {
+        for (QTreeWidgetItem* row : takeMisplaced(moving, order)) {
             const int place = placeOf(*asRow(row), order);
             invisibleRootItem()->insertChild(place, row);
             if (std::exchange(asRow(row)->m_wasSelected, false))

@@ -122,7 +122,7 @@ private:
 
     void sortRows(Rows& rows);
     bool moveFew();
-    Rows takeMisplaced(const RowOrder& order);
+    Rows takeMisplaced(const std::vector<int>& moving, const RowOrder& order);
     int placeOf(const SortListViewItem& row, const RowOrder& order) const;
     void keepingPlace(const std::function<void()>& change);
     void replaceShown(const std::function<void(Rows&)>& change);
