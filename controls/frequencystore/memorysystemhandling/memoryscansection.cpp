@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QStringList>
 
+#include <charconv>
 #include <span>
 #include <variant>
 
@@ -59,24 +60,6 @@ std::span<const Parameter> parametersOf(bool vuhf) {
     return vuhf ? std::span<const Parameter>(VUHFParameters) : std::span<const Parameter>(HFParameters);
 }
 
-QString textOf(const ScanChannel& channel, const Parameter& parameter) {
-    struct Visitor {
-        const ScanChannel& channel;
-        const Parameter& parameter;
-        QString operator()(double ScanChannel::*member) const {
-            QString text;
-            Quor::AppendFixed(text, channel.*member, 6);
-            return text;
-        }
-        QString operator()(long ScanChannel::*member) const { return QString::number(channel.*member); }
-        QString operator()(QString ScanChannel::*member) const { return channel.*member; }
-        QString operator()(bool ScanChannel::*member) const {
-            return QString::fromLatin1(channel.*member ? parameter.whenTrue : parameter.whenFalse);
-        }
-    };
-    return std::visit(Visitor{channel, parameter}, parameter.member);
-}
-
 bool parseInteger(QStringView text, long& number) {
     int parsed = 0;
     const bool isNumber = Quor::ParseInt(text, parsed);
@@ -106,19 +89,69 @@ bool setFromText(ScanChannel& channel, const Parameter& parameter, QStringView t
     return std::visit(Visitor{channel, parameter, text}, parameter.member);
 }
 
-/// What no document can hold becomes U+FFFD.
-QString legal(QString text) {
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        const bool isPair = c.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
-        const bool isControl =
-            c.unicode() < 0x20 && c != QLatin1Char('\t') && c != QLatin1Char('\n') && c != QLatin1Char('\r');
-        if (isPair)
-            ++i;
-        else if (isControl || c.isSurrogate() || c.unicode() >= 0xfffe)
-            text[i] = QChar::ReplacementCharacter;
+const char* escapeOf(QChar c) {
+    switch (c.unicode()) {
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    case '&':
+        return "&amp;";
+    case '"':
+        return "&quot;";
+    case '\t':
+        return "&#9;";
+    case '\n':
+        return "&#10;";
+    case '\r':
+        return "&#13;";
+    default:
+        return nullptr;
     }
-    return text;
+}
+
+/// Appends a text as it stands in an attribute. What no document can hold becomes U+FFFD.
+void appendEscaped(QString& out, QStringView text) {
+    qsizetype copied = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (c.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
+            ++i;
+            continue;
+        }
+        const char* const escape = escapeOf(c);
+        const bool isIllegal = !escape && (c.unicode() < 0x20 || c.isSurrogate() || c.unicode() >= 0xfffe);
+        if (!escape && !isIllegal)
+            continue;
+        out += text.mid(copied, i - copied);
+        copied = i + 1;
+        if (escape)
+            out += QLatin1String(escape);
+        else
+            out += QChar(QChar::ReplacementCharacter);
+    }
+    out += text.mid(copied);
+}
+
+void appendNumber(QString& out, long number) {
+    char digits[24];
+    const char* const end = std::to_chars(digits, digits + sizeof digits, number).ptr;
+    out += QLatin1String(digits, end - digits);
+}
+
+void appendMember(QString& out, const ScanChannel& channel, const Parameter& parameter) {
+    struct Visitor {
+        QString& out;
+        const ScanChannel& channel;
+        const Parameter& parameter;
+        void operator()(double ScanChannel::*member) const { Quor::AppendFixed(out, channel.*member, 6); }
+        void operator()(long ScanChannel::*member) const { appendNumber(out, channel.*member); }
+        void operator()(QString ScanChannel::*member) const { appendEscaped(out, channel.*member); }
+        void operator()(bool ScanChannel::*member) const {
+            out += QLatin1String(channel.*member ? parameter.whenTrue : parameter.whenFalse);
+        }
+    };
+    std::visit(Visitor{out, channel, parameter}, parameter.member);
 }
 
 /// Reads one job; see `ReadScanChannels`.
@@ -280,29 +313,28 @@ void ScanReader::reportSharedNumbers() {
 
 } // namespace
 
-MemoryScanWriter::MemoryScanWriter(bool vuhf) : m_vuhf(vuhf), m_writer(&m_text) {
-    m_writer.setAutoFormatting(true);
-    m_writer.setAutoFormattingIndent(1);
-    m_writer.writeStartElement(SectionElement);
-}
-
 void MemoryScanWriter::Append(const ScanChannel& channel) {
-    const QString number = QString::number(channel.number);
-    m_writer.writeStartElement(ChannelElement);
-    m_writer.writeAttribute(QStringLiteral("Range"), number);
-    m_writer.writeAttribute(QStringLiteral("Name"), legal(channel.name));
-    m_writer.writeAttribute(ValueAttribute, number);
-    m_writer.writeAttribute(QStringLiteral("Enabled"), QStringLiteral("true"));
+    m_text += QLatin1String(m_text.isEmpty() ? "<MEMORYSCAN>" : "");
+    m_text += QLatin1String("\n <MEMORYSCAN_CHANNEL Range=\"");
+    appendNumber(m_text, channel.number);
+    m_text += QLatin1String("\" Name=\"");
+    appendEscaped(m_text, channel.name);
+    m_text += QLatin1String("\" Value=\"");
+    appendNumber(m_text, channel.number);
+    m_text += QLatin1String("\" Enabled=\"true\">");
     for (const Parameter& parameter : parametersOf(m_vuhf)) {
-        m_writer.writeEmptyElement(QString::fromLatin1(parameter.element));
-        m_writer.writeAttribute(ValueAttribute, legal(textOf(channel, parameter)));
+        m_text += QLatin1String("\n  <");
+        m_text += QLatin1String(parameter.element);
+        m_text += QLatin1String(" Value=\"");
+        appendMember(m_text, channel, parameter);
+        m_text += QLatin1String("\"/>");
     }
-    m_writer.writeEndElement();
+    m_text += QLatin1String("\n </MEMORYSCAN_CHANNEL>");
 }
 
 QString MemoryScanWriter::Finish() {
-    m_writer.writeEndDocument();
-    return m_text.trimmed() + QLatin1Char('\n');
+    m_text += QLatin1String(m_text.isEmpty() ? "<MEMORYSCAN/>\n" : "\n</MEMORYSCAN>\n");
+    return std::move(m_text);
 }
 
 bool ReadScanChannels(const QString& job, bool vuhf, FileProblems& problems, JobChannels& result) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <QXmlStreamWriter>
 
 #include <vector>
 
@@ -34,7 +33,7 @@ struct ScanChannel {
 /// Writes a section, channel by channel.
 class MemoryScanWriter {
 public:
-    explicit MemoryScanWriter(bool vuhf);
+    explicit MemoryScanWriter(bool vuhf) : m_vuhf(vuhf) {}
 
     /// The channel's number is also its range number.
     void Append(const ScanChannel& channel);
@@ -44,7 +43,6 @@ public:
 private:
     bool m_vuhf;
     QString m_text;
-    QXmlStreamWriter m_writer;
 };
 
 /// A channel and the line at which it begins in its job.
