@@ -56,18 +56,13 @@ TEST(FileKinds, AreToldByNameOrByTheRootElement) {
     writeFile(noi, "<?xml version=\"1.0\"?>\n<FrequencyStoreList Version=\"1\" Usage=\"NOI\"/>");
     const QString broken = folder.filePath("broken.xml");
     writeFile(broken, "<FrequencyStoreList Usage=");
-    const std::pair<QString, FileKind> rows[] = {{sample("job-hf.pij"), FileKind::Job},
-                                                 {sample("interest.noi"), FileKind::Noi},
-                                                 {sample("targets.xml"), FileKind::Targets},
-                                                 {sample("profiles.xml"), FileKind::Targets},
-                                                 {sample("targets.csv"), FileKind::Targets},
-                                                 {sample("airband.sfl"), FileKind::Targets},
-                                                 {sample("sweep.csv"), FileKind::Sweep},
-                                                 {noi, FileKind::Noi},
-                                                 {sample("results.xml"), FileKind::Results},
-                                                 {broken, FileKind::Targets},
-                                                 {"/no/such/file.xml", FileKind::Targets},
-                                                 {"/no/such.pij/targets.ltl", FileKind::Targets}};
+    const std::pair<QString, FileKind> rows[] = {
+        {sample("job-hf.pij"), FileKind::Job},      {sample("interest.noi"), FileKind::Noi},
+        {sample("targets.xml"), FileKind::Targets}, {sample("profiles.xml"), FileKind::Targets},
+        {sample("targets.csv"), FileKind::Targets}, {sample("airband.sfl"), FileKind::Targets},
+        {sample("sweep.csv"), FileKind::Sweep},     {noi, FileKind::Noi},
+        {sample("results.xml"), FileKind::Results}, {broken, FileKind::Targets},
+        {"/no/such/file.xml", FileKind::Targets},   {"/no/such.pij/targets.ltl", FileKind::Targets}};
     for (const auto& [path, kind] : rows)
         EXPECT_EQ(FileKindOf(path), kind) << path.toStdString();
 }
