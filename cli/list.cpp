@@ -7,6 +7,9 @@
 #include "host/base/problems.h"
 #include "host/valuetree/tree.h"
 
+#include <QFile>
+#include <QFileInfo>
+
 #include <cstdio>
 
 namespace {
@@ -69,6 +72,14 @@ constexpr Kind Kinds[] = {
     {"detections-vuhf", MakeDetectionsVUHF, nullptr},
 };
 
+/// Channels of a VHF/UHF receiver name their antenna, those of an HF receiver do not.
+bool isJobOfVUHF(const QString& path) {
+    constexpr qint64 SearchedBytes = 1 << 20;
+    QFile file(path);
+    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) &&
+           file.read(SearchedBytes).contains("<MEMORYSCAN_SEQ_ANTENNAID");
+}
+
 bool isNumeric(const ValueBase& value) {
     return value.GetType() != ValueType::Text && value.GetType() != ValueType::Selection &&
            value.GetType() != ValueType::Bool && value.GetType() != ValueType::DoubleList &&
@@ -94,6 +105,8 @@ std::unique_ptr<CliList> MakeList(const QString& kind) {
 }
 
 QString ListKindOf(const QString& path) {
+    if (path.endsWith(QLatin1String(".pij")) && isJobOfVUHF(path))
+        return QStringLiteral("memory-vuhf");
     for (const Kind& kind : Kinds) {
         if (kind.ending && path.endsWith(QLatin1String(kind.ending)))
             return QString::fromLatin1(kind.name);

@@ -164,4 +164,13 @@ TEST_F(JobCommandTest, WrongCommandLinesAndBadFilesLeaveTheOutputAlone) {
         EXPECT_EQ(Cli(QStringList{Q("job")} + help).exitCode, ExitDone);
 }
 
+TEST(JobKind, IsToldByTheChannels) {
+    for (const char* const name : {"job-hf.pij", "job-vuhf.pij"}) {
+        const CliResult checked =
+            Cli({Q("check"), QStringLiteral(SAMPLES_DIR "/") + QString::fromLatin1(name)});
+        EXPECT_EQ(checked.exitCode, ExitDone) << checked.err;
+        EXPECT_NE(checked.out.find("entries, no problems"), std::string::npos) << checked.out;
+    }
+}
+
 } // namespace

@@ -1,7 +1,11 @@
 #include "controls/frequencystore/halvonodemediatorctrl.h"
 #include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
+#include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/frequencynodemediator.h"
+#include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/freqstorexml/frequencystorelist.h"
 #include "host/valuetree/tree.h"
 #include "workstation/application.h"
 #include "workstation/filekinds.h"
@@ -21,6 +25,7 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <map>
 
 namespace {
 
@@ -214,6 +219,66 @@ TEST_F(Workstations, AClickOnTheBarTunesTheReceiver) {
     emit station->GetWindow().GetBar()->Clicked(118.1e6, 0);
     EXPECT_EQ(station->GetReceiver().GetFrequency(), 7055000);
     EXPECT_TRUE(status().contains("118.100000 MHz is outside")) << status().toStdString();
+}
+
+/// The values of an entry, or of these the ones that every list has: frequency, bandwidth and comment.
+std::map<QString, QString> valuesOf(const Node& entry, bool all) {
+    std::map<QString, QString> texts;
+    for (const ValueBase* value = entry.FirstValue(); value; value = Node::NextValue(value)) {
+        const QString name = value->GetName() == "bandwidthsel" ? QString("bandwidth") : value->GetName();
+        if (all || name == "frequency" || name == "bandwidth" || name == "comment")
+            texts[name] = value->GetStringValue();
+    }
+    return texts;
+}
+
+TEST_F(Workstations, EntriesGoFromEachListIntoEachOther) {
+    start({});
+    FreqStoreXml::FrequencyStoreEntry entry;
+    entry.GetFFM_Settings().GetFrequency().SetValue(7055000.5);
+    entry.GetFFM_Settings().GetIFBandwidth().SetValue(2700);
+    entry.GetFFM_Settings().SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod("USB"));
+    entry.SetComment("«one» & <another>");
+    FreqStoreXml::Profile_Data profile;
+    profile.SetPriority("3");
+    profile.SetThreatClass("hostile");
+    profile.SetSignalClass("class");
+    entry.SetProfile_Data(profile);
+    struct List {
+        FrequencyNodeListView* view;
+        FrequencyNodeMediatorCtrl* controller;
+    };
+    std::vector<List> lists;
+    for (const int id : FreqStore::Instance().GetListIds()) {
+        auto* view = dynamic_cast<FrequencyNodeListView*>(station->GetWindow().ViewOf(id));
+        auto* controller = dynamic_cast<FrequencyNodeMediatorCtrl*>(
+            FreqStore::Instance().GetFrequencies(static_cast<unsigned>(id)));
+        if (!view)
+            continue;
+        ASSERT_TRUE(controller);
+        controller->AppendEntries({entry});
+        lists.push_back({view, controller});
+    }
+    ASSERT_EQ(lists.size(), 4u) << "targets, memory channels, frequencies of interest, results";
+    const auto last = [](const List& list) -> const Node& {
+        return *list.controller->At(list.controller->size() - 1)->GetNode();
+    };
+    using Bar = FreqStoreListViewButtonBar;
+    for (const List& from : lists) {
+        for (const List& to : lists) {
+            SCOPED_TRACE(qPrintable(from.view->objectName() + " into " + to.view->objectName()));
+            from.view->setCurrentItem(from.view->firstChild());
+            from.view->selectAll();
+            from.view->GetButtonBar()->GetAction(Bar::Copy)->trigger();
+            const bool isTarget = &from == &to && from.view->objectName() == "LocalTargetListView";
+            const auto copied = valuesOf(last(from), isTarget);
+            const unsigned long before = to.controller->size();
+            const unsigned long rows = from.controller->size();
+            to.view->GetButtonBar()->GetAction(Bar::Paste)->trigger();
+            EXPECT_EQ(to.controller->size(), before + rows);
+            EXPECT_EQ(valuesOf(last(to), isTarget), copied);
+        }
+    }
 }
 
 TEST_F(Workstations, PicturesShowEveryListAndTheWindow) {
