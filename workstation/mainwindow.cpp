@@ -46,7 +46,7 @@ MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
       m_fileMenu(menuBar()->addMenu(tr("&File"))),
       m_viewMenu(menuBar()->addMenu(tr("&View"))) {
     setWindowTitle(tr("Frequency Store"));
-    resize(1280, 800);
+    resize(1440, 860);
     auto* centre = new QWidget(this);
     auto* layout = new QVBoxLayout(centre);
     layout->setContentsMargins(4, 4, 4, 4);

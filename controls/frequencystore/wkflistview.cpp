@@ -68,7 +68,7 @@ WkfListView::WkfListView(QWidget* parent, unsigned listId)
         setColumnAlignment(static_cast<unsigned>(columnCount() - 1), column.alignment);
     }
     header()->setStretchLastSection(false);
-    FitColumns({15, 30, 12, 12, 6, 16, 16, 18});
+    FitColumns({14, 30, 10, 8, 4, 13, 12, 17});
     setColumnWidthMode(NameColumn, QHeaderView::Stretch);
     SetColumnWidthPersistantName(objectName());
     connect(this, &SortListView::clicked, this, &WkfListView::slotItemClicked);
