@@ -1,5 +1,6 @@
 #include "host/gui/sortlistview.h"
 
+#include "host/gui/celldelegate.h"
 #include "host/gui/listsettings.h"
 
 #include <QContextMenuEvent>
@@ -52,6 +53,7 @@ void collectOpen(QTreeWidgetItem* row, QList<QTreeWidgetItem*>& open) {
 
 SortListView::SortListView(QWidget* parent) : QTreeWidget(parent) {
     setStyle(new RoomyStyle(this));
+    setItemDelegate(new CellDelegate(this));
     setColumnCount(0);
     setRootIsDecorated(false);
     setUniformRowHeights(true);
