@@ -67,13 +67,11 @@ QString confidenceText(const Record& record) {
                : QString();
 }
 
-QString positionText(const QString& longitude, const QString& latitude) {
+QString positionText(double longitude, double latitude) {
     constexpr double None = std::numeric_limits<double>::max();
-    const double east = longitude.toDouble();
-    const double north = latitude.toDouble();
-    if (east == None || north == None)
+    if (longitude == None || latitude == None)
         return QStringLiteral("---");
-    return Coord(east, north).GetString(GuiCentral::Instance().CurrentPositionFormat());
+    return Coord(longitude, latitude).GetString(GuiCentral::Instance().CurrentPositionFormat());
 }
 
 struct Field {
@@ -134,16 +132,15 @@ QString Adapter::GetLocationString(const Record& record) {
         return dfText(record.GetAzimuth());
     if (record.GetDFLongitude() == SearchMC::DFNoValue || record.GetDFLatitude() == SearchMC::DFNoValue)
         return QString();
-    const QString longitude = text(record.GetDFLongitude());
-    const QString latitude = text(record.GetDFLatitude());
-    if (!longitude.contains(QLatin1Char(',')))
-        return positionText(longitude, latitude);
-    const QStringList longitudes = longitude.split(QLatin1Char(','));
-    const QStringList latitudes = latitude.split(QLatin1Char(','));
+    if (record.GetDFLongitude().find(',') == std::string::npos)
+        return positionText(SearchMC::DFNumber(record.GetDFLongitude()),
+                            SearchMC::DFNumber(record.GetDFLatitude()));
+    const QStringList longitudes = text(record.GetDFLongitude()).split(QLatin1Char(','));
+    const QStringList latitudes = text(record.GetDFLatitude()).split(QLatin1Char(','));
     QStringList positions;
     if (longitudes.size() == latitudes.size()) {
         for (qsizetype i = 0; i < longitudes.size(); ++i)
-            positions << positionText(longitudes[i], latitudes[i]);
+            positions << positionText(longitudes[i].toDouble(), latitudes[i].toDouble());
     }
     return positions.join(QLatin1Char(','));
 }

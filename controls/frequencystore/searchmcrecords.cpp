@@ -4,6 +4,7 @@
 #include "host/base/problems.h"
 #include "host/freqstorexml/liststreams.h"
 
+#include <charconv>
 #include <cmath>
 
 using FreqStoreXml::DetectionResult;
@@ -113,8 +114,14 @@ bool IsDFCode(const std::string& code) {
     return code == DFSearching || code == DFInvalid || code == DFTimeout;
 }
 
-double DFNumber(const std::string& number) {
-    return number.find(',') == std::string::npos ? text(number).toDouble() : 0.0;
+double DFNumber(const std::string& text) {
+    double number = 0;
+    const char* end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, number);
+    if (read.ec == std::errc() && read.ptr == end &&
+        std::isfinite(number)) // the quick way for what is nothing but a number
+        return number;
+    return QString::fromStdString(text).toDouble();
 }
 
 FrequencyStoreEntry ToEntry(const DetectionConventional& record) {

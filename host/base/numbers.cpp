@@ -56,9 +56,38 @@ double avoidTie(double value, int decimals) {
     return value;
 }
 
+/// The number's digits by way of the whole number of units of its last decimal. Empty for a number so large,
+/// or so near to a tie, that the product might be rounded to the wrong side.
+std::string_view wholeDigits(char (&buffer)[BufferSize], double value, int decimals) {
+    static constexpr double Powers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+    if (decimals < 0 || static_cast<size_t>(decimals) >= std::size(Powers))
+        return {};
+    const double scaled = std::abs(value) * Powers[decimals];
+    const double whole = std::floor(scaled);
+    const double fromTie = scaled - whole - 0.5;
+    if (!(scaled < 1e15) || std::abs(fromTie) <= scaled * std::numeric_limits<double>::epsilon())
+        return {};
+    const quint64 units = static_cast<quint64>(whole) + (fromTie > 0 ? 1 : 0);
+    char* at = buffer;
+    if (value < 0)
+        *at++ = '-';
+    const auto power = static_cast<quint64>(Powers[decimals]);
+    at = std::to_chars(at, std::end(buffer), units / power).ptr;
+    if (decimals > 0) {
+        *at++ = '.';
+        quint64 rest = units % power;
+        for (char* digit = at + decimals; digit != at; rest /= 10)
+            *--digit = static_cast<char>('0' + rest % 10);
+        at += decimals;
+    }
+    return {buffer, static_cast<size_t>(at - buffer)};
+}
+
 /// The number's digits in `buffer`.
 std::string_view digits(char (&buffer)[BufferSize], double value, int decimals) {
     value = std::isfinite(value) ? value + 0.0 : 0; // the sum makes 0 of -0
+    if (const std::string_view whole = wholeDigits(buffer, value, decimals); !whole.empty())
+        return whole;
     const auto result = decimals < 0
                             ? std::to_chars(buffer, buffer + BufferSize, value, std::chars_format::fixed)
                             : std::to_chars(buffer, buffer + BufferSize, avoidTie(value, decimals),

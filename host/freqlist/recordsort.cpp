@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
-#include <cmath>
+#include <numeric>
+#include <optional>
 
 namespace RecordSort {
 namespace {
@@ -11,6 +11,9 @@ namespace {
 constexpr int DigitBits = 11;
 constexpr size_t DigitCount = size_t(1) << DigitBits;
 constexpr int Digits = (64 + DigitBits - 1) / DigitBits;
+
+/// Keys of so few different values are counted by value instead of by digit.
+constexpr size_t FewValues = 128;
 
 struct Place {
     quint64 key;
@@ -21,18 +24,22 @@ size_t digitOf(quint64 key, int digit) {
     return (key >> (digit * DigitBits)) & (DigitCount - 1);
 }
 
-/// Sorts by the least digit first; digits in which all keys agree cost nothing but the count.
+/// Sorts by the least digit first. Digits in which all keys agree are passed over.
 void sortPlaces(std::vector<Place>& places) {
-    std::vector<std::array<quint32, DigitCount>> counts(Digits);
+    quint64 differing = 0;
+    for (const Place& place : places)
+        differing |= place.key ^ places.front().key;
+    std::vector<std::pair<int, std::array<quint32, DigitCount>>> digits;
+    for (int digit = 0; digit < Digits; ++digit) {
+        if (digitOf(differing, digit) != 0)
+            digits.emplace_back(digit, std::array<quint32, DigitCount>());
+    }
     for (const Place& place : places) {
-        for (int digit = 0; digit < Digits; ++digit)
-            ++counts[static_cast<size_t>(digit)][digitOf(place.key, digit)];
+        for (auto& [digit, counts] : digits)
+            ++counts[digitOf(place.key, digit)];
     }
     std::vector<Place> sorted(places.size());
-    for (int digit = 0; digit < Digits; ++digit) {
-        std::array<quint32, DigitCount>& starts = counts[static_cast<size_t>(digit)];
-        if (starts[digitOf(places.front().key, digit)] == places.size())
-            continue;
+    for (auto& [digit, starts] : digits) {
         quint32 start = 0;
         for (quint32& count : starts)
             start += std::exchange(count, start);
@@ -47,8 +54,7 @@ std::vector<Place> sortedPlaces(size_t size, KeyOf keyOf) {
     std::vector<Place> places(size);
     for (size_t i = 0; i < size; ++i)
         places[i] = {keyOf(i), static_cast<quint32>(i)};
-    if (!places.empty())
-        sortPlaces(places);
+    sortPlaces(places);
     return places;
 }
 
@@ -74,6 +80,58 @@ std::vector<quint32> orderTexts(size_t size, HeadOf headOf, Less less) {
     return indices(places);
 }
 
+/// The different values among keys, numbered as they come.
+class Values {
+public:
+    /// The number of a value, below `FewValues`; `FewValues` when it is one too many.
+    size_t NumberOf(quint64 value) {
+        size_t slot = (value * 0x9e3779b97f4a7c15) >> (64 - SlotBits); // spreads by the golden ratio
+        while (m_numbers[slot] != 0 && m_values[m_numbers[slot] - 1u] != value)
+            slot = (slot + 1) % Slots;
+        if (m_numbers[slot] == 0) {
+            if (m_values.size() == FewValues)
+                return FewValues;
+            m_values.push_back(value);
+            m_numbers[slot] = static_cast<quint8>(m_values.size());
+        }
+        return m_numbers[slot] - 1u;
+    }
+    const std::vector<quint64>& All() const { return m_values; }
+
+private:
+    static constexpr int SlotBits = 9;
+    static constexpr size_t Slots = size_t(1) << SlotBits;
+
+    std::array<quint8, Slots> m_numbers{}; ///< of the value in the slot, from 1 on; 0 while it is free
+    std::vector<quint64> m_values;
+};
+
+/// The order of keys of few values; none when they have too many.
+std::optional<std::vector<quint32>> orderFewValues(const std::vector<quint64>& keys) {
+    Values values;
+    std::vector<quint8> numbers;
+    numbers.reserve(keys.size());
+    std::array<quint32, FewValues> counts{};
+    for (const quint64 key : keys) {
+        const size_t number = values.NumberOf(key);
+        if (number == FewValues)
+            return std::nullopt;
+        ++counts[number];
+        numbers.push_back(static_cast<quint8>(number));
+    }
+    std::vector<quint8> ascending(values.All().size());
+    std::iota(ascending.begin(), ascending.end(), quint8(0));
+    std::sort(ascending.begin(), ascending.end(),
+              [&](quint8 a, quint8 b) { return values.All()[a] < values.All()[b]; });
+    quint32 start = 0;
+    for (const quint8 number : ascending)
+        start += std::exchange(counts[number], start);
+    std::vector<quint32> order(keys.size());
+    for (size_t i = 0; i < numbers.size(); ++i)
+        order[counts[numbers[i]]++] = static_cast<quint32>(i);
+    return order;
+}
+
 quint64 headOf(const std::string& text) {
     quint64 head = 0;
     for (size_t i = 0; i < sizeof head; ++i)
@@ -81,7 +139,7 @@ quint64 headOf(const std::string& text) {
     return head;
 }
 
-quint64 headOf(const QString& text) {
+quint64 headOf(QStringView text) {
     quint64 head = 0;
     for (qsizetype i = 0; i < 4; ++i)
         head = head << 16 | (i < text.size() ? text[i].unicode() : 0u);
@@ -90,16 +148,10 @@ quint64 headOf(const QString& text) {
 
 } // namespace
 
-quint64 OrderedBits(double value) {
-    if (std::isnan(value))
-        return std::numeric_limits<quint64>::max();
-    constexpr quint64 Sign = quint64(1) << 63;
-    const auto bits = std::bit_cast<quint64>(value + 0.0); // a negative zero becomes zero
-    return (bits & Sign) != 0 ? ~bits : bits | Sign;
-}
-
-std::vector<quint32> Order(const std::vector<double>& keys) {
-    return indices(sortedPlaces(keys.size(), [&](size_t i) { return OrderedBits(keys[i]); }));
+std::vector<quint32> Order(const std::vector<quint64>& keys) {
+    if (std::optional<std::vector<quint32>> order = orderFewValues(keys))
+        return *std::move(order);
+    return indices(sortedPlaces(keys.size(), [&](size_t i) { return keys[i]; }));
 }
 
 std::vector<quint32> Order(const std::vector<const std::string*>& keys) {
@@ -108,7 +160,7 @@ std::vector<quint32> Order(const std::vector<const std::string*>& keys) {
         [&](quint32 a, quint32 b) { return *keys[a] < *keys[b]; });
 }
 
-std::vector<quint32> Order(const std::vector<QString>& keys) {
+std::vector<quint32> Order(const MadeTexts& keys) {
     return orderTexts(
         keys.size(), [&](size_t i) { return headOf(keys[i]); },
         [&](quint32 a, quint32 b) { return keys[a] < keys[b]; });

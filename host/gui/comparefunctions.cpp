@@ -6,7 +6,6 @@
 #include <QHash>
 
 #include <algorithm>
-#include <bit>
 #include <numeric>
 #include <utility>
 
@@ -33,13 +32,6 @@ bool numberWithSuffix(QStringView text, double& number) {
     return Quor::ParseFrequency(text, number) || leadingNumber(text, number);
 }
 
-/// Numbers in the order of the doubles. Negative zero is zero.
-quint64 headOf(double number) {
-    constexpr quint64 Sign = quint64(1) << 63;
-    const auto bits = std::bit_cast<quint64>(number + 0.0);
-    return bits & Sign ? ~bits : bits | Sign;
-}
-
 /// The first eight characters behind `from`, up to the first one that is none of Latin-1.
 quint64 headOf(const QString& text, qsizetype from) {
     quint64 head = 0;
@@ -60,7 +52,7 @@ public:
         const qsizetype common = commonLength();
         m_order.reserve(keys.size());
         for (const SortKey& key : keys) {
-            const quint64 head = key.kind == SortKey::Kind::Number ? headOf(key.number)
+            const quint64 head = key.kind == SortKey::Kind::Number ? Quor::OrderedBits(key.number)
                                  : key.kind == SortKey::Kind::Text ? headOf(key.foldedText, common)
                                                                    : 0;
             m_order.push_back({head, static_cast<quint32>(m_order.size()), key.kind});

@@ -148,9 +148,11 @@ TEST(AppendFixed, AgreesWithTheStringClass) {
     for (int i = 0; i < 20000; ++i) {
         values.push_back(static_cast<double>(random() % 3'000'000'000'000) / 1000);
         values.push_back(static_cast<double>(random() % 1'000'000'000) / 1024);
+        // As near to half of the last decimal as doubles come.
+        values.push_back((static_cast<double>(random() % 1'000'000'000) + 0.5) / (i % 2 == 0 ? 1e3 : -1e5));
     }
     for (const double value : values) {
-        for (const int decimals : {0, 3, 6}) {
+        for (const int decimals : {0, 3, 5, 6}) {
             const QString expected = QStringLiteral("%1").arg(value, 0, 'f', decimals);
             QString text;
             Quor::AppendFixed(text, value, decimals);

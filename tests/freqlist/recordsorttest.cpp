@@ -18,6 +18,11 @@ std::vector<quint32> compared(const Keys& keys, Less less) {
     return order;
 }
 
+std::vector<quint32> order(const std::vector<double>& numbers) {
+    return RecordSort::OrderBy<double>(RecordSort::Key<double>([](const double& number) { return number; }),
+                                       numbers);
+}
+
 TEST(RecordSort, NumbersGoByValueEqualOnesInOrderNoneLast) {
     std::mt19937_64 random(1);
     std::vector<double> keys = {0,
@@ -33,11 +38,21 @@ TEST(RecordSort, NumbersGoByValueEqualOnesInOrderNoneLast) {
         keys.push_back(static_cast<double>(static_cast<qint64>(random())) * (i % 3 == 0 ? 1e-9 : 1e3));
     for (int i = 0; i < 500; ++i)
         keys.push_back(static_cast<double>(random() % 7));
-    EXPECT_EQ(RecordSort::Order(keys), compared(keys, std::less<>()));
+    EXPECT_EQ(order(keys), compared(keys, std::less<>()));
 
     const double none = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_EQ(RecordSort::Order(std::vector<double>{none, 1, -none, 0}), (std::vector<quint32>{3, 1, 0, 2}));
-    EXPECT_TRUE(RecordSort::Order(std::vector<double>()).empty());
+    EXPECT_EQ(order({none, 1, -none, 0}), (std::vector<quint32>{3, 1, 0, 2}));
+    EXPECT_TRUE(order({}).empty());
+}
+
+TEST(RecordSort, FewValuesGoAsManyDo) {
+    std::mt19937_64 random(3);
+    for (const unsigned count : {1u, 2u, 127u, 128u, 129u, 200u}) {
+        std::vector<double> keys;
+        for (int i = 0; i < 5000; ++i)
+            keys.push_back(static_cast<double>(random() % count) * 0.7 - 20.3);
+        EXPECT_EQ(order(keys), compared(keys, std::less<>())) << count << " values";
+    }
 }
 
 TEST(RecordSort, TextsGoByWhatFollowsAnEqualBeginning) {
@@ -52,12 +67,14 @@ TEST(RecordSort, TextsGoByWhatFollowsAnEqualBeginning) {
     }
     std::vector<const std::string*> keys;
     std::vector<QString> wide;
+    RecordSort::MadeTexts made;
     for (const std::string& text : texts) {
         keys.push_back(&text);
         wide.push_back(QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size())));
+        made.push_back(wide.back());
     }
     EXPECT_EQ(RecordSort::Order(keys), compared(texts, std::less<>()));
-    EXPECT_EQ(RecordSort::Order(wide), compared(wide, std::less<>()));
+    EXPECT_EQ(RecordSort::Order(made), compared(wide, std::less<>()));
 }
 
 } // namespace
