@@ -147,7 +147,7 @@ void PixStateVectorOnNode::Init(const QString& nodePath) {
 
 void PixStateVectorOnNode::SetFixedType(char type) {
     m_fixedType = type;
-    m_collected = false;
+    m_known = Known::Nothing;
     SetDirty(true);
 }
 
@@ -160,7 +160,7 @@ void PixStateVectorOnNode::ClearObservable() {
 
 void PixStateVectorOnNode::RemoveAllValues() {
     m_items.clear();
-    m_collected = false;
+    m_known = Known::Nothing;
     SetDirty(true);
 }
 
@@ -170,7 +170,8 @@ void PixStateVectorOnNode::Update(Observable* subject, TChangeCode code) {
     if (code == TChangeCode::Removing || code == TChangeCode::MediatorNodeEnds)
         m_node = nullptr;
     if (code == TChangeCode::Removing || m_observe) {
-        m_collected = false;
+        const bool valuesStay = code == TChangeCode::ChildrenChanged && m_known != Known::Nothing;
+        m_known = valuesStay ? Known::Values : Known::Nothing;
         SetDirty(true);
     }
 }
@@ -190,27 +191,38 @@ PixStateVectorOnNode::Item PixStateVectorOnNode::read(const Node& entry) const {
     return item;
 }
 
+/// Takes up entries that came. When entries went, or changed, all are read anew and the line is emptied.
 void PixStateVectorOnNode::collect() {
-    m_items.clear();
-    if (m_node) {
-        const std::vector<Node*> entries = m_node->Children();
-        m_items.reserve(entries.size());
-        for (const Node* entry : entries)
-            m_items.push_back(read(*entry));
+    if (m_known == Known::All)
+        return;
+    if (m_known == Known::Nothing || !m_node || !takeNew()) {
+        m_items.clear();
+        m_seenSerial = 0;
+        Clean();
+        if (m_node)
+            takeNew();
     }
-    m_collected = true;
+    m_known = Known::All;
+}
+
+/// False when some of the items have no entry any more.
+bool PixStateVectorOnNode::takeNew() {
+    const std::vector<Node*> entries = m_node->ChildrenSince(m_seenSerial);
+    if (m_items.size() + entries.size() != m_node->ChildCount())
+        return false;
+    for (const Node* entry : entries)
+        m_items.push_back(read(*entry));
+    return true;
 }
 
 void PixStateVectorOnNode::Refresh() {
     if (!GetDirty())
         return;
-    if (!m_collected)
-        collect();
-    Clean();
-    if (IsVisible()) {
-        for (size_t i = 0; i < m_items.size(); ++i)
-            Mark(static_cast<quint32>(i), m_items[i].frequency, m_items[i].bandwidth, m_items[i].type);
-    }
+    collect();
+    if (!IsVisible() || MarkCount() == 0)
+        Clean();
+    for (size_t i = MarkCount(); IsVisible() && i < m_items.size(); ++i)
+        Mark(static_cast<quint32>(i), m_items[i].frequency, m_items[i].bandwidth, m_items[i].type);
     SetDirty(false);
 }
 
@@ -226,6 +238,7 @@ void PixStateVectorOnNode::UpdateItems(Observable* entry) {
     if (index < 0)
         return;
     m_items[static_cast<size_t>(index)] = read(*m_items[static_cast<size_t>(index)].node);
+    Clean();
     SetDirty(true);
 }
 
@@ -234,12 +247,13 @@ void PixStateVectorOnNode::RemoveValue(Observable* entry) {
     if (index < 0)
         return;
     m_items.erase(m_items.begin() + index);
+    Clean();
     SetDirty(true);
 }
 
 QString PixStateVectorOnNode::ItemText(quint32 item) const {
     // Between a change of the list and the next refresh an item may be out of date.
-    if (!m_collected || item >= m_items.size())
+    if (m_known != Known::All || item >= m_items.size())
         return QString();
     const ValueBase* comment = m_items[item].node->FindOwnValue(m_commentKey);
     return comment ? comment->GetStringValue() : QString();

@@ -121,7 +121,7 @@ private:
     bool m_focus = false;
 };
 
-/// A line of all entries under a node.
+/// A line of all entries under a node. Entries that come cost no look at the others.
 class PixStateVectorOnNode : public PixStateVector, public IObserver {
 public:
     ~PixStateVectorOnNode() override;
@@ -155,12 +155,21 @@ private:
         char type;
     };
 
+    /// What the items say of the entries.
+    enum class Known {
+        Nothing,
+        Values, ///< all of those that are still there, but some may have come or gone
+        All,
+    };
+
     Item read(const Node& entry) const;
     void collect();
+    bool takeNew();
 
     Node* m_node = nullptr;
     std::vector<Item> m_items;
-    bool m_collected = false;
+    Known m_known = Known::Nothing;
+    quint32 m_seenSerial = 0; ///< of the entries that have items
     char m_fixedType = 0;
 };
 

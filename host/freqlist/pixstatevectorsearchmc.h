@@ -45,12 +45,10 @@ public:
         if (!GetDirty())
             return;
         if (IsVisible()) {
-            if (!collectChanges() || MarkCount() != m_drawn) {
+            if (!collectChanges() || MarkCount() == 0)
                 Clean();
-                m_drawn = 0;
-            }
-            for (; m_drawn < m_items.size(); ++m_drawn)
-                Mark(static_cast<quint32>(m_drawn), m_items[m_drawn].frequency, m_items[m_drawn].bandwidth,
+            for (size_t i = MarkCount(); i < m_items.size(); ++i)
+                Mark(static_cast<quint32>(i), m_items[i].frequency, m_items[i].bandwidth,
                      DetectionConventionalAdapter::Type);
             ClearFocus();
             if (m_marked) {
@@ -108,5 +106,4 @@ private:
     WeakRef<ValueList<double>> m_marked;
     std::vector<Item> m_items;
     typename ValueList<T>::Seen m_seen; ///< how much of the list the items are
-    size_t m_drawn = 0;                 ///< items that have their marks
 };

@@ -249,27 +249,41 @@ SortListView::Rows SortListView::takeMisplaced(const std::vector<int>& moving, c
     return taken;
 }
 
-/// Puts the rows that are new or have changed to their places among the others; false, with nothing changed,
-/// when there are so many that sorting all is less work.
-bool SortListView::moveFew() {
+/// The places of the rows that may move, in ascending order; none when there are so many that sorting all is
+/// less work. Rows in front of the last one that may not move are looked at only when some of them changed.
+std::optional<std::vector<int>> SortListView::fewMoving() const {
     constexpr int RowsPerMove = 64;
-    if (selectionMode() == SingleSelection)
-        return false; // a current row that is taken out selects another one
     const int count = topLevelItemCount();
     std::vector<int> moving;
-    for (int i = 0; i < count; ++i) {
+    for (int i = count - 1; i >= 0; --i) {
         const SortListViewItem* row = asRow(topLevelItem(i));
-        if (!row->m_mayMove)
+        if (!row->m_mayMove) {
+            if (!m_placedRowsMayMove)
+                break;
             continue;
+        }
         moving.push_back(i);
         if (row->childCount() > 0 || moving.size() > static_cast<size_t>(count / RowsPerMove))
-            return false;
+            return std::nullopt;
     }
-    if (moving.empty() || m_sortColumn < 0)
+    std::reverse(moving.begin(), moving.end());
+    return moving;
+}
+
+/// Puts the rows that are new or have changed to their places among the others; false, with nothing changed,
+/// when they are not few.
+bool SortListView::moveFew() {
+    if (selectionMode() == SingleSelection)
+        return false; // a current row that is taken out selects another one
+    const std::optional<std::vector<int>> moving = fewMoving();
+    if (!moving)
+        return false;
+    m_placedRowsMayMove = false;
+    if (moving->empty() || m_sortColumn < 0)
         return true;
     const RowOrder order(compareFunction(m_sortColumn), m_sortOrder == Qt::AscendingOrder);
     keepingPlace([&] {
-        for (QTreeWidgetItem* row : takeMisplaced(moving, order)) {
+        for (QTreeWidgetItem* row : takeMisplaced(*moving, order)) {
             const int place = placeOf(*asRow(row), order);
             invisibleRootItem()->insertChild(place, row);
             if (std::exchange(asRow(row)->m_wasSelected, false))
@@ -282,6 +296,7 @@ bool SortListView::moveFew() {
 void SortListView::sortRows(Rows& rows) {
     for (QTreeWidgetItem* row : rows)
         asRow(row)->m_mayMove = false;
+    m_placedRowsMayMove = false;
     m_inOrder = true;
     if (m_sortColumn < 0) {
         std::sort(rows.begin(), rows.end(), [](QTreeWidgetItem* a, QTreeWidgetItem* b) {
@@ -381,6 +396,7 @@ void SortListView::AddItems(const std::vector<SortListViewItem*>& items) {
     rows.reserve(static_cast<qsizetype>(items.size()));
     for (SortListViewItem* item : items) {
         item->Sequence = ++m_lastSequence;
+        item->m_mayMove = true;
         rows.append(item);
     }
     appendRows(rows);

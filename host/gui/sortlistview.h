@@ -6,6 +6,7 @@
 #include <QTreeWidget>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 class QMenu;
@@ -122,6 +123,7 @@ private:
 
     void sortRows(Rows& rows);
     bool moveFew();
+    std::optional<std::vector<int>> fewMoving() const;
     Rows takeMisplaced(const std::vector<int>& moving, const RowOrder& order);
     int placeOf(const SortListViewItem& row, const RowOrder& order) const;
     void keepingPlace(const std::function<void()>& change);
@@ -141,8 +143,9 @@ private:
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
     bool m_sortAllowed = true;
     bool m_sortPosted = false;
-    bool m_inOrder = false;    ///< all rows but those that may move stand in the order of the sort column
-    bool m_sortWanted = false; ///< asked for while it was not allowed
+    bool m_inOrder = false; ///< all rows but those that may move stand in the order of the sort column
+    bool m_placedRowsMayMove = false; ///< not only those that were added behind all others
+    bool m_sortWanted = false;        ///< asked for while it was not allowed
     int m_filling = 0;
     std::vector<QTreeWidgetItem*> m_filteredOut; ///< rows that the filter keeps out of sight; owned
     quint64 m_fillCount = 0;

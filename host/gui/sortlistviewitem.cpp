@@ -84,10 +84,10 @@ void SortListViewItem::setText(int column, const QString& text) {
     if (cell == text)
         return;
     cell = text;
-    const SortListView* tree = list();
+    SortListView* tree = list();
     if (tree && tree->IsFilling())
         return;
-    m_mayMove = true;
+    letMove();
     if (tree)
         emitDataChanged();
 }
@@ -115,7 +115,14 @@ void SortListViewItem::setData(int column, int role, const QVariant& value) {
 
 void SortListViewItem::MarkStale() {
     m_filled = false;
-    m_mayMove = true;
+    letMove();
+}
+
+void SortListViewItem::letMove() {
+    if (std::exchange(m_mayMove, true))
+        return;
+    if (SortListView* tree = list())
+        tree->m_placedRowsMayMove = true;
 }
 
 SortListViewItemIterator::SortListViewItemIterator(QTreeWidget* list, unsigned flags)

@@ -51,6 +51,7 @@ private:
     friend class SortListView;
 
     void ensureFilled() const;
+    void letMove();
 
     std::unique_ptr<std::vector<QString>> m_texts;
     bool m_filled = false;

@@ -379,11 +379,16 @@ TEST_F(List, FilteredListStaysSorted) {
 
 TEST_F(List, TakenRowBelongsToTheCaller) {
     addLazy({1, 2, 3});
-    const std::unique_ptr<SortListViewItem> taken(view.takeItem(row(2)));
+    std::unique_ptr<SortListViewItem> taken(view.takeItem(row(2)));
     EXPECT_EQ(order(), (Numbers{1, 3}));
     EXPECT_EQ(view.takeItem(nullptr), nullptr);
     EXPECT_EQ(view.firstChild()->nextSibling(), row(3));
     EXPECT_EQ(row(3)->nextSibling(), nullptr);
+
+    view.sortByColumn(0, Qt::AscendingOrder);
+    view.AddItems({taken.release()});
+    QCoreApplication::sendPostedEvents(&view);
+    EXPECT_EQ(order(), (Numbers{1, 2, 3})) << "a row that comes back goes to its place";
 }
 
 TEST_F(List, KeysAndMouseAreTold) {
