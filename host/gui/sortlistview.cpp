@@ -175,7 +175,7 @@ void SortListView::sort() {
 
 void SortListView::postSort() {
     if (!std::exchange(m_sortPosted, true))
-        QCoreApplication::postEvent(this, new QEvent(SortEvent), Qt::LowEventPriority);
+        QCoreApplication::postEvent(this, new QEvent(SortEvent)); // comes before the next painting
 }
 
 void SortListView::customEvent(QEvent* event) {
@@ -250,23 +250,30 @@ SortListView::Rows SortListView::takeMisplaced(const std::vector<int>& moving, c
 }
 
 /// The places of the rows that may move, in ascending order; none when there are so many that sorting all is
-/// less work. Rows in front of the last one that may not move are looked at only when some of them changed.
+/// less work. New rows stand behind all others; rows before them are not looked at unless many have changed.
 std::optional<std::vector<int>> SortListView::fewMoving() const {
     constexpr int RowsPerMove = 64;
     const int count = topLevelItemCount();
+    const bool lookAtAll = m_changedRows.size() > FewRows;
     std::vector<int> moving;
     for (int i = count - 1; i >= 0; --i) {
-        const SortListViewItem* row = asRow(topLevelItem(i));
-        if (!row->m_mayMove) {
-            if (!m_placedRowsMayMove)
-                break;
-            continue;
-        }
-        moving.push_back(i);
-        if (row->childCount() > 0 || moving.size() > static_cast<size_t>(count / RowsPerMove))
+        if (asRow(topLevelItem(i))->m_mayMove)
+            moving.push_back(i);
+        else if (!lookAtAll)
+            break;
+        if (moving.size() > static_cast<size_t>(count / RowsPerMove))
             return std::nullopt;
     }
-    std::reverse(moving.begin(), moving.end());
+    for (const SortListViewItem* row : m_changedRows) {
+        const int place = lookAtAll ? -1 : indexOfTopLevelItem(const_cast<SortListViewItem*>(row));
+        if (place >= 0)
+            moving.push_back(place);
+    }
+    std::sort(moving.begin(), moving.end());
+    moving.erase(std::unique(moving.begin(), moving.end()), moving.end());
+    const auto hasChildren = [this](int place) { return topLevelItem(place)->childCount() > 0; };
+    if (std::any_of(moving.begin(), moving.end(), hasChildren))
+        return std::nullopt;
     return moving;
 }
 
@@ -278,7 +285,7 @@ bool SortListView::moveFew() {
     const std::optional<std::vector<int>> moving = fewMoving();
     if (!moving)
         return false;
-    m_placedRowsMayMove = false;
+    m_changedRows.clear();
     if (moving->empty() || m_sortColumn < 0)
         return true;
     const RowOrder order(compareFunction(m_sortColumn), m_sortOrder == Qt::AscendingOrder);
@@ -296,7 +303,7 @@ bool SortListView::moveFew() {
 void SortListView::sortRows(Rows& rows) {
     for (QTreeWidgetItem* row : rows)
         asRow(row)->m_mayMove = false;
-    m_placedRowsMayMove = false;
+    m_changedRows.clear();
     m_inOrder = true;
     if (m_sortColumn < 0) {
         std::sort(rows.begin(), rows.end(), [](QTreeWidgetItem* a, QTreeWidgetItem* b) {

@@ -136,6 +136,11 @@ private:
     void arrangeHeader(const QByteArray& state);
     void showSortIndicator();
 
+    static constexpr size_t FewRows = 128;
+
+    /// Rows that had their places in the order and have changed since; when they are more than `FewRows`, not
+    /// all of them. Some may be gone: they are only to be compared with those that are there.
+    std::vector<const SortListViewItem*> m_changedRows;
     std::vector<CompareFunction> m_compare;
     std::vector<Qt::Alignment> m_alignments;
     bool m_showSortIndicator = false;
@@ -143,9 +148,8 @@ private:
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
     bool m_sortAllowed = true;
     bool m_sortPosted = false;
-    bool m_inOrder = false; ///< all rows but those that may move stand in the order of the sort column
-    bool m_placedRowsMayMove = false; ///< not only those that were added behind all others
-    bool m_sortWanted = false;        ///< asked for while it was not allowed
+    bool m_inOrder = false;    ///< all rows but those that may move stand in the order of the sort column
+    bool m_sortWanted = false; ///< asked for while it was not allowed
     int m_filling = 0;
     std::vector<QTreeWidgetItem*> m_filteredOut; ///< rows that the filter keeps out of sight; owned
     quint64 m_fillCount = 0;

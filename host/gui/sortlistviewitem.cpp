@@ -121,8 +121,9 @@ void SortListViewItem::MarkStale() {
 void SortListViewItem::letMove() {
     if (std::exchange(m_mayMove, true))
         return;
-    if (SortListView* tree = list())
-        tree->m_placedRowsMayMove = true;
+    SortListView* tree = list();
+    if (tree && tree->m_changedRows.size() <= SortListView::FewRows)
+        tree->m_changedRows.push_back(this);
 }
 
 SortListViewItemIterator::SortListViewItemIterator(QTreeWidget* list, unsigned flags)
