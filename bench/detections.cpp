@@ -167,6 +167,18 @@ void scrollPage(benchmark::State& state) {
     }
 }
 
+/// Types a text into the filter, a letter at a time.
+template <typename View>
+void filterList(benchmark::State& state) {
+    const auto view = opened<View>();
+    const QString typed = QStringLiteral("9042");
+    qsizetype letters = 0;
+    for (auto _ : state) {
+        letters = letters % typed.size() + 1;
+        report(state, seconds([&] { view->GetListView()->SetFilterText(typed.left(letters)); }), 1);
+    }
+}
+
 /// Sorts by the column, page shown, over `std::sort` of the keys with their numbers.
 void sortColumn(benchmark::State& state) {
     const auto view = opened<ExtendedView>();
@@ -303,6 +315,8 @@ BENCHMARK(openList<PlainView>)->UseManualTime()->Iterations(5)->Unit(benchmark::
 BENCHMARK(openList<ExtendedView>)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
 BENCHMARK(scrollPage<PlainView>)->UseManualTime()->Iterations(20)->Unit(benchmark::kMillisecond);
 BENCHMARK(scrollPage<ExtendedView>)->UseManualTime()->Iterations(20)->Unit(benchmark::kMillisecond);
+BENCHMARK(filterList<PlainView>)->UseManualTime()->Iterations(4)->Unit(benchmark::kMillisecond);
+BENCHMARK(filterList<ExtendedView>)->UseManualTime()->Iterations(4)->Unit(benchmark::kMillisecond);
 BENCHMARK(sortColumn)->DenseRange(0, 19)->UseManualTime()->Iterations(10)->Unit(benchmark::kMillisecond);
 BENCHMARK(saveFile)
     ->ArgsProduct({{0, 1}, {0, 1}})

@@ -1,6 +1,7 @@
 #include "host/base/datetime.h"
 
 #include <gtest/gtest.h>
+#include <random>
 
 namespace {
 
@@ -36,6 +37,28 @@ TEST(DateTime, ShowsTheTimeOfTheMachine) {
     EXPECT_EQ(Quor::DateTime(LeapDay).toString(Quor::DateTime::Local_TimeZone),
               QStringLiteral("2024-03-01 02:59:58"));
     EXPECT_EQ(Quor::DateTime(LeapDay).toString("hh", Quor::DateTime::Local_TimeZone), QStringLiteral("02"));
+}
+
+TEST(DateTime, AgreesWithTheStringClass) {
+    std::mt19937_64 random(4);
+    std::vector<quint64> times = {0, 1, 86399999999, 4102444800000000, 253402300799000000};
+    for (int i = 0; i < 500; ++i)
+        times.push_back(random() % 4200000000000000);
+    for (const quint64 change : {1711846800, 1729990800, 2147483647}) { // of Berlin's clocks, and of an era
+        for (const quint64 seconds : {change - 1, change, change + 1})
+            times.push_back(seconds * 1000000);
+    }
+    for (const char* name : {"Europe/Berlin", "America/St_Johns", "Asia/Kathmandu", "Pacific/Apia", "UTC"}) {
+        const Zone zone(name);
+        for (const quint64 time : times) {
+            const QDateTime utc = Quor::FromMicroseconds(static_cast<qint64>(time));
+            const QString format = QStringLiteral("yyyy-MM-dd hh:mm:ss");
+            EXPECT_EQ(Quor::DateTime(time).toString(Quor::DateTime::Local_TimeZone),
+                      utc.toLocalTime().toString(format))
+                << name;
+            EXPECT_EQ(Quor::DateTime(time).toString(-34200), utc.toOffsetFromUtc(-34200).toString(format));
+        }
+    }
 }
 
 TEST(DateTime, TakesAFormat) {
