@@ -9,6 +9,8 @@
 
 #include <QCoreApplication>
 
+#include <charconv>
+
 namespace {
 
 using Record = ExtendedDetectionConventional;
@@ -49,11 +51,20 @@ QString dfText(const std::string& value) {
 
 /// Fixed with decimals, or in the general format with six digits; empty unless greater than 0.
 QString fixedText(double value, int decimals, const char* unit) {
-    return value > 0 ? QString::number(value, 'f', decimals) + QLatin1String(unit) : QString();
+    QString text;
+    if (value > 0) {
+        Quor::AppendFixed(text, value, decimals);
+        text += QLatin1String(unit);
+    }
+    return text;
 }
 
 QString generalText(double value, const char* unit) {
-    return value > 0 ? QString::number(value, 'g', 6) + QLatin1String(unit) : QString();
+    if (!(value > 0))
+        return QString();
+    char number[32];
+    const auto end = std::to_chars(number, std::end(number), value, std::chars_format::general, 6).ptr;
+    return QLatin1String(number, end - number) + QLatin1String(unit);
 }
 
 QString wholeText(double value) {
@@ -74,13 +85,25 @@ QString positionText(double longitude, double latitude) {
     return Coord(longitude, latitude).GetString(GuiCentral::Instance().CurrentPositionFormat());
 }
 
+/// A field of every detection.
+template <QString (*Text)(const DetectionConventional&)>
+QString plain(const Record& record) {
+    return Text(record);
+}
+
 struct Field {
     QLatin1String name;
-    QString (*text)(const Record&);
+    Adapter::Text text;
 };
 
-/// Fields beyond those of a plain detection.
 constexpr Field Fields[] = {
+    {QLatin1String("Frequency"), plain<DetectionConventionalAdapter::GetFrequencyString>},
+    {QLatin1String("Name"), plain<DetectionConventionalAdapter::GetName>},
+    {QLatin1String("Bandwidth"), plain<DetectionConventionalAdapter::GetBandwidthString>},
+    {QLatin1String("Level"), plain<DetectionConventionalAdapter::GetLevelString>},
+    {QLatin1String("Type"), [](const Record&) { return QString(QLatin1Char(Adapter::Type)); }},
+    {QLatin1String("From"), plain<DetectionConventionalAdapter::GetStartTimeString>},
+    {QLatin1String("Until"), plain<DetectionConventionalAdapter::GetStopTimeString>},
     {QLatin1String("Class. Frequency"),
      [](const Record& r) { return fixedText(r.GetClassifierFrequency() / 1e3, 3, " kHz"); }},
     {QLatin1String("Class. Frequency MHz"),
@@ -111,12 +134,15 @@ constexpr Field Fields[] = {
 
 } // namespace
 
+Adapter::Text Adapter::FindField(const QString& field) {
+    const auto* found = std::find_if(std::begin(Fields), std::end(Fields),
+                                     [&](const Field& known) { return field == known.name; });
+    return found == std::end(Fields) ? nullptr : found->text;
+}
+
 QString Adapter::FieldText(const Record& record, const QString& field) {
-    for (const Field& known : Fields) {
-        if (field == known.name)
-            return known.text(record);
-    }
-    return DetectionConventionalAdapter::FieldText(record, field);
+    const Text text = FindField(field);
+    return text ? text(record) : QString();
 }
 
 QString Adapter::GetAzimuthString(const Record& record) {

@@ -8,8 +8,11 @@
 struct ExtendedDetectionConventionalAdapter {
     static constexpr char Type = DetectionConventionalAdapter::Type;
 
-    /// The text of a field by its name; besides those of `DetectionConventionalAdapter` they are the fields
-    /// that the columns below name. Empty for any other name.
+    using Text = QString (*)(const ExtendedDetectionConventional&);
+    /// What makes the text of a field: those of `DetectionConventionalAdapter`, and those that the columns
+    /// below name. Null for any other name.
+    static Text FindField(const QString& field);
+    /// The text of a field by its name; empty when there is no such field.
     static QString FieldText(const ExtendedDetectionConventional& record, const QString& field);
     static QString GetAzimuthString(const ExtendedDetectionConventional& record);
     static QString GetDFQualityString(const ExtendedDetectionConventional& record);

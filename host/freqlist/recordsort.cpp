@@ -166,4 +166,31 @@ std::vector<quint32> Order(const MadeTexts& keys) {
         [&](quint32 a, quint32 b) { return keys[a] < keys[b]; });
 }
 
+void Place(std::vector<quint32>& order, const std::vector<quint32>& changed, quint32 count,
+           const std::function<bool(quint32, quint32)>& before) {
+    const auto firstNew = static_cast<quint32>(order.size());
+    if (!changed.empty()) {
+        std::vector<bool> moves(firstNew);
+        for (const quint32 record : changed)
+            moves[record] = true;
+        std::erase_if(order, [&](quint32 record) { return moves[record]; });
+    }
+    std::vector<quint32> placed = changed;
+    for (quint32 record = firstNew; record < count; ++record)
+        placed.push_back(record);
+    std::sort(placed.begin(), placed.end(), before);
+    std::vector<quint32> merged;
+    merged.reserve(count);
+    auto rest = order.cbegin();
+    for (const quint32 record : placed) {
+        const auto to =
+            std::partition_point(rest, order.cend(), [&](quint32 other) { return before(other, record); });
+        merged.insert(merged.end(), rest, to);
+        merged.push_back(record);
+        rest = to;
+    }
+    merged.insert(merged.end(), rest, order.cend());
+    order = std::move(merged);
+}
+
 } // namespace RecordSort

@@ -2,6 +2,7 @@
 
 #include "host/base/numbers.h"
 
+#include <functional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -39,6 +40,11 @@ private:
 std::vector<quint32> Order(const std::vector<quint64>& keys);
 std::vector<quint32> Order(const std::vector<const std::string*>& keys);
 std::vector<quint32> Order(const MadeTexts& keys);
+
+/// Puts the records that changed, and those from `order.size()` to `count`, to their places in an order.
+/// `before` is a total order: of two records one always goes before the other.
+void Place(std::vector<quint32>& order, const std::vector<quint32>& changed, quint32 count,
+           const std::function<bool(quint32, quint32)>& before);
 
 inline bool Less(double a, double b) {
     return Quor::OrderedBits(a) < Quor::OrderedBits(b);

@@ -34,9 +34,9 @@ private:
 
 } // namespace Detail
 
-/// List view over a `ValueList<T>` without an object per record. `Format` makes the cell texts by a static
-/// `QString FieldText(const T&, const QString& field)`. Derived views add columns, and override `Sort` where
-/// they sort by something other than the texts.
+/// List view over a `ValueList<T>` without an object per record. `Format` tells what makes the texts of a
+/// column by a static `FindField(const QString& field)`, see `DetectionConventionalAdapter`. Derived views
+/// add columns, and override `Sort` where they sort by something other than the texts.
 template <typename T, typename Format>
 class VectorListView : public VectorListViewBase {
 public:
@@ -66,8 +66,8 @@ protected:
     }
     QStringList RowTexts(const T& record) const {
         QStringList texts;
-        for (const QString& field : Fields())
-            texts << Format::FieldText(record, field);
+        for (size_t column = 0; column < Fields().size(); ++column)
+            texts << fieldText(record, column);
         return texts;
     }
 
@@ -131,11 +131,16 @@ protected:
         return RecordSort::Before(*m_key, m_records[a], m_records[b]);
     }
     QString CellText(quint32 record, int column) const override {
-        return Format::FieldText(m_records[record], Fields()[static_cast<size_t>(column)]);
+        return fieldText(m_records[record], static_cast<size_t>(column));
     }
     double RecordFrequency(quint32 record) const override { return m_records[record].GetFrequency(); }
 
 private:
+    QString fieldText(const T& record, size_t column) const {
+        for (size_t known = m_texts.size(); known < Fields().size(); ++known)
+            m_texts.push_back(Format::FindField(Fields()[known]));
+        return m_texts[column] ? m_texts[column](record) : QString();
+    }
     std::vector<const T*> recordsAt(const std::vector<quint32>& places) const {
         std::vector<const T*> records;
         records.reserve(places.size());
@@ -145,6 +150,7 @@ private:
     }
 
     Detail::RecordBlocks<T> m_records;
-    typename ValueList<T>::Seen m_seen;        ///< how much of the list the copy holds
-    const RecordSort::Key<T>* m_key = nullptr; ///< of the order, when it is one by a key
+    mutable std::vector<QString (*)(const T&)> m_texts; ///< by column, as far as they were asked for
+    typename ValueList<T>::Seen m_seen;                 ///< how much of the list the copy holds
+    const RecordSort::Key<T>* m_key = nullptr;          ///< of the order, when it is one by a key
 };

@@ -1,6 +1,7 @@
 #include "host/freqlist/vectorlistviewbase.h"
 
 #include "host/freqlist/buttonbar.h"
+#include "host/freqlist/recordsort.h"
 #include "host/valuetree/tree.h"
 
 #include <QElapsedTimer>
@@ -22,20 +23,9 @@ constexpr int TickShare = 4;
 /// Records taken when a view opens, so that it opens at once however long its list; the rest follows at the
 /// next tick.
 constexpr int FirstRecords = 1000;
-
-struct KeyStep {
-    enum Unit { Row, Page, All };
-
-    int key;
-    Unit unit;
-    int sign;
-};
-
-constexpr KeyStep KeySteps[] = {
-    {Qt::Key_Up, KeyStep::Row, -1},      {Qt::Key_Down, KeyStep::Row, 1},
-    {Qt::Key_PageUp, KeyStep::Page, -1}, {Qt::Key_PageDown, KeyStep::Page, 1},
-    {Qt::Key_Home, KeyStep::All, -1},    {Qt::Key_End, KeyStep::All, 1},
-};
+/// Records that the filter looks at between two turns of the event loop: some 20 ms.
+constexpr size_t RecordsPerTurn = 4000;
+constexpr size_t AllRecords = std::numeric_limits<size_t>::max();
 
 } // namespace
 
@@ -51,9 +41,8 @@ public:
     int ShownCount() const override { return m_view->RowCount(); }
     int SelectedCount() const override { return m_view->m_selectedCount; }
     void SetFilterText(const QString& text) override { m_view->setFilter(text); }
-    QString FilterText() const override { return m_view->m_filter; }
+    QString FilterText() const override { return m_view->m_filter.GetText(); }
     void selectAll() override { m_view->SelectAll(); }
-    using SortListView::compareFunction;
 
 protected:
     void SortNow() override { m_view->sortByHeader(); }
@@ -88,7 +77,8 @@ VectorListViewBase::VectorListViewBase(QWidget* parent, const char* name)
     : QWidget(parent),
       m_list(new PageList(this)),
       m_scroll(new QScrollBar(Qt::Vertical, this)),
-      m_tickMilliseconds(TickMilliseconds) {
+      m_tickMilliseconds(TickMilliseconds),
+      m_filter([this](quint32 record) { return hasFilterText(record); }) {
     setObjectName(QString::fromUtf8(name));
     setFocusProxy(m_list);
     m_scroll->setRange(0, 0);
@@ -163,7 +153,7 @@ void VectorListViewBase::bind() {
         m_value = value;
         value->AddObserver(this);
     }
-    const bool inListOrder = m_list->SortColumn() < 0 && m_filter.isEmpty();
+    const bool inListOrder = m_list->SortColumn() < 0 && !m_filter.IsOn();
     load(inListOrder ? FirstRecords : std::numeric_limits<int>::max());
     if (m_loaded < m_count)
         m_tick.start(TickMilliseconds, this);
@@ -182,8 +172,12 @@ void VectorListViewBase::Update(Observable* subject, TChangeCode code) {
 }
 
 void VectorListViewBase::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == m_filterTurn.timerId())
+        return filterMore(RecordsPerTurn);
     if (event->timerId() != m_tick.timerId())
         return QWidget::timerEvent(event);
+    if (m_filterTurn.isActive())
+        return; // one after the other: changes would make the filter begin anew
     m_tick.stop();
     UpdateView();
 }
@@ -222,7 +216,7 @@ void VectorListViewBase::load(int atMost) {
     m_sortedColumn = -1;
     if (m_list->SortColumn() >= 0)
         Sort(m_list->SortColumn(), m_list->SortOrder() == Qt::AscendingOrder);
-    filterRows();
+    beginFilter(Order());
     showPage();
     if (m_selectedCount != selectedBefore)
         announceSelection();
@@ -240,17 +234,19 @@ bool VectorListViewBase::follow() {
         return false;
     std::sort(edited.begin(), edited.end());
     edited.erase(std::unique(edited.begin(), edited.end()), edited.end());
-    const auto firstNew = static_cast<quint32>(m_count);
     m_count = m_loaded = *count;
     m_selected.resize(static_cast<size_t>(m_count));
-    place(edited, firstNew);
+    const auto before = [this](quint32 a, quint32 b) {
+        if (!m_sortedAscending)
+            std::swap(a, b);
+        return GoesBefore(a, b) || (!GoesBefore(b, a) && a < b);
+    };
+    if (m_sortedColumn >= 0)
+        RecordSort::Place(m_order, edited, static_cast<quint32>(m_count), before);
     const int selectedBefore = m_selectedCount;
-    if (!m_filter.isEmpty()) {
-        for (const quint32 record : edited)
-            m_passes[record] = passesFilter(record);
-        for (quint32 record = firstNew; record < static_cast<quint32>(m_count); ++record)
-            m_passes.push_back(passesFilter(record));
-        showPassed();
+    if (m_filter.IsOn()) {
+        m_filter.Renew(edited, static_cast<size_t>(m_count), Order());
+        filterMore(0);
     }
     showPage();
     if (m_selectedCount != selectedBefore)
@@ -258,39 +254,6 @@ bool VectorListViewBase::follow() {
     else
         emit m_list->countsChanged();
     return true;
-}
-
-/// Gives the records that changed, and those from `firstNew` on, their places in the order.
-void VectorListViewBase::place(const std::vector<quint32>& edited, quint32 firstNew) {
-    if (m_sortedColumn < 0)
-        return;
-    const auto before = [this](quint32 a, quint32 b) {
-        if (!m_sortedAscending)
-            std::swap(a, b);
-        return GoesBefore(a, b) || (!GoesBefore(b, a) && a < b);
-    };
-    if (!edited.empty()) {
-        std::vector<bool> moves(firstNew);
-        for (const quint32 record : edited)
-            moves[record] = true;
-        std::erase_if(m_order, [&](quint32 record) { return moves[record]; });
-    }
-    std::vector<quint32> placed = edited;
-    for (quint32 record = firstNew; record < static_cast<quint32>(m_count); ++record)
-        placed.push_back(record);
-    std::sort(placed.begin(), placed.end(), before);
-    std::vector<quint32> order;
-    order.reserve(static_cast<size_t>(m_count));
-    auto rest = m_order.cbegin();
-    for (const quint32 record : placed) {
-        const auto to =
-            std::partition_point(rest, m_order.cend(), [&](quint32 other) { return before(other, record); });
-        order.insert(order.end(), rest, to);
-        order.push_back(record);
-        rest = to;
-    }
-    order.insert(order.end(), rest, m_order.cend());
-    m_order = std::move(order);
 }
 
 void VectorListViewBase::AddColumn(const QString& title, const QString& field, CompareFunction compare) {
@@ -309,8 +272,7 @@ void VectorListViewBase::sortByHeader() {
     } else if (!Sort(m_list->SortColumn(), m_list->SortOrder() == Qt::AscendingOrder)) {
         return;
     }
-    showPassed();
-    showPage();
+    showOrder();
 }
 
 bool VectorListViewBase::Sort(int column, bool ascending) {
@@ -336,72 +298,89 @@ void VectorListViewBase::SetOrder(std::vector<quint32> order) {
 }
 
 void VectorListViewBase::ShowOrder() {
-    if (m_arranging)
-        return;
-    showPassed();
+    if (!m_arranging)
+        showOrder();
+}
+
+void VectorListViewBase::showOrder() {
+    if (m_filter.IsOn()) {
+        m_filter.Reorder(Order());
+        filterMore(0);
+    }
     showPage();
 }
 
 void VectorListViewBase::setFilter(const QString& text) {
-    if (text == m_filter)
+    if (text == m_filter.GetText())
         return;
-    m_filter = text;
     LoadAll();
-    filterRows();
+    const bool narrows = m_filter.SetText(text);
+    beginFilter(narrows ? m_filter.Passed() : Order());
     showPage();
     announceSelection();
 }
 
-bool VectorListViewBase::passesFilter(quint32 record) const {
+bool VectorListViewBase::hasFilterText(quint32 record) const {
     const int columns = m_list->columnCount();
     for (int column = 0; column < columns; ++column) {
-        if (CellText(record, column).contains(m_filter, Qt::CaseInsensitive))
+        if (m_filter.IsIn(CellText(record, column)))
             return true;
     }
     return false;
 }
 
-void VectorListViewBase::filterRows() {
-    m_passes.clear();
-    if (!m_filter.isEmpty()) {
-        for (quint32 record = 0; record < static_cast<quint32>(m_count); ++record)
-            m_passes.push_back(passesFilter(record));
-    }
-    showPassed();
+/// Looks through records in the order shown; a short list at once.
+void VectorListViewBase::beginFilter(std::vector<quint32> records) {
+    if (!m_filter.IsOn())
+        records.clear();
+    m_filter.Begin(std::move(records), static_cast<size_t>(m_count));
+    filterMore(RecordsPerTurn);
 }
 
-/// Puts what the filter lets through into order.
-void VectorListViewBase::showPassed() {
-    m_shown.clear();
-    if (m_filter.isEmpty())
-        return;
-    for (const quint32 record : Order()) {
-        if (m_passes[record])
-            m_shown.push_back(record);
+void VectorListViewBase::filterMore(size_t records) {
+    const size_t before = m_filter.Passed().size();
+    const bool turn = m_filterTurn.isActive();
+    m_filter.LookOn(records);
+    if (!m_filter.IsComplete()) {
+        m_filterTurn.start(0, this);
+    } else {
+        m_filterTurn.stop();
+        deselectHidden();
     }
-    // What is out of sight is out of reach of what is done to the selection.
-    for (size_t record = 0; record < m_selected.size(); ++record)
-        m_selected[record] = m_selected[record] && m_passes[record];
-    m_selectedCount = static_cast<int>(std::count(m_selected.begin(), m_selected.end(), true));
+    if (!turn)
+        return; // who began shows the page
+    if (before <= static_cast<size_t>(m_first + fullRows()))
+        showPage();
+    else
+        showScrollRange();
+    if (m_filter.IsComplete())
+        announceSelection();
+    else
+        emit m_list->countsChanged();
+}
+
+void VectorListViewBase::finishFilter() {
+    if (!m_filter.IsComplete())
+        filterMore(AllRecords);
 }
 
 int VectorListViewBase::RowCount() const {
-    return m_filter.isEmpty() ? m_count : static_cast<int>(m_shown.size());
+    return m_filter.IsOn() ? static_cast<int>(m_filter.Passed().size()) : m_count;
 }
 
 quint32 VectorListViewBase::RecordOfRow(int row) const {
     const auto index = static_cast<size_t>(row);
-    if (!m_filter.isEmpty())
-        return m_shown[index];
+    if (m_filter.IsOn())
+        return m_filter.Passed()[index];
     return m_order.empty() ? static_cast<quint32>(row) : m_order[index];
 }
 
 int VectorListViewBase::rowOf(std::optional<quint32> record) const {
     if (!record)
         return -1;
-    if (m_filter.isEmpty() && m_order.empty())
+    if (!m_filter.IsOn() && m_order.empty())
         return static_cast<int>(*record);
-    const std::vector<quint32>& rows = m_filter.isEmpty() ? m_order : m_shown;
+    const std::vector<quint32>& rows = m_filter.IsOn() ? m_filter.Passed() : m_order;
     const auto found = std::find(rows.begin(), rows.end(), *record);
     return found == rows.end() ? -1 : static_cast<int>(found - rows.begin());
 }
@@ -414,11 +393,12 @@ std::vector<quint32> VectorListViewBase::Order() const {
     return order;
 }
 
-std::vector<quint32> VectorListViewBase::Rows() const {
-    return m_filter.isEmpty() ? Order() : m_shown;
+std::vector<quint32> VectorListViewBase::Rows() {
+    finishFilter();
+    return m_filter.IsOn() ? m_filter.Passed() : Order();
 }
 
-std::vector<quint32> VectorListViewBase::SelectedRows() const {
+std::vector<quint32> VectorListViewBase::SelectedRows() {
     std::vector<quint32> records = Rows();
     std::erase_if(records, [this](quint32 record) { return !m_selected[record]; });
     return records;
@@ -440,16 +420,19 @@ void VectorListViewBase::slotSetFirstIndex2View(int) {
     showPage();
 }
 
+void VectorListViewBase::showScrollRange() {
+    const int page = fullRows();
+    const QSignalBlocker quiet(m_scroll);
+    m_scroll->setRange(0, std::max(RowCount() - page, 0));
+    m_scroll->setPageStep(page);
+}
+
 /// Makes the items of the page at which the scroll bar stands: the rows that fit, and the one that is cut
 /// off.
 void VectorListViewBase::showPage() {
     const int rows = RowCount();
     const int page = fullRows();
-    {
-        const QSignalBlocker quiet(m_scroll);
-        m_scroll->setRange(0, std::max(rows - page, 0));
-        m_scroll->setPageStep(page);
-    }
+    showScrollRange();
     m_first = m_scroll->value();
     const int end = std::min(rows, m_first + page + 1);
     if (end > m_loaded && m_loaded < m_count)
@@ -469,125 +452,6 @@ void VectorListViewBase::showPage() {
         showPage(); // how many rows fit is known only when there is one
         m_measuring = false;
     }
-}
-
-/// Puts the selection of the records on the items of the page.
-void VectorListViewBase::showSelection() {
-    const QSignalBlocker quiet(m_list);
-    const QSignalBlocker quietSelection(m_list->selectionModel());
-    for (int i = 0; i < m_list->topLevelItemCount(); ++i)
-        m_list->topLevelItem(i)->setSelected(m_selected[RecordOfRow(m_first + i)]);
-    const int current = rowOf(m_current) - m_first;
-    const bool onPage = m_current && current >= 0 && current < m_list->topLevelItemCount();
-    m_list->setCurrentItem(onPage ? m_list->topLevelItem(current) : nullptr, 0,
-                           QItemSelectionModel::NoUpdate);
-    m_list->viewport()->update();
-}
-
-void VectorListViewBase::announceSelection() {
-    emit m_list->selectionChanged(m_list->currentItem());
-    emit m_list->countsChanged();
-}
-
-/// Items of the page may have been selected by others.
-void VectorListViewBase::takePageSelection() {
-    for (int i = 0; i < m_list->topLevelItemCount(); ++i)
-        setSelected(RecordOfRow(m_first + i), m_list->topLevelItem(i)->isSelected());
-}
-
-void VectorListViewBase::setSelected(quint32 record, bool selected) {
-    if (m_selected[record] == selected)
-        return;
-    m_selected[record] = selected;
-    m_selectedCount += selected ? 1 : -1;
-}
-
-void VectorListViewBase::clearSelection() {
-    m_selected.assign(m_selected.size(), false);
-    m_selectedCount = 0;
-    m_current.reset();
-    m_anchor.reset();
-}
-
-bool VectorListViewBase::IsSelected(int row) const {
-    return row >= 0 && row < RowCount() && m_selected[RecordOfRow(row)];
-}
-
-void VectorListViewBase::SelectAll() {
-    if (m_list->selectionMode() != QAbstractItemView::ExtendedSelection)
-        return;
-    for (const quint32 record : Rows())
-        setSelected(record, true);
-    showSelection();
-    announceSelection();
-}
-
-/// Selects as a click on the row does: it alone; with control it changes over; with shift all from where the
-/// selection began. Negative is a click beside all rows.
-void VectorListViewBase::select(int row, Qt::KeyboardModifiers modifiers) {
-    if (m_list->selectionMode() == QAbstractItemView::NoSelection)
-        return;
-    const bool several = m_list->selectionMode() != QAbstractItemView::SingleSelection;
-    const bool extend = several && modifiers.testFlag(Qt::ShiftModifier) && rowOf(m_anchor) >= 0;
-    const bool toggle = several && modifiers.testFlag(Qt::ControlModifier);
-    if (!toggle) {
-        m_selected.assign(m_selected.size(), false);
-        m_selectedCount = 0;
-    }
-    if (row >= 0) {
-        m_current = RecordOfRow(row);
-        if (extend) {
-            const auto [from, to] = std::minmax({rowOf(m_anchor), row});
-            for (int i = from; i <= to; ++i)
-                setSelected(RecordOfRow(i), true);
-        } else {
-            m_anchor = m_current;
-            setSelected(*m_current, !toggle || !m_selected[*m_current]);
-        }
-    }
-    showSelection();
-    announceSelection();
-}
-
-void VectorListViewBase::moveTo(int row, bool extend) {
-    if (RowCount() == 0)
-        return;
-    row = std::clamp(row, 0, RowCount() - 1);
-    scrollTo(row);
-    select(row, extend ? Qt::ShiftModifier : Qt::NoModifier);
-}
-
-void VectorListViewBase::scrollTo(int row) {
-    const int page = fullRows();
-    if (row < m_first)
-        m_scroll->setValue(row);
-    else if (row >= m_first + page)
-        m_scroll->setValue(row - page + 1);
-}
-
-bool VectorListViewBase::moveByKey(int key, bool extend) {
-    const auto* step = std::find_if(std::begin(KeySteps), std::end(KeySteps),
-                                    [key](const KeyStep& candidate) { return candidate.key == key; });
-    if (step == std::end(KeySteps))
-        return false;
-    const int lengths[] = {1, fullRows(), RowCount()};
-    moveTo(rowOf(m_current) + step->sign * lengths[step->unit], extend);
-    return true;
-}
-
-void VectorListViewBase::SelectFrequency(double hertz) {
-    LoadAll();
-    int nearest = -1;
-    double distance = std::numeric_limits<double>::infinity();
-    for (int row = 0; row < RowCount(); ++row) {
-        const double away = std::abs(RecordFrequency(RecordOfRow(row)) - hertz);
-        if (away < distance) {
-            distance = away;
-            nearest = row;
-        }
-    }
-    if (nearest >= 0)
-        moveTo(nearest, false);
 }
 
 bool VectorListViewBase::eventFilter(QObject* watched, QEvent* event) {

@@ -2,6 +2,7 @@
 
 #include "host/base/observer.h"
 #include "host/freqlist/frequencystorelistview.h"
+#include "host/freqlist/recordfilter.h"
 #include "host/gui/sortlistview.h"
 #include "host/valuetree/valuebase.h"
 
@@ -42,6 +43,8 @@ public:
     int RecordCount() const { return m_count; }
     int RowCount() const;
     int SelectedCount() const { return m_selectedCount; }
+    /// Whether the filter is still looking through the records; rows are those that it found so far.
+    bool IsFiltering() const { return !m_filter.IsComplete(); }
     bool IsSelected(int row) const;
     /// Selects a row alone, as a click on it does.
     void SelectRow(int row) { moveTo(row, false); }
@@ -95,10 +98,11 @@ protected:
     const std::vector<QString>& Fields() const { return m_fields; }
     /// Makes the copy complete and brings it up to date.
     void LoadAll();
-    /// Records in their order, whatever the filter hides; rows; selected rows.
+    /// Records in their order, whatever the filter hides; rows; selected rows. A filter that is still at work
+    /// is waited for.
     std::vector<quint32> Order() const;
-    std::vector<quint32> Rows() const;
-    std::vector<quint32> SelectedRows() const;
+    std::vector<quint32> Rows();
+    std::vector<quint32> SelectedRows();
     quint32 RecordOfRow(int row) const;
 
     enum class SortStep { Nothing, Reverse, Anew };
@@ -118,13 +122,16 @@ private:
     void bind();
     void load(int atMost);
     bool follow();
-    void place(const std::vector<quint32>& edited, quint32 firstNew);
-    bool passesFilter(quint32 record) const;
-    void showPassed();
+    bool hasFilterText(quint32 record) const;
+    void beginFilter(std::vector<quint32> records);
+    void filterMore(size_t records);
+    void finishFilter();
+    void deselectHidden();
     void sortByHeader();
+    void showOrder();
     void setFilter(const QString& text);
-    void filterRows();
     void showPage();
+    void showScrollRange();
     void showSelection();
     void announceSelection();
     void takePageSelection();
@@ -137,7 +144,7 @@ private:
     int fullRows() const;
     int rowOf(std::optional<quint32> record) const;
 
-    PageList* m_list;
+    SortListView* m_list; ///< a `PageList`
     QScrollBar* m_scroll;
     FreqStoreListViewButtonBar* m_bar = nullptr; ///< the window's; forgotten when it ends
     QString m_path;
@@ -148,9 +155,8 @@ private:
     int m_count = 0;
     int m_loaded = 0;             ///< records that the copy holds so far
     std::vector<quint32> m_order; ///< empty: the order of the list
-    QString m_filter;
-    std::vector<bool> m_passes;   ///< by record: what the filter lets through, while there is one
-    std::vector<quint32> m_shown; ///< these in their order
+    RecordFilter m_filter;
+    QBasicTimer m_filterTurn; ///< runs while the filter has more to look at
     int m_sortedColumn = -1;
     bool m_sortedAscending = true;
     std::vector<bool> m_selected; ///< by record

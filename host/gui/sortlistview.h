@@ -37,6 +37,7 @@ public:
     void SetCompareFunctionLength(int length);
     /// The order of a column; a column without a function sorts as text.
     void SetCompareFunction(int column, CompareFunction function);
+    CompareFunction compareFunction(int column) const;
 
     /// While sorting is not allowed, requests are kept until it is allowed again.
     void AllowSort(bool allow);
@@ -114,7 +115,6 @@ protected:
     /// Puts the rows into the order of the sort column. A list whose rows are a page of something longer
     /// sorts that instead.
     virtual void SortNow();
-    CompareFunction compareFunction(int column) const;
 
 private:
     friend class SortListViewItem;

@@ -12,12 +12,12 @@ QString timeText(double microseconds) {
         .toString(Quor::DateTime::Local_TimeZone);
 }
 
+using Adapter = DetectionConventionalAdapter;
+
 struct Field {
     QLatin1String name;
-    QString (*text)(const DetectionConventional&);
+    Adapter::Text text;
 };
-
-using Adapter = DetectionConventionalAdapter;
 
 constexpr Field Fields[] = {
     {QLatin1String("Frequency"), Adapter::GetFrequencyString},
@@ -37,10 +37,15 @@ bool DetectionConventional::operator==(const DetectionConventional& other) const
            m_active == other.m_active;
 }
 
-QString DetectionConventionalAdapter::FieldText(const DetectionConventional& record, const QString& field) {
+Adapter::Text DetectionConventionalAdapter::FindField(const QString& field) {
     const auto* found = std::find_if(std::begin(Fields), std::end(Fields),
                                      [&](const Field& candidate) { return field == candidate.name; });
-    return found == std::end(Fields) ? QString() : found->text(record);
+    return found == std::end(Fields) ? nullptr : found->text;
+}
+
+QString DetectionConventionalAdapter::FieldText(const DetectionConventional& record, const QString& field) {
+    const Text text = FindField(field);
+    return text ? text(record) : QString();
 }
 
 QString DetectionConventionalAdapter::GetFrequencyString(const DetectionConventional& record) {

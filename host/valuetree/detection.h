@@ -101,8 +101,11 @@ struct DetectionConventionalAdapter {
     /// Type letter of every detection.
     static constexpr char Type = 'a';
 
-    /// The text of a field by its name: "Frequency", "Name", "Bandwidth", "Level", "Type", "From", "Until".
-    /// Empty for any other name.
+    using Text = QString (*)(const DetectionConventional&);
+    /// What makes the text of a field: "Frequency", "Name", "Bandwidth", "Level", "Type", "From", "Until".
+    /// Null for any other name.
+    static Text FindField(const QString& field);
+    /// The text of a field by its name; empty when there is no such field.
     static QString FieldText(const DetectionConventional& record, const QString& field);
     static QString GetFrequencyString(const DetectionConventional& record);
     static QString GetName(const DetectionConventional& record);

@@ -209,6 +209,8 @@ TEST_F(RecordViews, FilterNarrowsRowsAndSelection) {
     open(5000);
     press(Qt::Key_A, Qt::ControlModifier);
     view.GetListView()->SetFilterText("499");
+    EXPECT_EQ(view.GetListView()->ShownCount(), 4) << "of a long list the first records are there at once";
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !view.IsFiltering(); }));
     EXPECT_EQ(view.GetListView()->ShownCount(), 15); // 499, 1499 to 4499, 4990 to 4999
     EXPECT_EQ(view.GetListView()->RowCount(), 5000);
     EXPECT_EQ(view.SelectedCount(), 15);
@@ -220,6 +222,39 @@ TEST_F(RecordViews, FilterNarrowsRowsAndSelection) {
     view.SelectFrequency(1e6 + 1000.0 * 1234 + 300);
     EXPECT_EQ(view.SelectedIds(), std::vector<unsigned>{1234});
     EXPECT_EQ(view.CurrentRow(), 1234);
+}
+
+TEST_F(RecordViews, FilterIsRightWhateverHappensWhileItIsAtWork) {
+    open(9000);
+    const auto filtered = [this] { return QTest::qWaitFor([this] { return !view.IsFiltering(); }); };
+    const auto shown = [this] { return view.GetListView()->ShownCount(); };
+
+    view.GetListView()->SetFilterText("89");
+    EXPECT_TRUE(view.IsFiltering());
+    view.GetListView()->sortByColumn(0, Qt::DescendingOrder);
+    EXPECT_EQ(view.Ids().front(), 8999u);
+    ASSERT_TRUE(filtered());
+    EXPECT_EQ(shown(), 279);
+    press(Qt::Key_Home);
+    EXPECT_EQ(view.SelectedIds(), std::vector<unsigned>{8999});
+    view.GetListView()->SetFilterText("899");
+    EXPECT_FALSE(view.IsFiltering()) << "more letters are looked for in what was found";
+    EXPECT_EQ(shown(), 19);
+
+    view.GetListView()->SetFilterText("0");
+    EXPECT_TRUE(view.IsFiltering());
+    press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(view.SelectedCount(), shown()) << "all of them, found or not yet";
+
+    view.GetListView()->SetFilterText("77");
+    EXPECT_TRUE(view.IsFiltering());
+    list->PushBack(detection(777777, 5e6, 0));
+    ASSERT_TRUE(filtered());
+    const int before = shown();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view.RecordCount() == 9001 && !view.IsFiltering(); }));
+    EXPECT_EQ(shown(), before + 1);
+    view.GetListView()->SetFilterText("");
+    EXPECT_EQ(shown(), 9001);
 }
 
 TEST_F(RecordViews, ManyChangesAreOneRefresh) {

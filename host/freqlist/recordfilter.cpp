@@ -1,0 +1,53 @@
+#include "host/freqlist/recordfilter.h"
+
+#include <algorithm>
+
+bool RecordFilter::SetText(const QString& text) {
+    const bool narrows = IsOn() && IsComplete() && text.contains(m_text, Qt::CaseInsensitive);
+    m_text = text;
+    // Of what has no case, such as a number, a plain search finds the same, and sooner.
+    m_case = text.toLower() == text.toUpper() ? Qt::CaseSensitive : Qt::CaseInsensitive;
+    return narrows;
+}
+
+void RecordFilter::Begin(std::vector<quint32> records, size_t count) {
+    m_toLookAt = std::move(records);
+    m_next = 0;
+    m_passes.assign(count, false);
+    m_passed.clear();
+}
+
+void RecordFilter::LookOn(size_t records) {
+    const size_t end = m_next + std::min(records, m_toLookAt.size() - m_next);
+    for (; m_next < end; ++m_next) {
+        const quint32 record = m_toLookAt[m_next];
+        m_passes[record] = m_hasText(record);
+        if (m_passes[record])
+            m_passed.push_back(record);
+    }
+    if (IsComplete()) {
+        m_toLookAt = {};
+        m_next = 0;
+    }
+}
+
+void RecordFilter::Renew(const std::vector<quint32>& changed, size_t count,
+                         const std::vector<quint32>& order) {
+    if (IsComplete()) {
+        for (const quint32 record : changed)
+            m_passes[record] = m_hasText(record);
+        for (auto record = static_cast<quint32>(m_passes.size()); record < count; ++record)
+            m_passes.push_back(m_hasText(record));
+    } else {
+        m_passes.resize(count);
+    }
+    Reorder(order);
+}
+
+void RecordFilter::Reorder(const std::vector<quint32>& order) {
+    if (!IsComplete())
+        return Begin(order, m_passes.size());
+    m_passed.clear();
+    std::copy_if(order.begin(), order.end(), std::back_inserter(m_passed),
+                 [this](quint32 record) { return m_passes[record]; });
+}

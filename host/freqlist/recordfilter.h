@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+/// Which records of a list have a text in one of their cells, whatever its case. Long lists are looked
+/// through a part at a time, in the order in which they are shown, so that what was found is seen at once and
+/// nobody waits for the rest.
+class RecordFilter {
+public:
+    /// `hasText` asks `IsIn` of the cells of a record.
+    explicit RecordFilter(std::function<bool(quint32 record)> hasText) : m_hasText(std::move(hasText)) {}
+
+    /// An empty text lets all through. Tells whether the text can only be in records that have the one
+    /// before.
+    bool SetText(const QString& text);
+    const QString& GetText() const { return m_text; }
+    bool IsOn() const { return !m_text.isEmpty(); }
+    bool IsIn(const QString& cell) const { return cell.contains(m_text, m_case); }
+
+    /// Begins to look through these of `count` records, given in the order shown; no other has the text.
+    void Begin(std::vector<quint32> records, size_t count);
+    /// Looks at so many more records.
+    void LookOn(size_t records);
+    bool IsComplete() const { return m_next == m_toLookAt.size(); }
+
+    /// Looks again at records that changed, and at those from the present count on. `order` is that of all.
+    void Renew(const std::vector<quint32>& changed, size_t count, const std::vector<quint32>& order);
+    /// The same records in another order.
+    void Reorder(const std::vector<quint32>& order);
+
+    /// What was found so far: all records in the order shown, and whether one is among them.
+    const std::vector<quint32>& Passed() const { return m_passed; }
+    bool Passes(quint32 record) const { return m_passes[record]; }
+
+private:
+    std::function<bool(quint32)> m_hasText;
+    QString m_text;
+    Qt::CaseSensitivity m_case = Qt::CaseInsensitive;
+    std::vector<quint32> m_toLookAt;
+    size_t m_next = 0;             ///< of these
+    std::vector<bool> m_passes;    ///< by record
+    std::vector<quint32> m_passed; ///< in the order shown
+};
