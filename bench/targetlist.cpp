@@ -203,6 +203,27 @@ void FirstPaint(benchmark::State& state) {
     }
 }
 
+/// A text typed into the filter letter by letter, and taken away again: the longest wait of all.
+void FilterByLetters(benchmark::State& state) {
+    Bench& bench = Bench::Get();
+    const int count = static_cast<int>(state.range(0));
+    bench.List(count);
+    WkfListView view(nullptr, bench.ListId());
+    view.resize(1200, 800);
+    view.show();
+    for (auto _ : state) {
+        double longest = 0;
+        for (const char* text : {"9", "99", "990", ""}) {
+            longest = std::max(longest, secondsOf([&] {
+                                   view.SetFilterText(QString::fromLatin1(text));
+                                   view.viewport()->grab();
+                               }));
+        }
+        state.SetIterationTime(longest);
+        state.counters["ours_s"] = longest;
+    }
+}
+
 /// A tree widget that sorts by calling the compare function for each pair.
 class PlainRow : public QTreeWidgetItem {
 public:
@@ -335,6 +356,12 @@ BENCHMARK(WriteLtl)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 BENCHMARK(WriteXml)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 BENCHMARK(ReadXml)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 BENCHMARK(FirstPaint)->Arg(100000)->Arg(Million)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(FilterByLetters)
+    ->Arg(100000)
+    ->Arg(Million)
+    ->UseManualTime()
+    ->Iterations(1)
+    ->Unit(benchmark::kSecond);
 BENCHMARK(Sort)->DenseRange(0, 7)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 BENCHMARK(GrowthReload)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 BENCHMARK(GrowthDeleteAll)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
