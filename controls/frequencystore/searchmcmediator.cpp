@@ -42,7 +42,7 @@ void ArrangeList(VectorListViewBase& view, std::span<const DetectionColumn> colu
     std::vector<int> widths;
     for (const DetectionColumn& column : columns)
         widths.push_back(column.width);
-    list.header()->setStretchLastSection(true);
+    list.header()->setStretchLastSection(false); // its texts stand on the right, next to the others
     list.FitColumns(widths);
     list.SetColumnWidthPersistantName(view.objectName());
 }
