@@ -1,47 +1,31 @@
 #include "host/startup/cfgcenter.h"
 #include "tests/cli/runcli.h"
+#include "tests/support/testfolder.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 
 namespace {
 
-QString Q(const char* text) {
-    return QString::fromUtf8(text);
-}
-
-QByteArray BytesOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no such file>");
-}
-
 /// Runs in a folder of its own, whose settings name a list that no command may touch.
-class BandsTest : public testing::Test {
+class BandsTest : public testing::Test, protected TestFolder {
 protected:
     void SetUp() override {
         QDir::setCurrent(m_folder.path());
         CfgCenter::SetDirectory(m_folder.path());
         CfgCenter::GetAppCfg(ICfg::StartUp).SetString(Q("NOIFrequencies"), Q("remembered.noi"));
         Write("remembered.noi", "1\tremembered\t2\n");
-        m_settings = BytesOf(Q("Application.ini"));
+        m_settings = Read(Q("Application.ini"));
     }
     void TearDown() override {
-        EXPECT_EQ(BytesOf(Q("remembered.noi")), "1\tremembered\t2\n");
-        EXPECT_EQ(BytesOf(Q("Application.ini")), m_settings);
+        EXPECT_EQ(Read(Q("remembered.noi")), "1\tremembered\t2\n");
+        EXPECT_EQ(Read(Q("Application.ini")), m_settings);
         EXPECT_FALSE(QFile::exists(Q("NoiFrequencies.xml")));
         CfgCenter::SetDirectory(QString());
         QDir::setCurrent(m_before);
     }
-    static QString Write(const char* name, const QByteArray& bytes) {
-        QFile file(Q(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        return file.fileName();
-    }
 
     QString m_before = QDir::currentPath();
-    QTemporaryDir m_folder;
     QByteArray m_settings;
 };
 
@@ -59,13 +43,13 @@ TEST_F(BandsTest, TheBandListOfEachKindOfFile) {
         const CliResult written = Cli({Q("bands"), Q("--out"), out, Q(name)});
         EXPECT_EQ(written.exitCode, ExitDone) << name;
         EXPECT_TRUE(written.out.empty());
-        EXPECT_EQ(BytesOf(out).toStdString(), expected);
+        EXPECT_EQ(Read(out).toStdString(), expected);
     }
     EXPECT_EQ(Cli({Q("bands"), Write("empty.noi", "")}).out, "\n");
     const CliResult table = Cli({Q("show"), Q("two.noi")});
     EXPECT_NE(table.out.find("one"), std::string::npos) << table.out;
     EXPECT_NE(table.out.find("bandwidth"), std::string::npos) << table.out;
-    const CliResult checked = Cli({Q("check"), QStringLiteral(SAMPLES_DIR "/interest.noi")});
+    const CliResult checked = Cli({Q("check"), Sample("interest.noi")});
     EXPECT_EQ(checked.exitCode, ExitDone) << checked.err;
     EXPECT_NE(checked.out.find("NOI lines, 30 entries, no problems"), std::string::npos) << checked.out;
 }
@@ -97,7 +81,7 @@ TEST_F(BandsTest, WrongCommandLinesAndBadFilesAreTold) {
         EXPECT_EQ(result.out, row.bands) << row.name;
         EXPECT_NE(result.err.find(row.problem), std::string::npos) << result.err;
         EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
-        EXPECT_EQ(BytesOf(path), row.bytes);
+        EXPECT_EQ(Read(path), row.bytes);
     }
     EXPECT_EQ(Cli({Q("bands"), Q("missing.noi")}).exitCode, ExitFile);
     const QString good = Write("good.noi", "12\ta\t1\n");

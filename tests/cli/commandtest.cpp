@@ -1,45 +1,23 @@
 #include "tests/cli/runcli.h"
+#include "tests/support/testfolder.h"
 
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTemporaryDir>
 
 #include <sys/stat.h>
 
 namespace {
 
-QString Q(const char* text) {
-    return QString::fromUtf8(text);
-}
-
-QString Sample(const char* name) {
-    return QStringLiteral(SAMPLES_DIR "/") + Q(name);
-}
-
-QByteArray BytesOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no such file>");
-}
-
-class CommandTest : public testing::Test {
+class CommandTest : public testing::Test, protected TestFolder {
 protected:
-    QString Path(const QString& name) const { return m_folder.filePath(name); }
-    QString Write(const QString& name, const QByteArray& bytes) const {
-        QFile file(Path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        return file.fileName();
-    }
     static QJsonArray EntriesOf(const QString& path, int exitCode = ExitDone) {
         const CliResult shown = Cli({Q("show"), Q("--format"), Q("json"), path});
         EXPECT_EQ(shown.exitCode, exitCode) << shown.err;
         return QJsonDocument::fromJson(QByteArray::fromStdString(shown.out)).array();
     }
-
-    QTemporaryDir m_folder;
 };
 
 TEST_F(CommandTest, WrongCommandLinesAreToldAndChangeNothing) {
@@ -80,7 +58,7 @@ TEST_F(CommandTest, BadFilesAreToldWithFileLineAndReason) {
         const char* problem; ///< behind the file's name
         const char* entries;
     } const rows[] = {
-        {"odd.ltl", BytesOf(Sample("targets.ltl")).left(5001), ":35: file ends within a character",
+        {"odd.ltl", Read(Sample("targets.ltl")).left(5001), ":35: file ends within a character",
          "35 entries"},
         {"third.ltl", "7055000\t3000\n8000000\t3000\n@@@\n9000000\t2000\n",
          ":3: \"@@@\" is no frequency; 0 is taken", "4 entries"},
@@ -88,7 +66,7 @@ TEST_F(CommandTest, BadFilesAreToldWithFileLineAndReason) {
          "no entries"},
         {"nul.sfl", QByteArray("7055000\t\0x\n", 11), ":1: is no text file", "no entries"},
         {"long.ltl", longLine, ":1: line is too long; its end is ignored", "2 entries"},
-        {"cut.xml", BytesOf(Sample("targets.xml")).left(20000), ":616: the file ends within markup",
+        {"cut.xml", Read(Sample("targets.xml")).left(20000), ":616: the file ends within markup",
          "no entries"},
         {"root.xml", "<Foo/>", ": is no list and holds no profiles (root \"Foo\")", "no entries"},
         {"version.xml", "<FrequencyStoreList Version=\"2.0\"/>", ": is no list and holds no profiles",
@@ -110,8 +88,8 @@ TEST_F(CommandTest, BadFilesAreToldWithFileLineAndReason) {
         const bool partly = row.entries[0] != 'n';
         const QString out = Write(Q("out.xml"), "old");
         EXPECT_EQ(Cli({Q("convert"), path, out}).exitCode, ExitFile) << row.name;
-        EXPECT_EQ(BytesOf(out) == "old", !partly) << row.name << ": nothing replaces a file by an unread one";
-        EXPECT_EQ(BytesOf(path), row.bytes) << row.name;
+        EXPECT_EQ(Read(out) == "old", !partly) << row.name << ": nothing replaces a file by an unread one";
+        EXPECT_EQ(Read(path), row.bytes) << row.name;
     }
 }
 

@@ -2,9 +2,9 @@
 #include "host/freqstorexml/filehandling.h"
 #include "tests/cli/runcli.h"
 #include "tests/support/fulldisk.h"
+#include "tests/support/testfolder.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <cstdlib>
 #include <fcntl.h>
@@ -14,25 +14,10 @@ using namespace FreqStoreXml;
 
 namespace {
 
-QString Q(const char* text) {
-    return QString::fromUtf8(text);
-}
+const QString Sweep = Sample("sweep.csv");
 
-const QString Sample = QStringLiteral(SAMPLES_DIR "/sweep.csv");
-
-class DetectTest : public testing::Test {
+class DetectTest : public testing::Test, protected TestFolder {
 protected:
-    QString Path(const char* name) const { return m_folder.filePath(Q(name)); }
-    QString Write(const char* name, const QByteArray& bytes) const {
-        QFile file(Path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        return file.fileName();
-    }
-    static QByteArray BytesOf(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no such file>");
-    }
     static CliResult Detect(const QStringList& options, const QString& in, const QString& out) {
         return Cli(QStringList{Q("detect"), Q("--time-zone"), Q("UTC")} + options + QStringList{in, out});
     }
@@ -41,13 +26,11 @@ protected:
         FileHandling().ImportDetectionResultList(false, path, list);
         return list.GetDetectionResult();
     }
-
-    QTemporaryDir m_folder;
 };
 
 TEST_F(DetectTest, SignalsOfTheSampleAreWritten) {
     const QString out = Path("out.xml");
-    const CliResult result = Detect({}, Sample, out);
+    const CliResult result = Detect({}, Sweep, out);
     EXPECT_EQ(result.exitCode, ExitDone) << result.err;
     EXPECT_TRUE(result.err.empty()) << result.err;
     EXPECT_NE(result.out.find("40 sweeps, 160 rows, 10 detections"), std::string::npos) << result.out;
@@ -63,7 +46,7 @@ TEST_F(DetectTest, SignalsOfTheSampleAreWritten) {
     EXPECT_EQ(second.GetStopTimeUsec(), 1711791010'625000);
 
     const QString table = Path("out.csv");
-    ASSERT_EQ(Detect({}, Sample, table).exitCode, ExitDone);
+    ASSERT_EQ(Detect({}, Sweep, table).exitCode, ExitDone);
     FrequencyStoreList list;
     FileHandling().ImportCSV(table, list, FrequencyStoreListHelper::Detections);
     ASSERT_EQ(list.GetFrequencyStoreEntry().size(), 10);
@@ -80,17 +63,17 @@ TEST_F(DetectTest, OptionsSayWhatASignalIs) {
         {{Q("--hold"), Q("40")}, 7},        {{Q("--threshold"), Q("60")}, 0},
     };
     for (const auto& [options, count] : rows) {
-        ASSERT_EQ(Detect(options, Sample, Path("out.xml")).exitCode, ExitDone);
+        ASSERT_EQ(Detect(options, Sweep, Path("out.xml")).exitCode, ExitDone);
         EXPECT_EQ(ResultsOf(Path("out.xml")).size(), count) << options.join(u' ').toStdString();
     }
-    ASSERT_EQ(Cli({Q("detect"), Q("--time-zone"), Q("America/New_York"), Sample, Path("out.xml")}).exitCode,
+    ASSERT_EQ(Cli({Q("detect"), Q("--time-zone"), Q("America/New_York"), Sweep, Path("out.xml")}).exitCode,
               ExitDone);
     EXPECT_EQ(ResultsOf(Path("out.xml"))[1].GetStartTimeUsec(),
               (1711791004 + 4 * 3600) * 1'000'000LL + 625'000);
 }
 
 TEST_F(DetectTest, WrongCommandLinesAreToldAndChangeNothing) {
-    const QString in = Write("in.csv", BytesOf(Sample));
+    const QString in = Write("in.csv", Read(Sweep));
     const QString out = Write("out.xml", "old");
     const std::pair<QStringList, const char*> rows[] = {
         {{in}, "wrong number of files"},
@@ -109,12 +92,12 @@ TEST_F(DetectTest, WrongCommandLinesAreToldAndChangeNothing) {
         EXPECT_TRUE(result.out.empty()) << result.out;
         EXPECT_NE(result.err.find(message), std::string::npos) << result.err;
     }
-    EXPECT_EQ(BytesOf(out), "old");
-    EXPECT_EQ(BytesOf(in), BytesOf(Sample));
+    EXPECT_EQ(Read(out), "old");
+    EXPECT_EQ(Read(in), Read(Sweep));
 }
 
 TEST_F(DetectTest, BadRowsAreToldAndTheOthersUsed) {
-    QByteArray bytes = BytesOf(Sample);
+    QByteArray bytes = Read(Sweep);
     bytes.replace(bytes.indexOf("-71.20"), 6, "   nan").chop(3);
     bytes.insert(bytes.indexOf('\n') + 1, "2024-03-30, 09:30\n");
     const QString in = Write("in.csv", bytes);
@@ -139,10 +122,10 @@ TEST_F(DetectTest, TheOldFileStandsWhenThereIsNoNewOne) {
         const CliResult result = Detect({}, in, out);
         EXPECT_EQ(result.exitCode, ExitFile) << message;
         EXPECT_NE(result.err.find(message), std::string::npos) << result.err;
-        EXPECT_EQ(BytesOf(out), "old") << message;
+        EXPECT_EQ(Read(out), "old") << message;
     }
     for (const QString& target : {m_folder.path() + Q("/no/folder.xml"), Q("/proc/x.csv")}) {
-        const CliResult result = Detect({}, Sample, target);
+        const CliResult result = Detect({}, Sweep, target);
         EXPECT_EQ(result.exitCode, ExitFile);
         EXPECT_NE(result.err.find(target.toStdString()), std::string::npos) << result.err;
     }
@@ -151,20 +134,20 @@ TEST_F(DetectTest, TheOldFileStandsWhenThereIsNoNewOne) {
         CliResult result;
         {
             const FullDisk disk(800);
-            result = Detect({Q("--threshold"), Q("4")}, Sample, full);
+            result = Detect({Q("--threshold"), Q("4")}, Sweep, full);
         }
         EXPECT_EQ(result.exitCode, ExitFile);
         EXPECT_NE(result.err.find(full.toStdString() + ": cannot be written"), std::string::npos)
             << result.err;
-        EXPECT_EQ(BytesOf(full), "old") << name;
+        EXPECT_EQ(Read(full), "old") << name;
     }
 }
 
 TEST_F(DetectTest, CheckCountsSweepsAndRows) {
-    const CliResult good = Cli({Q("check"), Sample});
+    const CliResult good = Cli({Q("check"), Sweep});
     EXPECT_EQ(good.exitCode, ExitDone) << good.err;
     EXPECT_NE(good.out.find("power sweeps, 40 sweeps, 160 rows, no problems"), std::string::npos) << good.out;
-    const CliResult bad = Cli({Q("check"), Write("bad.csv", BytesOf(Sample) + "x\n"), Sample});
+    const CliResult bad = Cli({Q("check"), Write("bad.csv", Read(Sweep) + "x\n"), Sweep});
     EXPECT_EQ(bad.exitCode, ExitFile);
     EXPECT_NE(bad.err.find("bad.csv:161: the row has too few columns"), std::string::npos) << bad.err;
     EXPECT_NE(bad.out.find("40 sweeps, 160 rows, 1 problem\n"), std::string::npos) << bad.out;

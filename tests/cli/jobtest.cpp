@@ -1,4 +1,5 @@
 #include "tests/cli/runcli.h"
+#include "tests/support/testfolder.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -6,32 +7,11 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 
 namespace {
 
-QString Q(const char* text) {
-    return QString::fromUtf8(text);
-}
-
-QString Sample(const QString& name) {
-    return QStringLiteral(SAMPLES_DIR "/") + name;
-}
-
-QByteArray BytesOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no such file>");
-}
-
-class JobCommandTest : public testing::Test {
+class JobCommandTest : public testing::Test, protected TestFolder {
 protected:
-    QString Path(const QString& name) const { return m_folder.filePath(name); }
-    QString Write(const QString& name, const QByteArray& bytes) const {
-        QFile file(Path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        return file.fileName();
-    }
     static QJsonArray Json(const QStringList& arguments) {
         const CliResult shown = Cli(arguments);
         EXPECT_EQ(shown.exitCode, ExitDone) << shown.err;
@@ -52,8 +32,6 @@ protected:
         static const QRegularExpression blanks(Q(">\\s+<"));
         return text.remove(section).replace(blanks, Q("><")).toUtf8();
     }
-
-    QTemporaryDir m_folder;
 };
 
 TEST_F(JobCommandTest, ChannelsAreMergedBehindThoseOfTheJobOrReplaceThem) {
@@ -108,11 +86,11 @@ TEST_F(JobCommandTest, ChannelsKeepTheirSettingsAndSubJobsTheirPlace) {
         EXPECT_EQ(after[i], before[i]);
     EXPECT_EQ(before[0].toObject()[Q("bfofrequency")].toDouble(), 800);
     EXPECT_EQ(after.last().toObject()[Q("threshold")].toDouble(), 25);
-    EXPECT_EQ(BytesOf(out).count("<MEMORYSCAN>"), 2);
+    EXPECT_EQ(Read(out).count("<MEMORYSCAN>"), 2);
     ASSERT_EQ(
         Cli({Q("job"), Q("merge"), out, Write(Q("no.sfl"), ""), Q("--out"), Path(Q("again.pij"))}).exitCode,
         ExitDone);
-    EXPECT_EQ(BytesOf(Path(Q("again.pij"))), BytesOf(out)) << "nothing added, nothing changed";
+    EXPECT_EQ(Read(Path(Q("again.pij"))), Read(out)) << "nothing added, nothing changed";
     const CliResult checked = Cli({Q("check"), Q("--list"), Q("memory-hf"), out});
     EXPECT_NE(checked.out.find("job, " + std::to_string(after.size()) + " entries, no problems"),
               std::string::npos)
@@ -127,7 +105,7 @@ TEST_F(JobCommandTest, WrongCommandLinesAndBadFilesLeaveTheOutputAlone) {
     const QString job = Sample(Q("job-hf.pij"));
     const QString channels = Sample(Q("memory-hf.sfl"));
     const QString out = Write(Q("out.pij"), "old");
-    const QString cut = Write(Q("cut.pij"), BytesOf(job).left(3000));
+    const QString cut = Write(Q("cut.pij"), Read(job).left(3000));
     const QString bare = Write(Q("bare.pij"), "<JOB>\n<SUBJOB/></JOB>");
     const QString list = Write(Q("list.xml"), "<JOB/>");
     struct {
@@ -157,7 +135,7 @@ TEST_F(JobCommandTest, WrongCommandLinesAndBadFilesLeaveTheOutputAlone) {
         const CliResult result = Cli(QStringList{Q("job")} + row.arguments);
         EXPECT_EQ(result.exitCode, row.exitCode) << row.arguments.join(QLatin1Char(' ')).toStdString();
         EXPECT_NE(result.err.find(row.message.toStdString()), std::string::npos) << result.err;
-        EXPECT_EQ(BytesOf(out), "old");
+        EXPECT_EQ(Read(out), "old");
     }
     for (const QStringList& help :
          {QStringList{Q("--help")}, {Q("show"), Q("-h")}, {Q("merge"), Q("--help")}})
@@ -166,8 +144,7 @@ TEST_F(JobCommandTest, WrongCommandLinesAndBadFilesLeaveTheOutputAlone) {
 
 TEST(JobKind, IsToldByTheChannels) {
     for (const char* const name : {"job-hf.pij", "job-vuhf.pij"}) {
-        const CliResult checked =
-            Cli({Q("check"), QStringLiteral(SAMPLES_DIR "/") + QString::fromLatin1(name)});
+        const CliResult checked = Cli({Q("check"), Sample(QString::fromLatin1(name))});
         EXPECT_EQ(checked.exitCode, ExitDone) << checked.err;
         EXPECT_NE(checked.out.find("entries, no problems"), std::string::npos) << checked.out;
     }

@@ -8,7 +8,7 @@
 
 namespace {
 
-const QString Sample = QStringLiteral(SAMPLES_DIR "/results.xml");
+const QString Results = Sample("results.xml");
 
 class ResultKind : public testing::Test {
 protected:
@@ -27,7 +27,7 @@ protected:
 };
 
 TEST_F(ResultKind, IsShownCheckedAndConvertedBothWays) {
-    const QJsonArray results = shown(Sample);
+    const QJsonArray results = shown(Results);
     ASSERT_GT(results.size(), 50);
     const QJsonObject third = results[2].toObject();
     EXPECT_EQ(third["frequency"], 639000);
@@ -37,14 +37,14 @@ TEST_F(ResultKind, IsShownCheckedAndConvertedBothWays) {
     EXPECT_EQ(third["confidence"], 54);
     EXPECT_EQ(third["type"], "p");
     EXPECT_EQ(
-        Cli({"check", "--list", "results", Sample}).out,
-        (Sample + QStringLiteral(": frequency-store XML, %1 entries, no problems\n").arg(results.size()))
+        Cli({"check", "--list", "results", Results}).out,
+        (Results + QStringLiteral(": frequency-store XML, %1 entries, no problems\n").arg(results.size()))
             .toStdString());
 
-    EXPECT_EQ(Cli({"convert", "--list", "results", Sample, path("same.xml")}).exitCode, ExitDone);
-    EXPECT_EQ(bytes(path("same.xml")), bytes(Sample));
+    EXPECT_EQ(Cli({"convert", "--list", "results", Results, path("same.xml")}).exitCode, ExitDone);
+    EXPECT_EQ(bytes(path("same.xml")), bytes(Results));
     // Lines have all but the comment.
-    EXPECT_EQ(Cli({"convert", "--list", "results", Sample, path("lines.csv")}).exitCode, ExitDone);
+    EXPECT_EQ(Cli({"convert", "--list", "results", Results, path("lines.csv")}).exitCode, ExitDone);
     EXPECT_EQ(Cli({"convert", "--list", "results", path("lines.csv"), path("back.xml")}).exitCode, ExitDone);
     const QJsonArray back = shown(path("back.xml"));
     ASSERT_EQ(back.size(), results.size());
@@ -68,7 +68,7 @@ TEST_F(ResultKind, WhatCannotBeReadOrWrittenIsTold) {
     EXPECT_NE(checked.out.find("2 entries, 1 problem"), std::string::npos) << checked.out;
     for (const QString& target : {QStringLiteral("/dev/full"), QStringLiteral("/no/such/folder/x.csv"),
                                   QStringLiteral("/sys/x.xml"), folder.path()}) {
-        const CliResult written = Cli({"convert", "--list", "results", Sample, target});
+        const CliResult written = Cli({"convert", "--list", "results", Results, target});
         EXPECT_EQ(written.exitCode, ExitFile) << target.toStdString();
         EXPECT_EQ(written.err.find(target.toStdString()), 0u) << written.err;
     }

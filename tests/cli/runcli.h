@@ -5,6 +5,15 @@
 #include <gtest/gtest.h>
 #include <string>
 
+inline QString Q(const char* text) {
+    return QString::fromUtf8(text);
+}
+
+/// The path of a sample file.
+inline QString Sample(const QString& name) {
+    return QStringLiteral(SAMPLES_DIR "/") + name;
+}
+
 /// What one run of the program answered.
 struct CliResult {
     int exitCode;

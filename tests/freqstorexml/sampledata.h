@@ -2,10 +2,10 @@
 
 #include "host/freqstorexml/detectionresultlist.h"
 #include "host/freqstorexml/frequencystorelist.h"
+#include "tests/support/testfolder.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -92,23 +92,9 @@ inline FreqStoreXml::DetectionResultList FullResultList() {
 }
 
 /// A folder of files for one test.
-class FileTest : public testing::Test {
+class FileTest : public testing::Test, protected TestFolder {
 protected:
-    QString Path(const char* name) const { return m_folder.filePath(QString::fromUtf8(name)); }
-    QString Write(const char* name, const QByteArray& bytes) const {
-        QFile file(Path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-        return file.fileName();
-    }
-    static QByteArray Read(const QString& fileName) {
-        QFile file(fileName);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << fileName.toStdString();
-        return file.readAll();
-    }
-    QStringList FileNames() const { return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden); }
-
 private:
-    QTemporaryDir m_folder;
 };
 
 /// The error text that `action` throws, or an empty one.

@@ -4,19 +4,19 @@
 #include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/valuetree/tree.h"
 #include "tests/support/recorder.h"
+#include "tests/support/testfolder.h"
 #include "tests/support/traces.h"
 
 #include <QApplication>
 #include <QDialog>
 #include <QFile>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include <gtest/gtest.h>
 
 /// The memory handler with a list node and a job in the tree, and a folder for files.
-class MemoryFixture : public testing::Test {
+class MemoryFixture : public testing::Test, protected TestFolder {
 protected:
     static QString Q(const char* text) { return QString::fromUtf8(text); }
 
@@ -57,18 +57,6 @@ protected:
         for (const double frequency : frequencies)
             Handler().SetNewEntry(frequency, 3000, QString::number(frequency), Q("USB"));
         Handler().UpdateJobFileEntries();
-    }
-
-    QString Path(const QString& name) const { return m_folder.filePath(name); }
-    QString Write(const QString& name, const QByteArray& bytes) const {
-        QFile file(Path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        EXPECT_EQ(file.write(bytes), bytes.size());
-        return file.fileName();
-    }
-    static QByteArray BytesOf(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no such file>");
     }
 
     /// An HF channel as jobs hold it.
@@ -120,7 +108,6 @@ protected:
         return job.remove(section).replace(blanks, Q("><"));
     }
 
-    QTemporaryDir m_folder;
     Node* m_list = nullptr;
     Value<QString>* m_job = nullptr;
     Value<QString>* m_data = nullptr;

@@ -273,7 +273,7 @@ TEST_F(MemoryHandlerTest, SavingIsAskedForThroughAValue) {
     m_save->AddObserver(&others);
     EXPECT_TRUE(Handler().Save2Job());
     EXPECT_EQ(others.codes, std::vector<int>{19});
-    EXPECT_EQ(QString::fromUtf8(BytesOf(path)), m_job->GetValue() + QLatin1Char('\n'));
+    EXPECT_EQ(QString::fromUtf8(Read(path)), m_job->GetValue() + QLatin1Char('\n'));
     EXPECT_TRUE(m_job->GetValue().contains(Q("Name=\"é\"")));
     EXPECT_FALSE(Handler().IsChangedSinceJobSave());
 

@@ -7,7 +7,7 @@ namespace {
 
 class MemoryJobTest : public MemoryFixture {
 protected:
-    bool Read(const QByteArray& job) { return Handler().UpdateFromJobFile(QString::fromUtf8(job)); }
+    bool TakeJob(const QByteArray& job) { return Handler().UpdateFromJobFile(QString::fromUtf8(job)); }
 };
 
 TEST_F(MemoryJobTest, ASectionHoldsAllSettingsInOrder) {
@@ -66,8 +66,8 @@ TEST_F(MemoryJobTest, ASectionHoldsAllSettingsInOrder) {
 
 TEST_F(MemoryJobTest, ChannelsOfOneNumberAreARangeAndComeOutAsOneEach) {
     Start();
-    ASSERT_TRUE(Read(Job(SubJob(Channel(7, "range", "3000000") + Channel(8, "single", "9000000") +
-                                Channel(7, "lost", "1000000") + Channel(7, "lost", "2000000.5")))));
+    ASSERT_TRUE(TakeJob(Job(SubJob(Channel(7, "range", "3000000") + Channel(8, "single", "9000000") +
+                                   Channel(7, "lost", "1000000") + Channel(7, "lost", "2000000.5")))));
     EXPECT_EQ(Channels(), (QStringList{Q("3000000|2700|range|USB|20|1000000;2000000.5"),
                                        Q("9000000|2700|single|USB|20|")}));
     EXPECT_EQ(Channels({Q("range"), Q("rangecounter")}), (QStringList{Q("true|7"), Q("false|8")}));
@@ -85,7 +85,7 @@ TEST_F(MemoryJobTest, ChannelsOfOneNumberAreARangeAndComeOutAsOneEach) {
               4u);
 
     m_list->DeleteNodes({m_list->Children()[0]});
-    ASSERT_TRUE(Read(Job(SubJob(Channel(7, "new", "5000000") + Channel(8, "joins", "6000000")))));
+    ASSERT_TRUE(TakeJob(Job(SubJob(Channel(7, "new", "5000000") + Channel(8, "joins", "6000000")))));
     EXPECT_EQ(Channels(),
               (QStringList{Q("9000000|2700|single|USB|20|6000000"), Q("5000000|2700|new|USB|20|")}))
         << "a number whose channel is gone is free, the other is not";
@@ -97,13 +97,13 @@ TEST_F(MemoryJobTest, SubJobsWithTheSameSectionAreReadOnce) {
     const QByteArray spaced = Channel(1, "a", "1000000.0") + "\n<!-- x -->" + Channel(2, "b", "2e6");
     Handler().SetJobfileName(Q("job"));
     Traces traces;
-    ASSERT_TRUE(Read(Job(SubJob(two) + SubJob(spaced) + SubJob("") + SubJob("") + SubJob(two))));
+    ASSERT_TRUE(TakeJob(Job(SubJob(two) + SubJob(spaced) + SubJob("") + SubJob("") + SubJob(two))));
     EXPECT_EQ(Channels().size(), 2);
     EXPECT_EQ(Channels({Q("range")}), (QStringList{Q("false"), Q("false")}));
     EXPECT_TRUE(traces.problems.isEmpty()) << traces.problems.join(QLatin1Char('\n')).toStdString();
     m_list->DeleteChildren();
-    ASSERT_TRUE(
-        Read(Job(SubJob(two) + "\n" + SubJob(Channel(2, "other", "3000000") + Channel(3, "c", "4000000")))));
+    ASSERT_TRUE(TakeJob(
+        Job(SubJob(two) + "\n" + SubJob(Channel(2, "other", "3000000") + Channel(3, "c", "4000000")))));
     EXPECT_EQ(Channels({Q("comment"), Q("rangefrequencies")}),
               (QStringList{Q("a|"), Q("b|3000000"), Q("c|")}));
     ASSERT_EQ(traces.problems.size(), 1);
@@ -139,7 +139,7 @@ TEST_F(MemoryJobTest, WhatAChannelLacksIsZeroAndTold) {
         Start();
         Handler().SetJobfileName(Q("job"));
         Traces traces;
-        EXPECT_TRUE(Read(row.channel));
+        EXPECT_TRUE(TakeJob(row.channel));
         EXPECT_EQ(Channels({Q("frequency"), Q("bandwidthsel"), Q("threshold"), Q("shift"), Q("bfofrequency"),
                             Q("demodulation"), Q("outputifpath"), Q("rangecounter")}),
                   QStringList{Q(row.content)});
@@ -320,9 +320,9 @@ TEST_F(MemoryJobTest, AJobIsOpenedAndSavedAsItIs) {
     const QByteArray asUtf8 = QByteArray(bytes).replace("iso-8859-1", "UTF-8");
     EXPECT_EQ(m_job->GetValue().toUtf8() + "\n", asUtf8);
     EXPECT_TRUE(Handler().SaveJobFile(Path(Q("copy.pij"))));
-    EXPECT_EQ(BytesOf(Path(Q("copy.pij"))), asUtf8);
+    EXPECT_EQ(Read(Path(Q("copy.pij"))), asUtf8);
     EXPECT_EQ(Handler().GetJobfileName(), Path(Q("copy.pij")));
-    EXPECT_EQ(BytesOf(path), bytes);
+    EXPECT_EQ(Read(path), bytes);
 
     AddChannels({7e6});
     EXPECT_TRUE(Handler().OpenJobFile(path));
@@ -345,13 +345,13 @@ TEST_F(MemoryJobTest, AJobIsOpenedAndSavedAsItIs) {
     EXPECT_EQ(traces.problems,
               QStringList{Path(Q("bare.pij")) +
                           Q(": not written: the job has no memory-scan section for the channels")});
-    EXPECT_EQ(BytesOf(Path(Q("bare.pij"))), "<JOB><SUBJOB/></JOB>\n");
+    EXPECT_EQ(Read(Path(Q("bare.pij"))), "<JOB><SUBJOB/></JOB>\n");
 
     Handler().SetInScanSurveillance(true);
     for (const bool done :
          {Handler().OpenJobFile(path), Handler().ReadFile(path), Handler().SaveJobFile(path)})
         EXPECT_FALSE(done);
-    EXPECT_EQ(BytesOf(path), bytes);
+    EXPECT_EQ(Read(path), bytes);
 }
 
 TEST_F(MemoryJobTest, ChannelsAreWrittenAsInterchangeList) {
@@ -359,7 +359,7 @@ TEST_F(MemoryJobTest, ChannelsAreWrittenAsInterchangeList) {
     Handler().SetNewEntryHF(7e6, 2700, Q("a"), Q("USB"), true, Q("455.0 kHz"), 1, 2, 3);
     const QString path = Path(Q("out.xml"));
     ASSERT_TRUE(Handler().SaveFile(path));
-    EXPECT_TRUE(BytesOf(path).contains("Usage=\"MemoryChannels\""));
+    EXPECT_TRUE(Read(path).contains("Usage=\"MemoryChannels\""));
     m_list->DeleteChildren();
     ASSERT_TRUE(Handler().ReadFile(path));
     EXPECT_EQ(Channels(), QStringList{Q("7000000|2700|a|USB|0|")});

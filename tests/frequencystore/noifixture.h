@@ -5,17 +5,17 @@
 #include "host/gui/guibase.h"
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
+#include "tests/support/testfolder.h"
 #include "tests/support/traces.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 /// The list of frequencies of interest in a folder of its own, with its settings, its files and the value
 /// that takes its band list.
-class NoiFixture : public testing::Test {
+class NoiFixture : public testing::Test, protected TestFolder {
 protected:
     void SetUp() override {
         m_before = QDir::currentPath();
@@ -49,17 +49,6 @@ protected:
         return CfgCenter::GetAppCfg(ICfg::StartUp).GetString(QStringLiteral("NOIFrequencies"), QString());
     }
 
-    QString FilePath(const QString& name) const { return m_folder.filePath(name); }
-    QString Write(const QString& name, const QByteArray& bytes) const {
-        QFile file(FilePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        EXPECT_EQ(file.write(bytes), bytes.size());
-        return file.fileName();
-    }
-    QByteArray Read(const QString& name) const {
-        QFile file(FilePath(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no such file>");
-    }
     /// "frequency|bandwidth|comment" of each entry.
     QStringList Entries() const {
         QStringList rows;
@@ -76,7 +65,6 @@ protected:
     QString Bands() const { return m_definition->GetValue(); }
     static HalvoNodeMediatorCtrl& Controller() { return *NOIFrequencyHandler::Instance()->GetMediatorCtrl(); }
 
-    QTemporaryDir m_folder;
     Node* m_list = nullptr;
     Value<QString>* m_definition = nullptr;
     QString m_before;

@@ -183,7 +183,7 @@ TEST_F(NoiListTest, EveryFormatGivesBackWhatWasSaved) {
     for (const char* kind : {"noi", "xml", "csv"}) {
         fill();
         const QStringList expected = Entries();
-        const QString path = FilePath(Q("list.") + Q(kind));
+        const QString path = Path(Q("list.") + Q(kind));
         ASSERT_TRUE(handler.SaveFile(path)) << kind;
         m_list->DeleteChildren();
         ASSERT_TRUE(handler.ReadFile(path)) << kind;
@@ -199,10 +199,10 @@ TEST_F(NoiListTest, EveryFormatGivesBackWhatWasSaved) {
     handler.InsertNewValue(0.5, 0, QString());
     handler.InsertNewValue(3, 0, Q("bare"));
     m_list->Children()[2]->DeleteValue(Q("bandwidth"));
-    ASSERT_TRUE(handler.SaveFile(FilePath(Q("bytes.noi"))));
+    ASSERT_TRUE(handler.SaveFile(Path(Q("bytes.noi"))));
     EXPECT_EQ(Read(Q("bytes.noi")),
               Utf16(Q("7055000.000000\ta b c\uFFFD\t3000.000000\t\n\n0.500000\t\t0.000000\t\n\n\n\n")));
-    EXPECT_TRUE(handler.ReadFile(FilePath(Q("bytes.noi"))));
+    EXPECT_TRUE(handler.ReadFile(Path(Q("bytes.noi"))));
     EXPECT_EQ(Entries().size(), 2);
 }
 
@@ -262,8 +262,8 @@ TEST_F(NoiListTest, AnXmlOrCsvFileThatCannotBeReadLeavesAListThatWaitsForTheNext
     EXPECT_EQ(Entries().size(), 1);
     for (const char* name : {"missing.noi", "folder.noi"}) {
         QDir().mkdir(Q("folder.noi"));
-        EXPECT_FALSE(handler.ParseNOIFile(FilePath(Q(name))));
-        EXPECT_TRUE(traces.texts.contains(Q("File cannot be opened: ") + FilePath(Q(name))));
+        EXPECT_FALSE(handler.ParseNOIFile(Path(Q(name))));
+        EXPECT_TRUE(traces.texts.contains(Q("File cannot be opened: ") + Path(Q(name))));
     }
     EXPECT_FALSE(handler.ParseNOIFile(Write(Q("picture.noi"), QByteArray("\x89PNG\0\0\x01", 7))));
     EXPECT_EQ(Entries().size(), 1) << "a line file that cannot be read changes nothing";
@@ -291,7 +291,7 @@ TEST_F(NoiListTest, TheListIsRememberedFromStartToStart) {
     EXPECT_EQ(handler.FileOpen(), lines);
     EXPECT_EQ(handler.GetCurrentFileName(), lines);
     AnswerDialog(Write(Q("other.xml"), TwoXml));
-    EXPECT_EQ(handler.FileOpen(), FilePath(Q("other.xml")));
+    EXPECT_EQ(handler.FileOpen(), Path(Q("other.xml")));
     EXPECT_EQ(handler.GetCurrentFileName(), lines);
     End();
     EXPECT_EQ(Remembered(), lines);
@@ -365,8 +365,8 @@ TEST_F(NoiListTest, WhatCouldNotBeReadIsNeverOverwrittenUnasked) {
             EXPECT_EQ(Read(Q(row.remembered)), row.content);
             EXPECT_TRUE(!row.bad || Read(Q(row.bad)) == badContent);
             if (entries == 0) {
-                EXPECT_EQ(Remembered(), row.bad && Q(row.bad).endsWith(Q("noi")) ? FilePath(Q(row.bad))
-                                                                                 : Q(row.remembered));
+                EXPECT_EQ(Remembered(),
+                          row.bad && Q(row.bad).endsWith(Q("noi")) ? Path(Q(row.bad)) : Q(row.remembered));
                 continue;
             }
             // What the list did hold is in another file, and there the next time.
@@ -384,10 +384,10 @@ TEST_F(NoiListTest, WhatCouldNotBeReadIsNeverOverwrittenUnasked) {
     // Asked to, the list goes to any file, and from then on there.
     Write(Q("list.noi"), QByteArray("\0", 1));
     Start(Q("list.noi")).InsertNewValue(99, 0, Q("new"));
-    AnswerDialog(FilePath(Q("list.noi.xml")));
-    EXPECT_EQ(NOIFrequencyHandler::Instance()->FileSave(false), FilePath(Q("list.noi.xml")));
+    AnswerDialog(Path(Q("list.noi.xml")));
+    EXPECT_EQ(NOIFrequencyHandler::Instance()->FileSave(false), Path(Q("list.noi.xml")));
     EXPECT_TRUE(Read(Q("list.noi.xml")).startsWith("\xFF\xFE")) << "the kind is that of lines";
-    EXPECT_EQ(NOIFrequencyHandler::Instance()->GetCurrentFileName(), FilePath(Q("list.noi.xml")));
+    EXPECT_EQ(NOIFrequencyHandler::Instance()->GetCurrentFileName(), Path(Q("list.noi.xml")));
     End();
     EXPECT_EQ(Remembered(), Q("NoiFrequencies.xml")) << "what is named XML and is none is left alone, too";
 }
@@ -396,7 +396,7 @@ TEST_F(NoiListTest, DialogsSaveAndExport) {
     NOIFrequencyHandler& handler = Start();
     handler.SetReadDirectory(Q("/nowhere"));
     Traces traces;
-    AnswerDialog(FilePath(Q("empty")));
+    AnswerDialog(Path(Q("empty")));
     EXPECT_EQ(handler.FileSave(false), QString());
     EXPECT_EQ(handler.GetCurrentFileName(), Q("NoiFrequencies.xml"));
     EXPECT_FALSE(QFile::exists(Q("empty.xml")));
@@ -423,10 +423,10 @@ TEST_F(NoiListTest, DialogsSaveAndExport) {
     };
     for (const auto& row : rows) {
         if (row.answer)
-            AnswerDialog(*row.answer ? FilePath(Q(row.answer)) : QString());
-        EXPECT_EQ(row.run(handler), *row.written ? FilePath(Q(row.written)) : QString()) << row.answer;
+            AnswerDialog(*row.answer ? Path(Q(row.answer)) : QString());
+        EXPECT_EQ(row.run(handler), *row.written ? Path(Q(row.written)) : QString()) << row.answer;
         EXPECT_TRUE(!*row.written || Read(Q(row.written)).size() > 30) << row.answer;
-        EXPECT_EQ(handler.GetCurrentFileName(), *row.current ? FilePath(Q(row.current)) : QString());
+        EXPECT_EQ(handler.GetCurrentFileName(), *row.current ? Path(Q(row.current)) : QString());
         EXPECT_EQ(Entries(), QStringList{"7055000|3000|c"}) << row.answer;
     }
     EXPECT_TRUE(traces.texts.contains(Q("EXCEPTION WHILE SAVING NOI FREQUENCIES:")));
@@ -446,9 +446,9 @@ TEST_F(NoiListTest, AFailedSaveLeavesTheOldFileAndIsTold) {
         Traces traces;
         {
             const FullDisk disk(10000);
-            EXPECT_FALSE(handler.SaveFile(FilePath(name))) << kind;
+            EXPECT_FALSE(handler.SaveFile(Path(name))) << kind;
             EXPECT_EQ(traces.problems.size(), 1) << kind;
-            EXPECT_TRUE(traces.problems.value(0).contains(FilePath(name)));
+            EXPECT_TRUE(traces.problems.value(0).contains(Path(name)));
             End();
         }
         EXPECT_EQ(Read(name), old) << kind;

@@ -298,7 +298,7 @@ TEST_F(NoiViewTest, AListThatWaitsForAFileSaysSoAndTakesNothing) {
     EXPECT_TRUE(takesEntries());
     AnswerDialog(Write(Q("bad.csv"), "Frequency\nabc\n"));
     m_view->slotImportFromFile();
-    EXPECT_EQ(m_view->GetFileName(), FilePath(Q("bad.csv")));
+    EXPECT_EQ(m_view->GetFileName(), Path(Q("bad.csv")));
     EXPECT_FALSE(takesEntries());
     EXPECT_TRUE(m_bar.GetAction(Bar::New)->toolTip().contains(Q("could not be read")) ||
                 m_view->WhyOff(Bar::New).contains(Q("could not be read")));
@@ -315,9 +315,9 @@ TEST_F(NoiViewTest, AListThatWaitsForAFileSaysSoAndTakesNothing) {
     EXPECT_EQ(Entries().size(), 4);
     for (const auto slot : {&SearchMCNOIListView::slotSaveToFile, &SearchMCNOIListView::slotExportToFile,
                             &SearchMCNOIListView::slotLoadFile}) {
-        AnswerDialog(FilePath(Q("list.xml.csv")));
+        AnswerDialog(Path(Q("list.xml.csv")));
         (m_view.get()->*slot)();
-        EXPECT_EQ(m_view->GetFileName(), FilePath(Q("list.xml.csv")));
+        EXPECT_EQ(m_view->GetFileName(), Path(Q("list.xml.csv")));
     }
 }
 

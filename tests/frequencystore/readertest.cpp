@@ -161,10 +161,10 @@ TEST_F(ReaderTest, WhatCannotBeReadIsToldAndLeavesTheList) {
     AddTarget(1);
     Controller().ForceUpdateNow();
     const QStringList before = Targets();
-    QDir().mkpath(FilePath(Q("folder.ltl")));
-    QDir().mkpath(FilePath(Q("folder")));
+    QDir().mkpath(Path(Q("folder.ltl")));
+    QDir().mkpath(Path(Q("folder")));
     for (const char* kind : {"ltl", "sfl", "xml", "csv", "txt"})
-        ASSERT_TRUE(QFile::link(Q("/dev/zero"), FilePath(Q("zero.") + Q(kind))));
+        ASSERT_TRUE(QFile::link(Q("/dev/zero"), Path(Q("zero.") + Q(kind))));
     Write(Q("nul.ltl"), QByteArray("7\t8\tab\0cd\n", 10));
     Write(Q("garbage.sfl"), QByteArray("\x7f"
                                        "ELF\x02\x01\x01\x00\x00\x90\x85\xff\xfe\x00",
@@ -202,7 +202,7 @@ TEST_F(ReaderTest, WhatCannotBeReadIsToldAndLeavesTheList) {
     for (const Row& row : rows) {
         Traces traces;
         m_refusal.clear();
-        const QString path = FilePath(Q(row.name));
+        const QString path = Path(Q(row.name));
         EXPECT_FALSE(Parse(path)) << row.name;
         const QString told = traces.problems.join(QLatin1Char('\n')) + m_refusal;
         EXPECT_TRUE(told.contains(path)) << row.name << ": " << told.toStdString();
@@ -232,8 +232,8 @@ TEST_F(ReaderTest, AFileOfNoKnownKindEmptiesTheListAndIsTold) {
         EXPECT_EQ(Controller().size(), 1u);
     }
     Traces traces;
-    EXPECT_FALSE(Parse(FilePath(Q("nothing.ltl"))));
-    EXPECT_EQ(traces.texts.value(0), Q("File cannot be opened: ") + FilePath(Q("nothing.ltl")));
+    EXPECT_FALSE(Parse(Path(Q("nothing.ltl"))));
+    EXPECT_EQ(traces.texts.value(0), Q("File cannot be opened: ") + Path(Q("nothing.ltl")));
     EXPECT_EQ(traces.places.value(0), Q("listviewshandler:897"));
 }
 
@@ -375,10 +375,10 @@ TEST_F(ReaderTest, UnreadableProfileTablesYieldNothingAndAreTold) {
     }
     AddTarget(1);
     Traces traces;
-    for (const QString& path : {FilePath(Q("none.xml")), m_folder.path()})
+    for (const QString& path : {Path(Q("none.xml")), m_folder.path()})
         EXPECT_FALSE(m_parser->ParseProfileTable(path));
     EXPECT_EQ(traces.problems.size(), 2);
-    EXPECT_TRUE(traces.texts.contains(Q("File cannot be opened: ") + FilePath(Q("none.xml"))));
+    EXPECT_TRUE(traces.texts.contains(Q("File cannot be opened: ") + Path(Q("none.xml"))));
     EXPECT_EQ(Targets().size(), 1) << "a file that cannot be opened changes nothing";
 }
 

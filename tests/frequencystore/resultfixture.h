@@ -7,10 +7,10 @@
 #include "host/base/quoros.h"
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
+#include "tests/support/testfolder.h"
 #include "tests/support/traces.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -24,7 +24,7 @@ struct FixedClock : IQuorOS {
 
 /// The list of classifier results with its handler, a data directory of its own, and a local time zone that
 /// is two hours ahead of UTC in summer.
-class ResultFixture : public testing::Test {
+class ResultFixture : public testing::Test, protected TestFolder {
 protected:
     void SetUp() override {
         m_zone = qgetenv("TZ");
@@ -46,17 +46,6 @@ protected:
     }
 
     static QString Q(const char* text) { return QString::fromUtf8(text); }
-    QString FilePath(const QString& name) const { return m_folder.filePath(name); }
-    QString Write(const QString& name, const QByteArray& bytes) const {
-        QFile file(FilePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        EXPECT_EQ(file.write(bytes), bytes.size());
-        return file.fileName();
-    }
-    QByteArray Read(const QString& name) const {
-        QFile file(FilePath(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no such file>");
-    }
 
     SearchMCDataResult AddResult(double frequency, double bandwidth = 3000, const char* locked = "UNLOCKED",
                                  qint64 lockTime = 0, int confidence = 0) {
@@ -93,7 +82,6 @@ protected:
         return rows;
     }
 
-    QTemporaryDir m_folder;
     QByteArray m_zone;
     QString m_configured;
     Node* m_list = nullptr;

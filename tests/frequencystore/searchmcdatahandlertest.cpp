@@ -82,7 +82,7 @@ TEST_F(SearchMCDataHandlerTest, ProposedNamesCarryTheLocalTime) {
         {"D:\\VeltaData", "D:\\VeltaData\\"}, {"/var/data", "/var/data/"}, {"", "D:\\VeltaData\\"}};
     SearchMCDataHandler::DeleteInstance(); // before Init nothing is written
     for (const auto& row : rows) {
-        QFile::remove(FilePath(Q("Administration.ini")));
+        QFile::remove(Path(Q("Administration.ini")));
         if (*row.directory)
             SetDataDirectory(Q(row.directory));
         EXPECT_EQ(Handler().SaveToFile(true), Q(row.name) + Q(Stem) + Q(".xml"));
@@ -92,8 +92,8 @@ TEST_F(SearchMCDataHandlerTest, ProposedNamesCarryTheLocalTime) {
     SetDataDirectory(m_folder.path());
     Handler().Init(m_list);
     AddResult(7055000, 3000, "LOCKED", Moment, 37);
-    EXPECT_EQ(Handler().SaveToFile(true), FilePath(Q(Stem) + Q(".xml")));
-    EXPECT_EQ(Handler().ExportToFile(true), FilePath(Q(Stem) + Q(".csv")));
+    EXPECT_EQ(Handler().SaveToFile(true), Path(Q(Stem) + Q(".xml")));
+    EXPECT_EQ(Handler().ExportToFile(true), Path(Q(Stem) + Q(".csv")));
     EXPECT_TRUE(Read(Q(Stem) + Q(".xml")).contains("<ResultTime>2017-03-31T12:05:09Z</ResultTime>"));
     EXPECT_EQ(Read(Q(Stem) + Q(".csv")),
               "7055000.000000\t\t3000.000000\t\tp\tLOCKED\t1490961909000000\t37\t\n");
@@ -103,7 +103,7 @@ TEST_F(SearchMCDataHandlerTest, AFailedWriteAsksUntilOneSucceedsOrTheOperatorGiv
     for (int i = 0; i < 500; ++i)
         AddResult(i);
     const QString blocked = Write(Q("old.xml"), "old");
-    const QString good = FilePath(Q("good.xml"));
+    const QString good = Path(Q("good.xml"));
     QString asked;
     struct {
         QString (SearchMCDataHandler::*run)(bool);
@@ -144,7 +144,7 @@ TEST_F(SearchMCDataHandlerTest, AFailedWriteAsksUntilOneSucceedsOrTheOperatorGiv
         m_clock.now += 1000000;
     });
     EXPECT_TRUE(Handler().SaveToFile(true).endsWith(Q("__14_05_10.xml")));
-    EXPECT_TRUE(QFile::exists(FilePath(Q("SearchMCDATA_2017_03_31__14_05_10.xml"))));
+    EXPECT_TRUE(QFile::exists(Path(Q("SearchMCDATA_2017_03_31__14_05_10.xml"))));
 }
 
 TEST_F(SearchMCDataHandlerTest, TheHandlerAndTheViewMayEndWhileADialogIsOpen) {
@@ -152,10 +152,10 @@ TEST_F(SearchMCDataHandlerTest, TheHandlerAndTheViewMayEndWhileADialogIsOpen) {
     QTimer::singleShot(0, &m_bar, [&] {
         m_view.reset();
         SearchMCDataHandler::DeleteInstance();
-        AnswerDialog(FilePath(Q("late.xml")));
+        AnswerDialog(Path(Q("late.xml")));
     });
     View().slotSaveToFile();
-    EXPECT_FALSE(QFile::exists(FilePath(Q("late.xml"))));
+    EXPECT_FALSE(QFile::exists(Path(Q("late.xml"))));
 }
 
 TEST_F(SearchMCDataHandlerTest, TheViewShowsFiveColumnsAndSortsEachByItsKind) {
@@ -203,14 +203,14 @@ TEST_F(SearchMCDataHandlerTest, TheBarShowsWhatTheConfigurationAllows) {
 
     AddResult(1);
     // Connected once although initialised twice: one dialog per action.
-    AnswerDialog(FilePath(Q("saved.xml")));
+    AnswerDialog(Path(Q("saved.xml")));
     m_bar.GetAction(Bar::Save)->trigger();
     EXPECT_EQ(m_bar.GetCaption(),
-              Q("Frequency Store - Search MC Data Results, File: ") + FilePath(Q("saved.xml")));
-    AnswerDialog(FilePath(Q("exported.csv")));
+              Q("Frequency Store - Search MC Data Results, File: ") + Path(Q("saved.xml")));
+    AnswerDialog(Path(Q("exported.csv")));
     m_bar.GetAction(Bar::Export)->trigger();
     EXPECT_TRUE(m_bar.GetCaption().endsWith(Q("saved.xml")));
-    EXPECT_TRUE(QFile::exists(FilePath(Q("exported.csv"))));
+    EXPECT_TRUE(QFile::exists(Path(Q("exported.csv"))));
     QString asked;
     AnswerDialog(QString());
     AnswerQuestion(QMessageBox::No, asked);

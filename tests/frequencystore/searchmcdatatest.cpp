@@ -262,7 +262,7 @@ TEST_F(SearchMCDataTest, FilesGiveBackWhatWasWritten) {
          }},
     };
     for (const auto& row : rows) {
-        EXPECT_TRUE(row.write(Controller(), FilePath(Q(row.name))));
+        EXPECT_TRUE(row.write(Controller(), Path(Q(row.name))));
         QStringList expected = before;
         if (qstrcmp(row.name, "lines.csv") == 0) {
             // A line has no comment: it is that of a new result.
@@ -273,7 +273,7 @@ TEST_F(SearchMCDataTest, FilesGiveBackWhatWasWritten) {
         }
         m_list->DeleteChildren();
         const Traces traces(0);
-        EXPECT_TRUE(ReadFile(FilePath(Q(row.name))));
+        EXPECT_TRUE(ReadFile(Path(Q(row.name))));
         EXPECT_EQ(traces.problems, QStringList());
         EXPECT_TRUE(Results() == expected) << row.name;
     }

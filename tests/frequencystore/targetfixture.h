@@ -4,16 +4,16 @@
 #include "controls/frequencystore/listviewshandler/targetlistparser.h"
 #include "host/report/rgexception.h"
 #include "host/valuetree/tree.h"
+#include "tests/support/testfolder.h"
 #include "tests/support/traces.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 #include <memory>
 
 /// A target list of its own in the tree, a folder for its files, and the list as rows of text.
-class TargetFixture : public testing::Test {
+class TargetFixture : public testing::Test, protected TestFolder {
 public:
     /// Frequency, bandwidth, comment, demodulation, priority, threat class, profile ID, profile name, signal
     /// class and transmission system of each target, joined by "|".
@@ -42,18 +42,6 @@ protected:
         Tree::Instance()->GetRoot()->DeleteChildren();
     }
 
-    QString FilePath(const QString& name) const { return m_folder.filePath(name); }
-    /// Writes a file and returns its path.
-    QString Write(const QString& name, const QByteArray& bytes) const {
-        QFile file(FilePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        EXPECT_EQ(file.write(bytes), bytes.size());
-        return file.fileName();
-    }
-    QByteArray Read(const QString& name) const {
-        QFile file(FilePath(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no such file>");
-    }
     /// As the handler does: a refusal by exception is a failure.
     bool Parse(const QString& path) {
         try {
@@ -71,7 +59,6 @@ protected:
     QStringList Targets() const { return TargetsOf(m_list); }
     HalvoNodeMediatorCtrl& Controller() { return *m_parser->GetMediatorCtrl(); }
 
-    QTemporaryDir m_folder;
     Node* m_list = nullptr;
     std::unique_ptr<TargetListParser> m_parser;
     QString m_refusal;

@@ -56,8 +56,8 @@ protected:
         return Write(Q(name), "7055000\t3000\tone\n8000000\t2000\ttwo\n");
     }
     QString ProfileTable() {
-        QFile::copy(QStringLiteral(SAMPLES_DIR "/profiles.xml"), FilePath(Q("profiles.xml")));
-        return FilePath(Q("profiles.xml"));
+        QFile::copy(QStringLiteral(SAMPLES_DIR "/profiles.xml"), Path(Q("profiles.xml")));
+        return Path(Q("profiles.xml"));
     }
 
     QString m_before;
@@ -153,7 +153,7 @@ TEST_F(TargetHandlerTest, AProfileTableIsNeverOverwritten) {
     ASSERT_GT(count, 0u);
     EXPECT_EQ(handler.Save2File(true), Q("Targets.xml"));
     EXPECT_EQ(Read(Q("profiles.xml")), before);
-    EXPECT_TRUE(handler.ReadFile(FilePath(Q("Targets.xml"))));
+    EXPECT_TRUE(handler.ReadFile(Path(Q("Targets.xml"))));
     EXPECT_EQ(m_list->ChildCount(), count);
     EXPECT_EQ(handler.Save2File(true), Q("Targets.xml")) << "and is the current file from now on";
 }
@@ -177,19 +177,19 @@ TEST_F(TargetHandlerTest, DialogsChooseAndCancel) {
         {[](TargetListHandler& h) { return h.Save2File(false); }, "no/folder/x", ""},
     };
     for (const auto& row : rows) {
-        AnswerDialog(*row.answer ? FilePath(Q(row.answer)) : QString());
+        AnswerDialog(*row.answer ? Path(Q(row.answer)) : QString());
         const QString written = row.run(handler);
-        EXPECT_EQ(written, *row.written ? FilePath(Q(row.written)) : QString()) << row.answer;
+        EXPECT_EQ(written, *row.written ? Path(Q(row.written)) : QString()) << row.answer;
         EXPECT_TRUE(written.isEmpty() || Read(Q(row.written)).size() > 50) << row.answer;
     }
     EXPECT_EQ(m_list->ChildCount(), 2u);
-    AnswerDialog(FilePath(Q("table.csv")));
-    EXPECT_EQ(handler.ImportTargetList(), FilePath(Q("table.csv")));
+    AnswerDialog(Path(Q("table.csv")));
+    EXPECT_EQ(handler.ImportTargetList(), Path(Q("table.csv")));
     EXPECT_EQ(m_list->ChildCount(), 2u);
-    EXPECT_EQ(m_other.seenName, FilePath(Q("table.csv")));
+    EXPECT_EQ(m_other.seenName, Path(Q("table.csv")));
     AnswerDialog(QString());
     EXPECT_TRUE(handler.ImportTargetList().isEmpty());
-    EXPECT_EQ(handler.GetCurrentFileName(), FilePath(Q("table.csv"))) << "a cancelled import changes nothing";
+    EXPECT_EQ(handler.GetCurrentFileName(), Path(Q("table.csv"))) << "a cancelled import changes nothing";
     AnswerDialog(QString());
     EXPECT_TRUE(handler.ReadTargetList().isEmpty());
     EXPECT_TRUE(m_other.seenName.isEmpty()) << "a cancelled read leaves no current file";

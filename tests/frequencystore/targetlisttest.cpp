@@ -54,7 +54,7 @@ TEST_F(TargetListTest, EveryFormatGivesBackWhatWasSaved) {
             QStringList expected = Targets();
             bool lossless = true; // lines carry no profile, and no priority under a name of the other kind
             for (const char* kind : {first, second}) {
-                const QString path = FilePath(Q("list.") + Q(kind));
+                const QString path = Path(Q("list.") + Q(kind));
                 const bool isSfl = qstrcmp(kind, "sfl") == 0;
                 ASSERT_TRUE(m_parser->SaveFile(path)) << kind;
                 ASSERT_TRUE(Parse(path)) << kind << m_refusal.toStdString();
@@ -94,7 +94,7 @@ TEST_F(TargetListTest, LinesAreWrittenByteForByte) {
                 "0.500000\t3000.000000\t0.001 kHz\tUnknown\tg\tNot defined\t11\t\n"
                 "30000000.000000\t3000.000000\t30.000000 MHz\tUSB\th\thostile\t0\t\n"));
     for (const char* name : {"list.ltl", "list.sfl", "list.ltl.xml", "list.sfl.csv"}) {
-        EXPECT_TRUE(m_parser->SaveFile(FilePath(Q(name))));
+        EXPECT_TRUE(m_parser->SaveFile(Path(Q(name))));
         EXPECT_EQ(Read(Q(name)).mid(0, 2), expected.mid(0, 2));
         EXPECT_EQ(QString::fromUtf16(reinterpret_cast<const char16_t*>(Read(Q(name)).constData() + 2),
                                      Read(Q(name)).size() / 2 - 1),
@@ -104,10 +104,10 @@ TEST_F(TargetListTest, LinesAreWrittenByteForByte) {
         EXPECT_EQ(Read(Q(name)), expected) << name;
     }
     m_list->DeleteChildren();
-    EXPECT_TRUE(m_parser->SaveFile(FilePath(Q("empty.ltl"))));
+    EXPECT_TRUE(m_parser->SaveFile(Path(Q("empty.ltl"))));
     const QByteArray empty = Read(Q("empty.ltl"));
     EXPECT_TRUE(empty.isEmpty() || empty == Utf16(QString()));
-    EXPECT_TRUE(Parse(FilePath(Q("empty.ltl"))));
+    EXPECT_TRUE(Parse(Path(Q("empty.ltl"))));
     EXPECT_FALSE(m_parser->SaveFile(QString()));
 }
 
@@ -126,7 +126,7 @@ TEST_F(TargetListTest, AFailedSaveLeavesTheOldFileAndIsTold) {
         EXPECT_EQ(Read(name), QByteArray("old")) << kind;
         ASSERT_EQ(traces.problems.size(), 1) << kind;
         EXPECT_TRUE(traces.problems[0].contains(path)) << traces.problems[0].toStdString();
-        for (const QString& nowhere : {Q("/proc/list.") + Q(kind), FilePath(Q("no/such/folder.")) + Q(kind)})
+        for (const QString& nowhere : {Q("/proc/list.") + Q(kind), Path(Q("no/such/folder.")) + Q(kind)})
             EXPECT_FALSE(m_parser->SaveFile(nowhere)) << nowhere.toStdString();
         EXPECT_EQ(traces.problems.size(), 3) << kind;
         EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden).filter(name), QStringList{name})
@@ -341,7 +341,7 @@ TEST_F(TargetListTest, XmlEntriesSayWhatTheTargetIs) {
     EXPECT_FALSE(list.GetXmlString().section(Q("<FrequencyStoreEntry"), 2).contains(Q("AnalogDemod")));
     EXPECT_EQ(FreqStoreXml::FrequencyStoreList::NameToUsage(bare->GetUsage()),
               FreqStoreXml::FrequencyStoreList::TargetList);
-    EXPECT_TRUE(m_parser->SaveFile(FilePath(Q("list.xml"))));
+    EXPECT_TRUE(m_parser->SaveFile(Path(Q("list.xml"))));
     EXPECT_TRUE(Read(Q("list.xml")).contains("Usage=\"TargetList\""));
 }
 
