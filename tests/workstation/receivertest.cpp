@@ -67,7 +67,10 @@ protected:
         QObject::connect(receiver.get(), &Receiver::Refused,
                          [this](const QString& reason) { refused << reason; });
     }
-    Receivers() { use(ReceiverKind::HF); }
+    Receivers() {
+        Tree::Instance()->GetRoot()->DeleteChildren(); // what tests before have left
+        use(ReceiverKind::HF);
+    }
 
     std::unique_ptr<SimulatedReceiver> receiver;
     QStringList refused;
