@@ -32,11 +32,6 @@ QString kindOf(const QString& path, bool isRead) {
     return path.contains(QLatin1String(".csv")) ? QStringLiteral("CSV") : QStringLiteral("unknown");
 }
 
-QString counted(size_t count, const char* one, const char* many) {
-    return (count == 0 ? QStringLiteral("no") : QString::number(count)) + QLatin1Char(' ') +
-           QLatin1String(count == 1 ? one : many);
-}
-
 /// False when there is a problem.
 bool checkSweep(const QString& path) {
     ProgressBar bar;
@@ -48,9 +43,9 @@ bool checkSweep(const QString& path) {
         });
     ProgressBar::MakeRoom();
     std::printf("%s: power sweeps, %s, %s, %s\n", qPrintable(path),
-                qPrintable(counted(static_cast<size_t>(summary.sweeps), "sweep", "sweeps")),
-                qPrintable(counted(static_cast<size_t>(summary.rows), "row", "rows")),
-                qPrintable(counted(static_cast<size_t>(summary.problems), "problem", "problems")));
+                qPrintable(Counted(summary.sweeps, "sweep", "sweeps")),
+                qPrintable(Counted(summary.rows, "row", "rows")),
+                qPrintable(Counted(summary.problems, "problem", "problems")));
     return summary.problems == 0;
 }
 
@@ -77,8 +72,8 @@ int RunCheck(const QStringList& arguments) {
         const bool read = list->Read(path);
         const int found = problems.Count() - before;
         std::printf("%s: %s, %s, %s\n", qPrintable(path), qPrintable(kindOf(path, read)),
-                    qPrintable(counted(read ? list->Count() : 0, "entry", "entries")),
-                    qPrintable(counted(static_cast<size_t>(found), "problem", "problems")));
+                    qPrintable(Counted(read ? static_cast<qint64>(list->Count()) : 0, "entry", "entries")),
+                    qPrintable(Counted(found, "problem", "problems")));
         if (!read || found > 0)
             exitCode = ExitFile;
     }

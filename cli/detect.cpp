@@ -84,8 +84,9 @@ int detect(const QString& in, const QString& out, const SweepSettings& settings,
         return ExitFile;
     writer.Commit();
     ProgressBar::MakeRoom();
-    std::printf("%s: %lld sweeps, %lld rows, %lld detections\n", qPrintable(in), summary.sweeps, summary.rows,
-                writer.Count());
+    std::printf("%s: %s, %s, %s\n", qPrintable(in), qPrintable(Counted(summary.sweeps, "sweep", "sweeps")),
+                qPrintable(Counted(summary.rows, "row", "rows")),
+                qPrintable(Counted(writer.Count(), "detection", "detections")));
     return summary.problems == 0 ? ExitDone : ExitFile;
 }
 

@@ -5,6 +5,7 @@
 #include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "host/base/problems.h"
+#include "host/freqstorexml/filehandling.h"
 #include "host/valuetree/tree.h"
 
 #include <QFile>
@@ -107,6 +108,8 @@ std::unique_ptr<CliList> MakeList(const QString& kind) {
 QString ListKindOf(const QString& path) {
     if (path.endsWith(QLatin1String(".pij")) && isJobOfVUHF(path))
         return QStringLiteral("memory-vuhf");
+    if (path.contains(QLatin1String(".xml")) && FreqStoreXml::FileHandling().IsDetectionResults(path))
+        return QStringLiteral("detections-vuhf"); // whose files have all that there is
     for (const Kind& kind : Kinds) {
         if (kind.ending && path.endsWith(QLatin1String(kind.ending)))
             return QString::fromLatin1(kind.name);
@@ -119,6 +122,11 @@ QStringList ListKinds() {
     for (const Kind& kind : Kinds)
         names << QString::fromLatin1(kind.name);
     return names;
+}
+
+QString Counted(qint64 count, const char* one, const char* many) {
+    return (count == 0 ? QStringLiteral("no") : QString::number(count)) + QLatin1Char(' ') +
+           QLatin1String(count == 1 ? one : many);
 }
 
 size_t CliList::Count() const {

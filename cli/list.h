@@ -42,6 +42,8 @@ protected:
 std::unique_ptr<CliList> MakeList(const QString& kind);
 /// The kind of list that a file is read as when none is named.
 QString ListKindOf(const QString& path);
+/// A number of things: "no entries", "1 entry", "2 entries".
+QString Counted(qint64 count, const char* one, const char* many);
 /// Names of all kinds.
 QStringList ListKinds();
 

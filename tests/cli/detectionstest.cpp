@@ -78,6 +78,9 @@ TEST_F(DetectionKinds, ComeBackTheSameThroughEveryFormat) {
         EXPECT_EQ(checked.exitCode, ExitDone);
         EXPECT_NE(checked.out.find("3 entries, no problems"), std::string::npos) << checked.out;
     }
+    const CliResult known = Cli({"check", path("detections-hf.xml")});
+    EXPECT_NE(known.out.find("detection results XML, 3 entries, no problems"), std::string::npos)
+        << known.out;
 }
 
 TEST_F(DetectionKinds, TellWhatIsWrongAndLeaveTheOutputAlone) {
