@@ -154,6 +154,28 @@ void openList(benchmark::State& state) {
     }
 }
 
+/// What follows the opening: the whole list is taken, in turns of the event loop. The longest of them.
+template <typename View>
+void loadList(benchmark::State& state) {
+    View::List();
+    for (auto _ : state) {
+        View view;
+        view.resize(1200, 800);
+        view.show();
+        view.Set_ValuePath(QString::fromLatin1(View::Path));
+        view.grab();
+        double longest = 0;
+        double whole = 0;
+        while (view.IsLoading()) {
+            const double time = seconds([] { QCoreApplication::processEvents(); });
+            whole += time;
+            longest = std::max(longest, time);
+        }
+        report(state, longest, 0.05);
+        state.counters["whole_s"] = whole;
+    }
+}
+
 template <typename View>
 void scrollPage(benchmark::State& state) {
     const auto view = opened<View>();
@@ -324,6 +346,8 @@ void saveFile(benchmark::State& state) {
 
 BENCHMARK(openList<PlainView>)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
 BENCHMARK(openList<ExtendedView>)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
+BENCHMARK(loadList<PlainView>)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);
+BENCHMARK(loadList<ExtendedView>)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);
 BENCHMARK(scrollPage<PlainView>)->UseManualTime()->Iterations(20)->Unit(benchmark::kMillisecond);
 BENCHMARK(scrollPage<ExtendedView>)->UseManualTime()->Iterations(20)->Unit(benchmark::kMillisecond);
 BENCHMARK(filterList<PlainView>)->UseManualTime()->Iterations(4)->Unit(benchmark::kMillisecond);

@@ -101,15 +101,12 @@ protected:
         const auto* list = value_cast<ValueList<T>>(value);
         if (!list)
             return 0;
-        for (const T& record : list->Elements()) {
-            if (static_cast<int>(m_records.size()) == atMost)
-                return static_cast<int>(list->Size());
-            m_records.push_back(record);
-        }
         m_seen = list->SeenNow();
+        takeNew(*list, atMost);
         return static_cast<int>(list->Size());
     }
-    std::optional<int> TakeChanges(const ValueBase* value, std::vector<quint32>& edited) override {
+    std::optional<int> TakeChanges(const ValueBase* value, int atMost,
+                                   std::vector<quint32>& edited) override {
         const auto* list = value_cast<ValueList<T>>(value);
         std::vector<typename ValueList<T>::Edited> edits;
         if (!list || !list->ChangesSince(m_seen, edits))
@@ -120,11 +117,9 @@ protected:
             m_records[edit.place] = *edit.element;
             edited.push_back(static_cast<quint32>(edit.place));
         }
-        const auto added = static_cast<std::ptrdiff_t>(list->Size() - m_records.size());
-        for (auto at = std::prev(list->Elements().end(), added); at != list->Elements().end(); ++at)
-            m_records.push_back(*at);
         m_seen = list->SeenNow();
-        return static_cast<int>(m_records.size());
+        takeNew(*list, atMost);
+        return static_cast<int>(list->Size());
     }
     bool KnowsOrder() const override { return m_key != nullptr; }
     bool GoesBefore(quint32 a, quint32 b) const override {
@@ -141,6 +136,13 @@ private:
             m_texts.push_back(Format::FindField(Fields()[known]));
         return m_texts[column] ? m_texts[column](record) : QString();
     }
+    void takeNew(const ValueList<T>& list, int atMost) {
+        auto next = m_records.size() == 0 ? list.Elements().begin() : std::next(m_last);
+        for (; next != list.Elements().end() && atMost > 0; --atMost) {
+            m_records.push_back(*next);
+            m_last = next++;
+        }
+    }
     std::vector<const T*> recordsAt(const std::vector<quint32>& places) const {
         std::vector<const T*> records;
         records.reserve(places.size());
@@ -150,7 +152,8 @@ private:
     }
 
     Detail::RecordBlocks<T> m_records;
-    mutable std::vector<QString (*)(const T&)> m_texts; ///< by column, as far as they were asked for
-    typename ValueList<T>::Seen m_seen;                 ///< how much of the list the copy holds
-    const RecordSort::Key<T>* m_key = nullptr;          ///< of the order, when it is one by a key
+    mutable std::vector<QString (*)(const T&)> m_texts;      ///< by column, as far as they were asked for
+    typename ValueList<T>::Container::const_iterator m_last; ///< in the list, of the copy's last one
+    typename ValueList<T>::Seen m_seen;                      ///< how much of the list the copy holds
+    const RecordSort::Key<T>* m_key = nullptr;               ///< of the order, when it is one by a key
 };

@@ -20,12 +20,12 @@ namespace {
 constexpr int TickMilliseconds = 40;
 /// A list that takes long to show leaves the rest of the program that many times as much.
 constexpr int TickShare = 4;
-/// Records taken when a view opens, so that it opens at once however long its list; the rest follows at the
-/// next tick.
+/// Records taken when a view opens, so that it opens at once however long its list, and in each turn of the
+/// event loop from the next tick on: less than 10 ms.
 constexpr int FirstRecords = 1000;
-/// Records that the filter looks at between two turns of the event loop: some 20 ms.
-constexpr size_t RecordsPerTurn = 4000;
-constexpr size_t AllRecords = std::numeric_limits<size_t>::max();
+constexpr int RecordsPerTurn = 20000;
+/// Records that the filter looks at in a turn: some 20 ms.
+constexpr size_t FilteredPerTurn = 4000;
 
 } // namespace
 
@@ -154,8 +154,8 @@ void VectorListViewBase::bind() {
         value->AddObserver(this);
     }
     const bool inListOrder = m_list->SortColumn() < 0 && !m_filter.IsOn();
-    load(inListOrder ? FirstRecords : std::numeric_limits<int>::max());
-    if (m_loaded < m_count)
+    load(inListOrder ? FirstRecords : AllRecords);
+    if (IsLoading())
         m_tick.start(TickMilliseconds, this);
 }
 
@@ -173,13 +173,17 @@ void VectorListViewBase::Update(Observable* subject, TChangeCode code) {
 
 void VectorListViewBase::timerEvent(QTimerEvent* event) {
     if (event->timerId() == m_filterTurn.timerId())
-        return filterMore(RecordsPerTurn);
+        return filterMore(FilteredPerTurn);
     if (event->timerId() != m_tick.timerId())
         return QWidget::timerEvent(event);
     if (m_filterTurn.isActive())
         return; // one after the other: changes would make the filter begin anew
-    m_tick.stop();
-    UpdateView();
+    if (!IsLoading() || !follow(RecordsPerTurn))
+        UpdateView();
+    if (IsLoading())
+        m_tick.start(0, this);
+    else
+        m_tick.stop();
 }
 
 void VectorListViewBase::UpdateView() {
@@ -188,16 +192,14 @@ void VectorListViewBase::UpdateView() {
         return;
     QElapsedTimer timer;
     timer.start();
-    if (!follow())
+    if (!follow(AllRecords))
         TakeAnew();
     m_tickMilliseconds = std::max(TickMilliseconds, static_cast<int>(timer.elapsed()) * TickShare);
 }
 
 void VectorListViewBase::LoadAll() {
-    if (m_tick.isActive() && !m_arranging)
+    if (IsLoading() || (m_tick.isActive() && !m_arranging))
         UpdateView();
-    else if (m_loaded < m_count)
-        TakeAnew();
 }
 
 void VectorListViewBase::load(int atMost) {
@@ -224,17 +226,22 @@ void VectorListViewBase::load(int atMost) {
         emit m_list->countsChanged();
 }
 
-/// Takes up the records that came or changed; false when the whole list has to be taken anew.
-bool VectorListViewBase::follow() {
-    if (m_loaded < m_count || (m_sortedColumn >= 0 && !KnowsOrder()))
+/// Takes up the records that came, as far as they are no more than `atMost`, or changed; false when the whole
+/// list has to be taken anew.
+bool VectorListViewBase::follow(int atMost) {
+    if (m_sortedColumn >= 0 && !KnowsOrder())
         return false;
     std::vector<quint32> edited;
-    const std::optional<int> count = TakeChanges(m_value.get(), edited);
+    const std::optional<int> count = TakeChanges(m_value.get(), atMost, edited);
     if (!count)
         return false;
+    const bool pageStands = atMost < AllRecords && *count == m_count && edited.empty();
+    m_loaded += std::min(atMost, *count - m_loaded);
+    m_count = *count;
+    if (pageStands)
+        return true;
     std::sort(edited.begin(), edited.end());
     edited.erase(std::unique(edited.begin(), edited.end()), edited.end());
-    m_count = m_loaded = *count;
     m_selected.resize(static_cast<size_t>(m_count));
     const auto before = [this](quint32 a, quint32 b) {
         if (!m_sortedAscending)
@@ -334,7 +341,7 @@ void VectorListViewBase::beginFilter(std::vector<quint32> records) {
     if (!m_filter.IsOn())
         records.clear();
     m_filter.Begin(std::move(records), static_cast<size_t>(m_count));
-    filterMore(RecordsPerTurn);
+    filterMore(FilteredPerTurn);
 }
 
 void VectorListViewBase::filterMore(size_t records) {
@@ -361,7 +368,7 @@ void VectorListViewBase::filterMore(size_t records) {
 
 void VectorListViewBase::finishFilter() {
     if (!m_filter.IsComplete())
-        filterMore(AllRecords);
+        filterMore(std::numeric_limits<size_t>::max());
 }
 
 int VectorListViewBase::RowCount() const {
@@ -435,7 +442,7 @@ void VectorListViewBase::showPage() {
     showScrollRange();
     m_first = m_scroll->value();
     const int end = std::min(rows, m_first + page + 1);
-    if (end > m_loaded && m_loaded < m_count)
+    if (end > m_loaded && IsLoading())
         return LoadAll(); // which shows the page
     {
         const QSignalBlocker quiet(m_list);

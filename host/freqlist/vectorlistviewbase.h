@@ -43,6 +43,8 @@ public:
     int RecordCount() const { return m_count; }
     int RowCount() const;
     int SelectedCount() const { return m_selectedCount; }
+    /// Whether records are still to be taken: those shown are the first of them.
+    bool IsLoading() const { return m_loaded < m_count; }
     /// Whether the filter is still looking through the records; rows are those that it found so far.
     bool IsFiltering() const { return !m_filter.IsComplete(); }
     bool IsSelected(int row) const;
@@ -77,16 +79,18 @@ protected:
     /// Takes what changed of the records and shows it, at once.
     virtual void UpdateView();
     /// Takes all records anew, whatever is known of their changes, and sorts them anew.
-    void TakeAnew() { load(std::numeric_limits<int>::max()); }
+    void TakeAnew() { load(AllRecords); }
     /// Row of an item of the page; negative for any other.
     int Item2Index(const SortListViewItem* item) const;
 
     virtual bool IsRecordList(const ValueBase* value) const = 0;
     /// Copies the first `atMost` records of a list; null has none. Returns how many there are in all.
     virtual int TakeRecords(const ValueBase* value, int atMost) = 0;
-    /// Brings a complete copy up to date when only some records came or changed; `edited` are the numbers of
-    /// those that changed. Returns how many there are in all; nothing when the copy must be taken anew.
-    virtual std::optional<int> TakeChanges(const ValueBase* value, std::vector<quint32>& edited) = 0;
+    /// Brings the copy up to date when only some records came or changed; `edited` are the numbers of those
+    /// that changed, and of those that came no more are taken than `atMost`. Returns how many there are in
+    /// all; nothing when the copy must be taken anew.
+    virtual std::optional<int> TakeChanges(const ValueBase* value, int atMost,
+                                           std::vector<quint32>& edited) = 0;
     /// Whether one record goes before another in ascending order of the sorted column; asked only where the
     /// order is known.
     virtual bool KnowsOrder() const = 0;
@@ -118,10 +122,11 @@ protected:
 
 private:
     class PageList;
+    static constexpr int AllRecords = std::numeric_limits<int>::max();
 
     void bind();
     void load(int atMost);
-    bool follow();
+    bool follow(int atMost);
     bool hasFilterText(quint32 record) const;
     void beginFilter(std::vector<quint32> records);
     void filterMore(size_t records);

@@ -48,8 +48,9 @@ public:
         ++taken;
         return VectorListView::TakeRecords(value, atMost);
     }
-    std::optional<int> TakeChanges(const ValueBase* value, std::vector<quint32>& edited) override {
-        const std::optional<int> count = VectorListView::TakeChanges(value, edited);
+    std::optional<int> TakeChanges(const ValueBase* value, int atMost,
+                                   std::vector<quint32>& edited) override {
+        const std::optional<int> count = VectorListView::TakeChanges(value, atMost, edited);
         followed += count.has_value();
         return count;
     }
@@ -324,12 +325,31 @@ TEST_F(RecordViews, KeepFollowingHoweverManyRecordsHaveChangedInAll) {
 }
 
 TEST_F(RecordViews, OpenWithTheHeadOfALongListAndTakeTheRestAfterwards) {
-    open(3000);
-    EXPECT_EQ(view.RecordCount(), 3000);
-    EXPECT_EQ(view.taken, 1);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return view.taken == 2; }));
-    EXPECT_EQ(view.Ids().size(), 3000u);
+    open(50000);
+    EXPECT_EQ(view.RecordCount(), 50000);
+    EXPECT_TRUE(view.IsLoading());
+    const int made = view.made;
+    ASSERT_TRUE(QTest::qWaitFor([this] { return view.followed == 1; }));
+    EXPECT_TRUE(view.IsLoading()) << "a part in each turn";
+    EXPECT_EQ(view.made, made) << "the page stands";
+    list->PushBack(detection(777, 5e6, 0));
+    list->Edit(3, *std::next(list->Elements().begin(), 3), [](auto& record) { record.SetID(33); });
+    list->Edit(49999, *std::prev(list->Elements().end(), 2), [](auto& record) { record.SetID(44); });
+    list->HasChanged(TChangeCode::ValueChanged);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !view.IsLoading(); }));
+    EXPECT_EQ(view.taken, 1) << "what was taken stays";
+    const std::vector<unsigned> ids = view.Ids();
+    ASSERT_EQ(ids.size(), 50001u);
+    EXPECT_EQ(ids[3], 33u);
+    EXPECT_EQ(ids[25000], 25000u);
+    EXPECT_EQ(ids[49999], 44u);
+    EXPECT_EQ(ids[50000], 777u);
+
+    list->GetList().resize(30000);
+    list->HasChanged(TChangeCode::ValueChanged);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return view.RecordCount() == 30000; }));
     EXPECT_EQ(view.taken, 2);
+    EXPECT_EQ(view.Ids().back(), 29999u);
 }
 
 TEST_F(RecordViews, FollowTheirListOnlyWhileConnected) {
