@@ -11,6 +11,7 @@
 #include "host/base/tokenizer.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
+#include "host/freqlist/pixstatevector.h"
 #include "host/valuetree/tree.h"
 
 #include <QApplication>
@@ -23,6 +24,7 @@
 #include <QXmlStreamReader>
 
 #include <benchmark/benchmark.h>
+#include <cmath>
 #include <malloc.h>
 
 namespace {
@@ -203,6 +205,28 @@ void FirstPaint(benchmark::State& state) {
     }
 }
 
+/// The line of the frequency bar: all entries, and after one of them has changed.
+void BarLine(benchmark::State& state) {
+    struct Map : IHasHMap {
+        double MapToPixel(double hertz) const override { return std::log(hertz / 1e5) * 100; }
+        double MapToFrequency(double pixel) const override { return 1e5 * std::exp(pixel / 100); }
+    } map;
+    Bench& bench = Bench::Get();
+    TargetListHandler& list = bench.List(static_cast<int>(state.range(0)));
+    for (auto _ : state) {
+        const std::unique_ptr<PixStateVector> line(
+            FreqStore::Instance().GetDefinition(static_cast<int>(bench.ListId()))->CreatePixStateVector());
+        line->SetHMapping(&map, 1000);
+        const double first = secondsOf([&] { line->Refresh(); });
+        list.GetParser()->GetMediatorCtrl()->At(5)->SetFrequency(first + 7e6);
+        list.GetParser()->GetMediatorCtrl()->ForceUpdateNow();
+        const double changed = secondsOf([&] { line->Refresh(); });
+        state.SetIterationTime(changed);
+        state.counters["first_s"] = first;
+        state.counters["ours_s"] = changed;
+    }
+}
+
 /// A text typed into the filter letter by letter, and taken away again: the longest wait of all.
 void FilterByLetters(benchmark::State& state) {
     Bench& bench = Bench::Get();
@@ -356,6 +380,7 @@ BENCHMARK(WriteLtl)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 BENCHMARK(WriteXml)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 BENCHMARK(ReadXml)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 BENCHMARK(FirstPaint)->Arg(100000)->Arg(Million)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(BarLine)->Arg(100000)->Arg(Million)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 BENCHMARK(FilterByLetters)
     ->Arg(100000)
     ->Arg(Million)
