@@ -64,8 +64,11 @@ bool HalvoITNodeMediator::GetType(char& type, int subItem) {
 
 void HalvoITNodeMediator::Update(Observable* subject, TChangeCode code) {
     if (subject == m_observable) {
-        if (auto* list = dynamic_cast<MultiViewMediatorCtrl*>(m_controller))
+        auto* list = dynamic_cast<MultiViewMediatorCtrl*>(m_controller);
+        if (list && code == TChangeCode::Removing)
             list->SetDirty(true);
+        else if (list)
+            list->SetEntryDirty(GetNode());
         if (code == TChangeCode::MediatorNodeEnds) {
             subject->DeleteObserver(this);
             delete this;

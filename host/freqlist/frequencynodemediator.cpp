@@ -69,7 +69,7 @@ void FrequencyNodeMediator::Update(Observable* subject, TChangeCode code) {
     }
     UpdateAllViewItems();
     if (auto* list = dynamic_cast<MultiViewMediatorCtrl*>(m_controller))
-        list->SetDirty(true);
+        list->SetEntryDirty(GetNode());
 }
 
 void FrequencyNodeMediator::SetFrequency(double hertz) {

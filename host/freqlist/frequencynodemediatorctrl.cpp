@@ -12,6 +12,8 @@ namespace {
 
 /// Many changes within this time are one refresh; short enough to look immediate.
 constexpr int TickMilliseconds = 40;
+/// More changed entries than these count as all.
+constexpr size_t MostChanges = 10000;
 
 } // namespace
 
@@ -62,6 +64,7 @@ void FrequencyNodeMediatorCtrl::NotifyDeleted(Mediator* mediator) {
 void FrequencyNodeMediatorCtrl::RemoveMyMediators() {
     const std::vector<FrequencyNodeMediator*> mediators = std::move(m_order);
     m_order.clear();
+    m_changed.clear();
     m_holes = 0;
     for (FrequencyNodeMediator* mediator : mediators)
         delete mediator;
@@ -128,7 +131,7 @@ void FrequencyNodeMediatorCtrl::ForceUpdateNow() {
         view->RowsChanged();
     // Others that show the list, such as the frequency bar, watch its node and not each entry.
     if (std::exchange(m_entriesChanged, false) && m_node)
-        m_node->Commit(this);
+        m_node->CommitChanges(std::exchange(m_changed, {}), this);
     emit Refreshed();
 }
 
@@ -153,8 +156,20 @@ void FrequencyNodeMediatorCtrl::scheduleUpdate() {
 void FrequencyNodeMediatorCtrl::SetDirty(bool dirty) {
     MultiViewMediatorCtrl::SetDirty(dirty);
     m_entriesChanged = dirty;
+    m_changed.clear();
     if (dirty)
         scheduleUpdate();
+}
+
+void FrequencyNodeMediatorCtrl::SetEntryDirty(Node* entry) {
+    const bool areKnown = !m_entriesChanged || !m_changed.empty();
+    if (!areKnown || m_changed.size() == MostChanges)
+        return SetDirty(true);
+    MultiViewMediatorCtrl::SetDirty(true);
+    m_entriesChanged = true;
+    if (m_changed.empty() || m_changed.back() != entry)
+        m_changed.push_back(entry);
+    scheduleUpdate();
 }
 
 void FrequencyNodeMediatorCtrl::Suspend(bool suspend) {

@@ -44,6 +44,7 @@ public:
     void RemoveView(FrequencyNodeListView* view) override;
     void UpdateMyViewItems(FrequencyNodeListView* view) override;
     void SetDirty(bool dirty) override;
+    void SetEntryDirty(Node* entry) override;
 
     /// Number of mediators.
     unsigned long size() const { return static_cast<unsigned long>(m_order.size() - m_holes); }
@@ -116,5 +117,6 @@ private:
     bool m_suspended = false;
     bool m_ending = false;
     bool m_entriesChanged = false; ///< entries themselves changed, not only which ones there are
+    std::vector<Node*> m_changed;  ///< these entries, when they are known
     QBasicTimer m_timer;
 };

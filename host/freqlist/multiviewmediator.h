@@ -8,6 +8,7 @@
 
 class FrequencyNodeListView;
 class FrequencyNodeMediatorViewItem;
+class Node;
 class QWidget;
 
 /// What views, the frequency bar and the receiver read of one list item. A getter returns false, with its
@@ -84,6 +85,8 @@ public:
 
     /// Marks the list as changed: it is refreshed at the next timer tick.
     virtual void SetDirty(bool dirty) { m_dirty = dirty; }
+    /// The same, where it is known that no more than this entry changed.
+    virtual void SetEntryDirty(Node*) { SetDirty(true); }
     bool IsDirty() const { return m_dirty; }
     /// Counts one more party that wants the list kept up to date, and returns the count. A controller that
     /// nobody wants does not follow its node.

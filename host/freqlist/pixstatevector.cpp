@@ -5,6 +5,12 @@
 
 #include <cmath>
 
+namespace {
+
+constexpr float Unplaced = std::numeric_limits<float>::quiet_NaN();
+
+} // namespace
+
 void PixStateVector::SetKeyWords(const QString& frequency, const QString& bandwidth, const QString& type,
                                  const QString& comment) {
     m_frequencyKey = Names::Intern(frequency);
@@ -29,6 +35,7 @@ void PixStateVector::SetDirty(bool dirty) {
 void PixStateVector::SetHMapping(IHasHMap* map, int width) {
     m_map = map;
     m_pixels.assign(static_cast<size_t>(std::max(width, 0)), PixState());
+    m_places.clear();
     m_marks = 0;
     SetDirty(true);
 }
@@ -108,12 +115,34 @@ void PixStateVector::ClearFocus() {
         state.flags &= static_cast<quint8>(~PixState::Focus);
 }
 
+PixStateVector::Place PixStateVector::placeOf(double hertz, double bandwidth) const {
+    const double centre = m_map->MapToPixel(hertz);
+    const double halfWidth = bandwidth > 0 ? (m_map->MapToPixel(hertz + bandwidth) - centre) / 2 : 0;
+    return {static_cast<float>(centre), static_cast<float>(halfWidth)};
+}
+
+void PixStateVector::ForgetMark(size_t item) {
+    if (item < m_places.size())
+        m_places[item].centre = Unplaced;
+    Clean();
+}
+
+void PixStateVector::ForgetMarks() {
+    m_places.clear();
+    Clean();
+}
+
 void PixStateVector::Mark(quint32 item, double hertz, double bandwidth, char type) {
     ++m_marks;
     if (!m_map)
         return;
-    const double centre = m_map->MapToPixel(hertz);
-    const double halfWidth = (m_map->MapToPixel(hertz + bandwidth) - centre) / 2;
+    if (item >= m_places.size())
+        m_places.resize(item + size_t(1), {Unplaced, 0});
+    Place& place = m_places[item];
+    if (std::isnan(place.centre))
+        place = placeOf(hertz, bandwidth);
+    const double centre = place.centre;
+    const double halfWidth = place.halfWidth;
     const double last = static_cast<double>(m_pixels.size()) - 1;
     if (!std::isfinite(centre) || centre + halfWidth < 0 || centre - halfWidth > last + 1)
         return;
@@ -169,15 +198,20 @@ void PixStateVectorOnNode::Update(Observable* subject, TChangeCode code) {
         return;
     if (code == TChangeCode::Removing || code == TChangeCode::MediatorNodeEnds)
         m_node = nullptr;
-    if (code == TChangeCode::Removing || m_observe) {
-        const bool valuesStay = code == TChangeCode::ChildrenChanged && m_known != Known::Nothing;
-        m_known = valuesStay ? Known::Values : Known::Nothing;
-        SetDirty(true);
+    if (code != TChangeCode::Removing && !m_observe)
+        return;
+    const std::span<Node* const> changed = m_node ? m_node->ChangedChildren() : std::span<Node* const>();
+    const bool isKnown = code == TChangeCode::ChildrenChanged || !changed.empty();
+    m_known = isKnown && m_known != Known::Nothing ? Known::Values : Known::Nothing;
+    if (m_known == Known::Values) {
+        for (const Node* entry : changed)
+            takeChanged(*entry);
     }
+    SetDirty(true);
 }
 
 PixStateVectorOnNode::Item PixStateVectorOnNode::read(const Node& entry) const {
-    Item item{&entry, 0, 0, m_fixedType};
+    Item item{&entry, 0, 0, entry.GetSerial(), m_fixedType};
     if (const auto* frequency = numeric_cast(entry.FindOwnValue(m_frequencyKey)))
         item.frequency = frequency->ValueAsDouble();
     ValueBase* bandwidth = entry.FindOwnValue(m_bandwidthKey);
@@ -198,7 +232,7 @@ void PixStateVectorOnNode::collect() {
     if (m_known == Known::Nothing || !m_node || !takeNew()) {
         m_items.clear();
         m_seenSerial = 0;
-        Clean();
+        ForgetMarks();
         if (m_node)
             takeNew();
     }
@@ -213,6 +247,20 @@ bool PixStateVectorOnNode::takeNew() {
     for (const Node* entry : entries)
         m_items.push_back(read(*entry));
     return true;
+}
+
+/// Entries that have no item yet are taken with the new ones.
+void PixStateVectorOnNode::takeChanged(const Node& entry) {
+    const auto item =
+        std::lower_bound(m_items.begin(), m_items.end(), entry.GetSerial(),
+                         [](const Item& known, quint32 serial) { return known.serial < serial; });
+    if (item == m_items.end() || item->node != &entry)
+        return;
+    const Item now = read(entry);
+    if (now == *item)
+        return;
+    *item = now;
+    ForgetMark(static_cast<size_t>(item - m_items.begin()));
 }
 
 void PixStateVectorOnNode::Refresh() {
@@ -238,7 +286,7 @@ void PixStateVectorOnNode::UpdateItems(Observable* entry) {
     if (index < 0)
         return;
     m_items[static_cast<size_t>(index)] = read(*m_items[static_cast<size_t>(index)].node);
-    Clean();
+    ForgetMark(static_cast<size_t>(index));
     SetDirty(true);
 }
 
@@ -247,7 +295,7 @@ void PixStateVectorOnNode::RemoveValue(Observable* entry) {
     if (index < 0)
         return;
     m_items.erase(m_items.begin() + index);
-    Clean();
+    ForgetMarks();
     SetDirty(true);
 }
 

@@ -96,13 +96,17 @@ public:
     std::function<void()> OnDirty;
 
 protected:
-    /// Puts one entry on the line.
+    /// Puts one item on the line; what is marked again without having been forgotten stays where it was.
     void Mark(quint32 item, double hertz, double bandwidth, char type);
     /// Emphasises what lies at a frequency / takes the emphasis off all pixels.
     void MarkFocus(double hertz);
     void ClearFocus();
     /// Entries that have been put on the line since its pixels were last emptied.
     size_t MarkCount() const { return m_marks; }
+    /// An item is no longer where it was marked; the line is emptied, and all are to be marked again.
+    void ForgetMark(size_t item);
+    /// The same of all items.
+    void ForgetMarks();
 
     Names::Id m_frequencyKey = Names::Unknown;
     Names::Id m_bandwidthKey = Names::Unknown;
@@ -111,7 +115,16 @@ protected:
     bool m_observe = true;
 
 private:
+    /// Where a mark is on the bar, in pixels.
+    struct Place {
+        float centre;
+        float halfWidth;
+    };
+
+    Place placeOf(double hertz, double bandwidth) const;
+
     std::vector<PixState> m_pixels;
+    std::vector<Place> m_places; ///< of items by number: mapping them is most of the work
     size_t m_marks = 0;
     IHasHMap* m_map = nullptr;
     int m_symbol = 0;
@@ -152,7 +165,10 @@ private:
         const Node* node;
         double frequency;
         double bandwidth;
+        quint32 serial; ///< of the node
         char type;
+
+        bool operator==(const Item&) const = default;
     };
 
     /// What the items say of the entries.
@@ -165,6 +181,7 @@ private:
     Item read(const Node& entry) const;
     void collect();
     bool takeNew();
+    void takeChanged(const Node& entry);
 
     Node* m_node = nullptr;
     std::vector<Item> m_items;

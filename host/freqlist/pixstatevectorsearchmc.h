@@ -45,7 +45,9 @@ public:
         if (!GetDirty())
             return;
         if (IsVisible()) {
-            if (!collectChanges() || MarkCount() == 0)
+            if (!collectChanges())
+                ForgetMarks();
+            else if (MarkCount() == 0)
                 Clean();
             for (size_t i = MarkCount(); i < m_items.size(); ++i)
                 Mark(static_cast<quint32>(i), m_items[i].frequency, m_items[i].bandwidth,

@@ -3,6 +3,8 @@
 #include "host/valuetree/nodeparts.h"
 #include "host/valuetree/tree.h"
 
+#include <QScopedValueRollback>
+
 /// One node whose parts are being announced or removed; it steps aside when what it points at ends meanwhile.
 struct Node::RemovalCursor {
     Node* node;
@@ -19,6 +21,31 @@ struct Node::RemovalCursor {
     RemovalCursor& operator=(const RemovalCursor&) = delete;
     ~RemovalCursor() { innermost() = outer; }
 };
+
+namespace {
+
+/// What the notification that is under way is about. It is not the node's: that may end meanwhile.
+struct Changes {
+    const TreeItem* of = nullptr;
+    std::span<Node* const> children;
+};
+Changes changes;
+
+} // namespace
+
+void TreeItem::Commit(IObserver* originator) {
+    const QScopedValueRollback anything(changes, {});
+    NotifyObservers(TChangeCode::LookAgain, originator);
+}
+
+void Node::CommitChanges(std::span<Node* const> children, IObserver* originator) {
+    const QScopedValueRollback these(changes, {this, children});
+    NotifyObservers(TChangeCode::LookAgain, originator);
+}
+
+std::span<Node* const> Node::ChangedChildren() const {
+    return changes.of == this ? changes.children : std::span<Node* const>();
+}
 
 /// `value` leaves this node: removals under way must not go on from it.
 void Node::stepAside(const ValueBase* value) {

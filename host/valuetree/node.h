@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -34,7 +35,7 @@ public:
     QString GetPathName_NoSlashForRoot() const;
 
     /// Tells the observers to look again: what was gathered by others takes effect now.
-    void Commit(IObserver* originator = nullptr) { NotifyObservers(TChangeCode::LookAgain, originator); }
+    void Commit(IObserver* originator = nullptr);
     void NotifyObservers(TChangeCode code, IObserver* causer = nullptr) override {
         Observable::NotifyObservers(code, causer);
     }
@@ -124,6 +125,13 @@ public:
     std::vector<Node*> Children() const;
     /// The sub-nodes attached after `serial`, in order, and moves `serial` on; start with 0 for all.
     std::vector<Node*> ChildrenSince(quint32& serial) const;
+    /// The place of this node in the order of attachment to its parent, counted from 1 over the parent's
+    /// life.
+    quint32 GetSerial() const { return m_serial; }
+    /// Tells the observers to look again since these sub-nodes changed in themselves. While they are told,
+    /// `ChangedChildren` names them; when it is empty, anything may have changed.
+    void CommitChanges(std::span<Node* const> children, IObserver* originator);
+    std::span<Node* const> ChangedChildren() const;
     ValueBase* FirstValue() const { return m_firstValue; }
     static ValueBase* NextValue(const ValueBase* value) { return value->m_next; }
 
