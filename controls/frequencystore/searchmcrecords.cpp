@@ -16,7 +16,7 @@ namespace SearchMC {
 namespace {
 
 constexpr char TraceSource[] = "searchmcrecords";
-const QString TypeText = QLatin1Char(DetectionConventionalAdapter::Type);
+const QString TypeText{QLatin1Char(DetectionConventionalAdapter::Type)};
 constexpr qint64 MicrosecondsPerSecond = 1000000;
 /// The bearings of an HF search are not for its files: these stand in their place.
 constexpr double HFAzimuth = 2222.0;
