@@ -218,7 +218,8 @@ void VectorListViewBase::load(int atMost) {
     m_sortedColumn = -1;
     if (m_list->SortColumn() >= 0)
         Sort(m_list->SortColumn(), m_list->SortOrder() == Qt::AscendingOrder);
-    beginFilter(Order());
+    if (m_filter.IsOn())
+        beginFilter(Order());
     showPage();
     if (m_selectedCount != selectedBefore)
         announceSelection();
