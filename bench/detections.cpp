@@ -1,6 +1,7 @@
 // Figures of lists of a million detections: "ratio" is ours over the baseline of the same run, "ours_s" a
 // time, and "goal" what must not be exceeded.
 
+#include "bench/figures.h"
 #include "controls/frequencystore/searchmcextendedvectorlistview.h"
 #include "controls/frequencystore/searchmcvectorlistview.h"
 #include "host/base/numbers.h"
@@ -240,10 +241,7 @@ void sortColumn(benchmark::State& state) {
 /// 40 ms of a search: 200 new detections, and 200 that end, with the view and the bar line open and sorted.
 template <typename View>
 void follow(benchmark::State& state) {
-    struct Map : IHasHMap {
-        double MapToPixel(double hertz) const override { return std::log(hertz / 1e6) * 300; }
-        double MapToFrequency(double pixel) const override { return 1e6 * std::exp(pixel / 300); }
-    } map;
+    BarMap map;
     auto& list = View::List();
     const auto view = opened<View>();
     view->GetListView()->sortByColumn(0, Qt::DescendingOrder);

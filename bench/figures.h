@@ -1,8 +1,11 @@
 #pragma once
 
+#include "host/freqlist/pixstatevector.h"
+
 #include <QElapsedTimer>
 
 #include <benchmark/benchmark.h>
+#include <cmath>
 #include <functional>
 
 /// How long the work takes, in seconds.
@@ -21,3 +24,9 @@ inline void report(benchmark::State& state, double baseline, double ours, double
     state.counters["ratio"] = ours / baseline;
     state.counters["goal"] = goal;
 }
+
+/// A frequency bar from 100 kHz to 3 GHz, 1000 pixels wide.
+struct BarMap : IHasHMap {
+    double MapToPixel(double hertz) const override { return std::log(hertz / 1e5) * 97; }
+    double MapToFrequency(double pixel) const override { return 1e5 * std::exp(pixel / 97); }
+};

@@ -11,7 +11,6 @@
 #include "host/base/tokenizer.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
-#include "host/freqlist/pixstatevector.h"
 #include "host/valuetree/tree.h"
 
 #include <QApplication>
@@ -24,7 +23,6 @@
 #include <QXmlStreamReader>
 
 #include <benchmark/benchmark.h>
-#include <cmath>
 #include <malloc.h>
 
 namespace {
@@ -207,10 +205,7 @@ void FirstPaint(benchmark::State& state) {
 
 /// The line of the frequency bar: all entries, and after one of them has changed.
 void BarLine(benchmark::State& state) {
-    struct Map : IHasHMap {
-        double MapToPixel(double hertz) const override { return std::log(hertz / 1e5) * 100; }
-        double MapToFrequency(double pixel) const override { return 1e5 * std::exp(pixel / 100); }
-    } map;
+    BarMap map;
     Bench& bench = Bench::Get();
     TargetListHandler& list = bench.List(static_cast<int>(state.range(0)));
     for (auto _ : state) {

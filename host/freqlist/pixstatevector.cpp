@@ -124,7 +124,8 @@ PixStateVector::Place PixStateVector::placeOf(double hertz, double bandwidth) co
 void PixStateVector::ForgetMark(size_t item) {
     if (item < m_places.size())
         m_places[item].centre = Unplaced;
-    Clean();
+    if (m_marks > 0)
+        Clean(); // once, however many items are forgotten
 }
 
 void PixStateVector::ForgetMarks() {
