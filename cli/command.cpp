@@ -6,7 +6,8 @@
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands = {
         {"show", "[--list KIND] [--format table|json|tsv] FILE", "print the entries of a file", RunShow},
-        {"convert", "[--list KIND] IN OUT", "write a file in another format", RunConvert},
+        {"convert", "[--list KIND] [--spreadsheet-safe] IN OUT", "write a file in another format",
+         RunConvert},
         {"check", "[--list KIND] FILE...", "tell what is wrong with files", RunCheck},
         {"bands", "[--out FILE] FILE", "print the bands of frequencies of interest", RunBands},
         {"job", "show|merge [OPTIONS] FILES", "show or change the memory channels of a job", RunJob},

@@ -1,3 +1,4 @@
+#include "host/freqstorexml/csvoptions.h"
 #include "workstation/application.h"
 #include "workstation/mainwindow.h"
 
@@ -15,6 +16,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "freqstore: %s\n", qPrintable(error));
         return 1;
     }
+    FreqStoreXml::CsvOptions::SetSpreadsheetSafe(true); // what operators export, they open in one
     Workstation workstation(options);
     workstation.GetWindow().show();
     const bool loaded = workstation.LoadFiles();

@@ -37,7 +37,7 @@ unsigned char separateString(QString text, QString* parts, unsigned char maxPart
 
 QString OneField(QString text) {
     // Looked at first without detaching: nearly all texts are fine.
-    const auto isControl = [](QChar c) { return c.unicode() < 0x20; };
+    const auto isControl = [](QChar c) { return c.unicode() < 0x20 || c.unicode() == 0x7F; };
     if (std::none_of(text.cbegin(), text.cend(), isControl))
         return text;
     for (QChar& c : text) {

@@ -1,10 +1,14 @@
 #include "host/freqstorexml/csvreader.h"
 
+#include "host/base/fileproblems.h"
+#include "host/base/textdecoder.h"
+#include "host/freqstorexml/csvheading.h"
+#include "host/freqstorexml/csvoptions.h"
 #include "host/freqstorexml/csvscanner.h"
 #include "host/report/irgobject.h"
 #include "host/report/textform.h"
 
-#include <algorithm>
+#include <optional>
 
 namespace FreqStoreXml {
 
@@ -16,55 +20,109 @@ QString ToText(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
-std::string_view Trimmed(std::string_view text) {
-    while (text.starts_with(' '))
+/// The bytes of a CSV file as UTF-8: the file's own, where it is that.
+class CsvInput {
+public:
+    CsvInput(QIODevice& device, const QString& name) : m_form(LookAtText(device)), m_device(&device) {
+        if (!m_form.refusal.isEmpty())
+            throw RGException(ErrorText(name, m_form.refusalLine, m_form.refusal));
+        if (m_form.encoding != TextEncoding::Utf8)
+            m_device = &m_converted.emplace(device, m_form.encoding);
+    }
+
+    QIODevice& Device() { return *m_device; }
+    void Tell(FileProblems& problems) const {
+        if (const QString remark = m_form.Remark(); !remark.isEmpty())
+            problems.ReportAlways(m_form.foreignLine, remark);
+        else if (m_converted)
+            problems.ReportAlways(1, QStringLiteral("is not UTF-8, and is read all the same"));
+    }
+
+private:
+    TextForm m_form;
+    QIODevice* m_device;
+    std::optional<Utf8Device> m_converted;
+};
+
+/// Takes away the apostrophe that stands before what would be a formula.
+std::string_view Unguarded(std::string_view text, const MemberPtr& member) {
+    if (std::holds_alternative<QString*>(member) && text.starts_with(CsvOptions::Guard))
         text.remove_prefix(1);
-    while (text.ends_with(' '))
-        text.remove_suffix(1);
     return text;
 }
 
-/// The layout's columns in the file's order, null where the layout does not know the heading.
-std::vector<const CsvColumn*> ReadHeading(CsvScanner& scanner, const CsvLayout& layout) {
-    if (!scanner.NextRow())
-        scanner.Fail(QStringLiteral("the file is empty"));
-    std::vector<const CsvColumn*> columns;
-    for (const std::string_view heading : scanner.Cells()) {
-        const CsvColumn* column = layout.Find(Trimmed(heading));
-        if (column && std::ranges::find(columns, column) != columns.end())
-            scanner.Fail(QStringLiteral("the column %1 is there twice").arg(ToText(column->name)));
-        columns.push_back(column);
-    }
-    if (std::ranges::all_of(columns, [](const CsvColumn* column) { return column == nullptr; }))
-        scanner.Fail(QStringLiteral("the first line names no column that is known"));
-    return columns;
-}
-
-void ReadRow(const CsvScanner& scanner, const std::vector<const CsvColumn*>& columns, IRGObject& record,
-             TextCache& cache) {
+void ReadRow(const CsvScanner& scanner, const CsvHeading& heading, IRGObject& record, TextCache& cache) {
     const auto& cells = scanner.Cells();
-    if (cells.size() > columns.size())
-        scanner.Fail(
-            QStringLiteral("there are %1 cells, but only %2 columns").arg(cells.size()).arg(columns.size()));
+    const auto& columns = heading.Columns();
     for (std::size_t i = 0; i < cells.size(); ++i) {
         if (!columns[i])
             continue;
-        if (const char* whatItIsNot = AssignMember(columns[i]->At(record), cells[i], cache))
+        const MemberPtr member = columns[i]->At(record);
+        const std::string_view text = heading.IsGuarded() ? Unguarded(cells[i], member) : cells[i];
+        if (const char* whatItIsNot = AssignMember(member, text, cache))
             scanner.Fail(ToText(columns[i]->name) + QStringLiteral(" \"") + ToText(cells[i].substr(0, 80)) +
                          QStringLiteral("\" is not ") + QString::fromLatin1(whatItIsNot));
     }
 }
 
+/// The frequency of the row at hand, if it has one.
+std::optional<double> FrequencyOf(const CsvScanner& scanner, const CsvHeading& heading) {
+    const auto& cells = scanner.Cells();
+    if (cells.size() > heading.Columns().size())
+        scanner.Fail(QStringLiteral("there are %1 cells, but only %2 columns")
+                         .arg(cells.size())
+                         .arg(heading.Columns().size()));
+    if (heading.FrequencyColumn() >= cells.size())
+        return std::nullopt;
+    return ParseNumber(cells[heading.FrequencyColumn()]);
+}
+
+bool IsCut(const CsvScanner& scanner, const CsvHeading& heading) {
+    return !scanner.RowEnds() && scanner.Cells().size() < heading.Columns().size();
+}
+
 } // namespace
 
 void ReadCsvRecords(QIODevice& device, const QString& name, const CsvLayout& layout, IObjectList& items) {
-    CsvScanner scanner(device, name);
+    CsvInput input(device, name);
+    CsvScanner scanner(input.Device(), name);
+    CsvHeading heading(scanner, layout);
+    FileProblems problems(name, "csvreader", 95);
+    input.Tell(problems);
     TextCache cache;
-    const std::vector<const CsvColumn*> columns = ReadHeading(scanner, layout);
     while (scanner.NextRow()) {
-        ReadRow(scanner, columns, items.Append(), cache);
+        if (const std::optional<double> frequency = FrequencyOf(scanner, heading)) {
+            heading.Note(*frequency, scanner);
+            if (!FileProblems::IsFrequency(*frequency))
+                problems.CheckFrequency(scanner.Line(), *frequency);
+        }
+        ReadRow(scanner, heading, items.Append(), cache);
+        if (IsCut(scanner, heading))
+            problems.ReportAlways(scanner.Line(), QStringLiteral("the last row has only %1 of %2 cells and "
+                                                                 "no line end; the file may be cut")
+                                                      .arg(scanner.Cells().size())
+                                                      .arg(heading.Columns().size()));
         items.Completed();
     }
+    heading.CheckFrequencies(name);
+}
+
+CsvLook LookAtCsv(QIODevice& device, const QString& name, const CsvLayout& layout) {
+    CsvInput input(device, name);
+    CsvScanner scanner(input.Device(), name);
+    CsvHeading heading(scanner, layout);
+    CsvLook look;
+    while (scanner.NextRow()) {
+        ++look.rows;
+        if (const std::optional<double> frequency = FrequencyOf(scanner, heading)) {
+            heading.Note(*frequency, scanner);
+            look.frequencies += *frequency > 0 ? 1 : 0;
+        }
+        if (IsCut(scanner, heading))
+            look.cutLine = scanner.Line();
+    }
+    heading.CheckFrequencies(name);
+    return look;
 }
 
 } // namespace FreqStoreXml

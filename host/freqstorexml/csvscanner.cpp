@@ -3,27 +3,25 @@
 #include "host/report/textform.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace FreqStoreXml {
 
 namespace {
 constexpr std::size_t MostCells = 1024;
-}
+constexpr char EndOfText = 0x1A;
+} // namespace
 
 CsvScanner::CsvScanner(QIODevice& device, const QString& name) : m_input(device, name) {}
 
 bool CsvScanner::NextRow() {
     m_input.Skip(m_rowSize);
     m_rowSize = 0;
-    if (!m_started) {
-        m_started = true;
-        if (m_input.Ensure(3) && m_input.Rest().starts_with("\xEF\xBB\xBF"))
-            m_input.Skip(3);
-        FindSeparator();
-    }
     while (m_input.Ensure(1)) {
         const std::string_view row = TakeRow();
         if (!row.empty()) {
+            if (!std::exchange(m_started, true))
+                FindSeparator(row);
             Split(row);
             return true;
         }
@@ -33,38 +31,46 @@ bool CsvScanner::NextRow() {
     return false;
 }
 
-void CsvScanner::FindSeparator() {
-    while (m_input.Rest().find('\n') == std::string_view::npos && m_input.More()) {
-    }
-    const std::string_view heading = m_input.Rest().substr(0, m_input.Rest().find('\n'));
+void CsvScanner::FindSeparator(std::string_view heading) {
     m_separator = std::ranges::count(heading, ';') > std::ranges::count(heading, ',') ? ';' : ',';
 }
 
-/// The row at hand without its line end. Line ends within quotes do not end it; since quotes within quotes
-/// are doubled, it ends at the first line end with an even number of quotes before it.
-std::string_view CsvScanner::TakeRow() {
-    std::size_t end = 0;
-    bool quoted = false;
-    for (std::size_t from = 0;; from = end + 1) {
-        end = m_input.Rest().find('\n', from);
-        while (end == std::string_view::npos) {
-            const std::size_t size = m_input.Rest().size();
-            end = m_input.More() ? m_input.Rest().find('\n', size) : size;
-        }
-        const std::string_view rest = m_input.Rest();
-        quoted ^= std::ranges::count(rest.substr(from, end - from), '"') % 2 != 0;
-        m_rowSize = std::min(end + 1, rest.size());
-        if (end == rest.size() && quoted)
-            Fail(QStringLiteral("a quoted cell does not end"));
-        if (quoted)
+/// Where the row ends whose bytes from an offset on are still to be looked at; the size of the rest when it
+/// has no end there. Line ends within quotes end no row; since quotes within quotes are doubled, an even
+/// number of quotes stands before its end.
+std::size_t CsvScanner::FindEnd(std::size_t from, bool& quoted) {
+    const std::string_view rest = m_input.Rest();
+    for (; from < rest.size(); ++from) {
+        if (rest[from] > '"') // most are, and need one look only
             continue;
-        std::string_view row = rest.substr(0, end);
-        if (row.ends_with('\r'))
-            row.remove_suffix(1);
-        if (row.find('\0') != std::string_view::npos || !REPORTGENERATOR::IsUtf8(row))
-            Fail(QStringLiteral("this is not UTF-8 text"));
-        return row;
+        if (rest[from] == '"')
+            quoted = !quoted;
+        else if (!quoted && (rest[from] == '\n' || rest[from] == '\r'))
+            break;
     }
+    return from;
+}
+
+/// The row at hand without its line end, and without the Ctrl-Z that old systems put at the end of a file.
+std::string_view CsvScanner::TakeRow() {
+    bool quoted = false;
+    std::size_t end = FindEnd(0, quoted);
+    while (end == m_input.Rest().size() && m_input.More())
+        end = FindEnd(end, quoted);
+    m_rowEnds = end < m_input.Rest().size();
+    if (!m_rowEnds && quoted)
+        Fail(QStringLiteral("a quoted cell does not end"));
+    m_rowSize = end;
+    if (m_rowEnds)
+        m_rowSize += m_input.Ensure(end + 2) && m_input.Rest().substr(end).starts_with("\r\n") ? 2 : 1;
+    std::string_view row = m_input.Rest().substr(0, end);
+    if (!m_rowEnds && row.ends_with(EndOfText)) {
+        row = row.substr(0, row.find_last_not_of(EndOfText) + 1);
+        m_rowEnds = true;
+    }
+    if (!REPORTGENERATOR::IsUtf8(row))
+        Fail(QStringLiteral("this is not UTF-8 text"));
+    return row;
 }
 
 void CsvScanner::Split(std::string_view row) {

@@ -11,8 +11,8 @@
 
 namespace FreqStoreXml {
 
-/// Takes a CSV file (RFC 4180, UTF-8, lines ending with LF or CRLF) apart into rows of cells. The first row
-/// tells the separator: ";" when it has more of them than of ",". Empty lines are passed over.
+/// Takes a CSV file (RFC 4180, UTF-8, lines ending with LF, CR or both) apart into rows of cells. The first
+/// row tells the separator: ";" when it has more of them than of ",". Empty lines are passed over.
 class CsvScanner {
 public:
     /// Reads from the caller's device; `name` stands for it in error texts.
@@ -22,18 +22,24 @@ public:
     bool NextRow();
     /// The cells of the row in UTF-8, without quotes; valid until the next call of NextRow().
     const std::vector<std::string_view>& Cells() const { return m_cells; }
+    /// Whether a line end follows the row: only the last one may lack it.
+    bool RowEnds() const { return m_rowEnds; }
+    /// The line on which the row begins.
+    qint64 Line() const { return m_input.Line(); }
     /// Throws RGException that names the line on which the row begins.
     [[noreturn]] void Fail(const QString& reason) const { m_input.Fail(reason); }
 
 private:
-    void FindSeparator();
+    void FindSeparator(std::string_view heading);
+    std::size_t FindEnd(std::size_t from, bool& quoted);
     std::string_view TakeRow();
     void Split(std::string_view row);
     std::size_t SplitQuoted(std::string_view row, std::size_t at);
 
     REPORTGENERATOR::ByteInput m_input;
     char m_separator = ',';
-    bool m_started = false;
+    bool m_started = false; ///< the separator is known
+    bool m_rowEnds = true;
     std::size_t m_rowSize = 0; ///< of the current row with its line end; skipped by the next call
     std::vector<std::string_view> m_cells;
     std::deque<std::string> m_unquoted; ///< owns the cells that hold doubled quotes

@@ -1,7 +1,11 @@
 #include "host/freqstorexml/filehandling.h"
 
+#include "host/freqstorexml/csvreader.h"
 #include "host/freqstorexml/liststreams.h"
+#include "host/report/byteinput.h"
 #include "host/report/recordreader.h"
+
+#include <QFile>
 
 #include <utility>
 
@@ -15,6 +19,17 @@ bool FileHandling::IsValidFormat(const QString& fileName) const {
 bool FileHandling::IsDetectionResults(const QString& fileName) const {
     DetectionResultList head;
     return REPORTGENERATOR::HasRoot(fileName, head);
+}
+
+QString FileHandling::WhyNotReadable(const QString& csvFileName) {
+    try {
+        QFile file(csvFileName);
+        REPORTGENERATOR::OpenForReading(file);
+        LookAtCsv(file, csvFileName, CsvLayout::Of(FrequencyStoreListHelper::XmlList));
+        return QString();
+    } catch (const RGException& exception) {
+        return exception.GetErrorText();
+    }
 }
 
 void FileHandling::ImportFrequencyStoreList(bool csv, const QString& fileName, FrequencyStoreList& list,

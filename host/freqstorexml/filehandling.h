@@ -21,6 +21,11 @@ public:
     /// The same for a list of detection results.
     bool IsDetectionResults(const QString& fileName) const;
 
+    /// Why a CSV file cannot be read as a list of frequencies, as far as its heading, its rows and its
+    /// frequencies tell; empty when it can. For callers that give up their list before they read: a table of
+    /// another program is refused before it costs them anything. Never throws.
+    static QString WhyNotReadable(const QString& csvFileName);
+
     /// Replaces the list by the file's content. Entries of a CSV file carry the columns of `type`, and the
     /// list's usage becomes that of `type`; for XML files it is what the file says.
     void

@@ -1,5 +1,6 @@
 #include "host/freqstorexml/liststreams.h"
 
+#include "host/base/fileproblems.h"
 #include "host/freqstorexml/csvreader.h"
 #include "host/freqstorexml/passinglist.h"
 #include "host/freqstorexml/recordlistwriter.h"
@@ -104,6 +105,26 @@ void DetectionResultListWriter::Commit() {
     d->Commit();
 }
 
+namespace {
+
+/// Tells frequencies of an XML file that cannot be, by the number of their entry.
+class FrequencyCheck {
+public:
+    explicit FrequencyCheck(const QString& fileName) : m_problems(fileName, "liststreams", 101) {}
+
+    void Take(const Frequency& frequency) {
+        ++m_number;
+        if (!FileProblems::IsFrequency(frequency.GetValue()))
+            m_problems.CheckFrequency(0, frequency.GetValue(), QStringLiteral("entry %1: ").arg(m_number));
+    }
+
+private:
+    FileProblems m_problems;
+    qint64 m_number = 0;
+};
+
+} // namespace
+
 void ReadXml(const QString& fileName, const EntryCallback& callback, FrequencyStoreList::Usage* usage) {
     QFile file(fileName);
     REPORTGENERATOR::OpenForReading(file);
@@ -120,7 +141,9 @@ void ReadCsv(const QString& fileName, FrequencyStoreListHelper::ListType type,
 void ReadXml(QIODevice& device, const QString& name, const EntryCallback& callback,
              FrequencyStoreList::Usage* usage) {
     FrequencyStoreList head;
+    FrequencyCheck check(name);
     const EntryCallback passOn = [&](FrequencyStoreEntry& entry) {
+        check.Take(entry.GetFFM_Settings().GetFrequency());
         if (usage)
             *usage = head.GetUsage();
         callback(entry);
@@ -138,11 +161,18 @@ void ReadCsv(QIODevice& device, const QString& name, FrequencyStoreListHelper::L
 }
 
 void ReadDetectionResults(const QString& fileName, bool csv, const ResultCallback& callback) {
-    PassingList<DetectionResult> results(callback);
     QFile file(fileName);
     REPORTGENERATOR::OpenForReading(file);
-    if (csv)
+    if (csv) {
+        PassingList<DetectionResult> results(callback);
         return ReadCsvRecords(file, fileName, CsvLayout::OfDetectionResults(), results);
+    }
+    FrequencyCheck check(fileName);
+    const ResultCallback passOn = [&](DetectionResult& result) {
+        check.Take(result.GetFrequency());
+        callback(result);
+    };
+    PassingList<DetectionResult> results(passOn);
     DetectionResultList head;
     REPORTGENERATOR::ReadDocument(file, fileName, head, &results);
 }

@@ -1,5 +1,6 @@
 #include "host/freqstorexml/recordlistwriter.h"
 
+#include "host/freqstorexml/csvoptions.h"
 #include "host/report/irgobject.h"
 #include "host/report/outputfile.h"
 #include "host/report/textform.h"
@@ -23,12 +24,13 @@ bool NeedsQuotes(QStringView text) {
     return std::ranges::any_of(text, special) || blank(text.front()) || blank(text.back());
 }
 
-void AppendCell(std::string& out, const MemberPtr& value) {
+void AppendCell(std::string& out, const MemberPtr& value, bool guarded) {
     if (!IsSet(value))
         return;
     auto* const* text = std::get_if<QString*>(&value);
     const bool quotes = text && NeedsQuotes(**text);
     out.append(quotes ? 1 : 0, '"');
+    out.append(guarded && text && CsvOptions::NeedsGuard(**text) ? 1 : 0, CsvOptions::Guard);
     AppendMember(out, value, CsvEscapes);
     out.append(quotes ? 1 : 0, '"');
 }
@@ -36,7 +38,7 @@ void AppendCell(std::string& out, const MemberPtr& value) {
 } // namespace
 
 RecordListWriter::RecordListWriter(QIODevice& device, const QString& name, const CsvLayout* layout)
-    : m_device(device), m_name(name), m_layout(layout) {}
+    : m_device(device), m_name(name), m_layout(layout), m_isGuarded(CsvOptions::IsSpreadsheetSafe()) {}
 
 void RecordListWriter::Begin(const IRGObject& head) {
     if (!m_layout)
@@ -46,6 +48,8 @@ void RecordListWriter::Begin(const IRGObject& head) {
             m_buffer += ',';
         m_buffer += column.name;
     }
+    if (m_isGuarded)
+        m_buffer.append(1, ',').append(CsvOptions::SafeMark);
     m_buffer += "\r\n";
 }
 
@@ -62,8 +66,9 @@ void RecordListWriter::AppendRow(IRGObject& record) {
     for (const CsvColumn& column : m_layout->columns) {
         if (&column != &m_layout->columns.front())
             m_buffer += ',';
-        AppendCell(m_buffer, column.At(record));
+        AppendCell(m_buffer, column.At(record), m_isGuarded);
     }
+    m_buffer.append(m_isGuarded ? 1 : 0, ',');
     m_buffer += "\r\n";
 }
 

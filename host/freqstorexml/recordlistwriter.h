@@ -28,6 +28,7 @@ private:
     QIODevice& m_device;
     const QString m_name;
     const CsvLayout* const m_layout;
+    const bool m_isGuarded; ///< CSV for spreadsheets, see CsvOptions
     std::string m_buffer;
 };
 

@@ -10,6 +10,14 @@ namespace REPORTGENERATOR {
 namespace {
 constexpr qsizetype ChunkSize = 256 * 1024;
 constexpr qsizetype LargestPiece = 16 * 1024 * 1024;
+
+/// Number of the line ends, LF, CR or both, that begin before `end`; what is known goes on until `last`.
+qint64 CountLineEnds(const char* begin, const char* end, const char* last) {
+    qint64 count = std::count(begin, end, '\n');
+    for (const char* at = std::find(begin, end, '\r'); at != end; at = std::find(at + 1, end, '\r'))
+        count += at + 1 == last || at[1] != '\n' ? 1 : 0;
+    return count;
+}
 } // namespace
 
 QString ErrorText(const QString& name, qint64 line, const QString& reason) {
@@ -39,7 +47,7 @@ std::string_view ByteInput::Rest() const {
 bool ByteInput::More() {
     char* data = m_buffer.data();
     if (m_begin > 0) {
-        m_linesBeforeBuffer += std::count(data, data + m_begin, '\n');
+        m_linesBeforeBuffer += CountLineEnds(data, data + m_begin, data + m_end);
         std::copy(data + m_begin, data + m_end, data);
         m_end -= m_begin;
         m_begin = 0;
@@ -65,7 +73,8 @@ bool ByteInput::Ensure(std::size_t count) {
 }
 
 qint64 ByteInput::Line() const {
-    return 1 + m_linesBeforeBuffer + std::count(m_buffer.constData(), m_buffer.constData() + m_begin, '\n');
+    const char* data = m_buffer.constData();
+    return 1 + m_linesBeforeBuffer + CountLineEnds(data, data + m_begin, data + m_end);
 }
 
 void ByteInput::Fail(const QString& reason) const {

@@ -1,5 +1,6 @@
 #include "host/report/textform.h"
 
+#include "host/base/textdecoder.h"
 #include "host/report/irgobject.h"
 
 #include <charconv>
@@ -194,28 +195,7 @@ std::optional<Timestamp> ParseTime(std::string_view text) {
 }
 
 bool IsUtf8(std::string_view bytes) {
-    for (std::size_t i = 0; i < bytes.size();) {
-        const auto lead = static_cast<unsigned char>(bytes[i]);
-        if (lead < 0x80) {
-            ++i;
-            continue;
-        }
-        const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-        if (lead < 0xC2 || lead > 0xF4 || bytes.size() - i < length)
-            return false;
-        char32_t codePoint = lead & (0x7Fu >> length);
-        for (std::size_t k = 1; k < length; ++k) {
-            const auto next = static_cast<unsigned char>(bytes[i + k]);
-            if ((next & 0xC0) != 0x80)
-                return false;
-            codePoint = codePoint << 6 | (next & 0x3F);
-        }
-        constexpr std::array<char32_t, 5> Least{0, 0, 0x80, 0x800, 0x10000};
-        if (codePoint < Least[length] || codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint < 0xE000))
-            return false;
-        i += length;
-    }
-    return true;
+    return Utf8Length(bytes) == bytes.size();
 }
 
 void AppendUtf8(std::string& out, char32_t codePoint) {

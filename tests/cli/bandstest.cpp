@@ -64,11 +64,14 @@ TEST_F(BandsTest, WrongCommandLinesAndBadFilesAreTold) {
         QByteArray bytes;
         const char* problem;
         const char* bands;
+        int problems = 1;
     } const rows[] = {
         {"number.noi", "7055000\ta\t0\nabc\tb\t1\n", "number.noi:2: \"abc\" is no frequency",
-         "7055000,7055000;0,0;\n"},
+         "7055000,7055000;0,0;\n", 2},
+        {"zero.noi", "0\ta\t5\n", "zero.noi: entries without a frequency above 0", "0,0;\n"},
+        {"edge.noi", "10\ta\t100\n", "edge.noi: bands that begin below 0 Hz: 1", "-40,60;\n"},
         {"nul.noi", QByteArray("12\t\0", 4), "nul.noi:1: is no text file", ""},
-        {"bytes.noi", "12\ta\n13\t\xc3\x28\n", "bytes.noi:2: is not well encoded", ""},
+        {"bytes.noi", "12\ta\n13\t\xc3\x28\n", "bytes.noi:2: is not UTF-8", "12,12;13,13;\n"},
         {"cut.xml", "<FrequencyStoreList><FrequencyStoreEntry>", "cut.xml:1: the file ends", ""},
         {"root.xml", "<Foo/>", "root.xml: is no list and holds no profiles", ""},
         {"cell.csv", "Frequency\n1\nx\n", "cell.csv:3: Frequency \"x\"", ""},
@@ -80,7 +83,7 @@ TEST_F(BandsTest, WrongCommandLinesAndBadFilesAreTold) {
         EXPECT_EQ(result.exitCode, ExitFile) << row.name;
         EXPECT_EQ(result.out, row.bands) << row.name;
         EXPECT_NE(result.err.find(row.problem), std::string::npos) << result.err;
-        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), row.problems) << result.err;
         EXPECT_EQ(Read(path), row.bytes);
     }
     EXPECT_EQ(Cli({Q("bands"), Q("missing.noi")}).exitCode, ExitFile);

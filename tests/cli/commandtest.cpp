@@ -62,7 +62,11 @@ TEST_F(CommandTest, BadFilesAreToldWithFileLineAndReason) {
          "35 entries"},
         {"third.ltl", "7055000\t3000\n8000000\t3000\n@@@\n9000000\t2000\n",
          ":3: \"@@@\" is no frequency; 0 is taken", "4 entries"},
-        {"bytes.ltl", "7055000\t3000\n8000000\t3000\tbad \xc3\x28\n", ":2: is not well encoded text",
+        {"bytes.ltl", "7055000\t3000\n8000000\t3000\tbad \xc3\x28\n",
+         ":2: is not UTF-8 from here on; all is read as Windows-1252", "2 entries"},
+        {"cut.ltl", "7055000\t3000\r118450000", ":2: the last line has no line end; the file may be cut",
+         "2 entries"},
+        {"foreign.csv", "Name,Frequency,Duplex\nA,121.500000,\n", ":1: this is a table of CHIRP",
          "no entries"},
         {"nul.sfl", QByteArray("7055000\t\0x\n", 11), ":1: is no text file", "no entries"},
         {"long.ltl", longLine, ":1: line is too long; its end is ignored", "2 entries"},
@@ -91,6 +95,17 @@ TEST_F(CommandTest, BadFilesAreToldWithFileLineAndReason) {
         EXPECT_EQ(Read(out) == "old", !partly) << row.name << ": nothing replaces a file by an unread one";
         EXPECT_EQ(Read(path), row.bytes) << row.name;
     }
+}
+
+TEST_F(CommandTest, TablesForSpreadsheetsAreReadAsAllOthers) {
+    const QString lines = Write(Q("a.ltl"), "7055000\t3000\t=1+1\tUSB\n8000000\t10\t'a\tAM\n");
+    const QString safe = Path(Q("safe.csv"));
+    EXPECT_EQ(Cli({Q("convert"), Q("--spreadsheet-safe"), lines, safe}).exitCode, ExitDone);
+    EXPECT_TRUE(Read(safe).contains(",'=1+1,") && Read(safe).contains(",''a,"));
+    EXPECT_EQ(Cli({Q("check"), safe}).exitCode, ExitDone);
+    const QString plain = Path(Q("plain.csv"));
+    EXPECT_EQ(Cli({Q("convert"), safe, plain}).exitCode, ExitDone);
+    EXPECT_TRUE(Read(plain).contains(",=1+1,") && Read(plain).contains(",'a,"));
 }
 
 TEST_F(CommandTest, WhatIsNoFileIsNeitherReadNorWritten) {

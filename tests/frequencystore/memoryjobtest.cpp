@@ -251,7 +251,6 @@ TEST_F(MemoryJobTest, BadFilesAreToldAndChangeNothing) {
         {"a.ltl", "7055000\t3000\n", ": is of no known kind of file"},
         {"root.xml", "<JOB/>", ":1: "},
         {"cut.xml", "<FrequencyStoreList Version=\"1\">\n<FrequencyStoreEntry>", ":2: "},
-        {"bytes.sfl", "7055000\tbad \xc3\x28\n", ":1: is not well encoded text"},
         {"nul.sfl", QByteArray("7\0x\n", 4), ":1: is no text file"},
         {"cut.pij", "<JOB>\n<SUBJOB>", ":2: Premature end of document."},
         {"crossed.pij", "<JOB>\n<SUBJOB>\n</JOB></SUBJOB>", ":3: Opening and ending tag mismatch."},

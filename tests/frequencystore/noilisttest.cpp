@@ -156,11 +156,11 @@ TEST_F(NoiListTest, LinesAreReadWithWhatTheyLackFromTheLineBefore) {
     Traces traces;
     const QString path =
         Write(Q("list.noi"), "7055000\tone\t3000\trest\n\nx\n8000000\n12\ttwo\n"
-                             "9000000\t\t\t\n  14e6 \t4\t1e3\t\t\t\nabc\tbad\t5\r\n77\t\tzz");
+                             "9000000\t\t\t\n  14e6 \t4\t1e3\t\t\t\nabc\tbad\t5\r\n77\t\tzz\n");
     EXPECT_TRUE(handler.ParseNOIFile(path));
     EXPECT_EQ(Entries(), (QStringList{"7055000|3000|one", "8000000|3000|one", "12|3000|two", "9000000|0|",
                                       "14000000|1000|4", "0|0|0", "77|0|"}));
-    ASSERT_EQ(traces.problems.size(), 3) << traces.problems.join(QLatin1Char('\n')).toStdString();
+    ASSERT_EQ(traces.problems.size(), 5) << traces.problems.join(QLatin1Char('\n')).toStdString();
     EXPECT_EQ(traces.problems[1], path + Q(":8: \"abc\" is no frequency; 0 is taken"));
     EXPECT_TRUE(handler.ParseNOIFile(Write(Q("first.noi"), "12\n")));
     EXPECT_EQ(Entries(), QStringList{"12|0|"});
@@ -335,6 +335,9 @@ TEST_F(NoiListTest, WhatCouldNotBeReadIsNeverOverwrittenUnasked) {
     } const rows[] = {
         {"list.noi", QByteArray("7055000\t\0", 9), nullptr, nullptr},
         {"list.noi", "7055000\ta\t1\n@@@ to be looked up\tb\t1\n", nullptr, nullptr},
+        {"list.noi", "7055000\ta\t1\n118450000", nullptr, nullptr},
+        {"list.noi", "7055000\ta\t1\n118450000\t\xE4\t1\n", nullptr, nullptr},
+        {"list.xml", QByteArray(TwoXml).replace("0.5", "-5"), nullptr, nullptr},
         {"list.xml", QByteArray(TwoXml).left(300), nullptr, nullptr},
         {"NoiFrequencies.xml", QByteArray(TwoXml).left(300), nullptr, nullptr},
         {"list.xml", "<Foo/>", nullptr, nullptr},
@@ -390,6 +393,49 @@ TEST_F(NoiListTest, WhatCouldNotBeReadIsNeverOverwrittenUnasked) {
     EXPECT_EQ(NOIFrequencyHandler::Instance()->GetCurrentFileName(), Path(Q("list.noi.xml")));
     End();
     EXPECT_EQ(Remembered(), Q("NoiFrequencies.xml")) << "what is named XML and is none is left alone, too";
+}
+
+TEST_F(NoiListTest, AFileOfCarriageReturnsIsKeptWhole) {
+    Write(Q("list.noi"), "7055000\ta\t10\r8000000\tb\t10\r9000000\tc\t10\r");
+    Start(Q("list.noi"));
+    EXPECT_EQ(Entries().size(), 3);
+    End();
+    Start(Remembered());
+    EXPECT_EQ(Remembered(), Q("list.noi"));
+    EXPECT_EQ(Entries(), (QStringList{"7055000|10|a", "8000000|10|b", "9000000|10|c"}));
+}
+
+TEST_F(NoiListTest, WhatAFileMakesOfTheBandsIsTold) {
+    const QString withoutFrequency =
+        Q("entries without a frequency above 0 have the values of a new entry: %1, the first is number %2");
+    const QString belowZero = Q("bands that begin below 0 Hz: %1, the first is number %2");
+    const QString lines = Write(Q("a.noi"), "7055000\ta\t10\n0\tb\t10\n10\tc\t100\n20\td\t100\n");
+    const QString csv = Write(Q("a.csv"), "Frequency,Bandwidth\n10,100\n,5\n");
+    const QString xml = Write(Q("a.xml"), QByteArray(TwoXml).replace("0.5", "0"));
+    const std::pair<QString, QStringList> rows[] = {
+        {lines, {withoutFrequency.arg(1).arg(2), belowZero.arg(2).arg(3)}},
+        {csv, {withoutFrequency.arg(1).arg(2), belowZero.arg(1).arg(1)}},
+        {xml, {withoutFrequency.arg(1).arg(2)}},
+    };
+    NOIFrequencyHandler& handler = Start();
+    for (const auto& [path, reasons] : rows) {
+        QStringList told;
+        for (const QString& reason : reasons)
+            told << path + Q(": ") + reason;
+        Traces traces;
+        EXPECT_TRUE(handler.ReadFile(path));
+        EXPECT_EQ(traces.problems, told);
+        handler.InsertNewValue(1, 1000, QString());
+        handler.UpdateNOIList();
+        EXPECT_EQ(traces.problems, told) << "only of a file, and once";
+    }
+    EXPECT_EQ(Bands(), Q("7053500,7056500;0,0;-499,501;"));
+    const QStringList before = Entries();
+    Traces traces;
+    EXPECT_FALSE(handler.ReadFile(Write(Q("foreign.csv"), "Name,Frequency,Duplex\nA,121.500000,\n")));
+    EXPECT_EQ(traces.problems.size(), 1);
+    EXPECT_EQ(Entries(), before) << "a table of another program costs nothing";
+    EXPECT_FALSE(handler.IsWaitingForFile());
 }
 
 TEST_F(NoiListTest, DialogsSaveAndExport) {

@@ -54,7 +54,45 @@ const LinesRow LinesRows[] = {
      "7\t8\tc\tAM\tp\th\t2\t8\t9\t10\t11\t12\t13\t14\t15\t16\t17\n",
      {Q("7|8|c|AM|2|h||||")},
      {}},
-    {"no-final-newline.ltl", "7\t8\tc", {Q("7|8|c||1|not classified||||")}, {}},
+    {"no-final-newline.ltl",
+     "9\t1\n118450000",
+     {Q("9|1|||1|not classified||||"), Q("118450000|1|||1|not classified||||")},
+     {Q(":2: the last line has no line end; the file may be cut")}},
+    {"returns.ltl",
+     "7\t8\tc\r9\t1\td\r",
+     {Q("7|8|c||1|not classified||||"), Q("9|1|d||1|not classified||||")},
+     {}},
+    {"all-line-ends.ltl",
+     "7\t8\ta\r9\t1\tb\r\n\n10\t2\tc\n\r\r\nx\t3\td\r\n",
+     {Q("7|8|a||1|not classified||||"), Q("9|1|b||1|not classified||||"), Q("10|2|c||1|not classified||||"),
+      Q("0|3|d||1|not classified||||")},
+     {Q(":7: \"x\" is no frequency; 0 is taken")}},
+    {"control-z.ltl", "7\t8\tc\r\n\x1A", {Q("7|8|c||1|not classified||||")}, {}},
+    {"control-z-ends-the-line.ltl", "7\t8\tc\x1A\x1A", {Q("7|8|c||1|not classified||||")}, {}},
+    {"control-characters.ltl",
+     "7\t8\ta\x01\x1A"
+     "b\x7F\n9\t1\tc\f\n",
+     {Q("7|8|ab||1|not classified||||"), Q("9|1|c\f||1|not classified||||")},
+     {Q(":1: control characters are left out")}},
+    {"windows.ltl",
+     "7\t8\tc\r\n9\t1\t\xC4rger \x80\r\n",
+     {Q("7|8|c||1|not classified||||"), Q("9|1|Ärger €||1|not classified||||")},
+     {Q(":2: is not UTF-8 from here on; all is read as Windows-1252")}},
+    {"marked-twice.ltl",
+     "\xEF\xBB\xBF\xEF\xBB\xBF"
+     "7\t8\tc\n",
+     {Q("7|8|c||1|not classified||||")},
+     {}},
+    {"marked-noise.ltl",
+     "\xEF\xBB\xBF"
+     "7\t8\t\x01\x02\x03\x04\x05\x06\x07\x08\x0E\x0F\n",
+     {Q("7|8|||1|not classified||||")},
+     {Q(":1: control characters are left out")}},
+    {"impossible.ltl",
+     "-5\t8\tc\n1e12\t1\td\n1.5e12\n",
+     {Q("-5|8|c||1|not classified||||"), Q("1000000000000|1|d||1|not classified||||"),
+      Q("1500000000000|1|d||1|not classified||||")},
+     {Q(":1: the frequency -5 is below 0 Hz"), Q(":3: the frequency 1500000000000 is above 1 THz")}},
     {"blanks-around-numbers.ltl", " 7 \t 8.5 \tc\n", {Q("7|8.5|c||1|not classified||||")}, {}},
     {"exponents.ltl", "7.055e6\t2.7E3\n", {Q("7055000|2700|||1|not classified||||")}, {}},
     {"bad-numbers.ltl",
@@ -90,13 +128,22 @@ TEST_F(ReaderTest, LinesBecomeTargets) {
     }
 }
 
-TEST_F(ReaderTest, EncodingsAreKnownByTheirMark) {
+TEST_F(ReaderTest, EncodingsAreKnownByTheirMarkOrTheirZeros) {
     const QString text = Q("7055000\t2700\tÄrger €😀\tUSB\r\n12\n");
     const QStringList expected{Q("7055000|2700|Ärger €😀|USB|1|not classified||||"),
                                Q("12|2700|Ärger €😀|USB|1|not classified||||")};
-    for (const auto encoding : {QStringConverter::Utf8, QStringConverter::Utf16LE, QStringConverter::Utf16BE,
-                                QStringConverter::Utf32LE}) {
-        QStringEncoder encoder(encoding, QStringConverter::Flag::WriteBom);
+    using enum QStringConverter::Encoding;
+    using Flag = QStringConverter::Flag;
+    for (const auto& [encoding, flag] :
+         std::initializer_list<std::pair<QStringConverter::Encoding, Flag>>{{Utf8, Flag::WriteBom},
+                                                                            {Utf16LE, Flag::WriteBom},
+                                                                            {Utf16BE, Flag::WriteBom},
+                                                                            {Utf32LE, Flag::WriteBom},
+                                                                            {Utf32BE, Flag::WriteBom},
+                                                                            {Utf8, Flag::Default},
+                                                                            {Utf16LE, Flag::Default},
+                                                                            {Utf16BE, Flag::Default}}) {
+        QStringEncoder encoder(encoding, flag);
         const QByteArray bytes = encoder.encode(text);
         Traces traces;
         EXPECT_TRUE(Parse(Write(Q("marked.ltl"), bytes)));
@@ -116,6 +163,42 @@ TEST_F(ReaderTest, FilesLargerThanOneChunkReadTheSame) {
     ASSERT_EQ(targets.size(), Lines);
     for (const int i : {0, 13000, 13107, 26214, Lines - 1})
         EXPECT_EQ(targets[i], Q("%1|100|ñ%1||1|not classified||||").arg(i + 10));
+}
+
+TEST_F(ReaderTest, WhatComesLateInAFileCountsAsWhatComesEarly) {
+    constexpr int Chunk = 512 * 1024;
+    const QByteArray first = "7\t8\t\xC3\xA4\n";
+    const QByteArray filler = QByteArray("9\t1\tx\n").repeated(Chunk / 6);
+    const auto targetsOf = [&](const QByteArray& bytes, const QStringList& problems) {
+        Traces traces;
+        const QString path = Write(Q("late.ltl"), bytes);
+        EXPECT_TRUE(Parse(path));
+        QStringList told;
+        for (const QString& problem : problems)
+            told << path + problem;
+        EXPECT_EQ(traces.problems, told);
+        return Targets();
+    };
+    const int line = Chunk / 6 + 2;
+    EXPECT_EQ(targetsOf(first + filler + "5\t6\t\xE4\n",
+                        {Q(":%1: is not UTF-8 from here on; all is read as Windows-1252").arg(line)})
+                  .first(),
+              Q("7|8|Ã¤||1|not classified||||"));
+    EXPECT_EQ(
+        targetsOf(first + filler + "5\t6\ta\x02\n", {Q(":%1: control characters are left out").arg(line)})
+            .last(),
+        Q("5|6|a||1|not classified||||"));
+    // Both halves of a line end, and of a character, at a chunk's edge.
+    for (const QByteArray& edge : {QByteArray("\r\n"), QByteArray("\xC3\xA4\n")}) {
+        QByteArray bytes = first + filler;
+        bytes += "8\t2\t" + QByteArray(2 * Chunk - 1 - bytes.size() - 4, 'y') + edge + "5\t6\tz\r";
+        ASSERT_EQ(bytes[2 * Chunk - 1], edge[0]);
+        EXPECT_EQ(targetsOf(bytes, {}).size(), Chunk / 6 + 3) << edge.toHex().toStdString();
+        EXPECT_EQ(Targets().first(), Q("7|8|ä||1|not classified||||"));
+    }
+    Traces traces;
+    EXPECT_FALSE(Parse(Write(Q("late.ltl"), first + filler + QByteArray(1, '\0'))));
+    EXPECT_FALSE(traces.texts.contains(Q("File cannot be opened: ") + Path(Q("late.ltl")))) << "it could be";
 }
 
 TEST_F(ReaderTest, ATruncatedCharacterAtTheEndIsTold) {
@@ -169,7 +252,9 @@ TEST_F(ReaderTest, WhatCannotBeReadIsToldAndLeavesTheList) {
     Write(Q("garbage.sfl"), QByteArray("\x7f"
                                        "ELF\x02\x01\x01\x00\x00\x90\x85\xff\xfe\x00",
                                        14));
-    Write(Q("latin1.ltl"), "7\t8\t\xe4rger\n");
+    Write(Q("picture.ltl"), QByteArray("\x89PNG\r\n\x1A\n\0\0\0\rIHDR", 16));
+    Write(Q("noise.ltl"), QByteArray("\x01\x02\x03\x04 7\n").repeated(9));
+    Write(Q("foreign.csv"), "Name,Frequency,Duplex\nA,121.500000,\n");
     Write(Q("cut.xml"), "<?xml version=\"1.0\"?>\n<FrequencyStoreList Version=\"1\"><FrequencyStoreEntry>\n");
     Write(Q("root.xml"), "<Other/>");
     Write(Q("version.xml"), "<FrequencyStoreList Version=\"2\"/>");
@@ -193,7 +278,9 @@ TEST_F(ReaderTest, WhatCannotBeReadIsToldAndLeavesTheList) {
                         {"zero.txt", "no regular file"},
                         {"nul.ltl", "no text file"},
                         {"garbage.sfl", ""},
-                        {"latin1.ltl", "not well encoded"},
+                        {"picture.ltl", "no text file"},
+                        {"noise.ltl", "no text file"},
+                        {"foreign.csv", "CHIRP"},
                         {"cut.xml", ":"},
                         {"root.xml", "Other"},
                         {"version.xml", "ersion"},
@@ -291,6 +378,7 @@ struct ProfileRow {
     const char* what;
     QByteArray content; ///< of the root
     QStringList targets;
+    QStringList problems = {}; ///< behind the path of the file
 };
 
 const ProfileRow ProfileRows[] = {
@@ -333,6 +421,10 @@ const ProfileRow ProfileRows[] = {
     {"other elements may stand between",
      Profile(Object("A", "2") + "<X/>" + Set("1", "2") + "<!-- c --><Y/>" + Object("B", "1") + Set("3", "4")),
      {Q("1|2|B|AM|1|T|P1|name|class|undefined"), Q("3|4|B|AM|1|T|P1|name|class|undefined")}},
+    {"an impossible frequency is told and kept",
+     Profile("\n" + Set("-1", "2")),
+     {Q("-1|2||AM|11||P1|name|class|undefined")},
+     {Q(":2: the frequency -1 is below 0 Hz")}},
     {"profiles are found at any depth",
      "<A><B>" + Profile(Set("1", "2")) + "</B></A>",
      {Q("1|2||AM|11||P1|name|class|undefined")}},
@@ -342,9 +434,13 @@ TEST_F(ReaderTest, ProfileTablesBecomeTargets) {
     for (const ProfileRow& row : ProfileRows) {
         Traces traces;
         const QByteArray bytes = "<?xml version=\"1.0\" encoding=\"UTF-8\"?><ROOT>" + row.content + "</ROOT>";
-        EXPECT_TRUE(m_parser->ParseProfileTable(Write(Q("profiles.xml"), bytes))) << row.what;
+        const QString path = Write(Q("profiles.xml"), bytes);
+        EXPECT_TRUE(m_parser->ParseProfileTable(path)) << row.what;
         EXPECT_EQ(Targets(), row.targets) << row.what << Targets().join(QLatin1Char('\n')).toStdString();
-        EXPECT_EQ(traces.problems, QStringList()) << row.what;
+        QStringList problems;
+        for (const QString& problem : row.problems)
+            problems << path + problem;
+        EXPECT_EQ(traces.problems, problems) << row.what;
         EXPECT_EQ(traces.texts.value(0), QString::fromUtf8(bytes)) << "the whole text is traced";
         EXPECT_EQ(traces.places.value(0), Q("listviewshandler:608"));
         EXPECT_FALSE(Controller().IsSuspended());

@@ -3,14 +3,22 @@
 #include "controls/frequencystore/listviewshandler/linefields.h"
 #include "host/freqstorexml/frequencystorelist.h"
 
+namespace {
+
+constexpr char TraceSource[] = "listviewshandler";
+
+} // namespace
+
 bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout, bool* sound) {
     constexpr unsigned short RefusalLine = 897;
     QFile file(path);
     if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
         return TellRefusal(RefusalLine, {path, 0, refusal});
     LineReader reader(file, path);
-    if (const std::optional<Problem> refusal = reader.RefuseContent())
-        return TellRefusal(RefusalLine, *refusal);
+    if (const std::optional<Problem> refusal = reader.RefuseContent()) {
+        Problems::Report(TraceSource, RefusalLine, *refusal);
+        return false;
+    }
     Prepare4NewFile();
     LineFields fields(reader, layout);
     QStringView line;
@@ -18,6 +26,7 @@ bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout,
         if (line.size() < 2)
             continue;
         fields.Take(line);
+        reader.CheckFrequency(fields.frequency);
         FillInData(fields.frequency, fields.bandwidth, fields.comment, fields.demodulation, fields.priority,
                    fields.threatClass, QString(), QString(), QString(), QString());
     }

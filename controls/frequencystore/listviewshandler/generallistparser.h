@@ -2,6 +2,7 @@
 
 #include <QString>
 
+class FileProblems;
 class QDomElement;
 class QDomNode;
 struct LineLayout;
@@ -41,7 +42,7 @@ protected:
     void FillInEntry(const FreqStoreXml::FrequencyStoreEntry& entry);
 
 private:
-    void fillInProfile(const QDomElement& profile);
+    void fillInProfile(const QDomElement& profile, FileProblems& problems);
 };
 
 /// The first child of `parent` with that tag; a null node when there is none.

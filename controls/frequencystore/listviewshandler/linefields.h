@@ -16,6 +16,10 @@ struct LineLayout {
 
 /// Lines of an ".sfl" file: frequency, comment, bandwidth, demodulation.
 inline constexpr LineLayout SflLayout{0, 2, 1, 3, -1, -1};
+/// Lines of an ".ltl" file; the fifth field is the type letter, which is derived.
+inline constexpr LineLayout LtlLayout{0, 1, 2, 3, 5, 6};
+/// Lines of a ".noi" file: frequency, comment, bandwidth.
+inline constexpr LineLayout NoiLayout{0, 2, 1, -1, -1, -1};
 
 /// The fields of one line after the other. A short line keeps the previous line's values for what it lacks;
 /// a number that cannot be read is 0, and is told.

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "controls/frequencystore/listviewshandler/fileproblems.h"
+#include "host/base/fileproblems.h"
+#include "host/base/textdecoder.h"
 
 #include <QFile>
 #include <QString>
-#include <QStringDecoder>
 #include <QStringView>
 
 #include <optional>
@@ -14,48 +14,60 @@
 /// is too large).
 QString RefuseToOpen(QFile& file, qint64 maxSize = 0);
 
-/// Traces and tells that a file is refused, under the line number of the reader's messages; always false.
+/// Traces and tells that a file cannot be opened, under the line number of the reader's messages; always
+/// false.
 bool TellRefusal(unsigned short sourceLine, const Problem& refusal);
 
-/// Reads the lines of a text file of any size in constant memory. The encoding is that of a byte-order mark
-/// at the head of the file, else the system's. Lines end with LF or CR LF.
+/// Reads the lines of a text file of any size and encoding in constant memory. Lines end with LF, CR or both;
+/// a Ctrl-Z at the end of a file is no part of its text.
 class LineReader {
 public:
     /// Longest line in characters; what lies beyond is dropped and told as a problem.
     static constexpr qsizetype MaxLine = 1 << 20;
 
-    /// `device` is open and outlives the reader; `fileName` is for problems.
-    LineReader(QIODevice& device, const QString& fileName);
+    enum class Telling { Problems, Nothing };
 
-    /// Why the file is refused, to be asked before the first line: its head does not look like text.
+    /// Looks at the file, see LookAtText(). `device` is open and outlives the reader; `fileName` is for
+    /// problems.
+    LineReader(QIODevice& device, const QString& fileName, Telling telling = Telling::Problems);
+
+    /// Why the file is refused, to be asked before the first line: it is no text.
     std::optional<Problem> RefuseContent();
 
-    /// The next line, without its end, good until the next call; false at the end of the file.
+    /// The next line, without its end and without control characters, good until the next call; false at the
+    /// end of the file. A last line without an end is told, since the file may be cut there.
     bool Next(QStringView& line);
     /// Number of the line that `Next` gave last, 1 for the first.
     qint64 LineNumber() const { return m_lineNumber; }
     /// Tells a problem of the present line; after some hundred of one file the rest is only counted.
     void ReportProblem(const QString& reason) { m_problems.Report(m_lineNumber, reason); }
+    /// Tells when a frequency of the present line, in Hz, cannot be one.
+    void CheckFrequency(double hertz) { m_problems.CheckFrequency(m_lineNumber, hertz); }
     /// Whether no problem has been told yet.
     bool IsSound() const { return m_problems.AreNone(); }
+    /// The first line with a problem; 0 when there is none.
+    qint64 FirstProblemLine() const { return m_problems.FirstLine(); }
 
 private:
-    /// Tells whether a character was begun and not finished.
-    class Decoder : public QStringDecoder {
-    public:
-        using QStringDecoder::QStringDecoder;
-        bool IsWithinCharacter() const { return state.remainingChars != 0; }
-    };
-
     bool readMore();
+    void finish();
+    qsizetype findEnd();
+    void passOverLineFeed();
+    void takeOutControls(QStringView& line);
 
     QIODevice& m_device;
-    Decoder m_decoder;
-    QString m_buffer;
-    qsizetype m_position = 0;
-    qint64 m_lineNumber = 0;
     FileProblems m_problems;
-    qint64 m_badLine = 0; ///< first line that is not well encoded
-    bool m_isText = false;
+    TextForm m_form;
+    TextDecoder m_decoder;
+    QString m_buffer;
+    QString m_cleaned; ///< the present line, when something was taken out of it
+    qsizetype m_position = 0;
+    qsizetype m_nextLineFeed = -1; ///< in the buffer, from the position on; its size when there is none
+    qsizetype m_nextReturn = -1;
+    qint64 m_lineNumber = 0;
+    bool m_afterReturn = false; ///< the last line ended with a CR, to which an LF may belong
+    bool m_hasControls = false;
+    bool m_errorTold = false;
     bool m_atEnd = false;
+    bool m_endTold = false; ///< nothing more is to be said of a last line without an end
 };

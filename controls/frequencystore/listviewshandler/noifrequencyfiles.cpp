@@ -24,7 +24,6 @@ using FreqStoreXml::FrequencyStoreListHelper;
 
 namespace {
 
-constexpr LineLayout NoiLayout{0, 2, 1, -1, -1, -1};
 constexpr char TypeOfOthers = 'd'; ///< of entries without a type, which all entries of this list are
 
 /// Traces a heading and the exception's text; tells the operator, too, when asked to.
@@ -84,8 +83,10 @@ bool NOIFrequencyHandler::ParseNOIFile(const QString& path) {
     const QPointer<NOIFrequencyHandler> alive(this);
     bool sound = true;
     const bool read = ReadLines(path, NoiLayout, &sound);
-    if (alive)
+    if (alive) {
         noteContent(path, read && sound);
+        tellDoubtful(path);
+    }
     return read;
 }
 
@@ -110,9 +111,35 @@ bool NOIFrequencyHandler::readEntries(const QString& path, bool tell) {
         }
         return false;
     }
-    noteContent(path, true);
+    noteContent(path, m_doubtful.negative == 0);
+    tellDoubtful(path);
     ResetDataAfterNewFile();
     return true;
+}
+
+/// Tells what the entries of the file that was read last are not as they stand there, or make of the band
+/// list.
+void NOIFrequencyHandler::tellDoubtful(const QString& path) {
+    const auto tell = [&](qint64 count, qint64 first, const QString& what) {
+        if (count > 0)
+            Problems::Report(
+                TraceSource, 1590,
+                {path, 0, QStringLiteral("%1, the first is number %2").arg(what.arg(count)).arg(first)});
+    };
+    const Doubtful found = std::exchange(m_doubtful, {});
+    tell(found.withoutFrequency, found.firstWithoutFrequency,
+         QStringLiteral("entries without a frequency above 0 have the values of a new entry: %1"));
+    tell(found.belowZero, found.firstBelowZero, QStringLiteral("bands that begin below 0 Hz: %1"));
+}
+
+/// Counts what is to be told of an entry of a file.
+void NOIFrequencyHandler::Doubtful::Take(double frequency, double bandwidth) {
+    ++entries;
+    negative += frequency < 0 ? 1 : 0;
+    if (frequency <= 0 && withoutFrequency++ == 0)
+        firstWithoutFrequency = entries;
+    else if (frequency > 0 && frequency - bandwidth / 2 < 0 && belowZero++ == 0)
+        firstBelowZero = entries;
 }
 
 /// A file that is no frequency-store list is a profile table. One that is a list, and bad half-way, holds no
@@ -129,8 +156,10 @@ bool NOIFrequencyHandler::openXml(const QString& path) {
     } else {
         read = ParseProfileTable(path);
     }
-    if (alive)
+    if (alive) {
         m_incomplete = !read;
+        tellDoubtful(path);
+    }
     return read;
 }
 
@@ -153,8 +182,14 @@ void NOIFrequencyHandler::noteContent(const QString& path, bool isWhole) {
 bool NOIFrequencyHandler::ReadFile(const QString& path) {
     if (PathContains(path, ".xml"))
         return openXml(path);
-    if (PathContains(path, ".csv"))
-        return ParseNOIXmlFile(path);
+    if (PathContains(path, ".csv")) {
+        // Reading empties the list first: what cannot be read must not get that far.
+        const QString refusal = FileHandling::WhyNotReadable(path);
+        if (refusal.isEmpty())
+            return ParseNOIXmlFile(path);
+        Problems::Report(TraceSource, 1598, Problem::FromText(refusal));
+        return false;
+    }
     if (PathContains(path, ".noi"))
         return openLines(path);
     Problems::Report(TraceSource, 1601, {path, 0, QStringLiteral("is of no known kind of file")});

@@ -140,6 +140,8 @@ bool NOIFrequencyHandler::insert(double frequency, double bandwidth, const QStri
         entry->SetComment(comment);
     }
     m_updateIsDue = true;
+    if (!m_ready)
+        m_doubtful.Take(frequency, bandwidth);
     return true;
 }
 
@@ -171,6 +173,7 @@ bool NOIFrequencyHandler::IsWaitingForFile() const {
 void NOIFrequencyHandler::Prepare4NewFile() {
     m_ready = false;
     m_incomplete = true;
+    m_doubtful = {};
     if (m_pMedCtrl)
         m_pMedCtrl->Suspend(true);
     if (m_pNode)

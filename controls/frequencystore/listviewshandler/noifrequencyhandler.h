@@ -62,7 +62,8 @@ public:
     /// the next file: until one is read, the controller follows nothing.
     bool ParseNOIXmlFile(const QString& path);
     /// Reads any file of the list by the kind that its name tells, without a dialog, with the effects of
-    /// `FileOpen` or, for CSV, of `FileImport`. False, told and traced, when it cannot be read.
+    /// `FileOpen` or, for CSV, of `FileImport`. False, told and traced, when it cannot be read; CSV that is
+    /// refused leaves the list as it was.
     bool ReadFile(const QString& path);
     /// Writes the list as the name tells: text lines for ".noi", CSV for ".csv", else XML. False, told and
     /// traced, when it cannot be written; an old file is then left as it was.
@@ -103,6 +104,18 @@ protected:
 private:
     enum class Saved { Written, Nothing, Failed };
 
+    /// Entries of the file that is read of which something is to be told; the first of each by its number.
+    struct Doubtful {
+        void Take(double frequency, double bandwidth);
+
+        qint64 entries = 0;
+        qint64 negative = 0; ///< frequencies that the list does not keep
+        qint64 withoutFrequency = 0;
+        qint64 firstWithoutFrequency = 0;
+        qint64 belowZero = 0; ///< bands that begin below 0 Hz
+        qint64 firstBelowZero = 0;
+    };
+
     static constexpr char TraceSource[] = "listviewshandler";
     /// Where the list is kept when no file was chosen for it, or none that it may overwrite.
     static constexpr char DefaultFile[] = "NoiFrequencies.xml";
@@ -116,6 +129,7 @@ private:
     bool openXml(const QString& path);
     bool openLines(const QString& path);
     void noteContent(const QString& path, bool isWhole);
+    void tellDoubtful(const QString& path);
     bool mustNotOverwrite() const;
     QString nameForAutomaticSave();
     QString nameFromDialog() const;
@@ -135,6 +149,7 @@ private:
     std::unique_ptr<HalvoNodeMediatorCtrl> m_pMedCtrl;
     bool m_ready = true; ///< no file is being read
 
+    Doubtful m_doubtful;
     bool m_remembersFile = true;
     bool m_incomplete = false;  ///< the list was emptied for a file that could not be read
     QString m_unreadFile;       ///< a file of which not all has reached the list

@@ -83,7 +83,7 @@ QDomNode FirstChildOfName(const QDomNode& parent, const QString& tag) {
     return QDomNode();
 }
 
-void GeneralListParser::fillInProfile(const QDomElement& profile) {
+void GeneralListParser::fillInProfile(const QDomElement& profile, FileProblems& problems) {
     const Objects objects = scanObjects(profile);
     const QString id = orUndefined(childText(profile, "PROFILEID"));
     const QString name = orUndefined(childText(profile, "PROFILENAME"));
@@ -103,6 +103,7 @@ void GeneralListParser::fillInProfile(const QDomElement& profile) {
         const double frequency = Quor::toDoubleEx(frequencyNode.toElement().text(), &isNumber);
         if (!isNumber)
             return;
+        problems.CheckFrequency(frequencyNode.lineNumber(), frequency);
         // This format carries no transmission system.
         FillInData(frequency, bandwidth, objects.names, childText(set, "MODULATIONTYPE"), objects.priority,
                    objects.threatClass, id, name, signalClass, orUndefined(QString()));
@@ -128,8 +129,9 @@ bool GeneralListParser::ParseProfileTable(const QString& path) {
         for (int i = 0; i < found.size(); ++i)
             profiles.push_back(found.at(i).toElement());
     }
+    FileProblems problems(path, TraceSource, 612);
     for (const QDomElement& profile : profiles)
-        fillInProfile(profile);
+        fillInProfile(profile, problems);
     if (readable && profiles.empty())
         Problems::Report(TraceSource, 615, {path, 0, noProfilesIn(document.documentElement())});
     ResetDataAfterNewFile();

@@ -48,7 +48,7 @@ bool holdsLines(const QString& path) {
     QFile file(path);
     if (!RefuseToOpen(file).isEmpty())
         return false;
-    LineReader reader(file, path);
+    LineReader reader(file, path, LineReader::Telling::Nothing);
     QStringView line;
     return !reader.RefuseContent() && reader.Next(line) && line.contains(QLatin1Char('\t'));
 }
@@ -87,6 +87,8 @@ void SearchMCDataReader::readLines(const QString& path) {
     if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
         throw RGException(path + QStringLiteral(": ") + refusal);
     LineReader reader(file, path);
+    if (const std::optional<Problem> refusal = reader.RefuseContent())
+        throw RGException(refusal->ToString());
     Node* node = m_list.GetNode();
     if (!node)
         return;
@@ -105,6 +107,7 @@ void SearchMCDataReader::readLines(const QString& path) {
         mediator.FromString(line);
         double hertz = 0;
         mediator.GetFrequency(hertz, 0);
+        reader.CheckFrequency(hertz);
         mediator.SetComment(Quor::ToShortest(hertz)); // lines have no comment: that of a new entry
     }
     m_list.Suspend(false);

@@ -21,7 +21,6 @@ namespace {
 
 constexpr char TraceSource[] = "listviewshandler";
 constexpr int StoreType = 2;
-constexpr LineLayout LtlLayout{0, 1, 2, 3, 5, 6}; // the fifth field is the type letter, which is derived
 
 // A target: rings around a dot, in the list's greens, with a yellow mark.
 constexpr const char* IconXpm[] = {

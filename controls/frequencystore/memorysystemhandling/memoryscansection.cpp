@@ -1,7 +1,7 @@
 #include "controls/frequencystore/memorysystemhandling/memoryscansection.h"
 
 #include "controls/frequencystore/listviewshandler/carefulxmlreader.h"
-#include "controls/frequencystore/listviewshandler/fileproblems.h"
+#include "host/base/fileproblems.h"
 #include "host/base/numbers.h"
 
 #include <QHash>

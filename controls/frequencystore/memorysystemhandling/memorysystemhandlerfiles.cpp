@@ -1,10 +1,10 @@
 #include "controls/frequencystore/halvonodemediatorctrl.h"
-#include "controls/frequencystore/listviewshandler/fileproblems.h"
 #include "controls/frequencystore/listviewshandler/linefields.h"
 #include "controls/frequencystore/memorymediatorhf.h"
 #include "controls/frequencystore/memorysystemhandling/jobfile.h"
 #include "controls/frequencystore/memorysystemhandling/memoryscansection.h"
 #include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
+#include "host/base/fileproblems.h"
 #include "host/base/trace.h"
 #include "host/freqstorexml/filehandling.h"
 #include "host/gui/guibase.h"
@@ -250,6 +250,7 @@ void MemorySystemHandler::takeChannels(const std::vector<ReadChannel>& channels,
                                       : GetRangeMedHF(channel.range);
         entry->SetInRange();
         entry->SetFrequencyInRange(channel.frequency);
+        problems.CheckFrequency(channel.line, channel.frequency);
     }
 }
 

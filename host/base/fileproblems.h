@@ -9,6 +9,8 @@ public:
     /// `sourceFile` and `sourceLine` are the reader's own, for traces.
     FileProblems(const QString& fileName, const char* sourceFile, unsigned short sourceLine)
         : m_fileName(fileName), m_sourceFile(sourceFile), m_sourceLine(sourceLine) {}
+    /// For a mere look at a file: nothing is told.
+    explicit FileProblems(const QString& fileName) : FileProblems(fileName, nullptr, 0) {}
     FileProblems(const FileProblems&) = delete;
     FileProblems& operator=(const FileProblems&) = delete;
     ~FileProblems();
@@ -17,13 +19,22 @@ public:
     void Report(qint64 line, const QString& reason);
     /// One that is never only counted.
     void ReportAlways(qint64 line, const QString& reason);
+    /// Whether a number can be a frequency in Hz.
+    static bool IsFrequency(double hertz) { return hertz >= 0 && hertz <= MaxHertz; }
+    /// Tells a frequency in Hz that cannot be one: below 0 or above 1 THz.
+    void CheckFrequency(qint64 line, double hertz, const QString& where = QString());
     bool AreNone() const { return m_none; }
+    /// Line of the first problem that is a line's; 0 when there is none.
+    qint64 FirstLine() const { return m_firstLine; }
     const QString& FileName() const { return m_fileName; }
 
 private:
+    static constexpr double MaxHertz = 1e12;
+
     QString m_fileName;
-    const char* m_sourceFile;
+    const char* m_sourceFile; ///< null for a mere look
     unsigned short m_sourceLine;
     qint64 m_count = 0;
+    qint64 m_firstLine = 0;
     bool m_none = true;
 };

@@ -1,0 +1,35 @@
+#include "host/base/fileproblems.h"
+
+#include "host/base/numbers.h"
+
+namespace {
+
+constexpr qint64 MaxReported = 200;
+
+} // namespace
+
+FileProblems::~FileProblems() {
+    if (m_count > MaxReported)
+        ReportAlways(0, QStringLiteral("%1 further problems").arg(m_count - MaxReported));
+}
+
+void FileProblems::Report(qint64 line, const QString& reason) {
+    if (++m_count <= MaxReported)
+        ReportAlways(line, reason);
+}
+
+void FileProblems::ReportAlways(qint64 line, const QString& reason) {
+    m_none = false;
+    if (m_firstLine == 0)
+        m_firstLine = line;
+    if (m_sourceFile)
+        Problems::Report(m_sourceFile, m_sourceLine, {m_fileName, line, reason});
+}
+
+void FileProblems::CheckFrequency(qint64 line, double hertz, const QString& where) {
+    if (IsFrequency(hertz))
+        return;
+    Report(line, QStringLiteral("%1the frequency %2 is %3")
+                     .arg(where, Quor::ToShortest(hertz),
+                          hertz < 0 ? QStringLiteral("below 0 Hz") : QStringLiteral("above 1 THz")));
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QByteArray>
+#include <QIODevice>
+#include <QString>
+#include <QStringDecoder>
+
+#include <optional>
+#include <string_view>
+
+/// How a file of text spells its characters.
+enum class TextEncoding : quint8 { Utf8, Utf16LE, Utf16BE, Utf32LE, Utf32BE, Windows1252 };
+
+/// What the bytes of a file are, as a look at them tells: the encoding is that of a byte-order mark; without
+/// one it is UTF-16 where zero bytes show it, UTF-8 where the whole file is that, and Windows-1252 else.
+struct TextForm {
+    TextEncoding encoding = TextEncoding::Utf8;
+    qint64 markSize = 0;    ///< bytes of the byte-order mark, of which there may be several
+    qint64 foreignLine = 0; ///< the first line that is not UTF-8, in a file of Windows-1252; else 0
+    QString head;           ///< the beginning of the text
+    qint64 refusalLine = 0; ///< where it shows that this is no text; 0 when it does nowhere
+    QString refusal;        ///< why this is no text; empty when it is
+
+    /// What is to be told of a file that is not UTF-8 and has no mark; empty for all others.
+    QString Remark() const;
+};
+
+/// Looks at a device from its beginning to its end, or at its head only where that tells, and leaves it
+/// behind the mark. Of a device that cannot go back only the head is looked at.
+TextForm LookAtText(QIODevice& device);
+
+/// Number of the bytes at the beginning that are well-formed UTF-8.
+std::size_t Utf8Length(std::string_view bytes);
+
+/// Whether a character has no place in a line of text: control characters but TAB, LF, CR and FF.
+inline bool IsStrayControl(QChar c) {
+    const char16_t code = c.unicode();
+    return (code < 0x20 && code != u'\t' && code != u'\n' && code != u'\r' && code != u'\f') || code == 0x7F;
+}
+
+/// Number of the line ends in a text: LF, CR or both.
+qint64 CountLineEnds(QStringView text);
+
+/// Turns bytes into text, block by block. What is not well encoded becomes U+FFFD.
+class TextDecoder {
+public:
+    explicit TextDecoder(TextEncoding encoding);
+
+    /// Appends the text of the next bytes.
+    void Append(QString& text, const QByteArray& bytes);
+    /// Whether bytes were not well encoded.
+    bool HasError() const { return m_decoder && m_decoder->hasError(); }
+    /// Whether a character was begun and not finished.
+    bool IsWithinCharacter() const { return m_decoder && m_decoder->IsWithinCharacter(); }
+
+private:
+    class Decoder : public QStringDecoder {
+    public:
+        using QStringDecoder::QStringDecoder;
+        bool IsWithinCharacter() const { return state.remainingChars != 0; }
+    };
+
+    std::optional<Decoder> m_decoder; ///< none for Windows-1252
+};
+
+/// The text of a device as UTF-8, for readers of bytes.
+class Utf8Device final : public QIODevice {
+public:
+    /// The source is the caller's, open, and stands behind its mark.
+    Utf8Device(QIODevice& source, TextEncoding encoding);
+    bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char* data, qint64 size) override;
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    QIODevice& m_source;
+    TextDecoder m_decoder;
+    QByteArray m_bytes;
+    qsizetype m_position = 0;
+};
