@@ -56,22 +56,29 @@ FileFormat FileNames::FormatRead(const QString& path) const {
     return mark ? mark->format : withoutMark;
 }
 
+/// The mark that decides how a file is read back.
+const FileMark* FileNames::markRead(const QString& path) const {
+    static constexpr FileMark xml{".xml", FileFormat::ProfileTable};
+    return readsProfiles && PathContains(path, xml.mark) ? &xml : find(read, path);
+}
+
 QString FileNames::RefuseToWrite(const QString& path) const {
     if (IsJsonName(path))
         return QString();
-    const bool hasEnding = std::any_of(written.begin(), written.end(), [&](const FileMark& known) {
-        return path.endsWith(QLatin1String(known.mark));
-    });
-    const FileMark* const mark = find(written, path);
-    if (hasEnding && path.endsWith(QLatin1String(mark->mark)))
-        return QString();
-    if (hasEnding)
-        return QStringLiteral("\"%1\" would be written as %2, since \"%3\" stands in its path")
-            .arg(path, FormatName(mark->format), QLatin1String(mark->mark));
     QStringList endings;
-    for (const FileMark& known : written)
+    bool hasEnding = false;
+    for (const FileMark& known : written) {
         endings << QString::fromLatin1(known.mark);
+        hasEnding = hasEnding || path.endsWith(endings.last());
+    }
     endings << QString::fromLatin1(JsonEnding);
-    return QStringLiteral("\"%1\" is no name that this list is written under: %2")
-        .arg(path, endings.join(QStringLiteral(", ")));
+    if (!hasEnding)
+        return QStringLiteral("\"%1\" is no name that this list is written under: %2")
+            .arg(path, endings.join(QStringLiteral(", ")));
+    for (const FileMark* mark : {find(written, path), markRead(path)}) {
+        if (mark && !path.endsWith(QLatin1String(mark->mark)))
+            return QStringLiteral("\"%1\" would be taken for another format, since \"%2\" stands in its path")
+                .arg(path, QLatin1String(mark->mark));
+    }
+    return QString();
 }

@@ -35,15 +35,16 @@ struct FileNames {
     std::span<const FileMark> read;
     std::span<const FileMark> written;
     bool isAtTheEnd = false;                      ///< marks count at the end of a name only
-    bool readsProfiles = false;                   ///< XML that is no list is read as a profile table
+    bool readsProfiles = false;                   ///< XML that is no list is a profile table, by any mark
     FileFormat withoutMark = FileFormat::Unknown; ///< what other names are read as
 
     /// What a file is read as.
     FileFormat FormatRead(const QString& path) const;
-    /// Why no file of that name can be written: its ending is none of the list, or the handler would take
-    /// another mark in the path for it. Empty when it can.
+    /// Why no file of that name can be written: its ending is none of the list, or another mark in the path
+    /// counts when the file is written or read back. Empty when it can.
     QString RefuseToWrite(const QString& path) const;
 
 private:
     const FileMark* find(std::span<const FileMark> marks, const QString& path) const;
+    const FileMark* markRead(const QString& path) const;
 };

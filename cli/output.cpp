@@ -18,7 +18,8 @@ int outputError = 0;
 Output::Output(FILE* stream) : m_stream(stream), m_isTerminal(isatty(fileno(stream)) == 1) {}
 
 bool Output::Line(const QString& text) {
-    return put((m_isTerminal ? VisibleText(text) : text).toUtf8() + '\n');
+    QByteArray bytes = m_isTerminal ? VisibleText(text).toUtf8() : text.toUtf8();
+    return put(bytes.append('\n'));
 }
 
 bool Output::put(const QByteArray& bytes) {
