@@ -27,8 +27,8 @@ void printHelp(FILE* stream) {
     for (const Command& command : Commands())
         out.Line(QString::asprintf("  %-8s %-48s %s", command.name, command.arguments, command.purpose));
     out.Text(QStringLiteral(
-        "\nfreqstore-cli COMMAND --help tells more. Exit codes: 0 done, 1 wrong usage, 2 a file could "
-        "not be\nread or written or held errors.\n"));
+        "\nfreqstore-cli COMMAND --help tells more. Exit codes: 0 done, 1 wrong usage, 2 a file or "
+        "the\noutput could not be read or written, or a file held errors.\n"));
 }
 
 int run(const QStringList& arguments) {

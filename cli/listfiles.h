@@ -35,7 +35,7 @@ struct FileNames {
     std::span<const FileMark> read;
     std::span<const FileMark> written;
     bool isAtTheEnd = false;                      ///< marks count at the end of a name only
-    bool readsProfiles = false;                   ///< XML that is no list is a profile table, by any mark
+    bool readsProfiles = false;                   ///< XML that is no list is a profile table
     FileFormat withoutMark = FileFormat::Unknown; ///< what other names are read as
 
     /// What a file is read as.

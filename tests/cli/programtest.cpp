@@ -11,7 +11,8 @@ namespace {
 /// Runs the built program, where bytes of arguments and the kind of standard output matter.
 class ProgramTest : public testing::Test, protected TestFolder {
 protected:
-    /// The exit code, or the negative number of the signal that ended it. Standard error goes to a file.
+    /// The exit code, or the negative number of the signal that ended it. Standard error goes to a file;
+    /// standard output is closed when `out` is negative.
     int Run(const std::vector<std::string>& arguments, int out) {
         std::vector<char*> argv{const_cast<char*>(CLI_PROGRAM)};
         for (const std::string& argument : arguments)
@@ -21,7 +22,10 @@ protected:
         char* environment[] = {locale, nullptr};
         posix_spawn_file_actions_t files;
         posix_spawn_file_actions_init(&files);
-        posix_spawn_file_actions_adddup2(&files, out, STDOUT_FILENO);
+        if (out < 0)
+            posix_spawn_file_actions_addclose(&files, STDOUT_FILENO);
+        else
+            posix_spawn_file_actions_adddup2(&files, out, STDOUT_FILENO);
         posix_spawn_file_actions_addopen(&files, STDERR_FILENO, qPrintable(Path(Q("err"))),
                                          O_WRONLY | O_CREAT | O_TRUNC, 0600);
         pid_t process = 0;
@@ -59,7 +63,7 @@ protected:
     QString m_before = QDir::currentPath();
 };
 
-TEST_F(ProgramTest, AFullDiskIsToldAndAClosedPipeIsNot) {
+TEST_F(ProgramTest, AFullDiskAndAClosedOutputAreToldAndAPipeWithoutReaderIsNot) {
     for (const std::vector<std::string>& arguments : PrintingCommands()) {
         SCOPED_TRACE(arguments.back());
         EXPECT_EQ(RunTo(Q("/dev/full"), arguments), ExitFile);
@@ -70,6 +74,8 @@ TEST_F(ProgramTest, AFullDiskIsToldAndAClosedPipeIsNot) {
         EXPECT_EQ(Run(arguments, ends[1]), ExitFile);
         EXPECT_EQ(Read(Q("err")), "");
         close(ends[1]);
+        EXPECT_EQ(Run(arguments, -1), ExitFile);
+        EXPECT_EQ(Read(Q("err")), "standard output: cannot be written: Bad file descriptor\n");
     }
 }
 
