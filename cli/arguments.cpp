@@ -1,8 +1,7 @@
 #include "cli/arguments.h"
 
 #include "cli/command.h"
-
-#include <cstdio>
+#include "cli/output.h"
 
 Arguments::Arguments(const char* command, const char* usage, int files, bool takesList)
     : m_command(QString::fromLatin1(command)), m_files(files) {
@@ -17,7 +16,7 @@ Arguments::Arguments(const char* command, const char* usage, int files, bool tak
 bool Arguments::Take(const QStringList& arguments, int& exitCode) {
     const bool parsed = m_parser.parse(QStringList{QStringLiteral("freqstore-cli ") + m_command} + arguments);
     if (parsed && m_parser.isSet(QStringLiteral("help"))) {
-        std::fputs(qPrintable(m_parser.helpText()), stdout);
+        Output(stdout).Text(m_parser.helpText());
         exitCode = ExitDone;
         return false;
     }
@@ -25,17 +24,19 @@ bool Arguments::Take(const QStringList& arguments, int& exitCode) {
     const bool countFits = m_files < 0 ? count > 0 : count == m_files;
     if (parsed && countFits)
         return true;
-    const QString reason = parsed ? QStringLiteral("wrong number of files") : m_parser.errorText();
-    std::fprintf(stderr, "freqstore-cli %s: %s\n", qPrintable(m_command), qPrintable(reason));
+    TellUsage(parsed ? QStringLiteral("wrong number of files") : m_parser.errorText());
     exitCode = ExitUsage;
     return false;
 }
 
 std::unique_ptr<CliList> Arguments::List(const QString& path) const {
-    const QString kind = m_parser.isSet(QStringLiteral("list")) ? Value("list") : ListKindOf(path);
+    const QString kind = IsSet("list") ? Value("list") : ListKindOf(path);
     std::unique_ptr<CliList> list = MakeList(kind);
     if (!list)
-        std::fprintf(stderr, "freqstore-cli %s: no kind of list is called \"%s\"\n", qPrintable(m_command),
-                     qPrintable(kind));
+        TellUsage(QStringLiteral("no kind of list is called \"%1\"").arg(kind));
     return list;
+}
+
+void Arguments::TellUsage(const QString& reason) const {
+    TellError(QStringLiteral("freqstore-cli %1: %2").arg(m_command, reason));
 }

@@ -21,7 +21,10 @@ public:
     /// The list of `--list`, or without it the one that reads files such as this; null, told, when there is
     /// no such kind.
     std::unique_ptr<CliList> List(const QString& path) const;
+    /// Tells, under the command's name, why the command line is wrong.
+    void TellUsage(const QString& reason) const;
     QStringList Files() const { return m_parser.positionalArguments(); }
+    bool IsSet(const char* option) const { return m_parser.isSet(QString::fromLatin1(option)); }
     QString Value(const char* option) const { return m_parser.value(QString::fromLatin1(option)); }
 
 private:

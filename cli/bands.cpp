@@ -1,11 +1,11 @@
 #include "cli/arguments.h"
 #include "cli/command.h"
+#include "cli/output.h"
+#include "cli/samefile.h"
 #include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
 #include "host/base/problems.h"
 #include "host/report/outputfile.h"
 #include "host/valuetree/tree.h"
-
-#include <cstdio>
 
 namespace {
 
@@ -34,10 +34,15 @@ int RunBands(const QStringList& arguments) {
     args.Parser().addOption({QStringLiteral("out"), QStringLiteral("Write the band list to FILE."),
                              QStringLiteral("FILE"), QString()});
     args.Parser().addPositionalArgument(QStringLiteral("FILE"),
-                                        QStringLiteral("File to read (.noi, .xml, .csv)."));
+                                        QStringLiteral("File to read (.noi, .xml, .csv, .json)."));
     int exitCode = ExitDone;
     if (!args.Take(arguments, exitCode))
         return exitCode;
+    if (IsSameFile(args.Files().first(), args.Value("out"))) {
+        args.TellUsage(
+            QStringLiteral("\"%1\" would replace the frequencies by their bands").arg(args.Value("out")));
+        return ExitUsage;
+    }
     const ProblemPrinter problems;
     const std::unique_ptr<CliList> list = MakeList(QStringLiteral("noi"));
     const auto* definition = GetOrCreateValue<Value<QString>>(QString::fromLatin1(DefinitionPath));
@@ -45,11 +50,11 @@ int RunBands(const QStringList& arguments) {
     if (!list->Read(args.Files().first()))
         return ExitFile;
     const std::string line = definition->GetValue().toStdString() + '\n';
-    if (args.Parser().isSet(QStringLiteral("out"))) {
+    if (args.IsSet("out")) {
         if (!writeFile(args.Value("out"), line))
             return ExitFile;
     } else {
-        std::fwrite(line.data(), 1, line.size(), stdout);
+        Output(stdout).Text(QString::fromStdString(line));
     }
     return problems.Count() == 0 ? ExitDone : ExitFile;
 }

@@ -1,39 +1,33 @@
 #include "cli/arguments.h"
 #include "cli/command.h"
+#include "cli/output.h"
 #include "cli/progressbar.h"
-#include "host/freqstorexml/filehandling.h"
 #include "sweep/sweepfile.h"
 #include "sweep/sweepreader.h"
 
 #include <QTimeZone>
 
+#include <algorithm>
 #include <cstdio>
+#include <optional>
 
 namespace {
 
-/// What a file is read as, by its name and, for XML, by its content.
-QString kindOf(const QString& path, bool isRead) {
-    if (path.contains(QLatin1String(".sfl")))
-        return QStringLiteral("SFL lines");
-    if (path.contains(QLatin1String(".ltl")))
-        return QStringLiteral("LTL lines");
-    if (path.contains(QLatin1String(".noi")) && !path.contains(QLatin1String(".xml")))
-        return QStringLiteral("NOI lines");
-    if (path.endsWith(QLatin1String(".pij")))
-        return QStringLiteral("job");
-    if (path.contains(QLatin1String(".xml"))) {
-        if (!isRead)
-            return QStringLiteral("XML");
-        if (FreqStoreXml::FileHandling().IsValidFormat(path))
-            return QStringLiteral("frequency-store XML");
-        return FreqStoreXml::FileHandling().IsDetectionResults(path) ? QStringLiteral("detection results XML")
-                                                                     : QStringLiteral("profile table");
-    }
-    return path.contains(QLatin1String(".csv")) ? QStringLiteral("CSV") : QStringLiteral("unknown");
+/// What a file is read as; of XML that could not be read no more can be told.
+QString kindOf(const FileNames& names, const QString& path, bool isRead) {
+    const FileFormat format = names.FormatRead(path);
+    const bool isXml = format == FileFormat::StoreXml || format == FileFormat::DetectionXml ||
+                       format == FileFormat::ProfileTable;
+    return isXml && !isRead ? QStringLiteral("XML") : FormatName(format);
 }
 
-/// False when there is a problem.
-bool checkSweep(const QString& path) {
+/// Prints what there is to tell of a file; false when standard output takes no more.
+bool printLine(const QStringList& facts, const QString& path) {
+    ProgressBar::MakeRoom();
+    return Output(stdout).Line(path + QStringLiteral(": ") + facts.join(QStringLiteral(", ")));
+}
+
+int checkSweep(const QString& path, ProblemPrinter& problems) {
     ProgressBar bar;
     const SweepSummary summary = ReadSweepFile(
         path, QTimeZone::systemTimeZone(), [](const Sweep&) {},
@@ -41,12 +35,29 @@ bool checkSweep(const QString& path) {
             bar.Show(done, total);
             return true;
         });
-    ProgressBar::MakeRoom();
-    std::printf("%s: power sweeps, %s, %s, %s\n", qPrintable(path),
-                qPrintable(Counted(summary.sweeps, "sweep", "sweeps")),
-                qPrintable(Counted(summary.rows, "row", "rows")),
-                qPrintable(Counted(summary.problems, "problem", "problems")));
-    return summary.problems == 0;
+    problems.Flush();
+    const bool isPrinted =
+        printLine({QStringLiteral("power sweeps"), Counted(summary.sweeps, "sweep", "sweeps"),
+                   Counted(summary.rows, "row", "rows"), Counted(summary.problems, "problem", "problems")},
+                  path);
+    return isPrinted && summary.problems == 0 ? ExitDone : ExitFile;
+}
+
+/// An exit code; empty for a kind of list that there is not.
+std::optional<int> checkList(const Arguments& args, const QString& path, ProblemPrinter& problems) {
+    const std::unique_ptr<CliList> list = args.List(path);
+    if (!list)
+        return std::nullopt;
+    const qint64 before = problems.Count();
+    const bool isRead = list->Read(path);
+    const qint64 found = problems.Count() - before;
+    problems.Flush(); // what is wrong stands before the summary
+    const bool isPrinted =
+        printLine({kindOf(list->Names(), path, isRead),
+                   Counted(isRead ? static_cast<qint64>(list->Count()) : 0, "entry", "entries"),
+                   Counted(found, "problem", "problems")},
+                  path);
+    return isPrinted && isRead && found == 0 ? ExitDone : ExitFile;
 }
 
 } // namespace
@@ -58,24 +69,15 @@ int RunCheck(const QStringList& arguments) {
     int exitCode = ExitDone;
     if (!args.Take(arguments, exitCode))
         return exitCode;
-    const ProblemPrinter problems;
+    ProblemPrinter problems;
     for (const QString& path : args.Files()) {
-        if (IsSweepFile(path)) {
-            if (!checkSweep(path))
-                exitCode = ExitFile;
-            continue;
-        }
-        const std::unique_ptr<CliList> list = args.List(path);
-        if (!list)
+        const std::optional<int> code =
+            IsSweepFile(path) ? checkSweep(path, problems) : checkList(args, path, problems);
+        if (!code)
             return ExitUsage;
-        const int before = problems.Count();
-        const bool read = list->Read(path);
-        const int found = problems.Count() - before;
-        std::printf("%s: %s, %s, %s\n", qPrintable(path), qPrintable(kindOf(path, read)),
-                    qPrintable(Counted(read ? static_cast<qint64>(list->Count()) : 0, "entry", "entries")),
-                    qPrintable(Counted(found, "problem", "problems")));
-        if (!read || found > 0)
-            exitCode = ExitFile;
+        exitCode = std::max(exitCode, *code);
+        if (std::ferror(stdout) != 0)
+            break;
     }
     return exitCode;
 }

@@ -1,12 +1,13 @@
 #include "cli/command.h"
 
+#include "cli/output.h"
+
 #include <algorithm>
-#include <cstdio>
 
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands = {
         {"show", "[--list KIND] [--format table|json|tsv] FILE", "print the entries of a file", RunShow},
-        {"convert", "[--list KIND] [--spreadsheet-safe] IN OUT", "write a file in another format",
+        {"convert", "[--list KIND] [--force] [--spreadsheet-safe] IN OUT", "write a file in another format",
          RunConvert},
         {"check", "[--list KIND] FILE...", "tell what is wrong with files", RunCheck},
         {"bands", "[--out FILE] FILE", "print the bands of frequencies of interest", RunBands},
@@ -18,22 +19,20 @@ const std::vector<Command>& Commands() {
 
 namespace {
 
-void printHelp(FILE* out) {
-    std::fputs("Usage: freqstore-cli COMMAND [OPTIONS] FILES\n\n"
-               "Reads, shows, converts and checks lists of frequencies without a screen, and finds "
-               "signals.\n\nCommands:\n",
-               out);
+void printHelp(FILE* stream) {
+    Output out(stream);
+    out.Text(
+        QStringLiteral("Usage: freqstore-cli COMMAND [OPTIONS] FILES\n\n"
+                       "Reads, shows, converts and checks lists of frequencies without a screen, and finds "
+                       "signals.\n\nCommands:\n"));
     for (const Command& command : Commands())
-        std::fprintf(out, "  %-8s %-48s %s\n", command.name, command.arguments, command.purpose);
-    std::fputs("\nfreqstore-cli COMMAND --help tells more. Exit codes: 0 done, 1 wrong usage, 2 a file could "
-               "not be\n"
-               "read or written or held errors.\n",
-               out);
+        out.Line(QString::asprintf("  %-8s %-48s %s", command.name, command.arguments, command.purpose));
+    out.Text(QStringLiteral(
+        "\nfreqstore-cli COMMAND --help tells more. Exit codes: 0 done, 1 wrong usage, 2 a file or "
+        "the\noutput could not be read or written, or a file held errors.\n"));
 }
 
-} // namespace
-
-int RunCli(const QStringList& arguments) {
+int run(const QStringList& arguments) {
     if (arguments.isEmpty()) {
         printHelp(stderr);
         return ExitUsage;
@@ -44,16 +43,22 @@ int RunCli(const QStringList& arguments) {
         return ExitDone;
     }
     if (name == QLatin1String("--version")) {
-        std::printf("freqstore-cli %s\n", FREQSTORE_VERSION);
+        Output(stdout).Text(QStringLiteral("freqstore-cli " FREQSTORE_VERSION "\n"));
         return ExitDone;
     }
     const auto found = std::find_if(Commands().begin(), Commands().end(), [&](const Command& command) {
         return name == QLatin1String(command.name);
     });
     if (found == Commands().end()) {
-        std::fprintf(stderr, "freqstore-cli: no command is called \"%s\"\n\n", qPrintable(name));
+        TellError(QStringLiteral("freqstore-cli: no command is called \"%1\"\n").arg(name));
         printHelp(stderr);
         return ExitUsage;
     }
     return found->run(arguments.mid(1));
+}
+
+} // namespace
+
+int RunCli(const QStringList& arguments) {
+    return FinishOutput(run(arguments));
 }

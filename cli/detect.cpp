@@ -1,13 +1,14 @@
 #include "cli/arguments.h"
 #include "cli/command.h"
+#include "cli/output.h"
 #include "cli/progressbar.h"
+#include "cli/samefile.h"
 #include "host/base/numbers.h"
 #include "host/base/problems.h"
 #include "host/report/rgexception.h"
 #include "sweep/sweepfile.h"
 #include "sweep/sweepresults.h"
 
-#include <QFileInfo>
 #include <QTimeZone>
 
 namespace {
@@ -28,7 +29,7 @@ constexpr Setting Settings[] = {
 constexpr double LargestSetting = 1e12;
 
 bool usageError(const QString& reason) {
-    std::fprintf(stderr, "freqstore-cli detect: %s\n", qPrintable(reason));
+    TellError(QStringLiteral("freqstore-cli detect: ") + reason);
     return false;
 }
 
@@ -63,7 +64,7 @@ bool takeOptions(const Arguments& args, SweepSettings& settings, QTimeZone& zone
     const QString out = args.Files()[1];
     if (!SweepResultWriter::KnowsName(out))
         return usageError(QStringLiteral("\"%1\" is named neither .xml nor .csv").arg(out));
-    if (QFileInfo(out).exists() && QFileInfo(out) == QFileInfo(args.Files()[0]))
+    if (IsSameFile(args.Files()[0], out))
         return usageError(QStringLiteral("\"%1\" would replace the sweeps by their detections").arg(out));
     return true;
 }
@@ -84,9 +85,10 @@ int detect(const QString& in, const QString& out, const SweepSettings& settings,
         return ExitFile;
     writer.Commit();
     ProgressBar::MakeRoom();
-    std::printf("%s: %s, %s, %s\n", qPrintable(in), qPrintable(Counted(summary.sweeps, "sweep", "sweeps")),
-                qPrintable(Counted(summary.rows, "row", "rows")),
-                qPrintable(Counted(writer.Count(), "detection", "detections")));
+    Output(stdout).Line(QStringLiteral("%1: %2, %3, %4")
+                            .arg(in, Counted(summary.sweeps, "sweep", "sweeps"),
+                                 Counted(summary.rows, "row", "rows"),
+                                 Counted(writer.Count(), "detection", "detections")));
     return summary.problems == 0 ? ExitDone : ExitFile;
 }
 

@@ -1,3 +1,4 @@
+#include "cli/jsonfile.h"
 #include "cli/list.h"
 #include "controls/frequencystore/searchmcrecords.h"
 #include "host/base/datetime.h"
@@ -10,72 +11,182 @@ namespace {
 using Extended = ExtendedDetectionConventional;
 using SearchMC::Variant;
 using Fields = std::vector<EntryField>;
+using Plain = DetectionConventional;
 
-void addNumber(Fields& fields, const char* key, double number) {
-    fields.push_back({QString::fromLatin1(key), Quor::ToShortest(number), true});
+/// One member of a record: its key, how it is shown, and how it is taken from a JSON entry.
+template <typename Record>
+struct Member {
+    const char* key;
+    FieldType type;
+    QString (*show)(const Record& record);
+    void (*take)(Record& record, const JsonEntry& entry, const QString& key);
+};
+
+double numberOf(const JsonEntry& entry, const QString& key) {
+    double number = 0;
+    entry.Take(key, number);
+    return number;
 }
 
-/// What the file does not hold is an empty text.
-void addText(Fields& fields, const char* key, const std::string& text) {
-    const bool isNone = text == SearchMC::DFNoValue;
-    fields.push_back({QString::fromLatin1(key), isNone ? QString() : QString::fromStdString(text), false});
+template <typename Whole>
+Whole wholeOf(const JsonEntry& entry, const QString& key) {
+    qint64 number = 0;
+    entry.Take(key, number, std::numeric_limits<Whole>::min(), std::numeric_limits<Whole>::max());
+    return static_cast<Whole>(number);
 }
 
-void addTime(Fields& fields, const char* key, double microseconds) {
-    addText(fields, key,
-            Quor::FromMicroseconds(static_cast<qint64>(microseconds)).toString(Qt::ISODate).toStdString());
+QString timeText(double microseconds) {
+    return Quor::FromMicroseconds(static_cast<qint64>(microseconds)).toString(Qt::ISODate);
 }
 
-void addMembers(Fields& fields, const DetectionConventional& record) {
-    addNumber(fields, "frequency", record.GetFrequency());
-    addNumber(fields, "bandwidth", record.GetBandwidth());
-    addNumber(fields, "id", record.GetID());
-    addNumber(fields, "level", record.GetLevel());
-    addTime(fields, "starttime", record.GetStartTime());
-    if (record.GetActive())
-        addText(fields, "stoptime", {});
-    else
-        addTime(fields, "stoptime", record.GetStopTime());
+/// Microseconds; 0 for a time that there is not.
+double timeOf(const JsonEntry& entry, const QString& key) {
+    QString text;
+    entry.Take(key, text);
+    const QDateTime time = QDateTime::fromString(text, Qt::ISODateWithMs);
+    if (!text.isEmpty() && !time.isValid())
+        entry.Fail(key, "is no time");
+    return text.isEmpty() ? 0 : static_cast<double>(time.toMSecsSinceEpoch()) * 1000;
 }
 
-void addMembers(Fields& fields, const Extended& record) {
-    addMembers(fields, static_cast<const DetectionConventional&>(record));
-    addNumber(fields, "confidence", record.GetClassifierConfidence());
-    addText(fields, "modulation", record.GetClassifierDemodulator());
-    addText(fields, "transmissionsystem", record.GetClassifierTransmissionType());
-    addNumber(fields, "baudrate", record.GetClassifierBaudrate());
-    addNumber(fields, "shift", record.GetClassifierShift());
-    addText(fields, "decoder", record.GetClassifierDecoder());
-    addText(fields, "azimuth", record.GetAzimuth());
-    addText(fields, "dfquality", record.GetDFQuality());
-    addText(fields, "longitude", record.GetDFLongitude());
-    addText(fields, "latitude", record.GetDFLatitude());
+constexpr Member<Plain> PlainMembers[] = {
+    {"frequency", FieldType::Number, [](const Plain& r) { return Quor::ToShortest(r.GetFrequency()); },
+     [](Plain& r, const JsonEntry& entry, const QString& key) { r.SetFrequency(numberOf(entry, key)); }},
+    {"bandwidth", FieldType::Number, [](const Plain& r) { return Quor::ToShortest(r.GetBandwidth()); },
+     [](Plain& r, const JsonEntry& entry, const QString& key) { r.SetBandwidth(numberOf(entry, key)); }},
+    {"id", FieldType::Number, [](const Plain& r) { return QString::number(r.GetID()); },
+     [](Plain& r, const JsonEntry& entry, const QString& key) { r.SetID(wholeOf<unsigned>(entry, key)); }},
+    {"level", FieldType::Number, [](const Plain& r) { return QString::number(r.GetLevel()); },
+     [](Plain& r, const JsonEntry& entry, const QString& key) { r.SetLevel(wholeOf<short>(entry, key)); }},
+    {"starttime", FieldType::Text, [](const Plain& r) { return timeText(r.GetStartTime()); },
+     [](Plain& r, const JsonEntry& entry, const QString& key) { r.SetStartTime(timeOf(entry, key)); }},
+    {"stoptime", FieldType::Text,
+     [](const Plain& r) { return r.GetActive() ? QString() : timeText(r.GetStopTime()); },
+     [](Plain& r, const JsonEntry& entry, const QString& key) {
+         r.SetStopTime(timeOf(entry, key));
+         QString text;
+         entry.Take(key, text);
+         r.SetActive(text.isEmpty());
+     }},
+};
+
+/// A member of the classifier's result that is a number.
+template <double ClassifierResult::*Number>
+constexpr Member<Extended> resultNumber(const char* key) {
+    return {key, FieldType::Number, [](const Extended& r) { return Quor::ToShortest(r.Result().*Number); },
+            [](Extended& r, const JsonEntry& entry, const QString& name) {
+                r.Result().*Number = numberOf(entry, name);
+            }};
 }
+
+template <std::string ClassifierResult::*Text>
+constexpr Member<Extended> resultText(const char* key) {
+    return {key, FieldType::Text, [](const Extended& r) { return QString::fromStdString(r.Result().*Text); },
+            [](Extended& r, const JsonEntry& entry, const QString& name) {
+                QString text;
+                entry.Take(name, text);
+                r.Result().*Text = text.toStdString();
+            }};
+}
+
+/// A number that the record keeps as a text, with one for "none".
+template <std::string ClassifierResult::*Text>
+constexpr Member<Extended> bearing(const char* key) {
+    return {key, FieldType::Number,
+            [](const Extended& r) {
+                const std::string& text = r.Result().*Text;
+                return text == SearchMC::DFNoValue ? QString() : QString::fromStdString(text);
+            },
+            [](Extended& r, const JsonEntry& entry, const QString& name) {
+                const QString text = Quor::ToShortest(numberOf(entry, name));
+                r.Result().*Text = entry.Has(name) ? text.toStdString() : SearchMC::DFNoValue;
+            }};
+}
+
+constexpr Member<Extended> ExtendedMembers[] = {
+    {"confidence", FieldType::Number,
+     [](const Extended& r) { return QString::number(r.Result().confidence); },
+     [](Extended& r, const JsonEntry& entry, const QString& key) {
+         r.Result().confidence = wholeOf<short>(entry, key);
+     }},
+    resultText<&ClassifierResult::demodulator>("modulation"),
+    resultText<&ClassifierResult::transmissionType>("transmissionsystem"),
+    resultNumber<&ClassifierResult::baudrate>("baudrate"),
+    resultNumber<&ClassifierResult::shift>("shift"),
+    resultText<&ClassifierResult::decoder>("decoder"),
+    bearing<&ClassifierResult::azimuth>("azimuth"),
+    bearing<&ClassifierResult::dfQuality>("dfquality"),
+    bearing<&ClassifierResult::dfLongitude>("longitude"),
+    bearing<&ClassifierResult::dfLatitude>("latitude"),
+};
+
+template <typename Record, size_t Count>
+void addMembers(Fields& fields, const Record& record, const Member<Record> (&members)[Count]) {
+    for (const Member<Record>& member : members)
+        fields.push_back({QString::fromLatin1(member.key), member.show(record), member.type});
+}
+
+template <typename Record, size_t Count>
+void takeMembers(Record& record, const JsonEntry& entry, const Member<Record> (&members)[Count]) {
+    for (const Member<Record>& member : members)
+        member.take(record, entry, QString::fromLatin1(member.key));
+}
+
+constexpr FileMark CsvMark[] = {{".csv", FileFormat::Csv}};
+constexpr FileMark MarksWritten[] = {{".csv", FileFormat::Csv}, {".xml", FileFormat::StoreXml}};
+constexpr FileMark ResultMarksWritten[] = {{".csv", FileFormat::Csv}, {".xml", FileFormat::DetectionXml}};
 
 /// Detections of one kind; `Variants` tells, for extended ones, whose classifier made them.
 template <typename Record, Variant... Variants>
 class DetectionList final : public CliList {
 public:
-    bool Read(const QString& path) override {
+    const FileNames& Names() const override {
+        static constexpr FileNames names{.read = CsvMark,
+                                         .written = isExtended ? std::span<const FileMark>(ResultMarksWritten)
+                                                               : std::span<const FileMark>(MarksWritten),
+                                         .withoutMark =
+                                             isExtended ? FileFormat::DetectionXml : FileFormat::StoreXml};
+        return names;
+    }
+    size_t Count() const override { return m_records.size(); }
+    bool ForEachEntry(const EntryVisitor& visit) const override {
+        for (const Record& record : m_records) {
+            Fields fields;
+            addMembers<Plain>(fields, record, PlainMembers);
+            if constexpr (isExtended)
+                addMembers(fields, record, ExtendedMembers);
+            if (!visit(fields))
+                return false;
+        }
+        return true;
+    }
+
+protected:
+    bool ReadFile(const QString& path) override {
         return attempt([&] { SearchMC::ReadFile(path, m_records); });
     }
-    bool Write(const QString& path) override {
+    bool WriteFile(const QString& path) override {
         std::vector<const Record*> records;
         for (const Record& record : m_records)
             records.push_back(&record);
         const bool csv = path.contains(QLatin1String(".csv"));
         return attempt([&] { SearchMC::WriteFile(path, csv, records, Variants...); });
     }
-    size_t Count() const override { return m_records.size(); }
-    void ForEachEntry(const EntryVisitor& visit) const override {
-        for (const Record& record : m_records) {
-            Fields fields;
-            addMembers(fields, record);
-            visit(fields);
-        }
+    void BeginEntries() override { m_records.clear(); }
+    void EndEntries(bool isWhole) override {
+        if (!isWhole)
+            m_records.clear();
+    }
+    void AddEntry(const JsonEntry& entry) override {
+        Record& record = m_records.emplace_back();
+        takeMembers<Plain>(record, entry, PlainMembers);
+        if constexpr (isExtended)
+            takeMembers(record, entry, ExtendedMembers);
     }
 
 private:
+    static constexpr bool isExtended = std::is_same_v<Record, Extended>;
+
     template <typename Work>
     static bool attempt(Work work) {
         try {

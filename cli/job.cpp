@@ -1,9 +1,11 @@
 #include "cli/arguments.h"
 #include "cli/command.h"
 #include "cli/memorylist.h"
+#include "cli/output.h"
+#include "cli/samefile.h"
 #include "cli/show.h"
 
-#include <cstdio>
+#include <algorithm>
 
 namespace {
 
@@ -11,17 +13,39 @@ constexpr char ShowName[] = "job show";
 constexpr char MergeName[] = "job merge";
 
 void addReceiverOption(QCommandLineParser& parser) {
-    parser.addOption({QStringLiteral("receiver"), QStringLiteral("Receiver that runs the job: hf or vuhf."),
-                      QStringLiteral("RECEIVER"), QStringLiteral("hf")});
+    parser.addOption(
+        {QStringLiteral("receiver"),
+         QStringLiteral("Receiver that runs the job: hf or vuhf. Without it, the channels tell."),
+         QStringLiteral("RECEIVER")});
+}
+
+/// The receiver of the first file whose channels tell one; else HF.
+bool isAnyOfVUHF(const QStringList& files) {
+    for (const QString& file : files) {
+        if (const std::optional<bool> isVUHF = IsJobOfVUHF(file))
+            return *isVUHF;
+    }
+    return false;
 }
 
 /// Null, told, when there is no such receiver.
-std::unique_ptr<MemoryList> listOf(const Arguments& args, const char* command) {
+std::unique_ptr<MemoryList> listOf(const Arguments& args) {
     const QString receiver = args.Value("receiver");
+    if (!args.IsSet("receiver"))
+        return std::make_unique<MemoryList>(isAnyOfVUHF(args.Files()));
     if (receiver == QLatin1String("hf") || receiver == QLatin1String("vuhf"))
         return std::make_unique<MemoryList>(receiver == QLatin1String("vuhf"));
-    std::fprintf(stderr, "freqstore-cli %s: no receiver is called \"%s\"\n", command, qPrintable(receiver));
+    args.TellUsage(QStringLiteral("no receiver is called \"%1\"").arg(receiver));
     return nullptr;
+}
+
+/// Whether a file that is read would lose what could not be read of it.
+bool wouldLose(const Arguments& args) {
+    if (args.IsSet("force"))
+        return false;
+    const QStringList files = args.Files();
+    return std::any_of(files.begin(), files.end(),
+                       [&](const QString& in) { return WouldLose(in, args.Value("out")); });
 }
 
 int show(const QStringList& arguments) {
@@ -33,12 +57,13 @@ int show(const QStringList& arguments) {
     if (!args.Take(arguments, exitCode))
         return exitCode;
     const EntryPrinter print = PrinterOf(args.Value("format"), ShowName);
-    const ProblemPrinter problems;
-    const std::unique_ptr<MemoryList> list = print ? listOf(args, ShowName) : nullptr;
+    ProblemPrinter problems;
+    const std::unique_ptr<MemoryList> list = print ? listOf(args) : nullptr;
     if (!list)
         return ExitUsage;
     if (!list->OpenJob(args.Files().first()))
         return ExitFile;
+    problems.Flush();
     print(*list);
     return problems.Count() == 0 ? ExitDone : ExitFile;
 }
@@ -51,6 +76,9 @@ int merge(const QStringList& arguments) {
     addReceiverOption(args.Parser());
     args.Parser().addOption({QStringLiteral("replace"), QStringLiteral("Drop the channels of the job.")});
     args.Parser().addOption(
+        {QStringLiteral("force"),
+         QStringLiteral("Let OUT.pij take the place of a file even when reading it told problems.")});
+    args.Parser().addOption(
         {QStringLiteral("out"), QStringLiteral("Job to write."), QStringLiteral("OUT.pij")});
     args.Parser().addPositionalArgument(QStringLiteral("JOB.pij"), QStringLiteral("Job to read."));
     args.Parser().addPositionalArgument(QStringLiteral("CHANNELS"),
@@ -59,18 +87,21 @@ int merge(const QStringList& arguments) {
     if (!args.Take(arguments, exitCode))
         return exitCode;
     if (args.Value("out").isEmpty()) {
-        std::fprintf(stderr, "freqstore-cli %s: --out is missing\n", MergeName);
+        args.TellUsage(QStringLiteral("--out is missing"));
         return ExitUsage;
     }
     const ProblemPrinter problems;
-    const std::unique_ptr<MemoryList> list = listOf(args, MergeName);
+    const std::unique_ptr<MemoryList> list = listOf(args);
     if (!list)
         return ExitUsage;
     if (!list->OpenJob(args.Files()[0]))
         return ExitFile;
-    if (args.Parser().isSet(QStringLiteral("replace")))
+    if (args.IsSet("replace"))
         list->Clear();
-    const bool done = list->Read(args.Files()[1]) && list->SaveJob(args.Value("out"));
+    if (!list->Read(args.Files()[1]))
+        return ExitFile;
+    const bool isKept = problems.Count() > 0 && wouldLose(args);
+    const bool done = !isKept && list->SaveJob(args.Value("out"));
     return done && problems.Count() == 0 ? ExitDone : ExitFile;
 }
 
@@ -83,9 +114,10 @@ int RunJob(const QStringList& arguments) {
     if (name == QLatin1String("merge"))
         return merge(arguments.mid(1));
     const bool isHelp = name == QLatin1String("--help") || name == QLatin1String("-h");
-    std::fputs("Usage: freqstore-cli job show|merge [OPTIONS] FILES\n\n"
-               "Shows the memory channels of a receiver's job, or puts others into it. freqstore-cli job "
-               "show --help\nand freqstore-cli job merge --help tell more.\n",
-               isHelp ? stdout : stderr);
+    Output(isHelp ? stdout : stderr)
+        .Text(QStringLiteral(
+            "Usage: freqstore-cli job show|merge [OPTIONS] FILES\n\nShows the memory channels of a "
+            "receiver's job, or puts others into it. freqstore-cli job show --help\nand "
+            "freqstore-cli job merge --help tell more.\n"));
     return isHelp ? ExitDone : ExitUsage;
 }

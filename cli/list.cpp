@@ -1,54 +1,104 @@
 #include "cli/list.h"
 
+#include "cli/jsonfile.h"
 #include "cli/memorylist.h"
+#include "cli/output.h"
 #include "cli/progressbar.h"
+#include "controls/frequencystore/entries/noifrequency.h"
+#include "controls/frequencystore/entries/wkflistentry.h"
 #include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
+#include "controls/frequencystore/listviewshandler/targetlistparser.h"
+#include "controls/frequencystore/memorysystemhandling/memoryscansection.h"
 #include "host/base/problems.h"
 #include "host/freqstorexml/filehandling.h"
+#include "host/report/xmlscanner.h"
 #include "host/valuetree/tree.h"
 
 #include <QFile>
-#include <QFileInfo>
-
-#include <cstdio>
 
 namespace {
 
-/// A list that a handler owns, in a node of its own that is emptied at the end.
+/// What the commands need to know of a list that a handler owns.
 template <typename Handler>
+struct HandlerUse {
+    const char* listPath;
+    const char* entryName;
+    void (*start)(Handler&, Node*);
+    GeneralListParser& (*parser)(Handler&); ///< which brackets the entries of a file
+    FileNames names;
+};
+
+/// A list that a handler owns, in a node of its own that is emptied at the end.
+template <typename Handler, typename Entry>
 class HandlerList : public CliList {
 public:
-    HandlerList(const char* path, void (*start)(Handler&, Node*))
-        : m_node(Tree::Instance()->MakeNode(QString::fromLatin1(path))) {
-        start(*Handler::Instance(), m_node);
+    explicit HandlerList(const HandlerUse<Handler>& use)
+        : m_use(use), m_node(Tree::Instance()->MakeNode(QString::fromLatin1(use.listPath))) {
+        use.start(handler(), m_node);
     }
     ~HandlerList() override {
         Handler::DeleteInstance();
         m_node->DeleteChildren();
     }
 
-    bool Read(const QString& path) override { return Handler::Instance()->ReadFile(path); }
-    bool Write(const QString& path) override { return Handler::Instance()->SaveFile(path); }
+    const FileNames& Names() const override { return m_use.names; }
 
 protected:
+    bool ReadFile(const QString& path) override { return handler().ReadFile(path); }
+    bool WriteFile(const QString& path) override { return handler().SaveFile(path); }
+    void BeginEntries() override { m_use.parser(handler()).Prepare4NewFile(); }
+    void EndEntries(bool isWhole) override {
+        if (!isWhole)
+            m_node->DeleteChildren();
+        m_use.parser(handler()).ResetDataAfterNewFile();
+    }
+    void AddEntry(const JsonEntry& from) override {
+        Node& node = AddEntryNode(*m_node, m_use.entryName);
+        Entry(&node, true, nullptr).SetComment(QString());
+        FillFromJson(node, from);
+    }
     Node* GetNode() const override { return m_node; }
 
 private:
+    static Handler& handler() { return *Handler::Instance(); }
+
+    const HandlerUse<Handler>& m_use;
     Node* m_node;
 };
 
+constexpr FileMark TargetsRead[] = {{".sfl", FileFormat::SflLines},
+                                    {".ltl", FileFormat::LtlLines},
+                                    {".csv", FileFormat::Csv},
+                                    {".xml", FileFormat::StoreXml}};
+constexpr FileMark TargetsWritten[] = {{".ltl", FileFormat::LtlLines},
+                                       {".sfl", FileFormat::LtlLines},
+                                       {".csv", FileFormat::Csv},
+                                       {".xml", FileFormat::StoreXml}};
+constexpr FileMark NoiRead[] = {
+    {".xml", FileFormat::StoreXml}, {".csv", FileFormat::Csv}, {".noi", FileFormat::NoiLines}};
+constexpr FileMark NoiWritten[] = {
+    {".noi", FileFormat::NoiLines}, {".csv", FileFormat::Csv}, {".xml", FileFormat::StoreXml}};
+
 std::unique_ptr<CliList> makeTargets() {
-    return std::make_unique<HandlerList<TargetListHandler>>(
-        "/Lists/LocalTargetList", [](TargetListHandler& handler, Node* node) { handler.Init(node, false); });
+    static const HandlerUse<TargetListHandler> use = {
+        "/Lists/LocalTargetList", "Target",
+        [](TargetListHandler& handler, Node* node) { handler.Init(node, false); },
+        [](TargetListHandler& handler) -> GeneralListParser& { return *handler.GetParser(); },
+        FileNames{.read = TargetsRead, .written = TargetsWritten, .readsProfiles = true}};
+    return std::make_unique<HandlerList<TargetListHandler, WkfListEntry>>(use);
 }
 
 std::unique_ptr<CliList> makeNoi() {
-    return std::make_unique<HandlerList<NOIFrequencyHandler>>("/Lists/NOIFrequencies",
-                                                              [](NOIFrequencyHandler& handler, Node* node) {
-                                                                  handler.SetRemembersFile(false);
-                                                                  handler.Init(node);
-                                                              });
+    static const HandlerUse<NOIFrequencyHandler> use = {
+        "/Lists/NOIFrequencies", "Entry",
+        [](NOIFrequencyHandler& handler, Node* node) {
+            handler.SetRemembersFile(false);
+            handler.Init(node);
+        },
+        [](NOIFrequencyHandler& handler) -> GeneralListParser& { return handler; },
+        FileNames{.read = NoiRead, .written = NoiWritten, .readsProfiles = true}};
+    return std::make_unique<HandlerList<NOIFrequencyHandler, NOIFrequency>>(use);
 }
 
 template <bool IsVUHF>
@@ -73,18 +123,50 @@ constexpr Kind Kinds[] = {
     {"detections-vuhf", MakeDetectionsVUHF, nullptr},
 };
 
-/// Channels of a VHF/UHF receiver name their antenna, those of an HF receiver do not.
-bool isJobOfVUHF(const QString& path) {
-    constexpr qint64 SearchedBytes = 1 << 20;
-    QFile file(path);
-    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) &&
-           file.read(SearchedBytes).contains("<MEMORYSCAN_SEQ_ANTENNAID");
+/// A member of JSON entries by which their list is known, in the order in which they are looked for. Entries
+/// with none of them are targets.
+struct TellingMember {
+    const char* key;
+    const char* kind;
+};
+constexpr TellingMember TellingMembers[] = {
+    {"decoder", "detections-vuhf"}, {"starttime", "detections"}, {"locked", "results"},
+    {"antennaid", "memory-vuhf"},   {"afc", "memory-vuhf"},      {"bfofrequency", "memory-hf"},
+    {"outputifpath", "memory-hf"},  {"threadclass", "target"},   {"demodulation", "target"},
+    {"bandwidth", "noi"},
+};
+
+/// The kind of list that the first entry of a JSON file tells; that of targets when it cannot be read, which
+/// whoever reads it tells.
+QString kindOfJson(const QString& path) {
+    QString kind = QString::fromLatin1(Kinds[0].name);
+    try {
+        ReadJson(path, [&](const JsonEntry& entry) {
+            const auto* telling = std::find_if(
+                std::begin(TellingMembers), std::end(TellingMembers),
+                [&](const TellingMember& member) { return entry.Has(QLatin1String(member.key)); });
+            if (telling != std::end(TellingMembers))
+                kind = QString::fromLatin1(telling->kind);
+            return false;
+        });
+    } catch (const RGException&) {
+    }
+    return kind;
 }
 
-bool isNumeric(const ValueBase& value) {
-    return value.GetType() != ValueType::Text && value.GetType() != ValueType::Selection &&
-           value.GetType() != ValueType::Bool && value.GetType() != ValueType::DoubleList &&
-           value.GetType() != ValueType::Char;
+FieldType typeOf(const ValueBase& value) {
+    switch (value.GetType()) {
+    case ValueType::Text:
+    case ValueType::Selection:
+    case ValueType::Char:
+        return FieldType::Text;
+    case ValueType::Bool:
+        return FieldType::Flag;
+    case ValueType::DoubleList:
+        return FieldType::Numbers;
+    default:
+        return FieldType::Number;
+    }
 }
 
 /// A character is shown as the letter that it stands for.
@@ -105,8 +187,29 @@ std::unique_ptr<CliList> MakeList(const QString& kind) {
     return nullptr;
 }
 
+std::optional<bool> IsJobOfVUHF(const QString& path) {
+    using Token = REPORTGENERATOR::XmlScanner::Token;
+    try {
+        QFile file(path);
+        REPORTGENERATOR::OpenForReading(file);
+        // The declared encoding is that of a job before it became text: all are UTF-8 now.
+        REPORTGENERATOR::XmlScanner scanner(file, path, false);
+        for (Token token = scanner.Next(); token != Token::End; token = scanner.Next()) {
+            if (token != Token::StartElement)
+                continue;
+            if (const std::optional<bool> isVUHF = IsElementOfVUHF(scanner.Name()))
+                return isVUHF;
+        }
+    } catch (const RGException&) {
+        // Whoever reads the job tells what is wrong with it.
+    }
+    return std::nullopt;
+}
+
 QString ListKindOf(const QString& path) {
-    if (path.endsWith(QLatin1String(".pij")) && isJobOfVUHF(path))
+    if (IsJsonName(path))
+        return kindOfJson(path);
+    if (path.endsWith(QLatin1String(".pij")) && IsJobOfVUHF(path).value_or(false))
         return QStringLiteral("memory-vuhf");
     if (path.contains(QLatin1String(".xml")) && FreqStoreXml::FileHandling().IsDetectionResults(path))
         return QStringLiteral("detections-vuhf"); // whose files have all that there is
@@ -129,24 +232,67 @@ QString Counted(qint64 count, const char* one, const char* many) {
            QLatin1String(count == 1 ? one : many);
 }
 
+Node& AddEntryNode(Node& list, const char* name) {
+    auto* node = new Node(&list, QString::fromLatin1(name));
+    list.AddItemUnique(node);
+    return *node;
+}
+
+bool CliList::Read(const QString& path) {
+    return Names().FormatRead(path) == FileFormat::Json ? readJson(path) : ReadFile(path);
+}
+
+bool CliList::readJson(const QString& path) {
+    BeginEntries();
+    try {
+        ReadJson(path, [this](const JsonEntry& entry) {
+            AddEntry(entry);
+            return true;
+        });
+    } catch (const RGException& exception) {
+        Problems::Report("jsonfile", 217, Problem::FromText(exception.GetErrorText()));
+        EndEntries(false);
+        return false;
+    }
+    EndEntries(true);
+    return true;
+}
+
+bool CliList::Write(const QString& path) {
+    if (!IsJsonName(path))
+        return WriteFile(path);
+    try {
+        WriteJson(path, *this);
+        return true;
+    } catch (const RGException& exception) {
+        Problems::Report("jsonfile", 231, Problem::FromText(exception.GetErrorText()));
+        return false;
+    }
+}
+
 size_t CliList::Count() const {
     return GetNode()->ChildCount();
 }
 
-void CliList::ForEachEntry(const EntryVisitor& visit) const {
+bool CliList::ForEachEntry(const EntryVisitor& visit) const {
     for (const Node* entry : GetNode()->Children()) {
         std::vector<EntryField> fields;
         for (const ValueBase* value = entry->FirstValue(); value; value = Node::NextValue(value))
-            fields.push_back({value->GetName(), textOf(*value), isNumeric(*value)});
-        visit(fields);
+            fields.push_back({value->GetName(), textOf(*value), typeOf(*value)});
+        if (!visit(fields))
+            return false;
     }
+    return true;
 }
 
-ProblemPrinter::ProblemPrinter() {
+ProblemPrinter::ProblemPrinter()
+    : m_digest([](const Problem& problem) {
+          ProgressBar::MakeRoom();
+          TellError(problem.ToString());
+      }) {
     Problems::SetSink([this](const Problem& problem) {
-        ++m_count;
-        ProgressBar::MakeRoom();
-        std::fprintf(stderr, "%s\n", qPrintable(problem.ToString()));
+        m_count += problem.count;
+        m_digest.Add(problem);
     });
 }
 

@@ -1,47 +1,76 @@
 #pragma once
 
+#include "cli/listfiles.h"
+#include "host/base/problemdigest.h"
+
 #include <QString>
 #include <QStringList>
-#include <QVariant>
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
+class JsonEntry;
 class Node;
 
-/// One member of an entry: its key, and its content as text or number.
+enum class FieldType { Text, Number, Flag, Numbers };
+
+/// One member of an entry: its key, and its content as text. Of a number that there is not the text is empty;
+/// several numbers are separated by ";".
 struct EntryField {
     QString key;
     QString text;
-    bool isNumber;
+    FieldType type;
 };
 
-using EntryVisitor = std::function<void(const std::vector<EntryField>&)>;
+/// Answers whether it wants the next entry, too.
+using EntryVisitor = std::function<bool(const std::vector<EntryField>&)>;
 
-/// A kind of list as the commands see it: reads and writes files through the list's own handler.
+/// A kind of list as the commands see it: reads and writes files through the list's own handler, and JSON
+/// files of each kind.
 class CliList {
 public:
     virtual ~CliList() = default;
 
     /// Replaces the list by the file's content; false when the file could not be read. Problems are told
     /// through the problem sink.
-    virtual bool Read(const QString& path) = 0;
-    virtual bool Write(const QString& path) = 0;
+    bool Read(const QString& path);
+    bool Write(const QString& path);
+    /// How the list tells formats by names.
+    virtual const FileNames& Names() const = 0;
     /// Number of entries.
     virtual size_t Count() const;
-    /// The members of each entry, in list order.
-    virtual void ForEachEntry(const EntryVisitor& visit) const;
+    /// The members of each entry, in list order; false when the visitor stopped it.
+    virtual bool ForEachEntry(const EntryVisitor& visit) const;
 
 protected:
+    /// The same for the files of the list's own formats.
+    virtual bool ReadFile(const QString& path) = 0;
+    virtual bool WriteFile(const QString& path) = 0;
+
+    /// Bracket the entries of a JSON file, as the handler does those of a file of its own; `isWhole` says
+    /// whether the file was good. If it was not, the list is left empty.
+    virtual void BeginEntries() = 0;
+    virtual void EndEntries(bool isWhole) = 0;
+    virtual void AddEntry(const JsonEntry& entry) = 0;
+
     /// The node whose children are the entries; null for a list whose entries are no nodes.
     virtual Node* GetNode() const { return nullptr; }
+
+private:
+    bool readJson(const QString& path);
 };
+
+/// A new node of an entry, under that of its list.
+Node& AddEntryNode(Node& list, const char* name);
 
 /// The list of a kind ("target"); null for an unknown kind.
 std::unique_ptr<CliList> MakeList(const QString& kind);
 /// The kind of list that a file is read as when none is named.
 QString ListKindOf(const QString& path);
+/// Whether a job's channels are those of a VHF/UHF receiver; empty when it has none that tell.
+std::optional<bool> IsJobOfVUHF(const QString& path);
 /// A number of things: "no entries", "1 entry", "2 entries".
 QString Counted(qint64 count, const char* one, const char* many);
 /// Names of all kinds.
@@ -54,13 +83,17 @@ std::unique_ptr<CliList> MakeDetections();
 std::unique_ptr<CliList> MakeDetectionsHF();
 std::unique_ptr<CliList> MakeDetectionsVUHF();
 
-/// Collects the problems that readers and writers tell, and prints them to standard error, while it lives.
+/// Counts the problems that readers and writers tell, and prints them to standard error, while it lives. Of
+/// many of one kind it prints the first ones and a summary.
 class ProblemPrinter {
 public:
     ProblemPrinter();
     ~ProblemPrinter();
-    int Count() const { return m_count; }
+    qint64 Count() const { return m_count; }
+    /// Prints what was held back of the file that has been read.
+    void Flush() { m_digest.Flush(); }
 
 private:
-    int m_count = 0;
+    ProblemDigest m_digest;
+    qint64 m_count = 0;
 };

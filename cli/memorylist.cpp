@@ -1,14 +1,24 @@
 #include "cli/memorylist.h"
 
+#include "cli/jsonfile.h"
 #include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/valuetree/tree.h"
 
 namespace {
 
 constexpr char JobPath[] = "/JEN/Job";
+constexpr char EntryName[] = "MemItem";
+constexpr FileMark MarksRead[] = {
+    {".xml", FileFormat::StoreXml}, {".sfl", FileFormat::SflLines}, {".pij", FileFormat::Job}};
+constexpr FileMark MarksWritten[] = {{".xml", FileFormat::StoreXml}};
 
 MemorySystemHandler& handler() {
     return *MemorySystemHandler::Instance();
+}
+
+template <typename Entry>
+void makeEntry(Node& node) {
+    Entry(&node, true, handler().GetGeneralEntry()).SetComment(QString());
 }
 
 } // namespace
@@ -34,12 +44,37 @@ MemoryList::~MemoryList() {
     Tree::Instance()->GetNode(QString::fromLatin1(JobPath))->DeleteChildren();
 }
 
-bool MemoryList::Read(const QString& path) {
+const FileNames& MemoryList::Names() const {
+    static constexpr FileNames names{.read = MarksRead, .written = MarksWritten, .isAtTheEnd = true};
+    return names;
+}
+
+bool MemoryList::ReadFile(const QString& path) {
     return handler().ReadFile(path);
 }
 
-bool MemoryList::Write(const QString& path) {
+bool MemoryList::WriteFile(const QString& path) {
     return handler().SaveFile(path);
+}
+
+void MemoryList::BeginEntries() {
+    handler().Prepare4NewFile();
+}
+
+void MemoryList::EndEntries(bool isWhole) {
+    if (!isWhole)
+        m_node->DeleteChildren();
+    handler().SuspendMediatorCtrl(true, true); // the channels go into the job
+    handler().ResetDataAfterNewFile();
+}
+
+void MemoryList::AddEntry(const JsonEntry& from) {
+    Node& node = AddEntryNode(*m_node, EntryName);
+    if (handler().IsVUHF())
+        makeEntry<VUHFMemoryEntry>(node);
+    else
+        makeEntry<HFMemoryEntry>(node);
+    FillFromJson(node, from);
 }
 
 bool MemoryList::OpenJob(const QString& path) {

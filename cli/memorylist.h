@@ -8,9 +8,7 @@ public:
     explicit MemoryList(bool vuhf);
     ~MemoryList() override;
 
-    /// Adds the channels of a file to the list.
-    bool Read(const QString& path) override;
-    bool Write(const QString& path) override;
+    const FileNames& Names() const override;
 
     /// Opens a job: its channels are the list. False, told, when it is none.
     bool OpenJob(const QString& path);
@@ -20,6 +18,12 @@ public:
     bool SaveJob(const QString& path);
 
 protected:
+    /// Adds the channels of a file to the list.
+    bool ReadFile(const QString& path) override;
+    bool WriteFile(const QString& path) override;
+    void BeginEntries() override;
+    void EndEntries(bool isWhole) override;
+    void AddEntry(const JsonEntry& from) override;
     Node* GetNode() const override { return m_node; }
 
 private:

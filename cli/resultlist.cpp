@@ -1,4 +1,6 @@
+#include "cli/jsonfile.h"
 #include "cli/list.h"
+#include "controls/frequencystore/entries/searchmcdataresult.h"
 #include "controls/frequencystore/halvonodemediatorctrl.h"
 #include "controls/frequencystore/listviewshandler/filekind.h"
 #include "controls/frequencystore/listviewshandler/searchmcdatahandler.h"
@@ -6,6 +8,10 @@
 #include "host/valuetree/tree.h"
 
 namespace {
+
+constexpr FileMark MarksRead[] = {{".xml", FileFormat::StoreXml}, {".csv", FileFormat::Csv}};
+constexpr FileMark MarksWritten[] = {{".csv", FileFormat::Csv}, {".xml", FileFormat::StoreXml}};
+constexpr FileNames ResultNames{.read = MarksRead, .written = MarksWritten};
 
 /// Results of a classifier. A name with ".csv" is written in the list's own export form, one line per result.
 class ResultList final : public CliList {
@@ -18,15 +24,30 @@ public:
         m_node->DeleteChildren();
     }
 
-    bool Read(const QString& path) override { return SearchMCDataReader(list()).ReadFile(path); }
-    bool Write(const QString& path) override {
+    const FileNames& Names() const override { return ResultNames; }
+
+protected:
+    bool ReadFile(const QString& path) override { return SearchMCDataReader(list()).ReadFile(path); }
+    bool WriteFile(const QString& path) override {
         list().ForceUpdateNow();
         return PathContains(path, ".csv")
                    ? list().ExportFrequencies(path, FreqStoreXml::FrequencyStoreListHelper::SearchResults)
                    : list().SaveFrequencies(path);
     }
-
-protected:
+    void BeginEntries() override {
+        list().Suspend(true);
+        m_node->DeleteChildren();
+    }
+    void EndEntries(bool isWhole) override {
+        if (!isWhole)
+            m_node->DeleteChildren();
+        list().Suspend(false);
+    }
+    void AddEntry(const JsonEntry& from) override {
+        Node& node = AddEntryNode(*m_node, "Entry");
+        SearchMCDataResult(&node, true, nullptr).SetComment(QString());
+        FillFromJson(node, from);
+    }
     Node* GetNode() const override { return m_node; }
 
 private:

@@ -2,50 +2,23 @@
 
 #include "cli/arguments.h"
 #include "cli/command.h"
+#include "cli/jsonfile.h"
+#include "cli/output.h"
 #include "host/base/tokenizer.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace {
 
 using Row = std::vector<EntryField>;
 
-void print(const QString& text) {
-    const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout);
-}
-
-/// Texts as JSON quotes them; numbers as they stand, which JSON reads, too.
-QString quoted(const QString& text) {
-    QString out(QLatin1Char('"'));
-    for (const QChar c : text) {
-        if (c == QLatin1Char('"') || c == QLatin1Char('\\'))
-            out += QLatin1Char('\\');
-        if (c.unicode() < 0x20)
-            out += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
-        else
-            out += c;
-    }
-    return out + QLatin1Char('"');
-}
-
 void printJson(const CliList& list) {
-    bool first = true;
-    print(QStringLiteral("["));
-    list.ForEachEntry([&](const Row& row) {
-        QStringList members;
-        for (const EntryField& field : row)
-            members << quoted(field.key) + QLatin1Char(':') +
-                           (field.isNumber ? field.text : quoted(field.text));
-        print((first ? QStringLiteral("\n{") : QStringLiteral(",\n{")) + members.join(QLatin1Char(',')) +
-              QLatin1Char('}'));
-        first = false;
-    });
-    print(QStringLiteral("\n]\n"));
+    Output out(stdout);
+    PrintJson(list, [&](const QString& line) { return out.Line(line); });
 }
 
 void printTsv(const CliList& list) {
+    Output out(stdout);
     bool first = true;
     list.ForEachEntry([&](const Row& row) {
         QStringList keys;
@@ -55,8 +28,8 @@ void printTsv(const CliList& list) {
             texts << Quor::OneField(field.text);
         }
         if (std::exchange(first, false))
-            print(keys.join(QLatin1Char('\t')) + QLatin1Char('\n'));
-        print(texts.join(QLatin1Char('\t')) + QLatin1Char('\n'));
+            out.Line(keys.join(QLatin1Char('\t')));
+        return out.Line(texts.join(QLatin1Char('\t')));
     });
 }
 
@@ -70,21 +43,25 @@ void printTable(const CliList& list) {
         widths.resize(std::max(widths.size(), row.size()), 0);
         for (size_t i = 0; i < row.size(); ++i)
             widths[i] = std::clamp(row[i].text.size(), std::max(widths[i], row[i].key.size()), MaxWidth);
+        return true;
     });
     const auto cell = [&](const QString& text, size_t column, bool right) {
         const QString cut = Quor::OneField(text).left(widths[column]);
         return right ? cut.rightJustified(widths[column]) : cut.leftJustified(widths[column]);
     };
+    Output out(stdout);
     for (size_t r = 0; r < rows.size(); ++r) {
         QStringList heads;
         QStringList cells;
         for (size_t i = 0; i < rows[r].size(); ++i) {
-            heads << cell(rows[r][i].key, i, rows[r][i].isNumber);
-            cells << cell(rows[r][i].text, i, rows[r][i].isNumber);
+            const bool isNumber = rows[r][i].type == FieldType::Number;
+            heads << cell(rows[r][i].key, i, isNumber);
+            cells << cell(rows[r][i].text, i, isNumber);
         }
         if (r == 0)
-            print(heads.join(QStringLiteral("  ")) + QLatin1Char('\n'));
-        print(cells.join(QStringLiteral("  ")) + QLatin1Char('\n'));
+            out.Line(heads.join(QStringLiteral("  ")));
+        if (!out.Line(cells.join(QStringLiteral("  "))))
+            return;
     }
 }
 
@@ -107,7 +84,8 @@ EntryPrinter PrinterOf(const QString& format, const char* command) {
         if (format == QLatin1String(known.name))
             return known.print;
     }
-    std::fprintf(stderr, "freqstore-cli %s: no format is called \"%s\"\n", command, qPrintable(format));
+    TellError(
+        QStringLiteral("freqstore-cli %1: no format is called \"%2\"").arg(QLatin1String(command), format));
     return nullptr;
 }
 
@@ -122,12 +100,13 @@ int RunShow(const QStringList& arguments) {
     const EntryPrinter print = PrinterOf(args.Value("format"), "show");
     if (!print)
         return ExitUsage;
-    const ProblemPrinter problems;
+    ProblemPrinter problems;
     const std::unique_ptr<CliList> list = args.List(args.Files().first());
     if (!list)
         return ExitUsage;
     if (!list->Read(args.Files().first()))
         return ExitFile;
+    problems.Flush();
     print(*list);
     return problems.Count() == 0 ? ExitDone : ExitFile;
 }

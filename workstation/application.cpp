@@ -9,6 +9,7 @@
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 #include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/base/problems.h"
+#include "host/base/terminaltext.h"
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencystorelistview.h"
@@ -95,8 +96,9 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     const QString lostNoi = forgetLostNoi();
     m_window = std::make_unique<MainWindow>(*m_receiver);
     // Whoever started the program from a terminal sees there what the panel shows.
-    QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded,
-                     [](const QString& text) { std::fprintf(stderr, "%s\n", qPrintable(text)); });
+    QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded, [](const QString& text) {
+        std::fprintf(stderr, "%s\n", TextFor(stderr, text).constData());
+    });
     addJobPanel();
     addSweepEntry();
     registerLists();

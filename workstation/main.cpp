@@ -1,3 +1,4 @@
+#include "host/base/terminaltext.h"
 #include "host/freqstorexml/csvoptions.h"
 #include "workstation/application.h"
 #include "workstation/mainwindow.h"
@@ -7,13 +8,17 @@
 #include <cstdio>
 
 int main(int argc, char** argv) {
+    if (const QString refusal = RefuseArguments(argc, argv); !refusal.isEmpty()) {
+        std::fprintf(stderr, "freqstore: %s\n", TextFor(stderr, refusal).constData());
+        return 1;
+    }
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("freqstore"));
     QApplication::setApplicationVersion(QStringLiteral(FREQSTORE_VERSION));
     QString error;
     const Options options = Options::Parse(QApplication::arguments(), error);
     if (!error.isEmpty()) {
-        std::fprintf(stderr, "freqstore: %s\n", qPrintable(error));
+        std::fprintf(stderr, "freqstore: %s\n", TextFor(stderr, error).constData());
         return 1;
     }
     FreqStoreXml::CsvOptions::SetSpreadsheetSafe(true); // what operators export, they open in one

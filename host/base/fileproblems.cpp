@@ -9,8 +9,10 @@ constexpr qint64 MaxReported = 200;
 } // namespace
 
 FileProblems::~FileProblems() {
-    if (m_count > MaxReported)
-        ReportAlways(0, QStringLiteral("%1 further problems").arg(m_count - MaxReported));
+    const qint64 further = m_count - MaxReported;
+    if (further > 0 && m_sourceFile)
+        Problems::Report(m_sourceFile, m_sourceLine,
+                         {m_fileName, 0, QStringLiteral("%1 further problems").arg(further), further});
 }
 
 void FileProblems::Report(qint64 line, const QString& reason) {

@@ -34,8 +34,9 @@ TEST_F(BandsTest, TheBandListOfEachKindOfFile) {
     EXPECT_EQ(Cli({Q("convert"), Q("two.noi"), Q("two.xml")}).exitCode, ExitDone);
     EXPECT_EQ(Cli({Q("convert"), Q("two.noi"), Q("two.csv")}).exitCode, ExitDone);
     EXPECT_EQ(Cli({Q("convert"), Q("--list"), Q("noi"), Q("two.csv"), Q("again.noi")}).exitCode, ExitDone);
+    EXPECT_EQ(Cli({Q("convert"), Q("again.noi"), Q("two.json")}).exitCode, ExitDone);
     const std::string expected = "99995000,100005000;5000,5001;\n";
-    for (const char* name : {"two.noi", "two.xml", "two.csv", "again.noi"}) {
+    for (const char* name : {"two.noi", "two.xml", "two.csv", "two.json", "again.noi"}) {
         const CliResult shown = Cli({Q("bands"), Q(name)});
         EXPECT_EQ(shown.exitCode, ExitDone) << name << shown.err;
         EXPECT_EQ(shown.out, expected) << name;
@@ -57,6 +58,7 @@ TEST_F(BandsTest, TheBandListOfEachKindOfFile) {
 TEST_F(BandsTest, WrongCommandLinesAndBadFilesAreTold) {
     for (const QStringList& arguments : {QStringList{Q("bands")},
                                          {Q("bands"), Q("a.noi"), Q("b.noi")},
+                                         {Q("bands"), Q("--out"), Q("./remembered.noi"), Q("remembered.noi")},
                                          {Q("bands"), Q("--list"), Q("noi"), Q("a")}})
         EXPECT_EQ(Cli(arguments).exitCode, ExitUsage);
     struct {

@@ -53,10 +53,10 @@ TEST_F(DetectionKinds, AreShownWithTheirMembers) {
     EXPECT_EQ(entry["modulation"], "FSK, \"wide\"");
     EXPECT_EQ(entry["decoder"], QString::fromUtf8("Жür"));
     EXPECT_EQ(entry["confidence"], 87);
-    EXPECT_EQ(entry["azimuth"], "123.5");
-    EXPECT_EQ(entry["latitude"], "-48.25");
+    EXPECT_EQ(entry["azimuth"], 123.5);
+    EXPECT_EQ(entry["latitude"], -48.25);
     SearchMC::WriteFile(path("hf.xml"), false, {&record}, SearchMC::Variant::HF);
-    EXPECT_EQ(shown("detections-hf", "hf.xml")["azimuth"], "2222");
+    EXPECT_EQ(shown("detections-hf", "hf.xml")["azimuth"], 2222);
 }
 
 TEST_F(DetectionKinds, ComeBackTheSameThroughEveryFormat) {
@@ -72,7 +72,8 @@ TEST_F(DetectionKinds, ComeBackTheSameThroughEveryFormat) {
             EXPECT_EQ(result.exitCode, ExitDone) << result.err;
         };
         convert(name, "there.csv");
-        convert("there.csv", "back.xml");
+        convert("there.csv", "there.json");
+        convert("there.json", "back.xml");
         EXPECT_EQ(bytes("back.xml"), bytes(name));
         const CliResult checked = Cli({"check", "--list", kind, path(name)});
         EXPECT_EQ(checked.exitCode, ExitDone);

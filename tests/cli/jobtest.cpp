@@ -142,6 +142,28 @@ TEST_F(JobCommandTest, WrongCommandLinesAndBadFilesLeaveTheOutputAlone) {
         EXPECT_EQ(Cli(QStringList{Q("job")} + help).exitCode, ExitDone);
 }
 
+TEST_F(JobCommandTest, TheReceiverIsToldByTheChannelsWhereverTheyStand) {
+    QByteArray far = Read(Sample(Q("job-vuhf.pij")));
+    far.insert(far.indexOf("<SUBJOB"), "<!-- <MEMORYSCAN_SEQ_SHIFT/> " + QByteArray(3 << 20, '.') + " -->");
+    for (const QString& job : {Sample(Q("job-vuhf.pij")), Write(Q("far.pij"), far)}) {
+        const QByteArray expected = QByteArray::fromStdString(
+            Cli({Q("job"), Q("show"), Q("--receiver"), Q("vuhf"), Sample(Q("job-vuhf.pij"))}).out);
+        const CliResult shown = Cli({Q("job"), Q("show"), job});
+        EXPECT_EQ(shown.exitCode, ExitDone) << shown.err;
+        EXPECT_EQ(QByteArray::fromStdString(shown.out), expected);
+        const CliResult checked = Cli({Q("check"), job});
+        EXPECT_EQ(checked.exitCode, ExitDone) << checked.err;
+        const QString out = Path(Q("out.pij"));
+        const CliResult merged =
+            Cli({Q("job"), Q("merge"), job, Sample(Q("memory-vuhf.xml")), Q("--out"), out});
+        EXPECT_EQ(merged.exitCode, ExitDone) << merged.err;
+        EXPECT_TRUE(Read(out).contains("MEMORYSCAN_SEQ_ANTENNAID"));
+    }
+    const CliResult asHF = Cli({Q("job"), Q("show"), Q("--receiver"), Q("hf"), Sample(Q("job-vuhf.pij"))});
+    EXPECT_EQ(asHF.exitCode, ExitFile);
+    EXPECT_LT(std::count(asHF.err.begin(), asHF.err.end(), '\n'), 10) << asHF.err;
+}
+
 TEST(JobKind, IsToldByTheChannels) {
     for (const char* const name : {"job-hf.pij", "job-vuhf.pij"}) {
         const CliResult checked = Cli({Q("check"), Sample(QString::fromLatin1(name))});

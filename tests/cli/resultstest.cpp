@@ -43,6 +43,9 @@ TEST_F(ResultKind, IsShownCheckedAndConvertedBothWays) {
 
     EXPECT_EQ(Cli({"convert", "--list", "results", Results, path("same.xml")}).exitCode, ExitDone);
     EXPECT_EQ(bytes(path("same.xml")), bytes(Results));
+    EXPECT_EQ(Cli({"convert", "--list", "results", Results, path("all.json")}).exitCode, ExitDone);
+    EXPECT_EQ(Cli({"convert", path("all.json"), path("same.xml")}).exitCode, ExitDone);
+    EXPECT_EQ(bytes(path("same.xml")), bytes(Results));
     // Lines have all but the comment.
     EXPECT_EQ(Cli({"convert", "--list", "results", Results, path("lines.csv")}).exitCode, ExitDone);
     EXPECT_EQ(Cli({"convert", "--list", "results", path("lines.csv"), path("back.xml")}).exitCode, ExitDone);
@@ -66,8 +69,8 @@ TEST_F(ResultKind, WhatCannotBeReadOrWrittenIsTold) {
     EXPECT_EQ(checked.exitCode, ExitFile);
     EXPECT_EQ(checked.err, path("bad.csv").toStdString() + ":2: \"@\" is no bandwidth; 0 is taken\n");
     EXPECT_NE(checked.out.find("2 entries, 1 problem"), std::string::npos) << checked.out;
-    for (const QString& target : {QStringLiteral("/dev/full"), QStringLiteral("/no/such/folder/x.csv"),
-                                  QStringLiteral("/sys/x.xml"), folder.path()}) {
+    for (const QString& target : {QStringLiteral("/dev/full/x.json"), QStringLiteral("/no/such/folder/x.csv"),
+                                  QStringLiteral("/sys/x.xml"), QStringLiteral("/no/such/folder/x.json")}) {
         const CliResult written = Cli({"convert", "--list", "results", Results, target});
         EXPECT_EQ(written.exitCode, ExitFile) << target.toStdString();
         EXPECT_EQ(written.err.find(target.toStdString()), 0u) << written.err;

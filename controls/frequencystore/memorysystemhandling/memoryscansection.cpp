@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QStringList>
 
+#include <algorithm>
 #include <charconv>
 #include <span>
 #include <variant>
@@ -58,6 +59,12 @@ constexpr size_t FirstRead = 1;
 
 std::span<const Parameter> parametersOf(bool vuhf) {
     return vuhf ? std::span<const Parameter>(VUHFParameters) : std::span<const Parameter>(HFParameters);
+}
+
+bool hasElement(bool vuhf, std::string_view name) {
+    const std::span<const Parameter> parameters = parametersOf(vuhf);
+    return std::any_of(parameters.begin(), parameters.end(),
+                       [name](const Parameter& parameter) { return parameter.element == name; });
 }
 
 bool parseInteger(QStringView text, long& number) {
@@ -312,6 +319,11 @@ void ScanReader::reportSharedNumbers() {
 }
 
 } // namespace
+
+std::optional<bool> IsElementOfVUHF(std::string_view name) {
+    const bool isVUHF = hasElement(true, name);
+    return isVUHF == hasElement(false, name) ? std::nullopt : std::optional<bool>(isVUHF);
+}
 
 void MemoryScanWriter::Append(const ScanChannel& channel) {
     m_text += QLatin1String(m_text.isEmpty() ? "<MEMORYSCAN>" : "");

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <optional>
+#include <string_view>
 #include <vector>
 
 class FileProblems;
@@ -29,6 +31,10 @@ struct ScanChannel {
 
     bool operator==(const ScanChannel&) const = default;
 };
+
+/// Whether an element of a channel is one that only VHF/UHF receivers have (true), or only HF receivers
+/// (false); empty for all others.
+std::optional<bool> IsElementOfVUHF(std::string_view name);
 
 /// Writes a section, channel by channel.
 class MemoryScanWriter {

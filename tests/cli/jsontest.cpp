@@ -1,0 +1,140 @@
+#include "tests/cli/runcli.h"
+#include "tests/support/testfolder.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+class JsonTest : public testing::Test, protected TestFolder {
+protected:
+    static QByteArray Shown(const QStringList& arguments) {
+        const CliResult shown = Cli(QStringList{Q("show"), Q("--format"), Q("json")} + arguments);
+        EXPECT_EQ(shown.exitCode, ExitDone) << shown.err;
+        return QByteArray::fromStdString(shown.out);
+    }
+};
+
+TEST_F(JsonTest, IsWrittenAsShownAndReadBackByItsMembers) {
+    const struct {
+        const char* kind;
+        const char* sample;
+        const char* back; ///< a format of the list's own that the file is converted to and from
+    } rows[] = {
+        {"target", "targets.xml", ".csv"},           {"noi", "interest.noi", ".xml"},
+        {"results", "results.xml", ".xml"},          {"memory-hf", "memory-hf.xml", nullptr},
+        {"memory-vuhf", "memory-vuhf.xml", nullptr}, {"memory-hf", "job-hf.pij", nullptr},
+        {"memory-vuhf", "job-vuhf.pij", nullptr},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.sample);
+        const QString sample = Sample(Q(row.sample));
+        const QString json = Path(Q("out.json"));
+        const CliResult converted = Cli({Q("convert"), Q("--list"), Q(row.kind), sample, json});
+        EXPECT_EQ(converted.exitCode, ExitDone) << converted.err;
+        const QByteArray expected = Shown({Q("--list"), Q(row.kind), sample});
+        EXPECT_EQ(Read(json), expected);
+        EXPECT_EQ(Shown({json}), expected);
+        const auto count = QJsonDocument::fromJson(expected).array().size();
+        EXPECT_GT(count, 20);
+        EXPECT_EQ(Cli({Q("check"), json}).out,
+                  (json + Q(": JSON, %1 entries, no problems\n").arg(count)).toStdString());
+        if (!row.back)
+            continue;
+        const QString own = Path(Q("own") + Q(row.back));
+        EXPECT_EQ(Cli({Q("convert"), json, own}).exitCode, ExitDone);
+        EXPECT_EQ(Shown({Q("--list"), Q(row.kind), own}), expected);
+    }
+}
+
+TEST_F(JsonTest, MembersHaveTypesAndAllOfThemComeBack) {
+    const QByteArray job =
+        "<JOB><SUBJOB><TDS><MEMORYSCAN>"
+        "<MEMORYSCAN_CHANNEL Range=\"4\" Name=\"a\"><MEMORYSCAN_SEQ_FREQUENCY Value=\"1e6\"/>"
+        "<MEMORYSCAN_SEQ_AFC Value=\"true\"/></MEMORYSCAN_CHANNEL>"
+        "<MEMORYSCAN_CHANNEL Range=\"4\"><MEMORYSCAN_SEQ_FREQUENCY Value=\"2e6\"/>"
+        "</MEMORYSCAN_CHANNEL>"
+        "<MEMORYSCAN_CHANNEL Range=\"4\"><MEMORYSCAN_SEQ_FREQUENCY Value=\"4e6\"/>"
+        "</MEMORYSCAN_CHANNEL></MEMORYSCAN></TDS></SUBJOB></JOB>";
+    const CliResult shown = Cli({Q("show"), Q("--format"), Q("json"), Write(Q("range.pij"), job)});
+    const QJsonObject channel = QJsonDocument::fromJson(QByteArray::fromStdString(shown.out))[0].toObject();
+    EXPECT_EQ(channel[Q("rangefrequencies")], (QJsonArray{2e6, 4e6}));
+    EXPECT_EQ(channel[Q("range")], true);
+    EXPECT_EQ(channel[Q("afc")], true);
+    EXPECT_EQ(channel[Q("rangecounter")], 4);
+
+    const QByteArray all =
+        "[\n{\"frequency\":1000000.5,\"comment\":\"\\u0001 \\\"ä\\\\\\n\",\"bandwidthsel\":300,"
+        "\"demodulation\":\"ODD\",\"threshold\":-7,\"afc\":true,\"usesquelch\":true,\"useattenuation\":true,"
+        "\"attenuation\":9,\"antennaid\":3,\"type\":\"m\",\"range\":true,\"rangecounter\":4,"
+        "\"rangefrequencies\":[2000000,4000000.25]}\n]\n";
+    QByteArray read = Shown({Write(Q("all.json"), all)});
+    EXPECT_EQ(read.replace("\\u000a", "\\n"), all);
+    const QByteArray other = "\xef\xbb\xbf [ { \"unknown\" : [{}], \"antennaid\": null,\n\"bfofrequency\":7,"
+                             "\"frequency\":1e6 } , {\"frequency\":2}]";
+    const QJsonArray entries = QJsonDocument::fromJson(Shown({Write(Q("other.json"), other)})).array();
+    ASSERT_EQ(entries.size(), 2);
+    EXPECT_EQ(entries[0][Q("bfofrequency")], 7);
+    EXPECT_EQ(entries[0][Q("comment")], Q(""));
+    EXPECT_EQ(entries[0][Q("shift")], 20000);
+}
+
+TEST_F(JsonTest, ChannelsAreMergedIntoAJob) {
+    const QString channels = Path(Q("channels.json"));
+    ASSERT_EQ(Cli({Q("convert"), Sample(Q("job-vuhf.pij")), channels}).exitCode, ExitDone);
+    const QString job = Path(Q("job.pij"));
+    const CliResult merged =
+        Cli({Q("job"), Q("merge"), Q("--replace"), Sample(Q("job-vuhf.pij")), channels, Q("--out"), job});
+    EXPECT_EQ(merged.exitCode, ExitDone) << merged.err;
+    EXPECT_EQ(Shown({job}), Read(channels));
+}
+
+TEST_F(JsonTest, WhatIsWrongIsToldWithItsLineAndNothingIsWritten) {
+    const struct {
+        const char* list;
+        QByteArray bytes;
+        const char* problem; ///< behind the file's name
+    } rows[] = {
+        {"target", "", ":1: is no JSON array of entries"},
+        {"target", "\n{\"frequency\":1}", ":2: is no JSON array of entries"},
+        {"target", "[1]", ":1: an entry is no JSON object"},
+        {"target", "[\n{\"frequency\":1},\n]", ":3: an entry is no JSON object"},
+        {"target", "[\n{\"frequency\":1}\n{\"frequency\":2}]", ":3: a comma is missing between entries"},
+        {"target", "[{\"frequency\":1}\n", ":2: the file ends within the array"},
+        {"target", "[\n{\"frequency\":1", ":2: the file ends within an entry"},
+        {"target", "[{\"frequency\":\"}\\\"", ":1: the file ends within an entry"},
+        {"target", "[]\n[]", ":2: something stands behind the array"},
+        {"target", "[\n{\"frequency\":1},\n{\"frequency\":\n1,,}]", ":4: entry 2 is no JSON"},
+        {"target", "[{\"frequency\":1,\"comment\":\"\xff\"}]", ":1: entry 1 is no JSON"},
+        {"target", "[{\"frequency\":1},\n{\"comment\":\"\"}]", ":2: entry 2: \"frequency\" is missing"},
+        {"target", "[{\"frequency\":\"7055000\"}]", ":1: entry 1: \"frequency\" is no number"},
+        {"target", "[{\"frequency\":1,\"comment\":5}]", ":1: entry 1: \"comment\" is no text"},
+        {"target", "[{\"frequency\":1,\"priority\":1.5}]", ":1: entry 1: \"priority\" is no whole number"},
+        {"target", "[{\"frequency\":1,\"priority\":4e9}]", ":1: entry 1: \"priority\" is out of range"},
+        {"memory-vuhf", "[{\"frequency\":1,\"afc\":1}]", ":1: entry 1: \"afc\" is neither true nor false"},
+        {"memory-vuhf", "[{\"frequency\":1,\"rangefrequencies\":\"2;3\"}]",
+         ":1: entry 1: \"rangefrequencies\" is no array of numbers"},
+        {"memory-hf", "[{\"frequency\":1,\"outputifpath\":true}]",
+         ":1: entry 1: \"outputifpath\" is neither text nor number"},
+        {"results", "[{\"frequency\":1,\"locktime\":1e300}]", ":1: entry 1: \"locktime\" is no whole number"},
+        {"detections", "[{\"frequency\":1,\"id\":-1}]", ":1: entry 1: \"id\" is out of range"},
+        {"detections-vuhf", "[{\"frequency\":1,\"starttime\":\"noon\"}]",
+         ":1: entry 1: \"starttime\" is no time"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.bytes.constData());
+        const QString path = Write(Q("bad.json"), row.bytes);
+        const QString out = Write(Q("out.xml"), "old");
+        const CliResult converted = Cli({Q("convert"), Q("--list"), Q(row.list), path, out});
+        EXPECT_EQ(converted.exitCode, ExitFile);
+        EXPECT_EQ(converted.err.find((path + Q(row.problem)).toStdString()), 0u) << converted.err;
+        EXPECT_EQ(Read(out), "old");
+        const CliResult checked = Cli({Q("check"), Q("--list"), Q(row.list), path});
+        EXPECT_NE(checked.out.find("JSON, no entries, 1 problem\n"), std::string::npos) << checked.out;
+    }
+    EXPECT_EQ(Cli({Q("show"), Path(Q("missing.json"))}).exitCode, ExitFile);
+    EXPECT_EQ(Shown({Write(Q("empty.json"), "[ ]")}), "[\n]\n");
+}
+
+} // namespace
