@@ -1,7 +1,10 @@
+#include "host/gui/columnarrangement.h"
 #include "host/gui/listsettings.h"
 #include "host/gui/sortlistview.h"
+#include "tests/support/traces.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -326,6 +329,68 @@ TEST_F(List, RowsThatTheFilterHidAreNotSelectedWhenTheyComeBack) {
     EXPECT_EQ(selected(), Numbers());
 }
 
+/// What is done to the list, and the rows that are selected and current after it; none is -1.
+struct CurrentStep {
+    const char* what;
+    std::function<void(SortListView&)> act;
+    std::vector<int> selected;
+    int current;
+};
+
+TEST_F(List, TheCurrentRowIsASelectedOneHoweverTheSelectionChanges) {
+    addLazy({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+    show();
+    const auto click = [](int index, Qt::KeyboardModifiers modifiers) {
+        return [=](SortListView& list) {
+            const QPoint place = list.visualItemRect(list.topLevelItem(index)).center();
+            QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers, place);
+        };
+    };
+    const auto press = [](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        return [=](SortListView& list) { QTest::keyClick(&list, key, modifiers); };
+    };
+    const auto remove = [](std::vector<int> gone) {
+        return [gone](SortListView& list) {
+            list.RemoveItems([&](const SortListViewItem& item) {
+                return std::count(gone.begin(), gone.end(), static_cast<const LazyRow&>(item).Number) > 0;
+            });
+        };
+    };
+    const CurrentStep steps[] = {
+        {"nothing yet", [](SortListView&) {}, {}, -1},
+        {"click", click(1, Qt::NoModifier), {1}, 1},
+        {"one more", click(4, Qt::ControlModifier), {1, 4}, 4},
+        {"a third", click(5, Qt::ControlModifier), {1, 4, 5}, 5},
+        {"the last off again", click(5, Qt::ControlModifier), {1, 4}, 4},
+        {"one off that had no focus", click(4, Qt::ControlModifier), {1}, 1},
+        {"the last off", click(1, Qt::ControlModifier), {}, -1},
+        {"keys go on from the focus", press(Qt::Key_Down, Qt::NoModifier), {2}, 2},
+        {"the focus alone", press(Qt::Key_Down, Qt::ControlModifier), {2}, 2},
+        {"further", press(Qt::Key_Down, Qt::ControlModifier), {2}, 2},
+        {"selects there", press(Qt::Key_Space, Qt::ControlModifier), {2, 4}, 4},
+        {"and deselects", press(Qt::Key_Space, Qt::ControlModifier), {2}, 2},
+        {"extends", press(Qt::Key_Down, Qt::ShiftModifier), {2, 4, 5}, 5},
+        {"from outside", [](SortListView& l) { l.setSelected(l.topLevelItem(5), false); }, {2, 4}, 4},
+        {"a sort", [](SortListView& l) { l.sortByColumn(0, Qt::DescendingOrder); }, {4, 2}, 4},
+        {"and back", [](SortListView& l) { l.sortByColumn(-1, Qt::AscendingOrder); }, {2, 4}, 4},
+        {"all", press(Qt::Key_A, Qt::ControlModifier), {0, 1, 2, 3, 4, 5, 6, 7, 8, 9}, 5},
+        {"the focused one goes", remove({5}), {0, 1, 2, 3, 4, 6, 7, 8, 9}, 6},
+        {"it is hidden", [](SortListView& l) { l.SetFilterText("8 kHz"); }, {8}, 8},
+        {"it is shown", [](SortListView& l) { l.SetFilterText(""); }, {8}, 8},
+        {"nothing", [](SortListView& l) { l.clearSelection(); }, {}, -1},
+        {"keys go on there", press(Qt::Key_Up, Qt::NoModifier), {7}, 7},
+        {"gone with the rest below", remove({7, 8, 9}), {}, -1},
+        {"keys go on at the end", press(Qt::Key_Up, Qt::NoModifier), {4}, 4},
+        {"all gone", remove({0, 1, 2, 3, 4, 6}), {}, -1},
+    };
+    for (const CurrentStep& step : steps) {
+        step.act(view);
+        EXPECT_EQ(selected(), step.selected) << step.what;
+        const auto* current = static_cast<const LazyRow*>(view.currentItem());
+        EXPECT_EQ(current ? current->Number : -1, step.current) << step.what;
+    }
+}
+
 TEST_F(List, SortingKeepsOpenRowsOpen) {
     addLazy({2, 1});
     row(2)->addChild(new LazyRow(20, view, fills));
@@ -483,11 +548,68 @@ TEST_F(RememberedColumns, OfAListWithOtherColumnsLeaveAllInReach) {
     }
 }
 
-TEST_F(RememberedColumns, DamagedSettingIsIgnored) {
-    ListSettings::Save("TestList", "no header state");
+TEST_F(RememberedColumns, StandInTheFileAsAPersonReadsThem) {
+    {
+        const auto list = makeList();
+        list->setColumnWidth(0, 111);
+        list->setColumnWidth(1, 123);
+        list->setColumnHidden(1, true);
+        list->setColumnWidthMode(2, QHeaderView::Stretch);
+        list->header()->moveSection(2, 0);
+    }
+    QFile file(directory.filePath("columns.ini"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray text = file.readAll();
+    EXPECT_TRUE(text.contains("TestList=2:auto 0:111 1:123:hidden\n")) << text.toStdString();
     const auto list = makeList();
-    EXPECT_FALSE(list->isColumnHidden(0));
-    EXPECT_GT(list->columnWidth(0), 0);
+    list->header()->setStretchLastSection(false);
+    list->setColumnHidden(1, false);
+    EXPECT_EQ(list->columnWidth(1), 123) << "a hidden column keeps its width";
+}
+
+TEST_F(RememberedColumns, ThatNoListCanHaveAreIgnored) {
+    const QString normal = ColumnArrangement::Of(*makeList()->header());
+    for (const char* text :
+         {"no header state", "0:100 1:100", "0:100 1:100 2:100 3:100", "0:100 1:100 1:100",
+          "0:100 1:100 3:100", "-1:100 1:100 2:100", "0:100 1:100 2:99999999999", "0:100 1:100 2:20000",
+          "0:100 1:100 2:-5", "0:100 1:100 2:1", "0:100 1:100 2:0", "0:100 1:100 2",
+          "0:100 1:100 2:100:shown", "0:100:hidden 1:100:hidden 2:100:hidden", "0:100  1:100 2:100",
+          "0:1e2 1:100 2:100"}) {
+        ListSettings::SaveText("TestList", QString::fromLatin1(text));
+        EXPECT_EQ(ColumnArrangement::Of(*makeList()->header()), normal) << text;
+    }
+    SortListView before; // what Qt keeps of a header, as it was remembered once
+    ListSettings::SaveText("TestList", QString::fromLatin1(before.header()->saveState().toHex()));
+    EXPECT_EQ(ColumnArrangement::Of(*makeList()->header()), normal);
+    ListSettings::Save("TestList", before.header()->saveState());
+    EXPECT_EQ(ColumnArrangement::Of(*makeList()->header()), normal);
+}
+
+TEST_F(RememberedColumns, CostNothingWhateverByteOfTheFileChanges) {
+    constexpr unsigned Seed = 20;
+    Traces traces;
+    makeList()->setColumnWidth(1, 140);
+    ListSettings::Save("Window/Panels", "a state of the window");
+    QFile file(directory.filePath("columns.ini"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray sound = file.readAll();
+    file.close();
+    std::mt19937 random(Seed);
+    for (qsizetype i = 0; i < 2 * sound.size(); ++i) {
+        QByteArray bytes = sound;
+        bytes[i / 2] = static_cast<char>(random());
+        SCOPED_TRACE("seed " + std::to_string(Seed) + ", change " + std::to_string(i));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+        file.close();
+        const QByteArray state = ListSettings::Load("Window/Panels");
+        EXPECT_TRUE(state.isEmpty() || state == "a state of the window");
+        const auto list = makeList();
+        ASSERT_EQ(list->header()->count(), 3);
+        EXPECT_LT(list->header()->hiddenSectionCount(), 3);
+        EXPECT_LE(list->header()->length(), 3 * 10000);
+        list->grab();
+        list->SetColumnWidthPersistantName(QString()); // remembers nothing
+    }
 }
 
 } // namespace
