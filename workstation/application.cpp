@@ -88,6 +88,9 @@ void settle() {
 
 Workstation::Workstation(const Options& options) : m_options(options) {
     ErrorHandler::Instance().SetTraceMask(options.traceMask);
+    // What is wrong before there is a window is told when it stands.
+    std::vector<Problem> early;
+    Problems::SetSink([&early](const Problem& problem) { early.push_back(problem); });
     prepareDirectories();
     m_receiver = std::make_unique<SimulatedReceiver>(options.receiver);
     m_receiver->Start();
@@ -99,6 +102,8 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded, [](const QString& text) {
         std::fprintf(stderr, "%s\n", TextFor(stderr, text).constData());
     });
+    for (const Problem& problem : early)
+        m_window->GetMessages()->AddProblem(problem);
     addJobPanel();
     addSweepEntry();
     registerLists();

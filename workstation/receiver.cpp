@@ -60,14 +60,42 @@ const TypeInfo& infoOf(const ReceiverSetting& setting) {
     return Types[static_cast<size_t>(setting.type)];
 }
 
+QString bandwidthOf(IFrequencyStoreItem& item) {
+    double hertz = 0;
+    return item.GetBandwidth(hertz, 0) && hertz > 0 ? Quor::ToShortest(hertz) : QString();
+}
+
+QString squelchLevelOf(IFrequencyStoreItem& item) {
+    int level = 0;
+    return item.GetSquelchValue(level, 0) ? QString::number(level) : QString();
+}
+
+template <bool (IFrequencyStoreItem::*get)(QString&, int)>
+QString textOf(IFrequencyStoreItem& item) {
+    QString text;
+    return (item.*get)(text, 0) && !text.isEmpty() ? text : QString();
+}
+
+/// What any item tells of itself, whatever it is.
+struct ItemSetting {
+    const FreqList::Key& key;
+    QString (*text)(IFrequencyStoreItem&);
+};
+constexpr ItemSetting ItemSettings[] = {
+    {Keys::KeyBandwidth, bandwidthOf},
+    {Keys::KeyDemodulation, textOf<&IFrequencyStoreItem::GetDemodulation>},
+    {Keys::UseSquelch, textOf<&IFrequencyStoreItem::GetSquelchState>},
+    {Keys::Threshold, squelchLevelOf},
+    {Keys::Attenuation, textOf<&IFrequencyStoreItem::GetAttenuation>},
+    {Keys::AFC, textOf<&IFrequencyStoreItem::GetAfc>},
+};
+
 /// The text of what an item carries for a setting; null when it carries nothing, as a bandwidth of 0 says.
 QString textOf(IFrequencyStoreItem& item, const ReceiverSetting& setting) {
-    double bandwidth = 0;
-    QString demodulation;
-    if (is(setting, Keys::KeyBandwidth))
-        return item.GetBandwidth(bandwidth, 0) && bandwidth > 0 ? Quor::ToShortest(bandwidth) : QString();
-    if (is(setting, Keys::KeyDemodulation))
-        return item.GetDemodulation(demodulation, 0) && !demodulation.isEmpty() ? demodulation : QString();
+    for (const ItemSetting& known : ItemSettings) {
+        if (is(setting, known.key))
+            return known.text(item);
+    }
     // What only some entries have stands in their node, under the setting's own key.
     const auto* mediator = dynamic_cast<const Mediator*>(&item);
     const auto* node = mediator ? dynamic_cast<const Node*>(mediator->GetObservable()) : nullptr;

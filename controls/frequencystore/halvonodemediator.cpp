@@ -25,7 +25,7 @@ HalvoITNodeMediator::HalvoITNodeMediator(MediatorCtrl* controller, Observable* n
 
 void HalvoITNodeMediator::UpdateDependentValues() {
     FrequencyNodeMediator::UpdateDependentValues();
-    Rebind(m_bandwidthSelection, numberOrSelection(GetNode()->FindOwnValue(Keys::BandwidthSel)));
+    Rebind(m_bandwidthSelection, numberOrSelection(OwnValue(Keys::BandwidthSel)));
 }
 
 bool HalvoITNodeMediator::GetBandwidthSelection(double& hertz, int) {

@@ -122,7 +122,7 @@ void HalvoViewEditor::DoWorkOn(const std::vector<FrequencyNodeMediator*>& mediat
 
     m_entries.clear();
     for (const FrequencyNodeMediator* mediator : mediators) {
-        if (mediator)
+        if (mediator && mediator->GetNode())
             m_entries.emplace_back(mediator->GetNode());
     }
     if (m_entries.empty())

@@ -23,7 +23,7 @@ MemoryMediator::MemoryMediator(MediatorCtrl* controller, Observable* node, int k
 void MemoryMediator::UpdateDependentValues() {
     HalvoITNodeMediator::UpdateDependentValues();
     for (size_t i = 0; i < m_settings.size(); ++i) {
-        ValueBase* found = GetNode()->FindOwnValue(*m_settings[i].key);
+        ValueBase* found = OwnValue(*m_settings[i].key);
         Rebind(m_values[i], found && found->GetType() == m_settings[i].type ? found : nullptr);
     }
 }

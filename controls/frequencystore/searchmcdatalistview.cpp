@@ -62,6 +62,7 @@ void SearchMCDataListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) 
     for (const Bar::Action action : {Bar::Copy, Bar::Paste, Bar::Save})
         bar->GetAction(action)->setVisible(true);
     bar->GetAction(Bar::Export)->setVisible(CsvIsAllowed());
+    bar->OfferPause();
     if (!std::exchange(m_connected, true)) {
         bar->AttachView(this);
         connect(bar->GetAction(Bar::Save), &QAction::triggered, this, &SearchMCDataListView::slotSaveToFile);

@@ -34,10 +34,9 @@ SearchMCDataMediator::SearchMCDataMediator(MediatorCtrl* controller, Observable*
 
 void SearchMCDataMediator::UpdateDependentValues() {
     HalvoITNodeMediator::UpdateDependentValues();
-    const Node* node = GetNode();
-    Rebind(m_lockTime, node->FindOwn<ValueNumeric<qint64>>(Keys::LockTime));
-    Rebind(m_locked, node->FindOwn<ValueSelection>(Keys::Locked));
-    Rebind(m_confidence, node->FindOwn<ValueNumeric<int>>(Keys::Confidence));
+    Rebind(m_lockTime, Own<ValueNumeric<qint64>>(Keys::LockTime));
+    Rebind(m_locked, Own<ValueSelection>(Keys::Locked));
+    Rebind(m_confidence, Own<ValueNumeric<int>>(Keys::Confidence));
     checkType();
 }
 
@@ -66,6 +65,10 @@ void SearchMCDataMediator::Update(Observable* subject, TChangeCode code) {
     }
     UpdateDependentValues();
     HalvoITNodeMediator::Update(subject, code);
+}
+
+QString SearchMCDataMediator::GetUsage() {
+    return FreqStoreXml::FrequencyStoreList::UsageToName(FreqStoreXml::FrequencyStoreList::SearchResults);
 }
 
 bool SearchMCDataMediator::GetLockResult(QString& state) {

@@ -31,6 +31,8 @@ public:
     /// Takes such a line. Empty fields are passed over.
     bool FromString(QString& line) override;
     bool SetValueFromString(int field, QString& text) override;
+    /// That of search results, whatever list the mediator is in.
+    QString GetUsage() override;
     void AddToXml(FreqStoreXml::FrequencyStoreList& list) override;
     void Update(Observable* subject, TChangeCode code) override;
     void UpdateMyViewItems(FrequencyNodeListView* view) override;

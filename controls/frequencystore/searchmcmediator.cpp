@@ -58,6 +58,7 @@ bool InitBar(VectorListViewBase& view, Bar& bar, bool& connected) {
     auto* menu = new ResortPopupMenu(&view, "ViewMenu");
     bar.AddActionsTo(*menu);
     view.GetListView()->SetHeaderMenu(menu);
+    bar.OfferPause();
     return true;
 }
 

@@ -32,12 +32,9 @@ void WriteAskedFile(const FileAction& action, const std::function<void(const QSt
 template <typename T, typename Adapter>
 class SearchMCVectorView : public VectorListView<T, Adapter> {
 public:
-    /// The ID of the current detection, of the first selected one when none is current; -1 without any.
+    /// The ID of the current detection; -1 without any.
     qint64 GetSelectedId() {
-        const int row = this->Item2Index(this->GetListView()->currentItem());
-        const T* record = row >= 0 ? this->Record(row) : nullptr;
-        if (!record && this->SelectedCount() > 0)
-            record = this->SelectedRecords().front();
+        const T* record = this->Record(this->CurrentRow());
         return record ? static_cast<qint64>(record->GetID()) : -1;
     }
 

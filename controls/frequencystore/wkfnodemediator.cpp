@@ -48,13 +48,12 @@ WkfNodeMediator::WkfNodeMediator(MediatorCtrl* controller, Observable* node, int
 
 void WkfNodeMediator::UpdateDependentValues() {
     HalvoITNodeMediator::UpdateDependentValues();
-    const Node* node = GetNode();
-    Rebind(m_priority, node->FindOwn<ValueNumeric<int>>(Keys::Priority));
-    Rebind(m_threadClass, node->FindOwn<Value<QString>>(Keys::ThreadClass));
-    Rebind(m_profileID, node->FindOwn<Value<QString>>(Keys::ProfileID));
-    Rebind(m_profileName, node->FindOwn<Value<QString>>(Keys::ProfileName));
-    Rebind(m_signalClass, node->FindOwn<Value<QString>>(Keys::SignalClass));
-    Rebind(m_transmissionSystem, node->FindOwn<Value<QString>>(Keys::TransmissionSystem));
+    Rebind(m_priority, Own<ValueNumeric<int>>(Keys::Priority));
+    Rebind(m_threadClass, Own<Value<QString>>(Keys::ThreadClass));
+    Rebind(m_profileID, Own<Value<QString>>(Keys::ProfileID));
+    Rebind(m_profileName, Own<Value<QString>>(Keys::ProfileName));
+    Rebind(m_signalClass, Own<Value<QString>>(Keys::SignalClass));
+    Rebind(m_transmissionSystem, Own<Value<QString>>(Keys::TransmissionSystem));
 }
 
 void WkfNodeMediator::CheckType() {

@@ -16,8 +16,12 @@
 
 namespace {
 
-/// When an action applies: always, with a row, or with one row or more selected.
-enum class Needs { Nothing, Row, Selection };
+/// Keys of the update modes.
+constexpr long ImmediatelyKey = 0;
+constexpr long PausedKey = 1;
+
+/// When an action applies: always, or with one row or more selected.
+enum class Needs { Nothing, Selection };
 
 struct ActionInfo {
     const char* text;
@@ -35,7 +39,7 @@ constexpr ActionInfo Infos[] = {
      Qt::Key_Insert, Needs::Nothing, false},
     {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Edit"),
      QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Edit the selected entries"), QKeySequence::UnknownKey,
-     Qt::Key_F2, Needs::Row, false},
+     Qt::Key_F2, Needs::Selection, false},
     {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Copy"),
      QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Copy the selected entries"), QKeySequence::Copy, 0,
      Needs::Selection, true},
@@ -99,6 +103,15 @@ FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
         m_actions[static_cast<size_t>(i)] = action;
         SetTip(static_cast<Action>(i), tr(info.tip));
     }
+    m_toolBar->addSeparator();
+    m_pause = m_toolBar->addAction(tr("Pause"));
+    m_pause->setCheckable(true);
+    m_pause->setVisible(false);
+    m_pause->setToolTip(tr("Let the rows stand still; what comes meanwhile waits"));
+    connect(m_pause, &QAction::changed, this, &FreqStoreListViewButtonBar::showGaps);
+    connect(m_pause, &QAction::toggled, this,
+            [this](bool on) { m_updateMode->Select(on ? PausedKey : ImmediatelyKey); });
+    m_updateMode->AddObserver(this);
     m_filter->setPlaceholderText(tr("Filter"));
     m_filter->setClearButtonEnabled(true);
     m_filter->setMaximumWidth(220);
@@ -118,7 +131,26 @@ FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
     layout->addWidget(m_notice, 1, 0, 1, 3);
 }
 
-FreqStoreListViewButtonBar::~FreqStoreListViewButtonBar() = default;
+FreqStoreListViewButtonBar::~FreqStoreListViewButtonBar() {
+    m_updateMode->DeleteObserver(this);
+}
+
+void FreqStoreListViewButtonBar::OfferPause() {
+    m_pause->setVisible(true);
+}
+
+void FreqStoreListViewButtonBar::Update(Observable*, TChangeCode) {
+    followMode();
+}
+
+void FreqStoreListViewButtonBar::followMode() {
+    const bool paused = m_updateMode->GetCurrentKey() == PausedKey;
+    m_pause->setChecked(paused);
+    if (!m_list)
+        return;
+    m_view->SetPaused(paused);
+    showCounts();
+}
 
 /// A gap is seen only between two groups that have visible actions.
 void FreqStoreListViewButtonBar::showGaps() {
@@ -154,7 +186,7 @@ void FreqStoreListViewButtonBar::AttachView(FrequencyStoreListView* view) {
         EnableActions();
     });
     connect(m_list, &QObject::destroyed, this, [this] { AttachView(nullptr); });
-    showCounts();
+    followMode();
     EnableActions();
 }
 
@@ -175,19 +207,19 @@ void FreqStoreListViewButtonBar::showCounts() {
         text += tr(", %1 shown").arg(locale.toString(m_list->ShownCount()));
     if (const int selected = m_list->SelectedCount())
         text += tr(", %1 selected").arg(locale.toString(selected));
+    if (m_view->IsPaused())
+        text += tr(", paused, %1 waiting").arg(locale.toString(m_view->WaitingCount()));
     m_counts->setText(text);
 }
 
 void FreqStoreListViewButtonBar::EnableActions() {
     const bool selected = m_list && m_list->SelectedCount() > 0;
-    const bool row = selected || (m_list && m_list->currentItem());
     QStringList reasons;
     for (size_t i = 0; i < m_actions.size(); ++i) {
         const Needs needs = Infos[i].needs;
         const QString reason = m_view ? m_view->WhyOff(static_cast<int>(i)) : QString();
         QAction& action = *m_actions[i];
-        action.setEnabled(reason.isEmpty() &&
-                          (needs == Needs::Nothing || (needs == Needs::Row ? row : selected)));
+        action.setEnabled(reason.isEmpty() && (needs == Needs::Nothing || selected));
         action.setToolTip(reason.isEmpty() ? m_tips[i] : m_tips[i] + QLatin1Char('\n') + reason);
         if (action.isVisible() && !reason.isEmpty() && !reasons.contains(reason))
             reasons << reason;
@@ -220,12 +252,16 @@ void FreqStoreListViewButtonBar::AddActionsTo(QMenu& menu) const {
             menu.addSeparator();
         menu.addAction(m_actions[i]);
     }
+    if (!m_pause->isVisible())
+        return;
+    menu.addSeparator();
+    menu.addAction(m_pause);
 }
 
 bool FreqStoreListViewButtonBar::TriggerByKey(const QKeyEvent& event) {
     for (size_t i = 0; i < m_actions.size(); ++i) {
-        if (m_actions[i]->isVisible() && m_actions[i]->isEnabled() && isKeyOf(Infos[i], event)) {
-            m_actions[i]->trigger();
+        if (m_actions[i]->isVisible() && isKeyOf(Infos[i], event)) {
+            m_actions[i]->trigger(); // does nothing while it is off; the key is not for others then
             return true;
         }
     }

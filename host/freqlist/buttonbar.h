@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/base/observer.h"
 #include "host/valuetree/valueptr.h"
 #include "host/valuetree/valueselection.h"
 
@@ -18,7 +19,7 @@ class SortListView;
 
 /// The bar above a list view: caption, the actions that the list offers, a filter field, and the counts of
 /// the list. All actions are hidden until the view shows those that it has. The bar belongs to the window.
-class FreqStoreListViewButtonBar : public QWidget {
+class FreqStoreListViewButtonBar : public QWidget, private IObserver {
     Q_OBJECT
 
 public:
@@ -57,8 +58,11 @@ public:
     void EnableActions();
     /// Says what an action did where the counts stand; they come back when any of them changes.
     void Tell(const QString& text);
-    /// How the view follows changes: "Immediately" (key 0) or "Paused" (key 1). Owned by the bar.
+    /// How the view follows changes: "Immediately" (key 0) or "Paused" (key 1). Owned by the bar; choosing
+    /// another item takes effect at once.
     ValuePtr<ValueSelection> UpdateModeSelection();
+    /// Shows the switch between these two; lists that fill by themselves have it.
+    void OfferPause();
     /// Adds the visible actions to a menu, in the order of the bar.
     void AddActionsTo(QMenu& menu) const;
     /// Runs the action that a key stands for (Ctrl+C, Ctrl+V, Delete, Insert, F2); false when there is none.
@@ -68,12 +72,15 @@ signals:
     void CaptionChanged(const QString& caption);
 
 private:
+    void Update(Observable* subject, TChangeCode code) override;
+    void followMode();
     void showCounts();
     void showGaps();
     void showNotice(const QString& notice);
 
     std::array<QAction*, ActionCount> m_actions{};
     std::array<QString, ActionCount> m_tips;
+    QAction* m_pause = nullptr;
     QString m_caption;
     QToolBar* m_toolBar;
     QLabel* m_notice; ///< why actions are off

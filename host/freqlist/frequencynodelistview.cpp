@@ -33,6 +33,11 @@ void FrequencyNodeMediatorViewItem::MediatorEnds() {
     m_view->NoteEndedRow();
 }
 
+void FrequencyNodeMediatorViewItem::MarkStale() {
+    if (!m_view->IsPaused())
+        SortListViewItem::MarkStale();
+}
+
 void FrequencyNodeMediatorViewItem::Fill() {
     if (m_mediator)
         m_mediator->UpdateMyViewItems(m_view);
@@ -81,6 +86,10 @@ void FrequencyNodeListView::AddColumn(const QString& title, CompareFunction comp
 }
 
 void FrequencyNodeListView::AddRows(const std::vector<FrequencyNodeMediator*>& mediators) {
+    if (IsPaused()) {
+        emit countsChanged();
+        return;
+    }
     std::vector<SortListViewItem*> rows;
     rows.reserve(mediators.size());
     for (FrequencyNodeMediator* mediator : mediators) {
@@ -90,7 +99,25 @@ void FrequencyNodeListView::AddRows(const std::vector<FrequencyNodeMediator*>& m
     AddItems(rows);
 }
 
+void FrequencyNodeListView::SetPaused(bool paused) {
+    if (paused == IsPaused())
+        return;
+    FrequencyStoreListView::SetPaused(paused);
+    if (!paused && m_controller) {
+        m_controller->AddView(this);
+        m_controller->UpdateMyViewItems(this);
+    }
+    emit countsChanged();
+}
+
+int FrequencyNodeListView::WaitingCount() const {
+    const auto* list = dynamic_cast<const FrequencyNodeMediatorCtrl*>(m_controller);
+    return IsPaused() && list ? std::max(static_cast<int>(list->size()) - RowCount(), 0) : 0;
+}
+
 void FrequencyNodeListView::RemoveEndedRows() {
+    if (IsPaused())
+        emit countsChanged(); // entries that wait may have ended, too
     if (std::exchange(m_endedRows, 0) == 0)
         return;
     RemoveItems([](const SortListViewItem& row) {
@@ -183,19 +210,23 @@ void FrequencyNodeListView::PasteClipboard(const char* traceSource, unsigned sho
 }
 
 void FrequencyNodeListView::DeleteSelectedEntries() {
-    int place = currentIndex().isValid() ? currentIndex().row() : topLevelItemCount();
+    int place = topLevelItemCount();
     for (const QItemSelectionRange& range : selectionModel()->selection())
         place = std::min(place, range.top());
     std::map<Node*, std::vector<Node*>> byParent;
-    for (const FrequencyNodeMediator* mediator : SelectedMediators())
-        byParent[mediator->GetNode()->GetParentNode()].push_back(mediator->GetNode());
+    for (const FrequencyNodeMediator* mediator : SelectedMediators()) {
+        if (Node* node = mediator->GetNode())
+            byParent[node->GetParentNode()].push_back(node);
+    }
     for (const auto& [parent, nodes] : byParent)
         parent->DeleteNodes(nodes);
     if (m_controller)
         m_controller->ForceUpdateNow();
-    // The keys go on from where the first of them was.
-    if (const int rows = topLevelItemCount(); rows > 0 && !currentItem())
-        setCurrentItem(topLevelItem(std::min(place, rows - 1)), 0, QItemSelectionModel::NoUpdate);
+    // Keys and the next command go on where the first of them was.
+    const int rows = topLevelItemCount();
+    if (!byParent.empty() && rows > 0)
+        setCurrentItem(topLevelItem(std::min(place, rows - 1)), 0,
+                       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 void FrequencyNodeListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {

@@ -21,6 +21,8 @@ public:
     FrequencyNodeMediator* GetMediator() const { return m_mediator; }
     FrequencyNodeListView* GetView() const { return m_view; }
     void MediatorEnds();
+    /// The texts of a row that stands still are asked for when it goes on.
+    void MarkStale();
 
     QString CellText(int column) const override;
 
@@ -50,6 +52,8 @@ public:
     SortListView* GetListView() override { return this; }
     /// Lets the view's signals out or keeps them in.
     void EnableSignals(bool enable) { blockSignals(!enable); }
+    void SetPaused(bool paused) override;
+    int WaitingCount() const override;
     void SelectFrequency(double hertz) override;
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
     FreqStoreListViewButtonBar* GetButtonBar() const { return m_bar; }
@@ -79,7 +83,8 @@ protected:
     /// Adds the entries on the clipboard to the list, each as the list makes its entries. A clipboard that
     /// holds no frequency-store XML adds nothing and is told and traced under the names given.
     void PasteClipboard(const char* traceSource, unsigned short line);
-    /// Removes the nodes of the selected entries, in one operation.
+    /// Removes the nodes of the selected entries, in one operation, and selects the row that follows the
+    /// first of them.
     void DeleteSelectedEntries();
     MultiViewMediatorCtrl* Controller() const { return m_controller; }
     /// How far an entry is from a frequency, both in Hz; infinity for one without a frequency.

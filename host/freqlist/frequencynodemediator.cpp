@@ -37,7 +37,7 @@ ValueBase* textOrSelection(ValueBase* value) {
 } // namespace
 
 FrequencyNodeMediator::FrequencyNodeMediator(MediatorCtrl* controller, Observable* entryNode, int kind)
-    : Mediator(controller, entryNode), m_kind(kind) {
+    : Mediator(controller, entryNode), m_kind(kind), m_isNode(dynamic_cast<Node*>(entryNode) != nullptr) {
     FrequencyNodeMediator::UpdateDependentValues();
 }
 
@@ -47,12 +47,11 @@ FrequencyNodeMediator::~FrequencyNodeMediator() {
 }
 
 void FrequencyNodeMediator::UpdateDependentValues() {
-    const Node* node = GetNode();
-    Rebind(m_frequency, node->FindOwn<ValueNumeric<double>>(FreqList::KeyFrequency));
-    Rebind(m_bandwidth, node->FindOwn<ValueNumeric<double>>(FreqList::KeyBandwidth));
-    Rebind(m_comment, node->FindOwn<Value<QString>>(FreqList::KeyComment));
-    Rebind(m_demodulation, textOrSelection(node->FindOwnValue(FreqList::KeyDemodulation)));
-    Rebind(m_type, node->FindOwn<Value<char>>(FreqList::KeyType));
+    Rebind(m_frequency, Own<ValueNumeric<double>>(FreqList::KeyFrequency));
+    Rebind(m_bandwidth, Own<ValueNumeric<double>>(FreqList::KeyBandwidth));
+    Rebind(m_comment, Own<Value<QString>>(FreqList::KeyComment));
+    Rebind(m_demodulation, textOrSelection(OwnValue(FreqList::KeyDemodulation)));
+    Rebind(m_type, Own<Value<char>>(FreqList::KeyType));
 }
 
 void FrequencyNodeMediator::Update(Observable* subject, TChangeCode code) {
@@ -70,6 +69,8 @@ void FrequencyNodeMediator::Update(Observable* subject, TChangeCode code) {
     UpdateAllViewItems();
     if (auto* list = dynamic_cast<MultiViewMediatorCtrl*>(m_controller))
         list->SetEntryDirty(GetNode());
+    if (code == TChangeCode::Removing && subject == m_observable)
+        m_observable = nullptr;
 }
 
 void FrequencyNodeMediator::SetFrequency(double hertz) {
@@ -157,21 +158,33 @@ bool FrequencyNodeMediator::GetTip(QString& tip, int) {
     return true;
 }
 
-// Squelch, attenuation and AFC are settings of memory channels; a plain entry has none.
-bool FrequencyNodeMediator::GetSquelchState(QString&, int) {
-    return false;
+// Squelch, attenuation and AFC are settings of some memory channels. They are read to tune a receiver, not to
+// fill rows, so they are looked up then.
+template <typename V>
+bool FrequencyNodeMediator::ownText(Names::Id key, QString& text) const {
+    const V* value = Own<V>(key);
+    if (value)
+        text = value->GetStringValue();
+    return value != nullptr;
 }
 
-bool FrequencyNodeMediator::GetSquelchValue(int&, int) {
-    return false;
+bool FrequencyNodeMediator::GetSquelchState(QString& state, int) {
+    return ownText<Value<bool>>(FreqList::KeyUseSquelch, state);
 }
 
-bool FrequencyNodeMediator::GetAttenuation(QString&, int) {
-    return false;
+bool FrequencyNodeMediator::GetSquelchValue(int& value, int) {
+    const auto* level = Own<ValueNumeric<int>>(FreqList::KeyThreshold);
+    if (level)
+        value = level->GetValue();
+    return level != nullptr;
 }
 
-bool FrequencyNodeMediator::GetAfc(QString&, int) {
-    return false;
+bool FrequencyNodeMediator::GetAttenuation(QString& attenuation, int) {
+    return ownText<ValueNumeric<int>>(FreqList::KeyAttenuation, attenuation);
+}
+
+bool FrequencyNodeMediator::GetAfc(QString& afc, int) {
+    return ownText<Value<bool>>(FreqList::KeyAfc, afc);
 }
 
 QString FrequencyNodeMediator::GetFrequencyString(int subItem) {

@@ -59,9 +59,16 @@ public:
     void SetFrequency(QWidget* view) override;
     void UpdateMyViewItems(FrequencyNodeListView* view) override;
 
-    Node* GetNode() const { return static_cast<Node*>(m_observable); }
+    /// Null when the mediator was made over something else; it then has no values.
+    Node* GetNode() const { return m_isNode ? static_cast<Node*>(m_observable) : nullptr; }
 
 protected:
+    /// A value of the entry's own, or null.
+    ValueBase* OwnValue(Names::Id key) const { return GetNode() ? GetNode()->FindOwnValue(key) : nullptr; }
+    template <typename V>
+    V* Own(Names::Id key) const {
+        return value_cast<V>(OwnValue(key));
+    }
     /// Binds the value pointers to the node's present values.
     virtual void UpdateDependentValues();
 
@@ -94,6 +101,10 @@ protected:
     Value<char>* m_type = nullptr;
 
 private:
+    template <typename V>
+    bool ownText(Names::Id key, QString& text) const;
+
     int m_kind;
+    bool m_isNode;
     bool m_hasTip = false; ///< a tip of its own stands in a table, since few items have one
 };

@@ -163,7 +163,7 @@ void FrequencyNodeMediatorCtrl::SetDirty(bool dirty) {
 
 void FrequencyNodeMediatorCtrl::SetEntryDirty(Node* entry) {
     const bool areKnown = !m_entriesChanged || !m_changed.empty();
-    if (!areKnown || m_changed.size() == MostChanges)
+    if (!entry || !areKnown || m_changed.size() == MostChanges)
         return SetDirty(true);
     MultiViewMediatorCtrl::SetDirty(true);
     m_entriesChanged = true;
@@ -194,9 +194,10 @@ void FrequencyNodeMediatorCtrl::Update(Observable* subject, TChangeCode code) {
 }
 
 void FrequencyNodeMediatorCtrl::AddView(FrequencyNodeListView* view) {
-    if (!view || std::find(m_views.begin(), m_views.end(), view) != m_views.end())
+    if (!view)
         return;
-    m_views.push_back(view);
+    if (std::find(m_views.begin(), m_views.end(), view) == m_views.end())
+        m_views.push_back(view);
     view->AddRows(m_order);
 }
 

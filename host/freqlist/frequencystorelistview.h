@@ -19,6 +19,13 @@ public:
     virtual void SetConnected(bool connected) { m_connected = connected; }
     bool IsConnected() const { return m_connected; }
 
+    /// Lets the rows stand still while the list goes on: what comes and changes meanwhile is shown when they
+    /// go on. Rows whose entries end go all the same.
+    virtual void SetPaused(bool paused) { m_paused = paused; }
+    bool IsPaused() const { return m_paused; }
+    /// Entries that have come and wait for the rows to go on.
+    virtual int WaitingCount() const { return 0; }
+
     /// Selects the row of that frequency (Hz), the nearest one when there is no such row.
     virtual void SelectFrequency(double hertz) = 0;
     virtual QWidget* GetWidget() = 0;
@@ -33,4 +40,5 @@ public:
 private:
     unsigned m_listId = 0;
     bool m_connected = true;
+    bool m_paused = false;
 };

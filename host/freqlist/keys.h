@@ -32,6 +32,13 @@ inline constinit const Key KeyComment("comment");           ///< text
 inline constinit const Key KeyDemodulation("demodulation"); ///< text or selection
 inline constinit const Key KeyType("type");                 ///< one-letter type code
 
+// Settings of a receiver that only some entries have.
+inline constinit const Key KeyThreshold("threshold");           ///< numeric int, dBµV
+inline constinit const Key KeyUseSquelch("usesquelch");         ///< flag
+inline constinit const Key KeyUseAttenuation("useattenuation"); ///< flag: attenuation by hand
+inline constinit const Key KeyAttenuation("attenuation");       ///< numeric int, dB
+inline constinit const Key KeyAfc("afc");                       ///< flag
+
 enum ColumnId : unsigned {
     ColumnFrequency = 0,
     ColumnBandwidth = 1,

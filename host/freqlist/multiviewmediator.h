@@ -24,6 +24,8 @@ public:
     virtual bool GetTip(QString& tip, int subItem) = 0;
     virtual bool GetDemodulation(QString& demodulation, int subItem) = 0;
     virtual bool GetType(char& type, int subItem) = 0;
+    /// Whether the squelch and the AFC are on, as a flag's text ("true", "false"); the level that opens the
+    /// squelch, in dBµV; the attenuation in dB.
     virtual bool GetSquelchState(QString& state, int subItem) = 0;
     virtual bool GetSquelchValue(int& value, int subItem) = 0;
     virtual bool GetAttenuation(QString& attenuation, int subItem) = 0;
@@ -77,7 +79,7 @@ public:
     /// Brings items and rows up to date at once.
     virtual void ForceUpdateNow() = 0;
     virtual void RemoveMyMediators() = 0;
-    /// Attach and detach a view; attaching twice is attaching once.
+    /// Attach and detach a view; attaching one again gives it the rows that it does not have yet.
     virtual void AddView(FrequencyNodeListView* view) = 0;
     virtual void RemoveView(FrequencyNodeListView* view) = 0;
     /// Marks all rows of one view as stale.

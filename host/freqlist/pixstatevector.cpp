@@ -25,6 +25,17 @@ void PixStateVector::SetVisible(bool visible) {
     SetDirty(true);
 }
 
+void PixStateVector::SetObserve(bool observe) {
+    Observe(observe);
+}
+
+bool PixStateVector::Observe(bool observe) {
+    const bool before = std::exchange(m_observe, observe);
+    if (observe && !before)
+        SetDirty(true);
+    return before;
+}
+
 void PixStateVector::SetDirty(bool dirty) {
     const bool becomesDirty = dirty && !m_dirty;
     m_dirty = dirty;
@@ -191,6 +202,7 @@ void PixStateVectorOnNode::ClearObservable() {
 void PixStateVectorOnNode::RemoveAllValues() {
     m_items.clear();
     m_known = Known::Nothing;
+    ForgetMarks();
     SetDirty(true);
 }
 
@@ -199,8 +211,10 @@ void PixStateVectorOnNode::Update(Observable* subject, TChangeCode code) {
         return;
     if (code == TChangeCode::Removing || code == TChangeCode::MediatorNodeEnds)
         m_node = nullptr;
-    if (code != TChangeCode::Removing && !m_observe)
+    if (!m_observe) {
+        m_known = Known::Nothing; // the next refresh reads all anew; until then no entry is asked
         return;
+    }
     const std::span<Node* const> changed = m_node ? m_node->ChangedChildren() : std::span<Node* const>();
     const bool isKnown = code == TChangeCode::ChildrenChanged || !changed.empty();
     m_known = isKnown && m_known != Known::Nothing ? Known::Values : Known::Nothing;

@@ -51,9 +51,11 @@ public:
     /// Binds the line to what lies at that path.
     virtual void Init(const QString& path) = 0;
     virtual void SetVisible(bool visible);
-    /// Whether the line follows changes; false once it does no longer need to.
-    virtual void SetObserve(bool observe) { m_observe = observe; }
-    virtual bool Observe(bool observe) { return std::exchange(m_observe, observe); }
+    /// Whether the line follows changes; false once it does no longer need to. One that follows again catches
+    /// up with what it has missed.
+    virtual void SetObserve(bool observe);
+    /// The same; answers whether it did before.
+    virtual bool Observe(bool observe);
     virtual void SetListId(int listId) { m_listId = listId; }
     virtual int GetListId() const { return m_listId; }
     virtual bool GetDirty() const { return m_dirty; }
@@ -144,8 +146,12 @@ public:
     void SetFixedType(char type);
     void Refresh() override;
     QString ItemText(quint32 item) const override;
-    double ItemFrequency(quint32 item) const override { return m_items[item].frequency; }
-    double ItemBandwidth(quint32 item) const override { return m_items[item].bandwidth; }
+    double ItemFrequency(quint32 item) const override {
+        return item < m_items.size() ? m_items[item].frequency : 0;
+    }
+    double ItemBandwidth(quint32 item) const override {
+        return item < m_items.size() ? m_items[item].bandwidth : 0;
+    }
     bool HasObservable() const override { return m_node != nullptr; }
     void ClearObservable() override;
 

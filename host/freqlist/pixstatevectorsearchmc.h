@@ -66,8 +66,12 @@ public:
     QString ItemText(quint32 item) const override {
         return item < m_items.size() ? QString::number(m_items[item].id) : QString();
     }
-    double ItemFrequency(quint32 item) const override { return m_items[item].frequency; }
-    double ItemBandwidth(quint32 item) const override { return m_items[item].bandwidth; }
+    double ItemFrequency(quint32 item) const override {
+        return item < m_items.size() ? m_items[item].frequency : 0;
+    }
+    double ItemBandwidth(quint32 item) const override {
+        return item < m_items.size() ? m_items[item].bandwidth : 0;
+    }
 
 private:
     struct Item {

@@ -51,8 +51,10 @@ protected:
             LoadAll();
         return row < RowCount() ? &m_records[RecordOfRow(row)] : nullptr;
     }
-    /// All records in the order shown, whatever the filter hides, and those of the selected rows.
+    /// All records in the order shown, whatever the filter hides or waits, and those of the selected rows.
     std::vector<const T*> AllRecords() {
+        if (IsPaused())
+            UpdateView();
         LoadAll();
         return recordsAt(Order());
     }
@@ -120,6 +122,13 @@ protected:
         m_seen = list->SeenNow();
         takeNew(*list, atMost);
         return static_cast<int>(list->Size());
+    }
+    int CountNew(const ValueBase* value) const override {
+        const auto* list = value_cast<ValueList<T>>(value);
+        if (!list)
+            return 0;
+        const bool isSame = list->SeenNow().rewrites == m_seen.rewrites;
+        return static_cast<int>(list->Size() - (isSame ? std::min(list->Size(), m_seen.size) : 0));
     }
     bool KnowsOrder() const override { return m_key != nullptr; }
     bool GoesBefore(quint32 a, quint32 b) const override {

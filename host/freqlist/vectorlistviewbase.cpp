@@ -43,6 +43,10 @@ public:
     void SetFilterText(const QString& text) override { m_view->setFilter(text); }
     QString FilterText() const override { return m_view->m_filter.GetText(); }
     void selectAll() override { m_view->SelectAll(); }
+    SortListViewItem* currentItem() const override {
+        const int index = m_view->CurrentRow() - m_view->m_first;
+        return static_cast<SortListViewItem*>(topLevelItem(index));
+    }
 
 protected:
     void SortNow() override { m_view->sortByHeader(); }
@@ -64,7 +68,7 @@ protected:
         const int height = std::max(sizeHintForRow(0), 1);
         const int offset = static_cast<int>(std::floor(event->position().y() / height));
         const int row = m_view->m_first + std::clamp(offset, -1, m_view->fullRows());
-        if (row != m_view->rowOf(m_view->m_current))
+        if (row != m_view->rowOf(m_view->m_focus))
             m_view->moveTo(row, true);
     }
 
@@ -154,7 +158,7 @@ void VectorListViewBase::bind() {
         value->AddObserver(this);
     }
     const bool inListOrder = m_list->SortColumn() < 0 && !m_filter.IsOn();
-    load(inListOrder ? FirstRecords : AllRecords);
+    load(inListOrder && !IsPaused() ? FirstRecords : AllRecords);
     if (IsLoading())
         m_tick.start(TickMilliseconds, this);
 }
@@ -176,6 +180,11 @@ void VectorListViewBase::timerEvent(QTimerEvent* event) {
         return filterMore(FilteredPerTurn);
     if (event->timerId() != m_tick.timerId())
         return QWidget::timerEvent(event);
+    if (IsPaused()) {
+        m_tick.stop();
+        emit m_list->countsChanged(); // more wait
+        return;
+    }
     if (m_filterTurn.isActive())
         return; // one after the other: changes would make the filter begin anew
     if (!IsLoading() || !follow(RecordsPerTurn))
@@ -197,7 +206,24 @@ void VectorListViewBase::UpdateView() {
     m_tickMilliseconds = std::max(TickMilliseconds, static_cast<int>(timer.elapsed()) * TickShare);
 }
 
+void VectorListViewBase::SetPaused(bool paused) {
+    if (paused == IsPaused())
+        return;
+    if (paused)
+        LoadAll(); // what is shown stays whole
+    FrequencyStoreListView::SetPaused(paused);
+    if (!paused)
+        UpdateView();
+    emit m_list->countsChanged();
+}
+
+int VectorListViewBase::WaitingCount() const {
+    return IsPaused() ? CountNew(m_value.get()) : 0;
+}
+
 void VectorListViewBase::LoadAll() {
+    if (IsPaused())
+        return;
     if (IsLoading() || (m_tick.isActive() && !m_arranging))
         UpdateView();
 }
@@ -210,7 +236,7 @@ void VectorListViewBase::load(int atMost) {
     m_selected.resize(static_cast<size_t>(m_count));
     if (selectedBefore > 0)
         m_selectedCount = static_cast<int>(std::count(m_selected.begin(), m_selected.end(), true));
-    for (std::optional<quint32>* record : {&m_current, &m_anchor}) {
+    for (std::optional<quint32>* record : {&m_focus, &m_anchor}) {
         if (*record && **record >= static_cast<quint32>(m_count))
             record->reset();
     }
@@ -467,8 +493,7 @@ bool VectorListViewBase::eventFilter(QObject* watched, QEvent* event) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if (m_bar && m_bar->TriggerByKey(*key))
             return true;
-        return !key->modifiers().testFlag(Qt::AltModifier) &&
-               moveByKey(key->key(), key->modifiers().testFlag(Qt::ShiftModifier));
+        return !key->modifiers().testFlag(Qt::AltModifier) && moveByKey(key->key(), key->modifiers());
     }
     if (watched == m_list->viewport() && event->type() == QEvent::Wheel) {
         QCoreApplication::sendEvent(m_scroll, event);

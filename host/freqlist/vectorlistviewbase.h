@@ -31,6 +31,9 @@ public:
     bool Set_ValuePath(const QString& path);
     /// A view that is not connected follows nothing; connected again, it looks for its list anew.
     void SetConnected(bool connected) override;
+    /// A view that stands still goes on showing the records that it has; to save them takes up what waits.
+    void SetPaused(bool paused) override;
+    int WaitingCount() const override;
     QWidget* GetWidget() override { return this; }
     /// The list that shows the page. Its counts and its filter are those of all records; its items are those
     /// of the page.
@@ -80,12 +83,17 @@ protected:
     virtual void UpdateView();
     /// Takes all records anew, whatever is known of their changes, and sorts them anew.
     void TakeAnew() { load(AllRecords); }
+    /// The row that the operator acts on: the selected one that has the focus or is nearest to it, the lower
+    /// of two; negative when nothing is selected.
+    int CurrentRow() const;
     /// Row of an item of the page; negative for any other.
     int Item2Index(const SortListViewItem* item) const;
 
     virtual bool IsRecordList(const ValueBase* value) const = 0;
     /// Copies the first `atMost` records of a list; null has none. Returns how many there are in all.
     virtual int TakeRecords(const ValueBase* value, int atMost) = 0;
+    /// Records of a list that the copy does not have.
+    virtual int CountNew(const ValueBase* value) const = 0;
     /// Brings the copy up to date when only some records came or changed; `edited` are the numbers of those
     /// that changed, and of those that came no more are taken than `atMost`. Returns how many there are in
     /// all; nothing when the copy must be taken anew.
@@ -132,6 +140,7 @@ private:
     void filterMore(size_t records);
     void finishFilter();
     void deselectHidden();
+    void focusShown();
     void sortByHeader();
     void showOrder();
     void setFilter(const QString& text);
@@ -145,7 +154,8 @@ private:
     void select(int row, Qt::KeyboardModifiers modifiers);
     void moveTo(int row, bool extend);
     void scrollTo(int row);
-    bool moveByKey(int key, bool extend);
+    void focusRow(int row);
+    bool moveByKey(int key, Qt::KeyboardModifiers modifiers);
     int fullRows() const;
     int rowOf(std::optional<quint32> record) const;
 
@@ -166,7 +176,7 @@ private:
     bool m_sortedAscending = true;
     std::vector<bool> m_selected; ///< by record
     int m_selectedCount = 0;
-    std::optional<quint32> m_current; ///< the records that keyboard and shift start from
+    std::optional<quint32> m_focus; ///< the records that keyboard and shift start from
     std::optional<quint32> m_anchor;
     int m_first = 0; ///< row at the top of the page
     bool m_measuring = false;

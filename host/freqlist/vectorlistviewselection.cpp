@@ -29,8 +29,8 @@ void VectorListViewBase::showSelection() {
     const QSignalBlocker quietSelection(m_list->selectionModel());
     for (int i = 0; i < m_list->topLevelItemCount(); ++i)
         m_list->topLevelItem(i)->setSelected(m_selected[RecordOfRow(m_first + i)]);
-    const int current = rowOf(m_current) - m_first;
-    const bool onPage = m_current && current >= 0 && current < m_list->topLevelItemCount();
+    const int current = rowOf(m_focus) - m_first;
+    const bool onPage = m_focus && current >= 0 && current < m_list->topLevelItemCount();
     m_list->setCurrentItem(onPage ? m_list->topLevelItem(current) : nullptr, 0,
                            QItemSelectionModel::NoUpdate);
     m_list->viewport()->update();
@@ -57,7 +57,7 @@ void VectorListViewBase::setSelected(quint32 record, bool selected) {
 void VectorListViewBase::clearSelection() {
     m_selected.assign(m_selected.size(), false);
     m_selectedCount = 0;
-    m_current.reset();
+    m_focus.reset();
     m_anchor.reset();
 }
 
@@ -87,14 +87,14 @@ void VectorListViewBase::select(int row, Qt::KeyboardModifiers modifiers) {
         m_selectedCount = 0;
     }
     if (row >= 0) {
-        m_current = RecordOfRow(row);
+        m_focus = RecordOfRow(row);
         if (extend) {
             const auto [from, to] = std::minmax({rowOf(m_anchor), row});
             for (int i = from; i <= to; ++i)
                 setSelected(RecordOfRow(i), true);
         } else {
-            m_anchor = m_current;
-            setSelected(*m_current, !toggle || !m_selected[*m_current]);
+            m_anchor = m_focus;
+            setSelected(*m_focus, !toggle || !m_selected[*m_focus]);
         }
     }
     showSelection();
@@ -117,13 +117,49 @@ void VectorListViewBase::scrollTo(int row) {
         m_scroll->setValue(row - page + 1);
 }
 
-bool VectorListViewBase::moveByKey(int key, bool extend) {
+/// Moves the focus alone.
+void VectorListViewBase::focusRow(int row) {
+    if (RowCount() == 0)
+        return;
+    row = std::clamp(row, 0, RowCount() - 1);
+    m_focus = RecordOfRow(row);
+    scrollTo(row);
+    showSelection();
+    announceSelection();
+}
+
+int VectorListViewBase::CurrentRow() const {
+    if (m_selectedCount == 0)
+        return -1;
+    const int place = std::max(rowOf(m_focus), 0);
+    const int rows = RowCount();
+    for (int away = 0; away < rows; ++away) {
+        for (const int row : {place + away, place - away}) {
+            if (IsSelected(row))
+                return row;
+        }
+    }
+    return -1;
+}
+
+/// With Ctrl the focus moves alone, and Ctrl+Space selects or deselects where it is, as in every list.
+bool VectorListViewBase::moveByKey(int key, Qt::KeyboardModifiers modifiers) {
+    const bool extend = modifiers.testFlag(Qt::ShiftModifier);
+    const bool focusOnly = modifiers.testFlag(Qt::ControlModifier) && !extend;
+    if (focusOnly && key == Qt::Key_Space && rowOf(m_focus) >= 0) {
+        select(rowOf(m_focus), modifiers);
+        return true;
+    }
     const auto* step = std::find_if(std::begin(KeySteps), std::end(KeySteps),
                                     [key](const KeyStep& candidate) { return candidate.key == key; });
     if (step == std::end(KeySteps))
         return false;
     const int lengths[] = {1, fullRows(), RowCount()};
-    moveTo(rowOf(m_current) + step->sign * lengths[step->unit], extend);
+    const int row = rowOf(m_focus) + step->sign * lengths[step->unit];
+    if (focusOnly)
+        focusRow(row);
+    else
+        moveTo(row, extend);
     return true;
 }
 
@@ -142,8 +178,24 @@ void VectorListViewBase::SelectFrequency(double hertz) {
         moveTo(nearest, false);
 }
 
+/// A focus that the filter hides goes to the next row that is shown, else to the last.
+void VectorListViewBase::focusShown() {
+    if (!m_filter.IsOn() || !m_focus || m_filter.Passes(*m_focus))
+        return;
+    const std::vector<quint32> order = Order();
+    const auto passes = [this](quint32 record) { return m_filter.Passes(record); };
+    const auto next = std::find_if(std::find(order.begin(), order.end(), *m_focus), order.end(), passes);
+    if (next != order.end())
+        m_focus = *next;
+    else if (m_filter.Passed().empty())
+        m_focus.reset();
+    else
+        m_focus = m_filter.Passed().back();
+}
+
 /// What is out of sight is out of reach of what is done to the selection.
 void VectorListViewBase::deselectHidden() {
+    focusShown();
     if (!m_filter.IsOn() || m_selectedCount == 0)
         return;
     for (size_t record = 0; record < m_selected.size(); ++record)

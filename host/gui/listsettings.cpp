@@ -1,6 +1,8 @@
 #include "host/gui/listsettings.h"
 
-#include <QSettings>
+#include "host/startup/settingsfile.h"
+
+#include <QCryptographicHash>
 #include <QStandardPaths>
 
 namespace ListSettings {
@@ -11,11 +13,15 @@ QString& directory() {
     return path;
 }
 
-QSettings settings() {
+QString fileName() {
     const QString dir = directory().isEmpty()
                             ? QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation)
                             : directory();
-    return {dir + QStringLiteral("/columns.ini"), QSettings::IniFormat};
+    return dir + QStringLiteral("/columns.ini");
+}
+
+QByteArray sumOf(const QByteArray& state) {
+    return QCryptographicHash::hash(state, QCryptographicHash::Sha1).toHex();
 }
 
 } // namespace
@@ -24,12 +30,24 @@ void SetDirectory(const QString& path) {
     directory() = path;
 }
 
-QByteArray Load(const QString& name) {
-    return settings().value(name).toByteArray();
+QString LoadText(const QString& name) {
+    return SettingsFile::Read(fileName()).value(name).toString();
 }
 
-void Save(const QString& name, const QByteArray& headerState) {
-    settings().setValue(name, headerState);
+void SaveText(const QString& name, const QString& text) {
+    SettingsFile::Write(fileName(), name, text);
+}
+
+QByteArray Load(const QString& name) {
+    const QByteArray text = LoadText(name).toLatin1();
+    const qsizetype colon = text.indexOf(':');
+    const auto state =
+        QByteArray::fromBase64Encoding(text.mid(colon + 1), QByteArray::AbortOnBase64DecodingErrors);
+    return colon > 0 && state && text.left(colon) == sumOf(*state) ? *state : QByteArray();
+}
+
+void Save(const QString& name, const QByteArray& state) {
+    SaveText(name, QString::fromLatin1(sumOf(state) + ':' + state.toBase64()));
 }
 
 } // namespace ListSettings

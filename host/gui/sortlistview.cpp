@@ -1,6 +1,7 @@
 #include "host/gui/sortlistview.h"
 
 #include "host/gui/celldelegate.h"
+#include "host/gui/columnarrangement.h"
 #include "host/gui/listsettings.h"
 
 #include <QContextMenuEvent>
@@ -116,23 +117,17 @@ void SortListView::FitColumns(const std::vector<int>& characters) {
 
 void SortListView::SetColumnWidthPersistantName(const QString& name) {
     m_persistentName = name;
-    m_defaultHeader = header()->saveState();
-    const QByteArray remembered = ListSettings::Load(name);
-    if (!remembered.isEmpty())
-        arrangeHeader(remembered);
-    m_rememberedHeader = header()->saveState();
+    m_defaultColumns = ColumnArrangement::Of(*header());
+    ColumnArrangement::Apply(*header(), ListSettings::LoadText(name));
+    m_rememberedColumns = ColumnArrangement::Of(*header());
 }
 
 void SortListView::saveHeader() const {
-    if (!m_persistentName.isEmpty() && header()->saveState() != m_rememberedHeader)
-        ListSettings::Save(m_persistentName, header()->saveState());
-}
-
-/// Takes widths, order and visibility from a saved state; the sort, which such a state holds too, stays.
-void SortListView::arrangeHeader(const QByteArray& state) {
-    if (!header()->restoreState(state))
-        header()->restoreState(m_defaultHeader);
-    showSortIndicator();
+    if (m_persistentName.isEmpty())
+        return;
+    const QString columns = ColumnArrangement::Of(*header());
+    if (columns != m_rememberedColumns)
+        ListSettings::SaveText(m_persistentName, columns);
 }
 
 void SortListView::showSortIndicator() {
@@ -323,7 +318,7 @@ void SortListView::sortRows(Rows& rows) {
 }
 
 /// Takes all shown rows out, lets `change` make other ones of them, and puts those in, with selection,
-/// current row, open rows and scroll position kept. Rows that `change` leaves out are the caller's.
+/// focus, open rows and scroll position kept. Rows that `change` leaves out are the caller's.
 void SortListView::replaceShown(const std::function<void(Rows&)>& change) {
     for (const QItemSelectionRange& range : selectionModel()->selection()) {
         for (int i = range.top(); !range.parent().isValid() && i <= range.bottom(); ++i)
@@ -332,17 +327,22 @@ void SortListView::replaceShown(const std::function<void(Rows&)>& change) {
     Rows open;
     for (int i = 0; i < topLevelItemCount(); ++i)
         collectOpen(topLevelItem(i), open);
+    const QTreeWidgetItem* focused = QTreeWidget::currentItem();
+    const int place = focusPlace();
     keepingPlace([&] {
         Rows rows = invisibleRootItem()->takeChildren();
+        const Rows before = focused ? rows : Rows();
         change(rows);
         addTopLevelItems(rows);
         for (QTreeWidgetItem* row : open)
             row->setExpanded(true); // does nothing for a row that was left out
         selectMarkedRows(rows);
+        if (focused && focused->treeWidget() != this)
+            setCurrentItem(nextStanding(before, place), 0, QItemSelectionModel::NoUpdate);
     });
 }
 
-/// Changes the shown rows while nobody looks, with current row and scroll position kept.
+/// Changes the shown rows while nobody looks, with focus and scroll position kept.
 void SortListView::keepingPlace(const std::function<void()>& change) {
     QTreeWidgetItem* current = QTreeWidget::currentItem();
     const int scroll = verticalScrollBar()->value();
@@ -359,26 +359,6 @@ void SortListView::keepingPlace(const std::function<void()>& change) {
     verticalScrollBar()->setValue(scroll);
     setUpdatesEnabled(true);
     viewport()->update();
-}
-
-/// Selects the rows that were selected before they were taken out.
-void SortListView::selectMarkedRows(const Rows& rows) {
-    QItemSelection selection;
-    const int lastColumn = std::max(columnCount() - 1, 0);
-    int first = -1;
-    for (int i = 0; i <= rows.size(); ++i) {
-        const bool selected = i < rows.size() && std::exchange(asRow(rows[i])->m_wasSelected, false);
-        // A row keeps its own note that it is selected while it is out of the list, filtered out for example.
-        if (!selected && i < rows.size() && rows[i]->isSelected())
-            rows[i]->setSelected(false);
-        if (selected && first < 0)
-            first = i;
-        if (!selected && first >= 0) {
-            selection.select(model()->index(first, 0), model()->index(i - 1, lastColumn));
-            first = -1;
-        }
-    }
-    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
 }
 
 void SortListView::appendRows(const Rows& rows) {
@@ -462,13 +442,6 @@ void SortListView::SetFilterText(const QString& text) {
     slotSelectionChanged();
 }
 
-int SortListView::SelectedCount() const {
-    int count = 0;
-    for (const QItemSelectionRange& range : selectionModel()->selection())
-        count += range.height();
-    return count;
-}
-
 void SortListView::RowsChanged() {
     viewport()->update();
     sort();
@@ -485,10 +458,6 @@ void SortListView::setSelectionMode(int mode) {
 void SortListView::setSelected(QTreeWidgetItem* item, bool selected) {
     if (item)
         item->setSelected(selected);
-}
-
-SortListViewItem* SortListView::currentItem() const {
-    return static_cast<SortListViewItem*>(QTreeWidget::currentItem());
 }
 
 SortListViewItem* SortListView::firstChild() const {
@@ -559,10 +528,8 @@ void SortListView::slotHeaderContextMenuRequested(const QPoint& position) {
     menu.addSeparator();
     connect(menu.addAction(tr("Unsorted")), &QAction::triggered, this,
             [this] { sortByColumn(-1, Qt::AscendingOrder); });
-    connect(menu.addAction(tr("Reset columns")), &QAction::triggered, this, [this] {
-        if (!m_defaultHeader.isEmpty())
-            arrangeHeader(m_defaultHeader);
-    });
+    connect(menu.addAction(tr("Reset columns")), &QAction::triggered, this,
+            [this] { ColumnArrangement::Apply(*header(), m_defaultColumns); });
     menu.exec(header()->mapToGlobal(position));
 }
 

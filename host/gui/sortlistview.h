@@ -54,7 +54,10 @@ public:
     /// 0 none, 1 single, 2 multi, 3 extended, 4 contiguous.
     void setSelectionMode(int mode);
     void setSelected(QTreeWidgetItem* item, bool selected);
-    SortListViewItem* currentItem() const;
+    /// The row that the operator acts on: the selected one that has the focus or is nearest to it, the lower
+    /// of two; null when nothing is selected. The focus itself is Qt's current index: keys move it, with Ctrl
+    /// held without selecting anything.
+    virtual SortListViewItem* currentItem() const;
     SortListViewItem* firstChild() const;
     /// Takes the row out of the list; the caller owns it then.
     SortListViewItem* takeItem(SortListViewItem* item);
@@ -127,13 +130,14 @@ private:
     Rows takeMisplaced(const std::vector<int>& moving, const RowOrder& order);
     int placeOf(const SortListViewItem& row, const RowOrder& order) const;
     void keepingPlace(const std::function<void()>& change);
+    int focusPlace() const;
+    QTreeWidgetItem* nextStanding(const Rows& before, qsizetype place) const;
     void replaceShown(const std::function<void(Rows&)>& change);
     void selectMarkedRows(const Rows& rows);
     void appendRows(const Rows& rows);
     bool matchesFilter(const QTreeWidgetItem* row) const;
     void postSort();
     void saveHeader() const;
-    void arrangeHeader(const QByteArray& state);
     void showSortIndicator();
 
     static constexpr size_t FewRows = 128;
@@ -156,7 +160,7 @@ private:
     quint32 m_lastSequence = 0;
     QString m_filter;
     QString m_persistentName;
-    QByteArray m_defaultHeader;
-    QByteArray m_rememberedHeader;
+    QString m_defaultColumns; ///< see `ColumnArrangement`
+    QString m_rememberedColumns;
     QMenu* m_headerMenu = nullptr;
 };

@@ -1,9 +1,8 @@
 #include "host/startup/cfgcenter.h"
 
 #include "host/base/numbers.h"
-#include "host/base/trace.h"
+#include "host/startup/settingsfile.h"
 
-#include <QSettings>
 #include <QStandardPaths>
 
 namespace {
@@ -37,10 +36,7 @@ public:
         return number;
     }
     void SetString(const QString& key, const QString& text) override {
-        QSettings settings(fileName(), QSettings::IniFormat);
-        settings.setValue(partKey(key), text);
-        settings.sync();
-        isSound(settings);
+        SettingsFile::Write(fileName(), partKey(key), text);
     }
     void SetBool(const QString& key, bool on) override {
         SetString(key, on ? QStringLiteral("true") : QStringLiteral("false"));
@@ -56,21 +52,8 @@ private:
         return m_part.isEmpty() ? key : m_part + QLatin1Char('/') + key;
     }
     QVariant find(const QString& key) const {
-        const QSettings settings(fileName(), QSettings::IniFormat);
-        // Parsed only now, so that only now it is known whether the file is well-formed.
-        const QVariant setting = settings.value(partKey(key), settings.value(key));
-        return isSound(settings) ? setting : QVariant();
-    }
-    static bool isSound(const QSettings& settings) {
-        if (settings.status() == QSettings::NoError)
-            return true;
-        TraceLazily("cfgcenter", 58, [&settings] {
-            return settings.status() == QSettings::FormatError
-                       ? settings.fileName() +
-                             QStringLiteral(": configuration is malformed, defaults are used")
-                       : settings.fileName() + QStringLiteral(": configuration cannot be accessed");
-        });
-        return false;
+        const QVariantMap settings = SettingsFile::Read(fileName());
+        return settings.value(partKey(key), settings.value(key));
     }
 
     QString m_section;

@@ -12,7 +12,7 @@ public:
     enum View : int { Shutdown = 0, StartUp = 1, Administration = 2, PlugIn = 4 };
 
     virtual ~ICfg() = default;
-    /// The setting, or the default when there is none or the file cannot be read (which is traced).
+    /// The setting, or the default when there is none or the file cannot be read (which is told).
     virtual QString GetString(const QString& key, const QString& defaultValue) const = 0;
     /// "true", "yes", "on" and "1" are true; "false", "no", "off" and "0" are false; any other text is none.
     virtual bool GetBool(const QString& key, bool defaultValue) const = 0;

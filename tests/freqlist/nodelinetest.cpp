@@ -116,4 +116,40 @@ TEST_F(NodeLine, ShowsWhatTheListHasHoweverItCameThere) {
     EXPECT_TRUE(seen(line).isEmpty());
 }
 
+TEST_F(NodeLine, ThatDoesNotFollowAsksNoEntryAndCatchesUp) {
+    Node* first = add(1000, 0, 'a');
+    add(2000, 0, 'b');
+    seen(line);
+    line.SetObserve(false);
+    list->DeleteNode(first);
+    add(3000, 0, 'c');
+    EXPECT_FALSE(line.GetDirty());
+    for (const quint32 item : {0u, 1u, 2u})
+        EXPECT_TRUE(line.ItemText(item).isEmpty());
+    line.SetObserve(true);
+    EXPECT_TRUE(line.GetDirty());
+    expectAsMadeAnew("it follows again");
+    EXPECT_TRUE(line.Observe(false));
+    list->DeleteChildren();
+    line.SetHMapping(&map, 60);
+    EXPECT_TRUE(seen(line).isEmpty()) << "what is drawn anew is drawn as it is";
+    add(1000, 0, 'd');
+    EXPECT_FALSE(line.Observe(true));
+    EXPECT_EQ(seen(line).size(), 1);
+    line.RemoveAllValues();
+    EXPECT_EQ(line.ItemFrequency(0), 0);
+    EXPECT_TRUE(line[10].IsEmpty()) << "no mark without an item";
+}
+
+TEST_F(NodeLine, ThatDoesNotFollowOutlivesItsList) {
+    add(1000, 0, 'a');
+    seen(line);
+    line.SetObserve(false);
+    Tree::Instance()->GetRoot()->DeleteNode(list);
+    EXPECT_TRUE(line.ItemText(0).isEmpty());
+    line.SetObserve(true);
+    EXPECT_TRUE(seen(line).isEmpty());
+    list = Tree::Instance()->MakeNode(QStringLiteral("/NodeLine"));
+}
+
 } // namespace

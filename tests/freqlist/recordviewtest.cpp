@@ -1,8 +1,10 @@
+#include "host/freqlist/buttonbar.h"
 #include "host/freqlist/pixstatevectorsearchmc.h"
 #include "host/freqlist/valuelistmediator.h"
 #include "host/valuetree/detection.h"
 #include "host/valuetree/tree.h"
 
+#include <QLabel>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -184,6 +186,89 @@ TEST_F(RecordViews, SelectionReachesBeyondThePageAndKeepsItsRecords) {
     // Items of the page may be selected from outside, too.
     view.GetListView()->setSelected(view.GetListView()->firstChild(), false);
     EXPECT_EQ(view.SelectedCount(), 4999);
+}
+
+TEST_F(RecordViews, TheCurrentRowIsASelectedOne) {
+    open(5000);
+    click(1);
+    click(3, Qt::ControlModifier);
+    EXPECT_EQ(view.CurrentRow(), 3);
+    click(3, Qt::ControlModifier);
+    EXPECT_EQ(view.CurrentRow(), 1);
+    EXPECT_EQ(view.SelectedIds(), std::vector<unsigned>{1});
+    press(Qt::Key_Down, Qt::ControlModifier); // the focus goes on alone
+    EXPECT_EQ(view.SelectedIds(), std::vector<unsigned>{1});
+    EXPECT_EQ(view.CurrentRow(), 1);
+    press(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_EQ(view.SelectedIds(), (std::vector<unsigned>{1, 4}));
+    EXPECT_EQ(view.CurrentRow(), 4);
+    view.GetListView()->setSelected(static_cast<SortListViewItem*>(view.GetListView()->topLevelItem(4)),
+                                    false);
+    EXPECT_EQ(view.CurrentRow(), 1);
+    press(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(view.GetScrollBar()->value(), view.GetScrollBar()->maximum());
+    EXPECT_EQ(view.CurrentRow(), -1) << "on another page";
+    view.GetScrollBar()->setValue(0);
+    EXPECT_EQ(view.CurrentRow(), 1);
+    click(1, Qt::ControlModifier);
+    EXPECT_EQ(view.CurrentRow(), -1);
+    press(Qt::Key_Down);
+    EXPECT_EQ(view.SelectedIds(), std::vector<unsigned>{2}) << "keys go on from the focus";
+    view.SelectAll();
+    view.GetListView()->SetFilterText("7");
+    QTRY_VERIFY(!view.IsFiltering());
+    EXPECT_EQ(view.CurrentRow(), 0) << "the next that is shown";
+    press(Qt::Key_Down);
+    EXPECT_EQ(view.SelectedIds(), std::vector<unsigned>{17});
+}
+
+TEST_F(RecordViews, PausedRowsStandStillAndTheBarCountsWhatWaits) {
+    open(2000);
+    FreqStoreListViewButtonBar bar;
+    bar.AttachView(&view);
+    bar.OfferPause();
+    const auto counts = [&] {
+        QString text;
+        for (const QLabel* label : bar.findChildren<QLabel*>())
+            text += label->text();
+        return text;
+    };
+    bar.UpdateModeSelection()->Select("Paused");
+    EXPECT_TRUE(view.IsPaused());
+    EXPECT_FALSE(view.IsLoading()) << "what was there is shown whole";
+    EXPECT_TRUE(counts().contains("paused, 0 waiting")) << counts().toStdString();
+    fill(10);
+    QTRY_VERIFY(counts().contains("10 waiting"));
+    list->GetList().front() = detection(77777, 1, 1);
+    list->HasChanged(TChangeCode::ValueChanged);
+    view.GetListView()->sortByColumn(1, Qt::DescendingOrder);
+    view.GetListView()->SetFilterText("1");
+    view.GetListView()->SetFilterText("");
+    view.GetListView()->sortByColumn(-1, Qt::AscendingOrder);
+    EXPECT_EQ(view.RecordCount(), 2000);
+    EXPECT_EQ(view.GetListView()->firstChild()->text(0), "0");
+    EXPECT_EQ(view.Ids().size(), 2010u) << "what is saved is all there is";
+    EXPECT_EQ(view.WaitingCount(), 0);
+    EXPECT_TRUE(view.IsPaused());
+    list->GetList().clear();
+    fill(5);
+    EXPECT_EQ(view.WaitingCount(), 5);
+    EXPECT_EQ(view.RecordCount(), 2010);
+    QAction* pause = nullptr;
+    for (QAction* action : bar.findChildren<QAction*>()) {
+        if (action->text() == "Pause")
+            pause = action;
+    }
+    ASSERT_TRUE(pause && pause->isChecked());
+    pause->trigger();
+    EXPECT_EQ(bar.UpdateModeSelection()->GetStringValue(), "Immediately");
+    EXPECT_EQ(view.RecordCount(), 5);
+    EXPECT_FALSE(counts().contains("waiting"));
+    pause->trigger();
+    EXPECT_TRUE(view.IsPaused());
+    removeList();
+    EXPECT_EQ(view.RecordCount(), 0) << "a list that ends is not shown";
+    list = GetOrCreateValue<List>(Path);
 }
 
 TEST_F(RecordViews, SortACopyStablyAndTurnItRound) {

@@ -1,4 +1,6 @@
 #include "controls/frequencystore/memorymediatorhf.h"
+#include "controls/frequencystore/searchmcdatamediator.h"
+#include "controls/frequencystore/wkfnodemediator.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqstorexml/frequencystorelist.h"
@@ -101,6 +103,73 @@ TEST_F(MemoryMediatorTest, VUHFSettingsAreReadWrittenShownAndMissed) {
           62},
          {"attenuation", reads(&M::GetAttenuation), [](M& m) { m.SetAttenuation(12); }, "12", 63},
          {"antennaid", reads(&M::GetAntenna), [](M& m) { m.SetAntenna(4); }, "4", 64}});
+}
+
+TEST_F(MemoryMediatorTest, AReceiverReadsSquelchAttenuationAndAfcOfAnyEntryThatHasThem) {
+    Start(MediatorType::MemoryVUHF);
+    AddChannel(145.5e6, "relay");
+    auto* mediator = Mediator<MemoryMediatorVUHF>(0);
+    mediator->SetThreshold(33);
+    mediator->SetUseThreshold(true);
+    mediator->SetAttenuation(12);
+    mediator->SetAFC(true);
+    auto* plain = new Node(nullptr, Q("Entry"));
+    Tree::Instance()->GetRoot()->AddItemUnique(plain);
+    FrequencyNodeMediator without(m_controller.get(), plain, 0);
+    for (const bool has : {true, false}) {
+        IFrequencyStoreItem& item = has ? static_cast<IFrequencyStoreItem&>(*mediator) : without;
+        QString squelch = Q("-");
+        QString attenuation = Q("-");
+        QString afc = Q("-");
+        int level = -7;
+        EXPECT_EQ(item.GetSquelchState(squelch, 0), has);
+        EXPECT_EQ(item.GetSquelchValue(level, 0), has);
+        EXPECT_EQ(item.GetAttenuation(attenuation, 0), has);
+        EXPECT_EQ(item.GetAfc(afc, 0), has);
+        EXPECT_EQ(squelch, has ? Q("true") : Q("-"));
+        EXPECT_EQ(level, has ? 33 : -7);
+        EXPECT_EQ(attenuation, has ? Q("12") : Q("-"));
+        EXPECT_EQ(afc, has ? Q("true") : Q("-"));
+    }
+}
+
+template <typename M>
+class MediatorWithoutNode : public MemoryChannels {};
+using AllMediators = testing::Types<FrequencyNodeMediator, MemoryMediatorHF, MemoryMediatorVUHF,
+                                    WkfNodeMediator, SearchMCDataMediator>;
+TYPED_TEST_SUITE(MediatorWithoutNode, AllMediators);
+
+TYPED_TEST(MediatorWithoutNode, HasNoValuesAndDoesNothing) {
+    this->Start(MediatorType::MemoryHF);
+    auto* value = GetOrCreateValue<ValueNumeric<double>>(QStringLiteral("/Lists/Value"));
+    TypeParam mediator(this->m_controller.get(), value, 4);
+    EXPECT_EQ(mediator.GetNode(), nullptr);
+    EXPECT_EQ(mediator.GetObservable(), static_cast<Observable*>(value));
+    double number = -1;
+    QString text = QStringLiteral("-");
+    EXPECT_FALSE(mediator.GetFrequency(number, 0) || mediator.GetBandwidth(number, 0) ||
+                 mediator.GetComment(text, 0) || mediator.GetDemodulation(text, 0) ||
+                 mediator.GetTip(text, 0) || mediator.GetSquelchState(text, 0) ||
+                 mediator.FrequencyNodeMediator::GetAttenuation(text, 0));
+    mediator.FrequencyNodeMediator::SetFrequency(7e6);
+    mediator.SetBandwidth(3000);
+    mediator.SetComment(text);
+    mediator.SetDemodulation(text);
+    mediator.SetType('a');
+    mediator.CellText(FreqList::ColumnFrequency, text);
+    mediator.ToString();
+    if constexpr (std::is_base_of_v<HalvoITNodeMediator, TypeParam>) {
+        QString line = QStringLiteral("1\t2\t3\tLOCKED\t5\t6\t7");
+        mediator.FromString(line);
+    }
+    FreqStoreXml::FrequencyStoreList list;
+    mediator.AddToXml(list);
+    EXPECT_EQ(list.GetFrequencyStoreEntry().size(), 1);
+    value->SetValue(5);
+    this->m_controller->ForceUpdateNow();
+    Tree::Instance()->GetNode(QStringLiteral("/Lists"))->DeleteValue(QStringLiteral("Value"));
+    EXPECT_EQ(mediator.GetObservable(), nullptr);
+    EXPECT_FALSE(mediator.GetFrequency(number, 0));
 }
 
 TEST_F(MemoryMediatorTest, RangesTellTheirNumberAndTheirFurtherFrequencies) {

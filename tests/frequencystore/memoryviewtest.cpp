@@ -220,7 +220,7 @@ TEST_F(MemoryView, DeleteTakesTheSelectedChannelsOutOfTheListAndTheJobInOneGo) {
     EXPECT_EQ(Channels(), (QStringList{Q("7000000|3000|b|USB"), Q("7000000|3000|d|USB")}));
     EXPECT_EQ(m_view->RowCount(), 2);
     EXPECT_EQ(CurrentComment(), Q("b")) << "where the first of them was";
-    EXPECT_EQ(m_view->SelectedCount(), 0);
+    EXPECT_EQ(m_view->SelectedCount(), 1) << "keys and commands go on there";
     EXPECT_EQ(recorder.codes.size(), 1u);
     EXPECT_EQ(m_job->GetValue().count(Q("<MEMORYSCAN_CHANNEL ")), 2);
     m_view->clearSelection();
@@ -228,6 +228,38 @@ TEST_F(MemoryView, DeleteTakesTheSelectedChannelsOutOfTheListAndTheJobInOneGo) {
     m_view->slotDelete(); // nothing
     EXPECT_EQ(m_list->ChildCount(), 2u);
     EXPECT_EQ(recorder.codes.size(), 1u);
+}
+
+TEST_F(MemoryView, ARowThatIsNoLongerSelectedIsLeftAlone) {
+    Start(MediatorType::MemoryHF);
+    for (const char* name : {"a", "b", "c", "d", "e"})
+        Add(7e6, name);
+    FreqStore::Instance().GetFrequencies(m_view->GetID())->ForceUpdateNow();
+    m_view->resize(600, 400);
+    const auto click = [&](int row, Qt::KeyboardModifiers modifiers) {
+        const QPoint place = m_view->visualItemRect(m_view->topLevelItem(row)).center();
+        QTest::mouseClick(m_view->viewport(), Qt::LeftButton, modifiers, place);
+    };
+    click(0, Qt::NoModifier);
+    click(1, Qt::ControlModifier);
+    click(3, Qt::ControlModifier);
+    click(3, Qt::ControlModifier); // off again
+    m_view->slotCopy();
+    FreqStoreXml::FrequencyStoreList copied;
+    ASSERT_TRUE(copied.SetXmlString(FreqStore::Instance().GetClipboardText()));
+    ASSERT_EQ(copied.GetFrequencyStoreEntry().size(), 2);
+    EXPECT_EQ(copied.GetFrequencyStoreEntry()[0].GetComment(), Q("b")) << "the current one is the nearest";
+    InEditor([](CanCloseTabDialog& dialog) {
+        Enter(dialog, "comment", "edited");
+        Press(dialog, QDialogButtonBox::Ok);
+    });
+    m_view->slotEdit();
+    EXPECT_EQ(Channels().filter(Q("edited")).size(), 2);
+    EXPECT_TRUE(Channels()[3].contains(Q("|d|")));
+    m_view->slotDelete();
+    EXPECT_EQ(Channels().size(), 3);
+    EXPECT_TRUE(Channels()[1].contains(Q("|d|")));
+    EXPECT_EQ(CurrentComment(), Q("c"));
 }
 
 TEST_F(MemoryView, SavingToTheJobTellsInTheCaptionWhetherItCouldBeAskedFor) {

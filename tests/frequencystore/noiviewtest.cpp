@@ -14,6 +14,7 @@
 #include "tests/support/recorder.h"
 
 #include <QDialogButtonBox>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
@@ -157,6 +158,49 @@ TEST_F(NoiViewTest, ACopyHasTheCurrentEntryFirst) {
     }
     store.GetFrequencyListCopyStruct(more);
     EXPECT_FALSE(more);
+}
+
+TEST_F(NoiViewTest, ARowThatIsNoLongerSelectedIsLeftAlone) {
+    Fill();
+    m_handler->InsertNewValue(21e6, 3000, Q("d"));
+    Controller().ForceUpdateNow();
+    m_view->resize(500, 300);
+    m_view->show();
+    const auto press = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(m_view.get(), key, modifiers);
+    };
+    for (const int row : {0, 1, 2, 2}) { // the last one off again
+        const QPoint place = m_view->visualItemRect(m_view->topLevelItem(row)).center();
+        QTest::mouseClick(m_view->viewport(), Qt::LeftButton, row == 0 ? Qt::NoModifier : Qt::ControlModifier,
+                          place);
+    }
+    press(Qt::Key_C, Qt::ControlModifier);
+    ASSERT_EQ(Clipboard().GetFrequencyStoreEntry().size(), 2);
+    EXPECT_EQ(Clipboard().GetFrequencyStoreEntry()[0].GetComment(), Q("c"))
+        << "the current one is the nearest";
+    WithDialog([](CanCloseTabDialog& dialog) {
+        auto* comment = dialog.findChild<QLineEdit*>(Q("comment"));
+        EXPECT_TRUE(comment && comment->text() == Q("c"));
+        dialog.reject();
+    });
+    press(Qt::Key_F2);
+    press(Qt::Key_Delete);
+    EXPECT_EQ(Entries(), (QStringList{"14000000|3000|a", "21000000|3000|d"}));
+    EXPECT_EQ(m_view->currentItem(), Row(0)) << "where the first of them was";
+    press(Qt::Key_Down);
+    EXPECT_EQ(m_view->currentItem(), Row(1));
+    press(Qt::Key_Space, Qt::ControlModifier); // nothing is selected now
+    FreqStore::Instance().SetClipboardText(Q("as before"));
+    for (const Bar::Action action : {Bar::Delete, Bar::Edit, Bar::Copy})
+        EXPECT_FALSE(m_bar.GetAction(action)->isEnabled());
+    press(Qt::Key_Delete);
+    press(Qt::Key_F2);
+    press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(Entries().size(), 2);
+    EXPECT_EQ(FreqStore::Instance().GetClipboardText(), Q("as before"));
+    press(Qt::Key_Up);
+    press(Qt::Key_Delete);
+    EXPECT_EQ(Entries(), QStringList{"21000000|3000|d"}) << "keys went on from where they were";
 }
 
 TEST_F(NoiViewTest, APasteAddsEveryEntryAndWritesTheBandListOnce) {

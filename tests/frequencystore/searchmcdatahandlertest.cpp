@@ -9,6 +9,7 @@
 #include "tests/support/fulldisk.h"
 
 #include <QDir>
+#include <QLabel>
 #include <QTest>
 
 namespace {
@@ -217,6 +218,48 @@ TEST_F(SearchMCDataHandlerTest, TheBarShowsWhatTheConfigurationAllows) {
     m_bar.GetAction(Bar::Save)->trigger();
     EXPECT_EQ(m_bar.GetCaption(), Q("Frequency Store - Search MC Data Results, File: "));
     View().InitFreqStoreWidget(nullptr);
+}
+
+TEST_F(SearchMCDataHandlerTest, PausedRowsStandStillAndTheBarCountsWhatWaits) {
+    AddResult(7e6);
+    AddResult(8e6);
+    Controller().ForceUpdateNow();
+    View().grab();
+    const auto counts = [&] {
+        QString text;
+        for (const QLabel* label : m_bar.findChildren<QLabel*>())
+            text += label->text();
+        return text;
+    };
+    m_bar.UpdateModeSelection()->Select(Q("Paused"));
+    auto third = AddResult(9e6);
+    AddResult(10e6);
+    Mediator(0).SetLockResult(Q("LOCKED"));
+    Controller().ForceUpdateNow();
+    const auto lockState = [&] { return View().firstChild()->CellText(0); };
+    EXPECT_EQ(View().RowCount(), 2);
+    EXPECT_EQ(lockState(), Q("UNLOCKED"));
+    EXPECT_EQ(Controller().size(), 4u) << "results are taken all the same";
+    EXPECT_TRUE(counts().contains(Q("2 waiting"))) << counts().toStdString();
+    m_list->DeleteNode(Entry(2));
+    m_list->DeleteNode(Entry(1));
+    Controller().ForceUpdateNow();
+    EXPECT_EQ(View().RowCount(), 1) << "what is gone is not shown";
+    EXPECT_TRUE(counts().contains(Q("1 waiting"))) << counts().toStdString();
+    m_bar.UpdateModeSelection()->Select(Q("Immediately"));
+    EXPECT_EQ(View().RowCount(), 2);
+    EXPECT_EQ(lockState(), Q("LOCKED"));
+    EXPECT_FALSE(counts().contains(Q("waiting")));
+    AddResult(11e6);
+    Controller().ForceUpdateNow();
+    EXPECT_EQ(View().RowCount(), 3);
+}
+
+TEST_F(SearchMCDataHandlerTest, AResultSaysWhatItIsInAnyList) {
+    AddResult(7e6);
+    HalvoNodeMediatorCtrl other(MediatorType::TargetList, 0);
+    SearchMCDataMediator mediator(&other, Entry(0), 0);
+    EXPECT_EQ(mediator.GetUsage(), Q("SearchResults"));
 }
 
 /// The results and a target list, both with a view.

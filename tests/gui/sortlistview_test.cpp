@@ -1,11 +1,9 @@
-#include "host/gui/listsettings.h"
 #include "host/gui/sortlistview.h"
 
 #include <QApplication>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -326,6 +324,68 @@ TEST_F(List, RowsThatTheFilterHidAreNotSelectedWhenTheyComeBack) {
     EXPECT_EQ(selected(), Numbers());
 }
 
+/// What is done to the list, and the rows that are selected and current after it; none is -1.
+struct CurrentStep {
+    const char* what;
+    std::function<void(SortListView&)> act;
+    std::vector<int> selected;
+    int current;
+};
+
+TEST_F(List, TheCurrentRowIsASelectedOneHoweverTheSelectionChanges) {
+    addLazy({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+    show();
+    const auto click = [](int index, Qt::KeyboardModifiers modifiers) {
+        return [=](SortListView& list) {
+            const QPoint place = list.visualItemRect(list.topLevelItem(index)).center();
+            QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers, place);
+        };
+    };
+    const auto press = [](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        return [=](SortListView& list) { QTest::keyClick(&list, key, modifiers); };
+    };
+    const auto remove = [](std::vector<int> gone) {
+        return [gone](SortListView& list) {
+            list.RemoveItems([&](const SortListViewItem& item) {
+                return std::count(gone.begin(), gone.end(), static_cast<const LazyRow&>(item).Number) > 0;
+            });
+        };
+    };
+    const CurrentStep steps[] = {
+        {"nothing yet", [](SortListView&) {}, {}, -1},
+        {"click", click(1, Qt::NoModifier), {1}, 1},
+        {"one more", click(4, Qt::ControlModifier), {1, 4}, 4},
+        {"a third", click(5, Qt::ControlModifier), {1, 4, 5}, 5},
+        {"the last off again", click(5, Qt::ControlModifier), {1, 4}, 4},
+        {"one off that had no focus", click(4, Qt::ControlModifier), {1}, 1},
+        {"the last off", click(1, Qt::ControlModifier), {}, -1},
+        {"keys go on from the focus", press(Qt::Key_Down, Qt::NoModifier), {2}, 2},
+        {"the focus alone", press(Qt::Key_Down, Qt::ControlModifier), {2}, 2},
+        {"further", press(Qt::Key_Down, Qt::ControlModifier), {2}, 2},
+        {"selects there", press(Qt::Key_Space, Qt::ControlModifier), {2, 4}, 4},
+        {"and deselects", press(Qt::Key_Space, Qt::ControlModifier), {2}, 2},
+        {"extends", press(Qt::Key_Down, Qt::ShiftModifier), {2, 4, 5}, 5},
+        {"from outside", [](SortListView& l) { l.setSelected(l.topLevelItem(5), false); }, {2, 4}, 4},
+        {"a sort", [](SortListView& l) { l.sortByColumn(0, Qt::DescendingOrder); }, {4, 2}, 4},
+        {"and back", [](SortListView& l) { l.sortByColumn(-1, Qt::AscendingOrder); }, {2, 4}, 4},
+        {"all", press(Qt::Key_A, Qt::ControlModifier), {0, 1, 2, 3, 4, 5, 6, 7, 8, 9}, 5},
+        {"the focused one goes", remove({5}), {0, 1, 2, 3, 4, 6, 7, 8, 9}, 6},
+        {"it is hidden", [](SortListView& l) { l.SetFilterText("8 kHz"); }, {8}, 8},
+        {"it is shown", [](SortListView& l) { l.SetFilterText(""); }, {8}, 8},
+        {"nothing", [](SortListView& l) { l.clearSelection(); }, {}, -1},
+        {"keys go on there", press(Qt::Key_Up, Qt::NoModifier), {7}, 7},
+        {"gone with the rest below", remove({7, 8, 9}), {}, -1},
+        {"keys go on at the end", press(Qt::Key_Up, Qt::NoModifier), {4}, 4},
+        {"all gone", remove({0, 1, 2, 3, 4, 6}), {}, -1},
+    };
+    for (const CurrentStep& step : steps) {
+        step.act(view);
+        EXPECT_EQ(selected(), step.selected) << step.what;
+        const auto* current = static_cast<const LazyRow*>(view.currentItem());
+        EXPECT_EQ(current ? current->Number : -1, step.current) << step.what;
+    }
+}
+
 TEST_F(List, SortingKeepsOpenRowsOpen) {
     addLazy({2, 1});
     row(2)->addChild(new LazyRow(20, view, fills));
@@ -419,75 +479,6 @@ TEST_F(List, KeysAndMouseAreTold) {
     QApplication::sendEvent(view.viewport(), &onRow);
     EXPECT_EQ(rowOf(menu), row(2));
     EXPECT_EQ(menu.last().at(2).toInt(), view.columnAt(onSecond.x()));
-}
-
-class RememberedColumns : public testing::Test {
-protected:
-    RememberedColumns() { ListSettings::SetDirectory(directory.path()); }
-    ~RememberedColumns() override { ListSettings::SetDirectory(QString()); }
-
-    std::unique_ptr<SortListView> makeList() const {
-        auto list = std::make_unique<SortListView>();
-        for (const char* title : {"A", "B", "C"})
-            list->addColumn(title);
-        list->setShowSortIndicator(true);
-        list->SetColumnWidthPersistantName("TestList");
-        return list;
-    }
-
-    QTemporaryDir directory;
-};
-
-TEST_F(RememberedColumns, ComeBackInTheNextList) {
-    {
-        const auto list = makeList();
-        list->setColumnWidth(2, 123);
-        list->setColumnHidden(1, true);
-        list->header()->moveSection(2, 0);
-    }
-    const auto list = makeList();
-    EXPECT_EQ(list->columnWidth(2), 123);
-    EXPECT_TRUE(list->isColumnHidden(1));
-    EXPECT_EQ(list->header()->visualIndex(2), 0);
-}
-
-TEST_F(RememberedColumns, CanBeBroughtBackToTheirDefault) {
-    const int normal = makeList()->columnWidth(0);
-    makeList()->setColumnWidth(0, normal + 50);
-    EXPECT_EQ(makeList()->columnWidth(0), normal + 50);
-    makeList()->setColumnWidth(0, normal);
-    EXPECT_EQ(makeList()->columnWidth(0), normal);
-}
-
-TEST_F(RememberedColumns, DoNotPretendASort) {
-    makeList()->sortByColumn(1, Qt::DescendingOrder);
-    const auto list = makeList();
-    EXPECT_EQ(list->header()->isSortIndicatorShown(), list->SortColumn() >= 0);
-}
-
-TEST_F(RememberedColumns, OfAListWithOtherColumnsLeaveAllInReach) {
-    for (const int count : {2, 5}) {
-        {
-            SortListView other;
-            for (int i = 0; i < count; ++i)
-                other.addColumn("X");
-            other.SetColumnWidthPersistantName("TestList");
-            other.setColumnWidth(1, 77);
-        }
-        const auto list = makeList();
-        EXPECT_EQ(list->header()->count(), 3);
-        for (int column = 0; column < 3; ++column)
-            EXPECT_GT(list->columnWidth(column), 0);
-        list->addColumn("D");
-        EXPECT_EQ(list->header()->count(), 4);
-    }
-}
-
-TEST_F(RememberedColumns, DamagedSettingIsIgnored) {
-    ListSettings::Save("TestList", "no header state");
-    const auto list = makeList();
-    EXPECT_FALSE(list->isColumnHidden(0));
-    EXPECT_GT(list->columnWidth(0), 0);
 }
 
 } // namespace

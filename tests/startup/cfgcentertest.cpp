@@ -1,12 +1,16 @@
 #include "host/startup/cfgcenter.h"
 
+#include "tests/support/fulldisk.h"
 #include "tests/support/traces.h"
 
+#include <QDir>
 #include <QFile>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <random>
+#include <sys/stat.h>
 
 namespace {
 
@@ -101,6 +105,96 @@ TEST_F(Configuration, ABrokenFileGivesDefaultsAndATrace) {
     EXPECT_FALSE(frequencyStore()->GetBool("AllowExportToCsv", false));
     ASSERT_EQ(traces.texts.size(), 1);
     EXPECT_TRUE(traces.texts[0].startsWith(path("FrequencyStore.ini"))) << qPrintable(traces.texts[0]);
+}
+
+TEST_F(Configuration, ADamagedFileIsKeptAsideAndToldOnce) {
+    const QByteArray damaged[] = {"Rows=7\n]][[ no setting\n",
+                                  QByteArray("Rows=7\n") + QByteArray(2 << 20, 'x'),
+                                  "Rows=@Variant(\\0\\0\\0\\x9\\xff\\xff\\xff\\xff)\n"};
+    write("FrequencyStore.ini.bad", "one that was kept before");
+    for (const QByteArray& bytes : damaged) {
+        Traces traces;
+        write("FrequencyStore.ini", bytes);
+        EXPECT_EQ(frequencyStore()->GetInt("Rows", 3), 3);
+        EXPECT_EQ(frequencyStore()->GetInt("Rows", 3), 3);
+        EXPECT_EQ(traces.problems.size(), 1);
+        EXPECT_TRUE(traces.problems.value(0).startsWith(path("FrequencyStore.ini")));
+        EXPECT_EQ(read("FrequencyStore.ini.bad"), bytes);
+        EXPECT_FALSE(QFile::exists(path("FrequencyStore.ini")));
+    }
+    write("FrequencyStore.ini", damaged[0]);
+    Traces traces;
+    frequencyStore()->SetString("Rows", "9");
+    EXPECT_EQ(frequencyStore()->GetInt("Rows", 3), 9) << "a setting is written although the file was damaged";
+    EXPECT_EQ(read("FrequencyStore.ini.bad"), damaged[0]);
+    EXPECT_EQ(traces.problems.size(), 1);
+
+    // Where it cannot be kept, it stays.
+    QFile::remove(path("FrequencyStore.ini.bad"));
+    ASSERT_TRUE(QDir(m_directory.path()).mkpath("FrequencyStore.ini.bad/full"));
+    write("FrequencyStore.ini", damaged[0]);
+    frequencyStore()->SetString("Rows", "9");
+    EXPECT_EQ(frequencyStore()->GetInt("Rows", 3), 3);
+    EXPECT_EQ(read("FrequencyStore.ini"), damaged[0]);
+}
+
+TEST_F(Configuration, WhatIsNoOrdinaryFileIsToldAndNeverOpened) {
+    Traces traces;
+    ASSERT_EQ(mkfifo(qPrintable(path("Application.ini")), 0600), 0);
+    ASSERT_TRUE(QDir(m_directory.path()).mkpath("Administration.ini"));
+    ICfg& application = CfgCenter::GetAppCfg(ICfg::StartUp);
+    ICfg& administration = CfgCenter::GetAdminCfg(ICfg::Administration);
+    for (ICfg* cfg : {&application, &administration}) {
+        const auto before = traces.problems.size();
+        EXPECT_EQ(cfg->GetString("Key", "none"), QString("none"));
+        EXPECT_EQ(cfg->GetString("Key", "none"), QString("none"));
+        EXPECT_EQ(traces.problems.size(), before + 1);
+        EXPECT_TRUE(traces.problems.last().contains("no ordinary file"));
+        cfg->SetString("Key", "text");
+        EXPECT_EQ(traces.problems.size(), before + 2);
+        EXPECT_TRUE(traces.problems.last().contains("cannot be written"));
+    }
+    // Beside a lock that is nobody's and cannot be read, settings are read and written.
+    ASSERT_EQ(mkfifo(qPrintable(path("FrequencyStore.ini.lock")), 0600), 0);
+    frequencyStore()->SetString("Key", "text");
+    EXPECT_EQ(frequencyStore()->GetString("Key", "none"), QString("text"));
+}
+
+TEST_F(Configuration, ReadsWhatItCanWhateverByteChanges) {
+    constexpr unsigned Seed = 21;
+    const QByteArray sound =
+        "AllowExportToCsv=true\nRows=12\n\n[LocalTargetList]\nTargets.xml=\"/srv/a, b.xml\"\n";
+    std::mt19937 random(Seed);
+    for (qsizetype i = 0; i < 2 * sound.size(); ++i) {
+        Traces traces;
+        QByteArray bytes = sound;
+        bytes[i / 2] = static_cast<char>(random());
+        SCOPED_TRACE("seed " + std::to_string(Seed) + ", change " + std::to_string(i));
+        write("FrequencyStore.ini", bytes);
+        frequencyStore()->GetBool("AllowExportToCsv", false);
+        frequencyStore()->GetInt("Rows", 3);
+        const QString file = frequencyStore()->GetFilePath("LocalTargetList", "Targets.xml");
+        EXPECT_LE(file.size(), bytes.size());
+        const bool kept = !QFile::exists(path("FrequencyStore.ini"));
+        EXPECT_EQ(traces.problems.size(), kept ? 1 : 0);
+        if (i % 8 != 0)
+            continue; // a write waits for the disk
+        frequencyStore()->SetString("Rows", "5");
+        EXPECT_EQ(frequencyStore()->GetInt("Rows", 3), 5);
+    }
+}
+
+TEST_F(Configuration, AFailedWriteIsToldAndTheOldFileStands) {
+    frequencyStore()->SetString("Key", "before");
+    const QByteArray before = read("FrequencyStore.ini");
+    Traces traces;
+    {
+        const FullDisk full(8);
+        frequencyStore()->SetString("Key", QString(100, 'x'));
+    }
+    EXPECT_EQ(traces.problems.size(), 1);
+    EXPECT_EQ(read("FrequencyStore.ini"), before);
+    EXPECT_EQ(frequencyStore()->GetString("Key", "none"), QString("before"));
 }
 
 TEST_F(Configuration, WhatCannotBeWrittenIsTraced) {

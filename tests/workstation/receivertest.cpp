@@ -1,5 +1,6 @@
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
+#include "host/freqlist/valuelistmediator.h"
 #include "host/valuetree/tree.h"
 #include "host/widgets/vccheckbox.h"
 #include "host/widgets/vccomboboxclassic.h"
@@ -162,6 +163,32 @@ TEST_F(Receivers, TuneTakesAllThatAnEntryCarries) {
     EXPECT_EQ(text(Keys::OutputIFPath), "455.0 kHz");
     EXPECT_EQ(text(Keys::Shift), "12000");
     EXPECT_TRUE(refused.isEmpty());
+}
+
+/// An item of a list that keeps no nodes.
+struct ForeignItem final : RecordItem {
+    bool GetFrequency(double& hertz, int) override { return hertz = 118100000, true; }
+    bool GetBandwidth(double&, int) override { return false; }
+    bool GetType(char&, int) override { return false; }
+    bool GetDemodulation(QString& text, int) override { return text = QStringLiteral("FM"), true; }
+    bool GetSquelchState(QString& text, int) override { return text = QStringLiteral("true"), true; }
+    bool GetSquelchValue(int& level, int) override { return level = 27, true; }
+    bool GetAttenuation(QString& text, int) override { return text = QStringLiteral("20"), true; }
+    bool GetAfc(QString& text, int) override { return text = QStringLiteral("true"), true; }
+};
+
+TEST_F(Receivers, TuneTakesWhatAnItemWithoutANodeTells) {
+    use(ReceiverKind::VUHF);
+    for (const Names::Id key : {Names::Id(Keys::UseSquelch), Names::Id(Keys::AFC)})
+        receiver->GetValue(key)->SetStringValue("false");
+    ForeignItem item;
+    EXPECT_TRUE(receiver->Tune(item, true));
+    EXPECT_EQ(text(Keys::KeyDemodulation), "FM");
+    EXPECT_EQ(text(Keys::UseSquelch), "true");
+    EXPECT_EQ(text(Keys::Threshold), "27");
+    EXPECT_EQ(text(Keys::Attenuation), "20");
+    EXPECT_EQ(text(Keys::AFC), "true");
+    EXPECT_TRUE(refused.isEmpty()) << refused.join(' ').toStdString();
 }
 
 TEST_F(Receivers, TuneToTheFrequencyAloneLeavesTheOtherSettings) {

@@ -6,6 +6,7 @@
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqstorexml/frequencystorelist.h"
+#include "host/gui/sortlistview.h"
 #include "host/valuetree/tree.h"
 #include "workstation/application.h"
 #include "workstation/filekinds.h"
@@ -17,15 +18,19 @@
 #include "workstation/simulatedreceiver.h"
 #include "workstation/simulatedsearch.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QHeaderView>
 #include <QMenu>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 #include <map>
+#include <random>
 
 namespace {
 
@@ -279,6 +284,48 @@ TEST_F(Workstations, EntriesGoFromEachListIntoEachOther) {
             EXPECT_EQ(valuesOf(last(to), isTarget), copied);
         }
     }
+}
+
+TEST_F(Workstations, StartWhateverByteOfTheirSettingsChanges) {
+    constexpr unsigned Seed = 22;
+    start({});
+    station->GetWindow().close();
+    station.reset();
+    const QDir config(folder.filePath("config"));
+    const QStringList files = config.entryList({"*.ini"}, QDir::Files);
+    ASSERT_TRUE(files.contains("columns.ini") && files.contains("Administration.ini"))
+        << files.join(' ').toStdString();
+    const QSize screen = QGuiApplication::primaryScreen()->size();
+    std::mt19937 random(Seed);
+    for (const QString& name : files) {
+        QFile file(config.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const QByteArray sound = file.readAll();
+        file.close();
+        for (int change = 0; change < 8; ++change) {
+            QByteArray bytes = sound;
+            const auto place = static_cast<qsizetype>(random() % static_cast<unsigned>(sound.size()));
+            bytes[place] = static_cast<char>(random());
+            SCOPED_TRACE(qPrintable(QStringLiteral("seed %1, %2, byte %3 of %4")
+                                        .arg(QString::number(Seed), name, QString::number(place), bytes)));
+            writeFile(file.fileName(), bytes);
+            start({});
+            QApplication::processEvents();
+            EXPECT_LE(station->GetWindow().width(), 2 * screen.width());
+            EXPECT_LE(station->GetWindow().height(), 2 * screen.height());
+            for (const auto* list : station->GetWindow().findChildren<SortListView*>())
+                EXPECT_LE(list->header()->length(), 100000);
+        }
+        writeFile(file.fileName(), sound);
+    }
+}
+
+TEST_F(Workstations, TellsOfADamagedSettingsFileThatItReadsBeforeThereIsAWindow) {
+    ASSERT_TRUE(QDir(folder.path()).mkpath("config"));
+    writeFile(folder.filePath("config/Administration.ini"), "]][[\n");
+    start({});
+    EXPECT_EQ(station->GetWindow().GetMessages()->ProblemCount(), 1);
+    EXPECT_TRUE(QFile::exists(folder.filePath("config/Administration.ini.bad")));
 }
 
 TEST_F(Workstations, PicturesShowEveryListAndTheWindow) {

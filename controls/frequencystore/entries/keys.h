@@ -29,11 +29,11 @@ inline constinit const Key ProfileName("profilename");
 inline constinit const Key OutputIFPath("outputifpath");
 inline constinit const Key Shift("shift");               ///< Hz
 inline constinit const Key BFOFrequency("bfofrequency"); ///< Hz
-inline constinit const Key Threshold("threshold");       ///< dBµV
-inline constinit const Key AFC("afc");
-inline constinit const Key UseSquelch("usesquelch");
-inline constinit const Key UseAttenuation("useattenuation"); ///< manual attenuation
-inline constinit const Key Attenuation("attenuation");       ///< dB
+inline constexpr const Key& Threshold = FreqList::KeyThreshold;
+inline constexpr const Key& AFC = FreqList::KeyAfc;
+inline constexpr const Key& UseSquelch = FreqList::KeyUseSquelch;
+inline constexpr const Key& UseAttenuation = FreqList::KeyUseAttenuation;
+inline constexpr const Key& Attenuation = FreqList::KeyAttenuation;
 inline constinit const Key AntennaID("antennaid");
 inline constinit const Key Range("range");                       ///< whether a channel stands for several
 inline constinit const Key RangeCounter("rangecounter");         ///< number of the range, -1 for none
