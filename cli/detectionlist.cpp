@@ -57,14 +57,25 @@ template <typename Record, Variant... Variants>
 class DetectionList final : public CliList {
 public:
     bool Read(const QString& path) override {
-        return attempt([&] { SearchMC::ReadFile(path, m_records); });
+        try {
+            SearchMC::ReadFile(path, m_records);
+            return true;
+        } catch (const RGException& exception) {
+            Problems::Report("detectionlist", 82, Problem::FromText(exception.GetErrorText()));
+            return false;
+        }
     }
     bool Write(const QString& path) override {
         std::vector<const Record*> records;
         for (const Record& record : m_records)
             records.push_back(&record);
         const bool csv = path.contains(QLatin1String(".csv"));
-        return attempt([&] { SearchMC::WriteFile(path, csv, records, Variants...); });
+        try {
+            SearchMC::WriteFile(path, csv, records, Variants...);
+            return true;
+        } catch (const RGException&) { // told
+            return false;
+        }
     }
     size_t Count() const override { return m_records.size(); }
     void ForEachEntry(const EntryVisitor& visit) const override {
@@ -76,17 +87,6 @@ public:
     }
 
 private:
-    template <typename Work>
-    static bool attempt(Work work) {
-        try {
-            work();
-            return true;
-        } catch (const RGException& exception) {
-            Problems::Report("detectionlist", 82, Problem::FromText(exception.GetErrorText()));
-            return false;
-        }
-    }
-
     std::list<Record> m_records;
 };
 

@@ -2,6 +2,8 @@
 
 #include "controls/frequencystore/listviewshandler/carefulxmlreader.h"
 #include "controls/frequencystore/listviewshandler/linereader.h"
+#include "host/base/trace.h"
+#include "host/report/filestamps.h"
 #include "host/report/outputfile.h"
 
 #include <QFile>
@@ -190,12 +192,14 @@ QString elementOf(const QString& section) {
 } // namespace
 
 std::optional<QString> ReadJobText(const QString& path) {
+    FileStamps::Reading reading(path);
     QFile file(path);
     if (const QString refusal = RefuseToOpen(file, MaxFileSize); !refusal.isEmpty()) {
         Problems::Report(TraceSource, 318, {path, 0, refusal});
         return std::nullopt;
     }
     const QByteArray bytes = file.readAll();
+    reading.Finish();
     QStringDecoder decoder(QStringDecoder::Utf8);
     QString text = decoder.decode(bytes);
     if (decoder.hasError()) {
@@ -216,7 +220,7 @@ bool WriteJobText(const QString& path, const QString& job) {
         file.Commit();
         return true;
     } catch (const RGException& exception) {
-        Problems::Report(TraceSource, 655, Problem::FromText(exception.GetErrorText()));
+        TraceLazily(TraceSource, 655, [&] { return exception.GetErrorText(); });
         return false;
     }
 }

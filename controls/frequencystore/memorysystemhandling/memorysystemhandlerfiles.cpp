@@ -393,7 +393,7 @@ bool MemorySystemHandler::SaveFile(const QString& path) {
         return true;
     } catch (const RGException& exception) {
         TraceLazily(TraceSource, 692, [] { return QStringLiteral("EXCEPTION WHILE SAVING FREQUENCIES:"); });
-        Problems::Report(TraceSource, 693, Problem::FromText(exception.GetErrorText()));
+        TraceLazily(TraceSource, 693, [&] { return exception.GetErrorText(); });
         return false;
     }
 }
