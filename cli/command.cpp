@@ -1,5 +1,7 @@
 #include "cli/command.h"
 
+#include "host/report/filestamps.h"
+
 #include <algorithm>
 #include <cstdio>
 
@@ -33,6 +35,7 @@ void printHelp(FILE* out) {
 } // namespace
 
 int RunCli(const QStringList& arguments) {
+    FileStamps::ForgetAll(); // each run knows only what it reads itself
     if (arguments.isEmpty()) {
         printHelp(stderr);
         return ExitUsage;

@@ -84,6 +84,10 @@ bool IsChanged(const QString& path) {
     return !stamp.hash || stamp.state.size != state->size || stamp.hash != hashOf(path);
 }
 
+void ForgetAll() {
+    stamps().clear();
+}
+
 Reading::Reading(const QString& path) : m_path(path), m_before(State::Of(path)) {}
 
 Reading::~Reading() {

@@ -14,6 +14,8 @@ void NoteRead(const QString& path);
 /// Whether the file's content differs from what this process knows of it; false for a file that it never
 /// read, and for one that has gone.
 bool IsChanged(const QString& path);
+/// Forgets all files, as a program does that begins anew within its process.
+void ForgetAll();
 
 /// What tells one state of a file from another without reading it.
 struct State {
