@@ -52,8 +52,9 @@ QString linkedFrom(const QString& link) {
     const ssize_t size = ::readlink(QFile::encodeName(link).constData(), name.data(), PATH_MAX);
     name.truncate(std::max<ssize_t>(size, 0));
     const QString linked = QFile::decodeName(name);
-    return linked.startsWith(QLatin1Char('/')) ? linked
-                                               : QFileInfo(link).canonicalPath() + QLatin1Char('/') + linked;
+    if (linked.startsWith(QLatin1Char('/')))
+        return linked;
+    return QFileInfo(QFileInfo(link).path()).canonicalFilePath() + QLatin1Char('/') + linked;
 }
 
 bool holdSameBytes(const QString& one, const QString& other) {

@@ -164,7 +164,8 @@ TEST_F(TargetListTest, SavesAndReportsHoldAllEntriesAlsoTheYoungest) {
         Controller().Suspend(suspended);
         const unsigned long known = Controller().size();
         for (const auto& write : writers) {
-            AddTarget(++count, Q("entry %1.").arg(count));
+            ++count;
+            AddTarget(count, Q("entry %1.").arg(count));
             const QByteArray text = write();
             for (int i = 1; i <= count; ++i)
                 EXPECT_EQ(text.count("entry " + QByteArray::number(i) + '.'), 1) << i << suspended;
