@@ -366,6 +366,7 @@ TEST_F(MemoryJobTest, AJobThatAnotherProgramChangedIsKept) {
     EXPECT_TRUE(Handler().SaveJobFile(path));
     EXPECT_EQ(Read(path), theirs);
     EXPECT_TRUE(Read(Q("job-2.pij")).contains("Name=\"ours\""));
+    EXPECT_EQ(Handler().GetJobfileName(), Path(Q("job-2.pij")));
     EXPECT_EQ(traces.problems.size(), 1);
 }
 

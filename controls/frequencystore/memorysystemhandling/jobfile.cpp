@@ -213,15 +213,15 @@ std::optional<QString> ReadJobText(const QString& path) {
     return text;
 }
 
-bool WriteJobText(const QString& path, const QString& job) {
+QString WriteJobText(const QString& path, const QString& job) {
     try {
         REPORTGENERATOR::OutputFile file(path);
         REPORTGENERATOR::WriteBytes(file.Device(), path, (job + QLatin1Char('\n')).toStdString());
         file.Commit();
-        return true;
+        return file.WrittenName();
     } catch (const RGException& exception) {
         TraceLazily(TraceSource, 655, [&] { return exception.GetErrorText(); });
-        return false;
+        return QString();
     }
 }
 
