@@ -3,7 +3,6 @@
 #include "cli/output.h"
 #include "cli/samefile.h"
 #include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
-#include "host/base/problems.h"
 #include "host/report/outputfile.h"
 #include "host/valuetree/tree.h"
 
@@ -17,8 +16,7 @@ bool writeFile(const QString& path, const std::string& line) {
         REPORTGENERATOR::WriteBytes(file.Device(), path, line);
         file.Commit();
         return true;
-    } catch (const RGException& exception) {
-        Problems::Report("bands", 22, Problem::FromText(exception.GetErrorText()));
+    } catch (const RGException&) { // told
         return false;
     }
 }

@@ -1,6 +1,7 @@
 #include "cli/command.h"
 
 #include "cli/output.h"
+#include "host/report/filestamps.h"
 
 #include <algorithm>
 
@@ -60,5 +61,6 @@ int run(const QStringList& arguments) {
 } // namespace
 
 int RunCli(const QStringList& arguments) {
+    FileStamps::ForgetAll(); // each run knows only what it reads itself
     return FinishOutput(run(arguments));
 }

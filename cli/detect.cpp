@@ -111,8 +111,7 @@ int RunDetect(const QStringList& arguments) {
     const ProblemPrinter problems;
     try {
         return detect(args.Files()[0], args.Files()[1], settings, zone);
-    } catch (const RGException& exception) {
-        Problems::Report("detect", 119, Problem::FromText(exception.GetErrorText()));
+    } catch (const RGException&) { // told
         return ExitFile;
     }
 }

@@ -163,14 +163,25 @@ public:
 
 protected:
     bool ReadFile(const QString& path) override {
-        return attempt([&] { SearchMC::ReadFile(path, m_records); });
+        try {
+            SearchMC::ReadFile(path, m_records);
+            return true;
+        } catch (const RGException& exception) {
+            Problems::Report("detectionlist", 82, Problem::FromText(exception.GetErrorText()));
+            return false;
+        }
     }
     bool WriteFile(const QString& path) override {
         std::vector<const Record*> records;
         for (const Record& record : m_records)
             records.push_back(&record);
         const bool csv = path.contains(QLatin1String(".csv"));
-        return attempt([&] { SearchMC::WriteFile(path, csv, records, Variants...); });
+        try {
+            SearchMC::WriteFile(path, csv, records, Variants...);
+            return true;
+        } catch (const RGException&) { // told
+            return false;
+        }
     }
     void BeginEntries() override { m_records.clear(); }
     void EndEntries(bool isWhole) override {
@@ -186,17 +197,6 @@ protected:
 
 private:
     static constexpr bool isExtended = std::is_same_v<Record, Extended>;
-
-    template <typename Work>
-    static bool attempt(Work work) {
-        try {
-            work();
-            return true;
-        } catch (const RGException& exception) {
-            Problems::Report("detectionlist", 82, Problem::FromText(exception.GetErrorText()));
-            return false;
-        }
-    }
 
     std::list<Record> m_records;
 };

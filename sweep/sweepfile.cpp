@@ -1,6 +1,7 @@
 #include "sweep/sweepfile.h"
 
 #include "host/base/problems.h"
+#include "host/report/filestamps.h"
 #include "sweep/sweepreader.h"
 
 #include <QFile>
@@ -8,6 +9,7 @@
 SweepSummary ReadSweepFile(const QString& fileName, const QTimeZone& zone,
                            const std::function<void(const Sweep&)>& receive, const SweepProgress& progress) {
     SweepSummary summary;
+    FileStamps::Reading reading(fileName);
     QFile file(fileName);
     try {
         REPORTGENERATOR::OpenForReading(file);
@@ -25,7 +27,7 @@ SweepSummary ReadSweepFile(const QString& fileName, const QTimeZone& zone,
     }
     summary.sweeps = reader.Sweeps();
     summary.rows = reader.Rows();
-    summary.problems = reader.Problems();
+    summary.problems = reader.Problems() + (reading.Check() ? 0 : 1);
     return summary;
 }
 

@@ -108,7 +108,7 @@ bool Job::SaveAs(const QString& path) {
     const QString fileName = QFileInfo(path).absoluteFilePath();
     const bool saved = channels().SaveJobFile(fileName);
     if (saved)
-        noteSaved(fileName);
+        noteSaved(channels().GetJobfileName());
     return saved;
 }
 

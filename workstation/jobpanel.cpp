@@ -3,6 +3,7 @@
 #include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/gui/colorset.h"
 #include "host/gui/guibase.h"
+#include "host/report/filestamps.h"
 #include "workstation/job.h"
 
 #include <QFileInfo>
@@ -143,11 +144,13 @@ bool JobPanel::Open(const QString& path) {
 bool JobPanel::Save() {
     if (m_job.GetFileName().isEmpty())
         return SaveAs();
-    if (m_job.GetFileState() == Job::FileState::Changed &&
-        QMessageBox::question(this, tr("Save Job"),
-                              tr("Another program changed the file. Replace what it wrote?")) !=
+    if (m_job.GetFileState() == Job::FileState::Changed) {
+        if (QMessageBox::question(this, tr("Save Job"),
+                                  tr("Another program changed the file. Replace what it wrote?")) !=
             QMessageBox::Yes)
-        return false;
+            return false;
+        FileStamps::NoteRead(m_job.GetFileName()); // the operator knows of what stands there
+    }
     return m_job.Save();
 }
 

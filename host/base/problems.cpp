@@ -23,7 +23,11 @@ Problems::Sink Problems::SetSink(Sink sink) {
 }
 
 void Problems::Report(const char* sourceFile, unsigned short sourceLine, const Problem& problem) {
+    Tell(problem);
+    TraceLazily(sourceFile, sourceLine, [&] { return problem.ToString(); });
+}
+
+void Problems::Tell(const Problem& problem) {
     if (currentSink())
         currentSink()(problem);
-    TraceLazily(sourceFile, sourceLine, [&] { return problem.ToString(); });
 }

@@ -27,4 +27,7 @@ Sink SetSink(Sink sink);
 /// Hands a problem to the receiver and traces it under the reader's source name and line.
 void Report(const char* sourceFile, unsigned short sourceLine, const Problem& problem);
 
+/// The same without the trace, for what its caller traces.
+void Tell(const Problem& problem);
+
 } // namespace Problems

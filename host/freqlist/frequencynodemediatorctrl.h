@@ -103,6 +103,7 @@ private:
     void followNewChildren();
     void closeHoles();
     void scheduleUpdate();
+    void forEachEntry(const std::function<void(FrequencyNodeMediator&)>& visit);
     void writeList(FreqStoreXml::FrequencyStoreListWriter& writer);
     void writeLines(const QString& fileName);
     void makePlainEntry(const FreqStoreXml::FrequencyStoreEntry& entry);

@@ -15,13 +15,13 @@ namespace {
 
 constexpr char TraceSource[] = "frequencynodemediatorctrl";
 
-/// Runs one file operation; false, told and traced, when it fails.
-bool told(unsigned short line, const std::function<void()>& operation) {
+/// Writes a file; false, traced, when that fails, which its writer has told.
+bool attempt(unsigned short line, const std::function<void()>& write) {
     try {
-        operation();
+        write();
         return true;
     } catch (const RGException& exception) {
-        Problems::Report(TraceSource, line, Problem::FromText(exception.GetErrorText()));
+        TraceLazily(TraceSource, line, [&] { return exception.GetErrorText(); });
         return false;
     }
 }
@@ -35,11 +35,27 @@ void addOwn(Node& node, Names::Id key, const Content& content) {
 
 } // namespace
 
+/// Calls `visit` for every entry that there is, those too that have no mediator yet: a suspended controller
+/// makes none before it goes on.
+void FrequencyNodeMediatorCtrl::forEachEntry(const std::function<void(FrequencyNodeMediator&)>& visit) {
+    if (IsDirty())
+        ForceUpdateNow();
+    ForEach(visit);
+    if (!m_node)
+        return;
+    quint32 seen = m_seenSerial;
+    for (Node* child : m_node->ChildrenSince(seen)) {
+        const std::unique_ptr<Mediator> passing(CreateMediator(child));
+        if (auto* mediator = dynamic_cast<FrequencyNodeMediator*>(passing.get()))
+            visit(*mediator);
+    }
+}
+
 /// Each mediator describes itself into a list of one, so that a million entries never stand in memory.
 void FrequencyNodeMediatorCtrl::writeList(FrequencyStoreListWriter& writer) {
     FrequencyStoreList one;
     bool begun = false;
-    ForEach([&](FrequencyNodeMediator& mediator) {
+    forEachEntry([&](FrequencyNodeMediator& mediator) {
         if (!begun)
             writer.Begin(FrequencyStoreList::NameToUsage(mediator.GetUsage()));
         begun = true;
@@ -61,7 +77,7 @@ void FrequencyNodeMediatorCtrl::writeLines(const QString& fileName) {
         REPORTGENERATOR::WriteBytes(file.Device(), fileName, lines);
         lines.clear();
     };
-    ForEach([&](FrequencyNodeMediator& mediator) {
+    forEachEntry([&](FrequencyNodeMediator& mediator) {
         const QString line = mediator.ToString();
         if (line.isEmpty())
             return;
@@ -81,12 +97,12 @@ void FrequencyNodeMediatorCtrl::WriteFrequencies(const QString& fileName, bool c
 }
 
 bool FrequencyNodeMediatorCtrl::SaveFrequencies(const QString& fileName) {
-    return told(60, [&] { WriteFrequencies(fileName, false, FrequencyStoreListHelper::XmlList); });
+    return attempt(60, [&] { WriteFrequencies(fileName, false, FrequencyStoreListHelper::XmlList); });
 }
 
 bool FrequencyNodeMediatorCtrl::ExportFrequencies(const QString& fileName,
                                                   FrequencyStoreListHelper::ListType type) {
-    return told(64, [&] {
+    return attempt(64, [&] {
         if (type == FrequencyStoreListHelper::SearchResults)
             writeLines(fileName);
         else
@@ -97,7 +113,7 @@ bool FrequencyNodeMediatorCtrl::ExportFrequencies(const QString& fileName,
 QString FrequencyNodeMediatorCtrl::GetFreqStoreReport() {
     FrequencyStoreList list;
     list.SetUsage(FrequencyStoreList::NameToUsage(GetUsageName()));
-    ForEach([&](FrequencyNodeMediator& mediator) { mediator.AddToXml(list); });
+    forEachEntry([&](FrequencyNodeMediator& mediator) { mediator.AddToXml(list); });
     return list.GetXmlString();
 }
 

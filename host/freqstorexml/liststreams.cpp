@@ -126,16 +126,12 @@ private:
 } // namespace
 
 void ReadXml(const QString& fileName, const EntryCallback& callback, FrequencyStoreList::Usage* usage) {
-    QFile file(fileName);
-    REPORTGENERATOR::OpenForReading(file);
-    ReadXml(file, fileName, callback, usage);
+    REPORTGENERATOR::ReadWhole(fileName, [&](QFile& file) { ReadXml(file, fileName, callback, usage); });
 }
 
 void ReadCsv(const QString& fileName, FrequencyStoreListHelper::ListType type,
              const EntryCallback& callback) {
-    QFile file(fileName);
-    REPORTGENERATOR::OpenForReading(file);
-    ReadCsv(file, fileName, type, callback);
+    REPORTGENERATOR::ReadWhole(fileName, [&](QFile& file) { ReadCsv(file, fileName, type, callback); });
 }
 
 void ReadXml(QIODevice& device, const QString& name, const EntryCallback& callback,
@@ -161,20 +157,20 @@ void ReadCsv(QIODevice& device, const QString& name, FrequencyStoreListHelper::L
 }
 
 void ReadDetectionResults(const QString& fileName, bool csv, const ResultCallback& callback) {
-    QFile file(fileName);
-    REPORTGENERATOR::OpenForReading(file);
-    if (csv) {
-        PassingList<DetectionResult> results(callback);
-        return ReadCsvRecords(file, fileName, CsvLayout::OfDetectionResults(), results);
-    }
-    FrequencyCheck check(fileName);
-    const ResultCallback passOn = [&](DetectionResult& result) {
-        check.Take(result.GetFrequency());
-        callback(result);
-    };
-    PassingList<DetectionResult> results(passOn);
-    DetectionResultList head;
-    REPORTGENERATOR::ReadDocument(file, fileName, head, &results);
+    REPORTGENERATOR::ReadWhole(fileName, [&](QFile& file) {
+        if (csv) {
+            PassingList<DetectionResult> results(callback);
+            return ReadCsvRecords(file, fileName, CsvLayout::OfDetectionResults(), results);
+        }
+        FrequencyCheck check(fileName);
+        const ResultCallback passOn = [&](DetectionResult& result) {
+            check.Take(result.GetFrequency());
+            callback(result);
+        };
+        PassingList<DetectionResult> results(passOn);
+        DetectionResultList head;
+        REPORTGENERATOR::ReadDocument(file, fileName, head, &results);
+    });
 }
 
 } // namespace FreqStoreXml

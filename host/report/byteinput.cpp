@@ -1,5 +1,7 @@
 #include "host/report/byteinput.h"
 
+#include "host/report/filestamps.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -35,6 +37,14 @@ void OpenForReading(QFile& file) {
         throw RGException(ErrorText(file.fileName(), 0, QStringLiteral("this is no ordinary file")));
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         throw RGException(ErrorText(file.fileName(), 0, file.errorString()));
+}
+
+void ReadWhole(const QString& fileName, const std::function<void(QFile&)>& read) {
+    FileStamps::Reading reading(fileName);
+    QFile file(fileName);
+    OpenForReading(file);
+    read(file);
+    reading.Finish();
 }
 
 ByteInput::ByteInput(QIODevice& device, const QString& name)

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <string_view>
 
 class QFile;
@@ -15,6 +16,10 @@ namespace REPORTGENERATOR {
 /// Opens a file for reading; throws RGException when it is no ordinary file (a device would never end) or
 /// cannot be opened.
 void OpenForReading(QFile& file);
+
+/// Opens a file as above and has `read` read all of it; the file counts then as known to this process (see
+/// FileStamps), and one that changes meanwhile is told. What `read` throws passes through.
+void ReadWhole(const QString& fileName, const std::function<void(QFile&)>& read);
 
 /// The bytes of a device as a window that readers move forward and widen to the end of the piece they work
 /// on, so that a file of any size is read in bounded memory. The device is the caller's. Knows the line for

@@ -1,29 +1,66 @@
 #pragma once
 
+#include "host/base/problems.h"
 #include "host/report/rgexception.h"
 
-#include <QSaveFile>
 #include <QString>
 
+#include <memory>
+#include <optional>
 #include <string>
+
+class QIODevice;
 
 namespace REPORTGENERATOR {
 
-/// A file that is written aside and takes the place of the old one when it is complete. All operations throw
-/// RGException "file: reason"; one that is destroyed without Commit() leaves the old file untouched.
+/// The way in which every list reaches the disk: a file that is written aside and takes the place of the old
+/// one when it is complete and on the disk. A link is followed: the file that it names is replaced, or made.
+/// The permissions of an old file are kept; one that holds the same bytes already is left as it is.
+///
+/// A file that this process has read (see FileStamps) and another program has changed since is kept; the new
+/// one is then written beside it, which is told.
+///
+/// All operations throw RGException "file: reason". Each failure has then been told to the operator, once:
+/// whoever catches it has only to trace it. A file that is destroyed without Commit() leaves the old one
+/// untouched.
 class OutputFile {
 public:
-    /// Refuses a name that stands for a folder or device.
+    /// Refuses what is no ordinary file, such as a folder, a device or a pipe, without opening it. Files that
+    /// killed processes of this machine left half-written in the folder are removed.
     explicit OutputFile(const QString& fileName);
+    ~OutputFile();
 
-    QIODevice& Device() { return m_file; }
+    /// Takes the bytes; one that failed once fails at Commit() too.
+    QIODevice& Device();
+    /// A file that another program has changed is replaced all the same: the operator was asked.
+    void ReplaceAnyway() { m_replaceAnyway = true; }
     void Commit();
+    /// After Commit(): where the bytes stand, which is the file's own name unless they stand beside it.
+    const QString& WrittenName() const { return m_writtenName; }
 
 private:
-    QSaveFile m_file;
+    class Temporary;
+
+    QString findTarget() const;
+    [[noreturn]] void fail(int error) const;
+    void check(bool succeeded) const;
+    void moveBeside();
+
+    QString m_fileName;
+    QString m_target; ///< the file itself, behind all links
+    QString m_writtenName;
+    std::unique_ptr<Temporary> m_temporary;
+    bool m_replaceAnyway = false;
 };
 
+/// What the last failed write of this process was, until it is forgotten.
+const std::optional<Problem>& LastWriteFailure();
+void ForgetWriteFailure();
+
+/// The first of "name-2.ext", "name-3.ext", ... in the file's folder that no file has.
+QString FreeNameBeside(const QString& fileName);
+
 /// Writes all of the bytes or throws RGException "name: reason".
-void WriteBytes(QIODevice& device, const QString& name, const std::string& bytes);
+void WriteBytes(QIODevice& device, const QString& name, QByteArrayView bytes);
 
 } // namespace REPORTGENERATOR

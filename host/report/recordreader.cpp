@@ -175,9 +175,7 @@ void ReadDocument(QXmlStreamReader& xml, IRGObject& root) {
 }
 
 void ReadDocumentFile(const QString& fileName, IRGObject& root, IObjectList* items) {
-    QFile file(fileName);
-    OpenForReading(file);
-    ReadDocument(file, fileName, root, items);
+    ReadWhole(fileName, [&](QFile& file) { ReadDocument(file, fileName, root, items); });
 }
 
 bool HasRoot(const QString& fileName, IRGObject& root) {

@@ -1,6 +1,7 @@
 #include "host/freqstorexml/filehandling.h"
 #include "host/freqstorexml/liststreams.h"
 #include "tests/freqstorexml/sampledata.h"
+#include "tests/support/traces.h"
 
 #include <QBuffer>
 #include <QProcess>
@@ -214,6 +215,29 @@ TEST_F(Files, StandUntilTheWriterCommits) {
     FrequencyStoreListWriter writer(path, false);
     writer.Commit();
     EXPECT_EQ(QString::fromUtf8(Read(path)), FrequencyStoreList().GetXmlString());
+}
+
+TEST_F(Files, ThatChangeWhileTheyAreReadAreToldAndNotReplaced) {
+    for (const bool csv : {false, true})
+        for (const bool grows : {false, true}) {
+            const QString path = Path("a.xml");
+            FileHandling().ExportFrequencyStoreList(csv, path, ListOfLength(5000));
+            const Traces traces(0);
+            int delivered = 0;
+            const EntryCallback change = [&](FrequencyStoreEntry&) {
+                QFile file(path);
+                EXPECT_TRUE(delivered++ > 0 ||
+                            file.resize(grows ? QFileInfo(path).size() + 1 : QFileInfo(path).size() / 2));
+            };
+            ErrorOf([&] { csv ? ReadCsv(path, ListType::Targets, change) : ReadXml(path, change); });
+            EXPECT_TRUE(traces.problems.contains(path + ": changed while it was read")) << csv << grows;
+            const QByteArray theirs = Read(path);
+            FileHandling().ExportFrequencyStoreList(csv, path, ListOfLength(1));
+            EXPECT_EQ(Read(path), theirs);
+            EXPECT_TRUE(QFile::exists(Path("a-2.xml")));
+            QFile::remove(path);
+            QFile::remove(Path("a-2.xml"));
+        }
 }
 
 TEST(Writers, ReportADeviceThatFails) {

@@ -1,5 +1,6 @@
 #include "controls/frequencystore/searchmcrecords.h"
 #include "host/freqstorexml/filehandling.h"
+#include "host/report/outputfile.h"
 #include "tests/frequencystore/detectionfixture.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/traces.h"
@@ -114,7 +115,7 @@ TEST_F(Detections, AreSavedInTheOrderShownUnderTheNameGiven) {
     EXPECT_EQ(FileNames().size(), 3) << "cancelled";
 }
 
-TEST_F(Detections, AFailedSaveIsTracedAndTellsNobody) {
+TEST_F(Detections, AFailedSaveIsTracedAndToldOnce) {
     list<Extended>().PushBack(classified(1, 7e6));
     SearchMCExtendedVectorListViewHF view(nullptr, "v");
     view.Set_ValuePath(QLatin1String(ListPath));
@@ -132,7 +133,9 @@ TEST_F(Detections, AFailedSaveIsTracedAndTellsNobody) {
     EXPECT_EQ(traces.places,
               QStringList({"searchmcextendedvectorlistview:650", "searchmcextendedvectorlistview:651",
                            "searchmcextendedvectorlistview:699", "searchmcextendedvectorlistview:700"}));
-    EXPECT_TRUE(traces.problems.isEmpty());
+    const QString reason = QStringLiteral(": this is no ordinary file");
+    EXPECT_EQ(traces.problems, QStringList({Path("x.xml") + reason, Path("x.csv") + reason}));
+    EXPECT_EQ(REPORTGENERATOR::LastWriteFailure()->file, Path("x.csv"));
 }
 
 TEST_F(Detections, WhatWasSavedIsReadAndSavedAsTheSameBytes) {

@@ -353,6 +353,22 @@ TEST_F(MemoryJobTest, AJobIsOpenedAndSavedAsItIs) {
     EXPECT_EQ(Read(path), bytes);
 }
 
+TEST_F(MemoryJobTest, AJobThatAnotherProgramChangedIsKept) {
+    Start();
+    BindJob();
+    const QString path = Write(Q("job.pij"), Job(SubJob(Channel(1, "ours", "7000000.000000"))));
+    ASSERT_TRUE(Handler().OpenJobFile(path));
+    const QByteArray theirs = Job(SubJob(Channel(1, "theirs", "8000000.000000")));
+    Write(Q("job.pij"), theirs);
+    AddChannels({9e6});
+    const Traces traces;
+    EXPECT_TRUE(Handler().SaveJobFile(path));
+    EXPECT_EQ(Read(path), theirs);
+    EXPECT_TRUE(Read(Q("job-2.pij")).contains("Name=\"ours\""));
+    EXPECT_EQ(Handler().GetJobfileName(), Path(Q("job-2.pij")));
+    EXPECT_EQ(traces.problems.size(), 1);
+}
+
 TEST_F(MemoryJobTest, ChannelsAreWrittenAsInterchangeList) {
     Start();
     Handler().SetNewEntryHF(7e6, 2700, Q("a"), Q("USB"), true, Q("455.0 kHz"), 1, 2, 3);

@@ -502,6 +502,43 @@ TEST_F(NoiListTest, AFailedSaveLeavesTheOldFileAndIsTold) {
     }
 }
 
+TEST_F(NoiListTest, TheEndKeepsWhatAnotherWorkstationSavedMeanwhile) {
+    const QByteArray ours = Utf16(Q("7055000.000000\tours\t10.000000\t\n\n"));
+    const QByteArray theirs = Utf16(Q("8000000.000000\ttheirs\t10.000000\t\n\n"));
+    Write(Q("list.noi"), ours);
+    for (const bool changed : {false, true}) {
+        Start(Q("list.noi"));
+        if (changed)
+            Write(Q("list.noi"), theirs);
+        const Traces traces;
+        End();
+        EXPECT_EQ(Read(Q("list.noi")), changed ? theirs : ours);
+        EXPECT_EQ(Read(Q("list-2.noi")), changed ? ours : QByteArray("<no such file>"));
+        EXPECT_EQ(traces.problems.size(), changed ? 1 : 0);
+    }
+}
+
+TEST_F(NoiListTest, AFileThatChangesWhileItIsReadIsToldAndKept) {
+    QByteArray lines;
+    for (int i = 1; i <= 3; ++i)
+        lines += QByteArray::number(i) + "\tc\t1\n";
+    const QString path = Write(Q("list.noi"), lines);
+    NOIFrequencyHandler& handler = Start();
+    Recorder recorder; // hears of the first entry before the next is read
+    recorder.onUpdate = [&](Observable*, TChangeCode) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::Append) && file.write("4\td\t1\n") > 0);
+        recorder.onUpdate = {};
+    };
+    m_list->AddObserver(&recorder);
+    const Traces traces;
+    EXPECT_TRUE(handler.ParseNOIFile(path));
+    m_list->DeleteObserver(&recorder);
+    EXPECT_EQ(traces.problems, QStringList{path + Q(": changed while it was read")});
+    EXPECT_TRUE(handler.SaveFile(path));
+    EXPECT_TRUE(Read(path).contains("4\td")) << "kept";
+}
+
 TEST_F(NoiListTest, HandlerValueAndListEndInAnyOrder) {
     const QByteArray content = Utf16(Q("7055000.000000\tgood\t10.000000\t\n\n"));
     for (int order = 0; order < 6; ++order) {

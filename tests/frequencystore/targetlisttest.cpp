@@ -13,6 +13,7 @@
 
 #include <numeric>
 #include <random>
+#include <sys/stat.h>
 
 namespace {
 
@@ -133,6 +134,46 @@ TEST_F(TargetListTest, AFailedSaveLeavesTheOldFileAndIsTold) {
             << "nothing half-written is left behind";
         EXPECT_TRUE(m_parser->SaveFile(path)) << kind;
     }
+}
+
+TEST_F(TargetListTest, APipeIsNeverReplacedByAList) {
+    AddTarget(7e6);
+    for (const char* name : {"pipe.ltl", "pipe.sfl", "pipe.xml", "pipe.csv"}) {
+        ASSERT_EQ(mkfifo(qPrintable(Path(Q(name))), 0600), 0);
+        const Traces traces;
+        EXPECT_FALSE(m_parser->SaveFile(Path(Q(name)))) << name;
+        EXPECT_EQ(traces.problems, QStringList{Path(Q(name)) + Q(": this is no ordinary file")});
+        EXPECT_FALSE(QFileInfo(Path(Q(name))).isFile()) << name;
+    }
+}
+
+TEST_F(TargetListTest, SavesAndReportsHoldAllEntriesAlsoTheYoungest) {
+    const std::function<QByteArray()> writers[] = {
+        [&] { return Controller().GetFreqStoreReport().toUtf8(); },
+        [&] {
+            EXPECT_TRUE(Controller().SaveFrequencies(Path(Q("a.xml"))));
+            return Read(Q("a.xml"));
+        },
+        [&] {
+            const auto type = FreqStoreXml::FrequencyStoreListHelper::Targets;
+            EXPECT_TRUE(Controller().ExportFrequencies(Path(Q("a.csv")), type));
+            return Read(Q("a.csv"));
+        }};
+    int count = 0;
+    for (const bool suspended : {false, true}) {
+        Controller().Suspend(suspended);
+        const unsigned long known = Controller().size();
+        for (const auto& write : writers) {
+            ++count;
+            AddTarget(count, Q("entry %1.").arg(count));
+            const QByteArray text = write();
+            for (int i = 1; i <= count; ++i)
+                EXPECT_EQ(text.count("entry " + QByteArray::number(i) + '.'), 1) << i << suspended;
+        }
+        EXPECT_EQ(Controller().size(), suspended ? known : 3u) << "a suspended list follows nothing";
+    }
+    Controller().Suspend(false);
+    EXPECT_EQ(Controller().size(), 6u);
 }
 
 TEST_F(TargetListTest, TheWalkGoesThroughTheListAndStartsAnew) {

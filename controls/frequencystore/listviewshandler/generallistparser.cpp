@@ -2,6 +2,7 @@
 
 #include "controls/frequencystore/listviewshandler/linefields.h"
 #include "host/freqstorexml/frequencystorelist.h"
+#include "host/report/filestamps.h"
 
 namespace {
 
@@ -11,6 +12,7 @@ constexpr char TraceSource[] = "listviewshandler";
 
 bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout, bool* sound) {
     constexpr unsigned short RefusalLine = 897;
+    FileStamps::Reading reading(path);
     QFile file(path);
     if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
         return TellRefusal(RefusalLine, {path, 0, refusal});
@@ -30,8 +32,9 @@ bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout,
         FillInData(fields.frequency, fields.bandwidth, fields.comment, fields.demodulation, fields.priority,
                    fields.threatClass, QString(), QString(), QString(), QString());
     }
+    const bool isUnchanged = reading.Finish();
     if (sound)
-        *sound = reader.IsSound();
+        *sound = isUnchanged && reader.IsSound();
     ResetDataAfterNewFile();
     return true;
 }

@@ -7,9 +7,7 @@ constexpr qsizetype FlushAt = 1 << 16;
 } // namespace
 
 LineWriter::LineWriter(const QString& path)
-    : m_file(path),
-      m_encoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom),
-      m_good(m_file.open(QIODevice::WriteOnly)) {
+    : m_path(path), m_file(path), m_encoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom) {
     m_buffer.reserve(2 * FlushAt);
 }
 
@@ -22,11 +20,11 @@ void LineWriter::Append(const QString& line) {
 
 void LineWriter::flush() {
     const QByteArray bytes = m_encoder.encode(m_buffer);
-    m_good = m_good && m_file.write(bytes) == bytes.size();
+    REPORTGENERATOR::WriteBytes(m_file.Device(), m_path, bytes);
     m_buffer.resize(0);
 }
 
-bool LineWriter::Commit() {
+void LineWriter::Commit() {
     flush();
-    return m_good && m_file.commit();
+    m_file.Commit();
 }

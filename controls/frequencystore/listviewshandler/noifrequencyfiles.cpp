@@ -64,15 +64,6 @@ FrequencyStoreEntry entryOf(FrequencyNodeMediator& mediator) {
     return entry;
 }
 
-/// `name` when there is no such file, else the first free one of "name-2", "name-3", ...
-QString freeName(const QString& name) {
-    const QFileInfo file(name);
-    QString free = name;
-    for (int number = 2; QFileInfo::exists(free); ++number)
-        free = QStringLiteral("%1-%2.%3").arg(file.baseName(), QString::number(number), file.suffix());
-    return free;
-}
-
 } // namespace
 
 bool NOIFrequencyHandler::ParseNOIFile(const QString& path) {
@@ -237,7 +228,8 @@ QString NOIFrequencyHandler::nameForAutomaticSave() {
         m_currentFile = QString::fromLatin1(DefaultFile);
     if (!mustNotOverwrite())
         return m_currentFile;
-    const QString other = freeName(QString::fromLatin1(DefaultFile));
+    const QString standard = QString::fromLatin1(DefaultFile);
+    const QString other = QFileInfo::exists(standard) ? REPORTGENERATOR::FreeNameBeside(standard) : standard;
     if (m_pMedCtrl->size() > 0)
         Problems::Report(
             TraceSource, 1688,
@@ -330,22 +322,25 @@ bool NOIFrequencyHandler::writeEntries(const QString& path, bool csv) {
         traceException(1756,
                        csv ? "EXCEPTION WHILE EXPORTING NOI FREQUENCIES:"
                            : "EXCEPTION WHILE SAVING NOI FREQUENCIES:",
-                       exception, true);
+                       exception, false);
         return false;
     }
 }
 
 /// An empty line follows each entry: its place is that of the mediator's own text form, which these have not.
 bool NOIFrequencyHandler::writeLines(const QString& path) {
-    LineWriter writer(path);
-    m_pMedCtrl->ForEach([&](FrequencyNodeMediator& mediator) {
-        writer.Append(GetString(&mediator));
-        writer.Append(mediator.ToString());
-    });
-    if (writer.Commit())
+    try {
+        LineWriter writer(path);
+        m_pMedCtrl->ForEach([&](FrequencyNodeMediator& mediator) {
+            writer.Append(GetString(&mediator));
+            writer.Append(mediator.ToString());
+        });
+        writer.Commit();
         return true;
-    Problems::Report(TraceSource, 1712, {path, 0, writer.Reason()});
-    return false;
+    } catch (const RGException& exception) {
+        TraceLazily(TraceSource, 1712, [&] { return exception.GetErrorText(); });
+        return false;
+    }
 }
 
 QString NOIFrequencyHandler::GetString(FrequencyNodeMediator* mediator) {

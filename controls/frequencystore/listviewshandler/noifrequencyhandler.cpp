@@ -76,8 +76,10 @@ NOIFrequencyHandler::~NOIFrequencyHandler() {
 void NOIFrequencyHandler::Init(Node* listNode) {
     m_pNode = listNode;
     m_pMedCtrl = std::make_unique<HalvoNodeMediatorCtrl>(MediatorType::NoiFrequencies, StoreType);
-    m_pMedCtrl->Init(listNode ? listNode->GetPathName_NoSlashForRoot() : QString());
     m_pMedCtrl->IncrementVisibleCnt(nullptr);
+    if (!listNode) // nothing could take what a file holds
+        return;
+    m_pMedCtrl->Init(listNode->GetPathName_NoSlashForRoot());
     // Entries that come together, such as those of a paste, are one change of the band list.
     m_pMedCtrl->SetEntryMaker([this](const FreqStoreXml::FrequencyStoreEntry& entry) {
         const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();

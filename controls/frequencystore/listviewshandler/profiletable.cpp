@@ -4,6 +4,7 @@
 #include "host/base/numbers.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
+#include "host/report/filestamps.h"
 
 #include <QDomDocument>
 #include <QFile>
@@ -111,12 +112,14 @@ void GeneralListParser::fillInProfile(const QDomElement& profile, FileProblems& 
 }
 
 bool GeneralListParser::ParseProfileTable(const QString& path) {
+    FileStamps::Reading reading(path);
     QFile file(path);
     const QString refusal = RefuseToOpen(file, MaxFileSize);
     if (!refusal.isEmpty())
         return TellRefusal(615, {path, 0, refusal});
     const QString text = QString::fromUtf8(file.readAll());
     file.close();
+    reading.Finish();
     TraceLazily(TraceSource, 608, [&] { return text; });
 
     Prepare4NewFile();

@@ -77,7 +77,8 @@ void SearchMCDataHandler::Init(Node* root) {
             SearchMCDataReader::AddEntry(*m_pNode.get(), entry);
     });
     m_pMedCtrl->IncrementVisibleCnt(nullptr);
-    m_pMedCtrl->Init(root ? root->GetPathName() : QString());
+    if (root)
+        m_pMedCtrl->Init(root->GetPathName());
 }
 
 int SearchMCDataHandler::AddToFreqStore() {

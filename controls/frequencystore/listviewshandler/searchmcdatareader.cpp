@@ -8,6 +8,7 @@
 #include "host/base/tokenizer.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqstorexml/filehandling.h"
+#include "host/report/filestamps.h"
 #include "host/valuetree/node.h"
 
 using FreqStoreXml::FrequencyStoreListHelper;
@@ -83,6 +84,7 @@ void SearchMCDataReader::readEntries(const QString& path, bool csv) {
 }
 
 void SearchMCDataReader::readLines(const QString& path) {
+    FileStamps::Reading reading(path);
     QFile file(path);
     if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
         throw RGException(path + QStringLiteral(": ") + refusal);
@@ -110,6 +112,7 @@ void SearchMCDataReader::readLines(const QString& path) {
         reader.CheckFrequency(hertz);
         mediator.SetComment(Quor::ToShortest(hertz)); // lines have no comment: that of a new entry
     }
+    reading.Finish();
     m_list.Suspend(false);
 }
 

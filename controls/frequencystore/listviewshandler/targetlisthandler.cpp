@@ -41,8 +41,10 @@ void TargetListHandler::Init(Node* node, bool loadDefault) {
     m_pNode = node;
     m_loadDefault = loadDefault;
     m_pParser = std::make_unique<TargetListParser>(node);
+    if (!node) // nothing could take what a file holds
+        return;
     // The two values stand beside the list node, not under it: they outlast the emptying of the list.
-    const QString path = node ? node->GetPathName() : QString();
+    const QString path = node->GetPathName();
     m_fileLoaded.Reset(GetOrCreateValue<Value<bool>>(path + QStringLiteral("_FileLoaded")));
     m_fileName.Reset(GetOrCreateValue<Value<QString>>(path + QStringLiteral("_FileName")));
     if (!m_loadDefault)

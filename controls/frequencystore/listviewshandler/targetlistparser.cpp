@@ -45,7 +45,8 @@ TargetListParser::TargetListParser(Node* node)
     : m_pNode(node),
       m_pMedCtrl(std::make_unique<HalvoNodeMediatorCtrl>(MediatorType::TargetList, StoreType)) {
     m_pMedCtrl->SetEntryMaker([this](const FreqStoreXml::FrequencyStoreEntry& entry) { FillInEntry(entry); });
-    m_pMedCtrl->Init(node ? node->GetPathName() : QString());
+    if (node)
+        m_pMedCtrl->Init(node->GetPathName());
     m_pMedCtrl->IncrementVisibleCnt();
 }
 
@@ -149,12 +150,15 @@ void TargetListParser::readEntries(const QString& path, bool csv) {
 }
 
 bool TargetListParser::writeLines(const QString& path) {
-    LineWriter writer(path);
-    m_pMedCtrl->ForEach([&](FrequencyNodeMediator& mediator) { writer.Append(mediator.ToString()); });
-    if (writer.Commit())
+    try {
+        LineWriter writer(path);
+        m_pMedCtrl->ForEach([&](FrequencyNodeMediator& mediator) { writer.Append(mediator.ToString()); });
+        writer.Commit();
         return true;
-    Problems::Report(TraceSource, 1101, {path, 0, writer.Reason()});
-    return false;
+    } catch (const RGException& exception) {
+        TraceLazily(TraceSource, 1101, [&] { return exception.GetErrorText(); });
+        return false;
+    }
 }
 
 bool TargetListParser::SaveFile(const QString& path) {
@@ -170,7 +174,7 @@ bool TargetListParser::SaveFile(const QString& path) {
         return true;
     } catch (const RGException& exception) {
         TraceLazily(TraceSource, 1120, [] { return QStringLiteral("EXCEPTION WHILE SAVING FREQUENCIES:"); });
-        Problems::Report(TraceSource, 1121, Problem::FromText(exception.GetErrorText()));
+        TraceLazily(TraceSource, 1121, [&] { return exception.GetErrorText(); });
         return false;
     }
 }

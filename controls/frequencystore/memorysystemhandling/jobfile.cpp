@@ -2,6 +2,8 @@
 
 #include "controls/frequencystore/listviewshandler/carefulxmlreader.h"
 #include "controls/frequencystore/listviewshandler/linereader.h"
+#include "host/base/trace.h"
+#include "host/report/filestamps.h"
 #include "host/report/outputfile.h"
 
 #include <QFile>
@@ -190,12 +192,14 @@ QString elementOf(const QString& section) {
 } // namespace
 
 std::optional<QString> ReadJobText(const QString& path) {
+    FileStamps::Reading reading(path);
     QFile file(path);
     if (const QString refusal = RefuseToOpen(file, MaxFileSize); !refusal.isEmpty()) {
         Problems::Report(TraceSource, 318, {path, 0, refusal});
         return std::nullopt;
     }
     const QByteArray bytes = file.readAll();
+    reading.Finish();
     QStringDecoder decoder(QStringDecoder::Utf8);
     QString text = decoder.decode(bytes);
     if (decoder.hasError()) {
@@ -209,15 +213,15 @@ std::optional<QString> ReadJobText(const QString& path) {
     return text;
 }
 
-bool WriteJobText(const QString& path, const QString& job) {
+QString WriteJobText(const QString& path, const QString& job) {
     try {
         REPORTGENERATOR::OutputFile file(path);
         REPORTGENERATOR::WriteBytes(file.Device(), path, (job + QLatin1Char('\n')).toStdString());
         file.Commit();
-        return true;
+        return file.WrittenName();
     } catch (const RGException& exception) {
-        Problems::Report(TraceSource, 655, Problem::FromText(exception.GetErrorText()));
-        return false;
+        TraceLazily(TraceSource, 655, [&] { return exception.GetErrorText(); });
+        return QString();
     }
 }
 

@@ -14,9 +14,9 @@
 /// declares is made UTF-8, since that is what the job is written in.
 std::optional<QString> ReadJobText(const QString& path);
 
-/// Writes a job as UTF-8 with a line feed behind it, and only then replaces the old file; false, told, when
-/// it cannot be written.
-bool WriteJobText(const QString& path, const QString& job);
+/// Writes a job as UTF-8 with a line feed behind it, and only then replaces the old file. The result is the
+/// name under which it stands, as OutputFile gives it; empty, told, when it cannot be written.
+QString WriteJobText(const QString& path, const QString& job);
 
 /// Puts a memory-scan section into a job: in each "SUBJOB" whose "TDS" has a section, that is removed, and
 /// the new one stands as the last child of "TDS". Nothing else in the text changes. The result is the number

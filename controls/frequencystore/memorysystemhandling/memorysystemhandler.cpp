@@ -122,7 +122,8 @@ void MemorySystemHandler::Init(Node* root) {
     m_root = root;
     m_pMedCtrl = std::make_unique<HalvoNodeMediatorCtrl>(m_listType, StoreType);
     m_pMedCtrl->IncrementVisibleCnt();
-    m_pMedCtrl->Init(root ? root->GetPathName() : QString());
+    if (root)
+        m_pMedCtrl->Init(root->GetPathName());
     takeSentEntries();
     m_initialised = true;
     if (!root)

@@ -182,6 +182,7 @@ private:
     void replaceChannels(Read read);
     void readJobAnew();
     void bringJobUpToDate();
+    bool writeJob(const QString& path);
     bool hasJob() const;
     bool isRefused(const QString& path) const;
     QString jobName() const;

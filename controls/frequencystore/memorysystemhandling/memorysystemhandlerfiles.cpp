@@ -358,9 +358,19 @@ void MemorySystemHandler::bringJobUpToDate() {
 
 void MemorySystemHandler::SaveData2JobFile() {
     bringJobUpToDate();
-    if (!m_inScanSurveillance && hasJob() && !m_jobFileName.isEmpty() &&
-        WriteJobText(m_jobFileName, m_jobFile->GetValue()))
-        m_changedSinceJobSave = false;
+    if (!m_inScanSurveillance && hasJob() && !m_jobFileName.isEmpty())
+        writeJob(m_jobFileName);
+}
+
+/// The job's file is from then on the one that was written, which may stand beside the one that was asked
+/// for.
+bool MemorySystemHandler::writeJob(const QString& path) {
+    const QString written = WriteJobText(path, m_jobFile->GetValue());
+    if (written.isEmpty())
+        return false;
+    m_jobFileName = written;
+    m_changedSinceJobSave = false;
+    return true;
 }
 
 bool MemorySystemHandler::SaveJobFile(const QString& path) {
@@ -372,11 +382,8 @@ bool MemorySystemHandler::SaveJobFile(const QString& path) {
                          {path, 0, tr("not written: the job has no memory-scan section for the channels")});
     else if (!hasJob())
         Problems::Report(TraceSource, 671, {path, 0, tr("not written: there is no job")});
-    else if (m_sectionsInJob >= 0 && WriteJobText(path, m_jobFile->GetValue())) {
-        m_jobFileName = path;
-        m_changedSinceJobSave = false;
-        return true;
-    }
+    else
+        return m_sectionsInJob >= 0 && writeJob(path);
     return false;
 }
 
@@ -394,7 +401,7 @@ bool MemorySystemHandler::SaveFile(const QString& path) {
         return true;
     } catch (const RGException& exception) {
         TraceLazily(TraceSource, 692, [] { return QStringLiteral("EXCEPTION WHILE SAVING FREQUENCIES:"); });
-        Problems::Report(TraceSource, 693, Problem::FromText(exception.GetErrorText()));
+        TraceLazily(TraceSource, 693, [&] { return exception.GetErrorText(); });
         return false;
     }
 }
