@@ -222,6 +222,8 @@ bool WriteJobText(const QString& path, const QString& job) {
 }
 
 int MergeSection(QString& job, const QString& section, bool isOurs, const QString& name) {
+    if (job.isEmpty())
+        return 0;
     if (job.startsWith(QChar(QChar::ByteOrderMark)))
         job.remove(0, 1); // readers do not count it
     PlaceFinder finder(job);

@@ -224,9 +224,10 @@ bool MemorySystemHandler::ParseJobFile(const QString& path) {
 }
 
 bool MemorySystemHandler::UpdateFromJobFile(const QString& jobText) {
-    if (!jobText.isEmpty())
-        return readChannels(jobText, jobName());
-    return hasJob() && readChannels(m_jobFile->GetValue(), jobName());
+    if (jobText.isEmpty() && !m_jobFile)
+        return false;
+    const QString job = jobText.isEmpty() ? m_jobFile->GetValue() : jobText;
+    return job.isEmpty() || readChannels(job, jobName());
 }
 
 bool MemorySystemHandler::readChannels(const QString& job, const QString& name) {
@@ -357,7 +358,7 @@ void MemorySystemHandler::bringJobUpToDate() {
 
 void MemorySystemHandler::SaveData2JobFile() {
     bringJobUpToDate();
-    if (!m_inScanSurveillance && hasJob() && !m_jobFileName.isEmpty() &&
+    if (!m_inScanSurveillance && m_jobFile && !m_jobFileName.isEmpty() &&
         WriteJobText(m_jobFileName, m_jobFile->GetValue()))
         m_changedSinceJobSave = false;
 }
@@ -369,7 +370,7 @@ bool MemorySystemHandler::SaveJobFile(const QString& path) {
     if (m_sectionsInJob == 0 && m_pMedCtrl && m_pMedCtrl->size() > 0)
         Problems::Report(TraceSource, 668,
                          {path, 0, tr("not written: the job has no memory-scan section for the channels")});
-    else if (!hasJob())
+    else if (!m_jobFile || m_jobFile->GetValue().isEmpty())
         Problems::Report(TraceSource, 671, {path, 0, tr("not written: there is no job")});
     else if (m_sectionsInJob >= 0 && WriteJobText(path, m_jobFile->GetValue())) {
         m_jobFileName = path;
