@@ -41,6 +41,7 @@ protected:
     void FillInEntry(const FreqStoreXml::FrequencyStoreEntry& entry);
 
 private:
+    void fillInProfiles(QStringView element);
     void fillInProfile(const QDomElement& profile);
 };
 
