@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <new>
 
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands = {
@@ -54,5 +55,10 @@ int RunCli(const QStringList& arguments) {
         printHelp(stderr);
         return ExitUsage;
     }
-    return found->run(arguments.mid(1));
+    try {
+        return found->run(arguments.mid(1));
+    } catch (const std::bad_alloc&) {
+        std::fprintf(stderr, "freqstore-cli %s: not enough memory\n", found->name);
+        return ExitFile;
+    }
 }

@@ -13,10 +13,18 @@ struct DroppedEntries {
     bool listIsEmpty = false; ///< else the list is as it was
 };
 
-/// Tells that a file does not fit into memory; the text names the file.
-RGException NotEnoughMemory(const QString& file, const DroppedEntries& dropped);
+/// Says that a file does not fit into memory.
+class NotEnoughMemory : public RGException {
+public:
+    NotEnoughMemory(const QString& file, const DroppedEntries& dropped);
 
-/// Fills a container with the entries of a file. When memory runs out they are freed, and RGException is
+    qint64 GetCount() const { return m_count; }
+
+private:
+    qint64 m_count;
+};
+
+/// Fills a container with the entries of a file. When memory runs out they are freed, and NotEnoughMemory is
 /// thrown.
 template <class Container, class Read>
 void ReadInto(Container& entries, const QString& file, Read read) {

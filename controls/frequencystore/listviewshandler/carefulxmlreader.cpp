@@ -37,7 +37,19 @@ qint64 TextDevice::readData(char* data, qint64 maxSize) {
     return bytes.size();
 }
 
-CarefulXmlReader::CarefulXmlReader(const QString& text) : m_text(text), m_device(text), m_reader(&m_device) {
+void RequireMemory(qsizetype bytes) {
+    const QByteArray asked(bytes, Qt::Uninitialized);
+}
+
+/// Comes before the members that need it.
+static const QString& withRoomForReader(const QString& text) {
+    constexpr qsizetype ReaderBytes = 256 * 1024;
+    RequireMemory(ReaderBytes);
+    return text;
+}
+
+CarefulXmlReader::CarefulXmlReader(const QString& text)
+    : m_text(withRoomForReader(text)), m_device(text), m_reader(&m_device) {
     m_reader.setNamespaceProcessing(false);
 }
 

@@ -26,6 +26,10 @@ private:
     qsizetype m_position = 0;
 };
 
+/// Throws std::bad_alloc when there are not so many bytes left. Qt's XML classes end the program where they
+/// run out of memory themselves, so it is asked before they are made.
+void RequireMemory(qsizetype bytes);
+
 /// Reads a document, in little more memory than its text takes, token by token and refuses what costs more
 /// than its length: entity declarations, which may expand without end, and deep nesting. Names are taken as
 /// they stand, with their prefixes.

@@ -169,6 +169,7 @@ bool NOIFrequencyHandler::IsWaitingForFile() const {
 }
 
 void NOIFrequencyHandler::Prepare4NewFile() {
+    m_filling = true;
     m_ready = false;
     m_incomplete = true;
     if (m_pMedCtrl)
@@ -184,6 +185,7 @@ void NOIFrequencyHandler::ResetDataAfterNewFile() {
     if (m_pMedCtrl)
         m_pMedCtrl->Suspend(false);
     UpdateNOIList();
+    m_filling = false;
     emit signalNewFileLoaded();
 }
 

@@ -3,6 +3,7 @@
 #include "controls/frequencystore/entries/generalentry.h"
 #include "controls/frequencystore/listviewshandler/generallistparser.h"
 #include "host/base/observer.h"
+#include "host/report/readsafely.h"
 #include "host/valuetree/node.h"
 #include "host/valuetree/valueptr.h"
 
@@ -114,6 +115,8 @@ private:
     bool insert(double frequency, double bandwidth, const QString& comment);
     bool readEntries(const QString& path, bool tell);
     bool openXml(const QString& path);
+    bool readSafely(const QString& path, const std::function<bool()>& read);
+    REPORTGENERATOR::DroppedEntries dropUnfinishedFile(const QString& path);
     bool openLines(const QString& path);
     void noteContent(const QString& path, bool isWhole);
     bool mustNotOverwrite() const;
@@ -133,7 +136,8 @@ private:
     ValueObservingPtr<ValueBase> m_definition;
     GeneralEntry m_template;
     std::unique_ptr<HalvoNodeMediatorCtrl> m_pMedCtrl;
-    bool m_ready = true; ///< no file is being read
+    bool m_ready = true;    ///< no file is being read
+    bool m_filling = false; ///< a file's reading has begun and not ended
 
     bool m_remembersFile = true;
     bool m_incomplete = false;  ///< the list was emptied for a file that could not be read

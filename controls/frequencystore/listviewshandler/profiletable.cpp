@@ -134,6 +134,9 @@ void GeneralListParser::fillInProfile(const QDomElement& profile) {
 /// Takes a profile's element, and the profiles within it. The model of a document takes many times the memory
 /// of its text, so there is one of one profile at a time.
 void GeneralListParser::fillInProfiles(QStringView element) {
+    constexpr qsizetype LeastModel = 256 * 1024;
+    constexpr qsizetype BytesPerCharacter = 64;
+    RequireMemory(LeastModel + element.size() * BytesPerCharacter);
     QDomDocument document;
     document.setContent(element.toString());
     // The list of found elements is searched anew by each access: take the elements out first.

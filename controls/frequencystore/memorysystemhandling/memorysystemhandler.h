@@ -20,6 +20,9 @@ class FrequencyStoreListView;
 class HalvoNodeMediatorCtrl;
 class QWidget;
 struct ReadChannel;
+namespace REPORTGENERATOR {
+struct DroppedEntries;
+}
 namespace FreqStoreXml {
 class FrequencyStoreEntry;
 }
@@ -180,6 +183,9 @@ private:
     void replaceChannels(Read read);
     void readJobAnew();
     void bringJobUpToDate();
+    REPORTGENERATOR::DroppedEntries dropChannelsSince(quint32 serial);
+    bool takeJobFile(const QString& path, bool& isReplacing);
+    REPORTGENERATOR::DroppedEntries takeJobBack(const QString& job, const QString& name);
     bool isRefused(const QString& path) const;
     QString jobName() const;
 
