@@ -4,6 +4,7 @@
 #include "host/report/filestamps.h"
 
 #include <algorithm>
+#include <new>
 
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands = {
@@ -55,7 +56,12 @@ int run(const QStringList& arguments) {
         printHelp(stderr);
         return ExitUsage;
     }
-    return found->run(arguments.mid(1));
+    try {
+        return found->run(arguments.mid(1));
+    } catch (const std::bad_alloc&) {
+        PrintError(QStringLiteral("freqstore-cli %1: not enough memory\n").arg(QLatin1String(found->name)));
+        return ExitFile;
+    }
 }
 
 } // namespace

@@ -36,9 +36,10 @@ MemoryList::MemoryList(bool vuhf)
 }
 
 MemoryList::~MemoryList() {
-    // The command line said what is saved: without a job nobody is asked.
-    GetOrCreateValue<Value<QString>>(QString::fromLatin1(JobPath) + QStringLiteral("/File"))
-        ->SetValue(QString());
+    // The command line said what is saved: the job is let go of, and nobody is asked about it.
+    auto* job = GetOrCreateValue<Value<QString>>(QString::fromLatin1(JobPath) + QStringLiteral("/File"));
+    job->SetValue(QString(), &handler());
+    job->HasChanged(TChangeCode::ValueChanged);
     MemorySystemHandler::DeleteInstance();
     m_node->DeleteChildren();
     Tree::Instance()->GetNode(QString::fromLatin1(JobPath))->DeleteChildren();

@@ -17,7 +17,10 @@ if(CCACHE_PROGRAM)
   add_compile_options(-fpch-preprocess)
 endif()
 
-add_compile_options(-Wall -Wextra -Wshadow -Wconversion -Werror)
+add_compile_options(-Wall -Wextra -Wshadow -Wconversion)
+if(FREQSTORE_WERROR)
+  add_compile_options(-Werror)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   # A list view's signal selectionChanged hides the slot of that name that Qt's own views have, on purpose.
   add_compile_options(-Wno-overloaded-virtual)

@@ -3,6 +3,7 @@
 #include "host/base/numbers.h"
 #include "host/base/problems.h"
 #include "host/freqstorexml/liststreams.h"
+#include "host/report/readsafely.h"
 
 #include <charconv>
 #include <cmath>
@@ -225,17 +226,21 @@ void ReadFile(const QString& file, std::list<DetectionConventional>& records) {
     const FreqStoreXml::EntryCallback take = [&](FrequencyStoreEntry& entry) {
         read.push_back(FromEntry(entry, file));
     };
-    if (isCsv(file))
-        FreqStoreXml::ReadCsv(file, FreqStoreXml::FrequencyStoreListHelper::Detections, take);
-    else
-        FreqStoreXml::ReadXml(file, take);
+    REPORTGENERATOR::ReadInto(read, file, [&] {
+        if (isCsv(file))
+            FreqStoreXml::ReadCsv(file, FreqStoreXml::FrequencyStoreListHelper::Detections, take);
+        else
+            FreqStoreXml::ReadXml(file, take);
+    });
     records.swap(read);
 }
 
 void ReadFile(const QString& file, std::list<ExtendedDetectionConventional>& records) {
     std::list<ExtendedDetectionConventional> read;
-    FreqStoreXml::ReadDetectionResults(
-        file, isCsv(file), [&](DetectionResult& result) { read.push_back(FromResult(result, file)); });
+    REPORTGENERATOR::ReadInto(read, file, [&] {
+        FreqStoreXml::ReadDetectionResults(
+            file, isCsv(file), [&](DetectionResult& result) { read.push_back(FromResult(result, file)); });
+    });
     records.swap(read);
 }
 

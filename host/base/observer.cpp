@@ -1,5 +1,6 @@
 #include "host/base/observer.h"
 
+#include <QScopeGuard>
 #include <QVarLengthArray>
 
 #include <algorithm>
@@ -168,20 +169,22 @@ void Observable::NotifyObservers(TChangeCode code, IObserver* causer) {
     if (!l || l->handles.empty())
         return;
 
-    bool died = false;
-    bool* const outer = std::exchange(l->diedWhileNotifying, &died);
     const QVarLengthArray<Life::Handle, 16> snapshot(l->handles.begin(), l->handles.end());
     const quint32 changes = l->changes;
+    bool died = false;
+    bool* const outer = std::exchange(l->diedWhileNotifying, &died);
+    const auto end = qScopeGuard([&] { // also when an observer throws
+        if (!died)
+            l->diedWhileNotifying = outer;
+        else if (outer)
+            *outer = true;
+    });
     for (const Life::Handle handle : snapshot) {
         IObserver* observer = alive(handle);
         if (!observer || observer == causer || (l->changes != changes && !contains(handle)))
             continue;
         observer->Update(this, code);
-        if (died) {
-            if (outer)
-                *outer = true;
+        if (died)
             return;
-        }
     }
-    l->diedWhileNotifying = outer;
 }

@@ -3,6 +3,7 @@
 #include "host/freqstorexml/csvreader.h"
 #include "host/freqstorexml/liststreams.h"
 #include "host/report/byteinput.h"
+#include "host/report/readsafely.h"
 #include "host/report/recordreader.h"
 
 #include <QFile>
@@ -39,10 +40,12 @@ void FileHandling::ImportFrequencyStoreList(bool csv, const QString& fileName, F
     const EntryCallback append = [&](FrequencyStoreEntry& entry) {
         read.GetFrequencyStoreEntry().append(std::move(entry));
     };
-    if (csv)
-        ReadCsv(fileName, type, append);
-    else
-        ReadXml(fileName, append, &usage);
+    REPORTGENERATOR::ReadInto(read.GetFrequencyStoreEntry(), fileName, [&] {
+        if (csv)
+            ReadCsv(fileName, type, append);
+        else
+            ReadXml(fileName, append, &usage);
+    });
     read.SetUsage(usage);
     list = std::move(read);
 }
@@ -52,10 +55,12 @@ void FileHandling::ImportDetectionResultList(bool csv, const QString& fileName, 
     const ResultCallback append = [&](DetectionResult& result) {
         read.GetDetectionResult().append(std::move(result));
     };
-    if (csv)
-        ReadDetectionResults(fileName, true, append);
-    else
-        read.LoadXml(fileName);
+    REPORTGENERATOR::ReadInto(read.GetDetectionResult(), fileName, [&] {
+        if (csv)
+            ReadDetectionResults(fileName, true, append);
+        else
+            read.LoadXml(fileName);
+    });
     list = std::move(read);
 }
 

@@ -122,10 +122,10 @@ TEST(Observer, WeakReferencesEndWithTheirSubject) {
     subject->NotifyObservers(Changed, nullptr);
     EXPECT_EQ(recorder.codes.size(), 1u);
     subject.reset();
-    EXPECT_EQ(ref.get(), nullptr);
-    EXPECT_EQ(other.get(), nullptr);
+    EXPECT_FALSE(ref);
+    EXPECT_FALSE(other);
     const Subject anew; // may take the slot
-    EXPECT_EQ(ref.get(), nullptr);
+    EXPECT_FALSE(ref);
 }
 
 /// Random reactions against each other; what counts is that the sanitizers stay quiet and that whoever is

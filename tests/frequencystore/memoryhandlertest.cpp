@@ -261,6 +261,33 @@ TEST_F(MemoryHandlerTest, ANewJobReplacesTheChannels) {
     EXPECT_EQ(Handler().GetMediatorCtrl()->size(), 1u) << "the list is usable";
 }
 
+TEST_F(MemoryHandlerTest, AnEmptyJobIsOneThatChangesAndIsSaved) {
+    Start();
+    EXPECT_FALSE(Handler().UpdateFromJobFile(QString())) << "no value is bound";
+    const QString path = Write(Q("job.pij"), "of before");
+    Handler().SetJobfileName(path);
+    Traces traces;
+    BindJob();
+    EXPECT_TRUE(Handler().UpdateFromJobFile(QString()));
+    AddChannels({7e6});
+    EXPECT_TRUE(Handler().IsChangedSinceJobSave());
+    EXPECT_EQ(m_job->GetValue(), QString()) << "it has no place for a section";
+    EXPECT_TRUE(Handler().Save2Job());
+    EXPECT_EQ(Read(path), "\n");
+    EXPECT_FALSE(Handler().IsChangedSinceJobSave());
+
+    m_data->SetValue(Q("<MEMORYSCAN/>"));
+    EXPECT_TRUE(Handler().IsChangedSinceJobSave());
+    EXPECT_EQ(Handler().GetData4JobFile(), m_data->GetValue());
+    m_job->HasChanged(TChangeCode::ValueChanged);
+    EXPECT_EQ(Channels().size(), 0);
+    EXPECT_FALSE(Handler().IsChangedSinceJobSave());
+    EXPECT_EQ(traces.problems, QStringList());
+
+    EXPECT_FALSE(Handler().SaveJobFile(path)) << "what is saved under a new name is a job";
+    EXPECT_EQ(traces.problems, QStringList(path + Q(": not written: there is no job")));
+}
+
 TEST_F(MemoryHandlerTest, SavingIsAskedForThroughAValue) {
     Start();
     EXPECT_FALSE(Handler().Save2Job());

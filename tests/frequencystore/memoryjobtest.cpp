@@ -384,4 +384,19 @@ TEST_F(MemoryJobTest, ChannelsAreWrittenAsInterchangeList) {
     EXPECT_EQ(traces.problems.size(), 2);
 }
 
+/// Texts go to the parser in pieces; a character of two halves at each place around the end of one.
+TEST_F(MemoryJobTest, LongJobsOfAnyCharactersKeepTheirPlaces) {
+    Start();
+    const QByteArray head = "<?xml version='1.0' encoding='ISO-8859-1'?>";
+    for (int filler = 2680; filler < 2740; ++filler) {
+        const QString job = QString::fromUtf8(head + "<JOB><!--" + QByteArray(filler, 'x') +
+                                              "\xf0\x9f\x93\xa1" + QByteArray(6000, 'x') + "-->" +
+                                              SubJob(Channel(1, "\xf0\x9f\x93\xa1", "1")) + "</JOB>");
+        QString merged = job;
+        ASSERT_EQ(MergeSection(merged, Q("<MEMORYSCAN/>"), true, Q("job")), 1);
+        EXPECT_EQ(Outside(merged), Outside(job)) << filler;
+        EXPECT_FALSE(merged.contains(Q("MEMORYSCAN_CHANNEL"))) << filler;
+    }
+}
+
 } // namespace

@@ -42,6 +42,7 @@ protected:
     void FillInEntry(const FreqStoreXml::FrequencyStoreEntry& entry);
 
 private:
+    void fillInProfiles(QStringView element, FileProblems& problems);
     void fillInProfile(const QDomElement& profile, FileProblems& problems);
 };
 

@@ -66,6 +66,26 @@ FrequencyStoreEntry entryOf(FrequencyNodeMediator& mediator) {
 
 } // namespace
 
+/// Every reading of a file runs in here.
+bool NOIFrequencyHandler::readSafely(const QString& path, const std::function<bool()>& read) {
+    return REPORTGENERATOR::ReadSafely(TraceSource, 1533, path, read,
+                                       [&] { return dropUnfinishedFile(path); });
+}
+
+REPORTGENERATOR::DroppedEntries NOIFrequencyHandler::dropUnfinishedFile(const QString& path) {
+    if (!m_filling)
+        return {};
+    const auto count = m_pNode ? static_cast<qint64>(m_pNode->ChildCount()) : 0;
+    Prepare4NewFile();
+    noteContent(path, false);
+    m_filling = false;
+    m_ready = true;
+    if (m_pMedCtrl)
+        m_pMedCtrl->Suspend(false);
+    UpdateNOIList();
+    return {count, true};
+}
+
 bool NOIFrequencyHandler::ParseNOIFile(const QString& path) {
     if (path.isEmpty()) { // a cancelled dialog, of which the operator need not be told
         TraceLazily(TraceSource, 1521, [] { return QStringLiteral("File cannot be opened: "); });
@@ -73,7 +93,7 @@ bool NOIFrequencyHandler::ParseNOIFile(const QString& path) {
     }
     const QPointer<NOIFrequencyHandler> alive(this);
     bool sound = true;
-    const bool read = ReadLines(path, NoiLayout, &sound);
+    const bool read = readSafely(path, [&] { return ReadLines(path, NoiLayout, &sound); });
     if (alive) {
         noteContent(path, read && sound);
         tellDoubtful(path);
@@ -82,7 +102,7 @@ bool NOIFrequencyHandler::ParseNOIFile(const QString& path) {
 }
 
 bool NOIFrequencyHandler::ParseNOIXmlFile(const QString& path) {
-    return readEntries(path, true);
+    return readSafely(path, [&] { return readEntries(path, true); });
 }
 
 bool NOIFrequencyHandler::readEntries(const QString& path, bool tell) {
@@ -93,6 +113,8 @@ bool NOIFrequencyHandler::readEntries(const QString& path, bool tell) {
                                                 FrequencyStoreListHelper::NoiFrequencies);
         for (const FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry())
             FillInEntry(entry);
+    } catch (const REPORTGENERATOR::NotEnoughMemory&) {
+        throw;
     } catch (const RGException& exception) {
         traceException(1578, "EXCEPTION WHILE PARSING FREQUENCIES:", exception, tell);
         noteContent(path, false);
@@ -138,14 +160,14 @@ void NOIFrequencyHandler::Doubtful::Take(double frequency, double bandwidth) {
 bool NOIFrequencyHandler::openXml(const QString& path) {
     const QPointer<NOIFrequencyHandler> alive(this);
     const bool isList = FileHandling().IsValidFormat(path);
-    if (readEntries(path, isList))
+    if (readSafely(path, [&] { return readEntries(path, isList); }))
         return true;
     bool read = false;
     if (isList) {
         Prepare4NewFile();
         ResetDataAfterNewFile();
     } else {
-        read = ParseProfileTable(path);
+        read = readSafely(path, [&] { return ParseProfileTable(path); });
     }
     if (alive) {
         m_incomplete = !read;

@@ -173,6 +173,7 @@ bool NOIFrequencyHandler::IsWaitingForFile() const {
 }
 
 void NOIFrequencyHandler::Prepare4NewFile() {
+    m_filling = true;
     m_ready = false;
     m_incomplete = true;
     m_doubtful = {};
@@ -189,6 +190,7 @@ void NOIFrequencyHandler::ResetDataAfterNewFile() {
     if (m_pMedCtrl)
         m_pMedCtrl->Suspend(false);
     UpdateNOIList();
+    m_filling = false;
     emit signalNewFileLoaded();
 }
 

@@ -3,6 +3,7 @@
 #include "controls/frequencystore/entries/generalentry.h"
 #include "controls/frequencystore/listviewshandler/generallistparser.h"
 #include "host/base/observer.h"
+#include "host/report/readsafely.h"
 #include "host/valuetree/node.h"
 #include "host/valuetree/valueptr.h"
 
@@ -127,6 +128,8 @@ private:
     bool insert(double frequency, double bandwidth, const QString& comment);
     bool readEntries(const QString& path, bool tell);
     bool openXml(const QString& path);
+    bool readSafely(const QString& path, const std::function<bool()>& read);
+    REPORTGENERATOR::DroppedEntries dropUnfinishedFile(const QString& path);
     bool openLines(const QString& path);
     void noteContent(const QString& path, bool isWhole);
     void tellDoubtful(const QString& path);
@@ -147,7 +150,8 @@ private:
     ValueObservingPtr<ValueBase> m_definition;
     GeneralEntry m_template;
     std::unique_ptr<HalvoNodeMediatorCtrl> m_pMedCtrl;
-    bool m_ready = true; ///< no file is being read
+    bool m_ready = true;    ///< no file is being read
+    bool m_filling = false; ///< a file's reading has begun and not ended
 
     Doubtful m_doubtful;
     bool m_remembersFile = true;

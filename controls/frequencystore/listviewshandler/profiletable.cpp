@@ -14,6 +14,7 @@
 namespace {
 
 constexpr char TraceSource[] = "listviewshandler";
+const QString ProfileElement = QStringLiteral("PROFILETBL");
 constexpr int NoPriority = 11; ///< of a profile whose objects have no valid one
 constexpr qint64 MaxFileSize = 512 * 1024 * 1024;
 
@@ -57,21 +58,42 @@ QString orUndefined(const QString& text) {
     return text.isEmpty() ? QStringLiteral("undefined") : text;
 }
 
-/// Whether the document is one that its model takes; else says why not.
-bool isReadable(const QString& path, const QString& text) {
+/// What a look through a document finds.
+struct Outline {
+    std::vector<QStringView> profiles; ///< the outermost ones, with their tags
+    QString root;
+    QString version;
+};
+
+/// Looks through a document; false, told, when it is refused.
+bool lookThrough(const QString& path, const QString& text, Outline& outline) {
     CarefulXmlReader reader(text);
-    if (reader.Finish())
-        return true;
-    Problems::Report(TraceSource, 611, {path, reader.Line(), reader.Refusal()});
-    return false;
+    qsizetype begin = 0;
+    int depth = 0; ///< of the profile around the present place; 0 outside of profiles
+    while (reader.Next()) {
+        if (reader.IsStart() && reader.Depth() == 1) {
+            outline.root = reader.Name().toString();
+            outline.version = reader.Attributes().value(QLatin1String("Version")).toString();
+        }
+        if (reader.IsStart() && depth == 0 && reader.Name() == ProfileElement) {
+            depth = reader.Depth();
+            begin = reader.Begin();
+        } else if (reader.IsEnd() && reader.Depth() == depth) {
+            depth = 0;
+            outline.profiles.push_back(QStringView(text).mid(begin, reader.End() - begin));
+        }
+    }
+    if (!reader.Refusal().isEmpty())
+        Problems::Report(TraceSource, 611, {path, reader.Line(), reader.Refusal()});
+    return reader.Refusal().isEmpty();
 }
 
 /// What a readable document without profiles is, as far as its root tells.
-QString noProfilesIn(const QDomElement& root) {
-    const QString version = root.attribute(QStringLiteral("Version"));
+QString noProfilesIn(const Outline& outline) {
     return QStringLiteral("is no list and holds no profiles (root \"%1\"%2)")
-        .arg(root.tagName().left(40),
-             version.isEmpty() ? QString() : QStringLiteral(", version \"%1\"").arg(version.left(20)));
+        .arg(outline.root.left(40), outline.version.isEmpty()
+                                        ? QString()
+                                        : QStringLiteral(", version \"%1\"").arg(outline.version.left(20)));
 }
 
 } // namespace
@@ -111,6 +133,23 @@ void GeneralListParser::fillInProfile(const QDomElement& profile, FileProblems& 
     }
 }
 
+/// Takes a profile's element, and the profiles within it. The model of a document takes many times the memory
+/// of its text, so there is one of one profile at a time.
+void GeneralListParser::fillInProfiles(QStringView element, FileProblems& problems) {
+    constexpr qsizetype LeastModel = 256 * 1024;
+    constexpr qsizetype BytesPerCharacter = 64;
+    RequireMemory(LeastModel + element.size() * BytesPerCharacter);
+    QDomDocument document;
+    document.setContent(element.toString());
+    // The list of found elements is searched anew by each access: take the elements out first.
+    std::vector<QDomElement> profiles;
+    const QDomNodeList found = document.elementsByTagName(ProfileElement);
+    for (int i = 0; i < found.size(); ++i)
+        profiles.push_back(found.at(i).toElement());
+    for (const QDomElement& profile : profiles)
+        fillInProfile(profile, problems);
+}
+
 bool GeneralListParser::ParseProfileTable(const QString& path) {
     FileStamps::Reading reading(path);
     QFile file(path);
@@ -123,20 +162,15 @@ bool GeneralListParser::ParseProfileTable(const QString& path) {
     TraceLazily(TraceSource, 608, [&] { return text; });
 
     Prepare4NewFile();
-    QDomDocument document;
-    const bool readable = isReadable(path, text) && document.setContent(text);
-    // The list of found elements is searched anew by each access: take the elements out first.
-    std::vector<QDomElement> profiles;
+    Outline outline;
+    const bool readable = lookThrough(path, text, outline);
+    if (readable && outline.profiles.empty())
+        Problems::Report(TraceSource, 615, {path, 0, noProfilesIn(outline)});
     if (readable) {
-        const QDomNodeList found = document.elementsByTagName(QStringLiteral("PROFILETBL"));
-        for (int i = 0; i < found.size(); ++i)
-            profiles.push_back(found.at(i).toElement());
+        FileProblems problems(path, TraceSource, 612);
+        for (const QStringView profile : outline.profiles)
+            fillInProfiles(profile, problems);
     }
-    FileProblems problems(path, TraceSource, 612);
-    for (const QDomElement& profile : profiles)
-        fillInProfile(profile, problems);
-    if (readable && profiles.empty())
-        Problems::Report(TraceSource, 615, {path, 0, noProfilesIn(document.documentElement())});
     ResetDataAfterNewFile();
-    return !profiles.empty();
+    return readable && !outline.profiles.empty();
 }

@@ -57,7 +57,7 @@ bool holdsLines(const QString& path) {
 } // namespace
 
 bool SearchMCDataReader::ReadFile(const QString& path) {
-    try {
+    const auto read = [&] {
         const bool csv = PathContains(path, ".csv");
         if (PathContains(path, ".xml"))
             readEntries(path, false);
@@ -68,16 +68,28 @@ bool SearchMCDataReader::ReadFile(const QString& path) {
         else
             readEntries(path, true);
         return true;
-    } catch (const RGException& exception) {
-        Problems::Report(TraceSource, 931, Problem::FromText(exception.GetErrorText()));
-        return false;
-    }
+    };
+    m_isEmptied = false;
+    return REPORTGENERATOR::ReadSafely(TraceSource, 931, path, read, [this] { return dropEntries(); });
+}
+
+/// Empties a list that is no longer the old one and not yet the new one.
+REPORTGENERATOR::DroppedEntries SearchMCDataReader::dropEntries() {
+    Node* const node = m_list.GetNode();
+    if (!m_isEmptied || !node)
+        return {};
+    const auto count = static_cast<qint64>(node->ChildCount());
+    node->DeleteChildren();
+    m_list.Suspend(false);
+    m_list.ForceUpdateNow();
+    return {count, true};
 }
 
 void SearchMCDataReader::readEntries(const QString& path, bool csv) {
     FreqStoreXml::FrequencyStoreList read;
     FreqStoreXml::FileHandling().ImportFrequencyStoreList(csv, path, read,
                                                           FrequencyStoreListHelper::SearchResults);
+    m_isEmptied = true;
     if (Node* node = m_list.GetNode())
         node->DeleteChildren();
     m_list.AppendEntries(read.GetFrequencyStoreEntry());
@@ -95,6 +107,7 @@ void SearchMCDataReader::readLines(const QString& path) {
     if (!node)
         return;
     m_list.Suspend(true);
+    m_isEmptied = true;
     node->DeleteChildren();
     QStringView view;
     while (reader.Next(view)) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "host/report/readsafely.h"
 
 class FrequencyNodeMediatorCtrl;
 class Node;
@@ -18,7 +18,8 @@ public:
 
     /// Replaces the list by the content of a file: frequency-store XML when its path contains ".xml", else,
     /// when it contains ".csv", the lines of an export or a table with a heading row. False, told and traced,
-    /// with the list as it was, when the file cannot be read as a whole.
+    /// with the list as it was, when the file cannot be read as a whole. One that does not fit into memory
+    /// may leave it empty.
     bool ReadFile(const QString& path);
 
     /// Makes a result under the list node from an interchange entry. What the entry lacks is as in any new
@@ -28,6 +29,8 @@ public:
 private:
     void readEntries(const QString& path, bool csv);
     void readLines(const QString& path);
+    REPORTGENERATOR::DroppedEntries dropEntries();
 
     FrequencyNodeMediatorCtrl& m_list;
+    bool m_isEmptied = false; ///< of the old results, for those of a file
 };

@@ -52,11 +52,7 @@ void TargetListHandler::Init(Node* node, bool loadDefault) {
     m_currentFile = CfgCenter::GetAppCfg(ICfg::StartUp)
                         .GetFilePath(QStringLiteral("LocalTargetList"), QString::fromLatin1(DefaultFile));
     if (!m_fileLoaded->GetValue() && !m_client) {
-        try {
-            m_pParser->ParseSFLFile(m_currentFile);
-        } catch (const RGException& exception) {
-            Problems::Report(TraceSource, 1203, Problem::FromText(exception.GetErrorText()));
-        }
+        parse(1203, m_currentFile);
         startAnnouncing();
     }
     publishFileName();
@@ -66,19 +62,17 @@ bool TargetListHandler::isForeignXml(const QString& path) const {
     return path.contains(QLatin1String(".xml")) && !FreqStoreXml::FileHandling().IsValidFormat(path);
 }
 
+bool TargetListHandler::parse(unsigned short sourceLine, const QString& path, bool isProfileTable) {
+    return REPORTGENERATOR::ReadSafely(
+        TraceSource, sourceLine, path,
+        [&] { return isProfileTable ? m_pParser->ParseProfileTable(path) : m_pParser->ParseSFLFile(path); },
+        [this] { return m_pParser->DropUnfinishedFile(); });
+}
+
 bool TargetListHandler::ReadFile(const QString& path) {
     if (!m_pParser || m_client)
         return false;
-    bool read = true;
-    try {
-        if (isForeignXml(path))
-            read = m_pParser->ParseProfileTable(path);
-        else
-            read = m_pParser->ParseSFLFile(path);
-    } catch (const RGException& exception) {
-        Problems::Report(TraceSource, 1228, Problem::FromText(exception.GetErrorText()));
-        read = false;
-    }
+    const bool read = parse(1228, path, isForeignXml(path));
     startAnnouncing();
     return read;
 }
@@ -131,11 +125,7 @@ QString TargetListHandler::ImportTargetList() {
     if (path.isEmpty())
         return path;
     if (!m_client && m_pParser) {
-        try {
-            m_pParser->ParseSFLFile(path);
-        } catch (const RGException& exception) {
-            Problems::Report(TraceSource, 1287, Problem::FromText(exception.GetErrorText()));
-        }
+        parse(1287, path);
         startAnnouncing();
     }
     m_currentFile = path;

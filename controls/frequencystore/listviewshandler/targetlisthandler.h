@@ -68,6 +68,7 @@ private:
     ~TargetListHandler() override;
 
     bool isForeignXml(const QString& path) const;
+    bool parse(unsigned short sourceLine, const QString& path, bool isProfileTable = false);
     void startAnnouncing();
     void publishFileName();
     QString askForSaveName(const QString& filter, const QString& extension) const;

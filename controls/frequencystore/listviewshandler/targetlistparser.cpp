@@ -81,6 +81,7 @@ void TargetListParser::FillInData(double frequency, double bandwidth, QString co
 }
 
 void TargetListParser::Prepare4NewFile() {
+    m_filling = true;
     m_pMedCtrl->Suspend(true);
     if (m_pNode)
         m_pNode->DeleteChildren();
@@ -89,6 +90,16 @@ void TargetListParser::Prepare4NewFile() {
 void TargetListParser::ResetDataAfterNewFile() {
     m_pMedCtrl->Suspend(false);
     m_readIndex = 0;
+    m_filling = false;
+}
+
+REPORTGENERATOR::DroppedEntries TargetListParser::DropUnfinishedFile() {
+    if (!m_filling)
+        return {};
+    const auto count = m_pNode ? static_cast<qint64>(m_pNode->ChildCount()) : 0;
+    Prepare4NewFile();
+    ResetDataAfterNewFile();
+    return {count, true};
 }
 
 void TargetListParser::ResetDataCollect() {
@@ -134,6 +145,7 @@ bool TargetListParser::ParseSFLFile(const QString& path) {
     Prepare4NewFile();
     // The file ends here, but the emptied list must not stay frozen.
     m_pMedCtrl->Suspend(false);
+    m_filling = false;
     TraceLazily(TraceSource, 1069, [] { return QStringLiteral("File cannot be converted"); });
     Problems::Report(TraceSource, 1069, {path, 0, QStringLiteral("is of no known kind of file")});
     return false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/frequencystore/listviewshandler/generallistparser.h"
+#include "host/report/readsafely.h"
 #include "host/valuetree/node.h"
 
 #include <memory>
@@ -34,6 +35,9 @@ public:
     /// order, lower case. False, told and traced, when it cannot be read; a file that is unreadable as a
     /// whole leaves the list as it was.
     bool ParseSFLFile(const QString& path);
+    /// Empties the list after a file whose reading had begun to fill it and has not come to its end; a list
+    /// that was not yet touched stays.
+    REPORTGENERATOR::DroppedEntries DropUnfinishedFile();
     /// Writes the list: as text lines when the path contains ".ltl" or ".sfl", as CSV when it contains
     /// ".csv", else as XML. False, told and traced, when it cannot be written; an old file is then left as it
     /// was. A list saved as ".sfl" and read back has comment and bandwidth exchanged: the name promises the
@@ -56,6 +60,7 @@ private:
 
     WeakRef<Node> m_pNode;
     std::unique_ptr<HalvoNodeMediatorCtrl> m_pMedCtrl;
+    bool m_filling = false; ///< a file's reading has begun and not ended
     unsigned m_readIndex = 0;
     unsigned m_readCount = 0;
 };

@@ -7,7 +7,6 @@
 #include "host/report/outputfile.h"
 
 #include <QFile>
-#include <QRegularExpression>
 #include <QStringDecoder>
 
 #include <vector>
@@ -31,11 +30,8 @@ qint64 lineOfBadBytes(const QByteArray& bytes) {
 }
 
 void declareUtf8(QString& text) {
-    static const QRegularExpression declared(
-        QStringLiteral("^<\\?xml\\s[^>]*?encoding\\s*=\\s*([\"'])([A-Za-z0-9._-]*)\\1"));
-    const QRegularExpressionMatch match = declared.match(text);
-    if (match.hasMatch() && match.captured(2).compare(QLatin1String("UTF-8"), Qt::CaseInsensitive) != 0)
-        text.replace(match.capturedStart(2), match.capturedLength(2), QStringLiteral("UTF-8"));
+    if (const QRegularExpressionMatch encoding = ForeignEncodingOf(text); encoding.hasMatch())
+        text.replace(encoding.capturedStart(3), encoding.capturedLength(3), QStringLiteral("UTF-8"));
 }
 
 /// A replacement of a part of a text.
@@ -68,7 +64,7 @@ struct Place {
 /// Finds the places by walking through the job.
 class PlaceFinder {
 public:
-    explicit PlaceFinder(const QString& job) : m_job(job), m_reader(job) {}
+    explicit PlaceFinder(const QString& job) : m_reader(job) {}
 
     bool Find(std::vector<Place>& places);
     const CarefulXmlReader& Reader() const { return m_reader; }
@@ -84,7 +80,6 @@ private:
     void enter();
     void leave(std::vector<Place>& places);
 
-    const QString& m_job;
     CarefulXmlReader m_reader;
     std::vector<Open> m_open{1};
     int m_insideSection = 0;
@@ -112,8 +107,7 @@ void PlaceFinder::enter() {
     else if (around.kind == Open::Tds && m_reader.Name() == QLatin1String("MEMORYSCAN"))
         open.kind = std::exchange(around.hasChild, true) ? Open::Other : Open::Section;
     if (open.kind == Open::Section) {
-        // No "<" can stand within a tag.
-        around.place.begin = m_job.lastIndexOf(QLatin1Char('<'), m_reader.End() - 1);
+        around.place.begin = m_reader.Begin();
         ++m_insideSection;
     }
     m_open.push_back(open);
@@ -127,7 +121,7 @@ void PlaceFinder::leave(std::vector<Place>& places) {
         --m_insideSection;
     } else if (open.kind == Open::Tds && open.hasChild) {
         places.push_back(open.place);
-        places.back().tdsEnd = m_job.lastIndexOf(QLatin1String("</"), m_reader.End() - 1);
+        places.back().tdsEnd = m_reader.Begin();
     }
 }
 
@@ -175,7 +169,7 @@ QString elementOf(const QString& section) {
     bool isSection = false;
     while (reader.Next()) {
         if (reader.IsStart() && reader.Depth() == 1) {
-            begin = section.lastIndexOf(QLatin1Char('<'), reader.End() - 1);
+            begin = reader.Begin();
             isSection = reader.Name() == QLatin1String("MEMORYSCAN");
         } else if (reader.IsEnd() && reader.Depth() == 1) {
             end = reader.End();
@@ -226,11 +220,12 @@ QString WriteJobText(const QString& path, const QString& job) {
 }
 
 int MergeSection(QString& job, const QString& section, bool isOurs, const QString& name) {
+    if (job.isEmpty())
+        return 0;
     if (job.startsWith(QChar(QChar::ByteOrderMark)))
         job.remove(0, 1); // readers do not count it
-    PlaceFinder finder(job);
     std::vector<Place> places;
-    if (!finder.Find(places)) {
+    if (PlaceFinder finder(job); !finder.Find(places)) {
         Problems::Report(TraceSource, 421, {name, finder.Reader().Line(), finder.Reader().Refusal()});
         return -1;
     }

@@ -331,14 +331,10 @@ QString MemorySystemHandler::jobName() const {
     return m_jobFile ? m_jobFile->GetPathName() : QString();
 }
 
-bool MemorySystemHandler::hasJob() const {
-    return m_jobFile && !m_jobFile->GetValue().isEmpty();
-}
-
 /// Takes the section of the job-data value into the job.
 void MemorySystemHandler::putSectionIntoJob(bool generatedHere) {
     const SuppressedRestart suppressed(m_suppressingRestart);
-    if (!hasJob() || !m_data4Jobfile)
+    if (!m_jobFile || !m_data4Jobfile)
         return;
     m_changedSinceJobSave = true;
     m_jobData = m_data4Jobfile->GetValue();

@@ -20,10 +20,9 @@ class FrequencyStoreListView;
 class HalvoNodeMediatorCtrl;
 class QWidget;
 struct ReadChannel;
-namespace FreqStoreXml {
-class FrequencyStoreEntry;
+namespace REPORTGENERATOR {
+struct DroppedEntries;
 }
-
 namespace FreqStoreXml {
 class FrequencyStoreEntry;
 }
@@ -115,8 +114,9 @@ public:
     void SetData2VT();
     /// Asks for the job to be saved; false when no value for that is bound.
     bool Save2Job();
-    /// Brings the job up to date and writes it into its file. Without a job, without a file name and in scan
-    /// surveillance nothing is written; what cannot be written is told, and the old file stays.
+    /// Brings the job up to date and writes it into its file, an empty job, too. Without a job-file value,
+    /// without a file name and in scan surveillance nothing is written; what cannot be written is told, and
+    /// the old file stays.
     void SaveData2JobFile();
     /// Name of the job's file; the job stays as it is.
     void SetJobfileName(const QString& path) { m_jobFileName = path; }
@@ -125,11 +125,12 @@ public:
     /// Opens a job file: its text becomes the job, its channels the list, its name that for saving. False,
     /// told with line and reason, with job and list as they were, when it is no job or cannot be opened now.
     bool OpenJobFile(const QString& path);
-    /// The same as `SaveData2JobFile` under a new name; false, told, when the job was not written.
+    /// The same as `SaveData2JobFile` under a new name, but for a job that is empty; false, told, when the
+    /// job was not written.
     bool SaveJobFile(const QString& path);
     /// Reads the channels of a job text into new channels; of the job itself when the text is empty. Channels
-    /// that share a number become one with a range of frequencies. False, with nothing added, for a text that
-    /// is not well-formed, told, and when there is no job.
+    /// that share a number become one with a range of frequencies. An empty job has no channels. False, with
+    /// nothing added, for a text that is not well-formed, told, and when no job-file value is bound.
     bool UpdateFromJobFile(const QString& jobText);
 
     // Files of channels; what is read is added to the list and goes into the job.
@@ -183,7 +184,9 @@ private:
     void readJobAnew();
     void bringJobUpToDate();
     bool writeJob(const QString& path);
-    bool hasJob() const;
+    REPORTGENERATOR::DroppedEntries dropChannelsSince(quint32 serial);
+    bool takeJobFile(const QString& path, bool& isReplacing);
+    REPORTGENERATOR::DroppedEntries takeJobBack(const QString& job, const QString& name);
     bool isRefused(const QString& path) const;
     QString jobName() const;
 

@@ -8,6 +8,7 @@
 #include "host/base/trace.h"
 #include "host/freqstorexml/filehandling.h"
 #include "host/gui/guibase.h"
+#include "host/report/readsafely.h"
 
 #include <QFileDialog>
 
@@ -145,12 +146,34 @@ bool MemorySystemHandler::isRefused(const QString& path) const {
 bool MemorySystemHandler::ReadFile(const QString& path) {
     if (isRefused(path))
         return false;
-    if (path.endsWith(QLatin1String(".xml")) || path.endsWith(QLatin1String(".sfl")))
-        return ParseSFLFile(path);
-    if (path.endsWith(QLatin1String(".pij")))
-        return ParseJobFile(path);
-    Problems::Report(TraceSource, 395, {path, 0, tr("is of no known kind of file")});
-    return false;
+    const bool isJob = path.endsWith(QLatin1String(".pij"));
+    if (!isJob && !path.endsWith(QLatin1String(".xml")) && !path.endsWith(QLatin1String(".sfl"))) {
+        Problems::Report(TraceSource, 395, {path, 0, tr("is of no known kind of file")});
+        return false;
+    }
+    quint32 serial = 0;
+    if (m_root)
+        m_root->ChildrenSince(serial);
+    return REPORTGENERATOR::ReadSafely(
+        TraceSource, 397, path, [&] { return isJob ? ParseJobFile(path) : ParseSFLFile(path); },
+        [&] { return dropChannelsSince(serial); });
+}
+
+/// Takes the channels of a file that does not fit into memory out of the list again.
+REPORTGENERATOR::DroppedEntries MemorySystemHandler::dropChannelsSince(quint32 serial) {
+    std::vector<Node*> added;
+    if (m_root)
+        added = m_root->ChildrenSince(serial);
+    const auto count = static_cast<qint64>(added.size());
+    if (m_root)
+        m_root->DeleteNodes(std::exchange(added, {}));
+    SuspendMediatorCtrl(false, true);
+    try {
+        UpdateJobFileEntries();
+    } catch (const std::bad_alloc&) {
+        m_jobDataPending = true; // with the next change of the list
+    }
+    return {count};
 }
 
 bool MemorySystemHandler::ParseSFLFile(const QString& path) {
@@ -224,9 +247,10 @@ bool MemorySystemHandler::ParseJobFile(const QString& path) {
 }
 
 bool MemorySystemHandler::UpdateFromJobFile(const QString& jobText) {
-    if (!jobText.isEmpty())
-        return readChannels(jobText, jobName());
-    return hasJob() && readChannels(m_jobFile->GetValue(), jobName());
+    if (jobText.isEmpty() && !m_jobFile)
+        return false;
+    const QString job = jobText.isEmpty() ? m_jobFile->GetValue() : jobText;
+    return job.isEmpty() || readChannels(job, jobName());
 }
 
 bool MemorySystemHandler::readChannels(const QString& job, const QString& name) {
@@ -287,6 +311,25 @@ void MemorySystemHandler::readJobAnew() {
 bool MemorySystemHandler::OpenJobFile(const QString& path) {
     if (isRefused(path))
         return false;
+    const QString jobBefore = m_jobFile ? m_jobFile->GetValue() : QString();
+    const QString nameBefore = m_jobFileName;
+    bool isReplacing = false;
+    return REPORTGENERATOR::ReadSafely(
+        TraceSource, 541, path, [&] { return takeJobFile(path, isReplacing); },
+        [&] { return isReplacing ? takeJobBack(jobBefore, nameBefore) : REPORTGENERATOR::DroppedEntries(); });
+}
+
+/// Brings back the job, and the channels that it says, after another that does not fit into memory.
+REPORTGENERATOR::DroppedEntries MemorySystemHandler::takeJobBack(const QString& job, const QString& name) {
+    const auto count = m_root ? static_cast<qint64>(m_root->ChildCount()) : 0;
+    m_jobFileName = name;
+    if (m_jobFile)
+        m_jobFile->SetValue(job, this);
+    readJobAnew();
+    return {count, !m_root || m_root->ChildCount() == 0};
+}
+
+bool MemorySystemHandler::takeJobFile(const QString& path, bool& isReplacing) {
     const std::optional<QString> job = ReadJobText(path);
     if (!job)
         return false;
@@ -299,6 +342,7 @@ bool MemorySystemHandler::OpenJobFile(const QString& path) {
                                                 : tr("is no job: it has no SUBJOB"));
         return false;
     }
+    isReplacing = true;
     m_jobFileName = path;
     m_jobFile->SetValue(*job, this);
     replaceChannels([&] { takeChannels(read.channels, problems); });
@@ -308,7 +352,14 @@ bool MemorySystemHandler::OpenJobFile(const QString& path) {
 void MemorySystemHandler::UpdateJobFileEntries() {
     if (m_viewMap)
         m_viewMap->StartTransaction();
-    const bool collected = collectChannels();
+    bool collected = false;
+    try {
+        collected = collectChannels();
+    } catch (const std::bad_alloc&) {
+        if (m_viewMap)
+            m_viewMap->EndTransaction(TChangeCode::ValueChanged);
+        throw;
+    }
     if (m_viewMap)
         m_viewMap->EndTransaction(TChangeCode::ValueChanged);
     if (collected)
@@ -358,7 +409,7 @@ void MemorySystemHandler::bringJobUpToDate() {
 
 void MemorySystemHandler::SaveData2JobFile() {
     bringJobUpToDate();
-    if (!m_inScanSurveillance && hasJob() && !m_jobFileName.isEmpty())
+    if (!m_inScanSurveillance && m_jobFile && !m_jobFileName.isEmpty())
         writeJob(m_jobFileName);
 }
 
@@ -380,7 +431,7 @@ bool MemorySystemHandler::SaveJobFile(const QString& path) {
     if (m_sectionsInJob == 0 && m_pMedCtrl && m_pMedCtrl->size() > 0)
         Problems::Report(TraceSource, 668,
                          {path, 0, tr("not written: the job has no memory-scan section for the channels")});
-    else if (!hasJob())
+    else if (!m_jobFile || m_jobFile->GetValue().isEmpty())
         Problems::Report(TraceSource, 671, {path, 0, tr("not written: there is no job")});
     else
         return m_sectionsInJob >= 0 && writeJob(path);

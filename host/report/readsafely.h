@@ -1,0 +1,48 @@
+#pragma once
+
+#include "host/report/rgexception.h"
+
+#include <functional>
+#include <new>
+
+namespace REPORTGENERATOR {
+
+/// What became of a list whose file did not fit into memory.
+struct DroppedEntries {
+    qint64 count = 0;         ///< had been read and are gone
+    bool listIsEmpty = false; ///< else the list is as it was
+};
+
+/// Says that a file does not fit into memory.
+class NotEnoughMemory : public RGException {
+public:
+    NotEnoughMemory(const QString& file, const DroppedEntries& dropped);
+
+    qint64 GetCount() const { return m_count; }
+
+private:
+    qint64 m_count;
+};
+
+/// Fills a container with the entries of a file. When memory runs out they are freed, and NotEnoughMemory is
+/// thrown.
+template <class Container, class Read>
+void ReadInto(Container& entries, const QString& file, Read read) {
+    qint64 count = 0;
+    try {
+        read();
+        return;
+    } catch (const std::bad_alloc&) {
+        count = static_cast<qint64>(entries.size());
+    }
+    entries = {};
+    throw NotEnoughMemory(file, {count});
+}
+
+/// Reads a file for the operator. False when `read` says so and, told under the reader's source name and
+/// line, when it throws RGException or memory runs out. Then `drop` takes what was read out of the list
+/// again; some memory is kept for it.
+bool ReadSafely(const char* source, unsigned short line, const QString& file,
+                const std::function<bool()>& read, const std::function<DroppedEntries()>& drop);
+
+} // namespace REPORTGENERATOR
