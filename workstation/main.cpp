@@ -1,12 +1,12 @@
 #include "workstation/application.h"
+#include "workstation/ending.h"
+#include "workstation/guardedapplication.h"
 #include "workstation/mainwindow.h"
-
-#include <QApplication>
 
 #include <cstdio>
 
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
+    GuardedApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("freqstore"));
     QApplication::setApplicationVersion(QStringLiteral(FREQSTORE_VERSION));
     QString error;
@@ -20,5 +20,7 @@ int main(int argc, char** argv) {
     const bool loaded = workstation.LoadFiles();
     if (!options.screenshotDirectory.isEmpty())
         return workstation.TakeScreenshots() && loaded ? 0 : 2;
-    return QApplication::exec();
+    if (!workstation.GetEnding().IsEnding()) // a signal may have come meanwhile
+        QApplication::exec();
+    return workstation.GetEnding().ExitCode();
 }

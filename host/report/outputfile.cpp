@@ -2,23 +2,50 @@
 
 #include "host/report/byteinput.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 namespace REPORTGENERATOR {
 
+namespace {
+
+std::optional<Problem> lastFailure;
+
+[[noreturn]] void fail(const QString& fileName, const QString& reason) {
+    lastFailure = Problem{fileName, 0, reason};
+    throw RGException(ErrorText(fileName, 0, reason));
+}
+
+} // namespace
+
+const std::optional<Problem>& LastWriteFailure() {
+    return lastFailure;
+}
+
+void ForgetWriteFailure() {
+    lastFailure.reset();
+}
+
+QString FreeNameBeside(const QString& fileName) {
+    const QFileInfo file(fileName);
+    QString free = fileName;
+    for (int number = 2; QFileInfo::exists(free); ++number)
+        free = file.dir().filePath(
+            QStringLiteral("%1-%2.%3").arg(file.completeBaseName(), QString::number(number), file.suffix()));
+    return free;
+}
+
 OutputFile::OutputFile(const QString& fileName) : m_file(fileName) {
     const QFileInfo info(fileName);
     if (info.exists() && !info.isFile())
-        throw RGException(ErrorText(fileName, 0, QStringLiteral("this is no ordinary file")));
+        fail(fileName, QStringLiteral("this is no ordinary file"));
     if (!m_file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        throw RGException(
-            ErrorText(fileName, 0, QStringLiteral("cannot be written: ") + m_file.errorString()));
+        fail(fileName, QStringLiteral("cannot be written: ") + m_file.errorString());
 }
 
 void OutputFile::Commit() {
     if (!m_file.commit())
-        throw RGException(
-            ErrorText(m_file.fileName(), 0, QStringLiteral("cannot be written: ") + m_file.errorString()));
+        fail(m_file.fileName(), QStringLiteral("cannot be written: ") + m_file.errorString());
 }
 
 void WriteBytes(QIODevice& device, const QString& name, const std::string& bytes) {
@@ -27,8 +54,7 @@ void WriteBytes(QIODevice& device, const QString& name, const std::string& bytes
     while (left > 0) {
         const qint64 written = device.write(data, left);
         if (written <= 0)
-            throw RGException(
-                ErrorText(name, 0, QStringLiteral("cannot be written: ") + device.errorString()));
+            fail(name, QStringLiteral("cannot be written: ") + device.errorString());
         data += written;
         left -= written;
     }

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "host/base/problems.h"
 #include "host/report/rgexception.h"
 
 #include <QSaveFile>
 #include <QString>
 
+#include <optional>
 #include <string>
 
 namespace REPORTGENERATOR {
@@ -22,6 +24,13 @@ public:
 private:
     QSaveFile m_file;
 };
+
+/// What the last failed write of this process was, until it is forgotten.
+const std::optional<Problem>& LastWriteFailure();
+void ForgetWriteFailure();
+
+/// The first of "name-2.ext", "name-3.ext", ... in the file's folder that no file has.
+QString FreeNameBeside(const QString& fileName);
 
 /// Writes all of the bytes or throws RGException "name: reason".
 void WriteBytes(QIODevice& device, const QString& name, const std::string& bytes);

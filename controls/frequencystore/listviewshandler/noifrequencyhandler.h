@@ -115,6 +115,7 @@ private:
     bool readEntries(const QString& path, bool tell);
     bool openXml(const QString& path);
     bool openLines(const QString& path);
+    static bool isKeptOut(const QString& path);
     void noteContent(const QString& path, bool isWhole);
     bool mustNotOverwrite() const;
     QString nameForAutomaticSave();

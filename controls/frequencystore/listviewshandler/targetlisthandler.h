@@ -68,6 +68,7 @@ private:
     ~TargetListHandler() override;
 
     bool isForeignXml(const QString& path) const;
+    bool isKeptOut(const QString& path) const;
     void startAnnouncing();
     void publishFileName();
     QString askForSaveName(const QString& filter, const QString& extension) const;
