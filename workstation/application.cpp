@@ -226,6 +226,10 @@ void Workstation::addOpener() {
     QObject::connect(m_opener.get(), &FileOpener::Told, m_window.get(), [this](const QString& text) {
         m_window->GetMessages()->AddTrace(text);
         m_window->Tell(text);
+        for (const int id : {m_targetsId, m_noiId, m_memoryId}) {
+            if (FreqStoreListViewButtonBar* bar = m_window->BarOf(id))
+                bar->EnableActions(); // a list may wait for a file now
+        }
     });
     QObject::connect(m_opener.get(), &FileOpener::FileChanged, m_window.get(), [this](FileGate::List list) {
         const QString file = m_opener->FileOf(list);
@@ -270,7 +274,7 @@ void Workstation::showWriteFailure() {
 /// The file has been written, or holds what is shown.
 void Workstation::resolveWriteFailure(const QString& path) {
     const std::optional<Problem> failure = REPORTGENERATOR::LastWriteFailure();
-    if (!failure || failure->file != path)
+    if (!failure || QFileInfo(failure->file).absoluteFilePath() != QFileInfo(path).absoluteFilePath())
         return;
     REPORTGENERATOR::ForgetWriteFailure();
     m_window->GetFailureNote()->Show(QString());

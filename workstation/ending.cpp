@@ -57,6 +57,6 @@ void Ending::end() {
 }
 
 void Ending::Finish() const {
-    if (m_isEnding && m_noi)
+    if (m_noi)
         m_noi->RememberFile();
 }

@@ -97,10 +97,11 @@ bool NoiKeeper::MayLeave() {
           {Box::No, QT_TR_NOOP("Keep the File")},
           {Box::Cancel, QT_TR_NOOP("Stay")}}},
     };
+    m_fileToRemember.clear();
     for (State state = save(); state != State::Kept; state = save()) {
         Box box(Box::Warning, tr("Frequencies of Interest"), whatIsWrong(state), Box::NoButton, m_window);
         box.setInformativeText(
-            state == State::Emptied ? tr("In either case the list is empty at the next start.") : m_reason);
+            state == State::Emptied ? tr("A file that is kept is read again at the next start.") : m_reason);
         for (const auto& [button, text] : choices.at(state))
             box.addButton(button)->setText(tr(text));
         box.setDefaultButton(choices.at(state).front().button);
@@ -112,9 +113,12 @@ bool NoiKeeper::MayLeave() {
             break;
         case Box::Yes:
             list().SaveFile(list().GetCurrentFileName());
+            m_fileToRemember = list().GetCurrentFileName();
             break;
-        case Box::Discard:
         case Box::No:
+            m_fileToRemember = list().GetCurrentFileName();
+            return true;
+        case Box::Discard:
             return true;
         default: // also when the program is ended while the box is open
             return false;

@@ -25,8 +25,8 @@ public:
     /// Saves the list and asks nobody. A list that has lost its file goes into a new one. False, told, when
     /// the next start would not find what the list has now.
     bool Keep();
-    /// Writes the setting that `Keep` found: a dialog that was open when the program was ended has been
-    /// cancelled, and that forgets the file. For after the handler's end.
+    /// Remembers the list's file where its handler forgets it: when the list is empty, and when a signal has
+    /// cancelled the dialog that was open. For after the handler's end.
     void RememberFile() const;
 
 private:

@@ -6,12 +6,10 @@
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqstorexml/frequencystorelist.h"
-#include "host/valuetree/tree.h"
-#include "workstation/application.h"
+#include "tests/workstation/stationfixture.h"
 #include "workstation/filekinds.h"
 #include "workstation/frequencybar.h"
 #include "workstation/job.h"
-#include "workstation/mainwindow.h"
 #include "workstation/messagespanel.h"
 #include "workstation/samples.h"
 #include "workstation/simulatedreceiver.h"
@@ -28,10 +26,6 @@
 #include <map>
 
 namespace {
-
-QString sample(const char* name) {
-    return QStringLiteral(SAMPLES_DIR "/") + QString::fromLatin1(name);
-}
 
 void writeFile(const QString& path, const QByteArray& bytes) {
     QFile file(path);
@@ -72,37 +66,6 @@ TEST(FileKinds, AreToldByNameOrByTheRootElement) {
         EXPECT_EQ(FileKindOf(path), kind) << path.toStdString();
 }
 
-class Workstations : public testing::Test {
-protected:
-    Options options(const QStringList& arguments) {
-        QString error;
-        const Options parsed = Options::Parse(QStringList{"freqstore", "--data", folder.filePath("data"),
-                                                          "--config", folder.filePath("config")} +
-                                                  arguments,
-                                              error);
-        EXPECT_EQ(error, QString());
-        return parsed;
-    }
-    void start(const QStringList& arguments) {
-        station.reset();
-        station = std::make_unique<Workstation>(options(arguments));
-        station->GetWindow().show();
-    }
-    QString status() const { return station->GetWindow().statusBar()->currentMessage(); }
-    int entriesOf(const char* node) const {
-        const Node* list = Tree::Instance()->GetNode(QString::fromLatin1(node));
-        return list ? static_cast<int>(list->ChildCount()) : -1;
-    }
-    void TearDown() override {
-        station.reset();
-        QDir::setCurrent(QDir::rootPath());
-        Tree::Instance()->GetRoot()->DeleteChildren();
-    }
-
-    QTemporaryDir folder;
-    std::unique_ptr<Workstation> station;
-};
-
 TEST_F(Workstations, EachFileGoesToWhomItBelongs) {
     start({"--job", sample("job-hf.pij"), sample("targets.ltl")});
     EXPECT_TRUE(station->LoadFiles());
@@ -137,7 +100,7 @@ TEST_F(Workstations, SweepsStandBesideTheDetectionsOfTheSearch) {
 }
 
 TEST_F(Workstations, AFileThatIsWrongIsAProblem) {
-    start({folder.filePath("none.pij"), folder.filePath("none.ltl")});
+    start({Path("none.pij"), Path("none.ltl")});
     EXPECT_FALSE(station->LoadFiles());
     EXPECT_EQ(station->GetWindow().GetMessages()->ProblemCount(), 2);
 }
@@ -282,7 +245,7 @@ TEST_F(Workstations, EntriesGoFromEachListIntoEachOther) {
 }
 
 TEST_F(Workstations, PicturesShowEveryListAndTheWindow) {
-    start({"--demo", "--screenshot", folder.filePath("pictures")});
+    start({"--demo", "--screenshot", Path("pictures")});
     ASSERT_TRUE(station->LoadFiles());
     testing::internal::CaptureStdout();
     EXPECT_TRUE(station->TakeScreenshots());
@@ -291,9 +254,9 @@ TEST_F(Workstations, PicturesShowEveryListAndTheWindow) {
     for (int index = 0; index < tabs->count(); ++index) {
         EXPECT_NE(table.find(tabs->tabText(index).toStdString()), std::string::npos);
         const QString name = station->GetWindow().TabFileName(index) + ".png";
-        EXPECT_FALSE(QImage(QDir(folder.filePath("pictures")).filePath(name)).isNull()) << name.toStdString();
+        EXPECT_FALSE(QImage(QDir(Path("pictures")).filePath(name)).isNull()) << name.toStdString();
     }
-    EXPECT_FALSE(QImage(folder.filePath("pictures/window.png")).isNull());
+    EXPECT_FALSE(QImage(Path("pictures/window.png")).isNull());
 }
 
 } // namespace
