@@ -124,8 +124,9 @@ bool FileOpener::MayRead(List list, const QString& path) {
     if (!isReadable && (kind != FileKind::Targets || readsByName(List::Targets, path)))
         return offerElsewhere(list, path, kind);
     const FileLook look = LookAtFile(path);
+    const bool namesLine = look.refusal.startsWith(QLatin1String("line "));
     if (!look.refusal.isEmpty() || !isReadable)
-        return refuse(list, path, look.firstProblemLine,
+        return refuse(list, path, namesLine ? 0 : look.firstProblemLine,
                       look.refusal.isEmpty() ? tr("is of no known kind of file") : look.refusal);
     return mayTake(list, path, look);
 }

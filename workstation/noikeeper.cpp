@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 
 namespace {
 
@@ -40,19 +41,24 @@ QString NoiKeeper::SettingName() {
     return QStringLiteral("NOIFrequencies");
 }
 
-NoiKeeper::State NoiKeeper::save() {
-    // A list that waits for a file has nothing of its own, and keeps its file.
-    if (!list().GetMediatorCtrl() || list().IsWaitingForFile())
-        return State::Kept;
-    m_reason.clear();
+/// Saves the list, and keeps the reason when that is told to fail.
+QString NoiKeeper::saveAndListen() {
     Problems::Sink tell;
+    const auto giveBack = qScopeGuard([&tell] { Problems::SetSink(tell); });
     tell = Problems::SetSink([&](const Problem& problem) {
         m_reason = problem.ToString();
         if (tell)
             tell(problem);
     });
-    const bool saved = !list().FileSave(true).isEmpty();
-    Problems::SetSink(tell);
+    m_reason.clear();
+    return list().FileSave(true);
+}
+
+NoiKeeper::State NoiKeeper::save() {
+    // A list that waits for a file has nothing of its own, and keeps its file.
+    if (!list().GetMediatorCtrl() || list().IsWaitingForFile())
+        return State::Kept;
+    const bool saved = !saveAndListen().isEmpty();
     if (saved)
         return State::Kept;
     const QString& file = list().GetCurrentFileName();

@@ -38,6 +38,7 @@ private:
     };
 
     State save();
+    QString saveAndListen();
     QString whatIsWrong(State state) const;
 
     QWidget* m_window;

@@ -9,6 +9,8 @@
 #include "tests/workstation/stationfixture.h"
 #include "workstation/failurenote.h"
 
+#include <QSessionManager>
+
 #include <csignal>
 
 namespace {
@@ -166,6 +168,15 @@ TEST_F(Endings, TheStatusBarShowsAFailedSaveUntilItIsResolvedOrDismissed) {
     freeDefaultFile();
     noi().FileSave(true);
     EXPECT_FALSE(note.isVisible()) << note.GetText().toStdString();
+}
+
+TEST_F(Endings, TheEndOfTheSessionSavesTheListAndLeavesTheWindow) {
+    startAttended();
+    noi().InsertNewValue(7e6, 3000, "mine");
+    alignas(QSessionManager) char nobody[sizeof(QSessionManager)] = {}; // none is asked
+    emit qApp->commitDataRequest(*reinterpret_cast<QSessionManager*>(nobody));
+    EXPECT_EQ(LookAtFile(Path("data/NoiFrequencies.xml")).rows, 1);
+    EXPECT_TRUE(isOpen());
 }
 
 bool endsAtOnce(int signalNumber) {
