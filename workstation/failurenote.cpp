@@ -6,16 +6,22 @@
 #include <QLabel>
 #include <QToolButton>
 
+namespace {
+
+/// Beside the note stays room for what the status bar tells otherwise.
+constexpr int MaxCharacters = 90;
+
+} // namespace
+
 FailureNote::FailureNote(QWidget* parent) : QWidget(parent), m_label(new QLabel(this)) {
     auto* dismiss = new QToolButton(this);
     dismiss->setText(tr("Dismiss"));
     dismiss->setAutoRaise(true);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_label, 1);
+    layout->addWidget(m_label);
     layout->addWidget(dismiss);
     m_label->setTextFormat(Qt::PlainText);
-    m_label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     connect(dismiss, &QToolButton::clicked, this, &FailureNote::Dismissed);
     hide();
 }
@@ -27,15 +33,7 @@ void FailureNote::Show(const QString& text) {
     m_label->setPalette(colors);
     m_text = text;
     setToolTip(text);
+    const QFontMetrics metrics = m_label->fontMetrics();
+    m_label->setText(metrics.elidedText(text, Qt::ElideMiddle, metrics.averageCharWidth() * MaxCharacters));
     setVisible(!text.isEmpty());
-    fit();
-}
-
-void FailureNote::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    fit();
-}
-
-void FailureNote::fit() {
-    m_label->setText(m_label->fontMetrics().elidedText(m_text, Qt::ElideMiddle, m_label->width()));
 }

@@ -4,8 +4,8 @@
 
 class QLabel;
 
-/// A line in the status bar that says what could not be saved, until that is resolved or the operator has
-/// dismissed it. A text that is too long for its place is cut in the middle, and whole in the tool tip.
+/// A note in the status bar that says what could not be saved, until that is resolved or the operator has
+/// dismissed it. A long text is cut in the middle, and whole in the tool tip.
 class FailureNote : public QWidget {
     Q_OBJECT
 
@@ -19,12 +19,7 @@ public:
 signals:
     void Dismissed();
 
-protected:
-    void resizeEvent(QResizeEvent* event) override;
-
 private:
-    void fit();
-
     QLabel* m_label;
     QString m_text;
 };

@@ -62,7 +62,7 @@ MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
     resizeDocks({AddPanel(m_messages, tr("Messages"), Qt::BottomDockWidgetArea)}, {MessagesHeight},
                 Qt::Vertical);
     connect(m_messages, &MessagesPanel::ProblemAdded, this, &MainWindow::Tell);
-    statusBar()->addPermanentWidget(m_failure, 1);
+    statusBar()->addPermanentWidget(m_failure);
     AddPanel(new ReceiverPanel(receiver, *m_bands), tr("Receiver"), Qt::RightDockWidgetArea);
     connectReceiver(receiver);
     AddPanel(new BandsPanel(*m_bands), tr("NOI bands"), Qt::RightDockWidgetArea)->hide();

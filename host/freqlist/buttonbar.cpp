@@ -121,9 +121,8 @@ FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
     layout->addWidget(m_counts, 0, 1);
     layout->addWidget(m_filter, 0, 2);
     auto* notice = new QHBoxLayout;
-    notice->addWidget(m_notice);
     notice->addWidget(m_open);
-    notice->addStretch(1);
+    notice->addWidget(m_notice, 1);
     layout->addLayout(notice, 1, 0, 1, 3);
 }
 
