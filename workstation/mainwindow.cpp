@@ -78,6 +78,7 @@ MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
 }
 
 MainWindow::~MainWindow() {
+    m_messages->Flush(); // while its listeners are there
     FreqStore::Instance().SetTuner({});
     // Views detach from their controllers while the store still knows them.
     for (auto& [id, tab] : m_lists)

@@ -9,6 +9,7 @@ struct Problem {
     QString file;
     qint64 line = 0; ///< 1 for the first line; 0 when the problem is no line's
     QString reason;
+    qint64 count = 1; ///< how many problems it stands for
 
     /// "file:line: reason", without the line where there is none.
     QString ToString() const;

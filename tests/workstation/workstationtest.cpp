@@ -15,6 +15,7 @@
 #include "workstation/simulatedreceiver.h"
 #include "workstation/simulatedsearch.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QMenu>
@@ -103,6 +104,18 @@ TEST_F(Workstations, AFileThatIsWrongIsAProblem) {
     start({Path("none.pij"), Path("none.ltl")});
     EXPECT_FALSE(station->LoadFiles());
     EXPECT_EQ(station->GetWindow().GetMessages()->ProblemCount(), 2);
+}
+
+TEST_F(Workstations, ManyProblemsOfOneKindAreAFewMessages) {
+    QByteArray lines = "7055000\n";
+    for (int i = 0; i < 50; ++i)
+        lines += "word" + QByteArray::number(i) + '\n';
+    start({Write("words.ltl", lines)});
+    EXPECT_FALSE(station->LoadFiles());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(station->GetWindow().GetMessages()->ProblemCount(), 50);
+    EXPECT_EQ(messages().count("is no frequency"), 4) << messages().toStdString();
+    EXPECT_TRUE(messages().contains("46 more like it")) << messages().toStdString();
 }
 
 TEST_F(Workstations, TheDemoOpensTheSampleJobOfItsReceiver) {
