@@ -43,7 +43,7 @@ public:
     ~FreqStoreListViewButtonBar() override;
 
     QAction* GetAction(Action action) const { return m_actions[action]; }
-    /// Caption of the list, shown as the window's title while the list is in front.
+    /// Caption of the list: what its last file command named, whether that could be read or not.
     void SetCaption(const QString& caption);
     const QString& GetCaption() const { return m_caption; }
     /// Attaches the view whose rows the bar counts, filters and acts on; null detaches it.
