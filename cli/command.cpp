@@ -59,7 +59,7 @@ int run(const QStringList& arguments) {
     try {
         return found->run(arguments.mid(1));
     } catch (const std::bad_alloc&) {
-        PrintError(QStringLiteral("freqstore-cli %1: not enough memory\n").arg(QLatin1String(found->name)));
+        TellError(QStringLiteral("freqstore-cli %1: not enough memory\n").arg(QLatin1String(found->name)));
         return ExitFile;
     }
 }

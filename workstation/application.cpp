@@ -11,19 +11,26 @@
 #include "host/base/problems.h"
 #include "host/base/terminaltext.h"
 #include "host/base/trace.h"
+#include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/gui/listsettings.h"
 #include "host/gui/sortlistview.h"
+#include "host/report/outputfile.h"
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
-#include "workstation/filekinds.h"
+#include "workstation/directorylock.h"
+#include "workstation/ending.h"
+#include "workstation/failurenote.h"
+#include "workstation/fileopener.h"
 #include "workstation/frequencybar.h"
 #include "workstation/job.h"
 #include "workstation/jobpanel.h"
 #include "workstation/mainwindow.h"
+#include "workstation/memoryneed.h"
 #include "workstation/messagespanel.h"
 #include "workstation/noibands.h"
+#include "workstation/noikeeper.h"
 #include "workstation/samples.h"
 #include "workstation/simulatedclassifier.h"
 #include "workstation/simulatedreceiver.h"
@@ -39,6 +46,7 @@
 #include <QMenu>
 #include <QStandardPaths>
 #include <QTabWidget>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -102,10 +110,21 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded, [](const QString& text) {
         std::fprintf(stderr, "%s\n", TextFor(stderr, text).constData());
     });
+    QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded, m_window.get(),
+                     [this] { showWriteFailure(); });
+    QObject::connect(m_window->GetFailureNote(), &FailureNote::Dismissed, m_window.get(), [this] {
+        REPORTGENERATOR::ForgetWriteFailure();
+        m_window->GetFailureNote()->Show(QString());
+    });
+    if (!lostNoi.isEmpty())
+        Problems::Report("application", 101,
+                         {lostNoi, 0, QStringLiteral("is gone; the frequencies of interest start empty")});
     for (const Problem& problem : early)
         m_window->GetMessages()->AddProblem(problem);
+    lockDirectory();
     addJobPanel();
     addSweepEntry();
+    addOpener();
     registerLists();
     registerDetections();
     registerResults();
@@ -114,11 +133,16 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     m_classifier->AddTo(*search);
     for (const QString& path : m_options.plugIns)
         loadPlugIn(path);
+    addEnding();
+    const QString platform = QGuiApplication::platformName();
+    SetAttended(m_options.screenshotDirectory.isEmpty() && platform != QLatin1String("offscreen") &&
+                platform != QLatin1String("minimal"));
     if (m_options.screenshotDirectory.isEmpty()) // pictures look the same on every machine
         m_window->RememberArrangement();
 }
 
 Workstation::~Workstation() {
+    m_opener.reset();
     m_sweeps.reset();
     m_window.reset();
     for (const int id : FreqStore::Instance().GetListIds())
@@ -131,6 +155,7 @@ Workstation::~Workstation() {
     m_classifier.reset();
     SearchMCDataHandler::DeleteInstance();
     NOIFrequencyHandler::DeleteInstance();
+    m_ending->Finish();
     DetConvListHandler::DeleteInstance();
     MemorySystemHandler::DeleteInstance();
     TargetListHandler::DeleteInstance();
@@ -172,7 +197,94 @@ void Workstation::addJobPanel() {
     add(MainWindow::tr("&Save Job"), &JobPanel::Save);
     add(MainWindow::tr("Save Job &As..."), &JobPanel::SaveAs);
     menu->insertSeparator(before);
-    m_window->SetCloseCheck([panel = m_jobPanel] { return panel->MayLeave(); });
+}
+
+/// Two windows that share a directory work on; what the other one has changed is not overwritten.
+void Workstation::lockDirectory() {
+    if (!m_options.screenshotDirectory.isEmpty())
+        return;
+    const QString directory = QDir::currentPath();
+    m_lock = std::make_unique<DirectoryLock>(directory);
+    const QString other = m_lock->GetOther();
+    if (other.isEmpty())
+        return;
+    const QString text = MainWindow::tr("is also used by %1: a file that it changes is not overwritten, but "
+                                        "written beside")
+                             .arg(other);
+    m_window->AddNote(MainWindow::tr("Shared data directory"), directory + QLatin1Char(' ') + text);
+    Problems::Report("application", 160, {directory, 0, text});
+}
+
+void Workstation::addOpener() {
+    m_opener = std::make_unique<FileOpener>(
+        m_window.get(),
+        std::map<FileKind, FileOpener::Read>{
+            {FileKind::Job, [this](const QString& path) { return m_jobPanel->Open(path); }},
+            {FileKind::Noi,
+             [](const QString& path) { return NOIFrequencyHandler::Instance()->ReadFile(path); }},
+            {FileKind::Results,
+             [](const QString& path) {
+                 return SearchMCDataReader(*SearchMCDataHandler::Instance()->GetMediatorCtrl())
+                     .ReadFile(path);
+             }},
+            {FileKind::Sweep, [this](const QString& path) { return m_sweeps->Open(path); }},
+            {FileKind::Targets,
+             [](const QString& path) { return TargetListHandler::Instance()->ReadFile(path); }}});
+    QObject::connect(m_opener.get(), &FileOpener::Told, m_window.get(), [this](const QString& text) {
+        m_window->GetMessages()->AddTrace(text);
+        m_window->Tell(text);
+        for (const int id : {m_targetsId, m_noiId, m_memoryId}) {
+            if (FreqStoreListViewButtonBar* bar = m_window->BarOf(id))
+                bar->EnableActions(); // a list may wait for a file now
+        }
+    });
+    QObject::connect(m_opener.get(), &FileOpener::FileChanged, m_window.get(), [this](FileGate::List list) {
+        const QString file = m_opener->FileOf(list);
+        m_window->SetFileOf(list == FileGate::List::Noi ? m_noiId : m_targetsId, file);
+        resolveWriteFailure(file);
+    });
+    // The list of memory channels is that of the job.
+    QObject::connect(m_job.get(), &Job::Changed, m_window.get(), [this] { offerSaveToJob(); });
+}
+
+void Workstation::offerSaveToJob() {
+    const QString& file = m_job->GetFileName();
+    m_window->SetFileOf(m_memoryId, file);
+    if (FreqStoreListViewButtonBar* bar = m_window->BarOf(m_memoryId))
+        bar->SetWhyOff(FreqStoreListViewButtonBar::SaveToJob,
+                       file.isEmpty() ? MainWindow::tr("No job is open.") : QString());
+    if (!file.isEmpty() && m_job->GetFileState() == Job::FileState::Same)
+        resolveWriteFailure(file);
+}
+
+void Workstation::addEnding() {
+    m_ending = std::make_unique<Ending>(
+        *m_job, *m_jobPanel,
+        remembersNoi() ? std::make_unique<NoiKeeper>(m_window.get(), m_window->GetBands()) : nullptr);
+    QObject::connect(m_ending.get(), &Ending::Begins, m_window.get(), &MainWindow::KeepArrangement);
+    m_window->SetCloseCheck([this] { return m_ending->MayClose(); });
+}
+
+void Workstation::SetAttended(bool attended) {
+    m_opener->SetAttended(attended);
+    m_ending->SetAttended(attended);
+}
+
+/// Writers note their failure and tell it, in either order.
+void Workstation::showWriteFailure() {
+    QTimer::singleShot(0, m_window.get(), [this] {
+        if (const std::optional<Problem> failure = REPORTGENERATOR::LastWriteFailure())
+            m_window->GetFailureNote()->Show(MainWindow::tr("Not saved: ") + failure->ToString());
+    });
+}
+
+/// The file has been written, or holds what is shown.
+void Workstation::resolveWriteFailure(const QString& path) {
+    const std::optional<Problem> failure = REPORTGENERATOR::LastWriteFailure();
+    if (!failure || QFileInfo(failure->file).absoluteFilePath() != QFileInfo(path).absoluteFilePath())
+        return;
+    REPORTGENERATOR::ForgetWriteFailure();
+    m_window->GetFailureNote()->Show(QString());
 }
 
 /// Signals in power sweeps stand beside those of the search.
@@ -195,9 +307,13 @@ void Workstation::registerLists() {
         QFileInfo::exists(CfgCenter::GetAppCfg(ICfg::StartUp)
                               .GetFilePath(QStringLiteral("LocalTargetList"), QStringLiteral("Targets.xml")));
     Node* targets = Tree::Instance()->MakeNode(QString::fromLatin1(TargetsPath));
-    TargetListHandler::Instance()->Init(targets, haveDefault);
-    TargetListHandler::Instance()->AddToFreqStore();
+    TargetListHandler& handler = *TargetListHandler::Instance();
+    handler.Init(targets, haveDefault);
+    m_targetsId = handler.AddToFreqStore();
+    if (haveDefault && targets->ChildCount() > 0)
+        m_opener->SetFileOf(FileGate::List::Targets, handler.GetCurrentFileName());
     registerMemoryChannels();
+    offerSaveToJob();
     registerNoi();
 }
 
@@ -209,7 +325,7 @@ bool Workstation::remembersNoi() const {
 /// name is looked at before the list's handler takes it, and answered, to be told when the messages stand.
 QString Workstation::forgetLostNoi() const {
     ICfg& settings = CfgCenter::GetAppCfg(ICfg::StartUp);
-    const QString key = QStringLiteral("NOIFrequencies");
+    const QString key = NoiKeeper::SettingName();
     const QString file = settings.GetString(key, QString());
     if (!remembersNoi() || file.isEmpty() || QFileInfo::exists(file))
         return QString();
@@ -224,7 +340,9 @@ void Workstation::registerNoi() {
     list->SetFrequencyValue_Path(m_receiver->PathOf(Keys::KeyFrequency));
     list->SetBandwidthValue_Path(m_receiver->PathOf(Keys::KeyBandwidth));
     list->SetNOIDefinition_ValuePath(NoiBands::ValuePath());
-    list->AddToFreqStore();
+    m_noiId = list->AddToFreqStore();
+    if (list->GetItemsRoot()->ChildCount() > 0)
+        m_opener->SetFileOf(FileGate::List::Noi, list->GetCurrentFileName());
 }
 
 /// Plain and classified detections are two lists of one search; views and bar lines are made as their list is
@@ -257,7 +375,7 @@ void Workstation::registerMemoryChannels() {
     handler.SetJobfile_ValuePath(Job::TextPath());
     handler.SetData4Jobfile_ValuePath(Job::SectionPath());
     handler.SetSave2Job_ValuePath(Job::SavePath());
-    handler.AddToFreqStore();
+    m_memoryId = handler.AddToFreqStore();
 }
 
 void Workstation::loadPlugIn(const QString& path) {
@@ -277,9 +395,9 @@ bool Workstation::LoadFiles() {
     if (m_options.demo)
         readSamples();
     if (!m_options.jobFile.isEmpty())
-        m_job->Open(m_options.jobFile);
+        WithinMemory(m_options.jobFile, false, [this] { return m_job->Open(m_options.jobFile); });
     for (const QString& file : m_options.files)
-        readFile(file);
+        m_opener->Open(file);
     if (m_options.demo) {
         m_search->Simulate(DemoMicroseconds, QDateTime::currentMSecsSinceEpoch() * 1000);
         m_search->SetRunning(true);
@@ -299,30 +417,11 @@ void Workstation::readSamples() {
         return;
     }
     const QDir samples(found);
-    readFile(samples.filePath(QStringLiteral("targets.xml")));
-    readFile(samples.filePath(QStringLiteral("interest.noi")));
-    readFile(samples.filePath(QStringLiteral("results.xml")));
-    readFile(samples.filePath(m_options.receiver == ReceiverKind::HF ? QStringLiteral("job-hf.pij")
-                                                                     : QStringLiteral("job-vuhf.pij")));
-}
-
-void Workstation::readFile(const QString& path) {
-    switch (FileKindOf(path)) {
-    case FileKind::Job:
-        m_job->Open(path);
-        break;
-    case FileKind::Noi:
-        NOIFrequencyHandler::Instance()->ReadFile(path);
-        break;
-    case FileKind::Results:
-        SearchMCDataReader(*SearchMCDataHandler::Instance()->GetMediatorCtrl()).ReadFile(path);
-        break;
-    case FileKind::Sweep:
-        m_sweeps->Open(path);
-        break;
-    default:
-        TargetListHandler::Instance()->ReadFile(path);
-    }
+    m_opener->Open(samples.filePath(QStringLiteral("targets.xml")));
+    m_opener->Open(samples.filePath(QStringLiteral("interest.noi")));
+    m_opener->Open(samples.filePath(QStringLiteral("results.xml")));
+    m_opener->Open(samples.filePath(m_options.receiver == ReceiverKind::HF ? QStringLiteral("job-hf.pij")
+                                                                           : QStringLiteral("job-vuhf.pij")));
 }
 
 bool Workstation::TakeScreenshots() {

@@ -5,6 +5,9 @@
 #include <memory>
 #include <vector>
 
+class DirectoryLock;
+class Ending;
+class FileOpener;
 class Job;
 class JobPanel;
 class MainWindow;
@@ -27,6 +30,11 @@ public:
     SimulatedSearch& GetSearch() { return *m_search; }
     SimulatedClassifier& GetClassifier() { return *m_classifier; }
     Job& GetJob() { return *m_job; }
+    Ending& GetEnding() { return *m_ending; }
+    FileOpener& GetOpener() { return *m_opener; }
+    /// Whether somebody sees the window and can answer; only then questions are asked. Pictures and a
+    /// platform without a display have nobody, unless told otherwise.
+    void SetAttended(bool attended);
     /// Reads the files of the command line and, with `--demo`, the samples. False when one could not be read
     /// or held errors.
     bool LoadFiles();
@@ -41,13 +49,18 @@ private:
     void registerLists();
     bool remembersNoi() const;
     QString forgetLostNoi() const;
+    void lockDirectory();
+    void addOpener();
+    void addEnding();
+    void offerSaveToJob();
+    void showWriteFailure();
+    void resolveWriteFailure(const QString& path);
     void registerNoi();
     void registerDetections();
     void registerResults();
     void registerMemoryChannels();
     void loadPlugIn(const QString& path);
     void readSamples();
-    void readFile(const QString& path);
 
     Options m_options;
     std::vector<std::unique_ptr<QLibrary>> m_plugIns;
@@ -57,5 +70,11 @@ private:
     std::unique_ptr<Job> m_job;
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<SweepImport> m_sweeps;
+    std::unique_ptr<FileOpener> m_opener;
+    std::unique_ptr<Ending> m_ending;
+    std::unique_ptr<DirectoryLock> m_lock; ///< null when the lists' own files stay as they are
+    int m_targetsId = 0;                   ///< identifiers of lists in the store
+    int m_noiId = 0;
+    int m_memoryId = 0;
     JobPanel* m_jobPanel = nullptr; ///< the window's
 };

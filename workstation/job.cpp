@@ -1,5 +1,6 @@
 #include "workstation/job.h"
 
+#include "controls/frequencystore/memorysystemhandling/jobfile.h"
 #include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/valuetree/tree.h"
 
@@ -110,6 +111,18 @@ bool Job::SaveAs(const QString& path) {
     if (saved)
         noteSaved(channels().GetJobfileName());
     return saved;
+}
+
+bool Job::SaveCopy(const QString& path) {
+    channels().UpdateJobFileEntries();
+    const QString& text = m_text->GetValue();
+    return WriteJobText(path, text.isEmpty() ? newJob(channels().GetData4JobFile()) : text);
+}
+
+bool Job::HasUnsavedChanges() {
+    channels().UpdateJobFileEntries();
+    GetFileState(); // sees what the lists have saved
+    return IsModified();
 }
 
 void Job::Revert() {

@@ -41,6 +41,9 @@ public:
     /// The same into another file, which is the job's from then on. Where no job is open, a new one is made
     /// around the present channels. When it fails the job keeps its old file.
     bool SaveAs(const QString& path);
+    /// Writes the job with its present channels into another file and stays with its own; false, told, when
+    /// it cannot be written.
+    bool SaveCopy(const QString& path);
     /// Drops what has changed since the job was read or written, so that nobody asks for it any more.
     void Revert();
 
@@ -50,6 +53,8 @@ public:
     FileState GetFileState();
     /// Whether something would be lost if the job ended now.
     bool IsModified() const;
+    /// The same, once the present channels and what the lists have saved are taken into account.
+    bool HasUnsavedChanges();
     const QString& GetText() const { return m_text->GetValue(); }
     /// The memory-scan section as it stands in the job; without a job the newest one.
     QStringView GetSection() const;

@@ -1,6 +1,5 @@
 #include "workstation/jobpanel.h"
 
-#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
 #include "host/gui/colorset.h"
 #include "host/gui/guibase.h"
 #include "host/report/filestamps.h"
@@ -168,9 +167,7 @@ QString JobPanel::question() const {
 }
 
 bool JobPanel::MayLeave() {
-    MemorySystemHandler::Instance()->UpdateJobFileEntries();
-    m_job.GetFileState(); // sees what the lists have saved
-    if (!m_job.IsModified())
+    if (!m_job.HasUnsavedChanges())
         return true;
     const auto answer = QMessageBox::question(this, tr("Unsaved Job"), question(),
                                               QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,

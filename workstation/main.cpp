@@ -1,9 +1,9 @@
 #include "host/base/terminaltext.h"
 #include "host/freqstorexml/csvoptions.h"
 #include "workstation/application.h"
+#include "workstation/ending.h"
+#include "workstation/guardedapplication.h"
 #include "workstation/mainwindow.h"
-
-#include <QApplication>
 
 #include <cstdio>
 
@@ -12,7 +12,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "freqstore: %s\n", TextFor(stderr, refusal).constData());
         return 1;
     }
-    QApplication application(argc, argv);
+    GuardedApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("freqstore"));
     QApplication::setApplicationVersion(QStringLiteral(FREQSTORE_VERSION));
     QString error;
@@ -27,5 +27,7 @@ int main(int argc, char** argv) {
     const bool loaded = workstation.LoadFiles();
     if (!options.screenshotDirectory.isEmpty())
         return workstation.TakeScreenshots() && loaded ? 0 : 2;
-    return QApplication::exec();
+    if (!workstation.GetEnding().IsEnding()) // a signal may have come meanwhile
+        QApplication::exec();
+    return workstation.GetEnding().ExitCode();
 }

@@ -10,6 +10,7 @@
 #include "host/gui/sortlistview.h"
 #include "host/startup/cfgcenter.h"
 #include "workstation/bandspanel.h"
+#include "workstation/failurenote.h"
 #include "workstation/frequencybar.h"
 #include "workstation/messagespanel.h"
 #include "workstation/noibands.h"
@@ -19,6 +20,8 @@
 #include <QActionGroup>
 #include <QCloseEvent>
 #include <QDockWidget>
+#include <QFileInfo>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -43,9 +46,9 @@ MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
       m_bar(new FrequencyBar(this)),
       m_tabs(new QTabWidget(this)),
       m_messages(new MessagesPanel(this)),
+      m_failure(new FailureNote(this)),
       m_fileMenu(menuBar()->addMenu(tr("&File"))),
       m_viewMenu(menuBar()->addMenu(tr("&View"))) {
-    setWindowTitle(tr("Frequency Store"));
     resize(1440, 860);
     auto* centre = new QWidget(this);
     auto* layout = new QVBoxLayout(centre);
@@ -59,6 +62,7 @@ MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
     resizeDocks({AddPanel(m_messages, tr("Messages"), Qt::BottomDockWidgetArea)}, {MessagesHeight},
                 Qt::Vertical);
     connect(m_messages, &MessagesPanel::ProblemAdded, this, &MainWindow::Tell);
+    statusBar()->addPermanentWidget(m_failure);
     AddPanel(new ReceiverPanel(receiver, *m_bands), tr("Receiver"), Qt::RightDockWidgetArea);
     connectReceiver(receiver);
     AddPanel(new BandsPanel(*m_bands), tr("NOI bands"), Qt::RightDockWidgetArea)->hide();
@@ -69,11 +73,12 @@ MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
         addList(id);
     connect(&store, &FreqStore::ListAdded, this, &MainWindow::addList);
     connect(&store, &FreqStore::ListRemoved, this, &MainWindow::removeList);
-    connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::showCaption);
-    showCaption();
+    connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::showTitle);
+    showTitle();
 }
 
 MainWindow::~MainWindow() {
+    m_messages->Flush(); // while its listeners are there
     FreqStore::Instance().SetTuner({});
     // Views detach from their controllers while the store still knows them.
     for (auto& [id, tab] : m_lists)
@@ -160,8 +165,7 @@ void MainWindow::addList(int listId) {
         view->SetID(static_cast<unsigned>(listId));
         view->InitFreqStoreWidget(bar);
     }
-    connect(bar, &FreqStoreListViewButtonBar::CaptionChanged, this, &MainWindow::showCaption);
-    m_lists[listId] = {page, bar, view};
+    m_lists[listId] = {page, bar, view, QString()};
     m_tabs->addTab(page, definition->GetPixmap(), definition->GetName());
     m_bar->AddList(listId);
 }
@@ -181,17 +185,37 @@ FrequencyStoreListView* MainWindow::ViewOf(int listId) const {
     return found == m_lists.end() ? nullptr : found->second.view;
 }
 
+FreqStoreListViewButtonBar* MainWindow::BarOf(int listId) const {
+    const auto found = m_lists.find(listId);
+    return found == m_lists.end() ? nullptr : found->second.bar;
+}
+
 QString MainWindow::TabFileName(int index) const {
     QString name = m_tabs->tabText(index).toLower();
     static const QRegularExpression others(QStringLiteral("[^a-z0-9]+"));
     return name.replace(others, QStringLiteral("-"));
 }
 
-void MainWindow::showCaption() {
+void MainWindow::SetFileOf(int listId, const QString& path) {
+    const auto found = m_lists.find(listId);
+    if (found == m_lists.end())
+        return;
+    found->second.file = path;
+    m_tabs->setTabToolTip(m_tabs->indexOf(found->second.page), path);
+    showTitle();
+}
+
+/// The caption of the list's bar tells what was chosen last; the title tells what is shown.
+void MainWindow::showTitle() {
+    QString title = tr("Frequency Store");
     for (const auto& [id, tab] : m_lists) {
-        if (tab.page == m_tabs->currentWidget())
-            setWindowTitle(tab.bar->GetCaption());
+        if (tab.page != m_tabs->currentWidget())
+            continue;
+        title = m_tabs->tabText(m_tabs->currentIndex());
+        if (!tab.file.isEmpty())
+            title += QStringLiteral(" - ") + QFileInfo(tab.file).fileName();
     }
+    setWindowTitle(title);
 }
 
 QDockWidget* MainWindow::AddPanel(QWidget* panel, const QString& title, Qt::DockWidgetArea area) {
@@ -205,7 +229,12 @@ QDockWidget* MainWindow::AddPanel(QWidget* panel, const QString& title, Qt::Dock
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     event->setAccepted(!m_mayClose || m_mayClose());
-    if (!event->isAccepted() || !m_remembersArrangement)
+    if (event->isAccepted())
+        KeepArrangement();
+}
+
+void MainWindow::KeepArrangement() const {
+    if (!m_remembersArrangement)
         return;
     ListSettings::Save(GeometryKey, saveGeometry());
     ListSettings::Save(PanelsKey, saveState());
@@ -219,4 +248,10 @@ void MainWindow::RememberArrangement() {
 
 void MainWindow::Tell(const QString& text) {
     statusBar()->showMessage(text, StatusMilliseconds);
+}
+
+void MainWindow::AddNote(const QString& text, const QString& toolTip) {
+    auto* note = new QLabel(text, this);
+    note->setToolTip(toolTip);
+    statusBar()->addPermanentWidget(note);
 }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 
+class FailureNote;
 class FrequencyBar;
 class FrequencyStoreListView;
 class FreqStoreListViewButtonBar;
@@ -39,10 +40,20 @@ public:
     void SetCloseCheck(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
     /// Takes size and panels as they were when the window was closed last, and keeps them when it closes.
     void RememberArrangement();
+    /// Keeps size and panels for the next time, if the window does.
+    void KeepArrangement() const;
     /// Shows a text in the status line for a while.
     void Tell(const QString& text);
+    /// Shows a text at the end of the status line for good.
+    void AddNote(const QString& text, const QString& toolTip);
+    /// What could not be saved; shown in the status line until it is resolved or dismissed.
+    FailureNote* GetFailureNote() const { return m_failure; }
+    /// The file that a list shows, which the window's title and the tab's tip name; empty when there is none.
+    void SetFileOf(int listId, const QString& path);
     /// The view of a registered list; null when it has none.
     FrequencyStoreListView* ViewOf(int listId) const;
+    /// The button bar of a registered list; null when there is no such list.
+    FreqStoreListViewButtonBar* BarOf(int listId) const;
     /// Title of the tab at an index, as it may stand in a file name.
     QString TabFileName(int index) const;
 
@@ -54,11 +65,12 @@ private:
         QWidget* page;
         FreqStoreListViewButtonBar* bar;
         FrequencyStoreListView* view;
+        QString file; ///< what the list shows
     };
 
     void addList(int listId);
     void removeList(int listId);
-    void showCaption();
+    void showTitle();
     void connectReceiver(Receiver& receiver);
     void makeMenus();
     void addPositionFormats();
@@ -67,6 +79,7 @@ private:
     FrequencyBar* m_bar;
     QTabWidget* m_tabs;
     MessagesPanel* m_messages;
+    FailureNote* m_failure;
     QMenu* m_fileMenu;
     QMenu* m_viewMenu;
     QMenu* m_helpMenu = nullptr;

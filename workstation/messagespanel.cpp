@@ -12,7 +12,10 @@ const QColor ProblemColor(0xc6, 0x28, 0x28);
 
 } // namespace
 
-MessagesPanel::MessagesPanel(QWidget* parent) : QListWidget(parent) {
+MessagesPanel::MessagesPanel(QWidget* parent)
+    : QListWidget(parent), m_digest([this](const Problem& problem) { showProblem(problem); }) {
+    m_flush.setSingleShot(true);
+    connect(&m_flush, &QTimer::timeout, this, &MessagesPanel::Flush);
     setUniformItemSizes(true);
     setSelectionMode(ExtendedSelection);
     Problems::SetSink([this](const Problem& problem) { AddProblem(problem); });
@@ -24,10 +27,17 @@ MessagesPanel::MessagesPanel(QWidget* parent) : QListWidget(parent) {
 MessagesPanel::~MessagesPanel() {
     Problems::SetSink({});
     ErrorHandler::Instance().SetSink({});
+    blockSignals(true); // whoever listens may have gone
+    m_digest.Flush();
 }
 
 void MessagesPanel::AddProblem(const Problem& problem) {
     ++m_problems;
+    m_flush.start(); // what reads meanwhile does not get there
+    m_digest.Add(problem);
+}
+
+void MessagesPanel::showProblem(const Problem& problem) {
     add(problem.ToString(), ProblemColor);
     emit ProblemAdded(problem.ToString());
 }

@@ -1,11 +1,13 @@
 #pragma once
 
-#include <QListWidget>
+#include "host/base/problemdigest.h"
 
-struct Problem;
+#include <QListWidget>
+#include <QTimer>
 
 /// The panel of messages: problems that readers met, and traces. The newest is at the bottom; old ones go
-/// when there are very many.
+/// when there are very many. Of many problems of one kind the first few are shown, and the others as one when
+/// the event loop goes on.
 class MessagesPanel : public QListWidget {
     Q_OBJECT
 
@@ -16,6 +18,9 @@ public:
 
     void AddProblem(const Problem& problem);
     void AddTrace(const QString& text);
+    /// Shows what is held back.
+    void Flush() { m_digest.Flush(); }
+    /// All problems that came, also those that are shown as one.
     int ProblemCount() const { return m_problems; }
 
 signals:
@@ -23,6 +28,9 @@ signals:
 
 private:
     void add(const QString& text, const QColor& color);
+    void showProblem(const Problem& problem);
 
+    ProblemDigest m_digest;
+    QTimer m_flush;
     int m_problems = 0;
 };

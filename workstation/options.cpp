@@ -1,6 +1,7 @@
 #include "workstation/options.h"
 
 #include <QCommandLineParser>
+#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -18,6 +19,14 @@ QStringList absolute(const QStringList& files) {
     for (const QString& file : files)
         result << QFileInfo(file).absoluteFilePath();
     return result;
+}
+
+/// Why a path cannot be a directory: it, or what lies above it, is a file. Empty when it can.
+QString whyNoDirectory(const QString& path) {
+    QFileInfo place(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+    while (!place.exists() && !place.isRoot())
+        place = QFileInfo(place.absolutePath());
+    return place.isDir() ? QString() : QStringLiteral("%1 is no directory").arg(place.filePath());
 }
 
 } // namespace
@@ -71,6 +80,11 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
         options.receiver = kind->kind;
     else
         error = QStringLiteral("--receiver takes hf or vuhf, not \"%1\"").arg(parser.value(receiver));
+    for (const QCommandLineOption* option : {&data, &config, &screenshot}) {
+        const QString why = parser.isSet(*option) ? whyNoDirectory(parser.value(*option)) : QString();
+        if (!why.isEmpty())
+            error = QStringLiteral("--%1 takes a directory: %2").arg(option->names().first(), why);
+    }
     options.dataDirectory = parser.value(data);
     options.configDirectory = parser.value(config);
     options.screenshotDirectory = parser.value(screenshot);

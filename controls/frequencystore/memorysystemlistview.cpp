@@ -27,8 +27,9 @@ using FreqStoreXml::FrequencyStoreEntry;
 constexpr char TraceSource[] = "memorysystemlistview";
 constexpr int Right = 2;
 constexpr int CommentColumn = 2;
-/// The handler does not announce scan surveillance, so a view that is seen looks that often.
-constexpr int SurveillanceMilliseconds = 250;
+/// The handler does not announce scan surveillance, nor that it waits for a file, so a view that is seen
+/// looks that often.
+constexpr int HandlerMilliseconds = 250;
 
 struct Column {
     const char* title;
@@ -154,7 +155,7 @@ void MemorySystemListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) 
         bar->GetAction(entry.action)->setVisible(true);
     if (!m_menu)
         connectBar(*bar);
-    lookAtSurveillance();
+    lookAtHandler();
     bar->EnableActions();
 }
 
@@ -174,33 +175,39 @@ void MemorySystemListView::connectBar(FreqStoreListViewButtonBar& bar) {
 QString MemorySystemListView::WhyOff(int action) const {
     const auto* entry = std::find_if(std::begin(ActionSlots), std::end(ActionSlots),
                                      [action](const ActionSlot& slot) { return slot.action == action; });
-    const bool off = m_inSurveillance && entry != std::end(ActionSlots) && entry->touchesFiles;
-    return off ? tr("The receiver is in scan surveillance: no file is opened or written.") : QString();
+    if (entry == std::end(ActionSlots))
+        return QString();
+    if (m_inSurveillance && entry->touchesFiles)
+        return tr("The receiver is in scan surveillance: no file is opened or written.");
+    const bool adds = action == Bar::New || action == Bar::Paste || action == Bar::Edit;
+    return m_isWaiting && adds ? tr("The last file could not be read: open another one.") : QString();
 }
 
-void MemorySystemListView::lookAtSurveillance() {
+void MemorySystemListView::lookAtHandler() {
     // Once the controller has ended the handler is gone, and asking for it would make a new one.
-    if (!Controller() || std::exchange(m_inSurveillance, handler().GetInScanSurveillance()) ==
-                             handler().GetInScanSurveillance())
+    const auto* list = dynamic_cast<const FrequencyNodeMediatorCtrl*>(Controller());
+    if (!list)
         return;
-    if (GetButtonBar())
+    const bool wasInSurveillance = std::exchange(m_inSurveillance, handler().GetInScanSurveillance());
+    const bool wasWaiting = std::exchange(m_isWaiting, list->IsSuspended());
+    if (GetButtonBar() && (wasInSurveillance != m_inSurveillance || wasWaiting != m_isWaiting))
         GetButtonBar()->EnableActions();
 }
 
 void MemorySystemListView::showEvent(QShowEvent* event) {
     FrequencyNodeListView::showEvent(event);
-    lookAtSurveillance();
-    m_surveillanceTick.start(SurveillanceMilliseconds, this);
+    lookAtHandler();
+    m_handlerTick.start(HandlerMilliseconds, this);
 }
 
 void MemorySystemListView::hideEvent(QHideEvent* event) {
-    m_surveillanceTick.stop();
+    m_handlerTick.stop();
     FrequencyNodeListView::hideEvent(event);
 }
 
 void MemorySystemListView::timerEvent(QTimerEvent* event) {
-    if (event->timerId() == m_surveillanceTick.timerId())
-        lookAtSurveillance();
+    if (event->timerId() == m_handlerTick.timerId())
+        lookAtHandler();
     else
         FrequencyNodeListView::timerEvent(event);
 }
@@ -300,6 +307,7 @@ void MemorySystemListView::DoDelete() {
 
 void MemorySystemListView::slotLoadFile() {
     SetFileName2Caption(handler().FileOpen());
+    lookAtHandler();
 }
 
 void MemorySystemListView::slotSavetoJob() {

@@ -19,7 +19,8 @@ class FrequencyStoreEntry;
 /// List view of the memory channels of a receiver, with the columns of its kind. Its actions call the
 /// memory-system handler; whatever changes the channels brings the receiver's job up to date.
 ///
-/// While the receiver is in scan surveillance, actions that touch files are off.
+/// While the receiver is in scan surveillance, actions that touch files are off; while the list waits for a
+/// file, those that add to it are.
 class MemorySystemListView : public FrequencyNodeListView {
     Q_OBJECT
 
@@ -65,14 +66,15 @@ private:
     QVector<FreqStoreXml::FrequencyStoreEntry> copyBufferEntries() const;
     void makeCurrent(unsigned long index);
     void bringJobUpToDate();
-    void lookAtSurveillance();
+    void lookAtHandler();
     static MemorySystemHandler& handler();
 
     ResortPopupMenu* m_menu = nullptr;
     std::unique_ptr<CanCloseTabDialog> m_dialog; ///< while one is open
     HalvoViewEditor* m_editor = nullptr;         ///< in the dialog
-    QBasicTimer m_surveillanceTick;
+    QBasicTimer m_handlerTick;
     bool m_inSurveillance = false; ///< as last seen
+    bool m_isWaiting = false;      ///< for a file, since the last one could not be read; as last seen
     unsigned m_copyFrequency;
     unsigned m_copyComment;
     unsigned m_copyBandwidth;

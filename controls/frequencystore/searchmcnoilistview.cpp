@@ -109,8 +109,8 @@ bool SearchMCNOIListView::isWaiting() const {
 }
 
 QString SearchMCNOIListView::WhyOff(int action) const {
-    const bool adds = action == Bar::New || action == Bar::Paste;
-    return adds && isWaiting() ? tr("The last file could not be read: open another one") : QString();
+    const bool adds = action == Bar::New || action == Bar::Paste || action == Bar::Edit;
+    return adds && isWaiting() ? tr("The last file could not be read: open another one.") : QString();
 }
 
 /// Lets the bar follow; true when the list takes no entries.

@@ -6,6 +6,7 @@
 #include "host/valuetree/valueselection.h"
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -85,6 +86,7 @@ FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
     : QWidget(parent),
       m_toolBar(new QToolBar(this)),
       m_notice(new QLabel(this)),
+      m_open(new QToolButton(this)),
       m_counts(new QLabel(this)),
       m_filter(new QLineEdit(this)),
       m_updateMode(std::make_unique<ValueSelection>()) {
@@ -117,6 +119,9 @@ FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
     m_filter->setMaximumWidth(220);
     m_notice->hide();
     m_notice->setWordWrap(true);
+    m_open->hide();
+    m_open->setObjectName(QStringLiteral("OpenFromNotice"));
+    m_open->setDefaultAction(m_actions[Read]);
     connect(m_filter, &QLineEdit::textChanged, this, [this](const QString& text) {
         if (m_list)
             m_list->SetFilterText(text);
@@ -128,7 +133,10 @@ FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
     layout->addWidget(m_toolBar, 0, 0);
     layout->addWidget(m_counts, 0, 1);
     layout->addWidget(m_filter, 0, 2);
-    layout->addWidget(m_notice, 1, 0, 1, 3);
+    auto* notice = new QHBoxLayout;
+    notice->addWidget(m_open);
+    notice->addWidget(m_notice, 1);
+    layout->addLayout(notice, 1, 0, 1, 3);
 }
 
 FreqStoreListViewButtonBar::~FreqStoreListViewButtonBar() {
@@ -217,7 +225,7 @@ void FreqStoreListViewButtonBar::EnableActions() {
     QStringList reasons;
     for (size_t i = 0; i < m_actions.size(); ++i) {
         const Needs needs = Infos[i].needs;
-        const QString reason = m_view ? m_view->WhyOff(static_cast<int>(i)) : QString();
+        const QString reason = whyOff(i);
         QAction& action = *m_actions[i];
         action.setEnabled(reason.isEmpty() && (needs == Needs::Nothing || selected));
         action.setToolTip(reason.isEmpty() ? m_tips[i] : m_tips[i] + QLatin1Char('\n') + reason);
@@ -225,6 +233,19 @@ void FreqStoreListViewButtonBar::EnableActions() {
             reasons << reason;
     }
     showNotice(reasons.join(QLatin1Char(' ')));
+    // A list that takes no entries takes a file.
+    m_open->setVisible(!whyOff(New).isEmpty() && m_actions[New]->isVisible() &&
+                       m_actions[Read]->isVisible() && m_actions[Read]->isEnabled());
+}
+
+QString FreqStoreListViewButtonBar::whyOff(size_t action) const {
+    const QString reason = m_view ? m_view->WhyOff(static_cast<int>(action)) : QString();
+    return reason.isEmpty() ? m_whyOff[action] : reason;
+}
+
+void FreqStoreListViewButtonBar::SetWhyOff(Action action, const QString& reason) {
+    if (std::exchange(m_whyOff[action], reason) != reason)
+        EnableActions();
 }
 
 void FreqStoreListViewButtonBar::showNotice(const QString& notice) {

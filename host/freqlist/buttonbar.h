@@ -15,6 +15,7 @@ class QLabel;
 class QLineEdit;
 class QMenu;
 class QToolBar;
+class QToolButton;
 class SortListView;
 
 /// The bar above a list view: caption, the actions that the list offers, a filter field, and the counts of
@@ -43,7 +44,7 @@ public:
     ~FreqStoreListViewButtonBar() override;
 
     QAction* GetAction(Action action) const { return m_actions[action]; }
-    /// Caption of the list, shown as the window's title while the list is in front.
+    /// Caption of the list: what its last file command named, whether that could be read or not.
     void SetCaption(const QString& caption);
     const QString& GetCaption() const { return m_caption; }
     /// Attaches the view whose rows the bar counts, filters and acts on; null detaches it.
@@ -52,6 +53,10 @@ public:
     void DetachView(const FrequencyStoreListView* view);
     /// What the action's tool tip says of it, where the list means something of its own.
     void SetTip(Action action, const QString& tip);
+
+    /// Why the program does not offer an action at present, beside what the view says (see its `WhyOff`);
+    /// empty when it does.
+    void SetWhyOff(Action action, const QString& reason);
 
     /// Re-reads which actions apply to the present selection and which the view offers at present. Why an
     /// action is off stands in its tool tip and below the bar.
@@ -77,13 +82,16 @@ private:
     void showCounts();
     void showGaps();
     void showNotice(const QString& notice);
+    QString whyOff(size_t action) const;
 
     std::array<QAction*, ActionCount> m_actions{};
     std::array<QString, ActionCount> m_tips;
     QAction* m_pause = nullptr;
+    std::array<QString, ActionCount> m_whyOff; ///< by the program
     QString m_caption;
     QToolBar* m_toolBar;
-    QLabel* m_notice; ///< why actions are off
+    QLabel* m_notice;    ///< why actions are off
+    QToolButton* m_open; ///< beside it, where only a file helps
     QLabel* m_counts;
     QLineEdit* m_filter;
     FrequencyStoreListView* m_view = nullptr; ///< attached as long as its list lives

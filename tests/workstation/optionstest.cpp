@@ -50,10 +50,13 @@ TEST_P(WrongOptions, AreNamed) {
     EXPECT_TRUE(error.contains(GetParam().complaint)) << error.toStdString();
 }
 
-INSTANTIATE_TEST_SUITE_P(Lines, WrongOptions,
-                         testing::Values(WrongLine{{"--receiver", "uhf"}, "\"uhf\""},
-                                         WrongLine{{"--receiver", "HF"}, "hf or vuhf"},
-                                         WrongLine{{"--trace", "all"}, "\"all\""},
-                                         WrongLine{{"--colour"}, "colour"}, WrongLine{{"--data"}, "data"}));
+INSTANTIATE_TEST_SUITE_P(
+    Lines, WrongOptions,
+    testing::Values(WrongLine{{"--receiver", "uhf"}, "\"uhf\""},
+                    WrongLine{{"--receiver", "HF"}, "hf or vuhf"}, WrongLine{{"--trace", "all"}, "\"all\""},
+                    WrongLine{{"--colour"}, "colour"}, WrongLine{{"--data"}, "data"},
+                    WrongLine{{"--data", SAMPLES_DIR "/targets.ltl"}, "no directory"},
+                    WrongLine{{"--config", SAMPLES_DIR "/targets.ltl/x/y"}, "--config"},
+                    WrongLine{{"--screenshot", SAMPLES_DIR "/targets.ltl"}, "targets.ltl is no directory"}));
 
 } // namespace

@@ -7,12 +7,10 @@
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqstorexml/frequencystorelist.h"
 #include "host/gui/sortlistview.h"
-#include "host/valuetree/tree.h"
-#include "workstation/application.h"
+#include "tests/workstation/stationfixture.h"
 #include "workstation/filekinds.h"
 #include "workstation/frequencybar.h"
 #include "workstation/job.h"
-#include "workstation/mainwindow.h"
 #include "workstation/messagespanel.h"
 #include "workstation/samples.h"
 #include "workstation/simulatedreceiver.h"
@@ -34,11 +32,7 @@
 
 namespace {
 
-QString sample(const char* name) {
-    return QStringLiteral(SAMPLES_DIR "/") + QString::fromLatin1(name);
-}
-
-void writeFile(const QString& path, const QByteArray& bytes) {
+void Write(const QString& path, const QByteArray& bytes) {
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(bytes);
@@ -52,20 +46,20 @@ TEST(Samples, AreFoundBesideTheInstalledProgramAndAboveABuiltOne) {
     ASSERT_TRUE(folder.mkpath("work/samples"));
     ASSERT_TRUE(folder.mkpath("usr/bin"));
     ASSERT_TRUE(folder.mkpath("usr/share/frequencystore/samples"));
-    EXPECT_EQ(FindSamples(folder.filePath("usr/bin")), QString());
+    EXPECT_EQ(FindSamples(Path("usr/bin")), QString());
     for (const char* place : {"work/samples/targets.xml", "usr/share/frequencystore/samples/targets.xml"})
-        writeFile(folder.filePath(place), "<FrequencyStoreList/>");
-    EXPECT_EQ(FindSamples(folder.filePath("work/build/dev")), folder.filePath("work/samples"));
-    EXPECT_EQ(FindSamples(folder.filePath("work/build")), folder.filePath("work/samples"));
-    EXPECT_EQ(FindSamples(folder.filePath("usr/bin")), folder.filePath("usr/share/frequencystore/samples"));
+        Write(Path(place), "<FrequencyStoreList/>");
+    EXPECT_EQ(FindSamples(Path("work/build/dev")), Path("work/samples"));
+    EXPECT_EQ(FindSamples(Path("work/build")), Path("work/samples"));
+    EXPECT_EQ(FindSamples(Path("usr/bin")), Path("usr/share/frequencystore/samples"));
 }
 
 TEST(FileKinds, AreToldByNameOrByTheRootElement) {
     const QTemporaryDir folder;
-    const QString noi = folder.filePath("bands.xml");
-    writeFile(noi, "<?xml version=\"1.0\"?>\n<FrequencyStoreList Version=\"1\" Usage=\"NOI\"/>");
-    const QString broken = folder.filePath("broken.xml");
-    writeFile(broken, "<FrequencyStoreList Usage=");
+    const QString noi = Path("bands.xml");
+    Write(noi, "<?xml version=\"1.0\"?>\n<FrequencyStoreList Version=\"1\" Usage=\"NOI\"/>");
+    const QString broken = Path("broken.xml");
+    Write(broken, "<FrequencyStoreList Usage=");
     const std::pair<QString, FileKind> rows[] = {
         {sample("job-hf.pij"), FileKind::Job},      {sample("interest.noi"), FileKind::Noi},
         {sample("targets.xml"), FileKind::Targets}, {sample("profiles.xml"), FileKind::Targets},
@@ -76,37 +70,6 @@ TEST(FileKinds, AreToldByNameOrByTheRootElement) {
     for (const auto& [path, kind] : rows)
         EXPECT_EQ(FileKindOf(path), kind) << path.toStdString();
 }
-
-class Workstations : public testing::Test {
-protected:
-    Options options(const QStringList& arguments) {
-        QString error;
-        const Options parsed = Options::Parse(QStringList{"freqstore", "--data", folder.filePath("data"),
-                                                          "--config", folder.filePath("config")} +
-                                                  arguments,
-                                              error);
-        EXPECT_EQ(error, QString());
-        return parsed;
-    }
-    void start(const QStringList& arguments) {
-        station.reset();
-        station = std::make_unique<Workstation>(options(arguments));
-        station->GetWindow().show();
-    }
-    QString status() const { return station->GetWindow().statusBar()->currentMessage(); }
-    int entriesOf(const char* node) const {
-        const Node* list = Tree::Instance()->GetNode(QString::fromLatin1(node));
-        return list ? static_cast<int>(list->ChildCount()) : -1;
-    }
-    void TearDown() override {
-        station.reset();
-        QDir::setCurrent(QDir::rootPath());
-        Tree::Instance()->GetRoot()->DeleteChildren();
-    }
-
-    QTemporaryDir folder;
-    std::unique_ptr<Workstation> station;
-};
 
 TEST_F(Workstations, EachFileGoesToWhomItBelongs) {
     start({"--job", sample("job-hf.pij"), sample("targets.ltl")});
@@ -142,9 +105,21 @@ TEST_F(Workstations, SweepsStandBesideTheDetectionsOfTheSearch) {
 }
 
 TEST_F(Workstations, AFileThatIsWrongIsAProblem) {
-    start({folder.filePath("none.pij"), folder.filePath("none.ltl")});
+    start({Path("none.pij"), Path("none.ltl")});
     EXPECT_FALSE(station->LoadFiles());
     EXPECT_EQ(station->GetWindow().GetMessages()->ProblemCount(), 2);
+}
+
+TEST_F(Workstations, ManyProblemsOfOneKindAreAFewMessages) {
+    QByteArray lines = "7055000\n";
+    for (int i = 0; i < 50; ++i)
+        lines += "word" + QByteArray::number(i) + '\n';
+    start({Write("words.ltl", lines)});
+    EXPECT_FALSE(station->LoadFiles());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(station->GetWindow().GetMessages()->ProblemCount(), 50);
+    EXPECT_EQ(messages().count("is no frequency"), 4) << messages().toStdString();
+    EXPECT_TRUE(messages().contains("46 more like it")) << messages().toStdString();
 }
 
 TEST_F(Workstations, TheDemoOpensTheSampleJobOfItsReceiver) {
@@ -291,7 +266,7 @@ TEST_F(Workstations, StartWhateverByteOfTheirSettingsChanges) {
     start({});
     station->GetWindow().close();
     station.reset();
-    const QDir config(folder.filePath("config"));
+    const QDir config(Path("config"));
     const QStringList files = config.entryList({"*.ini"}, QDir::Files);
     ASSERT_TRUE(files.contains("columns.ini") && files.contains("Administration.ini"))
         << files.join(' ').toStdString();
@@ -308,7 +283,7 @@ TEST_F(Workstations, StartWhateverByteOfTheirSettingsChanges) {
             bytes[place] = static_cast<char>(random());
             SCOPED_TRACE(qPrintable(QStringLiteral("seed %1, %2, byte %3 of %4")
                                         .arg(QString::number(Seed), name, QString::number(place), bytes)));
-            writeFile(file.fileName(), bytes);
+            Write(file.fileName(), bytes);
             start({});
             QApplication::processEvents();
             EXPECT_LE(station->GetWindow().width(), 2 * screen.width());
@@ -316,20 +291,20 @@ TEST_F(Workstations, StartWhateverByteOfTheirSettingsChanges) {
             for (const auto* list : station->GetWindow().findChildren<SortListView*>())
                 EXPECT_LE(list->header()->length(), 100000);
         }
-        writeFile(file.fileName(), sound);
+        Write(file.fileName(), sound);
     }
 }
 
 TEST_F(Workstations, TellsOfADamagedSettingsFileThatItReadsBeforeThereIsAWindow) {
-    ASSERT_TRUE(QDir(folder.path()).mkpath("config"));
-    writeFile(folder.filePath("config/Administration.ini"), "]][[\n");
+    ASSERT_TRUE(QDir(m_folder.path()).mkpath("config"));
+    Write(Path("config/Administration.ini"), "]][[\n");
     start({});
     EXPECT_EQ(station->GetWindow().GetMessages()->ProblemCount(), 1);
-    EXPECT_TRUE(QFile::exists(folder.filePath("config/Administration.ini.bad")));
+    EXPECT_TRUE(QFile::exists(Path("config/Administration.ini.bad")));
 }
 
 TEST_F(Workstations, PicturesShowEveryListAndTheWindow) {
-    start({"--demo", "--screenshot", folder.filePath("pictures")});
+    start({"--demo", "--screenshot", Path("pictures")});
     ASSERT_TRUE(station->LoadFiles());
     testing::internal::CaptureStdout();
     EXPECT_TRUE(station->TakeScreenshots());
@@ -338,9 +313,9 @@ TEST_F(Workstations, PicturesShowEveryListAndTheWindow) {
     for (int index = 0; index < tabs->count(); ++index) {
         EXPECT_NE(table.find(tabs->tabText(index).toStdString()), std::string::npos);
         const QString name = station->GetWindow().TabFileName(index) + ".png";
-        EXPECT_FALSE(QImage(QDir(folder.filePath("pictures")).filePath(name)).isNull()) << name.toStdString();
+        EXPECT_FALSE(QImage(QDir(Path("pictures")).filePath(name)).isNull()) << name.toStdString();
     }
-    EXPECT_FALSE(QImage(folder.filePath("pictures/window.png")).isNull());
+    EXPECT_FALSE(QImage(Path("pictures/window.png")).isNull());
 }
 
 } // namespace

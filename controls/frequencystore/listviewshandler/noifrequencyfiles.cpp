@@ -1,4 +1,5 @@
 #include "controls/frequencystore/halvonodemediatorctrl.h"
+#include "controls/frequencystore/listviewshandler/filegate.h"
 #include "controls/frequencystore/listviewshandler/filekind.h"
 #include "controls/frequencystore/listviewshandler/linefields.h"
 #include "controls/frequencystore/listviewshandler/linewriter.h"
@@ -193,20 +194,31 @@ void NOIFrequencyHandler::noteContent(const QString& path, bool isWhole) {
 }
 
 bool NOIFrequencyHandler::ReadFile(const QString& path) {
+    bool read = false;
     if (PathContains(path, ".xml"))
-        return openXml(path);
-    if (PathContains(path, ".csv")) {
-        // Reading empties the list first: what cannot be read must not get that far.
-        const QString refusal = FileHandling::WhyNotReadable(path);
-        if (refusal.isEmpty())
-            return ParseNOIXmlFile(path);
-        Problems::Report(TraceSource, 1598, Problem::FromText(refusal));
-        return false;
-    }
-    if (PathContains(path, ".noi"))
-        return openLines(path);
-    Problems::Report(TraceSource, 1601, {path, 0, QStringLiteral("is of no known kind of file")});
+        read = openXml(path);
+    else if (PathContains(path, ".csv"))
+        read = readTable(path);
+    else if (PathContains(path, ".noi"))
+        read = openLines(path);
+    else
+        Problems::Report(TraceSource, 1601, {path, 0, QStringLiteral("is of no known kind of file")});
+    FileGate::WasRead(FileGate::List::Noi, path, read);
+    return read;
+}
+
+/// Reading empties the list first: a table that cannot be read must not get that far.
+bool NOIFrequencyHandler::readTable(const QString& path) {
+    const QString refusal = FileHandling::WhyNotReadable(path);
+    if (refusal.isEmpty())
+        return ParseNOIXmlFile(path);
+    Problems::Report(TraceSource, 1598, Problem::FromText(refusal));
     return false;
+}
+
+/// Whether the program keeps a chosen file from the list.
+bool NOIFrequencyHandler::isKeptOut(const QString& path) {
+    return !path.isEmpty() && !FileGate::MayRead(FileGate::List::Noi, path);
 }
 
 QString NOIFrequencyHandler::FileOpen() {
@@ -216,12 +228,13 @@ QString NOIFrequencyHandler::FileOpen() {
                                     m_readDirectory, QStringLiteral("NOI Files (*.xml *.noi)"), "");
     if (!alive)
         return path;
-    if (PathContains(path, ".xml"))
-        openXml(path);
-    else
-        openLines(path);
+    if (isKeptOut(path) || !alive)
+        return QString();
+    const bool read = PathContains(path, ".xml") ? openXml(path) : openLines(path);
     if (alive)
         m_ready = true;
+    if (!path.isEmpty())
+        FileGate::WasRead(FileGate::List::Noi, path, read);
     return path;
 }
 
@@ -231,10 +244,13 @@ QString NOIFrequencyHandler::FileImport() {
                                     m_readDirectory, QStringLiteral("NOI Files (*.csv)"), "");
     if (!alive)
         return path;
-    if (PathContains(path, ".csv"))
-        ParseNOIXmlFile(path);
+    if (isKeptOut(path) || !alive)
+        return QString();
+    const bool read = PathContains(path, ".csv") && ParseNOIXmlFile(path);
     if (alive)
         m_ready = true;
+    if (!path.isEmpty())
+        FileGate::WasRead(FileGate::List::Noi, path, read);
     return path;
 }
 
@@ -296,6 +312,7 @@ NOIFrequencyHandler::Saved NOIFrequencyHandler::saveTo(const QString& path) {
     m_currentFile = path;
     m_incomplete = false;
     noteContent(path, true);
+    FileGate::WasWritten(FileGate::List::Noi, path);
     return Saved::Written;
 }
 

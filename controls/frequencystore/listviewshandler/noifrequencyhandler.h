@@ -131,6 +131,8 @@ private:
     bool readSafely(const QString& path, const std::function<bool()>& read);
     REPORTGENERATOR::DroppedEntries dropUnfinishedFile(const QString& path);
     bool openLines(const QString& path);
+    bool readTable(const QString& path);
+    static bool isKeptOut(const QString& path);
     void noteContent(const QString& path, bool isWhole);
     void tellDoubtful(const QString& path);
     bool mustNotOverwrite() const;

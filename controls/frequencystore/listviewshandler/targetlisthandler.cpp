@@ -1,5 +1,6 @@
 #include "controls/frequencystore/listviewshandler/targetlisthandler.h"
 
+#include "controls/frequencystore/listviewshandler/filegate.h"
 #include "controls/frequencystore/listviewshandler/targetlistparser.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
@@ -74,6 +75,7 @@ bool TargetListHandler::ReadFile(const QString& path) {
         return false;
     const bool read = parse(1228, path, isForeignXml(path));
     startAnnouncing();
+    FileGate::WasRead(FileGate::List::Targets, path, read);
     return read;
 }
 
@@ -107,10 +109,17 @@ void TargetListHandler::publishFileName() {
         m_fileName->SetValue(m_currentFile, this);
 }
 
+/// Whether the program keeps a chosen file from the list.
+bool TargetListHandler::isKeptOut(const QString& path) const {
+    return !path.isEmpty() && !m_client && !FileGate::MayRead(FileGate::List::Targets, path);
+}
+
 QString TargetListHandler::ReadTargetList() {
     const QString path = QFileDialog::getOpenFileName(
         nullptr, tr("Select file to read target list from"), m_directory,
         tr("Target List Files (*.xml *.sfl *.ltl)"), nullptr, GuiBase::Instance().UseNativeDialogs());
+    if (isKeptOut(path))
+        return QString();
     if (!path.isEmpty())
         ReadFile(path);
     m_currentFile = path;
@@ -122,11 +131,12 @@ QString TargetListHandler::ImportTargetList() {
     const QString path = QFileDialog::getOpenFileName(nullptr, tr("Select file to import target list from"),
                                                       m_directory, tr("Target List Files (*.csv)"), nullptr,
                                                       GuiBase::Instance().UseNativeDialogs());
-    if (path.isEmpty())
-        return path;
+    if (path.isEmpty() || isKeptOut(path))
+        return QString();
     if (!m_client && m_pParser) {
-        parse(1287, path);
+        const bool read = parse(1287, path);
         startAnnouncing();
+        FileGate::WasRead(FileGate::List::Targets, path, read);
     }
     m_currentFile = path;
     publishFileName();
@@ -153,7 +163,10 @@ QString TargetListHandler::Save2File(bool toCurrentFile) {
     const QString path = toCurrentFile
                              ? m_currentFile
                              : askForSaveName(tr("Local Target List (*.xml)"), QStringLiteral(".xml"));
-    return !path.isEmpty() && SaveFile(path) ? path : QString();
+    if (path.isEmpty() || !SaveFile(path))
+        return QString();
+    FileGate::WasWritten(FileGate::List::Targets, path);
+    return path;
 }
 
 QString TargetListHandler::Export2File() {

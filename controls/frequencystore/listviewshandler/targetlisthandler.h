@@ -69,6 +69,7 @@ private:
 
     bool isForeignXml(const QString& path) const;
     bool parse(unsigned short sourceLine, const QString& path, bool isProfileTable = false);
+    bool isKeptOut(const QString& path) const;
     void startAnnouncing();
     void publishFileName();
     QString askForSaveName(const QString& filter, const QString& extension) const;

@@ -1,4 +1,5 @@
 #include "controls/frequencystore/halvonodemediatorctrl.h"
+#include "controls/frequencystore/listviewshandler/filegate.h"
 #include "controls/frequencystore/listviewshandler/linefields.h"
 #include "controls/frequencystore/memorymediatorhf.h"
 #include "controls/frequencystore/memorysystemhandling/jobfile.h"
@@ -132,8 +133,10 @@ QString MemorySystemHandler::FileOpen() {
     const QString path = QFileDialog::getOpenFileName(nullptr, tr("Select file to read Memory Channels from"),
                                                       QString(), tr("Memory Channels (*.xml *.sfl *.pij)"),
                                                       nullptr, GuiBase::Instance().UseNativeDialogs());
-    if (!path.isEmpty())
-        ReadFile(path);
+    if (path.isEmpty() || !FileGate::MayRead(FileGate::List::MemoryChannels, path))
+        return QString();
+    const bool read = ReadFile(path);
+    FileGate::WasRead(FileGate::List::MemoryChannels, path, read);
     return path;
 }
 

@@ -1,0 +1,213 @@
+#include "workstation/ending.h"
+
+#include "controls/frequencystore/halvonodemediatorctrl.h"
+#include "controls/frequencystore/listviewshandler/filelook.h"
+#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
+#include "host/report/outputfile.h"
+#include "host/startup/cfgcenter.h"
+#include "tests/support/dialogs.h"
+#include "tests/workstation/stationfixture.h"
+#include "workstation/failurenote.h"
+
+#include <QSessionManager>
+
+#include <csignal>
+
+namespace {
+
+using Box = QMessageBox;
+
+NOIFrequencyHandler& noi() {
+    return *NOIFrequencyHandler::Instance();
+}
+
+class Endings : public Workstations {
+protected:
+    /// A window before which somebody sits.
+    void startAttended() {
+        start({});
+        station->SetAttended(true);
+    }
+    /// Closes the window and answers what is asked; what was asked.
+    QString close(Box::StandardButton answer, const std::function<void()>& then = {}) {
+        QString seen;
+        AnswerQuestion(answer, seen, then);
+        station->GetWindow().close();
+        return seen;
+    }
+    bool isOpen() const { return station->GetWindow().isVisible(); }
+    void blockDefaultFile() { QDir(Path("data")).mkpath("NoiFrequencies.xml"); }
+    void freeDefaultFile() { QDir(Path("data")).rmdir("NoiFrequencies.xml"); }
+    static QString rememberedFile() {
+        return CfgCenter::GetAppCfg(ICfg::StartUp).GetString(NoiKeeper::SettingName(), QString());
+    }
+    void remember(const QString& file) {
+        QDir().mkpath(Path("config"));
+        CfgCenter::SetDirectory(Path("config"));
+        CfgCenter::GetAppCfg(ICfg::StartUp).SetString(NoiKeeper::SettingName(), file);
+    }
+    void SetUp() override { QGuiApplication::setQuitOnLastWindowClosed(false); }
+    void TearDown() override {
+        Workstations::TearDown();
+        QGuiApplication::setQuitOnLastWindowClosed(true);
+        REPORTGENERATOR::ForgetWriteFailure();
+    }
+};
+
+TEST_F(Endings, NothingIsAskedWhenAllIsSavedOrNothingWasThere) {
+    writeBands("NoiFrequencies.xml", 3); // nobody's, in an empty session
+    startAttended();
+    EXPECT_TRUE(station->GetWindow().close());
+    start({});
+    station->SetAttended(true);
+    noi().InsertNewValue(7e6, 3000, "mine");
+    EXPECT_TRUE(station->GetWindow().close());
+    EXPECT_EQ(LookAtFile(Path("data/NoiFrequencies.xml")).rows, 1);
+    EXPECT_EQ(station->GetEnding().ExitCode(), 0);
+}
+
+TEST_F(Endings, AFailedSaveIsAskedAboutBeforeTheWindowGoes) {
+    blockDefaultFile();
+    startAttended();
+    noi().InsertNewValue(7e6, 3000, "mine");
+    EXPECT_TRUE(close(Box::Cancel).contains("could not be saved in NoiFrequencies.xml"));
+    EXPECT_TRUE(isOpen());
+    close(Box::Retry, [this] { freeDefaultFile(); });
+    EXPECT_FALSE(isOpen());
+    EXPECT_EQ(LookAtFile(Path("data/NoiFrequencies.xml")).rows, 1);
+}
+
+TEST_F(Endings, AListThatCannotBeSavedIsSavedElsewhereOrLeft) {
+    blockDefaultFile();
+    startAttended();
+    noi().InsertNewValue(7e6, 3000, "mine");
+    close(Box::Discard);
+    EXPECT_FALSE(isOpen());
+    station->GetWindow().show();
+    close(Box::Save, [this] { AnswerDialog(Path("elsewhere.xml")); });
+    EXPECT_FALSE(isOpen());
+    EXPECT_EQ(LookAtFile(Path("elsewhere.xml")).rows, 1);
+    station.reset();
+    EXPECT_EQ(rememberedFile(), Path("elsewhere.xml"));
+}
+
+TEST_F(Endings, AListWhoseFileACancelledDialogHasForgottenIsAskedAbout) {
+    startAttended();
+    noi().InsertNewValue(7e6, 3000, "mine");
+    AnswerDialog(QString());
+    noi().FileOpen();
+    EXPECT_TRUE(close(Box::Cancel).contains("have no file"));
+    EXPECT_TRUE(isOpen());
+    close(Box::Save, [this] { AnswerDialog(Path("data/mine.xml")); });
+    EXPECT_FALSE(isOpen());
+    EXPECT_EQ(LookAtFile(Path("data/mine.xml")).rows, 1);
+}
+
+TEST_F(Endings, AnEmptiedListMayEmptyItsFile) {
+    for (const auto& [answer, left] : {std::pair{Box::No, 2}, std::pair{Box::Yes, 0}}) {
+        const QString file = writeBands("bands.xml", 2);
+        remember(file);
+        startAttended();
+        ASSERT_EQ(entriesOf("/Lists/NOIFrequencies"), 2);
+        noi().GetItemsRoot()->DeleteChildren();
+        noi().UpdateNOIList();
+        EXPECT_TRUE(close(answer).contains("its file bands.xml still holds 2 entries"));
+        EXPECT_FALSE(isOpen());
+        station.reset();
+        EXPECT_EQ(LookAtFile(file).rows, left);
+        EXPECT_EQ(rememberedFile(), file) << "what is left of it is there again at the next start";
+        Workstations::TearDown();
+    }
+}
+
+TEST_F(Endings, WithNobodyToAskWhatIsLostIsToldAndCounts) {
+    blockDefaultFile();
+    start({});
+    noi().InsertNewValue(7e6, 3000, "mine");
+    EXPECT_TRUE(station->GetWindow().close()) << "no question";
+    EXPECT_EQ(station->GetEnding().ExitCode(), 2);
+    EXPECT_TRUE(messages().contains("NoiFrequencies.xml: ")) << messages().toStdString();
+    station->GetWindow().show();
+    AnswerDialog(QString());
+    noi().FileOpen(); // forgets the file
+    station->GetEnding().Keep();
+    EXPECT_EQ(station->GetEnding().ExitCode(), 2) << "the next start does not find it";
+    EXPECT_EQ(LookAtFile(Path("data/NoiFrequencies-2.xml")).rows, 1) << messages().toStdString();
+}
+
+TEST_F(Endings, UnsavedChangesOfAJobGoIntoAFileBesideTheLists) {
+    const QString job = Write("my.pij", Read(sample("job-hf.pij")));
+    start({"--job", job});
+    ASSERT_TRUE(station->LoadFiles());
+    const QByteArray before = Read(job);
+    MemorySystemHandler::Instance()->SetNewEntry(7055000, 2700, "new one", "LSB");
+    station->GetEnding().Keep();
+    station->GetEnding().Keep(); // a session that did not end after all
+    EXPECT_EQ(station->GetEnding().ExitCode(), 0);
+    EXPECT_TRUE(Read("data/Unsaved.pij").contains("new one"));
+    EXPECT_FALSE(QFile::exists(Path("data/Unsaved-2.pij")));
+    EXPECT_EQ(Read(job), before);
+}
+
+TEST_F(Endings, TheStatusBarShowsAFailedSaveUntilItIsResolvedOrDismissed) {
+    blockDefaultFile();
+    startAttended();
+    const FailureNote& note = *station->GetWindow().GetFailureNote();
+    noi().InsertNewValue(7e6, 3000, "mine");
+    const auto fail = [&] {
+        noi().FileSave(true);
+        QCoreApplication::processEvents();
+    };
+    fail();
+    EXPECT_TRUE(note.GetText().startsWith("Not saved: NoiFrequencies.xml")) << note.GetText().toStdString();
+    EXPECT_TRUE(note.isVisible());
+    emit station->GetWindow().GetFailureNote()->Dismissed();
+    EXPECT_FALSE(note.isVisible());
+    fail();
+    EXPECT_TRUE(note.isVisible());
+    freeDefaultFile();
+    noi().FileSave(true);
+    EXPECT_FALSE(note.isVisible()) << note.GetText().toStdString();
+}
+
+TEST_F(Endings, TheEndOfTheSessionSavesTheListAndLeavesTheWindow) {
+    startAttended();
+    noi().InsertNewValue(7e6, 3000, "mine");
+    alignas(QSessionManager) char nobody[sizeof(QSessionManager)] = {}; // none is asked
+    emit qApp->commitDataRequest(*reinterpret_cast<QSessionManager*>(nobody));
+    EXPECT_EQ(LookAtFile(Path("data/NoiFrequencies.xml")).rows, 1);
+    EXPECT_TRUE(isOpen());
+}
+
+bool endsAtOnce(int signalNumber) {
+    struct sigaction action {};
+    sigaction(signalNumber, nullptr, &action);
+    return action.sa_handler == SIG_DFL;
+}
+
+/// Inside the event loop, as the program has it: a dialog's loop ends with it.
+TEST_F(Endings, ASignalEndsAnOpenDialogAndKeepsTheListAndItsFile) {
+    const QString file = writeBands("bands.xml", 2);
+    remember(file);
+    startAttended();
+    noi().InsertNewValue(9e6, 3000, "mine");
+    EXPECT_FALSE(endsAtOnce(SIGTERM));
+    QString chosen("nothing yet");
+    QTimer::singleShot(0, qApp, [&] { chosen = noi().FileOpen(); });
+    const std::function<void()> endIt = [&] {
+        if (!QApplication::activeModalWidget())
+            return QTimer::singleShot(0, qApp, endIt);
+        raise(SIGTERM);
+    };
+    QTimer::singleShot(0, qApp, endIt);
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_EQ(chosen, QString());
+    EXPECT_TRUE(station->GetEnding().IsEnding());
+    for (const int number : {SIGTERM, SIGHUP, SIGINT})
+        EXPECT_TRUE(endsAtOnce(number)) << "a second signal " << number;
+    station.reset();
+    EXPECT_EQ(LookAtFile(file).rows, 3);
+    EXPECT_EQ(rememberedFile(), file) << "the cancelled dialog has not made the program forget it";
+}
+
+} // namespace

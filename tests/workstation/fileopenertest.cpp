@@ -1,0 +1,187 @@
+#include "workstation/fileopener.h"
+
+#include "controls/frequencystore/halvonodemediatorctrl.h"
+#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
+#include "host/freqlist/buttonbar.h"
+#include "tests/support/dialogs.h"
+#include "tests/support/traces.h"
+#include "tests/workstation/stationfixture.h"
+#include "workstation/job.h"
+#include "workstation/memoryneed.h"
+
+#include <QTabWidget>
+#include <QTest>
+#include <QToolButton>
+
+namespace {
+
+using Bar = FreqStoreListViewButtonBar;
+
+constexpr char Targets[] = "/Lists/LocalTargetList";
+constexpr char Noi[] = "/Lists/NOIFrequencies";
+constexpr char Memory[] = "/Lists/MemoryChannels";
+
+class FileOpeners : public Workstations {
+protected:
+    Bar* barOf(const char* tab) const {
+        QTabWidget* tabs = station->GetWindow().GetTabs();
+        for (int index = 0; index < tabs->count(); ++index) {
+            if (tabs->tabText(index) == QLatin1String(tab)) {
+                tabs->setCurrentIndex(index);
+                return tabs->widget(index)->findChild<Bar*>();
+            }
+        }
+        return nullptr;
+    }
+    /// Chooses a file in the dialog of a list's command.
+    void choose(const char* tab, const QString& path) {
+        AnswerDialog(path);
+        barOf(tab)->GetAction(Bar::Read)->trigger();
+    }
+};
+
+struct Harm {
+    const char* name;
+    const char* bytes; ///< null: a sample of that name
+    const char* reason;
+};
+
+void PrintTo(const Harm& harm, std::ostream* out) {
+    *out << harm.name;
+}
+
+class HarmfulFiles : public FileOpeners, public testing::WithParamInterface<Harm> {
+protected:
+    QString path() {
+        return GetParam().bytes ? Write(GetParam().name, GetParam().bytes) : sample(GetParam().name);
+    }
+};
+
+TEST_P(HarmfulFiles, ThatAreChosenForTheTargetsLeaveThemAndSayWhy) {
+    start({sample("targets.ltl")});
+    ASSERT_TRUE(station->LoadFiles());
+    choose("Local TargetList", path());
+    EXPECT_EQ(entriesOf(Targets), 527);
+    EXPECT_TRUE(status().contains(GetParam().reason)) << status().toStdString();
+    EXPECT_TRUE(messages().contains("the target list stays as it is")) << messages().toStdString();
+    EXPECT_EQ(title(), "Local TargetList - targets.ltl");
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, HarmfulFiles,
+                         testing::Values(Harm{"job-hf.pij", nullptr, "is a job"},
+                                         Harm{"interest.noi", nullptr,
+                                              "is a list of frequencies of interest"},
+                                         Harm{"sweep.csv", nullptr, "power sweeps"},
+                                         Harm{"passwd", "root:x:0:0::/root:/bin/sh\n", "no known kind"},
+                                         Harm{"notes.ltl", "remember\nthe milk\n", "not one has a frequency"},
+                                         Harm{"empty.ltl", "", "holds no entries"},
+                                         Harm{"cut.xml", "<FrequencyStoreList Version=\"1\"><Frequ", ""}));
+
+TEST_F(FileOpeners, AnUnreadableListDoesNotFreezeTheFrequenciesOfInterest) {
+    const QString bad =
+        Write("bad.xml", "<FrequencyStoreList Version=\"1\" Usage=\"NOI\"><FrequencyStoreEntry>");
+    start({sample("interest.noi"), bad});
+    EXPECT_FALSE(station->LoadFiles());
+    const int before = entriesOf(Noi);
+    EXPECT_GT(before, 0);
+    choose("NOI Frequencies", bad);
+    EXPECT_EQ(entriesOf(Noi), before);
+    EXPECT_FALSE(NOIFrequencyHandler::Instance()->IsWaitingForFile());
+    EXPECT_EQ(NOIFrequencyHandler::Instance()->GetCurrentFileName(), sample("interest.noi"));
+    EXPECT_EQ(title(), "NOI Frequencies - interest.noi");
+}
+
+TEST_F(FileOpeners, AJobThatCannotBeOpenedDoesNotFreezeTheMemoryChannels) {
+    start({"--job", sample("job-hf.pij")});
+    ASSERT_TRUE(station->LoadFiles());
+    const int before = entriesOf(Memory);
+    choose("Memory Channels", Path("gone.pij"));
+    EXPECT_EQ(entriesOf(Memory), before);
+    EXPECT_FALSE(MemorySystemHandler::Instance()->GetMediatorCtrl()->IsSuspended());
+}
+
+TEST_F(FileOpeners, AListThatWaitsForAFileSaysSoWithAButtonBeside) {
+    start({});
+    station->GetWindow().resize(1200, 700);
+    const std::pair<const char*, std::function<void()>> lists[] = {
+        {"NOI Frequencies", [this] { NOIFrequencyHandler::Instance()->ReadFile(Path("gone.csv")); }},
+        {"Memory Channels", [this] { MemorySystemHandler::Instance()->ParseJobFile(Path("gone.pij")); }}};
+    for (const auto& [tab, fail] : lists) {
+        SCOPED_TRACE(tab);
+        Bar* bar = barOf(tab);
+        const auto* open = bar->findChild<QToolButton*>("OpenFromNotice");
+        EXPECT_FALSE(open->isVisible());
+        fail();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return open->isVisible(); }));
+        for (const Bar::Action action : {Bar::New, Bar::Paste, Bar::Edit})
+            EXPECT_TRUE(bar->GetAction(action)->toolTip().contains("could not be read")) << action;
+        EXPECT_FALSE(bar->GetAction(Bar::New)->isEnabled());
+        EXPECT_EQ(open->defaultAction(), bar->GetAction(Bar::Read));
+    }
+}
+
+/// Does something that asks, with somebody there to answer; what was asked.
+QString answer(QMessageBox::StandardButton button, const std::function<void()>& act) {
+    QString asked;
+    AnswerQuestion(button, asked);
+    act();
+    return asked;
+}
+
+TEST_F(FileOpeners, SomebodyWhoIsThereIsAsked) {
+    start({sample("targets.ltl")});
+    ASSERT_TRUE(station->LoadFiles());
+    station->SetAttended(true);
+    const QString notes = Write("notes.ltl", "remember\nthe milk\n");
+    const auto open = [&] { station->GetOpener().Open(notes); };
+    EXPECT_TRUE(answer(QMessageBox::Cancel, open).contains("notes.ltl: 2 lines, not one has a frequency"));
+    EXPECT_EQ(entriesOf(Targets), 527);
+    answer(QMessageBox::Yes, open);
+    EXPECT_EQ(entriesOf(Targets), 2);
+    EXPECT_EQ(title(), "Local TargetList - notes.ltl");
+}
+
+TEST_F(FileOpeners, AJobThatIsChosenForTheTargetsCanBeOpenedAsTheJob) {
+    start({});
+    station->SetAttended(true);
+    QString asked;
+    QTimer::singleShot(0, qApp, [&] { AnswerQuestion(QMessageBox::Yes, asked); });
+    choose("Local TargetList", sample("job-hf.pij"));
+    EXPECT_TRUE(asked.contains("is a job, which the target list does not read")) << asked.toStdString();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return station->GetJob().GetFileName() == sample("job-hf.pij"); }));
+}
+
+TEST_F(FileOpeners, ChannelsAreSentToAJobOnlyWhenOneIsOpen) {
+    start({});
+    Bar* bar = barOf("Memory Channels");
+    EXPECT_FALSE(bar->GetAction(Bar::SaveToJob)->isEnabled());
+    EXPECT_TRUE(bar->GetAction(Bar::SaveToJob)->toolTip().contains("No job is open"));
+    ASSERT_TRUE(station->GetJob().Open(sample("job-hf.pij")));
+    EXPECT_TRUE(bar->GetAction(Bar::SaveToJob)->isEnabled());
+    EXPECT_EQ(title(), "Memory Channels - job-hf.pij");
+}
+
+TEST_F(FileOpeners, AFileThatNeedsMoreMemoryThanThereIsIsRefusedOrAskedAbout) {
+    EXPECT_TRUE(WhyTooLarge(1000, 2'000'000).isEmpty());
+    EXPECT_TRUE(WhyTooLarge(2000, 2'000'000).startsWith("2,000 entries need 3.1 MiB"))
+        << WhyTooLarge(2000, 2'000'000).toStdString();
+    EXPECT_GT(AvailableMemory(), 1'000'000);
+    start({});
+    station->GetOpener().SetMemoryProbe([] { return 100'000; });
+    EXPECT_FALSE(station->GetOpener().Open(sample("targets.ltl")));
+    EXPECT_EQ(entriesOf(Targets), 0);
+    EXPECT_TRUE(status().contains("527 entries need")) << status().toStdString();
+    station->SetAttended(true);
+    answer(QMessageBox::Yes, [&] { EXPECT_TRUE(station->GetOpener().Open(sample("targets.ltl"))); });
+    EXPECT_EQ(entriesOf(Targets), 527);
+}
+
+TEST(FileOpener, OutlivesAReaderForWhichTheMemoryDoesNotDo) {
+    Traces traces;
+    FileOpener opener(nullptr, {{FileKind::Sweep, [](const QString&) -> bool { throw std::bad_alloc(); }}});
+    EXPECT_FALSE(opener.Open(sample("sweep.csv")));
+    ASSERT_EQ(traces.problems.size(), 1);
+    EXPECT_TRUE(traces.problems[0].startsWith(sample("sweep.csv") + ": there is not enough memory"));
+}
+
+} // namespace

@@ -1,0 +1,62 @@
+#include "workstation/ending.h"
+
+#include "host/base/problems.h"
+#include "workstation/freename.h"
+#include "workstation/job.h"
+#include "workstation/jobpanel.h"
+
+#include <QApplication>
+#include <QDir>
+
+namespace {
+
+constexpr int NotKept = 2;
+
+} // namespace
+
+Ending::Ending(Job& job, JobPanel& panel, std::unique_ptr<NoiKeeper> noi)
+    : m_job(job), m_panel(panel), m_noi(std::move(noi)) {
+    connect(&m_signals, &EndSignals::Came, this, &Ending::end);
+    // The session may go on after this, or end the program without another word.
+    connect(qApp, &QGuiApplication::commitDataRequest, this, &Ending::Keep);
+}
+
+bool Ending::MayClose() {
+    if (m_attended)
+        return m_panel.MayLeave() && (!m_noi || m_noi->MayLeave());
+    Keep();
+    return true;
+}
+
+void Ending::Keep() {
+    const bool jobIsKept = keepJob();
+    const bool noiIsKept = !m_noi || m_noi->Keep();
+    m_exitCode = jobIsKept && noiIsKept ? 0 : NotKept;
+}
+
+bool Ending::keepJob() {
+    if (!m_job.HasUnsavedChanges())
+        return true;
+    if (m_jobCopy.isEmpty())
+        m_jobCopy = FreeName(QDir::current().filePath(QStringLiteral("Unsaved.pij")));
+    if (!m_job.SaveCopy(m_jobCopy))
+        return false;
+    const QString job = m_job.GetFileName();
+    Problems::Report("ending", 48,
+                     {m_jobCopy, 0,
+                      job.isEmpty() ? tr("keeps the memory channels, which were in no job")
+                                    : tr("keeps the unsaved changes of the job ") + job});
+    return true;
+}
+
+void Ending::end() {
+    m_isEnding = true;
+    Keep();
+    emit Begins();
+    QApplication::exit(m_exitCode); // the loops of open dialogs, too
+}
+
+void Ending::Finish() const {
+    if (m_noi)
+        m_noi->RememberFile();
+}
