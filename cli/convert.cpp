@@ -1,7 +1,7 @@
 #include "cli/arguments.h"
 #include "cli/command.h"
-#include "host/freqstorexml/csvoptions.h"
 #include "cli/samefile.h"
+#include "host/freqstorexml/csvoptions.h"
 
 int RunConvert(const QStringList& arguments) {
     Arguments args(

@@ -116,7 +116,7 @@ bool Job::SaveAs(const QString& path) {
 bool Job::SaveCopy(const QString& path) {
     channels().UpdateJobFileEntries();
     const QString& text = m_text->GetValue();
-    return WriteJobText(path, text.isEmpty() ? newJob(channels().GetData4JobFile()) : text);
+    return !WriteJobText(path, text.isEmpty() ? newJob(channels().GetData4JobFile()) : text).isEmpty();
 }
 
 bool Job::HasUnsavedChanges() {

@@ -84,6 +84,17 @@ bool IsChanged(const QString& path) {
     return !stamp.hash || stamp.state.size != state->size || stamp.hash != hashOf(path);
 }
 
+bool IsKnown(const QString& path, const QString& copy) {
+    const auto known = stamps().find(keyOf(path));
+    const std::optional<State> state = State::Of(copy);
+    return known != stamps().end() && state && known->second.hash &&
+           known->second.state.size == state->size && known->second.hash == hashOf(copy);
+}
+
+void NoteBeside(const QString& path, const QString& copy) {
+    note(path, State::Of(copy), hashOf(copy));
+}
+
 void ForgetAll() {
     stamps().clear();
 }

@@ -14,6 +14,11 @@ void NoteRead(const QString& path);
 /// Whether the file's content differs from what this process knows of it; false for a file that it never
 /// read, and for one that has gone.
 bool IsChanged(const QString& path);
+/// Whether `copy` holds what this process knows of `path`, whatever stands there now: a writer with nothing
+/// new.
+bool IsKnown(const QString& path, const QString& copy);
+/// Notes the content of `copy`, which stands beside the file, as what this process knows of `path`.
+void NoteBeside(const QString& path, const QString& copy);
 /// Forgets all files, as a program does that begins anew within its process.
 void ForgetAll();
 

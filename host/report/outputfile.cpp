@@ -31,6 +31,11 @@ void tellFailure(const QString& fileName, const QString& reason) {
     Problems::Tell(*lastFailure());
 }
 
+void tellKept(const QString& fileName, const QString& instead) {
+    Problems::Report("outputfile", 232,
+                     {fileName, 0, QStringLiteral("was changed by another program and is kept; ") + instead});
+}
+
 QString cannotBeWritten(const QString& reason) {
     return QStringLiteral("cannot be written: ") + reason;
 }
@@ -232,10 +237,9 @@ void OutputFile::moveBeside() {
         QFile::remove(m_writtenName);
         check(false);
     }
-    Problems::Report(
-        "outputfile", 232,
-        {m_fileName, 0,
-         QStringLiteral("was changed by another program and is kept; written as ") + m_writtenName});
+    FileStamps::NoteRead(m_writtenName);
+    FileStamps::NoteBeside(m_target, m_writtenName);
+    tellKept(m_fileName, QStringLiteral("written as ") + m_writtenName);
 }
 
 void OutputFile::Commit() {
@@ -243,10 +247,14 @@ void OutputFile::Commit() {
     m_writtenName = m_fileName;
     if (!holdSameBytes(m_temporary->Name(), m_target)) {
         check(m_temporary->Sync());
-        if (!m_replaceAnyway && FileStamps::IsChanged(m_target))
-            moveBeside();
-        else
-            check(m_temporary->MoveTo(m_target));
+        if (!m_replaceAnyway && FileStamps::IsChanged(m_target)) {
+            if (FileStamps::IsKnown(m_target, m_temporary->Name()))
+                tellKept(m_fileName, QStringLiteral("nothing is written, since nothing is new"));
+            else
+                moveBeside();
+            return;
+        }
+        check(m_temporary->MoveTo(m_target));
     }
     FileStamps::NoteRead(m_writtenName);
 }

@@ -18,7 +18,8 @@ namespace REPORTGENERATOR {
 /// The permissions of an old file are kept; one that holds the same bytes already is left as it is.
 ///
 /// A file that this process has read (see FileStamps) and another program has changed since is kept; the new
-/// one is then written beside it, which is told.
+/// one is then written beside it, which is told. Bytes that this process has read from it, or written beside
+/// it already, are nothing new: then nothing is written.
 ///
 /// All operations throw RGException "file: reason". Each failure has then been told to the operator, once:
 /// whoever catches it has only to trace it. A file that is destroyed without Commit() leaves the old one

@@ -1,5 +1,5 @@
 #include "cli/list.h"
-#include "controls/frequencystore/listviewshandler/fileproblems.h"
+#include "host/base/fileproblems.h"
 #include "controls/frequencystore/listviewshandler/generallistparser.h"
 #include "controls/frequencystore/memorysystemhandling/jobfile.h"
 #include "controls/frequencystore/memorysystemhandling/memoryscansection.h"

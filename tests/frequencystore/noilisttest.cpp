@@ -505,16 +505,21 @@ TEST_F(NoiListTest, AFailedSaveLeavesTheOldFileAndIsTold) {
 TEST_F(NoiListTest, TheEndKeepsWhatAnotherWorkstationSavedMeanwhile) {
     const QByteArray ours = Utf16(Q("7055000.000000\tours\t10.000000\t\n\n"));
     const QByteArray theirs = Utf16(Q("8000000.000000\ttheirs\t10.000000\t\n\n"));
-    Write(Q("list.noi"), ours);
-    for (const bool changed : {false, true}) {
-        Start(Q("list.noi"));
-        if (changed)
+    const struct { bool theyChanged, weChanged; } rows[] = {{false, false}, {true, false}, {true, true}};
+    for (const auto& [theyChanged, weChanged] : rows) {
+        Write(Q("list.noi"), ours);
+        NOIFrequencyHandler& handler = Start(Q("list.noi"));
+        if (theyChanged)
             Write(Q("list.noi"), theirs);
+        if (weChanged)
+            handler.InsertNewValue(9e6, 10, Q("new"));
         const Traces traces;
         End();
-        EXPECT_EQ(Read(Q("list.noi")), changed ? theirs : ours);
-        EXPECT_EQ(Read(Q("list-2.noi")), changed ? ours : QByteArray("<no such file>"));
-        EXPECT_EQ(traces.problems.size(), changed ? 1 : 0);
+        EXPECT_EQ(Read(Q("list.noi")), theyChanged ? theirs : ours);
+        EXPECT_EQ(Read(Q("list-2.noi")), weChanged
+                                             ? ours + Utf16(Q("9000000.000000\tnew\t10.000000\t\n\n")).mid(2)
+                                             : QByteArray("<no such file>"));
+        EXPECT_EQ(traces.problems.size(), theyChanged ? 1 : 0);
     }
 }
 

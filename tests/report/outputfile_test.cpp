@@ -211,11 +211,24 @@ TEST_F(OutputFiles, WhatAnotherProgramChangedIsKept) {
         EXPECT_EQ(traces.problems,
                   QStringList(Path("list.xml") + ": was changed by another program and is kept; written as " +
                               Path("list-3.xml")));
+        Save("list.xml", "ours"); // once more, as a window and its list do at the end
+        EXPECT_FALSE(QFile::exists(Path("list-4.xml"))) << row.name;
         OutputFile file(Path("list.xml"));
         file.ReplaceAnyway();
         EXPECT_EQ(Save(file, Path("list.xml"), "ours"), Path("list.xml")) << row.name;
         EXPECT_EQ(Read("list.xml"), "ours") << row.name;
     }
+}
+
+TEST_F(OutputFiles, WhoHasNothingNewWritesNothing) {
+    Write("list.xml", "old");
+    FileStamps::NoteRead(Path("list.xml"));
+    Write("list.xml", "theirs");
+    const Traces traces;
+    EXPECT_EQ(Save("list.xml", "old"), Path("list.xml"));
+    EXPECT_EQ(Read("list.xml"), "theirs");
+    EXPECT_EQ(FileNames(), QStringList("list.xml"));
+    EXPECT_EQ(traces.problems.size(), 1);
 }
 
 TEST_F(OutputFiles, BesideNamesKeepFolderAndEnding) {

@@ -32,7 +32,7 @@
 
 namespace {
 
-void Write(const QString& path, const QByteArray& bytes) {
+void writeFile(const QString& path, const QByteArray& bytes) {
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(bytes);
@@ -46,20 +46,20 @@ TEST(Samples, AreFoundBesideTheInstalledProgramAndAboveABuiltOne) {
     ASSERT_TRUE(folder.mkpath("work/samples"));
     ASSERT_TRUE(folder.mkpath("usr/bin"));
     ASSERT_TRUE(folder.mkpath("usr/share/frequencystore/samples"));
-    EXPECT_EQ(FindSamples(Path("usr/bin")), QString());
+    EXPECT_EQ(FindSamples(folder.filePath("usr/bin")), QString());
     for (const char* place : {"work/samples/targets.xml", "usr/share/frequencystore/samples/targets.xml"})
-        Write(Path(place), "<FrequencyStoreList/>");
-    EXPECT_EQ(FindSamples(Path("work/build/dev")), Path("work/samples"));
-    EXPECT_EQ(FindSamples(Path("work/build")), Path("work/samples"));
-    EXPECT_EQ(FindSamples(Path("usr/bin")), Path("usr/share/frequencystore/samples"));
+        writeFile(folder.filePath(place), "<FrequencyStoreList/>");
+    EXPECT_EQ(FindSamples(folder.filePath("work/build/dev")), folder.filePath("work/samples"));
+    EXPECT_EQ(FindSamples(folder.filePath("work/build")), folder.filePath("work/samples"));
+    EXPECT_EQ(FindSamples(folder.filePath("usr/bin")), folder.filePath("usr/share/frequencystore/samples"));
 }
 
 TEST(FileKinds, AreToldByNameOrByTheRootElement) {
     const QTemporaryDir folder;
-    const QString noi = Path("bands.xml");
-    Write(noi, "<?xml version=\"1.0\"?>\n<FrequencyStoreList Version=\"1\" Usage=\"NOI\"/>");
-    const QString broken = Path("broken.xml");
-    Write(broken, "<FrequencyStoreList Usage=");
+    const QString noi = folder.filePath("bands.xml");
+    writeFile(noi, "<?xml version=\"1.0\"?>\n<FrequencyStoreList Version=\"1\" Usage=\"NOI\"/>");
+    const QString broken = folder.filePath("broken.xml");
+    writeFile(broken, "<FrequencyStoreList Usage=");
     const std::pair<QString, FileKind> rows[] = {
         {sample("job-hf.pij"), FileKind::Job},      {sample("interest.noi"), FileKind::Noi},
         {sample("targets.xml"), FileKind::Targets}, {sample("profiles.xml"), FileKind::Targets},
