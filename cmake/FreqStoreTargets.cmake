@@ -35,10 +35,11 @@ if(FREQSTORE_FUZZ)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
-# Sources are globbed with CONFIGURE_DEPENDS throughout: a folder is a room, each file in it belongs to the room's target,
-# and one that a list forgets would be noticed only when something misses it.
+# Sources are globbed with CONFIGURE_DEPENDS throughout: a folder is a room, each file in it belongs to the room's
+# target, and a test file that a list forgets would not be missed.
 
-# The headers that nearly every file includes, compiled once for core modules, for those that know widgets, and for tests.
+# The headers that nearly every file includes, compiled once for core modules, for those that know widgets, and for
+# tests.
 function(freqstore_pch kind)
   add_library(freqstore_pch_${kind} OBJECT ${PROJECT_SOURCE_DIR}/cmake/pch.cpp)
   set_target_properties(freqstore_pch_${kind} PROPERTIES AUTOMOC OFF)
