@@ -38,37 +38,48 @@ if(FREQSTORE_FUZZ)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
-# The Qt headers that nearly every file includes, compiled once.
-add_library(freqstore_pch OBJECT ${CMAKE_CURRENT_LIST_DIR}/pch.cpp)
+# Sources are globbed with CONFIGURE_DEPENDS throughout: a folder is a room, each file in it belongs to the room's
+# target, and a test file that a list forgets would not be missed.
 
-function(freqstore_use_pch target)
-  target_precompile_headers(${target} REUSE_FROM freqstore_pch)
+# The headers that nearly every file includes, compiled once for core modules, for those that know widgets, and for
+# tests.
+function(freqstore_pch kind)
+  add_library(freqstore_pch_${kind} OBJECT ${PROJECT_SOURCE_DIR}/cmake/pch.cpp)
+  set_target_properties(freqstore_pch_${kind} PROPERTIES AUTOMOC OFF)
+  target_include_directories(freqstore_pch_${kind} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_link_libraries(freqstore_pch_${kind} PRIVATE ${ARGN})
+  target_precompile_headers(freqstore_pch_${kind} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/pch${kind}.h)
 endfunction()
 
-# A folder of sources as an object library named TARGET with an include interface from the repository root.
-function(freqstore_module target folder)
+function(freqstore_use_pch target kind)
+  target_precompile_headers(${target} REUSE_FROM freqstore_pch_${kind})
+endfunction()
+
+# The sources of one folder and those below it.
+function(freqstore_sources result folder)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.cpp ${PROJECT_SOURCE_DIR}/${folder}/*.h)
-  if(NOT sources)
-    set(sources ${PROJECT_SOURCE_DIR}/cmake/pch.cpp)
-  endif()
-  add_library(${target} OBJECT ${sources})
-  target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
-  target_link_libraries(${target} PUBLIC Qt6::Core Qt6::Gui Qt6::Widgets Qt6::Xml ${ARGN})
-  set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX)
-  freqstore_use_pch(${target})
+  set(${result} ${sources} PARENT_SCOPE)
+endfunction()
+
+# A room of the host as an object library. It links the rooms and the Qt libraries that it includes from: a core module
+# that includes a widget does not compile.
+function(freqstore_module module kind)
+  freqstore_sources(sources host/${module})
+  add_library(host_${module} OBJECT ${sources})
+  target_include_directories(host_${module} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_link_libraries(host_${module} PUBLIC ${ARGN})
+  freqstore_use_pch(host_${module} ${kind})
 endfunction()
 
 # The tests of one folder as one program; each test is a ctest test of its own.
 function(freqstore_test folder)
-  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${folder}/*.cpp)
-  if(NOT sources)
-    return()
-  endif()
+  freqstore_sources(sources tests/${folder})
   add_executable(test_${folder} ${sources} ${PROJECT_SOURCE_DIR}/tests/support/main.cpp)
   target_include_directories(test_${folder} PRIVATE ${PROJECT_SOURCE_DIR})
   target_link_libraries(test_${folder} PRIVATE ${ARGN} Qt6::Test GTest::gmock)
   target_compile_definitions(test_${folder} PRIVATE TEST_DATA_DIR="${PROJECT_SOURCE_DIR}/tests/data"
                                                     SAMPLES_DIR="${PROJECT_SOURCE_DIR}/samples")
+  freqstore_use_pch(test_${folder} tests)
   gtest_discover_tests(test_${folder} DISCOVERY_MODE PRE_TEST PROPERTIES ENVIRONMENT
                        "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8" TIMEOUT 300)
 endfunction()

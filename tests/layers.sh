@@ -1,40 +1,105 @@
 #!/usr/bin/env bash
-# The arrows of the house run one way: each folder includes only from the folders that it may, and no include
-# goes in a circle.
+# The arrows of the house run one way: each room includes only from the rooms that it may, no include goes in a circle,
+# and each source file is in a room.
 set -euo pipefail
+shopt -s globstar nullglob
 cd "$1"
 status=0
+fail() { echo "$1"; status=1; }
 
-may_include() { # FOLDER ALLOWED-REGEX
-    local bad
-    bad=$(grep -rnE '^#include "(host|controls|sweep|workstation|cli)/' "$1" --include='*.h' --include='*.cpp' |
-          grep -vE "#include \"($2)/" || true)
-    [ -z "$bad" ] || { echo "$1 must not include:"; echo "$bad"; status=1; }
+# A folder, or one file of it, and the rooms that it may include from besides its own.
+declare -A allowed
+room() { allowed[$1]="$*"; }
+tests_of() { allowed[$1]="$1 tests/support ${allowed[$2]}"; }
+
+room host/base
+room host/valuetree host/base
+room host/startup host/base host/valuetree
+room host/report host/base host/valuetree
+room host/freqstorexml host/base host/valuetree host/report
+room host/gui host/base host/valuetree host/startup
+room host/widgets host/base host/valuetree host/startup host/gui
+room host/freqlist host
+
+lists=controls/frequencystore
+room $lists/common host
+room $lists/files host $lists/common
+for list in targets memory noi results detections; do
+    room $lists/$list host $lists/common $lists/files
+done
+# One class makes the mediator for each kind of list.
+room $lists/common/halvonodemediatorctrl.cpp host $lists/common $lists/targets $lists/memory $lists/results
+# Files that are in no list's folder.
+room $lists host
+
+room sweep host/base host/valuetree host/report host/freqstorexml
+room cli host controls sweep
+room workstation host controls sweep
+
+room tests/support host/base
+for module in base valuetree startup report freqstorexml gui widgets freqlist; do
+    tests_of tests/$module host/$module
+done
+tests_of tests/frequencystore $lists
+tests_of tests/sweep sweep
+tests_of tests/cli cli
+tests_of tests/workstation workstation
+room bench host controls sweep workstation
+room fuzz host controls sweep
+# A plug-in has no more than the host's headers.
+room examples host
+
+room_of() { # PATH; the answer is in $found, as a subshell for each include takes seconds
+    found=$1
+    until [ -n "${allowed[$found]:-}" ]; do
+        case $found in
+        */*) found=${found%/*} ;;
+        *) found=; return ;;
+        esac
+    done
 }
 
-base=host/base
-tree="$base|host/valuetree"
-xml="$tree|host/startup|host/report|host/freqstorexml"
-gui="$xml|host/gui|host/widgets"
-may_include host/base "$base"
-may_include host/valuetree "$tree"
-may_include host/startup "$tree|host/startup"
-may_include host/report "$tree|host/report"
-may_include host/freqstorexml "$tree|host/report|host/freqstorexml"
-may_include host/gui "$xml|host/gui"
-may_include host/widgets "$gui"
-may_include host/freqlist "$gui|host/freqlist"
-may_include controls "host/[a-z]+|controls/frequencystore(/[a-z]+)?"
-may_include sweep "host/[a-z]+|sweep"
-may_include cli "host/[a-z]+|controls/frequencystore(/[a-z]+)?|sweep|cli"
-may_include workstation "host/[a-z]+|controls/frequencystore(/[a-z]+)?|sweep|workstation"
+check_include() { # FILE INCLUDED
+    local may
+    for may in ${allowed[$found]}; do
+        [[ $2 != "$may"/* ]] || return 0
+    done
+    fail "$1 must not include $2"
+}
 
-# The window knows no view, and no handler knows one either.
-views=$(grep -rnE '#include "controls/frequencystore/[a-z]*view\.h"' workstation controls/frequencystore/listviewshandler || true)
-[ -z "$views" ] || { echo "views are made by the store only:"; echo "$views"; status=1; }
+tops='host|controls|sweep|workstation|cli|tests|bench|fuzz|examples'
+folders=(host controls sweep workstation cli tests bench fuzz examples)
+includes=$(grep -rE '^ *# *include +(["<]('"$tops"')/|")' "${folders[@]}" --include='*.h' --include='*.cpp' |
+           sed -E 's/^([^:]+): *# *include +["<]([^">]+).*/\1 \2/')
+while read -r file included; do
+    room_of "$file"
+    if [[ ! $included =~ ^($tops)/ ]]; then
+        fail "$file: $included is not spelt from the root"
+    elif [ -n "$found" ]; then
+        check_include "$file" "$included"
+    fi
+done <<<"$includes"
+for folder in "${folders[@]}"; do
+    for file in "$folder"/**/*.{h,cpp}; do
+        room_of "$file"
+        [ -n "$found" ] || fail "$file is in no room"
+    done
+done
 
-# A circle of headers would make tsort complain.
-circle=$(grep -rE '^#include "(host|controls|sweep|workstation|cli)/' host controls sweep workstation cli --include='*.h' |
-         sed -E 's/^([^:]+):#include "([^"]+)".*/\1 \2/' | tsort 2>&1 >/dev/null || true)
-[ -z "$circle" ] || { echo "$circle"; status=1; }
+# Views are made by the store only: the programs know none, and of a list's files only other views do. A mediator fills
+# cells of the host's views; a handler, an entry or a reader knows no view at all.
+while read -r file included; do
+    case $file in
+    tests/* | bench/* | *view.h | *view.cpp) ;;
+    *) fail "$file must not include the view $included" ;;
+    esac
+done < <(grep -E ' controls/.*view\.h$' <<<"$includes" || true)
+while read -r file included; do
+    fail "$file must not include the view $included"
+done < <(grep -E '^controls/[^ ]+ host/.*view\.h$' <<<"$includes" |
+         grep -vE '^[^ ]+(view|mediator|mediatorctrl)\.(h|cpp) ' || true)
+
+# A circle of headers makes tsort complain.
+circle=$(grep -E '^[^ ]+\.h ' <<<"$includes" | tsort 2>&1 >/dev/null || true)
+[ -z "$circle" ] || fail "$circle"
 exit $status

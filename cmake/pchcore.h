@@ -1,18 +1,14 @@
+// The Qt headers that nearly every file of core modules includes.
 #pragma once
-#include <QAction>
-#include <QApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QHash>
-#include <QMenu>
 #include <QObject>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
-#include <QTreeWidget>
 #include <QVector>
-#include <QWidget>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
