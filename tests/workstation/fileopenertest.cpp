@@ -103,8 +103,9 @@ TEST_F(FileOpeners, AJobThatCannotBeOpenedDoesNotFreezeTheMemoryChannels) {
 TEST_F(FileOpeners, AListThatWaitsForAFileSaysSoWithAButtonBeside) {
     start({});
     station->GetWindow().resize(1200, 700);
+    Write("bad.csv", "Frequency,Bandwidth\n7055000,wide\n");
     const std::pair<const char*, std::function<void()>> lists[] = {
-        {"NOI Frequencies", [this] { NOIFrequencyHandler::Instance()->ReadFile(Path("gone.csv")); }},
+        {"NOI Frequencies", [this] { NOIFrequencyHandler::Instance()->ReadFile(Path("bad.csv")); }},
         {"Memory Channels", [this] { MemorySystemHandler::Instance()->ParseJobFile(Path("gone.pij")); }}};
     for (const auto& [tab, fail] : lists) {
         SCOPED_TRACE(tab);
