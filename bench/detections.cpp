@@ -2,8 +2,8 @@
 // time, and "goal" what must not be exceeded.
 
 #include "bench/figures.h"
-#include "controls/frequencystore/searchmcextendedvectorlistview.h"
-#include "controls/frequencystore/searchmcvectorlistview.h"
+#include "controls/frequencystore/detections/searchmcextendedvectorlistview.h"
+#include "controls/frequencystore/detections/searchmcvectorlistview.h"
 #include "host/base/numbers.h"
 #include "host/freqlist/pixstatevectorsearchmc.h"
 

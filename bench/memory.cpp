@@ -2,9 +2,9 @@
 // the ratio that must not be exceeded.
 
 #include "bench/figures.h"
-#include "controls/frequencystore/halvonodemediatorctrl.h"
-#include "controls/frequencystore/listviewshandler/targetlisthandler.h"
-#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/memory/memorysystemhandler.h"
+#include "controls/frequencystore/targets/targetlisthandler.h"
 #include "host/freqstorexml/liststreams.h"
 #include "host/valuetree/tree.h"
 

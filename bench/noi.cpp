@@ -1,9 +1,9 @@
 // Figures of the list of frequencies of interest. "ratio" is the time per entry of the large list against
 // that of the small one, or ours against the baseline; "goal" is what it must not exceed.
 
-#include "controls/frequencystore/halvonodemediatorctrl.h"
-#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
-#include "controls/frequencystore/searchmcnoilistview.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/noi/noifrequencyhandler.h"
+#include "controls/frequencystore/noi/searchmcnoilistview.h"
 #include "host/base/numbers.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"

@@ -1,10 +1,10 @@
 // How long the window keeps the operator waiting while a classifier adds a thousand results a second to a
 // list of a hundred thousand that is open: the longest time between two turns of the event loop.
 
-#include "controls/frequencystore/entries/searchmcdataresult.h"
-#include "controls/frequencystore/halvonodemediatorctrl.h"
-#include "controls/frequencystore/listviewshandler/searchmcdatahandler.h"
-#include "controls/frequencystore/searchmcdatalistview.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/results/searchmcdatahandler.h"
+#include "controls/frequencystore/results/searchmcdatalistview.h"
+#include "controls/frequencystore/results/searchmcdataresult.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/valuetree/tree.h"
 #include "workstation/application.h"

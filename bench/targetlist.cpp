@@ -2,11 +2,11 @@
 // their ratio; "goal" is the ratio (or the seconds, or the bytes) that must not be exceeded.
 
 #include "bench/figures.h"
-#include "controls/frequencystore/halvonodemediatorctrl.h"
-#include "controls/frequencystore/listviewshandler/targetlisthandler.h"
-#include "controls/frequencystore/listviewshandler/targetlistparser.h"
-#include "controls/frequencystore/wkflistview.h"
-#include "controls/frequencystore/wkfnodemediator.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/targets/targetlisthandler.h"
+#include "controls/frequencystore/targets/targetlistparser.h"
+#include "controls/frequencystore/targets/wkflistview.h"
+#include "controls/frequencystore/targets/wkfnodemediator.h"
 #include "host/base/numbers.h"
 #include "host/base/tokenizer.h"
 #include "host/freqlist/freqstore.h"

@@ -2,13 +2,12 @@
 #include "cli/command.h"
 #include "cli/output.h"
 #include "cli/samefile.h"
-#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
+#include "controls/frequencystore/common/paths.h"
+#include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "host/report/outputfile.h"
 #include "host/valuetree/tree.h"
 
 namespace {
-
-constexpr char DefinitionPath[] = "/Lists/NOIDefinition";
 
 bool writeFile(const QString& path, const std::string& line) {
     try {
@@ -43,8 +42,9 @@ int RunBands(const QStringList& arguments) {
     }
     const ProblemPrinter problems;
     const std::unique_ptr<CliList> list = MakeList(QStringLiteral("noi"));
-    const auto* definition = GetOrCreateValue<Value<QString>>(QString::fromLatin1(DefinitionPath));
-    NOIFrequencyHandler::Instance()->SetNOIDefinition_ValuePath(QString::fromLatin1(DefinitionPath));
+    Tree::Instance()->MakeNode(Paths::NoiNode);
+    const auto* definition = GetOrCreateValue<Value<QString>>(Paths::NoiDefinition);
+    NOIFrequencyHandler::Instance()->SetNOIDefinition_ValuePath(Paths::NoiDefinition);
     if (!list->Read(args.Files().first()))
         return ExitFile;
     const std::string line = definition->GetValue().toStdString() + '\n';

@@ -1,6 +1,6 @@
 #include "cli/jsonfile.h"
 #include "cli/list.h"
-#include "controls/frequencystore/searchmcrecords.h"
+#include "controls/frequencystore/detections/searchmcrecords.h"
 #include "host/base/datetime.h"
 #include "host/base/numbers.h"
 #include "host/base/problems.h"

@@ -1,7 +1,7 @@
 #include "cli/jsonfile.h"
 
 #include "cli/list.h"
-#include "controls/frequencystore/entries/keys.h"
+#include "controls/frequencystore/common/keys.h"
 #include "host/base/numbers.h"
 #include "host/report/byteinput.h"
 #include "host/report/outputfile.h"

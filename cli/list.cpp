@@ -4,12 +4,13 @@
 #include "cli/memorylist.h"
 #include "cli/output.h"
 #include "cli/progressbar.h"
-#include "controls/frequencystore/entries/noifrequency.h"
-#include "controls/frequencystore/entries/wkflistentry.h"
-#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
-#include "controls/frequencystore/listviewshandler/targetlisthandler.h"
-#include "controls/frequencystore/listviewshandler/targetlistparser.h"
-#include "controls/frequencystore/memorysystemhandling/memoryscansection.h"
+#include "controls/frequencystore/common/paths.h"
+#include "controls/frequencystore/memory/memoryscansection.h"
+#include "controls/frequencystore/noi/noifrequency.h"
+#include "controls/frequencystore/noi/noifrequencyhandler.h"
+#include "controls/frequencystore/targets/targetlisthandler.h"
+#include "controls/frequencystore/targets/targetlistparser.h"
+#include "controls/frequencystore/targets/wkflistentry.h"
 #include "host/base/problems.h"
 #include "host/freqstorexml/filehandling.h"
 #include "host/report/xmlscanner.h"
@@ -22,7 +23,7 @@ namespace {
 /// What the commands need to know of a list that a handler owns.
 template <typename Handler>
 struct HandlerUse {
-    const char* listPath;
+    QLatin1String listPath;
     const char* entryName;
     void (*start)(Handler&, Node*);
     GeneralListParser& (*parser)(Handler&); ///< which brackets the entries of a file
@@ -34,7 +35,7 @@ template <typename Handler, typename Entry>
 class HandlerList : public CliList {
 public:
     explicit HandlerList(const HandlerUse<Handler>& use)
-        : m_use(use), m_node(Tree::Instance()->MakeNode(QString::fromLatin1(use.listPath))) {
+        : m_use(use), m_node(Tree::Instance()->MakeNode(use.listPath)) {
         use.start(handler(), m_node);
     }
     ~HandlerList() override {
@@ -82,8 +83,7 @@ constexpr FileMark NoiWritten[] = {
 
 std::unique_ptr<CliList> makeTargets() {
     static const HandlerUse<TargetListHandler> use = {
-        "/Lists/LocalTargetList", "Target",
-        [](TargetListHandler& handler, Node* node) { handler.Init(node, false); },
+        Paths::Targets, "Target", [](TargetListHandler& handler, Node* node) { handler.Init(node, false); },
         [](TargetListHandler& handler) -> GeneralListParser& { return *handler.GetParser(); },
         FileNames{.read = TargetsRead, .written = TargetsWritten, .readsProfiles = true}};
     return std::make_unique<HandlerList<TargetListHandler, WkfListEntry>>(use);
@@ -91,7 +91,7 @@ std::unique_ptr<CliList> makeTargets() {
 
 std::unique_ptr<CliList> makeNoi() {
     static const HandlerUse<NOIFrequencyHandler> use = {
-        "/Lists/NOIFrequencies", "Entry",
+        Paths::Noi, "Entry",
         [](NOIFrequencyHandler& handler, Node* node) {
             handler.SetRemembersFile(false);
             handler.Init(node);

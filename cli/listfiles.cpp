@@ -1,6 +1,6 @@
 #include "cli/listfiles.h"
 
-#include "controls/frequencystore/listviewshandler/filekind.h"
+#include "controls/frequencystore/files/filekind.h"
 #include "host/freqstorexml/filehandling.h"
 
 #include <QStringList>

@@ -1,12 +1,12 @@
 #include "cli/memorylist.h"
 
 #include "cli/jsonfile.h"
-#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
+#include "controls/frequencystore/common/paths.h"
+#include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "host/valuetree/tree.h"
 
 namespace {
 
-constexpr char JobPath[] = "/JEN/Job";
 constexpr char EntryName[] = "MemItem";
 constexpr FileMark MarksRead[] = {
     {".xml", FileFormat::StoreXml}, {".sfl", FileFormat::SflLines}, {".pij", FileFormat::Job}};
@@ -23,26 +23,24 @@ void makeEntry(Node& node) {
 
 } // namespace
 
-MemoryList::MemoryList(bool vuhf)
-    : m_node(Tree::Instance()->MakeNode(QStringLiteral("/Lists/MemoryChannels"))) {
-    const QString job = QStringLiteral("/JEN/Job/");
-    Tree::Instance()->MakeNode(QString::fromLatin1(JobPath));
+MemoryList::MemoryList(bool vuhf) : m_node(Tree::Instance()->MakeNode(Paths::MemoryChannels)) {
+    Tree::Instance()->MakeNode(Paths::Job);
     handler().SetListType(vuhf ? MediatorType::MemoryVUHF : MediatorType::MemoryHF);
     handler().Init(m_node);
-    for (const char* name : {"File", "MemoryScan"})
-        GetOrCreateValue<Value<QString>>(job + QString::fromLatin1(name));
-    handler().SetJobfile_ValuePath(job + QStringLiteral("File"));
-    handler().SetData4Jobfile_ValuePath(job + QStringLiteral("MemoryScan"));
+    for (const QLatin1String path : {Paths::JobText, Paths::JobSection})
+        GetOrCreateValue<Value<QString>>(path);
+    handler().SetJobfile_ValuePath(Paths::JobText);
+    handler().SetData4Jobfile_ValuePath(Paths::JobSection);
 }
 
 MemoryList::~MemoryList() {
     // The command line said what is saved: the job is let go of, and nobody is asked about it.
-    auto* job = GetOrCreateValue<Value<QString>>(QString::fromLatin1(JobPath) + QStringLiteral("/File"));
+    auto* job = GetOrCreateValue<Value<QString>>(Paths::JobText);
     job->SetValue(QString(), &handler());
     job->HasChanged(TChangeCode::ValueChanged);
     MemorySystemHandler::DeleteInstance();
     m_node->DeleteChildren();
-    Tree::Instance()->GetNode(QString::fromLatin1(JobPath))->DeleteChildren();
+    Tree::Instance()->GetNode(Paths::Job)->DeleteChildren();
 }
 
 const FileNames& MemoryList::Names() const {

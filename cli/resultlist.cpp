@@ -1,10 +1,11 @@
 #include "cli/jsonfile.h"
 #include "cli/list.h"
-#include "controls/frequencystore/entries/searchmcdataresult.h"
-#include "controls/frequencystore/halvonodemediatorctrl.h"
-#include "controls/frequencystore/listviewshandler/filekind.h"
-#include "controls/frequencystore/listviewshandler/searchmcdatahandler.h"
-#include "controls/frequencystore/listviewshandler/searchmcdatareader.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/common/paths.h"
+#include "controls/frequencystore/files/filekind.h"
+#include "controls/frequencystore/results/searchmcdatahandler.h"
+#include "controls/frequencystore/results/searchmcdatareader.h"
+#include "controls/frequencystore/results/searchmcdataresult.h"
 #include "host/valuetree/tree.h"
 
 namespace {
@@ -16,7 +17,7 @@ constexpr FileNames ResultNames{.read = MarksRead, .written = MarksWritten};
 /// Results of a classifier. A name with ".csv" is written in the list's own export form, one line per result.
 class ResultList final : public CliList {
 public:
-    ResultList() : m_node(Tree::Instance()->MakeNode(QStringLiteral("/Lists/SearchMCDataResults"))) {
+    ResultList() : m_node(Tree::Instance()->MakeNode(Paths::Results)) {
         SearchMCDataHandler::Instance()->Init(m_node);
     }
     ~ResultList() override {

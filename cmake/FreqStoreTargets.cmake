@@ -77,8 +77,7 @@ function(freqstore_test folder)
   add_executable(test_${folder} ${sources} ${PROJECT_SOURCE_DIR}/tests/support/main.cpp)
   target_include_directories(test_${folder} PRIVATE ${PROJECT_SOURCE_DIR})
   target_link_libraries(test_${folder} PRIVATE ${ARGN} Qt6::Test GTest::gmock)
-  target_compile_definitions(test_${folder} PRIVATE TEST_DATA_DIR="${PROJECT_SOURCE_DIR}/tests/data"
-                                                    SAMPLES_DIR="${PROJECT_SOURCE_DIR}/samples")
+  target_compile_definitions(test_${folder} PRIVATE SAMPLES_DIR="${PROJECT_SOURCE_DIR}/samples")
   freqstore_use_pch(test_${folder} tests)
   gtest_discover_tests(test_${folder} DISCOVERY_MODE PRE_TEST PROPERTIES ENVIRONMENT
                        "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8" TIMEOUT 300)

@@ -1,6 +1,6 @@
-#include "controls/frequencystore/memorysystemhandling/jobfile.h"
+#include "controls/frequencystore/memory/jobfile.h"
 
-#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
+#include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "host/valuetree/tree.h"
 
 #include <QCoreApplication>

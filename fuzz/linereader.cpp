@@ -1,5 +1,5 @@
-#include "controls/frequencystore/halvonodemediatorctrl.h"
-#include "controls/frequencystore/listviewshandler/targetlistparser.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/targets/targetlistparser.h"
 #include "host/report/rgexception.h"
 #include "host/valuetree/tree.h"
 

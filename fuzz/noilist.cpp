@@ -1,4 +1,4 @@
-#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
+#include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "host/valuetree/tree.h"
 
 #include <QCoreApplication>

@@ -29,8 +29,6 @@ for list in targets memory noi results detections; do
 done
 # One class makes the mediator for each kind of list.
 room $lists/common/halvonodemediatorctrl.cpp host $lists/common $lists/targets $lists/memory $lists/results
-# Files that are in no list's folder.
-room $lists host
 
 room sweep host/base host/valuetree host/report host/freqstorexml
 room cli host controls sweep
@@ -40,7 +38,7 @@ room tests/support host/base
 for module in base valuetree startup report freqstorexml gui widgets freqlist; do
     tests_of tests/$module host/$module
 done
-tests_of tests/frequencystore $lists
+room tests/frequencystore tests/support host $lists/{common,files,targets,memory,noi,results,detections}
 tests_of tests/sweep sweep
 tests_of tests/cli cli
 tests_of tests/workstation workstation

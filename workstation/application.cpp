@@ -1,13 +1,14 @@
 #include "workstation/application.h"
 
-#include "controls/frequencystore/entries/keys.h"
-#include "controls/frequencystore/halvonodemediatorctrl.h"
-#include "controls/frequencystore/listviewshandler/detconvlisthandler.h"
-#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
-#include "controls/frequencystore/listviewshandler/searchmcdatahandler.h"
-#include "controls/frequencystore/listviewshandler/searchmcdatareader.h"
-#include "controls/frequencystore/listviewshandler/targetlisthandler.h"
-#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/common/keys.h"
+#include "controls/frequencystore/common/paths.h"
+#include "controls/frequencystore/detections/detconvlisthandler.h"
+#include "controls/frequencystore/memory/memorysystemhandler.h"
+#include "controls/frequencystore/noi/noifrequencyhandler.h"
+#include "controls/frequencystore/results/searchmcdatahandler.h"
+#include "controls/frequencystore/results/searchmcdatareader.h"
+#include "controls/frequencystore/targets/targetlisthandler.h"
 #include "host/base/problems.h"
 #include "host/base/terminaltext.h"
 #include "host/base/trace.h"
@@ -52,10 +53,6 @@
 
 namespace {
 
-constexpr char TargetsPath[] = "/Lists/LocalTargetList";
-constexpr char NoiPath[] = "/Lists/NOIFrequencies";
-constexpr char ResultsPath[] = "/Lists/SearchMCDataResults";
-constexpr char MemoryPath[] = "/Lists/MemoryChannels";
 /// What a plug-in exports: called once after the store's own lists stand, and once before the end.
 constexpr char PlugInStart[] = "FrequencyStorePlugInStart";
 constexpr char PlugInStop[] = "FrequencyStorePlugInStop";
@@ -306,7 +303,7 @@ void Workstation::registerLists() {
         m_options.files.isEmpty() && !m_options.demo &&
         QFileInfo::exists(CfgCenter::GetAppCfg(ICfg::StartUp)
                               .GetFilePath(QStringLiteral("LocalTargetList"), QStringLiteral("Targets.xml")));
-    Node* targets = Tree::Instance()->MakeNode(QString::fromLatin1(TargetsPath));
+    Node* targets = Tree::Instance()->MakeNode(Paths::Targets);
     TargetListHandler& handler = *TargetListHandler::Instance();
     handler.Init(targets, haveDefault);
     m_targetsId = handler.AddToFreqStore();
@@ -336,10 +333,10 @@ QString Workstation::forgetLostNoi() const {
 void Workstation::registerNoi() {
     NOIFrequencyHandler* list = NOIFrequencyHandler::Instance();
     list->SetRemembersFile(remembersNoi());
-    list->Init(Tree::Instance()->MakeNode(QString::fromLatin1(NoiPath)));
+    list->Init(Tree::Instance()->MakeNode(Paths::Noi));
     list->SetFrequencyValue_Path(m_receiver->PathOf(Keys::KeyFrequency));
     list->SetBandwidthValue_Path(m_receiver->PathOf(Keys::KeyBandwidth));
-    list->SetNOIDefinition_ValuePath(NoiBands::ValuePath());
+    list->SetNOIDefinition_ValuePath(Paths::NoiDefinition);
     m_noiId = list->AddToFreqStore();
     if (list->GetItemsRoot()->ChildCount() > 0)
         m_opener->SetFileOf(FileGate::List::Noi, list->GetCurrentFileName());
@@ -359,7 +356,7 @@ void Workstation::registerDetections() {
 }
 
 void Workstation::registerResults() {
-    Node* results = Tree::Instance()->MakeNode(QString::fromLatin1(ResultsPath));
+    Node* results = Tree::Instance()->MakeNode(Paths::Results);
     SearchMCDataHandler::Instance()->Init(results);
     SearchMCDataHandler::Instance()->AddToFreqStore();
     m_classifier = std::make_unique<SimulatedClassifier>(m_options.receiver, *results);
@@ -369,12 +366,12 @@ void Workstation::registerMemoryChannels() {
     MemorySystemHandler& handler = *MemorySystemHandler::Instance();
     handler.SetListType(m_options.receiver == ReceiverKind::HF ? MediatorType::MemoryHF
                                                                : MediatorType::MemoryVUHF);
-    handler.Init(Tree::Instance()->MakeNode(QString::fromLatin1(MemoryPath)));
+    handler.Init(Tree::Instance()->MakeNode(Paths::MemoryChannels));
     for (const TemplateLink& link : TemplateLinks)
         (handler.*link.bind)(m_receiver->PathOf(link.setting));
-    handler.SetJobfile_ValuePath(Job::TextPath());
-    handler.SetData4Jobfile_ValuePath(Job::SectionPath());
-    handler.SetSave2Job_ValuePath(Job::SavePath());
+    handler.SetJobfile_ValuePath(Paths::JobText);
+    handler.SetData4Jobfile_ValuePath(Paths::JobSection);
+    handler.SetSave2Job_ValuePath(Paths::JobSave);
     m_memoryId = handler.AddToFreqStore();
 }
 

@@ -1,10 +1,10 @@
 #include "workstation/fileopener.h"
 
-#include "controls/frequencystore/halvonodemediatorctrl.h"
-#include "controls/frequencystore/listviewshandler/filelook.h"
-#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
-#include "controls/frequencystore/listviewshandler/targetlisthandler.h"
-#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/files/filelook.h"
+#include "controls/frequencystore/memory/memorysystemhandler.h"
+#include "controls/frequencystore/noi/noifrequencyhandler.h"
+#include "controls/frequencystore/targets/targetlisthandler.h"
 #include "host/base/problems.h"
 #include "workstation/memoryneed.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/frequencystore/listviewshandler/filegate.h"
+#include "controls/frequencystore/files/filegate.h"
 #include "workstation/filekinds.h"
 
 #include <QObject>

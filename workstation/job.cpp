@@ -1,30 +1,14 @@
 #include "workstation/job.h"
 
-#include "controls/frequencystore/memorysystemhandling/jobfile.h"
-#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
+#include "controls/frequencystore/common/paths.h"
+#include "controls/frequencystore/memory/jobfile.h"
+#include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "host/valuetree/tree.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 namespace {
-
-constexpr char JobPath[] = "/JEN/Job";
-constexpr char TextName[] = "File";
-constexpr char SectionName[] = "MemoryScan";
-constexpr char SaveName[] = "Save";
-constexpr char SuppressRestartName[] = "SuppressRestart";
-
-QString path(const char* name) {
-    return QString::fromLatin1(JobPath) + QLatin1Char('/') + QString::fromLatin1(name);
-}
-
-template <typename V>
-V* makeValue(Node& node, const char* name) {
-    auto* value = new V;
-    node.AddValue(QString::fromLatin1(name), value);
-    return value;
-}
 
 QString newJob(const QString& section) {
     return QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<JOB>\n <SUBJOB>\n  <TDS>\n") +
@@ -37,25 +21,12 @@ MemorySystemHandler& channels() {
 
 } // namespace
 
-QString Job::TextPath() {
-    return path(TextName);
-}
-
-QString Job::SectionPath() {
-    return path(SectionName);
-}
-
-QString Job::SavePath() {
-    return path(SaveName);
-}
-
 Job::Job() {
-    Node* node = Tree::Instance()->MakeNode(QString::fromLatin1(JobPath));
-    m_node = node;
-    m_text = makeValue<Value<QString>>(*node, TextName);
-    m_section = makeValue<Value<QString>>(*node, SectionName);
-    makeValue<Value<bool>>(*node, SaveName);
-    makeValue<Value<bool>>(*node, SuppressRestartName);
+    m_node = Tree::Instance()->MakeNode(Paths::Job);
+    m_text = GetOrCreateValue<Value<QString>>(Paths::JobText);
+    m_section = GetOrCreateValue<Value<QString>>(Paths::JobSection);
+    for (const QLatin1String flag : {Paths::JobSave, Paths::SuppressRestart})
+        GetOrCreateValue<Value<bool>>(flag);
     m_text->AddObserver(this);
     m_section->AddObserver(this);
     connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, [this] {

@@ -15,12 +15,6 @@ class Job : public QObject, private IObserver {
     Q_OBJECT
 
 public:
-    /// Path of the value with the job's text, of the one with the newest memory-scan section, and of the one
-    /// whose change asks for the job to be written.
-    static QString TextPath();
-    static QString SectionPath();
-    static QString SavePath();
-
     enum class FileState {
         None,    ///< no file is open
         Same,    ///< the file holds what the job holds

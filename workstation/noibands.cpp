@@ -1,19 +1,15 @@
 #include "workstation/noibands.h"
 
+#include "controls/frequencystore/common/paths.h"
 #include "host/base/numbers.h"
 #include "host/valuetree/tree.h"
 
 #include <algorithm>
 
 NoiBands::NoiBands(QObject* parent) : QObject(parent), m_value(this) {
-    const QString path = ValuePath();
-    Tree::Instance()->MakeNode(path.left(path.lastIndexOf(QLatin1Char('/'))));
-    m_value.Reset(GetOrCreateValue<Value<QString>>(path));
+    Tree::Instance()->MakeNode(Paths::NoiNode);
+    m_value.Reset(GetOrCreateValue<Value<QString>>(Paths::NoiDefinition));
     read();
-}
-
-QString NoiBands::ValuePath() {
-    return QStringLiteral("/NOI/Definition");
 }
 
 QString NoiBands::GetDefinition() const {

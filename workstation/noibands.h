@@ -21,8 +21,6 @@ public:
 
     explicit NoiBands(QObject* parent = nullptr);
 
-    /// Path of the value, which is the tree's.
-    static QString ValuePath();
     /// The text as it was published.
     QString GetDefinition() const;
     /// Number of bands in the text.

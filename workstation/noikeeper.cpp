@@ -1,8 +1,8 @@
 #include "workstation/noikeeper.h"
 
-#include "controls/frequencystore/halvonodemediatorctrl.h"
-#include "controls/frequencystore/listviewshandler/filelook.h"
-#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/files/filelook.h"
+#include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "host/base/problems.h"
 #include "host/startup/cfgcenter.h"
 #include "workstation/freename.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/frequencystore/entries/keys.h"
+#include "controls/frequencystore/common/keys.h"
 
 #include <QString>
 

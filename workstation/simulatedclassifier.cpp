@@ -1,6 +1,6 @@
 #include "workstation/simulatedclassifier.h"
 
-#include "controls/frequencystore/entries/searchmcdataresult.h"
+#include "controls/frequencystore/results/searchmcdataresult.h"
 #include "host/base/quoros.h"
 #include "host/valuetree/node.h"
 

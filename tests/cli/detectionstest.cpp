@@ -1,4 +1,4 @@
-#include "controls/frequencystore/searchmcrecords.h"
+#include "controls/frequencystore/detections/searchmcrecords.h"
 #include "tests/cli/runcli.h"
 
 #include <QFile>

@@ -1,8 +1,8 @@
 #include "cli/list.h"
+#include "controls/frequencystore/files/generallistparser.h"
+#include "controls/frequencystore/memory/jobfile.h"
+#include "controls/frequencystore/memory/memoryscansection.h"
 #include "host/base/fileproblems.h"
-#include "controls/frequencystore/listviewshandler/generallistparser.h"
-#include "controls/frequencystore/memorysystemhandling/jobfile.h"
-#include "controls/frequencystore/memorysystemhandling/memoryscansection.h"
 #include "tests/cli/runcli.h"
 #include "tests/support/testfolder.h"
 

@@ -1,13 +1,10 @@
 #pragma once
 
 #include "cli/command.h"
+#include "tests/support/text.h"
 
 #include <gtest/gtest.h>
 #include <string>
-
-inline QString Q(const char* text) {
-    return QString::fromUtf8(text);
-}
 
 /// The path of a sample file.
 inline QString Sample(const QString& name) {

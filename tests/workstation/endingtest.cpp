@@ -1,8 +1,8 @@
 #include "workstation/ending.h"
 
-#include "controls/frequencystore/halvonodemediatorctrl.h"
-#include "controls/frequencystore/listviewshandler/filelook.h"
-#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/files/filelook.h"
+#include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "host/report/outputfile.h"
 #include "host/startup/cfgcenter.h"
 #include "tests/support/dialogs.h"

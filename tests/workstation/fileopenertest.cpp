@@ -1,7 +1,7 @@
 #include "workstation/fileopener.h"
 
-#include "controls/frequencystore/halvonodemediatorctrl.h"
-#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "host/freqlist/buttonbar.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/traces.h"

@@ -1,6 +1,7 @@
 #include "workstation/job.h"
 
-#include "controls/frequencystore/memorysystemhandling/memorysystemhandler.h"
+#include "controls/frequencystore/common/paths.h"
+#include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "host/valuetree/tree.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/traces.h"
@@ -42,7 +43,7 @@ protected:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no such file>");
     }
     static void setText(const QString& text) {
-        Tree::Instance()->GetValue(Job::TextPath())->SetStringValue(text);
+        Tree::Instance()->GetValue(Paths::JobText)->SetStringValue(text);
     }
     /// A new channel, as a list view makes it.
     static void addChannel() { MemorySystemHandler::Instance()->SetNewEntry(7055000, 2700, "new", "LSB"); }
@@ -51,9 +52,9 @@ protected:
     Jobs() {
         MemorySystemHandler& handler = *MemorySystemHandler::Instance();
         handler.Init(Tree::Instance()->MakeNode("/Lists/Memory"));
-        handler.SetJobfile_ValuePath(Job::TextPath());
-        handler.SetData4Jobfile_ValuePath(Job::SectionPath());
-        handler.SetSave2Job_ValuePath(Job::SavePath());
+        handler.SetJobfile_ValuePath(Paths::JobText);
+        handler.SetData4Jobfile_ValuePath(Paths::JobSection);
+        handler.SetSave2Job_ValuePath(Paths::JobSave);
     }
     ~Jobs() override {
         job.Revert();

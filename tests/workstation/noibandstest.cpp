@@ -1,9 +1,11 @@
 #include "workstation/noibands.h"
 
-#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
+#include "controls/frequencystore/common/paths.h"
+#include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "host/freqlist/freqstore.h"
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
+#include "tests/support/text.h"
 #include "workstation/application.h"
 #include "workstation/bandspanel.h"
 #include "workstation/frequencybar.h"
@@ -29,10 +31,6 @@ static std::ostream& operator<<(std::ostream& out, const Band& band) {
 }
 
 namespace {
-
-QString Q(const char* text) {
-    return QString::fromUtf8(text);
-}
 
 TEST(NoiBandTexts, AreParsedAndJoined) {
     struct {
@@ -86,7 +84,7 @@ protected:
         m_receiver.Start();
         m_window = std::make_unique<MainWindow>(m_receiver);
         m_window->resize(1200, 700);
-        m_value = Tree::Instance()->Find<Value<QString>>(NoiBands::ValuePath());
+        m_value = Tree::Instance()->Find<Value<QString>>(Paths::NoiDefinition);
         ASSERT_NE(m_value, nullptr);
     }
     void TearDown() override {
@@ -201,7 +199,7 @@ TEST_F(NoiWorkstation, TheListIsATabWithBandsAndIsThereTheNextTime) {
         EXPECT_TRUE(titles.contains(Q("NOI Frequencies"))) << titles.join(QLatin1Char('|')).toStdString();
         NOIFrequencyHandler::Instance()->InsertNewValue(-1, 0, QString());
         NOIFrequencyHandler::Instance()->InsertNewValue(7055000, 3000, Q("c"));
-        bands = Tree::Instance()->Find<Value<QString>>(NoiBands::ValuePath())->GetValue();
+        bands = Tree::Instance()->Find<Value<QString>>(Paths::NoiDefinition)->GetValue();
         EXPECT_EQ(bands, Q("6057000,6063000;7053500,7056500;")) << "new entries are the receiver's";
         EXPECT_EQ(workstation.GetWindow().GetBands().GetBands().size(), 2u);
     }

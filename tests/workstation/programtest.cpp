@@ -1,4 +1,4 @@
-#include "controls/frequencystore/listviewshandler/filelook.h"
+#include "controls/frequencystore/files/filelook.h"
 #include "tests/support/testfolder.h"
 
 #include <QProcess>

@@ -1,3 +1,4 @@
+#include "controls/frequencystore/common/paths.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqlist/valuelistmediator.h"
@@ -330,7 +331,7 @@ TEST_F(Receivers, StepsGoFromBandToBandWithinReach) {
     NoiBands bands;
     BandSteps steps(*receiver, bands);
     EXPECT_TRUE(steps.isHidden()) << "there are no bands";
-    ValueBase* definition = Tree::Instance()->GetValue(NoiBands::ValuePath());
+    ValueBase* definition = Tree::Instance()->GetValue(Paths::NoiDefinition);
     definition->SetStringValue("7000000,7200000;2181000,2183000;156000000,157000000;14000000,14350000;");
     EXPECT_FALSE(steps.isHidden());
     const auto* place = steps.findChild<QLabel*>("BandPlace");

@@ -1,6 +1,6 @@
 #include "workstation/simulatedclassifier.h"
 
-#include "controls/frequencystore/searchmcdatalistview.h"
+#include "controls/frequencystore/results/searchmcdatalistview.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/multiviewmediator.h"
 #include "host/valuetree/tree.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/frequencystore/listviewshandler/noifrequencyhandler.h"
+#include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "host/valuetree/tree.h"
 #include "tests/support/testfolder.h"
 #include "workstation/application.h"

@@ -1,0 +1,152 @@
+#include "controls/frequencystore/common/halvoitnodemediator.h"
+
+#include "host/base/numbers.h"
+#include "host/base/trace.h"
+#include "host/freqlist/frequencynodelistview.h"
+#include "host/valuetree/valueselection.h"
+
+namespace {
+
+ValueBase* numberOrSelection(ValueBase* value) {
+    return numeric_cast(value) || value_cast<ValueSelection>(value) ? value : nullptr;
+}
+
+/// Numbers of the fields of a plain entry's line.
+enum Field { FieldFrequency, FieldBandwidth, FieldComment, FieldDemodulation };
+constexpr unsigned char MaxFields = 15;
+
+} // namespace
+
+HalvoITNodeMediator::HalvoITNodeMediator(MediatorCtrl* controller, Observable* node, int kind,
+                                         MediatorType type)
+    : FrequencyNodeMediator(controller, node, kind), m_mediatorType(type) {
+    HalvoITNodeMediator::UpdateDependentValues();
+}
+
+void HalvoITNodeMediator::UpdateDependentValues() {
+    FrequencyNodeMediator::UpdateDependentValues();
+    Rebind(m_bandwidthSelection, numberOrSelection(OwnValue(Keys::BandwidthSel)));
+}
+
+bool HalvoITNodeMediator::GetBandwidthSelection(double& hertz, int) {
+    if (const IValueNumeric* number = numeric_cast(m_bandwidthSelection)) {
+        hertz = number->ValueAsDouble();
+        return true;
+    }
+    if (const auto* selection = value_cast<ValueSelection>(m_bandwidthSelection)) {
+        hertz = selection->GetCurrentValue();
+        return true;
+    }
+    return false;
+}
+
+bool HalvoITNodeMediator::SetBandwidthSelection(double hertz) {
+    if (IValueNumeric* number = numeric_cast(m_bandwidthSelection)) {
+        number->SetFromDouble(hertz);
+        return true;
+    }
+    auto* selection = value_cast<ValueSelection>(m_bandwidthSelection);
+    return selection && selection->Select(hertz, nullptr, false);
+}
+
+bool HalvoITNodeMediator::GetBandwidth(double& hertz, int subItem) {
+    return GetBandwidthSelection(hertz, subItem) || FrequencyNodeMediator::GetBandwidth(hertz, subItem);
+}
+
+void HalvoITNodeMediator::SetBandwidth(double hertz) {
+    if (!SetBandwidthSelection(hertz))
+        FrequencyNodeMediator::SetBandwidth(hertz);
+}
+
+bool HalvoITNodeMediator::GetType(char& type, int subItem) {
+    return FrequencyNodeMediator::GetType(type, subItem);
+}
+
+void HalvoITNodeMediator::Update(Observable* subject, TChangeCode code) {
+    if (subject == m_observable) {
+        auto* list = dynamic_cast<MultiViewMediatorCtrl*>(m_controller);
+        if (list && code == TChangeCode::Removing)
+            list->SetDirty(true);
+        else if (list)
+            list->SetEntryDirty(GetNode());
+        if (code == TChangeCode::MediatorNodeEnds) {
+            subject->DeleteObserver(this);
+            delete this;
+            return;
+        }
+        if (code != TChangeCode::Removing) {
+            UpdateDependentValues();
+            UpdateAllViewItems();
+            return;
+        }
+    }
+    if (code == TChangeCode::Removing)
+        ForgetIfRemoved(m_bandwidthSelection, subject);
+    FrequencyNodeMediator::Update(subject, code);
+}
+
+void HalvoITNodeMediator::UpdateMyViewItems(FrequencyNodeListView* view) {
+    FrequencyNodeMediator::UpdateMyViewItems(view);
+    FrequencyNodeMediatorViewItem* row = GetItem4View(view);
+    if (!row) {
+        TraceLazily("halvonodemediator", 96,
+                    [] { return QStringLiteral("No valid View Item for Memory - Field"); });
+        return;
+    }
+    // The bandwidth column has been filled through GetBandwidth, which prefers the selection.
+    view->sort();
+}
+
+QString HalvoITNodeMediator::NumberField(double value) {
+    QString text;
+    Quor::AppendFixed(text, value, 6);
+    return text;
+}
+
+QString HalvoITNodeMediator::ToString() {
+    double frequency = 0;
+    double bandwidth = 0;
+    if (!GetFrequency(frequency, 0))
+        return QString();
+    GetBandwidth(bandwidth, 0);
+    const QLatin1Char tab('\t');
+    return NumberField(frequency) + tab + NumberField(bandwidth) + tab + OneField(GetCommentString(0)) + tab +
+           OneField(GetDemodulationString(0)) + tab;
+}
+
+bool HalvoITNodeMediator::FromString(QString& line) {
+    QString fields[MaxFields];
+    const unsigned char count = Quor::separateString(line, fields, MaxFields);
+    bool any = false;
+    for (int field = 0; field < count; ++field)
+        any = SetValueFromString(field, fields[field]) || any;
+    return any;
+}
+
+bool HalvoITNodeMediator::SetValueFromString(int field, QString& text) {
+    double number = 0;
+    switch (field) {
+    case FieldFrequency:
+        if (!m_frequency || !Quor::ParseDouble(text, number))
+            return false;
+        SetFrequency(number);
+        return true;
+    case FieldBandwidth:
+        if (!Quor::ParseDouble(text, number))
+            return false;
+        if (SetBandwidthSelection(number))
+            return true;
+        FrequencyNodeMediator::SetBandwidth(number);
+        return m_bandwidth != nullptr;
+    case FieldComment:
+        SetComment(text);
+        return m_comment != nullptr;
+    case FieldDemodulation:
+        if (auto* offered = value_cast<ValueSelection>(m_demodulation))
+            return offered->Select(text);
+        SetDemodulation(text);
+        return m_demodulation != nullptr;
+    default:
+        return false;
+    }
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "controls/frequencystore/common/keys.h"
+#include "host/base/tokenizer.h"
+#include "host/freqlist/frequencynodemediator.h"
+
+/// Base of this library's mediators: adds the value "bandwidthsel", which some entries have instead of a
+/// plain bandwidth, the text of the bandwidth column, and the marking of the controller when the entry
+/// changes.
+class HalvoITNodeMediator : public FrequencyNodeMediator {
+public:
+    HalvoITNodeMediator(MediatorCtrl* controller, Observable* node, int kind, MediatorType type);
+
+    /// False when the entry has no bandwidth selection.
+    virtual bool SetBandwidthSelection(double hertz);
+    virtual bool GetBandwidthSelection(double& hertz, int subItem);
+    /// Takes the fields of a text line as `ToString` writes it; false when the text has none.
+    virtual bool FromString(QString& line);
+    /// Sets the value of one field, by its number, from its text; false when there is no such field or value.
+    virtual bool SetValueFromString(int field, QString& text);
+
+    /// The fields frequency, bandwidth (both in Hz), comment and demodulation, each followed by a TAB.
+    QString ToString() override;
+    void Update(Observable* subject, TChangeCode code) override;
+    void UpdateMyViewItems(FrequencyNodeListView* view) override;
+    bool GetBandwidth(double& hertz, int subItem) override;
+    void SetBandwidth(double hertz) override;
+    bool GetType(char& type, int subItem) override;
+
+    MediatorType GetMediatorType() const { return m_mediatorType; }
+
+protected:
+    void UpdateDependentValues() override;
+
+    static QString OneField(const QString& text) { return Quor::OneField(text); }
+    /// A number with six decimals, as lines carry it.
+    static QString NumberField(double value);
+
+private:
+    ValueBase* m_bandwidthSelection = nullptr; ///< a number or a selection
+    MediatorType m_mediatorType;
+};

@@ -1,9 +1,0 @@
-#include "controls/frequencystore/csvallowed.h"
-
-#include "host/startup/cfgcenter.h"
-
-bool CsvIsAllowed(const QString& part) {
-    const std::unique_ptr<ICfg> cfg(
-        CfgCenter::CreateCfg(QStringLiteral("FrequencyStore"), ICfg::PlugIn, part));
-    return cfg->GetBool(QStringLiteral("AllowExportToCsv"), false);
-}

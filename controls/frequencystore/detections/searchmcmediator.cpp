@@ -1,0 +1,137 @@
+#include "controls/frequencystore/detections/searchmcmediator.h"
+
+#include "controls/frequencystore/common/csvallowed.h"
+#include "controls/frequencystore/detections/detconvlisthandler.h"
+#include "host/freqlist/buttonbar.h"
+#include "host/gui/resortpopupmenu.h"
+
+#include <QCoreApplication>
+#include <QHeaderView>
+
+namespace SearchMC {
+namespace {
+
+using Bar = FreqStoreListViewButtonBar;
+
+constexpr char Context[] = "SearchMC";
+
+constexpr DetectionColumn PlainColumns[] = {
+    {QT_TRANSLATE_NOOP("SearchMC", "Frequency"), 0, "Frequency", _compNumericWithSuffix, 15},
+    {QT_TRANSLATE_NOOP("SearchMC", "ID"), 1, "Name", _compStandardString, 8},
+    {QT_TRANSLATE_NOOP("SearchMC", "Bandwidth"), 2, "Bandwidth", _compNumericWithSuffix, 12},
+    {QT_TRANSLATE_NOOP("SearchMC", "Level"), 3, "Level", _compStandardNumeric, 7},
+    {QT_TRANSLATE_NOOP("SearchMC", "From"), 4, "From", _compStandardNumeric, 20},
+    {QT_TRANSLATE_NOOP("SearchMC", "Until"), 5, "Until", _compStandardNumeric, 20},
+};
+
+} // namespace
+
+std::span<const DetectionColumn> Columns() {
+    return PlainColumns;
+}
+
+QString ColumnTitle(const DetectionColumn& column) {
+    return QCoreApplication::translate(Context, column.title);
+}
+
+void ArrangeList(VectorListViewBase& view, std::span<const DetectionColumn> columns) {
+    SortListView& list = *view.GetListView();
+    list.setAllColumnsShowFocus(true);
+    list.setSelectionMode(QAbstractItemView::ExtendedSelection);
+    list.setShowSortIndicator(true);
+    std::vector<int> widths;
+    for (const DetectionColumn& column : columns)
+        widths.push_back(column.width);
+    list.header()->setStretchLastSection(false); // its texts stand on the right, next to the others
+    list.FitColumns(widths);
+    list.SetColumnWidthPersistantName(view.objectName());
+}
+
+bool InitBar(VectorListViewBase& view, Bar& bar, bool& connected) {
+    bar.SetCaption(QCoreApplication::translate(Context, "Frequency Store - Detection Conventional"));
+    for (const Bar::Action action : {Bar::Copy, Bar::Save})
+        bar.GetAction(action)->setVisible(true);
+    bar.GetAction(Bar::Export)->setVisible(CsvIsAllowed());
+    if (std::exchange(connected, true))
+        return false;
+    bar.AttachView(&view);
+    auto* menu = new ResortPopupMenu(&view, "ViewMenu");
+    bar.AddActionsTo(*menu);
+    view.GetListView()->SetHeaderMenu(menu);
+    bar.OfferPause();
+    return true;
+}
+
+CopyIds::CopyIds() {
+    const auto id = [](const char* name) {
+        return FreqStore::Instance().GetCopyStructId(QString::fromLatin1(name));
+    };
+    frequency = id("Frequency");
+    comment = id("Comment");
+    bandwidth = id("Bandwidth");
+    type = id("Type");
+}
+
+QString CommentOf(const DetectionConventional& record) {
+    using Adapter = DetectionConventionalAdapter;
+    return QCoreApplication::translate(Context, "Detection %1, level %2, %3")
+        .arg(Adapter::GetName(record), Adapter::GetLevelString(record), Adapter::GetStartTimeString(record));
+}
+
+FreqStoreXml::FrequencyStoreEntry EntryOf(const DetectionConventional& record) {
+    FreqStoreXml::FrequencyStoreEntry entry;
+    entry.SetType(QString(QLatin1Char(DetectionConventionalAdapter::Type)));
+    entry.SetComment(CommentOf(record));
+    entry.GetFFM_Settings().GetFrequency().SetValue(record.GetFrequency());
+    entry.GetFFM_Settings().GetIFBandwidth().SetValue(record.GetBandwidth());
+    return entry;
+}
+
+void FillCopyRow(FrequencyListCopyStruct& row, const DetectionConventional& record, const CopyIds& ids) {
+    using Adapter = DetectionConventionalAdapter;
+    row.SetValue(ids.frequency, Adapter::GetFrequencyString(record));
+    row.SetValue(ids.comment, CommentOf(record));
+    row.SetValue(ids.bandwidth, Adapter::GetBandwidthString(record));
+    row.SetValue(ids.type, QString(QLatin1Char(Adapter::Type)));
+}
+
+} // namespace SearchMC
+
+FrequencyStoreListView* CreateDetectionConventionalListView(QWidget* parent, unsigned listId) {
+    auto* view = new DetectionConventionalListView(parent, listId);
+    view->Set_ValuePath(DetConvListHandler::Instance()->getEmissionListPath());
+    return view;
+}
+
+DetectionConventionalListView::DetectionConventionalListView(QWidget* parent, unsigned listId)
+    : ValueListMediatorListView(parent, listId, "DetConvListView") {
+    // One less than there are columns; setting the last function makes up for it.
+    GetListView()->SetCompareFunctionLength(5);
+    for (const DetectionColumn& column : SearchMC::Columns())
+        AddColumn(SearchMC::ColumnTitle(column), QString::fromLatin1(column.field), column.compare);
+    SearchMC::ArrangeList(*this, SearchMC::Columns());
+    connect(this, &VectorListViewBase::clicked, this, &DetectionConventionalListView::slotItemClicked);
+}
+
+void DetectionConventionalListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
+    if (!bar)
+        return;
+    VectorListViewBase::InitFreqStoreWidget(bar);
+    if (SearchMC::InitBar(*this, *bar, m_connected))
+        connect(bar->GetAction(FreqStoreListViewButtonBar::Copy), &QAction::triggered, this,
+                &DetectionConventionalListView::slotCopy);
+}
+
+void DetectionConventionalListView::slotItemClicked(SortListViewItem*) {}
+
+void DetectionConventionalListView::slotCopy() {
+    FreqStore::Instance().ClearFrequencyListCopyStruct();
+    for (RecordMediator& mediator : SelectedMediators())
+        copy2FreqStore(&mediator);
+}
+
+void DetectionConventionalListView::copy2FreqStore(RecordMediator* mediator) {
+    FrequencyListCopyStruct row;
+    SearchMC::FillCopyRow(row, mediator->GetRecord(), m_copyIds);
+    FreqStore::Instance().AddFrequencyListCopyStruct(row);
+}

@@ -1,0 +1,53 @@
+#include "controls/frequencystore/files/generallistparser.h"
+
+#include "controls/frequencystore/files/linefields.h"
+#include "host/freqstorexml/frequencystorelist.h"
+#include "host/report/filestamps.h"
+
+namespace {
+
+constexpr char TraceSource[] = "listviewshandler";
+
+} // namespace
+
+bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout, bool* sound) {
+    constexpr unsigned short RefusalLine = 897;
+    FileStamps::Reading reading(path);
+    QFile file(path);
+    if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
+        return TellRefusal(RefusalLine, {path, 0, refusal});
+    LineReader reader(file, path);
+    if (const std::optional<Problem> refusal = reader.RefuseContent()) {
+        Problems::Report(TraceSource, RefusalLine, *refusal);
+        return false;
+    }
+    Prepare4NewFile();
+    LineFields fields(reader, layout);
+    QStringView line;
+    while (reader.Next(line)) {
+        if (line.size() < 2)
+            continue;
+        fields.Take(line);
+        reader.CheckFrequency(fields.frequency);
+        FillInData(fields.frequency, fields.bandwidth, fields.comment, fields.demodulation, fields.priority,
+                   fields.threatClass, QString(), QString(), QString(), QString());
+    }
+    const bool isUnchanged = reading.Finish();
+    if (sound)
+        *sound = isUnchanged && reader.IsSound();
+    ResetDataAfterNewFile();
+    return true;
+}
+
+void GeneralListParser::FillInEntry(const FreqStoreXml::FrequencyStoreEntry& entry) {
+    const auto orUndefined = [](const QString& text) {
+        return text.isEmpty() ? QStringLiteral("undefined") : text;
+    };
+    const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+    const FreqStoreXml::Profile_Data& profile = entry.GetProfile_Data();
+    FillInData(settings.GetFrequency().GetValue(), settings.GetIFBandwidth().GetValue(), entry.GetComment(),
+               FreqStoreXml::FFM_Settings::AnalogDemodToName(settings.GetAnalogDemod()),
+               profile.GetPriority().toInt(), profile.GetThreatClass(), orUndefined(profile.GetProfileID()),
+               orUndefined(profile.GetProfileName()), orUndefined(profile.GetSignalClass()),
+               orUndefined(profile.GetTransmissionSystem()));
+}

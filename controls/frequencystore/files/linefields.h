@@ -1,0 +1,64 @@
+#pragma once
+
+#include "controls/frequencystore/files/linereader.h"
+
+#include <vector>
+
+/// Number of a field in a line, from 0; -1 where the format has no such field.
+struct LineLayout {
+    int frequency;
+    int bandwidth;
+    int comment;
+    int demodulation;
+    int threatClass;
+    int priority;
+};
+
+/// Lines of an ".sfl" file: frequency, comment, bandwidth, demodulation.
+inline constexpr LineLayout SflLayout{0, 2, 1, 3, -1, -1};
+/// Lines of an ".ltl" file; the fifth field is the type letter, which is derived.
+inline constexpr LineLayout LtlLayout{0, 1, 2, 3, 5, 6};
+/// Lines of a ".noi" file: frequency, comment, bandwidth.
+inline constexpr LineLayout NoiLayout{0, 2, 1, -1, -1, -1};
+
+/// The fields of one line after the other. A short line keeps the previous line's values for what it lacks;
+/// a number that cannot be read is 0, and is told.
+class LineFields {
+public:
+    /// Both are kept by reference.
+    LineFields(LineReader& reader, const LineLayout& layout) : m_reader(reader), m_layout(layout) {}
+
+    /// Takes the line that the reader gave last.
+    void Take(QStringView line);
+
+    double frequency = 0; ///< Hz
+    double bandwidth = 0; ///< Hz
+    int priority = 1;
+    QString comment;
+    QString demodulation;
+    QString threatClass = QStringLiteral("not classified");
+
+private:
+    /// What lies behind the last of these is dropped.
+    static constexpr unsigned char MaxFields = 15;
+
+    /// Texts that repeat from line to line (demodulations, threat classes) share their characters.
+    class TextPool {
+    public:
+        QString Text(QStringView view);
+
+    private:
+        std::vector<QString> m_texts;
+    };
+
+    bool has(int field) const { return field >= 0 && field < m_count; }
+    void number(int field, double& value, const char* what);
+    void complain(int field, const char* what);
+
+    LineReader& m_reader;
+    const LineLayout& m_layout;
+    QStringView m_fields[MaxFields];
+    int m_count = 0;
+    TextPool m_demodulations;
+    TextPool m_threatClasses;
+};

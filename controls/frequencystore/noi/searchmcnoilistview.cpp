@@ -1,0 +1,235 @@
+#include "controls/frequencystore/noi/searchmcnoilistview.h"
+
+#include "controls/frequencystore/common/csvallowed.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/common/halvovieweditor.h"
+#include "controls/frequencystore/common/keys.h"
+#include "controls/frequencystore/noi/noifrequencyhandler.h"
+#include "host/base/problems.h"
+#include "host/freqlist/buttonbar.h"
+#include "host/freqlist/copystruct.h"
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodemediator.h"
+#include "host/widgets/canclosetabdialog.h"
+
+#include <QHeaderView>
+#include <QPointer>
+
+namespace {
+
+using Bar = FreqStoreListViewButtonBar;
+
+constexpr char TraceSource[] = "searchmcnoilistview";
+constexpr int Right = 2;
+constexpr int CommentColumn = 2;
+
+struct Column {
+    const char* title;
+    CompareFunction compare;
+    unsigned id;
+};
+
+constexpr Column Columns[] = {
+    {QT_TRANSLATE_NOOP("SearchMCNOIListView", "Frequency"), _compNumericWithSuffix, SourceFrequency},
+    {QT_TRANSLATE_NOOP("SearchMCNOIListView", "Bandwidth"), _compNumericWithSuffix, SourceBandwidth},
+    {QT_TRANSLATE_NOOP("SearchMCNOIListView", "Comment"), _compStandardString, SourceText},
+};
+
+unsigned copyId(const char* columnName) {
+    return FreqStore::Instance().GetCopyStructId(QString::fromLatin1(columnName));
+}
+
+} // namespace
+
+FrequencyStoreListView* CreateSearchMCNOIListView(QWidget* parent, unsigned listId) {
+    return new SearchMCNOIListView(parent, listId);
+}
+
+SearchMCNOIListView::SearchMCNOIListView(QWidget* parent, unsigned listId)
+    : FrequencyNodeListView(parent, listId),
+      m_copyFrequency(copyId("Frequency")),
+      m_copyComment(copyId("Comment")),
+      m_copyBandwidth(copyId("Bandwidth")) {
+    setObjectName(QStringLiteral("SearchMCNOIListView"));
+    setAllColumnsShowFocus(true);
+    setShowSortIndicator(true);
+    setMultiSelection(true);
+    setSelectionMode(ExtendedSelection);
+    for (const Column& column : Columns)
+        AddColumn(tr(column.title), column.compare, column.id);
+    for (int column = 0; column < columnCount(); ++column)
+        setColumnAlignment(static_cast<unsigned>(column), Right);
+    header()->setStretchLastSection(false);
+    FitColumns({18, 14, 40});
+    setColumnWidthMode(CommentColumn, QHeaderView::Stretch);
+    SetColumnWidthPersistantName(objectName());
+    const auto edit = qOverload<SortListViewItem*>(&SearchMCNOIListView::slotEdit);
+    connect(this, &SortListView::doubleClicked, this, edit);
+    connect(this, &SortListView::returnPressed, this, edit);
+}
+
+void SearchMCNOIListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
+    if (!bar)
+        return;
+    FrequencyNodeListView::InitFreqStoreWidget(bar);
+    bar->SetCaption(tr("Frequency Store - NOI Frequencies"));
+    for (const Bar::Action action :
+         {Bar::Read, Bar::Save, Bar::Copy, Bar::Paste, Bar::New, Bar::Edit, Bar::Delete})
+        bar->GetAction(action)->setVisible(true);
+    const bool withCsv = CsvIsAllowed(QStringLiteral("ViewMenu"));
+    for (const Bar::Action action : {Bar::Export, Bar::Import})
+        bar->GetAction(action)->setVisible(withCsv);
+    if (!std::exchange(m_connected, true))
+        connectBar(*bar);
+    showWaiting();
+}
+
+void SearchMCNOIListView::connectBar(FreqStoreListViewButtonBar& bar) {
+    bar.AttachView(this);
+    const std::pair<Bar::Action, void (SearchMCNOIListView::*)()> commands[] = {
+        {Bar::Read, &SearchMCNOIListView::slotLoadFile},
+        {Bar::Save, &SearchMCNOIListView::slotSaveToFile},
+        {Bar::Copy, &SearchMCNOIListView::slotCopy},
+        {Bar::Paste, &SearchMCNOIListView::slotPaste},
+        {Bar::New, &SearchMCNOIListView::slotNew},
+        {Bar::Edit, &SearchMCNOIListView::slotEdit},
+        // First the entries go, then the band list follows.
+        {Bar::Delete, &SearchMCNOIListView::DeleteSelectedEntries},
+        {Bar::Delete, &SearchMCNOIListView::slotDelete},
+        {Bar::Export, &SearchMCNOIListView::slotExportToFile},
+        {Bar::Import, &SearchMCNOIListView::slotImportFromFile}};
+    for (const auto& [action, slot] : commands)
+        connect(bar.GetAction(action), &QAction::triggered, this, slot);
+    connect(NOIFrequencyHandler::Instance(), &NOIFrequencyHandler::signalNewFileLoaded, this,
+            &SearchMCNOIListView::showWaiting);
+}
+
+bool SearchMCNOIListView::isWaiting() const {
+    return Controller() && NOIFrequencyHandler::Instance()->IsWaitingForFile();
+}
+
+QString SearchMCNOIListView::WhyOff(int action) const {
+    const bool adds = action == Bar::New || action == Bar::Paste || action == Bar::Edit;
+    return adds && isWaiting() ? tr("The last file could not be read: open another one.") : QString();
+}
+
+/// Lets the bar follow; true when the list takes no entries.
+bool SearchMCNOIListView::showWaiting() {
+    if (GetButtonBar())
+        GetButtonBar()->EnableActions();
+    return isWaiting();
+}
+
+void SearchMCNOIListView::runFileCommand(QString (NOIFrequencyHandler::*command)()) {
+    const QPointer<SearchMCNOIListView> alive(this); // the view may end while a dialog is open
+    const QString name = (NOIFrequencyHandler::Instance()->*command)();
+    if (!alive)
+        return;
+    m_fileName = name;
+    showWaiting();
+}
+
+void SearchMCNOIListView::slotLoadFile() {
+    runFileCommand(&NOIFrequencyHandler::FileOpen);
+}
+
+void SearchMCNOIListView::slotImportFromFile() {
+    runFileCommand(&NOIFrequencyHandler::FileImport);
+}
+
+void SearchMCNOIListView::slotExportToFile() {
+    runFileCommand(&NOIFrequencyHandler::FileExport);
+}
+
+void SearchMCNOIListView::slotSaveToFile() {
+    const QPointer<SearchMCNOIListView> alive(this);
+    const QString name = NOIFrequencyHandler::Instance()->FileSave(false);
+    if (alive)
+        m_fileName = name;
+}
+
+void SearchMCNOIListView::slotCopy() {
+    CopySelection(TraceSource, 226);
+    FreqStore::Instance().ClearFrequencyListCopyStruct();
+    for (FrequencyNodeMediator* mediator : SelectedMediators())
+        copy2FreqStore(*mediator);
+}
+
+void SearchMCNOIListView::copy2FreqStore(FrequencyNodeMediator& mediator) {
+    double bandwidth = 0;
+    mediator.GetBandwidth(bandwidth, 0);
+    FrequencyListCopyStruct row;
+    row.SetValue(m_copyFrequency, mediator.GetFrequencyString(0));
+    row.SetValue(m_copyBandwidth, QStringLiteral("%1").arg(bandwidth, 0, 'f', -1));
+    row.SetValue(m_copyComment, mediator.GetCommentString(0));
+    FreqStore::Instance().AddFrequencyListCopyStruct(row);
+}
+
+// A list that waits for a file would lose what is added to it to that file.
+void SearchMCNOIListView::slotPaste() {
+    if (!showWaiting())
+        PasteClipboard(TraceSource, 268);
+}
+
+void SearchMCNOIListView::slotNew() {
+    if (showWaiting())
+        return;
+    addNew();
+    goToNewest();
+}
+
+void SearchMCNOIListView::addNew() {
+    NOIFrequencyHandler::Instance()->InsertNewValue(-1.0, 0.0, QString());
+    if (Controller())
+        Controller()->ForceUpdateNow();
+}
+
+void SearchMCNOIListView::goToNewest() {
+    HalvoNodeMediatorCtrl* list = NOIFrequencyHandler::Instance()->GetMediatorCtrl();
+    FrequencyNodeMediator* newest = list && list->size() > 0 ? list->At(list->size() - 1) : nullptr;
+    FrequencyNodeMediatorViewItem* row = newest ? newest->GetItem4View(this) : nullptr;
+    if (!row || row->treeWidget() != this) // filtered out
+        return;
+    clearSelection();
+    row->activate();
+}
+
+void SearchMCNOIListView::slotEdit() {
+    slotEdit(currentItem());
+}
+
+void SearchMCNOIListView::slotEdit(SortListViewItem* item) {
+    if (!item) {
+        if (showWaiting())
+            return;
+        addNew();
+        if (!currentItem())
+            goToNewest();
+        item = currentItem();
+    }
+    auto* row = dynamic_cast<FrequencyNodeMediatorViewItem*>(item);
+    if (!row || !row->GetMediator())
+        return;
+    // While the dialog is open, files may be read and the window may close.
+    const QPointer<SearchMCNOIListView> alive(this);
+    const WeakRef<FrequencyNodeMediator> mediator(row->GetMediator());
+    const QPointer<CanCloseTabDialog> dialog =
+        new CanCloseTabDialog(this, nullptr, true, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
+    dialog->setWindowTitle(tr("Frequency of interest"));
+    auto* editor = new HalvoViewEditor(dialog, QStringLiteral("NOI Editor"), MediatorType::NoiFrequencies);
+    dialog->addTab(editor, tr("Edit"));
+    editor->DoWorkOn(mediator.get());
+    connect(dialog, &CanCloseTabDialog::applyButtonPressed, editor, &HalvoViewEditor::slotAcceptChanges);
+    dialog->exec();
+    if (!alive)
+        return;
+    delete dialog;
+    if (mediator)
+        mediator->UpdateMyViewItems(this);
+    slotDelete();
+}
+
+void SearchMCNOIListView::slotDelete() {
+    if (Controller())
+        NOIFrequencyHandler::Instance()->UpdateNOIList();
+}

@@ -1,0 +1,240 @@
+#include "controls/frequencystore/results/searchmcdatamediator.h"
+
+#include "controls/frequencystore/results/searchmcdataresult.h"
+#include "host/base/datetime.h"
+#include "host/base/numbers.h"
+#include "host/base/tokenizer.h"
+#include "host/base/trace.h"
+#include "host/freqstorexml/frequencystorelist.h"
+
+namespace {
+
+/// Numbers of the fields of a line, in its order; the lower ones are those of every entry.
+enum Field {
+    FieldFrequency = 5,
+    FieldBandwidth,
+    FieldType,
+    FieldLocked,
+    FieldLockTime,
+    FieldConfidence,
+};
+
+constexpr char LetterUnlocked = 'c';
+constexpr char LetterLocked = 'b';
+constexpr char LetterClassified = 'p';
+
+constexpr qint64 MicrosecondsPerSecond = 1000000;
+
+} // namespace
+
+SearchMCDataMediator::SearchMCDataMediator(MediatorCtrl* controller, Observable* node, int kind)
+    : HalvoITNodeMediator(controller, node, kind, MediatorType::SearchMCData) {
+    UpdateDependentValues();
+}
+
+void SearchMCDataMediator::UpdateDependentValues() {
+    HalvoITNodeMediator::UpdateDependentValues();
+    Rebind(m_lockTime, Own<ValueNumeric<qint64>>(Keys::LockTime));
+    Rebind(m_locked, Own<ValueSelection>(Keys::Locked));
+    Rebind(m_confidence, Own<ValueNumeric<int>>(Keys::Confidence));
+    checkType();
+}
+
+void SearchMCDataMediator::checkType() {
+    m_letter = LetterUnlocked;
+    if (m_locked && !m_locked->GetStringValue().contains(LockText::Unlocked()))
+        m_letter = LetterLocked;
+    if (m_confidence && m_confidence->GetValue() > 0)
+        m_letter = LetterClassified;
+    if (m_type)
+        m_type->SetValue(m_letter, this);
+}
+
+void SearchMCDataMediator::Update(Observable* subject, TChangeCode code) {
+    if (subject == m_observable && code == TChangeCode::MediatorNodeEnds) {
+        HalvoITNodeMediator::Update(subject, code); // ends this mediator
+        return;
+    }
+    if (code == TChangeCode::Removing) {
+        ForgetIfRemoved(m_lockTime, subject) || ForgetIfRemoved(m_locked, subject) ||
+            ForgetIfRemoved(m_confidence, subject);
+        HalvoITNodeMediator::Update(subject, code);
+        // A value on its way out is still under its node; binding it again would hold on to it.
+        checkType();
+        return;
+    }
+    UpdateDependentValues();
+    HalvoITNodeMediator::Update(subject, code);
+}
+
+QString SearchMCDataMediator::GetUsage() {
+    return FreqStoreXml::FrequencyStoreList::UsageToName(FreqStoreXml::FrequencyStoreList::SearchResults);
+}
+
+bool SearchMCDataMediator::GetLockResult(QString& state) {
+    if (m_locked)
+        state = m_locked->GetStringValue();
+    return m_locked != nullptr;
+}
+
+bool SearchMCDataMediator::GetLockTime(QString& time) {
+    quint64 microseconds = 0;
+    if (!GetLockTime(microseconds))
+        return false;
+    time = Quor::DateTime(microseconds).toString(Quor::DateTime::Local_TimeZone);
+    return true;
+}
+
+bool SearchMCDataMediator::GetLockTime(quint64& microseconds) {
+    if (m_lockTime)
+        microseconds = static_cast<quint64>(m_lockTime->GetValue());
+    return m_lockTime != nullptr;
+}
+
+bool SearchMCDataMediator::GetConfidence(int& percent) {
+    if (m_confidence)
+        percent = m_confidence->GetValue();
+    return m_confidence != nullptr;
+}
+
+void SearchMCDataMediator::SetLockResult(const QString& state) {
+    SearchMCDataResult(GetNode(), false, nullptr).SetLocked(state);
+}
+
+void SearchMCDataMediator::SetLockTime(quint64 microseconds) {
+    if (m_lockTime)
+        m_lockTime->SetValue(static_cast<qint64>(microseconds));
+}
+
+void SearchMCDataMediator::SetConfidence(int percent) {
+    if (m_confidence)
+        m_confidence->SetValue(percent);
+}
+
+void SearchMCDataMediator::SetBandwidth(double hertz) {
+    SearchMCDataResult(GetNode(), false, nullptr).SetBandwidth(hertz);
+}
+
+bool SearchMCDataMediator::CellText(unsigned columnId, QString& text) {
+    switch (columnId) {
+    case SourceLocked:
+        return GetLockResult(text);
+    case SourceLockTime:
+        return GetLockTime(text);
+    case SourceConfidence:
+        if (m_confidence)
+            text = m_confidence->GetStringValue();
+        return m_confidence != nullptr;
+    default:
+        return HalvoITNodeMediator::CellText(columnId, text);
+    }
+}
+
+void SearchMCDataMediator::UpdateMyViewItems(FrequencyNodeListView* view) {
+    if (!GetItem4View(view)) {
+        TraceLazily("searchmcdatamediator", 54,
+                    [] { return QStringLiteral("No valid View Item for Memory - Field"); });
+    }
+    // The base fills all cells, those of this list too, through CellText.
+    HalvoITNodeMediator::UpdateMyViewItems(view);
+}
+
+void SearchMCDataMediator::AddToXml(FreqStoreXml::FrequencyStoreList& list) {
+    double frequency = 0;
+    double bandwidth = 0;
+    char type = m_letter;
+    QString state;
+    quint64 lockTime = 0;
+    int confidence = 0;
+    GetFrequency(frequency, 0);
+    GetBandwidth(bandwidth, 0);
+    GetType(type, 0);
+    GetLockResult(state);
+    GetLockTime(lockTime);
+    GetConfidence(confidence);
+
+    FreqStoreXml::FrequencyStoreEntry entry;
+    entry.SetType(QString(QLatin1Char(type)));
+    entry.SetComment(GetCommentString(0));
+    FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+    settings.GetFrequency().SetValue(frequency);
+    settings.GetIFBandwidth().SetValue(bandwidth);
+    if (const QString demodulation = GetDemodulationString(0); !demodulation.isEmpty())
+        settings.SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod(demodulation));
+
+    FreqStoreXml::ResultList result;
+    result.SetConfidence(confidence);
+    result.SetResultTime(
+        QDateTime::fromSecsSinceEpoch(static_cast<qint64>(lockTime) / MicrosecondsPerSecond, Qt::UTC));
+    result.SetReason(state);
+    entry.SetResultList(result);
+    list.AppendFrequencyStoreEntry(entry);
+}
+
+QString SearchMCDataMediator::ToString() {
+    double frequency = 0;
+    double bandwidth = 0;
+    char type = 0;
+    QString state;
+    quint64 lockTime = 0;
+    int confidence = 0;
+    if (!GetFrequency(frequency, 0) || !GetType(type, 0) || !GetBandwidth(bandwidth, 0) ||
+        !GetLockResult(state) || !GetLockTime(lockTime) || !GetConfidence(confidence))
+        return QString();
+
+    const QLatin1Char tab('\t');
+    QString line;
+    line.reserve(96);
+    Quor::AppendFixed(line, frequency, 6);
+    line += QLatin1String("\t\t");
+    Quor::AppendFixed(line, bandwidth, 6);
+    line += QLatin1String("\t\t");
+    line += QLatin1Char(type);
+    line += tab;
+    line += OneField(state);
+    line += tab;
+    line += QString::number(lockTime);
+    line += tab;
+    line += QString::number(confidence);
+    line += tab;
+    return line;
+}
+
+bool SearchMCDataMediator::FromString(QString& line) {
+    const QString tab(QLatin1Char('\t'));
+    Quor::Tokenizer tokens(tab + line);
+    QString token = tokens(tab);
+    bool any = false;
+    for (int field = FieldFrequency; field <= FieldConfidence && !token.isEmpty(); ++field) {
+        if (SetValueFromString(field, token)) {
+            any = true;
+            token = tokens(tab);
+        }
+    }
+    return any;
+}
+
+bool SearchMCDataMediator::SetValueFromString(int field, QString& text) {
+    switch (field) {
+    case FieldFrequency:
+        SetFrequency(Quor::toDoubleEx(text));
+        return true;
+    case FieldBandwidth:
+        SetBandwidth(Quor::toDoubleEx(text));
+        return true;
+    case FieldType:
+        SetType(text.isEmpty() ? '\0' : text.at(0).toLatin1());
+        return true;
+    case FieldLocked:
+        SetLockResult(text);
+        return true;
+    case FieldLockTime:
+        SetLockTime(text.toULongLong());
+        return true;
+    case FieldConfidence:
+        SetConfidence(text.toInt());
+        return true;
+    default:
+        return HalvoITNodeMediator::SetValueFromString(field, text);
+    }
+}

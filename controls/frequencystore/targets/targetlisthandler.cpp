@@ -1,0 +1,202 @@
+#include "controls/frequencystore/targets/targetlisthandler.h"
+
+#include "controls/frequencystore/files/filegate.h"
+#include "controls/frequencystore/targets/targetlistparser.h"
+#include "host/base/problems.h"
+#include "host/base/trace.h"
+#include "host/freqstorexml/filehandling.h"
+#include "host/gui/guibase.h"
+#include "host/startup/cfgcenter.h"
+#include "host/valuetree/tree.h"
+
+#include <QFileDialog>
+#include <QPointer>
+#include <QTimerEvent>
+
+namespace {
+
+constexpr char TraceSource[] = "listviewshandler";
+/// Lets the controller finish its refresh before views react.
+constexpr int AnnounceMilliseconds = 100;
+constexpr char DefaultFile[] = "Targets.xml";
+
+} // namespace
+
+TargetListHandler* TargetListHandler::m_pInstance = nullptr;
+
+TargetListHandler* TargetListHandler::Instance() {
+    if (!m_pInstance)
+        m_pInstance = new TargetListHandler;
+    return m_pInstance;
+}
+
+void TargetListHandler::DeleteInstance() {
+    delete std::exchange(m_pInstance, nullptr);
+}
+
+TargetListHandler::TargetListHandler() : m_fileLoaded(this), m_fileName(this) {}
+
+TargetListHandler::~TargetListHandler() = default;
+
+void TargetListHandler::Init(Node* node, bool loadDefault) {
+    m_pNode = node;
+    m_loadDefault = loadDefault;
+    m_pParser = std::make_unique<TargetListParser>(node);
+    if (!node) // nothing could take what a file holds
+        return;
+    // The two values stand beside the list node, not under it: they outlast the emptying of the list.
+    const QString path = node->GetPathName();
+    m_fileLoaded.Reset(GetOrCreateValue<Value<bool>>(path + QStringLiteral("_FileLoaded")));
+    m_fileName.Reset(GetOrCreateValue<Value<QString>>(path + QStringLiteral("_FileName")));
+    if (!m_loadDefault)
+        return;
+    m_currentFile = CfgCenter::GetAppCfg(ICfg::StartUp)
+                        .GetFilePath(QStringLiteral("LocalTargetList"), QString::fromLatin1(DefaultFile));
+    if (!m_fileLoaded->GetValue() && !m_client) {
+        parse(1203, m_currentFile);
+        startAnnouncing();
+    }
+    publishFileName();
+}
+
+bool TargetListHandler::isForeignXml(const QString& path) const {
+    return path.contains(QLatin1String(".xml")) && !FreqStoreXml::FileHandling().IsValidFormat(path);
+}
+
+bool TargetListHandler::parse(unsigned short sourceLine, const QString& path, bool isProfileTable) {
+    return REPORTGENERATOR::ReadSafely(
+        TraceSource, sourceLine, path,
+        [&] { return isProfileTable ? m_pParser->ParseProfileTable(path) : m_pParser->ParseSFLFile(path); },
+        [this] { return m_pParser->DropUnfinishedFile(); });
+}
+
+bool TargetListHandler::ReadFile(const QString& path) {
+    if (!m_pParser || m_client)
+        return false;
+    const bool read = parse(1228, path, isForeignXml(path));
+    startAnnouncing();
+    FileGate::WasRead(FileGate::List::Targets, path, read);
+    return read;
+}
+
+bool TargetListHandler::SaveFile(const QString& path) {
+    return m_pParser && m_pParser->SaveFile(path);
+}
+
+void TargetListHandler::startAnnouncing() {
+    if (m_announceTimer != -1)
+        killTimer(m_announceTimer);
+    m_announceTimer = startTimer(AnnounceMilliseconds);
+}
+
+void TargetListHandler::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != m_announceTimer)
+        return;
+    killTimer(m_announceTimer);
+    m_announceTimer = -1;
+    // A receiver of the signal may end this handler.
+    const QPointer<TargetListHandler> alive(this);
+    emit signalNewFileLoaded();
+    if (!alive || !m_fileLoaded)
+        return;
+    m_fileLoaded->SetValue(true, this);
+    if (alive && m_fileLoaded)
+        m_fileLoaded->NotifyObservers(TChangeCode::Announcement, this);
+}
+
+void TargetListHandler::publishFileName() {
+    if (m_fileName)
+        m_fileName->SetValue(m_currentFile, this);
+}
+
+/// Whether the program keeps a chosen file from the list.
+bool TargetListHandler::isKeptOut(const QString& path) const {
+    return !path.isEmpty() && !m_client && !FileGate::MayRead(FileGate::List::Targets, path);
+}
+
+QString TargetListHandler::ReadTargetList() {
+    const QString path = QFileDialog::getOpenFileName(
+        nullptr, tr("Select file to read target list from"), m_directory,
+        tr("Target List Files (*.xml *.sfl *.ltl)"), nullptr, GuiBase::Instance().UseNativeDialogs());
+    if (isKeptOut(path))
+        return QString();
+    if (!path.isEmpty())
+        ReadFile(path);
+    m_currentFile = path;
+    publishFileName();
+    return path;
+}
+
+QString TargetListHandler::ImportTargetList() {
+    const QString path = QFileDialog::getOpenFileName(nullptr, tr("Select file to import target list from"),
+                                                      m_directory, tr("Target List Files (*.csv)"), nullptr,
+                                                      GuiBase::Instance().UseNativeDialogs());
+    if (path.isEmpty() || isKeptOut(path))
+        return QString();
+    if (!m_client && m_pParser) {
+        const bool read = parse(1287, path);
+        startAnnouncing();
+        FileGate::WasRead(FileGate::List::Targets, path, read);
+    }
+    m_currentFile = path;
+    publishFileName();
+    return path;
+}
+
+/// Asks for a name to save under; empty when cancelled.
+QString TargetListHandler::askForSaveName(const QString& filter, const QString& extension) const {
+    QFileDialog dialog(nullptr, tr("Select Filename for saving"), m_directory, filter);
+    dialog.setObjectName(QStringLiteral("SaveTargetList"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setModal(true);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return QString();
+    const QString name = dialog.selectedFiles().first();
+    return name.contains(extension) ? name : name + extension;
+}
+
+QString TargetListHandler::Save2File(bool toCurrentFile) {
+    if (toCurrentFile && isForeignXml(m_currentFile))
+        m_currentFile = QString::fromLatin1(DefaultFile);
+    const QString path = toCurrentFile
+                             ? m_currentFile
+                             : askForSaveName(tr("Local Target List (*.xml)"), QStringLiteral(".xml"));
+    if (path.isEmpty() || !SaveFile(path))
+        return QString();
+    FileGate::WasWritten(FileGate::List::Targets, path);
+    return path;
+}
+
+QString TargetListHandler::Export2File() {
+    const QString path = askForSaveName(tr("Export Local Target List (*.csv)"), QStringLiteral(".csv"));
+    return !path.isEmpty() && SaveFile(path) ? path : QString();
+}
+
+int TargetListHandler::AddToFreqStore() {
+    return m_pParser ? m_pParser->AddToFreqStore() : 0;
+}
+
+bool TargetListHandler::GetNextData(double& frequency, double& bandwidth, int& priority, QString& comment,
+                                    QString& threatClass, QString& demodulation) {
+    return m_pParser &&
+           m_pParser->GetNextData(frequency, bandwidth, priority, comment, threatClass, demodulation);
+}
+
+void TargetListHandler::ResetDataCollect() {
+    if (m_pParser)
+        m_pParser->ResetDataCollect();
+}
+
+void TargetListHandler::Update(Observable* subject, TChangeCode code) {
+    if (code == TChangeCode::Removing) {
+        m_fileLoaded.ForgetIfRemoved(subject, code) || m_fileName.ForgetIfRemoved(subject, code);
+    } else if (code == TChangeCode::ValueChanged && m_fileName && subject == m_fileName.get()) {
+        m_currentFile = m_fileName->GetValue();
+        if (m_pParser && !m_client)
+            ReadFile(m_currentFile);
+    } else if (code == TChangeCode::Announcement) {
+        emit signalNewFileLoaded();
+    }
+}

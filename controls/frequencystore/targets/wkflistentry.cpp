@@ -1,0 +1,48 @@
+#include "controls/frequencystore/targets/wkflistentry.h"
+
+WkfListEntry::WkfListEntry(Node* node, bool createValues, const GeneralEntry* source)
+    : SimpleFrequency(node, createValues, source) {
+    if (!node)
+        return;
+    if (createValues)
+        create();
+    else
+        attach();
+}
+
+void WkfListEntry::create() {
+    m_bandwidth = MakeBandwidth();
+    m_demodulation = Make<Value<QString>>(Keys::KeyDemodulation);
+    // A receiver that offers demodulation as a selection only gives new targets none.
+    if (DemodulationSelectionLink() || !CopyFromSource(DemodulationTextLink(), m_demodulation))
+        m_demodulation->SetValue(QStringLiteral("NONE"));
+
+    m_type = Make<Value<char>>(Keys::KeyType);
+    CopyFromSource(TypeLink(), m_type);
+    m_threadClass = Make<Value<QString>>(Keys::ThreadClass);
+    m_priority = Make<ValueNumeric<int>>(Keys::Priority);
+    m_priority->SetMinMax(1, 11, 1);
+
+    const QString undefined = QStringLiteral("undefined");
+    const std::pair<Value<QString>**, Names::Id> profile[] = {
+        {&m_profileID, Keys::ProfileID},
+        {&m_signalClass, Keys::SignalClass},
+        {&m_transmissionSystem, Keys::TransmissionSystem},
+        {&m_profileName, Keys::ProfileName}};
+    for (const auto& [member, key] : profile) {
+        *member = Make<Value<QString>>(key);
+        (*member)->SetValue(undefined);
+    }
+}
+
+void WkfListEntry::attach() {
+    m_demodulation = Find<Value<QString>>(Keys::KeyDemodulation);
+    m_type = Find<Value<char>>(Keys::KeyType);
+    m_threadClass = Find<Value<QString>>(Keys::ThreadClass);
+    m_priority = Find<ValueNumeric<int>>(Keys::Priority);
+    m_bandwidth = Find<ValueNumeric<double>>(Keys::KeyBandwidth);
+    m_profileID = Find<Value<QString>>(Keys::ProfileID);
+    m_signalClass = Find<Value<QString>>(Keys::SignalClass);
+    m_transmissionSystem = Find<Value<QString>>(Keys::TransmissionSystem);
+    m_profileName = Find<Value<QString>>(Keys::ProfileName);
+}

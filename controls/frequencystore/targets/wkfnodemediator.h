@@ -1,0 +1,46 @@
+#pragma once
+
+#include "controls/frequencystore/common/halvoitnodemediator.h"
+
+/// Mediator of one target of the local target list. It derives the target's type letter from the priority and
+/// writes it into the target's "type" value.
+class WkfNodeMediator : public HalvoITNodeMediator {
+public:
+    WkfNodeMediator(MediatorCtrl* controller, Observable* node, int kind);
+
+    /// False, with the output untouched, when the value is missing.
+    bool GetPriority(int& priority, int subItem);
+    bool GetProfileID(QString& id, int subItem);
+    bool GetProfileName(QString& name, int subItem);
+    bool GetSignalClass(QString& signalClass, int subItem);
+    bool GetThreadClass(QString& threatClass, int subItem);
+    bool GetTransmissionSystem(QString& system, int subItem);
+    /// Each does nothing when the value is missing.
+    void SetPriority(int priority);
+    void SetProfileID(const QString& id);
+    void SetProfileName(const QString& name);
+    void SetSignalClass(const QString& signalClass);
+    void SetThreadClass(const QString& threatClass);
+    void SetTransmissionSystem(const QString& system);
+
+    void AddToXml(FreqStoreXml::FrequencyStoreList& list) override;
+    /// The target as one line of an LTL file, without its line end.
+    QString ToString() override;
+    bool SetValueFromString(int field, QString& text) override;
+    void Update(Observable* subject, TChangeCode code) override;
+    bool CellText(unsigned columnId, QString& text) override;
+    bool GetType(char& type, int subItem) override;
+
+protected:
+    void UpdateDependentValues() override;
+    void CheckType();
+
+private:
+    ValueNumeric<int>* m_priority = nullptr;
+    Value<QString>* m_threadClass = nullptr;
+    Value<QString>* m_profileID = nullptr;
+    Value<QString>* m_profileName = nullptr;
+    Value<QString>* m_signalClass = nullptr;
+    Value<QString>* m_transmissionSystem = nullptr;
+    char m_letter = 0;
+};
