@@ -25,15 +25,15 @@ HalvoITNodeMediator::HalvoITNodeMediator(MediatorCtrl* controller, Observable* n
 
 void HalvoITNodeMediator::UpdateDependentValues() {
     FrequencyNodeMediator::UpdateDependentValues();
-    Rebind(m_bandwidthSelection, numberOrSelection(GetNode()->FindOwnValue(Keys::BandwidthSel)));
+    Rebind(BoundBandwidthSelection, numberOrSelection(GetNode()->FindOwnValue(Keys::BandwidthSel)));
 }
 
 bool HalvoITNodeMediator::GetBandwidthSelection(double& hertz, int) {
-    if (const IValueNumeric* number = numeric_cast(m_bandwidthSelection)) {
+    if (const IValueNumeric* number = numeric_cast(HeldBandwidthSelection())) {
         hertz = number->ValueAsDouble();
         return true;
     }
-    if (const auto* selection = value_cast<ValueSelection>(m_bandwidthSelection)) {
+    if (const auto* selection = value_cast<ValueSelection>(HeldBandwidthSelection())) {
         hertz = selection->GetCurrentValue();
         return true;
     }
@@ -41,11 +41,11 @@ bool HalvoITNodeMediator::GetBandwidthSelection(double& hertz, int) {
 }
 
 bool HalvoITNodeMediator::SetBandwidthSelection(double hertz) {
-    if (IValueNumeric* number = numeric_cast(m_bandwidthSelection)) {
+    if (IValueNumeric* number = numeric_cast(HeldBandwidthSelection())) {
         number->SetFromDouble(hertz);
         return true;
     }
-    auto* selection = value_cast<ValueSelection>(m_bandwidthSelection);
+    auto* selection = value_cast<ValueSelection>(HeldBandwidthSelection());
     return selection && selection->Select(hertz, nullptr, false);
 }
 
@@ -81,7 +81,7 @@ void HalvoITNodeMediator::Update(Observable* subject, TChangeCode code) {
         }
     }
     if (code == TChangeCode::Removing)
-        ForgetIfRemoved(m_bandwidthSelection, subject);
+        ForgetIfRemoved(BoundBandwidthSelection, subject);
     FrequencyNodeMediator::Update(subject, code);
 }
 
@@ -127,7 +127,7 @@ bool HalvoITNodeMediator::SetValueFromString(int field, QString& text) {
     double number = 0;
     switch (field) {
     case FieldFrequency:
-        if (!m_frequency || !Quor::ParseDouble(text, number))
+        if (!HeldFrequency() || !Quor::ParseDouble(text, number))
             return false;
         SetFrequency(number);
         return true;
@@ -137,15 +137,15 @@ bool HalvoITNodeMediator::SetValueFromString(int field, QString& text) {
         if (SetBandwidthSelection(number))
             return true;
         FrequencyNodeMediator::SetBandwidth(number);
-        return m_bandwidth != nullptr;
+        return HeldBandwidth() != nullptr;
     case FieldComment:
         SetComment(text);
-        return m_comment != nullptr;
+        return HeldComment() != nullptr;
     case FieldDemodulation:
-        if (auto* offered = value_cast<ValueSelection>(m_demodulation))
+        if (auto* offered = value_cast<ValueSelection>(HeldDemodulation()))
             return offered->Select(text);
         SetDemodulation(text);
-        return m_demodulation != nullptr;
+        return HeldDemodulation() != nullptr;
     default:
         return false;
     }

@@ -32,11 +32,15 @@ public:
 protected:
     void UpdateDependentValues() override;
 
+    enum HalvoBoundNumber : size_t { BoundBandwidthSelection = FirstOwn, FirstOwnOfHalvo };
+
     static QString OneField(const QString& text) { return Quor::OneField(text); }
     /// A number with six decimals, as lines carry it.
     static QString NumberField(double value);
 
 private:
-    ValueBase* m_bandwidthSelection = nullptr; ///< a number or a selection
+    /// A number or a selection.
+    ValueBase* HeldBandwidthSelection() const { return Bound<ValueBase>(BoundBandwidthSelection); }
+
     MediatorType m_mediatorType;
 };

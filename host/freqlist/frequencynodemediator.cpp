@@ -36,8 +36,8 @@ ValueBase* textOrSelection(ValueBase* value) {
 
 } // namespace
 
-FrequencyNodeMediator::FrequencyNodeMediator(MediatorCtrl* controller, Observable* entryNode, int kind)
-    : Mediator(controller, entryNode), m_kind(kind) {
+FrequencyNodeMediator::FrequencyNodeMediator(MediatorCtrl* controller, Observable* entryNode, int)
+    : Mediator(controller, entryNode) {
     FrequencyNodeMediator::UpdateDependentValues();
 }
 
@@ -48,11 +48,30 @@ FrequencyNodeMediator::~FrequencyNodeMediator() {
 
 void FrequencyNodeMediator::UpdateDependentValues() {
     const Node* node = GetNode();
-    Rebind(m_frequency, node->FindOwn<ValueNumeric<double>>(FreqList::KeyFrequency));
-    Rebind(m_bandwidth, node->FindOwn<ValueNumeric<double>>(FreqList::KeyBandwidth));
-    Rebind(m_comment, node->FindOwn<Value<QString>>(FreqList::KeyComment));
-    Rebind(m_demodulation, textOrSelection(node->FindOwnValue(FreqList::KeyDemodulation)));
-    Rebind(m_type, node->FindOwn<Value<char>>(FreqList::KeyType));
+    Rebind(BoundFrequency, node->FindOwn<ValueNumeric<double>>(FreqList::KeyFrequency));
+    Rebind(BoundBandwidth, node->FindOwn<ValueNumeric<double>>(FreqList::KeyBandwidth));
+    Rebind(BoundComment, node->FindOwn<Value<QString>>(FreqList::KeyComment));
+    Rebind(BoundDemodulation, textOrSelection(node->FindOwnValue(FreqList::KeyDemodulation)));
+    Rebind(BoundType, node->FindOwn<Value<char>>(FreqList::KeyType));
+}
+
+void FrequencyNodeMediator::Rebind(size_t number, ValueBase* found) {
+    ValueBase* const held = Bound<ValueBase>(number);
+    if (held == found)
+        return;
+    if (held)
+        held->DeleteObserver(this);
+    m_bound.Set(GetNode(), number, found);
+    if (found)
+        found->AddObserver(this);
+}
+
+bool FrequencyNodeMediator::ForgetIfRemoved(size_t number, const Observable* subject) {
+    ValueBase* held = Bound<ValueBase>(number);
+    if (!ForgetIfRemoved(held, subject))
+        return false;
+    m_bound.Set(GetNode(), number, nullptr);
+    return true;
 }
 
 void FrequencyNodeMediator::Update(Observable* subject, TChangeCode code) {
@@ -61,9 +80,8 @@ void FrequencyNodeMediator::Update(Observable* subject, TChangeCode code) {
         return;
     }
     if (code == TChangeCode::Removing) {
-        ForgetIfRemoved(m_frequency, subject) || ForgetIfRemoved(m_bandwidth, subject) ||
-            ForgetIfRemoved(m_comment, subject) || ForgetIfRemoved(m_demodulation, subject) ||
-            ForgetIfRemoved(m_type, subject);
+        for (size_t number = 0; number < FirstOwn && !ForgetIfRemoved(number, subject); ++number)
+            ;
     } else if (subject == m_observable) {
         UpdateDependentValues();
     }
@@ -73,23 +91,23 @@ void FrequencyNodeMediator::Update(Observable* subject, TChangeCode code) {
 }
 
 void FrequencyNodeMediator::SetFrequency(double hertz) {
-    if (m_frequency)
-        m_frequency->SetValue(hertz);
+    if (HeldFrequency())
+        HeldFrequency()->SetValue(hertz);
 }
 
 void FrequencyNodeMediator::SetBandwidth(double hertz) {
-    if (m_bandwidth)
-        m_bandwidth->SetValue(hertz);
+    if (HeldBandwidth())
+        HeldBandwidth()->SetValue(hertz);
 }
 
 void FrequencyNodeMediator::SetDemodulation(QString demodulation) {
-    if (m_demodulation)
-        m_demodulation->SetStringValue(demodulation);
+    if (HeldDemodulation())
+        HeldDemodulation()->SetStringValue(demodulation);
 }
 
 void FrequencyNodeMediator::SetComment(QString comment) {
-    if (m_comment)
-        m_comment->SetValue(comment);
+    if (HeldComment())
+        HeldComment()->SetValue(comment);
 }
 
 void FrequencyNodeMediator::SetTip(QString tip) {
@@ -102,42 +120,42 @@ void FrequencyNodeMediator::SetTip(QString tip) {
 }
 
 void FrequencyNodeMediator::SetType(char type) {
-    if (m_type)
-        m_type->SetValue(type);
+    if (HeldType())
+        HeldType()->SetValue(type);
 }
 
 bool FrequencyNodeMediator::GetFrequency(double& frequency, int) {
-    if (!m_frequency)
+    if (!HeldFrequency())
         return false;
-    frequency = m_frequency->GetValue();
+    frequency = HeldFrequency()->GetValue();
     return true;
 }
 
 bool FrequencyNodeMediator::GetBandwidth(double& bandwidth, int) {
-    if (!m_bandwidth)
+    if (!HeldBandwidth())
         return false;
-    bandwidth = m_bandwidth->GetValue();
+    bandwidth = HeldBandwidth()->GetValue();
     return true;
 }
 
 bool FrequencyNodeMediator::GetComment(QString& comment, int) {
-    if (!m_comment)
+    if (!HeldComment())
         return false;
-    comment = m_comment->GetValue();
+    comment = HeldComment()->GetValue();
     return true;
 }
 
 bool FrequencyNodeMediator::GetDemodulation(QString& demodulation, int) {
-    if (!m_demodulation)
+    if (!HeldDemodulation())
         return false;
-    demodulation = m_demodulation->GetStringValue();
+    demodulation = HeldDemodulation()->GetStringValue();
     return true;
 }
 
 bool FrequencyNodeMediator::GetType(char& type, int) {
-    if (!m_type)
+    if (!HeldType())
         return false;
-    type = m_type->GetValue();
+    type = HeldType()->GetValue();
     return true;
 }
 
@@ -146,7 +164,7 @@ bool FrequencyNodeMediator::GetTip(QString& tip, int) {
         tip = tips().find(this)->second;
         return true;
     }
-    if (!m_frequency)
+    if (!HeldFrequency())
         return false;
     QStringList lines{GetFrequencyString(0)};
     if (const QString comment = GetCommentString(0); !comment.isEmpty())

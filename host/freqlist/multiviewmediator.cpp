@@ -2,54 +2,57 @@
 
 #include "host/freqlist/frequencynodelistview.h"
 
-MultiViewMediator::~MultiViewMediator() {
-    if (m_row)
-        m_row->MediatorEnds();
-    if (m_furtherRows) {
-        for (FrequencyNodeMediatorViewItem* row : *m_furtherRows)
-            row->MediatorEnds();
-        delete m_furtherRows;
+MultiViewMediator::Rows* MultiViewMediator::manyRows() const {
+    return m_rows & ManyBit ? reinterpret_cast<Rows*>(m_rows & ~ManyBit) : nullptr;
+}
+
+template <typename Visit>
+void MultiViewMediator::forEachRow(Visit visit) const {
+    if (const Rows* rows = manyRows()) {
+        for (FrequencyNodeMediatorViewItem* row : *rows)
+            visit(row);
+    } else if (m_rows != 0) {
+        visit(reinterpret_cast<FrequencyNodeMediatorViewItem*>(m_rows));
     }
+}
+
+MultiViewMediator::~MultiViewMediator() {
+    forEachRow([](FrequencyNodeMediatorViewItem* row) { row->MediatorEnds(); });
+    delete manyRows();
 }
 
 void MultiViewMediator::AddView(FrequencyNodeListView* view, FrequencyNodeMediatorViewItem* row) {
     if (!row || GetItem4View(view))
         return;
-    if (!m_row) {
-        m_row = row;
+    if (m_rows == 0) {
+        m_rows = reinterpret_cast<quintptr>(row);
         return;
     }
-    if (!m_furtherRows)
-        m_furtherRows = new std::vector<FrequencyNodeMediatorViewItem*>;
-    m_furtherRows->push_back(row);
+    if (!manyRows())
+        m_rows =
+            reinterpret_cast<quintptr>(new Rows{reinterpret_cast<FrequencyNodeMediatorViewItem*>(m_rows)}) |
+            ManyBit;
+    manyRows()->push_back(row);
 }
 
 void MultiViewMediator::RemoveView(FrequencyNodeListView* view) {
-    if (m_row && m_row->GetView() == view)
-        m_row = nullptr;
-    if (m_furtherRows)
-        std::erase_if(*m_furtherRows, [view](const auto* row) { return row->GetView() == view; });
+    if (Rows* rows = manyRows())
+        std::erase_if(*rows, [view](const auto* row) { return row->GetView() == view; });
+    else if (GetItem4View(view))
+        m_rows = 0;
 }
 
 void MultiViewMediator::UpdateAllViewItems() {
-    if (m_row)
-        m_row->MarkStale();
-    if (m_furtherRows) {
-        for (FrequencyNodeMediatorViewItem* row : *m_furtherRows)
-            row->MarkStale();
-    }
+    forEachRow([](FrequencyNodeMediatorViewItem* row) { row->MarkStale(); });
 }
 
 FrequencyNodeMediatorViewItem* MultiViewMediator::GetItem4View(const FrequencyNodeListView* view) const {
-    if (m_row && m_row->GetView() == view)
-        return m_row;
-    if (m_furtherRows) {
-        for (FrequencyNodeMediatorViewItem* row : *m_furtherRows) {
-            if (row->GetView() == view)
-                return row;
-        }
-    }
-    return nullptr;
+    FrequencyNodeMediatorViewItem* found = nullptr;
+    forEachRow([&](FrequencyNodeMediatorViewItem* row) {
+        if (!found && row->GetView() == view)
+            found = row;
+    });
+    return found;
 }
 
 int MultiViewMediatorCtrl::IncrementVisibleCnt(QWidget*) {

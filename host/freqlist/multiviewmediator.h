@@ -14,10 +14,8 @@ class QWidget;
 /// What views, the frequency bar and the receiver read of one list item. A getter returns false, with its
 /// output untouched, when the item has no such property. The trailing int selects a sub-item; items without
 /// sub-items take 0. Frequencies and bandwidths in Hz.
-class IFrequencyStoreItem {
+class IFrequencyStoreItem : public Observable {
 public:
-    virtual ~IFrequencyStoreItem() = default;
-
     virtual bool GetFrequency(double& frequency, int subItem) = 0;
     virtual bool GetBandwidth(double& bandwidth, int subItem) = 0;
     virtual bool GetComment(QString& comment, int subItem) = 0;
@@ -39,7 +37,7 @@ public:
 
 /// One list item that is shown in several views at once: it keeps one row per view. The rows belong to their
 /// views; a row whose item ends is taken out by its view.
-class MultiViewMediator : public IFrequencyStoreItem, public Observable {
+class MultiViewMediator : public IFrequencyStoreItem {
 public:
     MultiViewMediator() = default;
     MultiViewMediator(const MultiViewMediator&) = delete;
@@ -61,9 +59,15 @@ public:
     FrequencyNodeMediatorViewItem* GetItem4View(const FrequencyNodeListView* view) const;
 
 private:
-    /// Most items are shown in one view or in none.
-    FrequencyNodeMediatorViewItem* m_row = nullptr;
-    std::vector<FrequencyNodeMediatorViewItem*>* m_furtherRows = nullptr;
+    using Rows = std::vector<FrequencyNodeMediatorViewItem*>;
+
+    static constexpr quintptr ManyBit = 1;
+    Rows* manyRows() const;
+    template <typename Visit>
+    void forEachRow(Visit visit) const;
+
+    /// Most items are shown in one view or in none: nothing, a row, or with ManyBit the rows.
+    quintptr m_rows = 0;
 };
 
 /// The part of a mediator controller that the store and the views talk to. One that ends takes itself out of

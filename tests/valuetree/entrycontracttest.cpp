@@ -53,6 +53,18 @@ Node* MadeOneByOne(Node* list) {
     return entry;
 }
 
+Node* MadeFromShape(Node* list) {
+    static const auto key = [](const char* name) { return Names::Intern(Q(name)); };
+    static const Shape& shape =
+        Shape::Make({Shape::Number<double>(key("frequency"), 0, 3e9, 1), Shape::Text(key("comment")),
+                     Shape::Letter(key("type")), Shape::Number<int>(key("priority"), 1, 11, 1),
+                     Shape::Number<qint64>(key("time"), 0, 0, 0)});
+    Node* entry = Node::NewEntry(list, key("Entry"), shape);
+    list->AddItemUnique(entry);
+    EXPECT_TRUE(entry->FillFromShape());
+    return entry;
+}
+
 using Maker = Node* (*)(Node*);
 
 class EntryContract : public testing::TestWithParam<Maker> {
@@ -439,7 +451,38 @@ TEST_P(EntryContract, FurtherValuesOfAnyTypeMayCome) {
     EXPECT_EQ(outside.GetParentNode(), nullptr);
 }
 
-INSTANTIATE_TEST_SUITE_P(Made, EntryContract, testing::Values(MadeOneByOne),
-                         [](const auto&) { return std::string("OneByOne"); });
+INSTANTIATE_TEST_SUITE_P(Made, EntryContract, testing::Values(MadeOneByOne, MadeFromShape),
+                         [](const auto& made) { return made.index == 0 ? "OneByOne" : "FromShape"; });
+
+TEST(Shape, EntriesAreFilledOnceAndOnlyWhereNobodyWasQuicker) {
+    Node* list = Tree::Instance()->MakeNode(Q("/Contract"));
+    const Names::Id key = Names::Intern(Q("priority"));
+    const Shape& shape = Shape::Make({Shape::Number<int>(key, 1, 11, 1)});
+    Node* entry = Node::NewEntry(list, key, shape);
+    EXPECT_EQ(entry->FirstValue(), nullptr);
+    EXPECT_TRUE(entry->FillFromShape());
+    EXPECT_FALSE(entry->FillFromShape());
+    entry->ShapedValue<Count>(0).SetValue(3);
+    EXPECT_EQ(entry->FindOwn<Count>(key)->GetValue(), 3);
+    entry->DeleteChildren();
+    EXPECT_FALSE(entry->FillFromShape()) << "values are made once";
+    delete entry;
+
+    Recorder quick;
+    quick.onUpdate = [](Observable* subject, TChangeCode code) {
+        if (code == TChangeCode::ChildrenChanged)
+            AddTo<Text>(static_cast<Node*>(subject)->LastChild(), "own");
+    };
+    list->AddObserver(&quick);
+    Node* touched = Node::NewEntry(list, key, shape);
+    list->AddItemUnique(touched);
+    EXPECT_FALSE(touched->FillFromShape());
+    Node plain(list, Q("plain"));
+    EXPECT_FALSE(plain.FillFromShape());
+    list->DeleteObserver(&quick);
+    list->DeleteChildren();
+    EXPECT_EQ(list->LastChild(), nullptr);
+    Tree::Instance()->GetRoot()->DeleteChildren();
+}
 
 } // namespace

@@ -1,0 +1,34 @@
+#include "host/freqlist/boundvalues.h"
+
+#include <cstring>
+
+static_assert(Shape::MaxPlace < 0xff);
+
+BoundValues::Pointers* BoundValues::pointers() const {
+    Pointers* found = nullptr;
+    if (m_bytes[0] == PointersMark)
+        std::memcpy(&found, &m_bytes[1], sizeof found);
+    return found;
+}
+
+ValueBase* BoundValues::Get(const Node* entry, size_t number) const {
+    if (m_bytes[0] == PointersMark)
+        return (*pointers())[number];
+    return m_bytes[number] == 0 ? nullptr : entry->ValueAtPlace(m_bytes[number]);
+}
+
+void BoundValues::Set(const Node* entry, size_t number, ValueBase* value) {
+    const quint8 place = value ? entry->PlaceOf(*value) : 0;
+    if (m_bytes[0] != PointersMark && (place != 0 || !value)) {
+        m_bytes[number] = place;
+        return;
+    }
+    if (m_bytes[0] != PointersMark) {
+        auto* const all = new Pointers;
+        for (size_t i = 0; i < Count; ++i)
+            (*all)[i] = Get(entry, i);
+        m_bytes[0] = PointersMark;
+        std::memcpy(&m_bytes[1], &all, sizeof all);
+    }
+    (*pointers())[number] = value;
+}
