@@ -19,12 +19,17 @@ constexpr unsigned char MaxFields = 15;
 
 HalvoITNodeMediator::HalvoITNodeMediator(MediatorCtrl* controller, Observable* node, int kind,
                                          MediatorType type)
-    : FrequencyNodeMediator(controller, node, kind), m_mediatorType(type) {
-    HalvoITNodeMediator::UpdateDependentValues();
+    : FrequencyNodeMediator(controller, node, kind) {
+    m_itemKind = static_cast<quint16>(type);
+    bindOwn();
 }
 
 void HalvoITNodeMediator::UpdateDependentValues() {
     FrequencyNodeMediator::UpdateDependentValues();
+    bindOwn();
+}
+
+void HalvoITNodeMediator::bindOwn() {
     Rebind(BoundBandwidthSelection, numberOrSelection(GetNode()->FindOwnValue(Keys::BandwidthSel)));
 }
 

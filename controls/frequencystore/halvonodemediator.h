@@ -27,7 +27,7 @@ public:
     void SetBandwidth(double hertz) override;
     bool GetType(char& type, int subItem) override;
 
-    MediatorType GetMediatorType() const { return m_mediatorType; }
+    MediatorType GetMediatorType() const { return static_cast<MediatorType>(m_itemKind); }
 
 protected:
     void UpdateDependentValues() override;
@@ -41,6 +41,5 @@ protected:
 private:
     /// A number or a selection.
     ValueBase* HeldBandwidthSelection() const { return Bound<ValueBase>(BoundBandwidthSelection); }
-
-    MediatorType m_mediatorType;
+    void bindOwn();
 };

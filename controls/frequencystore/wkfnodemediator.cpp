@@ -3,6 +3,8 @@
 #include "host/base/numbers.h"
 #include "host/freqstorexml/frequencystorelist.h"
 
+static_assert(sizeof(void*) != 8 || sizeof(WkfNodeMediator) == 64, "there are a million of them");
+
 namespace {
 
 /// Fields of a line, in order.
@@ -42,12 +44,16 @@ QString orText(const QString& text, const char* whenEmpty) {
 
 WkfNodeMediator::WkfNodeMediator(MediatorCtrl* controller, Observable* node, int kind)
     : HalvoITNodeMediator(controller, node, kind, MediatorType::TargetList) {
-    UpdateDependentValues();
+    bindOwn();
     CheckType();
 }
 
 void WkfNodeMediator::UpdateDependentValues() {
     HalvoITNodeMediator::UpdateDependentValues();
+    bindOwn();
+}
+
+void WkfNodeMediator::bindOwn() {
     const Node* node = GetNode();
     Rebind(BoundPriority, node->FindOwn<ValueNumeric<int>>(Keys::Priority));
     Rebind(BoundThreadClass, node->FindOwn<Value<QString>>(Keys::ThreadClass));

@@ -47,6 +47,7 @@ private:
     };
     static_assert(size_t(BoundEnd) <= BoundValues::Count);
 
+    void bindOwn();
     ValueNumeric<int>* HeldPriority() const { return Bound<ValueNumeric<int>>(BoundPriority); }
     Value<QString>* HeldThreadClass() const { return Bound<Value<QString>>(BoundThreadClass); }
     Value<QString>* HeldProfileID() const { return Bound<Value<QString>>(BoundProfileID); }

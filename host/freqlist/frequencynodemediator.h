@@ -114,5 +114,4 @@ protected:
 
 private:
     BoundValues m_bound;
-    bool m_hasTip = false; ///< a tip of its own stands in a table, since few items have one
 };

@@ -2,44 +2,75 @@
 
 #include "host/freqlist/frequencynodelistview.h"
 
-MultiViewMediator::Rows* MultiViewMediator::manyRows() const {
-    return m_rows & ManyBit ? reinterpret_cast<Rows*>(m_rows & ~ManyBit) : nullptr;
+namespace {
+
+/// Rows of all items. Items are very many, and most of them are shown nowhere or in one view.
+class RowTable {
+public:
+    struct Place {
+        FrequencyNodeMediatorViewItem* row;
+        quint32 next; ///< place of the same item's next row, or the next free place
+    };
+
+    Place& operator[](quint32 place) { return m_places[place]; }
+    quint32 Add(FrequencyNodeMediatorViewItem* row) {
+        if (m_firstFree == 0) {
+            m_places.push_back({row, 0});
+            return static_cast<quint32>(m_places.size() - 1);
+        }
+        const quint32 place = m_firstFree;
+        m_firstFree = std::exchange(m_places[place], Place{row, 0}).next;
+        return place;
+    }
+    /// Frees a place; the result is the one that followed it.
+    quint32 Remove(quint32 place) {
+        return std::exchange(m_places[place], Place{nullptr, std::exchange(m_firstFree, place)}).next;
+    }
+
+private:
+    std::vector<Place> m_places = std::vector<Place>(1); ///< 0 is no place
+    quint32 m_firstFree = 0;
+};
+
+RowTable& rowTable() {
+    static auto* const table = new RowTable;
+    return *table;
 }
+
+} // namespace
 
 template <typename Visit>
 void MultiViewMediator::forEachRow(Visit visit) const {
-    if (const Rows* rows = manyRows()) {
-        for (FrequencyNodeMediatorViewItem* row : *rows)
-            visit(row);
-    } else if (m_rows != 0) {
-        visit(reinterpret_cast<FrequencyNodeMediatorViewItem*>(m_rows));
+    for (quint32 place = m_rows; place != 0;) {
+        const RowTable::Place at = rowTable()[place];
+        visit(at.row);
+        place = at.next;
     }
 }
 
 MultiViewMediator::~MultiViewMediator() {
     forEachRow([](FrequencyNodeMediatorViewItem* row) { row->MediatorEnds(); });
-    delete manyRows();
+    while (m_rows != 0)
+        m_rows = rowTable().Remove(m_rows);
 }
 
 void MultiViewMediator::AddView(FrequencyNodeListView* view, FrequencyNodeMediatorViewItem* row) {
     if (!row || GetItem4View(view))
         return;
-    if (m_rows == 0) {
-        m_rows = reinterpret_cast<quintptr>(row);
-        return;
-    }
-    if (!manyRows())
-        m_rows =
-            reinterpret_cast<quintptr>(new Rows{reinterpret_cast<FrequencyNodeMediatorViewItem*>(m_rows)}) |
-            ManyBit;
-    manyRows()->push_back(row);
+    const quint32 added = rowTable().Add(row);
+    quint32* last = &m_rows;
+    while (*last != 0)
+        last = &rowTable()[*last].next;
+    *last = added;
 }
 
 void MultiViewMediator::RemoveView(FrequencyNodeListView* view) {
-    if (Rows* rows = manyRows())
-        std::erase_if(*rows, [view](const auto* row) { return row->GetView() == view; });
-    else if (GetItem4View(view))
-        m_rows = 0;
+    for (quint32* place = &m_rows; *place != 0;) {
+        if (rowTable()[*place].row->GetView() == view)
+            *place = rowTable().Remove(*place);
+        else
+            place = &rowTable()[*place].next;
+    }
 }
 
 void MultiViewMediator::UpdateAllViewItems() {

@@ -58,16 +58,17 @@ public:
     /// The item's row in that view, or null.
     FrequencyNodeMediatorViewItem* GetItem4View(const FrequencyNodeListView* view) const;
 
-private:
-    using Rows = std::vector<FrequencyNodeMediatorViewItem*>;
+protected:
+    /// Small things of derived mediators, which have room here.
+    bool m_hasTip = false;  ///< a tip of its own stands in a table, since few items have one
+    quint16 m_itemKind = 0; ///< a number of the derived class's
 
-    static constexpr quintptr ManyBit = 1;
-    Rows* manyRows() const;
+private:
     template <typename Visit>
     void forEachRow(Visit visit) const;
 
-    /// Most items are shown in one view or in none: nothing, a row, or with ManyBit the rows.
-    quintptr m_rows = 0;
+    /// The item's first row, in a table of rows that are chained; 0 for none.
+    quint32 m_rows = 0;
 };
 
 /// The part of a mediator controller that the store and the views talk to. One that ends takes itself out of

@@ -75,7 +75,7 @@ bool Node::FillFromShape() {
         return false;
     for (const Shape::Field& field : shape().Fields()) {
         ValueBase* const value = &shaped(field);
-        Shape::construct(field, value);
+        field.construct(value);
         value->m_place = field.place;
         value->m_isLoose = 0;
     }

@@ -2,8 +2,6 @@
 
 #include "host/valuetree/node.h"
 
-#include <deque>
-
 namespace {
 
 struct Kind {
@@ -33,31 +31,28 @@ const Kind& kindOf(ValueType type) {
 
 } // namespace
 
-Shape& Shape::at(Id id) {
-    static auto* const shapes = new std::deque<Shape>(1);
-    if (id == shapes->size())
-        shapes->emplace_back();
-    return (*shapes)[id];
-}
+Shape* Shape::s_all[MaxShapes] = {new Shape};
 
 Shape::Id Shape::add(Shape&& shape, size_t most) {
-    static Id count = 0;
-    if (count >= most)
+    static Id last = None;
+    if (last + size_t(1) >= most)
         return None;
-    shape.m_id = ++count;
-    at(count) = std::move(shape);
-    return count;
+    shape.m_id = ++last;
+    s_all[last] = new Shape(std::move(shape));
+    return last;
 }
 
 const Shape& Shape::Make(std::initializer_list<Field> fields) {
     Shape shape;
     shape.m_bytes = sizeof(Node);
     for (Field field : fields) {
+        const Kind& kind = kindOf(field.type);
+        field.construct = kind.construct;
         field.place = static_cast<quint8>(shape.m_bytes / Word);
         shape.m_fieldAt.resize(field.place + size_t(1));
         shape.m_fieldAt[field.place] = static_cast<quint8>(shape.m_fields.size());
         shape.m_fields.push_back(field);
-        shape.m_bytes += kindOf(field.type).bytes;
+        shape.m_bytes += kind.bytes;
     }
     Q_ASSERT(shape.m_bytes <= MaxPlace * Word);
     return at(add(std::move(shape), MaxShapes));
@@ -77,8 +72,4 @@ Shape::Id Shape::withLimits(size_t field, NumberLimits::Id limits) {
     if (id != None)
         m_siblings.push_back({static_cast<quint8>(field), limits, id});
     return id;
-}
-
-void Shape::construct(const Field& field, void* memory) {
-    kindOf(field.type).construct(memory);
 }

@@ -17,7 +17,8 @@ public:
         Names::Id name;
         ValueType type;
         NumberLimits::Id limits = 0;
-        quint8 place = 0; ///< in words behind the start of the node; the shape's own affair
+        quint8 place = 0; ///< in words behind the start of the node; the shape's own affair, as is the next
+        void (*construct)(void* memory) = nullptr;
     };
     /// Unit of places, in bytes.
     static constexpr size_t Word = 8;
@@ -52,12 +53,13 @@ private:
         Id shape;
     };
 
-    static Shape& at(Id id);
+    static Shape& at(Id id) { return *s_all[id]; }
     static Id add(Shape&& shape, size_t most);
     size_t fieldAt(quint8 place) const { return m_fieldAt[place]; }
     /// The shape that differs in the limits of one field; `None` when there would be too many.
     Id withLimits(size_t field, NumberLimits::Id limits);
-    static void construct(const Field& field, void* memory);
+
+    static Shape* s_all[MaxShapes];
 
     std::vector<Field> m_fields;
     std::vector<quint8> m_fieldAt; ///< by place

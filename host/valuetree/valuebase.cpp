@@ -56,27 +56,20 @@ bool isOrdinaryChange(TChangeCode code) {
            code == TChangeCode::ChildrenChanged;
 }
 
-/// Where the value lies that is about to be made on the heap.
-const void* beingMade = nullptr;
-
 } // namespace
 
-ValueBase::ValueBase(ValueType type) : m_type(static_cast<quint8>(type) & 15) {
-    static_assert(sizeof(ValueBase) == 16, "eight bytes and four, and four for the content of small values");
-    if (beingMade == this) {
-        m_hasHeadInFront = 1;
-        beingMade = nullptr;
-    }
-}
+static_assert(sizeof(ValueBase) == 16, "twelve bytes, and four for the content of small values");
+
+const void* ValueBase::s_beingMade = nullptr;
 
 void* ValueBase::operator new(size_t size) {
     void* const memory = new (::operator new(sizeof(Head) + size)) Head + 1;
-    beingMade = memory;
+    s_beingMade = memory;
     return memory;
 }
 
 void ValueBase::operator delete(void* memory) {
-    beingMade = nullptr;
+    s_beingMade = nullptr;
     ::operator delete(static_cast<Head*>(memory) - 1);
 }
 

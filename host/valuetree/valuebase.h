@@ -124,7 +124,12 @@ public:
     virtual ValueBase* Clone() const = 0;
 
 protected:
-    explicit ValueBase(ValueType type);
+    explicit ValueBase(ValueType type) : m_type(static_cast<quint8>(type) & 15) {
+        if (s_beingMade == this) {
+            m_hasHeadInFront = 1;
+            s_beingMade = nullptr;
+        }
+    }
     /// Turns the state to removing and tells the observers, once. Each concrete class calls it first thing in
     /// its destructor, so that observers still meet a whole value.
     void AnnounceRemoval();
@@ -153,6 +158,9 @@ private:
                                        quintptr(m_place) * sizeof(quint64));
     }
     void becomeLoose();
+
+    /// Where the value lies that is about to be made on the heap.
+    static const void* s_beingMade;
 
     /// Distance from the node in front of the block, in words of eight bytes; 0 for a value in no block.
     quint8 m_place = 0;
