@@ -7,10 +7,6 @@
 
 namespace {
 
-ValueBase* numberOrSelection(ValueBase* value) {
-    return numeric_cast(value) || value_cast<ValueSelection>(value) ? value : nullptr;
-}
-
 /// Numbers of the fields of a plain entry's line.
 enum Field { FieldFrequency, FieldBandwidth, FieldComment, FieldDemodulation };
 constexpr unsigned char MaxFields = 15;
@@ -30,7 +26,10 @@ void HalvoITNodeMediator::UpdateDependentValues() {
 }
 
 void HalvoITNodeMediator::bindOwn() {
-    Rebind(BoundBandwidthSelection, numberOrSelection(GetNode()->FindOwnValue(Keys::BandwidthSel)));
+    static constexpr Binding table[] = {
+        {&Keys::BandwidthSel, TypesOf(ValueType::NumericInt, ValueType::NumericInt64,
+                                      ValueType::NumericDouble, ValueType::Selection)}};
+    Bind({BoundBandwidthSelection, table});
 }
 
 bool HalvoITNodeMediator::GetBandwidthSelection(double& hertz, int) {

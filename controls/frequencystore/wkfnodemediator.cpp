@@ -54,13 +54,14 @@ void WkfNodeMediator::UpdateDependentValues() {
 }
 
 void WkfNodeMediator::bindOwn() {
-    const Node* node = GetNode();
-    Rebind(BoundPriority, node->FindOwn<ValueNumeric<int>>(Keys::Priority));
-    Rebind(BoundThreadClass, node->FindOwn<Value<QString>>(Keys::ThreadClass));
-    Rebind(BoundProfileID, node->FindOwn<Value<QString>>(Keys::ProfileID));
-    Rebind(BoundProfileName, node->FindOwn<Value<QString>>(Keys::ProfileName));
-    Rebind(BoundSignalClass, node->FindOwn<Value<QString>>(Keys::SignalClass));
-    Rebind(BoundTransmissionSystem, node->FindOwn<Value<QString>>(Keys::TransmissionSystem));
+    static constexpr Binding table[] = {{&Keys::Priority, TypesOf(ValueType::NumericInt)},
+                                        {&Keys::ThreadClass, TypesOf(ValueType::Text)},
+                                        {&Keys::ProfileID, TypesOf(ValueType::Text)},
+                                        {&Keys::ProfileName, TypesOf(ValueType::Text)},
+                                        {&Keys::SignalClass, TypesOf(ValueType::Text)},
+                                        {&Keys::TransmissionSystem, TypesOf(ValueType::Text)}};
+    static_assert(std::size(table) == BoundEnd - BoundPriority);
+    Bind({BoundPriority, table});
 }
 
 void WkfNodeMediator::CheckType() {

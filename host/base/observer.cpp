@@ -50,6 +50,10 @@ Life::Handle IObserver::handle() {
     return Life::HandleOf(m_slot);
 }
 
+Life::Handle Observable::handleOf(IObserver& observer) {
+    return observer.handle();
+}
+
 Observable::List* Observable::list() const {
     const quint64 word = m_observed & Listed ? observersOf().Find(this) : LoneBit;
     return word & LoneBit ? nullptr : reinterpret_cast<List*>(word);

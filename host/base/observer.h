@@ -57,6 +57,9 @@ protected:
     virtual bool isFollower(Life::Handle) { return false; }
     /// Gives the follower a place in the subject's own list: the subject leaves its group.
     void listFollower();
+    /// The follower is the only observer of this subject, which had none.
+    void follow() { m_observed |= Followed; }
+    static Life::Handle handleOf(IObserver& observer);
     /// A follower that has ended is followed by another one.
     void forgetFollower() { m_observed &= static_cast<quint8>(~Followed); }
 

@@ -1,5 +1,6 @@
 #include "host/freqlist/boundvalues.h"
 
+#include <algorithm>
 #include <cstring>
 
 static_assert(Shape::MaxPlace < 0xff);
@@ -15,6 +16,15 @@ ValueBase* BoundValues::Get(const Node* entry, size_t number) const {
     if (m_bytes[0] == PointersMark)
         return (*pointers())[number];
     return m_bytes[number] == 0 ? nullptr : entry->ValueAtPlace(m_bytes[number]);
+}
+
+bool BoundValues::SetFresh(size_t first, std::span<const quint8> places) {
+    const auto from = m_bytes.begin() + static_cast<std::ptrdiff_t>(first);
+    if (m_bytes[0] == PointersMark || !std::all_of(from, from + static_cast<std::ptrdiff_t>(places.size()),
+                                                   [](quint8 byte) { return byte == 0; }))
+        return false;
+    std::copy(places.begin(), places.end(), from);
+    return true;
 }
 
 void BoundValues::Set(const Node* entry, size_t number, ValueBase* value) {

@@ -30,10 +30,6 @@ constexpr Cell Cells[] = {
     {FreqList::ColumnComment, &FrequencyNodeMediator::GetCommentString},
 };
 
-ValueBase* textOrSelection(ValueBase* value) {
-    return value_cast<Value<QString>>(value) || value_cast<ValueSelection>(value) ? value : nullptr;
-}
-
 } // namespace
 
 FrequencyNodeMediator::FrequencyNodeMediator(MediatorCtrl* controller, Observable* entryNode, int)
@@ -47,12 +43,51 @@ FrequencyNodeMediator::~FrequencyNodeMediator() {
 }
 
 void FrequencyNodeMediator::UpdateDependentValues() {
-    const Node* node = GetNode();
-    Rebind(BoundFrequency, node->FindOwn<ValueNumeric<double>>(FreqList::KeyFrequency));
-    Rebind(BoundBandwidth, node->FindOwn<ValueNumeric<double>>(FreqList::KeyBandwidth));
-    Rebind(BoundComment, node->FindOwn<Value<QString>>(FreqList::KeyComment));
-    Rebind(BoundDemodulation, textOrSelection(node->FindOwnValue(FreqList::KeyDemodulation)));
-    Rebind(BoundType, node->FindOwn<Value<char>>(FreqList::KeyType));
+    static constexpr Binding table[] = {
+        {&FreqList::KeyFrequency, TypesOf(ValueType::NumericDouble)},
+        {&FreqList::KeyBandwidth, TypesOf(ValueType::NumericDouble)},
+        {&FreqList::KeyComment, TypesOf(ValueType::Text)},
+        {&FreqList::KeyDemodulation, TypesOf(ValueType::Text, ValueType::Selection)},
+        {&FreqList::KeyType, TypesOf(ValueType::Char)}};
+    Bind({BoundFrequency, table});
+}
+
+/// Entries of one shape have the same places: they are looked up for the first of them.
+std::span<const quint8> FrequencyNodeMediator::placesIn(const Node& entry, std::span<const Binding> table) {
+    struct Places {
+        quint16 shape = 0;
+        const Binding* table = nullptr;
+        std::array<quint8, BoundValues::Count> places{};
+    };
+    static std::array<Places, 64> known;
+    const quint16 shape = entry.ShapeId();
+    Places& found = known[(shape * size_t(7) + table.size()) % known.size()];
+    if (found.shape != shape || found.table != table.data()) {
+        found.shape = shape;
+        found.table = table.data();
+        for (size_t i = 0; i < table.size(); ++i)
+            found.places[i] = entry.PlaceOf(*table[i].key, table[i].types);
+    }
+    return {found.places.data(), table.size()};
+}
+
+void FrequencyNodeMediator::Bind(const Bindings& bindings) {
+    Node* const entry = GetNode();
+    if (entry->ShapeId() != 0) {
+        const std::span<const quint8> places = placesIn(*entry, bindings.table);
+        if (m_bound.SetFresh(bindings.first, places))
+            return entry->AddObserverAt(places, *this);
+        for (size_t i = 0; i < places.size(); ++i)
+            Rebind(bindings.first + i, places[i] == 0 ? nullptr : entry->ValueAtPlace(places[i]));
+        return;
+    }
+    for (size_t i = 0; i < bindings.table.size(); ++i) {
+        const Binding& binding = bindings.table[i];
+        ValueBase* found = entry->FindOwnValue(*binding.key);
+        if (found && !(binding.types & TypesOf(found->GetType())))
+            found = nullptr;
+        Rebind(bindings.first + i, found);
+    }
 }
 
 void FrequencyNodeMediator::Rebind(size_t number, ValueBase* found) {

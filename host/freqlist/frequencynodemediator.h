@@ -99,6 +99,16 @@ protected:
         FirstOwn
     };
     void Rebind(size_t number, ValueBase* found);
+    /// What is to be bound by consecutive numbers: the value of a key, when it is of one of the types.
+    struct Binding {
+        const FreqList::Key* key;
+        ValueTypes types;
+    };
+    struct Bindings {
+        size_t first; ///< number of the first one
+        std::span<const Binding> table;
+    };
+    void Bind(const Bindings& bindings);
     bool ForgetIfRemoved(size_t number, const Observable* subject);
     template <typename V>
     V* Bound(size_t number) const {
@@ -113,5 +123,7 @@ protected:
     Value<char>* HeldType() const { return Bound<Value<char>>(BoundType); }
 
 private:
+    static std::span<const quint8> placesIn(const Node& entry, std::span<const Binding> table);
+
     BoundValues m_bound;
 };

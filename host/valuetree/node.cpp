@@ -33,6 +33,12 @@ Changes changes;
 
 } // namespace
 
+/// Nearly all subjects that are asked are plain nodes.
+Node* node_cast(Observable* subject) {
+    return subject && typeid(*subject) == typeid(Node) ? static_cast<Node*>(subject)
+                                                       : dynamic_cast<Node*>(subject);
+}
+
 void TreeItem::Commit(IObserver* originator) {
     const QScopedValueRollback anything(changes, {});
     NotifyObservers(TChangeCode::LookAgain, originator);
@@ -195,7 +201,7 @@ void Node::attach(Node* child, bool asNamed) {
     Rare& r = rare();
     child->m_parent = this;
     child->m_attached = true;
-    const bool takesName = asNamed && r.ordinals.contains(child->m_name);
+    const bool takesName = asNamed && r.hasOrdinal(child->m_name);
     child->m_ordinal = takesName ? 1 : r.nextOrdinal(child->m_name);
     child->m_index = static_cast<quint32>(r.children.size());
     r.append(child);

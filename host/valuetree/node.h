@@ -60,6 +60,9 @@ protected:
     quint32 m_ordinal = 0; ///< 1 for the first of its name, 2 for the second, ...; 0 while not attached
 };
 
+/// The subject as a node; null when it is none.
+Node* node_cast(Observable* subject);
+
 /// Name and type of each value of a node, in order of attachment.
 struct ValueDescriptor {
     struct Entry {
@@ -157,6 +160,13 @@ public:
     quint8 PlaceOf(const ValueBase& value) const {
         return value.IsOfShape() && value.block() == this ? value.m_place : quint8(0);
     }
+    /// The place of the field of that name, where the entry has no other values than those of its shape; 0
+    /// for a name or type that the shape lacks. Entries of one `ShapeId` have the same places.
+    quint8 PlaceOf(Names::Id name, ValueTypes types) const;
+    /// 0 for an entry that has other values than those of a shape.
+    quint16 ShapeId() const;
+    /// Adds the observer to the values at these places (0: to none), as each one's `AddObserver` would.
+    void AddObserverAt(std::span<const quint8> places, IObserver& observer);
     /// The value at a place that `PlaceOf` gave, as long as it lives.
     ValueBase* ValueAtPlace(quint8 place) const {
         return reinterpret_cast<ValueBase*>(reinterpret_cast<quintptr>(this) + place * Shape::Word);

@@ -31,13 +31,15 @@ struct Node::Side {
 
 /// What leaves of the tree do without: sub-nodes, the index of many values, remembered paths.
 struct Node::Rare {
-    std::vector<Node*> children;            ///< in order of attachment; null where one was removed
-    size_t holes = 0;                       ///< nulls in `children`
-    quint32 lastSerial = 0;                 ///< how many children have ever been attached
-    quint32 serialsBefore = 0;              ///< how many of them stood in front of the first place
-    std::vector<quint32> serials;           ///< by place, once places were closed; else they count on
-    int removing = 0;                       ///< removals under way, during which places stay as they are
-    QHash<Names::Id, quint32> ordinals;     ///< last ordinal given per name
+    std::vector<Node*> children;           ///< in order of attachment; null where one was removed
+    size_t holes = 0;                      ///< nulls in `children`
+    quint32 lastSerial = 0;                ///< how many children have ever been attached
+    quint32 serialsBefore = 0;             ///< how many of them stood in front of the first place
+    std::vector<quint32> serials;          ///< by place, once places were closed; else they count on
+    int removing = 0;                      ///< removals under way, during which places stay as they are
+    QHash<Names::Id, quint32> ordinals;    ///< last ordinal given per name, but that of the recent name
+    Names::Id recentName = Names::Unknown; ///< the children of a list mostly have one name
+    quint32 recentOrdinal = 0;
     QHash<quint64, Node*> byNameAndOrdinal; ///< filled when a child is first looked up
     bool indexed = false;
     QHash<Names::Id, ValueBase*> valueIndex; ///< filled when the node has many values
@@ -47,7 +49,16 @@ struct Node::Rare {
 
     static quint64 key(Names::Id name, quint32 ordinal) { return quint64(name) << 32 | ordinal; }
 
-    quint32 nextOrdinal(Names::Id name) { return ++ordinals[name]; }
+    quint32 nextOrdinal(Names::Id name) {
+        if (name != recentName) {
+            if (recentName != Names::Unknown)
+                ordinals[recentName] = recentOrdinal;
+            recentName = name;
+            recentOrdinal = ordinals.value(name);
+        }
+        return ++recentOrdinal;
+    }
+    bool hasOrdinal(Names::Id name) const { return name == recentName || ordinals.contains(name); }
     void remember(Node* child, Names::Id name, quint32 ordinal) {
         if (indexed)
             byNameAndOrdinal.insert(key(name, ordinal), child);

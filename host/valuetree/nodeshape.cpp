@@ -140,3 +140,28 @@ bool Node::endShapedValues() {
     m_isFilled = false;
     return !m_side || !m_side->firstValue;
 }
+
+quint16 Node::ShapeId() const {
+    return m_isFilled && !(m_side && m_side->firstValue) ? m_shape : quint16(Shape::None);
+}
+
+quint8 Node::PlaceOf(Names::Id name, ValueTypes types) const {
+    for (const Shape::Field& field : shape().Fields()) {
+        if (field.name == name)
+            return types & TypesOf(field.type) ? field.place : quint8(0);
+    }
+    return 0;
+}
+
+void Node::AddObserverAt(std::span<const quint8> places, IObserver& observer) {
+    const bool follows = m_follower == handleOf(observer);
+    for (const quint8 place : places) {
+        if (place == 0)
+            continue;
+        ValueBase* const value = ValueAtPlace(place);
+        if (follows && value->IsOfShape() && !value->HasObservers())
+            value->follow();
+        else
+            value->AddObserver(&observer);
+    }
+}

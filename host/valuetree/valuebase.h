@@ -42,6 +42,13 @@ public:
     virtual void SetDeleteObserver(ITreeItem* item) = 0;
 };
 
+/// A set of kinds, one bit for each.
+using ValueTypes = quint32;
+template <typename... Type>
+constexpr ValueTypes TypesOf(Type... types) {
+    return (... | (ValueTypes(1) << static_cast<int>(types)));
+}
+
 /// Something whose changes can be gathered into one notification.
 class ISupportTransaction : public IDeleteSubject {
 public:

@@ -58,7 +58,8 @@ private:
     std::string& trail;
 };
 
-class MediatorContract : public testing::Test {
+/// With entries whose values came one by one, and with entries made from a shape.
+class MediatorContract : public testing::TestWithParam<bool> {
 protected:
     void SetUp() override {
         list = Tree::Instance()->MakeNode(Q("/Mediated"));
@@ -68,6 +69,17 @@ protected:
     void TearDown() override { Tree::Instance()->GetRoot()->DeleteChildren(); }
 
     Node* Add(double hertz) {
+        if (GetParam()) {
+            static const auto key = [](const char* name) { return Names::Intern(Q(name)); };
+            static const Shape& shape =
+                Shape::Make({Shape::Number<double>(key("frequency"), 0, 0, 0), Shape::Text(key("comment")),
+                             Shape::Number<int>(key("count"), 0, 0, 0)});
+            Node* entry = Node::NewEntry(list, key("Entry"), shape);
+            list->AddItemUnique(entry);
+            EXPECT_TRUE(entry->FillFromShape());
+            entry->ShapedValue<ValueNumeric<double>>(0).SetValue(hertz);
+            return entry;
+        }
         auto* entry = new Node(list, Q("Entry"));
         list->AddItemUnique(entry);
         auto* frequency = new ValueNumeric<double>;
@@ -86,7 +98,7 @@ protected:
     std::string trail;
 };
 
-TEST_F(MediatorContract, SeveralControllersFollowOneListEachInItsTurn) {
+TEST_P(MediatorContract, SeveralControllersFollowOneListEachInItsTurn) {
     OwnController own(trail);
     FrequencyNodeMediatorCtrl plain(1);
     Recorder early, late;
@@ -123,7 +135,7 @@ TEST_F(MediatorContract, SeveralControllersFollowOneListEachInItsTurn) {
     EXPECT_TRUE(plain.At(1)->GetFrequency(hertz, 0) && hertz == 80);
 }
 
-TEST_F(MediatorContract, ValuesAreBoundWhenTheNodeSpeaksAndForgottenWhenTheyGo) {
+TEST_P(MediatorContract, ValuesAreBoundWhenTheNodeSpeaksAndForgottenWhenTheyGo) {
     OwnController own(trail);
     own.Init(Q("/Mediated"));
     Node* entry = list->Children()[0];
@@ -157,7 +169,7 @@ TEST_F(MediatorContract, ValuesAreBoundWhenTheNodeSpeaksAndForgottenWhenTheyGo) 
     EXPECT_EQ(mediator->GetCommentString(0), Q("x"));
 }
 
-TEST_F(MediatorContract, AnEndingListTellsEachMediatorOnceOrWhatItOutlives) {
+TEST_P(MediatorContract, AnEndingListTellsEachMediatorOnceOrWhatItOutlives) {
     for (const bool stays : {false, true}) {
         OwnMediator::staysAtTheEnd = stays;
         while (list->ChildCount() < 2)
@@ -174,5 +186,8 @@ TEST_F(MediatorContract, AnEndingListTellsEachMediatorOnceOrWhatItOutlives) {
     }
     OwnMediator::staysAtTheEnd = false;
 }
+
+INSTANTIATE_TEST_SUITE_P(Entries, MediatorContract, testing::Bool(),
+                         [](const auto& made) { return made.param ? "FromShape" : "OneByOne"; });
 
 } // namespace
