@@ -4,7 +4,7 @@
 
 /// Memory for very many small pieces that live long: entries of lists and their mediators. Pieces of one size
 /// lie close together in large regions, which the system may back with large pages; a region whose pieces are
-/// all free is given back. GUI thread only.
+/// all free is given back, but for the last one of a size. GUI thread only.
 namespace Slabs {
 
 /// Larger pieces come from the ordinary heap.
