@@ -5,14 +5,10 @@
 namespace Life {
 namespace {
 
-struct Slot {
-    void* object;
-    quint32 generation;
-    quint32 nextFree;
-};
-
+/// Two rows, so that a slot costs twelve bytes.
 struct Table {
-    std::vector<Slot> entries{Slot{nullptr, 0, 0}};
+    std::vector<void*> objects{nullptr}; ///< of a free slot the number of the next free one
+    std::vector<quint32> generations{0};
     quint32 firstFree = 0;
 };
 
@@ -26,33 +22,31 @@ Table& table() {
 Handle Acquire(void* object) {
     Table& t = table();
     if (t.firstFree == 0) {
-        Q_ASSERT(t.entries.size() <= MaxIndex);
-        t.entries.push_back(Slot{object, 1, 0});
-        return {static_cast<quint32>(t.entries.size() - 1), 1};
+        Q_ASSERT(t.objects.size() <= MaxIndex);
+        t.objects.push_back(object);
+        t.generations.push_back(1);
+        return {static_cast<quint32>(t.objects.size() - 1), 1};
     }
     const quint32 index = t.firstFree;
-    Slot& slot = t.entries[index];
-    t.firstFree = slot.nextFree;
-    slot.object = object;
-    return {index, slot.generation};
+    t.firstFree = static_cast<quint32>(reinterpret_cast<quintptr>(t.objects[index]));
+    t.objects[index] = object;
+    return {index, t.generations[index]};
 }
 
 void Release(quint32 index) {
     Table& t = table();
-    Slot& slot = t.entries[index];
-    slot.object = nullptr;
-    ++slot.generation;
-    slot.nextFree = t.firstFree;
+    ++t.generations[index];
+    t.objects[index] = reinterpret_cast<void*>(quintptr(t.firstFree));
     t.firstFree = index;
 }
 
 Handle HandleOf(quint32 index) {
-    return {index, index == 0 ? 0 : table().entries[index].generation};
+    return {index, index == 0 ? 0 : table().generations[index]};
 }
 
 void* Find(Handle handle) {
-    const Slot& slot = table().entries[handle.index];
-    return slot.generation == handle.generation ? slot.object : nullptr;
+    const Table& t = table();
+    return t.generations[handle.index] == handle.generation ? t.objects[handle.index] : nullptr;
 }
 
 } // namespace Life

@@ -1,5 +1,7 @@
 #include "host/base/observer.h"
 
+#include "host/base/pointermap.h"
+
 #include <QScopeGuard>
 #include <QVarLengthArray>
 
@@ -9,12 +11,20 @@
 
 namespace {
 
+constexpr quint64 LoneBit = 1;
+
 quint64 pack(Life::Handle handle) {
-    return (quint64(handle.generation) << 32) | (quint64(handle.index) << 2);
+    return (quint64(handle.generation) << 32) | (quint64(handle.index) << 2) | LoneBit;
 }
 
 Life::Handle unpack(quint64 word) {
     return {static_cast<quint32>(word & 0xffffffffu) >> 2, static_cast<quint32>(word >> 32)};
+}
+
+/// What stands in the table for a subject: one packed observer handle (LoneBit), or a pointer to its list.
+PointerMap& observersOf() {
+    static auto* const table = new PointerMap;
+    return *table;
 }
 
 /// Subjects that somebody holds weakly, with their slots; few of all subjects ever stand here.
@@ -41,55 +51,69 @@ Life::Handle IObserver::handle() {
     return Life::HandleOf(m_slot);
 }
 
-Observable::List* Observable::list() const {
-    return isInline() ? nullptr : reinterpret_cast<List*>(m_observers & ~(InlineBit | WatchedBit));
+Life::Handle Observable::handleOf(IObserver& observer) {
+    return observer.handle();
 }
 
-void Observable::setList(List* list) {
-    m_observers = reinterpret_cast<quint64>(list) | (m_observers & WatchedBit);
+Observable::List* Observable::list() const {
+    const quint64 word = m_observed & Listed ? observersOf().Find(this) : LoneBit;
+    return word & LoneBit ? nullptr : reinterpret_cast<List*>(word);
+}
+
+/// 0 takes the subject out of the table.
+void Observable::setWord(quint64 word) {
+    if (word != 0)
+        observersOf().Set(this, word);
+    else if (m_observed & Listed)
+        observersOf().Erase(this);
+    m_observed = static_cast<quint8>((m_observed & Watched) | (word != 0 ? Listed : 0));
 }
 
 Observable::~Observable() {
-    if (m_observers == 0)
-        return;
-    if (m_observers & WatchedBit) {
+    if (m_observed & Watched) {
         auto& table = watchedSubjects();
         const auto found = table.find(this);
         Life::Release(found->second);
         table.erase(found);
     }
+    if (!(m_observed & Listed))
+        return;
     if (List* l = list()) {
         if (l->diedWhileNotifying)
             *l->diedWhileNotifying = true;
         delete l;
     }
+    setWord(0);
 }
 
 Life::Handle Observable::WatchedHandle() const {
     auto& table = watchedSubjects();
-    if (m_observers & WatchedBit)
+    if (m_observed & Watched)
         return Life::HandleOf(table.find(this)->second);
     const Life::Handle handle = Life::Acquire(const_cast<Observable*>(this));
     table.emplace(this, handle.index);
-    m_observers |= WatchedBit;
+    m_observed |= Watched;
     return handle;
 }
 
 bool Observable::contains(Life::Handle handle) const {
-    if (isInline())
-        return unpack(m_observers) == handle;
-    const List* l = list();
-    return l && std::find(l->handles.begin(), l->handles.end(), handle) != l->handles.end();
+    if (m_observed & Followed)
+        return follower() == handle;
+    if (const List* l = list())
+        return std::find(l->handles.begin(), l->handles.end(), handle) != l->handles.end();
+    return m_observed & Listed && unpack(observersOf().Find(this)) == handle;
 }
 
-/// Turns the inline form into a list; room for growth is made by dropping observers that have ended.
+/// Turns the short forms into a list; room for growth is made by dropping observers that have ended.
 Observable::List* Observable::expand() {
     List* l = list();
     if (!l) {
         l = new List;
-        if (isInline())
-            l->handles.push_back(unpack(m_observers));
-        setList(l);
+        if (m_observed & Followed)
+            l->handles.push_back(follower());
+        else if (m_observed & Listed)
+            l->handles.push_back(unpack(observersOf().Find(this)));
+        setWord(reinterpret_cast<quint64>(l));
     } else if (l->handles.size() == l->handles.capacity()) {
         std::erase_if(l->handles, [](Life::Handle handle) { return !alive(handle); });
         ++l->changes;
@@ -97,12 +121,17 @@ Observable::List* Observable::expand() {
     return l;
 }
 
+void Observable::listFollower() {
+    if (m_observed & Followed)
+        setWord(pack(follower()));
+}
+
 /// A list that a notification still reads stays.
 void Observable::dropEmptyList() {
     List* l = list();
     if (l->handles.empty() && !l->diedWhileNotifying) {
         delete l;
-        m_observers &= WatchedBit;
+        setWord(0);
     }
 }
 
@@ -110,10 +139,17 @@ bool Observable::AddObserver(IObserver* observer) {
     if (!observer)
         return false;
     const Life::Handle handle = observer->handle();
-    const bool empty = !HasObservers() || (isInline() && !alive(unpack(m_observers)));
-    if (empty) {
-        m_observers = pack(handle) | InlineBit | (m_observers & WatchedBit);
-        return true;
+    if (!list()) {
+        const bool isEmpty =
+            !HasObservers() || !alive(m_observed & Followed ? follower() : unpack(observersOf().Find(this)));
+        if (isEmpty) {
+            setWord(0);
+            if (isFollower(handle))
+                m_observed |= Followed;
+            else
+                setWord(pack(handle));
+            return true;
+        }
     }
     if (contains(handle))
         return false;
@@ -125,12 +161,12 @@ void Observable::DeleteObserver(IObserver* observer) {
     if (!observer || observer->m_slot == 0 || !HasObservers())
         return;
     const Life::Handle handle = observer->handle();
-    if (isInline()) {
-        if (unpack(m_observers) == handle)
-            m_observers &= WatchedBit;
+    List* l = list();
+    if (!l) {
+        if (contains(handle))
+            setWord(0);
         return;
     }
-    List* l = list();
     const auto found = std::find(l->handles.begin(), l->handles.end(), handle);
     if (found != l->handles.end()) {
         l->handles.erase(found);
@@ -145,7 +181,7 @@ void Observable::DeleteObservers() {
         ++l->changes;
         dropEmptyList();
     } else {
-        m_observers &= WatchedBit;
+        setWord(0);
     }
 }
 
@@ -159,14 +195,24 @@ void Observable::MakeFirstObserver(IObserver* observer) {
 }
 
 void Observable::NotifyObservers(TChangeCode code, IObserver* causer) {
-    if (isInline()) {
-        IObserver* observer = alive(unpack(m_observers));
+    if (m_observed & Followed) {
+        IObserver* observer = alive(follower());
+        if (observer && observer != causer)
+            observer->Update(this, code);
+    } else if (m_observed & Listed) {
+        notifyListed(code, causer);
+    }
+}
+
+void Observable::notifyListed(TChangeCode code, IObserver* causer) {
+    List* l = list();
+    if (!l) {
+        IObserver* observer = alive(unpack(observersOf().Find(this)));
         if (observer && observer != causer)
             observer->Update(this, code);
         return;
     }
-    List* l = list();
-    if (!l || l->handles.empty())
+    if (l->handles.empty())
         return;
 
     const QVarLengthArray<Life::Handle, 16> snapshot(l->handles.begin(), l->handles.end());

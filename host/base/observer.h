@@ -18,8 +18,11 @@ enum class TChangeCode : int {
 };
 
 /// A subject that keeps an ordered list of observers and notifies them. It owns none of them and may itself
-/// be deleted at any time, also from within a notification that it sends. Most subjects have no observer or
-/// one, and cost no allocation then.
+/// be deleted at any time, also from within a notification that it sends.
+///
+/// A subject itself has one byte for all that. Its observers stand in a table beside; most subjects of very
+/// many have none, or only the *follower* that a group of them shares: the values of an entry and their node
+/// are mostly observed by one mediator, and then a bit says so.
 class Observable {
 public:
     Observable() = default;
@@ -36,7 +39,7 @@ public:
     /// Moves the observer to the head of the list, inserting it when it is not registered yet.
     void MakeFirstObserver(IObserver* observer);
 
-    bool HasObservers() const { return (m_observers & ~WatchedBit) != 0; }
+    bool HasObservers() const { return (m_observed & (Listed | Followed)) != 0; }
 
     /// A handle by which the subject can be found while it lives; see `WeakRef`.
     Life::Handle WatchedHandle() const;
@@ -48,21 +51,34 @@ protected:
     /// notification on.
     virtual void NotifyObservers(TChangeCode code, IObserver* causer);
 
+    /// The follower of the subject's group; none for a subject without one.
+    virtual Life::Handle follower() const { return {}; }
+    /// Whether that observer is the follower, or has just become it.
+    virtual bool isFollower(Life::Handle) { return false; }
+    /// Gives the follower a place in the subject's own list: the subject leaves its group.
+    void listFollower();
+    /// The follower is the only observer of this subject, which had none.
+    void follow() { m_observed |= Followed; }
+    static Life::Handle handleOf(IObserver& observer);
+    /// A follower that has ended is followed by another one.
+    void forgetFollower() { m_observed &= static_cast<quint8>(~Followed); }
+
 private:
     struct List;
-    static constexpr quint64 InlineBit = 1;
-    static constexpr quint64 WatchedBit = 2;
+    enum : quint8 {
+        Listed = 1,   ///< the observers stand in the table
+        Followed = 2, ///< the follower is the only observer
+        Watched = 4,  ///< stands in the table of watched subjects
+    };
 
-    bool isInline() const { return (m_observers & InlineBit) != 0; }
-    List* list() const;
-    void setList(List* list);
     bool contains(Life::Handle handle) const;
+    List* list() const;
     List* expand();
+    void setWord(quint64 word);
     void dropEmptyList();
+    void notifyListed(TChangeCode code, IObserver* causer);
 
-    /// Nothing; or one packed observer handle (InlineBit); or a pointer to a `List`. WatchedBit says that the
-    /// subject stands in the table of watched subjects.
-    mutable quint64 m_observers = 0;
+    mutable quint8 m_observed = 0;
 };
 
 /// Observer interface. An observer that ends is no longer called by any subject: subjects hold handles, not

@@ -30,14 +30,11 @@ constexpr Cell Cells[] = {
     {FreqList::ColumnComment, &FrequencyNodeMediator::GetCommentString},
 };
 
-ValueBase* textOrSelection(ValueBase* value) {
-    return value_cast<Value<QString>>(value) || value_cast<ValueSelection>(value) ? value : nullptr;
-}
-
 } // namespace
 
-FrequencyNodeMediator::FrequencyNodeMediator(MediatorCtrl* controller, Observable* entryNode, int kind)
-    : Mediator(controller, entryNode), m_kind(kind), m_isNode(dynamic_cast<Node*>(entryNode) != nullptr) {
+FrequencyNodeMediator::FrequencyNodeMediator(MediatorCtrl* controller, Observable* entryNode, int)
+    : Mediator(controller, entryNode) {
+    m_isNode = dynamic_cast<Node*>(entryNode) != nullptr;
     FrequencyNodeMediator::UpdateDependentValues();
 }
 
@@ -47,11 +44,72 @@ FrequencyNodeMediator::~FrequencyNodeMediator() {
 }
 
 void FrequencyNodeMediator::UpdateDependentValues() {
-    Rebind(m_frequency, Own<ValueNumeric<double>>(FreqList::KeyFrequency));
-    Rebind(m_bandwidth, Own<ValueNumeric<double>>(FreqList::KeyBandwidth));
-    Rebind(m_comment, Own<Value<QString>>(FreqList::KeyComment));
-    Rebind(m_demodulation, textOrSelection(OwnValue(FreqList::KeyDemodulation)));
-    Rebind(m_type, Own<Value<char>>(FreqList::KeyType));
+    static constexpr Binding table[] = {
+        {&FreqList::KeyFrequency, TypesOf(ValueType::NumericDouble)},
+        {&FreqList::KeyBandwidth, TypesOf(ValueType::NumericDouble)},
+        {&FreqList::KeyComment, TypesOf(ValueType::Text)},
+        {&FreqList::KeyDemodulation, TypesOf(ValueType::Text, ValueType::Selection)},
+        {&FreqList::KeyType, TypesOf(ValueType::Char)}};
+    Bind({BoundFrequency, table});
+}
+
+/// Entries of one shape have the same places: they are looked up for the first of them.
+std::span<const quint8> FrequencyNodeMediator::placesIn(const Node& entry, std::span<const Binding> table) {
+    struct Places {
+        quint16 shape = 0;
+        const Binding* table = nullptr;
+        std::array<quint8, BoundValues::Count> places{};
+    };
+    static std::array<Places, 64> known;
+    const quint16 shape = entry.ShapeId();
+    Places& found = known[(shape * size_t(7) + table.size()) % known.size()];
+    if (found.shape != shape || found.table != table.data()) {
+        found.shape = shape;
+        found.table = table.data();
+        for (size_t i = 0; i < table.size(); ++i)
+            found.places[i] = entry.PlaceOf(*table[i].key, table[i].types);
+    }
+    return {found.places.data(), table.size()};
+}
+
+void FrequencyNodeMediator::Bind(const Bindings& bindings) {
+    Node* const entry = GetNode();
+    if (!entry)
+        return;
+    if (entry->ShapeId() != 0) {
+        const std::span<const quint8> places = placesIn(*entry, bindings.table);
+        if (m_bound.SetFresh(bindings.first, places))
+            return entry->AddObserverAt(places, *this);
+        for (size_t i = 0; i < places.size(); ++i)
+            Rebind(bindings.first + i, places[i] == 0 ? nullptr : entry->ValueAtPlace(places[i]));
+        return;
+    }
+    for (size_t i = 0; i < bindings.table.size(); ++i) {
+        const Binding& binding = bindings.table[i];
+        ValueBase* found = entry->FindOwnValue(*binding.key);
+        if (found && !(binding.types & TypesOf(found->GetType())))
+            found = nullptr;
+        Rebind(bindings.first + i, found);
+    }
+}
+
+void FrequencyNodeMediator::Rebind(size_t number, ValueBase* found) {
+    ValueBase* const held = Bound<ValueBase>(number);
+    if (held == found)
+        return;
+    if (held)
+        held->DeleteObserver(this);
+    m_bound.Set(GetNode(), number, found);
+    if (found)
+        found->AddObserver(this);
+}
+
+bool FrequencyNodeMediator::ForgetIfRemoved(size_t number, const Observable* subject) {
+    ValueBase* held = Bound<ValueBase>(number);
+    if (!ForgetIfRemoved(held, subject))
+        return false;
+    m_bound.Set(GetNode(), number, nullptr);
+    return true;
 }
 
 void FrequencyNodeMediator::Update(Observable* subject, TChangeCode code) {
@@ -60,37 +118,40 @@ void FrequencyNodeMediator::Update(Observable* subject, TChangeCode code) {
         return;
     }
     if (code == TChangeCode::Removing) {
-        ForgetIfRemoved(m_frequency, subject) || ForgetIfRemoved(m_bandwidth, subject) ||
-            ForgetIfRemoved(m_comment, subject) || ForgetIfRemoved(m_demodulation, subject) ||
-            ForgetIfRemoved(m_type, subject);
+        for (size_t number = 0; number < FirstOwn && !ForgetIfRemoved(number, subject); ++number)
+            ;
     } else if (subject == m_observable) {
         UpdateDependentValues();
     }
     UpdateAllViewItems();
     if (auto* list = dynamic_cast<MultiViewMediatorCtrl*>(m_controller))
         list->SetEntryDirty(GetNode());
-    if (code == TChangeCode::Removing && subject == m_observable)
+    if (code == TChangeCode::Removing && subject == m_observable) {
+        // The places of bound values are known by their node.
+        for (size_t number = 0; number < BoundValues::Count; ++number)
+            Rebind(number, nullptr);
         m_observable = nullptr;
+    }
 }
 
 void FrequencyNodeMediator::SetFrequency(double hertz) {
-    if (m_frequency)
-        m_frequency->SetValue(hertz);
+    if (HeldFrequency())
+        HeldFrequency()->SetValue(hertz);
 }
 
 void FrequencyNodeMediator::SetBandwidth(double hertz) {
-    if (m_bandwidth)
-        m_bandwidth->SetValue(hertz);
+    if (HeldBandwidth())
+        HeldBandwidth()->SetValue(hertz);
 }
 
 void FrequencyNodeMediator::SetDemodulation(QString demodulation) {
-    if (m_demodulation)
-        m_demodulation->SetStringValue(demodulation);
+    if (HeldDemodulation())
+        HeldDemodulation()->SetStringValue(demodulation);
 }
 
 void FrequencyNodeMediator::SetComment(QString comment) {
-    if (m_comment)
-        m_comment->SetValue(comment);
+    if (HeldComment())
+        HeldComment()->SetValue(comment);
 }
 
 void FrequencyNodeMediator::SetTip(QString tip) {
@@ -103,42 +164,42 @@ void FrequencyNodeMediator::SetTip(QString tip) {
 }
 
 void FrequencyNodeMediator::SetType(char type) {
-    if (m_type)
-        m_type->SetValue(type);
+    if (HeldType())
+        HeldType()->SetValue(type);
 }
 
 bool FrequencyNodeMediator::GetFrequency(double& frequency, int) {
-    if (!m_frequency)
+    if (!HeldFrequency())
         return false;
-    frequency = m_frequency->GetValue();
+    frequency = HeldFrequency()->GetValue();
     return true;
 }
 
 bool FrequencyNodeMediator::GetBandwidth(double& bandwidth, int) {
-    if (!m_bandwidth)
+    if (!HeldBandwidth())
         return false;
-    bandwidth = m_bandwidth->GetValue();
+    bandwidth = HeldBandwidth()->GetValue();
     return true;
 }
 
 bool FrequencyNodeMediator::GetComment(QString& comment, int) {
-    if (!m_comment)
+    if (!HeldComment())
         return false;
-    comment = m_comment->GetValue();
+    comment = HeldComment()->GetValue();
     return true;
 }
 
 bool FrequencyNodeMediator::GetDemodulation(QString& demodulation, int) {
-    if (!m_demodulation)
+    if (!HeldDemodulation())
         return false;
-    demodulation = m_demodulation->GetStringValue();
+    demodulation = HeldDemodulation()->GetStringValue();
     return true;
 }
 
 bool FrequencyNodeMediator::GetType(char& type, int) {
-    if (!m_type)
+    if (!HeldType())
         return false;
-    type = m_type->GetValue();
+    type = HeldType()->GetValue();
     return true;
 }
 
@@ -147,7 +208,7 @@ bool FrequencyNodeMediator::GetTip(QString& tip, int) {
         tip = tips().find(this)->second;
         return true;
     }
-    if (!m_frequency)
+    if (!HeldFrequency())
         return false;
     QStringList lines{GetFrequencyString(0)};
     if (const QString comment = GetCommentString(0); !comment.isEmpty())

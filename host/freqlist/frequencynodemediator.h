@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/freqlist/boundvalues.h"
 #include "host/freqlist/keys.h"
 #include "host/freqlist/mediator.h"
 #include "host/freqlist/multiviewmediator.h"
@@ -13,7 +14,7 @@ class FrequencyStoreList;
 /// rows, and writes them into interchange lists. It owns no value.
 class FrequencyNodeMediator : public Mediator, public MultiViewMediator {
 public:
-    /// `kind` is the controller's number for its mediators; it is kept and not interpreted.
+    /// `kind` is the controller's number for its mediators; it means nothing here.
     FrequencyNodeMediator(MediatorCtrl* controller, Observable* entryNode, int kind);
     ~FrequencyNodeMediator() override;
 
@@ -94,17 +95,44 @@ protected:
         return true;
     }
 
-    ValueNumeric<double>* m_frequency = nullptr;
-    ValueNumeric<double>* m_bandwidth = nullptr;
-    Value<QString>* m_comment = nullptr;
-    ValueBase* m_demodulation = nullptr; ///< text or selection
-    Value<char>* m_type = nullptr;
+    /// The same for the values that are kept small, by number. Mediators of other entries have their own
+    /// from `FirstOwn` on, up to `BoundValues::Count`.
+    enum BoundNumber : size_t {
+        BoundFrequency,
+        BoundBandwidth,
+        BoundComment,
+        BoundDemodulation,
+        BoundType,
+        FirstOwn
+    };
+    void Rebind(size_t number, ValueBase* found);
+    /// What is to be bound by consecutive numbers: the value of a key, when it is of one of the types.
+    struct Binding {
+        const FreqList::Key* key;
+        ValueTypes types;
+    };
+    struct Bindings {
+        size_t first; ///< number of the first one
+        std::span<const Binding> table;
+    };
+    void Bind(const Bindings& bindings);
+    bool ForgetIfRemoved(size_t number, const Observable* subject);
+    template <typename V>
+    V* Bound(size_t number) const {
+        return static_cast<V*>(m_bound.Get(GetNode(), number));
+    }
+
+    ValueNumeric<double>* HeldFrequency() const { return Bound<ValueNumeric<double>>(BoundFrequency); }
+    ValueNumeric<double>* HeldBandwidth() const { return Bound<ValueNumeric<double>>(BoundBandwidth); }
+    Value<QString>* HeldComment() const { return Bound<Value<QString>>(BoundComment); }
+    /// Text or selection.
+    ValueBase* HeldDemodulation() const { return Bound<ValueBase>(BoundDemodulation); }
+    Value<char>* HeldType() const { return Bound<Value<char>>(BoundType); }
 
 private:
     template <typename V>
     bool ownText(Names::Id key, QString& text) const;
+    static std::span<const quint8> placesIn(const Node& entry, std::span<const Binding> table);
 
-    int m_kind;
-    bool m_isNode;
-    bool m_hasTip = false; ///< a tip of its own stands in a table, since few items have one
+    BoundValues m_bound;
 };

@@ -8,6 +8,8 @@
 
 #include <QTimerEvent>
 
+#include <typeindex>
+
 namespace {
 
 /// Many changes within this time are one refresh; short enough to look immediate.
@@ -40,13 +42,20 @@ void FrequencyNodeMediatorCtrl::Init(const QString& nodePath) {
 }
 
 Mediator* FrequencyNodeMediatorCtrl::CreateMediator(Observable* entryNode) {
-    return dynamic_cast<Node*>(entryNode) ? new FrequencyNodeMediator(this, entryNode, m_storeType) : nullptr;
+    return node_cast(entryNode) ? new FrequencyNodeMediator(this, entryNode, m_storeType) : nullptr;
 }
 
 void FrequencyNodeMediatorCtrl::NotifyCreated(Mediator* mediator) {
-    auto* item = dynamic_cast<FrequencyNodeMediator*>(mediator);
-    if (!item)
+    if (!mediator)
         return;
+    // A list's mediators are mostly of one class, so that one cast serves for all of them.
+    static std::type_index known = typeid(FrequencyNodeMediator);
+    if (known != typeid(*mediator)) {
+        if (!dynamic_cast<FrequencyNodeMediator*>(mediator))
+            return;
+        known = typeid(*mediator);
+    }
+    auto* const item = static_cast<FrequencyNodeMediator*>(mediator);
     item->OrderIndex = static_cast<unsigned>(m_order.size());
     m_order.push_back(item);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/base/observer.h"
+#include "host/base/slabs.h"
 
 #include <QString>
 
@@ -41,6 +42,8 @@ public:
     Mediator& operator=(const Mediator&) = delete;
     /// Leaves the node and tells the controller.
     ~Mediator() override;
+    static void* operator new(size_t size) { return Slabs::Take(size); }
+    static void operator delete(void* memory, size_t size) { Slabs::Free(memory, size); }
 
     /// The entry node that the mediator observes.
     Observable* GetObservable() const { return m_observable; }

@@ -14,10 +14,8 @@ class QWidget;
 /// What views, the frequency bar and the receiver read of one list item. A getter returns false, with its
 /// output untouched, when the item has no such property. The trailing int selects a sub-item; items without
 /// sub-items take 0. Frequencies and bandwidths in Hz.
-class IFrequencyStoreItem {
+class IFrequencyStoreItem : public Observable {
 public:
-    virtual ~IFrequencyStoreItem() = default;
-
     virtual bool GetFrequency(double& frequency, int subItem) = 0;
     virtual bool GetBandwidth(double& bandwidth, int subItem) = 0;
     virtual bool GetComment(QString& comment, int subItem) = 0;
@@ -41,7 +39,7 @@ public:
 
 /// One list item that is shown in several views at once: it keeps one row per view. The rows belong to their
 /// views; a row whose item ends is taken out by its view.
-class MultiViewMediator : public IFrequencyStoreItem, public Observable {
+class MultiViewMediator : public IFrequencyStoreItem {
 public:
     MultiViewMediator() = default;
     MultiViewMediator(const MultiViewMediator&) = delete;
@@ -62,10 +60,18 @@ public:
     /// The item's row in that view, or null.
     FrequencyNodeMediatorViewItem* GetItem4View(const FrequencyNodeListView* view) const;
 
+protected:
+    /// Small things of derived mediators, which have room here.
+    bool m_hasTip = false;  ///< a tip of its own stands in a table, since few items have one
+    bool m_isNode = false;  ///< what is observed is a node
+    quint16 m_itemKind = 0; ///< a number of the derived class's
+
 private:
-    /// Most items are shown in one view or in none.
-    FrequencyNodeMediatorViewItem* m_row = nullptr;
-    std::vector<FrequencyNodeMediatorViewItem*>* m_furtherRows = nullptr;
+    template <typename Visit>
+    void forEachRow(Visit visit) const;
+
+    /// The item's first row, in a table of rows that are chained; 0 for none.
+    quint32 m_rows = 0;
 };
 
 /// The part of a mediator controller that the store and the views talk to. One that ends takes itself out of

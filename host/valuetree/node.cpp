@@ -33,6 +33,12 @@ Changes changes;
 
 } // namespace
 
+/// Nearly all subjects that are asked are plain nodes.
+Node* node_cast(Observable* subject) {
+    return subject && typeid(*subject) == typeid(Node) ? static_cast<Node*>(subject)
+                                                       : dynamic_cast<Node*>(subject);
+}
+
 void TreeItem::Commit(IObserver* originator) {
     const QScopedValueRollback anything(changes, {});
     NotifyObservers(TChangeCode::LookAgain, originator);
@@ -51,14 +57,16 @@ std::span<Node* const> Node::ChangedChildren() const {
 void Node::stepAside(const ValueBase* value) {
     for (RemovalCursor* c = RemovalCursor::innermost(); c; c = c->outer) {
         if (c->nextValue == value)
-            c->nextValue = value->m_next;
+            c->nextValue = NextValue(value);
     }
 }
 
 Life::Handle Node::WatchedHandle() const {
-    if (m_slot == 0)
-        m_slot = Life::Acquire(const_cast<Node*>(this)).index;
-    return Life::HandleOf(m_slot);
+    auto* const self = const_cast<Node*>(this);
+    quint32& slot = self->side().slot;
+    if (slot == 0)
+        slot = Life::Acquire(self).index;
+    return Life::HandleOf(slot);
 }
 
 QString TreeItem::GetPathName() const {
@@ -73,7 +81,9 @@ QString TreeItem::GetPathName_NoSlashForRoot() const {
     return m_parent->PathOfChild(node->segment());
 }
 
-Node::Node(Node* parent, const QString& name) : TreeItem(parent, Names::Intern(name)) {}
+Node::Node(Node* parent, Names::Id name) : TreeItem(parent, name) {}
+
+Node::Node(Node* parent, const QString& name) : Node(parent, Names::Intern(name)) {}
 
 Node::~Node() {
     announceRemoval();
@@ -83,33 +93,70 @@ Node::~Node() {
     ITreeItem* const told = GetDeleteObserver();
     if (m_attached && m_parent)
         m_parent->unlinkChild(this);
-    while (ValueBase* value = m_firstValue) {
-        unlinkValue(value);
-        if (value->m_autoDelete)
-            delete value;
+    if (!endShapedValues()) {
+        while (ValueBase* value = FirstValue()) {
+            unlinkValue(value);
+            if (value->m_autoDelete)
+                delete value;
+        }
     }
-    if (m_rare) {
-        for (Node* child : m_rare->children) {
+    if (const Rare* r = findRare()) {
+        for (Node* child : r->children) {
             if (child) {
                 child->m_attached = false;
                 delete child;
             }
         }
     }
-    if (m_slot != 0)
-        Life::Release(m_slot);
+    if (m_side && m_side->slot != 0)
+        Life::Release(m_side->slot);
     if (told)
         told->OnDeleted(this);
 }
 
+Node::Side& Node::side() {
+    if (!m_side)
+        m_side = std::make_unique<Side>();
+    return *m_side;
+}
+
 Node::Rare& Node::rare() {
-    if (!m_rare)
-        m_rare = std::make_unique<Rare>();
-    return *m_rare;
+    std::unique_ptr<Rare>& r = side().rare;
+    if (!r)
+        r = std::make_unique<Rare>();
+    return *r;
+}
+
+Node::Rare* Node::findRare() const {
+    return m_side ? m_side->rare.get() : nullptr;
+}
+
+quint32 Node::RemovedValues() const {
+    return m_side ? m_side->removedValues : 0;
+}
+
+quint32 Node::GetSerial() const {
+    return m_attached ? m_parent->findRare()->serialAt(m_index) : 0;
+}
+
+/// A follower that has ended makes room for the next. Nobody inherits what it observed.
+bool Node::isFollower(Life::Handle observer) {
+    if (m_follower == observer)
+        return true;
+    if (Life::Find(m_follower))
+        return false;
+    if (m_follower) {
+        forgetFollower();
+        for (ValueBase* value = FirstValue(); value; value = NextValue(value))
+            value->forgetFollower();
+    }
+    m_follower = observer;
+    return true;
 }
 
 ITreeItem* Node::GetDeleteObserver() const {
-    return m_rare ? m_rare->deleteObserver : nullptr;
+    const Rare* r = findRare();
+    return r ? r->deleteObserver : nullptr;
 }
 
 void Node::SetDeleteObserver(ITreeItem* item) {
@@ -154,11 +201,10 @@ void Node::attach(Node* child, bool asNamed) {
     Rare& r = rare();
     child->m_parent = this;
     child->m_attached = true;
-    const bool takesName = asNamed && r.ordinals.contains(child->m_name);
+    const bool takesName = asNamed && r.hasOrdinal(child->m_name);
     child->m_ordinal = takesName ? 1 : r.nextOrdinal(child->m_name);
-    child->m_serial = ++r.lastSerial;
     child->m_index = static_cast<quint32>(r.children.size());
-    r.children.push_back(child);
+    r.append(child);
     r.remember(child, child->m_name, child->m_ordinal);
     NotifyObservers(TChangeCode::ChildrenChanged, nullptr);
 }
@@ -169,7 +215,7 @@ void Node::AddItemUnique(Node* child) {
 }
 
 void Node::AddItemUnique(ValueBase* value) {
-    if (!value || value->m_parent)
+    if (!value || value->GetParentNode())
         return;
     const QString name = value->GetName();
     for (int n = 2; !AddValue(value->GetName(), value); ++n)
@@ -201,16 +247,17 @@ bool Node::AddNode(const QString& path) {
 }
 
 Node* Node::findChild(QStringView segment) const {
-    if (!m_rare)
+    Rare* const r = findRare();
+    if (!r)
         return nullptr;
-    if (Node* first = m_rare->find(Names::Find(segment), 1))
+    if (Node* first = r->find(Names::Find(segment), 1))
         return first;
     const qsizetype mark = segment.lastIndexOf(QLatin1Char('#'));
     if (mark < 0)
         return nullptr;
     bool ok = false;
     const uint ordinal = segment.mid(mark + 1).toUInt(&ok);
-    return ok && ordinal > 1 ? m_rare->find(Names::Find(segment.left(mark)), ordinal) : nullptr;
+    return ok && ordinal > 1 ? r->find(Names::Find(segment.left(mark)), ordinal) : nullptr;
 }
 
 Node* Node::findNode(QStringView path) const {
@@ -271,20 +318,20 @@ void Node::DeleteNodes(const std::vector<Node*>& children) {
 }
 
 void Node::DeleteChildren() {
-    if (!m_firstValue && ChildCount() == 0)
+    if (!FirstValue() && ChildCount() == 0)
         return;
     RemovalCursor cursor(this);
     if (!announceValues(cursor))
         return;
-    while (ValueBase* value = m_firstValue) {
+    while (ValueBase* value = FirstValue()) {
         unlinkValue(value);
         if (value->m_autoDelete)
             delete value;
         if (cursor.dead)
             return;
     }
-    if (m_rare) {
-        Rare& r = *m_rare;
+    if (findRare()) {
+        Rare& r = rare();
         ++r.removing;
         const size_t count = r.children.size(); // children attached meanwhile stay
         for (size_t place = 0; place < count; ++place) {
@@ -301,8 +348,9 @@ void Node::DeleteChildren() {
 
 /// Tells everyone below and at this node that it ends; false when the node was deleted meanwhile.
 bool Node::announceRemoval() {
-    if (std::exchange(m_announced, true))
+    if (m_announced)
         return true;
+    m_announced = true;
     RemovalCursor cursor(this);
     for (const TChangeCode code : {TChangeCode::MediatorNodeEnds, TChangeCode::Removing}) {
         if (HasObservers())
@@ -314,8 +362,8 @@ bool Node::announceRemoval() {
 }
 
 bool Node::announceValues(RemovalCursor& cursor) {
-    for (ValueBase* value = m_firstValue; value; value = cursor.nextValue) {
-        cursor.nextValue = value->m_next;
+    for (ValueBase* value = FirstValue(); value; value = cursor.nextValue) {
+        cursor.nextValue = NextValue(value);
         value->AnnounceRemoval();
         if (cursor.dead)
             return false;
@@ -324,21 +372,23 @@ bool Node::announceValues(RemovalCursor& cursor) {
 }
 
 bool Node::announceChildren(RemovalCursor& cursor) {
-    if (!m_rare)
+    Rare* const r = findRare();
+    if (!r)
         return true;
-    ++m_rare->removing;
-    for (size_t place = 0; place < m_rare->children.size(); ++place) {
-        if (Node* child = m_rare->children[place])
+    ++r->removing;
+    for (size_t place = 0; place < r->children.size(); ++place) {
+        if (Node* child = r->children[place])
             child->announceRemoval();
         if (cursor.dead)
             return false;
     }
-    --m_rare->removing;
+    --r->removing;
     return true;
 }
 
 size_t Node::ChildCount() const {
-    return m_rare ? m_rare->children.size() - m_rare->holes : 0;
+    const Rare* r = findRare();
+    return r ? r->children.size() - r->holes : 0;
 }
 
 std::vector<Node*> Node::Children() const {
@@ -348,25 +398,38 @@ std::vector<Node*> Node::Children() const {
 
 std::vector<Node*> Node::ChildrenSince(quint32& serial) const {
     std::vector<Node*> result;
-    if (!m_rare)
+    const Rare* r = findRare();
+    if (!r)
         return result;
-    const std::vector<Node*>& children = m_rare->children;
-    const auto isOld = [serial](const Node* child) { return child && child->m_serial <= serial; };
-    const auto firstNew = std::find_if(children.rbegin(), children.rend(), isOld).base();
-    result.reserve(static_cast<size_t>(children.end() - firstNew));
-    std::copy_if(firstNew, children.end(), std::back_inserter(result),
-                 [](Node* child) { return child != nullptr; });
-    serial = m_rare->lastSerial;
+    const std::vector<Node*>& children = r->children;
+    size_t first = 0;
+    for (size_t end = children.size(); first < end;) {
+        const size_t middle = (first + end) / 2;
+        if (r->serialAt(middle) <= serial)
+            first = middle + 1;
+        else
+            end = middle;
+    }
+    result.reserve(children.size() - first);
+    std::copy_if(children.begin() + static_cast<std::ptrdiff_t>(first), children.end(),
+                 std::back_inserter(result), [](Node* child) { return child != nullptr; });
+    serial = r->lastSerial;
     return result;
 }
 
+Node* Node::LastChild() const {
+    const Rare* r = findRare();
+    return r && !r->children.empty() ? r->children.back() : nullptr;
+}
+
 void Node::SetAllValuesAutoDelete(bool on) {
-    for (ValueBase* value = m_firstValue; value; value = value->m_next)
+    for (ValueBase* value = FirstValue(); value; value = NextValue(value))
         value->m_autoDelete = on;
 }
 
 QString Node::GetLastCompletePathName() const {
-    return m_rare ? m_rare->completePath : QString();
+    const Rare* r = findRare();
+    return r ? r->completePath : QString();
 }
 
 void Node::SetLastCompletePathName(bool complete) {
@@ -376,7 +439,7 @@ void Node::SetLastCompletePathName(bool complete) {
 const ValueDescriptor* Node::GetValueDescriptor() const {
     auto& descriptor = const_cast<Node*>(this)->rare().descriptor;
     descriptor = std::make_unique<ValueDescriptor>();
-    for (const ValueBase* value = m_firstValue; value; value = value->m_next)
+    for (const ValueBase* value = FirstValue(); value; value = NextValue(value))
         descriptor->values.push_back({value->GetName(), value->GetType()});
     return descriptor.get();
 }

@@ -2,6 +2,7 @@
 
 #include "host/base/observer.h"
 #include "host/valuetree/names.h"
+#include "host/valuetree/shape.h"
 #include "host/valuetree/value.h"
 
 #include <QString>
@@ -23,7 +24,7 @@ public:
 };
 
 /// Common part of what hangs in the tree: parent and path.
-class TreeItem : public ITreeItem, public Observable {
+class TreeItem : public ITreeItem {
 public:
     /// Null for the root, and for an item that was made without a parent.
     Node* GetParentNode() const override { return m_parent; }
@@ -46,12 +47,21 @@ public:
     void OnDeleted(IDeleteSubject*) override {}
 
 protected:
-    TreeItem(Node* parent, Names::Id name) : m_parent(parent), m_name(name) {}
+    TreeItem(Node* parent, Names::Id name) : m_name(name), m_parent(parent) {}
 
-    Node* m_parent;
+    bool m_attached : 1 = false;
+    bool m_announced : 1 = false;
+    bool m_autoDeleteAtAdd : 1 = true;
+    bool m_isInBlock : 1 = false; ///< made from a shape
+    bool m_isFilled : 1 = false;  ///< has the values of its shape
+    quint16 m_shape = 0;
     Names::Id m_name;
+    Node* m_parent;
     quint32 m_ordinal = 0; ///< 1 for the first of its name, 2 for the second, ...; 0 while not attached
 };
+
+/// The subject as a node; null when it is none.
+Node* node_cast(Observable* subject);
 
 /// Name and type of each value of a node, in order of attachment.
 struct ValueDescriptor {
@@ -75,6 +85,20 @@ public:
     Node(const Node&) = delete;
     Node& operator=(const Node&) = delete;
     ~Node() override;
+    static void operator delete(Node* node, std::destroying_delete_t);
+
+    /// Makes an entry that can be filled from a shape; like any new node it is to be attached to `parent`.
+    static Node* NewEntry(Node* parent, Names::Id name, const Shape& shape);
+    /// Makes all values of the entry's shape, with empty content. False, and nothing is made, when the entry
+    /// has none, or somebody was quicker and gave it values, or values are not to be destroyed with it.
+    bool FillFromShape();
+    /// A value of an entry that was filled, by its place among the fields; V is the field's type.
+    template <typename V>
+    V& ShapedValue(size_t field) {
+        ValueBase& value = shaped(shape().Fields()[field]);
+        Q_ASSERT(m_isFilled && value.GetType() == V::Type);
+        return static_cast<V&>(value);
+    }
 
     const QString& GetName() const { return Names::Text(m_name); }
     /// Renames the node; it gets the next free segment of the new name. `notify` says whether observers are
@@ -127,13 +151,30 @@ public:
     std::vector<Node*> ChildrenSince(quint32& serial) const;
     /// The place of this node in the order of attachment to its parent, counted from 1 over the parent's
     /// life.
-    quint32 GetSerial() const { return m_serial; }
+    quint32 GetSerial() const;
     /// Tells the observers to look again since these sub-nodes changed in themselves. While they are told,
     /// `ChangedChildren` names them; when it is empty, anything may have changed.
     void CommitChanges(std::span<Node* const> children, IObserver* originator);
     std::span<Node* const> ChangedChildren() const;
-    ValueBase* FirstValue() const { return m_firstValue; }
-    static ValueBase* NextValue(const ValueBase* value) { return value->m_next; }
+    /// Where a value lies in the entry's block, in words; 0 for one that is not of the entry's shape.
+    quint8 PlaceOf(const ValueBase& value) const {
+        return value.IsOfShape() && value.block() == this ? value.m_place : quint8(0);
+    }
+    /// The place of the field of that name, where the entry has no other values than those of its shape; 0
+    /// for a name or type that the shape lacks. Entries of one `ShapeId` have the same places.
+    quint8 PlaceOf(Names::Id name, ValueTypes types) const;
+    /// 0 for an entry that has other values than those of a shape.
+    quint16 ShapeId() const;
+    /// Adds the observer to the values at these places (0: to none), as each one's `AddObserver` would.
+    void AddObserverAt(std::span<const quint8> places, IObserver& observer);
+    /// The value at a place that `PlaceOf` gave, as long as it lives.
+    ValueBase* ValueAtPlace(quint8 place) const {
+        return reinterpret_cast<ValueBase*>(reinterpret_cast<quintptr>(this) + place * Shape::Word);
+    }
+    /// The sub-node attached last, while it is there.
+    Node* LastChild() const;
+    ValueBase* FirstValue() const;
+    static ValueBase* NextValue(const ValueBase* value);
 
     /// Whether values attached later (or all values) are destroyed with the node. A value that is not goes
     /// free when the node ends, and is its maker's again.
@@ -161,22 +202,31 @@ public:
 
     QString PathOfChild(const QString& segment) const;
     /// Counts removed values: while it stays the same, pointers to this node's values stay good.
-    quint32 RemovedValues() const { return m_removedValues; }
+    quint32 RemovedValues() const;
 
     ITreeItem* GetDeleteObserver() const override;
     void SetDeleteObserver(ITreeItem* item) override;
     Life::Handle WatchedHandle() const;
 
+protected:
+    Life::Handle follower() const override { return m_follower; }
+    bool isFollower(Life::Handle observer) override;
+
 private:
     friend class ValueBase;
     friend class TreeItem;
+    struct Side;
     struct Rare;
     struct RemovalCursor;
+
+    Node(Node* parent, Names::Id name);
 
     Node* findNode(QStringView path) const;
     Node* findChild(QStringView segment) const;
     QString segment() const;
+    Side& side();
     Rare& rare();
+    Rare* findRare() const;
     void attach(Node* child, bool asNamed);
     void unlinkChild(Node* child);
     void linkValue(ValueBase* value);
@@ -188,14 +238,17 @@ private:
     bool announceChildren(RemovalCursor& cursor);
     bool removeChild(Node* child);
 
-    ValueBase* m_firstValue = nullptr;
-    ValueBase* m_lastValue = nullptr;
-    std::unique_ptr<Rare> m_rare; ///< what leaves of the tree do without
-    quint32 m_index = 0;          ///< place among the parent's children
-    quint32 m_serial = 0;         ///< counts the attachments to the parent
-    mutable quint32 m_slot = 0;
-    quint32 m_removedValues = 0;
-    bool m_attached = false;
-    bool m_announced = false;
-    bool m_autoDeleteAtAdd = true;
+    const Shape& shape() const { return Shape::at(m_shape); }
+    ValueBase& shaped(const Shape::Field& field) const { return *ValueAtPlace(field.place); }
+    const Shape::Field& fieldOf(const ValueBase& value) const;
+    bool changeLimits(const ValueBase& value, NumberLimits::Id limits);
+    void leaveShape();
+    bool endShapedValues();
+    static void endPart(Node* block);
+
+    quint32 m_index = 0; ///< place among the parent's children
+    /// The first observer of the node, usually its mediator. A bit in a value says that it observes that,
+    /// too.
+    Life::Handle m_follower;
+    std::unique_ptr<Side> m_side; ///< what entries made from a shape do without
 };

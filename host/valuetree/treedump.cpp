@@ -168,7 +168,7 @@ void readDump(Node& node, std::string_view text, bool valuesOnly, IObserver* ori
 } // namespace
 
 void Node::AddTreeString(std::string& out, int depth, int maxDepth) const {
-    for (const ValueBase* value = m_firstValue; value; value = value->m_next)
+    for (const ValueBase* value = FirstValue(); value; value = NextValue(value))
         appendValue(out, *value, depth);
     if (maxDepth == 0)
         return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/base/numbers.h"
+#include "host/valuetree/texts.h"
 #include "host/valuetree/valuebase.h"
 
 #include <limits>
@@ -108,6 +109,34 @@ protected:
     T m_value{};
 };
 
+/// A text stands in a cell, of which the value knows the number.
+template <>
+class ContentOf<QString, ValueBase> : public ValueBase {
+public:
+    /// Good until the text is set anew.
+    const QString& GetValue() const { return Texts::At(m_text); }
+    void SetValue(const QString& value, IObserver* originator = nullptr) {
+        if (value == GetValue())
+            return;
+        const Texts::Id old = m_text;
+        m_text = IsOfShape() ? Texts::KeepForEntry(NameId(), value) : Texts::Keep(value);
+        Texts::Release(old);
+        HasChanged(TChangeCode::ValueChanged, originator);
+    }
+
+    QString GetStringValue() const override { return GetValue(); }
+    void SetStringValue(const QString& text, IObserver* originator = nullptr) override {
+        SetValue(text, originator);
+    }
+
+protected:
+    using ValueBase::ValueBase;
+    ~ContentOf() override { Texts::Release(m_text); }
+
+private:
+    Texts::Id m_text = 0;
+};
+
 } // namespace Detail
 
 /// A value of one element: text, flag, character code or number.
@@ -125,12 +154,12 @@ public:
     }
     bool Compare(const ValueBase* other) const override {
         const auto* same = value_cast<Value>(other);
-        return same && same->GetValue() == this->m_value;
+        return same && same->GetValue() == this->GetValue();
     }
     QString GetTypeName() const override { return QString::fromLatin1(ValueText<T>::Name); }
     Value* Clone() const override {
         auto* copy = new Value;
-        copy->m_value = this->m_value;
+        copy->SetValue(this->GetValue());
         return copy;
     }
 };
@@ -184,19 +213,17 @@ public:
     ValueNumeric() : Detail::ContentOf<T, IValueNumeric>(Type) {}
     ~ValueNumeric() override { this->AnnounceRemoval(); }
 
-    T GetMin() const { return m_min; }
-    T GetMax() const { return m_max; }
-    T GetStep() const { return m_step; }
-    void SetMin(T min, IObserver* originator = nullptr) { SetMinMax(min, m_max, m_step, originator); }
-    void SetMax(T max, IObserver* originator = nullptr) { SetMinMax(m_min, max, m_step, originator); }
-    void SetStep(T step, IObserver* originator = nullptr) { SetMinMax(m_min, m_max, step, originator); }
+    T GetMin() const { return this->OwnLimits().template Min<T>(); }
+    T GetMax() const { return this->OwnLimits().template Max<T>(); }
+    T GetStep() const { return this->OwnLimits().template Step<T>(); }
+    void SetMin(T min, IObserver* originator = nullptr) { SetMinMax(min, GetMax(), GetStep(), originator); }
+    void SetMax(T max, IObserver* originator = nullptr) { SetMinMax(GetMin(), max, GetStep(), originator); }
+    void SetStep(T step, IObserver* originator = nullptr) { SetMinMax(GetMin(), GetMax(), step, originator); }
     /// Sets limits and step; observers get one "look again" when any of them changed.
     void SetMinMax(T min, T max, T step, IObserver* originator = nullptr) {
-        if (min == m_min && max == m_max && step == m_step)
+        if (min == GetMin() && max == GetMax() && step == GetStep())
             return;
-        m_min = min;
-        m_max = max;
-        m_step = step;
+        this->SetOwnLimits(NumberLimits::Of(min, max, step));
         this->HasChanged(TChangeCode::LookAgain, originator);
     }
 
@@ -206,7 +233,7 @@ public:
 
     void CopyNumeric(const IValueNumeric& source) override {
         if (const auto* same = value_cast<ValueNumeric>(&source)) {
-            SetMinMax(same->m_min, same->m_max, same->m_step);
+            SetMinMax(same->GetMin(), same->GetMax(), same->GetStep());
             this->SetValue(same->m_value);
             return;
         }
@@ -214,9 +241,9 @@ public:
                   ClampedFromDouble<T>(source.StepAsDouble()));
         SetFromDouble(source.ValueAsDouble());
     }
-    double MinAsDouble() const override { return static_cast<double>(m_min); }
-    double MaxAsDouble() const override { return static_cast<double>(m_max); }
-    double StepAsDouble() const override { return static_cast<double>(m_step); }
+    double MinAsDouble() const override { return static_cast<double>(GetMin()); }
+    double MaxAsDouble() const override { return static_cast<double>(GetMax()); }
+    double StepAsDouble() const override { return static_cast<double>(GetStep()); }
     double ValueAsDouble() const override { return static_cast<double>(this->m_value); }
     void SetFromDouble(double value, IObserver* originator = nullptr) override {
         this->SetValue(ClampedFromDouble<T>(value), originator);
@@ -238,11 +265,6 @@ public:
         copy->CopyNumeric(*this);
         return copy;
     }
-
-private:
-    T m_min{};
-    T m_max{};
-    T m_step{};
 };
 
 /// How the elements of a list are stored, tagged and told as text.

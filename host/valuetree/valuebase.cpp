@@ -1,14 +1,15 @@
 #include "host/valuetree/valuebase.h"
 
 #include "host/valuetree/node.h"
+#include "host/valuetree/nodeparts.h"
 
 #include <QTimer>
 
 #include <memory>
-#include <unordered_map>
+#include <optional>
 #include <vector>
 
-/// What few values need: transactions, delays and a delete observer of their own.
+/// What few values need: transactions, delays, a delete observer and rare limits of their own.
 struct ValueBase::Extras {
     struct Override {
         int id;
@@ -23,6 +24,7 @@ struct ValueBase::Extras {
     TChangeCode gatheredCode = TChangeCode::ValueChanged;
     IObserver* gatheredOriginator = nullptr;
     ITreeItem* deleteObserver = nullptr;
+    std::optional<NumberLimits> limits; ///< when the table of limits is full
 
     unsigned effectiveDelay() const { return overrides.empty() ? delay : overrides.back().milliseconds; }
 };
@@ -54,60 +56,149 @@ bool isOrdinaryChange(TChangeCode code) {
            code == TChangeCode::ChildrenChanged;
 }
 
-template <typename Extras>
-std::unordered_map<const ValueBase*, std::unique_ptr<Extras>>& extrasTable() {
-    static auto* const table = new std::unordered_map<const ValueBase*, std::unique_ptr<Extras>>;
-    return *table;
-}
-
 } // namespace
 
+static_assert(sizeof(ValueBase) == 16, "twelve bytes, and four for the content of small values");
+
+const void* ValueBase::s_beingMade = nullptr;
+
+void* ValueBase::operator new(size_t size) {
+    void* const memory = new (::operator new(sizeof(Head) + size)) Head + 1;
+    s_beingMade = memory;
+    return memory;
+}
+
+void ValueBase::operator delete(void* memory) {
+    s_beingMade = nullptr;
+    ::operator delete(static_cast<Head*>(memory) - 1);
+}
+
+void ValueBase::operator delete(ValueBase* value, std::destroying_delete_t) {
+    Node* const block = value->m_place != 0 ? value->block() : nullptr;
+    void* const memory = dynamic_cast<void*>(value); // a class may have other bases in front
+    value->~ValueBase();
+    if (block)
+        Node::endPart(block);
+    else
+        operator delete(memory);
+}
+
 ValueBase::~ValueBase() {
-    if (m_parent)
-        m_parent->unlinkValue(this);
-    if (!m_hasExtras)
+    forgetFollower();
+    if (Node* parent = GetParentNode())
+        parent->unlinkValue(this);
+    Head* const h = head();
+    if (!h)
         return;
-    ITreeItem* const told = findExtras()->deleteObserver;
-    extrasTable<Extras>().erase(this);
-    if (told)
-        told->OnDeleted(this);
+    const std::unique_ptr<Extras> e(h->extras);
+    if (m_hasHeadBeside)
+        Head::Drop(this);
+    if (e && e->deleteObserver)
+        e->deleteObserver->OnDeleted(this);
+}
+
+ValueBase::Head* ValueBase::head() const {
+    if (m_hasHeadInFront)
+        return reinterpret_cast<Head*>(const_cast<ValueBase*>(this)) - 1;
+    return m_hasHeadBeside ? Head::Beside(this) : nullptr;
+}
+
+/// The head of a value of a shape starts with what the shape knows.
+ValueBase::Head& ValueBase::needHead() {
+    if (Head* h = head())
+        return *h;
+    Head& made = Head::MakeBeside(this);
+    if (IsOfShape()) {
+        const Shape::Field& field = block()->fieldOf(*this);
+        made.name = field.name;
+        made.limits = field.limits;
+    }
+    m_hasHeadBeside = 1;
+    return made;
+}
+
+/// Leaves the shape, but not the block's memory.
+void ValueBase::becomeLoose() {
+    needHead();
+    m_isLoose = 1;
+}
+
+Node* ValueBase::GetParentNode() const {
+    if (IsOfShape())
+        return block();
+    const Head* h = head();
+    return h ? h->parent : nullptr;
+}
+
+Names::Id ValueBase::NameId() const {
+    if (IsOfShape())
+        return block()->fieldOf(*this).name;
+    const Head* h = head();
+    return h ? h->name : 0;
+}
+
+const NumberLimits& ValueBase::OwnLimits() const {
+    if (const Head* h = head())
+        return h->limits == NumberLimits::NotKept ? *h->extras->limits : NumberLimits::At(h->limits);
+    return NumberLimits::At(IsOfShape() ? block()->fieldOf(*this).limits : 0);
+}
+
+void ValueBase::SetOwnLimits(const NumberLimits& limits) {
+    const NumberLimits::Id id = NumberLimits::Keep(limits);
+    if (IsOfShape() && !head() && id != NumberLimits::NotKept && block()->changeLimits(*this, id))
+        return;
+    needHead().limits = id;
+    if (id == NumberLimits::NotKept)
+        extras().limits = limits;
+}
+
+Life::Handle ValueBase::follower() const {
+    const Node* parent = GetParentNode();
+    return parent ? parent->m_follower : Life::Handle{};
+}
+
+bool ValueBase::isFollower(Life::Handle observer) {
+    const Node* parent = GetParentNode();
+    return parent && parent->m_follower == observer;
 }
 
 void ValueBase::AnnounceRemoval() {
-    if (m_state == TValueState::Removing)
+    if (m_isRemoving)
         return;
-    m_state = TValueState::Removing;
+    m_isRemoving = 1;
     NotifyObservers(TChangeCode::Removing, nullptr);
 }
 
 ValueBase::Extras& ValueBase::extras() {
-    std::unique_ptr<Extras>& entry = extrasTable<Extras>()[this];
-    if (!entry)
-        entry = std::make_unique<Extras>();
-    m_hasExtras = true;
-    return *entry;
+    Head& h = needHead();
+    if (!h.extras)
+        h.extras = new Extras;
+    return *h.extras;
 }
 
 ValueBase::Extras* ValueBase::findExtras() const {
-    return m_hasExtras ? extrasTable<Extras>().find(this)->second.get() : nullptr;
+    const Head* h = head();
+    return h ? h->extras : nullptr;
 }
 
 void ValueBase::SetName(const QString& name, IObserver* originator) {
     const Names::Id id = Names::Intern(name);
-    if (id == m_name || (m_parent && !m_parent->renameValue(this, id)))
+    Node* parent = GetParentNode();
+    if (id == NameId() || (parent && !parent->renameValue(this, id)))
         return;
-    m_name = id;
+    needHead().name = id;
     HasChanged(TChangeCode::LookAgain, originator);
 }
 
 QString ValueBase::GetPathName() const {
-    return m_parent ? m_parent->PathOfChild(GetName()) : GetName();
+    const Node* parent = GetParentNode();
+    return parent ? parent->PathOfChild(GetName()) : GetName();
 }
 
 void ValueBase::SetState(TValueState state, IObserver* originator) {
-    if (state == m_state)
+    if (state == GetState())
         return;
-    m_state = state;
+    m_isRemoving = state == TValueState::Removing;
     HasChanged(state == TValueState::Removing ? TChangeCode::Removing : TChangeCode::LookAgain, originator);
 }
 
@@ -167,7 +258,7 @@ void ValueBase::KillOverrideTimer(int id) {
 
 ITreeItem* ValueBase::GetDeleteObserver() const {
     const Extras* e = findExtras();
-    return e && e->deleteObserver ? e->deleteObserver : m_parent;
+    return e && e->deleteObserver ? e->deleteObserver : GetParentNode();
 }
 
 void ValueBase::SetDeleteObserver(ITreeItem* item) {

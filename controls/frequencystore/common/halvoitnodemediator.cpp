@@ -7,10 +7,6 @@
 
 namespace {
 
-ValueBase* numberOrSelection(ValueBase* value) {
-    return numeric_cast(value) || value_cast<ValueSelection>(value) ? value : nullptr;
-}
-
 /// Numbers of the fields of a plain entry's line.
 enum Field { FieldFrequency, FieldBandwidth, FieldComment, FieldDemodulation };
 constexpr unsigned char MaxFields = 15;
@@ -19,21 +15,29 @@ constexpr unsigned char MaxFields = 15;
 
 HalvoITNodeMediator::HalvoITNodeMediator(MediatorCtrl* controller, Observable* node, int kind,
                                          MediatorType type)
-    : FrequencyNodeMediator(controller, node, kind), m_mediatorType(type) {
-    HalvoITNodeMediator::UpdateDependentValues();
+    : FrequencyNodeMediator(controller, node, kind) {
+    m_itemKind = static_cast<quint16>(type);
+    bindOwn();
 }
 
 void HalvoITNodeMediator::UpdateDependentValues() {
     FrequencyNodeMediator::UpdateDependentValues();
-    Rebind(m_bandwidthSelection, numberOrSelection(OwnValue(Keys::BandwidthSel)));
+    bindOwn();
+}
+
+void HalvoITNodeMediator::bindOwn() {
+    static constexpr Binding table[] = {
+        {&Keys::BandwidthSel, TypesOf(ValueType::NumericInt, ValueType::NumericInt64,
+                                      ValueType::NumericDouble, ValueType::Selection)}};
+    Bind({BoundBandwidthSelection, table});
 }
 
 bool HalvoITNodeMediator::GetBandwidthSelection(double& hertz, int) {
-    if (const IValueNumeric* number = numeric_cast(m_bandwidthSelection)) {
+    if (const IValueNumeric* number = numeric_cast(HeldBandwidthSelection())) {
         hertz = number->ValueAsDouble();
         return true;
     }
-    if (const auto* selection = value_cast<ValueSelection>(m_bandwidthSelection)) {
+    if (const auto* selection = value_cast<ValueSelection>(HeldBandwidthSelection())) {
         hertz = selection->GetCurrentValue();
         return true;
     }
@@ -41,11 +45,11 @@ bool HalvoITNodeMediator::GetBandwidthSelection(double& hertz, int) {
 }
 
 bool HalvoITNodeMediator::SetBandwidthSelection(double hertz) {
-    if (IValueNumeric* number = numeric_cast(m_bandwidthSelection)) {
+    if (IValueNumeric* number = numeric_cast(HeldBandwidthSelection())) {
         number->SetFromDouble(hertz);
         return true;
     }
-    auto* selection = value_cast<ValueSelection>(m_bandwidthSelection);
+    auto* selection = value_cast<ValueSelection>(HeldBandwidthSelection());
     return selection && selection->Select(hertz, nullptr, false);
 }
 
@@ -81,7 +85,7 @@ void HalvoITNodeMediator::Update(Observable* subject, TChangeCode code) {
         }
     }
     if (code == TChangeCode::Removing)
-        ForgetIfRemoved(m_bandwidthSelection, subject);
+        ForgetIfRemoved(BoundBandwidthSelection, subject);
     FrequencyNodeMediator::Update(subject, code);
 }
 
@@ -127,7 +131,7 @@ bool HalvoITNodeMediator::SetValueFromString(int field, QString& text) {
     double number = 0;
     switch (field) {
     case FieldFrequency:
-        if (!m_frequency || !Quor::ParseDouble(text, number))
+        if (!HeldFrequency() || !Quor::ParseDouble(text, number))
             return false;
         SetFrequency(number);
         return true;
@@ -137,15 +141,15 @@ bool HalvoITNodeMediator::SetValueFromString(int field, QString& text) {
         if (SetBandwidthSelection(number))
             return true;
         FrequencyNodeMediator::SetBandwidth(number);
-        return m_bandwidth != nullptr;
+        return HeldBandwidth() != nullptr;
     case FieldComment:
         SetComment(text);
-        return m_comment != nullptr;
+        return HeldComment() != nullptr;
     case FieldDemodulation:
-        if (auto* offered = value_cast<ValueSelection>(m_demodulation))
+        if (auto* offered = value_cast<ValueSelection>(HeldDemodulation()))
             return offered->Select(text);
         SetDemodulation(text);
-        return m_demodulation != nullptr;
+        return HeldDemodulation() != nullptr;
     default:
         return false;
     }

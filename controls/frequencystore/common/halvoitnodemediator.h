@@ -27,16 +27,19 @@ public:
     void SetBandwidth(double hertz) override;
     bool GetType(char& type, int subItem) override;
 
-    MediatorType GetMediatorType() const { return m_mediatorType; }
+    MediatorType GetMediatorType() const { return static_cast<MediatorType>(m_itemKind); }
 
 protected:
     void UpdateDependentValues() override;
+
+    enum HalvoBoundNumber : size_t { BoundBandwidthSelection = FirstOwn, FirstOwnOfHalvo };
 
     static QString OneField(const QString& text) { return Quor::OneField(text); }
     /// A number with six decimals, as lines carry it.
     static QString NumberField(double value);
 
 private:
-    ValueBase* m_bandwidthSelection = nullptr; ///< a number or a selection
-    MediatorType m_mediatorType;
+    /// A number or a selection.
+    ValueBase* HeldBandwidthSelection() const { return Bound<ValueBase>(BoundBandwidthSelection); }
+    void bindOwn();
 };

@@ -45,7 +45,7 @@ HalvoNodeMediatorCtrl::HalvoNodeMediatorCtrl(MediatorType type, int storeType)
 
 Mediator* HalvoNodeMediatorCtrl::CreateMediator(Observable* entryNode) {
     const TypeInfo* info = infoOf(m_type);
-    auto* node = dynamic_cast<Node*>(entryNode);
+    auto* node = node_cast(entryNode);
     return info && info->make && node ? info->make(this, node, GetFreqStoreType()) : nullptr;
 }
 

@@ -5,8 +5,6 @@
 
 namespace {
 
-constexpr double MaxBandwidth = 3e9; // Hz
-
 /// A key that no item of the selection has.
 long freeKey(const ValueSelection& selection) {
     long key = selection.GetItemCount();

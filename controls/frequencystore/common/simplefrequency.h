@@ -9,6 +9,9 @@
 /// A new entry's comment is its own frequency as text.
 class SimpleFrequency : public GeneralEntry {
 public:
+    /// Largest numeric bandwidth where the receiver says nothing, Hz.
+    static constexpr double MaxBandwidth = 3e9;
+
     /// `node` is the entry's node; without one the entry has no values. With `create` the values are made
     /// now, with limits and settings from `source` (may be null); else those that exist are looked up.
     SimpleFrequency(Node* node, bool create, const GeneralEntry* source);

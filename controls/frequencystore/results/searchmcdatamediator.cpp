@@ -46,8 +46,8 @@ void SearchMCDataMediator::checkType() {
         m_letter = LetterLocked;
     if (m_confidence && m_confidence->GetValue() > 0)
         m_letter = LetterClassified;
-    if (m_type)
-        m_type->SetValue(m_letter, this);
+    if (HeldType())
+        HeldType()->SetValue(m_letter, this);
 }
 
 void SearchMCDataMediator::Update(Observable* subject, TChangeCode code) {

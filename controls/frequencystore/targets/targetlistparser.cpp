@@ -52,32 +52,53 @@ TargetListParser::TargetListParser(Node* node)
 
 TargetListParser::~TargetListParser() = default;
 
-std::unique_ptr<WkfListEntry> TargetListParser::AddValue() {
+/// A new node at the end of the list, without values yet; null when there is no list node.
+Node* TargetListParser::addTarget() {
+    static const Names::Id name = Names::Intern(QStringLiteral("Target"));
     Node* const list = m_pNode.get();
     if (!list)
         return nullptr;
-    static const QString name = QStringLiteral("Target");
-    auto* node = new Node(list, name);
-    list->AddItemUnique(node);
-    return std::make_unique<WkfListEntry>(node, true, nullptr);
+    Node* const target = Node::NewEntry(list, name, WkfTarget::Shape());
+    list->AddItemUnique(target);
+    return target;
+}
+
+std::unique_ptr<WkfListEntry> TargetListParser::AddValue() {
+    Node* const target = addTarget();
+    return target ? std::make_unique<WkfListEntry>(target, true, nullptr) : nullptr;
 }
 
 void TargetListParser::FillInData(double frequency, double bandwidth, QString comment, QString demodulation,
                                   int priority, QString threatClass, QString profileID, QString profileName,
                                   QString signalClass, QString transmissionSystem) {
-    const std::unique_ptr<WkfListEntry> entry = AddValue();
-    if (!entry)
+    Node* const target = addTarget();
+    if (!target)
         return;
-    entry->SetBandwidth(bandwidth);
-    entry->SetFrequency(frequency);
-    entry->SetComment(comment);
-    entry->SetPriority(priority);
-    entry->SetThreadClass(threatClass);
-    entry->SetDemodulation(demodulation);
-    entry->SetProfileID(profileID);
-    entry->SetProfileName(profileName);
-    entry->SetSignalClass(signalClass);
-    entry->SetTransmissionSystem(transmissionSystem);
+    if (WkfTarget whole(*target); whole.Fill()) {
+        whole.Set<WkfTarget::Frequency>(frequency);
+        whole.Set<WkfTarget::Bandwidth>(bandwidth);
+        whole.Set<WkfTarget::Comment>(comment);
+        whole.Set<WkfTarget::Priority>(priority);
+        whole.Set<WkfTarget::ThreadClass>(threatClass);
+        whole.Set<WkfTarget::Demodulation>(demodulation);
+        whole.Set<WkfTarget::ProfileID>(profileID);
+        whole.Set<WkfTarget::ProfileName>(profileName);
+        whole.Set<WkfTarget::SignalClass>(signalClass);
+        whole.Set<WkfTarget::TransmissionSystem>(transmissionSystem);
+        return;
+    }
+    // Somebody who observes the list had a hand in the target while it came: value by value, then.
+    WkfListEntry entry(target, true, nullptr);
+    entry.SetBandwidth(bandwidth);
+    entry.SetFrequency(frequency);
+    entry.SetComment(comment);
+    entry.SetPriority(priority);
+    entry.SetThreadClass(threatClass);
+    entry.SetDemodulation(demodulation);
+    entry.SetProfileID(profileID);
+    entry.SetProfileName(profileName);
+    entry.SetSignalClass(signalClass);
+    entry.SetTransmissionSystem(transmissionSystem);
 }
 
 void TargetListParser::Prepare4NewFile() {

@@ -55,6 +55,7 @@ public:
     HalvoNodeMediatorCtrl* GetMediatorCtrl() const { return m_pMedCtrl.get(); }
 
 private:
+    Node* addTarget();
     void readEntries(const QString& path, bool csv);
     bool writeLines(const QString& path);
 

@@ -1,5 +1,25 @@
 #include "controls/frequencystore/targets/wkflistentry.h"
 
+#include <limits>
+
+namespace {
+
+constexpr int LowestPriority = 11;
+
+} // namespace
+
+const Shape& WkfTarget::Shape() {
+    using S = ::Shape;
+    static const S& shape =
+        S::Make({S::Number<double>(Keys::KeyFrequency, 0.0, std::numeric_limits<double>::max(), 1.0),
+                 S::Text(Keys::KeyComment),
+                 S::Number<double>(Keys::KeyBandwidth, 0.0, SimpleFrequency::MaxBandwidth, 1.0),
+                 S::Text(Keys::KeyDemodulation), S::Letter(Keys::KeyType), S::Text(Keys::ThreadClass),
+                 S::Number<int>(Keys::Priority, 1, LowestPriority, 1), S::Text(Keys::ProfileID),
+                 S::Text(Keys::SignalClass), S::Text(Keys::TransmissionSystem), S::Text(Keys::ProfileName)});
+    return shape;
+}
+
 WkfListEntry::WkfListEntry(Node* node, bool createValues, const GeneralEntry* source)
     : SimpleFrequency(node, createValues, source) {
     if (!node)
@@ -21,7 +41,7 @@ void WkfListEntry::create() {
     CopyFromSource(TypeLink(), m_type);
     m_threadClass = Make<Value<QString>>(Keys::ThreadClass);
     m_priority = Make<ValueNumeric<int>>(Keys::Priority);
-    m_priority->SetMinMax(1, 11, 1);
+    m_priority->SetMinMax(1, LowestPriority, 1);
 
     const QString undefined = QStringLiteral("undefined");
     const std::pair<Value<QString>**, Names::Id> profile[] = {

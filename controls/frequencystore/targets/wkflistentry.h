@@ -30,3 +30,37 @@ private:
     Value<QString>* m_transmissionSystem = nullptr;
     Value<QString>* m_profileName = nullptr;
 };
+
+/// A target that is made with all its values at once, as readers do. It comes out as one that `WkfListEntry`
+/// makes value by value; values that are not set stay empty.
+class WkfTarget {
+public:
+    /// The values, in order.
+    enum Field : size_t {
+        Frequency,
+        Comment,
+        Bandwidth,
+        Demodulation,
+        Type,
+        ThreadClass,
+        Priority,
+        ProfileID,
+        SignalClass,
+        TransmissionSystem,
+        ProfileName,
+    };
+    static const class Shape& Shape();
+
+    explicit WkfTarget(Node& node) : m_node(node) {}
+    /// Makes the values; false, and nothing is made, when the node is not as `Node::NewEntry` left it.
+    bool Fill() { return m_node.IsInTree() && m_node.FillFromShape(); }
+
+    template <Field F, typename Content>
+    void Set(const Content& content) {
+        using V = std::conditional_t<std::is_same_v<Content, QString>, Value<QString>, ValueNumeric<Content>>;
+        m_node.ShapedValue<V>(F).SetValue(content);
+    }
+
+private:
+    Node& m_node;
+};

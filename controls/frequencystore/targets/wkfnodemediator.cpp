@@ -3,6 +3,8 @@
 #include "host/base/numbers.h"
 #include "host/freqstorexml/frequencystorelist.h"
 
+static_assert(sizeof(void*) != 8 || sizeof(WkfNodeMediator) == 64, "there are a million of them");
+
 namespace {
 
 /// Fields of a line, in order.
@@ -42,29 +44,35 @@ QString orText(const QString& text, const char* whenEmpty) {
 
 WkfNodeMediator::WkfNodeMediator(MediatorCtrl* controller, Observable* node, int kind)
     : HalvoITNodeMediator(controller, node, kind, MediatorType::TargetList) {
-    UpdateDependentValues();
+    bindOwn();
     CheckType();
 }
 
 void WkfNodeMediator::UpdateDependentValues() {
     HalvoITNodeMediator::UpdateDependentValues();
-    Rebind(m_priority, Own<ValueNumeric<int>>(Keys::Priority));
-    Rebind(m_threadClass, Own<Value<QString>>(Keys::ThreadClass));
-    Rebind(m_profileID, Own<Value<QString>>(Keys::ProfileID));
-    Rebind(m_profileName, Own<Value<QString>>(Keys::ProfileName));
-    Rebind(m_signalClass, Own<Value<QString>>(Keys::SignalClass));
-    Rebind(m_transmissionSystem, Own<Value<QString>>(Keys::TransmissionSystem));
+    bindOwn();
+}
+
+void WkfNodeMediator::bindOwn() {
+    static constexpr Binding table[] = {{&Keys::Priority, TypesOf(ValueType::NumericInt)},
+                                        {&Keys::ThreadClass, TypesOf(ValueType::Text)},
+                                        {&Keys::ProfileID, TypesOf(ValueType::Text)},
+                                        {&Keys::ProfileName, TypesOf(ValueType::Text)},
+                                        {&Keys::SignalClass, TypesOf(ValueType::Text)},
+                                        {&Keys::TransmissionSystem, TypesOf(ValueType::Text)}};
+    static_assert(std::size(table) == BoundEnd - BoundPriority);
+    Bind({BoundPriority, table});
 }
 
 void WkfNodeMediator::CheckType() {
-    if (!m_priority) {
+    if (!HeldPriority()) {
         m_letter = LetterWithoutPriority;
     } else {
-        const int priority = m_priority->GetValue();
+        const int priority = HeldPriority()->GetValue();
         m_letter = priority >= 1 && priority <= 9 ? LettersByPriority[priority - 1] : LetterOfOtherPriority;
     }
-    if (m_type)
-        m_type->SetValue(m_letter, this);
+    if (HeldType())
+        HeldType()->SetValue(m_letter, this);
 }
 
 void WkfNodeMediator::Update(Observable* subject, TChangeCode code) {
@@ -73,9 +81,8 @@ void WkfNodeMediator::Update(Observable* subject, TChangeCode code) {
         return;
     }
     if (code == TChangeCode::Removing) {
-        ForgetIfRemoved(m_priority, subject) || ForgetIfRemoved(m_threadClass, subject) ||
-            ForgetIfRemoved(m_profileID, subject) || ForgetIfRemoved(m_profileName, subject) ||
-            ForgetIfRemoved(m_signalClass, subject) || ForgetIfRemoved(m_transmissionSystem, subject);
+        for (size_t number = BoundPriority; number < BoundEnd && !ForgetIfRemoved(number, subject); ++number)
+            ;
     }
     HalvoITNodeMediator::Update(subject, code);
     // A value on its way out is still under its node; binding it again would hold on to it.
@@ -90,65 +97,65 @@ bool WkfNodeMediator::GetType(char& type, int) {
 }
 
 bool WkfNodeMediator::GetPriority(int& priority, int) {
-    return get(m_priority, priority);
+    return get(HeldPriority(), priority);
 }
 
 bool WkfNodeMediator::GetProfileID(QString& id, int) {
-    return get(m_profileID, id);
+    return get(HeldProfileID(), id);
 }
 
 bool WkfNodeMediator::GetProfileName(QString& name, int) {
-    return get(m_profileName, name);
+    return get(HeldProfileName(), name);
 }
 
 bool WkfNodeMediator::GetSignalClass(QString& signalClass, int) {
-    return get(m_signalClass, signalClass);
+    return get(HeldSignalClass(), signalClass);
 }
 
 bool WkfNodeMediator::GetThreadClass(QString& threatClass, int) {
-    return get(m_threadClass, threatClass);
+    return get(HeldThreadClass(), threatClass);
 }
 
 bool WkfNodeMediator::GetTransmissionSystem(QString& system, int) {
-    return get(m_transmissionSystem, system);
+    return get(HeldTransmissionSystem(), system);
 }
 
 void WkfNodeMediator::SetPriority(int priority) {
-    set(m_priority, priority);
+    set(HeldPriority(), priority);
 }
 
 void WkfNodeMediator::SetProfileID(const QString& id) {
-    set(m_profileID, id);
+    set(HeldProfileID(), id);
 }
 
 void WkfNodeMediator::SetProfileName(const QString& name) {
-    set(m_profileName, name);
+    set(HeldProfileName(), name);
 }
 
 void WkfNodeMediator::SetSignalClass(const QString& signalClass) {
-    set(m_signalClass, signalClass);
+    set(HeldSignalClass(), signalClass);
 }
 
 void WkfNodeMediator::SetThreadClass(const QString& threatClass) {
-    set(m_threadClass, threatClass);
+    set(HeldThreadClass(), threatClass);
 }
 
 void WkfNodeMediator::SetTransmissionSystem(const QString& system) {
-    set(m_transmissionSystem, system);
+    set(HeldTransmissionSystem(), system);
 }
 
 bool WkfNodeMediator::CellText(unsigned columnId, QString& text) {
-    const auto* value = columnId == ColumnThreatClass          ? m_threadClass
-                        : columnId == ColumnSignalClass        ? m_signalClass
-                        : columnId == ColumnTransmissionSystem ? m_transmissionSystem
+    const auto* value = columnId == ColumnThreatClass          ? HeldThreadClass()
+                        : columnId == ColumnSignalClass        ? HeldSignalClass()
+                        : columnId == ColumnTransmissionSystem ? HeldTransmissionSystem()
                                                                : nullptr;
     if (value)
         return get(value, text);
     if (columnId != ColumnPriority)
         return HalvoITNodeMediator::CellText(columnId, text);
-    if (m_priority)
-        text = m_priority->GetStringValue();
-    return m_priority != nullptr;
+    if (HeldPriority())
+        text = HeldPriority()->GetStringValue();
+    return HeldPriority() != nullptr;
 }
 
 void WkfNodeMediator::AddToXml(FreqStoreXml::FrequencyStoreList& list) {
@@ -225,9 +232,9 @@ bool WkfNodeMediator::SetValueFromString(int field, QString& text) {
         return true; // follows from the priority
     case FieldThreatClass:
         SetThreadClass(text);
-        return m_threadClass != nullptr;
+        return HeldThreadClass() != nullptr;
     case FieldPriority:
-        if (!m_priority || !Quor::ParseInt(text, priority))
+        if (!HeldPriority() || !Quor::ParseInt(text, priority))
             return false;
         SetPriority(priority);
         return true;

@@ -36,11 +36,24 @@ protected:
     void CheckType();
 
 private:
-    ValueNumeric<int>* m_priority = nullptr;
-    Value<QString>* m_threadClass = nullptr;
-    Value<QString>* m_profileID = nullptr;
-    Value<QString>* m_profileName = nullptr;
-    Value<QString>* m_signalClass = nullptr;
-    Value<QString>* m_transmissionSystem = nullptr;
+    enum WkfBoundNumber : size_t {
+        BoundPriority = FirstOwnOfHalvo,
+        BoundThreadClass,
+        BoundProfileID,
+        BoundProfileName,
+        BoundSignalClass,
+        BoundTransmissionSystem,
+        BoundEnd
+    };
+    static_assert(size_t(BoundEnd) <= BoundValues::Count);
+
+    void bindOwn();
+    ValueNumeric<int>* HeldPriority() const { return Bound<ValueNumeric<int>>(BoundPriority); }
+    Value<QString>* HeldThreadClass() const { return Bound<Value<QString>>(BoundThreadClass); }
+    Value<QString>* HeldProfileID() const { return Bound<Value<QString>>(BoundProfileID); }
+    Value<QString>* HeldProfileName() const { return Bound<Value<QString>>(BoundProfileName); }
+    Value<QString>* HeldSignalClass() const { return Bound<Value<QString>>(BoundSignalClass); }
+    Value<QString>* HeldTransmissionSystem() const { return Bound<Value<QString>>(BoundTransmissionSystem); }
+
     char m_letter = 0;
 };

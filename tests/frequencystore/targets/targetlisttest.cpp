@@ -6,6 +6,7 @@
 #include "host/valuetree/valueselection.h"
 #include "tests/frequencystore/targets/targetfixture.h"
 #include "tests/support/fulldisk.h"
+#include "tests/support/recorder.h"
 #include "tests/support/text.h"
 
 #include <QDir>
@@ -482,6 +483,35 @@ TEST_F(TargetListTest, ForeignCodesOnAnEntryOnlyMakeTheRowLookAgain) {
     Target(0)->NotifyObservers(TChangeCode::MediatorNodeEnds, nullptr);
     EXPECT_EQ(Controller().size(), 0u);
     EXPECT_EQ(m_list->ChildCount(), 1u);
+}
+
+TEST_F(TargetListTest, TargetsReadAtOnceAreThoseMadeValueByValue) {
+    const auto add = [&] {
+        m_parser->FillInData(7055000.5, 2700, Q("a comment"), Q("USB"), 11, Q("low"), Q("id"), QString(),
+                             Q("class"), Q("system"));
+    };
+    add();
+    Recorder meddler; // which makes a value of each target that comes, before the reader does
+    meddler.onUpdate = [&](Observable*, TChangeCode code) {
+        if (code == TChangeCode::ChildrenChanged)
+            m_list->LastChild()->AddValue(Keys::KeyFrequency, new ValueNumeric<double>);
+    };
+    m_list->AddObserver(&meddler);
+    add();
+    m_list->DeleteObserver(&meddler);
+    Controller().ForceUpdateNow();
+    EXPECT_NE(Target(0)->ShapeId(), 0);
+    EXPECT_EQ(Target(1)->ShapeId(), 0);
+    EXPECT_EQ(Target(0)->GetAsStdString(), Target(1)->GetAsStdString());
+    EXPECT_EQ(Mediator(0)->ToString(), Mediator(1)->ToString());
+    for (const Names::Id key :
+         {Names::Id(Keys::KeyFrequency), Names::Id(Keys::KeyBandwidth), Names::Id(Keys::Priority)}) {
+        const auto* atOnce = numeric_cast(Target(0)->FindOwnValue(key));
+        const auto* oneByOne = numeric_cast(Target(1)->FindOwnValue(key));
+        EXPECT_EQ(atOnce->MinAsDouble(), oneByOne->MinAsDouble());
+        EXPECT_EQ(atOnce->MaxAsDouble(), oneByOne->MaxAsDouble());
+        EXPECT_EQ(atOnce->StepAsDouble(), oneByOne->StepAsDouble());
+    }
 }
 
 } // namespace
