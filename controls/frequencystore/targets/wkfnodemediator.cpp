@@ -49,7 +49,7 @@ WkfNodeMediator::WkfNodeMediator(MediatorCtrl* controller, Observable* node, int
 void WkfNodeMediator::UpdateDependentValues() {
     HalvoITNodeMediator::UpdateDependentValues();
     Rebind(m_priority, Own<ValueNumeric<int>>(Keys::Priority));
-    Rebind(m_threadClass, Own<Value<QString>>(Keys::ThreadClass));
+    Rebind(m_threatClass, Own<Value<QString>>(Keys::ThreatClass));
     Rebind(m_profileID, Own<Value<QString>>(Keys::ProfileID));
     Rebind(m_profileName, Own<Value<QString>>(Keys::ProfileName));
     Rebind(m_signalClass, Own<Value<QString>>(Keys::SignalClass));
@@ -73,7 +73,7 @@ void WkfNodeMediator::Update(Observable* subject, TChangeCode code) {
         return;
     }
     if (code == TChangeCode::Removing) {
-        ForgetIfRemoved(m_priority, subject) || ForgetIfRemoved(m_threadClass, subject) ||
+        ForgetIfRemoved(m_priority, subject) || ForgetIfRemoved(m_threatClass, subject) ||
             ForgetIfRemoved(m_profileID, subject) || ForgetIfRemoved(m_profileName, subject) ||
             ForgetIfRemoved(m_signalClass, subject) || ForgetIfRemoved(m_transmissionSystem, subject);
     }
@@ -106,7 +106,7 @@ bool WkfNodeMediator::GetSignalClass(QString& signalClass, int) {
 }
 
 bool WkfNodeMediator::GetThreadClass(QString& threatClass, int) {
-    return get(m_threadClass, threatClass);
+    return get(m_threatClass, threatClass);
 }
 
 bool WkfNodeMediator::GetTransmissionSystem(QString& system, int) {
@@ -130,7 +130,7 @@ void WkfNodeMediator::SetSignalClass(const QString& signalClass) {
 }
 
 void WkfNodeMediator::SetThreadClass(const QString& threatClass) {
-    set(m_threadClass, threatClass);
+    set(m_threatClass, threatClass);
 }
 
 void WkfNodeMediator::SetTransmissionSystem(const QString& system) {
@@ -138,7 +138,7 @@ void WkfNodeMediator::SetTransmissionSystem(const QString& system) {
 }
 
 bool WkfNodeMediator::CellText(unsigned columnId, QString& text) {
-    const auto* value = columnId == ColumnThreatClass          ? m_threadClass
+    const auto* value = columnId == ColumnThreatClass          ? m_threatClass
                         : columnId == ColumnSignalClass        ? m_signalClass
                         : columnId == ColumnTransmissionSystem ? m_transmissionSystem
                                                                : nullptr;
@@ -225,7 +225,7 @@ bool WkfNodeMediator::SetValueFromString(int field, QString& text) {
         return true; // follows from the priority
     case FieldThreatClass:
         SetThreadClass(text);
-        return m_threadClass != nullptr;
+        return m_threatClass != nullptr;
     case FieldPriority:
         if (!m_priority || !Quor::ParseInt(text, priority))
             return false;

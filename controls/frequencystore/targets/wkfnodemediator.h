@@ -37,7 +37,7 @@ protected:
 
 private:
     ValueNumeric<int>* m_priority = nullptr;
-    Value<QString>* m_threadClass = nullptr;
+    Value<QString>* m_threatClass = nullptr;
     Value<QString>* m_profileID = nullptr;
     Value<QString>* m_profileName = nullptr;
     Value<QString>* m_signalClass = nullptr;
