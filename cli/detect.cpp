@@ -80,7 +80,7 @@ int detect(const QString& in, const QString& out, const SweepSettings& settings,
             return true;
         });
     if (summary.sweeps == 0 && summary.problems == 0)
-        Problems::Report("detect", 89, {in, 0, QStringLiteral("holds no power sweeps")});
+        Problems::Report("detect", {in, 0, QStringLiteral("holds no power sweeps")});
     if (summary.sweeps == 0)
         return ExitFile;
     writer.Commit();

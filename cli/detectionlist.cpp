@@ -167,7 +167,7 @@ protected:
             SearchMC::ReadFile(path, m_records);
             return true;
         } catch (const RGException& exception) {
-            Problems::Report("detectionlist", 82, Problem::FromText(exception.GetErrorText()));
+            Problems::Report("detectionlist", Problem::FromText(exception.GetErrorText()));
             return false;
         }
     }

@@ -250,7 +250,7 @@ bool CliList::readJson(const QString& path) {
             return true;
         });
     } catch (const RGException& exception) {
-        Problems::Report("jsonfile", 217, Problem::FromText(exception.GetErrorText()));
+        Problems::Report("jsonfile", Problem::FromText(exception.GetErrorText()));
         EndEntries(false);
         return false;
     }
@@ -265,7 +265,7 @@ bool CliList::Write(const QString& path) {
         WriteJson(path, *this);
         return true;
     } catch (const RGException& exception) {
-        Problems::Report("jsonfile", 231, Problem::FromText(exception.GetErrorText()));
+        Problems::Report("jsonfile", Problem::FromText(exception.GetErrorText()));
         return false;
     }
 }

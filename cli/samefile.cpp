@@ -17,7 +17,7 @@ bool IsSameFile(const QString& first, const QString& second) {
 bool WouldLose(const QString& in, const QString& out) {
     if (!IsSameFile(in, out))
         return false;
-    Problems::Report("samefile", 19,
+    Problems::Report("samefile",
                      {out, 0,
                       QStringLiteral("is kept: it was not read without problems, and would lose what was not "
                                      "read; --force replaces it")});

@@ -14,7 +14,7 @@ SweepSummary ReadSweepFile(const QString& fileName, const QTimeZone& zone,
     try {
         REPORTGENERATOR::OpenForReading(file);
     } catch (const RGException& exception) {
-        Problems::Report("sweepfile", 15, Problem::FromText(exception.GetErrorText()));
+        Problems::Report("sweepfile", Problem::FromText(exception.GetErrorText()));
         summary.problems = 1;
         return summary;
     }

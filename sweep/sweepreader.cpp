@@ -12,6 +12,7 @@
 
 namespace {
 
+constexpr char TraceSource[] = "sweepreader";
 constexpr qint64 MostProblemsTold = 100;
 constexpr std::size_t LongestLine = 8 * 1024 * 1024;
 /// Lines among which a sweep file shows a row.
@@ -41,7 +42,7 @@ bool SweepReader::Next(Sweep& sweep) {
             readRows(sweep);
         } catch (const RGException& exception) {
             ++m_problems;
-            Problems::Report("sweepreader", 48, Problem::FromText(exception.GetErrorText()));
+            Problems::Report(TraceSource, Problem::FromText(exception.GetErrorText()));
             m_atEnd = true;
         }
         if (m_atEnd)
@@ -63,13 +64,15 @@ void SweepReader::readRows(Sweep& sweep) {
         if (IsBlank(m_line))
             continue;
         if (!row.Parse(m_line, reason)) {
-            tell(m_lineEnds ? reason : QStringLiteral("the file ends within the row: ") + reason);
+            tell(TraceSource,
+                 m_lineEnds ? reason : QStringLiteral("the file ends within the row: ") + reason);
             continue;
         }
         const std::optional<qint64> time =
             row.stamp == m_stamp ? m_time : m_clock.ToUtc(row.date, row.time, m_time);
         if (!time) {
-            tell(Quoted(row.stamp.substr(0, row.stamp.size() - 1)) + QStringLiteral(" is no date and time"));
+            tell(TraceSource,
+                 Quoted(row.stamp.substr(0, row.stamp.size() - 1)) + QStringLiteral(" is no date and time"));
             continue;
         }
         if (!sweep.hops.empty() && startsNextSweep(row, sweep))
@@ -88,7 +91,7 @@ bool SweepReader::startsNextSweep(const SweepRow& row, const Sweep& sweep) const
 
 void SweepReader::beginSweep(const SweepRow& row, qint64 time, Sweep& sweep) {
     if (time < m_time)
-        tell(QStringLiteral("time goes back from the row before"));
+        tell(TraceSource, QStringLiteral("time goes back from the row before"));
     m_stamp = row.stamp;
     m_time = sweep.time = time;
 }
@@ -97,14 +100,14 @@ void SweepReader::append(const SweepRow& row, Sweep& sweep) {
     const std::size_t first = sweep.levels.size();
     const Taken taken = takeLevels(row, sweep.levels);
     if (isTorn(row, taken.count)) {
-        tell(QStringLiteral("the file ends within the row"));
+        tell(TraceSource, QStringLiteral("the file ends within the row"));
         if (taken.count <= row.bins && !IsBlank(row.levels.substr(row.levels.rfind(',') + 1)))
             sweep.levels.pop_back(); // it may have lost digits
     } else if (taken.wrongCount > 0) {
         const QString wrong = Quoted(taken.firstWrong);
-        tell(taken.wrongCount == 1 ? QStringLiteral("level %1 is not a number").arg(wrong)
-                                   : QStringLiteral("%1 levels are not numbers, the first is %2")
-                                         .arg(QString::number(taken.wrongCount), wrong));
+        tell(TraceSource, taken.wrongCount == 1 ? QStringLiteral("level %1 is not a number").arg(wrong)
+                                                : QStringLiteral("%1 levels are not numbers, the first is %2")
+                                                      .arg(QString::number(taken.wrongCount), wrong));
     } else {
         checkCount(row, taken.count);
     }
@@ -133,12 +136,13 @@ SweepReader::Taken SweepReader::takeLevels(const SweepRow& row, std::vector<floa
 /// their last bin twice. What else differs from that, or from earlier rows of as many bins, is told.
 void SweepReader::checkCount(const SweepRow& row, std::size_t count) {
     if (count + 1 < row.bins || count > row.bins + 2)
-        return tell(QStringLiteral("%1 levels do not fill %2 bins").arg(count).arg(row.bins));
+        return tell(TraceSource, QStringLiteral("%1 levels do not fill %2 bins").arg(count).arg(row.bins));
     if (row.bins != m_binsBefore) {
         m_binsBefore = row.bins;
         m_countBefore = count;
     } else if (count != m_countBefore) {
-        tell(QStringLiteral("%1 levels, where rows before have %2").arg(count).arg(m_countBefore));
+        tell(TraceSource,
+             QStringLiteral("%1 levels, where rows before have %2").arg(count).arg(m_countBefore));
     }
 }
 
@@ -163,7 +167,7 @@ bool SweepReader::nextLine() {
         searched = rest.size();
         m_lineEnds = end != std::string_view::npos;
         if (!m_lineEnds && searched >= LongestLine) {
-            tell(QStringLiteral("the line is too long"));
+            tell(TraceSource, QStringLiteral("the line is too long"));
             skipLongLine();
             searched = 0;
         } else if (m_lineEnds || !m_input.More()) {
@@ -196,14 +200,14 @@ void SweepReader::endLine() {
     ++m_lineNumber;
 }
 
-void SweepReader::tell(const QString& reason) {
+void SweepReader::tell(TracePlace place, const QString& reason) {
     if (++m_problems <= MostProblemsTold)
-        Problems::Report("sweepreader", 203, {m_name, m_lineNumber, reason});
+        Problems::Report(place, {m_name, m_lineNumber, reason});
 }
 
 void SweepReader::tellRest() {
     if (m_problems > MostProblemsTold)
-        Problems::Report("sweepreader", 208,
+        Problems::Report(TraceSource,
                          {m_name, 0, QStringLiteral("%1 more problems").arg(m_problems - MostProblemsTold)});
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/base/traceplace.h"
 #include "host/report/byteinput.h"
 #include "sweep/sweep.h"
 #include "sweep/sweepclock.h"
@@ -47,7 +48,7 @@ private:
     static Taken takeLevels(const SweepRow& row, std::vector<float>& levels);
     void checkCount(const SweepRow& row, std::size_t count);
     bool isTorn(const SweepRow& row, std::size_t count) const;
-    void tell(const QString& reason);
+    void tell(TracePlace place, const QString& reason);
     void tellRest();
 
     REPORTGENERATOR::ByteInput m_input;

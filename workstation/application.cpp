@@ -114,7 +114,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
         m_window->GetFailureNote()->Show(QString());
     });
     if (!lostNoi.isEmpty())
-        Problems::Report("application", 101,
+        Problems::Report("application",
                          {lostNoi, 0, QStringLiteral("is gone; the frequencies of interest start empty")});
     for (const Problem& problem : early)
         m_window->GetMessages()->AddProblem(problem);
@@ -173,7 +173,7 @@ void Workstation::prepareDirectories() {
     if (QDir().mkpath(data))
         QDir::setCurrent(data);
     else
-        Problems::Report("application", 118, {data, 0, QStringLiteral("data directory cannot be made")});
+        Problems::Report("application", {data, 0, QStringLiteral("data directory cannot be made")});
     if (CfgCenter::GetAdminCfg(ICfg::Administration)
             .GetString(QStringLiteral("VeltaDataDir"), QString())
             .isEmpty())
@@ -209,7 +209,7 @@ void Workstation::lockDirectory() {
                                         "written beside")
                              .arg(other);
     m_window->AddNote(MainWindow::tr("Shared data directory"), directory + QLatin1Char(' ') + text);
-    Problems::Report("application", 160, {directory, 0, text});
+    Problems::Report("application", {directory, 0, text});
 }
 
 void Workstation::addOpener() {
@@ -379,7 +379,7 @@ void Workstation::loadPlugIn(const QString& path) {
     auto library = std::make_unique<QLibrary>(path);
     const auto start = reinterpret_cast<void (*)()>(library->resolve(PlugInStart));
     if (!start) {
-        Problems::Report("application", 142,
+        Problems::Report("application",
                          {path, 0, QStringLiteral("is no plug-in: ") + library->errorString()});
         return;
     }
@@ -409,7 +409,7 @@ void Workstation::readSamples() {
     const QString found = FindSamples(program);
     if (found.isEmpty()) {
         Problems::Report(
-            "application", 160,
+            "application",
             {program, 0, QStringLiteral("no sample lists were found in this folder or above it")});
         return;
     }

@@ -42,10 +42,9 @@ bool Ending::keepJob() {
     if (!m_job.SaveCopy(m_jobCopy))
         return false;
     const QString job = m_job.GetFileName();
-    Problems::Report("ending", 48,
-                     {m_jobCopy, 0,
-                      job.isEmpty() ? tr("keeps the memory channels, which were in no job")
-                                    : tr("keeps the unsaved changes of the job ") + job});
+    Problems::Report("ending", {m_jobCopy, 0,
+                                job.isEmpty() ? tr("keeps the memory channels, which were in no job")
+                                              : tr("keeps the unsaved changes of the job ") + job});
     return true;
 }
 

@@ -16,6 +16,8 @@
 
 namespace {
 
+constexpr char TraceSource[] = "fileopener";
+
 using FileGate::List;
 
 /// A list as it is called, with its node and the marks of the names that it reads.
@@ -126,7 +128,7 @@ bool FileOpener::MayRead(List list, const QString& path) {
     const FileLook look = LookAtFile(path);
     const bool namesLine = look.refusal.startsWith(QLatin1String("line "));
     if (!look.refusal.isEmpty() || !isReadable)
-        return refuse(list, path, namesLine ? 0 : look.firstProblemLine,
+        return refuse(TraceSource, list, path, namesLine ? 0 : look.firstProblemLine,
                       look.refusal.isEmpty() ? tr("is of no known kind of file") : look.refusal);
     return mayTake(list, path, look);
 }
@@ -142,7 +144,7 @@ bool FileOpener::mayTake(List list, const QString& path, const FileLook& look) c
     if (doubt.isEmpty())
         return true;
     if (!m_attended)
-        return refuse(list, path, 0, doubt);
+        return refuse(TraceSource, list, path, 0, doubt);
     const QString question = sizeOf(list) == 0 || list == List::MemoryChannels
                                  ? tr("Read it all the same?")
                                  : tr("Read it all the same, in place of the %n entries that are there?", "",
@@ -153,7 +155,7 @@ bool FileOpener::mayTake(List list, const QString& path, const FileLook& look) c
 bool FileOpener::offerElsewhere(List list, const QString& path, FileKind kind) {
     const QString what = tr("is %1, which %2 does not read").arg(tr(rowOf(kind).name), nameOf(list));
     if (!m_attended)
-        return refuse(list, path, 0, what);
+        return refuse(TraceSource, list, path, 0, what);
     // The command of the list that asks has to end first.
     if (ask(QStringLiteral("%1 %2.").arg(shortName(path), what),
             tr("Open it as %1?").arg(tr(rowOf(kind).name)), tr("Open It")))
@@ -171,8 +173,9 @@ bool FileOpener::ask(const QString& text, const QString& question, const QString
     return box.exec() == QMessageBox::Yes;
 }
 
-bool FileOpener::refuse(List list, const QString& path, qint64 line, const QString& reason) const {
-    Problems::Report("fileopener", 168, {path, line, tr("%1; %2 stays as it is").arg(reason, nameOf(list))});
+bool FileOpener::refuse(TracePlace place, List list, const QString& path, qint64 line,
+                        const QString& reason) const {
+    Problems::Report(place, {path, line, tr("%1; %2 stays as it is").arg(reason, nameOf(list))});
     return false;
 }
 

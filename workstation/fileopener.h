@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/frequencystore/files/filegate.h"
+#include "host/base/traceplace.h"
 #include "workstation/filekinds.h"
 
 #include <QObject>
@@ -50,7 +51,8 @@ private:
     void WasWritten(FileGate::List list, const QString& path) override;
 
     bool ask(const QString& text, const QString& question, const QString& yes) const;
-    bool refuse(FileGate::List list, const QString& path, qint64 line, const QString& reason) const;
+    bool refuse(TracePlace place, FileGate::List list, const QString& path, qint64 line,
+                const QString& reason) const;
     bool offerElsewhere(FileGate::List list, const QString& path, FileKind kind);
     bool mayTake(FileGate::List list, const QString& path, const FileLook& look) const;
 

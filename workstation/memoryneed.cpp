@@ -59,6 +59,6 @@ QString WhyTooLarge(qint64 entries, qint64 available) {
 }
 
 void TellOutOfMemory(const QString& what) {
-    Problems::Report("memoryneed", 65,
+    Problems::Report("memoryneed",
                      {what, 0, QStringLiteral("there is not enough memory; it was given up half-way")});
 }

@@ -139,10 +139,10 @@ bool NoiKeeper::Keep() {
     if (state == State::NoFile) {
         const QString file = nameOfNewFile();
         if (list().SaveFile(file))
-            Problems::Report("noikeeper", 128,
+            Problems::Report("noikeeper",
                              {file, 0, tr("keeps the frequencies of interest, which had no file any more")});
     } else if (state == State::Emptied) {
-        Problems::Report("noikeeper", 131, Problem::FromText(whatIsWrong(state)));
+        Problems::Report("noikeeper", Problem::FromText(whatIsWrong(state)));
     }
     return state == State::Kept;
 }

@@ -45,7 +45,7 @@ void SweepImport::AskAndOpen() {
 
 bool SweepImport::Open(const QString& path) {
     if (m_isReading) {
-        Problems::Report("sweepimport", 58, {path, 0, tr("another file of sweeps is being read")});
+        Problems::Report("sweepimport", {path, 0, tr("another file of sweeps is being read")});
         return false;
     }
     const QScopedValueRollback isReading(m_isReading, true);
@@ -59,7 +59,7 @@ bool SweepImport::Open(const QString& path) {
         [&](qint64 done, qint64 total) { return showProgress(reading, done, total); });
     m_receive(std::move(reading.waiting));
     if (summary.sweeps == 0 && summary.problems == 0)
-        Problems::Report("sweepimport", 73, {path, 0, tr("holds no power sweeps")});
+        Problems::Report("sweepimport", {path, 0, tr("holds no power sweeps")});
     emit Opened(tr("%1: %2 detections in %3 sweeps")
                     .arg(QFileInfo(path).fileName(), QString::number(reading.count),
                          QString::number(summary.sweeps)));

@@ -10,8 +10,8 @@ constexpr qint64 MaxReported = 200;
 
 FileProblems::~FileProblems() {
     const qint64 further = m_count - MaxReported;
-    if (further > 0 && m_sourceFile)
-        Problems::Report(m_sourceFile, m_sourceLine,
+    if (further > 0 && m_place)
+        Problems::Report(*m_place,
                          {m_fileName, 0, QStringLiteral("%1 further problems").arg(further), further});
 }
 
@@ -24,8 +24,8 @@ void FileProblems::ReportAlways(qint64 line, const QString& reason) {
     m_none = false;
     if (m_firstLine == 0)
         m_firstLine = line;
-    if (m_sourceFile)
-        Problems::Report(m_sourceFile, m_sourceLine, {m_fileName, line, reason});
+    if (m_place)
+        Problems::Report(*m_place, {m_fileName, line, reason});
 }
 
 void FileProblems::CheckFrequency(qint64 line, double hertz, const QString& where) {

@@ -2,15 +2,16 @@
 
 #include "host/base/problems.h"
 
+#include <optional>
+
 /// Tells what is wrong in one file: after some hundred problems the rest is only counted, and the count is
 /// told at the end.
 class FileProblems {
 public:
-    /// `sourceFile` and `sourceLine` are the reader's own, for traces.
-    FileProblems(const QString& fileName, const char* sourceFile, unsigned short sourceLine)
-        : m_fileName(fileName), m_sourceFile(sourceFile), m_sourceLine(sourceLine) {}
+    /// `place` is the reader's own, for traces.
+    FileProblems(const QString& fileName, TracePlace place) : m_fileName(fileName), m_place(place) {}
     /// For a mere look at a file: nothing is told.
-    explicit FileProblems(const QString& fileName) : FileProblems(fileName, nullptr, 0) {}
+    explicit FileProblems(const QString& fileName) : m_fileName(fileName) {}
     FileProblems(const FileProblems&) = delete;
     FileProblems& operator=(const FileProblems&) = delete;
     ~FileProblems();
@@ -32,8 +33,7 @@ private:
     static constexpr double MaxHertz = 1e12;
 
     QString m_fileName;
-    const char* m_sourceFile; ///< null for a mere look
-    unsigned short m_sourceLine;
+    std::optional<TracePlace> m_place; ///< none for a mere look
     qint64 m_count = 0;
     qint64 m_firstLine = 0;
     bool m_none = true;

@@ -22,9 +22,9 @@ Problems::Sink Problems::SetSink(Sink sink) {
     return std::exchange(currentSink(), std::move(sink));
 }
 
-void Problems::Report(const char* sourceFile, unsigned short sourceLine, const Problem& problem) {
+void Problems::Report(TracePlace place, const Problem& problem) {
     Tell(problem);
-    TraceLazily(sourceFile, sourceLine, [&] { return problem.ToString(); });
+    TraceLazily(place, [&] { return problem.ToString(); });
 }
 
 void Problems::Tell(const Problem& problem) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/base/traceplace.h"
+
 #include <QString>
 
 #include <functional>
@@ -24,8 +26,8 @@ using Sink = std::function<void(const Problem&)>;
 /// Replaces the receiver of problems and returns the one before; programs set it to tell the operator.
 Sink SetSink(Sink sink);
 
-/// Hands a problem to the receiver and traces it under the reader's source name and line.
-void Report(const char* sourceFile, unsigned short sourceLine, const Problem& problem);
+/// Hands a problem to the receiver and traces it under the reader's place.
+void Report(TracePlace place, const Problem& problem);
 
 /// The same without the trace, for what its caller traces.
 void Tell(const Problem& problem);

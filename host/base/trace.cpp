@@ -29,3 +29,9 @@ void _Q_assert(const wchar_t* expression, const wchar_t* sourceFile, unsigned sh
     ErrorHandler::Instance().Write(QStringLiteral("assertion failed: ") + QString::fromWCharArray(expression),
                                    QString::fromWCharArray(sourceFile), line);
 }
+
+void AssertHolds(TracePlace place, bool holds, const char* expression) {
+    if (!holds && (ErrorHandler::Instance().GetTraceMask() & TraceMaskAssert) != 0)
+        _Q_assert(QString::fromLatin1(expression).toStdWString().c_str(),
+                  QString::fromLatin1(place.source).toStdWString().c_str(), place.line);
+}

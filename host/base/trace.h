@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/base/traceplace.h"
+
 #include <QString>
 
 #include <functional>
@@ -42,13 +44,16 @@ void _Q_Trace(const QString& text, const QString& sourceFile, unsigned short lin
 /// Reports a failed assertion; the caller has tested the mask and the condition.
 void _Q_assert(const wchar_t* expression, const wchar_t* sourceFile, unsigned short line);
 
+/// Reports the expression as failed unless it holds; with the assertion bit clear nothing is reported.
+void AssertHolds(TracePlace place, bool holds, const char* expression);
+
 inline bool TraceEnabled() {
     return (ErrorHandler::Instance().GetTraceMask() & TraceMaskTrace) != 0;
 }
 
 /// Traces the text that `makeText()` yields; with the trace bit clear the text is not even built.
 template <typename MakeText>
-void TraceLazily(const char* sourceFile, unsigned short line, MakeText&& makeText) {
+void TraceLazily(TracePlace place, MakeText&& makeText) {
     if (TraceEnabled())
-        _Q_Trace(std::forward<MakeText>(makeText)(), QString::fromLatin1(sourceFile), line);
+        _Q_Trace(std::forward<MakeText>(makeText)(), QString::fromLatin1(place.source), place.line);
 }

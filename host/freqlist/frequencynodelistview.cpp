@@ -170,7 +170,7 @@ void FrequencyNodeListView::SelectFrequency(double hertz) {
     ensureItemVisible(nearest);
 }
 
-void FrequencyNodeListView::CopySelection(const char* traceSource, unsigned short line) {
+void FrequencyNodeListView::CopySelection(TracePlace place) {
     try {
         const std::vector<FrequencyNodeMediator*> mediators = SelectedMediators();
         if (mediators.empty())
@@ -181,15 +181,14 @@ void FrequencyNodeListView::CopySelection(const char* traceSource, unsigned shor
         list.SetUsage(FreqStoreXml::FrequencyStoreList::NameToUsage(mediators.front()->GetUsage()));
         FreqStore::Instance().SetClipboardText(list.GetXmlString());
     } catch (const RGException& exception) {
-        TraceLazily(traceSource, line, [] { return QStringLiteral("EXCEPTION WHILE COPYING FREQUENCIES:"); });
-        TraceLazily(traceSource, line, [&] { return exception.GetErrorText(); });
+        TraceLazily(place, [] { return QStringLiteral("EXCEPTION WHILE COPYING FREQUENCIES:"); });
+        TraceLazily(place, [&] { return exception.GetErrorText(); });
     } catch (...) {
-        TraceLazily(traceSource, line,
-                    [] { return QStringLiteral("UNKNOWN EXCEPTION WHILE COPYING FREQUENCIES"); });
+        TraceLazily(place, [] { return QStringLiteral("UNKNOWN EXCEPTION WHILE COPYING FREQUENCIES"); });
     }
 }
 
-void FrequencyNodeListView::PasteClipboard(const char* traceSource, unsigned short line) {
+void FrequencyNodeListView::PasteClipboard(TracePlace place) {
     auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(m_controller);
     if (!list)
         return;
@@ -202,8 +201,8 @@ void FrequencyNodeListView::PasteClipboard(const char* traceSource, unsigned sho
         REPORTGENERATOR::ReadDocument(buffer, QStringLiteral("clipboard"), copied, nullptr, false);
         list->AppendEntries(copied.GetFrequencyStoreEntry());
     } catch (const RGException& exception) {
-        TraceLazily(traceSource, line, [] { return QStringLiteral("EXCEPTION WHILE PASTING FREQUENCIES:"); });
-        Problems::Report(traceSource, line, Problem::FromText(exception.GetErrorText()));
+        TraceLazily(place, [] { return QStringLiteral("EXCEPTION WHILE PASTING FREQUENCIES:"); });
+        Problems::Report(place, Problem::FromText(exception.GetErrorText()));
     }
     AllowSort(true);
     sort();

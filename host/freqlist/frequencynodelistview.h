@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/base/traceplace.h"
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/gui/sortlistview.h"
 
@@ -78,11 +79,11 @@ protected:
     /// Appends a column that shows the value of `columnId` and sorts by `compare`.
     void AddColumn(const QString& title, CompareFunction compare, unsigned columnId);
     /// Puts the selected entries on the clipboard as frequency-store XML, current one first. Failures are
-    /// traced under the names given.
-    void CopySelection(const char* traceSource, unsigned short line);
+    /// traced under the place given.
+    void CopySelection(TracePlace place);
     /// Adds the entries on the clipboard to the list, each as the list makes its entries. A clipboard that
-    /// holds no frequency-store XML adds nothing and is told and traced under the names given.
-    void PasteClipboard(const char* traceSource, unsigned short line);
+    /// holds no frequency-store XML adds nothing and is told and traced under the place given.
+    void PasteClipboard(TracePlace place);
     /// Removes the nodes of the selected entries, in one operation, and selects the row that follows the
     /// first of them.
     void DeleteSelectedEntries();

@@ -16,12 +16,12 @@ namespace {
 constexpr char TraceSource[] = "frequencynodemediatorctrl";
 
 /// Writes a file; false, traced, when that fails, which its writer has told.
-bool attempt(unsigned short line, const std::function<void()>& write) {
+bool attempt(TracePlace place, const std::function<void()>& write) {
     try {
         write();
         return true;
     } catch (const RGException& exception) {
-        TraceLazily(TraceSource, line, [&] { return exception.GetErrorText(); });
+        TraceLazily(place, [&] { return exception.GetErrorText(); });
         return false;
     }
 }
@@ -97,12 +97,13 @@ void FrequencyNodeMediatorCtrl::WriteFrequencies(const QString& fileName, bool c
 }
 
 bool FrequencyNodeMediatorCtrl::SaveFrequencies(const QString& fileName) {
-    return attempt(60, [&] { WriteFrequencies(fileName, false, FrequencyStoreListHelper::XmlList); });
+    return attempt(TraceSource,
+                   [&] { WriteFrequencies(fileName, false, FrequencyStoreListHelper::XmlList); });
 }
 
 bool FrequencyNodeMediatorCtrl::ExportFrequencies(const QString& fileName,
                                                   FrequencyStoreListHelper::ListType type) {
-    return attempt(64, [&] {
+    return attempt(TraceSource, [&] {
         if (type == FrequencyStoreListHelper::SearchResults)
             writeLines(fileName);
         else
@@ -120,7 +121,7 @@ QString FrequencyNodeMediatorCtrl::GetFreqStoreReport() {
 void FrequencyNodeMediatorCtrl::SetReportXml(const QString& xml, bool replace) {
     FrequencyStoreList list;
     if (!m_node || !list.SetXmlString(xml, true)) {
-        TraceLazily(TraceSource, 84, [] { return QStringLiteral("Report is no frequency-store list"); });
+        TraceLazily(TraceSource, [] { return QStringLiteral("Report is no frequency-store list"); });
         return;
     }
     if (replace)

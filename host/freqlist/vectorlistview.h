@@ -89,7 +89,7 @@ protected:
         if (step == SortStep::Reverse || !ascending)
             std::reverse(order.begin(), order.end());
         SetOrder(std::move(order));
-        ShowOrder();
+        ShowOrderUnlessArranging();
         return true;
     }
 

@@ -306,7 +306,7 @@ void VectorListViewBase::sortByHeader() {
     } else if (!Sort(m_list->SortColumn(), m_list->SortOrder() == Qt::AscendingOrder)) {
         return;
     }
-    showOrder();
+    refilterInOrder();
 }
 
 bool VectorListViewBase::Sort(int column, bool ascending) {
@@ -331,12 +331,12 @@ void VectorListViewBase::SetOrder(std::vector<quint32> order) {
     m_order = std::move(order);
 }
 
-void VectorListViewBase::ShowOrder() {
+void VectorListViewBase::ShowOrderUnlessArranging() {
     if (!m_arranging)
-        showOrder();
+        refilterInOrder();
 }
 
-void VectorListViewBase::showOrder() {
+void VectorListViewBase::refilterInOrder() {
     if (m_filter.IsOn()) {
         m_filter.Reorder(Order());
         filterMore(0);

@@ -123,7 +123,7 @@ protected:
     void SetOrder(std::vector<quint32> order);
     /// Shows the page in the order just set, unless that is about to happen anyway. What was selected stays
     /// selected.
-    void ShowOrder();
+    void ShowOrderUnlessArranging();
 
     void resizeEvent(QResizeEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
@@ -142,7 +142,7 @@ private:
     void deselectHidden();
     void focusShown();
     void sortByHeader();
-    void showOrder();
+    void refilterInOrder();
     void setFilter(const QString& text);
     void showPage();
     void showScrollRange();

@@ -87,7 +87,7 @@ void ReadCsvRecords(QIODevice& device, const QString& name, const CsvLayout& lay
     CsvInput input(device, name);
     CsvScanner scanner(input.Device(), name);
     CsvHeading heading(scanner, layout);
-    FileProblems problems(name, "csvreader", 95);
+    FileProblems problems(name, "csvreader");
     input.Tell(problems);
     TextCache cache;
     while (scanner.NextRow()) {

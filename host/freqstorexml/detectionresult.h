@@ -22,12 +22,10 @@ public:
     /// Centre frequency in Hz.
     Frequency& GetFrequency() { return m_frequency; }
     const Frequency& GetFrequency() const { return m_frequency; }
-    void SetFrequency(const Frequency& value) { m_frequency = value; }
 
     /// Bandwidth in Hz.
     Bandwidth& GetBandwidth() { return m_bandwidth; }
     const Bandwidth& GetBandwidth() const { return m_bandwidth; }
-    void SetBandwidth(const Bandwidth& value) { m_bandwidth = value; }
 
     /// Level in the unit of the receiver; 0 where none is set.
     double GetLevel() const { return NumberOr0(m_level); }

@@ -43,12 +43,10 @@ public:
     /// Tuned frequency in Hz.
     Frequency& GetFrequency() { return m_frequency; }
     const Frequency& GetFrequency() const { return m_frequency; }
-    void SetFrequency(const Frequency& value) { m_frequency = value; }
 
     /// Bandwidth in Hz.
     IFBandwidth& GetIFBandwidth() { return m_ifBandwidth; }
     const IFBandwidth& GetIFBandwidth() const { return m_ifBandwidth; }
-    void SetIFBandwidth(const IFBandwidth& value) { m_ifBandwidth = value; }
 
     /// Level in the unit of the receiver; 0 where none is set.
     double GetLevel() const { return NumberOr0(m_level); }

@@ -110,7 +110,7 @@ namespace {
 /// Tells frequencies of an XML file that cannot be, by the number of their entry.
 class FrequencyCheck {
 public:
-    explicit FrequencyCheck(const QString& fileName) : m_problems(fileName, "liststreams", 101) {}
+    explicit FrequencyCheck(const QString& fileName) : m_problems(fileName, "liststreams") {}
 
     void Take(const Frequency& frequency) {
         ++m_number;

@@ -119,7 +119,7 @@ bool Reading::Check() {
     if (m_before == State::Of(m_path))
         return true;
     note(m_path, m_before, std::nullopt); // what was read is neither the old content nor the new one
-    Problems::Report("filestamps", 112, {m_path, 0, QStringLiteral("changed while it was read")});
+    Problems::Report("filestamps", {m_path, 0, QStringLiteral("changed while it was read")});
     return false;
 }
 

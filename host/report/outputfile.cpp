@@ -20,6 +20,8 @@ namespace REPORTGENERATOR {
 
 namespace {
 
+constexpr char TraceSource[] = "outputfile";
+
 std::optional<Problem>& lastFailure() {
     static auto* const last = new std::optional<Problem>;
     return *last;
@@ -31,8 +33,8 @@ void tellFailure(const QString& fileName, const QString& reason) {
     Problems::Tell(*lastFailure());
 }
 
-void tellKept(const QString& fileName, const QString& instead) {
-    Problems::Report("outputfile", 232,
+void tellKept(TracePlace place, const QString& fileName, const QString& instead) {
+    Problems::Report(place,
                      {fileName, 0, QStringLiteral("was changed by another program and is kept; ") + instead});
 }
 
@@ -142,7 +144,7 @@ void OutputFile::Temporary::takePermissions(const QString& target) const {
         return;
     const bool hasGroup = now.st_gid == old.st_gid || ::fchown(m_handle, Same, old.st_gid) == 0;
     if (now.st_uid != old.st_uid && ::fchown(m_handle, old.st_uid, Same) != 0)
-        TraceLazily("outputfile", 118, [&] { return target + QStringLiteral(": changes its owner"); });
+        TraceLazily(TraceSource, [&] { return target + QStringLiteral(": changes its owner"); });
     // What one group may do is not for another.
     ::fchmod(m_handle, old.st_mode & (hasGroup ? 0777u : 0707u));
 }
@@ -239,7 +241,7 @@ void OutputFile::moveBeside() {
     }
     FileStamps::NoteRead(m_writtenName);
     FileStamps::NoteBeside(m_target, m_writtenName);
-    tellKept(m_fileName, QStringLiteral("written as ") + m_writtenName);
+    tellKept(TraceSource, m_fileName, QStringLiteral("written as ") + m_writtenName);
 }
 
 void OutputFile::Commit() {
@@ -249,7 +251,7 @@ void OutputFile::Commit() {
         check(m_temporary->Sync());
         if (!m_replaceAnyway && FileStamps::IsChanged(m_target)) {
             if (FileStamps::IsKnown(m_target, m_temporary->Name()))
-                tellKept(m_fileName, QStringLiteral("nothing is written, since nothing is new"));
+                tellKept(TraceSource, m_fileName, QStringLiteral("nothing is written, since nothing is new"));
             else
                 moveBeside();
             return;

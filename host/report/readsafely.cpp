@@ -21,8 +21,8 @@ NotEnoughMemory::NotEnoughMemory(const QString& file, const DroppedEntries& drop
                              QLatin1String(dropped.listIsEmpty ? "; the list is empty now" : "")))),
       m_count(dropped.count) {}
 
-bool ReadSafely(const char* source, unsigned short line, const QString& file,
-                const std::function<bool()>& read, const std::function<DroppedEntries()>& drop) {
+bool ReadSafely(TracePlace place, const QString& file, const std::function<bool()>& read,
+                const std::function<DroppedEntries()>& drop) {
     QByteArray kept;
     qint64 staged = 0;
     try {
@@ -31,14 +31,14 @@ bool ReadSafely(const char* source, unsigned short line, const QString& file,
     } catch (const NotEnoughMemory& exception) {
         staged = exception.GetCount();
     } catch (const RGException& exception) {
-        Problems::Report(source, line, Problem::FromText(exception.GetErrorText()));
+        Problems::Report(place, Problem::FromText(exception.GetErrorText()));
         return false;
     } catch (const std::bad_alloc&) {
     }
     kept = QByteArray();
     DroppedEntries dropped = drop();
     dropped.count = std::max(dropped.count, staged);
-    Problems::Report(source, line, Problem::FromText(NotEnoughMemory(file, dropped).GetErrorText()));
+    Problems::Report(place, Problem::FromText(NotEnoughMemory(file, dropped).GetErrorText()));
     return false;
 }
 

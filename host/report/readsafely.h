@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/base/traceplace.h"
 #include "host/report/rgexception.h"
 
 #include <functional>
@@ -39,10 +40,10 @@ void ReadInto(Container& entries, const QString& file, Read read) {
     throw NotEnoughMemory(file, {count});
 }
 
-/// Reads a file for the operator. False when `read` says so and, told under the reader's source name and
-/// line, when it throws RGException or memory runs out. Then `drop` takes what was read out of the list
-/// again; some memory is kept for it.
-bool ReadSafely(const char* source, unsigned short line, const QString& file,
-                const std::function<bool()>& read, const std::function<DroppedEntries()>& drop);
+/// Reads a file for the operator. False when `read` says so and, told under the reader's place, when it
+/// throws RGException or memory runs out. Then `drop` takes what was read out of the list again; some memory
+/// is kept for it.
+bool ReadSafely(TracePlace place, const QString& file, const std::function<bool()>& read,
+                const std::function<DroppedEntries()>& drop);
 
 } // namespace REPORTGENERATOR

@@ -16,6 +16,7 @@
 namespace SettingsFile {
 namespace {
 
+constexpr char TraceSource[] = "cfgcenter";
 constexpr qint64 MostBytes = 1024 * 1024;
 
 QHash<QString, QString>& toldReasons() {
@@ -24,18 +25,18 @@ QHash<QString, QString>& toldReasons() {
 }
 
 /// Many settings are read from one file: what is wrong with it is told once.
-void tell(const QString& path, const QString& reason) {
+void tell(TracePlace place, const QString& path, const QString& reason) {
     if (toldReasons().value(path) == reason)
         return;
     toldReasons()[path] = reason;
-    Problems::Report("cfgcenter", 58, {path, 0, reason});
+    Problems::Report(place, {path, 0, reason});
 }
 
 /// Moves a damaged file out of the way; false when it stays where it is.
 bool keepDamaged(const QString& path, const QString& reason) {
     const QString kept = path + QStringLiteral(".bad");
     const bool moved = std::rename(QFile::encodeName(path), QFile::encodeName(kept)) == 0;
-    tell(path,
+    tell(TraceSource, path,
          QStringLiteral("%1, defaults are used; %2")
              .arg(reason,
                   moved ? QStringLiteral("it is kept as ") + kept
@@ -52,12 +53,13 @@ std::optional<QByteArray> bytesOf(const QString& path) {
     if (!info.exists())
         return QByteArray();
     if (!info.isFile()) {
-        tell(path, QStringLiteral("this is no ordinary file, defaults are used"));
+        tell(TraceSource, path, QStringLiteral("this is no ordinary file, defaults are used"));
         return std::nullopt;
     }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        tell(path, QStringLiteral("configuration cannot be read, defaults are used: ") + file.errorString());
+        tell(TraceSource, path,
+             QStringLiteral("configuration cannot be read, defaults are used: ") + file.errorString());
         return std::nullopt;
     }
     QByteArray bytes = file.read(MostBytes + 1);
@@ -129,7 +131,8 @@ QVariantMap Read(const QString& path) {
         return last.settings;
     Copy copy;
     if (!copy.Take(*bytes)) {
-        tell(path, QStringLiteral("configuration cannot be read, defaults are used: ") + NoPlace);
+        tell(TraceSource, path,
+             QStringLiteral("configuration cannot be read, defaults are used: ") + NoPlace);
         return {};
     }
     const std::optional<QVariantMap> settings = copy.Parse();
@@ -142,7 +145,7 @@ QVariantMap Read(const QString& path) {
 
 bool Write(const QString& path, const QString& key, const QVariant& value) {
     const auto refuse = [&](const QString& reason) {
-        tell(path, QStringLiteral("a setting cannot be written: ") + reason);
+        tell(TraceSource, path, QStringLiteral("a setting cannot be written: ") + reason);
         return false;
     };
     const std::optional<QByteArray> before = bytesOf(path);

@@ -1,5 +1,7 @@
 #include "host/valuetree/tree.h"
 
+#include "host/base/fixedplace.h"
+
 Tree::Tree() : m_root(new Node(nullptr, QString())) {}
 
 Tree* Tree::Instance() {
@@ -22,7 +24,7 @@ namespace Detail {
 void ParkRefusedValue(ValueBase* value, const QString& path) {
     static auto* const parked = new std::vector<ValueBase*>;
     parked->push_back(value);
-    TraceLazily("valueobservermacros", 297, [&path] {
+    TraceLazily(FixedPlace::ValueRefused, [&path] {
         return QStringLiteral(
                    "!!!!!!!MEMORY LEAK! The value with the path '%1' could not be created!!! A value of "
                    "this name already exists for a different type!!!!!!!!")

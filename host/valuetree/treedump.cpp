@@ -132,7 +132,7 @@ public:
         if (line.empty() || (m_valuesOnly && depth > 0))
             return;
         if (depth >= static_cast<size_t>(m_nodes.size()) || !apply(line, depth)) {
-            TraceLazily("treedump", 118, [line] {
+            TraceLazily("treedump", [line] {
                 return QStringLiteral("Malformed line in node text: ") +
                        QString::fromUtf8(line.data(), static_cast<qsizetype>(line.size()));
             });

@@ -1,4 +1,5 @@
-#include "host/base/problems.h"
+#include "host/base/fileproblems.h"
+#include "host/base/fixedplace.h"
 #include "host/base/quoros.h"
 #include "tests/support/traces.h"
 
@@ -36,33 +37,54 @@ TEST(Trace, BuildsNoTextWhileItsBitIsClear) {
         built = true;
         return QStringLiteral("File cannot be opened: x");
     };
-    TraceLazily("listviewshandler", 897, text);
+    TraceLazily(FixedPlace::CannotOpenList, text);
     EXPECT_FALSE(built);
     EXPECT_TRUE(traces.texts.isEmpty());
 
     ErrorHandler::Instance().SetTraceMask(TraceMaskTrace);
-    TraceLazily("listviewshandler", 897, text);
+    TraceLazily(FixedPlace::CannotOpenList, text);
     EXPECT_EQ(traces.texts, QStringList("File cannot be opened: x"));
     EXPECT_EQ(traces.places, QStringList("listviewshandler:897"));
 }
 
 TEST(Trace, AssertionsNameTheirExpression) {
-    Traces traces;
-    _Q_assert(L"m_pMedCtrl", L"listviewshandler", 1155);
-    ASSERT_EQ(traces.texts.size(), 1);
-    EXPECT_TRUE(traces.texts[0].contains("m_pMedCtrl"));
+    Traces traces(TraceMaskTrace);
+    AssertHolds(FixedPlace::TargetsWithoutController, false, "m_pMedCtrl");
+    EXPECT_TRUE(traces.texts.isEmpty()) << "their bit is clear";
+    ErrorHandler::Instance().SetTraceMask(TraceMaskAssert);
+    AssertHolds(FixedPlace::TargetsWithoutController, true, "m_pMedCtrl");
+    EXPECT_TRUE(traces.texts.isEmpty()) << "it holds";
+    AssertHolds(FixedPlace::TargetsWithoutController, false, "m_pMedCtrl");
+    EXPECT_EQ(traces.texts, QStringList("assertion failed: m_pMedCtrl"));
     EXPECT_EQ(traces.places, QStringList("listviewshandler:1155"));
+}
+
+TEST(Trace, ASourceAloneTellsTheLineOfItsCall) {
+    constexpr char Source[] = "listviewshandler";
+    const Traces traces;
+    const auto tell = [](TracePlace place) { Problems::Report(place, Problem::FromText("told")); };
+    const int begin = __LINE__;
+    TraceLazily(Source, [] { return QStringLiteral("traced"); });
+    Problems::Report("sweepfile", {"a.csv", 7, "bad number"});
+    AssertHolds(Source, false, "m_pMedCtrl");
+    tell(Source); // on behalf of this line, not of its own
+    FileProblems problems("a.ltl", Source);
+    problems.Report(1, "bad number");
+    QStringList places;
+    for (const char* source : {Source, "sweepfile", Source, Source, Source})
+        places << QStringLiteral("%1:%2").arg(source).arg(begin + 1 + places.size());
+    EXPECT_EQ(traces.places, places);
 }
 
 TEST(Problem, ReachesTheReceiverAndTheTrace) {
     Traces traces;
-    Problems::Report("listviewshandler", 903, {"a.ltl", 7, "bad number"});
-    Problems::Report("listviewshandler", 903, {"a.ltl", 0, "no such file"});
-    Problems::Report("listviewshandler", 903, Problem::FromText("b.csv:2: bad cell"));
+    Problems::Report("listviewshandler", {"a.ltl", 7, "bad number"});
+    Problems::Report("listviewshandler", {"a.ltl", 0, "no such file"});
+    Problems::Report("listviewshandler", Problem::FromText("b.csv:2: bad cell"));
     EXPECT_EQ(traces.problems,
               (QStringList{"a.ltl:7: bad number", "a.ltl: no such file", "b.csv:2: bad cell"}));
     EXPECT_EQ(traces.texts.size(), 3);
-    EXPECT_EQ(traces.places[0], QStringLiteral("listviewshandler:903"));
+    EXPECT_TRUE(traces.places[0].startsWith("listviewshandler:"));
 }
 
 } // namespace

@@ -205,7 +205,7 @@ TEST_F(MemoryTest, JobsAndProfileTablesTakeAFewTimesTheirSize) {
     EXPECT_EXIT(end(peakOf(jobFile,
                            [&] {
                                const std::optional<QString> text = ReadJobText(jobFile);
-                               FileProblems problems(jobFile, "test", 1);
+                               FileProblems problems(jobFile, "test");
                                JobChannels channels;
                                return text && ReadScanChannels(*text, false, problems, channels);
                            })),

@@ -246,7 +246,7 @@ TEST_F(TreeTest, RefusedValuesAreUsableAndTraced) {
 TEST_F(TreeTest, TracesAreSilentAndUnbuiltWithTheBitClear) {
     Traces traces(TraceMaskAssert);
     bool built = false;
-    TraceLazily("x", 1, [&] {
+    TraceLazily("x", [&] {
         built = true;
         return QString();
     });

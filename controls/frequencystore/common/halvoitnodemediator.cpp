@@ -93,7 +93,7 @@ void HalvoITNodeMediator::UpdateMyViewItems(FrequencyNodeListView* view) {
     FrequencyNodeMediator::UpdateMyViewItems(view);
     FrequencyNodeMediatorViewItem* row = GetItem4View(view);
     if (!row) {
-        TraceLazily("halvonodemediator", 96,
+        TraceLazily("halvonodemediator",
                     [] { return QStringLiteral("No valid View Item for Memory - Field"); });
         return;
     }

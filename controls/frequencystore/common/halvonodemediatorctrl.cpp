@@ -52,7 +52,7 @@ Mediator* HalvoNodeMediatorCtrl::CreateMediator(Observable* entryNode) {
 FrequencyNodeMediator* HalvoNodeMediatorCtrl::GetItemwithIndex(int index) {
     FrequencyNodeMediator* mediator = index < 0 ? nullptr : At(static_cast<unsigned long>(index));
     if (!mediator) {
-        TraceLazily("halvonodemediatorctrl", 58, [this] {
+        TraceLazily("halvonodemediatorctrl", [this] {
             return size() == 0 ? QStringLiteral("List of Mediators is Empty")
                                : QStringLiteral("iIndex >= size() of MediatorList");
         });

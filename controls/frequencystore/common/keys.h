@@ -19,7 +19,7 @@ inline constinit const Key Locked("locked");
 inline constinit const Key LockTime("locktime");     ///< µs since 1970-01-01 UTC
 inline constinit const Key Confidence("confidence"); ///< percent
 inline constinit const Key
-    ThreadClass("threadclass"); ///< the threat class; the spelling is part of stored data
+    ThreatClass("threadclass"); ///< the threat class; the spelling is part of stored data
 inline constinit const Key Priority("priority");
 inline constinit const Key ProfileID("profileid");
 inline constinit const Key SignalClass("signalclass");

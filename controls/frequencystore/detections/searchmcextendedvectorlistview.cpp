@@ -1,6 +1,7 @@
 #include "controls/frequencystore/detections/searchmcextendedvectorlistview.h"
 
 #include "controls/frequencystore/detections/detconvlisthandler.h"
+#include "host/base/fixedplace.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqstorexml/liststreams.h"
 #include "host/gui/guicentral.h"
@@ -10,7 +11,6 @@ namespace {
 using Detection = ExtendedDetectionConventional;
 using SearchMC::Variant;
 
-constexpr char TraceSource[] = "searchmcextendedvectorlistview";
 /// Both variants go by this name: settings of columns are remembered under it.
 constexpr char ViewName[] = "SearchMCExtListViewHF";
 
@@ -100,14 +100,16 @@ void SearchMCExtendedVectorListView::slotCopy() {
 
 void SearchMCExtendedVectorListView::slotSaveFileAs() {
     SearchMC::WriteAskedFile({tr("Save Search MC Results As"), tr("classification results (*.xml)"),
-                              QStringLiteral(".xml"), TraceSource, 650, 651,
+                              QStringLiteral(".xml"), FixedPlace::SavingDetections,
+                              FixedPlace::SavingDetectionsReason,
                               QStringLiteral("EXCEPTION WHILE SAVING FREQUENCIES:")},
                              [this](const QString& file) { writeFile(file, false); });
 }
 
 void SearchMCExtendedVectorListView::slotExportFileAs() {
     SearchMC::WriteAskedFile({tr("Export Search MC Results As"), tr("classification results (*.csv)"),
-                              QStringLiteral(".csv"), TraceSource, 699, 700,
+                              QStringLiteral(".csv"), FixedPlace::ExportingDetections,
+                              FixedPlace::ExportingDetectionsReason,
                               QStringLiteral("EXCEPTION WHILE EXPORTING RESULTS:")},
                              [this](const QString& file) { writeFile(file, true); });
 }

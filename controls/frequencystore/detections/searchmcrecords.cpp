@@ -51,23 +51,25 @@ void takeTimes(const Times& times, DetectionConventional& record) {
     record.SetActive(!times.HasStopTime());
 }
 
-void tell(const QString& file, const QString& reason) {
-    Problems::Report(TraceSource, 61, {file, 0, reason});
+void tell(TracePlace place, const QString& file, const QString& reason) {
+    Problems::Report(place, {file, 0, reason});
 }
 
 unsigned idOf(const QString& id, const QString& file) {
     bool isNumber = false;
     const unsigned number = id.toUInt(&isNumber);
     if (!isNumber && !id.isEmpty())
-        tell(file, QStringLiteral("the ID \"") + id.left(80) + QStringLiteral("\" is no number"));
+        tell(TraceSource, file,
+             QStringLiteral("the ID \"") + id.left(80) + QStringLiteral("\" is no number"));
     return number;
 }
 
 short levelOf(double level, const QString& file) {
     const auto whole = ClampedFromDouble<short>(std::round(level));
     if (std::abs(level - whole) > 1)
-        tell(file, QStringLiteral("the level ") + Quor::ToShortest(level) + QStringLiteral(" is cut to ") +
-                       QString::number(whole));
+        tell(TraceSource, file,
+             QStringLiteral("the level ") + Quor::ToShortest(level) + QStringLiteral(" is cut to ") +
+                 QString::number(whole));
     return whole;
 }
 

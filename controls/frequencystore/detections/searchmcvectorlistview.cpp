@@ -37,8 +37,8 @@ void SearchMC::WriteAskedFile(const FileAction& action,
     try {
         write(file);
     } catch (const RGException& exception) {
-        TraceLazily(action.traceSource, action.headingLine, [&] { return action.heading; });
-        TraceLazily(action.traceSource, action.textLine, [&] { return exception.GetErrorText(); });
+        TraceLazily(action.headingPlace, [&] { return action.heading; });
+        TraceLazily(action.reasonPlace, [&] { return exception.GetErrorText(); });
     }
 }
 
@@ -95,14 +95,14 @@ void SearchMCVectorListView::slotCopy() {
 
 void SearchMCVectorListView::slotSaveToFile() {
     SearchMC::WriteAskedFile({tr("Save Search MC Results As"), tr("Detection Results (*.xml)"),
-                              QStringLiteral(".xml"), TraceSource, 398, 399,
+                              QStringLiteral(".xml"), TraceSource, TraceSource,
                               QStringLiteral("EXCEPTION WHILE SAVING FREQUENCIES:")},
                              [this](const QString& file) { SearchMC::WriteFile(file, false, AllRecords()); });
 }
 
 void SearchMCVectorListView::slotExportToFile() {
     SearchMC::WriteAskedFile({tr("Export Search MC Results As"), tr("Detection Results (*.csv)"),
-                              QStringLiteral(".csv"), TraceSource, 447, 448,
+                              QStringLiteral(".csv"), TraceSource, TraceSource,
                               QStringLiteral("EXCEPTION WHILE EXPORTING RESULTS:")},
                              [this](const QString& file) { SearchMC::WriteFile(file, true, AllRecords()); });
 }

@@ -2,6 +2,7 @@
 
 #include "controls/frequencystore/common/sendto.h"
 #include "controls/frequencystore/detections/searchmcmediator.h"
+#include "host/base/traceplace.h"
 #include "host/valuetree/tree.h"
 
 #include <QPointer>
@@ -13,14 +14,13 @@ class PixStateVector;
 namespace SearchMC {
 
 /// Asks for the name of a file to write, and writes it. A name without the extension gets it; a cancelled
-/// dialog writes nothing. A failure is traced under the heading, at the lines given, and told nobody else.
+/// dialog writes nothing. A failure is traced under the heading, at the places given, and told nobody else.
 struct FileAction {
     QString caption;
     QString filter;
     QString extension;
-    const char* traceSource;
-    unsigned short headingLine;
-    unsigned short textLine;
+    TracePlace headingPlace;
+    TracePlace reasonPlace;
     QString heading;
 };
 void WriteAskedFile(const FileAction& action, const std::function<void(const QString& file)>& write);

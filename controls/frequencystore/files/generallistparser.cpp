@@ -1,6 +1,7 @@
 #include "controls/frequencystore/files/generallistparser.h"
 
 #include "controls/frequencystore/files/linefields.h"
+#include "host/base/fixedplace.h"
 #include "host/freqstorexml/frequencystorelist.h"
 #include "host/report/filestamps.h"
 
@@ -11,14 +12,13 @@ constexpr char TraceSource[] = "listviewshandler";
 } // namespace
 
 bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout, bool* sound) {
-    constexpr unsigned short RefusalLine = 897;
     FileStamps::Reading reading(path);
     QFile file(path);
     if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
-        return TellRefusal(RefusalLine, {path, 0, refusal});
+        return TellRefusal(FixedPlace::CannotOpenList, {path, 0, refusal});
     LineReader reader(file, path);
     if (const std::optional<Problem> refusal = reader.RefuseContent()) {
-        Problems::Report(TraceSource, RefusalLine, *refusal);
+        Problems::Report(TraceSource, *refusal);
         return false;
     }
     Prepare4NewFile();

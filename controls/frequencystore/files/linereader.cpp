@@ -12,7 +12,7 @@ constexpr QChar EndOfText(0x1A); ///< Ctrl-Z, which old systems put at the end
 
 FileProblems problemsOf(const QString& fileName, LineReader::Telling telling) {
     return telling == LineReader::Telling::Nothing ? FileProblems(fileName)
-                                                   : FileProblems(fileName, TraceSource, 903);
+                                                   : FileProblems(fileName, TraceSource);
 }
 
 } // namespace
@@ -28,10 +28,9 @@ QString RefuseToOpen(QFile& file, qint64 maxSize) {
     return file.open(QIODevice::ReadOnly) ? QString() : file.errorString();
 }
 
-bool TellRefusal(unsigned short sourceLine, const Problem& refusal) {
-    TraceLazily(TraceSource, sourceLine,
-                [&] { return QStringLiteral("File cannot be opened: ") + refusal.file; });
-    Problems::Report(TraceSource, sourceLine, refusal);
+bool TellRefusal(TracePlace place, const Problem& refusal) {
+    TraceLazily(place, [&] { return QStringLiteral("File cannot be opened: ") + refusal.file; });
+    Problems::Report(place, refusal);
     return false;
 }
 

@@ -14,9 +14,8 @@
 /// is too large).
 QString RefuseToOpen(QFile& file, qint64 maxSize = 0);
 
-/// Traces and tells that a file cannot be opened, under the line number of the reader's messages; always
-/// false.
-bool TellRefusal(unsigned short sourceLine, const Problem& refusal);
+/// Traces and tells that a file cannot be opened, under the place of who wanted it; always false.
+bool TellRefusal(TracePlace place, const Problem& refusal);
 
 /// Reads the lines of a text file of any size and encoding in constant memory. Lines end with LF, CR or both;
 /// a Ctrl-Z at the end of a file is no part of its text.

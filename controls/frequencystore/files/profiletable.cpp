@@ -1,6 +1,7 @@
 #include "controls/frequencystore/files/carefulxmlreader.h"
 #include "controls/frequencystore/files/generallistparser.h"
 #include "controls/frequencystore/files/linereader.h"
+#include "host/base/fixedplace.h"
 #include "host/base/numbers.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
@@ -84,7 +85,7 @@ bool lookThrough(const QString& path, const QString& text, Outline& outline) {
         }
     }
     if (!reader.Refusal().isEmpty())
-        Problems::Report(TraceSource, 611, {path, reader.Line(), reader.Refusal()});
+        Problems::Report(TraceSource, {path, reader.Line(), reader.Refusal()});
     return reader.Refusal().isEmpty();
 }
 
@@ -155,19 +156,19 @@ bool GeneralListParser::ParseProfileTable(const QString& path) {
     QFile file(path);
     const QString refusal = RefuseToOpen(file, MaxFileSize);
     if (!refusal.isEmpty())
-        return TellRefusal(615, {path, 0, refusal});
+        return TellRefusal(FixedPlace::CannotOpenProfileTable, {path, 0, refusal});
     const QString text = QString::fromUtf8(file.readAll());
     file.close();
     reading.Finish();
-    TraceLazily(TraceSource, 608, [&] { return text; });
+    TraceLazily(FixedPlace::ProfileTableText, [&] { return text; });
 
     Prepare4NewFile();
     Outline outline;
     const bool readable = lookThrough(path, text, outline);
     if (readable && outline.profiles.empty())
-        Problems::Report(TraceSource, 615, {path, 0, noProfilesIn(outline)});
+        Problems::Report(TraceSource, {path, 0, noProfilesIn(outline)});
     if (readable) {
-        FileProblems problems(path, TraceSource, 612);
+        FileProblems problems(path, TraceSource);
         for (const QStringView profile : outline.profiles)
             fillInProfiles(profile, problems);
     }

@@ -179,7 +179,7 @@ QString elementOf(const QString& section) {
         return section.mid(begin, end - begin);
     const QString reason =
         isSection || !reader.Refusal().isEmpty() ? reader.Refusal() : QStringLiteral("is no MEMORYSCAN");
-    Problems::Report(TraceSource, 412, {QStringLiteral("job data"), reader.Line(), reason});
+    Problems::Report(TraceSource, {QStringLiteral("job data"), reader.Line(), reason});
     return QString();
 }
 
@@ -189,7 +189,7 @@ std::optional<QString> ReadJobText(const QString& path) {
     FileStamps::Reading reading(path);
     QFile file(path);
     if (const QString refusal = RefuseToOpen(file, MaxFileSize); !refusal.isEmpty()) {
-        Problems::Report(TraceSource, 318, {path, 0, refusal});
+        Problems::Report(TraceSource, {path, 0, refusal});
         return std::nullopt;
     }
     const QByteArray bytes = file.readAll();
@@ -197,7 +197,7 @@ std::optional<QString> ReadJobText(const QString& path) {
     QStringDecoder decoder(QStringDecoder::Utf8);
     QString text = decoder.decode(bytes);
     if (decoder.hasError()) {
-        Problems::Report(TraceSource, 318,
+        Problems::Report(TraceSource,
                          {path, lineOfBadBytes(bytes), QStringLiteral("is not well encoded UTF-8 text")});
         return std::nullopt;
     }
@@ -214,7 +214,7 @@ QString WriteJobText(const QString& path, const QString& job) {
         file.Commit();
         return file.WrittenName();
     } catch (const RGException& exception) {
-        TraceLazily(TraceSource, 655, [&] { return exception.GetErrorText(); });
+        TraceLazily(TraceSource, [&] { return exception.GetErrorText(); });
         return QString();
     }
 }
@@ -226,7 +226,7 @@ int MergeSection(QString& job, const QString& section, bool isOurs, const QStrin
         job.remove(0, 1); // readers do not count it
     std::vector<Place> places;
     if (PlaceFinder finder(job); !finder.Find(places)) {
-        Problems::Report(TraceSource, 421, {name, finder.Reader().Line(), finder.Reader().Refusal()});
+        Problems::Report(TraceSource, {name, finder.Reader().Line(), finder.Reader().Refusal()});
         return -1;
     }
     if (places.empty())

@@ -110,11 +110,11 @@ MemorySystemHandler::~MemorySystemHandler() {
     m_root = nullptr;
     m_pMedCtrl.reset();
     m_generalEntry.reset();
-    TraceLazily(TraceSource, 143, [] { return QStringLiteral(" ARDeletes are ready"); });
+    TraceLazily(TraceSource, [] { return QStringLiteral(" ARDeletes are ready"); });
     m_data4Jobfile.Reset();
     m_jobFile.Reset();
     m_save2Job.Reset();
-    TraceLazily(TraceSource, 161, [] { return QStringLiteral(" Observers removed"); });
+    TraceLazily(TraceSource, [] { return QStringLiteral(" Observers removed"); });
 }
 
 void MemorySystemHandler::Init(Node* root) {
@@ -205,8 +205,7 @@ void MemorySystemHandler::SetSave2Job_ValuePath(const QString& path) {
 }
 
 int MemorySystemHandler::AddToFreqStore() {
-    if (!m_pMedCtrl && (ErrorHandler::Instance().GetTraceMask() & TraceMaskAssert) != 0)
-        _Q_assert(L"m_pMedCtrl", L"memorysystemhandling", 240);
+    AssertHolds(TraceSource, m_pMedCtrl != nullptr, "m_pMedCtrl");
     const QString rootPath = m_root ? m_root->GetPathName() : QString();
     return FreqStore::Instance().AddFrequencyListDefinition(new MemorySystemFreqStoreListDefinition(
         tr("Memory Channels"), QPixmap(IconXpm), createPixStateVector, true, true, m_pMedCtrl.get(),

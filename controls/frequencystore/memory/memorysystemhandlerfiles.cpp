@@ -142,7 +142,7 @@ QString MemorySystemHandler::FileOpen() {
 
 bool MemorySystemHandler::isRefused(const QString& path) const {
     if (m_inScanSurveillance)
-        Problems::Report(TraceSource, 388, {path, 0, tr("no file is used while a scan surveillance runs")});
+        Problems::Report(TraceSource, {path, 0, tr("no file is used while a scan surveillance runs")});
     return m_inScanSurveillance;
 }
 
@@ -151,14 +151,14 @@ bool MemorySystemHandler::ReadFile(const QString& path) {
         return false;
     const bool isJob = path.endsWith(QLatin1String(".pij"));
     if (!isJob && !path.endsWith(QLatin1String(".xml")) && !path.endsWith(QLatin1String(".sfl"))) {
-        Problems::Report(TraceSource, 395, {path, 0, tr("is of no known kind of file")});
+        Problems::Report(TraceSource, {path, 0, tr("is of no known kind of file")});
         return false;
     }
     quint32 serial = 0;
     if (m_root)
         m_root->ChildrenSince(serial);
     return REPORTGENERATOR::ReadSafely(
-        TraceSource, 397, path, [&] { return isJob ? ParseJobFile(path) : ParseSFLFile(path); },
+        TraceSource, path, [&] { return isJob ? ParseJobFile(path) : ParseSFLFile(path); },
         [&] { return dropChannelsSince(serial); });
 }
 
@@ -187,14 +187,14 @@ bool MemorySystemHandler::ParseSFLFile(const QString& path) {
 bool MemorySystemHandler::readEntries(const QString& path) {
     QFile file(path);
     if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
-        return TellRefusal(428, {path, 0, refusal});
+        return TellRefusal(TraceSource, {path, 0, refusal});
     file.close();
     FreqStoreXml::FrequencyStoreList list;
     try {
         FreqStoreXml::FileHandling().ImportXml(path, list);
     } catch (const RGException& exception) {
-        TraceLazily(TraceSource, 433, [] { return QStringLiteral("EXCEPTION WHILE READING FREQUENCIES:"); });
-        Problems::Report(TraceSource, 434, Problem::FromText(exception.GetErrorText()));
+        TraceLazily(TraceSource, [] { return QStringLiteral("EXCEPTION WHILE READING FREQUENCIES:"); });
+        Problems::Report(TraceSource, Problem::FromText(exception.GetErrorText()));
         return false;
     }
     Prepare4NewFile();
@@ -238,7 +238,7 @@ bool MemorySystemHandler::ParseJobFile(const QString& path) {
     Prepare4NewFile();
     QFile file(path);
     if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
-        return TellRefusal(470, {path, 0, refusal}); // the views stay frozen
+        return TellRefusal(TraceSource, {path, 0, refusal}); // the views stay frozen
     file.close();
     // The numbers of another job say nothing about the ranges of this one: its channels are new ones.
     m_hfEntries.Clear();
@@ -257,7 +257,7 @@ bool MemorySystemHandler::UpdateFromJobFile(const QString& jobText) {
 }
 
 bool MemorySystemHandler::readChannels(const QString& job, const QString& name) {
-    FileProblems problems(name, TraceSource, 493);
+    FileProblems problems(name, TraceSource);
     JobChannels read;
     if (!ReadScanChannels(job, IsVUHF(), problems, read))
         return false;
@@ -318,7 +318,7 @@ bool MemorySystemHandler::OpenJobFile(const QString& path) {
     const QString nameBefore = m_jobFileName;
     bool isReplacing = false;
     return REPORTGENERATOR::ReadSafely(
-        TraceSource, 541, path, [&] { return takeJobFile(path, isReplacing); },
+        TraceSource, path, [&] { return takeJobFile(path, isReplacing); },
         [&] { return isReplacing ? takeJobBack(jobBefore, nameBefore) : REPORTGENERATOR::DroppedEntries(); });
 }
 
@@ -336,7 +336,7 @@ bool MemorySystemHandler::takeJobFile(const QString& path, bool& isReplacing) {
     const std::optional<QString> job = ReadJobText(path);
     if (!job)
         return false;
-    FileProblems problems(path, TraceSource, 547);
+    FileProblems problems(path, TraceSource);
     JobChannels read;
     if (!ReadScanChannels(*job, IsVUHF(), problems, read))
         return false;
@@ -374,7 +374,7 @@ bool MemorySystemHandler::collectChannels() {
     if (m_viewMap)
         m_viewMap->Clear();
     if (!m_pMedCtrl) {
-        TraceLazily(TraceSource, 590, [] { return QStringLiteral("no mediator controller defined"); });
+        TraceLazily(TraceSource, [] { return QStringLiteral("no mediator controller defined"); });
         return false;
     }
     if (m_inScanSurveillance && m_root)
@@ -432,10 +432,10 @@ bool MemorySystemHandler::SaveJobFile(const QString& path) {
         return false;
     bringJobUpToDate();
     if (m_sectionsInJob == 0 && m_pMedCtrl && m_pMedCtrl->size() > 0)
-        Problems::Report(TraceSource, 668,
+        Problems::Report(TraceSource,
                          {path, 0, tr("not written: the job has no memory-scan section for the channels")});
     else if (!m_jobFile || m_jobFile->GetValue().isEmpty())
-        Problems::Report(TraceSource, 671, {path, 0, tr("not written: there is no job")});
+        Problems::Report(TraceSource, {path, 0, tr("not written: there is no job")});
     else
         return m_sectionsInJob >= 0 && writeJob(path);
     return false;
@@ -445,8 +445,7 @@ bool MemorySystemHandler::SaveFile(const QString& path) {
     if (!m_pMedCtrl || isRefused(path))
         return false;
     if (!path.endsWith(QLatin1String(".xml"))) {
-        Problems::Report(TraceSource, 684,
-                         {path, 0, tr("memory channels are written as .xml or into a job")});
+        Problems::Report(TraceSource, {path, 0, tr("memory channels are written as .xml or into a job")});
         return false;
     }
     m_pMedCtrl->ForceUpdateNow();
@@ -454,8 +453,8 @@ bool MemorySystemHandler::SaveFile(const QString& path) {
         m_pMedCtrl->WriteFrequencies(path, false, FreqStoreXml::FrequencyStoreListHelper::XmlList);
         return true;
     } catch (const RGException& exception) {
-        TraceLazily(TraceSource, 692, [] { return QStringLiteral("EXCEPTION WHILE SAVING FREQUENCIES:"); });
-        TraceLazily(TraceSource, 693, [&] { return exception.GetErrorText(); });
+        TraceLazily(TraceSource, [] { return QStringLiteral("EXCEPTION WHILE SAVING FREQUENCIES:"); });
+        TraceLazily(TraceSource, [&] { return exception.GetErrorText(); });
         return false;
     }
 }

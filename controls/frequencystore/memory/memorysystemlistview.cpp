@@ -122,7 +122,7 @@ MemorySystemListView::MemorySystemListView(QWidget* parent, unsigned listId)
 }
 
 MemorySystemListView::~MemorySystemListView() {
-    TraceLazily(TraceSource, 118, [] { return QStringLiteral("Delete listview memory"); });
+    TraceLazily(TraceSource, [] { return QStringLiteral("Delete listview memory"); });
     m_dialog.reset();
 }
 
@@ -318,7 +318,7 @@ void MemorySystemListView::slotCopy() {
     const std::vector<FrequencyNodeMediator*> mediators = SelectedMediators();
     if (mediators.empty())
         return;
-    CopySelection(TraceSource, 260);
+    CopySelection(TraceSource);
     FreqStore::Instance().ClearFrequencyListCopyStruct();
     for (FrequencyNodeMediator* mediator : mediators) {
         if (auto* channel = dynamic_cast<MemoryMediator*>(mediator))
@@ -344,7 +344,7 @@ void MemorySystemListView::slotPaste() {
         FreqStore::Instance().GetClipboardText().contains(QLatin1String("<FrequencyStoreList"));
     const QVector<FrequencyStoreEntry> rows = isXml ? QVector<FrequencyStoreEntry>() : copyBufferEntries();
     if (rows.isEmpty())
-        PasteClipboard(TraceSource, 290);
+        PasteClipboard(TraceSource);
     else
         list->AppendEntries(rows);
     if (list->size() > before) // the handler has brought the job up to date
@@ -362,7 +362,7 @@ QVector<FrequencyStoreEntry> MemorySystemListView::copyBufferEntries() const {
         double hertz = 0;
         row->GetValue(m_copyFrequency, frequency);
         if (!Quor::ParseFrequency(frequency, hertz)) {
-            Problems::Report(TraceSource, 310,
+            Problems::Report(TraceSource,
                              Problem{tr("Copied row"), 0, tr("\"%1\" is not a frequency").arg(frequency)});
             continue;
         }

@@ -28,13 +28,12 @@ namespace {
 constexpr char TypeOfOthers = 'd'; ///< of entries without a type, which all entries of this list are
 
 /// Traces a heading and the exception's text; tells the operator, too, when asked to.
-void traceException(unsigned short line, const char* heading, const RGException& exception, bool tell) {
-    constexpr char source[] = "listviewshandler";
-    TraceLazily(source, line, [heading] { return QString::fromLatin1(heading); });
+void traceException(TracePlace place, const char* heading, const RGException& exception, bool tell) {
+    TraceLazily(place, [heading] { return QString::fromLatin1(heading); });
     if (tell) // traces the text as well
-        Problems::Report(source, line, Problem::FromText(exception.GetErrorText()));
+        Problems::Report(place, Problem::FromText(exception.GetErrorText()));
     else
-        TraceLazily(source, line, [&] { return exception.GetErrorText(); });
+        TraceLazily(place, [&] { return exception.GetErrorText(); });
 }
 
 /// Asks for a file; empty when cancelled. A name without an ending gets `suffix`.
@@ -69,8 +68,7 @@ FrequencyStoreEntry entryOf(FrequencyNodeMediator& mediator) {
 
 /// Every reading of a file runs in here.
 bool NOIFrequencyHandler::readSafely(const QString& path, const std::function<bool()>& read) {
-    return REPORTGENERATOR::ReadSafely(TraceSource, 1533, path, read,
-                                       [&] { return dropUnfinishedFile(path); });
+    return REPORTGENERATOR::ReadSafely(TraceSource, path, read, [&] { return dropUnfinishedFile(path); });
 }
 
 REPORTGENERATOR::DroppedEntries NOIFrequencyHandler::dropUnfinishedFile(const QString& path) {
@@ -89,7 +87,7 @@ REPORTGENERATOR::DroppedEntries NOIFrequencyHandler::dropUnfinishedFile(const QS
 
 bool NOIFrequencyHandler::ParseNOIFile(const QString& path) {
     if (path.isEmpty()) { // a cancelled dialog, of which the operator need not be told
-        TraceLazily(TraceSource, 1521, [] { return QStringLiteral("File cannot be opened: "); });
+        TraceLazily(TraceSource, [] { return QStringLiteral("File cannot be opened: "); });
         return false;
     }
     const QPointer<NOIFrequencyHandler> alive(this);
@@ -117,7 +115,7 @@ bool NOIFrequencyHandler::readEntries(const QString& path, bool tell) {
     } catch (const REPORTGENERATOR::NotEnoughMemory&) {
         throw;
     } catch (const RGException& exception) {
-        traceException(1578, "EXCEPTION WHILE PARSING FREQUENCIES:", exception, tell);
+        traceException(TraceSource, "EXCEPTION WHILE PARSING FREQUENCIES:", exception, tell);
         noteContent(path, false);
         if (m_pMedCtrl) { // views follow once more: they show an empty list, not rows of what has gone
             m_pMedCtrl->Suspend(false);
@@ -137,7 +135,7 @@ void NOIFrequencyHandler::tellDoubtful(const QString& path) {
     const auto tell = [&](qint64 count, qint64 first, const QString& what) {
         if (count > 0)
             Problems::Report(
-                TraceSource, 1590,
+                TraceSource,
                 {path, 0, QStringLiteral("%1, the first is number %2").arg(what.arg(count)).arg(first)});
     };
     const Doubtful found = std::exchange(m_doubtful, {});
@@ -202,7 +200,7 @@ bool NOIFrequencyHandler::ReadFile(const QString& path) {
     else if (PathContains(path, ".noi"))
         read = openLines(path);
     else
-        Problems::Report(TraceSource, 1601, {path, 0, QStringLiteral("is of no known kind of file")});
+        Problems::Report(TraceSource, {path, 0, QStringLiteral("is of no known kind of file")});
     FileGate::WasRead(FileGate::List::Noi, path, read);
     return read;
 }
@@ -212,7 +210,7 @@ bool NOIFrequencyHandler::readTable(const QString& path) {
     const QString refusal = FileHandling::WhyNotReadable(path);
     if (refusal.isEmpty())
         return ParseNOIXmlFile(path);
-    Problems::Report(TraceSource, 1598, Problem::FromText(refusal));
+    Problems::Report(TraceSource, Problem::FromText(refusal));
     return false;
 }
 
@@ -270,7 +268,7 @@ QString NOIFrequencyHandler::nameForAutomaticSave() {
     const QString other = QFileInfo::exists(standard) ? REPORTGENERATOR::FreeNameBeside(standard) : standard;
     if (m_pMedCtrl->size() > 0)
         Problems::Report(
-            TraceSource, 1688,
+            TraceSource,
             {m_currentFile, 0,
              QStringLiteral("could not be read whole and is kept; the list is saved as ") + other});
     return other;
@@ -289,7 +287,7 @@ QString NOIFrequencyHandler::FileSave(bool automatic) {
         return QString();
     const Saved saved = automatic ? saveAutomatically() : saveTo(path);
     if (saved == Saved::Nothing && !path.isEmpty())
-        Problems::Report(TraceSource, 1694, {path, 0, QStringLiteral("is not written: the list is empty")});
+        Problems::Report(TraceSource, {path, 0, QStringLiteral("is not written: the list is empty")});
     return saved == Saved::Written ? m_currentFile : QString();
 }
 
@@ -358,7 +356,7 @@ bool NOIFrequencyHandler::writeEntries(const QString& path, bool csv) {
         writer.Commit();
         return true;
     } catch (const RGException& exception) {
-        traceException(1756,
+        traceException(TraceSource,
                        csv ? "EXCEPTION WHILE EXPORTING NOI FREQUENCIES:"
                            : "EXCEPTION WHILE SAVING NOI FREQUENCIES:",
                        exception, false);
@@ -377,7 +375,7 @@ bool NOIFrequencyHandler::writeLines(const QString& path) {
         writer.Commit();
         return true;
     } catch (const RGException& exception) {
-        TraceLazily(TraceSource, 1712, [&] { return exception.GetErrorText(); });
+        TraceLazily(TraceSource, [&] { return exception.GetErrorText(); });
         return false;
     }
 }

@@ -94,7 +94,7 @@ void NOIFrequencyHandler::Init(Node* listNode) {
         return;
     }
     if (m_currentFile.isEmpty()) {
-        TraceLazily(TraceSource, 1417, [] { return QStringLiteral("No NOI file loaded"); });
+        TraceLazily(TraceSource, [] { return QStringLiteral("No NOI file loaded"); });
         m_currentFile = QString::fromLatin1(DefaultFile);
         return;
     }
@@ -133,7 +133,7 @@ std::unique_ptr<NOIFrequency> NOIFrequencyHandler::AddValue() {
 bool NOIFrequencyHandler::insert(double frequency, double bandwidth, const QString& comment) {
     const std::unique_ptr<NOIFrequency> entry = AddValue();
     if (!entry) {
-        TraceLazily(TraceSource, 1486, [] { return QStringLiteral("AddValue returned invalid value"); });
+        TraceLazily(TraceSource, [] { return QStringLiteral("AddValue returned invalid value"); });
         return false;
     }
     if (frequency > 0) {
@@ -200,8 +200,7 @@ void NOIFrequencyHandler::FillInData(double frequency, double bandwidth, QString
 }
 
 int NOIFrequencyHandler::AddToFreqStore() {
-    if (!m_pMedCtrl && (ErrorHandler::Instance().GetTraceMask() & TraceMaskAssert) != 0)
-        _Q_assert(L"m_pMedCtrl", L"listviewshandler", 1869);
+    AssertHolds(TraceSource, m_pMedCtrl != nullptr, "m_pMedCtrl");
     return FreqStore::Instance().AddFrequencyListDefinition(
         QCoreApplication::translate("NOIFrequencyHandler", "NOI Frequencies"), QPixmap(IconXpm),
         createPixStateVector, true, true, m_pMedCtrl.get(), CreateSearchMCNOIListView, nullptr, 0);

@@ -149,7 +149,7 @@ void SearchMCNOIListView::slotSaveToFile() {
 }
 
 void SearchMCNOIListView::slotCopy() {
-    CopySelection(TraceSource, 226);
+    CopySelection(TraceSource);
     FreqStore::Instance().ClearFrequencyListCopyStruct();
     for (FrequencyNodeMediator* mediator : SelectedMediators())
         copy2FreqStore(*mediator);
@@ -168,7 +168,7 @@ void SearchMCNOIListView::copy2FreqStore(FrequencyNodeMediator& mediator) {
 // A list that waits for a file would lose what is added to it to that file.
 void SearchMCNOIListView::slotPaste() {
     if (!showWaiting())
-        PasteClipboard(TraceSource, 268);
+        PasteClipboard(TraceSource);
 }
 
 void SearchMCNOIListView::slotNew() {

@@ -4,6 +4,7 @@
 #include "controls/frequencystore/common/keys.h"
 #include "controls/frequencystore/results/searchmcdatareader.h"
 #include "host/base/datetime.h"
+#include "host/base/fixedplace.h"
 #include "host/base/quoros.h"
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
@@ -82,8 +83,7 @@ void SearchMCDataHandler::Init(Node* root) {
 }
 
 int SearchMCDataHandler::AddToFreqStore() {
-    if (!m_pMedCtrl && (ErrorHandler::Instance().GetTraceMask() & TraceMaskAssert) != 0)
-        _Q_assert(L"m_pMedCtrl", L"listviewshandler", 89);
+    AssertHolds(FixedPlace::ResultsWithoutController, m_pMedCtrl != nullptr, "m_pMedCtrl");
     return FreqStore::Instance().AddFrequencyListDefinition(
         tr("Data Results"), QPixmap(IconXpm), createPixStateVector, true, true, m_pMedCtrl.get(),
         CreateSearchMCDataListView, nullptr, 0);

@@ -86,9 +86,9 @@ void SearchMCDataListView::slotExportToFile() {
 }
 
 void SearchMCDataListView::slotCopy() {
-    CopySelection(TraceSource, 118);
+    CopySelection(TraceSource);
 }
 
 void SearchMCDataListView::slotPaste() {
-    PasteClipboard(TraceSource, 122);
+    PasteClipboard(TraceSource);
 }

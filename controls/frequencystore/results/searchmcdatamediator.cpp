@@ -2,6 +2,7 @@
 
 #include "controls/frequencystore/results/searchmcdataresult.h"
 #include "host/base/datetime.h"
+#include "host/base/fixedplace.h"
 #include "host/base/numbers.h"
 #include "host/base/tokenizer.h"
 #include "host/base/trace.h"
@@ -132,7 +133,7 @@ bool SearchMCDataMediator::CellText(unsigned columnId, QString& text) {
 
 void SearchMCDataMediator::UpdateMyViewItems(FrequencyNodeListView* view) {
     if (!GetItem4View(view)) {
-        TraceLazily("searchmcdatamediator", 54,
+        TraceLazily(FixedPlace::ResultWithoutRow,
                     [] { return QStringLiteral("No valid View Item for Memory - Field"); });
     }
     // The base fills all cells, those of this list too, through CellText.

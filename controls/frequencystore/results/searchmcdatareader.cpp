@@ -70,7 +70,7 @@ bool SearchMCDataReader::ReadFile(const QString& path) {
         return true;
     };
     m_isEmptied = false;
-    return REPORTGENERATOR::ReadSafely(TraceSource, 931, path, read, [this] { return dropEntries(); });
+    return REPORTGENERATOR::ReadSafely(TraceSource, path, read, [this] { return dropEntries(); });
 }
 
 /// Empties a list that is no longer the old one and not yet the new one.

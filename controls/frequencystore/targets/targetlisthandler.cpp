@@ -53,7 +53,7 @@ void TargetListHandler::Init(Node* node, bool loadDefault) {
     m_currentFile = CfgCenter::GetAppCfg(ICfg::StartUp)
                         .GetFilePath(QStringLiteral("LocalTargetList"), QString::fromLatin1(DefaultFile));
     if (!m_fileLoaded->GetValue() && !m_client) {
-        parse(1203, m_currentFile);
+        parse(TraceSource, m_currentFile);
         startAnnouncing();
     }
     publishFileName();
@@ -63,9 +63,9 @@ bool TargetListHandler::isForeignXml(const QString& path) const {
     return path.contains(QLatin1String(".xml")) && !FreqStoreXml::FileHandling().IsValidFormat(path);
 }
 
-bool TargetListHandler::parse(unsigned short sourceLine, const QString& path, bool isProfileTable) {
+bool TargetListHandler::parse(TracePlace place, const QString& path, bool isProfileTable) {
     return REPORTGENERATOR::ReadSafely(
-        TraceSource, sourceLine, path,
+        place, path,
         [&] { return isProfileTable ? m_pParser->ParseProfileTable(path) : m_pParser->ParseSFLFile(path); },
         [this] { return m_pParser->DropUnfinishedFile(); });
 }
@@ -73,7 +73,7 @@ bool TargetListHandler::parse(unsigned short sourceLine, const QString& path, bo
 bool TargetListHandler::ReadFile(const QString& path) {
     if (!m_pParser || m_client)
         return false;
-    const bool read = parse(1228, path, isForeignXml(path));
+    const bool read = parse(TraceSource, path, isForeignXml(path));
     startAnnouncing();
     FileGate::WasRead(FileGate::List::Targets, path, read);
     return read;
@@ -134,7 +134,7 @@ QString TargetListHandler::ImportTargetList() {
     if (path.isEmpty() || isKeptOut(path))
         return QString();
     if (!m_client && m_pParser) {
-        const bool read = parse(1287, path);
+        const bool read = parse(TraceSource, path);
         startAnnouncing();
         FileGate::WasRead(FileGate::List::Targets, path, read);
     }

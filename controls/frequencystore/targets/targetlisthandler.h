@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/base/observer.h"
+#include "host/base/traceplace.h"
 #include "host/valuetree/node.h"
 #include "host/valuetree/value.h"
 #include "host/valuetree/valueptr.h"
@@ -68,7 +69,7 @@ private:
     ~TargetListHandler() override;
 
     bool isForeignXml(const QString& path) const;
-    bool parse(unsigned short sourceLine, const QString& path, bool isProfileTable = false);
+    bool parse(TracePlace place, const QString& path, bool isProfileTable = false);
     bool isKeptOut(const QString& path) const;
     void startAnnouncing();
     void publishFileName();

@@ -7,6 +7,7 @@
 #include "controls/frequencystore/targets/targetlisthandler.h"
 #include "controls/frequencystore/targets/wkflistentry.h"
 #include "controls/frequencystore/targets/wkfnodemediator.h"
+#include "host/base/fixedplace.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
@@ -162,13 +163,13 @@ bool TargetListParser::ParseSFLFile(const QString& path) {
     }
     QFile file(path);
     if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
-        return TellRefusal(897, {path, 0, refusal});
+        return TellRefusal(FixedPlace::CannotOpenList, {path, 0, refusal});
     Prepare4NewFile();
     // The file ends here, but the emptied list must not stay frozen.
     m_pMedCtrl->Suspend(false);
     m_filling = false;
-    TraceLazily(TraceSource, 1069, [] { return QStringLiteral("File cannot be converted"); });
-    Problems::Report(TraceSource, 1069, {path, 0, QStringLiteral("is of no known kind of file")});
+    TraceLazily(FixedPlace::CannotConvert, [] { return QStringLiteral("File cannot be converted"); });
+    Problems::Report(TraceSource, {path, 0, QStringLiteral("is of no known kind of file")});
     return false;
 }
 
@@ -189,7 +190,7 @@ bool TargetListParser::writeLines(const QString& path) {
         writer.Commit();
         return true;
     } catch (const RGException& exception) {
-        TraceLazily(TraceSource, 1101, [&] { return exception.GetErrorText(); });
+        TraceLazily(TraceSource, [&] { return exception.GetErrorText(); });
         return false;
     }
 }
@@ -206,15 +207,14 @@ bool TargetListParser::SaveFile(const QString& path) {
             path, csv, csv ? FrequencyStoreListHelper::Targets : FrequencyStoreListHelper::XmlList);
         return true;
     } catch (const RGException& exception) {
-        TraceLazily(TraceSource, 1120, [] { return QStringLiteral("EXCEPTION WHILE SAVING FREQUENCIES:"); });
-        TraceLazily(TraceSource, 1121, [&] { return exception.GetErrorText(); });
+        TraceLazily(TraceSource, [] { return QStringLiteral("EXCEPTION WHILE SAVING FREQUENCIES:"); });
+        TraceLazily(TraceSource, [&] { return exception.GetErrorText(); });
         return false;
     }
 }
 
 int TargetListParser::AddToFreqStore() {
-    if (!m_pMedCtrl && (ErrorHandler::Instance().GetTraceMask() & TraceMaskAssert) != 0)
-        _Q_assert(L"m_pMedCtrl", L"listviewshandler", 1155);
+    AssertHolds(FixedPlace::TargetsWithoutController, m_pMedCtrl != nullptr, "m_pMedCtrl");
     return FreqStore::Instance().AddFrequencyListDefinition(
         QCoreApplication::translate("TargetListParser", "Local TargetList"), QPixmap(IconXpm),
         createPixStateVector, true, true, m_pMedCtrl.get(), CreateWkfListView, nullptr, 0);

@@ -39,7 +39,7 @@ void WkfListEntry::create() {
 
     m_type = Make<Value<char>>(Keys::KeyType);
     CopyFromSource(TypeLink(), m_type);
-    m_threadClass = Make<Value<QString>>(Keys::ThreadClass);
+    m_threatClass = Make<Value<QString>>(Keys::ThreatClass);
     m_priority = Make<ValueNumeric<int>>(Keys::Priority);
     m_priority->SetMinMax(1, LowestPriority, 1);
 
@@ -58,7 +58,7 @@ void WkfListEntry::create() {
 void WkfListEntry::attach() {
     m_demodulation = Find<Value<QString>>(Keys::KeyDemodulation);
     m_type = Find<Value<char>>(Keys::KeyType);
-    m_threadClass = Find<Value<QString>>(Keys::ThreadClass);
+    m_threatClass = Find<Value<QString>>(Keys::ThreatClass);
     m_priority = Find<ValueNumeric<int>>(Keys::Priority);
     m_bandwidth = Find<ValueNumeric<double>>(Keys::KeyBandwidth);
     m_profileID = Find<Value<QString>>(Keys::ProfileID);

@@ -10,7 +10,7 @@ public:
 
     /// Each does nothing when its value is missing.
     void SetPriority(int priority) { Set(m_priority, priority); }
-    void SetThreadClass(const QString& threatClass) { Set(m_threadClass, threatClass); }
+    void SetThreadClass(const QString& threatClass) { Set(m_threatClass, threatClass); }
     void SetProfileID(const QString& id) { Set(m_profileID, id); }
     void SetProfileName(const QString& name) { Set(m_profileName, name); }
     void SetSignalClass(const QString& signalClass) { Set(m_signalClass, signalClass); }
@@ -23,7 +23,7 @@ private:
     ValueNumeric<double>* m_bandwidth = nullptr;
     Value<QString>* m_demodulation = nullptr;
     Value<char>* m_type = nullptr;
-    Value<QString>* m_threadClass = nullptr;
+    Value<QString>* m_threatClass = nullptr;
     ValueNumeric<int>* m_priority = nullptr;
     Value<QString>* m_profileID = nullptr;
     Value<QString>* m_signalClass = nullptr;

@@ -134,7 +134,7 @@ void WkfListView::slotExport2File() {
 void WkfListView::slotCopy() {
     if (!currentItem())
         return;
-    CopySelection("wkflistview", 182);
+    CopySelection("wkflistview");
     FreqStore::Instance().ClearFrequencyListCopyStruct();
     for (FrequencyNodeMediator* mediator : SelectedMediators()) {
         if (auto* target = dynamic_cast<WkfNodeMediator*>(mediator))
@@ -143,7 +143,7 @@ void WkfListView::slotCopy() {
 }
 
 void WkfListView::slotPaste() {
-    PasteClipboard("wkflistview", 205);
+    PasteClipboard("wkflistview");
 }
 
 void WkfListView::copy2FreqStore(WkfNodeMediator& mediator) {

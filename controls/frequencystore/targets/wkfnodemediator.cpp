@@ -55,7 +55,7 @@ void WkfNodeMediator::UpdateDependentValues() {
 
 void WkfNodeMediator::bindOwn() {
     static constexpr Binding table[] = {{&Keys::Priority, TypesOf(ValueType::NumericInt)},
-                                        {&Keys::ThreadClass, TypesOf(ValueType::Text)},
+                                        {&Keys::ThreatClass, TypesOf(ValueType::Text)},
                                         {&Keys::ProfileID, TypesOf(ValueType::Text)},
                                         {&Keys::ProfileName, TypesOf(ValueType::Text)},
                                         {&Keys::SignalClass, TypesOf(ValueType::Text)},
@@ -113,7 +113,7 @@ bool WkfNodeMediator::GetSignalClass(QString& signalClass, int) {
 }
 
 bool WkfNodeMediator::GetThreadClass(QString& threatClass, int) {
-    return get(HeldThreadClass(), threatClass);
+    return get(HeldThreatClass(), threatClass);
 }
 
 bool WkfNodeMediator::GetTransmissionSystem(QString& system, int) {
@@ -137,7 +137,7 @@ void WkfNodeMediator::SetSignalClass(const QString& signalClass) {
 }
 
 void WkfNodeMediator::SetThreadClass(const QString& threatClass) {
-    set(HeldThreadClass(), threatClass);
+    set(HeldThreatClass(), threatClass);
 }
 
 void WkfNodeMediator::SetTransmissionSystem(const QString& system) {
@@ -145,7 +145,7 @@ void WkfNodeMediator::SetTransmissionSystem(const QString& system) {
 }
 
 bool WkfNodeMediator::CellText(unsigned columnId, QString& text) {
-    const auto* value = columnId == ColumnThreatClass          ? HeldThreadClass()
+    const auto* value = columnId == ColumnThreatClass          ? HeldThreatClass()
                         : columnId == ColumnSignalClass        ? HeldSignalClass()
                         : columnId == ColumnTransmissionSystem ? HeldTransmissionSystem()
                                                                : nullptr;
@@ -232,7 +232,7 @@ bool WkfNodeMediator::SetValueFromString(int field, QString& text) {
         return true; // follows from the priority
     case FieldThreatClass:
         SetThreadClass(text);
-        return HeldThreadClass() != nullptr;
+        return HeldThreatClass() != nullptr;
     case FieldPriority:
         if (!HeldPriority() || !Quor::ParseInt(text, priority))
             return false;

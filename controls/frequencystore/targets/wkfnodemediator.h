@@ -38,7 +38,7 @@ protected:
 private:
     enum WkfBoundNumber : size_t {
         BoundPriority = FirstOwnOfHalvo,
-        BoundThreadClass,
+        BoundThreatClass,
         BoundProfileID,
         BoundProfileName,
         BoundSignalClass,
@@ -49,7 +49,7 @@ private:
 
     void bindOwn();
     ValueNumeric<int>* HeldPriority() const { return Bound<ValueNumeric<int>>(BoundPriority); }
-    Value<QString>* HeldThreadClass() const { return Bound<Value<QString>>(BoundThreadClass); }
+    Value<QString>* HeldThreatClass() const { return Bound<Value<QString>>(BoundThreatClass); }
     Value<QString>* HeldProfileID() const { return Bound<Value<QString>>(BoundProfileID); }
     Value<QString>* HeldProfileName() const { return Bound<Value<QString>>(BoundProfileName); }
     Value<QString>* HeldSignalClass() const { return Bound<Value<QString>>(BoundSignalClass); }

@@ -471,7 +471,8 @@ TEST_F(ReaderTest, UnreadableProfileTablesYieldNothingAndAreTold) {
     for (const QString& path : {Path(Q("none.xml")), m_folder.path()})
         EXPECT_FALSE(m_parser->ParseProfileTable(path));
     EXPECT_EQ(traces.problems.size(), 2);
-    EXPECT_TRUE(traces.texts.contains(Q("File cannot be opened: ") + Path(Q("none.xml"))));
+    EXPECT_EQ(traces.texts.value(0), Q("File cannot be opened: ") + Path(Q("none.xml")));
+    EXPECT_EQ(traces.places.value(0), Q("listviewshandler:615"));
     EXPECT_EQ(Targets().size(), 1) << "a file that cannot be opened changes nothing";
 }
 

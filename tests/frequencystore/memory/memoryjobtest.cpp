@@ -296,10 +296,13 @@ TEST_F(MemoryJobTest, BadFilesAreToldAndChangeNothing) {
     EXPECT_EQ(m_job->GetValue(), job);
     EXPECT_EQ(Handler().GetJobfileName(), QString());
 
-    traces.texts.clear();
-    for (const char* name : {"none.sfl", "none.xml", "none.pij"}) {
+    for (const auto& [name, place] :
+         {std::pair("none.sfl", "listviewshandler:897"), std::pair("none.xml", "memorysystemhandling:"),
+          std::pair("none.pij", "memorysystemhandling:")}) {
+        const Traces refused;
         EXPECT_FALSE(Handler().ReadFile(Path(Q(name))));
-        EXPECT_TRUE(traces.texts.contains(Q("File cannot be opened: ") + Path(Q(name))));
+        EXPECT_EQ(refused.texts.value(0), Q("File cannot be opened: ") + Path(Q(name)));
+        EXPECT_TRUE(refused.places.value(0).startsWith(Q(place))) << name;
         EXPECT_EQ(Handler().GetMediatorCtrl()->IsSuspended(), qstrcmp(name, "none.pij") == 0);
     }
 }
