@@ -14,7 +14,7 @@ const Shape& WkfTarget::Shape() {
         S::Make({S::Number<double>(Keys::KeyFrequency, 0.0, std::numeric_limits<double>::max(), 1.0),
                  S::Text(Keys::KeyComment),
                  S::Number<double>(Keys::KeyBandwidth, 0.0, SimpleFrequency::MaxBandwidth, 1.0),
-                 S::Text(Keys::KeyDemodulation), S::Letter(Keys::KeyType), S::Text(Keys::ThreadClass),
+                 S::Text(Keys::KeyDemodulation), S::Letter(Keys::KeyType), S::Text(Keys::ThreatClass),
                  S::Number<int>(Keys::Priority, 1, LowestPriority, 1), S::Text(Keys::ProfileID),
                  S::Text(Keys::SignalClass), S::Text(Keys::TransmissionSystem), S::Text(Keys::ProfileName)});
     return shape;
