@@ -33,8 +33,7 @@ constexpr Cell Cells[] = {
 } // namespace
 
 FrequencyNodeMediator::FrequencyNodeMediator(MediatorCtrl* controller, Observable* entryNode, int)
-    : Mediator(controller, entryNode) {
-    m_isNode = dynamic_cast<Node*>(entryNode) != nullptr;
+    : Mediator(controller, entryNode), m_isNode(dynamic_cast<Node*>(entryNode) != nullptr) {
     FrequencyNodeMediator::UpdateDependentValues();
 }
 

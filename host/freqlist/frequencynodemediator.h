@@ -135,4 +135,5 @@ private:
     static std::span<const quint8> placesIn(const Node& entry, std::span<const Binding> table);
 
     BoundValues m_bound;
+    const bool m_isNode; ///< what is observed is a node
 };

@@ -63,7 +63,6 @@ public:
 protected:
     /// Small things of derived mediators, which have room here.
     bool m_hasTip = false;  ///< a tip of its own stands in a table, since few items have one
-    bool m_isNode = false;  ///< what is observed is a node
     quint16 m_itemKind = 0; ///< a number of the derived class's
 
 private:
