@@ -3,6 +3,7 @@
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/files/filekind.h"
 #include "controls/frequencystore/noi/noifrequency.h"
+#include "controls/frequencystore/noi/noilistviewfactory.h"
 #include "host/base/numbers.h"
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
@@ -12,7 +13,6 @@
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
 
-#include <QCoreApplication>
 #include <QPixmap>
 
 namespace {
@@ -202,9 +202,11 @@ void NOIFrequencyHandler::FillInData(double frequency, double bandwidth, QString
 int NOIFrequencyHandler::AddToFreqStore() {
     if (!m_pMedCtrl && (ErrorHandler::Instance().GetTraceMask() & TraceMaskAssert) != 0)
         _Q_assert(L"m_pMedCtrl", L"listviewshandler", 1869);
-    return FreqStore::Instance().AddFrequencyListDefinition(
-        QCoreApplication::translate("NOIFrequencyHandler", "NOI Frequencies"), QPixmap(IconXpm),
-        createPixStateVector, true, true, m_pMedCtrl.get(), CreateSearchMCNOIListView, nullptr, 0);
+    return FreqStore::Instance().RegisterList({.name = tr("NOI Frequencies"),
+                                               .icon = QPixmap(IconXpm),
+                                               .pixStateFactory = createPixStateVector,
+                                               .controller = m_pMedCtrl.get(),
+                                               .viewFactory = CreateSearchMCNOIListView});
 }
 
 void NOIFrequencyHandler::Update(Observable* subject, TChangeCode code) {

@@ -8,6 +8,7 @@
 #include "host/gui/sortlistview.h"
 #include "host/valuetree/tree.h"
 #include "tests/support/testfolder.h"
+#include "tests/support/text.h"
 
 namespace {
 
