@@ -71,7 +71,8 @@ TEST_F(Detections, AListKeepsItsPlaceWhenAnotherOneIsRegistered) {
             .arg(view->GetListView()->RowCount())
             .arg(marks)
             .arg(emphasis)
-            .arg(marked->Size());
+            .arg(marked->Size())
+            .toStdString();
     };
     EXPECT_EQ(shows(plain, MarkedPath), "1 rows, 1 marks, 1 emphasised, 1 selected");
     EXPECT_EQ(shows(extended, otherMarked), "3 rows, 3 marks, 2 emphasised, 3 selected");
