@@ -96,6 +96,13 @@ while read -r file included; do
     fail "$file must not include the view $included"
 done < <(grep -E '^controls/[^ ]+ host/.*view\.h$' <<<"$includes" |
          grep -vE '^[^ ]+(view|mediator|mediatorctrl)\.(h|cpp) ' || true)
+# Who registers a list knows its view by the header of a factory, so no other header declares one.
+for header in $(grep -lE '\bFrequencyStoreListView\b' controls/**/*.h); do
+    case $header in
+    *view.h | *viewfactory.h) ;;
+    *) fail "$header must not declare a view" ;;
+    esac
+done
 
 # A circle of headers makes tsort complain.
 circle=$(grep -E '^[^ ]+\.h ' <<<"$includes" | tsort 2>&1 >/dev/null || true)

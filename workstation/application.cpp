@@ -342,8 +342,7 @@ void Workstation::registerNoi() {
         m_opener->SetFileOf(FileGate::List::Noi, list->GetCurrentFileName());
 }
 
-/// Plain and classified detections are two lists of one search; views and bar lines are made as their list is
-/// registered, from the path that is set then.
+/// Plain and classified detections are two lists of one search.
 void Workstation::registerDetections() {
     DetConvListHandler& handler = *DetConvListHandler::Instance();
     const bool isVUHF = m_options.receiver == ReceiverKind::VUHF;

@@ -62,17 +62,19 @@ extern "C" Q_DECL_EXPORT void FrequencyStorePlugInStart() {
     controller = std::make_unique<FrequencyNodeMediatorCtrl>(0);
     controller->Init(list->GetPathName());
     controller->IncrementVisibleCnt();
-    listId = FreqStore::Instance().AddFrequencyListDefinition(
-        QStringLiteral("Bookmarks"), QPixmap(),
-        []() -> PixStateVector* {
-            auto* line = new PixStateVectorOnNode;
-            line->Init(QString::fromLatin1(NodePath));
-            line->SetKeyWords(QStringLiteral("frequency"), QString(), QString(), QStringLiteral("comment"));
-            return line;
-        },
-        true, true, controller.get(),
-        [](QWidget* parent, unsigned id) -> FrequencyStoreListView* { return new BookmarkView(parent, id); },
-        nullptr, 0);
+    listId = FreqStore::Instance().RegisterList({
+        .name = QStringLiteral("Bookmarks"),
+        .pixStateFactory =
+            [] {
+                auto* line = new PixStateVectorOnNode;
+                line->Init(QString::fromLatin1(NodePath));
+                line->SetKeyWords(QStringLiteral("frequency"), QString(), QString(),
+                                  QStringLiteral("comment"));
+                return line;
+            },
+        .controller = controller.get(),
+        .viewFactory = [](QWidget* parent, unsigned id) { return new BookmarkView(parent, id); },
+    });
 }
 
 extern "C" Q_DECL_EXPORT void FrequencyStorePlugInStop() {

@@ -8,14 +8,17 @@ FreqStore& FreqStore::Instance() {
     return *store;
 }
 
+int FreqStore::RegisterList(ListRegistration registration) {
+    return AddFrequencyListDefinition(new FrequencyListDefinition(std::move(registration)));
+}
+
 int FreqStore::AddFrequencyListDefinition(const QString& name, const QPixmap& icon,
                                           PixStateFactory pixStateFactory, bool available4WideView,
                                           bool available4SimpleView, MultiViewMediatorCtrl* controller,
                                           ViewFactory viewFactory, RecycleFunction recycle,
                                           int capabilityId) {
-    return AddFrequencyListDefinition(
-        new FrequencyListDefinition(name, icon, pixStateFactory, available4WideView, available4SimpleView,
-                                    controller, viewFactory, recycle, capabilityId));
+    return RegisterList({name, icon, pixStateFactory, available4WideView, available4SimpleView, controller,
+                         viewFactory, recycle, capabilityId});
 }
 
 int FreqStore::AddFrequencyListDefinition(IFrequencyListDefinition* definition) {

@@ -22,10 +22,9 @@ class FreqStore : public QObject {
 public:
     static FreqStore& Instance();
 
-    /// Registers a list and returns its identifier, which is never 0: its tab name, 16 by 16 icon, the
-    /// factory of its frequency-bar line, whether it is offered in the wide and in the simple window, its
-    /// controller (not owned, may be null), the factory of its views, an optional function that takes deleted
-    /// entries back, and the number of the capability that an operator needs for it (0: none).
+    /// Registers a list and returns its identifier, which is never 0.
+    int RegisterList(ListRegistration registration);
+    /// The same for a list whose functions hold nothing; what the arguments are, `ListRegistration` tells.
     int AddFrequencyListDefinition(const QString& name, const QPixmap& icon, PixStateFactory pixStateFactory,
                                    bool available4WideView, bool available4SimpleView,
                                    MultiViewMediatorCtrl* controller, ViewFactory viewFactory,

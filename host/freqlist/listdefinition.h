@@ -3,17 +3,35 @@
 #include <QPixmap>
 #include <QString>
 
+#include <functional>
+
 class FrequencyStoreListView;
 class MultiViewMediatorCtrl;
 class PixStateVector;
 class QWidget;
 
-/// Makes the frequency-bar line of a list; the caller owns it.
+// What a `ListRegistration` has as its functions, for lists that are told by position.
 using PixStateFactory = PixStateVector* (*)();
-/// Makes a view of the list with that identifier; its parent owns it.
 using ViewFactory = FrequencyStoreListView* (*)(QWidget* parent, unsigned listId);
-/// Takes back an entry, given as text, that was deleted before.
 using RecycleFunction = void (*)(const QString& text);
+
+/// What a list tells the store of itself. Its functions live as long as the list is registered and may hold
+/// what they need; each may be empty.
+struct ListRegistration {
+    QString name{}; ///< of its tab
+    QPixmap icon{}; ///< 16 by 16 pixels
+    /// Makes the list's line of the frequency bar; the caller owns it. A list without one has no line.
+    std::function<PixStateVector*()> pixStateFactory{};
+    bool available4WideView = true;   ///< offered in the wide window
+    bool available4SimpleView = true; ///< offered in the simple window
+    /// Not owned; null for lists that are shown without mediators.
+    MultiViewMediatorCtrl* controller = nullptr;
+    /// Makes a view of the list, which has that identifier; the parent owns it.
+    std::function<FrequencyStoreListView*(QWidget* parent, unsigned listId)> viewFactory{};
+    /// Takes back an entry, given as text, that was deleted before.
+    std::function<void(const QString& text)> recycle{};
+    int capabilityId = 0; ///< what an operator needs for the list; 0: nothing
+};
 
 /// One list as the store keeps it.
 class IFrequencyListDefinition {
@@ -44,56 +62,44 @@ public:
 /// A list definition built from a name, an icon and factories. It owns nothing that it is given.
 class FrequencyListDefinition : public IFrequencyListDefinition {
 public:
+    explicit FrequencyListDefinition(ListRegistration registration)
+        : m_registration(std::move(registration)) {}
     FrequencyListDefinition(const QString& name, const QPixmap& pixmap, PixStateFactory pixStateFactory,
                             bool available4WideView, bool available4SimpleView,
                             MultiViewMediatorCtrl* controller, ViewFactory viewFactory,
                             RecycleFunction recycle, int capabilityId)
-        : m_name(name),
-          m_pixmap(pixmap),
-          m_pixStateFactory(pixStateFactory),
-          m_wide(available4WideView),
-          m_simple(available4SimpleView),
-          m_controller(controller),
-          m_viewFactory(viewFactory),
-          m_recycle(recycle),
-          m_capabilityId(capabilityId) {}
+        : FrequencyListDefinition(ListRegistration{name, pixmap, pixStateFactory, available4WideView,
+                                                   available4SimpleView, controller, viewFactory, recycle,
+                                                   capabilityId}) {}
 
-    QString GetName() const override { return m_name; }
-    void SetName(const QString& name) { m_name = name; }
-    QPixmap GetPixmap() const override { return m_pixmap; }
-    void SetPixmap(const QPixmap& pixmap) { m_pixmap = pixmap; }
+    QString GetName() const override { return m_registration.name; }
+    void SetName(const QString& name) { m_registration.name = name; }
+    QPixmap GetPixmap() const override { return m_registration.icon; }
+    void SetPixmap(const QPixmap& pixmap) { m_registration.icon = pixmap; }
     unsigned long GetSubgroup() const override { return m_subgroup; }
     void SetSubgroup(unsigned long subgroup) { m_subgroup = subgroup; }
-    MultiViewMediatorCtrl* GetFrequencyNodeMediatorCtrl() const override { return m_controller; }
+    MultiViewMediatorCtrl* GetFrequencyNodeMediatorCtrl() const override { return m_registration.controller; }
     void SetFrequencyNodeMediatorCtrl(MultiViewMediatorCtrl* controller) override {
-        m_controller = controller;
+        m_registration.controller = controller;
     }
-    bool GetAvailable4WideView() const override { return m_wide; }
-    void SetAvailable4WideView(bool available) { m_wide = available; }
-    bool GetAvailable4SimpleView() const override { return m_simple; }
-    void SetAvailable4SimpleView(bool available) { m_simple = available; }
-    int GetCapabilityId4View() const override { return m_capabilityId; }
+    bool GetAvailable4WideView() const override { return m_registration.available4WideView; }
+    void SetAvailable4WideView(bool available) { m_registration.available4WideView = available; }
+    bool GetAvailable4SimpleView() const override { return m_registration.available4SimpleView; }
+    void SetAvailable4SimpleView(bool available) { m_registration.available4SimpleView = available; }
+    int GetCapabilityId4View() const override { return m_registration.capabilityId; }
     FrequencyStoreListView* CreateView(QWidget* parent, unsigned listId) override {
-        return m_viewFactory ? m_viewFactory(parent, listId) : nullptr;
+        return m_registration.viewFactory ? m_registration.viewFactory(parent, listId) : nullptr;
     }
     PixStateVector* CreatePixStateVector() override {
-        return m_pixStateFactory ? m_pixStateFactory() : nullptr;
+        return m_registration.pixStateFactory ? m_registration.pixStateFactory() : nullptr;
     }
-    bool Available4FrequencyBar() const override { return m_pixStateFactory != nullptr; }
+    bool Available4FrequencyBar() const override { return m_registration.pixStateFactory != nullptr; }
     void RestoreFromRecycle(const QString& text) override {
-        if (m_recycle)
-            m_recycle(text);
+        if (m_registration.recycle)
+            m_registration.recycle(text);
     }
 
 private:
-    QString m_name;
-    QPixmap m_pixmap;
-    PixStateFactory m_pixStateFactory;
-    bool m_wide;
-    bool m_simple;
+    ListRegistration m_registration;
     unsigned long m_subgroup = 0;
-    MultiViewMediatorCtrl* m_controller;
-    ViewFactory m_viewFactory;
-    RecycleFunction m_recycle;
-    int m_capabilityId;
 };

@@ -1,5 +1,6 @@
 #include "controls/frequencystore/detections/detconvlisthandler.h"
 
+#include "controls/frequencystore/detections/detectionlistviewfactory.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/pixstatevectorsearchmc.h"
 
@@ -16,10 +17,10 @@ const char* const ListIcon[] = {
 };
 
 template <typename Record>
-PixStateVector* createLine() {
+PixStateVector* createLine(const DetectionPaths& paths) {
     auto* line = new PixStateVectorSearchMC<Record>(0);
-    line->Init(DetConvListHandler::Instance()->getEmissionListPath());
-    line->SetMarkedPath(DetConvListHandler::Instance()->getEmissionMarkedPath());
+    line->Init(paths.emissions);
+    line->SetMarkedPath(paths.marked);
     line->SetMode(1);
     return line;
 }
@@ -27,7 +28,7 @@ PixStateVector* createLine() {
 } // namespace
 
 PixStateVector* CreateSearchMCPixStateVector() {
-    return createLine<DetectionConventional>();
+    return createLine<DetectionConventional>(DetConvListHandler::Instance()->GetPaths());
 }
 
 DetConvListHandler* DetConvListHandler::m_pInstance = nullptr;
@@ -42,14 +43,26 @@ void DetConvListHandler::DeleteInstance() {
     delete std::exchange(m_pInstance, nullptr);
 }
 
+std::shared_ptr<const DetectionPaths> DetConvListHandler::pathsOfNewList() {
+    const DetectionPaths present = *m_paths;
+    *m_paths = std::exchange(m_registeredPaths, present); // those of the list before
+    m_paths = std::make_shared<DetectionPaths>(present);
+    return m_paths;
+}
+
 int DetConvListHandler::AddToFreqStore(bool vuhf, const QString& name) {
     m_listId = -1;
-    const QPixmap icon(ListIcon);
-    const ViewFactory extendedView =
-        vuhf ? CreateSearchMCExtendedVectorListViewVUHF : CreateSearchMCExtendedVectorListViewHF;
-    m_listId = FreqStore::Instance().AddFrequencyListDefinition(
-        m_extended ? tr("Search MC with Classifier") : name, icon,
-        m_extended ? createLine<ExtendedDetectionConventional> : CreateSearchMCPixStateVector, false, true,
-        nullptr, m_extended ? extendedView : CreateSearchMCVectorListView, nullptr, 0);
+    const auto makeExtendedView = vuhf ? MakeExtendedDetectionViewVUHF : MakeExtendedDetectionViewHF;
+    const auto makeView = m_extended ? makeExtendedView : MakeDetectionView;
+    const auto makeLine =
+        m_extended ? createLine<ExtendedDetectionConventional> : createLine<DetectionConventional>;
+    const std::shared_ptr<const DetectionPaths> paths = pathsOfNewList();
+    m_listId = FreqStore::Instance().RegisterList(
+        {.name = m_extended ? tr("Search MC with Classifier") : name,
+         .icon = QPixmap(ListIcon),
+         .pixStateFactory = [makeLine, paths] { return makeLine(*paths); },
+         .available4WideView = false,
+         .viewFactory = [makeView, paths](QWidget* parent,
+                                          unsigned id) { return makeView(parent, id, *paths); }});
     return m_listId;
 }

@@ -4,14 +4,21 @@
 
 #include <QObject>
 
-class FrequencyStoreListView;
-class PixStateVector;
-class QWidget;
+#include <memory>
 
-/// Puts the host's list of conventional-search detections into the frequency store. The records stay in a
-/// list value of the host's; the handler knows the paths of that list and of the list of marked emissions,
-/// and the views and bar lines that are made later read what the paths name then. One instance exists per
-/// process.
+class PixStateVector;
+
+/// Where a list of detections stands in the tree; nothing need be there.
+struct DetectionPaths {
+    QString emissions; ///< the list of records
+    QString marked;    ///< the list of marked emissions: their frequencies in Hz
+};
+
+/// Puts the host's lists of conventional-search detections into the frequency store. The records stay in list
+/// values of the host's; the handler knows where. Paths that are set are those of the list registered last:
+/// its views and bar lines that are made later read what they name then. They are the next list's, too, and
+/// once that is registered, the list before is back at the paths that it was registered with. One instance
+/// exists per process.
 class DetConvListHandler : public QObject, public IObserver {
     Q_OBJECT
 
@@ -21,12 +28,11 @@ public:
 
     /// Whether the records carry classifier results; before `AddToFreqStore`.
     void Init(bool extended) { m_extended = extended; }
-    /// Path of the list of records.
-    void setEmissionListPath(const QString& path) { m_emissionListPath = path; }
-    QString getEmissionListPath() const { return m_emissionListPath; }
-    /// Path of the list of marked emissions: their frequencies in Hz.
-    void setEmissionMarkedPath(const QString& path) { m_emissionMarkedPath = path; }
-    QString getEmissionMarkedPath() const { return m_emissionMarkedPath; }
+    void setEmissionListPath(const QString& path) { m_paths->emissions = path; }
+    QString getEmissionListPath() const { return m_paths->emissions; }
+    void setEmissionMarkedPath(const QString& path) { m_paths->marked = path; }
+    QString getEmissionMarkedPath() const { return m_paths->marked; }
+    const DetectionPaths& GetPaths() const { return *m_paths; }
 
     /// Registers the list and returns its identifier. Plain detections go under `name`; extended ones have a
     /// name of their own, and `vuhf` tells which receiver's classifier made the results.
@@ -36,20 +42,16 @@ public:
 
 private:
     DetConvListHandler() = default;
+    std::shared_ptr<const DetectionPaths> pathsOfNewList();
 
     static DetConvListHandler* m_pInstance;
 
     int m_listId = 0; ///< -1 while a registration is under way
-    QString m_emissionListPath;
-    QString m_emissionMarkedPath;
+    /// As set; shared with the factories of the list registered last.
+    std::shared_ptr<DetectionPaths> m_paths = std::make_shared<DetectionPaths>();
+    DetectionPaths m_registeredPaths; ///< what that list was registered with
     bool m_extended = false;
 };
 
-/// The views of the lists, defined by the views' files.
-FrequencyStoreListView* CreateSearchMCVectorListView(QWidget* parent, unsigned listId);
-FrequencyStoreListView* CreateSearchMCExtendedVectorListViewHF(QWidget* parent, unsigned listId);
-FrequencyStoreListView* CreateSearchMCExtendedVectorListViewVUHF(QWidget* parent, unsigned listId);
-FrequencyStoreListView* CreateDetectionConventionalListView(QWidget* parent, unsigned listId);
-
-/// Makes the frequency-bar line of plain detections; the caller owns it.
+/// Makes the frequency-bar line of plain detections over the handler's paths; the caller owns it.
 PixStateVector* CreateSearchMCPixStateVector();

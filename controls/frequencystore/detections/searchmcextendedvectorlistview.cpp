@@ -1,6 +1,6 @@
 #include "controls/frequencystore/detections/searchmcextendedvectorlistview.h"
 
-#include "controls/frequencystore/detections/detconvlisthandler.h"
+#include "controls/frequencystore/detections/detectionlistviewfactory.h"
 #include "host/base/fixedplace.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqstorexml/liststreams.h"
@@ -14,23 +14,24 @@ using SearchMC::Variant;
 /// Both variants go by this name: settings of columns are remembered under it.
 constexpr char ViewName[] = "SearchMCExtListViewHF";
 
-template <typename View>
-FrequencyStoreListView* createView(QWidget* parent, unsigned listId) {
-    auto* view = new View(parent, ViewName);
-    view->SetID(listId);
-    view->Set_ValuePath(DetConvListHandler::Instance()->getEmissionListPath());
-    view->setEmissionMarkedPath(DetConvListHandler::Instance()->getEmissionMarkedPath());
-    return view;
-}
-
 } // namespace
 
+FrequencyStoreListView* MakeExtendedDetectionViewHF(QWidget* parent, unsigned listId,
+                                                    const DetectionPaths& paths) {
+    return SearchMC::MakeView<SearchMCExtendedVectorListViewHF>(parent, ViewName, listId, paths);
+}
+
+FrequencyStoreListView* MakeExtendedDetectionViewVUHF(QWidget* parent, unsigned listId,
+                                                      const DetectionPaths& paths) {
+    return SearchMC::MakeView<SearchMCExtendedVectorListViewVUHF>(parent, ViewName, listId, paths);
+}
+
 FrequencyStoreListView* CreateSearchMCExtendedVectorListViewHF(QWidget* parent, unsigned listId) {
-    return createView<SearchMCExtendedVectorListViewHF>(parent, listId);
+    return MakeExtendedDetectionViewHF(parent, listId, DetConvListHandler::Instance()->GetPaths());
 }
 
 FrequencyStoreListView* CreateSearchMCExtendedVectorListViewVUHF(QWidget* parent, unsigned listId) {
-    return createView<SearchMCExtendedVectorListViewVUHF>(parent, listId);
+    return MakeExtendedDetectionViewVUHF(parent, listId, DetConvListHandler::Instance()->GetPaths());
 }
 
 SearchMCExtendedVectorListView::SearchMCExtendedVectorListView(QWidget* parent, const char* name)

@@ -2,6 +2,7 @@
 
 #include "controls/frequencystore/common/csvallowed.h"
 #include "controls/frequencystore/detections/detconvlisthandler.h"
+#include "controls/frequencystore/detections/detectionlistviewfactory.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/gui/resortpopupmenu.h"
 

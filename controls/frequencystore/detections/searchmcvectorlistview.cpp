@@ -1,6 +1,6 @@
 #include "controls/frequencystore/detections/searchmcvectorlistview.h"
 
-#include "controls/frequencystore/detections/detconvlisthandler.h"
+#include "controls/frequencystore/detections/detectionlistviewfactory.h"
 #include "controls/frequencystore/detections/searchmcrecords.h"
 #include "host/base/trace.h"
 #include "host/freqlist/buttonbar.h"
@@ -42,12 +42,13 @@ void SearchMC::WriteAskedFile(const FileAction& action,
     }
 }
 
+FrequencyStoreListView* MakeDetectionView(QWidget* parent, unsigned listId, const DetectionPaths& paths) {
+    return SearchMC::MakeView<SearchMCVectorListView>(parent, SearchMCVectorListView::ViewName, listId,
+                                                      paths);
+}
+
 FrequencyStoreListView* CreateSearchMCVectorListView(QWidget* parent, unsigned listId) {
-    auto* view = new SearchMCVectorListView(parent);
-    view->SetID(listId);
-    view->Set_ValuePath(DetConvListHandler::Instance()->getEmissionListPath());
-    view->setEmissionMarkedPath(DetConvListHandler::Instance()->getEmissionMarkedPath());
-    return view;
+    return MakeDetectionView(parent, listId, DetConvListHandler::Instance()->GetPaths());
 }
 
 SearchMCVectorListView::SearchMCVectorListView(QWidget* parent, const char* name)

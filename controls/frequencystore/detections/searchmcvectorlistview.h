@@ -9,7 +9,9 @@ class SearchMCVectorListView
     Q_OBJECT
 
 public:
-    explicit SearchMCVectorListView(QWidget* parent, const char* name = "SearchMCVectorListView");
+    static constexpr char ViewName[] = "SearchMCVectorListView";
+
+    explicit SearchMCVectorListView(QWidget* parent, const char* name = ViewName);
 
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
     /// By the column's value. The same column in the other direction turns the present order round; false

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/frequencystore/common/sendto.h"
+#include "controls/frequencystore/detections/detconvlisthandler.h"
 #include "controls/frequencystore/detections/searchmcmediator.h"
 #include "host/base/traceplace.h"
 #include "host/valuetree/tree.h"
@@ -24,6 +25,17 @@ struct FileAction {
     QString heading;
 };
 void WriteAskedFile(const FileAction& action, const std::function<void(const QString& file)>& write);
+
+/// A new view over a list of detections.
+template <typename View>
+FrequencyStoreListView* MakeView(QWidget* parent, const char* name, unsigned listId,
+                                 const DetectionPaths& paths) {
+    auto* view = new View(parent, name);
+    view->SetID(listId);
+    view->Set_ValuePath(paths.emissions);
+    view->setEmissionMarkedPath(paths.marked);
+    return view;
+}
 
 } // namespace SearchMC
 

@@ -3,14 +3,13 @@
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/common/paths.h"
 #include "controls/frequencystore/memory/jobfile.h"
+#include "controls/frequencystore/memory/memorydialogs.h"
+#include "controls/frequencystore/memory/memorylistviewfactory.h"
 #include "controls/frequencystore/memory/memorysystemfreqstorelistdefinition.h"
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/pixstatevector.h"
 #include "host/valuetree/tree.h"
-
-#include <QApplication>
-#include <QMessageBox>
 
 namespace {
 
@@ -96,15 +95,8 @@ MemorySystemHandler::MemorySystemHandler()
       m_save2Job(this) {}
 
 MemorySystemHandler::~MemorySystemHandler() {
-    if (m_changedSinceJobSave && qobject_cast<QApplication*>(QCoreApplication::instance())) {
-        // No buttons are asked for, so the box offers its acknowledgement only, and the job is not saved.
-        QMessageBox box(QMessageBox::Information, tr("Memory Channels Changed"),
-                        tr("Memory Channels have been Saved in Frequency Store without saving.\n Do you want "
-                           "to save your settings?"));
-        box.setObjectName(QStringLiteral("Memchannelschanged"));
-        if (box.exec() == QMessageBox::Yes)
-            SaveData2JobFile();
-    }
+    if (m_changedSinceJobSave && MemoryDialogs::IsToSaveChangedChannels())
+        SaveData2JobFile();
     m_hfEntries.Clear();
     m_vuhfEntries.Clear();
     m_root = nullptr;
@@ -207,9 +199,13 @@ void MemorySystemHandler::SetSave2Job_ValuePath(const QString& path) {
 int MemorySystemHandler::AddToFreqStore() {
     AssertHolds(TraceSource, m_pMedCtrl != nullptr, "m_pMedCtrl");
     const QString rootPath = m_root ? m_root->GetPathName() : QString();
-    return FreqStore::Instance().AddFrequencyListDefinition(new MemorySystemFreqStoreListDefinition(
-        tr("Memory Channels"), QPixmap(IconXpm), createPixStateVector, true, true, m_pMedCtrl.get(),
-        CreateMemorySystemListView, nullptr, 0, rootPath));
+    return FreqStore::Instance().AddFrequencyListDefinition(
+        new MemorySystemFreqStoreListDefinition({.name = tr("Memory Channels"),
+                                                 .icon = QPixmap(IconXpm),
+                                                 .pixStateFactory = createPixStateVector,
+                                                 .controller = m_pMedCtrl.get(),
+                                                 .viewFactory = CreateMemorySystemListView},
+                                                rootPath));
 }
 
 Node* MemorySystemHandler::newChannelNode() {

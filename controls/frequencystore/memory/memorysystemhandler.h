@@ -16,9 +16,7 @@
 #include <vector>
 
 class FileProblems;
-class FrequencyStoreListView;
 class HalvoNodeMediatorCtrl;
-class QWidget;
 struct ReadChannel;
 namespace REPORTGENERATOR {
 struct DroppedEntries;
@@ -212,6 +210,3 @@ private:
     int m_suppressingRestart = 0; ///< depth of job changes under way
     int m_sectionsInJob = 0;      ///< found by the last change of the job, see `MergeSection`
 };
-
-/// Makes the view of the memory channels; defined beside the view.
-FrequencyStoreListView* CreateMemorySystemListView(QWidget* parent, unsigned listId);

@@ -2,16 +2,14 @@
 #include "controls/frequencystore/files/filegate.h"
 #include "controls/frequencystore/files/linefields.h"
 #include "controls/frequencystore/memory/jobfile.h"
+#include "controls/frequencystore/memory/memorydialogs.h"
 #include "controls/frequencystore/memory/memorymediatorhf.h"
 #include "controls/frequencystore/memory/memoryscansection.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "host/base/fileproblems.h"
 #include "host/base/trace.h"
 #include "host/freqstorexml/filehandling.h"
-#include "host/gui/guibase.h"
 #include "host/report/readsafely.h"
-
-#include <QFileDialog>
 
 #include <cmath>
 
@@ -130,9 +128,7 @@ void reportLimits(const Node& node, qint64 line, FileProblems& problems) {
 QString MemorySystemHandler::FileOpen() {
     if (m_inScanSurveillance)
         return QString();
-    const QString path = QFileDialog::getOpenFileName(nullptr, tr("Select file to read Memory Channels from"),
-                                                      QString(), tr("Memory Channels (*.xml *.sfl *.pij)"),
-                                                      nullptr, GuiBase::Instance().UseNativeDialogs());
+    const QString path = MemoryDialogs::FileToOpen();
     if (path.isEmpty() || !FileGate::MayRead(FileGate::List::MemoryChannels, path))
         return QString();
     const bool read = ReadFile(path);

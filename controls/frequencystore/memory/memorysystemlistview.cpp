@@ -1,6 +1,7 @@
 #include "controls/frequencystore/memory/memorysystemlistview.h"
 
 #include "controls/frequencystore/common/halvovieweditor.h"
+#include "controls/frequencystore/memory/memorylistviewfactory.h"
 #include "controls/frequencystore/memory/memorymediatorhf.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "host/base/frequencytext.h"

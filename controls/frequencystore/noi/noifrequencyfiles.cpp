@@ -3,6 +3,7 @@
 #include "controls/frequencystore/files/filekind.h"
 #include "controls/frequencystore/files/linefields.h"
 #include "controls/frequencystore/files/linewriter.h"
+#include "controls/frequencystore/noi/noidialogs.h"
 #include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "host/base/numbers.h"
 #include "host/base/problems.h"
@@ -11,10 +12,8 @@
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqstorexml/filehandling.h"
 #include "host/freqstorexml/liststreams.h"
-#include "host/gui/guibase.h"
 #include "host/startup/cfgcenter.h"
 
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QPointer>
 
@@ -34,19 +33,6 @@ void traceException(TracePlace place, const char* heading, const RGException& ex
         Problems::Report(place, Problem::FromText(exception.GetErrorText()));
     else
         TraceLazily(place, [&] { return exception.GetErrorText(); });
-}
-
-/// Asks for a file; empty when cancelled. A name without an ending gets `suffix`.
-QString askForFile(QFileDialog::AcceptMode mode, const QString& title, const QString& directory,
-                   const QString& filter, const char* suffix) {
-    QFileDialog dialog(nullptr, title, directory, filter);
-    dialog.setOptions(GuiBase::Instance().UseNativeDialogs());
-    dialog.setAcceptMode(mode);
-    dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-    dialog.setDefaultSuffix(QString::fromLatin1(suffix));
-    if (dialog.exec() != QDialog::Accepted)
-        return QString();
-    return dialog.selectedFiles().value(0);
 }
 
 FrequencyStoreEntry entryOf(FrequencyNodeMediator& mediator) {
@@ -222,8 +208,7 @@ bool NOIFrequencyHandler::isKeptOut(const QString& path) {
 QString NOIFrequencyHandler::FileOpen() {
     // Whoever ends the application while a dialog is open, or on hearing of the new list, ends this, too.
     const QPointer<NOIFrequencyHandler> alive(this);
-    const QString path = askForFile(QFileDialog::AcceptOpen, tr("Select file to read NOI Frequencies from"),
-                                    m_readDirectory, QStringLiteral("NOI Files (*.xml *.noi)"), "");
+    const QString path = NoiDialogs::FileToOpen(m_readDirectory);
     if (!alive)
         return path;
     if (isKeptOut(path) || !alive)
@@ -238,8 +223,7 @@ QString NOIFrequencyHandler::FileOpen() {
 
 QString NOIFrequencyHandler::FileImport() {
     const QPointer<NOIFrequencyHandler> alive(this);
-    const QString path = askForFile(QFileDialog::AcceptOpen, tr("Select file to import NOI Frequencies from"),
-                                    m_readDirectory, QStringLiteral("NOI Files (*.csv)"), "");
+    const QString path = NoiDialogs::FileToImport(m_readDirectory);
     if (!alive)
         return path;
     if (isKeptOut(path) || !alive)
@@ -274,15 +258,9 @@ QString NOIFrequencyHandler::nameForAutomaticSave() {
     return other;
 }
 
-QString NOIFrequencyHandler::nameFromDialog() const {
-    const QString path = askForFile(QFileDialog::AcceptSave, tr("Select Filename for saving"),
-                                    m_readDirectory, tr("NOI Files (*.xml)"), "xml");
-    return path.isEmpty() || PathContains(path, ".xml") ? path : path + QStringLiteral(".xml");
-}
-
 QString NOIFrequencyHandler::FileSave(bool automatic) {
     const QPointer<NOIFrequencyHandler> alive(this);
-    const QString path = automatic ? QString() : nameFromDialog();
+    const QString path = automatic ? QString() : NoiDialogs::FileToSave(m_readDirectory);
     if (!alive || !m_pMedCtrl)
         return QString();
     const Saved saved = automatic ? saveAutomatically() : saveTo(path);
@@ -339,8 +317,7 @@ bool NOIFrequencyHandler::SaveFile(const QString& path) {
 
 QString NOIFrequencyHandler::FileExport() {
     const QPointer<NOIFrequencyHandler> alive(this);
-    const QString path = askForFile(QFileDialog::AcceptSave, tr("Select Filename for saving"),
-                                    m_readDirectory, tr("NOI Files") + QStringLiteral(" (*.csv)"), "csv");
+    const QString path = NoiDialogs::FileToExport(m_readDirectory);
     if (!alive || !m_pMedCtrl || !PathContains(path, ".csv"))
         return QString();
     m_pMedCtrl->ForceUpdateNow();

@@ -3,6 +3,7 @@
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/files/filekind.h"
 #include "controls/frequencystore/noi/noifrequency.h"
+#include "controls/frequencystore/noi/noilistviewfactory.h"
 #include "host/base/numbers.h"
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
@@ -12,7 +13,6 @@
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
 
-#include <QCoreApplication>
 #include <QPixmap>
 
 namespace {
@@ -201,9 +201,11 @@ void NOIFrequencyHandler::FillInData(double frequency, double bandwidth, QString
 
 int NOIFrequencyHandler::AddToFreqStore() {
     AssertHolds(TraceSource, m_pMedCtrl != nullptr, "m_pMedCtrl");
-    return FreqStore::Instance().AddFrequencyListDefinition(
-        QCoreApplication::translate("NOIFrequencyHandler", "NOI Frequencies"), QPixmap(IconXpm),
-        createPixStateVector, true, true, m_pMedCtrl.get(), CreateSearchMCNOIListView, nullptr, 0);
+    return FreqStore::Instance().RegisterList({.name = tr("NOI Frequencies"),
+                                               .icon = QPixmap(IconXpm),
+                                               .pixStateFactory = createPixStateVector,
+                                               .controller = m_pMedCtrl.get(),
+                                               .viewFactory = CreateSearchMCNOIListView});
 }
 
 void NOIFrequencyHandler::Update(Observable* subject, TChangeCode code) {

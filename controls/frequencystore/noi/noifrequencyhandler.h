@@ -12,10 +12,8 @@
 #include <memory>
 
 class FrequencyNodeMediator;
-class FrequencyStoreListView;
 class HalvoNodeMediatorCtrl;
 class NOIFrequency;
-class QWidget;
 
 /// Owner of the list of frequencies of interest (NOI): its entries, its files, the controller that shows it,
 /// and the band list, a text value that tells other parts of the system lower and upper edge of each entry.
@@ -137,7 +135,6 @@ private:
     void tellDoubtful(const QString& path);
     bool mustNotOverwrite() const;
     QString nameForAutomaticSave();
-    QString nameFromDialog() const;
     void saveAtTheEnd();
     Saved saveAutomatically();
     Saved saveTo(const QString& path);
@@ -161,6 +158,3 @@ private:
     QString m_unreadFile;       ///< a file of which not all has reached the list
     bool m_updateIsDue = false; ///< entries came that are not in the band list yet
 };
-
-/// Makes the view of the list; defined beside the view.
-FrequencyStoreListView* CreateSearchMCNOIListView(QWidget* parent, unsigned listId);

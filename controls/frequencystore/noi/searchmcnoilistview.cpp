@@ -5,6 +5,7 @@
 #include "controls/frequencystore/common/halvovieweditor.h"
 #include "controls/frequencystore/common/keys.h"
 #include "controls/frequencystore/noi/noifrequencyhandler.h"
+#include "controls/frequencystore/noi/noilistviewfactory.h"
 #include "host/base/problems.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/copystruct.h"

@@ -2,6 +2,8 @@
 
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/common/keys.h"
+#include "controls/frequencystore/results/resultdialogs.h"
+#include "controls/frequencystore/results/resultlistviewfactory.h"
 #include "controls/frequencystore/results/searchmcdatareader.h"
 #include "host/base/datetime.h"
 #include "host/base/fixedplace.h"
@@ -9,10 +11,7 @@
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/pixstatevector.h"
-#include "host/gui/guibase.h"
 #include "host/startup/cfgcenter.h"
-
-#include <QMessageBox>
 
 namespace {
 
@@ -49,11 +48,6 @@ QString nameWithTime(const char* extension) {
     return directory + separator + QStringLiteral("SearchMCDATA_") + time + QLatin1String(extension);
 }
 
-QString ask(const QString& caption, const QString& name, const QString& filter) {
-    return QFileDialog::getSaveFileName(nullptr, caption, name, filter, nullptr,
-                                        GuiBase::Instance().UseNativeDialogs());
-}
-
 } // namespace
 
 SearchMCDataHandler* SearchMCDataHandler::m_pInstance = nullptr;
@@ -84,25 +78,23 @@ void SearchMCDataHandler::Init(Node* root) {
 
 int SearchMCDataHandler::AddToFreqStore() {
     AssertHolds(FixedPlace::ResultsWithoutController, m_pMedCtrl != nullptr, "m_pMedCtrl");
-    return FreqStore::Instance().AddFrequencyListDefinition(
-        tr("Data Results"), QPixmap(IconXpm), createPixStateVector, true, true, m_pMedCtrl.get(),
-        CreateSearchMCDataListView, nullptr, 0);
+    return FreqStore::Instance().RegisterList({.name = tr("Data Results"),
+                                               .icon = QPixmap(IconXpm),
+                                               .pixStateFactory = createPixStateVector,
+                                               .controller = m_pMedCtrl.get(),
+                                               .viewFactory = CreateSearchMCDataListView});
 }
 
 QString SearchMCDataHandler::GetSaveFileName(QString name, bool silent) {
     if (name.isEmpty())
         name = nameWithTime(".xml");
-    return silent ? name
-                  : ask(tr("Save Search MC Data Results As"), name,
-                        tr("Search MC Data Results") + QStringLiteral(" (*.xml)"));
+    return silent ? name : ResultDialogs::FileToSave(name);
 }
 
 QString SearchMCDataHandler::GetExportFileName(QString name, bool silent) {
     if (name.isEmpty())
         name = nameWithTime(".csv");
-    return silent ? name
-                  : ask(tr("Export Search MC Data Results As"), name,
-                        tr("Search MC Data Results") + QStringLiteral(" (*.csv)"));
+    return silent ? name : ResultDialogs::FileToExport(name);
 }
 
 /// A name of no file, as a cancelled dialog gives it, goes to the write and fails there, too. While a dialog
@@ -118,13 +110,7 @@ QString SearchMCDataHandler::writeFile(QString (SearchMCDataHandler::*nameOf)(QS
         m_pMedCtrl->ForceUpdateNow();
         if (write(*m_pMedCtrl, name))
             return name;
-        // The question names memory items, as that of the memory channels does.
-        const auto answer = QMessageBox::information(
-            nullptr, QStringLiteral("File Error"),
-            tr("Memory Items List: Could not open %1 for writing, do you want to save to a different file?")
-                .arg(name),
-            QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
-        if (answer != QMessageBox::Yes || m_pInstance != this)
+        if (!ResultDialogs::IsToTryAnotherFile(name) || m_pInstance != this)
             return QString();
     }
 }

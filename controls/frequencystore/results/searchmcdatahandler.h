@@ -7,9 +7,7 @@
 
 #include <memory>
 
-class FrequencyStoreListView;
 class HalvoNodeMediatorCtrl;
-class QWidget;
 
 /// Owner of the list of classifier results ("Data Results"): keeps its controller, registers it with the
 /// frequency store, and saves and exports it under names that carry the time. The results themselves are made
@@ -59,6 +57,3 @@ private:
     WeakRef<Node> m_pNode;
     std::unique_ptr<HalvoNodeMediatorCtrl> m_pMedCtrl;
 };
-
-/// Makes the view of the list of classifier results; defined beside the view.
-FrequencyStoreListView* CreateSearchMCDataListView(QWidget* parent, unsigned listId);

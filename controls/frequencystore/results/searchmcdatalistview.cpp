@@ -2,6 +2,7 @@
 
 #include "controls/frequencystore/common/csvallowed.h"
 #include "controls/frequencystore/common/keys.h"
+#include "controls/frequencystore/results/resultlistviewfactory.h"
 #include "controls/frequencystore/results/searchmcdatahandler.h"
 #include "host/freqlist/buttonbar.h"
 

@@ -1,15 +1,14 @@
 #include "controls/frequencystore/targets/targetlisthandler.h"
 
 #include "controls/frequencystore/files/filegate.h"
+#include "controls/frequencystore/targets/targetdialogs.h"
 #include "controls/frequencystore/targets/targetlistparser.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
 #include "host/freqstorexml/filehandling.h"
-#include "host/gui/guibase.h"
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
 
-#include <QFileDialog>
 #include <QPointer>
 #include <QTimerEvent>
 
@@ -115,9 +114,7 @@ bool TargetListHandler::isKeptOut(const QString& path) const {
 }
 
 QString TargetListHandler::ReadTargetList() {
-    const QString path = QFileDialog::getOpenFileName(
-        nullptr, tr("Select file to read target list from"), m_directory,
-        tr("Target List Files (*.xml *.sfl *.ltl)"), nullptr, GuiBase::Instance().UseNativeDialogs());
+    const QString path = TargetDialogs::FileToRead(m_directory);
     if (isKeptOut(path))
         return QString();
     if (!path.isEmpty())
@@ -128,9 +125,7 @@ QString TargetListHandler::ReadTargetList() {
 }
 
 QString TargetListHandler::ImportTargetList() {
-    const QString path = QFileDialog::getOpenFileName(nullptr, tr("Select file to import target list from"),
-                                                      m_directory, tr("Target List Files (*.csv)"), nullptr,
-                                                      GuiBase::Instance().UseNativeDialogs());
+    const QString path = TargetDialogs::FileToImport(m_directory);
     if (path.isEmpty() || isKeptOut(path))
         return QString();
     if (!m_client && m_pParser) {
@@ -143,26 +138,10 @@ QString TargetListHandler::ImportTargetList() {
     return path;
 }
 
-/// Asks for a name to save under; empty when cancelled.
-QString TargetListHandler::askForSaveName(const QString& filter, const QString& extension) const {
-    QFileDialog dialog(nullptr, tr("Select Filename for saving"), m_directory, filter);
-    dialog.setObjectName(QStringLiteral("SaveTargetList"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setModal(true);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return QString();
-    const QString name = dialog.selectedFiles().first();
-    return name.contains(extension) ? name : name + extension;
-}
-
 QString TargetListHandler::Save2File(bool toCurrentFile) {
     if (toCurrentFile && isForeignXml(m_currentFile))
         m_currentFile = QString::fromLatin1(DefaultFile);
-    const QString path = toCurrentFile
-                             ? m_currentFile
-                             : askForSaveName(tr("Local Target List (*.xml)"), QStringLiteral(".xml"));
+    const QString path = toCurrentFile ? m_currentFile : TargetDialogs::FileToSave(m_directory);
     if (path.isEmpty() || !SaveFile(path))
         return QString();
     FileGate::WasWritten(FileGate::List::Targets, path);
@@ -170,7 +149,7 @@ QString TargetListHandler::Save2File(bool toCurrentFile) {
 }
 
 QString TargetListHandler::Export2File() {
-    const QString path = askForSaveName(tr("Export Local Target List (*.csv)"), QStringLiteral(".csv"));
+    const QString path = TargetDialogs::FileToExport(m_directory);
     return !path.isEmpty() && SaveFile(path) ? path : QString();
 }
 

@@ -73,7 +73,6 @@ private:
     bool isKeptOut(const QString& path) const;
     void startAnnouncing();
     void publishFileName();
-    QString askForSaveName(const QString& filter, const QString& extension) const;
 
     static TargetListHandler* m_pInstance;
 

@@ -5,6 +5,7 @@
 #include "controls/frequencystore/files/linefields.h"
 #include "controls/frequencystore/files/linewriter.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
+#include "controls/frequencystore/targets/targetlistviewfactory.h"
 #include "controls/frequencystore/targets/wkflistentry.h"
 #include "controls/frequencystore/targets/wkfnodemediator.h"
 #include "host/base/fixedplace.h"
@@ -215,7 +216,10 @@ bool TargetListParser::SaveFile(const QString& path) {
 
 int TargetListParser::AddToFreqStore() {
     AssertHolds(FixedPlace::TargetsWithoutController, m_pMedCtrl != nullptr, "m_pMedCtrl");
-    return FreqStore::Instance().AddFrequencyListDefinition(
-        QCoreApplication::translate("TargetListParser", "Local TargetList"), QPixmap(IconXpm),
-        createPixStateVector, true, true, m_pMedCtrl.get(), CreateWkfListView, nullptr, 0);
+    return FreqStore::Instance().RegisterList(
+        {.name = QCoreApplication::translate("TargetListParser", "Local TargetList"),
+         .icon = QPixmap(IconXpm),
+         .pixStateFactory = createPixStateVector,
+         .controller = m_pMedCtrl.get(),
+         .viewFactory = CreateWkfListView});
 }

@@ -6,10 +6,7 @@
 
 #include <memory>
 
-class FrequencyStoreListView;
 class HalvoNodeMediatorCtrl;
-class PixStateVector;
-class QWidget;
 class WkfListEntry;
 
 /// Content of the local target list: the targets under a node of the tree, the controller that shows them,
@@ -65,6 +62,3 @@ private:
     unsigned m_readIndex = 0;
     unsigned m_readCount = 0;
 };
-
-/// Makes the view of the local target list; defined beside the view.
-FrequencyStoreListView* CreateWkfListView(QWidget* parent, unsigned listId);

@@ -4,6 +4,7 @@
 #include "controls/frequencystore/common/keys.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
 #include "controls/frequencystore/targets/targetlistparser.h"
+#include "controls/frequencystore/targets/targetlistviewfactory.h"
 #include "controls/frequencystore/targets/wkfnodemediator.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "controls/frequencystore/detections/detconvlisthandler.h"
+#include "controls/frequencystore/detections/detectionlistviewfactory.h"
 #include "controls/frequencystore/detections/searchmcextendedvectorlistview.h"
 #include "controls/frequencystore/detections/searchmcvectorlistview.h"
+#include "host/freqlist/pixstatevector.h"
 #include "host/gui/guibase.h"
 #include "host/startup/cfgcenter.h"
 #include "tests/support/testfolder.h"
@@ -105,4 +107,9 @@ protected:
         return std::unique_ptr<FrequencyStoreListView>(
             FreqStore::Instance().GetDefinition(listId)->CreateView(nullptr, static_cast<unsigned>(listId)));
     }
+
+    struct MegahertzPerPixel : IHasHMap {
+        double MapToPixel(double hertz) const override { return hertz / 1e6; }
+        double MapToFrequency(double pixel) const override { return pixel * 1e6; }
+    } m_map;
 };

@@ -39,6 +39,51 @@ TEST_F(Detections, AreRegisteredByKindOfSearchAndReceiver) {
     EXPECT_EQ(vuhf->GetListView()->RowCount(), 0) << "plain records are not of its kind";
 }
 
+TEST_F(Detections, AListKeepsItsPlaceWhenAnotherOneIsRegistered) {
+    constexpr char otherMarked[] = "/DetectionTest/OthersMarked";
+    GetOrCreateValue<ValueList<double>>(QLatin1String(MarkedPath))->PushBack(7e6);
+    GetOrCreateValue<ValueList<double>>(QLatin1String(otherMarked))->Append({8e6, 9e6});
+    list<DetectionConventional>().PushBack(detection(1, 7e6));
+    list<Extended>(OtherPath).Append({classified(1, 8e6), classified(2, 9e6), classified(3, 10e6)});
+    DetConvListHandler& handler = *DetConvListHandler::Instance();
+    const int plain = handler.AddToFreqStore(false, QStringLiteral("x"));
+    handler.setEmissionListPath(QLatin1String(OtherPath));
+    handler.setEmissionMarkedPath(QLatin1String(otherMarked));
+    handler.Init(true);
+    const int extended = handler.AddToFreqStore(false, QString());
+
+    // Rows of the view, marks of the line, and rows whose selection marks emissions of the list's own.
+    const auto shows = [&](int id, const char* markedPath) {
+        IFrequencyListDefinition& definition = *FreqStore::Instance().GetDefinition(id);
+        const std::unique_ptr<PixStateVector> line(definition.CreatePixStateVector());
+        line->SetHMapping(&m_map, 20);
+        line->Refresh();
+        size_t marks = 0;
+        size_t emphasis = 0;
+        for (size_t pixel = 0; pixel < line->size(); ++pixel) {
+            marks += (*line)[pixel].count;
+            emphasis += ((*line)[pixel].flags & PixState::Focus) != 0;
+        }
+        const auto view = viewOf(id);
+        dynamic_cast<VectorListViewBase&>(*view).SelectAll();
+        const auto* marked = Tree::Instance()->Find<ValueList<double>>(QLatin1String(markedPath));
+        return QStringLiteral("%1 rows, %2 marks, %3 emphasised, %4 selected")
+            .arg(view->GetListView()->RowCount())
+            .arg(marks)
+            .arg(emphasis)
+            .arg(marked->Size())
+            .toStdString();
+    };
+    EXPECT_EQ(shows(plain, MarkedPath), "1 rows, 1 marks, 1 emphasised, 1 selected");
+    EXPECT_EQ(shows(extended, otherMarked), "3 rows, 3 marks, 2 emphasised, 3 selected");
+
+    handler.setEmissionListPath(QLatin1String("/DetectionTest/Nowhere"));
+    EXPECT_EQ(viewOf(extended)->GetListView()->RowCount(), 0) << "a path that is set is the newest list's";
+    EXPECT_EQ(viewOf(plain)->GetListView()->RowCount(), 1);
+    DetConvListHandler::DeleteInstance();
+    EXPECT_EQ(viewOf(plain)->GetListView()->RowCount(), 1) << "the list does without its handler";
+}
+
 /// Titles and the cells of the first row.
 QStringList shown(SortListView& list) {
     QStringList cells;
@@ -253,13 +298,9 @@ TEST_F(Detections, SelectedOnesAreCopiedAndMarked) {
     handler.Init(true);
     const int id = handler.AddToFreqStore(false, QString());
     const auto view = viewOf(id);
-    struct MegahertzPerPixel : IHasHMap {
-        double MapToPixel(double hertz) const override { return hertz / 1e6; }
-        double MapToFrequency(double pixel) const override { return pixel * 1e6; }
-    } map;
     const std::unique_ptr<PixStateVector> line(
         FreqStore::Instance().GetDefinition(id)->CreatePixStateVector());
-    line->SetHMapping(&map, 20);
+    line->SetHMapping(&m_map, 20);
     const auto marked = [&] {
         std::vector<size_t> pixels;
         line->Refresh();

@@ -1,5 +1,7 @@
+#include "controls/frequencystore/results/resultlistviewfactory.h"
 #include "controls/frequencystore/results/searchmcdatalistview.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
+#include "controls/frequencystore/targets/targetlistviewfactory.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/pixstatevector.h"
