@@ -33,12 +33,16 @@ void BoundValues::Set(const Node* entry, size_t number, ValueBase* value) {
         m_bytes[number] = place;
         return;
     }
-    if (m_bytes[0] != PointersMark) {
-        auto* const all = new Pointers;
-        for (size_t i = 0; i < Count; ++i)
-            (*all)[i] = Get(entry, i);
-        m_bytes[0] = PointersMark;
-        std::memcpy(&m_bytes[1], &all, sizeof all);
-    }
+    keepPointers(entry);
     (*pointers())[number] = value;
+}
+
+void BoundValues::keepPointers(const Node* entry) {
+    if (m_bytes[0] == PointersMark)
+        return;
+    auto* const all = new Pointers;
+    for (size_t i = 0; i < Count; ++i)
+        (*all)[i] = Get(entry, i);
+    m_bytes[0] = PointersMark;
+    std::memcpy(&m_bytes[1], &all, sizeof all);
 }

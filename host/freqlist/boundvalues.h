@@ -19,6 +19,8 @@ public:
     /// The bound value; null when there is none. `entry` is always the same node.
     ValueBase* Get(const Node* entry, size_t number) const;
     void Set(const Node* entry, size_t number, ValueBase* value);
+    /// The entry ends before its values: they are kept without it from now on.
+    void OutliveEntry(const Node* entry) { keepPointers(entry); }
     /// Whether none of these is bound, and then binds the values at these places.
     bool SetFresh(size_t first, std::span<const quint8> places);
 
@@ -27,6 +29,7 @@ private:
     static constexpr quint8 PointersMark = 0xff; ///< no place is that large
 
     Pointers* pointers() const;
+    void keepPointers(const Node* entry);
 
     std::array<quint8, Count> m_bytes{}; ///< places, or the mark and behind it the address of the pointers
 };

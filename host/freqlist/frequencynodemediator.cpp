@@ -126,9 +126,7 @@ void FrequencyNodeMediator::Update(Observable* subject, TChangeCode code) {
     if (auto* list = dynamic_cast<MultiViewMediatorCtrl*>(m_controller))
         list->SetEntryDirty(GetNode());
     if (code == TChangeCode::Removing && subject == m_observable) {
-        // The places of bound values are known by their node.
-        for (size_t number = 0; number < BoundValues::Count; ++number)
-            Rebind(number, nullptr);
+        m_bound.OutliveEntry(GetNode()); // its values tell their own ends after it
         m_observable = nullptr;
     }
 }

@@ -113,7 +113,7 @@ struct Row {
 const Row Rows[] = {
     {"target", "a.csv", table},
     {"target", "a.xml", list},
-    {"target", "a.sfl", lines},
+    {"target", "a.sfl", lines, {18, 30, 45}},
     {"target", "profiles.xml", profiles},
     {"noi", "a.noi", lines},
     {"noi", "a.xml", list},
