@@ -44,7 +44,8 @@ TEST(DateTime, AgreesWithTheStringClass) {
     std::vector<quint64> times = {0, 1, 86399999999, 4102444800000000, 253402300799000000};
     for (int i = 0; i < 500; ++i)
         times.push_back(random() % 4200000000000000);
-    for (const quint64 change : {1711846800, 1729990800, 2147483647}) { // of Berlin's clocks, and of an era
+    for (const quint64 change :
+         {1711846800u, 1729990800u, 2147483647u}) { // of Berlin's clocks, and of an era
         for (const quint64 seconds : {change - 1, change, change + 1})
             times.push_back(seconds * 1000000);
     }

@@ -377,7 +377,7 @@ TEST_F(RecordViews, FollowWhatComesAndChangesAsIfTheyTookAllAnew) {
             list->Append(std::move(more));
             for (int i = 0; i < 10; ++i) {
                 const auto place = static_cast<long>(random() % list->Size());
-                list->Edit(place, list->At(place), [&](DetectionConventional& record) {
+                list->Edit(static_cast<quint64>(place), list->At(place), [&](DetectionConventional& record) {
                     record.SetLevel(static_cast<short>(random() % 12));
                 });
             }

@@ -87,8 +87,8 @@ TEST(Csv, IsReadInManySpellings) {
         "\n\nFrequency,Comment,Bandwidth\n\n7055,a b\n\n",
         "Frequency,Comment\r7055,a b\r",
         "\r\rComment;Frequency\r\n\ra b;7055\n\r",
-        "\xEF\xBB\xBF\xEF\xBB\xBF"
-        "Frequency,Comment\n7055,a b\n",
+        ("\xEF\xBB\xBF\xEF\xBB\xBF"
+         "Frequency,Comment\n7055,a b\n"),
         "Frequency,Comment\r\n7055,a b\r\n\x1A",
         "Frequency,Comment\r\n7055,a b\x1A\x1A",
         "Frequency,Comment,\r\n7055,a b,\r\n",
@@ -234,8 +234,8 @@ TEST(Csv, IsRefusedWithLineAndColumn) {
         {"Type" + QByteArray(2000, ','), "f.csv:1: a row has more than 1024 cells"},
         {QByteArray(40 * 1024 * 1024, 'x'), "f.csv:1: one piece of text is larger than 16 MiB"},
     };
-    for (const auto& [bytes, error] : rows)
-        EXPECT_EQ(ErrorOf([&] { ParseCsv(bytes); }), error);
+    for (const auto& row : rows)
+        EXPECT_EQ(ErrorOf([&row] { ParseCsv(row.first); }), row.second);
     EXPECT_EQ(ErrorOf([] { ParseCsv("Frequency\n", static_cast<ListType>(9)); }), "there is no list type 9");
 }
 

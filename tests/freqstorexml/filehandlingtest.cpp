@@ -175,9 +175,11 @@ TEST_F(Files, AreRefusedWithNameLineAndReason) {
     };
     for (const auto& [path, reason] : rows) {
         FrequencyStoreList list;
-        EXPECT_EQ(ErrorOf([&] { FileHandling().ImportXml(path, list); }), path.toStdString() + reason);
+        EXPECT_EQ(ErrorOf([&, &file = path] { FileHandling().ImportXml(file, list); }),
+                  path.toStdString() + reason);
         FrequencyStoreListHelper::ListType type = FrequencyStoreListHelper::Targets;
-        EXPECT_NE(ErrorOf([&] { FileHandling().ImportCSV(path, list, type); }), "") << path.toStdString();
+        EXPECT_NE(ErrorOf([&, &file = path] { FileHandling().ImportCSV(file, list, type); }), "")
+            << path.toStdString();
     }
 }
 

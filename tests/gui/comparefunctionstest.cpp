@@ -87,7 +87,9 @@ class SortedRows : public testing::TestWithParam<Column> {};
 
 TEST_P(SortedRows, StandAsAStableSortOfTheirTextsPutsThem) {
     constexpr quint32 Count = 3000;
-    const auto [name, function, words, allDiffer] = GetParam();
+    const auto& [name, compare, choices, allDiffer] = GetParam();
+    const CompareFunction function = compare; // lambdas take variables, not parts of a structure
+    const QStringList words = choices;
     std::mt19937 random(11);
     QStringList texts;
     for (quint32 i = 0; i < Count; ++i) {

@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr double MaxBandwidth = 3e9; // Hz
-
 /// The limits of a number that the receiver offers as a choice: those of its items.
 void takeLimits(const ValueSelection& choice, ValueNumeric<double>& number) {
     double min = choice.GetCurrentValue();

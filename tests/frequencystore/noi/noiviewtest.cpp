@@ -221,8 +221,8 @@ TEST_F(NoiViewTest, APasteAddsEveryEntryAndWritesTheBandListOnce) {
         "<Foo/>",
         "<FrequencyStoreList><Fre",
         "<FrequencyStoreList Version=\"7\"><FrequencyStoreEntry/></FrequencyStoreList>",
-        "<FrequencyStoreList><FrequencyStoreEntry><FFM_Settings><Frequency>1"
-        "</Frequency></FFM_Settings></FrequencyStoreEntry></Frequency>"};
+        ("<FrequencyStoreList><FrequencyStoreEntry><FFM_Settings><Frequency>1"
+         "</Frequency></FFM_Settings></FrequencyStoreEntry></Frequency>")};
     for (const char* text : foreign) {
         FreqStore::Instance().SetClipboardText(Q(text));
         Traces traces;
