@@ -37,6 +37,16 @@ private:
 /// List view over a `ValueList<T>` without an object per record. `Format` tells what makes the texts of a
 /// column by a static `FindField(const QString& field)`, see `DetectionConventionalAdapter`. Derived views
 /// add columns, and override `Sort` where they sort by something other than the texts.
+///
+/// \code
+/// class DetectionView : public VectorListView<DetectionConventional, DetectionConventionalAdapter> {
+/// public:
+///     DetectionView(QWidget* parent, const QString& path) : VectorListView(parent, "DetectionView") {
+///         AddColumn(QStringLiteral("Frequency"), QStringLiteral("Frequency"), _compNumericWithSuffix);
+///         Set_ValuePath(path);
+///     }
+/// };
+/// \endcode
 template <typename T, typename Format>
 class VectorListView : public VectorListViewBase {
 public:

@@ -1,7 +1,6 @@
 #include "host/freqlist/vectorlistviewbase.h"
 
 #include "host/freqlist/buttonbar.h"
-#include "host/freqlist/recordsort.h"
 #include "host/valuetree/tree.h"
 
 #include <QElapsedTimer>
@@ -13,7 +12,7 @@
 #include <QSignalBlocker>
 
 #include <cmath>
-#include <numeric>
+#include <limits>
 
 namespace {
 
@@ -37,16 +36,13 @@ public:
         setAutoScroll(false);
     }
 
-    int RowCount() const override { return m_view->m_count; }
+    int RowCount() const override { return m_view->RecordCount(); }
     int ShownCount() const override { return m_view->RowCount(); }
-    int SelectedCount() const override { return m_view->m_selectedCount; }
+    int SelectedCount() const override { return m_view->SelectedCount(); }
     void SetFilterText(const QString& text) override { m_view->setFilter(text); }
     QString FilterText() const override { return m_view->m_filter.GetText(); }
     void selectAll() override { m_view->SelectAll(); }
-    SortListViewItem* currentItem() const override {
-        const int index = m_view->CurrentRow() - m_view->m_first;
-        return static_cast<SortListViewItem*>(topLevelItem(index));
-    }
+    SortListViewItem* currentItem() const override { return m_view->m_page.ItemAt(m_view->CurrentRow()); }
 
 protected:
     void SortNow() override { m_view->sortByHeader(); }
@@ -56,7 +52,7 @@ protected:
 
     void mousePressEvent(QMouseEvent* event) override {
         const int index = indexAt(event->pos()).row();
-        const int row = index < 0 ? -1 : m_view->m_first + index;
+        const int row = index < 0 ? -1 : m_view->m_page.First() + index;
         m_dragging = event->button() == Qt::LeftButton && index >= 0;
         if (event->button() != Qt::RightButton || !m_view->IsSelected(row))
             m_view->select(row, event->modifiers());
@@ -67,9 +63,9 @@ protected:
             return SortListView::mouseMoveEvent(event);
         const int height = std::max(sizeHintForRow(0), 1);
         const int offset = static_cast<int>(std::floor(event->position().y() / height));
-        const int row = m_view->m_first + std::clamp(offset, -1, m_view->fullRows());
-        if (row != m_view->rowOf(m_view->m_focus))
-            m_view->moveTo(row, true);
+        const int row = m_view->m_page.First() + std::clamp(offset, -1, m_view->m_page.FullRows());
+        if (row != m_view->m_selection.FocusRow())
+            m_view->moveTo(row, Qt::ShiftModifier);
     }
 
 private:
@@ -82,10 +78,12 @@ VectorListViewBase::VectorListViewBase(QWidget* parent, const char* name)
       m_list(new PageList(this)),
       m_scroll(new QScrollBar(Qt::Vertical, this)),
       m_tickMilliseconds(TickMilliseconds),
-      m_filter([this](quint32 record) { return hasFilterText(record); }) {
+      m_filter([this](quint32 record) { return hasFilterText(record); }),
+      m_page(m_list, m_scroll,
+             {[this](int row) { return CreateItem(row); }, [this](int row) { return IsSelected(row); },
+              [this] { return m_selection.FocusRow(); }}) {
     setObjectName(QString::fromUtf8(name));
     setFocusProxy(m_list);
-    m_scroll->setRange(0, 0);
     m_list->installEventFilter(this);
     m_list->viewport()->installEventFilter(this);
     connect(m_scroll, &QScrollBar::valueChanged, this, &VectorListViewBase::slotSetFirstIndex2View);
@@ -95,7 +93,8 @@ VectorListViewBase::VectorListViewBase(QWidget* parent, const char* name)
     connect(this, &VectorListViewBase::contextMenuRequested, this,
             &VectorListViewBase::slotContextMenuRequested);
     connect(m_list, &SortListView::selectionChanged, this, [this](SortListViewItem* item) {
-        takePageSelection();
+        // Items of the page may have been selected by others.
+        m_page.ReadSelection([this](int row, bool on) { m_selection.Set(RecordOfRow(row), on); });
         emit selectionChanged(item);
     });
 }
@@ -128,11 +127,11 @@ SortListView* VectorListViewBase::GetListView() {
 
 bool VectorListViewBase::Set_ValuePath(const QString& path) {
     m_path = path;
-    clearSelection();
+    m_selection.Clear();
     const QSignalBlocker quiet(m_scroll);
     m_scroll->setValue(0);
     bind();
-    return m_value || IsRecordList(Tree::Instance()->GetValue(path));
+    return m_copy.IsFollowing() || IsRecordList(Tree::Instance()->GetValue(path));
 }
 
 void VectorListViewBase::SetConnected(bool connected) {
@@ -147,28 +146,21 @@ void VectorListViewBase::SetConnected(bool connected) {
 /// Follows the list at the path while connected; otherwise shows on what it has.
 void VectorListViewBase::bind() {
     m_tick.stop();
-    if (ValueBase* old = m_value.get())
-        old->DeleteObserver(this);
-    m_value = nullptr;
+    m_copy.Follow(IsConnected() ? Tree::Instance()->GetValue(m_path) : nullptr, this);
     if (!IsConnected())
         return;
-    ValueBase* value = Tree::Instance()->GetValue(m_path);
-    if (IsRecordList(value)) {
-        m_value = value;
-        value->AddObserver(this);
-    }
     const bool inListOrder = m_list->SortColumn() < 0 && !m_filter.IsOn();
-    load(inListOrder && !IsPaused() ? FirstRecords : AllRecords);
+    load(inListOrder && !IsPaused() ? FirstRecords : RecordCopy::All);
     if (IsLoading())
         m_tick.start(TickMilliseconds, this);
 }
 
 void VectorListViewBase::Update(Observable* subject, TChangeCode code) {
-    if (subject != static_cast<Observable*>(m_value.get()))
+    if (!m_copy.Follows(subject))
         return;
     if (code == TChangeCode::Removing) {
         m_tick.stop();
-        m_value = nullptr;
+        m_copy.Forget();
         UpdateView();
     } else if (!m_tick.isActive()) {
         m_tick.start(m_tickMilliseconds, this);
@@ -201,7 +193,7 @@ void VectorListViewBase::UpdateView() {
         return;
     QElapsedTimer timer;
     timer.start();
-    if (!follow(AllRecords))
+    if (!follow(RecordCopy::All))
         TakeAnew();
     m_tickMilliseconds = std::max(TickMilliseconds, static_cast<int>(timer.elapsed()) * TickShare);
 }
@@ -218,7 +210,7 @@ void VectorListViewBase::SetPaused(bool paused) {
 }
 
 int VectorListViewBase::WaitingCount() const {
-    return IsPaused() ? CountNew(m_value.get()) : 0;
+    return IsPaused() ? m_copy.CountNew() : 0;
 }
 
 void VectorListViewBase::LoadAll() {
@@ -230,64 +222,44 @@ void VectorListViewBase::LoadAll() {
 
 void VectorListViewBase::load(int atMost) {
     const QScopedValueRollback arranging(m_arranging, true);
-    m_count = TakeRecords(m_value.get(), atMost);
-    m_loaded = std::min(atMost, m_count);
-    const int selectedBefore = m_selectedCount;
-    m_selected.resize(static_cast<size_t>(m_count));
-    if (selectedBefore > 0)
-        m_selectedCount = static_cast<int>(std::count(m_selected.begin(), m_selected.end(), true));
-    for (std::optional<quint32>* record : {&m_focus, &m_anchor}) {
-        if (*record && **record >= static_cast<quint32>(m_count))
-            record->reset();
-    }
-    m_order.clear();
-    m_sortedColumn = -1;
+    m_copy.TakeAnew(atMost);
+    const int selectedBefore = SelectedCount();
+    m_selection.Resize(RecordCount());
+    m_order.Reset(RecordCount());
     if (m_list->SortColumn() >= 0)
         Sort(m_list->SortColumn(), m_list->SortOrder() == Qt::AscendingOrder);
     if (m_filter.IsOn())
         beginFilter(Order());
-    showPage();
-    if (m_selectedCount != selectedBefore)
-        announceSelection();
-    else
-        emit m_list->countsChanged();
+    showRecords(selectedBefore);
 }
 
 /// Takes up the records that came, as far as they are no more than `atMost`, or changed; false when the whole
 /// list has to be taken anew.
 bool VectorListViewBase::follow(int atMost) {
-    if (m_sortedColumn >= 0 && !KnowsOrder())
+    if (m_order.IsSorted() && !KnowsOrder())
         return false;
-    std::vector<quint32> edited;
-    const std::optional<int> count = TakeChanges(m_value.get(), atMost, edited);
-    if (!count)
+    const std::optional<RecordCopy::Changes> changes = m_copy.TakeChanges(atMost);
+    if (!changes)
         return false;
-    const bool pageStands = atMost < AllRecords && *count == m_count && edited.empty();
-    m_loaded += std::min(atMost, *count - m_loaded);
-    m_count = *count;
-    if (pageStands)
-        return true;
-    std::sort(edited.begin(), edited.end());
-    edited.erase(std::unique(edited.begin(), edited.end()), edited.end());
-    m_selected.resize(static_cast<size_t>(m_count));
-    const auto before = [this](quint32 a, quint32 b) {
-        if (!m_sortedAscending)
-            std::swap(a, b);
-        return GoesBefore(a, b) || (!GoesBefore(b, a) && a < b);
-    };
-    if (m_sortedColumn >= 0)
-        RecordSort::Place(m_order, edited, static_cast<quint32>(m_count), before);
-    const int selectedBefore = m_selectedCount;
+    if (atMost < RecordCopy::All && !changes->any)
+        return true; // the page stands
+    m_selection.Resize(RecordCount());
+    m_order.Place(changes->edited, RecordCount(), [this](quint32 a, quint32 b) { return GoesBefore(a, b); });
+    const int selectedBefore = SelectedCount();
     if (m_filter.IsOn()) {
-        m_filter.Renew(edited, static_cast<size_t>(m_count), Order());
+        m_filter.Renew(changes->edited, static_cast<size_t>(RecordCount()), Order());
         filterMore(0);
     }
+    showRecords(selectedBefore);
+    return true;
+}
+
+void VectorListViewBase::showRecords(int selectedBefore) {
     showPage();
-    if (m_selectedCount != selectedBefore)
+    if (SelectedCount() != selectedBefore)
         announceSelection();
     else
         emit m_list->countsChanged();
-    return true;
 }
 
 void VectorListViewBase::AddColumn(const QString& title, const QString& field, CompareFunction compare) {
@@ -301,8 +273,7 @@ void VectorListViewBase::sortByHeader() {
     const QScopedValueRollback arranging(m_arranging, true);
     LoadAll();
     if (m_list->SortColumn() < 0) {
-        m_order.clear();
-        m_sortedColumn = -1;
+        m_order.Reset(RecordCount());
     } else if (!Sort(m_list->SortColumn(), m_list->SortOrder() == Qt::AscendingOrder)) {
         return;
     }
@@ -313,7 +284,7 @@ bool VectorListViewBase::Sort(int column, bool ascending) {
     if (NextSort(column, ascending) == SortStep::Nothing)
         return false;
     SetOrder(SortedPositions(
-        static_cast<size_t>(m_count),
+        static_cast<size_t>(RecordCount()),
         [&](size_t record) { return CellText(static_cast<quint32>(record), column); },
         m_list->compareFunction(column), ascending));
     return true;
@@ -321,14 +292,7 @@ bool VectorListViewBase::Sort(int column, bool ascending) {
 
 VectorListViewBase::SortStep VectorListViewBase::NextSort(int column, bool ascending) {
     LoadAll();
-    if (m_count == 0 || (column == m_sortedColumn && ascending == m_sortedAscending))
-        return SortStep::Nothing;
-    m_sortedAscending = ascending;
-    return std::exchange(m_sortedColumn, column) == column ? SortStep::Reverse : SortStep::Anew;
-}
-
-void VectorListViewBase::SetOrder(std::vector<quint32> order) {
-    m_order = std::move(order);
+    return m_order.Next(column, ascending);
 }
 
 void VectorListViewBase::ShowOrderUnlessArranging() {
@@ -367,7 +331,7 @@ bool VectorListViewBase::hasFilterText(quint32 record) const {
 void VectorListViewBase::beginFilter(std::vector<quint32> records) {
     if (!m_filter.IsOn())
         records.clear();
-    m_filter.Begin(std::move(records), static_cast<size_t>(m_count));
+    m_filter.Begin(std::move(records), static_cast<size_t>(RecordCount()));
     filterMore(FilteredPerTurn);
 }
 
@@ -379,113 +343,108 @@ void VectorListViewBase::filterMore(size_t records) {
         m_filterTurn.start(0, this);
     } else {
         m_filterTurn.stop();
-        deselectHidden();
+        if (m_filter.IsOn())
+            m_selection.KeepShown();
     }
     if (!turn)
         return; // who began shows the page
-    if (before <= static_cast<size_t>(m_first + fullRows()))
+    if (before <= static_cast<size_t>(m_page.First() + m_page.FullRows()))
         showPage();
     else
-        showScrollRange();
+        m_page.ShowScrollRange(RowCount());
     if (m_filter.IsComplete())
         announceSelection();
     else
         emit m_list->countsChanged();
 }
 
-void VectorListViewBase::finishFilter() {
-    if (!m_filter.IsComplete())
-        filterMore(std::numeric_limits<size_t>::max());
-}
-
-int VectorListViewBase::RowCount() const {
-    return m_filter.IsOn() ? static_cast<int>(m_filter.Passed().size()) : m_count;
-}
-
-quint32 VectorListViewBase::RecordOfRow(int row) const {
-    const auto index = static_cast<size_t>(row);
-    if (m_filter.IsOn())
-        return m_filter.Passed()[index];
-    return m_order.empty() ? static_cast<quint32>(row) : m_order[index];
-}
-
-int VectorListViewBase::rowOf(std::optional<quint32> record) const {
-    if (!record)
-        return -1;
-    if (!m_filter.IsOn() && m_order.empty())
-        return static_cast<int>(*record);
-    const std::vector<quint32>& rows = m_filter.IsOn() ? m_filter.Passed() : m_order;
-    const auto found = std::find(rows.begin(), rows.end(), *record);
-    return found == rows.end() ? -1 : static_cast<int>(found - rows.begin());
-}
-
-std::vector<quint32> VectorListViewBase::Order() const {
-    if (!m_order.empty())
-        return m_order;
-    std::vector<quint32> order(static_cast<size_t>(m_count));
-    std::iota(order.begin(), order.end(), 0u);
-    return order;
-}
-
 std::vector<quint32> VectorListViewBase::Rows() {
-    finishFilter();
-    return m_filter.IsOn() ? m_filter.Passed() : Order();
+    if (IsFiltering())
+        filterMore(std::numeric_limits<size_t>::max());
+    return m_rows.Records();
 }
 
 std::vector<quint32> VectorListViewBase::SelectedRows() {
     std::vector<quint32> records = Rows();
-    std::erase_if(records, [this](quint32 record) { return !m_selected[record]; });
+    std::erase_if(records, [this](quint32 record) { return !m_selection.Has(record); });
     return records;
-}
-
-int VectorListViewBase::Item2Index(const SortListViewItem* item) const {
-    const int index = item ? m_list->indexOfTopLevelItem(const_cast<SortListViewItem*>(item)) : -1;
-    return index < 0 ? -1 : m_first + index;
-}
-
-int VectorListViewBase::fullRows() const {
-    int height = m_list->sizeHintForRow(0);
-    if (height <= 0)
-        height = QFontMetrics(m_list->font()).height();
-    return std::max(m_list->viewport()->height() / height, 1);
 }
 
 void VectorListViewBase::slotSetFirstIndex2View(int) {
     showPage();
 }
 
-void VectorListViewBase::showScrollRange() {
-    const int page = fullRows();
-    const QSignalBlocker quiet(m_scroll);
-    m_scroll->setRange(0, std::max(RowCount() - page, 0));
-    m_scroll->setPageStep(page);
+void VectorListViewBase::showPage() {
+    if (!m_page.Show(RowCount(), m_copy.Taken()))
+        LoadAll(); // which shows the page
 }
 
-/// Makes the items of the page at which the scroll bar stands: the rows that fit, and the one that is cut
-/// off.
-void VectorListViewBase::showPage() {
-    const int rows = RowCount();
-    const int page = fullRows();
-    showScrollRange();
-    m_first = m_scroll->value();
-    const int end = std::min(rows, m_first + page + 1);
-    if (end > m_loaded && IsLoading())
-        return LoadAll(); // which shows the page
-    {
-        const QSignalBlocker quiet(m_list);
-        const QSignalBlocker quietSelection(m_list->selectionModel());
-        std::vector<SortListViewItem*> items;
-        for (int row = m_first; row < end; ++row)
-            items.push_back(CreateItem(row));
-        m_list->clear();
-        m_list->AddItems(items);
-        m_list->verticalScrollBar()->setValue(0);
+void VectorListViewBase::announceSelection() {
+    emit m_list->selectionChanged(m_list->currentItem());
+    emit m_list->countsChanged();
+}
+
+void VectorListViewBase::SelectAll() {
+    if (m_list->selectionMode() != QAbstractItemView::ExtendedSelection)
+        return;
+    for (const quint32 record : Rows())
+        m_selection.Set(record, true);
+    m_page.ShowSelection();
+    announceSelection();
+}
+
+/// Selects as a click on the row does; negative is a click beside all rows.
+void VectorListViewBase::select(int row, Qt::KeyboardModifiers modifiers) {
+    const QAbstractItemView::SelectionMode mode = m_list->selectionMode();
+    if (mode == QAbstractItemView::NoSelection)
+        return;
+    m_selection.Click(row, mode == QAbstractItemView::SingleSelection ? Qt::NoModifier : modifiers);
+    m_page.ShowSelection();
+    announceSelection();
+}
+
+/// Goes to a row, or to the nearest one that there is: selects it alone, with shift all from the anchor on;
+/// with control the focus moves alone.
+void VectorListViewBase::moveTo(int row, Qt::KeyboardModifiers modifiers) {
+    if (RowCount() == 0)
+        return;
+    row = std::clamp(row, 0, RowCount() - 1);
+    m_page.ScrollTo(row);
+    if (!modifiers.testFlag(Qt::ControlModifier))
+        return select(row, modifiers);
+    m_selection.SetFocusRow(row);
+    m_page.ShowSelection();
+    announceSelection();
+}
+
+/// With Ctrl the focus moves alone, and Ctrl+Space selects or deselects where it is, as in every list.
+bool VectorListViewBase::moveByKey(int key, Qt::KeyboardModifiers modifiers) {
+    const int from = m_selection.FocusRow();
+    const bool extend = modifiers.testFlag(Qt::ShiftModifier);
+    const bool focusOnly = modifiers.testFlag(Qt::ControlModifier) && !extend;
+    if (focusOnly && key == Qt::Key_Space && from >= 0) {
+        select(from, modifiers);
+        return true;
     }
-    showSelection();
-    if (fullRows() != page && !std::exchange(m_measuring, true)) {
-        showPage(); // how many rows fit is known only when there is one
-        m_measuring = false;
+    const std::optional<int> row = m_page.RowByKey(key, from, RowCount());
+    if (row)
+        moveTo(*row, extend ? Qt::ShiftModifier : focusOnly ? Qt::ControlModifier : Qt::NoModifier);
+    return row.has_value();
+}
+
+void VectorListViewBase::SelectFrequency(double hertz) {
+    LoadAll();
+    int nearest = -1;
+    double distance = std::numeric_limits<double>::infinity();
+    for (int row = 0; row < RowCount(); ++row) {
+        const double away = std::abs(RecordFrequency(RecordOfRow(row)) - hertz);
+        if (away < distance) {
+            distance = away;
+            nearest = row;
+        }
     }
+    if (nearest >= 0)
+        moveTo(nearest, Qt::NoModifier);
 }
 
 bool VectorListViewBase::eventFilter(QObject* watched, QEvent* event) {

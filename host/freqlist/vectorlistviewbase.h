@@ -1,26 +1,26 @@
 #pragma once
 
-#include "host/base/observer.h"
 #include "host/freqlist/frequencystorelistview.h"
-#include "host/freqlist/recordfilter.h"
+#include "host/freqlist/recordcopy.h"
+#include "host/freqlist/recordpage.h"
+#include "host/freqlist/recordselection.h"
 #include "host/gui/sortlistview.h"
-#include "host/valuetree/valuebase.h"
 
 #include <QBasicTimer>
 #include <QWidget>
 
-#include <limits>
-#include <optional>
-
-class QScrollBar;
-
 /// What the views over record lists share, whatever the record: a list that holds rows only for the page that
 /// can be seen, a scroll bar of its own, and order, filter and selection by record number. The view belongs
 /// to its parent widget and observes the list value that it is bound to. It shows a copy of the list, taken
-/// anew at the tick that follows a change; the list itself it never touches.
+/// anew at the tick that follows a change; the list itself it never touches. The parts do the work: the copy
+/// knows what was taken, order, filter and rows where records stand, the selection which are selected, the
+/// page what is seen. The view tells each of them what the others have to know.
 ///
 /// Rows are counted as they are shown, from 0: sorted, and without those that the filter hides.
-class VectorListViewBase : public QWidget, public FrequencyStoreListView, public IObserver {
+class VectorListViewBase : public QWidget,
+                           public FrequencyStoreListView,
+                           public IObserver,
+                           protected CopiedRecords {
     Q_OBJECT
 
 public:
@@ -43,16 +43,16 @@ public:
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
     FreqStoreListViewButtonBar* GetButtonBar() const { return m_bar; }
 
-    int RecordCount() const { return m_count; }
-    int RowCount() const;
-    int SelectedCount() const { return m_selectedCount; }
+    int RecordCount() const { return m_copy.Count(); }
+    int RowCount() const { return m_rows.Count(); }
+    int SelectedCount() const { return m_selection.Count(); }
     /// Whether records are still to be taken: those shown are the first of them.
-    bool IsLoading() const { return m_loaded < m_count; }
+    bool IsLoading() const { return m_copy.IsPart(); }
     /// Whether the filter is still looking through the records; rows are those that it found so far.
     bool IsFiltering() const { return !m_filter.IsComplete(); }
-    bool IsSelected(int row) const;
+    bool IsSelected(int row) const { return m_selection.IsSelected(row); }
     /// Selects a row alone, as a click on it does.
-    void SelectRow(int row) { moveTo(row, false); }
+    void SelectRow(int row) { moveTo(row, Qt::NoModifier); }
     void SelectAll();
 
     void Update(Observable* subject, TChangeCode code) override;
@@ -82,45 +82,27 @@ protected:
     /// Takes what changed of the records and shows it, at once.
     virtual void UpdateView();
     /// Takes all records anew, whatever is known of their changes, and sorts them anew.
-    void TakeAnew() { load(AllRecords); }
+    void TakeAnew() { load(RecordCopy::All); }
     /// The row that the operator acts on: the selected one that has the focus or is nearest to it, the lower
     /// of two; negative when nothing is selected.
-    int CurrentRow() const;
+    int CurrentRow() const { return m_selection.CurrentRow(); }
     /// Row of an item of the page; negative for any other.
-    int Item2Index(const SortListViewItem* item) const;
-
-    virtual bool IsRecordList(const ValueBase* value) const = 0;
-    /// Copies the first `atMost` records of a list; null has none. Returns how many there are in all.
-    virtual int TakeRecords(const ValueBase* value, int atMost) = 0;
-    /// Records of a list that the copy does not have.
-    virtual int CountNew(const ValueBase* value) const = 0;
-    /// Brings the copy up to date when only some records came or changed; `edited` are the numbers of those
-    /// that changed, and of those that came no more are taken than `atMost`. Returns how many there are in
-    /// all; nothing when the copy must be taken anew.
-    virtual std::optional<int> TakeChanges(const ValueBase* value, int atMost,
-                                           std::vector<quint32>& edited) = 0;
-    /// Whether one record goes before another in ascending order of the sorted column; asked only where the
-    /// order is known.
-    virtual bool KnowsOrder() const = 0;
-    virtual bool GoesBefore(quint32 a, quint32 b) const = 0;
-    /// Of a record by its place in the copy: the text of a cell, and its frequency (Hz).
-    virtual QString CellText(quint32 record, int column) const = 0;
-    virtual double RecordFrequency(quint32 record) const = 0;
+    int Item2Index(const SortListViewItem* item) const { return m_page.RowOf(item); }
 
     const std::vector<QString>& Fields() const { return m_fields; }
     /// Makes the copy complete and brings it up to date.
     void LoadAll();
     /// Records in their order, whatever the filter hides; rows; selected rows. A filter that is still at work
     /// is waited for.
-    std::vector<quint32> Order() const;
+    std::vector<quint32> Order() const { return m_order.Records(); }
     std::vector<quint32> Rows();
     std::vector<quint32> SelectedRows();
-    quint32 RecordOfRow(int row) const;
+    quint32 RecordOfRow(int row) const { return m_rows.RecordAt(row); }
 
-    enum class SortStep { Nothing, Reverse, Anew };
+    using SortStep = RecordOrder::Step;
     /// What has to be done to sort by a column in that direction; it counts as done from then on.
-    SortStep NextSort(int column, bool ascending);
-    void SetOrder(std::vector<quint32> order);
+    [[nodiscard]] SortStep NextSort(int column, bool ascending);
+    void SetOrder(std::vector<quint32> order) { m_order.Set(std::move(order)); }
     /// Shows the page in the order just set, unless that is about to happen anyway. What was selected stays
     /// selected.
     void ShowOrderUnlessArranging();
@@ -130,55 +112,36 @@ protected:
 
 private:
     class PageList;
-    static constexpr int AllRecords = std::numeric_limits<int>::max();
 
     void bind();
     void load(int atMost);
     bool follow(int atMost);
+    void showRecords(int selectedBefore);
     bool hasFilterText(quint32 record) const;
+    void setFilter(const QString& text);
     void beginFilter(std::vector<quint32> records);
     void filterMore(size_t records);
-    void finishFilter();
-    void deselectHidden();
-    void focusShown();
     void sortByHeader();
     void refilterInOrder();
-    void setFilter(const QString& text);
     void showPage();
-    void showScrollRange();
-    void showSelection();
     void announceSelection();
-    void takePageSelection();
-    void setSelected(quint32 record, bool selected);
-    void clearSelection();
     void select(int row, Qt::KeyboardModifiers modifiers);
-    void moveTo(int row, bool extend);
-    void scrollTo(int row);
-    void focusRow(int row);
+    void moveTo(int row, Qt::KeyboardModifiers modifiers);
     bool moveByKey(int key, Qt::KeyboardModifiers modifiers);
-    int fullRows() const;
-    int rowOf(std::optional<quint32> record) const;
 
     SortListView* m_list; ///< a `PageList`
     QScrollBar* m_scroll;
     FreqStoreListViewButtonBar* m_bar = nullptr; ///< the window's; forgotten when it ends
     QString m_path;
-    WeakRef<ValueBase> m_value;
     QBasicTimer m_tick;
     int m_tickMilliseconds;
     std::vector<QString> m_fields; ///< by column
-    int m_count = 0;
-    int m_loaded = 0;             ///< records that the copy holds so far
-    std::vector<quint32> m_order; ///< empty: the order of the list
+    RecordCopy m_copy{*this};
+    RecordOrder m_order;
     RecordFilter m_filter;
     QBasicTimer m_filterTurn; ///< runs while the filter has more to look at
-    int m_sortedColumn = -1;
-    bool m_sortedAscending = true;
-    std::vector<bool> m_selected; ///< by record
-    int m_selectedCount = 0;
-    std::optional<quint32> m_focus; ///< the records that keyboard and shift start from
-    std::optional<quint32> m_anchor;
-    int m_first = 0; ///< row at the top of the page
-    bool m_measuring = false;
+    RecordRows m_rows{m_order, m_filter};
+    RecordSelection m_selection{m_rows};
+    RecordPage m_page;
     bool m_arranging = false; ///< the page will be shown when all is done
 };

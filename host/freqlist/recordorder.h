@@ -1,0 +1,50 @@
+#pragma once
+
+#include "host/freqlist/recordsort.h"
+
+#include <QtGlobal>
+
+#include <vector>
+
+/// The order in which records are shown: that of their list, or that of a column. It knows by which column
+/// and in which direction it is sorted, so that a sorted list is not sorted again, and turned round instead
+/// of sorted in the other direction. Records go by their number in the list.
+class RecordOrder {
+public:
+    enum class Step { Nothing, Reverse, Anew };
+
+    /// So many records in the order of their list.
+    void Reset(int count);
+    /// What has to be done to sort by a column in that direction; it counts as done from then on.
+    [[nodiscard]] Step Next(int column, bool ascending);
+    void Set(std::vector<quint32> records) { m_records = std::move(records); }
+    bool IsSorted() const { return m_column >= 0; }
+    /// Puts records that changed, and those that came, to their places. `goesBefore` compares two records in
+    /// ascending order; equal ones go by their numbers.
+    template <typename GoesBefore>
+    void Place(const std::vector<quint32>& changed, int count, GoesBefore goesBefore);
+
+    int Count() const { return m_count; }
+    std::vector<quint32> Records() const;
+    /// Empty while the order is that of the list.
+    const std::vector<quint32>& Sorted() const { return m_records; }
+
+private:
+    int m_count = 0;
+    int m_column = -1; ///< negative: in the order of the list
+    bool m_ascending = true;
+    std::vector<quint32> m_records;
+};
+
+template <typename GoesBefore>
+void RecordOrder::Place(const std::vector<quint32>& changed, int count, GoesBefore goesBefore) {
+    m_count = count;
+    if (!IsSorted())
+        return;
+    const auto before = [&](quint32 a, quint32 b) {
+        if (!m_ascending)
+            std::swap(a, b);
+        return goesBefore(a, b) || (!goesBefore(b, a) && a < b);
+    };
+    RecordSort::Place(m_records, changed, static_cast<quint32>(count), before);
+}
