@@ -48,8 +48,7 @@ private:
     const FrequencyMapItem m_item;
 };
 
-/// Text form of one item: all but its visibility, separated by TAB; what would break the form becomes a
-/// blank.
+/// Text form of one item: all but its visibility, separated by TAB; a text is one field (`Quor::OneField`).
 struct FrequencyMapItemFormat {
     static QString ToText(const FrequencyMapItem& item);
 };
@@ -128,7 +127,7 @@ public:
         return same && same->m_items == m_items;
     }
     QString GetTypeName() const override { return QStringLiteral("frequency item map"); }
-    ValueBase* Clone() const override {
+    [[nodiscard]] ValueBase* Clone() const override {
         auto* copy = new ValueItemMapBase;
         copy->m_items = m_items;
         copy->m_lastKey = m_lastKey;

@@ -466,7 +466,7 @@ TEST(Selection, DeletingRowsKeepsTheChoiceWhereItCan) {
 TEST(ItemMap, KeysAreNeverGivenTwice) {
     FrequencyItemMap map(QStringLiteral("map"), TValueState::Valid);
     EXPECT_EQ(map.GetName(), QStringLiteral("map"));
-    const FrequencyMapItem item(7e6, 3e3, 1, QStringLiteral("a\tb"), 'p', QStringLiteral("x"));
+    const FrequencyMapItem item(7e6, 3e3, 1, QStringLiteral("a\tb\u0001"), 'p', QStringLiteral("x"));
     const unsigned first = map.Add(item);
     const unsigned second = map.Add(item);
     EXPECT_NE(first, second);
@@ -479,6 +479,7 @@ TEST(ItemMap, KeysAreNeverGivenTwice) {
     map.Clear();
     EXPECT_NE(map.Add(item), behind);
     EXPECT_EQ(map.GetStringValue().count(QLatin1Char('\t')), 6) << "a TAB inside a text is a blank";
+    EXPECT_TRUE(map.GetStringValue().contains(QStringLiteral("\ta b\ufffd\t")));
 
     map.SetAt(0, item);
     map.SetAt(std::numeric_limits<unsigned>::max(), item);

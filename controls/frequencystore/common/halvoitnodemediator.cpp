@@ -1,6 +1,7 @@
 #include "controls/frequencystore/common/halvoitnodemediator.h"
 
 #include "host/base/numbers.h"
+#include "host/base/tokenizer.h"
 #include "host/base/trace.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/valuetree/valueselection.h"
@@ -114,8 +115,8 @@ QString HalvoITNodeMediator::ToString() {
         return QString();
     GetBandwidth(bandwidth, 0);
     const QLatin1Char tab('\t');
-    return NumberField(frequency) + tab + NumberField(bandwidth) + tab + OneField(GetCommentString(0)) + tab +
-           OneField(GetDemodulationString(0)) + tab;
+    return NumberField(frequency) + tab + NumberField(bandwidth) + tab + Quor::OneField(GetCommentString(0)) +
+           tab + Quor::OneField(GetDemodulationString(0)) + tab;
 }
 
 bool HalvoITNodeMediator::FromString(QString& line) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "controls/frequencystore/common/keys.h"
-#include "host/base/tokenizer.h"
 #include "host/freqlist/frequencynodemediator.h"
 
 /// Base of this library's mediators: adds the value "bandwidthsel", which some entries have instead of a
@@ -34,7 +33,6 @@ protected:
 
     enum HalvoBoundNumber : size_t { BoundBandwidthSelection = FirstOwn, FirstOwnOfHalvo };
 
-    static QString OneField(const QString& text) { return Quor::OneField(text); }
     /// A number with six decimals, as lines carry it.
     static QString NumberField(double value);
 

@@ -192,7 +192,7 @@ QString SearchMCDataMediator::ToString() {
     line += QLatin1String("\t\t");
     line += QLatin1Char(type);
     line += tab;
-    line += OneField(state);
+    line += Quor::OneField(state);
     line += tab;
     line += QString::number(lockTime);
     line += tab;

@@ -1,6 +1,7 @@
 #include "controls/frequencystore/targets/wkfnodemediator.h"
 
 #include "host/base/numbers.h"
+#include "host/base/tokenizer.h"
 #include "host/freqstorexml/frequencystorelist.h"
 
 static_assert(sizeof(void*) != 8 || sizeof(WkfNodeMediator) == 64, "there are a million of them");
@@ -212,13 +213,13 @@ QString WkfNodeMediator::ToString() {
     line += tab;
     Quor::AppendFixed(line, bandwidth, 6);
     line += tab;
-    line += OneField(comment.isEmpty() ? GetFrequencyString(0) : comment);
+    line += Quor::OneField(comment.isEmpty() ? GetFrequencyString(0) : comment);
     line += tab;
-    line += OneField(orText(GetDemodulationString(0), "Unknown"));
+    line += Quor::OneField(orText(GetDemodulationString(0), "Unknown"));
     line += tab;
     line += QLatin1Char(m_letter);
     line += tab;
-    line += OneField(orText(threatClass, "Not defined"));
+    line += Quor::OneField(orText(threatClass, "Not defined"));
     line += tab;
     line += QString::number(priority);
     line += tab;
