@@ -139,7 +139,7 @@ void choose(ValueSelection& selection, const QString& text) {
     while (selection.GetItem(key))
         ++key;
     double number = 0;
-    Quor::ParseDouble(text, number);
+    (void)Quor::ParseDouble(text, number); // a text that is no number has the number 0
     selection.AddItem(text, number, key);
     selection.Select(key);
 }

@@ -26,8 +26,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     } catch (const RGException&) {
     }
     DetectionResultList results;
-    results.SetXmlString(QString::fromUtf8(bytes));
-    results.SetBinary(bytes);
-    results.SetCompressedBinary(bytes);
+    (void)results.SetXmlString(QString::fromUtf8(bytes));
+    (void)results.SetBinary(bytes);
+    (void)results.SetCompressedBinary(bytes);
     return 0;
 }

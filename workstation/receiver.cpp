@@ -113,8 +113,9 @@ Receiver::Receiver(ReceiverKind kind)
         addValue(*node, setting);
     m_level->SetMinMax(LowestLevel, HighestLevel, 0.1);
     m_level->SetValue(LowestLevel);
-    node->AddValue(QStringLiteral("level"), m_level);
-    node->AddValue(QStringLiteral("open"), m_open);
+    // The receiver's node is new: it has no value of these names, nor of the settings'.
+    (void)node->AddValue(QStringLiteral("level"), m_level);
+    (void)node->AddValue(QStringLiteral("open"), m_open);
 }
 
 Receiver::~Receiver() {
@@ -124,7 +125,7 @@ Receiver::~Receiver() {
 
 void Receiver::addValue(Node& node, const ReceiverSetting& setting) {
     ValueBase* value = infoOf(setting).make(setting);
-    node.AddValue(setting.key, value);
+    (void)node.AddValue(setting.key, value);
     value->AddObserver(this);
     m_live.push_back({&setting, value, value->GetStringValue()});
 }

@@ -4,28 +4,28 @@
 
 #include <optional>
 
-/// Tells what is wrong in one file: after some hundred problems the rest is only counted, and the count is
-/// told at the end.
+/// Tells the problems of one file. The first hundred or so are told one by one; the others are counted, and
+/// the count is told at the end.
 class FileProblems {
 public:
     /// `place` is the reader's own, for traces.
     FileProblems(const QString& fileName, TracePlace place) : m_fileName(fileName), m_place(place) {}
-    /// For a mere look at a file: nothing is told.
+    /// Tells nothing; for a first look at a file.
     explicit FileProblems(const QString& fileName) : m_fileName(fileName) {}
     FileProblems(const FileProblems&) = delete;
     FileProblems& operator=(const FileProblems&) = delete;
     ~FileProblems();
 
-    /// One of many; `line` is 1 for the first, 0 when it is no line's.
+    /// Reports one of many problems; `line` counts from 1, and 0 means no line.
     void Report(qint64 line, const QString& reason);
-    /// One that is never only counted.
+    /// Reports a problem that is told however many there are.
     void ReportAlways(qint64 line, const QString& reason);
     /// Whether a number can be a frequency in Hz.
     static bool IsFrequency(double hertz) { return hertz >= 0 && hertz <= MaxHertz; }
-    /// Tells a frequency in Hz that cannot be one: below 0 or above 1 THz.
+    /// Reports a frequency in Hz below 0 or above 1 THz.
     void CheckFrequency(qint64 line, double hertz, const QString& where = QString());
     bool AreNone() const { return m_none; }
-    /// Line of the first problem that is a line's; 0 when there is none.
+    /// Line of the first problem that has a line; 0 when there is none.
     qint64 FirstLine() const { return m_firstLine; }
     const QString& FileName() const { return m_fileName; }
 

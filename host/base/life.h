@@ -2,10 +2,9 @@
 
 #include <QtGlobal>
 
-/// Handles to objects that may go away: an object takes a slot when it is first referred to and gives it back
-/// when it ends; a handle kept by somebody else then simply finds nothing. A handle costs eight bytes, its
-/// holder owns nothing, and nobody has to be told. The table is never destroyed, so handles may be asked
-/// until the very end of the process. GUI thread only.
+/// Handles to objects that may end. An object takes a slot when the first handle to it is made, and gives the
+/// slot back when it ends; from then on its handles find nothing. A handle has eight bytes and owns nothing.
+/// The table is never destroyed, so handles work until the process ends. GUI thread only.
 namespace Life {
 
 struct Handle {

@@ -15,9 +15,9 @@ namespace Quor {
 double toDoubleEx(const QString& text, bool* ok = nullptr);
 
 /// Parse a whole text; false, with `value` untouched, when it is no such number or out of range.
-bool ParseDouble(QStringView text, double& value);
-bool ParseInt(QStringView text, int& value);
-bool ParseInt(QStringView text, qint64& value);
+[[nodiscard]] bool ParseDouble(QStringView text, double& value);
+[[nodiscard]] bool ParseInt(QStringView text, int& value);
+[[nodiscard]] bool ParseInt(QStringView text, qint64& value);
 
 /// A number whose unsigned order is that of the doubles. Zero is one value whatever its sign; what is no
 /// number is greater than all.

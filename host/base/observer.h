@@ -17,8 +17,8 @@ enum class TChangeCode : int {
     Announcement = 19,     ///< a handler announces something on a value that it owns
 };
 
-/// A subject that keeps an ordered list of observers and notifies them. It owns none of them and may itself
-/// be deleted at any time, also from within a notification that it sends.
+/// A subject that notifies its observers, in order. It owns none of them. It may be deleted at any time, even
+/// by an observer that it is notifying.
 ///
 /// A subject itself has one byte for all that. Its observers stand in a table beside; most subjects of very
 /// many have none, or only the *follower* that a group of them shares: the values of an entry and their node
@@ -41,7 +41,7 @@ public:
 
     bool HasObservers() const { return (m_observed & (Listed | Followed)) != 0; }
 
-    /// A handle by which the subject can be found while it lives; see `WeakRef`.
+    /// A handle that finds the subject as long as it lives; see `WeakRef`.
     Life::Handle WatchedHandle() const;
 
 protected:
@@ -83,6 +83,22 @@ private:
 
 /// Observer interface. An observer that ends is no longer called by any subject: subjects hold handles, not
 /// pointers, so nothing needs to be deregistered.
+///
+/// \code
+/// class ChangeCounter : public IObserver {
+/// public:
+///     void Update(Observable*, TChangeCode code) override {
+///         changes += code == TChangeCode::ValueChanged ? 1 : 0;
+///     }
+///     int changes = 0;
+/// };
+///
+/// Value<int> level;
+/// ChangeCounter counter;
+/// level.AddObserver(&counter);
+/// level.SetValue(3);
+/// level.SetValue(3); // no change: the counter stays 1
+/// \endcode
 class IObserver {
 public:
     IObserver() = default;

@@ -6,7 +6,7 @@
 
 #include <functional>
 
-/// Something wrong in a file that a reader met and went on from, or gave up at.
+/// A fault that a reader finds in a file. The reader goes on behind it, or gives up there.
 struct Problem {
     QString file;
     qint64 line = 0; ///< 1 for the first line; 0 when the problem is no line's
@@ -23,13 +23,19 @@ namespace Problems {
 
 using Sink = std::function<void(const Problem&)>;
 
-/// Replaces the receiver of problems and returns the one before; programs set it to tell the operator.
+/// Sets the function that receives problems and returns the one before. A program sets it to tell the
+/// operator.
 Sink SetSink(Sink sink);
 
-/// Hands a problem to the receiver and traces it under the reader's place.
+/// Passes a problem to the receiver and traces it under the reader's place.
+///
+/// \code
+/// Problems::SetSink([&](const Problem& problem) { told << problem.ToString(); });
+/// Problems::Report("bookmarks", {file, 12, QStringLiteral("has no frequency")});
+/// \endcode
 void Report(TracePlace place, const Problem& problem);
 
-/// The same without the trace, for what its caller traces.
+/// Passes a problem to the receiver without a trace, for callers that trace it themselves.
 void Tell(const Problem& problem);
 
 } // namespace Problems

@@ -16,7 +16,7 @@ inline constexpr unsigned TraceMaskTrace = 32;
 /// written while the process ends are safe.
 class ErrorHandler {
 public:
-    /// Receives each trace line: message, source file, line number.
+    /// Receives each trace: message, source file, line number.
     using Sink = std::function<void(const QString& text, const QString& sourceFile, unsigned short line)>;
 
     static ErrorHandler& Instance();
@@ -51,7 +51,12 @@ inline bool TraceEnabled() {
     return (ErrorHandler::Instance().GetTraceMask() & TraceMaskTrace) != 0;
 }
 
-/// Traces the text that `makeText()` yields; with the trace bit clear the text is not even built.
+/// Traces the text that `makeText()` returns. It is not called while the trace bit is clear.
+///
+/// \code
+/// ErrorHandler::Instance().SetTraceMask(TraceMaskTrace);
+/// TraceLazily("bookmarks", [&] { return QStringLiteral("cannot open %1").arg(file); });
+/// \endcode
 template <typename MakeText>
 void TraceLazily(TracePlace place, MakeText&& makeText) {
     if (TraceEnabled())

@@ -22,7 +22,7 @@ public:
     /// The entry ends before its values: they are kept without it from now on.
     void OutliveEntry(const Node* entry) { keepPointers(entry); }
     /// Whether none of these is bound, and then binds the values at these places.
-    bool SetFresh(size_t first, std::span<const quint8> places);
+    [[nodiscard]] bool SetFresh(size_t first, std::span<const quint8> places);
 
 private:
     using Pointers = std::array<ValueBase*, Count>;

@@ -9,7 +9,7 @@ class FrequencyListCopyStruct {
 public:
     void SetValue(unsigned columnId, const QString& text) { m_texts.insert(columnId, text); }
     /// False, with `text` untouched, when the row has no text for that column.
-    bool GetValue(unsigned columnId, QString& text) const {
+    [[nodiscard]] bool GetValue(unsigned columnId, QString& text) const {
         const auto found = m_texts.constFind(columnId);
         if (found == m_texts.constEnd())
             return false;

@@ -16,6 +16,12 @@ class QClipboard;
 /// The process-wide store of frequency lists. Lists register themselves; windows show whatever is registered.
 /// It also holds what lists exchange: the clipboard, on which a copy is frequency-store XML text, and the
 /// copy buffer with the older form of a copy. Never destroyed.
+///
+/// \code
+/// FreqStore& store = FreqStore::Instance();
+/// const int listId = store.RegisterList(registration);
+/// const bool isThere = store.GetDefinition(listId) != nullptr; // true
+/// \endcode
 class FreqStore : public QObject {
     Q_OBJECT
 
@@ -24,12 +30,12 @@ public:
 
     /// Registers a list and returns its identifier, which is never 0.
     int RegisterList(ListRegistration registration);
-    /// The same for a list whose functions hold nothing; what the arguments are, `ListRegistration` tells.
+    /// Registers a list whose functions are plain functions. `ListRegistration` describes the arguments.
     int AddFrequencyListDefinition(const QString& name, const QPixmap& icon, PixStateFactory pixStateFactory,
                                    bool available4WideView, bool available4SimpleView,
                                    MultiViewMediatorCtrl* controller, ViewFactory viewFactory,
                                    RecycleFunction recycle, int capabilityId);
-    /// The same for a definition object, of which the store takes ownership.
+    /// Registers a definition object; the store takes ownership.
     int AddFrequencyListDefinition(IFrequencyListDefinition* definition);
     /// Takes a list out of the store; windows drop its tab. An unknown identifier is no error.
     void RemoveFrequencyListDefinition(int listId);
@@ -40,27 +46,26 @@ public:
     std::vector<int> GetListIds() const;
     /// The controller of a registered list; null when it has none or has ended.
     MultiViewMediatorCtrl* GetFrequencies(unsigned listId) const;
-    /// A controller ends: the lists that named it have none from now on.
+    /// Forgets a controller that ends: its lists have none from now on.
     void RemoveController(const MultiViewMediatorCtrl* controller);
 
     /// The store-wide identifier of a copy column name; the same name has the same identifier for good.
     unsigned GetCopyStructId(const QString& columnName);
     /// Appends one row to the copy buffer.
     void AddFrequencyListCopyStruct(const FrequencyListCopyStruct& row);
-    /// The rows of the copy buffer one after another, each call giving the next; null behind the last, after
-    /// which they begin anew. The flag says whether more rows follow. A row stays good until the buffer
-    /// changes.
+    /// Returns the next row of the copy buffer, or null behind the last one; the call after that begins
+    /// again. `more` says whether another row follows. A row is valid until the buffer changes.
     FrequencyListCopyStruct* GetFrequencyListCopyStruct(bool& more);
     void ClearFrequencyListCopyStruct();
 
     /// The application's clipboard; null without a GUI.
     QClipboard* GetClipboard() const;
-    /// Puts a copy on the clipboard / reads its text; without a GUI the store keeps the text itself.
+    /// Puts a copy on the clipboard, and reads its text. Without a GUI the store keeps the text itself.
     void SetClipboardText(const QString& text);
     QString GetClipboardText() const;
 
-    /// Whoever owns a receiver sets the function that tunes it to an item: with all the item's settings or to
-    /// its frequency alone. Without one, tuning does nothing.
+    /// The function that tunes the receiver to an item, with all the item's settings or to its frequency
+    /// alone. The owner of a receiver sets it; without it `Tune` does nothing.
     using Tuner = std::function<void(IFrequencyStoreItem& item, QWidget* view, bool allSettings)>;
     void SetTuner(Tuner tuner) { m_tuner = std::move(tuner); }
     void Tune(IFrequencyStoreItem& item, QWidget* view, bool allSettings) const;

@@ -22,7 +22,7 @@ public:
     FrequencyNodeMediator* GetMediator() const { return m_mediator; }
     FrequencyNodeListView* GetView() const { return m_view; }
     void MediatorEnds();
-    /// The texts of a row that stands still are asked for when it goes on.
+    /// Asks for the texts again; a paused row does so when it goes on.
     void MarkStale();
 
     QString CellText(int column) const override;
@@ -39,6 +39,16 @@ private:
 /// List view bound to a mediator controller: one row per mediator. Which text stands in a column follows from
 /// the column's identifier, which the mediators know. The view belongs to its parent widget and takes itself
 /// out of its controller when it ends.
+///
+/// \code
+/// class BookmarkView : public FrequencyNodeListView {
+/// public:
+///     BookmarkView(QWidget* parent, unsigned listId) : FrequencyNodeListView(parent, listId) {
+///         AddColumn(QStringLiteral("Frequency"), _compNumericWithSuffix, FreqList::ColumnFrequency);
+///         AddColumn(QStringLiteral("Comment"), _compStandardString, FreqList::ColumnComment);
+///     }
+/// };
+/// \endcode
 class FrequencyNodeListView : public SortListView, public FrequencyStoreListView {
     Q_OBJECT
 
@@ -51,7 +61,7 @@ public:
     const std::vector<unsigned>& GetColumnDescription() const { return m_columnIds; }
     QWidget* GetWidget() override { return this; }
     SortListView* GetListView() override { return this; }
-    /// Lets the view's signals out or keeps them in.
+    /// Sets whether the view emits signals.
     void EnableSignals(bool enable) { blockSignals(!enable); }
     void SetPaused(bool paused) override;
     int WaitingCount() const override;
@@ -70,7 +80,7 @@ public:
     void NoteEndedRow() { ++m_endedRows; }
 
 public slots:
-    /// Nothing by itself: a click selects. Views that do more connect here.
+    /// Does nothing; views that react to a click connect here.
     virtual void slotItemClicked(SortListViewItem* item);
     virtual void slotContextMenuRequested(SortListViewItem* item, const QPoint& position, int column);
     virtual void aboutToShow(QWidget* widget);

@@ -12,6 +12,18 @@ class FrequencyStoreList;
 
 /// Mediator of one frequency entry: finds the entry's values under its node, observes them, shows them in
 /// rows, and writes them into interchange lists. It owns no value.
+///
+/// \code
+/// class Bookmark : public FrequencyNodeMediator {
+/// public:
+///     Bookmark(MediatorCtrl* controller, Observable* entry) : FrequencyNodeMediator(controller, entry, 0) {
+///         UpdateDependentValues();
+///     }
+///     QString ToString() override {
+///         return GetFrequencyString(0) + QLatin1Char('\t') + GetCommentString(0);
+///     }
+/// };
+/// \endcode
 class FrequencyNodeMediator : public Mediator, public MultiViewMediator {
 public:
     /// `kind` is the controller's number for its mediators; it means nothing here.

@@ -25,6 +25,16 @@ class FrequencyStoreListWriter;
 /// Changes are gathered: they take effect at the next tick of the controller's timer, or at once by
 /// `ForceUpdateNow`. A suspended controller follows nothing and touches no view; when it is resumed it is
 /// brought up to date at once.
+///
+/// \code
+/// class Bookmarks : public FrequencyNodeMediatorCtrl {
+/// public:
+///     Bookmarks() : FrequencyNodeMediatorCtrl(42) { Init(QStringLiteral("/Bookmarks")); }
+///
+/// protected:
+///     Mediator* CreateMediator(Observable* entry) override { return new Bookmark(this, entry); }
+/// };
+/// \endcode
 class FrequencyNodeMediatorCtrl : public QObject,
                                   public MediatorCtrl,
                                   public IObserver,
@@ -65,13 +75,14 @@ public:
 
     /// Writes all entries to the file as frequency-store XML; false, told and traced, with the old file in
     /// place, on failure.
-    bool SaveFrequencies(const QString& fileName);
+    [[nodiscard]] bool SaveFrequencies(const QString& fileName);
     /// The same, as CSV when `csv` is set; throws RGException with file and reason instead.
     void WriteFrequencies(const QString& fileName, bool csv,
                           FreqStoreXml::FrequencyStoreListHelper::ListType type);
     /// Writes all entries in the export form of the list type: search MC results as one line of text per
     /// entry (those without a text form are left out), all others as CSV. False as above.
-    bool ExportFrequencies(const QString& fileName, FreqStoreXml::FrequencyStoreListHelper::ListType type);
+    [[nodiscard]] bool ExportFrequencies(const QString& fileName,
+                                         FreqStoreXml::FrequencyStoreListHelper::ListType type);
 
     /// Makes an entry of this list from an interchange entry. The list's owner sets it; without one entries
     /// are plain: frequency, bandwidth, comment, demodulation and type.

@@ -30,7 +30,8 @@ template <typename V, typename Content>
 void addOwn(Node& node, Names::Id key, const Content& content) {
     auto* value = new V;
     value->SetValue(content);
-    node.AddValue(key, value);
+    if (!node.AddValue(key, value))
+        delete value; // the entry has one
 }
 
 } // namespace

@@ -15,22 +15,22 @@ public:
     void SetID(unsigned listId) { m_listId = listId; }
     unsigned GetID() const { return m_listId; }
 
-    /// Whether the view is in use by a window; a view that is not need not follow its list.
+    /// Sets whether a window uses the view. A view that is not used need not follow its list.
     virtual void SetConnected(bool connected) { m_connected = connected; }
     bool IsConnected() const { return m_connected; }
 
-    /// Lets the rows stand still while the list goes on: what comes and changes meanwhile is shown when they
-    /// go on. Rows whose entries end go all the same.
+    /// Stops the rows while the list goes on. New entries and changes appear when the rows go on. Rows of
+    /// deleted entries disappear at once.
     virtual void SetPaused(bool paused) { m_paused = paused; }
     bool IsPaused() const { return m_paused; }
-    /// Entries that have come and wait for the rows to go on.
+    /// Number of new entries that a paused view does not show yet.
     virtual int WaitingCount() const { return 0; }
 
     /// Selects the row of that frequency (Hz), the nearest one when there is no such row.
     virtual void SelectFrequency(double hertz) = 0;
     virtual QWidget* GetWidget() = 0;
     virtual SortListView* GetListView() = 0;
-    /// The window hands the view its button bar, which the window owns; null takes none.
+    /// Gives the view the button bar of its window, which the window owns; null means none.
     virtual void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) = 0;
     /// Why the list does not offer an action of the bar (a `FreqStoreListViewButtonBar::Action`) at present,
     /// as a sentence for the operator; empty when it does. A view whose answer changes calls the bar's

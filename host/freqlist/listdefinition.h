@@ -15,8 +15,15 @@ using PixStateFactory = PixStateVector* (*)();
 using ViewFactory = FrequencyStoreListView* (*)(QWidget* parent, unsigned listId);
 using RecycleFunction = void (*)(const QString& text);
 
-/// What a list tells the store of itself. Its functions live as long as the list is registered and may hold
-/// what they need; each may be empty.
+/// The description of a list that is registered in the store. The store keeps the functions as long as the
+/// list is registered; each may be empty.
+///
+/// \code
+/// ListRegistration registration;
+/// registration.name = QStringLiteral("Bookmarks");
+/// registration.controller = &controller; // a FrequencyNodeMediatorCtrl of the plug-in
+/// registration.viewFactory = [](QWidget* parent, unsigned id) { return new BookmarkView(parent, id); };
+/// \endcode
 struct ListRegistration {
     QString name{}; ///< of its tab
     QPixmap icon{}; ///< 16 by 16 pixels
@@ -48,14 +55,14 @@ public:
     virtual bool GetAvailable4SimpleView() const = 0;
     virtual int GetCapabilityId4View() const = 0;
     /// A new view of the list, or null when it has none.
-    virtual FrequencyStoreListView* CreateView(QWidget* parent, unsigned listId) = 0;
+    [[nodiscard]] virtual FrequencyStoreListView* CreateView(QWidget* parent, unsigned listId) = 0;
     /// A new frequency-bar line of the list, or null when it has none.
-    virtual PixStateVector* CreatePixStateVector() = 0;
+    [[nodiscard]] virtual PixStateVector* CreatePixStateVector() = 0;
     virtual bool Available4FrequencyBar() const = 0;
     virtual void RestoreFromRecycle(const QString& text) = 0;
     /// Path of the tree value or node that holds the list; empty where there is none.
     virtual QString GetValuePath() const { return QString(); }
-    /// Hands the value path to a widget that shows it; false when the list has none or is not enabled.
+    /// Passes the value path to a widget that shows it; false when the list has none or is off.
     virtual bool PassValuePath(QWidget*) const { return false; }
 };
 
@@ -87,10 +94,10 @@ public:
     bool GetAvailable4SimpleView() const override { return m_registration.available4SimpleView; }
     void SetAvailable4SimpleView(bool available) { m_registration.available4SimpleView = available; }
     int GetCapabilityId4View() const override { return m_registration.capabilityId; }
-    FrequencyStoreListView* CreateView(QWidget* parent, unsigned listId) override {
+    [[nodiscard]] FrequencyStoreListView* CreateView(QWidget* parent, unsigned listId) override {
         return m_registration.viewFactory ? m_registration.viewFactory(parent, listId) : nullptr;
     }
-    PixStateVector* CreatePixStateVector() override {
+    [[nodiscard]] PixStateVector* CreatePixStateVector() override {
         return m_registration.pixStateFactory ? m_registration.pixStateFactory() : nullptr;
     }
     bool Available4FrequencyBar() const override { return m_registration.pixStateFactory != nullptr; }

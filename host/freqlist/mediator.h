@@ -16,7 +16,7 @@ class MediatorCtrl {
 public:
     virtual ~MediatorCtrl() = default;
 
-    /// A mediator of this controller has been made, or is being destroyed.
+    /// Tells that a mediator of this controller has been made, or is being destroyed.
     virtual void NotifyCreated(Mediator* mediator) = 0;
     virtual void NotifyDeleted(Mediator* mediator) = 0;
     /// Usage name that the list's entries carry in interchange files; see `FrequencyStoreList::UsageToName`.

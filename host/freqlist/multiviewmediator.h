@@ -11,9 +11,9 @@ class FrequencyNodeMediatorViewItem;
 class Node;
 class QWidget;
 
-/// What views, the frequency bar and the receiver read of one list item. A getter returns false, with its
-/// output untouched, when the item has no such property. The trailing int selects a sub-item; items without
-/// sub-items take 0. Frequencies and bandwidths in Hz.
+/// One list item as views, the frequency bar and the receiver read it. A getter returns false, and leaves its
+/// output alone, when the item has no such property. The last argument selects a sub-item; it is 0 for items
+/// without sub-items. Frequencies and bandwidths are in Hz.
 class IFrequencyStoreItem : public Observable {
 public:
     virtual bool GetFrequency(double& frequency, int subItem) = 0;
@@ -95,8 +95,8 @@ public:
     /// The same, where it is known that no more than this entry changed.
     virtual void SetEntryDirty(Node*) { SetDirty(true); }
     bool IsDirty() const { return m_dirty; }
-    /// Counts one more party that wants the list kept up to date, and returns the count. A controller that
-    /// nobody wants does not follow its node.
+    /// Counts one more user of the list and returns the count. A controller without users does not follow its
+    /// node.
     int IncrementVisibleCnt(QWidget* view = nullptr);
     int GetVisibleCnt() const { return m_visible; }
 

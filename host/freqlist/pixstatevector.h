@@ -51,10 +51,9 @@ public:
     /// Binds the line to what lies at that path.
     virtual void Init(const QString& path) = 0;
     virtual void SetVisible(bool visible);
-    /// Whether the line follows changes; false once it does no longer need to. One that follows again catches
-    /// up with what it has missed.
+    /// Sets whether the line follows changes. A line that follows again takes up what it missed.
     virtual void SetObserve(bool observe);
-    /// The same; answers whether it did before.
+    /// Does the same, and returns whether the line followed before.
     virtual bool Observe(bool observe);
     virtual void SetListId(int listId) { m_listId = listId; }
     virtual int GetListId() const { return m_listId; }
@@ -107,7 +106,7 @@ protected:
     size_t MarkCount() const { return m_marks; }
     /// An item is no longer where it was marked; the line is emptied, and all are to be marked again.
     void ForgetMark(size_t item);
-    /// The same of all items.
+    /// Does the same for all items.
     void ForgetMarks();
 
     Names::Id m_frequencyKey = Names::Unknown;

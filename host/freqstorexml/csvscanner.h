@@ -19,7 +19,7 @@ public:
     CsvScanner(QIODevice& device, const QString& name);
 
     /// Goes to the next row; false at the end. Throws RGException for what is not CSV or not UTF-8.
-    bool NextRow();
+    [[nodiscard]] bool NextRow();
     /// The cells of the row in UTF-8, without quotes; valid until the next call of NextRow().
     const std::vector<std::string_view>& Cells() const { return m_cells; }
     /// Whether a line end follows the row: only the last one may lack it.

@@ -13,18 +13,25 @@ namespace FreqStoreXml {
 /// For lists that nobody needs in memory as a whole there are the streams of liststreams.h, on which this
 /// rests. Every failure is thrown as RGException with a text "file:line: reason", so the results are true. A
 /// list that cannot be read whole is left as it was; a file that cannot be written whole is left as it was.
+///
+/// \code
+/// FreqStoreXml::FileHandling files;
+/// files.ExportFrequencyStoreList(false, path, list);
+/// FreqStoreXml::FrequencyStoreList read;
+/// files.ImportFrequencyStoreList(false, path, read);
+/// \endcode
 class FileHandling {
 public:
     /// Whether the file is a frequency-store list in XML, of a version that can be read. Looks at the root
     /// element only, so reading the rest may still fail. Never throws.
-    bool IsValidFormat(const QString& fileName) const;
+    [[nodiscard]] bool IsValidFormat(const QString& fileName) const;
     /// The same for a list of detection results.
-    bool IsDetectionResults(const QString& fileName) const;
+    [[nodiscard]] bool IsDetectionResults(const QString& fileName) const;
 
     /// Why a CSV file cannot be read as a list of frequencies, as far as its heading, its rows and its
     /// frequencies tell; empty when it can. For callers that give up their list before they read: a table of
     /// another program is refused before it costs them anything. Never throws.
-    static QString WhyNotReadable(const QString& csvFileName);
+    [[nodiscard]] static QString WhyNotReadable(const QString& csvFileName);
 
     /// Replaces the list by the file's content. Entries of a CSV file carry the columns of `type`, and the
     /// list's usage becomes that of `type`; for XML files it is what the file says.

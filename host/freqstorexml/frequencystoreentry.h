@@ -9,6 +9,12 @@ namespace FreqStoreXml {
 
 /// One frequency of a list with all that is known of it. Owned by its FrequencyStoreList or by whoever builds
 /// it.
+///
+/// \code
+/// FreqStoreXml::FrequencyStoreEntry entry;
+/// entry.SetComment(QStringLiteral("calling"));
+/// entry.GetFFM_Settings().GetFrequency().SetValue(7055000); // Hz
+/// \endcode
 class FrequencyStoreEntry final : public REPORTGENERATOR::IRGObject {
 public:
     const REPORTGENERATOR::RecordInfo& GetRecordInfo() const override;

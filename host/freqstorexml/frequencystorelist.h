@@ -5,6 +5,12 @@
 namespace FreqStoreXml {
 
 /// A list of frequencies as it stands in files and on the clipboard; owns its entries.
+///
+/// \code
+/// FreqStoreXml::FrequencyStoreList list;
+/// list.SetUsage(FreqStoreXml::FrequencyStoreList::TargetList);
+/// list.AppendFrequencyStoreEntry(entry);
+/// \endcode
 class FrequencyStoreList final : public REPORTGENERATOR::IRGObject {
 public:
     /// What the list is.

@@ -35,7 +35,7 @@ QString LoadText(const QString& name) {
 }
 
 void SaveText(const QString& name, const QString& text) {
-    SettingsFile::Write(fileName(), name, text);
+    (void)SettingsFile::Write(fileName(), name, text); // which tells its failures
 }
 
 QByteArray Load(const QString& name) {

@@ -118,7 +118,8 @@ void SortListView::FitColumns(const std::vector<int>& characters) {
 void SortListView::SetColumnWidthPersistantName(const QString& name) {
     m_persistentName = name;
     m_defaultColumns = ColumnArrangement::Of(*header());
-    ColumnArrangement::Apply(*header(), ListSettings::LoadText(name));
+    // A text that is no arrangement of these columns leaves them as they are.
+    (void)ColumnArrangement::Apply(*header(), ListSettings::LoadText(name));
     m_rememberedColumns = ColumnArrangement::Of(*header());
 }
 

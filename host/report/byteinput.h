@@ -32,10 +32,10 @@ public:
     /// The bytes read and not yet skipped; valid until More() is called.
     std::string_view Rest() const;
     /// Adds bytes behind Rest(), which may move; false at the end of the device.
-    bool More();
+    [[nodiscard]] bool More();
     void Skip(std::size_t count) { m_begin += static_cast<qsizetype>(count); }
     /// Widens Rest() to `count` bytes if the device has them.
-    bool Ensure(std::size_t count);
+    [[nodiscard]] bool Ensure(std::size_t count);
 
     /// Number of the line at which Rest() begins, from 1.
     qint64 Line() const;

@@ -13,10 +13,10 @@ namespace FileStamps {
 void NoteRead(const QString& path);
 /// Whether the file's content differs from what this process knows of it; false for a file that it never
 /// read, and for one that has gone.
-bool IsChanged(const QString& path);
+[[nodiscard]] bool IsChanged(const QString& path);
 /// Whether `copy` holds what this process knows of `path`, whatever stands there now: a writer with nothing
 /// new.
-bool IsKnown(const QString& path, const QString& copy);
+[[nodiscard]] bool IsKnown(const QString& path, const QString& copy);
 /// Notes the content of `copy`, which stands beside the file, as what this process knows of `path`.
 void NoteBeside(const QString& path, const QString& copy);
 /// Forgets all files, as a program does that begins anew within its process.
@@ -31,7 +31,7 @@ struct State {
 
     bool operator==(const State&) const = default;
     /// Nothing when there is no such file.
-    static std::optional<State> Of(const QString& path);
+    [[nodiscard]] static std::optional<State> Of(const QString& path);
 };
 
 /// One reading of a file; it begins before the file is opened. A file that changes meanwhile is told as a
@@ -45,7 +45,7 @@ public:
 
     /// To be called when all was read; notes the file as read. False when it changed meanwhile.
     bool Finish();
-    /// The same for a file that nobody writes, which is not noted.
+    /// Does the same for a file that nobody writes, and does not note it.
     bool Check();
 
 private:

@@ -53,7 +53,7 @@ void ReadOrReset(IRGObject& object, Read&& read) {
 
 void AppendList(IObjectList& target, const IObjectList& source) {
     for (qsizetype i = 0, count = source.Size(); i < count; ++i)
-        target.Append().MergeRGObject(source.At(i));
+        (void)target.Append().MergeRGObject(source.At(i)); // lists of one member are of one type
 }
 
 /// Takes over one set member; both point at the same member of two objects of one type.

@@ -21,6 +21,14 @@ namespace REPORTGENERATOR {
 /// whoever declares them, observe nothing, and cost no heap while their members are empty. Empty members are
 /// left out of every written form. Loading and saving throw RGException with a text "file:line: reason"; the
 /// forms taken from memory answer false instead and tell the logger why.
+///
+/// \code
+/// Band written;
+/// written.name = QStringLiteral("40 m");
+/// written.hertz = 7e6;
+/// Band read;
+/// const bool isRead = read.SetXmlString(written.GetXmlString()); // true
+/// \endcode
 class IRGObject {
 public:
     /// Receives the reasons of refused texts and binaries.
@@ -54,13 +62,13 @@ public:
     void Reset();
     /// Takes over the members that are set in `other`, and appends its lists. False for another record type,
     /// and then nothing is changed.
-    bool MergeRGObject(const IRGObject& other);
+    [[nodiscard]] bool MergeRGObject(const IRGObject& other);
 
     /// The record as an XML document.
     QString GetXmlString() const;
     /// Takes the record from an XML document; `validate` as SetValidate(), for this call. False when the text
     /// is no such object; the record is empty then.
-    bool SetXmlString(const QString& text, bool validate = false);
+    [[nodiscard]] bool SetXmlString(const QString& text, bool validate = false);
 
     /// Reads an XML file. Throws RGException; the record is empty then.
     void LoadXml(const QString& fileName);
@@ -77,9 +85,9 @@ public:
 
     QByteArray GetBinary() const;
     /// False when the bytes are no such object; the record is empty then.
-    bool SetBinary(const QByteArray& bytes);
+    [[nodiscard]] bool SetBinary(const QByteArray& bytes);
     QByteArray GetCompressedBinary() const;
-    bool SetCompressedBinary(const QByteArray& bytes);
+    [[nodiscard]] bool SetCompressedBinary(const QByteArray& bytes);
     /// Reads the rest of an open file that holds a binary of either kind. Throws RGException.
     void LoadBinary(QFile* file);
     /// Writes the compressed binary to an open file. Throws RGException.

@@ -13,9 +13,10 @@ class QIODevice;
 
 namespace REPORTGENERATOR {
 
-/// The way in which every list reaches the disk: a file that is written aside and takes the place of the old
-/// one when it is complete and on the disk. A link is followed: the file that it names is replaced, or made.
-/// The permissions of an old file are kept; one that holds the same bytes already is left as it is.
+/// Writes a file, whole or not at all: the bytes go to a temporary file, which replaces the old file when it
+/// is complete and on the disk. All lists are written so. A link is followed: its target is replaced, or
+/// made. The new file has the permissions of the old one. A file that holds the same bytes already is left
+/// alone.
 ///
 /// A file that this process has read (see FileStamps) and another program has changed since is kept; the new
 /// one is then written beside it, which is told. Bytes that this process has read from it, or written beside
@@ -24,6 +25,12 @@ namespace REPORTGENERATOR {
 /// All operations throw RGException "file: reason". Each failure has then been told to the operator, once:
 /// whoever catches it has only to trace it. A file that is destroyed without Commit() leaves the old one
 /// untouched.
+///
+/// \code
+/// REPORTGENERATOR::OutputFile file(path);
+/// REPORTGENERATOR::WriteBytes(file.Device(), path, "7055000\n");
+/// file.Commit(); // the old file stands until here
+/// \endcode
 class OutputFile {
 public:
     /// Refuses what is no ordinary file, such as a folder, a device or a pipe, without opening it. Files that
@@ -54,7 +61,7 @@ private:
     bool m_replaceAnyway = false;
 };
 
-/// What the last failed write of this process was, until it is forgotten.
+/// The last write of this process that failed, until `ForgetWriteFailure` is called.
 const std::optional<Problem>& LastWriteFailure();
 void ForgetWriteFailure();
 

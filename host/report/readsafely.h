@@ -8,7 +8,7 @@
 
 namespace REPORTGENERATOR {
 
-/// What became of a list whose file did not fit into memory.
+/// The state of a list after its file did not fit into memory.
 struct DroppedEntries {
     qint64 count = 0;         ///< had been read and are gone
     bool listIsEmpty = false; ///< else the list is as it was
@@ -43,7 +43,7 @@ void ReadInto(Container& entries, const QString& file, Read read) {
 /// Reads a file for the operator. False when `read` says so and, told under the reader's place, when it
 /// throws RGException or memory runs out. Then `drop` takes what was read out of the list again; some memory
 /// is kept for it.
-bool ReadSafely(TracePlace place, const QString& file, const std::function<bool()>& read,
-                const std::function<DroppedEntries()>& drop);
+[[nodiscard]] bool ReadSafely(TracePlace place, const QString& file, const std::function<bool()>& read,
+                              const std::function<DroppedEntries()>& drop);
 
 } // namespace REPORTGENERATOR

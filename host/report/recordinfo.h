@@ -87,6 +87,24 @@ struct MemberInfo {
 
 /// What is known of a record type: its element name and its members, in the order in which they are written.
 /// This table alone drives the XML, binary and CSV forms.
+///
+/// \code
+/// class Band final : public REPORTGENERATOR::IRGObject {
+/// public:
+///     const REPORTGENERATOR::RecordInfo& GetRecordInfo() const override {
+///         using namespace REPORTGENERATOR;
+///         static constexpr MemberInfo Members[] = {
+///             {"Name", Placement::Attribute, MemberAt<&Band::name>},
+///             {"Begin", Placement::Element, MemberAt<&Band::hertz>},
+///         };
+///         static constexpr RecordInfo Info{"Band", Members, true};
+///         return Info;
+///     }
+///
+///     QString name;
+///     double hertz = NoNumber;
+/// };
+/// \endcode
 struct RecordInfo {
     std::string_view name;
     std::span<const MemberInfo> members;

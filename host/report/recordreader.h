@@ -59,6 +59,6 @@ void ReadDocument(QXmlStreamReader& reader, IRGObject& root);
 void ReadDocumentFile(const QString& fileName, IRGObject& root, IObjectList* items = nullptr);
 /// Whether the file begins as a document of the root's kind and of a readable version; takes the root's
 /// attributes. Never throws.
-bool HasRoot(const QString& fileName, IRGObject& root);
+[[nodiscard]] bool HasRoot(const QString& fileName, IRGObject& root);
 
 } // namespace REPORTGENERATOR

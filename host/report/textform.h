@@ -19,10 +19,10 @@ void AppendNumber(std::string& out, double value);
 void AppendTime(std::string& out, Timestamp time);
 
 /// Blanks around a number or time are accepted; what is not finite or out of range is no number.
-std::optional<double> ParseNumber(std::string_view text);
-std::optional<int> ParseInteger(std::string_view text);
+[[nodiscard]] std::optional<double> ParseNumber(std::string_view text);
+[[nodiscard]] std::optional<int> ParseInteger(std::string_view text);
 /// ISO 8601 date and time; a time without a zone is in UTC. Digits beyond a microsecond are dropped.
-std::optional<Timestamp> ParseTime(std::string_view text);
+[[nodiscard]] std::optional<Timestamp> ParseTime(std::string_view text);
 
 /// Whether the bytes are well-formed UTF-8.
 bool IsUtf8(std::string_view bytes);
@@ -61,6 +61,6 @@ void ClearMember(const MemberPtr& member);
 void AppendMember(std::string& out, const MemberPtr& member, const EscapeTable& escapes);
 /// Sets a scalar member from well-formed UTF-8; an empty text leaves a number or time empty. Returns what
 /// the text is not, for example "a number", or null when all is well.
-const char* AssignMember(const MemberPtr& member, std::string_view text, TextCache& cache);
+[[nodiscard]] const char* AssignMember(const MemberPtr& member, std::string_view text, TextCache& cache);
 
 } // namespace REPORTGENERATOR

@@ -113,7 +113,7 @@ std::string_view XmlScanner::Piece(std::string_view terminator, std::size_t from
 
 /// Reads the markup at hand; false when it is of no interest to the caller.
 bool XmlScanner::Markup() {
-    m_input.Ensure(CDataStart.size());
+    (void)m_input.Ensure(CDataStart.size()); // shorter markup is complete without
     const std::string_view rest = m_input.Rest();
     if (rest.starts_with("</")) {
         ReadEndTag();

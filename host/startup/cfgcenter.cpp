@@ -31,12 +31,11 @@ public:
         return defaultValue && !QStringList{"false", "no", "off", "0"}.contains(text);
     }
     int GetInt(const QString& key, int defaultValue) const override {
-        int number = defaultValue;
-        Quor::ParseInt(GetString(key, QString()), number);
-        return number;
+        int number = 0;
+        return Quor::ParseInt(GetString(key, QString()), number) ? number : defaultValue;
     }
     void SetString(const QString& key, const QString& text) override {
-        SettingsFile::Write(fileName(), partKey(key), text);
+        (void)SettingsFile::Write(fileName(), partKey(key), text); // which tells its failures
     }
     void SetBool(const QString& key, bool on) override {
         SetString(key, on ? QStringLiteral("true") : QStringLiteral("false"));

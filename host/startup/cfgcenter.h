@@ -8,7 +8,7 @@
 /// whole.
 class ICfg {
 public:
-    /// Who asks: the application at its start or its end, the administrator's settings, a plug-in's own.
+    /// The user of the settings: the application at its end or its start, the administrator, or a plug-in.
     enum View : int { Shutdown = 0, StartUp = 1, Administration = 2, PlugIn = 4 };
 
     virtual ~ICfg() = default;
@@ -25,9 +25,16 @@ public:
 };
 
 /// The configuration service: INI files in one directory.
+///
+/// \code
+/// const QString section = QStringLiteral("Bookmarks");
+/// const std::unique_ptr<ICfg> settings(CfgCenter::CreateCfg(section, ICfg::PlugIn, QString()));
+/// settings->SetBool(QStringLiteral("AskBeforeDelete"), true);
+/// const bool asks = settings->GetBool(QStringLiteral("AskBeforeDelete"), false); // true
+/// \endcode
 class CfgCenter {
 public:
-    /// Where the files lie; the XDG configuration directory of the application until this is called.
+    /// Sets the directory of the files; it is the XDG configuration directory of the application until then.
     static void SetDirectory(const QString& directory);
     static QString GetDirectory();
 
@@ -36,5 +43,5 @@ public:
     static ICfg& GetAdminCfg(ICfg::View view);
     /// The settings of a section of their own ("FrequencyStore"), owned by the caller; `part` names a group
     /// of them, empty for the section's general ones. A group falls back on the general settings.
-    static ICfg* CreateCfg(const QString& section, ICfg::View view, const QString& part);
+    [[nodiscard]] static ICfg* CreateCfg(const QString& section, ICfg::View view, const QString& part);
 };

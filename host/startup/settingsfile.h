@@ -10,6 +10,6 @@ namespace SettingsFile {
 /// All settings by "section/key", or by "key" alone above all sections; none when there is no such file.
 QVariantMap Read(const QString& path);
 /// Sets one, in a file and a folder that are made when they are missing. False, told, when that cannot be.
-bool Write(const QString& path, const QString& key, const QVariant& value);
+[[nodiscard]] bool Write(const QString& path, const QString& key, const QVariant& value);
 
 } // namespace SettingsFile

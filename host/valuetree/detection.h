@@ -123,7 +123,7 @@ struct RecordListTraits {
     using Container = std::list<Record>;
     static constexpr ValueType Type = Tag;
     static QString ToText(const Container& list) { return QString::number(list.size()); }
-    static bool FromText(const QString&, Container&) { return false; }
+    [[nodiscard]] static bool FromText(const QString&, Container&) { return false; }
 };
 
 } // namespace Detail

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-/// What hangs in the tree, as others see it.
+/// An item of the tree: a node or a value.
 class ITreeItem : public IDeleteSubject {
 public:
     virtual Node* GetParentNode() const = 0;
@@ -32,10 +32,10 @@ public:
     /// the name as its segment, later ones of the same name have "#2", "#3", ... behind it, counted over the
     /// life of the parent and never given twice.
     QString GetPathName() const override;
-    /// The same, but "" for the root, so that "/" and a name can be appended to any of them.
+    /// The path as above, but "" for the root: "/" and a name can follow it.
     QString GetPathName_NoSlashForRoot() const;
 
-    /// Tells the observers to look again: what was gathered by others takes effect now.
+    /// Tells the observers to look again.
     void Commit(IObserver* originator = nullptr);
     void NotifyObservers(TChangeCode code, IObserver* causer = nullptr) override {
         Observable::NotifyObservers(code, causer);
@@ -77,6 +77,14 @@ struct ValueDescriptor {
 ///
 /// When a node ends, its observers get code 18 and those that are then still registered code 2; then each of
 /// its values turns to state "removing" and its observers get code 2; then the sub-nodes follow, likewise.
+///
+/// \code
+/// auto* entry = new Node(list, QStringLiteral("Bookmark"));
+/// list->AddItemUnique(entry); // the list owns the entry now
+/// entry->CreateValue(QStringLiteral("comment"), Value<QString>());
+/// auto* comment = entry->FindOwn<Value<QString>>(Names::Intern(QStringLiteral("comment")));
+/// comment->SetValue(QStringLiteral("calling"));
+/// \endcode
 class Node : public TreeItem {
 public:
     /// Makes a node that is to be attached to `parent` with `AddItemUnique` or `AddNode`; until then the
@@ -88,9 +96,9 @@ public:
     static void operator delete(Node* node, std::destroying_delete_t);
 
     /// Makes an entry that can be filled from a shape; like any new node it is to be attached to `parent`.
-    static Node* NewEntry(Node* parent, Names::Id name, const Shape& shape);
-    /// Makes all values of the entry's shape, with empty content. False, and nothing is made, when the entry
-    /// has none, or somebody was quicker and gave it values, or values are not to be destroyed with it.
+    [[nodiscard]] static Node* NewEntry(Node* parent, Names::Id name, const Shape& shape);
+    /// Makes all values of the entry's shape, with empty content. False, with nothing made, when the entry
+    /// has no shape, has values already, or does not own its values.
     bool FillFromShape();
     /// A value of an entry that was filled, by its place among the fields; V is the field's type.
     template <typename V>
@@ -116,11 +124,11 @@ public:
     /// node created by its path is found by that path, also when another one was there before.
     bool AddNode(const QString& path);
     /// Attaches `child` under `name`; false, and the caller keeps it, when a child of that segment exists.
-    bool AddNode(const QString& name, Node* child);
+    [[nodiscard]] bool AddNode(const QString& name, Node* child);
     /// Attaches a value and takes ownership; false, and the caller keeps it, when a value of that name
     /// exists.
-    bool AddValue(const QString& name, ValueBase* value);
-    bool AddValue(Names::Id name, ValueBase* value);
+    [[nodiscard]] bool AddValue(const QString& name, ValueBase* value);
+    [[nodiscard]] bool AddValue(Names::Id name, ValueBase* value);
     /// Creates a value of the prototype's type, limits and content; null when the name is taken.
     ValueBase* CreateValue(const QString& name, const ValueBase& prototype);
 
@@ -147,7 +155,7 @@ public:
     /// Sub-nodes in order of attachment.
     size_t ChildCount() const;
     std::vector<Node*> Children() const;
-    /// The sub-nodes attached after `serial`, in order, and moves `serial` on; start with 0 for all.
+    /// Returns the sub-nodes attached after `serial`, in order, and moves `serial` on. 0 gives all of them.
     std::vector<Node*> ChildrenSince(quint32& serial) const;
     /// The place of this node in the order of attachment to its parent, counted from 1 over the parent's
     /// life.
@@ -176,8 +184,8 @@ public:
     ValueBase* FirstValue() const;
     static ValueBase* NextValue(const ValueBase* value);
 
-    /// Whether values attached later (or all values) are destroyed with the node. A value that is not goes
-    /// free when the node ends, and is its maker's again.
+    /// Sets whether values attached from now on (or all values) are destroyed with the node. Any other value
+    /// stays when the node ends, and belongs to its maker again.
     void SetAutoDeleteAtAddValue(bool on) { m_autoDeleteAtAdd = on; }
     void SetAllValuesAutoDelete(bool on);
 

@@ -5,6 +5,13 @@
 
 /// The process-wide tree through which values and nodes are found by absolute path. Created on first use and
 /// never destroyed: components may end in any order, also after it is no longer needed.
+///
+/// \code
+/// Tree::Instance()->MakeNode(QStringLiteral("/Bookmarks"));
+/// auto* count = GetOrCreateValue<Value<int>>(QStringLiteral("/Bookmarks/count"));
+/// count->SetValue(3);
+/// const auto* found = Tree::Instance()->Find<Value<int>>(QStringLiteral("/Bookmarks/count")); // count
+/// \endcode
 class Tree {
 public:
     static Tree* Instance();
@@ -20,7 +27,7 @@ public:
     }
     /// Attaches a value under the node at `parentPath` and takes ownership; false, and the caller keeps it,
     /// when there is no such node or the node has a value of the value's name.
-    bool AddValue(const QString& parentPath, ValueBase* value);
+    [[nodiscard]] bool AddValue(const QString& parentPath, ValueBase* value);
     /// Creates the nodes that are missing on the path and returns the last one.
     Node* MakeNode(const QString& path);
 
@@ -32,7 +39,7 @@ private:
 
 namespace Detail {
 
-/// Keeps a value that the tree refused, so that its user may go on using it, and traces its path.
+/// Keeps a value that the tree refuses, so that its user can go on using it, and traces its path.
 void ParkRefusedValue(ValueBase* value, const QString& path);
 
 } // namespace Detail

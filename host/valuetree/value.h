@@ -20,7 +20,7 @@ struct ValueText<QString> {
     static constexpr ValueType Type = ValueType::Text;
     static constexpr const char* Name = "text";
     static QString ToText(const QString& value) { return value; }
-    static bool FromText(const QString& text, QString& value) {
+    [[nodiscard]] static bool FromText(const QString& text, QString& value) {
         value = text;
         return true;
     }
@@ -32,7 +32,7 @@ struct ValueText<bool> {
     static constexpr const char* Name = "bool";
     static QString ToText(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
     /// Takes "true" and "1", "false" and "0".
-    static bool FromText(const QString& text, bool& value);
+    [[nodiscard]] static bool FromText(const QString& text, bool& value);
 };
 
 template <>
@@ -40,7 +40,7 @@ struct ValueText<char> {
     static constexpr ValueType Type = ValueType::Char;
     static constexpr const char* Name = "char";
     static QString ToText(char value) { return QString::number(static_cast<signed char>(value)); }
-    static bool FromText(const QString& text, char& value);
+    [[nodiscard]] static bool FromText(const QString& text, char& value);
 };
 
 template <>
@@ -49,7 +49,9 @@ struct ValueText<int> {
     static constexpr ValueType NumericType = ValueType::NumericInt;
     static constexpr const char* Name = "int";
     static QString ToText(int value) { return QString::number(value); }
-    static bool FromText(const QString& text, int& value) { return Quor::ParseInt(text, value); }
+    [[nodiscard]] static bool FromText(const QString& text, int& value) {
+        return Quor::ParseInt(text, value);
+    }
 };
 
 template <>
@@ -58,7 +60,9 @@ struct ValueText<qint64> {
     static constexpr ValueType NumericType = ValueType::NumericInt64;
     static constexpr const char* Name = "int64";
     static QString ToText(qint64 value) { return QString::number(value); }
-    static bool FromText(const QString& text, qint64& value) { return Quor::ParseInt(text, value); }
+    [[nodiscard]] static bool FromText(const QString& text, qint64& value) {
+        return Quor::ParseInt(text, value);
+    }
 };
 
 template <>
@@ -67,7 +71,9 @@ struct ValueText<double> {
     static constexpr ValueType NumericType = ValueType::NumericDouble;
     static constexpr const char* Name = "double";
     static QString ToText(double value) { return Quor::ToShortest(value); }
-    static bool FromText(const QString& text, double& value) { return Quor::ParseDouble(text, value); }
+    [[nodiscard]] static bool FromText(const QString& text, double& value) {
+        return Quor::ParseDouble(text, value);
+    }
 };
 
 /// The value as type V, or null when it is null or of another type.
@@ -157,7 +163,7 @@ public:
         return same && same->GetValue() == this->GetValue();
     }
     QString GetTypeName() const override { return QString::fromLatin1(ValueText<T>::Name); }
-    Value* Clone() const override {
+    [[nodiscard]] Value* Clone() const override {
         auto* copy = new Value;
         copy->SetValue(this->GetValue());
         return copy;
@@ -182,7 +188,7 @@ protected:
     using ValueBase::ValueBase;
 };
 
-/// Whether the value is a number with limits, and as such; null otherwise.
+/// The value as a number with limits; null when it is something else.
 inline IValueNumeric* numeric_cast(ValueBase* value) {
     const bool numeric =
         value && (value->GetType() == ValueType::NumericInt || value->GetType() == ValueType::NumericInt64 ||
@@ -205,6 +211,14 @@ T ClampedFromDouble(double value) {
     }
 }
 
+/// A number of type T with limits and step.
+///
+/// \code
+/// ValueNumeric<double> frequency;
+/// frequency.SetMinMax(9e3, 30e6, 1);
+/// frequency.SetStringValue(QStringLiteral("7055000"));
+/// const double hertz = frequency.GetValue(); // 7055000
+/// \endcode
 template <typename T>
 class ValueNumeric : public Detail::ContentOf<T, IValueNumeric> {
 public:
@@ -260,7 +274,7 @@ public:
     QString GetTypeName() const override {
         return QStringLiteral("numeric ") + QString::fromLatin1(ValueText<T>::Name);
     }
-    ValueNumeric* Clone() const override {
+    [[nodiscard]] ValueNumeric* Clone() const override {
         auto* copy = new ValueNumeric;
         copy->CopyNumeric(*this);
         return copy;
@@ -278,7 +292,7 @@ struct ValueListTraits<double> {
     static constexpr const char* Name = "double list";
     /// Elements in shortest form, separated by ";".
     static QString ToText(const Container& list);
-    static bool FromText(const QString& text, Container& list);
+    [[nodiscard]] static bool FromText(const QString& text, Container& list);
 };
 
 /// An ordered list of numbers or records. It keeps a short memory of what changed, so that a reader that has
@@ -320,8 +334,8 @@ public:
                       std::make_move_iterator(elements.end()));
         HasChanged(TChangeCode::ValueChanged, originator);
     }
-    /// Changes a record of the list, which is the one at `place`, where it is. Whoever changes some tells the
-    /// observers by `HasChanged` at the end.
+    /// Changes the record `element`, which stands at `place`. The caller calls `HasChanged` after the last
+    /// change.
     template <typename Change>
     requires std::is_same_v<Container, std::list<T>>
     void Edit(quint64 place, const T& element, Change change) {
@@ -339,8 +353,8 @@ public:
         m_list.clear();
         HasChanged(TChangeCode::ValueChanged, originator);
     }
-    /// Direct access to the elements; whoever changes them calls `HasChanged` afterwards. Readers then take
-    /// the whole list for changed, so the access is good for one change: take it anew for the next.
+    /// Direct access to the elements. The caller calls `HasChanged` after a change, and readers then read the
+    /// whole list again. Ask for the list anew before each change.
     Container& GetList() {
         rewrite();
         return m_list;
@@ -351,7 +365,7 @@ public:
     Seen SeenNow() const { return {m_rewrites, m_firstEdit + m_edits.size(), m_list.size()}; }
     /// Whether what has changed since `seen` is known: then `edited` are the elements that changed in place
     /// (some more than once, some maybe new), and those from `seen.size` on are new.
-    bool ChangesSince(const Seen& seen, std::vector<Edited>& edited) const {
+    [[nodiscard]] bool ChangesSince(const Seen& seen, std::vector<Edited>& edited) const {
         if (seen.rewrites != m_rewrites || seen.edits < m_firstEdit || seen.size == 0 ||
             seen.size > m_list.size())
             return false;
@@ -381,7 +395,7 @@ public:
         return same && same->m_list == m_list;
     }
     QString GetTypeName() const override { return QString::fromLatin1(Traits::Name); }
-    ValueList* Clone() const override {
+    [[nodiscard]] ValueList* Clone() const override {
         auto* copy = new ValueList;
         copy->m_list = m_list;
         return copy;

@@ -49,7 +49,7 @@ constexpr ValueTypes TypesOf(Type... types) {
     return (... | (ValueTypes(1) << static_cast<int>(types)));
 }
 
-/// Something whose changes can be gathered into one notification.
+/// A subject that can gather several changes into one notification.
 class ISupportTransaction : public IDeleteSubject {
 public:
     virtual void StartTransaction(IObserver* originator = nullptr) = 0;
@@ -57,7 +57,7 @@ public:
     virtual bool IsTransactionActive() const = 0;
 };
 
-/// What every value offers whatever its type.
+/// The interface of all values, whatever their type.
 class IValue : public ISupportTransaction {
 public:
     virtual QString GetStringValue() const = 0;
@@ -128,7 +128,7 @@ public:
     ValueType GetType() const { return static_cast<ValueType>(m_type); }
     virtual QString GetTypeName() const = 0;
     /// A free value of the same type, limits, items and content; the caller owns it.
-    virtual ValueBase* Clone() const = 0;
+    [[nodiscard]] virtual ValueBase* Clone() const = 0;
 
 protected:
     explicit ValueBase(ValueType type) : m_type(static_cast<quint8>(type) & 15) {

@@ -8,6 +8,18 @@ using ValuePtr = WeakRef<T>;
 
 /// A pointer to a value that also registers its owner as an observer of the value while it holds it, and lets
 /// go of it when the value is deleted. The owner outlives the pointer (it is usually a member of the owner).
+///
+/// \code
+/// class LevelMeter : public IObserver {
+/// public:
+///     explicit LevelMeter(Value<int>* level) { m_level.Reset(level); }
+///     void Update(Observable* subject, TChangeCode code) override { m_level.ForgetIfRemoved(subject, code);
+///     } int Level() const { return m_level ? m_level->GetValue() : 0; }
+///
+/// private:
+///     ValueObservingPtr<Value<int>> m_level{this};
+/// };
+/// \endcode
 template <typename T>
 class ValueObservingPtr {
 public:

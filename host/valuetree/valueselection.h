@@ -26,6 +26,14 @@ private:
 
 /// A value whose content is one item chosen from a list. The first item that is added becomes the chosen one.
 /// Without items nothing is chosen: null item, empty text, index and key -1, number 0.
+///
+/// \code
+/// ValueSelection mode;
+/// mode.AddItem(QStringLiteral("AM"), 0, 10);
+/// mode.AddItem(QStringLiteral("USB"), 0, 20);
+/// mode.Select(QStringLiteral("USB"));
+/// const long key = mode.GetCurrentKey(); // 20
+/// \endcode
 class ValueSelection : public ValueBase {
 public:
     static constexpr ValueType Type = ValueType::Selection;
@@ -79,7 +87,7 @@ public:
     void Assign(const ValueBase& other) override;
     bool Compare(const ValueBase* other) const override;
     QString GetTypeName() const override { return QStringLiteral("selection"); }
-    ValueSelection* Clone() const override;
+    [[nodiscard]] ValueSelection* Clone() const override;
 
 private:
     template <typename Matches>

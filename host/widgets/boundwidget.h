@@ -2,8 +2,18 @@
 
 #include "host/valuetree/valueptr.h"
 
-/// What the value-bound widgets have in common: the widget shows its value, follows its changes, and lets go
-/// of it when it is removed. It owns no value. V is the value's class.
+/// The common part of widgets that show a value. The widget follows the changes of its value, and lets go of
+/// it when it is removed. It does not own it. V is the class of the value.
+///
+/// \code
+/// class LevelLabel : public QLabel, private BoundWidget<Value<int>> {
+/// public:
+///     void SetLevel(Value<int>* level) { bind(level); }
+///
+/// private:
+///     void showValue() override { setText(m_value ? m_value->GetStringValue() : QString()); }
+/// };
+/// \endcode
 template <typename V>
 class BoundWidget : public IObserver {
 public:

@@ -2,14 +2,14 @@
 
 #include <QString>
 
-/// A widget that holds what the operator enters until it is taken. It has a signal `errorChanged(QString)`:
-/// the entry became wrong, wrong in another way, or right again (empty text).
+/// A field that keeps what the operator enters until `Commit`. Its signal `errorChanged(QString)` tells what
+/// is wrong with the entry; an empty text says that it is right again.
 class IEntryField {
 public:
     virtual ~IEntryField() = default;
 
     /// Writes the entry, if there is one; false when it is not acceptable, and stays in the field.
-    virtual bool Commit() = 0;
+    [[nodiscard]] virtual bool Commit() = 0;
     /// What is wrong with the entry; empty when nothing is.
     virtual const QString& ErrorText() const = 0;
     /// Brings a wrong entry to the operator's eyes, ready to be typed over.

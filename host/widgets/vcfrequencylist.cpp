@@ -113,7 +113,7 @@ void VCFrequencyList::setError(const QString& error) {
 
 void VCFrequencyList::focusOutEvent(QFocusEvent* event) {
     QPlainTextEdit::focusOutEvent(event);
-    Commit();
+    (void)Commit(); // a wrong entry stays, and the field says so
 }
 
 void VCFrequencyList::keyPressEvent(QKeyEvent* event) {

@@ -21,7 +21,7 @@ public:
     /// content the unit of entries that name none.
     void SetValueList(ValueList<double>* list, ValueNumeric<double>* reference);
 
-    bool Commit() override;
+    [[nodiscard]] bool Commit() override;
     const QString& ErrorText() const override { return m_error; }
     void ShowError() override;
     QSize sizeHint() const override;

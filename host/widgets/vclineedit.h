@@ -22,7 +22,7 @@ public:
 
     /// Shows that value from now on; null lets go of the one before. An unfinished entry is dropped.
     void SetValueBase(ValueBase* value);
-    bool Commit() override;
+    [[nodiscard]] bool Commit() override;
     const QString& ErrorText() const override { return m_error; }
     void ShowError() override;
     /// The limits of the value as the field shows numbers; empty when there are none.

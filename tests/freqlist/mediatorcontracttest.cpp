@@ -84,9 +84,9 @@ protected:
         list->AddItemUnique(entry);
         auto* frequency = new ValueNumeric<double>;
         frequency->SetValue(hertz);
-        entry->AddValue(Q("frequency"), frequency);
-        entry->AddValue(Q("comment"), new Value<QString>);
-        entry->AddValue(Q("count"), new ValueNumeric<int>);
+        EXPECT_TRUE(entry->AddValue(Q("frequency"), frequency));
+        EXPECT_TRUE(entry->AddValue(Q("comment"), new Value<QString>));
+        EXPECT_TRUE(entry->AddValue(Q("count"), new ValueNumeric<int>));
         return entry;
     }
     static ValueBase* Of(Node* entry, const char* name) {
@@ -142,7 +142,7 @@ TEST_P(MediatorContract, ValuesAreBoundWhenTheNodeSpeaksAndForgottenWhenTheyGo) 
     auto* mediator = static_cast<OwnMediator*>(own.At(0));
     double hertz = -1;
     EXPECT_FALSE(mediator->GetBandwidth(hertz, 0));
-    entry->AddValue(Q("bandwidth"), new ValueNumeric<double>);
+    EXPECT_TRUE(entry->AddValue(Q("bandwidth"), new ValueNumeric<double>));
     EXPECT_FALSE(mediator->GetBandwidth(hertz, 0)) << "nobody has told of it yet";
     entry->Commit();
     EXPECT_TRUE(mediator->GetBandwidth(hertz, 0));

@@ -30,7 +30,7 @@ protected:
     static void add(Node* entry, const char* name, const T& content) {
         auto* value = new V;
         value->SetValue(content);
-        entry->AddValue(name, value);
+        EXPECT_TRUE(entry->AddValue(name, value));
     }
     Node* add(double hertz, double bandwidth, char type) {
         auto* entry = new Node(list, QStringLiteral("Entry"));

@@ -203,13 +203,13 @@ TEST_F(TreeTest, TextDumpReadsBack) {
     AddNumber(m_list, QStringLiteral("frequency"), 7055000.5);
     auto* text = new Value<QString>;
     text->SetValue(QStringLiteral("one\ntwo\\three = :"));
-    m_list->AddValue(QStringLiteral("comment"), text);
+    EXPECT_TRUE(m_list->AddValue(QStringLiteral("comment"), text));
     Node* entry = AddEntry();
     AddEntry();
     auto* selection = new ValueSelection;
     selection->AddItems({QStringLiteral("AM"), QStringLiteral("USB")});
     selection->Select(QStringLiteral("USB"));
-    entry->AddValue(QStringLiteral("demodulation"), selection);
+    EXPECT_TRUE(entry->AddValue(QStringLiteral("demodulation"), selection));
     const std::string dump = m_list->GetAsStdString();
 
     Node* copy = Tree::Instance()->MakeNode(QStringLiteral("/Test/Copy"));
@@ -227,7 +227,7 @@ TEST_F(TreeTest, TextDumpReadsBack) {
 
 TEST_F(TreeTest, RefusedValuesAreUsableAndTraced) {
     auto* text = new Value<QString>;
-    m_list->AddValue(QStringLiteral("frequency"), text);
+    EXPECT_TRUE(m_list->AddValue(QStringLiteral("frequency"), text));
     Traces traces;
     auto* clash =
         GetOrCreateValue<ValueNumeric<double>>(m_list->GetPathName() + QStringLiteral("/frequency"));

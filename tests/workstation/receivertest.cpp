@@ -43,7 +43,7 @@ public:
         if constexpr (std::is_same_v<V, ValueSelection>)
             value->AddItem(text, 0, 0);
         value->SetStringValue(text);
-        m_node->AddValue(key, value);
+        EXPECT_TRUE(m_node->AddValue(key, value));
         return *this;
     }
     Entry& At(double hertz) {

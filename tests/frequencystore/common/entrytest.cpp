@@ -368,10 +368,10 @@ TEST_F(EntryTest, SettersAppendWhatASelectionLacks) {
     Node* node = NewNode();
     auto* demodulation = new ValueSelection;
     demodulation->AddItems({Q("AM"), Q("FM")});
-    node->AddValue(Q("demodulation"), demodulation);
+    EXPECT_TRUE(node->AddValue(Q("demodulation"), demodulation));
     auto* bandwidth = new ValueSelection;
     bandwidth->AddItem(Q("6 kHz"), 6000, 1);
-    node->AddValue(Q("bandwidthsel"), bandwidth);
+    EXPECT_TRUE(node->AddValue(Q("bandwidthsel"), bandwidth));
     SimpleFrequency entry(node, false, nullptr);
     entry.SetDemodulation(Q("FM"));
     EXPECT_EQ(demodulation->GetItemCount(), 2);
@@ -392,7 +392,7 @@ TEST_F(EntryTest, ARefusedValueIsUsableAndTraced) {
     Node* node = NewNode();
     auto* clash = new Value<QString>;
     clash->SetValue(Q("mine"));
-    node->AddValue(Q("priority"), clash);
+    EXPECT_TRUE(node->AddValue(Q("priority"), clash));
     Traces traces;
     WkfListEntry entry(node, true, nullptr);
     ASSERT_EQ(traces.texts.size(), 1);

@@ -46,7 +46,7 @@ protected:
     V* Bind(unsigned id) {
         auto* value = new V;
         const QString name = QString::number(id);
-        m_receiver->AddValue(name, value);
+        EXPECT_TRUE(m_receiver->AddValue(name, value));
         m_template.AddSourceValue(id, Q("/Receiver/") + name);
         return value;
     }

@@ -81,7 +81,7 @@ TEST_F(SearchMCDataTest, AttachingTakesOnlyWhatIsThereWithItsType) {
     AddResult(7e6, 3000, "LOCKED", 5, 50);
     Node* node = Entry(0);
     node->DeleteValue(Q("confidence"));
-    node->AddValue(Q("confidence"), new Value<QString>);
+    EXPECT_TRUE(node->AddValue(Q("confidence"), new Value<QString>));
     SearchMCDataResult result(node, false, nullptr);
     EXPECT_EQ(result.GetConfidence(), nullptr);
     result.SetConfidence(80);

@@ -494,7 +494,7 @@ TEST_F(TargetListTest, TargetsReadAtOnceAreThoseMadeValueByValue) {
     Recorder meddler; // which makes a value of each target that comes, before the reader does
     meddler.onUpdate = [&](Observable*, TChangeCode code) {
         if (code == TChangeCode::ChildrenChanged)
-            m_list->LastChild()->AddValue(Keys::KeyFrequency, new ValueNumeric<double>);
+            EXPECT_TRUE(m_list->LastChild()->AddValue(Keys::KeyFrequency, new ValueNumeric<double>));
     };
     m_list->AddObserver(&meddler);
     add();
