@@ -12,6 +12,6 @@ namespace ColumnArrangement {
 QString Of(QHeaderView& header);
 /// False, and nothing changes, when the text does not name each column once, shows none, or has a width that
 /// no column has.
-[[nodiscard]] bool Apply(QHeaderView& header, const QString& text);
+bool Apply(QHeaderView& header, const QString& text);
 
 } // namespace ColumnArrangement

@@ -118,8 +118,7 @@ void SortListView::FitColumns(const std::vector<int>& characters) {
 void SortListView::SetColumnWidthPersistantName(const QString& name) {
     m_persistentName = name;
     m_defaultColumns = ColumnArrangement::Of(*header());
-    // A text that is no arrangement of these columns leaves them as they are.
-    (void)ColumnArrangement::Apply(*header(), ListSettings::LoadText(name));
+    ColumnArrangement::Apply(*header(), ListSettings::LoadText(name));
     m_rememberedColumns = ColumnArrangement::Of(*header());
 }
 

@@ -64,7 +64,9 @@ struct Merging {
     void operator()(T* target) const {
         *target = *std::get<T*>(source);
     }
-    void operator()(IRGObject* target) const { target->MergeRGObject(*std::get<IRGObject*>(source)); }
+    void operator()(IRGObject* target) const {
+        (void)target->MergeRGObject(*std::get<IRGObject*>(source)); // one member is of one type
+    }
     void operator()(IObjectList* target) const { AppendList(*target, *std::get<IObjectList*>(source)); }
 };
 
