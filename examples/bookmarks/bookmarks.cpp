@@ -42,12 +42,13 @@ int listId = 0;
 
 void addBookmark(Node& list, double hertz, const char* name) {
     auto* entry = new Node(&list, QStringLiteral("Bookmark"));
+    // AddValue refuses a name that the node has already; this one is new.
     auto* frequency = new ValueNumeric<double>;
     frequency->SetValue(hertz);
-    entry->AddValue(FreqList::KeyFrequency, frequency);
+    (void)entry->AddValue(FreqList::KeyFrequency, frequency);
     auto* comment = new Value<QString>;
     comment->SetValue(QString::fromUtf8(name));
-    entry->AddValue(FreqList::KeyComment, comment);
+    (void)entry->AddValue(FreqList::KeyComment, comment);
     list.AddItemUnique(entry); // attached last: the mediator finds all values at once
 }
 

@@ -13,7 +13,7 @@ public:
 
     double GetLongitude() const { return m_longitude; }
     double GetLatitude() const { return m_latitude; }
-    /// The position in a format; "---" for a position that is none or that the grid does not cover.
+    /// The position in a format; "---" for an invalid position, and for one outside the grid.
     QString GetString(CoordFormat format) const;
 
 private:

@@ -16,7 +16,7 @@ public:
     QString toString(qint64 timeZone) const;
     QString toString(const QString& format, qint64 timeZone) const;
 
-    /// Selects the zone of the machine; far outside any offset.
+    /// Stands for the zone of the machine; no offset has this value.
     static const qint64 Local_TimeZone;
 
 private:

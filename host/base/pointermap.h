@@ -4,8 +4,8 @@
 
 #include <vector>
 
-/// A small map from addresses to words, for what few objects of very many have: one probe where it is asked,
-/// sixteen bytes a place. A word is never 0. GUI thread only.
+/// A small map from addresses to words, for data that few of very many objects have. A look-up mostly costs
+/// one probe, and a place sixteen bytes. A word is never 0. GUI thread only.
 class PointerMap {
 public:
     /// The word of an address; 0 when it has none.

@@ -6,9 +6,10 @@
 
 #include <vector>
 
-/// Keeps problems of one kind from flooding the operator. Of those of a file whose reasons differ only in
-/// numbers and in what they quote, the first few are told at once. The others are held back, and `Flush`
-/// tells them as one: "file:line: reason (and 72 more like it, to line 812)", with the first of them.
+/// Keeps many problems of one kind from flooding the operator. Problems are of one kind when they are of one
+/// file and their reasons differ only in numbers and quoted texts. The first few are told at once. The others
+/// are held back, and `Flush` tells them as one: "file:line: reason (and 72 more like it, to line 812)", with
+/// the first of them.
 ///
 /// Problems that name no file of their own, as those of exceptions, are always told at once.
 class ProblemDigest {

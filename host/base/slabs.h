@@ -3,8 +3,8 @@
 #include <cstddef>
 
 /// Memory for very many small pieces that live long: entries of lists and their mediators. Pieces of one size
-/// lie close together in large regions, which the system may back with large pages; a region whose pieces are
-/// all free is given back, but for the last one of a size. GUI thread only.
+/// lie side by side in large regions, for which the system can use large pages. A region without a used piece
+/// is given back, except the last one of a size. GUI thread only.
 namespace Slabs {
 
 /// Larger pieces come from the ordinary heap.

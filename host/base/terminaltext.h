@@ -15,6 +15,6 @@ QString VisibleText(const QString& text);
 /// The text in UTF-8, whatever the locale: visible where the stream is a terminal, as it is elsewhere.
 QByteArray TextFor(FILE* stream, const QString& text);
 
-/// Why the arguments of a program are refused: the first that is not UTF-8, with its bad bytes as "\x" and
-/// two digits. Empty when all are. Such a name of a file would silently become another one.
+/// Why the arguments of a program are refused: names the first one that is not UTF-8, with its bad bytes as
+/// "\x" and two digits. Empty when all are UTF-8. Qt would turn such a file name into another one.
 QString RefuseArguments(int argc, const char* const* argv);

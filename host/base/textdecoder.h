@@ -11,8 +11,8 @@
 /// How a file of text spells its characters.
 enum class TextEncoding : quint8 { Utf8, Utf16LE, Utf16BE, Utf32LE, Utf32BE, Windows1252 };
 
-/// What the bytes of a file are, as a look at them tells: the encoding is that of a byte-order mark; without
-/// one it is UTF-16 where zero bytes show it, UTF-8 where the whole file is that, and Windows-1252 else.
+/// The kind of text in a file. A byte-order mark tells the encoding; without one it is UTF-16 if zero bytes
+/// show it, UTF-8 if the whole file is UTF-8, and otherwise Windows-1252.
 struct TextForm {
     TextEncoding encoding = TextEncoding::Utf8;
     qint64 markSize = 0;    ///< bytes of the byte-order mark, of which there may be several
@@ -21,12 +21,12 @@ struct TextForm {
     qint64 refusalLine = 0; ///< where it shows that this is no text; 0 when it does nowhere
     QString refusal;        ///< why this is no text; empty when it is
 
-    /// What is to be told of a file that is not UTF-8 and has no mark; empty for all others.
+    /// The remark for the operator on a file that is not UTF-8 and has no mark; empty for any other file.
     QString Remark() const;
 };
 
-/// Looks at a device from its beginning to its end, or at its head only where that tells, and leaves it
-/// behind the mark. Of a device that cannot go back only the head is looked at.
+/// Looks at a device from beginning to end, or only at its head if that tells enough, and leaves it behind
+/// the mark. Only the head of a sequential device is looked at.
 TextForm LookAtText(QIODevice& device);
 
 /// Number of the bytes at the beginning that are well-formed UTF-8.

@@ -6,7 +6,7 @@
 #include <span>
 
 /// The values of an entry that its mediator has bound, by number. Values of the entry's shape are kept as
-/// their places in the entry's block, one byte each; with the first other one, pointers take over.
+/// places in the entry's block, one byte each. Once another value is bound, all are kept as pointers.
 class BoundValues {
 public:
     static constexpr size_t Count = 12;

@@ -23,10 +23,10 @@ public:
     /// Whether texts have an apostrophe before what would be a formula.
     bool IsGuarded() const { return m_isGuarded; }
 
-    /// Takes note of the frequency of the row at hand.
+    /// Notes the frequency of the current row.
     void Note(double frequency, const CsvScanner& scanner);
-    /// Throws RGException at the end of the file when its frequencies are no hertz: columns are there that no
-    /// list of ours has, and all numbers are small and some broken.
+    /// Throws RGException when the frequencies of the file cannot be in hertz: it has columns that no list of
+    /// ours has, all its numbers are small, and some have decimals. Call it at the end of the file.
     void CheckFrequencies(const QString& fileName) const;
 
 private:

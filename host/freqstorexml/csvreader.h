@@ -15,7 +15,7 @@ namespace FreqStoreXml {
 void ReadCsvRecords(QIODevice& device, const QString& name, const CsvLayout& layout,
                     REPORTGENERATOR::IObjectList& items);
 
-/// What a CSV file of frequencies holds.
+/// The content of a CSV file of frequencies, in numbers.
 struct CsvLook {
     qint64 rows = 0;
     qint64 frequencies = 0; ///< rows with a frequency above 0

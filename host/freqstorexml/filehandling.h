@@ -28,9 +28,9 @@ public:
     /// The same for a list of detection results.
     [[nodiscard]] bool IsDetectionResults(const QString& fileName) const;
 
-    /// Why a CSV file cannot be read as a list of frequencies, as far as its heading, its rows and its
-    /// frequencies tell; empty when it can. For callers that give up their list before they read: a table of
-    /// another program is refused before it costs them anything. Never throws.
+    /// Why a CSV file cannot be read as a list of frequencies, judged by its heading, rows and frequencies;
+    /// empty when it can. Callers that clear their list before they read ask this first, so that a table of
+    /// another program does not cost them the list. Never throws.
     [[nodiscard]] static QString WhyNotReadable(const QString& csvFileName);
 
     /// Replaces the list by the file's content. Entries of a CSV file carry the columns of `type`, and the

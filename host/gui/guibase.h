@@ -2,7 +2,7 @@
 
 #include <QFileDialog>
 
-/// Choices of the operator that hold for the whole GUI.
+/// Settings of the operator for the whole GUI.
 class GuiBase {
 public:
     static GuiBase& Instance();

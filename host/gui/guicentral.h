@@ -3,8 +3,8 @@
 #include "host/base/coord.h"
 #include "host/valuetree/valueselection.h"
 
-/// Choices of the operator that other parts of the GUI follow as values. They live as long as the process and
-/// hang in no tree.
+/// Settings of the operator that other parts of the GUI observe as values. They live as long as the process
+/// and are not in the tree.
 class GuiCentral {
 public:
     static GuiCentral& Instance();

@@ -3,8 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
-/// Where lists and windows remember how the operator arranged them: an INI file of the application's
-/// configuration directory. What cannot be read counts as not there; what cannot be written is told.
+/// Keeps how the operator arranged lists and windows, in an INI file of the application's configuration
+/// directory. A setting that cannot be read counts as missing; a failure to write is told.
 namespace ListSettings {
 
 /// Sets the directory; the standard configuration directory of the application is used until then.
@@ -14,8 +14,8 @@ void SetDirectory(const QString& directory);
 QString LoadText(const QString& name);
 void SaveText(const QString& name, const QString& text);
 
-/// A state of Qt's own, which Qt takes as it comes and which may cost any time and memory when it is damaged:
-/// it is kept with a check sum, and without the right one it counts as not there.
+/// A state of a Qt widget. Qt does not check such a state, and a damaged one can cost much time and memory.
+/// So it is kept with a check sum, and counts as missing when that is wrong.
 QByteArray Load(const QString& name);
 void Save(const QString& name, const QByteArray& state);
 

@@ -31,7 +31,7 @@ public:
     void setText(int column, const QString& text);
     QString text(int column) const;
 
-    /// The texts are out of date: they are asked for when the row is next seen, sorted or searched.
+    /// Marks the texts as out of date: the row fills itself when it is next seen, sorted or searched.
     void MarkStale();
     bool IsFilled() const { return m_filled; }
     /// The text of one cell; a subclass that can tell it without filling the row overrides this.

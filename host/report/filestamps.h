@@ -5,8 +5,8 @@
 #include <optional>
 #include <sys/types.h>
 
-/// What this process knows of the files that it has read or written, so that a writer sees when another
-/// program has changed one of them since. To be used from one thread, like the problems of readers.
+/// The state of the files that this process has read or written. A writer sees by it that another program has
+/// changed a file since. One thread only, like the problems of readers.
 namespace FileStamps {
 
 /// Notes the file, as it stands now, as read or written by this process.
@@ -14,15 +14,15 @@ void NoteRead(const QString& path);
 /// Whether the file's content differs from what this process knows of it; false for a file that it never
 /// read, and for one that has gone.
 [[nodiscard]] bool IsChanged(const QString& path);
-/// Whether `copy` holds what this process knows of `path`, whatever stands there now: a writer with nothing
-/// new.
+/// Whether `copy` has the content that this process knows of `path`, whatever `path` holds now. Such a writer
+/// has nothing new.
 [[nodiscard]] bool IsKnown(const QString& path, const QString& copy);
-/// Notes the content of `copy`, which stands beside the file, as what this process knows of `path`.
+/// Notes the content of `copy`, which was written beside the file, as the known content of `path`.
 void NoteBeside(const QString& path, const QString& copy);
-/// Forgets all files, as a program does that begins anew within its process.
+/// Forgets all files; for programs that start again in one process.
 void ForgetAll();
 
-/// What tells one state of a file from another without reading it.
+/// Tells two states of a file apart without reading it.
 struct State {
     dev_t device = 0;
     ino_t inode = 0;
@@ -43,7 +43,7 @@ public:
     Reading(const Reading&) = delete;
     Reading& operator=(const Reading&) = delete;
 
-    /// To be called when all was read; notes the file as read. False when it changed meanwhile.
+    /// Call this when all is read: notes the file as read. False when it changed meanwhile, which is told.
     bool Finish();
     /// Does the same for a file that nobody writes, and does not note it.
     bool Check();

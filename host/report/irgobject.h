@@ -40,7 +40,7 @@ public:
 
     /// The record's XML element name.
     QString GetObjectName() const;
-    /// A number of the host's own that travels with the object in its binary forms; 0 unless set.
+    /// A number for the host's own use that the binary forms carry; 0 unless set.
     quint32 GetObjectType() const { return m_objectType; }
     void SetObjectType(quint32 type) { m_objectType = type; }
     /// Whether what is read must also pass Check(); false unless set.

@@ -4,11 +4,12 @@
 
 namespace REPORTGENERATOR {
 
-/// A name in the folder for a file that is being written, which tells who writes it; each call gives another.
+/// Returns a new name in the folder for a file that is being written. The name tells the process that writes
+/// it.
 QString TemporaryName(const QString& folder);
 
-/// Removes from the folder the files under such names whose processes have gone. Those of another machine
-/// stay, since nobody here can tell whether their process lives.
+/// Removes files with such names from the folder if their process has ended. Files of another machine stay:
+/// this one cannot tell whether their process lives.
 void RemoveLeftovers(const QString& folder);
 
 } // namespace REPORTGENERATOR

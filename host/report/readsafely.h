@@ -40,9 +40,9 @@ void ReadInto(Container& entries, const QString& file, Read read) {
     throw NotEnoughMemory(file, {count});
 }
 
-/// Reads a file for the operator. False when `read` says so and, told under the reader's place, when it
-/// throws RGException or memory runs out. Then `drop` takes what was read out of the list again; some memory
-/// is kept for it.
+/// Reads a file for the operator. Returns the result of `read`; false, told under the reader's place, when it
+/// throws RGException or memory runs out. In the latter case `drop` takes the entries read out of the list
+/// again; some memory is kept free for it.
 [[nodiscard]] bool ReadSafely(TracePlace place, const QString& file, const std::function<bool()>& read,
                               const std::function<DroppedEntries()>& drop);
 

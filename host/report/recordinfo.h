@@ -46,8 +46,8 @@ struct NamedNumber {
     int value = 0;
 };
 
-/// What readers and writers need of a record's list of sub-records: they fill it one object at a time and
-/// never ask for more than one at once, so a list may also be a mere passage to a callback.
+/// A record's list of sub-records as readers and writers see it. They use one object at a time, so a list may
+/// keep nothing and pass each object to a callback.
 class IObjectList {
 public:
     virtual ~IObjectList() = default;
@@ -85,8 +85,8 @@ struct MemberInfo {
     MemberPtr (*at)(IRGObject&);
 };
 
-/// What is known of a record type: its element name and its members, in the order in which they are written.
-/// This table alone drives the XML, binary and CSV forms.
+/// The description of a record type: its element name and its members, in the order in which they are
+/// written. The XML, binary and CSV forms follow from this table alone.
 ///
 /// \code
 /// class Band final : public REPORTGENERATOR::IRGObject {

@@ -21,7 +21,7 @@ private:
     QByteArray m_what;
 };
 
-/// Thrown by all operations of the report and interchange libraries that cannot do their work.
+/// The error that all operations of the report and interchange libraries throw.
 class RGException : public ReportException {
 public:
     using ReportException::ReportException;

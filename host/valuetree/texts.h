@@ -15,9 +15,9 @@ using Id = quint32;
 Id Keep(const QString& text);
 /// The same for a value of an entry: there are very many of that name.
 Id KeepForEntry(Names::Id name, QStringView text);
-/// Gives a value's text back.
+/// Frees the text of a value.
 void Release(Id id);
-/// Good until the value that the id belongs to is set anew.
+/// Valid until the value with this id is set again.
 const QString& At(Id id);
 
 } // namespace Texts

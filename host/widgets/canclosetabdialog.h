@@ -2,8 +2,8 @@
 
 #include "host/widgets/tabdialog.h"
 
-/// A tab dialog that closes with OK only when it may: who takes the entries in answer to
-/// `applyButtonPressed` can refuse, and the dialog stays open. Cancel always closes it.
+/// A tab dialog that can refuse to close with OK: a slot of `applyButtonPressed` that refuses the entries
+/// calls `SetCanClose(false)`. Cancel always closes the dialog.
 class CanCloseTabDialog : public TabDialog {
     Q_OBJECT
 

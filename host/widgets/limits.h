@@ -2,8 +2,8 @@
 
 #include "host/valuetree/value.h"
 
-/// The limits of a number as fields show them. A limit at the end of what a double holds is none, and equal
-/// limits are none.
+/// The limits of a number as fields show them. A limit at the end of the range of doubles does not count, nor
+/// do two equal limits.
 namespace Limits {
 
 /// How a field shows a number.

@@ -5,9 +5,9 @@
 class QLabel;
 class QTabWidget;
 
-/// A dialog of tabs with the buttons OK, Apply and Cancel and a line for what is wrong. It owns its tabs and
-/// writes nothing itself: who fills it listens to `applyButtonPressed`. An entry that is wrong keeps OK and
-/// Apply from working and is shown.
+/// A dialog of tabs with the buttons OK, Apply and Cancel and a line for errors. It owns its tabs and writes
+/// nothing itself: its owner listens to `applyButtonPressed`. While an entry is wrong, OK and Apply do
+/// nothing but show it.
 class TabDialog : public QDialog {
     Q_OBJECT
 
