@@ -51,11 +51,10 @@ protected:
     /// Attaches the view to the bar; true on the first call, the caller then connects the actions.
     bool AttachToBar(FreqStoreListViewButtonBar& bar);
     template <typename View>
-    using ActionSlot = std::pair<FreqStoreListViewButtonBar::Action, void (View::*)()>;
+    using BarSlot = std::pair<FreqStoreListViewButtonBar::Action, void (View::*)()>;
     template <typename View>
-    void ConnectActions(FreqStoreListViewButtonBar& bar,
-                        std::initializer_list<ActionSlot<View>> actionSlots) {
-        for (const auto& [action, slot] : actionSlots)
+    void ConnectActions(FreqStoreListViewButtonBar& bar, std::initializer_list<BarSlot<View>> barSlots) {
+        for (const auto& [action, slot] : barSlots)
             connect(bar.GetAction(action), &QAction::triggered, static_cast<View*>(this), slot);
     }
 

@@ -6,6 +6,7 @@
 #include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "controls/frequencystore/noi/noilistviewfactory.h"
 #include "host/base/problems.h"
+#include "host/freqlist/frequencynodemediator.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/widgets/canclosetabdialog.h"
 

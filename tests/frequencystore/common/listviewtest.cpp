@@ -132,10 +132,12 @@ TEST_F(ListViews, MayEndWithOrWithoutTheirHandlerWhileAFileIsChosen) {
                     WhileAsked(end, Path(Q("chosen")));
                     ASSERT_TRUE(QMetaObject::invokeMethod(view.data(), slot));
                     EXPECT_EQ(view.isNull(), viewEnds);
-                    if (viewEnds || handlerEnds)
+                    if (viewEnds || handlerEnds) {
                         EXPECT_FALSE(bar.GetCaption().contains(Q("chosen"))) << qPrintable(bar.GetCaption());
-                    if (handlerEnds)
+                    }
+                    if (handlerEnds) {
                         EXPECT_EQ(FileNames(), before);
+                    }
                     delete view.data();
                     Close(list);
                 }
