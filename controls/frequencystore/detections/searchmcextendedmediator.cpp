@@ -4,7 +4,6 @@
 #include "host/base/frequencytext.h"
 #include "host/base/numbers.h"
 #include "host/freqlist/buttonbar.h"
-#include "host/freqlist/recordsort.h"
 #include "host/gui/guicentral.h"
 
 #include <QCoreApplication>
@@ -244,14 +243,9 @@ std::vector<DetectionColumn> makeColumns(bool ClassifierColumn::*isOfVariant) {
     return columns;
 }
 
-/// By column identifier. In the VHF/UHF columns 13 and 14 other texts stand than those that they sort by.
-const ExtendedKey Keys[] = {
-    [](const Record& r) { return r.GetFrequency(); },
-    [](const Record& r) { return static_cast<double>(r.GetID()); },
-    [](const Record& r) { return r.GetBandwidth(); },
-    [](const Record& r) { return static_cast<double>(r.GetLevel()); },
-    [](const Record& r) { return r.GetStartTime(); },
-    [](const Record& r) { return r.GetStopTime(); },
+/// By column identifier, behind those of every detection. In the VHF/UHF columns 13 and 14 other texts stand
+/// than those that they sort by.
+const RecordSort::Key<Record> ClassifierKeys[] = {
     [](const Record& r) { return r.GetClassifierFrequency(); },
     [](const Record& r) { return r.GetClassifierBandwidth(); },
     [](const Record& r) { return static_cast<double>(r.GetClassifierConfidence()); },
@@ -276,8 +270,13 @@ std::span<const DetectionColumn> ExtendedColumns(Variant variant) {
     return variant == Variant::HF ? hf : vuhf;
 }
 
-const ExtendedKey* KeyOf(int columnId) {
-    return columnId >= 0 && columnId < static_cast<int>(std::size(Keys)) ? &Keys[columnId] : nullptr;
+template <>
+const RecordSort::Key<Record>* KeyOf<Record>(int columnId) {
+    constexpr int FirstOfClassifier = std::size(PlainKeys<Record>);
+    if (columnId < 0 || columnId >= FirstOfClassifier + static_cast<int>(std::size(ClassifierKeys)))
+        return nullptr;
+    return columnId < FirstOfClassifier ? &PlainKeys<Record>[columnId]
+                                        : &ClassifierKeys[columnId - FirstOfClassifier];
 }
 
 FreqStoreXml::FrequencyStoreEntry EntryOf(const ExtendedDetectionConventional& record) {
@@ -292,12 +291,9 @@ FreqStoreXml::FrequencyStoreEntry EntryOf(const ExtendedDetectionConventional& r
     return entry;
 }
 
-ExtendedCopyIds::ExtendedCopyIds()
-    : demodulation(FreqStore::Instance().GetCopyStructId(QStringLiteral("Demodulation"))) {}
-
 void FillCopyRow(FrequencyListCopyStruct& row, const ExtendedDetectionConventional& record,
-                 const ExtendedCopyIds& ids) {
-    FillCopyRow(row, record, static_cast<const CopyIds&>(ids));
+                 const CopyIds& ids) {
+    FillCopyRow(row, static_cast<const DetectionConventional&>(record), ids);
     row.SetValue(ids.demodulation, text(record.GetClassifierDemodulator()));
 }
 
@@ -310,35 +306,12 @@ bool CompareExtDetConv::operator()(const Record& a, const Record& b) const {
 ExtendedDetectionConventionalListView::ExtendedDetectionConventionalListView(QWidget* parent, unsigned listId,
                                                                              const char* name,
                                                                              Variant variant)
-    : ValueListMediatorListView(parent, listId, name) {
-    const std::span<const DetectionColumn> columns = SearchMC::ExtendedColumns(variant);
-    GetListView()->SetCompareFunctionLength(static_cast<int>(columns.size()));
-    for (const DetectionColumn& column : columns)
-        AddColumn(SearchMC::ColumnTitle(column), QString::fromLatin1(column.field), column.compare);
-    SearchMC::ArrangeList(*this, columns);
+    : SearchMCMediatorView(parent, listId, name, SearchMC::ExtendedColumns(variant)) {
     connect(this, &VectorListViewBase::clicked, this,
             &ExtendedDetectionConventionalListView::slotItemClicked);
 }
 
-void ExtendedDetectionConventionalListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
-    if (!bar)
-        return;
-    VectorListViewBase::InitFreqStoreWidget(bar);
-    if (SearchMC::InitBar(*this, *bar, m_connected))
-        connect(bar->GetAction(FreqStoreListViewButtonBar::Copy), &QAction::triggered, this,
-                &ExtendedDetectionConventionalListView::slotCopy);
-}
-
-void ExtendedDetectionConventionalListView::slotItemClicked(SortListViewItem*) {}
-
-void ExtendedDetectionConventionalListView::slotCopy() {
-    FreqStore::Instance().ClearFrequencyListCopyStruct();
-    for (RecordMediator& mediator : SelectedMediators())
-        copy2FreqStore(&mediator);
-}
-
-void ExtendedDetectionConventionalListView::copy2FreqStore(RecordMediator* mediator) {
-    FrequencyListCopyStruct row;
-    SearchMC::FillCopyRow(row, mediator->GetRecord(), m_copyIds);
-    FreqStore::Instance().AddFrequencyListCopyStruct(row);
+void ExtendedDetectionConventionalListView::ConnectBar(FreqStoreListViewButtonBar& bar) {
+    connect(bar.GetAction(FreqStoreListViewButtonBar::Copy), &QAction::triggered, this,
+            &ExtendedDetectionConventionalListView::slotCopy);
 }

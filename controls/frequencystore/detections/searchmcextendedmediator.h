@@ -2,7 +2,6 @@
 
 #include "controls/frequencystore/detections/searchmcmediator.h"
 #include "controls/frequencystore/detections/searchmcrecords.h"
-#include "host/freqlist/recordsort.h"
 
 /// Cell texts of a detection with classifier and direction-finder results.
 struct ExtendedDetectionConventionalAdapter {
@@ -26,61 +25,35 @@ namespace SearchMC {
 /// The columns of extended detections.
 std::span<const DetectionColumn> ExtendedColumns(Variant variant);
 
-/// What a column of extended detections sorts by.
-using ExtendedKey = RecordSort::Key<ExtendedDetectionConventional>;
-/// The key of a column identifier; null when there is no such column.
-const ExtendedKey* KeyOf(int columnId);
-
-FreqStoreXml::FrequencyStoreEntry EntryOf(const ExtendedDetectionConventional& record);
-
-/// The identifiers of the copied texts of an extended record.
-struct ExtendedCopyIds : CopyIds {
-    ExtendedCopyIds();
-
-    unsigned demodulation;
-};
-void FillCopyRow(FrequencyListCopyStruct& row, const ExtendedDetectionConventional& record,
-                 const ExtendedCopyIds& ids);
-
 } // namespace SearchMC
 
 /// Whether one extended detection goes before another by a column. Numbers that are none go behind all.
 class CompareExtDetConv {
 public:
     CompareExtDetConv(int columnId, bool ascending)
-        : m_key(SearchMC::KeyOf(columnId)), m_ascending(ascending) {}
+        : m_key(SearchMC::KeyOf<ExtendedDetectionConventional>(columnId)), m_ascending(ascending) {}
     bool operator()(const ExtendedDetectionConventional& a, const ExtendedDetectionConventional& b) const;
 
 private:
-    const SearchMC::ExtendedKey* m_key;
+    const RecordSort::Key<ExtendedDetectionConventional>* m_key;
     bool m_ascending;
 };
 
-/// List view of extended detections over mediators, as the host's other windows use it. It copies.
+/// Base of the two views below.
 class ExtendedDetectionConventionalListView
-    : public ValueListMediatorListView<ExtendedDetectionConventional, ExtendedDetectionConventionalAdapter> {
+    : public SearchMCMediatorView<ExtendedDetectionConventional, ExtendedDetectionConventionalAdapter> {
     Q_OBJECT
-
-public:
-    using RecordMediator =
-        ValueListMediator<ExtendedDetectionConventional, ExtendedDetectionConventionalAdapter>;
-
-    void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
 
 public slots:
     /// Puts the selected detections into the store's copy buffer.
-    void slotCopy();
+    void slotCopy() { CopySelected(); }
     /// Nothing by itself: a click selects.
-    void slotItemClicked(SortListViewItem* item);
+    void slotItemClicked(SortListViewItem*) {}
 
 protected:
     ExtendedDetectionConventionalListView(QWidget* parent, unsigned listId, const char* name,
                                           SearchMC::Variant variant);
-    void copy2FreqStore(RecordMediator* mediator);
-
-private:
-    bool m_connected = false;
-    SearchMC::ExtendedCopyIds m_copyIds;
+    void ConnectBar(FreqStoreListViewButtonBar& bar) override;
 };
 
 class ExtendedDetectionConventionalListViewHF final : public ExtendedDetectionConventionalListView {

@@ -9,7 +9,6 @@
 namespace {
 
 using Detection = ExtendedDetectionConventional;
-using SearchMC::Variant;
 
 /// Both variants go by this name: settings of columns are remembered under it.
 constexpr char ViewName[] = "SearchMCExtListViewHF";
@@ -44,33 +43,16 @@ SearchMCExtendedVectorListView::SearchMCExtendedVectorListView(QWidget* parent, 
 void SearchMCExtendedVectorListView::init() {
     initColumnHeaderArray();
     initCopyIDs();
-    AddColumns(m_columns);
 }
 
-void SearchMCExtendedVectorListView::initCopyIDs() {
-    m_copyIds = std::make_unique<SearchMC::ExtendedCopyIds>();
-}
-
-void SearchMCExtendedVectorListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
+void SearchMCExtendedVectorListView::ConnectBar(FreqStoreListViewButtonBar& bar) {
     using Bar = FreqStoreListViewButtonBar;
-    if (!bar)
-        return;
-    VectorListViewBase::InitFreqStoreWidget(bar);
-    if (!SearchMC::InitBar(*this, *bar, m_connected))
-        return;
-    OfferSending(*bar);
-    connect(bar->GetAction(Bar::Copy), &QAction::triggered, this, &SearchMCExtendedVectorListView::slotCopy);
-    connect(bar->GetAction(Bar::Save), &QAction::triggered, this,
+    OfferSending(bar);
+    connect(bar.GetAction(Bar::Copy), &QAction::triggered, this, &SearchMCExtendedVectorListView::slotCopy);
+    connect(bar.GetAction(Bar::Save), &QAction::triggered, this,
             &SearchMCExtendedVectorListView::slotSaveFileAs);
-    connect(bar->GetAction(Bar::Export), &QAction::triggered, this,
+    connect(bar.GetAction(Bar::Export), &QAction::triggered, this,
             &SearchMCExtendedVectorListView::slotExportFileAs);
-}
-
-bool SearchMCExtendedVectorListView::Sort(int column, bool ascending) {
-    if (column < 0 || column >= static_cast<int>(m_columns.size()))
-        return false;
-    const SearchMC::ExtendedKey* key = SearchMC::KeyOf(m_columns[static_cast<size_t>(column)].id);
-    return key && SortByKey(column, ascending, *key);
 }
 
 void SearchMCExtendedVectorListView::Update(Observable* subject, TChangeCode code) {
@@ -80,90 +62,16 @@ void SearchMCExtendedVectorListView::Update(Observable* subject, TChangeCode cod
         VectorListViewBase::Update(subject, code);
 }
 
-void SearchMCExtendedVectorListView::slotXAxisChanged() {
-    UpdateView();
-}
-
-void SearchMCExtendedVectorListView::slotSelectionChanged(SortListViewItem*) {
-    MarkSelection();
-}
-
-void SearchMCExtendedVectorListView::addValuesToFrequencyListCopyStruct(const Detection& record,
-                                                                        FrequencyListCopyStruct& row) {
-    SearchMC::FillCopyRow(row, record, *m_copyIds);
-}
-
-void SearchMCExtendedVectorListView::slotCopy() {
-    CopySelected([this](const Detection& record, FrequencyListCopyStruct& row) {
-        addValuesToFrequencyListCopyStruct(record, row);
-    });
-}
-
-void SearchMCExtendedVectorListView::slotSaveFileAs() {
-    SearchMC::WriteAskedFile({tr("Save Search MC Results As"), tr("classification results (*.xml)"),
-                              QStringLiteral(".xml"), FixedPlace::SavingDetections,
-                              FixedPlace::SavingDetectionsReason,
-                              QStringLiteral("EXCEPTION WHILE SAVING FREQUENCIES:")},
-                             [this](const QString& file) { writeFile(file, false); });
-}
-
-void SearchMCExtendedVectorListView::slotExportFileAs() {
-    SearchMC::WriteAskedFile({tr("Export Search MC Results As"), tr("classification results (*.csv)"),
-                              QStringLiteral(".csv"), FixedPlace::ExportingDetections,
-                              FixedPlace::ExportingDetectionsReason,
-                              QStringLiteral("EXCEPTION WHILE EXPORTING RESULTS:")},
-                             [this](const QString& file) { writeFile(file, true); });
-}
-
-void SearchMCExtendedVectorListView::writeFile(const QString& file, bool csv) {
-    SearchMC::WriteResults(file, csv, AllRecords(),
-                           [this](FreqStoreXml::DetectionResultList& list, const Detection& record) {
-                               appendDetectionResult(list, record);
-                           });
-}
-
-void SearchMCExtendedVectorListView::WriteCells(std::stringstream& stream, const Detection& record) const {
-    for (const DetectionColumn& column : m_columns) {
-        const QString cell =
-            ExtendedDetectionConventionalAdapter::FieldText(record, QString::fromLatin1(column.field));
-        stream << cell.toLocal8Bit().constData() << (&column == &m_columns.back() ? "\n" : ",");
-    }
-}
-
-SearchMCExtendedVectorListViewHF::SearchMCExtendedVectorListViewHF(QWidget* parent, const char* name)
-    : SearchMCExtendedVectorListView(parent, name) {
-    SearchMCExtendedVectorListViewHF::init();
-}
-
-void SearchMCExtendedVectorListViewHF::initColumnHeaderArray() {
-    SetColumnHeaders(SearchMC::ExtendedColumns(Variant::HF));
-}
-
-void SearchMCExtendedVectorListViewHF::writeCsvLineToStream(std::stringstream& stream,
-                                                            const Detection& record) {
-    WriteCells(stream, record);
-}
-
-void SearchMCExtendedVectorListViewHF::appendDetectionResult(FreqStoreXml::DetectionResultList& list,
-                                                             const Detection& record) {
-    list.AppendDetectionResult(SearchMC::ToResult(record, Variant::HF));
-}
-
-SearchMCExtendedVectorListViewVUHF::SearchMCExtendedVectorListViewVUHF(QWidget* parent, const char* name)
-    : SearchMCExtendedVectorListView(parent, name) {
-    SearchMCExtendedVectorListViewVUHF::init();
-}
-
-void SearchMCExtendedVectorListViewVUHF::initColumnHeaderArray() {
-    SetColumnHeaders(SearchMC::ExtendedColumns(Variant::VUHF));
-}
-
-void SearchMCExtendedVectorListViewVUHF::writeCsvLineToStream(std::stringstream& stream,
-                                                              const Detection& record) {
-    WriteCells(stream, record);
-}
-
-void SearchMCExtendedVectorListViewVUHF::appendDetectionResult(FreqStoreXml::DetectionResultList& list,
-                                                               const Detection& record) {
-    list.AppendDetectionResult(SearchMC::ToResult(record, Variant::VUHF));
+void SearchMCExtendedVectorListView::writeFile(bool csv) {
+    using namespace FixedPlace;
+    SearchMC::WriteAskedFile(
+        this, tr("classification results"), csv,
+        csv ? SearchMC::WritePlaces{ExportingDetections, ExportingDetectionsReason}
+            : SearchMC::WritePlaces{SavingDetections, SavingDetectionsReason},
+        [&](const QString& file) {
+            SearchMC::WriteResults(file, csv, AllRecords(),
+                                   [this](FreqStoreXml::DetectionResultList& list, const Detection& record) {
+                                       appendDetectionResult(list, record);
+                                   });
+        });
 }

@@ -7,26 +7,19 @@
 
 #include <sstream>
 
-/// List view of extended detections over the record list itself: sorts it by any column, copies, saves it as
-/// XML and exports it as CSV, in the order shown. The variants differ in columns and in what files hold.
+/// List view of extended detections over the record list itself: copies it, saves it as XML and exports it as
+/// CSV, in the order shown. The variants differ in columns and in what files hold.
 class SearchMCExtendedVectorListView
     : public SearchMCVectorView<ExtendedDetectionConventional, ExtendedDetectionConventionalAdapter> {
     Q_OBJECT
 
 public:
-    void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
-    /// By the column's key, see `CompareExtDetConv`. The same column in the other direction turns the present
-    /// order round; false when there is nothing to do.
-    bool Sort(int column, bool ascending) override;
     void Update(Observable* subject, TChangeCode code) override;
     /// For views with a frequency axis of their own; this one has none.
     virtual void Index2PixState(int) {}
     virtual void Values2Axis(PixStateVector*) {}
     virtual void aboutToShow(QWidget*) {}
 
-    /// Fills the store's form of a copied record.
-    virtual void addValuesToFrequencyListCopyStruct(const ExtendedDetectionConventional& record,
-                                                    FrequencyListCopyStruct& row);
     /// Writes the cells of a record as one line, separated by "," and ended by a line end, without any
     /// quotes.
     virtual void writeCsvLineToStream(std::stringstream&, const ExtendedDetectionConventional&) {}
@@ -37,11 +30,11 @@ public:
     void setEmissionMarkedPath(const QString& path) { SetMarkedList(path); }
 
 public slots:
-    void slotXAxisChanged();
-    void slotSelectionChanged(SortListViewItem* item);
-    void slotCopy();
-    void slotSaveFileAs();
-    void slotExportFileAs();
+    void slotXAxisChanged() { UpdateView(); }
+    void slotSelectionChanged(SortListViewItem*) { MarkSelection(); }
+    void slotCopy() { CopySelected(); }
+    void slotSaveFileAs() { writeFile(false); }
+    void slotExportFileAs() { writeFile(true); }
 
 protected:
     SearchMCExtendedVectorListView(QWidget* parent, const char* name);
@@ -49,47 +42,51 @@ protected:
     /// Makes the columns and fetches the identifiers of copied texts. The variants' constructors call it.
     virtual void init();
     virtual void initColumnHeaderArray() = 0;
-    virtual void initCopyIDs();
-
-    void SetColumnHeaders(std::span<const DetectionColumn> columns) { m_columns = columns; }
-    /// What the variants write of a record as a line: the texts of all columns.
-    void WriteCells(std::stringstream& stream, const ExtendedDetectionConventional& record) const;
+    virtual void initCopyIDs() { FetchCopyIds(); }
+    void ConnectBar(FreqStoreListViewButtonBar& bar) override;
 
 private:
-    void writeFile(const QString& file, bool csv);
+    void writeFile(bool csv);
 
-    std::span<const DetectionColumn> m_columns;
-    std::unique_ptr<SearchMC::ExtendedCopyIds> m_copyIds;
     ValueObservingPtr<ValueSelection> m_positionFormat;
-    bool m_connected = false;
 };
 
-class SearchMCExtendedVectorListViewHF : public SearchMCExtendedVectorListView {
+/// What the variants have of their own.
+template <SearchMC::Variant variant>
+class SearchMCExtendedVariantView : public SearchMCExtendedVectorListView {
+public:
+    SearchMCExtendedVariantView(QWidget* parent, const char* name)
+        : SearchMCExtendedVectorListView(parent, name) {
+        SearchMCExtendedVariantView::init();
+    }
+
+    void writeCsvLineToStream(std::stringstream& stream,
+                              const ExtendedDetectionConventional& record) override {
+        for (const DetectionColumn& column : Columns())
+            stream << ExtendedDetectionConventionalAdapter::FieldText(record, QLatin1String(column.field))
+                          .toLocal8Bit()
+                          .constData()
+                   << (&column == &Columns().back() ? "\n" : ",");
+    }
+    void appendDetectionResult(FreqStoreXml::DetectionResultList& list,
+                               const ExtendedDetectionConventional& record) override {
+        list.AppendDetectionResult(SearchMC::ToResult(record, variant));
+    }
+
+protected:
+    void initColumnHeaderArray() override { AddColumns(SearchMC::ExtendedColumns(variant)); }
+};
+
+class SearchMCExtendedVectorListViewHF : public SearchMCExtendedVariantView<SearchMC::Variant::HF> {
     Q_OBJECT
 
 public:
-    SearchMCExtendedVectorListViewHF(QWidget* parent, const char* name);
-
-    void writeCsvLineToStream(std::stringstream& stream,
-                              const ExtendedDetectionConventional& record) override;
-    void appendDetectionResult(FreqStoreXml::DetectionResultList& list,
-                               const ExtendedDetectionConventional& record) override;
-
-protected:
-    void initColumnHeaderArray() override;
+    using SearchMCExtendedVariantView::SearchMCExtendedVariantView;
 };
 
-class SearchMCExtendedVectorListViewVUHF : public SearchMCExtendedVectorListView {
+class SearchMCExtendedVectorListViewVUHF : public SearchMCExtendedVariantView<SearchMC::Variant::VUHF> {
     Q_OBJECT
 
 public:
-    SearchMCExtendedVectorListViewVUHF(QWidget* parent, const char* name);
-
-    void writeCsvLineToStream(std::stringstream& stream,
-                              const ExtendedDetectionConventional& record) override;
-    void appendDetectionResult(FreqStoreXml::DetectionResultList& list,
-                               const ExtendedDetectionConventional& record) override;
-
-protected:
-    void initColumnHeaderArray() override;
+    using SearchMCExtendedVariantView::SearchMCExtendedVariantView;
 };

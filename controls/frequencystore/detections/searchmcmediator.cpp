@@ -63,14 +63,17 @@ bool InitBar(VectorListViewBase& view, Bar& bar, bool& connected) {
     return true;
 }
 
-CopyIds::CopyIds() {
+template <>
+const RecordSort::Key<DetectionConventional>* KeyOf<DetectionConventional>(int columnId) {
+    const auto& keys = PlainKeys<DetectionConventional>;
+    return columnId >= 0 && columnId < static_cast<int>(std::size(keys)) ? &keys[columnId] : nullptr;
+}
+
+CopyIds FetchCopyIds() {
     const auto id = [](const char* name) {
         return FreqStore::Instance().GetCopyStructId(QString::fromLatin1(name));
     };
-    frequency = id("Frequency");
-    comment = id("Comment");
-    bandwidth = id("Bandwidth");
-    type = id("Type");
+    return {id("Frequency"), id("Comment"), id("Bandwidth"), id("Type"), id("Demodulation")};
 }
 
 QString CommentOf(const DetectionConventional& record) {
@@ -105,34 +108,11 @@ FrequencyStoreListView* CreateDetectionConventionalListView(QWidget* parent, uns
 }
 
 DetectionConventionalListView::DetectionConventionalListView(QWidget* parent, unsigned listId)
-    : ValueListMediatorListView(parent, listId, "DetConvListView") {
-    // One less than there are columns; setting the last function makes up for it.
-    GetListView()->SetCompareFunctionLength(5);
-    for (const DetectionColumn& column : SearchMC::Columns())
-        AddColumn(SearchMC::ColumnTitle(column), QString::fromLatin1(column.field), column.compare);
-    SearchMC::ArrangeList(*this, SearchMC::Columns());
+    : SearchMCMediatorView(parent, listId, "DetConvListView", SearchMC::Columns()) {
     connect(this, &VectorListViewBase::clicked, this, &DetectionConventionalListView::slotItemClicked);
 }
 
-void DetectionConventionalListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
-    if (!bar)
-        return;
-    VectorListViewBase::InitFreqStoreWidget(bar);
-    if (SearchMC::InitBar(*this, *bar, m_connected))
-        connect(bar->GetAction(FreqStoreListViewButtonBar::Copy), &QAction::triggered, this,
-                &DetectionConventionalListView::slotCopy);
-}
-
-void DetectionConventionalListView::slotItemClicked(SortListViewItem*) {}
-
-void DetectionConventionalListView::slotCopy() {
-    FreqStore::Instance().ClearFrequencyListCopyStruct();
-    for (RecordMediator& mediator : SelectedMediators())
-        copy2FreqStore(&mediator);
-}
-
-void DetectionConventionalListView::copy2FreqStore(RecordMediator* mediator) {
-    FrequencyListCopyStruct row;
-    SearchMC::FillCopyRow(row, mediator->GetRecord(), m_copyIds);
-    FreqStore::Instance().AddFrequencyListCopyStruct(row);
+void DetectionConventionalListView::ConnectBar(FreqStoreListViewButtonBar& bar) {
+    connect(bar.GetAction(FreqStoreListViewButtonBar::Copy), &QAction::triggered, this,
+            &DetectionConventionalListView::slotCopy);
 }

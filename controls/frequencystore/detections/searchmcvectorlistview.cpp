@@ -7,38 +7,36 @@
 #include "host/gui/guibase.h"
 #include "host/report/rgexception.h"
 
+#include <QCoreApplication>
 #include <QFileDialog>
 
 namespace {
 
 constexpr char TraceSource[] = "searchmcvectorlistview";
 
-/// By column.
-const RecordSort::Key<DetectionConventional> Keys[] = {
-    [](const DetectionConventional& r) { return r.GetFrequency(); },
-    [](const DetectionConventional& r) { return static_cast<double>(r.GetID()); },
-    [](const DetectionConventional& r) { return r.GetBandwidth(); },
-    [](const DetectionConventional& r) { return static_cast<double>(r.GetLevel()); },
-    [](const DetectionConventional& r) { return r.GetStartTime(); },
-    [](const DetectionConventional& r) { return r.GetStopTime(); },
-};
-
 } // namespace
 
-void SearchMC::WriteAskedFile(const FileAction& action,
+void SearchMC::WriteAskedFile(QWidget* view, const QString& kind, bool csv, const WritePlaces& places,
                               const std::function<void(const QString& file)>& write) {
-    QString file =
-        QFileDialog::getSaveFileName(nullptr, action.caption, GuiBase::Instance().GetCurrentDirectory(),
-                                     action.filter, nullptr, GuiBase::Instance().UseNativeDialogs());
-    if (file.isEmpty())
+    const auto tr = [](const char* text) { return QCoreApplication::translate("SearchMC", text); };
+    const QString extension = csv ? QStringLiteral(".csv") : QStringLiteral(".xml");
+    const QPointer<QWidget> alive(view);
+    QString file = QFileDialog::getSaveFileName(
+        nullptr, csv ? tr("Export Search MC Results As") : tr("Save Search MC Results As"),
+        GuiBase::Instance().GetCurrentDirectory(), QStringLiteral("%1 (*%2)").arg(kind, extension), nullptr,
+        GuiBase::Instance().UseNativeDialogs());
+    if (!alive || file.isEmpty())
         return;
-    if (!file.contains(action.extension))
-        file += action.extension;
+    if (!file.contains(extension))
+        file += extension;
     try {
         write(file);
     } catch (const RGException& exception) {
-        TraceLazily(action.headingPlace, [&] { return action.heading; });
-        TraceLazily(action.reasonPlace, [&] { return exception.GetErrorText(); });
+        TraceLazily(places.heading, [csv] {
+            return csv ? QStringLiteral("EXCEPTION WHILE EXPORTING RESULTS:")
+                       : QStringLiteral("EXCEPTION WHILE SAVING FREQUENCIES:");
+        });
+        TraceLazily(places.reason, [&] { return exception.GetErrorText(); });
     }
 }
 
@@ -54,56 +52,19 @@ FrequencyStoreListView* CreateSearchMCVectorListView(QWidget* parent, unsigned l
 SearchMCVectorListView::SearchMCVectorListView(QWidget* parent, const char* name)
     : SearchMCVectorView(parent, name) {
     AddColumns(SearchMC::Columns());
+    FetchCopyIds();
     connect(this, &VectorListViewBase::selectionChanged, this, &SearchMCVectorListView::slotSelectionChanged);
 }
 
-void SearchMCVectorListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
+void SearchMCVectorListView::ConnectBar(FreqStoreListViewButtonBar& bar) {
     using Bar = FreqStoreListViewButtonBar;
-    if (!bar)
-        return;
-    VectorListViewBase::InitFreqStoreWidget(bar);
-    if (!SearchMC::InitBar(*this, *bar, m_connected))
-        return;
-    OfferSending(*bar);
-    connect(bar->GetAction(Bar::Copy), &QAction::triggered, this, &SearchMCVectorListView::slotCopy);
-    connect(bar->GetAction(Bar::Save), &QAction::triggered, this, &SearchMCVectorListView::slotSaveToFile);
-    connect(bar->GetAction(Bar::Export), &QAction::triggered, this,
-            &SearchMCVectorListView::slotExportToFile);
+    OfferSending(bar);
+    connect(bar.GetAction(Bar::Copy), &QAction::triggered, this, &SearchMCVectorListView::slotCopy);
+    connect(bar.GetAction(Bar::Save), &QAction::triggered, this, &SearchMCVectorListView::slotSaveToFile);
+    connect(bar.GetAction(Bar::Export), &QAction::triggered, this, &SearchMCVectorListView::slotExportToFile);
 }
 
-bool SearchMCVectorListView::Sort(int column, bool ascending) {
-    return column >= 0 && column < static_cast<int>(std::size(Keys)) &&
-           SortByKey(column, ascending, Keys[column]);
-}
-
-void SearchMCVectorListView::slotSelectionChanged(SortListViewItem*) {
-    MarkSelection();
-}
-
-void SearchMCVectorListView::slotXAxisChanged() {
-    UpdateView();
-}
-
-void SearchMCVectorListView::setEmissionMarkedPath(QString valueTreePath) {
-    SetMarkedList(valueTreePath);
-}
-
-void SearchMCVectorListView::slotCopy() {
-    CopySelected([this](const DetectionConventional& record, FrequencyListCopyStruct& row) {
-        SearchMC::FillCopyRow(row, record, m_copyIds);
-    });
-}
-
-void SearchMCVectorListView::slotSaveToFile() {
-    SearchMC::WriteAskedFile({tr("Save Search MC Results As"), tr("Detection Results (*.xml)"),
-                              QStringLiteral(".xml"), TraceSource, TraceSource,
-                              QStringLiteral("EXCEPTION WHILE SAVING FREQUENCIES:")},
-                             [this](const QString& file) { SearchMC::WriteFile(file, false, AllRecords()); });
-}
-
-void SearchMCVectorListView::slotExportToFile() {
-    SearchMC::WriteAskedFile({tr("Export Search MC Results As"), tr("Detection Results (*.csv)"),
-                              QStringLiteral(".csv"), TraceSource, TraceSource,
-                              QStringLiteral("EXCEPTION WHILE EXPORTING RESULTS:")},
-                             [this](const QString& file) { SearchMC::WriteFile(file, true, AllRecords()); });
+void SearchMCVectorListView::writeFile(bool csv) {
+    SearchMC::WriteAskedFile(this, tr("Detection Results"), csv, {TraceSource, TraceSource},
+                             [&](const QString& file) { SearchMC::WriteFile(file, csv, AllRecords()); });
 }

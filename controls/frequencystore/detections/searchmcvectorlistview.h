@@ -2,8 +2,8 @@
 
 #include "controls/frequencystore/detections/searchmcvectorview.h"
 
-/// List view of plain detections over the record list itself: sorts it by values, copies, saves it as
-/// frequency-store XML and exports it as CSV, in the order shown.
+/// List view of plain detections over the record list itself: copies it, saves it as frequency-store XML and
+/// exports it as CSV, in the order shown.
 class SearchMCVectorListView
     : public SearchMCVectorView<DetectionConventional, DetectionConventionalAdapter> {
     Q_OBJECT
@@ -13,25 +13,23 @@ public:
 
     explicit SearchMCVectorListView(QWidget* parent, const char* name = ViewName);
 
-    void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
-    /// By the column's value. The same column in the other direction turns the present order round; false
-    /// when there is nothing to do.
-    bool Sort(int column, bool ascending) override;
     /// For views with a frequency axis of their own; this one has none.
     void Index2PixState(int) {}
     void Values2Axis(PixStateVector*) {}
 
 public slots:
-    void slotSelectionChanged(SortListViewItem* item);
-    void slotXAxisChanged();
+    void slotSelectionChanged(SortListViewItem*) { MarkSelection(); }
+    void slotXAxisChanged() { UpdateView(); }
     void aboutToShow(QWidget*) {}
     /// The list of marked emissions, which follows the selection from now on.
-    void setEmissionMarkedPath(QString valueTreePath);
-    void slotCopy();
-    void slotSaveToFile();
-    void slotExportToFile();
+    void setEmissionMarkedPath(QString valueTreePath) { SetMarkedList(valueTreePath); }
+    void slotCopy() { CopySelected(); }
+    void slotSaveToFile() { writeFile(false); }
+    void slotExportToFile() { writeFile(true); }
+
+protected:
+    void ConnectBar(FreqStoreListViewButtonBar& bar) override;
 
 private:
-    bool m_connected = false;
-    SearchMC::CopyIds m_copyIds;
+    void writeFile(bool csv);
 };

@@ -14,17 +14,16 @@ class PixStateVector;
 
 namespace SearchMC {
 
-/// Asks for the name of a file to write, and writes it. A name without the extension gets it; a cancelled
-/// dialog writes nothing. A failure is traced under the heading, at the places given, and told nobody else.
-struct FileAction {
-    QString caption;
-    QString filter;
-    QString extension;
-    TracePlace headingPlace;
-    TracePlace reasonPlace;
-    QString heading;
+/// Where a write that fails is traced: its heading, and the reason.
+struct WritePlaces {
+    TracePlace heading;
+    TracePlace reason;
 };
-void WriteAskedFile(const FileAction& action, const std::function<void(const QString& file)>& write);
+/// Asks for the name of an XML or, with `csv`, a CSV file, whose kind the dialog names, and writes it. A name
+/// without the extension gets it; a cancelled dialog writes nothing, nor does one that outlives the view. A
+/// failure is traced and told nobody else.
+void WriteAskedFile(QWidget* view, const QString& kind, bool csv, const WritePlaces& places,
+                    const std::function<void(const QString& file)>& write);
 
 /// A new view over a list of detections.
 template <typename View>
@@ -39,11 +38,19 @@ FrequencyStoreListView* MakeView(QWidget* parent, const char* name, unsigned lis
 
 } // namespace SearchMC
 
-/// What the views over record lists of detections share. Their selection is what the list of marked emissions
-/// holds, if there is one.
+/// What the views over record lists of detections share. They sort by values, and their selection is what the
+/// list of marked emissions holds, if there is one.
 template <typename T, typename Adapter>
-class SearchMCVectorView : public VectorListView<T, Adapter> {
+class SearchMCVectorView : public SearchMCView<T, VectorListView<T, Adapter>> {
 public:
+    /// By the column's key. The same column in the other direction turns the present order round; false when
+    /// there is nothing to do.
+    bool Sort(int column, bool ascending) override {
+        const bool isColumn = column >= 0 && column < static_cast<int>(this->Columns().size());
+        const auto* key =
+            isColumn ? SearchMC::KeyOf<T>(this->Columns()[static_cast<size_t>(column)].id) : nullptr;
+        return key && this->SortByKey(column, ascending, *key);
+    }
     /// The ID of the current detection; -1 without any.
     qint64 GetSelectedId() {
         const T* record = this->Record(this->CurrentRow());
@@ -51,18 +58,14 @@ public:
     }
 
 protected:
-    SearchMCVectorView(QWidget* parent, const char* name) : VectorListView<T, Adapter>(parent, name) {
+    SearchMCVectorView(QWidget* parent, const char* name)
+        : SearchMCView<T, VectorListView<T, Adapter>>(parent, name) {
         QObject::connect(this, &VectorListViewBase::doubleClicked, this, [this](SortListViewItem* item) {
             if (const T* record = this->Record(this->Item2Index(item)))
                 ValueListMediator<T, Adapter>(*record).SetFrequency(this);
         });
     }
 
-    void AddColumns(std::span<const DetectionColumn> columns) {
-        for (const DetectionColumn& column : columns)
-            this->AddColumn(SearchMC::ColumnTitle(column), QString::fromLatin1(column.field), column.compare);
-        SearchMC::ArrangeList(*this, columns);
-    }
     void select(int row) { this->SelectRow(row); }
 
     /// The value at the path, which need not be there.
@@ -90,15 +93,11 @@ protected:
             return entries;
         });
     }
-    /// Hands one row per selected record to the store's copy buffer.
-    template <typename Fill>
-    void CopySelected(Fill fill) {
+    /// Puts the selected records into the store's copy buffer.
+    void CopySelected() {
         FreqStore::Instance().ClearFrequencyListCopyStruct();
-        for (const T* record : this->SelectedRecords()) {
-            FrequencyListCopyStruct row;
-            fill(*record, row);
-            FreqStore::Instance().AddFrequencyListCopyStruct(row);
-        }
+        for (const T* record : this->SelectedRecords())
+            this->AddCopyRow(*record);
     }
 
 private:

@@ -11,6 +11,8 @@
 #include "host/freqstorexml/filehandling.h"
 #include "host/report/readsafely.h"
 
+#include <QPointer>
+
 #include <cmath>
 
 // The memory handler's files: reading and writing of channels and of the job.
@@ -128,8 +130,10 @@ void reportLimits(const Node& node, qint64 line, FileProblems& problems) {
 QString MemorySystemHandler::FileOpen() {
     if (m_inScanSurveillance)
         return QString();
+    // Whoever ends the application while a dialog is open ends this, too.
+    const QPointer<MemorySystemHandler> alive(this);
     const QString path = MemoryDialogs::FileToOpen();
-    if (path.isEmpty() || !FileGate::MayRead(FileGate::List::MemoryChannels, path))
+    if (path.isEmpty() || !alive || !FileGate::MayRead(FileGate::List::MemoryChannels, path) || !alive)
         return QString();
     const bool read = ReadFile(path);
     FileGate::WasRead(FileGate::List::MemoryChannels, path, read);

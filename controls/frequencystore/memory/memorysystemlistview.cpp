@@ -14,7 +14,6 @@
 #include "host/gui/resortpopupmenu.h"
 #include "host/widgets/canclosetabdialog.h"
 
-#include <QHeaderView>
 #include <QPointer>
 #include <QTimerEvent>
 
@@ -26,45 +25,41 @@ using Bar = FreqStoreListViewButtonBar;
 using FreqStoreXml::FrequencyStoreEntry;
 
 constexpr char TraceSource[] = "memorysystemlistview";
-constexpr int Right = 2;
-constexpr int CommentColumn = 2;
 /// The handler does not announce scan surveillance, nor that it waits for a file, so a view that is seen
 /// looks that often.
 constexpr int HandlerMilliseconds = 250;
 
-struct Column {
-    const char* title;
-    CompareFunction compare;
-    unsigned id;
+constexpr EntryColumn ColumnsVUHF[] = {
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Frequency"), _compNumericWithSuffix, SourceFrequency, 14,
+     "Frequency"},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Bandwidth"), _compNumericWithSuffix, SourceBandwidth, 10,
+     "Bandwidth"},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Comment"), _compStandardString, SourceText, 24, "Comment",
+     true},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Demodulation"), _compStandardString, SourceDemodulation, 6,
+     "Demodulation"},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Use Threshold"), _compStandardString, SourceUseSquelch, 6},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Threshold"), _compStandardNumeric, SourceThresholdToo, 6},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Man. Attenuation"), _compStandardString, SourceUseAttenuation,
+     6},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Attenuation"), _compStandardNumeric, SourceAttenuation, 6},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "AFC"), _compStandardString, SourceAFC, 6},
 };
 
-constexpr Column ColumnsVUHF[] = {
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Frequency"), _compNumericWithSuffix, SourceFrequency},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Bandwidth"), _compNumericWithSuffix, SourceBandwidth},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Comment"), _compStandardString, SourceText},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Demodulation"), _compStandardString, SourceDemodulation},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Use Threshold"), _compStandardString, SourceUseSquelch},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Threshold"), _compStandardNumeric, SourceThresholdToo},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Man. Attenuation"), _compStandardString,
-     SourceUseAttenuation},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Attenuation"), _compStandardNumeric, SourceAttenuation},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "AFC"), _compStandardString, SourceAFC},
+constexpr EntryColumn ColumnsHF[] = {
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Frequency"), _compNumericWithSuffix, SourceFrequency, 14,
+     "Frequency"},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Bandwidth"), _compNumericWithSuffix, SourceBandwidth, 10,
+     "Bandwidth"},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Comment"), _compStandardString, SourceText, 24, "Comment",
+     true},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Demodulation"), _compStandardString, SourceDemodulation, 6,
+     "Demodulation"},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Threshold"), _compStandardNumeric, SourceThreshold, 6},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "BFOFrequency"), _compStandardNumeric, SourceBFOFrequency, 6},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "OutputIFPath"), _compStandardString, SourceOutputIF, 9},
+    {QT_TRANSLATE_NOOP("MemorySystemListView", "Shift"), _compStandardNumeric, SourceShift, 6},
 };
-
-constexpr Column ColumnsHF[] = {
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Frequency"), _compNumericWithSuffix, SourceFrequency},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Bandwidth"), _compNumericWithSuffix, SourceBandwidth},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Comment"), _compStandardString, SourceText},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Demodulation"), _compStandardString, SourceDemodulation},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Threshold"), _compStandardNumeric, SourceThreshold},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "BFOFrequency"), _compStandardNumeric, SourceBFOFrequency},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "OutputIFPath"), _compStandardString, SourceOutputIF},
-    {QT_TRANSLATE_NOOP("MemorySystemListView", "Shift"), _compStandardNumeric, SourceShift},
-};
-
-/// One less than there are columns; setting the last function makes up for it.
-constexpr int CompareFunctionsVUHF = 8;
-constexpr int CompareFunctionsHF = 7;
 
 /// The bar's actions that the list has, with its slots.
 struct ActionSlot {
@@ -83,10 +78,6 @@ constexpr ActionSlot ActionSlots[] = {
     {Bar::SaveToJob, &MemorySystemListView::slotSavetoJob, true},
 };
 
-unsigned copyId(const char* columnName) {
-    return FreqStore::Instance().GetCopyStructId(QString::fromLatin1(columnName));
-}
-
 FrequencyNodeMediator* mediatorOf(const SortListViewItem* item) {
     return item ? static_cast<const FrequencyNodeMediatorViewItem*>(item)->GetMediator() : nullptr;
 }
@@ -98,24 +89,15 @@ FrequencyStoreListView* CreateMemorySystemListView(QWidget* parent, unsigned lis
 }
 
 MemorySystemListView::MemorySystemListView(QWidget* parent, unsigned listId)
-    : FrequencyNodeListView(parent, listId),
-      m_copyFrequency(copyId("Frequency")),
-      m_copyComment(copyId("Comment")),
-      m_copyBandwidth(copyId("Bandwidth")),
-      m_copyDemodulation(copyId("Demodulation")) {
-    setObjectName(QStringLiteral("MemorySystemListView"));
+    : EntryListView(parent, listId, "MemorySystemListView") {
     setFocusPolicy(Qt::StrongFocus);
     setFocus();
-    setAllColumnsShowFocus(true);
-    setShowSortIndicator(true);
-    setMultiSelection(true);
-    setSelectionMode(ExtendedSelection);
     setEnabled(true);
-    const bool isVUHF = handler().IsVUHF();
-    SetCompareFunctionLength(isVUHF ? CompareFunctionsVUHF : CompareFunctionsHF);
-    addColumns(isVUHF);
     // The columns of the two kinds are remembered apart.
-    SetColumnWidthPersistantName(objectName() + (isVUHF ? QStringLiteral("VUHF") : QStringLiteral("HF")));
+    if (handler().IsVUHF())
+        AddColumns(ColumnsVUHF, QStringLiteral("VUHF"));
+    else
+        AddColumns(ColumnsHF, QStringLiteral("HF"));
     connect(this, &SortListView::doubleClicked, this,
             qOverload<SortListViewItem*>(&MemorySystemListView::slotEdit));
     connect(this, &SortListView::returnPressed, this,
@@ -131,20 +113,6 @@ MemorySystemHandler& MemorySystemListView::handler() {
     return *MemorySystemHandler::Instance();
 }
 
-void MemorySystemListView::addColumns(bool isVUHF) {
-    const std::span<const Column> columns = isVUHF ? std::span<const Column>(ColumnsVUHF) : ColumnsHF;
-    for (const Column& column : columns) {
-        AddColumn(tr(column.title), column.compare, column.id);
-        setColumnAlignment(static_cast<unsigned>(columnCount() - 1), Right);
-    }
-    header()->setStretchLastSection(false);
-    if (isVUHF)
-        FitColumns({14, 10, 24, 6, 6, 6, 6, 6, 6});
-    else
-        FitColumns({14, 10, 24, 6, 6, 6, 9, 6});
-    setColumnWidthMode(CommentColumn, QHeaderView::Stretch);
-}
-
 void MemorySystemListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
     if (!bar)
         return;
@@ -154,23 +122,22 @@ void MemorySystemListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) 
     bar->SetTip(Bar::Read, tr("Add the channels of a file"));
     for (const ActionSlot& entry : ActionSlots)
         bar->GetAction(entry.action)->setVisible(true);
-    if (!m_menu)
+    if (AttachToBar(*bar))
         connectBar(*bar);
     lookAtHandler();
     bar->EnableActions();
 }
 
 void MemorySystemListView::connectBar(FreqStoreListViewButtonBar& bar) {
-    m_menu = new ResortPopupMenu(this, "ViewMenu");
+    auto* menu = new ResortPopupMenu(this, "ViewMenu");
     for (const ActionSlot& entry : ActionSlots) {
         QAction* action = bar.GetAction(entry.action);
         connect(action, &QAction::triggered, this, entry.slot);
         if (entry.action == Bar::Copy || entry.action == Bar::Read)
-            m_menu->addSeparator();
-        m_menu->addAction(action);
+            menu->addSeparator();
+        menu->addAction(action);
     }
-    SetHeaderMenu(m_menu);
-    bar.AttachView(this);
+    SetHeaderMenu(menu);
 }
 
 QString MemorySystemListView::WhyOff(int action) const {
@@ -186,7 +153,7 @@ QString MemorySystemListView::WhyOff(int action) const {
 
 void MemorySystemListView::lookAtHandler() {
     // Once the controller has ended the handler is gone, and asking for it would make a new one.
-    const auto* list = dynamic_cast<const FrequencyNodeMediatorCtrl*>(Controller());
+    const FrequencyNodeMediatorCtrl* const list = List();
     if (!list)
         return;
     const bool wasInSurveillance = std::exchange(m_inSurveillance, handler().GetInScanSurveillance());
@@ -237,19 +204,8 @@ void MemorySystemListView::slotNew() {
     else
         handler().SetNewEntryHF(0, 0, none, none, false, none, 0, 0, 0);
     bringJobUpToDate();
-    if (const auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(Controller()); list && list->size() > 0)
-        makeCurrent(list->size() - 1);
-}
-
-/// Makes the row of the n-th channel the current one, unless a filter hides it.
-void MemorySystemListView::makeCurrent(unsigned long index) {
-    auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(Controller());
-    const FrequencyNodeMediator* mediator = list ? list->At(index) : nullptr;
-    FrequencyNodeMediatorViewItem* row = mediator ? mediator->GetItem4View(this) : nullptr;
-    if (!row || row->treeWidget() != this)
-        return;
-    clearSelection();
-    row->activate();
+    if (List() && List()->size() > 0)
+        MakeCurrent(List()->size() - 1);
 }
 
 void MemorySystemListView::slotEdit() {
@@ -307,7 +263,11 @@ void MemorySystemListView::DoDelete() {
 }
 
 void MemorySystemListView::slotLoadFile() {
-    SetFileName2Caption(handler().FileOpen());
+    const QPointer<MemorySystemListView> alive(this); // the view may end while a dialog is open
+    const QString name = handler().FileOpen();
+    if (!alive)
+        return;
+    SetFileName2Caption(name);
     lookAtHandler();
 }
 
@@ -316,28 +276,11 @@ void MemorySystemListView::slotSavetoJob() {
 }
 
 void MemorySystemListView::slotCopy() {
-    const std::vector<FrequencyNodeMediator*> mediators = SelectedMediators();
-    if (mediators.empty())
-        return;
-    CopySelection(TraceSource);
-    FreqStore::Instance().ClearFrequencyListCopyStruct();
-    for (FrequencyNodeMediator* mediator : mediators) {
-        if (auto* channel = dynamic_cast<MemoryMediator*>(mediator))
-            copy2FreqStore(*channel);
-    }
-}
-
-void MemorySystemListView::copy2FreqStore(MemoryMediator& mediator) {
-    FrequencyListCopyStruct row;
-    row.SetValue(m_copyFrequency, mediator.GetFrequencyString(0));
-    row.SetValue(m_copyComment, mediator.GetCommentString(0));
-    row.SetValue(m_copyBandwidth, mediator.GetBandwidthString(0));
-    row.SetValue(m_copyDemodulation, mediator.GetDemodulationString(0));
-    FreqStore::Instance().AddFrequencyListCopyStruct(row);
+    CopyEntries(TraceSource);
 }
 
 void MemorySystemListView::slotPaste() {
-    auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(Controller());
+    FrequencyNodeMediatorCtrl* const list = List();
     if (!list)
         return;
     const unsigned long before = list->size();
@@ -349,7 +292,7 @@ void MemorySystemListView::slotPaste() {
     else
         list->AppendEntries(rows);
     if (list->size() > before) // the handler has brought the job up to date
-        makeCurrent(before);
+        MakeCurrent(before);
 }
 
 /// The rows of the store's copy buffer as entries; a row without a frequency is told and left out.
@@ -361,7 +304,7 @@ QVector<FrequencyStoreEntry> MemorySystemListView::copyBufferEntries() const {
         QString bandwidth;
         QString text;
         double hertz = 0;
-        row->GetValue(m_copyFrequency, frequency);
+        row->GetValue(CopyId(SourceFrequency), frequency);
         if (!Quor::ParseFrequency(frequency, hertz)) {
             Problems::Report(TraceSource,
                              Problem{tr("Copied row"), 0, tr("\"%1\" is not a frequency").arg(frequency)});
@@ -370,11 +313,11 @@ QVector<FrequencyStoreEntry> MemorySystemListView::copyBufferEntries() const {
         FrequencyStoreEntry entry;
         FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
         settings.GetFrequency().SetValue(hertz);
-        if (row->GetValue(m_copyBandwidth, bandwidth) && Quor::ParseFrequency(bandwidth, hertz))
+        if (row->GetValue(CopyId(SourceBandwidth), bandwidth) && Quor::ParseFrequency(bandwidth, hertz))
             settings.GetIFBandwidth().SetValue(hertz);
-        if (row->GetValue(m_copyComment, text))
+        if (row->GetValue(CopyId(SourceText), text))
             entry.SetComment(text);
-        if (row->GetValue(m_copyDemodulation, text))
+        if (row->GetValue(CopyId(SourceDemodulation), text))
             settings.SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod(text));
         entries.append(entry);
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/freqlist/frequencynodelistview.h"
+#include "controls/frequencystore/common/entrylistview.h"
 
 #include <QBasicTimer>
 
@@ -8,9 +8,7 @@
 
 class CanCloseTabDialog;
 class HalvoViewEditor;
-class MemoryMediator;
 class MemorySystemHandler;
-class ResortPopupMenu;
 
 namespace FreqStoreXml {
 class FrequencyStoreEntry;
@@ -21,7 +19,7 @@ class FrequencyStoreEntry;
 ///
 /// While the receiver is in scan surveillance, actions that touch files are off; while the list waits for a
 /// file, those that add to it are.
-class MemorySystemListView : public FrequencyNodeListView {
+class MemorySystemListView : public EntryListView {
     Q_OBJECT
 
 public:
@@ -58,25 +56,17 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    void addColumns(bool isVUHF);
     void connectBar(FreqStoreListViewButtonBar& bar);
     void DoDelete();
     void SetFileName2Caption(const QString& text);
-    void copy2FreqStore(MemoryMediator& mediator);
     QVector<FreqStoreXml::FrequencyStoreEntry> copyBufferEntries() const;
-    void makeCurrent(unsigned long index);
     void bringJobUpToDate();
     void lookAtHandler();
     static MemorySystemHandler& handler();
 
-    ResortPopupMenu* m_menu = nullptr;
     std::unique_ptr<CanCloseTabDialog> m_dialog; ///< while one is open
     HalvoViewEditor* m_editor = nullptr;         ///< in the dialog
     QBasicTimer m_handlerTick;
     bool m_inSurveillance = false; ///< as last seen
     bool m_isWaiting = false;      ///< for a file, since the last one could not be read; as last seen
-    unsigned m_copyFrequency;
-    unsigned m_copyComment;
-    unsigned m_copyBandwidth;
-    unsigned m_copyDemodulation;
 };

@@ -35,21 +35,6 @@ void traceException(TracePlace place, const char* heading, const RGException& ex
         TraceLazily(place, [&] { return exception.GetErrorText(); });
 }
 
-FrequencyStoreEntry entryOf(FrequencyNodeMediator& mediator) {
-    double frequency = 0;
-    double bandwidth = 0;
-    char type = TypeOfOthers;
-    mediator.GetFrequency(frequency, 0);
-    mediator.GetBandwidth(bandwidth, 0);
-    mediator.GetType(type, 0);
-    FrequencyStoreEntry entry;
-    entry.SetComment(mediator.GetCommentString(0));
-    entry.SetType(QString(QLatin1Char(type)));
-    entry.GetFFM_Settings().GetFrequency().SetValue(frequency);
-    entry.GetFFM_Settings().GetIFBandwidth().SetValue(bandwidth);
-    return entry;
-}
-
 } // namespace
 
 /// Every reading of a file runs in here.
@@ -329,7 +314,16 @@ bool NOIFrequencyHandler::writeEntries(const QString& path, bool csv) {
         FreqStoreXml::FrequencyStoreListWriter writer(
             path, csv, csv ? FrequencyStoreListHelper::NoiFrequencies : FrequencyStoreListHelper::XmlList);
         writer.Begin(FrequencyStoreList::Noi);
-        m_pMedCtrl->ForEach([&](FrequencyNodeMediator& mediator) { writer.Append(entryOf(mediator)); });
+        FrequencyStoreList one;
+        m_pMedCtrl->ForEach([&](FrequencyNodeMediator& mediator) {
+            mediator.AddToXml(one);
+            FrequencyStoreEntry& entry = one.GetFrequencyStoreEntry().last();
+            if (entry.GetType().isEmpty())
+                entry.SetType(QString(QLatin1Char(TypeOfOthers)));
+            entry.GetFFM_Settings().SetAnalogDemod({}); // bands have none, whatever else their nodes hold
+            writer.Append(entry);
+            one.GetFrequencyStoreEntry().resize(0);
+        });
         writer.Commit();
         return true;
     } catch (const RGException& exception) {

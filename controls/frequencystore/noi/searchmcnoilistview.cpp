@@ -1,19 +1,15 @@
 #include "controls/frequencystore/noi/searchmcnoilistview.h"
 
 #include "controls/frequencystore/common/csvallowed.h"
-#include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/common/halvovieweditor.h"
 #include "controls/frequencystore/common/keys.h"
 #include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "controls/frequencystore/noi/noilistviewfactory.h"
 #include "host/base/problems.h"
-#include "host/freqlist/buttonbar.h"
-#include "host/freqlist/copystruct.h"
-#include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
+#include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/widgets/canclosetabdialog.h"
 
-#include <QHeaderView>
 #include <QPointer>
 
 namespace {
@@ -21,24 +17,15 @@ namespace {
 using Bar = FreqStoreListViewButtonBar;
 
 constexpr char TraceSource[] = "searchmcnoilistview";
-constexpr int Right = 2;
-constexpr int CommentColumn = 2;
 
-struct Column {
-    const char* title;
-    CompareFunction compare;
-    unsigned id;
+constexpr EntryColumn Columns[] = {
+    {QT_TRANSLATE_NOOP("SearchMCNOIListView", "Frequency"), _compNumericWithSuffix, SourceFrequency, 18,
+     "Frequency"},
+    {QT_TRANSLATE_NOOP("SearchMCNOIListView", "Bandwidth"), _compNumericWithSuffix, SourceBandwidth, 14,
+     "Bandwidth"},
+    {QT_TRANSLATE_NOOP("SearchMCNOIListView", "Comment"), _compStandardString, SourceText, 40, "Comment",
+     true},
 };
-
-constexpr Column Columns[] = {
-    {QT_TRANSLATE_NOOP("SearchMCNOIListView", "Frequency"), _compNumericWithSuffix, SourceFrequency},
-    {QT_TRANSLATE_NOOP("SearchMCNOIListView", "Bandwidth"), _compNumericWithSuffix, SourceBandwidth},
-    {QT_TRANSLATE_NOOP("SearchMCNOIListView", "Comment"), _compStandardString, SourceText},
-};
-
-unsigned copyId(const char* columnName) {
-    return FreqStore::Instance().GetCopyStructId(QString::fromLatin1(columnName));
-}
 
 } // namespace
 
@@ -47,23 +34,8 @@ FrequencyStoreListView* CreateSearchMCNOIListView(QWidget* parent, unsigned list
 }
 
 SearchMCNOIListView::SearchMCNOIListView(QWidget* parent, unsigned listId)
-    : FrequencyNodeListView(parent, listId),
-      m_copyFrequency(copyId("Frequency")),
-      m_copyComment(copyId("Comment")),
-      m_copyBandwidth(copyId("Bandwidth")) {
-    setObjectName(QStringLiteral("SearchMCNOIListView"));
-    setAllColumnsShowFocus(true);
-    setShowSortIndicator(true);
-    setMultiSelection(true);
-    setSelectionMode(ExtendedSelection);
-    for (const Column& column : Columns)
-        AddColumn(tr(column.title), column.compare, column.id);
-    for (int column = 0; column < columnCount(); ++column)
-        setColumnAlignment(static_cast<unsigned>(column), Right);
-    header()->setStretchLastSection(false);
-    FitColumns({18, 14, 40});
-    setColumnWidthMode(CommentColumn, QHeaderView::Stretch);
-    SetColumnWidthPersistantName(objectName());
+    : EntryListView(parent, listId, "SearchMCNOIListView") {
+    AddColumns(Columns);
     const auto edit = qOverload<SortListViewItem*>(&SearchMCNOIListView::slotEdit);
     connect(this, &SortListView::doubleClicked, this, edit);
     connect(this, &SortListView::returnPressed, this, edit);
@@ -74,33 +46,25 @@ void SearchMCNOIListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
         return;
     FrequencyNodeListView::InitFreqStoreWidget(bar);
     bar->SetCaption(tr("Frequency Store - NOI Frequencies"));
-    for (const Bar::Action action :
-         {Bar::Read, Bar::Save, Bar::Copy, Bar::Paste, Bar::New, Bar::Edit, Bar::Delete})
-        bar->GetAction(action)->setVisible(true);
-    const bool withCsv = CsvIsAllowed(QStringLiteral("ViewMenu"));
-    for (const Bar::Action action : {Bar::Export, Bar::Import})
-        bar->GetAction(action)->setVisible(withCsv);
-    if (!std::exchange(m_connected, true))
+    ShowActions(*bar, {Bar::Read, Bar::Save, Bar::Copy, Bar::Paste, Bar::New, Bar::Edit, Bar::Delete});
+    ShowActions(*bar, {Bar::Export, Bar::Import}, CsvIsAllowed(QStringLiteral("ViewMenu")));
+    if (AttachToBar(*bar))
         connectBar(*bar);
     showWaiting();
 }
 
 void SearchMCNOIListView::connectBar(FreqStoreListViewButtonBar& bar) {
-    bar.AttachView(this);
-    const std::pair<Bar::Action, void (SearchMCNOIListView::*)()> commands[] = {
-        {Bar::Read, &SearchMCNOIListView::slotLoadFile},
-        {Bar::Save, &SearchMCNOIListView::slotSaveToFile},
-        {Bar::Copy, &SearchMCNOIListView::slotCopy},
-        {Bar::Paste, &SearchMCNOIListView::slotPaste},
-        {Bar::New, &SearchMCNOIListView::slotNew},
-        {Bar::Edit, &SearchMCNOIListView::slotEdit},
-        // First the entries go, then the band list follows.
-        {Bar::Delete, &SearchMCNOIListView::DeleteSelectedEntries},
-        {Bar::Delete, &SearchMCNOIListView::slotDelete},
-        {Bar::Export, &SearchMCNOIListView::slotExportToFile},
-        {Bar::Import, &SearchMCNOIListView::slotImportFromFile}};
-    for (const auto& [action, slot] : commands)
-        connect(bar.GetAction(action), &QAction::triggered, this, slot);
+    ConnectActions<SearchMCNOIListView>(bar, {{Bar::Read, &SearchMCNOIListView::slotLoadFile},
+                                              {Bar::Save, &SearchMCNOIListView::slotSaveToFile},
+                                              {Bar::Copy, &SearchMCNOIListView::slotCopy},
+                                              {Bar::Paste, &SearchMCNOIListView::slotPaste},
+                                              {Bar::New, &SearchMCNOIListView::slotNew},
+                                              {Bar::Edit, &SearchMCNOIListView::slotEdit},
+                                              // First the entries go, then the band list follows.
+                                              {Bar::Delete, &SearchMCNOIListView::DeleteSelectedEntries},
+                                              {Bar::Delete, &SearchMCNOIListView::slotDelete},
+                                              {Bar::Export, &SearchMCNOIListView::slotExportToFile},
+                                              {Bar::Import, &SearchMCNOIListView::slotImportFromFile}});
     connect(NOIFrequencyHandler::Instance(), &NOIFrequencyHandler::signalNewFileLoaded, this,
             &SearchMCNOIListView::showWaiting);
 }
@@ -150,20 +114,14 @@ void SearchMCNOIListView::slotSaveToFile() {
 }
 
 void SearchMCNOIListView::slotCopy() {
-    CopySelection(TraceSource);
-    FreqStore::Instance().ClearFrequencyListCopyStruct();
-    for (FrequencyNodeMediator* mediator : SelectedMediators())
-        copy2FreqStore(*mediator);
+    CopyEntries(TraceSource);
 }
 
-void SearchMCNOIListView::copy2FreqStore(FrequencyNodeMediator& mediator) {
+void SearchMCNOIListView::FillCopyRow(FrequencyNodeMediator& mediator, FrequencyListCopyStruct& row) const {
     double bandwidth = 0;
     mediator.GetBandwidth(bandwidth, 0);
-    FrequencyListCopyStruct row;
-    row.SetValue(m_copyFrequency, mediator.GetFrequencyString(0));
-    row.SetValue(m_copyBandwidth, QStringLiteral("%1").arg(bandwidth, 0, 'f', -1));
-    row.SetValue(m_copyComment, mediator.GetCommentString(0));
-    FreqStore::Instance().AddFrequencyListCopyStruct(row);
+    EntryListView::FillCopyRow(mediator, row);
+    row.SetValue(CopyId(SourceBandwidth), QStringLiteral("%1").arg(bandwidth, 0, 'f', -1));
 }
 
 // A list that waits for a file would lose what is added to it to that file.
@@ -186,13 +144,8 @@ void SearchMCNOIListView::addNew() {
 }
 
 void SearchMCNOIListView::goToNewest() {
-    HalvoNodeMediatorCtrl* list = NOIFrequencyHandler::Instance()->GetMediatorCtrl();
-    FrequencyNodeMediator* newest = list && list->size() > 0 ? list->At(list->size() - 1) : nullptr;
-    FrequencyNodeMediatorViewItem* row = newest ? newest->GetItem4View(this) : nullptr;
-    if (!row || row->treeWidget() != this) // filtered out
-        return;
-    clearSelection();
-    row->activate();
+    if (List() && List()->size() > 0)
+        MakeCurrent(List()->size() - 1);
 }
 
 void SearchMCNOIListView::slotEdit() {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "host/freqlist/frequencynodelistview.h"
+#include "controls/frequencystore/common/entrylistview.h"
 
 class NOIFrequencyHandler;
 
 /// List view of the frequencies of interest. Its actions call the list's handler.
-class SearchMCNOIListView : public FrequencyNodeListView {
+class SearchMCNOIListView : public EntryListView {
     Q_OBJECT
 
 public:
@@ -39,19 +39,16 @@ public:
 
 protected:
     bool HasEditor() const override { return true; }
+    /// The bandwidth goes there as a plain number of hertz.
+    void FillCopyRow(FrequencyNodeMediator& mediator, FrequencyListCopyStruct& row) const override;
 
 private:
     void connectBar(FreqStoreListViewButtonBar& bar);
-    void copy2FreqStore(FrequencyNodeMediator& mediator);
     bool isWaiting() const;
     bool showWaiting();
     void runFileCommand(QString (NOIFrequencyHandler::*command)());
     void addNew();
     void goToNewest();
 
-    bool m_connected = false;
-    unsigned m_copyFrequency;
-    unsigned m_copyComment;
-    unsigned m_copyBandwidth;
     QString m_fileName;
 };

@@ -4,9 +4,7 @@
 #include "controls/frequencystore/common/keys.h"
 #include "controls/frequencystore/results/resultlistviewfactory.h"
 #include "controls/frequencystore/results/searchmcdatahandler.h"
-#include "host/freqlist/buttonbar.h"
 
-#include <QHeaderView>
 #include <QPointer>
 
 namespace {
@@ -14,22 +12,13 @@ namespace {
 using Bar = FreqStoreListViewButtonBar;
 
 constexpr char TraceSource[] = "searchmcdatalistview";
-constexpr int Right = 2;
-/// One less than there are columns; setting the last function makes up for it.
-constexpr int CompareFunctions = 4;
 
-struct Column {
-    const char* title;
-    CompareFunction compare;
-    unsigned id;
-};
-
-constexpr Column Columns[] = {
-    {QT_TRANSLATE_NOOP("SearchMCDataListView", "Lock State"), _compStandardString, SourceLocked},
-    {QT_TRANSLATE_NOOP("SearchMCDataListView", "Frequency"), _compNumericWithSuffix, SourceFrequency},
-    {QT_TRANSLATE_NOOP("SearchMCDataListView", "Bandwidth"), _compNumericWithSuffix, SourceBandwidth},
-    {QT_TRANSLATE_NOOP("SearchMCDataListView", "Signal Time"), _compStandardString, SourceLockTime},
-    {QT_TRANSLATE_NOOP("SearchMCDataListView", "Confidence"), _compNumericWithSuffix, SourceConfidence},
+constexpr EntryColumn Columns[] = {
+    {QT_TRANSLATE_NOOP("SearchMCDataListView", "Lock State"), _compStandardString, SourceLocked, 18},
+    {QT_TRANSLATE_NOOP("SearchMCDataListView", "Frequency"), _compNumericWithSuffix, SourceFrequency, 22},
+    {QT_TRANSLATE_NOOP("SearchMCDataListView", "Bandwidth"), _compNumericWithSuffix, SourceBandwidth, 20},
+    {QT_TRANSLATE_NOOP("SearchMCDataListView", "Signal Time"), _compStandardString, SourceLockTime, 28},
+    {QT_TRANSLATE_NOOP("SearchMCDataListView", "Confidence"), _compNumericWithSuffix, SourceConfidence, 18},
 };
 
 } // namespace
@@ -39,38 +28,23 @@ FrequencyStoreListView* CreateSearchMCDataListView(QWidget* parent, unsigned lis
 }
 
 SearchMCDataListView::SearchMCDataListView(QWidget* parent, unsigned listId)
-    : FrequencyNodeListView(parent, listId) {
-    setObjectName(QStringLiteral("SearchMCDataListView"));
+    : EntryListView(parent, listId, "SearchMCDataListView") {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    setAllColumnsShowFocus(true);
-    setShowSortIndicator(true);
-    setMultiSelection(true);
-    setSelectionMode(ExtendedSelection);
-    SetCompareFunctionLength(CompareFunctions);
-    for (const Column& column : Columns) {
-        AddColumn(tr(column.title), column.compare, column.id);
-        setColumnAlignment(static_cast<unsigned>(columnCount() - 1), Right);
-    }
-    header()->setStretchLastSection(false);
-    FitColumns({18, 22, 20, 28, 18});
-    SetColumnWidthPersistantName(objectName());
+    AddColumns(Columns);
 }
 
 void SearchMCDataListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
     if (!bar)
         return;
     FrequencyNodeListView::InitFreqStoreWidget(bar);
-    for (const Bar::Action action : {Bar::Copy, Bar::Paste, Bar::Save})
-        bar->GetAction(action)->setVisible(true);
-    bar->GetAction(Bar::Export)->setVisible(CsvIsAllowed());
+    ShowActions(*bar, {Bar::Copy, Bar::Paste, Bar::Save});
+    ShowActions(*bar, {Bar::Export}, CsvIsAllowed());
     bar->OfferPause();
-    if (!std::exchange(m_connected, true)) {
-        bar->AttachView(this);
-        connect(bar->GetAction(Bar::Save), &QAction::triggered, this, &SearchMCDataListView::slotSaveToFile);
-        connect(bar->GetAction(Bar::Export), &QAction::triggered, this,
-                &SearchMCDataListView::slotExportToFile);
-        connect(bar->GetAction(Bar::Copy), &QAction::triggered, this, &SearchMCDataListView::slotCopy);
-        connect(bar->GetAction(Bar::Paste), &QAction::triggered, this, &SearchMCDataListView::slotPaste);
+    if (AttachToBar(*bar)) {
+        ConnectActions<SearchMCDataListView>(*bar, {{Bar::Save, &SearchMCDataListView::slotSaveToFile},
+                                                    {Bar::Export, &SearchMCDataListView::slotExportToFile},
+                                                    {Bar::Copy, &SearchMCDataListView::slotCopy},
+                                                    {Bar::Paste, &SearchMCDataListView::slotPaste}});
     }
     bar->SetCaption(tr("Frequency Store - Search MC Data Results "));
 }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "host/freqlist/frequencynodelistview.h"
+#include "controls/frequencystore/common/entrylistview.h"
 
 /// List view of the classifier's results. Its actions call the results' handler.
-class SearchMCDataListView : public FrequencyNodeListView {
+class SearchMCDataListView : public EntryListView {
     Q_OBJECT
 
 public:
@@ -20,7 +20,4 @@ public slots:
     void slotCopy();
     /// Adds the entries on the clipboard, of whatever list they are, as results.
     void slotPaste();
-
-private:
-    bool m_connected = false;
 };

@@ -141,35 +141,24 @@ void SearchMCDataMediator::UpdateMyViewItems(FrequencyNodeListView* view) {
 }
 
 void SearchMCDataMediator::AddToXml(FreqStoreXml::FrequencyStoreList& list) {
-    double frequency = 0;
-    double bandwidth = 0;
     char type = m_letter;
     QString state;
     quint64 lockTime = 0;
     int confidence = 0;
-    GetFrequency(frequency, 0);
-    GetBandwidth(bandwidth, 0);
     GetType(type, 0);
     GetLockResult(state);
     GetLockTime(lockTime);
     GetConfidence(confidence);
 
-    FreqStoreXml::FrequencyStoreEntry entry;
+    HalvoITNodeMediator::AddToXml(list);
+    FreqStoreXml::FrequencyStoreEntry& entry = list.GetFrequencyStoreEntry().last();
     entry.SetType(QString(QLatin1Char(type)));
-    entry.SetComment(GetCommentString(0));
-    FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
-    settings.GetFrequency().SetValue(frequency);
-    settings.GetIFBandwidth().SetValue(bandwidth);
-    if (const QString demodulation = GetDemodulationString(0); !demodulation.isEmpty())
-        settings.SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod(demodulation));
-
     FreqStoreXml::ResultList result;
     result.SetConfidence(confidence);
     result.SetResultTime(
         QDateTime::fromSecsSinceEpoch(static_cast<qint64>(lockTime) / MicrosecondsPerSecond, Qt::UTC));
     result.SetReason(state);
     entry.SetResultList(result);
-    list.AppendFrequencyStoreEntry(entry);
 }
 
 QString SearchMCDataMediator::ToString() {

@@ -113,9 +113,12 @@ bool TargetListHandler::isKeptOut(const QString& path) const {
     return !path.isEmpty() && !m_client && !FileGate::MayRead(FileGate::List::Targets, path);
 }
 
+// Whoever ends the application while a dialog is open ends this, too: then nothing was done.
+
 QString TargetListHandler::ReadTargetList() {
+    const QPointer<TargetListHandler> alive(this);
     const QString path = TargetDialogs::FileToRead(m_directory);
-    if (isKeptOut(path))
+    if (!alive || isKeptOut(path) || !alive)
         return QString();
     if (!path.isEmpty())
         ReadFile(path);
@@ -125,8 +128,9 @@ QString TargetListHandler::ReadTargetList() {
 }
 
 QString TargetListHandler::ImportTargetList() {
+    const QPointer<TargetListHandler> alive(this);
     const QString path = TargetDialogs::FileToImport(m_directory);
-    if (path.isEmpty() || isKeptOut(path))
+    if (path.isEmpty() || !alive || isKeptOut(path) || !alive)
         return QString();
     if (!m_client && m_pParser) {
         const bool read = parse(TraceSource, path);
@@ -141,16 +145,18 @@ QString TargetListHandler::ImportTargetList() {
 QString TargetListHandler::Save2File(bool toCurrentFile) {
     if (toCurrentFile && isForeignXml(m_currentFile))
         m_currentFile = QString::fromLatin1(DefaultFile);
+    const QPointer<TargetListHandler> alive(this);
     const QString path = toCurrentFile ? m_currentFile : TargetDialogs::FileToSave(m_directory);
-    if (path.isEmpty() || !SaveFile(path))
+    if (path.isEmpty() || !alive || !SaveFile(path))
         return QString();
     FileGate::WasWritten(FileGate::List::Targets, path);
     return path;
 }
 
 QString TargetListHandler::Export2File() {
+    const QPointer<TargetListHandler> alive(this);
     const QString path = TargetDialogs::FileToExport(m_directory);
-    return !path.isEmpty() && SaveFile(path) ? path : QString();
+    return !path.isEmpty() && alive && SaveFile(path) ? path : QString();
 }
 
 int TargetListHandler::AddToFreqStore() {

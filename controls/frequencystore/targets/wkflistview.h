@@ -1,12 +1,9 @@
 #pragma once
 
-#include "host/freqlist/copystruct.h"
-#include "host/freqlist/frequencynodelistview.h"
-
-class WkfNodeMediator;
+#include "controls/frequencystore/common/entrylistview.h"
 
 /// List view of the local target list. Its actions call the target list handler.
-class WkfListView : public FrequencyNodeListView {
+class WkfListView : public EntryListView {
     Q_OBJECT
 
 public:
@@ -28,15 +25,11 @@ public slots:
 
 protected:
     void SetFilename2Caption(const QString& fileName);
+    /// The type goes there, too, which no column shows.
+    void FillCopyRow(FrequencyNodeMediator& mediator, FrequencyListCopyStruct& row) const override;
 
 private:
     void connectBar(FreqStoreListViewButtonBar& bar, bool withCsv);
-    void copy2FreqStore(WkfNodeMediator& mediator);
 
-    bool m_connected = false;
-    unsigned m_copyFrequency;
-    unsigned m_copyComment;
-    unsigned m_copyBandwidth;
-    unsigned m_copyDemodulation;
     unsigned m_copyType;
 };

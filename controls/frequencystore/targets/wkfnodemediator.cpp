@@ -160,21 +160,11 @@ bool WkfNodeMediator::CellText(unsigned columnId, QString& text) {
 }
 
 void WkfNodeMediator::AddToXml(FreqStoreXml::FrequencyStoreList& list) {
-    double frequency = 0;
-    double bandwidth = 0;
-    GetFrequency(frequency, 0);
-    GetBandwidth(bandwidth, 0);
-    const QString comment = GetCommentString(0);
-    const QString demodulation = GetDemodulationString(0);
-
-    FreqStoreXml::FrequencyStoreEntry entry;
-    entry.SetComment(comment.isEmpty() ? GetFrequencyString(0) : comment);
+    HalvoITNodeMediator::AddToXml(list);
+    FreqStoreXml::FrequencyStoreEntry& entry = list.GetFrequencyStoreEntry().last();
+    if (entry.GetComment().isEmpty())
+        entry.SetComment(GetFrequencyString(0));
     entry.SetType(QString(QLatin1Char(m_letter)));
-    FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
-    settings.GetFrequency().SetValue(frequency);
-    settings.GetIFBandwidth().SetValue(bandwidth);
-    if (!demodulation.isEmpty())
-        settings.SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod(demodulation));
 
     int priority = 0;
     QString text;
@@ -192,7 +182,6 @@ void WkfNodeMediator::AddToXml(FreqStoreXml::FrequencyStoreList& list) {
     text.clear();
     GetThreadClass(text, 0);
     profile.SetThreatClass(orText(text, "undefined"));
-    list.AppendFrequencyStoreEntry(entry);
 }
 
 QString WkfNodeMediator::ToString() {

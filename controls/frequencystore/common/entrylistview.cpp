@@ -1,0 +1,93 @@
+#include "controls/frequencystore/common/entrylistview.h"
+
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodemediator.h"
+#include "host/freqlist/frequencynodemediatorctrl.h"
+
+#include <QCoreApplication>
+#include <QHeaderView>
+
+EntryListView::EntryListView(QWidget* parent, unsigned listId, const char* name)
+    : FrequencyNodeListView(parent, listId) {
+    setObjectName(QString::fromLatin1(name));
+    setAllColumnsShowFocus(true);
+    setShowSortIndicator(true);
+    setMultiSelection(true);
+    setSelectionMode(ExtendedSelection);
+}
+
+void EntryListView::AddColumns(std::span<const EntryColumn> columns, const QString& kind) {
+    // One less than there are columns; setting the last function makes up for it.
+    SetCompareFunctionLength(static_cast<int>(columns.size()) - 1);
+    std::vector<int> widths;
+    for (const EntryColumn& column : columns) {
+        AddColumn(QCoreApplication::translate(metaObject()->className(), column.title), column.compare,
+                  column.id);
+        setColumnAlignment(static_cast<unsigned>(columnCount() - 1), column.alignment);
+        widths.push_back(column.width);
+        if (column.copyName)
+            m_copied.push_back(
+                {column.id, FreqStore::Instance().GetCopyStructId(QString::fromLatin1(column.copyName))});
+    }
+    header()->setStretchLastSection(false);
+    FitColumns(widths);
+    for (size_t i = 0; i < columns.size(); ++i) {
+        if (columns[i].takesRest)
+            setColumnWidthMode(static_cast<int>(i), QHeaderView::Stretch);
+    }
+    SetColumnWidthPersistantName(objectName() + kind);
+}
+
+void EntryListView::CopyEntries(TracePlace place) {
+    const std::vector<FrequencyNodeMediator*> mediators = SelectedMediators();
+    if (mediators.empty())
+        return;
+    CopySelection(place);
+    FreqStore::Instance().ClearFrequencyListCopyStruct();
+    for (FrequencyNodeMediator* mediator : mediators) {
+        FrequencyListCopyStruct row;
+        FillCopyRow(*mediator, row);
+        FreqStore::Instance().AddFrequencyListCopyStruct(row);
+    }
+}
+
+void EntryListView::FillCopyRow(FrequencyNodeMediator& mediator, FrequencyListCopyStruct& row) const {
+    for (const CopiedColumn& copied : m_copied) {
+        QString text;
+        mediator.CellText(copied.column, text);
+        row.SetValue(copied.copyId, text);
+    }
+}
+
+unsigned EntryListView::CopyId(unsigned columnId) const {
+    return std::find_if(m_copied.begin(), m_copied.end(),
+                        [columnId](const CopiedColumn& copied) { return copied.column == columnId; })
+        ->copyId;
+}
+
+FrequencyNodeMediatorCtrl* EntryListView::List() const {
+    return dynamic_cast<FrequencyNodeMediatorCtrl*>(Controller());
+}
+
+void EntryListView::MakeCurrent(unsigned long index) {
+    const FrequencyNodeMediator* mediator = List() ? List()->At(index) : nullptr;
+    FrequencyNodeMediatorViewItem* row = mediator ? mediator->GetItem4View(this) : nullptr;
+    if (!row || row->treeWidget() != this)
+        return;
+    clearSelection();
+    row->activate();
+}
+
+void EntryListView::ShowActions(FreqStoreListViewButtonBar& bar,
+                                std::initializer_list<FreqStoreListViewButtonBar::Action> actions,
+                                bool visible) {
+    for (const FreqStoreListViewButtonBar::Action action : actions)
+        bar.GetAction(action)->setVisible(visible);
+}
+
+bool EntryListView::AttachToBar(FreqStoreListViewButtonBar& bar) {
+    if (std::exchange(m_attached, true))
+        return false;
+    bar.AttachView(this);
+    return true;
+}
