@@ -3,6 +3,7 @@
 #include "workstation/application.h"
 #include "workstation/ending.h"
 #include "workstation/guardedapplication.h"
+#include "workstation/icons.h"
 #include "workstation/mainwindow.h"
 
 #include <cstdio>
@@ -15,6 +16,7 @@ int main(int argc, char** argv) {
     GuardedApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("freqstore"));
     QApplication::setApplicationVersion(QStringLiteral(FREQSTORE_VERSION));
+    QGuiApplication::setWindowIcon(Icons::Get(QStringLiteral("freqstore")));
     QString error;
     const Options options = Options::Parse(QApplication::arguments(), error);
     if (!error.isEmpty()) {
