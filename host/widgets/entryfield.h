@@ -2,6 +2,8 @@
 
 #include <QString>
 
+class QWidget;
+
 /// A widget that holds what the operator enters until it is taken. It has a signal `errorChanged(QString)`:
 /// the entry became wrong, wrong in another way, or right again (empty text).
 class IEntryField {
@@ -15,3 +17,6 @@ public:
     /// Brings a wrong entry to the operator's eyes, ready to be typed over.
     virtual void ShowError() = 0;
 };
+
+/// Paints the frame that marks a field with a wrong entry; called from its paint event.
+void PaintErrorFrame(QWidget& field);
