@@ -82,7 +82,7 @@ FrequencyInput ReadFrequencyInput(QStringView text, double defaultUnit) {
     const QChar mark = decimalMark(number);
     const qsizetype place = mark.isNull() ? -1 : number.lastIndexOf(mark);
     const QStringView whole = place < 0 ? number : number.left(place);
-    const QStringView decimals = place < 0 ? QStringView() : number.mid(place + 1);
+    const QString decimals = place < 0 ? QString() : number.mid(place + 1).toString();
     QString digits;
     const bool marksAreMixed = !mark.isNull() && whole.contains(mark);
     if (marksAreMixed || !ungroup(whole, digits) || !std::all_of(decimals.begin(), decimals.end(), isDigit) ||

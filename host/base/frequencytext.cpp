@@ -33,8 +33,12 @@ QString withUnit(double value, int decimals, QLatin1String unit) {
 } // namespace
 
 QString FrequencyText(double hertz) {
-    return hertz < ShortWaveEnd ? withUnit(hertz / KHz, 3, QLatin1String(" kHz"))
-                                : withUnit(hertz / MHz, 6, QLatin1String(" MHz"));
+    return FrequencyTextIn(hertz < ShortWaveEnd ? KHz : MHz, hertz);
+}
+
+QString FrequencyTextIn(double unit, double hertz) {
+    return unit < MHz ? withUnit(hertz / KHz, 3, QLatin1String(" kHz"))
+                      : withUnit(hertz / MHz, 6, QLatin1String(" MHz"));
 }
 
 QString ShortFrequencyText(double hertz) {

@@ -9,6 +9,9 @@ namespace Quor {
 /// A frequency in Hz, down to 1 Hz: below 30 MHz in kHz with three decimals, from there on in MHz with six.
 QString FrequencyText(double hertz);
 
+/// The same in a unit chosen (1e3 or 1e6 Hz).
+QString FrequencyTextIn(double unit, double hertz);
+
 /// A frequency in Hz as short as seven digits allow: "500 kHz", "7.05 MHz", "3 GHz".
 QString ShortFrequencyText(double hertz);
 
