@@ -241,12 +241,12 @@ void MemorySystemListView::slotNew() {
         makeCurrent(list->size() - 1);
 }
 
-/// Makes the row of the n-th channel the current one, unless a filter hides it.
+/// Makes the row of the n-th channel the current one, even if the filter hides it.
 void MemorySystemListView::makeCurrent(unsigned long index) {
     auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(Controller());
     const FrequencyNodeMediator* mediator = list ? list->At(index) : nullptr;
     FrequencyNodeMediatorViewItem* row = mediator ? mediator->GetItem4View(this) : nullptr;
-    if (!row || row->treeWidget() != this)
+    if (!ShowRow(row))
         return;
     clearSelection();
     row->activate();

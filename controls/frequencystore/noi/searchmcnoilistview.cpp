@@ -189,7 +189,7 @@ void SearchMCNOIListView::goToNewest() {
     HalvoNodeMediatorCtrl* list = NOIFrequencyHandler::Instance()->GetMediatorCtrl();
     FrequencyNodeMediator* newest = list && list->size() > 0 ? list->At(list->size() - 1) : nullptr;
     FrequencyNodeMediatorViewItem* row = newest ? newest->GetItem4View(this) : nullptr;
-    if (!row || row->treeWidget() != this) // filtered out
+    if (!ShowRow(row)) // even if the filter hides it
         return;
     clearSelection();
     row->activate();
