@@ -8,7 +8,8 @@
 
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands = {
-        {"show", "[--list KIND] [--format table|json|tsv] FILE", "print the entries of a file", RunShow},
+        {"show", "[--list KIND] [--format table|json|tsv] [--where QUERY] FILE",
+         "print the entries of a file", RunShow},
         {"convert", "[--list KIND] [--force] [--spreadsheet-safe] IN OUT", "write a file in another format",
          RunConvert},
         {"check", "[--list KIND] FILE...", "tell what is wrong with files", RunCheck},

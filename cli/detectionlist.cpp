@@ -149,7 +149,7 @@ public:
         return names;
     }
     size_t Count() const override { return m_records.size(); }
-    bool ForEachEntry(const EntryVisitor& visit) const override {
+    bool VisitEntries(const EntryVisitor& visit) const override {
         for (const Record& record : m_records) {
             Fields fields;
             addMembers<Plain>(fields, record, PlainMembers);

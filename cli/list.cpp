@@ -275,6 +275,28 @@ size_t CliList::Count() const {
 }
 
 bool CliList::ForEachEntry(const EntryVisitor& visit) const {
+    if (m_query.IsEmpty())
+        return VisitEntries(visit);
+    return VisitEntries([&](const std::vector<EntryField>& row) {
+        const auto text = [&](int column) {
+            const auto place = static_cast<size_t>(column);
+            return place < row.size() ? row[place].text : QString();
+        };
+        return !m_query.Matches(text) || visit(row);
+    });
+}
+
+QStringList CliList::Keys() const {
+    QStringList keys;
+    VisitEntries([&](const std::vector<EntryField>& row) {
+        for (const EntryField& field : row)
+            keys << field.key;
+        return false;
+    });
+    return keys;
+}
+
+bool CliList::VisitEntries(const EntryVisitor& visit) const {
     for (const Node* entry : GetNode()->Children()) {
         std::vector<EntryField> fields;
         for (const ValueBase* value = entry->FirstValue(); value; value = Node::NextValue(value))

@@ -2,6 +2,7 @@
 
 #include "cli/listfiles.h"
 #include "host/base/problemdigest.h"
+#include "host/base/query.h"
 
 #include <QString>
 #include <QStringList>
@@ -41,13 +42,19 @@ public:
     virtual const FileNames& Names() const = 0;
     /// Number of entries.
     virtual size_t Count() const;
-    /// The members of each entry, in list order; false when the visitor stopped it.
-    virtual bool ForEachEntry(const EntryVisitor& visit) const;
+    /// The members of each entry, in list order; false when the visitor stopped it. Entries that do not match
+    /// the query are passed over; its columns are the keys.
+    bool ForEachEntry(const EntryVisitor& visit) const;
+    /// Keys of the first entry; none of an empty list.
+    QStringList Keys() const;
+    void SetQuery(Query query) { m_query = std::move(query); }
 
 protected:
     /// The same for the files of the list's own formats.
     virtual bool ReadFile(const QString& path) = 0;
     virtual bool WriteFile(const QString& path) = 0;
+    /// The members of each entry, as `ForEachEntry` gives them without a query.
+    virtual bool VisitEntries(const EntryVisitor& visit) const;
 
     /// Bracket the entries of a JSON file, as the handler does those of a file of its own; `isWhole` says
     /// whether the file was good. If it was not, the list is left empty.
@@ -60,6 +67,8 @@ protected:
 
 private:
     bool readJson(const QString& path);
+
+    Query m_query;
 };
 
 /// A new node of an entry, under that of its list.

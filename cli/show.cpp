@@ -89,10 +89,35 @@ EntryPrinter PrinterOf(const QString& format, const char* command) {
     return nullptr;
 }
 
+namespace {
+
+/// Takes the query of `--where`, if there is one, for the list that has been read; false, told, when it is
+/// not understood. In an empty list there is nothing to find, whatever was asked.
+bool takeWhere(const Arguments& args, CliList& list) {
+    const QStringList keys = list.Keys();
+    if (!args.IsSet("where") || keys.isEmpty())
+        return true;
+    Query query = Query::Parse(args.Value("where"), keys);
+    if (query.Problem()) {
+        args.TellUsage(QStringLiteral("--where, character %1: %2")
+                           .arg(query.Problem()->position + 1)
+                           .arg(query.Problem()->reason));
+        return false;
+    }
+    list.SetQuery(std::move(query));
+    return true;
+}
+
+} // namespace
+
 int RunShow(const QStringList& arguments) {
     Arguments args("show", "Reads a file through the list's own reader and prints the entries in list order.",
                    1);
     AddFormatOption(args.Parser());
+    args.Parser().addOption({QStringLiteral("where"),
+                             QStringLiteral("Print only entries that match, in the language of the window's "
+                                            "filter: \"bbc am\", \">7 MHz\", \"demod:am\"."),
+                             QStringLiteral("QUERY")});
     args.Parser().addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("File to read."));
     int exitCode = ExitDone;
     if (!args.Take(arguments, exitCode))
@@ -107,6 +132,8 @@ int RunShow(const QStringList& arguments) {
     if (!list->Read(args.Files().first()))
         return ExitFile;
     problems.Flush();
+    if (!takeWhere(args, *list))
+        return ExitUsage;
     print(*list);
     return problems.Count() == 0 ? ExitDone : ExitFile;
 }

@@ -11,6 +11,7 @@
 #include "host/startup/cfgcenter.h"
 #include "workstation/bandspanel.h"
 #include "workstation/failurenote.h"
+#include "workstation/findhits.h"
 #include "workstation/frequencybar.h"
 #include "workstation/messagespanel.h"
 #include "workstation/noibands.h"
@@ -57,6 +58,7 @@ MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
     layout->addWidget(m_tabs, 1);
     setCentralWidget(centre);
     m_tabs->setDocumentMode(true);
+    new FindHits(*m_tabs);
 
     makeMenus();
     resizeDocks({AddPanel(m_messages, tr("Messages"), Qt::BottomDockWidgetArea)}, {MessagesHeight},

@@ -17,11 +17,11 @@ struct Unit {
     double factor;
 };
 
-// "hz" ends all the others, so it comes last.
-constexpr Unit Units[] = {{QLatin1String("khz"), KHz}, {QLatin1String("mhz"), MHz},
-                          {QLatin1String("ghz"), 1e9}, {QLatin1String("hz"), 1},
-                          {QLatin1String("k"), KHz},   {QLatin1String("m"), MHz},
-                          {QLatin1String("g"), 1e9}};
+// "Hz" ends all the others, so it comes last.
+constexpr Unit Units[] = {{QLatin1String("kHz"), KHz}, {QLatin1String("MHz"), MHz},
+                          {QLatin1String("GHz"), 1e9}, {QLatin1String("Hz"), 1},
+                          {QLatin1String("k"), KHz},   {QLatin1String("M"), MHz},
+                          {QLatin1String("G"), 1e9}};
 
 QString withUnit(double value, int decimals, QLatin1String unit) {
     QString text;
@@ -33,8 +33,12 @@ QString withUnit(double value, int decimals, QLatin1String unit) {
 } // namespace
 
 QString FrequencyText(double hertz) {
-    return hertz < ShortWaveEnd ? withUnit(hertz / KHz, 3, QLatin1String(" kHz"))
-                                : withUnit(hertz / MHz, 6, QLatin1String(" MHz"));
+    return FrequencyTextIn(hertz < ShortWaveEnd ? KHz : MHz, hertz);
+}
+
+QString FrequencyTextIn(double unit, double hertz) {
+    return unit < MHz ? withUnit(hertz / KHz, 3, QLatin1String(" kHz"))
+                      : withUnit(hertz / MHz, 6, QLatin1String(" MHz"));
 }
 
 QString ShortFrequencyText(double hertz) {
@@ -47,16 +51,27 @@ QString BandwidthText(double hertz) {
     return withUnit(hertz / KHz, 3, QLatin1String(" kHz"));
 }
 
-bool ParseFrequency(QStringView text, double& hertz, double unitFactor) {
-    text = text.trimmed();
-    double factor = unitFactor;
+QLatin1String UnitName(double hertz) {
+    for (const Unit& unit : Units) {
+        if (unit.factor == hertz)
+            return unit.name;
+    }
+    return {};
+}
+
+double TakeUnit(QStringView& text, double otherwise) {
     for (const Unit& unit : Units) {
         if (text.endsWith(unit.name, Qt::CaseInsensitive)) {
             text.chop(unit.name.size());
-            factor = unit.factor;
-            break;
+            return unit.factor;
         }
     }
+    return otherwise;
+}
+
+bool ParseFrequency(QStringView text, double& hertz, double unitFactor) {
+    text = text.trimmed();
+    const double factor = TakeUnit(text, unitFactor);
     double number = 0;
     if (!ParseDouble(text, number) || !std::isfinite(number * factor))
         return false;

@@ -1,6 +1,8 @@
 #include "host/freqlist/buttonbar.h"
 
+#include "host/freqlist/filterfield.h"
 #include "host/freqlist/frequencystorelistview.h"
+#include "host/freqlist/nothingfound.h"
 #include "host/gui/colorset.h"
 #include "host/gui/sortlistview.h"
 #include "host/valuetree/valueselection.h"
@@ -9,7 +11,6 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QLocale>
 #include <QMenu>
 #include <QToolBar>
@@ -80,6 +81,12 @@ bool isKeyOf(const ActionInfo& info, const QKeyEvent& event) {
     return info.key != 0 && event.key() == info.key && event.modifiers() == Qt::NoModifier;
 }
 
+void setTextColor(QWidget& widget, const QColor& color) {
+    QPalette palette = widget.palette();
+    palette.setColor(QPalette::WindowText, color);
+    widget.setPalette(palette);
+}
+
 } // namespace
 
 FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
@@ -88,7 +95,8 @@ FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
       m_notice(new QLabel(this)),
       m_open(new QToolButton(this)),
       m_counts(new QLabel(this)),
-      m_filter(new QLineEdit(this)),
+      m_filter(new FilterField(this)),
+      m_understood(new QLabel(this)),
       m_updateMode(std::make_unique<ValueSelection>()) {
     m_updateMode->AddItems({tr("Immediately"), tr("Paused")});
     m_toolBar->setToolButtonStyle(Qt::ToolButtonTextOnly);
@@ -114,19 +122,16 @@ FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
     connect(m_pause, &QAction::toggled, this,
             [this](bool on) { m_updateMode->Select(on ? PausedKey : ImmediatelyKey); });
     m_updateMode->AddObserver(this);
-    m_filter->setPlaceholderText(tr("Filter"));
-    m_filter->setClearButtonEnabled(true);
     m_filter->setMaximumWidth(220);
+    m_understood->setObjectName(QStringLiteral("FilterUnderstood"));
+    m_understood->setAlignment(Qt::AlignRight);
+    m_understood->setWordWrap(true);
+    m_understood->hide();
     m_notice->hide();
     m_notice->setWordWrap(true);
     m_open->hide();
     m_open->setObjectName(QStringLiteral("OpenFromNotice"));
     m_open->setDefaultAction(m_actions[Read]);
-    connect(m_filter, &QLineEdit::textChanged, this, [this](const QString& text) {
-        if (m_list)
-            m_list->SetFilterText(text);
-    });
-
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(2, 2, 6, 2);
     layout->setColumnStretch(0, 1);
@@ -136,7 +141,8 @@ FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
     auto* notice = new QHBoxLayout;
     notice->addWidget(m_open);
     notice->addWidget(m_notice, 1);
-    layout->addLayout(notice, 1, 0, 1, 3);
+    layout->addWidget(m_understood, 1, 0, 1, 3);
+    layout->addLayout(notice, 2, 0, 1, 3);
 }
 
 FreqStoreListViewButtonBar::~FreqStoreListViewButtonBar() {
@@ -187,8 +193,14 @@ void FreqStoreListViewButtonBar::AttachView(FrequencyStoreListView* view) {
         disconnect(m_list, nullptr, this, nullptr);
     m_view = view;
     m_list = view ? view->GetListView() : nullptr;
+    delete m_nothingFound;
+    m_filter->SetList(m_list);
+    showUnderstood();
     if (!m_list)
         return;
+    m_nothingFound = new NothingFound(*m_list);
+    connect(m_nothingFound, &NothingFound::clearWanted, m_filter, &QLineEdit::clear);
+    connect(m_list, &SortListView::filterChanged, this, &FreqStoreListViewButtonBar::showUnderstood);
     connect(m_list, &SortListView::countsChanged, this, [this] {
         showCounts();
         EnableActions();
@@ -213,6 +225,8 @@ void FreqStoreListViewButtonBar::showCounts() {
     QString text = tr("%1 entries").arg(locale.toString(m_list->RowCount()));
     if (m_list->ShownCount() != m_list->RowCount())
         text += tr(", %1 shown").arg(locale.toString(m_list->ShownCount()));
+    if (m_list->IsFiltering())
+        text += QStringLiteral("…");
     if (const int selected = m_list->SelectedCount())
         text += tr(", %1 selected").arg(locale.toString(selected));
     if (m_view->IsPaused())
@@ -249,12 +263,21 @@ void FreqStoreListViewButtonBar::SetWhyOff(Action action, const QString& reason)
 }
 
 void FreqStoreListViewButtonBar::showNotice(const QString& notice) {
-    QPalette palette = m_notice->palette();
-    palette.setColor(QPalette::WindowText,
-                     ColorSet::Instance().GetColorDefinition(IColorBase::WARNING_TEXT).GetColor());
-    m_notice->setPalette(palette);
+    setTextColor(*m_notice, ColorSet::Instance().GetColorDefinition(IColorBase::WARNING_TEXT).GetColor());
     m_notice->setText(notice);
     m_notice->setVisible(!notice.isEmpty());
+}
+
+void FreqStoreListViewButtonBar::showUnderstood() {
+    const QString problem = m_filter->ProblemText();
+    const QString understood = m_list ? m_list->FilterQuery().Describe() : QString();
+    setTextColor(*m_understood,
+                 problem.isEmpty()
+                     ? palette().color(QPalette::PlaceholderText)
+                     : ColorSet::Instance().GetColorDefinition(IColorBase::ERROR_TEXT).GetColor());
+    m_understood->setText(!problem.isEmpty() || understood.isEmpty() ? problem
+                                                                     : tr("Shown: %1").arg(understood));
+    m_understood->setVisible(!m_understood->text().isEmpty());
 }
 
 void FreqStoreListViewButtonBar::Tell(const QString& text) {

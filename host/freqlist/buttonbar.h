@@ -5,17 +5,19 @@
 #include "host/valuetree/valueselection.h"
 
 #include <QAction>
+#include <QPointer>
 #include <QWidget>
 
 #include <array>
 
+class FilterField;
 class FrequencyStoreListView;
 class QKeyEvent;
 class QLabel;
-class QLineEdit;
 class QMenu;
 class QToolBar;
 class QToolButton;
+class NothingFound;
 class SortListView;
 
 /// The bar above a list view: caption, the actions that the list offers, a filter field, and the counts of
@@ -73,6 +75,9 @@ public:
     /// Runs the action that a key stands for (Ctrl+C, Ctrl+V, Delete, Insert, F2); false when there is none.
     bool TriggerByKey(const QKeyEvent& event);
 
+    /// The field that filters the attached view.
+    FilterField& Filter() const { return *m_filter; }
+
 signals:
     void CaptionChanged(const QString& caption);
 
@@ -82,6 +87,7 @@ private:
     void showCounts();
     void showGaps();
     void showNotice(const QString& notice);
+    void showUnderstood();
     QString whyOff(size_t action) const;
 
     std::array<QAction*, ActionCount> m_actions{};
@@ -93,8 +99,10 @@ private:
     QLabel* m_notice;    ///< why actions are off
     QToolButton* m_open; ///< beside it, where only a file helps
     QLabel* m_counts;
-    QLineEdit* m_filter;
+    FilterField* m_filter;
+    QLabel* m_understood;                     ///< what the filter was understood as
     FrequencyStoreListView* m_view = nullptr; ///< attached as long as its list lives
     SortListView* m_list = nullptr;
+    QPointer<NothingFound> m_nothingFound; ///< over the list, whose it is
     std::unique_ptr<ValueSelection> m_updateMode;
 };

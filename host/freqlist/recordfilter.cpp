@@ -2,11 +2,9 @@
 
 #include <algorithm>
 
-bool RecordFilter::SetText(const QString& text) {
-    const bool narrows = IsOn() && IsComplete() && text.contains(m_text, Qt::CaseInsensitive);
-    m_text = text;
-    // Of what has no case, such as a number, a plain search finds the same, and sooner.
-    m_case = text.toLower() == text.toUpper() ? Qt::CaseSensitive : Qt::CaseInsensitive;
+bool RecordFilter::SetQuery(Query query) {
+    const bool narrows = IsComplete() && query.Narrows(m_query);
+    m_query = std::move(query);
     return narrows;
 }
 
@@ -21,7 +19,7 @@ void RecordFilter::LookOn(size_t records) {
     const size_t end = m_next + std::min(records, m_toLookAt.size() - m_next);
     for (; m_next < end; ++m_next) {
         const quint32 record = m_toLookAt[m_next];
-        m_passes[record] = m_hasText(record);
+        m_passes[record] = m_matches(record);
         if (m_passes[record])
             m_passed.push_back(record);
     }
@@ -35,9 +33,9 @@ void RecordFilter::Renew(const std::vector<quint32>& changed, size_t count,
                          const std::vector<quint32>& order) {
     if (IsComplete()) {
         for (const quint32 record : changed)
-            m_passes[record] = m_hasText(record);
+            m_passes[record] = m_matches(record);
         for (auto record = static_cast<quint32>(m_passes.size()); record < count; ++record)
-            m_passes.push_back(m_hasText(record));
+            m_passes.push_back(m_matches(record));
     } else {
         m_passes.resize(count);
     }

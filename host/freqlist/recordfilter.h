@@ -1,26 +1,25 @@
 #pragma once
 
-#include <QString>
+#include "host/base/query.h"
 
 #include <functional>
 #include <vector>
 
-/// Which records of a list have a text in one of their cells, whatever its case. Long lists are looked
+/// Which records of a list match a query. Long lists are looked
 /// through a part at a time, in the order in which they are shown, so that what was found is seen at once and
 /// nobody waits for the rest.
 class RecordFilter {
 public:
-    /// `hasText` asks `IsIn` of the cells of a record.
-    explicit RecordFilter(std::function<bool(quint32 record)> hasText) : m_hasText(std::move(hasText)) {}
+    /// `matches` asks the query of the cells of a record.
+    explicit RecordFilter(std::function<bool(quint32 record)> matches) : m_matches(std::move(matches)) {}
 
-    /// An empty text lets all through. Tells whether the text can only be in records that have the one
-    /// before.
-    bool SetText(const QString& text);
-    const QString& GetText() const { return m_text; }
-    bool IsOn() const { return !m_text.isEmpty(); }
-    bool IsIn(const QString& cell) const { return cell.contains(m_text, m_case); }
+    /// An empty query lets all through. Tells whether only records that passed the one before can match.
+    bool SetQuery(Query query);
+    const Query& GetQuery() const { return m_query; }
+    const QString& GetText() const { return m_query.GetText(); }
+    bool IsOn() const { return !m_query.IsEmpty(); }
 
-    /// Begins to look through these of `count` records, given in the order shown; no other has the text.
+    /// Begins to look through these of `count` records, given in the order shown; no other can match.
     void Begin(std::vector<quint32> records, size_t count);
     /// Looks at so many more records.
     void LookOn(size_t records);
@@ -36,9 +35,8 @@ public:
     bool Passes(quint32 record) const { return m_passes[record]; }
 
 private:
-    std::function<bool(quint32)> m_hasText;
-    QString m_text;
-    Qt::CaseSensitivity m_case = Qt::CaseInsensitive;
+    std::function<bool(quint32)> m_matches;
+    Query m_query;
     std::vector<quint32> m_toLookAt;
     size_t m_next = 0;             ///< of these
     std::vector<bool> m_passes;    ///< by record

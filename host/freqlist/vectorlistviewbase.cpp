@@ -41,6 +41,9 @@ public:
     int SelectedCount() const override { return m_view->SelectedCount(); }
     void SetFilterText(const QString& text) override { m_view->setFilter(text); }
     QString FilterText() const override { return m_view->m_filter.GetText(); }
+    bool IsFiltering() const override { return m_view->IsFiltering(); }
+    int CurrentPlace() const override { return m_view->CurrentRow(); }
+    void SelectPlace(int place) override { m_view->SelectRow(place); }
     void selectAll() override { m_view->SelectAll(); }
     SortListViewItem* currentItem() const override { return m_view->m_page.ItemAt(m_view->CurrentRow()); }
 
@@ -312,19 +315,15 @@ void VectorListViewBase::setFilter(const QString& text) {
     if (text == m_filter.GetText())
         return;
     LoadAll();
-    const bool narrows = m_filter.SetText(text);
+    const bool narrows = m_filter.SetQuery(Query::Parse(text, m_list->ColumnTitles()));
     beginFilter(narrows ? m_filter.Passed() : Order());
+    m_list->MarkHits(m_filter.GetQuery());
     showPage();
     announceSelection();
 }
 
 bool VectorListViewBase::hasFilterText(quint32 record) const {
-    const int columns = m_list->columnCount();
-    for (int column = 0; column < columns; ++column) {
-        if (m_filter.IsIn(CellText(record, column)))
-            return true;
-    }
-    return false;
+    return m_filter.GetQuery().Matches([&](int column) { return CellText(record, column); });
 }
 
 /// Looks through records in the order shown; a short list at once.

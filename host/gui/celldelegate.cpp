@@ -1,5 +1,8 @@
 #include "host/gui/celldelegate.h"
 
+#include "host/base/frequencyinput.h"
+#include "host/base/frequencytext.h"
+
 #include <QApplication>
 #include <QPainter>
 #include <QStyle>
@@ -26,6 +29,20 @@ double leftShare(Qt::Alignment alignment) {
     return (alignment & Qt::AlignHCenter) ? 0.5 : 0;
 }
 
+/// Where a cell has its text.
+QRect roomIn(const QStyleOptionViewItem& cell) {
+    const QStyle* style = cell.widget ? cell.widget->style() : QApplication::style();
+    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &cell, cell.widget) + 1;
+    return cell.rect.adjusted(margin, 0, -margin, 0);
+}
+
+bool isOfFrequencies(const QModelIndex& index) {
+    return index.model()
+        ->headerData(index.column(), Qt::Horizontal)
+        .toString()
+        .startsWith(QCoreApplication::translate("CellDelegate", "Frequency"));
+}
+
 } // namespace
 
 const QStaticText& CellDelegate::layoutOf(const QString& text, const QFont& font) const {
@@ -42,10 +59,58 @@ const QStaticText& CellDelegate::layoutOf(const QString& text, const QFont& font
     return *layout;
 }
 
+void CellDelegate::SetFrequencyStyle(bool groupsThousands, double unit) {
+    m_groupsThousands = groupsThousands;
+    m_frequencyUnit = unit;
+}
+
+void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    double hertz = 0;
+    if ((!m_groupsThousands && m_frequencyUnit <= 0) || !isOfFrequencies(index) ||
+        !Quor::ParseFrequency(option->text, hertz))
+        return;
+    if (m_frequencyUnit > 0)
+        option->text = Quor::FrequencyTextIn(m_frequencyUnit, hertz);
+    if (m_groupsThousands)
+        option->text = Quor::GroupThousands(option->text);
+}
+
 void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
     QStyleOptionViewItem cell(option);
     initStyleOption(&cell, index);
+    paintCell(painter, cell);
+    if (!m_query.IsEmpty())
+        markHits(painter, cell, index);
+}
+
+/// Lays a translucent colour over what was found, so that it is seen on selected rows, too.
+void CellDelegate::markHits(QPainter* painter, const QStyleOptionViewItem& cell,
+                            const QModelIndex& index) const {
+    constexpr int Translucent = 90;
+    const QString text = index.data().toString();
+    const std::vector<Query::Hit> hits = m_query.HitsIn(text, index.column());
+    if (hits.empty())
+        return;
+    const QRect room = roomIn(cell);
+    const int width = cell.fontMetrics.horizontalAdvance(cell.text);
+    const int before = static_cast<int>(leftShare(cell.displayAlignment) * std::max(room.width() - width, 0));
+    const bool isSelected = cell.state & QStyle::State_Selected;
+    QColor color = cell.palette.color(colorGroup(cell.state),
+                                      isSelected ? QPalette::HighlightedText : QPalette::Highlight);
+    color.setAlpha(Translucent);
+    for (const Query::Hit& hit : hits) {
+        const bool isWhole = cell.text != text; // painted in another way than it was found
+        const int from = isWhole ? 0 : cell.fontMetrics.horizontalAdvance(cell.text.left(hit.from));
+        const int to =
+            isWhole ? width : cell.fontMetrics.horizontalAdvance(cell.text.left(hit.from + hit.length));
+        const QRect mark(room.x() + before + from, room.y() + 1, to - from, room.height() - 2);
+        painter->fillRect(mark & room, color);
+    }
+}
+
+void CellDelegate::paintCell(QPainter* painter, const QStyleOptionViewItem& cell) const {
     const QStyle* style = cell.widget ? cell.widget->style() : QApplication::style();
     if (!isOneLineOfText(cell))
         return style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
@@ -53,8 +118,7 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     style->drawPrimitive(QStyle::PE_PanelItemViewItem, &cell, painter, cell.widget);
     if (cell.text.isEmpty())
         return;
-    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &cell, cell.widget) + 1;
-    const QRect room = cell.rect.adjusted(margin, 0, -margin, 0);
+    const QRect room = roomIn(cell);
     const QStaticText* layout = &layoutOf(cell.text, cell.font);
     if (layout->size().width() > room.width())
         layout =

@@ -52,9 +52,9 @@ void collectOpen(QTreeWidgetItem* row, QList<QTreeWidgetItem*>& open) {
 
 } // namespace
 
-SortListView::SortListView(QWidget* parent) : QTreeWidget(parent) {
+SortListView::SortListView(QWidget* parent) : QTreeWidget(parent), m_cells(new CellDelegate(this)) {
     setStyle(new RoomyStyle(this));
-    setItemDelegate(new CellDelegate(this));
+    setItemDelegate(m_cells);
     setColumnCount(0);
     setRootIsDecorated(false);
     setUniformRowHeights(true);
@@ -77,6 +77,8 @@ SortListView::SortListView(QWidget* parent) : QTreeWidget(parent) {
 
 SortListView::~SortListView() {
     saveHeader();
+    if (m_filterTurn.isActive())
+        std::for_each(m_toLookAt.cbegin() + m_lookedAt, m_toLookAt.cend(), [](auto* row) { delete row; });
     qDeleteAll(m_filteredOut);
     delete m_headerMenu;
 }
@@ -199,6 +201,7 @@ void SortListView::setShowSortIndicator(bool show) {
 }
 
 void SortListView::SortNow() {
+    loseOrder();
     if (!m_inOrder || !moveFew())
         replaceShown([this](Rows& rows) { sortRows(rows); });
 }
@@ -336,7 +339,7 @@ void SortListView::replaceShown(const std::function<void(Rows&)>& change) {
         addTopLevelItems(rows);
         for (QTreeWidgetItem* row : open)
             row->setExpanded(true); // does nothing for a row that was left out
-        selectMarkedRows(rows);
+        selectMarkedRows(rows, 0);
         if (focused && focused->treeWidget() != this)
             setCurrentItem(nextStanding(before, place), 0, QItemSelectionModel::NoUpdate);
     });
@@ -362,7 +365,7 @@ void SortListView::keepingPlace(const std::function<void()>& change) {
 }
 
 void SortListView::appendRows(const Rows& rows) {
-    if (m_filter.isEmpty()) {
+    if (m_filter.IsEmpty()) {
         addTopLevelItems(rows);
         return;
     }
@@ -371,7 +374,7 @@ void SortListView::appendRows(const Rows& rows) {
         if (matchesFilter(row))
             shown.append(row);
         else
-            m_filteredOut.push_back(row);
+            hideRow(row);
     }
     addTopLevelItems(shown);
 }
@@ -379,6 +382,7 @@ void SortListView::appendRows(const Rows& rows) {
 void SortListView::AddItems(const std::vector<SortListViewItem*>& items) {
     if (items.empty())
         return;
+    loseOrder();
     Rows rows;
     rows.reserve(static_cast<qsizetype>(items.size()));
     for (SortListViewItem* item : items) {
@@ -392,6 +396,7 @@ void SortListView::AddItems(const std::vector<SortListViewItem*>& items) {
 }
 
 void SortListView::RemoveItems(const std::function<bool(const SortListViewItem&)>& remove) {
+    loseOrder();
     Rows removed;
     std::erase_if(m_filteredOut, [&](QTreeWidgetItem* row) {
         const bool out = remove(*asRow(row));
@@ -406,38 +411,6 @@ void SortListView::RemoveItems(const std::function<bool(const SortListViewItem&)
         rows.erase(kept, rows.end());
     });
     qDeleteAll(removed);
-    emit countsChanged();
-    slotSelectionChanged();
-}
-
-bool SortListView::matchesFilter(const QTreeWidgetItem* row) const {
-    const auto* item = static_cast<const SortListViewItem*>(row);
-    for (int column = 0; column < columnCount(); ++column) {
-        if (item->CellText(column).contains(m_filter, Qt::CaseInsensitive))
-            return true;
-    }
-    return false;
-}
-
-void SortListView::SetFilterText(const QString& text) {
-    if (text == m_filter)
-        return;
-    const bool narrows = !m_filter.isEmpty() && text.contains(m_filter, Qt::CaseInsensitive);
-    m_filter = text;
-    replaceShown([&](Rows& rows) {
-        if (!narrows) {
-            rows.append(Rows(m_filteredOut.begin(), m_filteredOut.end()));
-            m_filteredOut.clear();
-            sortRows(rows);
-        }
-        if (text.isEmpty())
-            return;
-        const auto out = std::stable_partition(rows.begin(), rows.end(),
-                                               [this](QTreeWidgetItem* row) { return matchesFilter(row); });
-        std::for_each(out, rows.end(), [](QTreeWidgetItem* row) { asRow(row)->m_wasSelected = false; });
-        m_filteredOut.insert(m_filteredOut.end(), out, rows.end());
-        rows.erase(out, rows.end());
-    });
     emit countsChanged();
     slotSelectionChanged();
 }
@@ -465,6 +438,7 @@ SortListViewItem* SortListView::firstChild() const {
 }
 
 SortListViewItem* SortListView::takeItem(SortListViewItem* item) {
+    loseOrder();
     const int index = item ? indexOfTopLevelItem(item) : -1;
     if (index < 0 && std::erase(m_filteredOut, item) == 0)
         return nullptr;

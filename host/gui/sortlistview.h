@@ -1,14 +1,17 @@
 #pragma once
 
+#include "host/base/query.h"
 #include "host/gui/comparefunctions.h"
 #include "host/gui/sortlistviewitem.h"
 
+#include <QBasicTimer>
 #include <QTreeWidget>
 
 #include <functional>
 #include <optional>
 #include <vector>
 
+class CellDelegate;
 class QMenu;
 
 /// Sortable list with a compare function per column, made for a million rows: texts are asked for when rows
@@ -68,12 +71,28 @@ public:
     /// Removes and deletes the rows for which `remove` is true, in one operation.
     void RemoveItems(const std::function<bool(const SortListViewItem&)>& remove);
 
-    /// Shows only rows with a cell that contains the text, whatever its case; an empty text shows all. Rows
-    /// that are not shown are out of reach of iterators and selection.
+    /// Shows only rows that match a `Query`; an empty text shows all. Rows that are not shown are out of
+    /// reach of iterators and selection. A long list is looked through a part at a time, from the top; until
+    /// then the rows are those found so far.
     virtual void SetFilterText(const QString& text);
-    virtual QString FilterText() const { return m_filter; }
+    virtual QString FilterText() const { return m_filter.GetText(); }
+    /// Whether the filter is still looking through the rows.
+    virtual bool IsFiltering() const { return m_filterTurn.isActive(); }
+    QStringList ColumnTitles() const;
+    /// What the filter was understood as, and what is marked in the cells.
+    const Query& FilterQuery() const;
+    /// Marks what a query finds in the cells that are seen.
+    void MarkHits(const Query& query);
+    /// Shows a row of the list even if the filter hides it; false when it is not in the list.
+    bool ShowRow(SortListViewItem* row);
+    void selectAll() override;
+    CellDelegate& Cells() const { return *m_cells; }
+    /// The number of the row that the operator acts on, among all that the filter shows; negative for none.
+    virtual int CurrentPlace() const;
+    /// Selects a row by that number, alone, as a click on it does.
+    virtual void SelectPlace(int place);
     /// Rows of the list, rows that the filter shows, selected rows.
-    virtual int RowCount() const { return topLevelItemCount() + static_cast<int>(m_filteredOut.size()); }
+    virtual int RowCount() const;
     virtual int ShownCount() const { return topLevelItemCount(); }
     virtual int SelectedCount() const;
     /// How often rows have filled themselves to be seen or read since the list was made; sorting and
@@ -109,12 +128,15 @@ signals:
     void contextMenuRequested(SortListViewItem* item, const QPoint& globalPosition, int column);
     /// Number of rows, of shown rows or of selected rows may have changed.
     void countsChanged();
+    /// The filter shows other rows now, or begins to look for them; see `FilterQuery`.
+    void filterChanged();
 
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void customEvent(QEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
     /// Puts the rows into the order of the sort column. A list whose rows are a page of something longer
     /// sorts that instead.
     virtual void SortNow();
@@ -133,7 +155,13 @@ private:
     int focusPlace() const;
     QTreeWidgetItem* nextStanding(const Rows& before, qsizetype place) const;
     void replaceShown(const std::function<void(Rows&)>& change);
-    void selectMarkedRows(const Rows& rows);
+    void selectMarkedRows(const Rows& rows, int top);
+    void hideRow(QTreeWidgetItem* row);
+    void takeAllRows(Rows& shown);
+    void lookOn(Rows& hits, qsizetype rows);
+    void lookForMore(qsizetype rows);
+    void finishFilter();
+    void loseOrder();
     void appendRows(const Rows& rows);
     bool matchesFilter(const QTreeWidgetItem* row) const;
     void postSort();
@@ -158,7 +186,12 @@ private:
     std::vector<QTreeWidgetItem*> m_filteredOut; ///< rows that the filter keeps out of sight; owned
     quint64 m_fillCount = 0;
     quint32 m_lastSequence = 0;
-    QString m_filter;
+    Query m_filter;
+    Rows m_allRows;  ///< while the filter is on: in the order of the list; empty when that was lost
+    Rows m_toLookAt; ///< while the filter looks through rows: these, and how many it has looked at
+    qsizetype m_lookedAt = 0;
+    QBasicTimer m_filterTurn; ///< runs while there are more
+    CellDelegate* m_cells;    ///< owned by Qt
     QString m_persistentName;
     QString m_defaultColumns; ///< see `ColumnArrangement`
     QString m_rememberedColumns;

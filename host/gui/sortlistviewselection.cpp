@@ -58,8 +58,9 @@ QTreeWidgetItem* SortListView::nextStanding(const Rows& before, qsizetype place)
     return above == before.rend() ? nullptr : *above;
 }
 
-/// Selects the rows that were selected before they were taken out.
-void SortListView::selectMarkedRows(const Rows& rows) {
+/// Selects of the rows that begin at `top` those that were selected before they were taken out. With `top` 0
+/// no others are selected.
+void SortListView::selectMarkedRows(const Rows& rows, int top) {
     QItemSelection selection;
     const int lastColumn = std::max(columnCount() - 1, 0);
     int first = -1;
@@ -71,9 +72,25 @@ void SortListView::selectMarkedRows(const Rows& rows) {
         if (selected && first < 0)
             first = i;
         if (!selected && first >= 0) {
-            selection.select(model()->index(first, 0), model()->index(i - 1, lastColumn));
+            selection.select(model()->index(top + first, 0), model()->index(top + i - 1, lastColumn));
             first = -1;
         }
     }
-    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    selectionModel()->select(selection,
+                             top == 0 ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::Select);
+}
+
+int SortListView::CurrentPlace() const {
+    SortListViewItem* row = currentItem();
+    return row ? placeAmongRows(indexFromItem(row)) : -1;
+}
+
+void SortListView::SelectPlace(int place) {
+    if (QTreeWidgetItem* row = topLevelItem(place))
+        setCurrentItem(row, 0, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void SortListView::selectAll() {
+    finishFilter();
+    QTreeWidget::selectAll();
 }

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+class QWidget;
+
 /// A field that keeps what the operator enters until `Commit`. Its signal `errorChanged(QString)` tells what
 /// is wrong with the entry; an empty text says that it is right again.
 class IEntryField {
@@ -15,3 +17,6 @@ public:
     /// Brings a wrong entry to the operator's eyes, ready to be typed over.
     virtual void ShowError() = 0;
 };
+
+/// Paints the frame that marks a field with a wrong entry; called from its paint event.
+void PaintErrorFrame(QWidget& field);

@@ -1,11 +1,10 @@
 #include "host/widgets/vcfrequencylist.h"
 
+#include "host/base/frequencyinput.h"
 #include "host/base/frequencytext.h"
-#include "host/gui/colorset.h"
 #include "host/widgets/limits.h"
 
 #include <QKeyEvent>
-#include <QPainter>
 #include <QTextBlock>
 
 namespace {
@@ -78,10 +77,11 @@ QString VCFrequencyList::problemOf(const QString& entries, std::vector<double>& 
             const QString entry = part.trimmed();
             if (entry.isEmpty())
                 continue;
-            double hertz = 0;
-            const QString problem = Quor::ParseFrequency(entry, hertz, unit)
+            const Quor::FrequencyInput input = Quor::ReadFrequencyInput(entry, unit);
+            const double hertz = input.hertz;
+            const QString problem = input.IsFrequency()
                                         ? Limits::Problem(m_reference.get(), hertz, Quor::FrequencyText)
-                                        : tr("\"%1\" is not a frequency").arg(entry);
+                                        : input.problem;
             if (!problem.isEmpty())
                 return tr("Line %1: %2").arg(QString::number(m_wrongLine + 1), problem);
             frequencies.push_back(shown.value(entry, hertz));
@@ -129,11 +129,6 @@ void VCFrequencyList::keyPressEvent(QKeyEvent* event) {
 
 void VCFrequencyList::paintEvent(QPaintEvent* event) {
     QPlainTextEdit::paintEvent(event);
-    if (m_error.isEmpty())
-        return;
-    constexpr int FrameWidth = 2;
-    QPainter painter(viewport());
-    painter.setPen(
-        QPen(ColorSet::Instance().GetColorDefinition(IColorBase::ERROR_TEXT).GetColor(), FrameWidth));
-    painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
+    if (!m_error.isEmpty())
+        PaintErrorFrame(*viewport());
 }

@@ -1,13 +1,12 @@
 #include "host/widgets/vclineedit.h"
 
+#include "host/base/frequencyinput.h"
 #include "host/base/frequencytext.h"
 #include "host/base/numbers.h"
-#include "host/gui/colorset.h"
 #include "host/valuetree/value.h"
 #include "host/widgets/limits.h"
 
 #include <QKeyEvent>
-#include <QPainter>
 #include <QTextDocument>
 
 #include <cmath>
@@ -42,7 +41,9 @@ double unitOf(const QString& shown) {
 }
 
 bool readFrequency(const QString& entry, const QString& shown, double& number) {
-    return Quor::ParseFrequency(entry, number, unitOf(shown)) && std::isfinite(number);
+    const Quor::FrequencyInput input = Quor::ReadFrequencyInput(entry, unitOf(shown));
+    number = input.hertz;
+    return input.IsFrequency();
 }
 
 } // namespace
@@ -170,11 +171,6 @@ void VCLineEdit::keyPressEvent(QKeyEvent* event) {
 
 void VCLineEdit::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
-    if (m_error.isEmpty())
-        return;
-    constexpr int FrameWidth = 2;
-    QPainter painter(this);
-    painter.setPen(
-        QPen(ColorSet::Instance().GetColorDefinition(IColorBase::ERROR_TEXT).GetColor(), FrameWidth));
-    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    if (!m_error.isEmpty())
+        PaintErrorFrame(*this);
 }

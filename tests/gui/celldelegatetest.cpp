@@ -65,4 +65,49 @@ TEST_F(Cells, LookAsWithoutKeptLayouts) {
     }
 }
 
+TEST_F(Cells, MarkWhatAQueryFindsWithinTheCell) {
+    list.setItemDelegate(&cells);
+    const QImage before = list.grab().toImage();
+    cells.SetQuery(Query::Parse("7055", list.ColumnTitles()));
+    const QImage after = list.grab().toImage();
+    const QRect changed = list.visualItemRect(list.topLevelItem(0)).translated(list.viewport()->pos());
+    int marked = 0;
+    for (int y = 0; y < after.height(); ++y) {
+        for (int x = 0; x < after.width(); ++x) {
+            if (after.pixel(x, y) == before.pixel(x, y))
+                continue;
+            ++marked;
+            const int row = list.indexAt(QPoint(x, y) - list.viewport()->pos()).row();
+            ASSERT_TRUE(row == 0 || row == 7) << x << " " << y;
+        }
+    }
+    EXPECT_GT(marked, 0);
+    EXPECT_LT(marked, 2 * changed.width() * changed.height() / 2) << "not whole cells";
+    cells.SetQuery(Query());
+    EXPECT_TRUE(list.grab().toImage() == before);
+}
+
+TEST(FrequencyCells, AreShownAsWantedAndKeepTheirTexts) {
+    SortListView list;
+    list.addColumn("Frequency");
+    list.addColumn("Bandwidth");
+    auto* row = new SortListViewItem(&list, {"7055.000 kHz", "12500.000 kHz"}, false);
+    class Shown : public CellDelegate {
+    public:
+        QString Text(const QModelIndex& index) const {
+            QStyleOptionViewItem option;
+            initStyleOption(&option, index);
+            return option.text;
+        }
+    } cells;
+    const auto text = [&](int column) { return cells.Text(list.model()->index(0, column)); };
+    EXPECT_EQ(text(0), "7055.000 kHz");
+    cells.SetFrequencyStyle(true, 0);
+    EXPECT_EQ(text(0), QString("7\u00A0055.000 kHz"));
+    EXPECT_EQ(text(1), "12500.000 kHz");
+    cells.SetFrequencyStyle(false, 1e6);
+    EXPECT_EQ(text(0), "7.055000 MHz");
+    EXPECT_EQ(row->text(0), "7055.000 kHz");
+}
+
 } // namespace

@@ -428,6 +428,74 @@ TEST_F(List, FilterShowsRowsWithTheTextInAnyCell) {
     EXPECT_EQ(order(), (Numbers{70, 1, 71, 5, 712})) << "the order of the file";
 }
 
+TEST_F(List, LongListIsFilteredInTurnsAndIsRightWhateverHappensMeanwhile) {
+    const auto filtered = [this] { return QTest::qWaitFor([this] { return !view.IsFiltering(); }); };
+    const auto ascending = [this] {
+        const Numbers numbers = order();
+        return std::is_sorted(numbers.begin(), numbers.end());
+    };
+    addMany(20000);
+    show();
+    view.sortByColumn(0, Qt::AscendingOrder);
+    view.selectAll();
+    view.SetFilterText("frequency:7 \"station 0\" or 19999");
+    EXPECT_TRUE(view.IsFiltering());
+    EXPECT_GT(view.ShownCount(), 0) << "the first are there at once";
+    EXPECT_EQ(view.RowCount(), 20000);
+    ASSERT_TRUE(filtered());
+    EXPECT_EQ(order().back(), 19999);
+    EXPECT_TRUE(ascending());
+    EXPECT_EQ(view.SelectedCount(), view.ShownCount());
+
+    const std::pair<const char*, std::function<void()>> events[] = {
+        {"sorted", [this] { view.sortByColumn(0, Qt::DescendingOrder); }},
+        {"added", [this] { addLazy({70000}); }},
+        {"removed",
+         [this] {
+             view.RemoveItems([](const SortListViewItem& item) {
+                 return static_cast<const LazyRow&>(item).Number == 70000;
+             });
+         }},
+        {"taken", [this] { delete view.takeItem(row(7)); }},
+        {"all selected", [this] { view.selectAll(); }},
+        {"another filter", [this] { view.SetFilterText("3 kHz"); }},
+    };
+    for (const auto& [name, happens] : events) {
+        SCOPED_TRACE(name);
+        view.SetFilterText("");
+        view.sortByColumn(0, Qt::AscendingOrder);
+        const int rows = view.RowCount();
+        view.SetFilterText("7");
+        EXPECT_TRUE(view.IsFiltering());
+        happens();
+        ASSERT_TRUE(filtered());
+        const int changed = name == std::string("added") ? 1 : name[0] == 'r' || name[0] == 't' ? -1 : 0;
+        EXPECT_EQ(view.RowCount(), rows + changed);
+        const std::string digit = view.FilterText() == "7" ? "7" : "3";
+        for (const int number : order())
+            EXPECT_NE(std::to_string(number).find(digit), std::string::npos);
+        EXPECT_GT(view.ShownCount(), 1900);
+        if (name == std::string("all selected"))
+            EXPECT_EQ(view.SelectedCount(), view.ShownCount());
+        view.SetFilterText("");
+        EXPECT_EQ(view.ShownCount(), rows + changed);
+        if (name != std::string("sorted"))
+            EXPECT_TRUE(ascending());
+    }
+}
+
+TEST_F(List, RowIsShownInSpiteOfTheFilter) {
+    addLazy({71, 3});
+    SortListViewItem* hidden = row(3);
+    view.SetFilterText("7");
+    EXPECT_EQ(order(), (Numbers{71}));
+    EXPECT_TRUE(view.ShowRow(hidden));
+    EXPECT_EQ(order(), (Numbers{71, 3}));
+    EXPECT_FALSE(view.ShowRow(nullptr));
+    view.SetFilterText("");
+    EXPECT_EQ(order(), (Numbers{71, 3}));
+}
+
 TEST_F(List, FilteredListStaysSorted) {
     addLazy({71, 3, 70, 1});
     view.sortByColumn(0, Qt::AscendingOrder);

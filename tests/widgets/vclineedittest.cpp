@@ -68,20 +68,21 @@ TEST_P(FrequencyEntries, AreReadInTheUnitTheyNameOrTheFieldShows) {
     EXPECT_EQ(field.ErrorText().isEmpty(), GetParam().stored != nullptr);
 }
 
-INSTANTIATE_TEST_SUITE_P(, FrequencyEntries,
-                         testing::Values(Entry{"7055000", "7.056 MHz", "7056000", "7056.000 kHz"},
-                                         Entry{"7055000", "145.5MHz", "145500000", "145.500000 MHz"},
-                                         Entry{"7055000", "7056.5", "7056500", "7056.500 kHz"},
-                                         Entry{"145500000", "146", "146000000", "146.000000 MHz"},
-                                         Entry{"0", "500", "500000", "500.000 kHz"},
-                                         Entry{"7055000", "9000 hz", "9000", "9.000 kHz"},
-                                         Entry{"7055000", "3 GHz", "3000000000", "3000.000000 MHz"},
-                                         Entry{"7055000", "3.1 GHz", nullptr, "3.1 GHz"},
-                                         Entry{"7055000", "8999 Hz", nullptr, "8999 Hz"},
-                                         Entry{"7055000", "seven", nullptr, "seven"},
-                                         Entry{"7055000", "nan", nullptr, "nan"},
-                                         Entry{"7055000", "1e308 GHz", nullptr, "1e308 GHz"},
-                                         Entry{"7055000", "", nullptr, ""}));
+INSTANTIATE_TEST_SUITE_P(
+    , FrequencyEntries,
+    testing::Values(Entry{"7055000", "7.056 MHz", "7056000", "7056.000 kHz"},
+                    Entry{"7055000", "145.5MHz", "145500000", "145.500000 MHz"},
+                    Entry{"7055000", "7056.5", "7056500", "7056.500 kHz"},
+                    Entry{"145500000", "146", "146000000", "146.000000 MHz"},
+                    Entry{"7055000", "7,056 MHz", "7056000", "7056.000 kHz"},
+                    Entry{"7055000", "7 056,5", "7056500", "7056.500 kHz"},
+                    Entry{"7055000", "1e4", nullptr, "1e4"}, Entry{"0", "500", "500000", "500.000 kHz"},
+                    Entry{"7055000", "9000 hz", "9000", "9.000 kHz"},
+                    Entry{"7055000", "3 GHz", "3000000000", "3000.000000 MHz"},
+                    Entry{"7055000", "3.1 GHz", nullptr, "3.1 GHz"},
+                    Entry{"7055000", "8999 Hz", nullptr, "8999 Hz"},
+                    Entry{"7055000", "seven", nullptr, "seven"}, Entry{"7055000", "nan", nullptr, "nan"},
+                    Entry{"7055000", "1e308 GHz", nullptr, "1e308 GHz"}, Entry{"7055000", "", nullptr, ""}));
 
 TEST_F(FrequencyField, ShowsFollowsAndLetsGoOfItsValue) {
     EXPECT_EQ(field.text(), "7055.000 kHz");

@@ -72,7 +72,7 @@ FrequencyNodeMediatorCtrl* EntryListView::List() const {
 void EntryListView::MakeCurrent(unsigned long index) {
     const FrequencyNodeMediator* mediator = List() ? List()->At(index) : nullptr;
     FrequencyNodeMediatorViewItem* row = mediator ? mediator->GetItem4View(this) : nullptr;
-    if (!row || row->treeWidget() != this)
+    if (!ShowRow(row)) // even if the filter hides it
         return;
     clearSelection();
     row->activate();

@@ -118,10 +118,13 @@ TEST_F(NoiViewTest, NewEntriesBecomeTheCurrentRowAndDeletedOnesGoAtOnce) {
     m_view->setCurrentItem(nullptr);
     m_view->slotDelete();
     EXPECT_EQ(Entries().size(), 2) << "the slot itself removes nothing";
-    // An entry that the filter hides is added all the same.
+    // A new entry is shown even if the filter would hide it.
     m_view->SetFilterText(Q("7055"));
+    EXPECT_EQ(m_view->ShownCount(), 1);
     m_view->slotNew();
     EXPECT_EQ(Entries().size(), 3);
+    EXPECT_EQ(m_view->ShownCount(), 2);
+    EXPECT_EQ(m_view->SelectedCount(), 1);
 }
 
 TEST_F(NoiViewTest, ACopyHasTheCurrentEntryFirst) {

@@ -1,0 +1,146 @@
+#include "host/gui/celldelegate.h"
+#include "host/gui/sortlistview.h"
+
+#include <QTimerEvent>
+
+#include <limits>
+
+namespace {
+
+/// Rows that the filter looks at in a turn: some 20 ms.
+constexpr qsizetype RowsPerTurn = 4000;
+constexpr qsizetype AllRows = std::numeric_limits<qsizetype>::max();
+
+} // namespace
+
+int SortListView::RowCount() const {
+    const qsizetype waiting = m_filterTurn.isActive() ? m_toLookAt.size() - m_lookedAt : 0;
+    return topLevelItemCount() + static_cast<int>(m_filteredOut.size()) + static_cast<int>(waiting);
+}
+
+QStringList SortListView::ColumnTitles() const {
+    QStringList titles;
+    for (int column = 0; column < columnCount(); ++column)
+        titles << headerItem()->text(column);
+    return titles;
+}
+
+const Query& SortListView::FilterQuery() const {
+    return m_cells->GetQuery();
+}
+
+void SortListView::MarkHits(const Query& query) {
+    m_cells->SetQuery(query);
+    viewport()->update();
+    emit filterChanged();
+}
+
+bool SortListView::matchesFilter(const QTreeWidgetItem* row) const {
+    const auto* item = static_cast<const SortListViewItem*>(row);
+    return m_filter.Matches([item](int column) { return item->CellText(column); });
+}
+
+void SortListView::SetFilterText(const QString& text) {
+    if (text == m_filter.GetText())
+        return;
+    Query query = Query::Parse(text, ColumnTitles());
+    const bool narrows = !m_filterTurn.isActive() && query.Narrows(m_filter);
+    const bool wasOn = !m_filter.IsEmpty();
+    m_filter = std::move(query);
+    replaceShown([&](Rows& rows) {
+        if (wasOn && !narrows)
+            takeAllRows(rows);
+        m_filterTurn.stop();
+        m_toLookAt.clear();
+        m_lookedAt = 0;
+        if (!narrows)
+            m_allRows = m_filter.IsEmpty() ? Rows() : rows;
+        if (m_filter.IsEmpty())
+            return;
+        m_toLookAt = std::exchange(rows, {});
+        lookOn(rows, RowsPerTurn);
+    });
+    if (m_lookedAt < m_toLookAt.size())
+        m_filterTurn.start(0, this);
+    MarkHits(m_filter);
+    slotSelectionChanged();
+}
+
+void SortListView::hideRow(QTreeWidgetItem* row) {
+    static_cast<SortListViewItem*>(row)->m_wasSelected = false;
+    m_filteredOut.push_back(row);
+}
+
+/// Adds the rows that the filter hides or has not looked at to those shown, in the order of the list.
+void SortListView::takeAllRows(Rows& shown) {
+    const qsizetype hidden = RowCount() - topLevelItemCount();
+    if (m_allRows.size() == shown.size() + hidden) {
+        shown = m_allRows;
+    } else {
+        shown.append(m_toLookAt.mid(m_lookedAt));
+        shown.append(Rows(m_filteredOut.begin(), m_filteredOut.end()));
+        sortRows(shown);
+    }
+    m_filteredOut.clear();
+}
+
+/// Looks at so many more rows, and adds those that match to `hits`.
+void SortListView::lookOn(Rows& hits, qsizetype rows) {
+    const qsizetype end = m_lookedAt + std::min(rows, m_toLookAt.size() - m_lookedAt);
+    for (; m_lookedAt < end; ++m_lookedAt) {
+        QTreeWidgetItem* row = m_toLookAt.at(m_lookedAt);
+        if (matchesFilter(row))
+            hits.append(row);
+        else
+            hideRow(row);
+    }
+}
+
+void SortListView::lookForMore(qsizetype rows) {
+    keepingPlace([&] {
+        const int top = topLevelItemCount();
+        Rows hits;
+        lookOn(hits, rows);
+        addTopLevelItems(hits);
+        selectMarkedRows(hits, top);
+    });
+    if (m_lookedAt < m_toLookAt.size()) {
+        emit countsChanged();
+        return;
+    }
+    m_filterTurn.stop();
+    m_toLookAt.clear();
+    m_lookedAt = 0;
+    slotSelectionChanged();
+}
+
+void SortListView::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == m_filterTurn.timerId())
+        lookForMore(RowsPerTurn);
+    else
+        QTreeWidget::timerEvent(event);
+}
+
+void SortListView::finishFilter() {
+    if (m_filterTurn.isActive())
+        lookForMore(AllRows);
+}
+
+/// Before rows come, go or change places: what the filter knows of their order does not hold any longer.
+void SortListView::loseOrder() {
+    finishFilter();
+    m_allRows.clear();
+}
+
+bool SortListView::ShowRow(SortListViewItem* row) {
+    if (!row)
+        return false;
+    loseOrder();
+    if (std::erase(m_filteredOut, row) > 0) {
+        addTopLevelItem(row);
+        row->m_mayMove = true;
+        sort();
+        emit countsChanged();
+    }
+    return row->treeWidget() == this;
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "host/widgets/entryfield.h"
+
+#include <QLineEdit>
+
+/// A line edit for a frequency in the operator's own notation (see `ReadFrequencyInput`). While one types it
+/// shows at its right end what it has understood so far. Return, or leaving the field, takes the entry; an
+/// entry that is no frequency stays, with a red frame and the reason in the tool tip. Escape brings the
+/// frequency back.
+class FrequencyField : public QLineEdit, public IEntryField {
+    Q_OBJECT
+
+public:
+    explicit FrequencyField(QWidget* parent = nullptr);
+
+    /// Hz that a bare number counts: 1e3 (the default) or 1e6, say.
+    void SetDefaultUnit(double hertz);
+    /// Shows a frequency in Hz, unless an entry is unfinished: then Escape brings it. 0 shows none.
+    void SetFrequency(double hertz);
+    /// The frequency shown last or entered since, in Hz; 0 for none.
+    double GetFrequency() const { return m_hertz; }
+    /// What the unfinished entry is understood as ("7 055.000 kHz"); empty without one.
+    const QString& UnderstoodText() const { return m_understood; }
+
+    bool Commit() override;
+    const QString& ErrorText() const override { return m_error; }
+    void ShowError() override;
+
+signals:
+    /// The operator entered a frequency, in Hz: by Return always, by leaving the field when it was edited.
+    void Entered(double hertz);
+    void errorChanged(const QString& error);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void follow(const QString& entry);
+    void showFrequency();
+    void setError(const QString& error);
+    void makeRoom();
+    void updateToolTip();
+
+    double m_unit = 1e3;
+    double m_hertz = 0;
+    QString m_understood;
+    QString m_error;
+    bool m_hasRoom = false; ///< for what was understood, beside the entry
+};
