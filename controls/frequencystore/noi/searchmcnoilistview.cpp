@@ -77,9 +77,8 @@ void SearchMCNOIListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
     for (const Bar::Action action :
          {Bar::Read, Bar::Save, Bar::Copy, Bar::Paste, Bar::New, Bar::Edit, Bar::Delete})
         bar->GetAction(action)->setVisible(true);
-    const bool withCsv = CsvIsAllowed(QStringLiteral("ViewMenu"));
-    for (const Bar::Action action : {Bar::Export, Bar::Import})
-        bar->GetAction(action)->setVisible(withCsv);
+    OfferCsv({bar->GetAction(Bar::Export), bar->GetAction(Bar::Import)},
+             CsvIsAllowed(QStringLiteral("ViewMenu")));
     if (!std::exchange(m_connected, true))
         connectBar(*bar);
     showWaiting();

@@ -62,7 +62,7 @@ void SearchMCDataListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) 
     FrequencyNodeListView::InitFreqStoreWidget(bar);
     for (const Bar::Action action : {Bar::Copy, Bar::Paste, Bar::Save})
         bar->GetAction(action)->setVisible(true);
-    bar->GetAction(Bar::Export)->setVisible(CsvIsAllowed());
+    OfferCsv({bar->GetAction(Bar::Export)}, CsvIsAllowed());
     bar->OfferPause();
     if (!std::exchange(m_connected, true)) {
         bar->AttachView(this);

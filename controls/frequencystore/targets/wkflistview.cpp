@@ -83,8 +83,7 @@ void WkfListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
     for (const Bar::Action action : {Bar::Copy, Bar::Paste, Bar::Read, Bar::Save})
         bar->GetAction(action)->setVisible(true);
     const bool withCsv = CsvIsAllowed();
-    for (const Bar::Action action : {Bar::Import, Bar::Export})
-        bar->GetAction(action)->setVisible(withCsv);
+    OfferCsv({bar->GetAction(Bar::Import), bar->GetAction(Bar::Export)}, withCsv);
     if (!std::exchange(m_connected, true))
         connectBar(*bar, withCsv);
 }
