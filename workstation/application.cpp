@@ -15,11 +15,13 @@
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencystorelistview.h"
+#include "host/gui/guibase.h"
 #include "host/gui/listsettings.h"
 #include "host/gui/sortlistview.h"
 #include "host/report/outputfile.h"
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
+#include "workstation/actions.h"
 #include "workstation/directorylock.h"
 #include "workstation/ending.h"
 #include "workstation/failurenote.h"
@@ -27,16 +29,19 @@
 #include "workstation/frequencybar.h"
 #include "workstation/job.h"
 #include "workstation/jobpanel.h"
+#include "workstation/listchanges.h"
 #include "workstation/mainwindow.h"
 #include "workstation/memoryneed.h"
 #include "workstation/messagespanel.h"
 #include "workstation/noibands.h"
 #include "workstation/noikeeper.h"
+#include "workstation/recentfiles.h"
 #include "workstation/samples.h"
 #include "workstation/simulatedclassifier.h"
 #include "workstation/simulatedreceiver.h"
 #include "workstation/simulatedsearch.h"
 #include "workstation/sweepimport.h"
+#include "workstation/tuningstrip.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -81,6 +86,11 @@ constexpr TemplateLink TemplateLinks[] = {
     {Keys::AFC, &MemorySystemHandler::SetAFC_ValuePath},
 };
 
+/// What was open last, and where files were.
+const QString TargetsFileKey = QStringLiteral("Window/TargetsFile");
+const QString JobFileKey = QStringLiteral("Window/JobFile");
+const QString FolderKey = QStringLiteral("Window/Folder");
+
 void settle() {
     QElapsedTimer timer;
     timer.start();
@@ -103,6 +113,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     m_job = std::make_unique<Job>();
     const QString lostNoi = forgetLostNoi();
     m_window = std::make_unique<MainWindow>(*m_receiver);
+    m_changes = std::make_unique<ListChanges>();
     // Whoever started the program from a terminal sees there what the panel shows.
     QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded, [](const QString& text) {
         std::fprintf(stderr, "%s\n", TextFor(stderr, text).constData());
@@ -125,6 +136,8 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     registerLists();
     registerDetections();
     registerResults();
+    connectLists();
+    addActivities();
     QMenu* search = m_window->AddMenu(MainWindow::tr("&Search"));
     m_search->AddTo(*search);
     m_classifier->AddTo(*search);
@@ -136,6 +149,8 @@ Workstation::Workstation(const Options& options) : m_options(options) {
                 platform != QLatin1String("minimal"));
     if (m_options.screenshotDirectory.isEmpty()) // pictures look the same on every machine
         m_window->RememberArrangement();
+    if (const QString folder = ListSettings::LoadText(FolderKey); remembers() && QFileInfo(folder).isDir())
+        useFolder(folder);
 }
 
 Workstation::~Workstation() {
@@ -184,15 +199,22 @@ void Workstation::addJobPanel() {
     m_jobPanel = new JobPanel(*m_job);
     m_window->AddPanel(m_jobPanel, MainWindow::tr("Job"), Qt::RightDockWidgetArea);
     QMenu* menu = m_window->GetFileMenu();
-    QAction* before = menu->actions().first();
-    const auto add = [&](const QString& text, auto slot) {
+    QAction* before = m_window->GetActions().Get(WindowActions::Print);
+    const auto add = [&](const QString& text, const QString& tip, auto slot) {
         auto* action = new QAction(text, menu);
+        action->setToolTip(tip);
+        action->setStatusTip(tip);
         menu->insertAction(before, action);
         QObject::connect(action, &QAction::triggered, m_jobPanel, slot);
     };
-    add(MainWindow::tr("&Open Job..."), &JobPanel::AskAndOpen);
-    add(MainWindow::tr("&Save Job"), &JobPanel::Save);
-    add(MainWindow::tr("Save Job &As..."), &JobPanel::SaveAs);
+    add(MainWindow::tr("Open &Job..."), MainWindow::tr("Open a job in place of the present one"),
+        &JobPanel::AskAndOpen);
+    add(MainWindow::tr("Save Jo&b"), MainWindow::tr("Save the job with the present channels"),
+        &JobPanel::Save);
+    add(MainWindow::tr("Save Job As..."), MainWindow::tr("Save the job under another name"),
+        &JobPanel::SaveAs);
+    add(MainWindow::tr("Show Memory-Scan Section..."),
+        MainWindow::tr("Show what the channels are in the job"), &JobPanel::ShowSection);
     menu->insertSeparator(before);
 }
 
@@ -237,27 +259,129 @@ void Workstation::addOpener() {
     });
     QObject::connect(m_opener.get(), &FileOpener::FileChanged, m_window.get(), [this](FileGate::List list) {
         const QString file = m_opener->FileOf(list);
-        m_window->SetFileOf(list == FileGate::List::Noi ? m_noiId : m_targetsId, file);
+        const int id = list == FileGate::List::Noi ? m_noiId : m_targetsId;
+        m_changes->MarkSaved(id);
+        m_window->SetFileOf(id, file);
+        noteFile(file);
+        if (remembers() && list == FileGate::List::Targets)
+            ListSettings::SaveText(TargetsFileKey, file);
         resolveWriteFailure(file);
     });
     // The list of memory channels is that of the job.
     QObject::connect(m_job.get(), &Job::Changed, m_window.get(), [this] { offerSaveToJob(); });
+    m_recent = new RecentFiles(*m_window->GetRecentMenu()); // the menu's
+    QObject::connect(m_recent, &RecentFiles::Chosen, m_window.get(),
+                     [this](const QString& path) { openFile(path); });
+    QObject::connect(m_window.get(), &MainWindow::OpenWanted, m_window.get(), [this] { askAndOpen(); });
+}
+
+void Workstation::askAndOpen() {
+    const QString path = QFileDialog::getOpenFileName(
+        m_window.get(), MainWindow::tr("Open File"), GuiBase::Instance().GetCurrentDirectory(),
+        MainWindow::tr("All Known Files (*.xml *.sfl *.ltl *.csv *.noi *.pij);;All Files (*)"), nullptr,
+        GuiBase::Instance().UseNativeDialogs());
+    if (!path.isEmpty())
+        openFile(path);
+}
+
+bool Workstation::openFile(const QString& path) {
+    const bool opened = m_opener->Open(path);
+    if (opened)
+        noteFile(path);
+    return opened;
+}
+
+/// The next dialogs start where the last file was.
+void Workstation::noteFile(const QString& path) {
+    if (path.isEmpty() || !remembers())
+        return;
+    m_recent->Add(path);
+    const QString folder = QFileInfo(path).absolutePath();
+    if (folder == GuiBase::Instance().GetCurrentDirectory())
+        return;
+    useFolder(folder);
+    ListSettings::SaveText(FolderKey, folder);
+}
+
+void Workstation::useFolder(const QString& folder) {
+    GuiBase::Instance().SetCurrentDirectory(folder);
+    TargetListHandler::Instance()->SetTargetListDirectory(folder);
+    NOIFrequencyHandler::Instance()->SetReadDirectory(folder);
+}
+
+/// What the window shows of lists that have files: whether they are in them, and how they get there.
+void Workstation::connectLists() {
+    for (const int id : {m_targetsId, m_noiId})
+        m_changes->Follow(id);
+    QObject::connect(m_changes.get(), &ListChanges::Changed, m_window.get(),
+                     [this](int id) { m_window->SetUnsaved(id, m_changes->IsChanged(id)); });
+    m_window->SetSaver(m_targetsId, [this] {
+        TargetListHandler& list = *TargetListHandler::Instance();
+        tellSaved(list.Save2File(!list.GetCurrentFileName().isEmpty()));
+    });
+    m_window->SetSaver(m_noiId, [this] { tellSaved(NOIFrequencyHandler::Instance()->FileSave(true)); });
+    m_window->SetSaver(m_memoryId, [this] {
+        if (m_jobPanel->Save())
+            tellSaved(m_job->GetFileName());
+    });
+    QObject::connect(m_window.get(), &MainWindow::EntryEdited, m_window.get(), [this](int id) {
+        if (id == m_noiId) {
+            NOIFrequencyHandler::Instance()->UpdateNOIList();
+        } else if (id == m_memoryId) {
+            MemorySystemHandler::Instance()->SuspendMediatorCtrl(false, true);
+            MemorySystemHandler::Instance()->UpdateJobFileEntries();
+        }
+    });
+}
+
+void Workstation::tellSaved(const QString& path) {
+    if (!path.isEmpty())
+        m_window->Tell(MainWindow::tr("Saved in %1").arg(QFileInfo(path).fileName()));
+}
+
+/// What runs stands in the strip.
+void Workstation::addActivities() {
+    TuningStrip* strip = m_window->GetStrip();
+    strip->AddActivity({MainWindow::tr("Search"), [this] { return m_search->IsRunning(); },
+                        [] {
+                            const auto* found =
+                                value_cast<ValueList<DetectionConventional>>(Tree::Instance()->GetValue(
+                                    QString::fromLatin1(SimulatedSearch::DetectionsPath)));
+                            return found ? static_cast<qint64>(found->Size()) : 0;
+                        },
+                        [this] { m_search->SetRunning(false); }});
+    strip->AddActivity({MainWindow::tr("Classifier"), [this] { return m_classifier->IsRunning(); },
+                        [] {
+                            const Node* results = Tree::Instance()->GetNode(Paths::Results);
+                            return results ? static_cast<qint64>(results->ChildCount()) : 0;
+                        },
+                        [this] { m_classifier->SetRunning(false); }});
+    QObject::connect(m_search.get(), &SimulatedSearch::RunningChanged, strip, &TuningStrip::Refresh);
+    QObject::connect(m_classifier.get(), &SimulatedClassifier::RunningChanged, strip, &TuningStrip::Refresh);
 }
 
 void Workstation::offerSaveToJob() {
     const QString& file = m_job->GetFileName();
+    const Job::FileState state = m_job->GetFileState();
+    m_window->SetUnsaved(m_memoryId, state == Job::FileState::Older ||
+                                         (state == Job::FileState::None && m_job->IsModified()));
+    if (!file.isEmpty() && file != m_window->FileOf(m_memoryId)) {
+        noteFile(file);
+        if (remembers())
+            ListSettings::SaveText(JobFileKey, file);
+    }
     m_window->SetFileOf(m_memoryId, file);
     if (FreqStoreListViewButtonBar* bar = m_window->BarOf(m_memoryId))
         bar->SetWhyOff(FreqStoreListViewButtonBar::SaveToJob,
                        file.isEmpty() ? MainWindow::tr("No job is open.") : QString());
-    if (!file.isEmpty() && m_job->GetFileState() == Job::FileState::Same)
+    if (!file.isEmpty() && state == Job::FileState::Same)
         resolveWriteFailure(file);
 }
 
 void Workstation::addEnding() {
     m_ending = std::make_unique<Ending>(
         *m_job, *m_jobPanel,
-        remembersNoi() ? std::make_unique<NoiKeeper>(m_window.get(), m_window->GetBands()) : nullptr);
+        remembers() ? std::make_unique<NoiKeeper>(m_window.get(), m_window->GetBands()) : nullptr);
     QObject::connect(m_ending.get(), &Ending::Begins, m_window.get(), &MainWindow::KeepArrangement);
     m_window->SetCloseCheck([this] { return m_ending->MayClose(); });
 }
@@ -293,14 +417,16 @@ void Workstation::addSweepEntry() {
     QObject::connect(m_sweeps.get(), &SweepImport::Opened, m_window.get(), &MainWindow::Tell);
     QMenu* menu = m_window->GetFileMenu();
     auto* action = new QAction(MainWindow::tr("Open S&weep..."), menu);
-    menu->insertAction(menu->actions().first(), action);
+    action->setToolTip(MainWindow::tr("Add the signals in power sweeps to the detections"));
+    action->setStatusTip(action->toolTip());
+    menu->insertAction(m_window->GetActions().Get(WindowActions::OpenIntoList), action);
     QObject::connect(action, &QAction::triggered, m_sweeps.get(), &SweepImport::AskAndOpen);
 }
 
 void Workstation::registerLists() {
     // The default list is read where there is one and nothing else was asked for.
     const bool haveDefault =
-        m_options.files.isEmpty() && !m_options.demo &&
+        m_options.files.isEmpty() && !m_options.demo && fileToReopen(TargetsFileKey).isEmpty() &&
         QFileInfo::exists(CfgCenter::GetAppCfg(ICfg::StartUp)
                               .GetFilePath(QStringLiteral("LocalTargetList"), QStringLiteral("Targets.xml")));
     Node* targets = Tree::Instance()->MakeNode(Paths::Targets);
@@ -314,7 +440,15 @@ void Workstation::registerLists() {
     registerNoi();
 }
 
-bool Workstation::remembersNoi() const {
+/// What was open last, unless something else is asked for or it is not there any more.
+QString Workstation::fileToReopen(const QString& key) const {
+    if (!remembers() || !m_options.files.isEmpty())
+        return QString();
+    const QString file = ListSettings::LoadText(key);
+    return QFileInfo(file).isFile() ? file : QString();
+}
+
+bool Workstation::remembers() const {
     return !m_options.demo && m_options.screenshotDirectory.isEmpty();
 }
 
@@ -324,7 +458,7 @@ QString Workstation::forgetLostNoi() const {
     ICfg& settings = CfgCenter::GetAppCfg(ICfg::StartUp);
     const QString key = NoiKeeper::SettingName();
     const QString file = settings.GetString(key, QString());
-    if (!remembersNoi() || file.isEmpty() || QFileInfo::exists(file))
+    if (!remembers() || file.isEmpty() || QFileInfo::exists(file))
         return QString();
     settings.SetString(key, QString());
     return file;
@@ -332,7 +466,7 @@ QString Workstation::forgetLostNoi() const {
 
 void Workstation::registerNoi() {
     NOIFrequencyHandler* list = NOIFrequencyHandler::Instance();
-    list->SetRemembersFile(remembersNoi());
+    list->SetRemembersFile(remembers());
     list->Init(Tree::Instance()->MakeNode(Paths::Noi));
     list->SetFrequencyValue_Path(m_receiver->PathOf(Keys::KeyFrequency));
     list->SetBandwidthValue_Path(m_receiver->PathOf(Keys::KeyBandwidth));
@@ -392,14 +526,20 @@ bool Workstation::LoadFiles() {
         readSamples();
     if (!m_options.jobFile.isEmpty())
         WithinMemory(m_options.jobFile, false, [this] { return m_job->Open(m_options.jobFile); });
+    else if (const QString job = fileToReopen(JobFileKey); !job.isEmpty())
+        openFile(job);
     for (const QString& file : m_options.files)
-        m_opener->Open(file);
+        openFile(file);
+    if (const QString targets = fileToReopen(TargetsFileKey); !targets.isEmpty())
+        openFile(targets);
     if (m_options.demo) {
         m_search->Simulate(DemoMicroseconds, QDateTime::currentMSecsSinceEpoch() * 1000);
         m_search->SetRunning(true);
         m_classifier->SetRunning(true);
     }
     m_window->GetBar()->FitAll();
+    if (m_window->GetMessages()->ProblemCount() > 0)
+        m_window->ShowMessages(true);
     return m_window->GetMessages()->ProblemCount() == before;
 }
 
@@ -441,8 +581,9 @@ bool Workstation::TakeScreenshots() {
         tabs->setCurrentIndex(index);
         settle();
         const auto* list = tabs->widget(index)->findChild<SortListView*>();
-        std::printf("%-28s %10d %10d  %s\n", qPrintable(tabs->tabText(index)), list ? list->RowCount() : 0,
-                    list ? list->ShownCount() : 0, qPrintable(save(m_window->TabFileName(index))));
+        std::printf("%-28s %10d %10d  %s\n", qPrintable(m_window->TabName(index)),
+                    list ? list->RowCount() : 0, list ? list->ShownCount() : 0,
+                    qPrintable(save(m_window->TabFileName(index))));
     }
     tabs->setCurrentIndex(0);
     settle();

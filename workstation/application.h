@@ -10,8 +10,10 @@ class Ending;
 class FileOpener;
 class Job;
 class JobPanel;
+class ListChanges;
 class MainWindow;
 class QLibrary;
+class RecentFiles;
 class SimulatedClassifier;
 class SimulatedReceiver;
 class SimulatedSearch;
@@ -47,7 +49,15 @@ private:
     void addJobPanel();
     void addSweepEntry();
     void registerLists();
-    bool remembersNoi() const;
+    bool remembers() const;
+    QString fileToReopen(const QString& key) const;
+    void askAndOpen();
+    bool openFile(const QString& path);
+    void noteFile(const QString& path);
+    static void useFolder(const QString& folder);
+    void connectLists();
+    void tellSaved(const QString& path);
+    void addActivities();
     QString forgetLostNoi() const;
     void lockDirectory();
     void addOpener();
@@ -70,11 +80,13 @@ private:
     std::unique_ptr<Job> m_job;
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<SweepImport> m_sweeps;
+    std::unique_ptr<ListChanges> m_changes;
     std::unique_ptr<FileOpener> m_opener;
     std::unique_ptr<Ending> m_ending;
     std::unique_ptr<DirectoryLock> m_lock; ///< null when the lists' own files stay as they are
     int m_targetsId = 0;                   ///< identifiers of lists in the store
     int m_noiId = 0;
     int m_memoryId = 0;
-    JobPanel* m_jobPanel = nullptr; ///< the window's
+    JobPanel* m_jobPanel = nullptr;  ///< the window's
+    RecentFiles* m_recent = nullptr; ///< the window's
 };

@@ -25,6 +25,7 @@ BandsPanel::BandsPanel(const NoiBands& bands, QWidget* parent)
       m_text(new QPlainTextEdit(this)),
       m_copy(new QPushButton(tr("Copy"), this)) {
     m_text->setReadOnly(true);
+    m_text->setAccessibleName(tr("NOI bands"));
     m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_copy->setToolTip(tr("Copy all bands as \"lower,upper;\" in hertz"));

@@ -20,6 +20,7 @@ BandSteps::BandSteps(Receiver& receiver, const NoiBands& bands, QWidget* parent)
         auto* button = new QToolButton(this);
         button->setArrowType(arrow);
         button->setToolTip(tip);
+        button->setAccessibleName(tip);
         connect(button, &QToolButton::clicked, this, slot);
         layout->addWidget(button);
     };

@@ -20,7 +20,7 @@ constexpr char TraceSource[] = "fileopener";
 
 using FileGate::List;
 
-/// A list as it is called, with its node and the marks of the names that it reads.
+/// A list as its tab calls it, with its node and the marks of the names that it reads.
 struct ListRow {
     List list;
     const char* name;
@@ -30,17 +30,17 @@ struct ListRow {
 };
 const ListRow Lists[] = {
     {List::Targets,
-     QT_TRANSLATE_NOOP("FileOpener", "the target list"),
+     QT_TRANSLATE_NOOP("FileOpener", "Local TargetList"),
      [] { return TargetListHandler::Instance()->GetItemsRoot(); },
      {".xml", ".sfl", ".ltl", ".csv"},
      false},
     {List::MemoryChannels,
-     QT_TRANSLATE_NOOP("FileOpener", "the list of memory channels"),
+     QT_TRANSLATE_NOOP("FileOpener", "Memory Channels"),
      [] { return MemorySystemHandler::Instance()->GetItemsRoot(); },
      {".xml", ".sfl", ".pij"},
      true},
     {List::Noi,
-     QT_TRANSLATE_NOOP("FileOpener", "the list of frequencies of interest"),
+     QT_TRANSLATE_NOOP("FileOpener", "NOI Frequencies"),
      [] { return NOIFrequencyHandler::Instance()->GetItemsRoot(); },
      {".xml", ".noi", ".csv"},
      false},

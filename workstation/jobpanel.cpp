@@ -5,13 +5,15 @@
 #include "host/report/filestamps.h"
 #include "workstation/job.h"
 
+#include <QDialog>
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPlainTextEdit>
-#include <QPushButton>
+#include <QToolButton>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -54,34 +56,53 @@ JobPanel::JobPanel(Job& job, QWidget* parent)
       m_job(job),
       m_file(new QLabel(this)),
       m_state(new QLabel(this)),
-      m_section(new QPlainTextEdit(this)),
-      m_save(new QPushButton(tr("Save"), this)),
-      m_saveAs(new QPushButton(tr("Save As..."), this)) {
-    auto* open = new QPushButton(tr("Open..."), this);
-    auto* buttons = new QHBoxLayout;
-    for (QPushButton* button : {open, m_save, m_saveAs})
-        buttons->addWidget(button);
-    auto* layout = new QVBoxLayout(this);
+      m_save(new QToolButton(this)),
+      m_sectionWindow(new QDialog(this)),
+      m_section(new QPlainTextEdit(m_sectionWindow)) {
+    auto* show = new QToolButton(this);
+    show->setText(tr("Show section..."));
+    show->setToolTip(tr("Show the memory-scan section that the channels make"));
+    m_save->setText(tr("Save"));
+    m_save->setToolTip(tr("Save the job"));
+    for (QToolButton* button : {m_save, show})
+        button->setFocusPolicy(Qt::TabFocus);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(6, 2, 6, 2);
     layout->addWidget(m_file);
-    layout->addWidget(m_state);
-    layout->addLayout(buttons);
-    layout->addWidget(m_section, 1);
+    layout->addWidget(m_state, 1);
+    layout->addWidget(m_save);
+    layout->addWidget(show);
     m_file->setTextFormat(Qt::PlainText);
-    m_file->setWordWrap(true);
-    m_state->setWordWrap(true);
     m_state->setObjectName(QStringLiteral("JobState"));
-    m_section->setObjectName(QStringLiteral("JobSection"));
-    m_section->setReadOnly(true);
-    m_section->setLineWrapMode(QPlainTextEdit::NoWrap);
-    m_section->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    connect(open, &QPushButton::clicked, this, &JobPanel::AskAndOpen);
-    connect(m_save, &QPushButton::clicked, this, &JobPanel::Save);
-    connect(m_saveAs, &QPushButton::clicked, this, &JobPanel::SaveAs);
+    m_state->setMinimumWidth(0);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    makeSectionWindow();
+    connect(m_save, &QToolButton::clicked, this, &JobPanel::Save);
+    connect(show, &QToolButton::clicked, this, &JobPanel::ShowSection);
     m_refresh.setSingleShot(true);
     m_refresh.setInterval(RefreshMilliseconds);
     connect(&m_refresh, &QTimer::timeout, this, &JobPanel::showJob);
     connect(&job, &Job::Changed, &m_refresh, qOverload<>(&QTimer::start));
     showJob();
+}
+
+void JobPanel::makeSectionWindow() {
+    m_sectionWindow->setWindowTitle(tr("Memory-Scan Section of the Job"));
+    m_sectionWindow->resize(640, 480);
+    m_section->setObjectName(QStringLiteral("JobSection"));
+    m_section->setAccessibleName(m_sectionWindow->windowTitle());
+    m_section->setReadOnly(true);
+    m_section->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_section->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    auto* layout = new QVBoxLayout(m_sectionWindow);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_section);
+}
+
+void JobPanel::ShowSection() {
+    m_sectionWindow->show();
+    m_sectionWindow->raise();
+    fillSection();
 }
 
 void JobPanel::showEvent(QShowEvent* event) {
@@ -92,15 +113,15 @@ void JobPanel::showEvent(QShowEvent* event) {
 QString JobPanel::stateText() const {
     switch (m_job.GetFileState()) {
     case Job::FileState::None:
-        return m_job.IsModified() ? tr("The memory channels are in no job yet") : QString();
+        return m_job.IsModified() ? tr("The channels are in no job yet") : QString();
     case Job::FileState::Same:
-        return tr("The file is up to date");
+        return tr("is up to date");
     case Job::FileState::Older:
-        return tr("The file is older than the job: it has unsaved changes");
+        return tr("has unsaved changes");
     case Job::FileState::Changed:
-        return tr("The file was changed by another program");
+        return tr("was changed by another program");
     case Job::FileState::Gone:
-        return tr("The file is gone");
+        return tr("is gone");
     }
     return QString();
 }
@@ -118,9 +139,13 @@ void JobPanel::showJob() {
                         .GetColor());
     m_state->setPalette(colors);
     m_state->setVisible(!m_state->text().isEmpty());
-    m_save->setEnabled(!fileName.isEmpty());
-    m_saveAs->setEnabled(!fileName.isEmpty() || m_job.IsModified());
-    if (!isVisible())
+    m_state->setToolTip(m_state->text());
+    m_save->setEnabled(!fileName.isEmpty() || m_job.IsModified());
+    fillSection();
+}
+
+void JobPanel::fillSection() {
+    if (!m_sectionWindow->isVisible())
         return;
     const QString section = firstLines(m_job.GetSection());
     if (section != m_section->toPlainText())

@@ -4,12 +4,13 @@
 #include <QWidget>
 
 class Job;
+class QDialog;
 class QLabel;
 class QPlainTextEdit;
-class QPushButton;
+class QToolButton;
 
-/// The panel of the job: its file, how the file stands to the job in memory, the memory-scan section as text,
-/// and what can be done with them. The job is not owned and outlives the panel.
+/// The line of the job: its file, how the file stands to the job in memory, and Save; the memory-scan section
+/// is shown as text in a window of its own. The job is not owned and outlives the panel.
 class JobPanel : public QWidget {
     Q_OBJECT
 
@@ -24,20 +25,24 @@ public:
     bool SaveAs();
     /// Asks whether unsaved changes are to be saved, and does it; false when the operator wants to stay.
     bool MayLeave();
+    /// Shows the memory-scan section.
+    void ShowSection();
 
 protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    void makeSectionWindow();
     void showJob();
+    void fillSection();
     QString stateText() const;
     QString question() const;
 
     Job& m_job;
     QLabel* m_file;
     QLabel* m_state;
+    QToolButton* m_save;
+    QDialog* m_sectionWindow;
     QPlainTextEdit* m_section;
-    QPushButton* m_save;
-    QPushButton* m_saveAs;
     QTimer m_refresh; ///< many changes are shown once
 };

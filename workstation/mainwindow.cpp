@@ -1,73 +1,93 @@
 #include "workstation/mainwindow.h"
 
 #include "host/base/frequencytext.h"
+#include "host/base/problems.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/freqlist/multiviewmediator.h"
-#include "host/gui/guicentral.h"
-#include "host/gui/listsettings.h"
 #include "host/gui/sortlistview.h"
-#include "host/startup/cfgcenter.h"
+#include "workstation/actions.h"
 #include "workstation/bandspanel.h"
-#include "workstation/failurenote.h"
+#include "workstation/detailspanel.h"
 #include "workstation/findhits.h"
 #include "workstation/frequencybar.h"
 #include "workstation/messagespanel.h"
 #include "workstation/noibands.h"
 #include "workstation/receiver.h"
 #include "workstation/receiverpanel.h"
+#include "workstation/tuningstrip.h"
+#include "workstation/windowstatus.h"
 
-#include <QActionGroup>
-#include <QCloseEvent>
+#include <QContextMenuEvent>
 #include <QDockWidget>
 #include <QFileInfo>
-#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QRegularExpression>
+#include <QScrollArea>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QTabWidget>
+#include <QTimer>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace {
 
-constexpr int StatusMilliseconds = 8000;
+constexpr int TabsMilliseconds = 150;
 constexpr int MessagesHeight = 110;
-const QString PositionFormatKey = QStringLiteral("PositionFormat");
-const QString GeometryKey = QStringLiteral("Window/Geometry");
-const QString PanelsKey = QStringLiteral("Window/Panels");
+constexpr int SideWidth = 330;
+
+/// A panel that may be higher than there is room.
+QScrollArea* scrolled(QWidget* panel) {
+    auto* area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(panel);
+    return area;
+}
 
 } // namespace
 
 MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
     : QMainWindow(parent),
+      m_receiver(receiver),
       m_bands(new NoiBands(this)),
+      m_strip(new TuningStrip(receiver, this)),
       m_bar(new FrequencyBar(this)),
       m_tabs(new QTabWidget(this)),
       m_messages(new MessagesPanel(this)),
-      m_failure(new FailureNote(this)),
+      m_status(new WindowStatus(*statusBar())),
+      m_actions(new WindowActions(this, m_tabs)),
+      m_details(new DetailsPanel(m_actions->Get(WindowActions::Tune), this)),
       m_fileMenu(menuBar()->addMenu(tr("&File"))),
-      m_viewMenu(menuBar()->addMenu(tr("&View"))) {
+      m_recentMenu(new QMenu(tr("Open &Recent"), this)),
+      m_tabsChange(new QTimer(this)) {
     resize(1440, 860);
     auto* centre = new QWidget(this);
     auto* layout = new QVBoxLayout(centre);
     layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(m_strip);
     layout->addWidget(m_bar);
     layout->addWidget(m_tabs, 1);
     setCentralWidget(centre);
     m_tabs->setDocumentMode(true);
+    m_tabs->setAccessibleName(tr("Lists"));
+    m_tabs->tabBar()->setAccessibleName(tr("Lists"));
+    m_bar->setAccessibleName(tr("Frequency bar"));
+    m_tabsChange->setSingleShot(true);
+    m_tabsChange->setInterval(TabsMilliseconds);
+    connect(m_tabsChange, &QTimer::timeout, this, &MainWindow::showTabs);
     new FindHits(*m_tabs);
 
     makeMenus();
-    resizeDocks({AddPanel(m_messages, tr("Messages"), Qt::BottomDockWidgetArea)}, {MessagesHeight},
-                Qt::Vertical);
-    connect(m_messages, &MessagesPanel::ProblemAdded, this, &MainWindow::Tell);
-    statusBar()->addPermanentWidget(m_failure);
-    AddPanel(new ReceiverPanel(receiver, *m_bands), tr("Receiver"), Qt::RightDockWidgetArea);
+    makePanels(receiver);
     connectReceiver(receiver);
-    AddPanel(new BandsPanel(*m_bands), tr("NOI bands"), Qt::RightDockWidgetArea)->hide();
+    connectStatus();
     m_bar->SetBands(*m_bands);
 
     FreqStore& store = FreqStore::Instance();
@@ -75,13 +95,17 @@ MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
         addList(id);
     connect(&store, &FreqStore::ListAdded, this, &MainWindow::addList);
     connect(&store, &FreqStore::ListRemoved, this, &MainWindow::removeList);
-    connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::showTitle);
-    showTitle();
+    connect(&store, &FreqStore::Told, this, &MainWindow::Tell);
+    connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::showCurrentList);
+    showCurrentList();
 }
 
 MainWindow::~MainWindow() {
     m_messages->Flush(); // while its listeners are there
     FreqStore::Instance().SetTuner({});
+    m_tabs->disconnect(this);
+    m_actions->SetList(nullptr, nullptr, QString(), {});
+    m_details->SetView(nullptr);
     // Views detach from their controllers while the store still knows them.
     for (auto& [id, tab] : m_lists)
         delete tab.page;
@@ -94,9 +118,11 @@ void MainWindow::connectReceiver(Receiver& receiver) {
     connect(&receiver, &Receiver::Refused, this, &MainWindow::Tell);
     connect(&receiver, &Receiver::Tuned, this, [this](double hertz) {
         m_bar->SetTuned(hertz);
+        m_status->ShowTuned(hertz);
         Tell(tr("Tuned to %1").arg(Quor::FrequencyText(hertz)));
     });
     m_bar->SetTuned(receiver.GetFrequency());
+    m_status->ShowTuned(receiver.GetFrequency());
     connect(m_bar, &FrequencyBar::Clicked, this, [this, &receiver](double hertz, int listId) {
         receiver.Tune(hertz);
         const auto found = m_lists.find(listId);
@@ -108,48 +134,26 @@ void MainWindow::connectReceiver(Receiver& receiver) {
     });
 }
 
-void MainWindow::makeMenus() {
-    QAction* quit = m_fileMenu->addAction(tr("&Quit"));
-    quit->setShortcut(QKeySequence::Quit);
-    connect(quit, &QAction::triggered, this, &QWidget::close);
-
-    connect(m_viewMenu->addAction(tr("Show all &frequencies")), &QAction::triggered, m_bar,
-            &FrequencyBar::FitAll);
-
-    addPositionFormats();
-
-    m_helpMenu = menuBar()->addMenu(tr("&Help"));
-    connect(m_helpMenu->addAction(tr("&About")), &QAction::triggered, this, [this] {
-        QMessageBox::about(
-            this, tr("Frequency Store"),
-            tr("<b>Frequency Store</b><p>Lists of frequencies for radio monitoring.</p>"
-               "<p>Wheel over the bar: zoom. Drag: move. Click: tune. Double click: show all.</p>"));
+void MainWindow::connectStatus() {
+    connect(m_messages, &MessagesPanel::ProblemAdded, this, [this](const QString& text) {
+        Tell(text);
+        m_status->ShowProblems(m_messages->ProblemCount());
     });
+    connect(m_status->GetProblemsButton(), &QToolButton::clicked, this,
+            [this] { ShowMessages(m_messagesDock->isHidden()); });
+    connect(m_details, &DetailsPanel::Edited, this, &MainWindow::EntryEdited);
 }
 
-/// How lists write positions, a choice that the settings keep.
-void MainWindow::addPositionFormats() {
-    ValueSelection& format = *GuiCentral::Instance().GetPositionFormat();
-    ICfg& settings = CfgCenter::GetAppCfg(ICfg::StartUp);
-    format.Select(static_cast<long>(settings.GetInt(PositionFormatKey, 0)));
-    auto* group = new QActionGroup(this);
-    for (long i = 0; i < format.GetItemCount(); ++i) {
-        QAction* action = group->addAction(format.GetItemAt(i)->GetName());
-        const long key = format.GetItemAt(i)->GetKey();
-        action->setCheckable(true);
-        action->setChecked(key == format.GetCurrentKey());
-        connect(action, &QAction::triggered, this, [&format, &settings, key] {
-            format.Select(key);
-            settings.SetString(PositionFormatKey, QString::number(key));
-        });
-    }
-    m_viewMenu->addMenu(tr("&Positions"))->addActions(group->actions());
-}
-
-QMenu* MainWindow::AddMenu(const QString& title) {
-    auto* menu = new QMenu(title, this);
-    menuBar()->insertMenu(m_helpMenu->menuAction(), menu);
-    return menu;
+void MainWindow::makePanels(Receiver& receiver) {
+    QDockWidget* details = AddPanel(scrolled(m_details), tr("Details"), Qt::RightDockWidgetArea);
+    QDockWidget* settings =
+        AddPanel(scrolled(new ReceiverPanel(receiver, *m_bands)), tr("Receiver"), Qt::RightDockWidgetArea);
+    AddPanel(new BandsPanel(*m_bands), tr("NOI bands"), Qt::RightDockWidgetArea)->hide();
+    m_messages->setAccessibleName(tr("Messages"));
+    m_messagesDock = AddPanel(m_messages, tr("Messages"), Qt::BottomDockWidgetArea);
+    resizeDocks({m_messagesDock}, {MessagesHeight}, Qt::Vertical);
+    resizeDocks({details, settings}, {SideWidth, SideWidth}, Qt::Horizontal);
+    m_messagesDock->hide();
 }
 
 void MainWindow::addList(int listId) {
@@ -166,10 +170,35 @@ void MainWindow::addList(int listId) {
         layout->addWidget(view->GetWidget(), 1);
         view->SetID(static_cast<unsigned>(listId));
         view->InitFreqStoreWidget(bar);
+        page->setFocusProxy(view->GetListView());
+        connect(view->GetListView(), &SortListView::countsChanged, m_tabsChange, [this] {
+            if (!m_tabsChange->isActive())
+                m_tabsChange->start();
+        });
+        for (QObject* part : {static_cast<QObject*>(view->GetListView()),
+                              static_cast<QObject*>(view->GetListView()->viewport())})
+            part->installEventFilter(this);
     }
-    m_lists[listId] = {page, bar, view, QString()};
-    m_tabs->addTab(page, definition->GetPixmap(), definition->GetName());
+    const Tab& tab = m_lists[listId] = {definition->GetName(), page, bar, view, QString()};
+    nameWidgets(tab);
+    m_tabs->addTab(page, definition->GetPixmap(), tab.name);
     m_bar->AddList(listId);
+    showTabs();
+}
+
+/// What those hear who do not see the widgets.
+void MainWindow::nameWidgets(const Tab& tab) {
+    tab.bar->setAccessibleName(tr("Commands of %1").arg(tab.name));
+    for (QLineEdit* field : tab.bar->findChildren<QLineEdit*>()) {
+        if (field->accessibleName().isEmpty())
+            field->setAccessibleName(tr("Filter of %1").arg(tab.name));
+    }
+    if (!tab.view)
+        return;
+    tab.view->GetWidget()->setAccessibleName(tab.name);
+    tab.view->GetListView()->setAccessibleName(tab.name);
+    tab.view->GetListView()->setAccessibleDescription(
+        tr("Rows of the list; a double click opens or tunes to one, Ctrl+T tunes"));
 }
 
 void MainWindow::removeList(int listId) {
@@ -177,9 +206,13 @@ void MainWindow::removeList(int listId) {
     if (found == m_lists.end())
         return;
     m_bar->RemoveList(listId);
-    QWidget* page = found->second.page;
+    const Tab tab = found->second;
     m_lists.erase(found);
-    delete page;
+    if (m_tabs->currentWidget() == tab.page) {
+        m_actions->SetList(nullptr, nullptr, QString(), {});
+        m_details->SetView(nullptr);
+    }
+    delete tab.page;
 }
 
 FrequencyStoreListView* MainWindow::ViewOf(int listId) const {
@@ -192,10 +225,26 @@ FreqStoreListViewButtonBar* MainWindow::BarOf(int listId) const {
     return found == m_lists.end() ? nullptr : found->second.bar;
 }
 
+QString MainWindow::TabName(int index) const {
+    for (const auto& [id, tab] : m_lists) {
+        if (tab.page == m_tabs->widget(index))
+            return tab.name;
+    }
+    return QString();
+}
+
 QString MainWindow::TabFileName(int index) const {
-    QString name = m_tabs->tabText(index).toLower();
+    QString name = TabName(index).toLower();
     static const QRegularExpression others(QStringLiteral("[^a-z0-9]+"));
     return name.replace(others, QStringLiteral("-"));
+}
+
+const MainWindow::Tab* MainWindow::currentTab() const {
+    for (const auto& [id, tab] : m_lists) {
+        if (tab.page == m_tabs->currentWidget())
+            return &tab;
+    }
+    return nullptr;
 }
 
 void MainWindow::SetFileOf(int listId, const QString& path) {
@@ -207,15 +256,63 @@ void MainWindow::SetFileOf(int listId, const QString& path) {
     showTitle();
 }
 
+QString MainWindow::FileOf(int listId) const {
+    const auto found = m_lists.find(listId);
+    return found == m_lists.end() ? QString() : found->second.file;
+}
+
+void MainWindow::SetUnsaved(int listId, bool unsaved) {
+    const auto found = m_lists.find(listId);
+    if (found == m_lists.end() || found->second.unsaved == unsaved)
+        return;
+    found->second.unsaved = unsaved;
+    showTabs();
+    showTitle();
+}
+
+void MainWindow::SetSaver(int listId, std::function<void()> save) {
+    const auto found = m_lists.find(listId);
+    if (found == m_lists.end())
+        return;
+    found->second.save = std::move(save);
+    showCurrentList();
+}
+
+/// The list is what keys go to after each change of the tab.
+void MainWindow::showCurrentList() {
+    showTitle();
+    const Tab* tab = currentTab();
+    if (!tab)
+        return;
+    m_actions->SetList(tab->bar, tab->view, tab->name, tab->save);
+    m_details->SetView(tab->view);
+    if (tab->view)
+        tab->view->GetListView()->setFocus(Qt::OtherFocusReason);
+}
+
+void MainWindow::showTabs() {
+    const QLocale locale;
+    for (const auto& [id, tab] : m_lists) {
+        QString text = tab.name;
+        if (tab.view)
+            text += QLatin1Char(' ') + locale.toString(tab.view->GetListView()->RowCount());
+        if (tab.unsaved)
+            text += QLatin1Char('*');
+        const int index = m_tabs->indexOf(tab.page);
+        if (index >= 0 && m_tabs->tabText(index) != text)
+            m_tabs->setTabText(index, text);
+    }
+}
+
 /// The caption of the list's bar tells what was chosen last; the title tells what is shown.
 void MainWindow::showTitle() {
     QString title = tr("Frequency Store");
-    for (const auto& [id, tab] : m_lists) {
-        if (tab.page != m_tabs->currentWidget())
-            continue;
-        title = m_tabs->tabText(m_tabs->currentIndex());
-        if (!tab.file.isEmpty())
-            title += QStringLiteral(" - ") + QFileInfo(tab.file).fileName();
+    if (const Tab* tab = currentTab()) {
+        title = tab->name;
+        if (!tab->file.isEmpty())
+            title += QStringLiteral(" - ") + QFileInfo(tab->file).fileName();
+        if (tab->unsaved)
+            title += QLatin1Char('*');
     }
     setWindowTitle(title);
 }
@@ -223,37 +320,36 @@ void MainWindow::showTitle() {
 QDockWidget* MainWindow::AddPanel(QWidget* panel, const QString& title, Qt::DockWidgetArea area) {
     auto* dock = new QDockWidget(title, this);
     dock->setObjectName(title);
+    dock->setAccessibleName(title);
     dock->setWidget(panel);
     addDockWidget(area, dock);
     m_viewMenu->addAction(dock->toggleViewAction());
     return dock;
 }
 
-void MainWindow::closeEvent(QCloseEvent* event) {
-    event->setAccepted(!m_mayClose || m_mayClose());
-    if (event->isAccepted())
-        KeepArrangement();
-}
-
-void MainWindow::KeepArrangement() const {
-    if (!m_remembersArrangement)
-        return;
-    ListSettings::Save(GeometryKey, saveGeometry());
-    ListSettings::Save(PanelsKey, saveState());
-}
-
-void MainWindow::RememberArrangement() {
-    m_remembersArrangement = true;
-    restoreGeometry(ListSettings::Load(GeometryKey));
-    restoreState(ListSettings::Load(PanelsKey));
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::ContextMenu)
+        return QMainWindow::eventFilter(watched, event);
+    QMenu menu;
+    m_actions->FillContextMenu(menu);
+    menu.exec(static_cast<QContextMenuEvent*>(event)->globalPos());
+    return true;
 }
 
 void MainWindow::Tell(const QString& text) {
-    statusBar()->showMessage(text, StatusMilliseconds);
+    m_status->Tell(text);
 }
 
 void MainWindow::AddNote(const QString& text, const QString& toolTip) {
-    auto* note = new QLabel(text, this);
-    note->setToolTip(toolTip);
-    statusBar()->addPermanentWidget(note);
+    m_status->AddNote(text, toolTip);
+}
+
+FailureNote* MainWindow::GetFailureNote() const {
+    return m_status->GetFailureNote();
+}
+
+void MainWindow::ShowMessages(bool show) {
+    m_messagesDock->setVisible(show);
+    if (show)
+        m_messagesDock->raise();
 }

@@ -6,7 +6,6 @@
 #include "host/widgets/vccomboboxclassic.h"
 #include "host/widgets/vclineedit.h"
 #include "workstation/bandsteps.h"
-#include "workstation/levelmeter.h"
 #include "workstation/receiver.h"
 
 #include <QFormLayout>
@@ -38,8 +37,6 @@ ReceiverPanel::ReceiverPanel(Receiver& receiver, const NoiBands& bands, QWidget*
                             Quor::ShortFrequencyText(frequency.max)),
                    this);
     form->addRow(title);
-    form->addRow(
-        new LevelMeter(receiver.GetLevel(), receiver.Find<ValueNumeric<int>>(Keys::Threshold), this));
     for (const ReceiverSetting& setting : receiver.GetSettings())
         addSetting(*form, setting);
     form->addRow(new BandSteps(receiver, bands, this));

@@ -9,7 +9,7 @@ class QFormLayout;
 class Receiver;
 class VCLineEdit;
 
-/// The panel of a receiver: its level, and its settings as they are, to be changed. A field refuses what is
+/// The panel of a receiver: its settings as they are, to be changed. A field refuses what is
 /// outside the setting's limits and says so below itself. Below them it tells in which band of interest the
 /// receiver is. Receiver and bands are not owned and outlive the panel.
 class ReceiverPanel : public QWidget {

@@ -73,6 +73,8 @@ public:
 signals:
     void ListAdded(int listId);
     void ListRemoved(int listId);
+    /// What a list's action did, as a sentence for the operator.
+    void Told(const QString& text);
 
 private:
     FreqStore() = default;

@@ -208,6 +208,31 @@ void FrequencyNodeListView::PasteClipboard(TracePlace place) {
     sort();
 }
 
+bool FrequencyNodeListView::TuneToCurrent() {
+    const SortListViewItem* row = currentItem();
+    FrequencyNodeMediator* mediator =
+        row ? static_cast<const FrequencyNodeMediatorViewItem*>(row)->GetMediator() : nullptr;
+    if (mediator)
+        static_cast<IFrequencyStoreItem*>(mediator)->SetFrequency(this);
+    return mediator != nullptr;
+}
+
+/// A list that takes copied entries takes its own.
+bool FrequencyNodeListView::CanDuplicate() const {
+    const QAction* paste = m_bar ? m_bar->GetAction(FreqStoreListViewButtonBar::Paste) : nullptr;
+    return paste && paste->isVisible() && paste->isEnabled();
+}
+
+void FrequencyNodeListView::Duplicate() {
+    auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(m_controller);
+    if (!list)
+        return;
+    FreqStoreXml::FrequencyStoreList copies;
+    for (FrequencyNodeMediator* mediator : SelectedMediators())
+        mediator->AddToXml(copies);
+    list->AppendEntries(copies.GetFrequencyStoreEntry());
+}
+
 void FrequencyNodeListView::DeleteSelectedEntries() {
     int place = topLevelItemCount();
     for (const QItemSelectionRange& range : selectionModel()->selection())

@@ -66,6 +66,9 @@ public:
     void SetPaused(bool paused) override;
     int WaitingCount() const override;
     void SelectFrequency(double hertz) override;
+    bool TuneToCurrent() override;
+    bool CanDuplicate() const override;
+    void Duplicate() override;
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
     FreqStoreListViewButtonBar* GetButtonBar() const { return m_bar; }
 

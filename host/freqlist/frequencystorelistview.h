@@ -28,6 +28,12 @@ public:
 
     /// Selects the row of that frequency (Hz), the nearest one when there is no such row.
     virtual void SelectFrequency(double hertz) = 0;
+    /// Tunes the receiver to the current row with all its settings; false when there is no such row.
+    virtual bool TuneToCurrent() { return false; }
+    /// Whether copies of its entries can be added to the list at present.
+    virtual bool CanDuplicate() const { return false; }
+    /// Adds a copy of each selected entry behind the others.
+    virtual void Duplicate() {}
     virtual QWidget* GetWidget() = 0;
     virtual SortListView* GetListView() = 0;
     /// Gives the view the button bar of its window, which the window owns; null means none.

@@ -26,7 +26,7 @@ protected:
     Bar* barOf(const char* tab) const {
         QTabWidget* tabs = station->GetWindow().GetTabs();
         for (int index = 0; index < tabs->count(); ++index) {
-            if (tabs->tabText(index) == QLatin1String(tab)) {
+            if (station->GetWindow().TabName(index) == QLatin1String(tab)) {
                 tabs->setCurrentIndex(index);
                 return tabs->widget(index)->findChild<Bar*>();
             }
@@ -63,7 +63,7 @@ TEST_P(HarmfulFiles, ThatAreChosenForTheTargetsLeaveThemAndSayWhy) {
     choose("Local TargetList", path());
     EXPECT_EQ(entriesOf(Targets), 527);
     EXPECT_TRUE(status().contains(GetParam().reason)) << status().toStdString();
-    EXPECT_TRUE(messages().contains("the target list stays as it is")) << messages().toStdString();
+    EXPECT_TRUE(messages().contains("Local TargetList stays as it is")) << messages().toStdString();
     EXPECT_EQ(title(), "Local TargetList - targets.ltl");
 }
 
@@ -148,7 +148,7 @@ TEST_F(FileOpeners, AJobThatIsChosenForTheTargetsCanBeOpenedAsTheJob) {
     QString asked;
     QTimer::singleShot(0, qApp, [&] { AnswerQuestion(QMessageBox::Yes, asked); });
     choose("Local TargetList", sample("job-hf.pij"));
-    EXPECT_TRUE(asked.contains("is a job, which the target list does not read")) << asked.toStdString();
+    EXPECT_TRUE(asked.contains("is a job, which Local TargetList does not read")) << asked.toStdString();
     EXPECT_TRUE(QTest::qWaitFor([&] { return station->GetJob().GetFileName() == sample("job-hf.pij"); }));
 }
 

@@ -244,6 +244,7 @@ TEST_F(Jobs, AFileThatAnotherProgramChangedIsReplacedOnlyWhenTheOperatorWantsIt)
 TEST_F(Jobs, ThePanelShowsTheSectionAndHowTheFileStands) {
     JobPanel panel(job);
     panel.show();
+    panel.ShowSection();
     const auto* state = panel.findChild<QLabel*>("JobState");
     const auto* section = panel.findChild<QPlainTextEdit*>("JobSection");
     EXPECT_TRUE(section->toPlainText().isEmpty());
@@ -256,7 +257,7 @@ TEST_F(Jobs, ThePanelShowsTheSectionAndHowTheFileStands) {
     setText(large + "</MEMORYSCAN></TDS></SUBJOB></JOB>");
     EXPECT_TRUE(QTest::qWaitFor([&] { return section->toPlainText().endsWith("1502 more lines"); }))
         << section->toPlainText().right(80).toStdString();
-    EXPECT_TRUE(state->text().contains("older")) << state->text().toStdString();
+    EXPECT_TRUE(state->text().contains("unsaved changes")) << state->text().toStdString();
 }
 
 } // namespace

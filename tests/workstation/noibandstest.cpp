@@ -195,7 +195,7 @@ TEST_F(NoiWorkstation, TheListIsATabWithBandsAndIsThereTheNextTime) {
         QTabWidget* tabs = workstation.GetWindow().GetTabs();
         QStringList titles;
         for (int i = 0; i < tabs->count(); ++i)
-            titles << tabs->tabText(i);
+            titles << workstation.GetWindow().TabName(i);
         EXPECT_TRUE(titles.contains(Q("NOI Frequencies"))) << titles.join(QLatin1Char('|')).toStdString();
         NOIFrequencyHandler::Instance()->InsertNewValue(-1, 0, QString());
         NOIFrequencyHandler::Instance()->InsertNewValue(7055000, 3000, Q("c"));

@@ -115,7 +115,8 @@ TEST(ResultsInTheWorkstation, AreATabThatFillsWhileTheClassifierRuns) {
         auto* view = workstation.GetWindow().findChild<SearchMCDataListView*>();
         ASSERT_NE(view, nullptr);
         QTabWidget* tabs = workstation.GetWindow().GetTabs();
-        EXPECT_EQ(tabs->tabText(tabs->indexOf(view->parentWidget())), QString("Data Results"));
+        EXPECT_EQ(workstation.GetWindow().TabName(tabs->indexOf(view->parentWidget())),
+                  QString("Data Results"));
         const int read = view->RowCount();
         EXPECT_GT(read, 50);
         EXPECT_FALSE(workstation.GetClassifier().IsRunning());

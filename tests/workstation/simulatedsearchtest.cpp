@@ -127,7 +127,7 @@ protected:
     SortListView* listOf(const QString& title) const {
         const QTabWidget* tabs = station->GetWindow().GetTabs();
         for (int i = 0; i < tabs->count(); ++i) {
-            if (tabs->tabText(i) == title)
+            if (station->GetWindow().TabName(i) == title)
                 return tabs->widget(i)->findChild<SortListView*>();
         }
         return nullptr;

@@ -140,7 +140,7 @@ TEST_F(Workstations, EveryListIsATab) {
     const QTabWidget* tabs = station->GetWindow().GetTabs();
     QStringList titles;
     for (int index = 0; index < tabs->count(); ++index)
-        titles << tabs->tabText(index);
+        titles << station->GetWindow().TabName(index);
     for (const char* list : {"Local TargetList", "Memory Channels", "NOI Frequencies", "Detections"})
         EXPECT_TRUE(titles.contains(QLatin1String(list))) << list << " in " << titles.join('|').toStdString();
     for (const int id : FreqStore::Instance().GetListIds())
@@ -311,7 +311,7 @@ TEST_F(Workstations, PicturesShowEveryListAndTheWindow) {
     const std::string table = testing::internal::GetCapturedStdout();
     QTabWidget* tabs = station->GetWindow().GetTabs();
     for (int index = 0; index < tabs->count(); ++index) {
-        EXPECT_NE(table.find(tabs->tabText(index).toStdString()), std::string::npos);
+        EXPECT_NE(table.find(station->GetWindow().TabName(index).toStdString()), std::string::npos);
         const QString name = station->GetWindow().TabFileName(index) + ".png";
         EXPECT_FALSE(QImage(QDir(Path("pictures")).filePath(name)).isNull()) << name.toStdString();
     }

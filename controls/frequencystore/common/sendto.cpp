@@ -122,8 +122,11 @@ void Offer(FreqStoreListViewButtonBar& bar, std::function<QVector<FrequencyStore
         for (const Target& target : Targets()) {
             const QPointer<HalvoNodeMediatorCtrl> controller(target.controller);
             menu->addAction(target.name, &bar, [&bar, entries, controller, name = target.name] {
-                if (controller)
-                    bar.Tell(told(Send(entries(), *controller, Tolerance()), name));
+                if (!controller)
+                    return;
+                const QString answer = told(Send(entries(), *controller, Tolerance()), name);
+                bar.Tell(answer); // until the counts change, which they do all the time while a search runs
+                emit FreqStore::Instance().Told(answer);
             });
         }
         menu->addSeparator();

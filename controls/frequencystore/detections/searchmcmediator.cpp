@@ -52,7 +52,7 @@ bool InitBar(VectorListViewBase& view, Bar& bar, bool& connected) {
     bar.SetCaption(QCoreApplication::translate(Context, "Frequency Store - Detection Conventional"));
     for (const Bar::Action action : {Bar::Copy, Bar::Save})
         bar.GetAction(action)->setVisible(true);
-    bar.GetAction(Bar::Export)->setVisible(CsvIsAllowed());
+    OfferCsv({bar.GetAction(Bar::Export)}, CsvIsAllowed());
     if (std::exchange(connected, true))
         return false;
     bar.AttachView(&view);

@@ -57,13 +57,13 @@ public:
         return record ? static_cast<qint64>(record->GetID()) : -1;
     }
 
+    bool TuneToCurrent() override { return tuneToRow(this->CurrentRow()); }
+
 protected:
     SearchMCVectorView(QWidget* parent, const char* name)
         : SearchMCView<T, VectorListView<T, Adapter>>(parent, name) {
-        QObject::connect(this, &VectorListViewBase::doubleClicked, this, [this](SortListViewItem* item) {
-            if (const T* record = this->Record(this->Item2Index(item)))
-                ValueListMediator<T, Adapter>(*record).SetFrequency(this);
-        });
+        QObject::connect(this, &VectorListViewBase::doubleClicked, this,
+                         [this](SortListViewItem* item) { tuneToRow(this->Item2Index(item)); });
     }
 
     void select(int row) { this->SelectRow(row); }
@@ -101,5 +101,11 @@ protected:
     }
 
 private:
+    bool tuneToRow(int row) {
+        const T* record = this->Record(row);
+        if (record)
+            ValueListMediator<T, Adapter>(*record).SetFrequency(this);
+        return record != nullptr;
+    }
     QString m_markedPath;
 };

@@ -47,7 +47,8 @@ void SearchMCNOIListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
     FrequencyNodeListView::InitFreqStoreWidget(bar);
     bar->SetCaption(tr("Frequency Store - NOI Frequencies"));
     ShowActions(*bar, {Bar::Read, Bar::Save, Bar::Copy, Bar::Paste, Bar::New, Bar::Edit, Bar::Delete});
-    ShowActions(*bar, {Bar::Export, Bar::Import}, CsvIsAllowed(QStringLiteral("ViewMenu")));
+    OfferCsv({bar->GetAction(Bar::Export), bar->GetAction(Bar::Import)},
+             CsvIsAllowed(QStringLiteral("ViewMenu")));
     if (AttachToBar(*bar))
         connectBar(*bar);
     showWaiting();

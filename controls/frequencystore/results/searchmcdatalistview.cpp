@@ -38,7 +38,7 @@ void SearchMCDataListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) 
         return;
     FrequencyNodeListView::InitFreqStoreWidget(bar);
     ShowActions(*bar, {Bar::Copy, Bar::Paste, Bar::Save});
-    ShowActions(*bar, {Bar::Export}, CsvIsAllowed());
+    OfferCsv({bar->GetAction(Bar::Export)}, CsvIsAllowed());
     bar->OfferPause();
     if (AttachToBar(*bar)) {
         ConnectActions<SearchMCDataListView>(*bar, {{Bar::Save, &SearchMCDataListView::slotSaveToFile},

@@ -49,7 +49,7 @@ void WkfListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
     bar->SetCaption(tr("Frequency Store - Local Target List"));
     const bool withCsv = CsvIsAllowed();
     ShowActions(*bar, {Bar::Copy, Bar::Paste, Bar::Read, Bar::Save});
-    ShowActions(*bar, {Bar::Import, Bar::Export}, withCsv);
+    OfferCsv({bar->GetAction(Bar::Import), bar->GetAction(Bar::Export)}, withCsv);
     if (AttachToBar(*bar))
         connectBar(*bar, withCsv);
 }

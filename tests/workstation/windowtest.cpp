@@ -1,0 +1,330 @@
+#include "controls/frequencystore/memory/memorysystemhandler.h"
+#include "controls/frequencystore/targets/targetlisthandler.h"
+#include "host/freqlist/buttonbar.h"
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodelistview.h"
+#include "host/gui/listsettings.h"
+#include "host/widgets/vclineedit.h"
+#include "tests/support/dialogs.h"
+#include "tests/workstation/stationfixture.h"
+#include "workstation/actions.h"
+#include "workstation/job.h"
+#include "workstation/levelmeter.h"
+#include "workstation/listprint.h"
+#include "workstation/simulatedreceiver.h"
+#include "workstation/simulatedsearch.h"
+#include "workstation/tuningstrip.h"
+
+#include <QAccessible>
+#include <QClipboard>
+#include <QDockWidget>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTabWidget>
+#include <QTest>
+#include <QToolButton>
+
+namespace {
+
+using A = WindowActions;
+using Bar = FreqStoreListViewButtonBar;
+
+class Windows : public Workstations {
+protected:
+    void open(const QStringList& arguments) {
+        start(arguments);
+        window().activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+    }
+    MainWindow& window() { return station->GetWindow(); }
+    QAction* action(A::Command command) { return window().GetActions().Get(command); }
+    double tuned() { return station->GetReceiver().GetFrequency(); }
+    /// Shows the tab of a list and answers with its list view.
+    SortListView* show(const char* name) {
+        QTabWidget* tabs = window().GetTabs();
+        for (int index = 0; index < tabs->count(); ++index) {
+            if (window().TabName(index) != QLatin1String(name))
+                continue;
+            tabs->setCurrentIndex(index);
+            return tabs->widget(index)->findChild<SortListView*>();
+        }
+        return nullptr;
+    }
+    QString tabText() { return window().GetTabs()->tabText(window().GetTabs()->currentIndex()); }
+    void key(int code, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(code), modifiers);
+    }
+    /// A row of a list as if it had been clicked.
+    static void select(SortListView* list, int row) { list->setCurrentItem(list->topLevelItem(row)); }
+};
+
+TEST_F(Windows, CommandsActOnTheListThatIsShownByTheirKeys) {
+    open({sample("targets.ltl")});
+    ASSERT_TRUE(station->LoadFiles());
+    SortListView* targets = show("Local TargetList");
+    EXPECT_EQ(QApplication::focusWidget(), targets);
+    select(targets, 3);
+    key(Qt::Key_C, Qt::ControlModifier);
+    SortListView* channels = show("Memory Channels");
+    EXPECT_EQ(QApplication::focusWidget(), channels) << "what is pasted goes into the list, not the filter";
+    key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(entriesOf("/Lists/MemoryChannels"), 1);
+    key(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(qobject_cast<QLineEdit*>(QApplication::focusWidget()));
+    key(Qt::Key_Delete);
+    EXPECT_EQ(entriesOf("/Lists/MemoryChannels"), 1) << "in a field the key means the field's text";
+    select(channels, 0);
+    channels->setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Duplicate)->isEnabled(); }));
+    key(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(entriesOf("/Lists/MemoryChannels"), 2);
+    key(Qt::Key_A, Qt::ControlModifier);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Cut)->isEnabled(); }));
+    key(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(entriesOf("/Lists/MemoryChannels"), 0);
+    key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(entriesOf("/Lists/MemoryChannels"), 2);
+}
+
+TEST_F(Windows, KeysTuneToTheRowAndToTheNextOnes) {
+    open({sample("targets.ltl")});
+    ASSERT_TRUE(station->LoadFiles());
+    for (const char* name : {"Local TargetList", "Detections"}) {
+        SCOPED_TRACE(name);
+        if (name == std::string("Detections"))
+            station->GetSearch().Simulate(60'000'000, 1'700'000'000'000'000);
+        SortListView* list = show(name);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return list->topLevelItemCount() > 3; }));
+        key(Qt::Key_Home);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Tune)->isEnabled(); }));
+        key(Qt::Key_T, Qt::ControlModifier);
+        const QString first = status();
+        EXPECT_TRUE(first.contains(list->topLevelItem(0)->text(0).section(' ', 0, 0).left(4)))
+            << first.toStdString();
+        key(Qt::Key_Down, Qt::AltModifier);
+        EXPECT_NE(status(), first);
+        key(Qt::Key_Up, Qt::AltModifier);
+        EXPECT_EQ(status(), first);
+    }
+}
+
+TEST_F(Windows, WhatDoesNotApplyIsOffAndSaysWhy) {
+    open({});
+    show("Detections");
+    const std::pair<A::Command, const char*> rows[] = {{A::Paste, "Detections does not have this."},
+                                                       {A::Tune, "No entry is selected."},
+                                                       {A::Copy, "No entry is selected."},
+                                                       {A::Save, "use Save As"},
+                                                       {A::Print, "shows no rows"}};
+    for (const auto& [command, reason] : rows) {
+        EXPECT_FALSE(action(command)->isEnabled()) << reason;
+        EXPECT_TRUE(action(command)->toolTip().contains(reason)) << action(command)->toolTip().toStdString();
+        EXPECT_TRUE(action(command)->statusTip().contains(reason));
+    }
+    EXPECT_TRUE(action(A::Export)->isEnabled()) << "needs no settings file";
+    show("Memory Channels");
+    EXPECT_TRUE(action(A::OpenIntoList)->text().contains("Add the channels"))
+        << "added to those that are there";
+    show("Local TargetList");
+    EXPECT_TRUE(action(A::OpenIntoList)->text().contains("Replace the list"));
+    EXPECT_TRUE(action(A::Import)->isEnabled());
+    EXPECT_FALSE(window().GetTabs()->currentWidget()->findChild<Bar*>()->GetAction(Bar::Import)->isVisible());
+    for (const QAction* menu : window().menuBar()->actions())
+        EXPECT_TRUE(menu->text().contains('&')) << menu->text().toStdString();
+}
+
+TEST_F(Windows, ImportAndExportFromTheMenuWork) {
+    open({});
+    show("Local TargetList");
+    AnswerDialog(sample("targets.csv"));
+    action(A::Import)->trigger();
+    const int count = entriesOf("/Lists/LocalTargetList");
+    EXPECT_GT(count, 0);
+    AnswerDialog(Path("out.csv"));
+    action(A::Export)->trigger();
+    EXPECT_GT(Read(Path("out.csv")).count('\n'), count - 1);
+}
+
+TEST_F(Windows, TabsTellCountsAndUnsavedChangesByOneRule) {
+    open({"--job", sample("job-hf.pij"), sample("targets.ltl")});
+    ASSERT_TRUE(station->LoadFiles());
+    SortListView* targets = show("Local TargetList");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tabText() == "Local TargetList 527"; }))
+        << tabText().toStdString();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(title(), "Local TargetList - targets.ltl");
+    select(targets, 0);
+    Node* entry = Tree::Instance()->GetNode("/Lists/LocalTargetList")->Children().front();
+    entry->FindOwnValue(Keys::KeyComment)->SetStringValue("new");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tabText() == "Local TargetList 527*"; }));
+    EXPECT_EQ(title(), "Local TargetList - targets.ltl*");
+    AnswerDialog(Path("mine.xml"));
+    action(A::SaveAs)->trigger();
+    EXPECT_EQ(tabText(), "Local TargetList 527");
+    EXPECT_EQ(title(), "Local TargetList - mine.xml");
+    show("Memory Channels");
+    EXPECT_FALSE(tabText().endsWith('*'));
+    MemorySystemHandler::Instance()->SetNewEntry(7.1e6, 2700, "new", "USB");
+    MemorySystemHandler::Instance()->UpdateJobFileEntries();
+    EXPECT_EQ(tabText().endsWith('*'), station->GetJob().GetFileState() == Job::FileState::Older);
+}
+
+TEST_F(Windows, AllThatShowsSomethingHasANameForScreenReaders) {
+    open({"--demo"});
+    ASSERT_TRUE(station->LoadFiles());
+    show("Local TargetList")->setCurrentItem(show("Local TargetList")->topLevelItem(0));
+    for (QDockWidget* dock : window().findChildren<QDockWidget*>())
+        dock->show();
+    QCoreApplication::processEvents();
+    int seen = 0;
+    for (QWidget* widget : window().findChildren<QWidget*>()) {
+        const bool shows = qobject_cast<QLabel*>(widget) && !static_cast<QLabel*>(widget)->text().isEmpty();
+        const bool isOfQt = widget->objectName().startsWith("qt_") || widget->inherits("QScrollBar") ||
+                            widget->inherits("QDockWidgetTitleButton") || widget->inherits("QTabBar") ||
+                            widget->inherits("QComboBoxPrivateContainer") ||
+                            (widget->parentWidget() && (widget->parentWidget()->inherits("QLineEdit") ||
+                                                        widget->parentWidget()->inherits("QComboBox") ||
+                                                        widget->parentWidget()->inherits("QTabBar")));
+        if (isOfQt || (!shows && widget->focusPolicy() == Qt::NoFocus && !widget->inherits("LevelMeter")))
+            continue;
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(widget);
+        ASSERT_NE(accessible, nullptr);
+        ++seen;
+        EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty())
+            << widget->metaObject()->className() << ' ' << widget->objectName().toStdString() << " in "
+            << widget->parentWidget()->metaObject()->className() << ' '
+            << widget->parentWidget()->objectName().toStdString();
+    }
+    EXPECT_GT(seen, 40);
+}
+
+TEST_F(Windows, TheMeterIsReadAsANumber) {
+    open({});
+    auto* meter = window().GetStrip()->findChild<LevelMeter*>();
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(meter);
+    ASSERT_NE(accessible->valueInterface(), nullptr);
+    EXPECT_EQ(accessible->valueInterface()->currentValue().toDouble(),
+              station->GetReceiver().GetLevel()->GetValue());
+    EXPECT_EQ(accessible->valueInterface()->minimumValue().toDouble(), -40);
+    EXPECT_TRUE(accessible->text(QAccessible::Value).contains("threshold 20"))
+        << accessible->text(QAccessible::Value).toStdString();
+}
+
+TEST_F(Windows, TheStripTunesByWhatIsTypedAndByStepsAndShowsWhatRuns) {
+    open({});
+    TuningStrip& strip = *window().GetStrip();
+    key(Qt::Key_G, Qt::ControlModifier);
+    ASSERT_EQ(QApplication::focusWidget(), strip.GetField());
+    QTest::keyClicks(strip.GetField(), "7.055 MHz");
+    key(Qt::Key_Return);
+    EXPECT_EQ(tuned(), 7055000);
+    strip.SetStep(5000);
+    key(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(tuned(), 7060000);
+    key(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(tuned(), 7055000);
+    auto* running = strip.findChild<QLabel*>("Running");
+    EXPECT_EQ(running->text(), QString());
+    station->GetSearch().SetRunning(true);
+    station->GetSearch().Add(std::list<DetectionConventional>(3));
+    strip.Refresh();
+    EXPECT_EQ(running->text(), "Search running, 3");
+    for (QToolButton* button : strip.findChildren<QToolButton*>()) {
+        if (button->text() == "Stop")
+            QTest::mouseClick(button, Qt::LeftButton);
+    }
+    EXPECT_FALSE(station->GetSearch().IsRunning());
+    EXPECT_EQ(running->text(), QString());
+    EXPECT_TRUE(strip.findChild<QLabel*>("Time")->text().endsWith(" UTC"));
+}
+
+TEST_F(Windows, DetailsAreEditedInPlace) {
+    open({"--job", sample("job-hf.pij")});
+    ASSERT_TRUE(station->LoadFiles());
+    SortListView* channels = show("Memory Channels");
+    select(channels, 2);
+    auto* details = window().findChild<QDockWidget*>("Details");
+    auto* comment = details->findChild<VCLineEdit*>("comment");
+    ASSERT_NE(comment, nullptr);
+    comment->setFocus();
+    comment->selectAll();
+    QTest::keyClicks(comment, "edited here");
+    key(Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return channels->topLevelItem(2)->text(2).contains("edited here") ||
+               channels->currentItem()->CellText(2).contains("edited here");
+    }));
+    EXPECT_TRUE(station->GetJob().GetText().contains("edited here"));
+    EXPECT_TRUE(tabText().endsWith('*')) << tabText().toStdString();
+}
+
+TEST_F(Windows, MessagesStayAwayUntilThereIsAProblemOrTheyAreAskedFor) {
+    open({});
+    EXPECT_TRUE(station->LoadFiles());
+    auto* dock = window().findChild<QDockWidget*>("Messages");
+    auto* button = window().findChild<QToolButton*>("Problems");
+    EXPECT_FALSE(dock->isVisible());
+    const int height = window().statusBar()->height();
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(dock->isVisible());
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_FALSE(dock->isVisible());
+    start({Path("none.ltl")});
+    EXPECT_FALSE(station->LoadFiles());
+    EXPECT_TRUE(window().findChild<QDockWidget*>("Messages")->isVisible());
+    EXPECT_EQ(window().findChild<QToolButton*>("Problems")->text(), "1 problem(s)");
+    EXPECT_EQ(window().statusBar()->height(), height);
+}
+
+TEST_F(Windows, TheNextStartIsWhereTheLastOneEnded) {
+    open({sample("targets.ltl")});
+    ASSERT_TRUE(station->LoadFiles());
+    show("NOI Frequencies");
+    station->GetReceiver().Tune(7055000);
+    window().GetStrip()->SetStep(9000);
+    EXPECT_TRUE(window().close());
+    open({});
+    EXPECT_TRUE(station->LoadFiles());
+    EXPECT_EQ(title().left(15), "NOI Frequencies");
+    EXPECT_EQ(tuned(), 7055000);
+    EXPECT_EQ(entriesOf("/Lists/LocalTargetList"), 527);
+    QMenu* recent = window().GetRecentMenu();
+    emit recent->aboutToShow();
+    ASSERT_FALSE(recent->actions().isEmpty());
+    EXPECT_TRUE(recent->actions().front()->text().contains("targets.ltl"));
+}
+
+TEST_F(Windows, TheWindowGetsAsSmallAsASmallScreen) {
+    open({"--demo"});
+    ASSERT_TRUE(station->LoadFiles());
+    for (const QSize size : {QSize(1440, 860), QSize(1024, 600), QSize(800, 500)}) {
+        window().resize(size);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(window().size(), size);
+        const QPoint end = window().GetTabs()->mapTo(&window(), window().GetTabs()->rect().bottomRight());
+        EXPECT_LT(end.x(), size.width());
+        EXPECT_LT(end.y(), size.height());
+    }
+}
+
+TEST_F(Windows, APdfDocumentHasEveryRowThatIsShown) {
+    open({});
+    station->GetSearch().Simulate(600'000'000, 1'700'000'000'000'000);
+    SortListView* list = show("Detections");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return list->RowCount() > 200; }));
+    AnswerDialog(Path("list.pdf"));
+    action(A::Pdf)->trigger();
+    const QByteArray bytes = Read(Path("list.pdf"));
+    EXPECT_TRUE(bytes.startsWith("%PDF"));
+    const int pages = bytes.count("/Type /Page\n");
+    EXPECT_GT(pages, list->RowCount() / 120) << list->RowCount();
+    EXPECT_LT(pages, list->RowCount() / 30) << list->RowCount();
+    auto* view = FreqStore::Instance().GetListIds().empty()
+                     ? nullptr
+                     : window().ViewOf(FreqStore::Instance().GetListIds().front());
+    ASSERT_NE(view, nullptr);
+    EXPECT_FALSE(ListPrint::WritePdf(*view, "x", Path("none/list.pdf")).isEmpty());
+}
+
+} // namespace

@@ -1,0 +1,342 @@
+#include "workstation/actions.h"
+
+#include "controls/frequencystore/common/csvallowed.h"
+#include "host/freqlist/buttonbar.h"
+#include "host/freqlist/frequencystorelistview.h"
+#include "host/gui/sortlistview.h"
+
+#include <QIcon>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTimer>
+
+namespace {
+
+using Bar = FreqStoreListViewButtonBar;
+
+constexpr int None = -1; ///< no action of the bar
+
+struct Info {
+    const char* text;
+    const char* tip;
+    const char* icon;
+    QList<QKeySequence> keys;
+    int barAction;    ///< the action of the button bar that the command stands for
+    bool inListsOnly; ///< its keys mean something else in other fields
+};
+
+/// In the order of WindowActions::Command.
+const Info& infoOf(size_t command) {
+    static const Info infos[] = {
+        {QT_TRANSLATE_NOOP("WindowActions", "&Open..."),
+         QT_TRANSLATE_NOOP("WindowActions", "Open any file; it goes to whom it belongs"),
+         "open",
+         {QKeySequence::Open},
+         None,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "Open &into This List..."), "", "open", {}, Bar::Read, false},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Save"),
+         QT_TRANSLATE_NOOP("WindowActions", "Save the list into its file"),
+         "save",
+         {QKeySequence::Save},
+         None,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "Save &As..."),
+         QT_TRANSLATE_NOOP("WindowActions", "Save the list under another name"),
+         "save-as",
+         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)},
+         Bar::Save,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Import CSV..."),
+         "",
+         "import",
+         {QKeySequence(Qt::CTRL | Qt::Key_I)},
+         Bar::Import,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Export CSV..."),
+         "",
+         "export",
+         {QKeySequence(Qt::CTRL | Qt::Key_E)},
+         Bar::Export,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Print List..."),
+         QT_TRANSLATE_NOOP("WindowActions", "Print the rows that are shown"),
+         "print",
+         {QKeySequence::Print},
+         None,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "Save List as P&DF..."),
+         QT_TRANSLATE_NOOP("WindowActions", "Write the rows that are shown as a PDF document"),
+         "print",
+         {},
+         None,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Quit"),
+         QT_TRANSLATE_NOOP("WindowActions", "End the program"),
+         "quit",
+         {QKeySequence(Qt::CTRL | Qt::Key_Q)},
+         None,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "Cu&t"),
+         QT_TRANSLATE_NOOP("WindowActions", "Copy the selected entries and delete them"),
+         "cut",
+         {QKeySequence::Cut},
+         None,
+         true},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Copy"), "", "copy", {QKeySequence::Copy}, Bar::Copy, true},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Paste"), "", "paste", {QKeySequence::Paste}, Bar::Paste, true},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Delete"),
+         "",
+         "delete",
+         {QKeySequence(Qt::Key_Delete)},
+         Bar::Delete,
+         true},
+        {QT_TRANSLATE_NOOP("WindowActions", "Select &All"),
+         QT_TRANSLATE_NOOP("WindowActions", "Select all rows that are shown"),
+         "select-all",
+         {QKeySequence::SelectAll},
+         None,
+         true},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Find"),
+         QT_TRANSLATE_NOOP("WindowActions", "Narrow the rows to those that contain a text"),
+         "find",
+         {QKeySequence::Find},
+         None,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Tune"),
+         QT_TRANSLATE_NOOP("WindowActions", "Tune the receiver to the selected entry, with all its settings"),
+         "tune",
+         {QKeySequence(Qt::CTRL | Qt::Key_T), QKeySequence(Qt::CTRL | Qt::Key_Return),
+          QKeySequence(Qt::CTRL | Qt::Key_Enter)},
+         None,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "Pre&vious Entry"),
+         QT_TRANSLATE_NOOP("WindowActions", "Go to the row above and tune to it"),
+         "",
+         {QKeySequence(Qt::ALT | Qt::Key_Up)},
+         None,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "Ne&xt Entry"),
+         QT_TRANSLATE_NOOP("WindowActions", "Go to the row below and tune to it"),
+         "",
+         {QKeySequence(Qt::ALT | Qt::Key_Down)},
+         None,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "&New..."),
+         "",
+         "new",
+         {QKeySequence::New, QKeySequence(Qt::Key_Insert)},
+         Bar::New,
+         true},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Edit..."),
+         "",
+         "edit",
+         {QKeySequence(Qt::Key_F2)},
+         Bar::Edit,
+         true},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Duplicate"),
+         QT_TRANSLATE_NOOP("WindowActions", "Add a copy of each selected entry"),
+         "duplicate",
+         {QKeySequence(Qt::CTRL | Qt::Key_D)},
+         None,
+         true},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Send to"), "", "send-to", {}, Bar::SendTo, false},
+    };
+    static_assert(std::size(infos) == WindowActions::CommandCount);
+    return infos[command];
+}
+
+} // namespace
+
+WindowActions::WindowActions(QWidget* window, QWidget* lists) : QObject(window) {
+    for (size_t i = 0; i < m_actions.size(); ++i) {
+        const Info& info = infoOf(i);
+        auto* action = new QAction(QIcon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(info.icon))),
+                                   tr(info.text), this);
+        action->setShortcuts(info.keys);
+        if (info.inListsOnly) {
+            action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+            lists->addAction(action);
+        }
+        connect(action, &QAction::triggered, this, [this, i] { act(static_cast<Command>(i)); });
+        m_actions[i] = action;
+    }
+    Refresh();
+}
+
+void WindowActions::AddTo(QMenu& menu, std::initializer_list<Command> commands) const {
+    menu.setToolTipsVisible(true);
+    for (const Command command : commands) {
+        if (command == CommandCount)
+            menu.addSeparator();
+        else
+            menu.addAction(Get(command));
+    }
+}
+
+void WindowActions::SetList(FreqStoreListViewButtonBar* bar, FrequencyStoreListView* view,
+                            const QString& name, std::function<void()> save) {
+    if (m_bar)
+        disconnect(m_bar, nullptr, this, nullptr);
+    for (int i = 0; m_bar && i < Bar::ActionCount; ++i)
+        disconnect(m_bar->GetAction(static_cast<Bar::Action>(i)), nullptr, this, nullptr);
+    m_bar = bar;
+    m_view = view;
+    m_name = name;
+    m_save = std::move(save);
+    const auto later = [this] {
+        if (!std::exchange(m_refreshes, true))
+            QTimer::singleShot(0, this, &WindowActions::Refresh);
+    };
+    if (bar) {
+        connect(bar, &QObject::destroyed, this, [this] {
+            SetList(nullptr, nullptr, QString(), {}); // the view goes with it
+        });
+        for (int i = 0; i < Bar::ActionCount; ++i)
+            connect(bar->GetAction(static_cast<Bar::Action>(i)), &QAction::changed, this, later);
+    }
+    Get(SendTo)->setMenu(bar ? bar->GetAction(Bar::SendTo)->menu() : nullptr);
+    Refresh();
+}
+
+SortListView* WindowActions::list() const {
+    return m_bar && m_view ? m_view->GetListView() : nullptr;
+}
+
+bool WindowActions::offers(int barAction) const {
+    const QAction* action = m_bar ? m_bar->GetAction(static_cast<Bar::Action>(barAction)) : nullptr;
+    return action && (action->isVisible() || HasCsv(*action));
+}
+
+QString WindowActions::whyBarOff(int barAction) const {
+    if (!offers(barAction))
+        return tr("%1 does not have this.").arg(m_name);
+    if (const QString reason = m_view ? m_view->WhyOff(barAction) : QString(); !reason.isEmpty())
+        return reason;
+    const QAction& action = *m_bar->GetAction(static_cast<Bar::Action>(barAction));
+    if (action.isEnabled() || !action.isVisible()) // nothing but the view turns a hidden one off
+        return QString();
+    const qsizetype reason = action.toolTip().indexOf(QLatin1Char('\n'));
+    return reason < 0 ? tr("No entry is selected.") : action.toolTip().mid(reason + 1);
+}
+
+QString WindowActions::whyOff(Command command) const {
+    if (command == Open || command == Quit)
+        return QString();
+    if (!list())
+        return tr("No list is shown.");
+    if (const int barAction = infoOf(command).barAction; barAction != None)
+        return whyBarOff(barAction);
+    switch (command) {
+    case Save:
+        return m_save ? QString() : tr("%1 has no file of its own: use Save As.").arg(m_name);
+    case Cut: {
+        const QString reason = whyBarOff(Bar::Copy);
+        return reason.isEmpty() ? whyBarOff(Bar::Delete) : reason;
+    }
+    case Tune:
+        return list()->SelectedCount() > 0 ? QString() : tr("No entry is selected.");
+    case Duplicate:
+        if (!m_view->CanDuplicate())
+            return tr("%1 takes no copies of its entries.").arg(m_name);
+        return list()->SelectedCount() > 0 ? QString() : tr("No entry is selected.");
+    case Print:
+    case Pdf:
+    case SelectAll:
+    case Previous:
+    case Next:
+        return list()->ShownCount() > 0 ? QString() : tr("%1 shows no rows.").arg(m_name);
+    default:
+        return QString();
+    }
+}
+
+QString WindowActions::tipOf(Command command) const {
+    const Info& info = infoOf(command);
+    if (info.barAction == None || *info.tip)
+        return tr(info.tip);
+    return m_bar ? m_bar->GetAction(static_cast<Bar::Action>(info.barAction))->toolTip().section('\n', 0, 0)
+                 : QString();
+}
+
+void WindowActions::Refresh() {
+    m_refreshes = false;
+    for (size_t i = 0; i < m_actions.size(); ++i) {
+        const auto command = static_cast<Command>(i);
+        const QString reason = whyOff(command);
+        const QString tip = tipOf(command);
+        QAction& action = *m_actions[i];
+        action.setEnabled(reason.isEmpty());
+        action.setToolTip(reason.isEmpty() ? tip : tip.isEmpty() ? reason : tip + QLatin1Char('\n') + reason);
+        action.setStatusTip(reason.isEmpty() ? tip : reason);
+    }
+    // Some lists take a file in place of what they have, others add it: the entry says which.
+    const QString what = tipOf(OpenIntoList);
+    Get(OpenIntoList)
+        ->setText(offers(Bar::Read) ? tr("%1: %2...").arg(m_name, what) : tr(infoOf(OpenIntoList).text));
+}
+
+void WindowActions::act(Command command) {
+    const int barAction = infoOf(command).barAction;
+    if (barAction != None && barAction != Bar::SendTo)
+        return m_bar->GetAction(static_cast<Bar::Action>(barAction))->trigger();
+    switch (command) {
+    case Save:
+        return m_save();
+    case Cut:
+        return cut();
+    case SelectAll:
+        return list()->selectAll();
+    case Find:
+        if (auto* filter = m_bar->findChild<QLineEdit*>()) {
+            filter->setFocus(Qt::ShortcutFocusReason);
+            filter->selectAll();
+        }
+        return;
+    case Tune:
+        m_view->TuneToCurrent();
+        return;
+    case Previous:
+        return step(Qt::Key_Up);
+    case Next:
+        return step(Qt::Key_Down);
+    case Duplicate:
+        return m_view->Duplicate();
+    default:
+        emit Chosen(command);
+    }
+}
+
+void WindowActions::cut() {
+    m_bar->GetAction(Bar::Copy)->trigger();
+    m_bar->GetAction(Bar::Delete)->trigger();
+}
+
+/// As the key in the list does, whose rows may be a page of many.
+void WindowActions::step(int key) {
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(list(), &press);
+    m_view->TuneToCurrent();
+}
+
+void WindowActions::FillContextMenu(QMenu& menu) const {
+    if (!m_bar)
+        return;
+    m_bar->EnableActions();
+    AddTo(menu, {Tune, Duplicate, CommandCount});
+    QMenu ofBar;
+    m_bar->AddActionsTo(ofBar);
+    for (QAction* action : ofBar.actions()) {
+        QAction* shown = action; // what the bar alone has, such as Pause
+        for (size_t i = 0; i < m_actions.size(); ++i) {
+            const int barAction = infoOf(i).barAction;
+            if (barAction != None && action == m_bar->GetAction(static_cast<Bar::Action>(barAction)))
+                shown = m_actions[i];
+        }
+        if (action->isSeparator())
+            menu.addSeparator();
+        else
+            menu.addAction(shown);
+    }
+}

@@ -1,0 +1,73 @@
+#include "workstation/listchanges.h"
+
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/valuetree/node.h"
+
+/// One list's node, as it tells of its children and of what changed in them.
+class ListChanges::Watch : public IObserver {
+public:
+    Watch(ListChanges& owner, int listId) : m_owner(owner), m_listId(listId) {
+        if (FrequencyNodeMediatorCtrl* list = controller()) {
+            m_node = list->GetNode();
+            if (Node* node = m_node.get())
+                node->AddObserver(this);
+        }
+    }
+    ~Watch() override {
+        if (Node* node = m_node.get())
+            node->DeleteObserver(this);
+    }
+
+    int GetListId() const { return m_listId; }
+    bool IsChanged() const { return m_isChanged; }
+
+    void MarkSaved() {
+        if (FrequencyNodeMediatorCtrl* list = controller())
+            list->ForceUpdateNow(); // what was read tells of itself now, and not later
+        set(false);
+    }
+    void Update(Observable*, TChangeCode code) override {
+        if (code != TChangeCode::Removing && code != TChangeCode::Announcement)
+            set(true);
+    }
+
+private:
+    FrequencyNodeMediatorCtrl* controller() const {
+        return dynamic_cast<FrequencyNodeMediatorCtrl*>(
+            FreqStore::Instance().GetFrequencies(static_cast<unsigned>(m_listId)));
+    }
+    void set(bool changed) {
+        if (std::exchange(m_isChanged, changed) != changed)
+            emit m_owner.Changed(m_listId);
+    }
+
+    ListChanges& m_owner;
+    int m_listId;
+    WeakRef<Node> m_node;
+    bool m_isChanged = false;
+};
+
+ListChanges::ListChanges() = default;
+ListChanges::~ListChanges() = default;
+
+void ListChanges::Follow(int listId) {
+    m_watches.push_back(std::make_unique<Watch>(*this, listId));
+    MarkSaved(listId);
+}
+
+ListChanges::Watch* ListChanges::find(int listId) const {
+    const auto found = std::find_if(m_watches.begin(), m_watches.end(),
+                                    [listId](const auto& watch) { return watch->GetListId() == listId; });
+    return found == m_watches.end() ? nullptr : found->get();
+}
+
+void ListChanges::MarkSaved(int listId) {
+    if (Watch* watch = find(listId))
+        watch->MarkSaved();
+}
+
+bool ListChanges::IsChanged(int listId) const {
+    const Watch* watch = find(listId);
+    return watch && watch->IsChanged();
+}

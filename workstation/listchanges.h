@@ -1,0 +1,34 @@
+#pragma once
+
+#include "host/base/observer.h"
+
+#include <QObject>
+
+#include <memory>
+#include <vector>
+
+/// Whether lists have changed since they were read from their files or written there: by entries that came,
+/// went or got other values.
+class ListChanges : public QObject {
+    Q_OBJECT
+
+public:
+    ListChanges();
+    ~ListChanges() override;
+
+    /// Follows the list with that identifier in the store, which has not changed then.
+    void Follow(int listId);
+    /// What the list has now is what its file has.
+    void MarkSaved(int listId);
+    bool IsChanged(int listId) const;
+
+signals:
+    void Changed(int listId);
+
+private:
+    class Watch;
+
+    Watch* find(int listId) const;
+
+    std::vector<std::unique_ptr<Watch>> m_watches;
+};

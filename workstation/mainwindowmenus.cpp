@@ -1,0 +1,193 @@
+#include "host/base/problems.h"
+#include "host/freqlist/frequencystorelistview.h"
+#include "host/gui/guibase.h"
+#include "host/gui/guicentral.h"
+#include "host/startup/cfgcenter.h"
+#include "host/widgets/vclineedit.h"
+#include "workstation/actions.h"
+#include "workstation/frequencybar.h"
+#include "workstation/listprint.h"
+#include "workstation/mainwindow.h"
+#include "workstation/tuningstrip.h"
+
+#include <QActionGroup>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QTabWidget>
+
+namespace {
+
+const QString PositionFormatKey = QStringLiteral("PositionFormat");
+
+QIcon icon(const char* name) {
+    return QIcon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name)));
+}
+
+/// An action of the window's own, with its tip.
+template <typename Slot>
+QAction* add(QMenu& menu, const char* iconName, const QString& text, const QString& tip,
+             const QKeySequence& key, Slot slot) {
+    QAction* action = menu.addAction(icon(iconName), text);
+    action->setShortcut(key);
+    action->setToolTip(tip);
+    action->setStatusTip(tip);
+    QObject::connect(action, &QAction::triggered, menu.parent(), slot);
+    return action;
+}
+
+} // namespace
+
+void MainWindow::makeMenus() {
+    makeListMenus();
+    makeViewMenu();
+    makeReceiverMenu();
+    makeHelpMenu();
+}
+
+void MainWindow::makeListMenus() {
+    using A = WindowActions;
+    constexpr auto Gap = A::CommandCount;
+    m_actions->AddTo(*m_fileMenu, {A::Open});
+    m_fileMenu->addMenu(m_recentMenu);
+    m_actions->AddTo(*m_fileMenu, {A::OpenIntoList, Gap, A::Save, A::SaveAs, Gap, A::Import, A::Export, Gap,
+                                   A::Print, A::Pdf, Gap, A::Quit});
+    m_actions->AddTo(*menuBar()->addMenu(tr("&Edit")),
+                     {A::Cut, A::Copy, A::Paste, A::Delete, Gap, A::SelectAll, A::Find});
+    m_actions->AddTo(*menuBar()->addMenu(tr("E&ntry")),
+                     {A::Tune, A::Previous, A::Next, Gap, A::New, A::Edit, A::Duplicate, Gap, A::SendTo});
+    connect(m_actions, &A::Chosen, this, [this](A::Command command) {
+        if (command == A::Open)
+            emit OpenWanted();
+        else if (command == A::Print)
+            print();
+        else if (command == A::Pdf)
+            savePdf();
+        else
+            close();
+    });
+}
+
+void MainWindow::makeViewMenu() {
+    m_viewMenu = menuBar()->addMenu(tr("&View"));
+    m_viewMenu->setToolTipsVisible(true);
+    add(*m_viewMenu, "fit", tr("Show all &frequencies"), tr("Fit the bar to the entries of all lists"),
+        QKeySequence(Qt::CTRL | Qt::Key_0), [this] { m_bar->FitAll(); });
+    add(*m_viewMenu, "", tr("&Next list"), tr("Show the next list"),
+        QKeySequence(Qt::CTRL | Qt::Key_PageDown), [this] { stepTab(1); });
+    add(*m_viewMenu, "", tr("P&revious list"), tr("Show the list before"),
+        QKeySequence(Qt::CTRL | Qt::Key_PageUp), [this] { stepTab(-1); });
+    addPositionFormats();
+    m_viewMenu->addSeparator();
+}
+
+void MainWindow::makeReceiverMenu() {
+    QMenu* menu = menuBar()->addMenu(tr("&Receiver"));
+    menu->setToolTipsVisible(true);
+    add(*menu, "receiver", tr("&Go to frequency"), tr("Type the frequency to tune to"),
+        QKeySequence(Qt::CTRL | Qt::Key_G), [this] {
+            m_strip->GetField()->setFocus(Qt::ShortcutFocusReason);
+            m_strip->GetField()->selectAll();
+        });
+    add(*menu, "", tr("Step &up"), tr("Tune one step up"), QKeySequence(Qt::ALT | Qt::Key_Right),
+        [this] { m_strip->Step(1); });
+    add(*menu, "", tr("Step &down"), tr("Tune one step down"), QKeySequence(Qt::ALT | Qt::Key_Left),
+        [this] { m_strip->Step(-1); });
+}
+
+void MainWindow::makeHelpMenu() {
+    m_helpMenu = menuBar()->addMenu(tr("&Help"));
+    add(*m_helpMenu, "help", tr("&Keys"), tr("What the keys do"), QKeySequence::HelpContents,
+        [this] { showKeys(); });
+    add(*m_helpMenu, "about", tr("&About"), tr("About this program"), QKeySequence(), [this] {
+        QMessageBox::about(
+            this, tr("Frequency Store"),
+            tr("<b>Frequency Store</b><p>Lists of frequencies for radio monitoring.</p>"
+               "<p>Wheel over the bar: zoom. Drag: move. Click: tune. Double click: show all.</p>"));
+    });
+}
+
+void MainWindow::showKeys() {
+    QString rows;
+    for (const QAction* menu : menuBar()->actions()) {
+        for (const QAction* action : menu->menu()->actions()) {
+            if (action->shortcut().isEmpty())
+                continue;
+            QStringList keys;
+            for (const QKeySequence& key : action->shortcuts())
+                keys << key.toString(QKeySequence::NativeText);
+            rows += QStringLiteral("<tr><td>%1&nbsp;&nbsp;</td><td>%2</td></tr>")
+                        .arg(keys.join(tr(" or ")).toHtmlEscaped(),
+                             action->text().remove(QLatin1Char('&')).toHtmlEscaped());
+        }
+    }
+    QMessageBox box(QMessageBox::NoIcon, tr("Keys"), QStringLiteral("<table>%1</table>").arg(rows),
+                    QMessageBox::Close, this);
+    box.exec();
+}
+
+/// How lists write positions, a choice that the settings keep.
+void MainWindow::addPositionFormats() {
+    ValueSelection& format = *GuiCentral::Instance().GetPositionFormat();
+    ICfg& settings = CfgCenter::GetAppCfg(ICfg::StartUp);
+    format.Select(static_cast<long>(settings.GetInt(PositionFormatKey, 0)));
+    auto* group = new QActionGroup(this);
+    for (long i = 0; i < format.GetItemCount(); ++i) {
+        QAction* action = group->addAction(format.GetItemAt(i)->GetName());
+        const long key = format.GetItemAt(i)->GetKey();
+        action->setCheckable(true);
+        action->setChecked(key == format.GetCurrentKey());
+        connect(action, &QAction::triggered, this, [&format, &settings, key] {
+            format.Select(key);
+            settings.SetString(PositionFormatKey, QString::number(key));
+        });
+    }
+    m_viewMenu->addMenu(tr("&Positions"))->addActions(group->actions());
+}
+
+QMenu* MainWindow::AddMenu(const QString& title) {
+    auto* menu = new QMenu(title, this);
+    menu->setToolTipsVisible(true);
+    menuBar()->insertMenu(m_helpMenu->menuAction(), menu);
+    return menu;
+}
+
+void MainWindow::stepTab(int by) {
+    if (const int count = m_tabs->count(); count > 0)
+        m_tabs->setCurrentIndex((m_tabs->currentIndex() + by + count) % count);
+}
+
+void MainWindow::print() {
+    const Tab* tab = currentTab();
+    if (!tab || !tab->view)
+        return;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(tab->name);
+    QPrintDialog dialog(&printer, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    Tell(ListPrint::Paint(*tab->view, tab->name, printer) ? tr("%1 was printed").arg(tab->name)
+                                                          : tr("%1 could not be printed").arg(tab->name));
+}
+
+void MainWindow::savePdf() {
+    const Tab* tab = currentTab();
+    if (!tab || !tab->view)
+        return;
+    QFileDialog dialog(this, tr("Save List as PDF"), GuiBase::Instance().GetCurrentDirectory(),
+                       tr("PDF Documents (*.pdf)"));
+    dialog.setOptions(GuiBase::Instance().UseNativeDialogs());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return;
+    const QString path = dialog.selectedFiles().constFirst();
+    GuiBase::Instance().SetCurrentDirectory(QFileInfo(path).absolutePath());
+    const QString reason = ListPrint::WritePdf(*tab->view, tab->name, path);
+    if (!reason.isEmpty())
+        return Problems::Report("mainwindow", {path, 0, reason});
+    Tell(tr("%1 was written to %2").arg(tab->name, QFileInfo(path).fileName()));
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QObject>
+
+class FailureNote;
+class QLabel;
+class QStatusBar;
+class QToolButton;
+
+/// What the status bar shows for good: what was done last, what could not be saved, the frequency that the
+/// receiver is tuned to, and how many problems there are. It is as high with all of it as without.
+class WindowStatus : public QObject {
+    Q_OBJECT
+
+public:
+    /// The bar owns all that is put there.
+    explicit WindowStatus(QStatusBar& bar);
+
+    void Tell(const QString& text);
+    void ShowTuned(double hertz);
+    void ShowProblems(int count);
+    /// A text for good.
+    void AddNote(const QString& text, const QString& toolTip);
+    FailureNote* GetFailureNote() const { return m_failure; }
+    QToolButton* GetProblemsButton() const { return m_problems; }
+
+private:
+    QStatusBar& m_bar;
+    QLabel* m_last;
+    FailureNote* m_failure;
+    QLabel* m_tuned;
+    QToolButton* m_problems;
+};
