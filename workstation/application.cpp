@@ -20,6 +20,7 @@
 #include "host/report/outputfile.h"
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
+#include "workstation/detectionpanels.h"
 #include "workstation/directorylock.h"
 #include "workstation/ending.h"
 #include "workstation/failurenote.h"
@@ -128,6 +129,9 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     QMenu* search = m_window->AddMenu(MainWindow::tr("&Search"));
     m_search->AddTo(*search);
     m_classifier->AddTo(*search);
+    search->addSeparator();
+    DetectionPanels::AddActions(*search, *m_window, *m_search, m_detectionIds);
+    DetectionPanels::AddPicture(*m_window, *m_search, *m_sweeps, m_detectionIds.front());
     for (const QString& path : m_options.plugIns)
         loadPlugIn(path);
     addEnding();
@@ -238,6 +242,7 @@ void Workstation::addOpener() {
     QObject::connect(m_opener.get(), &FileOpener::FileChanged, m_window.get(), [this](FileGate::List list) {
         const QString file = m_opener->FileOf(list);
         m_window->SetFileOf(list == FileGate::List::Noi ? m_noiId : m_targetsId, file);
+        m_window->GetBar()->FitAll();
         resolveWriteFailure(file);
     });
     // The list of memory channels is that of the job.
@@ -288,7 +293,7 @@ void Workstation::resolveWriteFailure(const QString& path) {
 void Workstation::addSweepEntry() {
     m_sweeps =
         std::make_unique<SweepImport>(m_window.get(), [this](std::list<DetectionConventional>&& found) {
-            m_search->Add(std::move(found));
+            m_search->Add(std::move(found), m_sweeps->GetFileName());
         });
     QObject::connect(m_sweeps.get(), &SweepImport::Opened, m_window.get(), &MainWindow::Tell);
     QMenu* menu = m_window->GetFileMenu();
@@ -348,10 +353,10 @@ void Workstation::registerDetections() {
     const bool isVUHF = m_options.receiver == ReceiverKind::VUHF;
     handler.setEmissionMarkedPath(QString::fromLatin1(SimulatedSearch::MarkedPath));
     handler.setEmissionListPath(QString::fromLatin1(SimulatedSearch::DetectionsPath));
-    handler.AddToFreqStore(isVUHF, MainWindow::tr("Detections"));
+    m_detectionIds.push_back(handler.AddToFreqStore(isVUHF, MainWindow::tr("Detections")));
     handler.setEmissionListPath(QString::fromLatin1(SimulatedSearch::ClassifiedPath));
     handler.Init(true);
-    handler.AddToFreqStore(isVUHF, QString());
+    m_detectionIds.push_back(handler.AddToFreqStore(isVUHF, QString()));
 }
 
 void Workstation::registerResults() {

@@ -76,5 +76,6 @@ private:
     int m_targetsId = 0;                   ///< identifiers of lists in the store
     int m_noiId = 0;
     int m_memoryId = 0;
-    JobPanel* m_jobPanel = nullptr; ///< the window's
+    std::vector<int> m_detectionIds; ///< plain ones first
+    JobPanel* m_jobPanel = nullptr;  ///< the window's
 };

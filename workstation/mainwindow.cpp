@@ -9,6 +9,7 @@
 #include "host/gui/listsettings.h"
 #include "host/gui/sortlistview.h"
 #include "host/startup/cfgcenter.h"
+#include "workstation/bandplanchoice.h"
 #include "workstation/bandspanel.h"
 #include "workstation/failurenote.h"
 #include "workstation/frequencybar.h"
@@ -97,13 +98,28 @@ void MainWindow::connectReceiver(Receiver& receiver) {
     m_bar->SetTuned(receiver.GetFrequency());
     connect(m_bar, &FrequencyBar::Clicked, this, [this, &receiver](double hertz, int listId) {
         receiver.Tune(hertz);
-        const auto found = m_lists.find(listId);
-        if (found == m_lists.end())
-            return;
-        m_tabs->setCurrentWidget(found->second.page);
-        if (found->second.view)
-            found->second.view->SelectFrequency(hertz);
+        showEntry(hertz, listId);
     });
+    connect(m_bar, &FrequencyBar::EntryTuned, this, &MainWindow::showEntry);
+}
+
+/// Brings up the list and selects its entry at a frequency (Hz).
+void MainWindow::showEntry(double hertz, int listId) {
+    const auto found = m_lists.find(listId);
+    if (found == m_lists.end())
+        return;
+    m_tabs->setCurrentWidget(found->second.page);
+    if (found->second.view)
+        found->second.view->SelectFrequency(hertz);
+}
+
+void MainWindow::ShowRecord(int listId, quint32 place) {
+    const auto found = m_lists.find(listId);
+    if (found == m_lists.end())
+        return;
+    m_tabs->setCurrentWidget(found->second.page);
+    if (found->second.view && !found->second.view->SelectRecord(place))
+        Tell(tr("The filter of the list hides this detection."));
 }
 
 void MainWindow::makeMenus() {
@@ -113,8 +129,11 @@ void MainWindow::makeMenus() {
 
     connect(m_viewMenu->addAction(tr("Show all &frequencies")), &QAction::triggered, m_bar,
             &FrequencyBar::FitAll);
+    connect(m_viewMenu->addAction(tr("&Zoom to selection")), &QAction::triggered, m_bar,
+            &FrequencyBar::ZoomToSelection);
 
     addPositionFormats();
+    BandPlanChoice::AddTo(*m_viewMenu, *m_bar);
 
     m_helpMenu = menuBar()->addMenu(tr("&Help"));
     connect(m_helpMenu->addAction(tr("&About")), &QAction::triggered, this, [this] {
@@ -167,7 +186,7 @@ void MainWindow::addList(int listId) {
     }
     m_lists[listId] = {page, bar, view, QString()};
     m_tabs->addTab(page, definition->GetPixmap(), definition->GetName());
-    m_bar->AddList(listId);
+    m_bar->AddList(listId, view);
 }
 
 void MainWindow::removeList(int listId) {
@@ -242,6 +261,7 @@ void MainWindow::KeepArrangement() const {
 
 void MainWindow::RememberArrangement() {
     m_remembersArrangement = true;
+    m_bar->RememberLines();
     restoreGeometry(ListSettings::Load(GeometryKey));
     restoreState(ListSettings::Load(PanelsKey));
 }

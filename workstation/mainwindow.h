@@ -54,6 +54,8 @@ public:
     FrequencyStoreListView* ViewOf(int listId) const;
     /// The button bar of a registered list; null when there is no such list.
     FreqStoreListViewButtonBar* BarOf(int listId) const;
+    /// Brings up a list of records and selects the one at a place; nothing without such a list.
+    void ShowRecord(int listId, quint32 place);
     /// Title of the tab at an index, as it may stand in a file name.
     QString TabFileName(int index) const;
 
@@ -71,6 +73,7 @@ private:
     void addList(int listId);
     void removeList(int listId);
     void showTitle();
+    void showEntry(double hertz, int listId);
     void connectReceiver(Receiver& receiver);
     void makeMenus();
     void addPositionFormats();

@@ -56,6 +56,7 @@ public:
     void SetPaused(bool paused) override;
     int WaitingCount() const override;
     void SelectFrequency(double hertz) override;
+    std::vector<double> SelectedFrequencies() override;
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
     FreqStoreListViewButtonBar* GetButtonBar() const { return m_bar; }
 

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <vector>
+
 class FreqStoreListViewButtonBar;
 class QWidget;
 class SortListView;
@@ -28,6 +30,12 @@ public:
 
     /// Selects the row of that frequency (Hz), the nearest one when there is no such row.
     virtual void SelectFrequency(double hertz) = 0;
+    /// Selects the entry at a place of a list of records, counted from 0 as they came; false when the view
+    /// has no such list, or the filter hides the entry.
+    virtual bool SelectRecord(quint32 /*place*/) { return false; }
+    /// Frequencies (Hz) of the selected entries, for the frequency bar; empty for views whose list tells the
+    /// bar by itself.
+    virtual std::vector<double> SelectedFrequencies() { return {}; }
     virtual QWidget* GetWidget() = 0;
     virtual SortListView* GetListView() = 0;
     /// The window hands the view its button bar, which the window owns; null takes none.

@@ -178,6 +178,14 @@ void VectorListViewBase::SelectFrequency(double hertz) {
         moveTo(nearest, false);
 }
 
+bool VectorListViewBase::SelectRecord(quint32 place) {
+    LoadAll();
+    const int row = place < static_cast<quint32>(m_count) ? rowOf(place) : -1;
+    if (row >= 0)
+        moveTo(row, false);
+    return row >= 0;
+}
+
 /// A focus that the filter hides goes to the next row that is shown, else to the last.
 void VectorListViewBase::focusShown() {
     if (!m_filter.IsOn() || !m_focus || m_filter.Passes(*m_focus))
