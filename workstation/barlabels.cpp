@@ -15,7 +15,9 @@ constexpr int Gap = 3;
 
 QString nameOf(const PixStateVector& line, quint32 item) {
     const QString text = line.ItemText(item).simplified();
-    return text.isEmpty() ? Quor::ShortFrequencyText(line.ItemFrequency(item)) : text;
+    bool isNumber = false; // which says nothing by itself
+    text.toUInt(&isNumber);
+    return text.isEmpty() || isNumber ? Quor::ShortFrequencyText(line.ItemFrequency(item)) : text;
 }
 
 /// The name gives way to the number of the others.
@@ -44,15 +46,14 @@ bool LabelRow::Take(int from, int to) {
 std::vector<BarLabel> LabelsOf(const PixStateVector& line, const QFontMetrics& metrics) {
     std::vector<BarLabel> labels;
     const int width = static_cast<int>(line.size());
-    int first = -1; // mark that gives the name
-    int last = -1;
+    int last = -1; // mark that gives the name, since the label stands beside it
     quint32 count = 0;
     const auto close = [&](int end) {
         const int left = last + MarkWidth + Gap;
         const int room = std::min(end - Gap - left, MostWidth);
-        if (first < 0 || room < LeastWidth)
+        if (last < 0 || room < LeastWidth)
             return;
-        const QString name = nameOf(line, line[static_cast<size_t>(first)].lastItem);
+        const QString name = nameOf(line, line[static_cast<size_t>(last)].lastItem);
         const QString text = textOf(name, count - 1, metrics, room);
         if (!text.isEmpty())
             labels.push_back({left, std::min(metrics.horizontalAdvance(text), room), text});
@@ -61,9 +62,8 @@ std::vector<BarLabel> LabelsOf(const PixStateVector& line, const QFontMetrics& m
         const PixState& state = line[static_cast<size_t>(pixel)];
         if (state.count == 0)
             continue;
-        if (first < 0 || pixel - last > LeastWidth + MarkWidth + 2 * Gap) {
+        if (last >= 0 && pixel - last > LeastWidth + MarkWidth + 2 * Gap) {
             close(pixel);
-            first = pixel;
             count = 0;
         }
         last = pixel;

@@ -19,7 +19,7 @@ private:
     std::map<int, int> m_taken; ///< ends by begins
 };
 
-/// The name of a mark, or of the first one of several that stand close together, to the right of them.
+/// The name of a mark, or of the last one of several that stand close together, to the right of it.
 struct BarLabel {
     int left; ///< pixel of the line
     int width;

@@ -164,6 +164,14 @@ std::vector<int> FrequencyBar::ShownLists() const {
     return ids;
 }
 
+QRect FrequencyBar::LineRect(int listId) const {
+    const std::vector<int> ids = ShownLists();
+    const auto found = std::find(ids.begin(), ids.end(), listId);
+    if (found == ids.end())
+        return {};
+    return {m_labelWidth, lineTop(static_cast<int>(found - ids.begin())), m_axis.Width(), LineHeight - 4};
+}
+
 void FrequencyBar::RememberLines() {
     m_remembers = true;
     placeRemembered();

@@ -58,6 +58,8 @@ public:
     /// Adds the actions of the context menu; `listId` is that of the line which it is for, or 0.
     void AddActionsTo(QMenu& menu, int listId);
 
+    /// Where the marks of a list are, in pixels of the widget; empty when its line is not shown.
+    QRect LineRect(int listId) const;
     /// Left edge of the axis, in pixels of the widget.
     int AxisLeft() const { return m_labelWidth; }
     double MapToPixel(double hertz) const override { return m_axis.MapToPixel(hertz); }

@@ -62,7 +62,7 @@ void FrequencyBar::paintPlan(QPainter& painter) const {
 
 void FrequencyBar::paintTickTexts(QPainter& painter, int top) const {
     const QFontMetrics metrics(font());
-    const int gap = metrics.averageCharWidth() * 2;
+    const int gap = metrics.averageCharWidth();
     LabelRow row;
     painter.setPen(palette().color(QPalette::WindowText));
     const std::vector<FrequencyAxis::Tick> ticks = m_axis.Ticks();
