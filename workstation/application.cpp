@@ -246,7 +246,11 @@ void Workstation::addOpener() {
         resolveWriteFailure(file);
     });
     // The list of memory channels is that of the job.
-    QObject::connect(m_job.get(), &Job::Changed, m_window.get(), [this] { offerSaveToJob(); });
+    QObject::connect(m_job.get(), &Job::Changed, m_window.get(), [this, shown = QString()]() mutable {
+        offerSaveToJob();
+        if (std::exchange(shown, m_job->GetFileName()) != m_job->GetFileName())
+            m_window->GetBar()->FitAll();
+    });
 }
 
 void Workstation::offerSaveToJob() {

@@ -36,7 +36,7 @@ const std::vector<DetectionMark>& DetectionMarks::Get() {
     if (!m_list)
         return m_marks;
     std::vector<ValueList<DetectionConventional>::Edited> edits;
-    const ValueList<DetectionConventional>& list = *m_list;
+    const ValueList<DetectionConventional>& list = *m_list.get();
     if (!list.ChangesSince(m_seen, edits))
         m_marks.clear();
     for (const auto& edit : edits) {

@@ -106,7 +106,8 @@ TEST(BarLabels, StandWhereThereIsRoomAndCoverNothing) {
     }
     LabelRow taken;
     EXPECT_TRUE(taken.Take(10, 20));
-    for (const auto& [from, to] : {std::pair(0, 11), {19, 30}, {12, 15}, {5, 40}})
+    constexpr std::pair<int, int> Crossing[] = {{0, 11}, {19, 30}, {12, 15}, {5, 40}};
+    for (const auto& [from, to] : Crossing)
         EXPECT_FALSE(taken.Take(from, to)) << from;
     EXPECT_TRUE(taken.Take(20, 30));
 }
