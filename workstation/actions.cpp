@@ -4,6 +4,7 @@
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/gui/sortlistview.h"
+#include "workstation/icons.h"
 
 #include <QIcon>
 #include <QKeyEvent>
@@ -152,8 +153,7 @@ const Info& infoOf(size_t command) {
 WindowActions::WindowActions(QWidget* window, QWidget* lists) : QObject(window) {
     for (size_t i = 0; i < m_actions.size(); ++i) {
         const Info& info = infoOf(i);
-        auto* action = new QAction(QIcon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(info.icon))),
-                                   tr(info.text), this);
+        auto* action = new QAction(Icons::Get(QLatin1String(info.icon)), tr(info.text), this);
         action->setShortcuts(info.keys);
         if (info.inListsOnly) {
             action->setShortcutContext(Qt::WidgetWithChildrenShortcut);

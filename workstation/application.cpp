@@ -22,6 +22,7 @@
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
 #include "workstation/actions.h"
+#include "workstation/detectionpanels.h"
 #include "workstation/directorylock.h"
 #include "workstation/ending.h"
 #include "workstation/failurenote.h"
@@ -141,6 +142,9 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     QMenu* search = m_window->AddMenu(MainWindow::tr("&Search"));
     m_search->AddTo(*search);
     m_classifier->AddTo(*search);
+    search->addSeparator();
+    DetectionPanels::AddActions(*search, *m_window, *m_search, m_detectionIds);
+    DetectionPanels::AddPicture(*m_window, *m_search, *m_sweeps, m_detectionIds.front());
     for (const QString& path : m_options.plugIns)
         loadPlugIn(path);
     addEnding();
@@ -262,13 +266,18 @@ void Workstation::addOpener() {
         const int id = list == FileGate::List::Noi ? m_noiId : m_targetsId;
         m_changes->MarkSaved(id);
         m_window->SetFileOf(id, file);
+        m_window->GetBar()->FitAll();
         noteFile(file);
         if (remembers() && list == FileGate::List::Targets)
             ListSettings::SaveText(TargetsFileKey, file);
         resolveWriteFailure(file);
     });
     // The list of memory channels is that of the job.
-    QObject::connect(m_job.get(), &Job::Changed, m_window.get(), [this] { offerSaveToJob(); });
+    QObject::connect(m_job.get(), &Job::Changed, m_window.get(), [this, shown = QString()]() mutable {
+        offerSaveToJob();
+        if (std::exchange(shown, m_job->GetFileName()) != m_job->GetFileName())
+            m_window->GetBar()->FitAll();
+    });
     m_recent = new RecentFiles(*m_window->GetRecentMenu()); // the menu's
     QObject::connect(m_recent, &RecentFiles::Chosen, m_window.get(),
                      [this](const QString& path) { openFile(path); });
@@ -412,7 +421,7 @@ void Workstation::resolveWriteFailure(const QString& path) {
 void Workstation::addSweepEntry() {
     m_sweeps =
         std::make_unique<SweepImport>(m_window.get(), [this](std::list<DetectionConventional>&& found) {
-            m_search->Add(std::move(found));
+            m_search->Add(std::move(found), m_sweeps->GetFileName());
         });
     QObject::connect(m_sweeps.get(), &SweepImport::Opened, m_window.get(), &MainWindow::Tell);
     QMenu* menu = m_window->GetFileMenu();
@@ -482,10 +491,10 @@ void Workstation::registerDetections() {
     const bool isVUHF = m_options.receiver == ReceiverKind::VUHF;
     handler.setEmissionMarkedPath(QString::fromLatin1(SimulatedSearch::MarkedPath));
     handler.setEmissionListPath(QString::fromLatin1(SimulatedSearch::DetectionsPath));
-    handler.AddToFreqStore(isVUHF, MainWindow::tr("Detections"));
+    m_detectionIds.push_back(handler.AddToFreqStore(isVUHF, MainWindow::tr("Detections")));
     handler.setEmissionListPath(QString::fromLatin1(SimulatedSearch::ClassifiedPath));
     handler.Init(true);
-    handler.AddToFreqStore(isVUHF, QString());
+    m_detectionIds.push_back(handler.AddToFreqStore(isVUHF, QString()));
 }
 
 void Workstation::registerResults() {

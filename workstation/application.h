@@ -87,6 +87,7 @@ private:
     int m_targetsId = 0;                   ///< identifiers of lists in the store
     int m_noiId = 0;
     int m_memoryId = 0;
+    std::vector<int> m_detectionIds; ///< plain ones first
     JobPanel* m_jobPanel = nullptr;  ///< the window's
     RecentFiles* m_recent = nullptr; ///< the window's
 };

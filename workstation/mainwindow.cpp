@@ -8,6 +8,7 @@
 #include "host/freqlist/multiviewmediator.h"
 #include "host/gui/sortlistview.h"
 #include "workstation/actions.h"
+#include "workstation/bandplanchoice.h"
 #include "workstation/bandspanel.h"
 #include "workstation/detailspanel.h"
 #include "workstation/findhits.h"
@@ -125,13 +126,28 @@ void MainWindow::connectReceiver(Receiver& receiver) {
     m_status->ShowTuned(receiver.GetFrequency());
     connect(m_bar, &FrequencyBar::Clicked, this, [this, &receiver](double hertz, int listId) {
         receiver.Tune(hertz);
-        const auto found = m_lists.find(listId);
-        if (found == m_lists.end())
-            return;
-        m_tabs->setCurrentWidget(found->second.page);
-        if (found->second.view)
-            found->second.view->SelectFrequency(hertz);
+        showEntry(hertz, listId);
     });
+    connect(m_bar, &FrequencyBar::EntryTuned, this, &MainWindow::showEntry);
+}
+
+/// Brings up the list and selects its entry at a frequency (Hz).
+void MainWindow::showEntry(double hertz, int listId) {
+    const auto found = m_lists.find(listId);
+    if (found == m_lists.end())
+        return;
+    m_tabs->setCurrentWidget(found->second.page);
+    if (found->second.view)
+        found->second.view->SelectFrequency(hertz);
+}
+
+void MainWindow::ShowRecord(int listId, quint32 place) {
+    const auto found = m_lists.find(listId);
+    if (found == m_lists.end())
+        return;
+    m_tabs->setCurrentWidget(found->second.page);
+    if (found->second.view && !found->second.view->SelectRecord(place))
+        Tell(tr("The filter of the list hides this detection."));
 }
 
 void MainWindow::connectStatus() {
@@ -182,7 +198,7 @@ void MainWindow::addList(int listId) {
     const Tab& tab = m_lists[listId] = {definition->GetName(), page, bar, view, QString()};
     nameWidgets(tab);
     m_tabs->addTab(page, definition->GetPixmap(), tab.name);
-    m_bar->AddList(listId);
+    m_bar->AddList(listId, view);
     showTabs();
 }
 

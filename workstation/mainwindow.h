@@ -72,6 +72,8 @@ public:
     FrequencyStoreListView* ViewOf(int listId) const;
     /// The button bar of a registered list; null when there is no such list.
     FreqStoreListViewButtonBar* BarOf(int listId) const;
+    /// Brings up a list of records and selects the one at a place; nothing without such a list.
+    void ShowRecord(int listId, quint32 place);
     /// Registered name of the list whose tab stands at an index; as it may stand in a file name.
     QString TabName(int index) const;
     QString TabFileName(int index) const;
@@ -107,6 +109,7 @@ private:
     void showCurrentList();
     void showTabs();
     void showTitle();
+    void showEntry(double hertz, int listId);
     void connectReceiver(Receiver& receiver);
     void connectStatus();
     void makePanels(Receiver& receiver);

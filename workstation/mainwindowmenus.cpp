@@ -5,7 +5,9 @@
 #include "host/startup/cfgcenter.h"
 #include "host/widgets/vclineedit.h"
 #include "workstation/actions.h"
+#include "workstation/bandplanchoice.h"
 #include "workstation/frequencybar.h"
+#include "workstation/icons.h"
 #include "workstation/listprint.h"
 #include "workstation/mainwindow.h"
 #include "workstation/tuningstrip.h"
@@ -23,15 +25,11 @@ namespace {
 
 const QString PositionFormatKey = QStringLiteral("PositionFormat");
 
-QIcon icon(const char* name) {
-    return QIcon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name)));
-}
-
 /// An action of the window's own, with its tip.
 template <typename Slot>
 QAction* add(QMenu& menu, const char* iconName, const QString& text, const QString& tip,
              const QKeySequence& key, Slot slot) {
-    QAction* action = menu.addAction(icon(iconName), text);
+    QAction* action = menu.addAction(Icons::Get(QLatin1String(iconName)), text);
     action->setShortcut(key);
     action->setToolTip(tip);
     action->setStatusTip(tip);
@@ -76,11 +74,14 @@ void MainWindow::makeViewMenu() {
     m_viewMenu->setToolTipsVisible(true);
     add(*m_viewMenu, "fit", tr("Show all &frequencies"), tr("Fit the bar to the entries of all lists"),
         QKeySequence(Qt::CTRL | Qt::Key_0), [this] { m_bar->FitAll(); });
+    add(*m_viewMenu, "zoom-in", tr("&Zoom to selection"), tr("Fit the bar to the selected rows"),
+        QKeySequence(), [this] { m_bar->ZoomToSelection(); });
     add(*m_viewMenu, "", tr("&Next list"), tr("Show the next list"),
         QKeySequence(Qt::CTRL | Qt::Key_PageDown), [this] { stepTab(1); });
     add(*m_viewMenu, "", tr("P&revious list"), tr("Show the list before"),
         QKeySequence(Qt::CTRL | Qt::Key_PageUp), [this] { stepTab(-1); });
     addPositionFormats();
+    BandPlanChoice::AddTo(*m_viewMenu, *m_bar);
     m_viewMenu->addSeparator();
 }
 

@@ -1,4 +1,5 @@
 #include "host/gui/listsettings.h"
+#include "workstation/frequencybar.h"
 #include "workstation/mainwindow.h"
 #include "workstation/receiver.h"
 
@@ -39,6 +40,7 @@ void MainWindow::KeepArrangement() const {
 
 void MainWindow::RememberArrangement() {
     m_remembersArrangement = true;
+    m_bar->RememberLines();
     restoreGeometry(ListSettings::Load(GeometryKey));
     restoreState(ListSettings::Load(PanelsKey));
     const QList<QDockWidget*> panels = findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly);

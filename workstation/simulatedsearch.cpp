@@ -155,6 +155,7 @@ void SimulatedSearch::begin(qint64 time) {
     std::list<DetectionConventional> records;
     std::list<ExtendedDetectionConventional> classified;
     const size_t activeBefore = m_active.size();
+    noteSource(tr("simulated search"));
     for (size_t i = 0; i < m_emitters.size(); ++i) {
         Emitter& emitter = m_emitters[i];
         if (emitter.onAir || random(0, 1) > 0.008)
@@ -294,8 +295,28 @@ void SimulatedSearch::dropOldest() {
     classified.erase(classified.begin(), end);
 }
 
-void SimulatedSearch::Add(std::list<DetectionConventional>&& found) {
+void SimulatedSearch::Add(std::list<DetectionConventional>&& found, const QString& source) {
+    noteSource(source);
     for (DetectionConventional& record : found)
         record.SetID(++m_lastId);
     m_detections.Append(std::move(found));
+}
+
+/// The detections that come next are of that source.
+void SimulatedSearch::noteSource(const QString& source) {
+    if (m_sources.empty() || std::prev(m_sources.end())->second != source)
+        m_sources[m_lastId + 1] = source;
+}
+
+QString SimulatedSearch::SourceOf(unsigned id) const {
+    const auto next = m_sources.upper_bound(id);
+    return next == m_sources.begin() || id > m_lastId ? QString() : std::prev(next)->second;
+}
+
+void SimulatedSearch::Clear() {
+    m_active.clear();
+    for (Emitter& emitter : m_emitters)
+        emitter.onAir = false;
+    m_detections.Clear();
+    m_classified.Clear();
 }

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <map>
 #include <random>
 
 class QMenu;
@@ -31,8 +32,12 @@ public:
     void Step(qint64 now);
     /// All the steps of a span of time (µs) that ends at `end`.
     void Simulate(qint64 span, qint64 end);
-    /// Appends detections of somebody else's to the plain ones, and numbers them.
-    void Add(std::list<DetectionConventional>&& found);
+    /// Appends detections of somebody else's to the plain ones, and numbers them. `source` is whose they are.
+    void Add(std::list<DetectionConventional>&& found, const QString& source = QString());
+    /// Whose a detection is, by its number: the search's, or the source that it was added with.
+    QString SourceOf(unsigned id) const;
+    /// Empties both lists. What is on air is found anew.
+    void Clear();
     /// Adds the action that starts and stops the search.
     void AddTo(QMenu& menu);
 
@@ -76,6 +81,7 @@ private:
     void classify(const Active& active);
     void locate(const Active& active);
     void dropOldest();
+    void noteSource(const QString& source);
     double random(double from, double to);
 
     ReceiverKind m_kind;
@@ -85,6 +91,7 @@ private:
     std::vector<Active> m_active;
     ValueList<DetectionConventional>& m_detections;
     ValueList<ExtendedDetectionConventional>& m_classified;
+    std::map<unsigned, QString> m_sources; ///< by the number of the first detection in a row
     unsigned m_lastId = 0;
     qint64 m_lastStep = 0;
 };

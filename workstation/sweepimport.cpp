@@ -50,19 +50,28 @@ bool SweepImport::Open(const QString& path) {
     }
     const QScopedValueRollback isReading(m_isReading, true);
     Reading reading;
-    const SweepSummary summary = DetectInSweepFile(
-        path, m_zone, m_settings,
-        [&](const SweepDetection& detection) {
-            reading.waiting.push_back(RecordOf(detection));
-            ++reading.count;
+    m_fileName = QFileInfo(path).fileName();
+    auto picture = std::make_shared<Waterfall>();
+    SweepDetector detector(m_settings, [&](const SweepDetection& detection) {
+        reading.waiting.push_back(RecordOf(detection));
+        ++reading.count;
+    });
+    const SweepSummary summary = ReadSweepFile(
+        path, m_zone,
+        [&](const Sweep& sweep) {
+            detector.Add(sweep);
+            picture->Add(sweep);
         },
         [&](qint64 done, qint64 total) { return showProgress(reading, done, total); });
+    detector.Finish();
+    picture->Finish();
     m_receive(std::move(reading.waiting));
     if (summary.sweeps == 0 && summary.problems == 0)
         Problems::Report("sweepimport", {path, 0, tr("holds no power sweeps")});
+    if (!picture->IsEmpty())
+        emit SweepsRead(picture);
     emit Opened(tr("%1: %2 detections in %3 sweeps")
-                    .arg(QFileInfo(path).fileName(), QString::number(reading.count),
-                         QString::number(summary.sweeps)));
+                    .arg(m_fileName, QString::number(reading.count), QString::number(summary.sweeps)));
     return summary.sweeps > 0;
 }
 

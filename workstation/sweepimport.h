@@ -2,9 +2,12 @@
 
 #include "host/valuetree/detection.h"
 #include "sweep/sweepdetector.h"
+#include "workstation/waterfall.h"
 
 #include <QObject>
 #include <QTimeZone>
+
+#include <memory>
 
 class QWidget;
 
@@ -24,8 +27,12 @@ public:
     /// Opens a file with the settings of the last time. False, with problems told, when it holds no sweep.
     /// What was found before it is cancelled stays.
     bool Open(const QString& path);
+    /// Name of the file that is being read, or was last, without its folder.
+    QString GetFileName() const { return m_fileName; }
 
 signals:
+    /// The sweeps of a file as a picture.
+    void SweepsRead(std::shared_ptr<const Waterfall> sweeps);
     /// A text for the operator: what was found.
     void Opened(const QString& text);
 
@@ -37,6 +44,7 @@ private:
     QWidget* m_window;
     Receive m_receive;
     SweepSettings m_settings;
+    QString m_fileName;
     QTimeZone m_zone = QTimeZone::systemTimeZone();
     bool m_isReading = false; ///< its dialog's event loop may ask for more
 };

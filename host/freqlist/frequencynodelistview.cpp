@@ -170,6 +170,16 @@ void FrequencyNodeListView::SelectFrequency(double hertz) {
     ensureItemVisible(nearest);
 }
 
+std::vector<double> FrequencyNodeListView::SelectedFrequencies() {
+    std::vector<double> frequencies;
+    for (FrequencyNodeMediator* mediator : SelectedMediators()) {
+        double hertz = 0;
+        if (mediator->GetFrequency(hertz, 0))
+            frequencies.push_back(hertz);
+    }
+    return frequencies;
+}
+
 void FrequencyNodeListView::CopySelection(TracePlace place) {
     try {
         const std::vector<FrequencyNodeMediator*> mediators = SelectedMediators();

@@ -69,6 +69,7 @@ public:
     bool TuneToCurrent() override;
     bool CanDuplicate() const override;
     void Duplicate() override;
+    std::vector<double> SelectedFrequencies() override;
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
     FreqStoreListViewButtonBar* GetButtonBar() const { return m_bar; }
 

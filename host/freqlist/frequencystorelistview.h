@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <vector>
+
 class FreqStoreListViewButtonBar;
 class QWidget;
 class SortListView;
@@ -34,6 +36,12 @@ public:
     virtual bool CanDuplicate() const { return false; }
     /// Adds a copy of each selected entry behind the others.
     virtual void Duplicate() {}
+    /// Selects the entry at a place of a list of records, counted from 0 as they came; false when the view
+    /// has no such list, or the filter hides the entry.
+    virtual bool SelectRecord(quint32 /*place*/) { return false; }
+    /// Frequencies (Hz) of the selected entries, for the frequency bar; empty for views whose list tells the
+    /// bar by itself.
+    virtual std::vector<double> SelectedFrequencies() { return {}; }
     virtual QWidget* GetWidget() = 0;
     virtual SortListView* GetListView() = 0;
     /// Gives the view the button bar of its window, which the window owns; null means none.

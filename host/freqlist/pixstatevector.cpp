@@ -1,5 +1,8 @@
 #include "host/freqlist/pixstatevector.h"
 
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodemediator.h"
+#include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/valuetree/tree.h"
 #include "host/valuetree/valueselection.h"
 
@@ -124,6 +127,19 @@ void PixStateVector::ClearFocus() {
         return; // all of the line has it
     for (PixState& state : m_pixels)
         state.flags &= static_cast<quint8>(~PixState::Focus);
+}
+
+void PixStateVector::ShowMarked() {
+    ClearFocus();
+    for (const double hertz : Marked())
+        MarkFocus(hertz);
+}
+
+void PixStateVector::SetMarked(std::vector<double> frequencies) {
+    if (frequencies == m_selected)
+        return;
+    m_selected = std::move(frequencies);
+    SetDirty(true);
 }
 
 PixStateVector::Place PixStateVector::placeOf(double hertz, double bandwidth) const {
@@ -286,7 +302,20 @@ void PixStateVectorOnNode::Refresh() {
         Clean();
     for (size_t i = MarkCount(); IsVisible() && i < m_items.size(); ++i)
         Mark(static_cast<quint32>(i), m_items[i].frequency, m_items[i].bandwidth, m_items[i].type);
+    ShowMarked();
     SetDirty(false);
+}
+
+bool PixStateVectorOnNode::Tune(quint32 item, QWidget* view) {
+    auto* list =
+        dynamic_cast<FrequencyNodeMediatorCtrl*>(FreqStore::Instance().GetFrequencies(unsigned(GetListId())));
+    // Between a change of the list and the next refresh an item may be out of date.
+    if (!list || m_known != Known::All || item >= m_items.size())
+        return false;
+    FrequencyNodeMediator* mediator = list->Find(m_items[item].node);
+    if (mediator)
+        static_cast<IFrequencyStoreItem*>(mediator)->SetFrequency(view);
+    return mediator != nullptr;
 }
 
 int PixStateVectorOnNode::Find(Observable* entry) const {

@@ -9,6 +9,7 @@
 #include <vector>
 
 class Node;
+class QWidget;
 
 /// Maps frequencies to the pixels of a bar; the bar implements it.
 class IHasHMap {
@@ -68,6 +69,15 @@ public:
     virtual double ItemFrequency(quint32 item) const = 0;
     virtual double ItemBandwidth(quint32 item) const = 0;
 
+    /// Tunes the receiver to an item with all its settings; false when the line cannot, or has no such item
+    /// any more. `view` is the widget that the operator used.
+    virtual bool Tune(quint32 /*item*/, QWidget* /*view*/) { return false; }
+    /// Emphasises what lies at these frequencies (Hz), as a view's selection; lines that know what is marked
+    /// by themselves take no notice.
+    virtual void SetMarked(std::vector<double> frequencies);
+    /// The frequencies (Hz) that are emphasised.
+    virtual std::vector<double> Marked() const { return m_selected; }
+
     /// The mapping, which its owner keeps alive, and the width in pixels.
     void SetHMapping(IHasHMap* map, int width);
     int GetSymbol() const { return m_symbol; }
@@ -102,6 +112,8 @@ protected:
     /// Emphasises what lies at a frequency / takes the emphasis off all pixels.
     void MarkFocus(double hertz);
     void ClearFocus();
+    /// Emphasises what is marked now, and nothing else.
+    void ShowMarked();
     /// Entries that have been put on the line since its pixels were last emptied.
     size_t MarkCount() const { return m_marks; }
     /// An item is no longer where it was marked; the line is emptied, and all are to be marked again.
@@ -126,6 +138,7 @@ private:
 
     std::vector<PixState> m_pixels;
     std::vector<Place> m_places; ///< of items by number: mapping them is most of the work
+    std::vector<double> m_selected;
     size_t m_marks = 0;
     IHasHMap* m_map = nullptr;
     int m_symbol = 0;
@@ -151,6 +164,7 @@ public:
     double ItemBandwidth(quint32 item) const override {
         return item < m_items.size() ? m_items[item].bandwidth : 0;
     }
+    bool Tune(quint32 item, QWidget* view) override;
     bool HasObservable() const override { return m_node != nullptr; }
     void ClearObservable() override;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/freqlist/pixstatevector.h"
+#include "host/freqlist/valuelistmediator.h"
 #include "host/valuetree/detection.h"
 #include "host/valuetree/tree.h"
 
@@ -52,15 +53,25 @@ public:
             for (size_t i = MarkCount(); i < m_items.size(); ++i)
                 Mark(static_cast<quint32>(i), m_items[i].frequency, m_items[i].bandwidth,
                      DetectionConventionalAdapter::Type);
-            ClearFocus();
-            if (m_marked) {
-                for (const double hertz : m_marked->Elements())
-                    MarkFocus(hertz);
-            }
+            ShowMarked();
         } else {
             Clean();
         }
         SetDirty(false);
+    }
+    bool Tune(quint32 item, QWidget* view) override {
+        Refresh();
+        const auto* list = value_cast<ValueList<T>>(GetValue());
+        if (!list || item >= m_items.size() || m_items.size() != list->Size())
+            return false;
+        const T& record = list->At(static_cast<long>(item));
+        ValueListMediator<T, DetectionConventionalAdapter>(record).SetFrequency(view);
+        return true;
+    }
+    /// What is marked stands in the list of marked emissions.
+    void SetMarked(std::vector<double>) override {}
+    std::vector<double> Marked() const override {
+        return m_marked ? m_marked->Elements() : std::vector<double>();
     }
     /// The number of the detection.
     QString ItemText(quint32 item) const override {

@@ -446,6 +446,14 @@ void VectorListViewBase::SelectFrequency(double hertz) {
         moveTo(nearest, Qt::NoModifier);
 }
 
+bool VectorListViewBase::SelectRecord(quint32 place) {
+    LoadAll();
+    const int row = place < static_cast<quint32>(RecordCount()) ? m_rows.RowOf(place) : -1;
+    if (row >= 0)
+        moveTo(row, Qt::NoModifier);
+    return row >= 0;
+}
+
 bool VectorListViewBase::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_list && event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);

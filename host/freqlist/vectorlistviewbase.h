@@ -40,6 +40,7 @@ public:
     SortListView* GetListView() override;
     QScrollBar* GetScrollBar() const { return m_scroll; }
     void SelectFrequency(double hertz) override;
+    bool SelectRecord(quint32 place) override;
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
     FreqStoreListViewButtonBar* GetButtonBar() const { return m_bar; }
 
