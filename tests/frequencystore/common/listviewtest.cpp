@@ -164,8 +164,8 @@ TEST_F(ListViews, OfDetectionsMayEndWhileAFileIsChosen) {
 }
 
 TEST_F(ListViews, CopyTheTextsOfTheirColumns) {
-    const char* copied[] = {"7055.000 kHz|c|3.000 kHz|USB|a", "7055.000 kHz|c|3.000 kHz|USB|-",
-                            "7055.000 kHz|c|3000|-|-", "-|-|-|-|-"};
+    const char* copied[] = {"7055.000 kHz|c|3.000 kHz|USB|g", "7055.000 kHz|c|3.000 kHz|USB|-",
+                            "7055.000 kHz|c|3000.000000|-|-", "-|-|-|-|-"};
     FreqStore& store = FreqStore::Instance();
     for (size_t i = 0; i < std::size(Lists); ++i) {
         FreqStoreListViewButtonBar bar;
