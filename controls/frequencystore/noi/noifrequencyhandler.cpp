@@ -22,7 +22,7 @@ constexpr qsizetype BandTextLength = 24; ///< two edges in the GHz range
 
 // A band between two edges, with its centre.
 constexpr const char* IconXpm[] = {
-    "16 16 7 1",        ". c none",         "# c #1a237e",      "a c #3949ab",      "b c #9fa8da",
+    "16 16 7 1",        ". c none",         "# c #5c6bc0",      "a c #3949ab",      "b c #9fa8da",
     "c c #e8eaf6",      "d c #ffb300",      "e c #ff6f00",      "................", ".#............#.",
     ".#............#.", ".##..........##.", ".#a##########a#.", ".#abbbbeebbbba#.", ".#abccceecccba#.",
     ".#abccdeedccba#.", ".#abccdeedccba#.", ".#abccceecccba#.", ".#abbbbeebbbba#.", ".#a##########a#.",
