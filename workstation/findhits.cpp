@@ -10,7 +10,7 @@
 
 FindHits::FindHits(QTabWidget& tabs) : QObject(&tabs), m_tabs(tabs) {
     const auto onKey = [&](const QKeySequence& key, int direction) {
-        connect(new QShortcut(key, &tabs, nullptr, nullptr, Qt::WindowShortcut), &QShortcut::activated, this,
+        connect(new QShortcut(key, &tabs), &QShortcut::activated, this,
                 [this, direction] { Step(direction); });
     };
     onKey(Qt::Key_F3, 1);

@@ -73,11 +73,12 @@ void SortListView::hideRow(QTreeWidgetItem* row) {
 
 /// Adds the rows that the filter hides or has not looked at to those shown, in the order of the list.
 void SortListView::takeAllRows(Rows& shown) {
-    const qsizetype hidden = RowCount() - topLevelItemCount();
-    if (m_allRows.size() == shown.size() + hidden) {
+    const Rows waiting = m_toLookAt.mid(m_lookedAt);
+    const qsizetype count = shown.size() + waiting.size() + static_cast<qsizetype>(m_filteredOut.size());
+    if (m_allRows.size() == count) {
         shown = m_allRows;
     } else {
-        shown.append(m_toLookAt.mid(m_lookedAt));
+        shown.append(waiting);
         shown.append(Rows(m_filteredOut.begin(), m_filteredOut.end()));
         sortRows(shown);
     }

@@ -56,8 +56,9 @@ TEST(FrequencyInput, IsReadAsOperatorsType) {
         EXPECT_EQ(input.IsFrequency(), row.hertz >= 0) << input.problem.toStdString();
         EXPECT_EQ(input.Understood().isEmpty(), row.hertz < 0);
         EXPECT_EQ(input.mayMisread, row.mayMisread);
-        if (row.hertz >= 0)
+        if (row.hertz >= 0) {
             EXPECT_EQ(input.hertz, row.hertz);
+        }
     }
 }
 

@@ -89,8 +89,9 @@ TEST(Query, FindsRowsAndSaysWhatItUnderstood) {
         const Query query = Query::Parse(QString::fromUtf8(asked.text), Titles);
         EXPECT_FALSE(query.Problem()) << query.Problem()->reason.toStdString();
         EXPECT_EQ(found(query), asked.rows);
-        if (asked.description)
+        if (asked.description) {
             EXPECT_EQ(query.Describe(), QString::fromUtf8(asked.description));
+        }
     }
 }
 

@@ -82,7 +82,7 @@ TEST_F(Cells, MarkWhatAQueryFindsWithinTheCell) {
         }
     }
     EXPECT_GT(marked, 0);
-    EXPECT_LT(marked, 2 * changed.width() * changed.height() / 2) << "not whole cells";
+    EXPECT_LT(marked, changed.width() * changed.height()) << "not whole cells";
     cells.SetQuery(Query());
     EXPECT_TRUE(list.grab().toImage() == before);
 }
