@@ -5,6 +5,7 @@
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/gui/sortlistview.h"
 
+#include <QFile>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -152,8 +153,7 @@ const Info& infoOf(size_t command) {
 WindowActions::WindowActions(QWidget* window, QWidget* lists) : QObject(window) {
     for (size_t i = 0; i < m_actions.size(); ++i) {
         const Info& info = infoOf(i);
-        auto* action = new QAction(QIcon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(info.icon))),
-                                   tr(info.text), this);
+        auto* action = new QAction(Icon(QString::fromLatin1(info.icon)), tr(info.text), this);
         action->setShortcuts(info.keys);
         if (info.inListsOnly) {
             action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
@@ -163,6 +163,11 @@ WindowActions::WindowActions(QWidget* window, QWidget* lists) : QObject(window) 
         m_actions[i] = action;
     }
     Refresh();
+}
+
+QIcon WindowActions::Icon(const QString& name) {
+    const QString file = QStringLiteral(":/icons/%1.svg").arg(name);
+    return QFile::exists(file) ? QIcon(file) : QIcon();
 }
 
 void WindowActions::AddTo(QMenu& menu, std::initializer_list<Command> commands) const {
@@ -177,6 +182,8 @@ void WindowActions::AddTo(QMenu& menu, std::initializer_list<Command> commands) 
 
 void WindowActions::SetList(FreqStoreListViewButtonBar* bar, FrequencyStoreListView* view,
                             const QString& name, std::function<void()> save) {
+    if (const SortListView* before = list())
+        disconnect(before, nullptr, this, nullptr);
     if (m_bar)
         disconnect(m_bar, nullptr, this, nullptr);
     for (int i = 0; m_bar && i < Bar::ActionCount; ++i)
@@ -196,6 +203,8 @@ void WindowActions::SetList(FreqStoreListViewButtonBar* bar, FrequencyStoreListV
         for (int i = 0; i < Bar::ActionCount; ++i)
             connect(bar->GetAction(static_cast<Bar::Action>(i)), &QAction::changed, this, later);
     }
+    if (const SortListView* shown = list())
+        connect(shown, &SortListView::countsChanged, this, later);
     Get(SendTo)->setMenu(bar ? bar->GetAction(Bar::SendTo)->menu() : nullptr);
     Refresh();
 }

@@ -48,6 +48,8 @@ public:
     /// focus. The window owns all.
     WindowActions(QWidget* window, QWidget* lists);
 
+    /// The program's icon of that name; an empty one when there is none.
+    static QIcon Icon(const QString& name);
     QAction* Get(Command command) const { return m_actions[command]; }
     /// Adds commands to a menu, a gap for each `CommandCount` among them.
     void AddTo(QMenu& menu, std::initializer_list<Command> commands) const;

@@ -23,15 +23,11 @@ namespace {
 
 const QString PositionFormatKey = QStringLiteral("PositionFormat");
 
-QIcon icon(const char* name) {
-    return QIcon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name)));
-}
-
 /// An action of the window's own, with its tip.
 template <typename Slot>
 QAction* add(QMenu& menu, const char* iconName, const QString& text, const QString& tip,
              const QKeySequence& key, Slot slot) {
-    QAction* action = menu.addAction(icon(iconName), text);
+    QAction* action = menu.addAction(WindowActions::Icon(QString::fromLatin1(iconName)), text);
     action->setShortcut(key);
     action->setToolTip(tip);
     action->setStatusTip(tip);
