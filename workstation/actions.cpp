@@ -6,7 +6,6 @@
 #include "host/gui/sortlistview.h"
 #include "workstation/icons.h"
 
-#include <QIcon>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -177,6 +176,8 @@ void WindowActions::AddTo(QMenu& menu, std::initializer_list<Command> commands) 
 
 void WindowActions::SetList(FreqStoreListViewButtonBar* bar, FrequencyStoreListView* view,
                             const QString& name, std::function<void()> save) {
+    if (const SortListView* before = list())
+        disconnect(before, nullptr, this, nullptr);
     if (m_bar)
         disconnect(m_bar, nullptr, this, nullptr);
     for (int i = 0; m_bar && i < Bar::ActionCount; ++i)
@@ -196,6 +197,8 @@ void WindowActions::SetList(FreqStoreListViewButtonBar* bar, FrequencyStoreListV
         for (int i = 0; i < Bar::ActionCount; ++i)
             connect(bar->GetAction(static_cast<Bar::Action>(i)), &QAction::changed, this, later);
     }
+    if (const SortListView* shown = list())
+        connect(shown, &SortListView::countsChanged, this, later);
     Get(SendTo)->setMenu(bar ? bar->GetAction(Bar::SendTo)->menu() : nullptr);
     Refresh();
 }

@@ -60,6 +60,8 @@ const Known Values[] = {
 
 QString readingOf(const ValueBase& value) {
     const QString text = value.GetStringValue();
+    if (value.GetName() == Keys::KeyType.Text())
+        return QString(QChar(text.toUShort()));
     if (value.GetName() != Keys::LockTime.Text() || text.toLongLong() == 0)
         return text;
     return QDateTime::fromMSecsSinceEpoch(text.toLongLong() / 1000, Qt::UTC)

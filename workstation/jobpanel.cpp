@@ -74,7 +74,7 @@ JobPanel::JobPanel(Job& job, QWidget* parent)
     layout->addWidget(show);
     m_file->setTextFormat(Qt::PlainText);
     m_state->setObjectName(QStringLiteral("JobState"));
-    m_state->setMinimumWidth(0);
+    m_state->setMinimumWidth(1); // rather cut than a wider panel; the tip has it all
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     makeSectionWindow();
     connect(m_save, &QToolButton::clicked, this, &JobPanel::Save);

@@ -41,6 +41,8 @@ namespace {
 constexpr int TabsMilliseconds = 150;
 constexpr int MessagesHeight = 110;
 constexpr int SideWidth = 330;
+constexpr int DetailsHeight = 400; ///< against each other
+constexpr int SettingsHeight = 300;
 
 /// A panel that may be higher than there is room.
 QScrollArea* scrolled(QWidget* panel) {
@@ -169,6 +171,7 @@ void MainWindow::makePanels(Receiver& receiver) {
     m_messagesDock = AddPanel(m_messages, tr("Messages"), Qt::BottomDockWidgetArea);
     resizeDocks({m_messagesDock}, {MessagesHeight}, Qt::Vertical);
     resizeDocks({details, settings}, {SideWidth, SideWidth}, Qt::Horizontal);
+    resizeDocks({details, settings}, {DetailsHeight, SettingsHeight}, Qt::Vertical);
     m_messagesDock->hide();
 }
 

@@ -69,13 +69,14 @@ TuningStrip::TuningStrip(Receiver& receiver, QWidget* parent)
 QWidget* TuningStrip::makeTuning(Receiver& receiver) {
     auto* group = new QWidget(this);
     QHBoxLayout* row = rowOf(group);
+    const auto* limits = receiver.Find<ValueNumeric<double>>(Keys::KeyFrequency);
     QFont font = m_frequency->font();
     font.setPointSizeF(font.pointSizeF() * FrequencyScale);
     font.setBold(true);
     m_frequency->setFont(font);
     m_frequency->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_frequency->setMinimumWidth(
-        m_frequency->fontMetrics().horizontalAdvance(QStringLiteral(" 2999.999999 MHz ")));
+    m_frequency->setMinimumWidth(m_frequency->fontMetrics().horizontalAdvance(
+        QLatin1Char(' ') + Quor::FrequencyText(limits->GetMax()) + QLatin1Char(' ')));
     named(m_frequency, tr("Tuned frequency"),
           tr("The receiver's frequency; may name its unit, as in 7.055 MHz"));
     m_frequency->SetValueBase(receiver.GetValue(Keys::KeyFrequency));
@@ -105,8 +106,8 @@ QWidget* TuningStrip::makeReadings(Receiver& receiver) {
     m_number->setAccessibleDescription(tr("Level at the input of the demodulator"));
     row->addWidget(m_number);
     m_running->setObjectName(QStringLiteral("Running"));
-    m_running->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    row->addWidget(m_running, 1);
+    m_running->setMinimumWidth(1); // rather cut than a wider window; the tip has it all
+    row->addWidget(m_running, 2);
     m_stop->setText(tr("Stop"));
     named(m_stop, tr("Stop"), tr("Stop all that runs"));
     connect(m_stop, &QToolButton::clicked, this, &TuningStrip::stopAll);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 
 class FailureNote;
 class QLabel;
@@ -26,7 +27,7 @@ public:
 
 private:
     QStatusBar& m_bar;
-    QLabel* m_last;
+    QString m_last; ///< what was told last
     FailureNote* m_failure;
     QLabel* m_tuned;
     QToolButton* m_problems;

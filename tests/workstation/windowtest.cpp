@@ -313,11 +313,12 @@ TEST_F(Windows, APdfDocumentHasEveryRowThatIsShown) {
     station->GetSearch().Simulate(600'000'000, 1'700'000'000'000'000);
     SortListView* list = show("Detections");
     ASSERT_TRUE(QTest::qWaitFor([&] { return list->RowCount() > 200; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Pdf)->isEnabled(); }));
     AnswerDialog(Path("list.pdf"));
     action(A::Pdf)->trigger();
     const QByteArray bytes = Read(Path("list.pdf"));
     EXPECT_TRUE(bytes.startsWith("%PDF"));
-    const int pages = bytes.count("/Type /Page\n");
+    const auto pages = bytes.count("/Type /Page\n");
     EXPECT_GT(pages, list->RowCount() / 120) << list->RowCount();
     EXPECT_LT(pages, list->RowCount() / 30) << list->RowCount();
     auto* view = FreqStore::Instance().GetListIds().empty()
