@@ -41,7 +41,7 @@ FrequencyBar::FrequencyBar(QWidget* parent) : QWidget(parent), m_labelWidth(Leas
     m_selections.setInterval(RefreshMilliseconds);
     connect(&m_selections, &QTimer::timeout, this, &FrequencyBar::takeSelections);
     m_click.setSingleShot(true);
-    connect(&m_click, &QTimer::timeout, this, [this] { takeClick(m_pressed); });
+    connect(&m_click, &QTimer::timeout, this, &FrequencyBar::takeClick);
 }
 
 FrequencyBar::~FrequencyBar() = default;
@@ -269,6 +269,7 @@ void FrequencyBar::mapBands() {
 }
 
 void FrequencyBar::SetRange(double fromHertz, double toHertz) {
+    takeWaitingClick();
     const double from = From();
     const double to = To();
     if (!m_axis.SetRange(fromHertz, toHertz) || (from == From() && to == To()))
@@ -278,6 +279,7 @@ void FrequencyBar::SetRange(double fromHertz, double toHertz) {
 }
 
 void FrequencyBar::FitAll() {
+    takeWaitingClick();
     const FrequencyAxis before = m_axis;
     m_axis.SetRange(FrequencyAxis::Lowest, FrequencyAxis::Highest);
     mapLines();

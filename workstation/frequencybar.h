@@ -124,7 +124,8 @@ private:
     void keepLines() const;
     void mapBands();
     void takeSelections();
-    void takeClick(const QPoint& position);
+    void takeClick();
+    void takeWaitingClick();
     Hit hitTest(const QPoint& position);
     QString textOf(const Hit& hit) const;
     QString tipAt(const QPoint& position);

@@ -95,10 +95,18 @@ void FrequencyBar::mouseDoubleClickEvent(QMouseEvent* event) {
     FitAll();
 }
 
-void FrequencyBar::takeClick(const QPoint& position) {
-    const Hit hit = hitTest(position);
+/// What was clicked is what lay there then, not what comes to lie there.
+void FrequencyBar::takeWaitingClick() {
+    if (!m_click.isActive())
+        return;
+    m_click.stop();
+    takeClick();
+}
+
+void FrequencyBar::takeClick() {
+    const Hit hit = hitTest(m_pressed);
     if (!hit.line) {
-        const double hertz = MapToFrequency(position.x() - m_labelWidth);
+        const double hertz = MapToFrequency(m_pressed.x() - m_labelWidth);
         emit Clicked(m_step > 0 ? std::round(hertz / m_step) * m_step : hertz, 0);
         return;
     }

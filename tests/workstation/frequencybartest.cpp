@@ -217,6 +217,11 @@ TEST_F(FrequencyBars, AClickBesideMarksTunesToTheStepAndADoubleClickNotAtAll) {
     QTest::mouseClick(&bar(), Qt::LeftButton, {}, place);
     ASSERT_TRUE(clicked.wait());
     EXPECT_EQ(tuned(), 20.5e6);
+    QTest::mouseClick(&bar(), Qt::LeftButton, {}, place);
+    bar().SetRange(10e6, 11e6);
+    EXPECT_EQ(clicked.size(), 3) << "taken before something else lies there";
+    EXPECT_EQ(tuned(), 20.5e6);
+    bar().SetRange(20.0e6, 20.9e6);
     clicked.clear();
     station->GetReceiver().Tune(6e6);
     QTest::mouseDClick(&bar(), Qt::LeftButton, {}, place);
