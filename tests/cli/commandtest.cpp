@@ -85,7 +85,7 @@ TEST_F(CommandTest, WhatIsNoFileIsNeitherReadNorWritten) {
         EXPECT_TRUE(Cli("show", {Path(name)}).Is(ExitFile, name)) << name;
     }
     for (const QString& target :
-         {Path("folder.ltl"), Path("no/folder/x.xml"), "/proc/x.csv", "/dev/full.ltl/x.ltl"}) {
+         {Path("folder.ltl"), Path("no/folder/x.xml"), Q("/proc/x.csv"), Q("/dev/full.ltl/x.ltl")}) {
         EXPECT_TRUE(Cli("convert", {good, target}).Is(ExitFile, target)) << target.toStdString();
     }
     EXPECT_TRUE(QFileInfo(Path("folder.ltl")).isDir());

@@ -116,7 +116,7 @@ TEST_F(DetectTest, TheOldFileStandsWhenThereIsNoNewOne) {
         EXPECT_TRUE(Detect({}, in, out).Is(ExitFile, message)) << message;
         EXPECT_EQ(Read(out), "old") << message;
     }
-    for (const QString& target : {m_folder.path() + Q("/no/folder.xml"), "/proc/x.csv"}) {
+    for (const QString& target : {m_folder.path() + Q("/no/folder.xml"), Q("/proc/x.csv")}) {
         const CliResult result = Detect({}, Sweep, target);
         EXPECT_TRUE(result.Is(ExitFile, target));
     }

@@ -48,9 +48,9 @@ inline CliResult Cli(const char* words, const QStringList& further = {}) {
     return Cli(Q(words).split(QLatin1Char(' ')) + further);
 }
 
-/// The entries of a file, as `command` ("show --list noi") tells them in JSON.
-inline QJsonArray ShownBy(const char* command, const QStringList& files, int exitCode = ExitDone) {
-    const CliResult shown = Cli((QByteArray(command) + " --format json").constData(), files);
+/// The entries of a file, as a command ("show --list noi") tells them in JSON.
+inline QJsonArray ShownBy(const char* command, const QStringList& further, int exitCode = ExitDone) {
+    const CliResult shown = Cli(command, further + QStringList{"--format", "json"});
     EXPECT_TRUE(shown.Is(exitCode));
     return QJsonDocument::fromJson(QByteArray::fromStdString(shown.out)).array();
 }
