@@ -253,7 +253,7 @@ void JsonEntry::Take(const QString& key, std::vector<double>& content) const {
     if (!m_members.value(key).isArray() || !areNumbers)
         Fail(key, "is no array of numbers");
     content.clear();
-    for (const QJsonValue& number : array)
+    for (const auto& number : array)
         content.push_back(number.toDouble());
 }
 

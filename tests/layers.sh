@@ -30,20 +30,26 @@ done
 # One class makes the mediator for each kind of list.
 room $lists/common/halvonodemediatorctrl.cpp host $lists/common $lists/targets $lists/memory $lists/results
 
-room sweep host/base host/valuetree host/report host/freqstorexml
-room cli host controls sweep
-room workstation host controls sweep
+# Rooms of the programs that know neither a list nor a widget. Some are still to be built.
+for part in sweep interchange scan link; do
+    room $part host/base host/valuetree host/report host/freqstorexml
+done
+allowed[scan]+=" host/startup"
+allowed[link]+=" host/startup"
+parts="sweep interchange scan link"
+room cli host controls $parts
+room workstation host controls $parts
 
 room tests/support host/base
 for module in base valuetree startup report freqstorexml gui widgets freqlist; do
     tests_of tests/$module host/$module
 done
 room tests/frequencystore tests/support host $lists/{common,files,targets,memory,noi,results,detections}
-tests_of tests/sweep sweep
-tests_of tests/cli cli
-tests_of tests/workstation workstation
-room bench host controls sweep workstation
-room fuzz host controls sweep
+for program in $parts cli workstation; do
+    tests_of tests/$program $program
+done
+room bench host controls $parts workstation
+room fuzz host controls $parts
 # A plug-in has no more than the host's headers.
 room examples host
 
@@ -65,8 +71,17 @@ check_include() { # FILE INCLUDED
     fail "$1 must not include $2"
 }
 
-tops='host|controls|sweep|workstation|cli|tests|bench|fuzz|examples'
-folders=(host controls sweep workstation cli tests bench fuzz examples)
+folders=()
+for folder in host controls $parts workstation cli tests bench fuzz examples; do
+    [ ! -d "$folder" ] || folders+=("$folder")
+done
+tops=$(IFS='|'; echo "${folders[*]}")
+for folder in */; do
+    folder=${folder%/}
+    if [[ ! $folder =~ ^($tops|build|cmake)$ && -n $(find "$folder" \( -name '*.h' -o -name '*.cpp' \) -print -quit) ]]; then
+        fail "$folder is in no room"
+    fi
+done
 includes=$(grep -rE '^ *# *include +(["<]('"$tops"')/|")' "${folders[@]}" --include='*.h' --include='*.cpp' |
            sed -E 's/^([^:]+): *# *include +["<]([^">]+).*/\1 \2/')
 while read -r file included; do

@@ -8,7 +8,7 @@ static_assert(Shape::MaxPlace < 0xff);
 BoundValues::Pointers* BoundValues::pointers() const {
     Pointers* found = nullptr;
     if (m_bytes[0] == PointersMark)
-        std::memcpy(&found, &m_bytes[1], sizeof found);
+        std::memcpy(&found, &m_bytes[1], sizeof(void*));
     return found;
 }
 
@@ -44,5 +44,5 @@ void BoundValues::keepPointers(const Node* entry) {
     for (size_t i = 0; i < Count; ++i)
         (*all)[i] = Get(entry, i);
     m_bytes[0] = PointersMark;
-    std::memcpy(&m_bytes[1], &all, sizeof all);
+    std::memcpy(&m_bytes[1], &all, sizeof(void*));
 }

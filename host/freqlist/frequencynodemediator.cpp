@@ -299,7 +299,7 @@ void FrequencyNodeMediator::AddToXml(FreqStoreXml::FrequencyStoreList& list) {
     settings.GetIFBandwidth().SetValue(bandwidth);
     if (const QString demodulation = GetDemodulationString(0); !demodulation.isEmpty())
         settings.SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod(demodulation));
-    list.AppendFrequencyStoreEntry(std::move(entry));
+    list.AppendFrequencyStoreEntry(entry);
 }
 
 bool FrequencyNodeMediator::CellText(unsigned columnId, QString& text) {

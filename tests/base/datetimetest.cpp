@@ -1,5 +1,7 @@
 #include "host/base/datetime.h"
 
+#include "tests/support/clock.h"
+
 #include <gtest/gtest.h>
 #include <random>
 
@@ -7,23 +9,6 @@ namespace {
 
 /// 2024-02-29 23:59:58.123456 UTC
 constexpr quint64 LeapDay = 1709251198123456;
-
-/// Sets the zone of the process while it lives.
-class Zone {
-public:
-    explicit Zone(const char* name) : m_before(qgetenv("TZ")) { set(name); }
-    ~Zone() { set(m_before); }
-
-private:
-    static void set(const QByteArray& name) {
-        if (name.isEmpty())
-            qunsetenv("TZ");
-        else
-            qputenv("TZ", name);
-        tzset();
-    }
-    QByteArray m_before;
-};
 
 TEST(DateTime, ShowsTheTimeInAZoneByItsOffset) {
     const Quor::DateTime time(LeapDay);

@@ -1,6 +1,6 @@
 #include "host/base/fileproblems.h"
 #include "host/base/fixedplace.h"
-#include "host/base/quoros.h"
+#include "tests/support/clock.h"
 #include "tests/support/traces.h"
 
 #include <QDateTime>
@@ -8,11 +8,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-class FixedClock : public IQuorOS {
-public:
-    qint64 CurrentTime() const override { return 42; }
-};
 
 TEST(OperatingSystem, GivesTheTimeInMicroseconds) {
     const qint64 before = QDateTime::currentMSecsSinceEpoch();
@@ -23,10 +18,10 @@ TEST(OperatingSystem, GivesTheTimeInMicroseconds) {
 }
 
 TEST(OperatingSystem, CanBeReplacedAndBroughtBack) {
-    FixedClock clock;
-    QuorOS::Replace(&clock);
-    EXPECT_EQ(QuorOS::Create().CurrentTime(), 42);
-    QuorOS::Replace(nullptr);
+    {
+        const FixedClock clock(42);
+        EXPECT_EQ(QuorOS::Create().CurrentTime(), 42);
+    }
     EXPECT_GT(QuorOS::Create().CurrentTime(), 42);
 }
 

@@ -1,7 +1,5 @@
 #include "tests/cli/runcli.h"
-#include "tests/support/testfolder.h"
 
-#include <QDir>
 #include <QRegularExpression>
 
 #include <unistd.h>
@@ -12,34 +10,30 @@ class ConvertTest : public testing::Test, protected TestFolder {};
 
 TEST_F(ConvertTest, AFileThatWasNotReadWholeIsNotReplaced) {
     const QByteArray bytes = "7055000\tx3000\tgood\n8000000\t3000\tgood\n";
-    const QString path = Write(Q("bad.ltl"), bytes);
-    QFile::link(path, Path(Q("link.ltl")));
-    ASSERT_EQ(link(qPrintable(path), qPrintable(Path(Q("hard.ltl")))), 0);
+    const QString path = Write("bad.ltl", bytes);
+    QFile::link(path, Path("link.ltl"));
+    ASSERT_EQ(link(qPrintable(path), qPrintable(Path("hard.ltl"))), 0);
     QDir(m_folder.path()).mkdir(Q("folder"));
     for (const char* other : {"bad.ltl", "folder/../bad.ltl", "link.ltl", "hard.ltl"}) {
         const QString out = m_folder.path() + QLatin1Char('/') + Q(other);
-        const CliResult result = Cli({Q("convert"), path, out});
-        EXPECT_EQ(result.exitCode, ExitFile) << other;
-        EXPECT_NE(result.err.find((out + Q(": is kept: ")).toStdString()), std::string::npos) << result.err;
+        EXPECT_TRUE(Cli("convert", {path, out}).Is(ExitFile, out + Q(": is kept: "))) << other;
         EXPECT_EQ(Read(path), bytes) << other;
     }
-    EXPECT_EQ(Cli({Q("convert"), path, Path(Q("else.ltl"))}).exitCode, ExitFile);
-    EXPECT_TRUE(QFile::exists(Path(Q("else.ltl")))) << "another file may be written";
-    EXPECT_EQ(Cli({Q("convert"), Q("--force"), path, path}).exitCode, ExitFile);
+    EXPECT_TRUE(Cli("convert", {path, Path("else.ltl")}).Is(ExitFile));
+    EXPECT_TRUE(QFile::exists(Path("else.ltl"))) << "another file may be written";
+    EXPECT_TRUE(Cli("convert --force", {path, path}).Is(ExitFile));
     EXPECT_NE(Read(path), bytes);
-    EXPECT_EQ(Cli({Q("convert"), path, path}).exitCode, ExitDone) << "it is sound now";
+    EXPECT_TRUE(Cli("convert", {path, path}).Is(ExitDone)) << "it is sound now";
 }
 
 TEST_F(ConvertTest, AJobThatWasNotReadWholeIsNotReplaced) {
-    QByteArray bytes = Read(Sample(Q("job-hf.pij")));
+    QByteArray bytes = Read(Sample("job-hf.pij"));
     bytes.replace("MEMORYSCAN_SEQ_SHIFT Value=\"", "MEMORYSCAN_SEQ_SHIFT Value=\"x");
-    const QString job = Write(Q("job.pij"), bytes);
-    const QStringList merge = {Q("job"), Q("merge"), job, Sample(Q("memory-hf.sfl")), Q("--out"), job};
-    const CliResult result = Cli(merge);
-    EXPECT_EQ(result.exitCode, ExitFile);
-    EXPECT_NE(result.err.find((job + Q(": is kept: ")).toStdString()), std::string::npos) << result.err;
+    const QString job = Write("job.pij", bytes);
+    const QStringList merge = {"job", "merge", job, Sample("memory-hf.sfl"), "--out", job};
+    EXPECT_TRUE(Cli(merge).Is(ExitFile, job + Q(": is kept: ")));
     EXPECT_EQ(Read(job), bytes);
-    EXPECT_EQ(Cli(merge + QStringList{Q("--force")}).exitCode, ExitFile);
+    EXPECT_TRUE(Cli(merge + QStringList{"--force"}).Is(ExitFile));
     EXPECT_NE(Read(job), bytes);
 }
 
@@ -74,10 +68,9 @@ TEST_F(ConvertTest, NamesThatAListIsNotWrittenUnderAreRefused) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.out);
-        const QString out = Path(Q(row.out));
-        const CliResult result = Cli({Q("convert"), Q("--list"), Q(row.list), Sample(Q(row.in)), out});
-        EXPECT_EQ(result.exitCode, row.message ? ExitUsage : ExitDone) << result.err;
-        EXPECT_NE(result.err.find(row.message ? row.message : ""), std::string::npos) << result.err;
+        const QString out = Path(row.out);
+        const CliResult result = Cli("convert --list", {Q(row.list), Sample(row.in), out});
+        EXPECT_TRUE(result.Is(row.message ? ExitUsage : ExitDone, row.message));
         EXPECT_EQ(QFile::remove(out), !row.message);
     }
 }
@@ -87,8 +80,8 @@ TEST_F(ConvertTest, CheckNamesTheKindThatIsRead) {
     const QByteArray sfl = "7055000\ta\t3000\tUSB\n";
     const QByteArray noi = "7055000\ta\t3000\n";
     const QByteArray csv = "Frequency\n7055000\n";
-    const QByteArray xml = Read(Sample(Q("targets.xml")));
-    const QByteArray profiles = Read(Sample(Q("profiles.xml")));
+    const QByteArray xml = Read(Sample("targets.xml"));
+    const QByteArray profiles = Read(Sample("profiles.xml"));
     // Each content is sound in no format but its own.
     const struct {
         const char* list;
@@ -107,16 +100,14 @@ TEST_F(ConvertTest, CheckNamesTheKindThatIsRead) {
         {"noi", "a.ltl.noi", noi, "NOI lines"},
         {"memory-hf", "a.xml.sfl", sfl, "SFL lines"},
         {"memory-hf", "a.sfl.xml", xml, "frequency-store XML"},
-        {"memory-hf", "a.xml.pij", Read(Sample(Q("job-hf.pij"))), "job"},
-        {"results", "a.csv.xml", Read(Sample(Q("results.xml"))), "frequency-store XML"},
+        {"memory-hf", "a.xml.pij", Read(Sample("job-hf.pij")), "job"},
+        {"results", "a.csv.xml", Read(Sample("results.xml")), "frequency-store XML"},
         {"target", "a.xml.json", "[{\"frequency\":1}]", "JSON"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        const CliResult checked =
-            Cli({Q("check"), Q("--list"), Q(row.list), Write(Q(row.name), row.content)});
-        EXPECT_EQ(checked.exitCode, ExitDone) << checked.err;
-        EXPECT_NE(checked.out.find(std::string(": ") + row.kind + ", "), std::string::npos) << checked.out;
+        EXPECT_TRUE(Cli("check --list", {row.list, Write(row.name, row.content)})
+                        .Is(ExitDone, Q(": %1, ").arg(row.kind)));
     }
 }
 
@@ -124,7 +115,7 @@ TEST_F(ConvertTest, ProblemsOfOneKindAreToldOnceAndAllAreCounted) {
     QByteArray bytes;
     for (int line = 1; line <= 1000; ++line)
         bytes += "7055000\tx" + QByteArray::number(line) + "\ta\n";
-    const CliResult checked = Cli({Q("check"), Write(Q("many.ltl"), bytes)});
+    const CliResult checked = Cli("check", {Write("many.ltl", bytes)});
     EXPECT_NE(checked.out.find("1000 entries, 1000 problems"), std::string::npos) << checked.out;
     EXPECT_LT(std::count(checked.err.begin(), checked.err.end(), '\n'), 7) << checked.err;
     EXPECT_NE(checked.err.find("many.ltl:4: "), std::string::npos) << checked.err;
@@ -135,12 +126,12 @@ TEST(ManPage, HasEveryOptionOfEveryCommand) {
     QFile file(Q(MAN_PAGE));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray page = file.readAll();
-    std::vector<QStringList> names = {{Q("job"), Q("show")}, {Q("job"), Q("merge")}};
+    std::vector<QStringList> names = {{"job", "show"}, {"job", "merge"}};
     for (const Command& command : Commands())
         names.push_back({Q(command.name)});
     int options = 0;
     for (const QStringList& name : names) {
-        const QString help = QString::fromStdString(Cli(name + QStringList{Q("--help")}).out);
+        const QString help = QString::fromStdString(Cli(name + QStringList{"--help"}).out);
         static const QRegularExpression option(Q("--([a-z][a-z-]*)"));
         for (auto found = option.globalMatch(help); found.hasNext(); ++options) {
             QByteArray escaped = found.next().captured(1).toLatin1();

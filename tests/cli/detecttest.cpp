@@ -2,9 +2,6 @@
 #include "host/freqstorexml/filehandling.h"
 #include "tests/cli/runcli.h"
 #include "tests/support/fulldisk.h"
-#include "tests/support/testfolder.h"
-
-#include <QFile>
 
 #include <cstdlib>
 #include <fcntl.h>
@@ -19,7 +16,7 @@ const QString Sweep = Sample("sweep.csv");
 class DetectTest : public testing::Test, protected TestFolder {
 protected:
     static CliResult Detect(const QStringList& options, const QString& in, const QString& out) {
-        return Cli(QStringList{Q("detect"), Q("--time-zone"), Q("UTC")} + options + QStringList{in, out});
+        return Cli(QStringList{"detect", "--time-zone", "UTC"} + options + QStringList{in, out});
     }
     static QVector<DetectionResult> ResultsOf(const QString& path) {
         DetectionResultList list;
@@ -31,7 +28,7 @@ protected:
 TEST_F(DetectTest, SignalsOfTheSampleAreWritten) {
     const QString out = Path("out.xml");
     const CliResult result = Detect({}, Sweep, out);
-    EXPECT_EQ(result.exitCode, ExitDone) << result.err;
+    EXPECT_TRUE(result.Is(ExitDone));
     EXPECT_TRUE(result.err.empty()) << result.err;
     EXPECT_NE(result.out.find("40 sweeps, 160 rows, 10 detections"), std::string::npos) << result.out;
     const QVector<DetectionResult> results = ResultsOf(out);
@@ -46,7 +43,7 @@ TEST_F(DetectTest, SignalsOfTheSampleAreWritten) {
     EXPECT_EQ(second.GetStopTimeUsec(), 1711791010'625000);
 
     const QString table = Path("out.csv");
-    ASSERT_EQ(Detect({}, Sweep, table).exitCode, ExitDone);
+    ASSERT_TRUE(Detect({}, Sweep, table).Is(ExitDone));
     FrequencyStoreList list;
     FileHandling().ImportCSV(table, list, FrequencyStoreListHelper::Detections);
     ASSERT_EQ(list.GetFrequencyStoreEntry().size(), 10);
@@ -58,16 +55,14 @@ TEST_F(DetectTest, SignalsOfTheSampleAreWritten) {
 
 TEST_F(DetectTest, OptionsSayWhatASignalIs) {
     const std::pair<QStringList, qsizetype> rows[] = {
-        {{Q("--threshold"), Q("25")}, 5},   {{Q("--min-width"), Q("30000")}, 5},
-        {{Q("--min-width"), Q("60e3")}, 3}, {{Q("--hold"), Q("0")}, 12},
-        {{Q("--hold"), Q("40")}, 7},        {{Q("--threshold"), Q("60")}, 0},
+        {{"--threshold", "25"}, 5}, {{"--min-width", "30000"}, 5}, {{"--min-width", "60e3"}, 3},
+        {{"--hold", "0"}, 12},      {{"--hold", "40"}, 7},         {{"--threshold", "60"}, 0},
     };
     for (const auto& [options, count] : rows) {
-        ASSERT_EQ(Detect(options, Sweep, Path("out.xml")).exitCode, ExitDone);
+        ASSERT_TRUE(Detect(options, Sweep, Path("out.xml")).Is(ExitDone));
         EXPECT_EQ(ResultsOf(Path("out.xml")).size(), count) << options.join(u' ').toStdString();
     }
-    ASSERT_EQ(Cli({Q("detect"), Q("--time-zone"), Q("America/New_York"), Sweep, Path("out.xml")}).exitCode,
-              ExitDone);
+    ASSERT_TRUE(Cli("detect --time-zone America/New_York", {Sweep, Path("out.xml")}).Is(ExitDone));
     EXPECT_EQ(ResultsOf(Path("out.xml"))[1].GetStartTimeUsec(),
               (1711791004 + 4 * 3600) * 1'000'000LL + 625'000);
 }
@@ -77,20 +72,19 @@ TEST_F(DetectTest, WrongCommandLinesAreToldAndChangeNothing) {
     const QString out = Write("out.xml", "old");
     const std::pair<QStringList, const char*> rows[] = {
         {{in}, "wrong number of files"},
-        {{Q("--threshold"), Q("loud"), in, out}, "--threshold \"loud\" is no number of dB"},
-        {{Q("--threshold"), Q("nan"), in, out}, "--threshold \"nan\""},
-        {{Q("--min-width"), Q("-1"), in, out}, "--min-width \"-1\" is no number of Hz"},
-        {{Q("--hold"), Q("1e300"), in, out}, "--hold \"1e300\" is no number of s"},
-        {{Q("--time-zone"), Q("Mars/Olympus"), in, out}, "no time zone is called \"Mars/Olympus\""},
-        {{Q("--list"), Q("target"), in, out}, "list"},
+        {{"--threshold", "loud", in, out}, "--threshold \"loud\" is no number of dB"},
+        {{"--threshold", "nan", in, out}, "--threshold \"nan\""},
+        {{"--min-width", "-1", in, out}, "--min-width \"-1\" is no number of Hz"},
+        {{"--hold", "1e300", in, out}, "--hold \"1e300\" is no number of s"},
+        {{"--time-zone", "Mars/Olympus", in, out}, "no time zone is called \"Mars/Olympus\""},
+        {{"--list", "target", in, out}, "list"},
         {{in, Path("out.txt")}, "out.txt\" is named neither .xml nor .csv"},
         {{in, m_folder.path() + Q("/./in.csv")}, "would replace the sweeps"},
     };
     for (const auto& [arguments, message] : rows) {
-        const CliResult result = Cli(QStringList{Q("detect")} + arguments);
-        EXPECT_EQ(result.exitCode, ExitUsage) << message;
+        const CliResult result = Cli(QStringList{"detect"} + arguments);
         EXPECT_TRUE(result.out.empty()) << result.out;
-        EXPECT_NE(result.err.find(message), std::string::npos) << result.err;
+        EXPECT_TRUE(result.Is(ExitUsage, message));
     }
     EXPECT_EQ(Read(out), "old");
     EXPECT_EQ(Read(in), Read(Sweep));
@@ -102,7 +96,7 @@ TEST_F(DetectTest, BadRowsAreToldAndTheOthersUsed) {
     bytes.insert(bytes.indexOf('\n') + 1, "2024-03-30, 09:30\n");
     const QString in = Write("in.csv", bytes);
     const CliResult result = Detect({}, in, Path("out.xml"));
-    EXPECT_EQ(result.exitCode, ExitFile);
+    EXPECT_TRUE(result.Is(ExitFile));
     const std::string name = in.toStdString();
     EXPECT_EQ(result.err, name + ":1: level \"nan\" is not a number\n" + name +
                               ":2: the row has too few columns\n" + name +
@@ -119,37 +113,29 @@ TEST_F(DetectTest, TheOldFileStandsWhenThereIsNoNewOne) {
         {Write("other.csv", "Frequency\n7055000\n"), "other.csv:1: the row has too few columns"},
     };
     for (const auto& [in, message] : rows) {
-        const CliResult result = Detect({}, in, out);
-        EXPECT_EQ(result.exitCode, ExitFile) << message;
-        EXPECT_NE(result.err.find(message), std::string::npos) << result.err;
+        EXPECT_TRUE(Detect({}, in, out).Is(ExitFile, message)) << message;
         EXPECT_EQ(Read(out), "old") << message;
     }
     for (const QString& target : {m_folder.path() + Q("/no/folder.xml"), Q("/proc/x.csv")}) {
         const CliResult result = Detect({}, Sweep, target);
-        EXPECT_EQ(result.exitCode, ExitFile);
-        EXPECT_NE(result.err.find(target.toStdString()), std::string::npos) << result.err;
+        EXPECT_TRUE(result.Is(ExitFile, target));
     }
     for (const char* name : {"out.xml", "out.csv"}) {
         const QString full = Write(name, "old");
         CliResult result;
         {
             const FullDisk disk(800);
-            result = Detect({Q("--threshold"), Q("4")}, Sweep, full);
+            result = Detect({"--threshold", "4"}, Sweep, full);
         }
-        EXPECT_EQ(result.exitCode, ExitFile);
-        EXPECT_NE(result.err.find(full.toStdString() + ": cannot be written"), std::string::npos)
-            << result.err;
+        EXPECT_TRUE(result.Is(ExitFile, full + ": cannot be written"));
         EXPECT_EQ(Read(full), "old") << name;
     }
 }
 
 TEST_F(DetectTest, CheckCountsSweepsAndRows) {
-    const CliResult good = Cli({Q("check"), Sweep});
-    EXPECT_EQ(good.exitCode, ExitDone) << good.err;
-    EXPECT_NE(good.out.find("power sweeps, 40 sweeps, 160 rows, no problems"), std::string::npos) << good.out;
-    const CliResult bad = Cli({Q("check"), Write("bad.csv", Read(Sweep) + "x\n"), Sweep});
-    EXPECT_EQ(bad.exitCode, ExitFile);
-    EXPECT_NE(bad.err.find("bad.csv:161: the row has too few columns"), std::string::npos) << bad.err;
+    EXPECT_TRUE(Cli("check", {Sweep}).Is(ExitDone, "power sweeps, 40 sweeps, 160 rows, no problems"));
+    const CliResult bad = Cli("check", {Write("bad.csv", Read(Sweep) + "x\n"), Sweep});
+    EXPECT_TRUE(bad.Is(ExitFile, "bad.csv:161: the row has too few columns"));
     EXPECT_NE(bad.out.find("40 sweeps, 160 rows, 1 problem\n"), std::string::npos) << bad.out;
 }
 

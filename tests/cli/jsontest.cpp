@@ -1,17 +1,12 @@
 #include "tests/cli/runcli.h"
-#include "tests/support/testfolder.h"
-
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 namespace {
 
 class JsonTest : public testing::Test, protected TestFolder {
 protected:
     static QByteArray Shown(const QStringList& arguments) {
-        const CliResult shown = Cli(QStringList{Q("show"), Q("--format"), Q("json")} + arguments);
-        EXPECT_EQ(shown.exitCode, ExitDone) << shown.err;
+        const CliResult shown = Cli(QStringList{"show", "--format", "json"} + arguments);
+        EXPECT_TRUE(shown.Is(ExitDone));
         return QByteArray::fromStdString(shown.out);
     }
 };
@@ -29,22 +24,21 @@ TEST_F(JsonTest, IsWrittenAsShownAndReadBackByItsMembers) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.sample);
-        const QString sample = Sample(Q(row.sample));
-        const QString json = Path(Q("out.json"));
-        const CliResult converted = Cli({Q("convert"), Q("--list"), Q(row.kind), sample, json});
-        EXPECT_EQ(converted.exitCode, ExitDone) << converted.err;
-        const QByteArray expected = Shown({Q("--list"), Q(row.kind), sample});
+        const QString sample = Sample(row.sample);
+        const QString json = Path("out.json");
+        EXPECT_TRUE(Cli("convert --list", {Q(row.kind), sample, json}).Is(ExitDone));
+        const QByteArray expected = Shown({"--list", Q(row.kind), sample});
         EXPECT_EQ(Read(json), expected);
         EXPECT_EQ(Shown({json}), expected);
         const auto count = QJsonDocument::fromJson(expected).array().size();
         EXPECT_GT(count, 20);
-        EXPECT_EQ(Cli({Q("check"), json}).out,
+        EXPECT_EQ(Cli("check", {json}).out,
                   (json + Q(": JSON, %1 entries, no problems\n").arg(count)).toStdString());
         if (!row.back)
             continue;
-        const QString own = Path(Q("own") + Q(row.back));
-        EXPECT_EQ(Cli({Q("convert"), json, own}).exitCode, ExitDone);
-        EXPECT_EQ(Shown({Q("--list"), Q(row.kind), own}), expected);
+        const QString own = Path("own" + Q(row.back));
+        EXPECT_TRUE(Cli("convert", {json, own}).Is(ExitDone));
+        EXPECT_EQ(Shown({"--list", Q(row.kind), own}), expected);
     }
 }
 
@@ -57,7 +51,7 @@ TEST_F(JsonTest, MembersHaveTypesAndAllOfThemComeBack) {
         "</MEMORYSCAN_CHANNEL>"
         "<MEMORYSCAN_CHANNEL Range=\"4\"><MEMORYSCAN_SEQ_FREQUENCY Value=\"4e6\"/>"
         "</MEMORYSCAN_CHANNEL></MEMORYSCAN></TDS></SUBJOB></JOB>";
-    const CliResult shown = Cli({Q("show"), Q("--format"), Q("json"), Write(Q("range.pij"), job)});
+    const CliResult shown = Cli("show --format json", {Write("range.pij", job)});
     const QJsonObject channel = QJsonDocument::fromJson(QByteArray::fromStdString(shown.out))[0].toObject();
     EXPECT_EQ(channel[Q("rangefrequencies")], (QJsonArray{2e6, 4e6}));
     EXPECT_EQ(channel[Q("range")], true);
@@ -69,11 +63,11 @@ TEST_F(JsonTest, MembersHaveTypesAndAllOfThemComeBack) {
         "\"demodulation\":\"ODD\",\"threshold\":-7,\"afc\":true,\"usesquelch\":true,\"useattenuation\":true,"
         "\"attenuation\":9,\"antennaid\":3,\"type\":\"m\",\"range\":true,\"rangecounter\":4,"
         "\"rangefrequencies\":[2000000,4000000.25]}\n]\n";
-    QByteArray read = Shown({Write(Q("all.json"), all)});
+    QByteArray read = Shown({Write("all.json", all)});
     EXPECT_EQ(read.replace("\\u000a", "\\n"), all);
     const QByteArray other = "\xef\xbb\xbf [ { \"unknown\" : [{}], \"antennaid\": null,\n\"bfofrequency\":7,"
                              "\"frequency\":1e6 } , {\"frequency\":2}]";
-    const QJsonArray entries = QJsonDocument::fromJson(Shown({Write(Q("other.json"), other)})).array();
+    const QJsonArray entries = QJsonDocument::fromJson(Shown({Write("other.json", other)})).array();
     ASSERT_EQ(entries.size(), 2);
     EXPECT_EQ(entries[0][Q("bfofrequency")], 7);
     EXPECT_EQ(entries[0][Q("comment")], Q(""));
@@ -81,12 +75,10 @@ TEST_F(JsonTest, MembersHaveTypesAndAllOfThemComeBack) {
 }
 
 TEST_F(JsonTest, ChannelsAreMergedIntoAJob) {
-    const QString channels = Path(Q("channels.json"));
-    ASSERT_EQ(Cli({Q("convert"), Sample(Q("job-vuhf.pij")), channels}).exitCode, ExitDone);
-    const QString job = Path(Q("job.pij"));
-    const CliResult merged =
-        Cli({Q("job"), Q("merge"), Q("--replace"), Sample(Q("job-vuhf.pij")), channels, Q("--out"), job});
-    EXPECT_EQ(merged.exitCode, ExitDone) << merged.err;
+    const QString channels = Path("channels.json");
+    ASSERT_TRUE(Cli("convert", {Sample("job-vuhf.pij"), channels}).Is(ExitDone));
+    const QString job = Path("job.pij");
+    EXPECT_TRUE(Cli("job merge --replace", {Sample("job-vuhf.pij"), channels, "--out", job}).Is(ExitDone));
     EXPECT_EQ(Shown({job}), Read(channels));
 }
 
@@ -124,17 +116,17 @@ TEST_F(JsonTest, WhatIsWrongIsToldWithItsLineAndNothingIsWritten) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.bytes.constData());
-        const QString path = Write(Q("bad.json"), row.bytes);
-        const QString out = Write(Q("out.xml"), "old");
-        const CliResult converted = Cli({Q("convert"), Q("--list"), Q(row.list), path, out});
-        EXPECT_EQ(converted.exitCode, ExitFile);
+        const QString path = Write("bad.json", row.bytes);
+        const QString out = Write("out.xml", "old");
+        const CliResult converted = Cli("convert --list", {Q(row.list), path, out});
+        EXPECT_TRUE(converted.Is(ExitFile));
         EXPECT_EQ(converted.err.find((path + Q(row.problem)).toStdString()), 0u) << converted.err;
         EXPECT_EQ(Read(out), "old");
-        const CliResult checked = Cli({Q("check"), Q("--list"), Q(row.list), path});
+        const CliResult checked = Cli("check --list", {Q(row.list), path});
         EXPECT_NE(checked.out.find("JSON, no entries, 1 problem\n"), std::string::npos) << checked.out;
     }
-    EXPECT_EQ(Cli({Q("show"), Path(Q("missing.json"))}).exitCode, ExitFile);
-    EXPECT_EQ(Shown({Write(Q("empty.json"), "[ ]")}), "[\n]\n");
+    EXPECT_TRUE(Cli("show", {Path("missing.json")}).Is(ExitFile));
+    EXPECT_EQ(Shown({Write("empty.json", "[ ]")}), "[\n]\n");
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "controls/frequencystore/memory/memoryscansection.h"
 #include "host/base/fileproblems.h"
 #include "tests/cli/runcli.h"
-#include "tests/support/testfolder.h"
 
 #include <QFileInfo>
 
@@ -162,8 +161,8 @@ protected:
 
 TEST_F(MemoryTest, AFileThatDoesNotFitIsToldAndTheListIsConsistent) {
     for (const Row& row : Rows) {
-        const QString small = Write(Q("small-") + Q(row.file), row.content(3));
-        const QString big = Write(Q("big-") + Q(row.file), row.content(150000));
+        const QString small = Write("small-" + Q(row.file), row.content(3));
+        const QString big = Write("big-" + Q(row.file), row.content(150000));
         for (const int megaBytes : row.megaBytes) {
             SCOPED_TRACE(testing::Message() << row.kind << ' ' << row.file << ' ' << megaBytes);
             EXPECT_EXIT(readBeyondMemory(row, small, big, megaBytes), testing::ExitedWithCode(0),
@@ -196,8 +195,8 @@ double peakOf(const QString& path, Read read) {
 
 TEST_F(MemoryTest, JobsAndProfileTablesTakeAFewTimesTheirSize) {
     const QByteArray filler = "<!--" + QByteArray(20 * MegaByte, 'x') + "-->";
-    const QString jobFile = Write(Q("a.pij"), job(1000).replace("<SUBJOB>", filler + "<SUBJOB>"));
-    const QString tableFile = Write(Q("profiles.xml"), profiles(150000));
+    const QString jobFile = Write("a.pij", job(1000).replace("<SUBJOB>", filler + "<SUBJOB>"));
+    const QString tableFile = Write("profiles.xml", profiles(150000));
     const auto end = [](double times) {
         std::fprintf(stderr, "%.1f times its size\n", times);
         _exit(times < 6 ? 0 : 1);

@@ -1,5 +1,4 @@
 #include "tests/cli/runcli.h"
-#include "tests/support/testfolder.h"
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -26,7 +25,7 @@ protected:
             posix_spawn_file_actions_addclose(&files, STDOUT_FILENO);
         else
             posix_spawn_file_actions_adddup2(&files, out, STDOUT_FILENO);
-        posix_spawn_file_actions_addopen(&files, STDERR_FILENO, qPrintable(Path(Q("err"))),
+        posix_spawn_file_actions_addopen(&files, STDERR_FILENO, qPrintable(Path("err")),
                                          O_WRONLY | O_CREAT | O_TRUNC, 0600);
         pid_t process = 0;
         EXPECT_EQ(posix_spawn(&process, CLI_PROGRAM, &files, nullptr, argv.data(), environment), 0);
@@ -44,7 +43,7 @@ protected:
     }
     /// Small and large outputs: some are written at the end only.
     static std::vector<std::vector<std::string>> PrintingCommands() {
-        const std::string targets = Sample(Q("targets.xml")).toStdString();
+        const std::string targets = Sample("targets.xml").toStdString();
         return {{"--help"},
                 {"--version"},
                 {"show", "--help"},
@@ -53,9 +52,9 @@ protected:
                 {"show", "--format", "tsv", targets},
                 {"show", "--format", "json", targets},
                 {"check", targets, targets},
-                {"bands", Sample(Q("interest.noi")).toStdString()},
-                {"job", "show", Sample(Q("job-hf.pij")).toStdString()},
-                {"detect", Sample(Q("sweep.csv")).toStdString(), "signals.xml"}};
+                {"bands", Sample("interest.noi").toStdString()},
+                {"job", "show", Sample("job-hf.pij").toStdString()},
+                {"detect", Sample("sweep.csv").toStdString(), "signals.xml"}};
     }
     void SetUp() override { QDir::setCurrent(m_folder.path()); }
     void TearDown() override { QDir::setCurrent(m_before); }
@@ -67,15 +66,15 @@ TEST_F(ProgramTest, AFullDiskAndAClosedOutputAreToldAndAPipeWithoutReaderIsNot) 
     for (const std::vector<std::string>& arguments : PrintingCommands()) {
         SCOPED_TRACE(arguments.back());
         EXPECT_EQ(RunTo(Q("/dev/full"), arguments), ExitFile);
-        EXPECT_EQ(Read(Q("err")), "standard output: cannot be written: No space left on device\n");
+        EXPECT_EQ(Read("err"), "standard output: cannot be written: No space left on device\n");
         int ends[2];
         ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
         close(ends[0]);
         EXPECT_EQ(Run(arguments, ends[1]), ExitFile);
-        EXPECT_EQ(Read(Q("err")), "");
+        EXPECT_EQ(Read("err"), "");
         close(ends[1]);
         EXPECT_EQ(Run(arguments, -1), ExitFile);
-        EXPECT_EQ(Read(Q("err")), "standard output: cannot be written: Bad file descriptor\n");
+        EXPECT_EQ(Read("err"), "standard output: cannot be written: Bad file descriptor\n");
     }
 }
 
@@ -84,10 +83,10 @@ TEST_F(ProgramTest, ATerminalGetsVisibleTextAndAFileTheBytes) {
     Write(QString::fromStdString(name), "7055000\t3000\tx\u202ey\u0085z\tUSB\n");
     const std::vector<std::string> show = {"show", "--format", "tsv", name};
     const std::vector<std::string> check = {"check", name};
-    EXPECT_EQ(RunTo(Path(Q("out")), show), ExitDone) << Read(Q("err")).constData();
-    EXPECT_TRUE(Read(Q("out")).contains("\tx\u202ey\u0085z\t")) << Read(Q("out")).constData();
-    EXPECT_EQ(RunTo(Path(Q("out")), check), ExitDone);
-    EXPECT_TRUE(Read(Q("out")).startsWith(name.c_str())) << "the locale does not matter";
+    EXPECT_EQ(RunTo(Path("out"), show), ExitDone) << Read("err").constData();
+    EXPECT_TRUE(Read("out").contains("\tx\u202ey\u0085z\t")) << Read("out").constData();
+    EXPECT_EQ(RunTo(Path("out"), check), ExitDone);
+    EXPECT_TRUE(Read("out").startsWith(name.c_str())) << "the locale does not matter";
 
     const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
     ASSERT_GE(terminal, 0);
@@ -110,8 +109,8 @@ TEST_F(ProgramTest, ATerminalGetsVisibleTextAndAFileTheBytes) {
 
 TEST_F(ProgramTest, NamesThatAreNotUtf8AreRefused) {
     const std::string out = "caf\xe9.csv";
-    EXPECT_EQ(RunTo(Path(Q("out")), {"convert", Sample(Q("targets.ltl")).toStdString(), out}), ExitUsage);
-    EXPECT_EQ(Read(Q("err")), "freqstore-cli: \"caf\\xe9.csv\" is not UTF-8\n");
+    EXPECT_EQ(RunTo(Path("out"), {"convert", Sample("targets.ltl").toStdString(), out}), ExitUsage);
+    EXPECT_EQ(Read("err"), "freqstore-cli: \"caf\\xe9.csv\" is not UTF-8\n");
     EXPECT_EQ(FileNames().size(), 2);
 }
 

@@ -4,14 +4,11 @@
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/valuetree/tree.h"
 #include "tests/support/recorder.h"
+#include "tests/support/text.h"
 
 #include <gtest/gtest.h>
 
 namespace {
-
-QString Q(const char* text) {
-    return QString::fromLatin1(text);
-}
 
 /// A plug-in's own mediator, which binds a value of its own, and outlives code 18 on request.
 class OwnMediator : public FrequencyNodeMediator {

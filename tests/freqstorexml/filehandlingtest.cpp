@@ -2,13 +2,12 @@
 
 #include "host/freqstorexml/liststreams.h"
 #include "tests/freqstorexml/sampledata.h"
+#include "tests/support/fulldisk.h"
 #include "tests/support/traces.h"
 
 #include <QBuffer>
 #include <QProcess>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace FreqStoreXml;
@@ -34,25 +33,6 @@ protected:
 
 private:
     qint64 m_room;
-};
-
-/// Files cannot grow beyond the limit, as on a full disk; holds for root too.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    Q_DISABLE_COPY(FileSizeLimit)
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int);
 };
 
 FrequencyStoreList ListOfLength(int count) {
@@ -187,12 +167,12 @@ TEST_F(Files, ThatCannotBeWrittenLeaveTheOldOne) {
     const QString path = Write("old.xml", "old");
     const FrequencyStoreList list = ListOfLength(3000);
     for (const bool csv : {false, true}) {
-        const FileSizeLimit limit(300 * 1024);
+        const FullDisk limit(300 * 1024);
         EXPECT_EQ(ErrorOf([&] { FileHandling().ExportFrequencyStoreList(csv, path, list); }),
                   path.toStdString() + ": cannot be written: File too large");
     }
     {
-        const FileSizeLimit limit(1024);
+        const FullDisk limit(1024);
         EXPECT_NE(ErrorOf([&] { list.SaveXml(path); }), "");
     }
     EXPECT_EQ(Read(path), "old");

@@ -4,11 +4,6 @@
 #include "host/freqstorexml/frequencystorelist.h"
 #include "tests/support/testfolder.h"
 
-#include <QDir>
-#include <QFile>
-
-#include <gtest/gtest.h>
-
 /// Texts that are hard to carry through a file.
 inline const QString AwkwardText =
     QString::fromUtf8(" <a & \"b\", 'c'; ]]> \t\r\n=\u00e4\u20ac\U0001F600\u2028 ");
@@ -92,10 +87,7 @@ inline FreqStoreXml::DetectionResultList FullResultList() {
 }
 
 /// A folder of files for one test.
-class FileTest : public testing::Test, protected TestFolder {
-protected:
-private:
-};
+class FileTest : public testing::Test, protected TestFolder {};
 
 /// The error text that `action` throws, or an empty one.
 template <class Action>

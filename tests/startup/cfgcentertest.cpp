@@ -1,39 +1,25 @@
 #include "host/startup/cfgcenter.h"
 
 #include "tests/support/fulldisk.h"
+#include "tests/support/testfolder.h"
 #include "tests/support/traces.h"
 
-#include <QDir>
-#include <QFile>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
 #include <random>
 #include <sys/stat.h>
 
 namespace {
 
-class Configuration : public testing::Test {
+class Configuration : public testing::Test, protected TestFolder {
 protected:
-    Configuration() { CfgCenter::SetDirectory(m_directory.path()); }
+    Configuration() { CfgCenter::SetDirectory(m_folder.path()); }
     ~Configuration() override { CfgCenter::SetDirectory(QString()); }
 
-    QString path(const char* name) const { return m_directory.filePath(QString::fromLatin1(name)); }
-    void write(const char* name, const QByteArray& content) const {
-        QFile file(path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
-    QByteArray read(const char* name) const {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
     static std::unique_ptr<ICfg> frequencyStore(const QString& part = QString()) {
         return std::unique_ptr<ICfg>(CfgCenter::CreateCfg("FrequencyStore", ICfg::PlugIn, part));
     }
-
-    QTemporaryDir m_directory;
 };
 
 TEST_F(Configuration, GivesDefaultsWhereNothingIsSet) {
@@ -56,7 +42,7 @@ TEST_F(Configuration, WhatTheEndWritesTheNextStartReads) {
     }
     frequencyStore()->SetBool("AllowExportToCsv", true);
     EXPECT_TRUE(frequencyStore()->GetBool("AllowExportToCsv", false));
-    EXPECT_TRUE(read("FrequencyStore.ini").contains("AllowExportToCsv=true"));
+    EXPECT_TRUE(Read("FrequencyStore.ini").contains("AllowExportToCsv=true"));
 }
 
 TEST_F(Configuration, SectionsAreApart) {
@@ -74,7 +60,7 @@ TEST_F(Configuration, AGroupFallsBackOnTheGeneralSettings) {
 }
 
 TEST_F(Configuration, ReadsWhatAPersonWrote) {
-    write("Application.ini", "NOIFrequencies=/lists/a, b.xml\n"
+    Write("Application.ini", "NOIFrequencies=/lists/a, b.xml\n"
                              "Rows = 12\n"
                              "[LocalTargetList]\n"
                              "Targets.xml=/srv/lists/targets.xml\n");
@@ -86,14 +72,14 @@ TEST_F(Configuration, ReadsWhatAPersonWrote) {
 
 TEST_F(Configuration, SwitchesAreReadInTheirUsualSpellings) {
     for (const char* on : {"true", "1", "Yes", "ON"}) {
-        write("FrequencyStore.ini", QByteArray("AllowExportToCsv=") + on + '\n');
+        Write("FrequencyStore.ini", QByteArray("AllowExportToCsv=") + on + '\n');
         EXPECT_TRUE(frequencyStore()->GetBool("AllowExportToCsv", false)) << on;
     }
     for (const char* off : {"false", "0", "no", "Off"}) {
-        write("FrequencyStore.ini", QByteArray("AllowExportToCsv=") + off + '\n');
+        Write("FrequencyStore.ini", QByteArray("AllowExportToCsv=") + off + '\n');
         EXPECT_FALSE(frequencyStore()->GetBool("AllowExportToCsv", true)) << off;
     }
-    write("FrequencyStore.ini", "AllowExportToCsv=perhaps\nRows=many\n");
+    Write("FrequencyStore.ini", "AllowExportToCsv=perhaps\nRows=many\n");
     EXPECT_TRUE(frequencyStore()->GetBool("AllowExportToCsv", true));
     EXPECT_FALSE(frequencyStore()->GetBool("AllowExportToCsv", false));
     EXPECT_EQ(frequencyStore()->GetInt("Rows", 7), 7);
@@ -101,47 +87,47 @@ TEST_F(Configuration, SwitchesAreReadInTheirUsualSpellings) {
 
 TEST_F(Configuration, ABrokenFileGivesDefaultsAndATrace) {
     Traces traces;
-    write("FrequencyStore.ini", "AllowExportToCsv=true\n\x01\xff nothing that is a setting\n]][[\n");
+    Write("FrequencyStore.ini", "AllowExportToCsv=true\n\x01\xff nothing that is a setting\n]][[\n");
     EXPECT_FALSE(frequencyStore()->GetBool("AllowExportToCsv", false));
     ASSERT_EQ(traces.texts.size(), 1);
-    EXPECT_TRUE(traces.texts[0].startsWith(path("FrequencyStore.ini"))) << qPrintable(traces.texts[0]);
+    EXPECT_TRUE(traces.texts[0].startsWith(Path("FrequencyStore.ini"))) << qPrintable(traces.texts[0]);
 }
 
 TEST_F(Configuration, ADamagedFileIsKeptAsideAndToldOnce) {
     const QByteArray damaged[] = {"Rows=7\n]][[ no setting\n",
                                   QByteArray("Rows=7\n") + QByteArray(2 << 20, 'x'),
                                   "Rows=@Variant(\\0\\0\\0\\x9\\xff\\xff\\xff\\xff)\n"};
-    write("FrequencyStore.ini.bad", "one that was kept before");
+    Write("FrequencyStore.ini.bad", "one that was kept before");
     for (const QByteArray& bytes : damaged) {
         Traces traces;
-        write("FrequencyStore.ini", bytes);
+        Write("FrequencyStore.ini", bytes);
         EXPECT_EQ(frequencyStore()->GetInt("Rows", 3), 3);
         EXPECT_EQ(frequencyStore()->GetInt("Rows", 3), 3);
         EXPECT_EQ(traces.problems.size(), 1);
-        EXPECT_TRUE(traces.problems.value(0).startsWith(path("FrequencyStore.ini")));
-        EXPECT_EQ(read("FrequencyStore.ini.bad"), bytes);
-        EXPECT_FALSE(QFile::exists(path("FrequencyStore.ini")));
+        EXPECT_TRUE(traces.problems.value(0).startsWith(Path("FrequencyStore.ini")));
+        EXPECT_EQ(Read("FrequencyStore.ini.bad"), bytes);
+        EXPECT_FALSE(QFile::exists(Path("FrequencyStore.ini")));
     }
-    write("FrequencyStore.ini", damaged[0]);
+    Write("FrequencyStore.ini", damaged[0]);
     Traces traces;
     frequencyStore()->SetString("Rows", "9");
     EXPECT_EQ(frequencyStore()->GetInt("Rows", 3), 9) << "a setting is written although the file was damaged";
-    EXPECT_EQ(read("FrequencyStore.ini.bad"), damaged[0]);
+    EXPECT_EQ(Read("FrequencyStore.ini.bad"), damaged[0]);
     EXPECT_EQ(traces.problems.size(), 1);
 
     // Where it cannot be kept, it stays.
-    QFile::remove(path("FrequencyStore.ini.bad"));
-    ASSERT_TRUE(QDir(m_directory.path()).mkpath("FrequencyStore.ini.bad/full"));
-    write("FrequencyStore.ini", damaged[0]);
+    QFile::remove(Path("FrequencyStore.ini.bad"));
+    ASSERT_TRUE(QDir(m_folder.path()).mkpath("FrequencyStore.ini.bad/full"));
+    Write("FrequencyStore.ini", damaged[0]);
     frequencyStore()->SetString("Rows", "9");
     EXPECT_EQ(frequencyStore()->GetInt("Rows", 3), 3);
-    EXPECT_EQ(read("FrequencyStore.ini"), damaged[0]);
+    EXPECT_EQ(Read("FrequencyStore.ini"), damaged[0]);
 }
 
 TEST_F(Configuration, WhatIsNoOrdinaryFileIsToldAndNeverOpened) {
     Traces traces;
-    ASSERT_EQ(mkfifo(qPrintable(path("Application.ini")), 0600), 0);
-    ASSERT_TRUE(QDir(m_directory.path()).mkpath("Administration.ini"));
+    ASSERT_EQ(mkfifo(qPrintable(Path("Application.ini")), 0600), 0);
+    ASSERT_TRUE(QDir(m_folder.path()).mkpath("Administration.ini"));
     ICfg& application = CfgCenter::GetAppCfg(ICfg::StartUp);
     ICfg& administration = CfgCenter::GetAdminCfg(ICfg::Administration);
     for (ICfg* cfg : {&application, &administration}) {
@@ -155,7 +141,7 @@ TEST_F(Configuration, WhatIsNoOrdinaryFileIsToldAndNeverOpened) {
         EXPECT_TRUE(traces.problems.last().contains("cannot be written"));
     }
     // Beside a lock that is nobody's and cannot be read, settings are read and written.
-    ASSERT_EQ(mkfifo(qPrintable(path("FrequencyStore.ini.lock")), 0600), 0);
+    ASSERT_EQ(mkfifo(qPrintable(Path("FrequencyStore.ini.lock")), 0600), 0);
     frequencyStore()->SetString("Key", "text");
     EXPECT_EQ(frequencyStore()->GetString("Key", "none"), QString("text"));
 }
@@ -170,12 +156,12 @@ TEST_F(Configuration, ReadsWhatItCanWhateverByteChanges) {
         QByteArray bytes = sound;
         bytes[i / 2] = static_cast<char>(random());
         SCOPED_TRACE("seed " + std::to_string(Seed) + ", change " + std::to_string(i));
-        write("FrequencyStore.ini", bytes);
+        Write("FrequencyStore.ini", bytes);
         frequencyStore()->GetBool("AllowExportToCsv", false);
         frequencyStore()->GetInt("Rows", 3);
         const QString file = frequencyStore()->GetFilePath("LocalTargetList", "Targets.xml");
         EXPECT_LE(file.size(), bytes.size());
-        const bool kept = !QFile::exists(path("FrequencyStore.ini"));
+        const bool kept = !QFile::exists(Path("FrequencyStore.ini"));
         EXPECT_EQ(traces.problems.size(), kept ? 1 : 0);
         if (i % 8 != 0)
             continue; // a write waits for the disk
@@ -186,21 +172,21 @@ TEST_F(Configuration, ReadsWhatItCanWhateverByteChanges) {
 
 TEST_F(Configuration, AFailedWriteIsToldAndTheOldFileStands) {
     frequencyStore()->SetString("Key", "before");
-    const QByteArray before = read("FrequencyStore.ini");
+    const QByteArray before = Read("FrequencyStore.ini");
     Traces traces;
     {
         const FullDisk full(8);
         frequencyStore()->SetString("Key", QString(100, 'x'));
     }
     EXPECT_EQ(traces.problems.size(), 1);
-    EXPECT_EQ(read("FrequencyStore.ini"), before);
+    EXPECT_EQ(Read("FrequencyStore.ini"), before);
     EXPECT_EQ(frequencyStore()->GetString("Key", "none"), QString("before"));
 }
 
 TEST_F(Configuration, WhatCannotBeWrittenIsTraced) {
     Traces traces;
-    write("file", "");
-    CfgCenter::SetDirectory(path("file")); // no directory: nothing can lie in it
+    Write("file", "");
+    CfgCenter::SetDirectory(Path("file")); // no directory: nothing can lie in it
     frequencyStore()->SetBool("AllowExportToCsv", true);
     EXPECT_FALSE(traces.texts.isEmpty());
 }
@@ -211,7 +197,7 @@ TEST_F(Configuration, FollowsItsDirectory) {
     QTemporaryDir other;
     CfgCenter::SetDirectory(other.path());
     EXPECT_EQ(application.GetString("Key", "none"), QString("none"));
-    CfgCenter::SetDirectory(m_directory.path());
+    CfgCenter::SetDirectory(m_folder.path());
     EXPECT_EQ(application.GetString("Key", "none"), QString("here"));
     EXPECT_EQ(&application, &CfgCenter::GetAppCfg(ICfg::Shutdown));
 

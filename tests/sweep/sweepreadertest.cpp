@@ -77,28 +77,20 @@ TEST(SweepReaderTest, OtherWaysToWriteARowAreRead) {
 }
 
 TEST(SweepReaderTest, BadRowsAreToldAndLeftOut) {
-    struct {
-        const char* row;
-        const char* problem;
-    } const rows[] = {
+    const QByteArray at = "2024-03-30, 12:00:01, ";
+    const std::pair<QByteArray, const char*> rows[] = {
         {"x", "the row has too few columns"},
-        {"2024-03-30, 12:00:01, 88000000, 93000000, 1000000.00, 20", "the row has too few columns"},
-        {"2024-03-30, 12:00:01, 88000000, 93000000, 1000000.00, 20, ", "the row has too few columns"},
-        {"2024-03-30, 12:00:01, abc, 93000000, 1000000, 20, -1", "lowest frequency \"abc\" is not a number"},
-        {"2024-03-30, 12:00:01, 88000000, nan, 1000000, 20, -1", "highest frequency \"nan\" is not a number"},
-        {"2024-03-30, 12:00:01, 88000000, 93000000, 1000000x, 20, -1",
-         "bin width \"1000000x\" is not a number"},
-        {"2024-03-30, 12:00:01, 93000000, 88000000, 1000000, 20, -1",
-         "the row ends at 88000000 Hz, where it begins or below"},
-        {"2024-03-30, 12:00:01, -5, 93000000, 1000000, 20, -1",
-         "no receiver reaches from -5 Hz to 93000000 Hz"},
-        {"2024-03-30, 12:00:01, 88000000, 9e12, 1000000, 20, -1",
-         "no receiver reaches from 88000000 Hz to 9000000000000 Hz"},
-        {"2024-03-30, 12:00:01, 88000000, 93000000, 0, 20, -1", "bins of 0 Hz do not fit into 5000000 Hz"},
-        {"2024-03-30, 12:00:01, 88000000, 93000000, 9000000, 20, -1",
-         "bins of 9000000 Hz do not fit into 5000000 Hz"},
-        {"2024-03-30, 12:00:01, 88000000, 93000000, 0.001, 20, -1",
-         "5000000 Hz in bins of 0.001 Hz are too many bins"},
+        {at + "88000000, 93000000, 1000000.00, 20", "the row has too few columns"},
+        {at + "88000000, 93000000, 1000000.00, 20, ", "the row has too few columns"},
+        {at + "abc, 93000000, 1000000, 20, -1", "lowest frequency \"abc\" is not a number"},
+        {at + "88000000, nan, 1000000, 20, -1", "highest frequency \"nan\" is not a number"},
+        {at + "88000000, 93000000, 1000000x, 20, -1", "bin width \"1000000x\" is not a number"},
+        {at + "93000000, 88000000, 1000000, 20, -1", "the row ends at 88000000 Hz, where it begins or below"},
+        {at + "-5, 93000000, 1000000, 20, -1", "no receiver reaches from -5 Hz to 93000000 Hz"},
+        {at + "88000000, 9e12, 1000000, 20, -1", "no receiver reaches from 88000000 Hz to 9000000000000 Hz"},
+        {at + "88000000, 93000000, 0, 20, -1", "bins of 0 Hz do not fit into 5000000 Hz"},
+        {at + "88000000, 93000000, 9000000, 20, -1", "bins of 9000000 Hz do not fit into 5000000 Hz"},
+        {at + "88000000, 93000000, 0.001, 20, -1", "5000000 Hz in bins of 0.001 Hz are too many bins"},
         {"2024-02-30, 12:00:01, 88000000, 93000000, 1000000, 20, -1",
          "\"2024-02-30, 12:00:01\" is no date and time"},
         {"2024-03-30, 24:00:00, 88000000, 93000000, 1000000, 20, -1",
@@ -108,14 +100,15 @@ TEST(SweepReaderTest, BadRowsAreToldAndLeftOut) {
         {"2024-03-30, 12:00:00, 98000000, 103000000, 1000000, 20, nan, nan, nan, nan, nan",
          "5 levels are not numbers, the first is \"nan\""},
     };
-    for (const auto& row : rows) {
+    for (const auto& [row, problem] : rows) {
         // Between two rows of a sweep, which stays one.
         const SweepReading read =
-            ReadSweeps(Row("2024-03-30, 12:00:00", 88) + row.row + "\n" + Row("2024-03-30, 12:00:00", 93));
-        EXPECT_EQ(read.problems, QStringList(QStringLiteral("2: ") + QLatin1String(row.problem))) << row.row;
-        ASSERT_EQ(read.sweeps.size(), 1u) << row.row;
-        EXPECT_EQ(read.sweeps[0].hops.size(), 2u) << row.row;
-        EXPECT_EQ(read.rows, 2) << row.row;
+            ReadSweeps(Row("2024-03-30, 12:00:00", 88) + row + "\n" + Row("2024-03-30, 12:00:00", 93));
+        EXPECT_EQ(read.problems, QStringList(QStringLiteral("2: ") + QLatin1String(problem)))
+            << row.constData();
+        ASSERT_EQ(read.sweeps.size(), 1u) << row.constData();
+        EXPECT_EQ(read.sweeps[0].hops.size(), 2u) << row.constData();
+        EXPECT_EQ(read.rows, 2) << row.constData();
     }
 }
 

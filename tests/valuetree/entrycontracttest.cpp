@@ -4,16 +4,13 @@
 #include "host/valuetree/valueptr.h"
 #include "host/valuetree/valueselection.h"
 #include "tests/support/recorder.h"
+#include "tests/support/text.h"
 
 #include <gtest/gtest.h>
 #include <limits>
 #include <memory>
 
 namespace {
-
-QString Q(const char* text) {
-    return QString::fromLatin1(text);
-}
 
 using Number = ValueNumeric<double>;
 using Count = ValueNumeric<int>;

@@ -243,15 +243,4 @@ TEST_F(TreeTest, RefusedValuesAreUsableAndTraced) {
     EXPECT_EQ(traces.texts.size(), 2);
 }
 
-TEST_F(TreeTest, TracesAreSilentAndUnbuiltWithTheBitClear) {
-    Traces traces(TraceMaskAssert);
-    bool built = false;
-    TraceLazily("x", [&] {
-        built = true;
-        return QString();
-    });
-    EXPECT_FALSE(built);
-    EXPECT_TRUE(traces.texts.isEmpty());
-}
-
 } // namespace

@@ -121,23 +121,15 @@ TEST_F(FileOpeners, AListThatWaitsForAFileSaysSoWithAButtonBeside) {
     }
 }
 
-/// Does something that asks, with somebody there to answer; what was asked.
-QString answer(QMessageBox::StandardButton button, const std::function<void()>& act) {
-    QString asked;
-    AnswerQuestion(button, asked);
-    act();
-    return asked;
-}
-
 TEST_F(FileOpeners, SomebodyWhoIsThereIsAsked) {
     start({sample("targets.ltl")});
     ASSERT_TRUE(station->LoadFiles());
     station->SetAttended(true);
     const QString notes = Write("notes.ltl", "remember\nthe milk\n");
     const auto open = [&] { station->GetOpener().Open(notes); };
-    EXPECT_TRUE(answer(QMessageBox::Cancel, open).contains("notes.ltl: 2 lines, not one has a frequency"));
+    EXPECT_TRUE(Answered(QMessageBox::Cancel, open).contains("notes.ltl: 2 lines, not one has a frequency"));
     EXPECT_EQ(entriesOf(Targets), 527);
-    answer(QMessageBox::Yes, open);
+    Answered(QMessageBox::Yes, open);
     EXPECT_EQ(entriesOf(Targets), 2);
     EXPECT_EQ(title(), "Local TargetList - notes.ltl");
 }
@@ -173,7 +165,7 @@ TEST_F(FileOpeners, AFileThatNeedsMoreMemoryThanThereIsIsRefusedOrAskedAbout) {
     EXPECT_EQ(entriesOf(Targets), 0);
     EXPECT_TRUE(status().contains("527 entries need")) << status().toStdString();
     station->SetAttended(true);
-    answer(QMessageBox::Yes, [&] { EXPECT_TRUE(station->GetOpener().Open(sample("targets.ltl"))); });
+    Answered(QMessageBox::Yes, [&] { EXPECT_TRUE(station->GetOpener().Open(sample("targets.ltl"))); });
     EXPECT_EQ(entriesOf(Targets), 527);
 }
 

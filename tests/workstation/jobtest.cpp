@@ -4,17 +4,14 @@
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "host/valuetree/tree.h"
 #include "tests/support/dialogs.h"
+#include "tests/support/testfolder.h"
 #include "tests/support/traces.h"
 #include "workstation/jobpanel.h"
 
-#include <QFile>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -30,18 +27,8 @@ constexpr char SmallJob[] = R"(<?xml version="1.0"?>
  </TDS></SUBJOB>
 </JOB>)";
 
-class Jobs : public testing::Test {
+class Jobs : public testing::Test, protected TestFolder {
 protected:
-    QString write(const QString& name, const QByteArray& bytes) const {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        EXPECT_EQ(file.write(bytes), bytes.size());
-        return file.fileName();
-    }
-    static QByteArray read(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no such file>");
-    }
     static void setText(const QString& text) {
         Tree::Instance()->GetValue(Paths::JobText)->SetStringValue(text);
     }
@@ -62,13 +49,12 @@ protected:
         Tree::Instance()->GetRoot()->DeleteChildren();
     }
 
-    QTemporaryDir folder;
     Traces traces;
     Job job;
 };
 
 TEST_F(Jobs, AnOpenedJobIsTheListAndItsFile) {
-    const QString path = write("small.pij", QByteArray(SmallJob) + '\n');
+    const QString path = Write("small.pij", QByteArray(SmallJob) + '\n');
     ASSERT_TRUE(job.Open(path));
     EXPECT_EQ(job.GetText(), QString::fromUtf8(SmallJob));
     EXPECT_TRUE(job.GetSection().startsWith(QLatin1String("<MEMORYSCAN><MEMORYSCAN_CHANNEL Range=\"1\"")));
@@ -78,59 +64,44 @@ TEST_F(Jobs, AnOpenedJobIsTheListAndItsFile) {
     EXPECT_FALSE(job.IsModified());
 }
 
-struct BadJob {
-    const char* name;
-    QByteArray bytes;
-    const char* problem; ///< behind the folder's name
-};
-
-void PrintTo(const BadJob& bad, std::ostream* out) {
-    *out << bad.name;
-}
-
-class BadJobs : public Jobs, public testing::WithParamInterface<BadJob> {};
-
-TEST_P(BadJobs, AreRefusedWithFileLineAndReasonAndTheOldJobStays) {
-    const QString good = write("good.pij", SmallJob);
+TEST_F(Jobs, ABadOneIsRefusedWithFileLineAndReasonAndTheOldOneStays) {
+    const QString good = Write("good.pij", SmallJob);
     ASSERT_TRUE(job.Open(good));
-    const QString bad = write(GetParam().name, GetParam().bytes);
-    EXPECT_FALSE(job.Open(bad));
-    EXPECT_EQ(job.GetFileName(), good);
-    EXPECT_EQ(channelCount(), 1U);
-    EXPECT_EQ(job.GetText(), QString::fromUtf8(SmallJob));
-    ASSERT_EQ(traces.problems.size(), 1);
-    EXPECT_TRUE(traces.problems[0].startsWith(bad + GetParam().problem)) << traces.problems[0].toStdString();
+    const std::pair<QString, const char*> rows[] = {
+        {Write("cut.pij", QByteArray(SmallJob).left(120)), ":5: "},
+        {Write("list.pij", "<FrequencyStoreList/>"), ": is no job: it has no SUBJOB"}};
+    for (const auto& [bad, problem] : rows) {
+        traces.problems.clear();
+        EXPECT_FALSE(job.Open(bad));
+        EXPECT_EQ(job.GetFileName(), good);
+        EXPECT_EQ(channelCount(), 1U);
+        EXPECT_EQ(job.GetText(), QString::fromUtf8(SmallJob));
+        ASSERT_EQ(traces.problems.size(), 1);
+        EXPECT_TRUE(traces.problems[0].startsWith(bad + problem)) << traces.problems[0].toStdString();
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Files, BadJobs,
-    testing::Values(BadJob{"cut.pij", QByteArray(SmallJob).left(120), ":5: "},
-                    BadJob{"crossed.pij", "<JOB>\n<SUBJOB>\n</JOB></SUBJOB>", ":3: "},
-                    BadJob{"empty.pij", "", ":1: "}, BadJob{"text.pij", "7055000\t2700\n", ":1: "},
-                    BadJob{"latin1.pij", "<JOB>\n<SUBJOB Name=\"W\xe4rme\"/></JOB>", ":2: "},
-                    BadJob{"list.pij", "<FrequencyStoreList/>", ": is no job: it has no SUBJOB"}));
 
 TEST_F(Jobs, AMissingFileOrAFolderIsNoJob) {
-    EXPECT_FALSE(job.Open(folder.filePath("none.pij")));
-    EXPECT_FALSE(job.Open(folder.path()));
+    EXPECT_FALSE(job.Open(Path("none.pij")));
+    EXPECT_FALSE(job.Open(m_folder.path()));
     EXPECT_EQ(traces.problems.size(), 2);
     EXPECT_EQ(job.GetFileState(), Job::FileState::None);
 }
 
 TEST_F(Jobs, AJobWithoutAPlaceForChannelsIsNotSavedWithoutThem) {
     const QByteArray bare = "<JOB><SUBJOB><TDS/></SUBJOB></JOB>";
-    const QString path = write("bare.pij", bare);
+    const QString path = Write("bare.pij", bare);
     ASSERT_TRUE(job.Open(path));
     EXPECT_TRUE(job.Save()) << "there are no channels";
     addChannel();
     EXPECT_FALSE(job.Save());
-    EXPECT_EQ(read(path), bare + '\n');
+    EXPECT_EQ(Read(path), bare + '\n');
     ASSERT_EQ(traces.problems.size(), 1);
     EXPECT_TRUE(traces.problems[0].contains("no memory-scan section")) << traces.problems[0].toStdString();
 }
 
 TEST_F(Jobs, TheFileIsOlderWhenChannelsChangeAndTheSameWhenTheJobIsSaved) {
-    const QString path = write("small.pij", SmallJob);
+    const QString path = Write("small.pij", SmallJob);
     ASSERT_TRUE(job.Open(path));
     addChannel();
     MemorySystemHandler::Instance()->UpdateJobFileEntries();
@@ -139,13 +110,13 @@ TEST_F(Jobs, TheFileIsOlderWhenChannelsChangeAndTheSameWhenTheJobIsSaved) {
     EXPECT_TRUE(job.Save());
     EXPECT_EQ(job.GetFileState(), Job::FileState::Same);
     EXPECT_FALSE(job.IsModified());
-    EXPECT_TRUE(read(path).contains("Name=\"new\"")) << read(path).toStdString();
+    EXPECT_TRUE(Read(path).contains("Name=\"new\"")) << Read(path).toStdString();
     ASSERT_TRUE(job.Open(path));
     EXPECT_EQ(channelCount(), 2U);
 }
 
 TEST_F(Jobs, AListThatSavesTheJobLeavesTheFileTheSame) {
-    ASSERT_TRUE(job.Open(write("small.pij", SmallJob)));
+    ASSERT_TRUE(job.Open(Write("small.pij", SmallJob)));
     addChannel();
     EXPECT_TRUE(MemorySystemHandler::Instance()->Save2Job());
     EXPECT_EQ(job.GetFileState(), Job::FileState::Same);
@@ -153,10 +124,10 @@ TEST_F(Jobs, AListThatSavesTheJobLeavesTheFileTheSame) {
 }
 
 TEST_F(Jobs, SomebodyElsesChangeAndALostFileAreSeen) {
-    const QString path = write("small.pij", SmallJob);
+    const QString path = Write("small.pij", SmallJob);
     ASSERT_TRUE(job.Open(path));
     QSignalSpy changes(&job, &Job::Changed);
-    write("small.pij", "<JOB><SUBJOB/></JOB>");
+    Write("small.pij", "<JOB><SUBJOB/></JOB>");
     EXPECT_EQ(job.GetFileState(), Job::FileState::Changed);
     EXPECT_TRUE(changes.wait(5000)) << "the watched file tells it";
     QFile::remove(path);
@@ -166,7 +137,7 @@ TEST_F(Jobs, SomebodyElsesChangeAndALostFileAreSeen) {
 }
 
 TEST_F(Jobs, RevertBringsTheSavedJobAndItsChannelsBack) {
-    ASSERT_TRUE(job.Open(write("small.pij", SmallJob)));
+    ASSERT_TRUE(job.Open(Write("small.pij", SmallJob)));
     addChannel();
     MemorySystemHandler::Instance()->UpdateJobFileEntries();
     ASSERT_TRUE(MemorySystemHandler::Instance()->IsChangedSinceJobSave());
@@ -177,19 +148,19 @@ TEST_F(Jobs, RevertBringsTheSavedJobAndItsChannelsBack) {
 }
 
 TEST_F(Jobs, SaveAsThatFailsKeepsTheOldFile) {
-    const QString path = write("small.pij", SmallJob);
+    const QString path = Write("small.pij", SmallJob);
     ASSERT_TRUE(job.Open(path));
     addChannel();
-    EXPECT_FALSE(job.SaveAs(folder.filePath("no such folder/copy.pij")));
+    EXPECT_FALSE(job.SaveAs(Path("no such folder/copy.pij")));
     EXPECT_EQ(job.GetFileName(), path);
     EXPECT_EQ(MemorySystemHandler::Instance()->GetJobfileName(), path);
     EXPECT_TRUE(job.IsModified());
     EXPECT_EQ(traces.problems.size(), 1);
-    const QString copy = folder.filePath("copy.pij");
+    const QString copy = Path("copy.pij");
     EXPECT_TRUE(job.SaveAs(copy));
     EXPECT_EQ(job.GetFileName(), copy);
-    EXPECT_TRUE(read(copy).contains("Name=\"new\""));
-    EXPECT_EQ(read(path), QByteArray(SmallJob)) << "the first file stays";
+    EXPECT_TRUE(Read(copy).contains("Name=\"new\""));
+    EXPECT_EQ(Read(path), QByteArray(SmallJob)) << "the first file stays";
 }
 
 TEST_F(Jobs, ChannelsWithoutAJobAreSavedInANewOne) {
@@ -198,7 +169,7 @@ TEST_F(Jobs, ChannelsWithoutAJobAreSavedInANewOne) {
     addChannel();
     MemorySystemHandler::Instance()->UpdateJobFileEntries();
     EXPECT_TRUE(job.IsModified());
-    const QString path = folder.filePath("new.pij");
+    const QString path = Path("new.pij");
     ASSERT_TRUE(job.SaveAs(path));
     EXPECT_FALSE(job.IsModified());
     EXPECT_EQ(channelCount(), 1U);
@@ -208,37 +179,29 @@ TEST_F(Jobs, ChannelsWithoutAJobAreSavedInANewOne) {
     EXPECT_TRUE(traces.problems.isEmpty());
 }
 
-/// Does something that asks, and answers it; the result is what was asked.
-QString answer(QMessageBox::StandardButton button, const std::function<void()>& act) {
-    QString asked;
-    AnswerQuestion(button, asked);
-    act();
-    return asked;
-}
-
 TEST_F(Jobs, LeavingAChangedJobIsAskedAbout) {
-    const QString path = write("small.pij", SmallJob);
+    const QString path = Write("small.pij", SmallJob);
     ASSERT_TRUE(job.Open(path));
     JobPanel panel(job);
     EXPECT_TRUE(panel.MayLeave()) << "nothing changed, nothing is asked";
     addChannel(); // that is not in the job yet
-    EXPECT_TRUE(answer(QMessageBox::Cancel, [&] { EXPECT_FALSE(panel.MayLeave()); }).contains("small.pij"));
-    answer(QMessageBox::Discard, [&] { EXPECT_TRUE(panel.MayLeave()); });
-    EXPECT_EQ(read(path), QByteArray(SmallJob));
-    answer(QMessageBox::Save, [&] { EXPECT_TRUE(panel.MayLeave()); });
-    EXPECT_TRUE(read(path).contains("Name=\"new\""));
+    EXPECT_TRUE(Answered(QMessageBox::Cancel, [&] { EXPECT_FALSE(panel.MayLeave()); }).contains("small.pij"));
+    Answered(QMessageBox::Discard, [&] { EXPECT_TRUE(panel.MayLeave()); });
+    EXPECT_EQ(Read(path), QByteArray(SmallJob));
+    Answered(QMessageBox::Save, [&] { EXPECT_TRUE(panel.MayLeave()); });
+    EXPECT_TRUE(Read(path).contains("Name=\"new\""));
     EXPECT_TRUE(panel.MayLeave()) << "all is saved";
 }
 
 TEST_F(Jobs, AFileThatAnotherProgramChangedIsReplacedOnlyWhenTheOperatorWantsIt) {
-    const QString path = write("small.pij", SmallJob);
+    const QString path = Write("small.pij", SmallJob);
     ASSERT_TRUE(job.Open(path));
     JobPanel panel(job);
-    write("small.pij", "<JOB><SUBJOB/></JOB>");
-    answer(QMessageBox::No, [&] { EXPECT_FALSE(panel.Save()); });
-    EXPECT_EQ(read(path), "<JOB><SUBJOB/></JOB>");
-    answer(QMessageBox::Yes, [&] { EXPECT_TRUE(panel.Save()); });
-    EXPECT_TRUE(read(path).contains("MEMORYSCAN_CHANNEL"));
+    Write("small.pij", "<JOB><SUBJOB/></JOB>");
+    Answered(QMessageBox::No, [&] { EXPECT_FALSE(panel.Save()); });
+    EXPECT_EQ(Read(path), "<JOB><SUBJOB/></JOB>");
+    Answered(QMessageBox::Yes, [&] { EXPECT_TRUE(panel.Save()); });
+    EXPECT_TRUE(Read(path).contains("MEMORYSCAN_CHANNEL"));
 }
 
 TEST_F(Jobs, ThePanelShowsTheSectionAndHowTheFileStands) {
@@ -248,7 +211,7 @@ TEST_F(Jobs, ThePanelShowsTheSectionAndHowTheFileStands) {
     const auto* state = panel.findChild<QLabel*>("JobState");
     const auto* section = panel.findChild<QPlainTextEdit*>("JobSection");
     EXPECT_TRUE(section->toPlainText().isEmpty());
-    ASSERT_TRUE(job.Open(write("small.pij", SmallJob)));
+    ASSERT_TRUE(job.Open(Write("small.pij", SmallJob)));
     EXPECT_TRUE(QTest::qWaitFor([&] { return section->toPlainText().contains("MEMORYSCAN_CHANNEL"); }));
     EXPECT_TRUE(state->text().contains("up to date")) << state->text().toStdString();
     QString large = "<JOB><SUBJOB><TDS><MEMORYSCAN>\n";

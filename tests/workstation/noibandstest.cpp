@@ -1,27 +1,19 @@
 #include "workstation/noibands.h"
 
 #include "controls/frequencystore/common/paths.h"
-#include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "host/freqlist/freqstore.h"
 #include "host/startup/cfgcenter.h"
-#include "host/valuetree/tree.h"
 #include "tests/support/text.h"
-#include "workstation/application.h"
+#include "tests/workstation/stationfixture.h"
 #include "workstation/bandspanel.h"
 #include "workstation/frequencybar.h"
-#include "workstation/mainwindow.h"
 #include "workstation/simulatedreceiver.h"
 
-#include <QDir>
 #include <QDockWidget>
-#include <QFile>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
-#include <QTabWidget>
-#include <QTemporaryDir>
 
-#include <gtest/gtest.h>
 #include <random>
 
 using Band = NoiBands::Band;
@@ -166,66 +158,36 @@ TEST_F(NoiWindow, ThePanelShowsTheBandsAndCopiesTheirText) {
     EXPECT_EQ(m_window->GetBands().GetCount(), 6000u);
 }
 
-/// A workstation with its data and settings in a folder of its own.
-class NoiWorkstation : public testing::Test {
-protected:
-    void TearDown() override { QDir::setCurrent(m_before); }
-    Options With(const QStringList& arguments) {
-        QString error;
-        const Options options = Options::Parse(
-            QStringList{Q("freqstore"), Q("--data"), Path("data"), Q("--config"), Path("config")} + arguments,
-            error);
-        EXPECT_EQ(error, QString());
-        return options;
-    }
-    QString Path(const char* name) const { return m_folder.filePath(Q(name)); }
-    QByteArray Read(const char* name) const {
-        QFile file(Path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no such file>");
-    }
-
-    QString m_before = QDir::currentPath();
-    QTemporaryDir m_folder;
-};
+using NoiWorkstation = Workstations;
 
 TEST_F(NoiWorkstation, TheListIsATabWithBandsAndIsThereTheNextTime) {
-    QString bands;
-    {
-        Workstation workstation(With({}));
-        QTabWidget* tabs = workstation.GetWindow().GetTabs();
-        QStringList titles;
-        for (int i = 0; i < tabs->count(); ++i)
-            titles << workstation.GetWindow().TabName(i);
-        EXPECT_TRUE(titles.contains(Q("NOI Frequencies"))) << titles.join(QLatin1Char('|')).toStdString();
-        NOIFrequencyHandler::Instance()->InsertNewValue(-1, 0, QString());
-        NOIFrequencyHandler::Instance()->InsertNewValue(7055000, 3000, Q("c"));
-        bands = Tree::Instance()->Find<Value<QString>>(Paths::NoiDefinition)->GetValue();
-        EXPECT_EQ(bands, Q("6057000,6063000;7053500,7056500;")) << "new entries are the receiver's";
-        EXPECT_EQ(workstation.GetWindow().GetBands().GetBands().size(), 2u);
-    }
+    const auto shown = [this] { return station->GetWindow().GetBands().GetCount(); };
+    start({});
+    NOIFrequencyHandler::Instance()->InsertNewValue(-1, 0, QString());
+    NOIFrequencyHandler::Instance()->InsertNewValue(7055000, 3000, Q("c"));
+    EXPECT_EQ(Tree::Instance()->Find<Value<QString>>(Paths::NoiDefinition)->GetValue(),
+              Q("6057000,6063000;7053500,7056500;"))
+        << "new entries are the receiver's";
+    EXPECT_EQ(shown(), 2u);
+    station.reset();
     EXPECT_TRUE(Read("data/NoiFrequencies.xml").contains("7055000"));
     const QByteArray kept = Read("data/NoiFrequencies.xml");
-    {
-        // The samples come and go without a trace.
-        Workstation workstation(With({Q("--demo")}));
-        EXPECT_TRUE(workstation.LoadFiles());
-        EXPECT_EQ(workstation.GetWindow().GetBands().GetCount(), 30u);
-    }
+    start({"--demo"}); // the samples come and go without a trace
+    EXPECT_TRUE(station->LoadFiles());
+    EXPECT_EQ(shown(), 30u);
+    station.reset();
     EXPECT_EQ(Read("data/NoiFrequencies.xml"), kept);
-    {
-        Workstation workstation(With({}));
-        EXPECT_EQ(workstation.GetWindow().GetBands().GetCount(), 2u);
-        QFile::remove(Path("data/NoiFrequencies.xml"));
-        NOIFrequencyHandler::Instance()->GetItemsRoot()->DeleteChildren();
-        NOIFrequencyHandler::Instance()->UpdateNOIList();
-    }
-    {
-        CfgCenter::GetAppCfg(ICfg::StartUp).SetString(Q("NOIFrequencies"), Q("gone.xml"));
-        Workstation workstation(With({}));
-        EXPECT_FALSE(NOIFrequencyHandler::Instance()->IsWaitingForFile());
-        EXPECT_TRUE(NOIFrequencyHandler::Instance()->InsertNewValue(1, 0, QString()));
-        EXPECT_EQ(workstation.GetWindow().GetBands().GetCount(), 1u);
-    }
+    start({});
+    EXPECT_EQ(shown(), 2u);
+    QFile::remove(Path("data/NoiFrequencies.xml"));
+    NOIFrequencyHandler::Instance()->GetItemsRoot()->DeleteChildren();
+    NOIFrequencyHandler::Instance()->UpdateNOIList();
+    station.reset();
+    CfgCenter::GetAppCfg(ICfg::StartUp).SetString(Q("NOIFrequencies"), Q("gone.xml"));
+    start({});
+    EXPECT_FALSE(NOIFrequencyHandler::Instance()->IsWaitingForFile());
+    EXPECT_TRUE(NOIFrequencyHandler::Instance()->InsertNewValue(1, 0, QString()));
+    EXPECT_EQ(shown(), 1u);
 }
 
 } // namespace

@@ -3,17 +3,12 @@
 #include "controls/frequencystore/results/searchmcdatalistview.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/multiviewmediator.h"
-#include "host/valuetree/tree.h"
-#include "workstation/application.h"
-#include "workstation/mainwindow.h"
-#include "workstation/options.h"
+#include "tests/workstation/stationfixture.h"
 
 #include <QAction>
 #include <QMenu>
 #include <QTabWidget>
-#include <QTemporaryDir>
 
-#include <gtest/gtest.h>
 #include <map>
 
 namespace {
@@ -102,35 +97,27 @@ TEST(SimulatedClassifierAction, StartsAndStopsAndTheClassifierStopsWhenThereIsEn
     Tree::Instance()->GetRoot()->DeleteChildren();
 }
 
-TEST(ResultsInTheWorkstation, AreATabThatFillsWhileTheClassifierRuns) {
-    const QTemporaryDir folder;
-    QString error;
-    const Options options =
-        Options::Parse({"freqstore", "--data", folder.filePath("data"), "--config", folder.filePath("config"),
-                        QStringLiteral(SAMPLES_DIR "/results.xml")},
-                       error);
-    {
-        Workstation workstation(options);
-        ASSERT_TRUE(workstation.LoadFiles());
-        auto* view = workstation.GetWindow().findChild<SearchMCDataListView*>();
-        ASSERT_NE(view, nullptr);
-        QTabWidget* tabs = workstation.GetWindow().GetTabs();
-        EXPECT_EQ(workstation.GetWindow().TabName(tabs->indexOf(view->parentWidget())),
-                  QString("Data Results"));
-        const int read = view->RowCount();
-        EXPECT_GT(read, 50);
-        EXPECT_FALSE(workstation.GetClassifier().IsRunning());
-        for (QAction* action : workstation.GetWindow().findChildren<QAction*>()) {
-            if (action->shortcut() == QKeySequence(Qt::Key_F9))
-                action->trigger();
-        }
-        EXPECT_TRUE(workstation.GetClassifier().IsRunning());
-        workstation.GetClassifier().Step(Begin);
-        workstation.GetClassifier().Step(Begin + 5 * Second);
-        FreqStore::Instance().GetFrequencies(view->GetID())->ForceUpdateNow();
-        EXPECT_GE(view->RowCount(), read + 10);
+using ResultsInTheWorkstation = Workstations;
+
+TEST_F(ResultsInTheWorkstation, AreATabThatFillsWhileTheClassifierRuns) {
+    start({sample("results.xml")});
+    ASSERT_TRUE(station->LoadFiles());
+    auto* view = station->GetWindow().findChild<SearchMCDataListView*>();
+    ASSERT_NE(view, nullptr);
+    QTabWidget* tabs = station->GetWindow().GetTabs();
+    EXPECT_EQ(station->GetWindow().TabName(tabs->indexOf(view->parentWidget())), QString("Data Results"));
+    const int read = view->RowCount();
+    EXPECT_GT(read, 50);
+    EXPECT_FALSE(station->GetClassifier().IsRunning());
+    for (QAction* action : station->GetWindow().findChildren<QAction*>()) {
+        if (action->shortcut() == QKeySequence(Qt::Key_F9))
+            action->trigger();
     }
-    Tree::Instance()->GetRoot()->DeleteChildren();
+    EXPECT_TRUE(station->GetClassifier().IsRunning());
+    station->GetClassifier().Step(Begin);
+    station->GetClassifier().Step(Begin + 5 * Second);
+    FreqStore::Instance().GetFrequencies(view->GetID())->ForceUpdateNow();
+    EXPECT_GE(view->RowCount(), read + 10);
 }
 
 } // namespace

@@ -2,18 +2,14 @@
 
 #include "host/freqlist/freqstore.h"
 #include "host/gui/sortlistview.h"
-#include "host/valuetree/tree.h"
-#include "workstation/application.h"
+#include "tests/workstation/stationfixture.h"
 #include "workstation/frequencybar.h"
-#include "workstation/mainwindow.h"
 
 #include <QAction>
 #include <QMenu>
 #include <QTabWidget>
-#include <QTemporaryDir>
 #include <QTest>
 
-#include <gtest/gtest.h>
 #include <set>
 
 namespace {
@@ -112,18 +108,8 @@ TEST_F(SimulatedSearches, OldRecordsGoWhenThereAreVeryMany) {
     EXPECT_GT(list.Elements().back().GetID(), lastId) << "the search goes on";
 }
 
-class DetectionTabs : public testing::Test {
+class DetectionTabs : public Workstations {
 protected:
-    void start(const QStringList& arguments) {
-        QString error;
-        station = std::make_unique<Workstation>(
-            Options::Parse(QStringList{"freqstore", "--data", folder.filePath("data"), "--config",
-                                       folder.filePath("config")} +
-                               arguments,
-                           error));
-        ASSERT_EQ(error, QString());
-        station->GetWindow().show();
-    }
     SortListView* listOf(const QString& title) const {
         const QTabWidget* tabs = station->GetWindow().GetTabs();
         for (int i = 0; i < tabs->count(); ++i) {
@@ -132,14 +118,6 @@ protected:
         }
         return nullptr;
     }
-    void TearDown() override {
-        station.reset();
-        QDir::setCurrent(QDir::rootPath());
-        Tree::Instance()->GetRoot()->DeleteChildren();
-    }
-
-    QTemporaryDir folder;
-    std::unique_ptr<Workstation> station;
 };
 
 TEST_F(DetectionTabs, ShowTheListsOfTheReceiver) {

@@ -1,26 +1,23 @@
 #include "workstation/sweepimport.h"
 
 #include "host/base/problems.h"
+#include "tests/support/testfolder.h"
 #include "workstation/sweepdialog.h"
 
 #include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
-#include <QFile>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTimer>
-
-#include <gtest/gtest.h>
 
 namespace {
 
 const QString Sample = QStringLiteral(SAMPLES_DIR "/sweep.csv");
 
-class SweepImports : public testing::Test {
+class SweepImports : public testing::Test, protected TestFolder {
 protected:
     SweepImports() {
         m_before = Problems::SetSink([this](const Problem& problem) { problems << problem.reason; });
@@ -28,17 +25,14 @@ protected:
     ~SweepImports() override { Problems::SetSink(m_before); }
     /// A sweep file that is read long enough for its dialog to be seen.
     QString longFile() const {
-        QFile sample(Sample);
-        EXPECT_TRUE(sample.open(QIODevice::ReadOnly));
-        QByteArray sweeps = sample.readAll();
-        QFile file(folder.filePath("long.csv"));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        const QByteArray sweeps = Read(Sample);
+        QByteArray all;
         for (int hour = 10; hour < 28; ++hour) {
             const QByteArray time = "2024-03-3" + QByteArray::number(hour / 24) + ", " +
                                     QByteArray::number(hour % 24).rightJustified(2, '0');
-            file.write(QByteArray(sweeps).replace("2024-03-30, 09", time));
+            all += QByteArray(sweeps).replace("2024-03-30, 09", time);
         }
-        return file.fileName();
+        return Write("long.csv", all);
     }
     /// Does something with the progress dialog once it is seen.
     void whenDialogIsSeen(const std::function<void(QProgressDialog&)>& act) {
@@ -53,7 +47,6 @@ protected:
         m_timer.start(0);
     }
 
-    QTemporaryDir folder;
     QWidget window;
     std::list<DetectionConventional> list;
     SweepImport import{&window, [this](auto&& found) { list.splice(list.end(), found); }};
@@ -81,10 +74,8 @@ TEST_F(SweepImports, SignalsAreHandedOver) {
 }
 
 TEST_F(SweepImports, WhatIsNoSweepIsToldAndChangesNothing) {
-    QFile empty(folder.filePath("empty.csv"));
-    ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
-    EXPECT_FALSE(import.Open(empty.fileName()));
-    EXPECT_FALSE(import.Open(folder.filePath("missing.csv")));
+    EXPECT_FALSE(import.Open(Write("empty.csv", "")));
+    EXPECT_FALSE(import.Open(Path("missing.csv")));
     ASSERT_EQ(problems.size(), 2);
     EXPECT_EQ(problems[0], "holds no power sweeps");
     EXPECT_TRUE(problems[1].endsWith("there is no such file")) << problems[1].toStdString();

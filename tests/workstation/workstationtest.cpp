@@ -32,34 +32,25 @@
 
 namespace {
 
-void writeFile(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
-TEST(Samples, AreFoundBesideTheInstalledProgramAndAboveABuiltOne) {
-    const QTemporaryDir root;
-    const QDir folder(root.path());
+TEST_F(Workstations, SamplesAreFoundBesideTheInstalledProgramAndAboveABuiltOne) {
+    const QDir folder(m_folder.path());
     ASSERT_TRUE(folder.mkpath("work/build/dev"));
     ASSERT_TRUE(folder.mkpath("work/build/samples")) << "a folder of that name without lists";
     ASSERT_TRUE(folder.mkpath("work/samples"));
     ASSERT_TRUE(folder.mkpath("usr/bin"));
     ASSERT_TRUE(folder.mkpath("usr/share/frequencystore/samples"));
-    EXPECT_EQ(FindSamples(folder.filePath("usr/bin")), QString());
+    EXPECT_EQ(FindSamples(Path("usr/bin")), QString());
     for (const char* place : {"work/samples/targets.xml", "usr/share/frequencystore/samples/targets.xml"})
-        writeFile(folder.filePath(place), "<FrequencyStoreList/>");
-    EXPECT_EQ(FindSamples(folder.filePath("work/build/dev")), folder.filePath("work/samples"));
-    EXPECT_EQ(FindSamples(folder.filePath("work/build")), folder.filePath("work/samples"));
-    EXPECT_EQ(FindSamples(folder.filePath("usr/bin")), folder.filePath("usr/share/frequencystore/samples"));
+        Write(place, "<FrequencyStoreList/>");
+    EXPECT_EQ(FindSamples(Path("work/build/dev")), Path("work/samples"));
+    EXPECT_EQ(FindSamples(Path("work/build")), Path("work/samples"));
+    EXPECT_EQ(FindSamples(Path("usr/bin")), Path("usr/share/frequencystore/samples"));
 }
 
-TEST(FileKinds, AreToldByNameOrByTheRootElement) {
-    const QTemporaryDir folder;
-    const QString noi = folder.filePath("bands.xml");
-    writeFile(noi, "<?xml version=\"1.0\"?>\n<FrequencyStoreList Version=\"1\" Usage=\"NOI\"/>");
-    const QString broken = folder.filePath("broken.xml");
-    writeFile(broken, "<FrequencyStoreList Usage=");
+TEST_F(Workstations, KindsOfFilesAreToldByNameOrByTheRootElement) {
+    const QString noi =
+        Write("bands.xml", "<?xml version=\"1.0\"?>\n<FrequencyStoreList Version=\"1\" Usage=\"NOI\"/>");
+    const QString broken = Write("broken.xml", "<FrequencyStoreList Usage=");
     const std::pair<QString, FileKind> rows[] = {
         {sample("job-hf.pij"), FileKind::Job},      {sample("interest.noi"), FileKind::Noi},
         {sample("targets.xml"), FileKind::Targets}, {sample("profiles.xml"), FileKind::Targets},
@@ -215,8 +206,8 @@ std::map<QString, QString> valuesOf(const Node& entry, bool all) {
 TEST_F(Workstations, EntriesGoFromEachListIntoEachOther) {
     start({});
     FreqStoreXml::FrequencyStoreEntry entry;
-    entry.GetFFM_Settings().GetFrequency().SetValue(7055000.5);
-    entry.GetFFM_Settings().GetIFBandwidth().SetValue(2700);
+    entry.GetFFM_Settings().GetFrequency().SetValue(7055000.25);
+    entry.GetFFM_Settings().GetIFBandwidth().SetValue(2700.5);
     entry.GetFFM_Settings().SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod("USB"));
     entry.SetComment("«one» & <another>");
     FreqStoreXml::Profile_Data profile;
@@ -273,17 +264,15 @@ TEST_F(Workstations, StartWhateverByteOfTheirSettingsChanges) {
     const QSize screen = QGuiApplication::primaryScreen()->size();
     std::mt19937 random(Seed);
     for (const QString& name : files) {
-        QFile file(config.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        const QByteArray sound = file.readAll();
-        file.close();
+        const QString path = config.filePath(name);
+        const QByteArray sound = Read(path);
         for (int change = 0; change < 8; ++change) {
             QByteArray bytes = sound;
             const auto place = static_cast<qsizetype>(random() % static_cast<unsigned>(sound.size()));
             bytes[place] = static_cast<char>(random());
             SCOPED_TRACE(qPrintable(QStringLiteral("seed %1, %2, byte %3 of %4")
                                         .arg(QString::number(Seed), name, QString::number(place), bytes)));
-            Write(file.fileName(), bytes);
+            Write(path, bytes);
             start({});
             QApplication::processEvents();
             EXPECT_LE(station->GetWindow().width(), 2 * screen.width());
@@ -291,7 +280,7 @@ TEST_F(Workstations, StartWhateverByteOfTheirSettingsChanges) {
             for (const auto* list : station->GetWindow().findChildren<SortListView*>())
                 EXPECT_LE(list->header()->length(), 100000);
         }
-        Write(file.fileName(), sound);
+        Write(path, sound);
     }
 }
 

@@ -112,7 +112,7 @@ void SetTolerance(double hertz) {
     settings()->SetString(toleranceKey(), Quor::ToShortest(hertz));
 }
 
-void Offer(FreqStoreListViewButtonBar& bar, std::function<QVector<FrequencyStoreEntry>()> entries) {
+void Offer(FreqStoreListViewButtonBar& bar, const std::function<QVector<FrequencyStoreEntry>()>& entries) {
     QAction* action = bar.GetAction(FreqStoreListViewButtonBar::SendTo);
     auto* menu = new QMenu(&bar);
     action->setMenu(menu);

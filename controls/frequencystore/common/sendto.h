@@ -36,6 +36,6 @@ void SetTolerance(double hertz);
 /// Shows the bar's action and gives it a menu of the targets and of the tolerance. `entries` are those of the
 /// selection, asked for when a target is chosen; the bar tells what became of them.
 void Offer(FreqStoreListViewButtonBar& bar,
-           std::function<QVector<FreqStoreXml::FrequencyStoreEntry>()> entries);
+           const std::function<QVector<FreqStoreXml::FrequencyStoreEntry>()>& entries);
 
 } // namespace SendTo

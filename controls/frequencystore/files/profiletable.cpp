@@ -145,6 +145,7 @@ void GeneralListParser::fillInProfiles(QStringView element, FileProblems& proble
     // The list of found elements is searched anew by each access: take the elements out first.
     std::vector<QDomElement> profiles;
     const QDomNodeList found = document.elementsByTagName(ProfileElement);
+    profiles.reserve(static_cast<size_t>(found.size()));
     for (int i = 0; i < found.size(); ++i)
         profiles.push_back(found.at(i).toElement());
     for (const QDomElement& profile : profiles)

@@ -1,6 +1,6 @@
 #include "controls/frequencystore/targets/wkflistentry.h"
-#include "host/base/quoros.h"
 #include "host/valuetree/tree.h"
+#include "tests/support/clock.h"
 #include "tests/support/text.h"
 #include "tests/support/traces.h"
 
@@ -42,13 +42,6 @@ public:
         return static_cast<int>(linked.size() -
                                 static_cast<size_t>(std::count(linked.begin(), linked.end(), nullptr)));
     }
-};
-
-class FixedClock : public IQuorOS {
-public:
-    FixedClock() { QuorOS::Replace(this); }
-    ~FixedClock() override { QuorOS::Replace(nullptr); }
-    qint64 CurrentTime() const override { return 1234567890123456; }
 };
 
 class EntryTest : public testing::Test {
@@ -246,7 +239,7 @@ TEST_F(EntryTest, InitValuePrefersTheSelectionAndRefusesForeignTypes) {
 }
 
 TEST_F(EntryTest, LockTimeStampsTheSourceAndLeavesTheFirstTargetAtZero) {
-    const FixedClock clock;
+    const FixedClock clock(1234567890123456);
     auto* source = Setting<ValueNumeric<qint64>>(Q("locktime"));
     const qint64 max = std::numeric_limits<qint64>::max();
     source->SetMinMax(0, max, 7);

@@ -1,23 +1,16 @@
 #pragma once
 
-#include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
-#include "host/valuetree/tree.h"
+#include "tests/frequencystore/listrows.h"
 #include "tests/support/recorder.h"
-#include "tests/support/testfolder.h"
-#include "tests/support/text.h"
-#include "tests/support/traces.h"
 
 #include <QApplication>
 #include <QDialog>
-#include <QFile>
 #include <QRegularExpression>
 #include <QTimer>
 
-#include <gtest/gtest.h>
-
 /// The memory handler with a list node and a job in the tree, and a folder for files.
-class MemoryFixture : public testing::Test, protected TestFolder {
+class MemoryFixture : public ListFixture {
 protected:
     void SetUp() override {
         m_list = Tree::Instance()->MakeNode(Q("/Lists/Memory"));
@@ -29,7 +22,7 @@ protected:
     }
     void TearDown() override {
         End();
-        Tree::Instance()->GetRoot()->DeleteChildren();
+        ListFixture::TearDown();
     }
     /// Ends the handler; whatever it asks is answered with "no".
     static void End() {
@@ -78,16 +71,7 @@ protected:
     QStringList Channels(const QStringList& keys = {}) const {
         const QStringList usual = {Q("frequency"),    Q("bandwidthsel"), Q("comment"),
                                    Q("demodulation"), Q("threshold"),    Q("rangefrequencies")};
-        QStringList rows;
-        for (const Node* channel : m_list->Children()) {
-            QStringList row;
-            for (const QString& key : keys.isEmpty() ? usual : keys) {
-                const ValueBase* value = channel->GetValue(key);
-                row << (value ? value->GetStringValue() : Q("<none>"));
-            }
-            rows << row.join(QLatin1Char('|'));
-        }
-        return rows;
+        return RowsOf(m_list, keys.isEmpty() ? usual : keys);
     }
     /// The "Value" of an element in each channel of a section or job.
     static QStringList ValuesOf(const QString& xml, const char* element) {
@@ -107,7 +91,6 @@ protected:
         return job.remove(section).replace(blanks, Q("><"));
     }
 
-    Node* m_list = nullptr;
     Value<QString>* m_job = nullptr;
     Value<QString>* m_data = nullptr;
     Value<bool>* m_save = nullptr;

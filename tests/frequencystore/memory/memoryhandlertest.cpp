@@ -3,26 +3,11 @@
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqlist/pixstatevector.h"
 #include "tests/frequencystore/memory/memoryfixture.h"
-
-#include <QApplication>
-#include <QFileDialog>
-#include <QMessageBox>
-#include <QTimer>
+#include "tests/support/dialogs.h"
 
 namespace {
 
 using MemoryHandlerTest = MemoryFixture;
-
-/// Closes the next modal dialog by what `answer` does to it.
-template <typename Dialog>
-void AnswerDialog(std::function<void(Dialog&)> answer) {
-    QTimer::singleShot(0, qApp, [answer] {
-        if (auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget()))
-            answer(*dialog);
-        else
-            AnswerDialog<Dialog>(answer);
-    });
-}
 
 TEST_F(MemoryHandlerTest, InitHappensOnceAndFindsOrMakesTheViewMap) {
     const QString mapPath = Q("/Lists/MemoryItemMap4View");
@@ -358,7 +343,7 @@ TEST_F(MemoryHandlerTest, TheEndWithAnUnsavedJobIsToldAndSavesNothing) {
             AddChannels({7e6});
         int asked = 0;
         if (changed) {
-            AnswerDialog<QMessageBox>([&](QMessageBox& box) {
+            WhenOpen<QMessageBox>([&](QMessageBox& box) {
                 ++asked;
                 EXPECT_EQ(box.objectName(), Q("Memchannelschanged"));
                 EXPECT_EQ(box.windowTitle(), Q("Memory Channels Changed"));
@@ -413,14 +398,10 @@ TEST_F(MemoryHandlerTest, TheFileDialogReadsByTheNameChosen) {
         {"a.sfl", 1}, {"a.SFL", 1}, {"a.txt", 1}, {"", 1}, {"b.sfl", 2}};
     for (const auto& [name, count] : rows) {
         const QString path = *name ? Write(Q(name), lines) : QString();
-        AnswerDialog<QFileDialog>([&](QFileDialog& dialog) {
+        WhenOpen<QFileDialog>([&](QFileDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle(), Q("Select file to read Memory Channels from"));
             EXPECT_EQ(dialog.nameFilters(), QStringList{Q("Memory Channels (*.xml *.sfl *.pij)")});
-            if (path.isEmpty())
-                return dialog.reject();
-            dialog.setDirectory(m_folder.path());
-            dialog.selectFile(path);
-            static_cast<QDialog&>(dialog).done(QDialog::Accepted);
+            Choose(dialog, path);
         });
         EXPECT_EQ(Handler().FileOpen(), path);
         EXPECT_EQ(m_list->ChildCount(), count) << name;

@@ -5,22 +5,17 @@
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqstorexml/frequencystorelist.h"
-#include "host/valuetree/tree.h"
 #include "host/widgets/canclosetabdialog.h"
+#include "tests/frequencystore/listrows.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/recorder.h"
-#include "tests/support/text.h"
-#include "tests/support/traces.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -81,14 +76,7 @@ protected:
     }
     /// Frequency, bandwidth, comment and demodulation of each channel.
     QStringList Channels() const {
-        QStringList rows;
-        for (const Node* channel : m_list->Children()) {
-            QStringList row;
-            for (const char* key : {"frequency", "bandwidthsel", "comment", "demodulation"})
-                row << channel->GetValue(Q(key))->GetStringValue();
-            rows << row.join(QLatin1Char('|'));
-        }
-        return rows;
+        return RowsOf(m_list, {"frequency", "bandwidthsel", "comment", "demodulation"});
     }
     void SelectRows(std::initializer_list<int> rows) {
         m_view->clearSelection();
@@ -98,15 +86,6 @@ protected:
     QString CurrentComment() const {
         const SortListViewItem* row = m_view->currentItem();
         return row ? row->CellText(2) : QString();
-    }
-    /// Works on the editor's dialog as soon as it is open.
-    static void InEditor(const std::function<void(CanCloseTabDialog&)>& work) {
-        QTimer::singleShot(0, qApp, [work] {
-            auto* dialog = qobject_cast<CanCloseTabDialog*>(QApplication::activeModalWidget());
-            if (!dialog)
-                return InEditor(work);
-            work(*dialog);
-        });
     }
     static void Enter(const QDialog& dialog, const char* key, const char* text) {
         auto* field = dialog.findChild<QLineEdit*>(Q(key));
@@ -246,7 +225,7 @@ TEST_F(MemoryView, ARowThatIsNoLongerSelectedIsLeftAlone) {
     ASSERT_TRUE(copied.SetXmlString(FreqStore::Instance().GetClipboardText()));
     ASSERT_EQ(copied.GetFrequencyStoreEntry().size(), 2);
     EXPECT_EQ(copied.GetFrequencyStoreEntry()[0].GetComment(), Q("b")) << "the current one is the nearest";
-    InEditor([](CanCloseTabDialog& dialog) {
+    WhenOpen<CanCloseTabDialog>([](CanCloseTabDialog& dialog) {
         Enter(dialog, "comment", "edited");
         Press(dialog, QDialogButtonBox::Ok);
     });
@@ -406,7 +385,7 @@ TEST_F(MemoryView, TheEditorChangesTheSelectedChannelsAndTheJob) {
         Add(7e6, name);
     m_view->slotEdit(nullptr); // opens nothing
     SelectRows({1});
-    InEditor([](CanCloseTabDialog& dialog) {
+    WhenOpen<CanCloseTabDialog>([](CanCloseTabDialog& dialog) {
         EXPECT_EQ(dialog.windowTitle(), Q("Memory Items Editor"));
         EXPECT_NE(dialog.findChild<QWidget*>(Q("Memory Items Editor")), nullptr);
         Enter(dialog, "comment", "changed");
@@ -418,7 +397,7 @@ TEST_F(MemoryView, TheEditorChangesTheSelectedChannelsAndTheJob) {
     EXPECT_EQ(m_view->topLevelItem(1)->text(2), Q("changed"));
 
     const QString job = m_job->GetValue();
-    InEditor([](CanCloseTabDialog& dialog) {
+    WhenOpen<CanCloseTabDialog>([](CanCloseTabDialog& dialog) {
         Enter(dialog, "comment", "dropped");
         Press(dialog, QDialogButtonBox::Cancel);
     });
@@ -426,7 +405,7 @@ TEST_F(MemoryView, TheEditorChangesTheSelectedChannelsAndTheJob) {
     EXPECT_EQ(m_job->GetValue(), job);
 
     SelectRows({0, 2});
-    InEditor([](CanCloseTabDialog& dialog) {
+    WhenOpen<CanCloseTabDialog>([](CanCloseTabDialog& dialog) {
         Enter(dialog, "threshold", "21");
         Press(dialog, QDialogButtonBox::Ok);
     });
@@ -442,7 +421,7 @@ TEST_F(MemoryView, WhatIsEditedMayEndWhileTheEditorIsOpen) {
     Start(MediatorType::MemoryHF);
     Add(7e6, "a");
     SelectRows({0});
-    InEditor([&](CanCloseTabDialog& dialog) {
+    WhenOpen<CanCloseTabDialog>([&](CanCloseTabDialog& dialog) {
         m_job->SetValue(Q("<JOB/>")); // a new job without channels
         EXPECT_EQ(m_list->ChildCount(), 0u);
         Enter(dialog, "comment", "too late");
@@ -455,7 +434,7 @@ TEST_F(MemoryView, WhatIsEditedMayEndWhileTheEditorIsOpen) {
 
     Add(7e6, "b");
     SelectRows({0});
-    InEditor([&](CanCloseTabDialog&) { delete m_view.data(); });
+    WhenOpen<CanCloseTabDialog>([&](CanCloseTabDialog&) { delete m_view.data(); });
     Traces traces;
     m_view->slotEdit();
     EXPECT_TRUE(m_view.isNull());

@@ -1,35 +1,31 @@
 #pragma once
 
-#include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/noi/noifrequencyhandler.h"
-#include "host/gui/guibase.h"
-#include "host/startup/cfgcenter.h"
-#include "host/valuetree/tree.h"
-#include "tests/support/testfolder.h"
-#include "tests/support/traces.h"
+#include "tests/frequencystore/listrows.h"
 
-#include <QDir>
-#include <QFile>
-
-#include <gtest/gtest.h>
+inline constexpr char TwoXml[] =
+    "<FrequencyStoreList Version=\"1\" Usage=\"NOI\">"
+    "<FrequencyStoreEntry Type=\"d\"><Comment>one</Comment><FFM_Settings><Frequency>7055000</Frequency>"
+    "<IFBandwidth>3000</IFBandwidth></FFM_Settings></FrequencyStoreEntry>"
+    "<FrequencyStoreEntry><FFM_Settings><Frequency>0.5</Frequency></FFM_Settings></FrequencyStoreEntry>"
+    "</FrequencyStoreList>";
+inline constexpr char Profiles[] =
+    "<T><PROFILETBL><PROFILEID>P</PROFILEID><OBJECTENTRY><OBJECT_NAME>Ship</OBJECT_NAME>"
+    "<PRIORITY>1</PRIORITY></OBJECTENTRY><PROFILEPARAMETERSETTBL>"
+    "<NOMINALFREQUENCY>156800000</NOMINALFREQUENCY><NOMINALBANDWIDTH>25000</NOMINALBANDWIDTH>"
+    "</PROFILEPARAMETERSETTBL></PROFILETBL></T>";
 
 /// The list of frequencies of interest in a folder of its own, with its settings, its files and the value
 /// that takes its band list.
-class NoiFixture : public testing::Test, protected TestFolder {
+class NoiFixture : public ListFixture {
 protected:
     void SetUp() override {
-        m_before = QDir::currentPath();
-        m_config = CfgCenter::GetDirectory();
-        QDir::setCurrent(m_folder.path());
-        CfgCenter::SetDirectory(m_folder.path());
         m_list = Tree::Instance()->MakeNode(QStringLiteral("/Lists/NOI"));
         m_definition = GetOrCreateValue<Value<QString>>(QStringLiteral("/Lists/NoiDefinition"));
     }
     void TearDown() override {
         NOIFrequencyHandler::DeleteInstance();
-        Tree::Instance()->GetRoot()->DeleteChildren();
-        CfgCenter::SetDirectory(m_config);
-        QDir::setCurrent(m_before);
+        ListFixture::TearDown();
     }
 
     /// Starts the handler with that file remembered, bound to the definition.
@@ -50,23 +46,9 @@ protected:
     }
 
     /// "frequency|bandwidth|comment" of each entry.
-    QStringList Entries() const {
-        QStringList rows;
-        for (const Node* entry : m_list->Children()) {
-            QStringList row;
-            for (const char* key : {"frequency", "bandwidth", "comment"}) {
-                const ValueBase* value = entry->GetValue(QString::fromLatin1(key));
-                row << (value ? value->GetStringValue() : QStringLiteral("<none>"));
-            }
-            rows << row.join(QLatin1Char('|'));
-        }
-        return rows;
-    }
+    QStringList Entries() const { return RowsOf(m_list, {"frequency", "bandwidth", "comment"}); }
     QString Bands() const { return m_definition->GetValue(); }
     static HalvoNodeMediatorCtrl& Controller() { return *NOIFrequencyHandler::Instance()->GetMediatorCtrl(); }
 
-    Node* m_list = nullptr;
     Value<QString>* m_definition = nullptr;
-    QString m_before;
-    QString m_config;
 };

@@ -1,7 +1,5 @@
 #include "controls/frequencystore/common/halvovieweditor.h"
 #include "controls/frequencystore/noi/searchmcnoilistview.h"
-#include "controls/frequencystore/targets/targetlisthandler.h"
-#include "controls/frequencystore/targets/wkflistview.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/copystruct.h"
 #include "host/freqlist/freqstore.h"
@@ -12,7 +10,6 @@
 #include "tests/frequencystore/noi/noifixture.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/recorder.h"
-#include "tests/support/text.h"
 
 #include <QDialogButtonBox>
 #include <QLineEdit>
@@ -22,16 +19,6 @@
 namespace {
 
 using Bar = FreqStoreListViewButtonBar;
-
-/// Runs when the next dialog is open.
-void WithDialog(std::function<void(CanCloseTabDialog&)> act) {
-    QTimer::singleShot(0, qApp, [act] {
-        auto* dialog = qobject_cast<CanCloseTabDialog*>(QApplication::activeModalWidget());
-        if (!dialog)
-            return WithDialog(act);
-        act(*dialog);
-    });
-}
 
 class NoiViewTest : public NoiFixture {
 protected:
@@ -178,7 +165,7 @@ TEST_F(NoiViewTest, ARowThatIsNoLongerSelectedIsLeftAlone) {
     ASSERT_EQ(Clipboard().GetFrequencyStoreEntry().size(), 2);
     EXPECT_EQ(Clipboard().GetFrequencyStoreEntry()[0].GetComment(), Q("c"))
         << "the current one is the nearest";
-    WithDialog([](CanCloseTabDialog& dialog) {
+    WhenOpen<CanCloseTabDialog>([](CanCloseTabDialog& dialog) {
         auto* comment = dialog.findChild<QLineEdit*>(Q("comment"));
         EXPECT_TRUE(comment && comment->text() == Q("c"));
         dialog.reject();
@@ -217,16 +204,8 @@ TEST_F(NoiViewTest, APasteAddsEveryEntryAndWritesTheBandListOnce) {
     EXPECT_EQ(m_view->RowCount(), 6);
 
     const QString before = Bands();
-    const char* const foreign[] = {
-        "",
-        "hello",
-        "7055000\tone\t3000",
-        "<Foo/>",
-        "<FrequencyStoreList><Fre",
-        "<FrequencyStoreList Version=\"7\"><FrequencyStoreEntry/></FrequencyStoreList>",
-        ("<FrequencyStoreList><FrequencyStoreEntry><FFM_Settings><Frequency>1"
-         "</Frequency></FFM_Settings></FrequencyStoreEntry></Frequency>")};
-    for (const char* text : foreign) {
+    for (const char* text :
+         {"7055000\tone\t3000", "<FrequencyStoreList Version=\"7\"><FrequencyStoreEntry/></FrequencyStoreList>"}) {
         FreqStore::Instance().SetClipboardText(Q(text));
         Traces traces;
         m_view->slotPaste();
@@ -240,31 +219,6 @@ TEST_F(NoiViewTest, APasteAddsEveryEntryAndWritesTheBandListOnce) {
                                              "</FrequencyStoreList>"));
     m_view->slotPaste();
     EXPECT_EQ(Entries().last(), Q("0|0|0")) << "without a frequency it is a new entry";
-}
-
-TEST_F(NoiViewTest, EntriesGoToTheTargetListAndBack) {
-    Node* targets = Tree::Instance()->MakeNode(Q("/Lists/Targets"));
-    TargetListHandler& other = *TargetListHandler::Instance();
-    other.Init(targets, false);
-    const int otherId = other.AddToFreqStore();
-    {
-        WkfListView view(nullptr, static_cast<unsigned>(otherId));
-        m_handler->InsertNewValue(7055000.25, 2700.5, Q("ä <1>"));
-        m_view->selectAll();
-        m_view->slotCopy();
-        view.slotPaste();
-        ASSERT_EQ(targets->ChildCount(), 1u);
-        const std::pair<const char*, const char*> texts[] = {
-            {"frequency", "7055000.25"}, {"bandwidth", "2700.5"}, {"comment", "ä <1>"}};
-        for (const auto& [key, text] : texts)
-            EXPECT_EQ(targets->Children()[0]->GetValue(Q(key))->GetStringValue(), Q(text));
-        view.selectAll();
-        view.slotCopy();
-        m_view->slotPaste();
-        EXPECT_EQ(Entries(), (QStringList{"7055000.25|2700.5|ä <1>", "7055000.25|2700.5|ä <1>"}));
-    }
-    FreqStore::Instance().RemoveFrequencyListDefinition(otherId);
-    TargetListHandler::DeleteInstance();
 }
 
 TEST_F(NoiViewTest, TheEditorWritesTheEntryAndTheBandListFollows) {
@@ -281,7 +235,7 @@ TEST_F(NoiViewTest, TheEditorWritesTheEntryAndTheBandListFollows) {
     };
     for (const auto& row : rows) {
         QString title;
-        WithDialog([&](CanCloseTabDialog& dialog) {
+        WhenOpen<CanCloseTabDialog>([&](CanCloseTabDialog& dialog) {
             auto* editor = dialog.findChild<HalvoViewEditor*>(Q("NOI Editor"));
             ASSERT_NE(editor, nullptr);
             auto* line = editor->findChild<VCLineEdit*>(Q(row.field));
@@ -301,7 +255,7 @@ TEST_F(NoiViewTest, TheEditorWritesTheEntryAndTheBandListFollows) {
     // Without a row a new entry is added and edited; one that is no entry's is left alone.
     m_list->DeleteChildren();
     Controller().ForceUpdateNow();
-    WithDialog([](CanCloseTabDialog& dialog) { dialog.reject(); });
+    WhenOpen<CanCloseTabDialog>([](CanCloseTabDialog& dialog) { dialog.reject(); });
     Trigger(Bar::Edit);
     m_view->slotEdit(nullptr);
     EXPECT_EQ(Entries(), QStringList{"0|0|0"});
@@ -319,7 +273,7 @@ TEST_F(NoiViewTest, EntryViewAndListMayEndWhileTheyAreEdited) {
     };
     for (const auto& end : ends) {
         Fill();
-        WithDialog([&](CanCloseTabDialog& dialog) {
+        WhenOpen<CanCloseTabDialog>([&](CanCloseTabDialog& dialog) {
             const QPointer<CanCloseTabDialog> alive(&dialog);
             end();
             if (alive)

@@ -1,38 +1,16 @@
 #pragma once
 
-#include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/results/searchmcdatahandler.h"
 #include "controls/frequencystore/results/searchmcdatamediator.h"
 #include "controls/frequencystore/results/searchmcdataresult.h"
-#include "host/base/quoros.h"
-#include "host/startup/cfgcenter.h"
-#include "host/valuetree/tree.h"
-#include "tests/support/testfolder.h"
-#include "tests/support/text.h"
-#include "tests/support/traces.h"
-
-#include <QFile>
-
-#include <gtest/gtest.h>
-
-/// A clock that stands still.
-struct FixedClock : IQuorOS {
-    explicit FixedClock(qint64 microseconds) : now(microseconds) { QuorOS::Replace(this); }
-    ~FixedClock() override { QuorOS::Replace(nullptr); }
-    qint64 CurrentTime() const override { return now; }
-    qint64 now;
-};
+#include "tests/frequencystore/listrows.h"
+#include "tests/support/clock.h"
 
 /// The list of classifier results with its handler, a data directory of its own, and a local time zone that
 /// is two hours ahead of UTC in summer.
-class ResultFixture : public testing::Test, protected TestFolder {
+class ResultFixture : public ListFixture {
 protected:
     void SetUp() override {
-        m_zone = qgetenv("TZ");
-        qputenv("TZ", "Europe/Berlin");
-        tzset();
-        m_configured = CfgCenter::GetDirectory();
-        CfgCenter::SetDirectory(m_folder.path());
         CfgCenter::GetAdminCfg(ICfg::Administration)
             .SetString(QStringLiteral("VeltaDataDir"), m_folder.path());
         m_list = Tree::Instance()->MakeNode(QStringLiteral("/Lists/Results"));
@@ -40,10 +18,7 @@ protected:
     }
     void TearDown() override {
         SearchMCDataHandler::DeleteInstance();
-        Tree::Instance()->GetRoot()->DeleteChildren();
-        CfgCenter::SetDirectory(m_configured);
-        m_zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", m_zone);
-        tzset();
+        ListFixture::TearDown();
     }
 
     SearchMCDataResult AddResult(double frequency, double bandwidth = 3000, const char* locked = "UNLOCKED",
@@ -68,20 +43,9 @@ protected:
     /// "|".
     QStringList Results() {
         Controller().ForceUpdateNow();
-        QStringList rows;
-        for (const Node* entry : m_list->Children()) {
-            QStringList row;
-            for (const char* key :
-                 {"frequency", "bandwidthsel", "comment", "locked", "locktime", "confidence", "type"}) {
-                const ValueBase* value = entry->GetValue(Q(key));
-                row << (value ? value->GetStringValue() : Q("<none>"));
-            }
-            rows << row.join(QLatin1Char('|'));
-        }
-        return rows;
+        return RowsOf(m_list,
+                      {"frequency", "bandwidthsel", "comment", "locked", "locktime", "confidence", "type"});
     }
 
-    QByteArray m_zone;
-    QString m_configured;
-    Node* m_list = nullptr;
+    const Zone m_zone{"Europe/Berlin"};
 };

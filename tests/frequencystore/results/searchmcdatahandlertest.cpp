@@ -315,15 +315,6 @@ TEST_F(PasteTest, EachListKeepsWhatItHasOfWhatIsPasted) {
     EXPECT_EQ(Targets().mid(0, 2).join(QLatin1Char('\n')),
               Q("7055000.5|3000|calling||0||undefined|undefined|undefined|undefined\n"
                 "1|2|%1 <&>||0||undefined|undefined|undefined|undefined"));
-
-    m_targets->DeleteChildren();
-    m_list->DeleteChildren();
-    AddTarget(145500000, "Ärger\n\"x\"");
-    CopyAll(*m_targetView, m_targetBar, m_targetBar);
-    EXPECT_EQ(Targets().size(), 2);
-    EXPECT_EQ(Targets()[0], Targets()[1]);
-    CopyAll(*m_targetView, m_targetBar, m_bar);
-    EXPECT_EQ(Results(), QStringList(2, Q("145500000|2700|Ärger\n\"x\"|UNLOCKED|0|0|99")));
 }
 
 TEST_F(PasteTest, ForeignTextAddsNothingAndIsTold) {

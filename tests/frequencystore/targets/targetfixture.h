@@ -1,35 +1,19 @@
 #pragma once
 
-#include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/targets/targetlistparser.h"
 #include "host/report/rgexception.h"
-#include "host/valuetree/tree.h"
-#include "tests/support/testfolder.h"
-#include "tests/support/traces.h"
+#include "tests/frequencystore/listrows.h"
 
-#include <QFile>
-
-#include <gtest/gtest.h>
 #include <memory>
 
 /// A target list of its own in the tree, a folder for its files, and the list as rows of text.
-class TargetFixture : public testing::Test, protected TestFolder {
+class TargetFixture : public ListFixture {
 public:
     /// Frequency, bandwidth, comment, demodulation, priority, threat class, profile ID, profile name, signal
     /// class and transmission system of each target, joined by "|".
     static QStringList TargetsOf(const Node* list) {
-        QStringList rows;
-        for (const Node* target : list->Children()) {
-            QStringList row;
-            for (const char* key :
-                 {"frequency", "bandwidth", "comment", "demodulation", "priority", "threadclass", "profileid",
-                  "profilename", "signalclass", "transmissionsystem"}) {
-                const ValueBase* value = target->GetValue(QString::fromLatin1(key));
-                row << (value ? value->GetStringValue() : QStringLiteral("<none>"));
-            }
-            rows << row.join(QLatin1Char('|'));
-        }
-        return rows;
+        return RowsOf(list, {"frequency", "bandwidth", "comment", "demodulation", "priority", "threadclass",
+                             "profileid", "profilename", "signalclass", "transmissionsystem"});
     }
 
 protected:
@@ -39,7 +23,7 @@ protected:
     }
     void TearDown() override {
         m_parser.reset();
-        Tree::Instance()->GetRoot()->DeleteChildren();
+        ListFixture::TearDown();
     }
 
     /// As the handler does: a refusal by exception is a failure.
@@ -59,7 +43,6 @@ protected:
     QStringList Targets() const { return TargetsOf(m_list); }
     HalvoNodeMediatorCtrl& Controller() { return *m_parser->GetMediatorCtrl(); }
 
-    Node* m_list = nullptr;
     std::unique_ptr<TargetListParser> m_parser;
     QString m_refusal;
 };

@@ -1,10 +1,7 @@
 #include "controls/frequencystore/targets/targetlisthandler.h"
-#include "host/startup/cfgcenter.h"
 #include "tests/frequencystore/targets/targetfixture.h"
 #include "tests/support/dialogs.h"
-#include "tests/support/text.h"
 
-#include <QDir>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -26,15 +23,10 @@ struct OtherInstance : IObserver {
 
 class TargetHandlerTest : public TargetFixture {
 protected:
-    void SetUp() override {
-        m_list = Tree::Instance()->MakeNode(Q("/Lists/LocalTargetList"));
-        m_before = QDir::currentPath();
-        QDir::setCurrent(m_folder.path());
-    }
+    void SetUp() override { m_list = Tree::Instance()->MakeNode(Q("/Lists/LocalTargetList")); }
     void TearDown() override {
         TargetListHandler::DeleteInstance();
         TargetFixture::TearDown();
-        QDir::setCurrent(m_before);
     }
     TargetListHandler& Start(bool client, bool loadDefault = false) {
         TargetListHandler* handler = TargetListHandler::Instance();
@@ -57,7 +49,6 @@ protected:
         return Path(Q("profiles.xml"));
     }
 
-    QString m_before;
     OtherInstance m_other;
 };
 
@@ -105,8 +96,6 @@ TEST_F(TargetHandlerTest, AClientAnnouncesANewListAndReadsNoFile) {
 }
 
 TEST_F(TargetHandlerTest, TheDefaultListIsReadByAServerThatHasNone) {
-    const QString configured = CfgCenter::GetDirectory();
-    CfgCenter::SetDirectory(m_folder.path());
     const QString path = Q("Targets.xml");
     struct {
         const char* content;
@@ -120,10 +109,7 @@ TEST_F(TargetHandlerTest, TheDefaultListIsReadByAServerThatHasNone) {
         {"<FrequencyStoreList><Freq", false, false, 0},
     };
     for (const auto& row : rows) {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(row.content);
-        file.close();
+        Write(path, row.content);
         TargetListHandler::DeleteInstance();
         m_list->DeleteChildren();
         GetOrCreateValue<Value<bool>>(Q("/Lists/LocalTargetList_FileLoaded"))->SetValue(row.loaded);
@@ -136,7 +122,6 @@ TEST_F(TargetHandlerTest, TheDefaultListIsReadByAServerThatHasNone) {
         handler.GetParser()->GetMediatorCtrl()->ForceUpdateNow();
         EXPECT_EQ(handler.GetParser()->GetMediatorCtrl()->size(), row.targets + 1);
     }
-    CfgCenter::SetDirectory(configured);
 }
 
 TEST_F(TargetHandlerTest, AProfileTableIsNeverOverwritten) {
@@ -195,31 +180,29 @@ TEST_F(TargetHandlerTest, DialogsChooseAndCancel) {
 }
 
 TEST_F(TargetHandlerTest, HandlerValuesAndListEndInAnyOrder) {
-    for (int order = 0; order < 6; ++order) {
+    std::array order{0, 1, 2};
+    do {
         m_list = Tree::Instance()->MakeNode(Q("/Lists/LocalTargetList"));
         TargetListHandler& handler = Start(false);
         handler.AddToFreqStore();
         ASSERT_TRUE(handler.ReadFile(TwoTargets("list.ltl")));
-        const auto endValues = [] {
-            Tree::Instance()->GetNode(Q("/Lists"))->DeleteValue(Q("LocalTargetList_FileLoaded"));
-            Tree::Instance()->GetNode(Q("/Lists"))->DeleteValue(Q("LocalTargetList_FileName"));
-        };
-        const auto endList = [this] { Tree::Instance()->GetNode(Q("/Lists"))->DeleteNode(m_list); };
-        const std::function<void()> steps[][3] = {{endValues, endList, TargetListHandler::DeleteInstance},
-                                                  {endValues, TargetListHandler::DeleteInstance, endList},
-                                                  {endList, endValues, TargetListHandler::DeleteInstance},
-                                                  {endList, TargetListHandler::DeleteInstance, endValues},
-                                                  {TargetListHandler::DeleteInstance, endValues, endList},
-                                                  {TargetListHandler::DeleteInstance, endList, endValues}};
+        const std::function<void()> steps[] = {
+            [] {
+                Tree::Instance()->GetNode(Q("/Lists"))->DeleteValue(Q("LocalTargetList_FileLoaded"));
+                Tree::Instance()->GetNode(Q("/Lists"))->DeleteValue(Q("LocalTargetList_FileName"));
+            },
+            [this] { Tree::Instance()->GetNode(Q("/Lists"))->DeleteNode(m_list); },
+            TargetListHandler::DeleteInstance};
         QSignalSpy announced(&handler, &TargetListHandler::signalNewFileLoaded);
+        const QPointer<TargetListHandler> alive(&handler);
         for (int i = 0; i < 3; ++i) {
-            if (i == order % 3 && announced.size() == 0 && order < 4)
+            if (i == order.back() && alive) // the announcement comes at first, or when something has ended
                 announced.wait();
-            steps[order][i]();
+            steps[order[static_cast<size_t>(i)]]();
         }
         EXPECT_EQ(Tree::Instance()->GetNode(Q("/Lists/LocalTargetList")), nullptr);
         Tree::Instance()->GetRoot()->DeleteChildren();
-    }
+    } while (std::next_permutation(order.begin(), order.end()));
 }
 
 } // namespace
