@@ -1,5 +1,6 @@
 # Sourced by the scripts: installs what is missing of the Debian packages that the project is built with.
-packages=(g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools libgl-dev libgtest-dev libgmock-dev
+packages=(g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools qt6-tools-dev
+          qt6-l10n-tools qt6-translations-l10n libgl-dev libgtest-dev libgmock-dev
           libbenchmark-dev libgeographiclib-dev libxml2-utils fonts-dejavu-core python3 tzdata valgrind)
 
 install_missing_packages() {

@@ -192,7 +192,7 @@ FreqStoreListViewButtonBar* MainWindow::BarOf(int listId) const {
 
 QString MainWindow::TabFileName(int index) const {
     QString name = m_tabs->tabText(index).toLower();
-    static const QRegularExpression others(QStringLiteral("[^a-z0-9]+"));
+    static const QRegularExpression others(QStringLiteral("[^\\p{L}\\p{N}]+"));
     return name.replace(others, QStringLiteral("-"));
 }
 
@@ -220,7 +220,7 @@ void MainWindow::showTitle() {
 
 QDockWidget* MainWindow::AddPanel(QWidget* panel, const QString& title, Qt::DockWidgetArea area) {
     auto* dock = new QDockWidget(title, this);
-    dock->setObjectName(title);
+    dock->setObjectName(panel->metaObject()->className()); // the same in every language
     dock->setWidget(panel);
     addDockWidget(area, dock);
     m_viewMenu->addAction(dock->toggleViewAction());
