@@ -5,7 +5,11 @@
 #include "tests/workstation/stationfixture.h"
 
 #include <QDockWidget>
+#include <QFile>
+#include <QLibraryInfo>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTabWidget>
 
 #include <gmock/gmock.h>
@@ -92,6 +96,15 @@ TEST_F(Languages, AGermanWindowIsGermanThroughout) {
         titles << targets->headerItem()->text(column);
     EXPECT_EQ(titles.join(' '), "Frequenz Name Bandbreite Demodulation Priorität Bedrohungsklasse "
                                 "Signalklasse Übertragungsverfahren");
+}
+
+TEST_F(Languages, QtsOwnTextsFollowWhereTheyAreInstalled) {
+    if (!QFile::exists(QLibraryInfo::path(QLibraryInfo::TranslationsPath) + "/qtbase_de.qm"))
+        GTEST_SKIP() << "there are none";
+    start({"--language", "de"});
+    EXPECT_EQ(
+        QMessageBox(QMessageBox::NoIcon, {}, {}, QMessageBox::Cancel).button(QMessageBox::Cancel)->text(),
+        "Abbrechen");
 }
 
 TEST_F(Languages, NoTwoEntriesOfAGermanMenuShareAKey) {
