@@ -31,16 +31,22 @@
         <translation>Alle Bänder als „untere,obere;“ in Hertz kopieren</translation>
     </message>
     <message>
-        <source>%1 bands</source>
-        <translation>%1 Bänder</translation>
-    </message>
-    <message>
-        <source>%1 bands of %2 frequencies</source>
-        <translation>%1 Bänder aus %2 Frequenzen</translation>
-    </message>
-    <message>
         <source>and %1 more</source>
         <translation>und %1 weitere</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln bands</source>
+        <translation>
+            <numerusform>%Ln Band</numerusform>
+            <numerusform>%Ln Bänder</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln bands of %1 frequencies</source>
+        <translation>
+            <numerusform>%Ln Band aus %1 Frequenzen</numerusform>
+            <numerusform>%Ln Bänder aus %1 Frequenzen</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -310,10 +316,6 @@
         <translation>Filter</translation>
     </message>
     <message>
-        <source>%1 entries</source>
-        <translation>%1 Einträge</translation>
-    </message>
-    <message>
         <source>, %1 shown</source>
         <translation>, %1 angezeigt</translation>
     </message>
@@ -324,6 +326,13 @@
     <message>
         <source>, paused, %1 waiting</source>
         <translation>, angehalten, %1 warten</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries</source>
+        <translation>
+            <numerusform>%Ln Eintrag</numerusform>
+            <numerusform>%Ln Einträge</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -889,10 +898,6 @@
         <translation>Die Frequenzen von Interesse haben keine Datei, seit ein Dateidialog abgebrochen wurde.</translation>
     </message>
     <message>
-        <source>The list of frequencies of interest is empty; its file %1 still holds %2 entries.</source>
-        <translation>Die Liste der Frequenzen von Interesse ist leer; ihre Datei %1 enthält noch %2 Einträge.</translation>
-    </message>
-    <message>
         <source>Try Again</source>
         <translation>Erneut versuchen</translation>
     </message>
@@ -931,6 +936,13 @@
     <message>
         <source>keeps the frequencies of interest, which had no file any more</source>
         <translation>enthält die Frequenzen von Interesse, die keine Datei mehr hatten</translation>
+    </message>
+    <message numerus="yes">
+        <source>The list of frequencies of interest is empty; its file %1 still holds %n entries.</source>
+        <translation>
+            <numerusform>Die Liste der Frequenzen von Interesse ist leer; ihre Datei %1 enthält noch %n Eintrag.</numerusform>
+            <numerusform>Die Liste der Frequenzen von Interesse ist leer; ihre Datei %1 enthält noch %n Einträge.</numerusform>
+        </translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,23 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
+    <name>BandsPanel</name>
+    <message numerus="yes">
+        <source>%Ln bands</source>
+        <translation>
+            <numerusform>%Ln band</numerusform>
+            <numerusform>%Ln bands</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln bands of %1 frequencies</source>
+        <translation>
+            <numerusform>%Ln band of %1 frequencies</numerusform>
+            <numerusform>%Ln bands of %1 frequencies</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>FileOpener</name>
     <message numerus="yes">
         <source>%n lines, not one has a frequency</source>
@@ -22,6 +39,26 @@
         <translation>
             <numerusform>%n entry</numerusform>
             <numerusform>%n entries</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>FreqStoreListViewButtonBar</name>
+    <message numerus="yes">
+        <source>%Ln entries</source>
+        <translation>
+            <numerusform>%Ln entry</numerusform>
+            <numerusform>%Ln entries</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>NoiKeeper</name>
+    <message numerus="yes">
+        <source>The list of frequencies of interest is empty; its file %1 still holds %n entries.</source>
+        <translation>
+            <numerusform>The list of frequencies of interest is empty; its file %1 still holds %n entry.</numerusform>
+            <numerusform>The list of frequencies of interest is empty; its file %1 still holds %n entries.</numerusform>
         </translation>
     </message>
 </context>

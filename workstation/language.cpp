@@ -51,7 +51,7 @@ Language::Language(const QString& code) : m_code(code.isEmpty() ? codeOfSettings
     const QLocale desktop = QLocale::system();
     if (m_code.isEmpty())
         m_code = FirstKnown(desktop.uiLanguages());
-    if (QLocale(m_code).language() != desktop.language() && desktop.language() != QLocale::C)
+    if (QLocale(m_code).language() != desktop.language())
         QLocale::setDefault(QLocale(m_code));
     // Qt's own texts may not be installed; its buttons are English then.
     if (m_qt.load(QStringLiteral("qtbase_") + m_code, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
