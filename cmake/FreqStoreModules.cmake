@@ -56,3 +56,14 @@ target_link_libraries(workstation_lib PRIVATE Qt6::Svg PUBLIC Qt6::PrintSupport)
 target_sources(workstation_lib PRIVATE workstation/bandplan/bandplan.qrc)
 set_target_properties(workstation_lib PROPERTIES AUTORCC ON)
 freqstore_program(freqstore-cli cli)
+
+# The window's languages lie in the program: texts of the libraries, too, which stay English in any other one.
+file(GLOB translations CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/translations/*.ts)
+qt_add_lrelease(workstation_lib TS_FILES ${translations} QM_FILES_OUTPUT_VARIABLE compiled_translations
+                OPTIONS -silent)
+qt_add_resources(workstation_lib translations PREFIX /translations BASE ${PROJECT_BINARY_DIR}
+                 FILES ${compiled_translations})
+# By hand, as it writes into the sources.
+add_custom_target(update_translations
+                  COMMAND ${PROJECT_SOURCE_DIR}/translations/update $<TARGET_FILE:Qt6::lupdate>
+                          ${PROJECT_SOURCE_DIR}/translations -no-obsolete)

@@ -80,5 +80,5 @@ function(freqstore_test folder)
   target_compile_definitions(test_${folder} PRIVATE SAMPLES_DIR="${PROJECT_SOURCE_DIR}/samples")
   freqstore_use_pch(test_${folder} tests)
   gtest_discover_tests(test_${folder} DISCOVERY_MODE PRE_TEST PROPERTIES ENVIRONMENT
-                       "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8" TIMEOUT 300)
+                       "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LANGUAGE=" TIMEOUT 300)
 endfunction()

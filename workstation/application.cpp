@@ -30,6 +30,7 @@
 #include "workstation/frequencybar.h"
 #include "workstation/job.h"
 #include "workstation/jobpanel.h"
+#include "workstation/language.h"
 #include "workstation/listchanges.h"
 #include "workstation/mainwindow.h"
 #include "workstation/memoryneed.h"
@@ -127,7 +128,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     });
     if (!lostNoi.isEmpty())
         Problems::Report("application",
-                         {lostNoi, 0, QStringLiteral("is gone; the frequencies of interest start empty")});
+                         {lostNoi, 0, MainWindow::tr("is gone; the frequencies of interest start empty")});
     for (const Problem& problem : early)
         m_window->GetMessages()->AddProblem(problem);
     lockDirectory();
@@ -189,10 +190,11 @@ void Workstation::prepareDirectories() {
     QDir().mkpath(config);
     CfgCenter::SetDirectory(config);
     ListSettings::SetDirectory(config);
+    m_language = std::make_unique<Language>(m_options.language);
     if (QDir().mkpath(data))
         QDir::setCurrent(data);
     else
-        Problems::Report("application", {data, 0, QStringLiteral("data directory cannot be made")});
+        Problems::Report("application", {data, 0, MainWindow::tr("data directory cannot be made")});
     if (CfgCenter::GetAdminCfg(ICfg::Administration)
             .GetString(QStringLiteral("VeltaDataDir"), QString())
             .isEmpty())
@@ -522,7 +524,7 @@ void Workstation::loadPlugIn(const QString& path) {
     const auto start = reinterpret_cast<void (*)()>(library->resolve(PlugInStart));
     if (!start) {
         Problems::Report("application",
-                         {path, 0, QStringLiteral("is no plug-in: ") + library->errorString()});
+                         {path, 0, MainWindow::tr("is no plug-in: ") + library->errorString()});
         return;
     }
     start();
@@ -558,7 +560,7 @@ void Workstation::readSamples() {
     if (found.isEmpty()) {
         Problems::Report(
             "application",
-            {program, 0, QStringLiteral("no sample lists were found in this folder or above it")});
+            {program, 0, MainWindow::tr("no sample lists were found in this folder or above it")});
         return;
     }
     const QDir samples(found);

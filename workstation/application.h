@@ -10,6 +10,7 @@ class Ending;
 class FileOpener;
 class Job;
 class JobPanel;
+class Language;
 class ListChanges;
 class MainWindow;
 class QLibrary;
@@ -73,6 +74,7 @@ private:
     void readSamples();
 
     Options m_options;
+    std::unique_ptr<Language> m_language;
     std::vector<std::unique_ptr<QLibrary>> m_plugIns;
     std::unique_ptr<SimulatedReceiver> m_receiver;
     std::unique_ptr<SimulatedSearch> m_search;

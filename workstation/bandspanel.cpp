@@ -59,10 +59,10 @@ void BandsPanel::fill() {
     const std::vector<NoiBands::Band>& bands = m_bands.GetBands();
     const QLocale locale;
     const auto count = [&](size_t number) { return locale.toString(static_cast<qulonglong>(number)); };
-    m_heading->setText(
-        bands.size() == m_bands.GetCount()
-            ? tr("%1 bands").arg(count(bands.size()))
-            : tr("%1 bands of %2 frequencies").arg(count(bands.size()), count(m_bands.GetCount())));
+    m_heading->setText(bands.size() == m_bands.GetCount()
+                           ? tr("%Ln bands", nullptr, static_cast<int>(bands.size()))
+                           : tr("%Ln bands of %1 frequencies", nullptr, static_cast<int>(bands.size()))
+                                 .arg(count(m_bands.GetCount())));
     m_copy->setEnabled(!bands.empty());
     QString text;
     for (size_t i = 0; i < std::min(bands.size(), MaxLines); ++i) {

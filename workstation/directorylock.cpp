@@ -1,5 +1,6 @@
 #include "workstation/directorylock.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QSysInfo>
 
@@ -12,8 +13,9 @@ DirectoryLock::DirectoryLock(const QString& directory)
     QString host;
     QString program;
     m_file.getLockInfo(&process, &host, &program);
-    m_other = QStringLiteral("%1 (process %2").arg(program, QString::number(process));
-    if (host != QSysInfo::machineHostName())
-        m_other += QStringLiteral(" on ") + host;
-    m_other += QLatin1Char(')');
+    const QString number = QString::number(process);
+    m_other = host == QSysInfo::machineHostName()
+                  ? QCoreApplication::translate("DirectoryLock", "%1 (process %2)").arg(program, number)
+                  : QCoreApplication::translate("DirectoryLock", "%1 (process %2 on %3)")
+                        .arg(program, number, host);
 }

@@ -11,7 +11,7 @@ public:
     using QApplication::QApplication;
 
     bool notify(QObject* receiver, QEvent* event) override {
-        return WithinMemory(tr("The last action"), false,
+        return WithinMemory(translate("GuardedApplication", "The last action"), false,
                             [&] { return QApplication::notify(receiver, event); });
     }
 };

@@ -254,7 +254,7 @@ QString MainWindow::TabName(int index) const {
 
 QString MainWindow::TabFileName(int index) const {
     QString name = TabName(index).toLower();
-    static const QRegularExpression others(QStringLiteral("[^a-z0-9]+"));
+    static const QRegularExpression others(QStringLiteral("[^\\p{L}\\p{N}]+"));
     return name.replace(others, QStringLiteral("-"));
 }
 
@@ -338,7 +338,9 @@ void MainWindow::showTitle() {
 
 QDockWidget* MainWindow::AddPanel(QWidget* panel, const QString& title, Qt::DockWidgetArea area) {
     auto* dock = new QDockWidget(title, this);
-    dock->setObjectName(title);
+    const auto* scrolled = qobject_cast<const QScrollArea*>(panel);
+    // The same in every language.
+    dock->setObjectName((scrolled ? scrolled->widget() : panel)->metaObject()->className());
     dock->setAccessibleName(title);
     dock->setWidget(panel);
     addDockWidget(area, dock);

@@ -2,6 +2,7 @@
 
 #include "host/base/problems.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QLocale>
 
@@ -54,12 +55,14 @@ QString WhyTooLarge(qint64 entries, qint64 available) {
     if (entries <= available / BytesPerEntry)
         return QString();
     const QLocale locale;
-    return QStringLiteral("%1 entries need %2 of memory, and %3 are available")
+    return QCoreApplication::translate("MemoryNeed", "%1 entries need %2 of memory, and %3 are available")
         .arg(locale.toString(entries), locale.formattedDataSize(entries * BytesPerEntry, 1),
              locale.formattedDataSize(std::max<qint64>(available, 0), 1));
 }
 
 void TellOutOfMemory(const QString& what) {
-    Problems::Report("memoryneed",
-                     {what, 0, QStringLiteral("there is not enough memory; it was given up half-way")});
+    Problems::Report(
+        "memoryneed",
+        {what, 0,
+         QCoreApplication::translate("MemoryNeed", "there is not enough memory; it was given up half-way")});
 }

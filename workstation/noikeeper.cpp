@@ -78,8 +78,9 @@ QString NoiKeeper::whatIsWrong(State state) const {
     case State::NoFile:
         return tr("The frequencies of interest have no file since a file dialog was cancelled.");
     case State::Emptied:
-        return tr("The list of frequencies of interest is empty; its file %1 still holds %2 entries.")
-            .arg(file, QString::number(m_entriesInFile));
+        return tr("The list of frequencies of interest is empty; its file %1 still holds %n entries.",
+                  nullptr, static_cast<int>(m_entriesInFile))
+            .arg(file);
     case State::Kept:
         break;
     }

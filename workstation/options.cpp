@@ -1,5 +1,7 @@
 #include "workstation/options.h"
 
+#include "workstation/language.h"
+
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFileInfo>
@@ -32,6 +34,7 @@ QString whyNoDirectory(const QString& path) {
 } // namespace
 
 Options Options::Parse(const QStringList& arguments, QString& error) {
+    const QString languages = Language::Known().join(QStringLiteral(" or "));
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Workstation for lists of frequencies"));
     parser.addHelpOption();
@@ -56,7 +59,10 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
                                  QStringLiteral("FILE"));
     const QCommandLineOption demo(QStringLiteral("demo"),
                                   QStringLiteral("Load the sample lists and a sample job."));
-    parser.addOptions({data, config, receiver, job, screenshot, trace, plugIn, demo});
+    const QCommandLineOption language(QStringLiteral("language"),
+                                      QStringLiteral("The language of the window: %1.").arg(languages),
+                                      QStringLiteral("CODE"));
+    parser.addOptions({data, config, receiver, job, screenshot, trace, plugIn, demo, language});
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("Files to read: jobs, NOI lists, target lists."),
                                  QStringLiteral("[FILE...]"));
@@ -80,6 +86,9 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
         options.receiver = kind->kind;
     else
         error = QStringLiteral("--receiver takes hf or vuhf, not \"%1\"").arg(parser.value(receiver));
+    options.language = parser.value(language);
+    if (parser.isSet(language) && !Language::Known().contains(options.language))
+        error = QStringLiteral("--language takes %1, not \"%2\"").arg(languages, options.language);
     for (const QCommandLineOption* option : {&data, &config, &screenshot}) {
         const QString why = parser.isSet(*option) ? whyNoDirectory(parser.value(*option)) : QString();
         if (!why.isEmpty())

@@ -10,6 +10,7 @@ struct Options {
     QString configDirectory;
     QString screenshotDirectory;
     QString jobFile;
+    QString language; ///< "de"; empty for that of the settings
     ReceiverKind receiver = ReceiverKind::HF;
     unsigned traceMask = 0;
     bool demo = false;

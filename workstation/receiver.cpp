@@ -148,7 +148,7 @@ QString Receiver::ProblemOf(const ReceiverSetting& setting, const QString& text)
         return antennas->GetItem(text.toLong()) ? QString() : tr("there is no antenna %1").arg(text);
     }
     ValueBase* value = GetValue(setting.key);
-    const QString title = QString::fromUtf8(setting.title).toLower();
+    const QString title = tr(setting.title);
     if (const auto* selection = value_cast<ValueSelection>(value))
         return selection->GetItem(text) ? QString() : tr("there is no %1 \"%2\"").arg(title, text);
     const IValueNumeric* limits = numeric_cast(value);

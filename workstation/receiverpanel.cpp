@@ -45,7 +45,7 @@ ReceiverPanel::ReceiverPanel(Receiver& receiver, const NoiBands& bands, QWidget*
 void ReceiverPanel::addSetting(QFormLayout& form, const ReceiverSetting& setting) {
     if (!setting.title)
         return;
-    const QString title = QString::fromUtf8(setting.title);
+    const QString title = Receiver::tr(setting.title);
     if (setting.type == ReceiverSetting::Type::Choice) {
         auto* box = new VCComboBoxClassic(this, qPrintable(setting.key.Text()));
         box->SetValueSelection(m_receiver.Find<ValueSelection>(setting.key));

@@ -1,5 +1,7 @@
 #include "workstation/receiversettings.h"
 
+#include <QtGlobal>
+
 namespace {
 
 using enum ReceiverSetting::Type;
@@ -15,25 +17,27 @@ constexpr ReceiverChoice Antennas[] = {
     {"Automatic", 0, 0}, {"Discone", 1, 1}, {"Log-periodic", 2, 2}, {"Horn", 3, 3}};
 
 constexpr ReceiverSetting HfSettings[] = {
-    {Keys::KeyFrequency, "Frequency", "", Frequency, 9e3, 30e6, 6060e3},
-    {Keys::KeyBandwidth, "Bandwidth", "", Bandwidth, 100, 40e3, 6000},
-    {Keys::KeyDemodulation, "Demodulation", "", Choice, 0, 0, 1, HfDemodulations},
-    {Keys::Threshold, "Threshold", "dBµV", Integer, -40, 110, 20},
-    {Keys::BFOFrequency, "BFO", "Hz", Integer, -10000, 10000, 0},
-    {Keys::OutputIFPath, "Output IF path", "", Choice, 0, 0, 0, OutputIFPaths},
-    {Keys::Shift, "Shift", "Hz", Integer, 26, 39974, 20000},
+    {Keys::KeyFrequency, QT_TRANSLATE_NOOP("Receiver", "Frequency"), "", Frequency, 9e3, 30e6, 6060e3},
+    {Keys::KeyBandwidth, QT_TRANSLATE_NOOP("Receiver", "Bandwidth"), "", Bandwidth, 100, 40e3, 6000},
+    {Keys::KeyDemodulation, QT_TRANSLATE_NOOP("Receiver", "Demodulation"), "", Choice, 0, 0, 1,
+     HfDemodulations},
+    {Keys::Threshold, QT_TRANSLATE_NOOP("Receiver", "Threshold"), "dBµV", Integer, -40, 110, 20},
+    {Keys::BFOFrequency, QT_TRANSLATE_NOOP("Receiver", "BFO"), "Hz", Integer, -10000, 10000, 0},
+    {Keys::OutputIFPath, QT_TRANSLATE_NOOP("Receiver", "Output IF path"), "", Choice, 0, 0, 0, OutputIFPaths},
+    {Keys::Shift, QT_TRANSLATE_NOOP("Receiver", "Shift"), "Hz", Integer, 26, 39974, 20000},
 };
 
 constexpr ReceiverSetting VuhfSettings[] = {
-    {Keys::KeyFrequency, "Frequency", "", Frequency, 20e6, 3e9, 98.5e6},
-    {Keys::KeyBandwidth, "Bandwidth", "", Bandwidth, 100, 20e6, 150e3},
-    {Keys::KeyDemodulation, "Demodulation", "", Choice, 0, 0, 2, VuhfDemodulations},
-    {Keys::Threshold, "Threshold", "dBµV", Integer, -40, 110, 20},
-    {Keys::UseSquelch, "Squelch", "", Flag},
-    {Keys::AFC, "AFC", "", Flag},
-    {Keys::UseAttenuation, "Manual attenuation", "", Flag},
-    {Keys::Attenuation, "Attenuation", "dB", Integer, 0, 40, 0},
-    {KeyAntenna, "Antenna", "", Choice, 0, 0, 1, Antennas},
+    {Keys::KeyFrequency, QT_TRANSLATE_NOOP("Receiver", "Frequency"), "", Frequency, 20e6, 3e9, 98.5e6},
+    {Keys::KeyBandwidth, QT_TRANSLATE_NOOP("Receiver", "Bandwidth"), "", Bandwidth, 100, 20e6, 150e3},
+    {Keys::KeyDemodulation, QT_TRANSLATE_NOOP("Receiver", "Demodulation"), "", Choice, 0, 0, 2,
+     VuhfDemodulations},
+    {Keys::Threshold, QT_TRANSLATE_NOOP("Receiver", "Threshold"), "dBµV", Integer, -40, 110, 20},
+    {Keys::UseSquelch, QT_TRANSLATE_NOOP("Receiver", "Squelch"), "", Flag},
+    {Keys::AFC, QT_TRANSLATE_NOOP("Receiver", "AFC"), "", Flag},
+    {Keys::UseAttenuation, QT_TRANSLATE_NOOP("Receiver", "Manual attenuation"), "", Flag},
+    {Keys::Attenuation, QT_TRANSLATE_NOOP("Receiver", "Attenuation"), "dB", Integer, 0, 40, 0},
+    {KeyAntenna, QT_TRANSLATE_NOOP("Receiver", "Antenna"), "", Choice, 0, 0, 1, Antennas},
     {Keys::AntennaID, nullptr, "", Integer, 0, 99, 1},
 };
 

@@ -25,7 +25,7 @@ struct ReceiverSetting {
     enum class Type { Frequency, Bandwidth, Integer, Choice, Flag };
 
     const FreqList::Key& key;
-    const char* title; ///< null for a setting that another one shows
+    const char* title; ///< for Receiver::tr; null for a setting that another one shows
     const char* unit;  ///< of an integer
     Type type;
     double min = 0; ///< limits of a number; Hz for frequencies and bandwidths

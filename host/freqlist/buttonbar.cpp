@@ -222,7 +222,7 @@ void FreqStoreListViewButtonBar::SetTip(Action action, const QString& tip) {
 
 void FreqStoreListViewButtonBar::showCounts() {
     const QLocale locale;
-    QString text = tr("%1 entries").arg(locale.toString(m_list->RowCount()));
+    QString text = tr("%Ln entries", nullptr, m_list->RowCount());
     if (m_list->ShownCount() != m_list->RowCount())
         text += tr(", %1 shown").arg(locale.toString(m_list->ShownCount()));
     if (m_list->IsFiltering())

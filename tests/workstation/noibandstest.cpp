@@ -127,7 +127,7 @@ TEST_F(NoiWindow, TheBarShadesTheBandsWhereTheyAre) {
 }
 
 TEST_F(NoiWindow, ThePanelShowsTheBandsAndCopiesTheirText) {
-    auto* dock = m_window->findChild<QDockWidget*>(Q("NOI bands"));
+    auto* dock = m_window->findChild<QDockWidget*>(Q("BandsPanel"));
     ASSERT_NE(dock, nullptr);
     EXPECT_TRUE(dock->isHidden());
     const QList<QAction*> menus = m_window->menuBar()->actions();

@@ -54,6 +54,7 @@ INSTANTIATE_TEST_SUITE_P(
     Lines, WrongOptions,
     testing::Values(WrongLine{{"--receiver", "uhf"}, "\"uhf\""},
                     WrongLine{{"--receiver", "HF"}, "hf or vuhf"}, WrongLine{{"--trace", "all"}, "\"all\""},
+                    WrongLine{{"--language", "xx"}, "de or en, not \"xx\""},
                     WrongLine{{"--colour"}, "colour"}, WrongLine{{"--data"}, "data"},
                     WrongLine{{"--data", SAMPLES_DIR "/targets.ltl"}, "no directory"},
                     WrongLine{{"--config", SAMPLES_DIR "/targets.ltl/x/y"}, "--config"},

@@ -130,11 +130,11 @@ INSTANTIATE_TEST_SUITE_P(
         Write{ReceiverKind::HF, Keys::KeyFrequency, "30000000", "30000001", "30.000000 MHz"},
         Write{ReceiverKind::VUHF, Keys::KeyFrequency, "20000000", "19999999", "19999.999 kHz"},
         Write{ReceiverKind::VUHF, Keys::KeyFrequency, "3000000000", "3000000001", "3000.000001 MHz"},
-        Write{ReceiverKind::HF, Keys::KeyBandwidth, "40000", "40001", "bandwidth 40.001 kHz"},
-        Write{ReceiverKind::HF, Keys::Threshold, "-40", "-41", "threshold -41 is outside -40 to 110"},
-        Write{ReceiverKind::HF, Keys::Shift, "26", "25", "shift"},
-        Write{ReceiverKind::HF, Keys::BFOFrequency, "-10000", "10001", "bfo"},
-        Write{ReceiverKind::VUHF, Keys::Attenuation, "40", "41", "attenuation"},
+        Write{ReceiverKind::HF, Keys::KeyBandwidth, "40000", "40001", "Bandwidth 40.001 kHz"},
+        Write{ReceiverKind::HF, Keys::Threshold, "-40", "-41", "Threshold -41 is outside -40 to 110"},
+        Write{ReceiverKind::HF, Keys::Shift, "26", "25", "Shift"},
+        Write{ReceiverKind::HF, Keys::BFOFrequency, "-10000", "10001", "BFO"},
+        Write{ReceiverKind::VUHF, Keys::Attenuation, "40", "41", "Attenuation"},
         Write{ReceiverKind::VUHF, Keys::AntennaID, "3", "7", "no antenna 7"}));
 
 TEST_F(Receivers, AnAntennaIsTheSameByNameAndByNumber) {

@@ -49,7 +49,7 @@ void ArrangeList(VectorListViewBase& view, std::span<const DetectionColumn> colu
 }
 
 bool InitBar(VectorListViewBase& view, Bar& bar, bool& connected) {
-    bar.SetCaption(QCoreApplication::translate(Context, "Frequency Store - Detection Conventional"));
+    bar.SetCaption(QCoreApplication::translate("SearchMC", "Frequency Store - Detection Conventional"));
     for (const Bar::Action action : {Bar::Copy, Bar::Save})
         bar.GetAction(action)->setVisible(true);
     OfferCsv({bar.GetAction(Bar::Export)}, CsvIsAllowed());
@@ -78,7 +78,7 @@ CopyIds FetchCopyIds() {
 
 QString CommentOf(const DetectionConventional& record) {
     using Adapter = DetectionConventionalAdapter;
-    return QCoreApplication::translate(Context, "Detection %1, level %2, %3")
+    return QCoreApplication::translate("SearchMC", "Detection %1, level %2, %3")
         .arg(Adapter::GetName(record), Adapter::GetLevelString(record), Adapter::GetStartTimeString(record));
 }
 

@@ -10,7 +10,7 @@ namespace MemoryDialogs {
 namespace {
 
 QString tr(const char* text) {
-    return QCoreApplication::translate("MemorySystemHandler", text);
+    return QCoreApplication::translate("MemoryDialogs", text);
 }
 
 } // namespace

@@ -10,7 +10,7 @@ namespace NoiDialogs {
 namespace {
 
 QString tr(const char* text) {
-    return QCoreApplication::translate("NOIFrequencyHandler", text);
+    return QCoreApplication::translate("NoiDialogs", text);
 }
 
 /// A name without an ending gets `suffix`.

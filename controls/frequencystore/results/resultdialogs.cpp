@@ -10,7 +10,7 @@ namespace ResultDialogs {
 namespace {
 
 QString tr(const char* text) {
-    return QCoreApplication::translate("SearchMCDataHandler", text);
+    return QCoreApplication::translate("ResultDialogs", text);
 }
 
 QString ask(const QString& caption, const QString& name, const char* ending) {

@@ -9,7 +9,7 @@ namespace TargetDialogs {
 namespace {
 
 QString tr(const char* text) {
-    return QCoreApplication::translate("TargetListHandler", text);
+    return QCoreApplication::translate("TargetDialogs", text);
 }
 
 QString askForFile(const QString& title, const QString& directory, const QString& filter) {

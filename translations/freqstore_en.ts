@@ -1,0 +1,65 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="en">
+<context>
+    <name>BandsPanel</name>
+    <message numerus="yes">
+        <source>%Ln bands</source>
+        <translation>
+            <numerusform>%Ln band</numerusform>
+            <numerusform>%Ln bands</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln bands of %1 frequencies</source>
+        <translation>
+            <numerusform>%Ln band of %1 frequencies</numerusform>
+            <numerusform>%Ln bands of %1 frequencies</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>FileOpener</name>
+    <message numerus="yes">
+        <source>%n lines, not one has a frequency</source>
+        <translation>
+            <numerusform>%n line, without a frequency</numerusform>
+            <numerusform>%n lines, not one has a frequency</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Read it all the same, in place of the %n entries that are there?</source>
+        <translation>
+            <numerusform>Read it all the same, in place of the %n entry that is there?</numerusform>
+            <numerusform>Read it all the same, in place of the %n entries that are there?</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n entries</source>
+        <translation>
+            <numerusform>%n entry</numerusform>
+            <numerusform>%n entries</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>FreqStoreListViewButtonBar</name>
+    <message numerus="yes">
+        <source>%Ln entries</source>
+        <translation>
+            <numerusform>%Ln entry</numerusform>
+            <numerusform>%Ln entries</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>NoiKeeper</name>
+    <message numerus="yes">
+        <source>The list of frequencies of interest is empty; its file %1 still holds %n entries.</source>
+        <translation>
+            <numerusform>The list of frequencies of interest is empty; its file %1 still holds %n entry.</numerusform>
+            <numerusform>The list of frequencies of interest is empty; its file %1 still holds %n entries.</numerusform>
+        </translation>
+    </message>
+</context>
+</TS>
