@@ -3,6 +3,7 @@
 #include "host/freqlist/buttonbar.h"
 #include "host/valuetree/tree.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QMenu>
