@@ -304,8 +304,7 @@ QVector<FrequencyStoreEntry> MemorySystemListView::copyBufferEntries() const {
         QString bandwidth;
         QString text;
         double hertz = 0;
-        row->GetValue(CopyId(SourceFrequency), frequency);
-        if (!Quor::ParseFrequency(frequency, hertz)) {
+        if (!row->GetValue(CopyId(SourceFrequency), frequency) || !Quor::ParseFrequency(frequency, hertz)) {
             Problems::Report(TraceSource,
                              Problem{tr("Copied row"), 0, tr("\"%1\" is not a frequency").arg(frequency)});
             continue;

@@ -331,7 +331,8 @@ TEST_F(Detections, SelectedOnesAreCopiedAndMarked) {
     EXPECT_FALSE(more);
     const auto text = [&](const char* column) {
         QString found;
-        row->GetValue(FreqStore::Instance().GetCopyStructId(QLatin1String(column)), found);
+        EXPECT_TRUE(row->GetValue(FreqStore::Instance().GetCopyStructId(QLatin1String(column)), found))
+            << column;
         return found;
     };
     EXPECT_EQ(text("Frequency"), "9000.000 kHz");
