@@ -40,6 +40,7 @@ namespace {
 
 constexpr int TabsMilliseconds = 150;
 constexpr int MessagesHeight = 110;
+constexpr int BarWidth = 320; ///< in the smallest window
 constexpr int SideWidth = 330;
 constexpr int DetailsHeight = 400; ///< against each other
 constexpr int SettingsHeight = 300;
@@ -82,6 +83,7 @@ MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
     m_tabs->setAccessibleName(tr("Lists"));
     m_tabs->tabBar()->setAccessibleName(tr("Lists"));
     m_bar->setAccessibleName(tr("Frequency bar"));
+    m_bar->setMinimumWidth(BarWidth);
     m_tabsChange->setSingleShot(true);
     m_tabsChange->setInterval(TabsMilliseconds);
     connect(m_tabsChange, &QTimer::timeout, this, &MainWindow::showTabs);

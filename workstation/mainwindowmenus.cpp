@@ -93,9 +93,9 @@ void MainWindow::makeReceiverMenu() {
             m_strip->GetField()->setFocus(Qt::ShortcutFocusReason);
             m_strip->GetField()->selectAll();
         });
-    add(*menu, "", tr("Step &up"), tr("Tune one step up"), QKeySequence(Qt::ALT | Qt::Key_Right),
+    add(*menu, "step-up", tr("Step &up"), tr("Tune one step up"), QKeySequence(Qt::ALT | Qt::Key_Right),
         [this] { m_strip->Step(1); });
-    add(*menu, "", tr("Step &down"), tr("Tune one step down"), QKeySequence(Qt::ALT | Qt::Key_Left),
+    add(*menu, "step-down", tr("Step &down"), tr("Tune one step down"), QKeySequence(Qt::ALT | Qt::Key_Left),
         [this] { m_strip->Step(-1); });
 }
 

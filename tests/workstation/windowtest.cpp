@@ -302,10 +302,29 @@ TEST_F(Windows, TheWindowGetsAsSmallAsASmallScreen) {
         window().resize(size);
         QCoreApplication::processEvents();
         EXPECT_EQ(window().size(), size);
+        const bool isRoomy = size.width() > 1200;
+        EXPECT_EQ(window().tabifiedDockWidgets(window().findChild<QDockWidget*>("Details")).isEmpty(),
+                  isRoomy);
         const QPoint end = window().GetTabs()->mapTo(&window(), window().GetTabs()->rect().bottomRight());
         EXPECT_LT(end.x(), size.width());
         EXPECT_LT(end.y(), size.height());
     }
+}
+
+TEST_F(Windows, TheAnswerOfSendToStaysWhileTheSearchRuns) {
+    open({"--demo"});
+    ASSERT_TRUE(station->LoadFiles());
+    SortListView* list = show("Detections");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return list->topLevelItemCount() > 3; }));
+    key(Qt::Key_Home);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::SendTo)->isEnabled(); }));
+    QMenu* menu = action(A::SendTo)->menu();
+    emit menu->aboutToShow();
+    menu->actions().front()->trigger();
+    station->GetSearch().Simulate(30'000'000, QDateTime::currentMSecsSinceEpoch() * 1000 + 60'000'000);
+    const int before = list->RowCount();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return list->RowCount() != before; }));
+    EXPECT_TRUE(status().contains(" sent to ")) << status().toStdString();
 }
 
 TEST_F(Windows, APdfDocumentHasEveryRowThatIsShown) {
