@@ -258,8 +258,8 @@ private:
     /// A number, a comparison or a range: in a field all that count, else those in a unit of frequency only.
     std::optional<Term> readNumbers(bool inField) {
         static const QRegularExpression Numbers(
-            QStringLiteral(R"((<=|>=|=|<|>)?\s*([-+]?\d[\d.,'\x{a0}\x{202f}]*)(\s*[kMG]?Hz|k|dB[\wµ/]*|%)?)"
-                           R"((?:\s*(?:-|–|\.\.)\s*([-+]?\d[\d.,'\x{a0}\x{202f}]*))"
+            QStringLiteral(R"((<=|>=|=|<|>)?\s*([-+]?\d(?:[\d'\x{a0}\x{202f}]|[.,](?!\.))*)(\s*[kMG]?Hz|k|dB[\wµ/]*|%)?)"
+                           R"((?:\s*(?:-|–|\.\.)\s*([-+]?\d(?:[\d'\x{a0}\x{202f}]|[.,](?!\.))*))"
                            R"((\s*[kMG]?Hz|k|dB[\wµ/]*|%)?)?(?=\s|$))"),
             QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
         const QRegularExpressionMatch match = matchHere(Numbers);

@@ -9,7 +9,7 @@
 #include <QKeyEvent>
 #include <QMap>
 #include <QMenu>
-#include <QStyle>
+#include <QPainter>
 
 namespace {
 
@@ -23,15 +23,28 @@ QString help() {
                            "Without, or either:  not am   -am   am or fm");
 }
 
+/// Points down to a menu, in the colour of texts.
+QIcon arrow(const QPalette& palette) {
+    constexpr int Size = 16;
+    QPixmap pixmap(Size, Size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(palette.color(QPalette::Text));
+    painter.drawPolygon(QPolygonF({{4, 6}, {12, 6}, {8, 11}}));
+    painter.end();
+    return pixmap;
+}
+
 } // namespace
 
-FilterField::FilterField(QWidget* parent) : QLineEdit(parent), m_menu(new QMenu(this)) {
+FilterField::FilterField(QWidget* parent)
+    : QLineEdit(parent), m_menu(new QMenu(this)), m_open(addAction(arrow(palette()), LeadingPosition)) {
     setPlaceholderText(tr("Filter"));
     setClearButtonEnabled(true);
-    QAction* menu =
-        addAction(style()->standardIcon(QStyle::SP_ToolBarVerticalExtensionButton), LeadingPosition);
-    menu->setToolTip(tr("Searches kept under names"));
-    connect(menu, &QAction::triggered, this, [this] {
+    m_open->setToolTip(tr("Searches kept under names"));
+    connect(m_open, &QAction::triggered, this, [this] {
         fillMenu();
         m_menu->popup(mapToGlobal(rect().bottomLeft()));
     });
@@ -130,6 +143,12 @@ void FilterField::keyPressEvent(QKeyEvent* event) {
     default:
         QLineEdit::keyPressEvent(event);
     }
+}
+
+void FilterField::changeEvent(QEvent* event) {
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_open)
+        m_open->setIcon(arrow(palette()));
 }
 
 void FilterField::paintEvent(QPaintEvent* event) {

@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QPointer>
 
+class QAction;
 class QMenu;
 class SortListView;
 
@@ -29,6 +30,7 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void apply();
@@ -37,4 +39,5 @@ private:
 
     QPointer<SortListView> m_list;
     QMenu* m_menu;
+    QAction* m_open = nullptr; ///< opens it
 };
