@@ -41,7 +41,11 @@ double FrequencyAxis::MapToFrequency(double pixel) const {
 }
 
 std::vector<FrequencyAxis::Tick> FrequencyAxis::Ticks() const {
-    return m_to / m_from > WideRatio ? decadeTicks() : evenTicks();
+    return IsWide() ? decadeTicks() : evenTicks();
+}
+
+bool FrequencyAxis::IsWide() const {
+    return m_to / m_from > WideRatio;
 }
 
 std::vector<FrequencyAxis::Tick> FrequencyAxis::decadeTicks() const {

@@ -32,6 +32,8 @@ public:
     /// Round frequencies in the range, from low to high: 1-2-5 steps per decade while it is wide, even steps
     /// when it is narrow, with minor ones between them.
     std::vector<Tick> Ticks() const;
+    /// Whether the range has ticks by decades.
+    bool IsWide() const;
 
 private:
     std::vector<Tick> decadeTicks() const;

@@ -66,9 +66,10 @@ void FrequencyBar::paintTickTexts(QPainter& painter, int top) const {
     LabelRow row;
     painter.setPen(palette().color(QPalette::WindowText));
     const std::vector<FrequencyAxis::Tick> ticks = m_axis.Ticks();
-    for (const bool major : {true, false}) { // major ones have the first choice
+    for (const bool major :
+         {true, false}) { // major ones have the first choice; even minor ones say nothing new
         for (const FrequencyAxis::Tick& tick : ticks) {
-            if (tick.isMajor != major)
+            if (tick.isMajor != major || (!major && !m_axis.IsWide()))
                 continue;
             const QString text = Quor::ShortFrequencyText(tick.hertz);
             const int width = metrics.horizontalAdvance(text);

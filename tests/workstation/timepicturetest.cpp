@@ -172,14 +172,16 @@ TEST_F(TimePictures, FollowTheNewestUntilTheyAreMovedAndMoveTheBar) {
     open();
     show();
     SimulatedSearch& search = station->GetSearch();
+    const auto isNewest = [&](qint64 time) {
+        return QTest::qWaitFor([&] {
+            picture->grab();
+            return picture->Times().newest == static_cast<double>(time);
+        });
+    };
     search.Simulate(60 * Second, Begin);
-    picture->grab();
-    EXPECT_EQ(picture->Times().newest, static_cast<double>(Begin));
+    EXPECT_TRUE(isNewest(Begin));
     search.Simulate(10 * Second, Begin + 20 * Second);
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        picture->grab();
-        return picture->Times().newest == static_cast<double>(Begin + 20 * Second);
-    }));
+    EXPECT_TRUE(isNewest(Begin + 20 * Second));
     QTest::keyClick(picture, Qt::Key_Down);
     EXPECT_FALSE(picture->IsFollowing());
     const double newest = picture->Times().newest;
