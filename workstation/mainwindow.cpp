@@ -165,16 +165,20 @@ void MainWindow::connectStatus() {
 }
 
 void MainWindow::makePanels(Receiver& receiver) {
-    QDockWidget* details = AddPanel(scrolled(m_details), tr("Details"), Qt::RightDockWidgetArea);
-    QDockWidget* settings =
-        AddPanel(scrolled(new ReceiverPanel(receiver, *m_bands)), tr("Receiver"), Qt::RightDockWidgetArea);
+    AddPanel(scrolled(m_details), tr("Details"), Qt::RightDockWidgetArea);
+    AddPanel(scrolled(new ReceiverPanel(receiver, *m_bands)), tr("Receiver"), Qt::RightDockWidgetArea);
     AddPanel(new BandsPanel(*m_bands), tr("NOI bands"), Qt::RightDockWidgetArea)->hide();
     m_messages->setAccessibleName(tr("Messages"));
     m_messagesDock = AddPanel(m_messages, tr("Messages"), Qt::BottomDockWidgetArea);
     resizeDocks({m_messagesDock}, {MessagesHeight}, Qt::Vertical);
-    resizeDocks({details, settings}, {SideWidth, SideWidth}, Qt::Horizontal);
-    resizeDocks({details, settings}, {DetailsHeight, SettingsHeight}, Qt::Vertical);
+    sizePanels();
     m_messagesDock->hide();
+}
+
+/// Details and receiver share what height there is.
+void MainWindow::sizePanels() {
+    resizeDocks({m_panels[0], m_panels[1]}, {SideWidth, SideWidth}, Qt::Horizontal);
+    resizeDocks({m_panels[0], m_panels[1]}, {DetailsHeight, SettingsHeight}, Qt::Vertical);
 }
 
 void MainWindow::addList(int listId) {
@@ -346,6 +350,7 @@ QDockWidget* MainWindow::AddPanel(QWidget* panel, const QString& title, Qt::Dock
     dock->setAccessibleName(title);
     dock->setWidget(panel);
     addDockWidget(area, dock);
+    m_panels.push_back(dock);
     m_viewMenu->addAction(dock->toggleViewAction());
     return dock;
 }

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <map>
+#include <vector>
 
 class DetailsPanel;
 class FailureNote;
@@ -124,6 +125,7 @@ private:
     void print();
     void savePdf();
     void arrangePanels();
+    void sizePanels();
 
     Receiver& m_receiver;
     NoiBands* m_bands;
@@ -135,6 +137,7 @@ private:
     WindowActions* m_actions;
     DetailsPanel* m_details;
     QDockWidget* m_messagesDock = nullptr;
+    std::vector<QDockWidget*> m_panels; ///< in their order
     QMenu* m_fileMenu;
     QMenu* m_recentMenu;
     QMenu* m_viewMenu = nullptr;

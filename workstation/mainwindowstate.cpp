@@ -43,8 +43,7 @@ void MainWindow::RememberArrangement() {
     m_bar->RememberLines();
     restoreGeometry(ListSettings::Load(GeometryKey));
     restoreState(ListSettings::Load(PanelsKey));
-    const QList<QDockWidget*> panels = findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly);
-    m_isNarrow = std::any_of(panels.begin(), panels.end(),
+    m_isNarrow = std::any_of(m_panels.begin(), m_panels.end(),
                              [this](QDockWidget* panel) { return !tabifiedDockWidgets(panel).isEmpty(); });
     const QString list = ListSettings::LoadText(ListKey);
     for (int index = 0; index < m_tabs->count(); ++index) {
@@ -75,7 +74,7 @@ void MainWindow::arrangePanels() {
     if (!isVisible() || std::exchange(m_isNarrow, isNarrow) == isNarrow)
         return;
     std::vector<QDockWidget*> side;
-    for (QDockWidget* dock : findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+    for (QDockWidget* dock : m_panels) {
         if (dockWidgetArea(dock) == Qt::RightDockWidgetArea && !dock->isFloating())
             side.push_back(dock);
     }
@@ -89,6 +88,8 @@ void MainWindow::arrangePanels() {
         }
         side[i]->setHidden(wasHidden);
     }
-    if (isNarrow && !side.empty())
+    if (!isNarrow)
+        sizePanels();
+    else if (!side.empty())
         side[0]->raise();
 }

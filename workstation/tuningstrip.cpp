@@ -18,6 +18,7 @@
 namespace {
 
 constexpr int TickMilliseconds = 1000;
+constexpr int RunningWidth = 150;      ///< that what runs has at least where all is in one row
 constexpr double FrequencyScale = 1.6; ///< size of the frequency against that of other texts
 constexpr double Steps[] = {10,   100,    500,  1e3,  2.5e3, 5e3,   6.25e3, 8.33e3, 9e3,
                             10e3, 12.5e3, 25e3, 50e3, 100e3, 200e3, 1e6,    10e6}; // Hz
@@ -77,6 +78,7 @@ QWidget* TuningStrip::makeTuning(Receiver& receiver) {
     m_frequency->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_frequency->setMinimumWidth(m_frequency->fontMetrics().horizontalAdvance(
         QLatin1Char(' ') + Quor::FrequencyText(limits->GetMax()) + QLatin1Char(' ')));
+    m_frequency->setMaximumWidth(2 * m_frequency->minimumWidth());
     named(m_frequency, tr("Tuned frequency"),
           tr("The receiver's frequency; may name its unit, as in 7.055 MHz"));
     m_frequency->SetValueBase(receiver.GetValue(Keys::KeyFrequency));
@@ -91,6 +93,7 @@ QWidget* TuningStrip::makeTuning(Receiver& receiver) {
     auto* bandwidth = new VCLineEdit(group, "TunedBandwidth", VCLineEdit::Bandwidth);
     bandwidth->SetValueBase(receiver.GetValue(Keys::KeyBandwidth));
     bandwidth->setMaximumWidth(bandwidth->fontMetrics().horizontalAdvance(QStringLiteral("  150.000 kHz  ")));
+    bandwidth->setMinimumWidth(bandwidth->maximumWidth() * 3 / 4);
     row->addWidget(named(bandwidth, tr("Bandwidth"), tr("Bandwidth of the demodulator")));
     return group;
 }
@@ -203,7 +206,8 @@ QSize TuningStrip::minimumSizeHint() const {
 
 void TuningStrip::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    const int needed = m_tuning->sizeHint().width() + m_layout->spacing() + m_readings->sizeHint().width();
+    const int needed =
+        m_tuning->minimumSizeHint().width() + m_readings->minimumSizeHint().width() + RunningWidth;
     m_layout->setDirection(width() >= needed ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     updateGeometry();
 }

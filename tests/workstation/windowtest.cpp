@@ -298,7 +298,7 @@ TEST_F(Windows, TheNextStartIsWhereTheLastOneEnded) {
 TEST_F(Windows, TheWindowGetsAsSmallAsASmallScreen) {
     open({"--demo"});
     ASSERT_TRUE(station->LoadFiles());
-    for (const QSize size : {QSize(1440, 860), QSize(1024, 600), QSize(800, 500)}) {
+    for (const QSize size : {QSize(1440, 860), QSize(1024, 600), QSize(800, 500), QSize(1440, 860)}) {
         window().resize(size);
         QCoreApplication::processEvents();
         EXPECT_EQ(window().size(), size);
@@ -308,6 +308,11 @@ TEST_F(Windows, TheWindowGetsAsSmallAsASmallScreen) {
         const QPoint end = window().GetTabs()->mapTo(&window(), window().GetTabs()->rect().bottomRight());
         EXPECT_LT(end.x(), size.width());
         EXPECT_LT(end.y(), size.height());
+        const auto top = [this](const char* panel) { return window().findChild<QDockWidget*>(panel)->y(); };
+        if (isRoomy) {
+            EXPECT_LT(top("Details"), top("Receiver"));
+            EXPECT_LT(top("Receiver"), top("Job"));
+        }
     }
 }
 
