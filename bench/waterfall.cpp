@@ -35,7 +35,7 @@ void drawWaterfall(benchmark::State& state) {
     const TimeAxis times{waterfall.End(), waterfall.End() - waterfall.Begin(), 400};
     QImage picture(1200, 400, QImage::Format_RGB32);
     picture.fill(Qt::black); // its memory is there
-    for ([[maybe_unused]] const auto turn : state) {
+    for (auto _ : state) {
         const double fill = secondsOf([&] { picture.fill(Qt::white); });
         const double draw = secondsOf([&] { waterfall.Draw(picture, frequencies, times); });
         report(state, fill, draw, 0.1 / fill);
