@@ -205,7 +205,8 @@ TEST_F(NoiViewTest, APasteAddsEveryEntryAndWritesTheBandListOnce) {
 
     const QString before = Bands();
     for (const char* text :
-         {"7055000\tone\t3000", "<FrequencyStoreList Version=\"7\"><FrequencyStoreEntry/></FrequencyStoreList>"}) {
+         {"7055000\tone\t3000",
+          "<FrequencyStoreList Version=\"7\"><FrequencyStoreEntry/></FrequencyStoreList>"}) {
         FreqStore::Instance().SetClipboardText(Q(text));
         Traces traces;
         m_view->slotPaste();
