@@ -36,7 +36,8 @@ def complaints(root, lupdate):
     with tempfile.TemporaryDirectory() as folder:
         for file in root.glob("translations/*.ts"):
             shutil.copy(file, folder)
-        done = subprocess.run([root / "translations/update", lupdate, folder], check=True, text=True, capture_output=True)
+        command = [root / "translations/update", lupdate, folder]
+        done = subprocess.run(command, check=True, text=True, capture_output=True)
         for path, name in re.findall(r"(\S+):\d+: Class '(\w+)' lacks Q_OBJECT", done.stdout + done.stderr):
             if f'translate("{name}"' not in pathlib.Path(path).read_text():
                 yield f"{path}: {name}::tr is looked up as its base's, without Q_OBJECT"
