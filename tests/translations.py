@@ -38,7 +38,8 @@ def complaints(root, lupdate):
             shutil.copy(file, folder)
         command = [root / "translations/update", lupdate, folder]
         done = subprocess.run(command, check=True, text=True, capture_output=True)
-        for path, name in sorted(set(re.findall(r"(\S+):\d+: Class '(\w+)' lacks Q_OBJECT", done.stdout + done.stderr))):
+        unsure = re.findall(r"(\S+):\d+: Class '(\w+)' lacks Q_OBJECT", done.stdout + done.stderr)
+        for path, name in sorted(set(unsure)):
             if f'translate("{name}"' not in pathlib.Path(path).read_text():
                 yield f'{path}: its texts are kept as those of "{name}": look them up there, or declare Q_OBJECT'
         for file in sorted(pathlib.Path(folder).glob("*.ts")):
