@@ -176,9 +176,8 @@ TEST_F(ListViews, CopyTheTextsOfTheirColumns) {
         const FrequencyListCopyStruct* row = store.GetFrequencyListCopyStruct(more);
         QStringList texts;
         for (const char* name : {"Frequency", "Comment", "Bandwidth", "Demodulation", "Type"}) {
-            texts << Q("-");
-            if (row)
-                row->GetValue(store.GetCopyStructId(Q(name)), texts.last());
+            QString text;
+            texts << (row && row->GetValue(store.GetCopyStructId(Q(name)), text) ? text : Q("-"));
         }
         EXPECT_EQ(texts.join(QLatin1Char('|')), Q(copied[i])) << Lists[i].name;
         store.ClearFrequencyListCopyStruct();

@@ -104,8 +104,9 @@ TEST_F(MemoryHandlerTest, EachPathBindsItsSettingOfTheReceiver) {
             End();
             m_list->DeleteChildren();
             Start(type);
-            if (type == MediatorType::MemoryHF)
+            if (type == MediatorType::MemoryHF) {
                 EXPECT_TRUE(receiver->AddValue(Q(row.key), row.value));
+            }
             (Handler().*row.bind)(Q("/Receiver/") + Q(row.key));
             Handler().SetNewEntry(0, 0, QString(), QString());
             const Node* channel = m_list->Children()[0];

@@ -476,8 +476,9 @@ TEST_F(TargetListTest, TargetsReadAtOnceAreThoseMadeValueByValue) {
     add();
     Recorder meddler; // which makes a value of each target that comes, before the reader does
     meddler.onUpdate = [&](Observable*, TChangeCode code) {
-        if (code == TChangeCode::ChildrenChanged)
+        if (code == TChangeCode::ChildrenChanged) {
             EXPECT_TRUE(m_list->LastChild()->AddValue(Keys::KeyFrequency, new ValueNumeric<double>));
+        }
     };
     m_list->AddObserver(&meddler);
     add();
