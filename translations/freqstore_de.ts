@@ -2,6 +2,32 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>BandPlan</name>
+    <message>
+        <source>Region 1 (Europe, Africa)</source>
+        <translation>Region 1 (Europa, Afrika)</translation>
+    </message>
+    <message>
+        <source>Region 2 (Americas)</source>
+        <translation>Region 2 (Amerika)</translation>
+    </message>
+    <message>
+        <source>Region 3 (Asia, Pacific)</source>
+        <translation>Region 3 (Asien, Pazifik)</translation>
+    </message>
+</context>
+<context>
+    <name>BandPlanChoice</name>
+    <message>
+        <source>&amp;Band plan</source>
+        <translation>&amp;Bandplan</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keiner</translation>
+    </message>
+</context>
+<context>
     <name>BandSteps</name>
     <message>
         <source>Previous NOI band</source>
@@ -48,12 +74,176 @@
             <numerusform>%Ln Bänder aus %1 Frequenzen</numerusform>
         </translation>
     </message>
+    <message>
+        <source>NOI bands</source>
+        <translation>NOI-Bänder</translation>
+    </message>
+</context>
+<context>
+    <name>BarColors</name>
+    <message>
+        <source>urgent</source>
+        <translation>dringend</translation>
+    </message>
+    <message>
+        <source>low</source>
+        <translation>niedrig</translation>
+    </message>
+    <message>
+        <source>priority %1</source>
+        <translation>Priorität %1</translation>
+    </message>
+    <message>
+        <source>the most urgent</source>
+        <translation>die dringendste</translation>
+    </message>
+    <message>
+        <source>no priority</source>
+        <translation>ohne Priorität</translation>
+    </message>
+    <message>
+        <source>other types, and detections</source>
+        <translation>andere Typen, und Detektionen</translation>
+    </message>
+    <message>
+        <source>bands of interest</source>
+        <translation>NOI-Bänder</translation>
+    </message>
+    <message>
+        <source>band plan: %1</source>
+        <translation>Bandplan: %1</translation>
+    </message>
+</context>
+<context>
+    <name>CellDelegate</name>
+    <message>
+        <source>Frequency</source>
+        <translation>Frequenz</translation>
+    </message>
 </context>
 <context>
     <name>DetConvListHandler</name>
     <message>
         <source>Search MC with Classifier</source>
         <translation>Search MC mit Klassifikator</translation>
+    </message>
+</context>
+<context>
+    <name>DetailsPanel</name>
+    <message>
+        <source>Frequency</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>Bandwidth</source>
+        <translation>Bandbreite</translation>
+    </message>
+    <message>
+        <source>Demodulation</source>
+        <translation>Demodulation</translation>
+    </message>
+    <message>
+        <source>Comment</source>
+        <translation>Kommentar</translation>
+    </message>
+    <message>
+        <source>Priority</source>
+        <translation>Priorität</translation>
+    </message>
+    <message>
+        <source>Threat class</source>
+        <translation>Bedrohungsklasse</translation>
+    </message>
+    <message>
+        <source>Signal class</source>
+        <translation>Signalklasse</translation>
+    </message>
+    <message>
+        <source>System</source>
+        <translation>System</translation>
+    </message>
+    <message>
+        <source>Profile</source>
+        <translation>Profil</translation>
+    </message>
+    <message>
+        <source>Profile ID</source>
+        <translation>Profil-ID</translation>
+    </message>
+    <message>
+        <source>Threshold (dBµV)</source>
+        <translation>Schwelle (dBµV)</translation>
+    </message>
+    <message>
+        <source>BFO (Hz)</source>
+        <translation>BFO (Hz)</translation>
+    </message>
+    <message>
+        <source>Output IF path</source>
+        <translation>ZF-Ausgang</translation>
+    </message>
+    <message>
+        <source>Shift (Hz)</source>
+        <translation>Shift (Hz)</translation>
+    </message>
+    <message>
+        <source>Squelch</source>
+        <translation>Rauschsperre</translation>
+    </message>
+    <message>
+        <source>AFC</source>
+        <translation>AFC</translation>
+    </message>
+    <message>
+        <source>Manual attenuation</source>
+        <translation>Manuelle Dämpfung</translation>
+    </message>
+    <message>
+        <source>Attenuation (dB)</source>
+        <translation>Dämpfung (dB)</translation>
+    </message>
+    <message>
+        <source>Antenna</source>
+        <translation>Antenne</translation>
+    </message>
+    <message>
+        <source>Lock state</source>
+        <translation>Lock-Status</translation>
+    </message>
+    <message>
+        <source>Signal time</source>
+        <translation>Signalzeit</translation>
+    </message>
+    <message>
+        <source>Confidence (%)</source>
+        <translation>Konfidenz (%)</translation>
+    </message>
+    <message>
+        <source>Range</source>
+        <translation>Bereich</translation>
+    </message>
+    <message>
+        <source>Range number</source>
+        <translation>Nummer des Bereichs</translation>
+    </message>
+    <message>
+        <source>Further frequencies (Hz)</source>
+        <translation>Weitere Frequenzen (Hz)</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Typ</translation>
+    </message>
+    <message>
+        <source>No entry is selected</source>
+        <translation>Kein Eintrag ist ausgewählt</translation>
+    </message>
+    <message numerus="yes">
+        <source>One of %n selected</source>
+        <translation>
+            <numerusform>Einer von %n ausgewählten</numerusform>
+            <numerusform>Einer von %n ausgewählten</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -87,18 +277,6 @@
 </context>
 <context>
     <name>FileOpener</name>
-    <message>
-        <source>the target list</source>
-        <translation>die Zielliste</translation>
-    </message>
-    <message>
-        <source>the list of memory channels</source>
-        <translation>die Liste der Speicherkanäle</translation>
-    </message>
-    <message>
-        <source>the list of frequencies of interest</source>
-        <translation>die Liste der Frequenzen von Interesse</translation>
-    </message>
     <message>
         <source>a job</source>
         <translation>Auftrag</translation>
@@ -195,6 +373,59 @@
     <message>
         <source>%1 was not read: %2 still shows %3, %4</source>
         <translation>%1 wurde nicht gelesen: %2 zeigt weiterhin %3, %4</translation>
+    </message>
+    <message>
+        <source>Local TargetList</source>
+        <translation>Lokale Zielliste</translation>
+    </message>
+    <message>
+        <source>Memory Channels</source>
+        <translation>Speicherkanäle</translation>
+    </message>
+    <message>
+        <source>NOI Frequencies</source>
+        <translation>NOI-Frequenzen</translation>
+    </message>
+</context>
+<context>
+    <name>FilterField</name>
+    <message>
+        <source>Words in any column:  bbc am   &quot;new york&quot;
+Frequencies:  5505 kHz   118-137 MHz   &gt;7 MHz
+One column:  demod:am   priority:&lt;=3   comment:&quot;new york&quot;
+Without, or either:  not am   -am   am or fm</source>
+        <translation>Wörter in jeder Spalte:  bbc am   &quot;new york&quot;
+Frequenzen:  5505 kHz   118-137 MHz   &gt;7 MHz
+Eine Spalte:  demod:am   prior:&lt;=3   komm:&quot;new york&quot;
+Ohne, oder eines von:  not am   -am   am or fm</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Searches kept under names</source>
+        <translation>Gemerkte Suchen</translation>
+    </message>
+    <message>
+        <source>%1. Searched as text.</source>
+        <translation>%1. Wird als Text gesucht.</translation>
+    </message>
+    <message>
+        <source>Keep this search…</source>
+        <translation>Diese Suche merken…</translation>
+    </message>
+    <message>
+        <source>Keep a search</source>
+        <translation>Suche merken</translation>
+    </message>
+    <message>
+        <source>Name of this search:</source>
+        <translation>Name dieser Suche:</translation>
+    </message>
+    <message>
+        <source>Forget</source>
+        <translation>Vergessen</translation>
     </message>
 </context>
 <context>
@@ -312,10 +543,6 @@
         <translation>Zeilen anhalten; was inzwischen kommt, wartet</translation>
     </message>
     <message>
-        <source>Filter</source>
-        <translation>Filter</translation>
-    </message>
-    <message>
         <source>, %1 shown</source>
         <translation>, %1 angezeigt</translation>
     </message>
@@ -334,6 +561,10 @@
             <numerusform>%Ln Einträge</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Shown: %1</source>
+        <translation>Angezeigt: %1</translation>
+    </message>
 </context>
 <context>
     <name>FrequencyBar</name>
@@ -344,6 +575,53 @@
     <message>
         <source>and %1 more here</source>
         <translation>und %1 weitere hier</translation>
+    </message>
+    <message>
+        <source>+%1 more</source>
+        <translation>+%1 weitere</translation>
+    </message>
+    <message>
+        <source>Frequency bar</source>
+        <translation>Frequenzleiste</translation>
+    </message>
+    <message>
+        <source>%1 to %2, tuned to %3. Lines: %4</source>
+        <translation>%1 bis %2, abgestimmt auf %3. Zeilen: %4</translation>
+    </message>
+    <message>
+        <source>%1 (%2), %3 to %4</source>
+        <translation>%1 (%2), %3 bis %4</translation>
+    </message>
+    <message>
+        <source>Show &amp;everything</source>
+        <translation>&amp;Alles zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Zoom to selection</source>
+        <translation>&amp;Zoom auf Auswahl</translation>
+    </message>
+    <message>
+        <source>Move %1 &amp;up</source>
+        <translation>%1 nach &amp;oben</translation>
+    </message>
+    <message>
+        <source>Move %1 &amp;down</source>
+        <translation>%1 nach &amp;unten</translation>
+    </message>
+    <message>
+        <source>Band plan</source>
+        <translation>Bandplan</translation>
+    </message>
+</context>
+<context>
+    <name>FrequencyField</name>
+    <message>
+        <source>Frequency in %1</source>
+        <translation>Frequenz in %1</translation>
+    </message>
+    <message>
+        <source>A number without a unit is in %1; Hz, kHz, MHz and GHz may follow it</source>
+        <translation>Eine Zahl ohne Einheit ist in %1; Hz, kHz, MHz und GHz können folgen</translation>
     </message>
 </context>
 <context>
@@ -478,34 +756,6 @@
         <translation>Speichern</translation>
     </message>
     <message>
-        <source>Save As...</source>
-        <translation>Speichern unter...</translation>
-    </message>
-    <message>
-        <source>Open...</source>
-        <translation>Öffnen...</translation>
-    </message>
-    <message>
-        <source>The memory channels are in no job yet</source>
-        <translation>Die Speicherkanäle sind noch in keinem Auftrag</translation>
-    </message>
-    <message>
-        <source>The file is up to date</source>
-        <translation>Die Datei ist aktuell</translation>
-    </message>
-    <message>
-        <source>The file is older than the job: it has unsaved changes</source>
-        <translation>Die Datei ist älter als der Auftrag: Er hat ungesicherte Änderungen</translation>
-    </message>
-    <message>
-        <source>The file was changed by another program</source>
-        <translation>Die Datei wurde von einem anderen Programm geändert</translation>
-    </message>
-    <message>
-        <source>The file is gone</source>
-        <translation>Die Datei ist verschwunden</translation>
-    </message>
-    <message>
         <source>No job is open</source>
         <translation>Kein Auftrag ist geöffnet</translation>
     </message>
@@ -537,6 +787,42 @@
         <source>Unsaved Job</source>
         <translation>Ungesicherter Auftrag</translation>
     </message>
+    <message>
+        <source>Show section...</source>
+        <translation>Abschnitt zeigen...</translation>
+    </message>
+    <message>
+        <source>Show the memory-scan section that the channels make</source>
+        <translation>Memory-Scan-Abschnitt zeigen, den die Kanäle ergeben</translation>
+    </message>
+    <message>
+        <source>Save the job</source>
+        <translation>Auftrag speichern</translation>
+    </message>
+    <message>
+        <source>Memory-Scan Section of the Job</source>
+        <translation>Memory-Scan-Abschnitt des Auftrags</translation>
+    </message>
+    <message>
+        <source>The channels are in no job yet</source>
+        <translation>Die Kanäle sind noch in keinem Auftrag</translation>
+    </message>
+    <message>
+        <source>is up to date</source>
+        <translation>ist aktuell</translation>
+    </message>
+    <message>
+        <source>has unsaved changes</source>
+        <translation>hat ungesicherte Änderungen</translation>
+    </message>
+    <message>
+        <source>was changed by another program</source>
+        <translation>wurde von einem anderen Programm geändert</translation>
+    </message>
+    <message>
+        <source>is gone</source>
+        <translation>ist verschwunden</translation>
+    </message>
 </context>
 <context>
     <name>LevelMeter</name>
@@ -547,6 +833,14 @@
     <message>
         <source>%1 dBµV</source>
         <translation>%1 dBµV</translation>
+    </message>
+    <message>
+        <source>Level</source>
+        <translation>Pegel</translation>
+    </message>
+    <message>
+        <source>%1, threshold %2 dBµV</source>
+        <translation>%1, Schwelle %2 dBµV</translation>
     </message>
 </context>
 <context>
@@ -593,18 +887,6 @@
     <message>
         <source>Job</source>
         <translation>Auftrag</translation>
-    </message>
-    <message>
-        <source>&amp;Open Job...</source>
-        <translation>Auftrag ö&amp;ffnen...</translation>
-    </message>
-    <message>
-        <source>&amp;Save Job</source>
-        <translation>Auftrag &amp;speichern</translation>
-    </message>
-    <message>
-        <source>Save Job &amp;As...</source>
-        <translation>Auftrag speichern &amp;unter...</translation>
     </message>
     <message>
         <source>is also used by %1: a file that it changes is not overwritten, but written beside</source>
@@ -663,10 +945,6 @@
         <translation>Abgestimmt auf %1</translation>
     </message>
     <message>
-        <source>&amp;Quit</source>
-        <translation>&amp;Beenden</translation>
-    </message>
-    <message>
         <source>Show all &amp;frequencies</source>
         <translation>Alle &amp;Frequenzen zeigen</translation>
     </message>
@@ -689,6 +967,198 @@
     <message>
         <source>&amp;Positions</source>
         <translation>&amp;Positionen</translation>
+    </message>
+    <message>
+        <source>Open &amp;Job...</source>
+        <translation>&amp;Auftrag öffnen...</translation>
+    </message>
+    <message>
+        <source>Open a job in place of the present one</source>
+        <translation>Einen Auftrag anstelle des jetzigen öffnen</translation>
+    </message>
+    <message>
+        <source>Save Jo&amp;b</source>
+        <translation>Auftrag spei&amp;chern</translation>
+    </message>
+    <message>
+        <source>Save the job with the present channels</source>
+        <translation>Auftrag mit den jetzigen Kanälen speichern</translation>
+    </message>
+    <message>
+        <source>Save Job As...</source>
+        <translation>Auftrag speichern unter...</translation>
+    </message>
+    <message>
+        <source>Save the job under another name</source>
+        <translation>Auftrag unter anderem Namen speichern</translation>
+    </message>
+    <message>
+        <source>Show Memory-Scan Section...</source>
+        <translation>Memory-Scan-Abschnitt zeigen...</translation>
+    </message>
+    <message>
+        <source>Show what the channels are in the job</source>
+        <translation>Zeigen, wie die Kanäle im Auftrag stehen</translation>
+    </message>
+    <message>
+        <source>Open File</source>
+        <translation>Datei öffnen</translation>
+    </message>
+    <message>
+        <source>All Known Files (*.xml *.sfl *.ltl *.csv *.noi *.pij);;All Files (*)</source>
+        <translation>Alle bekannten Dateien (*.xml *.sfl *.ltl *.csv *.noi *.pij);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Saved in %1</source>
+        <translation>In %1 gespeichert</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Suche</translation>
+    </message>
+    <message>
+        <source>Classifier</source>
+        <translation>Klassifikator</translation>
+    </message>
+    <message>
+        <source>Add the signals in power sweeps to the detections</source>
+        <translation>Signale aus Sweeps zu den Detektionen hinzufügen</translation>
+    </message>
+    <message>
+        <source>Open &amp;Recent</source>
+        <translation>Zuletzt &amp;geöffnet</translation>
+    </message>
+    <message>
+        <source>Lists</source>
+        <translation>Listen</translation>
+    </message>
+    <message>
+        <source>Frequency bar</source>
+        <translation>Frequenzleiste</translation>
+    </message>
+    <message>
+        <source>The filter of the list hides this detection.</source>
+        <translation>Der Filter der Liste verbirgt diese Detektion.</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Einzelheiten</translation>
+    </message>
+    <message>
+        <source>Commands of %1</source>
+        <translation>Befehle von %1</translation>
+    </message>
+    <message>
+        <source>Filter of %1</source>
+        <translation>Filter von %1</translation>
+    </message>
+    <message>
+        <source>Rows of the list; a double click opens or tunes to one, Ctrl+T tunes</source>
+        <translation>Zeilen der Liste; Doppelklick öffnet oder stimmt ab, Strg+T stimmt ab</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>E&amp;ntry</source>
+        <translation>E&amp;intrag</translation>
+    </message>
+    <message>
+        <source>Fit the bar to the entries of all lists</source>
+        <translation>Leiste an die Einträge aller Listen anpassen</translation>
+    </message>
+    <message>
+        <source>&amp;Zoom to selection</source>
+        <translation>&amp;Zoom auf Auswahl</translation>
+    </message>
+    <message>
+        <source>Fit the bar to the selected rows</source>
+        <translation>Leiste an die ausgewählten Zeilen anpassen</translation>
+    </message>
+    <message>
+        <source>&amp;Next list</source>
+        <translation>&amp;Nächste Liste</translation>
+    </message>
+    <message>
+        <source>Show the next list</source>
+        <translation>Die nächste Liste zeigen</translation>
+    </message>
+    <message>
+        <source>P&amp;revious list</source>
+        <translation>&amp;Vorige Liste</translation>
+    </message>
+    <message>
+        <source>Show the list before</source>
+        <translation>Die vorige Liste zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Receiver</source>
+        <translation>&amp;Empfänger</translation>
+    </message>
+    <message>
+        <source>&amp;Go to frequency</source>
+        <translation>Zur Frequenz &amp;gehen</translation>
+    </message>
+    <message>
+        <source>Type the frequency to tune to</source>
+        <translation>Frequenz zum Abstimmen eingeben</translation>
+    </message>
+    <message>
+        <source>Step &amp;up</source>
+        <translation>Schritt &amp;aufwärts</translation>
+    </message>
+    <message>
+        <source>Tune one step up</source>
+        <translation>Einen Schritt höher abstimmen</translation>
+    </message>
+    <message>
+        <source>Step &amp;down</source>
+        <translation>Schritt a&amp;bwärts</translation>
+    </message>
+    <message>
+        <source>Tune one step down</source>
+        <translation>Einen Schritt tiefer abstimmen</translation>
+    </message>
+    <message>
+        <source>&amp;Keys</source>
+        <translation>&amp;Tasten</translation>
+    </message>
+    <message>
+        <source>What the keys do</source>
+        <translation>Was die Tasten tun</translation>
+    </message>
+    <message>
+        <source>About this program</source>
+        <translation>Über dieses Programm</translation>
+    </message>
+    <message>
+        <source> or </source>
+        <translation> oder </translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>%1 was printed</source>
+        <translation>%1 wurde gedruckt</translation>
+    </message>
+    <message>
+        <source>%1 could not be printed</source>
+        <translation>%1 konnte nicht gedruckt werden</translation>
+    </message>
+    <message>
+        <source>Save List as PDF</source>
+        <translation>Liste als PDF speichern</translation>
+    </message>
+    <message>
+        <source>PDF Documents (*.pdf)</source>
+        <translation>PDF-Dokumente (*.pdf)</translation>
+    </message>
+    <message>
+        <source>%1 was written to %2</source>
+        <translation>%1 wurde in %2 geschrieben</translation>
     </message>
 </context>
 <context>
@@ -946,10 +1416,130 @@
     </message>
 </context>
 <context>
+    <name>NothingFound</name>
+    <message>
+        <source>Nothing matches</source>
+        <translation>Nichts gefunden</translation>
+    </message>
+    <message>
+        <source>Clear filter</source>
+        <translation>Filter leeren</translation>
+    </message>
+</context>
+<context>
     <name>QObject</name>
     <message>
         <source>Range of %1 frequencies:</source>
         <translation>Bereich aus %1 Frequenzen:</translation>
+    </message>
+</context>
+<context>
+    <name>Query</name>
+    <message>
+        <source>not %1</source>
+        <translation>nicht %1</translation>
+    </message>
+    <message>
+        <source> and </source>
+        <translation> und </translation>
+    </message>
+    <message>
+        <source>, or </source>
+        <translation>, oder </translation>
+    </message>
+    <message>
+        <source>at most %1</source>
+        <translation>höchstens %1</translation>
+    </message>
+    <message>
+        <source>at least %1</source>
+        <translation>mindestens %1</translation>
+    </message>
+    <message>
+        <source>below %1</source>
+        <translation>unter %1</translation>
+    </message>
+    <message>
+        <source>above %1</source>
+        <translation>über %1</translation>
+    </message>
+</context>
+<context>
+    <name>QueryParser</name>
+    <message>
+        <source>Nothing follows &quot;or&quot;</source>
+        <translation>Nach „or“ folgt nichts</translation>
+    </message>
+    <message>
+        <source>Nothing stands before &quot;or&quot;</source>
+        <translation>Vor „or“ steht nichts</translation>
+    </message>
+    <message>
+        <source>Nothing follows &quot;not&quot;</source>
+        <translation>Nach „not“ folgt nichts</translation>
+    </message>
+    <message>
+        <source>frequency %1</source>
+        <translation>Frequenz %1</translation>
+    </message>
+    <message>
+        <source>No column is called &quot;%1&quot;</source>
+        <translation>Keine Spalte heißt „%1“</translation>
+    </message>
+    <message>
+        <source>Nothing follows &quot;%1:&quot;</source>
+        <translation>Nach „%1:“ folgt nichts</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1 with %2</source>
+        <translation>%1 mit %2</translation>
+    </message>
+    <message>
+        <source>The quotation is not closed</source>
+        <translation>Das Anführungszeichen wird nicht geschlossen</translation>
+    </message>
+    <message>
+        <source>The quotation is empty</source>
+        <translation>Das Zitat ist leer</translation>
+    </message>
+    <message>
+        <source>After &quot;%1&quot; comes a frequency with its unit</source>
+        <translation>Nach „%1“ folgt eine Frequenz mit Einheit</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no number or range</source>
+        <translation>„%1“ ist keine Zahl und kein Bereich</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 bis %2</translation>
+    </message>
+    <message>
+        <source>%1 ± %2</source>
+        <translation>%1 ± %2</translation>
+    </message>
+</context>
+<context>
+    <name>Quor</name>
+    <message>
+        <source>Type a frequency</source>
+        <translation>Frequenz eingeben</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a frequency</source>
+        <translation>„%1“ ist keine Frequenz</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot;: digits are grouped in threes, and one point or comma is the decimal mark</source>
+        <translation>„%1“: Ziffern stehen in Dreiergruppen, und ein Punkt oder Komma ist das Dezimalzeichen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is too large</source>
+        <translation>„%1“ ist zu groß</translation>
     </message>
 </context>
 <context>
@@ -1171,6 +1761,14 @@
         <source>Detection %1, level %2, %3</source>
         <translation>Detektion %1, Pegel %2, %3</translation>
     </message>
+    <message>
+        <source>Export Search MC Results As</source>
+        <translation>Search-MC-Detektionen exportieren als</translation>
+    </message>
+    <message>
+        <source>Save Search MC Results As</source>
+        <translation>Search-MC-Detektionen speichern unter</translation>
+    </message>
 </context>
 <context>
     <name>SearchMCDataHandler</name>
@@ -1213,20 +1811,8 @@
 <context>
     <name>SearchMCExtendedVectorListView</name>
     <message>
-        <source>Save Search MC Results As</source>
-        <translation>Search-MC-Detektionen speichern unter</translation>
-    </message>
-    <message>
-        <source>classification results (*.xml)</source>
-        <translation>Klassifikationsergebnisse (*.xml)</translation>
-    </message>
-    <message>
-        <source>Export Search MC Results As</source>
-        <translation>Search-MC-Detektionen exportieren als</translation>
-    </message>
-    <message>
-        <source>classification results (*.csv)</source>
-        <translation>Klassifikationsergebnisse (*.csv)</translation>
+        <source>classification results</source>
+        <translation>Klassifikationsergebnisse</translation>
     </message>
 </context>
 <context>
@@ -1263,20 +1849,8 @@
 <context>
     <name>SearchMCVectorListView</name>
     <message>
-        <source>Save Search MC Results As</source>
-        <translation>Search-MC-Detektionen speichern unter</translation>
-    </message>
-    <message>
-        <source>Detection Results (*.xml)</source>
-        <translation>Detektionen (*.xml)</translation>
-    </message>
-    <message>
-        <source>Export Search MC Results As</source>
-        <translation>Search-MC-Detektionen exportieren als</translation>
-    </message>
-    <message>
-        <source>Detection Results (*.csv)</source>
-        <translation>Detektionen (*.csv)</translation>
+        <source>Detection Results</source>
+        <translation>Detektionen</translation>
     </message>
 </context>
 <context>
@@ -1318,6 +1892,18 @@
     <message>
         <source>&amp;Simulated search</source>
         <translation>&amp;Simulierte Suche</translation>
+    </message>
+    <message>
+        <source>&amp;Newest first</source>
+        <translation>&amp;Neueste zuerst</translation>
+    </message>
+    <message>
+        <source>&amp;Clear detections</source>
+        <translation>Detektionen &amp;löschen</translation>
+    </message>
+    <message>
+        <source>simulated search</source>
+        <translation>simulierte Suche</translation>
     </message>
 </context>
 <context>
@@ -1432,11 +2018,137 @@
     </message>
 </context>
 <context>
-    <name>VCFrequencyList</name>
+    <name>TimePicture</name>
     <message>
-        <source>&quot;%1&quot; is not a frequency</source>
-        <translation>„%1“ ist keine Frequenz</translation>
+        <source>Time picture</source>
+        <translation>Zeitbild</translation>
     </message>
+    <message>
+        <source>Detections over frequency and time, newest on top</source>
+        <translation>Detektionen über Frequenz und Zeit, neueste oben</translation>
+    </message>
+    <message>
+        <source>%1 dB</source>
+        <translation>%1 dB</translation>
+    </message>
+    <message>
+        <source>Save Picture As</source>
+        <translation>Bild speichern unter</translation>
+    </message>
+    <message>
+        <source>Pictures (*.png)</source>
+        <translation>Bilder (*.png)</translation>
+    </message>
+    <message>
+        <source>Detections &amp;shown</source>
+        <translation>An&amp;gezeigte Detektionen</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alle</translation>
+    </message>
+    <message>
+        <source>Of %1</source>
+        <translation>Von %1</translation>
+    </message>
+    <message>
+        <source>&amp;Follow the newest</source>
+        <translation>&amp;Neuesten folgen</translation>
+    </message>
+    <message>
+        <source>Show &amp;everything</source>
+        <translation>&amp;Alles zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Take the sweeps away</source>
+        <translation>Sweeps &amp;entfernen</translation>
+    </message>
+    <message>
+        <source>&amp;Save as PNG...</source>
+        <translation>Als PNG &amp;speichern...</translation>
+    </message>
+    <message>
+        <source>Detection %1</source>
+        <translation>Detektion %1</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 bis %2</translation>
+    </message>
+    <message>
+        <source>now</source>
+        <translation>jetzt</translation>
+    </message>
+    <message>
+        <source>From: %1</source>
+        <translation>Quelle: %1</translation>
+    </message>
+</context>
+<context>
+    <name>TuningStrip</name>
+    <message>
+        <source>Tuned frequency</source>
+        <translation>Abgestimmte Frequenz</translation>
+    </message>
+    <message>
+        <source>The receiver&apos;s frequency; may name its unit, as in 7.055 MHz</source>
+        <translation>Frequenz des Empfängers; auch mit Einheit, etwa 7.055 MHz</translation>
+    </message>
+    <message>
+        <source>Step down</source>
+        <translation>Schritt abwärts</translation>
+    </message>
+    <message>
+        <source>Step up</source>
+        <translation>Schritt aufwärts</translation>
+    </message>
+    <message>
+        <source>Demodulation</source>
+        <translation>Demodulation</translation>
+    </message>
+    <message>
+        <source>Bandwidth</source>
+        <translation>Bandbreite</translation>
+    </message>
+    <message>
+        <source>Bandwidth of the demodulator</source>
+        <translation>Bandbreite des Demodulators</translation>
+    </message>
+    <message>
+        <source>Level at the input of the demodulator</source>
+        <translation>Pegel am Eingang des Demodulators</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stopp</translation>
+    </message>
+    <message>
+        <source>Stop all that runs</source>
+        <translation>Alles anhalten, was läuft</translation>
+    </message>
+    <message>
+        <source>Tune by one step</source>
+        <translation>Um einen Schritt abstimmen</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation>Schritt</translation>
+    </message>
+    <message>
+        <source>How far one step tunes</source>
+        <translation>Um wieviel ein Schritt abstimmt</translation>
+    </message>
+    <message>
+        <source>%1 dBµV</source>
+        <translation>%1 dBµV</translation>
+    </message>
+    <message>
+        <source>%1 running, %2</source>
+        <translation>%1 läuft, %2</translation>
+    </message>
+</context>
+<context>
+    <name>VCFrequencyList</name>
     <message>
         <source>Line %1: %2</source>
         <translation>Zeile %1: %2</translation>
@@ -1463,6 +2175,199 @@
     <message>
         <source>&quot;%1&quot; cannot be taken here</source>
         <translation>„%1“ ist hier nicht möglich</translation>
+    </message>
+</context>
+<context>
+    <name>WindowActions</name>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>&amp;Öffnen...</translation>
+    </message>
+    <message>
+        <source>Open any file; it goes to whom it belongs</source>
+        <translation>Eine Datei öffnen; sie geht dorthin, wohin sie gehört</translation>
+    </message>
+    <message>
+        <source>Open &amp;into This List...</source>
+        <translation>&amp;In diese Liste öffnen...</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>Save the list into its file</source>
+        <translation>Liste in ihrer Datei speichern</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Speichern &amp;unter...</translation>
+    </message>
+    <message>
+        <source>Save the list under another name</source>
+        <translation>Liste unter anderem Namen speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Import CSV...</source>
+        <translation>CSV i&amp;mportieren...</translation>
+    </message>
+    <message>
+        <source>&amp;Export CSV...</source>
+        <translation>CSV &amp;exportieren...</translation>
+    </message>
+    <message>
+        <source>&amp;Print List...</source>
+        <translation>Liste &amp;drucken...</translation>
+    </message>
+    <message>
+        <source>Print the rows that are shown</source>
+        <translation>Angezeigte Zeilen drucken</translation>
+    </message>
+    <message>
+        <source>Save List as P&amp;DF...</source>
+        <translation>Liste als &amp;PDF speichern...</translation>
+    </message>
+    <message>
+        <source>Write the rows that are shown as a PDF document</source>
+        <translation>Angezeigte Zeilen als PDF-Dokument schreiben</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>End the program</source>
+        <translation>Programm beenden</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>A&amp;usschneiden</translation>
+    </message>
+    <message>
+        <source>Copy the selected entries and delete them</source>
+        <translation>Ausgewählte Einträge kopieren und löschen</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Einfügen</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <translation>&amp;Löschen</translation>
+    </message>
+    <message>
+        <source>Select &amp;All</source>
+        <translation>&amp;Alles auswählen</translation>
+    </message>
+    <message>
+        <source>Select all rows that are shown</source>
+        <translation>Alle angezeigten Zeilen auswählen</translation>
+    </message>
+    <message>
+        <source>&amp;Find</source>
+        <translation>&amp;Suchen</translation>
+    </message>
+    <message>
+        <source>Narrow the rows to those that contain a text</source>
+        <translation>Nur Zeilen zeigen, die einen Text enthalten</translation>
+    </message>
+    <message>
+        <source>&amp;Tune</source>
+        <translation>&amp;Abstimmen</translation>
+    </message>
+    <message>
+        <source>Tune the receiver to the selected entry, with all its settings</source>
+        <translation>Empfänger auf den ausgewählten Eintrag abstimmen, mit allen Einstellungen</translation>
+    </message>
+    <message>
+        <source>Pre&amp;vious Entry</source>
+        <translation>&amp;Voriger Eintrag</translation>
+    </message>
+    <message>
+        <source>Go to the row above and tune to it</source>
+        <translation>Zur Zeile darüber gehen und darauf abstimmen</translation>
+    </message>
+    <message>
+        <source>Ne&amp;xt Entry</source>
+        <translation>Nä&amp;chster Eintrag</translation>
+    </message>
+    <message>
+        <source>Go to the row below and tune to it</source>
+        <translation>Zur Zeile darunter gehen und darauf abstimmen</translation>
+    </message>
+    <message>
+        <source>&amp;New...</source>
+        <translation>&amp;Neu...</translation>
+    </message>
+    <message>
+        <source>&amp;Edit...</source>
+        <translation>&amp;Bearbeiten...</translation>
+    </message>
+    <message>
+        <source>&amp;Duplicate</source>
+        <translation>&amp;Duplizieren</translation>
+    </message>
+    <message>
+        <source>Add a copy of each selected entry</source>
+        <translation>Von jedem ausgewählten Eintrag eine Kopie hinzufügen</translation>
+    </message>
+    <message>
+        <source>&amp;Send to</source>
+        <translation>&amp;Senden an</translation>
+    </message>
+    <message>
+        <source>%1 does not have this.</source>
+        <translation>%1 bietet das nicht.</translation>
+    </message>
+    <message>
+        <source>No entry is selected.</source>
+        <translation>Kein Eintrag ist ausgewählt.</translation>
+    </message>
+    <message>
+        <source>No list is shown.</source>
+        <translation>Es wird keine Liste gezeigt.</translation>
+    </message>
+    <message>
+        <source>%1 has no file of its own: use Save As.</source>
+        <translation>%1 hat keine eigene Datei: Benutzen Sie „Speichern unter“.</translation>
+    </message>
+    <message>
+        <source>%1 takes no copies of its entries.</source>
+        <translation>%1 nimmt keine Kopien ihrer Einträge an.</translation>
+    </message>
+    <message>
+        <source>%1 shows no rows.</source>
+        <translation>%1 zeigt keine Zeilen.</translation>
+    </message>
+    <message>
+        <source>%1: %2...</source>
+        <translation>%1: %2...</translation>
+    </message>
+</context>
+<context>
+    <name>WindowStatus</name>
+    <message>
+        <source>Tuned frequency</source>
+        <translation>Abgestimmte Frequenz</translation>
+    </message>
+    <message>
+        <source>Show or hide the messages</source>
+        <translation>Meldungen zeigen oder verbergen</translation>
+    </message>
+    <message>
+        <source>No problems</source>
+        <translation>Keine Probleme</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n problem(s)</source>
+        <translation>
+            <numerusform>%n Problem</numerusform>
+            <numerusform>%n Probleme</numerusform>
+        </translation>
     </message>
 </context>
 <context>

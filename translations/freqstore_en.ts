@@ -19,6 +19,16 @@
     </message>
 </context>
 <context>
+    <name>DetailsPanel</name>
+    <message numerus="yes">
+        <source>One of %n selected</source>
+        <translation>
+            <numerusform>One of %n selected</numerusform>
+            <numerusform>One of %n selected</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>FileOpener</name>
     <message numerus="yes">
         <source>%n lines, not one has a frequency</source>
@@ -59,6 +69,16 @@
         <translation>
             <numerusform>The list of frequencies of interest is empty; its file %1 still holds %n entry.</numerusform>
             <numerusform>The list of frequencies of interest is empty; its file %1 still holds %n entries.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>WindowStatus</name>
+    <message numerus="yes">
+        <source>%n problem(s)</source>
+        <translation>
+            <numerusform>%n problem</numerusform>
+            <numerusform>%n problems</numerusform>
         </translation>
     </message>
 </context>

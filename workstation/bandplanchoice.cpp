@@ -12,7 +12,7 @@ namespace {
 const QString RegionKey = QStringLiteral("BandPlanRegion");
 
 QString tr(const char* text) {
-    return QCoreApplication::translate("BandPlan", text);
+    return QCoreApplication::translate("BandPlanChoice", text);
 }
 
 } // namespace

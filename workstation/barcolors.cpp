@@ -21,7 +21,7 @@ constexpr int DarkLighter = 135; ///< percent, on a dark background
 constexpr int ShadeOpacity = 70; ///< of 255
 
 QString tr(const char* text) {
-    return QCoreApplication::translate("FrequencyBar", text);
+    return QCoreApplication::translate("BarColors", text);
 }
 
 QColor urgency(int index) {

@@ -15,7 +15,7 @@ constexpr QChar NoBreakBlank(0xA0);
 constexpr qsizetype GroupSize = 3;
 
 QString tr(const char* text) {
-    return QCoreApplication::translate("FrequencyInput", text);
+    return QCoreApplication::translate("Quor", text);
 }
 
 bool isBlank(QChar c) {

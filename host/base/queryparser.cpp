@@ -13,7 +13,7 @@ namespace {
 constexpr double Infinity = std::numeric_limits<double>::infinity();
 
 QString tr(const char* text) {
-    return QCoreApplication::translate("Query", text);
+    return QCoreApplication::translate("QueryParser", text);
 }
 
 QString quoted(const QString& text) {
@@ -258,9 +258,10 @@ private:
     /// A number, a comparison or a range: in a field all that count, else those in a unit of frequency only.
     std::optional<Term> readNumbers(bool inField) {
         static const QRegularExpression Numbers(
-            QStringLiteral(R"((<=|>=|=|<|>)?\s*([-+]?\d(?:[\d'\x{a0}\x{202f}]|[.,](?!\.))*)(\s*[kMG]?Hz|k|dB[\wµ/]*|%)?)"
-                           R"((?:\s*(?:-|–|\.\.)\s*([-+]?\d(?:[\d'\x{a0}\x{202f}]|[.,](?!\.))*))"
-                           R"((\s*[kMG]?Hz|k|dB[\wµ/]*|%)?)?(?=\s|$))"),
+            QStringLiteral(
+                R"((<=|>=|=|<|>)?\s*([-+]?\d(?:[\d'\x{a0}\x{202f}]|[.,](?!\.))*)(\s*[kMG]?Hz|k|dB[\wµ/]*|%)?)"
+                R"((?:\s*(?:-|–|\.\.)\s*([-+]?\d(?:[\d'\x{a0}\x{202f}]|[.,](?!\.))*))"
+                R"((\s*[kMG]?Hz|k|dB[\wµ/]*|%)?)?(?=\s|$))"),
             QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
         const QRegularExpressionMatch match = matchHere(Numbers);
         if (!match.hasMatch())

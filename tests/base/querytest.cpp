@@ -103,7 +103,7 @@ TEST(Query, SaysWhereItIsNotUnderstoodAndSearchesTheWords) {
     };
     const Wrong all[] = {
         {"bbc lamp:2", 4, ""},  {"bbc demod:", 4 + 6, ""}, {"\"new york", 0, ""}, {"bbc \"\"", 4, ""},
-        {"or bbc", 0, "1"},      {"relay or", 8, ""},       {"bbc not", 4, ""},    {">7", 0, ""},
+        {"or bbc", 0, "1"},     {"relay or", 8, ""},       {"bbc not", 4, ""},    {">7", 0, ""},
         {"12:30 only:", 6, ""}, {"prio:>1-3", 5, ""},      {"1.2.34 MHz", 0, ""}, {"level:", 6, ""}};
     for (const Wrong& wrong : all) {
         SCOPED_TRACE(wrong.text);

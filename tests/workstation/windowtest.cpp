@@ -244,7 +244,7 @@ TEST_F(Windows, DetailsAreEditedInPlace) {
     ASSERT_TRUE(station->LoadFiles());
     SortListView* channels = show("Memory Channels");
     select(channels, 2);
-    auto* details = window().findChild<QDockWidget*>("Details");
+    auto* details = window().findChild<QDockWidget*>("DetailsPanel");
     auto* comment = details->findChild<VCLineEdit*>("comment");
     ASSERT_NE(comment, nullptr);
     comment->setFocus();
@@ -262,7 +262,7 @@ TEST_F(Windows, DetailsAreEditedInPlace) {
 TEST_F(Windows, MessagesStayAwayUntilThereIsAProblemOrTheyAreAskedFor) {
     open({});
     EXPECT_TRUE(station->LoadFiles());
-    auto* dock = window().findChild<QDockWidget*>("Messages");
+    auto* dock = window().findChild<QDockWidget*>("MessagesPanel");
     auto* button = window().findChild<QToolButton*>("Problems");
     EXPECT_FALSE(dock->isVisible());
     const int height = window().statusBar()->height();
@@ -272,7 +272,7 @@ TEST_F(Windows, MessagesStayAwayUntilThereIsAProblemOrTheyAreAskedFor) {
     EXPECT_FALSE(dock->isVisible());
     start({Path("none.ltl")});
     EXPECT_FALSE(station->LoadFiles());
-    EXPECT_TRUE(window().findChild<QDockWidget*>("Messages")->isVisible());
+    EXPECT_TRUE(window().findChild<QDockWidget*>("MessagesPanel")->isVisible());
     EXPECT_EQ(window().findChild<QToolButton*>("Problems")->text(), "1 problem(s)");
     EXPECT_EQ(window().statusBar()->height(), height);
 }
@@ -303,14 +303,14 @@ TEST_F(Windows, TheWindowGetsAsSmallAsASmallScreen) {
         QCoreApplication::processEvents();
         EXPECT_EQ(window().size(), size);
         const bool isRoomy = size.width() > 1200;
-        EXPECT_EQ(window().tabifiedDockWidgets(window().findChild<QDockWidget*>("Details")).isEmpty(),
+        EXPECT_EQ(window().tabifiedDockWidgets(window().findChild<QDockWidget*>("DetailsPanel")).isEmpty(),
                   isRoomy);
         const QPoint end = window().GetTabs()->mapTo(&window(), window().GetTabs()->rect().bottomRight());
         EXPECT_LT(end.x(), size.width());
         EXPECT_LT(end.y(), size.height());
         const auto top = [this](const char* panel) { return window().findChild<QDockWidget*>(panel)->y(); };
         if (isRoomy) {
-            EXPECT_LT(top("Details"), top("Receiver"));
+            EXPECT_LT(top("DetailsPanel"), top("ReceiverPanel"));
             EXPECT_LT(top("Receiver"), top("Job"));
         }
     }
