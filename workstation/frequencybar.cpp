@@ -32,8 +32,8 @@ FrequencyBar::FrequencyBar(QWidget* parent) : QWidget(parent), m_labelWidth(Leas
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    FrequencyBarAccess::Install(); // before a name is set, which asks for the interface
     setAccessibleName(tr("Frequency bar"));
-    FrequencyBarAccess::Install();
     m_refresh.setSingleShot(true);
     m_refresh.setInterval(RefreshMilliseconds);
     connect(&m_refresh, &QTimer::timeout, this, &FrequencyBar::computeLines);

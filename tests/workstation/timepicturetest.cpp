@@ -150,7 +150,7 @@ TEST_F(TimePictures, ShowDetectionsWhereAndWhenTheyWereAndSelectTheirRows) {
     QTest::mouseClick(picture, Qt::LeftButton, {}, placeOf(7e6, 100));
     ASSERT_EQ(clicked.size(), 1);
     QTabWidget* tabs = station->GetWindow().GetTabs();
-    EXPECT_EQ(tabs->tabText(tabs->currentIndex()), "Detections");
+    EXPECT_EQ(station->GetWindow().TabName(tabs->currentIndex()), "Detections");
     auto* view = tabs->currentWidget()->findChild<VectorListViewBase*>();
     ASSERT_NE(view, nullptr);
     EXPECT_TRUE(view->IsSelected(1));
@@ -217,7 +217,7 @@ TEST_F(TimePictures, DetectionsAreClearedAndShownNewestFirst) {
     search.Simulate(120 * Second, Begin);
     QTabWidget* tabs = station->GetWindow().GetTabs();
     for (int i = 0; i < tabs->count(); ++i) {
-        if (tabs->tabText(i) == "Detections")
+        if (station->GetWindow().TabName(i) == "Detections")
             tabs->setCurrentIndex(i);
     }
     auto* view = tabs->currentWidget()->findChild<VectorListViewBase*>();

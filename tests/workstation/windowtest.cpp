@@ -273,7 +273,7 @@ TEST_F(Windows, MessagesStayAwayUntilThereIsAProblemOrTheyAreAskedFor) {
     start({Path("none.ltl")});
     EXPECT_FALSE(station->LoadFiles());
     EXPECT_TRUE(window().findChild<QDockWidget*>("MessagesPanel")->isVisible());
-    EXPECT_EQ(window().findChild<QToolButton*>("Problems")->text(), "1 problem(s)");
+    EXPECT_EQ(window().findChild<QToolButton*>("Problems")->text(), "1 problem");
     EXPECT_EQ(window().statusBar()->height(), height);
 }
 
@@ -311,7 +311,7 @@ TEST_F(Windows, TheWindowGetsAsSmallAsASmallScreen) {
         const auto top = [this](const char* panel) { return window().findChild<QDockWidget*>(panel)->y(); };
         if (isRoomy) {
             EXPECT_LT(top("DetailsPanel"), top("ReceiverPanel"));
-            EXPECT_LT(top("Receiver"), top("Job"));
+            EXPECT_LT(top("ReceiverPanel"), top("JobPanel"));
         }
     }
 }
