@@ -34,7 +34,9 @@ public:
     virtual bool TuneToCurrent() { return false; }
     /// Whether copies of its entries can be added to the list at present.
     virtual bool CanDuplicate() const { return false; }
-    /// Adds a copy of each selected entry behind the others.
+    /// The selected rows as text for a spreadsheet; empty without any.
+    virtual QString SelectedText() { return QString(); }
+    /// Adds a copy of each selected entry, with all its values, behind the others and selects the copies.
     virtual void Duplicate() {}
     /// Selects the entry at a place of a list of records, counted from 0 as they came; false when the view
     /// has no such list, or the filter hides the entry.

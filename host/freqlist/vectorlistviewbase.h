@@ -41,6 +41,7 @@ public:
     QScrollBar* GetScrollBar() const { return m_scroll; }
     void SelectFrequency(double hertz) override;
     bool SelectRecord(quint32 place) override;
+    QString SelectedText() override;
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
     FreqStoreListViewButtonBar* GetButtonBar() const { return m_bar; }
 

@@ -60,6 +60,7 @@ SortListView::SortListView(QWidget* parent) : QTreeWidget(parent), m_cells(new C
     setUniformRowHeights(true);
     setAlternatingRowColors(true);
     setVerticalScrollMode(ScrollPerItem);
+    setEditTriggers(NoEditTriggers); // `EditCell` begins
     QTreeWidget::setSelectionMode(ExtendedSelection);
     header()->setSectionsClickable(true);
     header()->setSectionsMovable(true);
@@ -181,7 +182,7 @@ void SortListView::customEvent(QEvent* event) {
         return;
     }
     m_sortPosted = false;
-    if (!m_sortAllowed)
+    if (!m_sortAllowed || IsEditing())
         m_sortWanted = true;
     else if (m_sortColumn >= 0)
         SortNow();
@@ -524,6 +525,10 @@ void SortListView::showEvent(QShowEvent* event) {
 }
 
 void SortListView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F2 && event->modifiers() == Qt::NoModifier) {
+        EditCell();
+        return;
+    }
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentItem()) {
         emit returnPressed(currentItem());
         return;

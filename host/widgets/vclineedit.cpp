@@ -48,7 +48,7 @@ bool readFrequency(const QString& entry, const QString& shown, double& number) {
 
 } // namespace
 
-const VCLineEdit::Format& VCLineEdit::format() const {
+const VCLineEdit::Format& VCLineEdit::formatOf(LineEditType type) {
     // In the order of LineEditType.
     static constexpr Format Formats[] = {
         {nullptr, nullptr, nullptr},
@@ -57,7 +57,7 @@ const VCLineEdit::Format& VCLineEdit::format() const {
         {Quor::FrequencyText, readFrequency, QT_TR_NOOP("\"%1\" is not a frequency")},
         {Quor::BandwidthText, readFrequency, QT_TR_NOOP("\"%1\" is not a bandwidth")},
     };
-    return Formats[m_type];
+    return Formats[type];
 }
 
 VCLineEdit::VCLineEdit(QWidget* parent, const char* name, LineEditType type)
@@ -105,29 +105,33 @@ bool VCLineEdit::Commit() {
     return true;
 }
 
-/// What is wrong with the entry, empty when nothing is; then `stored` is the text to give to the value.
 QString VCLineEdit::problemOf(const QString& entry, QString& stored) const {
-    if (!m_value)
-        return QString();
+    return m_value ? ProblemOf(*m_value.get(), m_type, entry, stored) : QString();
+}
+
+QString VCLineEdit::ProblemOf(const ValueBase& value, LineEditType type, const QString& entry,
+                              QString& stored) {
+    const Format& format = formatOf(type);
     stored = entry;
-    if (format().read) {
+    if (format.read) {
         double number = 0;
-        const double present = Quor::toDoubleEx(m_value->GetStringValue());
-        if (!format().read(entry, format().show(present), number))
-            return tr(format().complaint).arg(entry);
-        const QString outside = Limits::Problem(numeric_cast(m_value.get()), number, format().show);
+        const double present = Quor::toDoubleEx(value.GetStringValue());
+        if (!format.read(entry, format.show(present), number))
+            return tr(format.complaint).arg(entry);
+        const QString outside =
+            Limits::Problem(numeric_cast(const_cast<ValueBase*>(&value)), number, format.show);
         if (!outside.isEmpty())
             return outside;
-        stored = m_type == Integer ? entry.trimmed() : Quor::ToShortest(number);
-        if (!holds(stored)) // whole Hz may be all that the value holds
+        stored = type == Integer ? entry.trimmed() : Quor::ToShortest(number);
+        if (!holds(value, stored)) // whole Hz may be all that the value holds
             stored = Quor::ToShortest(std::round(number));
     }
-    return holds(stored) ? QString() : tr("\"%1\" cannot be taken here").arg(entry);
+    return holds(value, stored) ? QString() : tr("\"%1\" cannot be taken here").arg(entry);
 }
 
 /// The value itself takes silently what it can and leaves the rest, so a copy is asked.
-bool VCLineEdit::holds(const QString& stored) const {
-    const std::unique_ptr<ValueBase> probe(m_value->Clone());
+bool VCLineEdit::holds(const ValueBase& value, const QString& stored) {
+    const std::unique_ptr<ValueBase> probe(value.Clone());
     probe->SetStringValue(stored);
     const QString kept = probe->GetStringValue();
     double keptNumber = 0;

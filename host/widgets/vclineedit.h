@@ -28,6 +28,11 @@ public:
     /// The limits of the value as the field shows numbers; empty when there are none.
     QString LimitsText() const;
 
+    /// What is wrong with an entry for a value, empty when nothing is; then `stored` is the text to give to
+    /// the value.
+    static QString ProblemOf(const ValueBase& value, LineEditType type, const QString& entry,
+                             QString& stored);
+
 signals:
     /// The entry became wrong, wrong in another way, or right again (empty text).
     void errorChanged(const QString& error);
@@ -40,11 +45,12 @@ private:
     struct Format;
 
     void showValue() override;
-    const Format& format() const;
+    static const Format& formatOf(LineEditType type);
+    const Format& format() const { return formatOf(m_type); }
     void setError(const QString& error);
     void updateToolTip();
     QString problemOf(const QString& entry, QString& stored) const;
-    bool holds(const QString& stored) const;
+    static bool holds(const ValueBase& value, const QString& stored);
 
     LineEditType m_type;
     QString m_error;
