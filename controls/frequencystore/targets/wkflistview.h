@@ -10,6 +10,7 @@ public:
     WkfListView(QWidget* parent, unsigned listId);
 
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
+    QString EmptyText() const override;
 
 public slots:
     void slotReadTargetList();
