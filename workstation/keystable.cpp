@@ -36,7 +36,7 @@ KeysTable::KeysTable(KeySettings& settings, QWidget* parent)
     m_table->setAccessibleName(tr("Keys"));
     layout->addWidget(m_table, 1);
     auto* row = new QHBoxLayout;
-    auto* label = new QLabel(tr("New &key:"), this);
+    auto* label = new QLabel(tr("Ne&w key:"), this);
     label->setBuddy(m_edit);
     row->addWidget(label);
     row->addWidget(m_edit, 1);
