@@ -12,6 +12,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMetaEnum>
 #include <QTimer>
 
 namespace {
@@ -187,6 +188,7 @@ WindowActions::WindowActions(QWidget* window, QWidget* lists) : QObject(window) 
     for (size_t i = 0; i < m_actions.size(); ++i) {
         const Info& info = infoOf(i);
         auto* action = new QAction(Icons::Get(QLatin1String(info.icon)), tr(info.text), this);
+        action->setObjectName(QLatin1String(QMetaEnum::fromType<Command>().valueToKey(static_cast<int>(i))));
         action->setShortcuts(info.keys);
         if (info.inListsOnly) {
             action->setShortcutContext(Qt::WidgetWithChildrenShortcut);

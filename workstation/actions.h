@@ -49,6 +49,7 @@ public:
         SendTo,
         CommandCount
     };
+    Q_ENUM(Command)
 
     /// Makes the commands; keys that only a list understands work while `lists` or what is in it has the
     /// focus. The window owns all.

@@ -13,6 +13,7 @@
 #include "workstation/detailspanel.h"
 #include "workstation/findhits.h"
 #include "workstation/frequencybar.h"
+#include "workstation/icons.h"
 #include "workstation/messagespanel.h"
 #include "workstation/noibands.h"
 #include "workstation/receiver.h"
@@ -216,7 +217,7 @@ void MainWindow::addList(int listId) {
     }
     const Tab& tab = m_lists[listId] = {definition->GetName(), page, bar, view, QString()};
     nameWidgets(tab);
-    m_tabs->addTab(page, definition->GetPixmap(), tab.name);
+    m_tabs->addTab(page, Icons::Readable(definition->GetPixmap()), tab.name);
     m_bar->AddList(listId, view);
     showTabs();
 }
@@ -361,6 +362,7 @@ QDockWidget* MainWindow::AddPanel(QWidget* panel, const QString& title, Qt::Dock
     dock->setWidget(panel);
     addDockWidget(area, dock);
     m_panels.push_back(dock);
+    dock->toggleViewAction()->setObjectName(QStringLiteral("panel-") + dock->objectName());
     m_viewMenu->addAction(dock->toggleViewAction());
     return dock;
 }

@@ -45,6 +45,8 @@ public:
     WindowActions& GetActions() const { return *m_actions; }
     /// Adds a panel that can be moved and closed, and its entry in the View menu; the window owns it.
     QDockWidget* AddPanel(QWidget* panel, const QString& title, Qt::DockWidgetArea area);
+    /// Adds the command that edits the preferences.
+    void SetPreferences(std::function<void()> edit);
     /// Adds a menu before the Help menu.
     QMenu* AddMenu(const QString& title);
     /// Who is asked whether the window may close; a false answer keeps it open.
@@ -86,6 +88,8 @@ signals:
     void EntryEdited(int listId);
     /// A file is to be opened, whatever it is.
     void OpenWanted();
+    /// Ways to begin are to be shown.
+    void WelcomeWanted();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -141,6 +145,7 @@ private:
     std::vector<QDockWidget*> m_panels; ///< in their order
     QMenu* m_fileMenu;
     QMenu* m_recentMenu;
+    QMenu* m_editMenu = nullptr;
     QMenu* m_viewMenu = nullptr;
     QMenu* m_helpMenu = nullptr;
     QTimer* m_tabsChange; ///< many changes are shown once

@@ -1,5 +1,6 @@
 #include "host/freqlist/buttonbar.h"
 
+#include "host/freqlist/emptylist.h"
 #include "host/freqlist/filterfield.h"
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/freqlist/nothingfound.h"
@@ -199,11 +200,13 @@ void FreqStoreListViewButtonBar::AttachView(FrequencyStoreListView* view) {
     m_view = view;
     m_list = view ? view->GetListView() : nullptr;
     delete m_nothingFound;
+    delete m_emptyList;
     m_filter->SetList(m_list);
     showUnderstood();
     if (!m_list)
         return;
     m_nothingFound = new NothingFound(*m_list);
+    m_emptyList = new EmptyList(*view, *this);
     connect(m_nothingFound, &NothingFound::clearWanted, m_filter, &QLineEdit::clear);
     connect(m_list, &SortListView::filterChanged, this, &FreqStoreListViewButtonBar::showUnderstood);
     connect(m_list, &SortListView::countsChanged, this, [this] {
@@ -255,6 +258,8 @@ void FreqStoreListViewButtonBar::EnableActions() {
     // A list that takes no entries takes a file.
     m_open->setVisible(!whyOff(New).isEmpty() && m_actions[New]->isVisible() &&
                        m_actions[Read]->isVisible() && m_actions[Read]->isEnabled());
+    if (m_emptyList)
+        m_emptyList->Refresh();
 }
 
 QString FreqStoreListViewButtonBar::whyOff(size_t action) const {

@@ -10,6 +10,7 @@
 
 #include <array>
 
+class EmptyList;
 class FilterField;
 class FrequencyStoreListView;
 class QKeyEvent;
@@ -109,5 +110,6 @@ private:
     FrequencyStoreListView* m_view = nullptr; ///< attached as long as its list lives
     SortListView* m_list = nullptr;
     QPointer<NothingFound> m_nothingFound; ///< over the list, whose it is
+    QPointer<EmptyList> m_emptyList;       ///< as well
     std::unique_ptr<ValueSelection> m_updateMode;
 };

@@ -52,6 +52,9 @@ public:
     /// as a sentence for the operator; empty when it does. A view whose answer changes calls the bar's
     /// `EnableActions`.
     virtual QString WhyOff(int /*action*/) const { return QString(); }
+    /// What an empty list says about where its entries come from, in a sentence or two; empty for a general
+    /// text.
+    virtual QString EmptyText() const { return QString(); }
 
 private:
     unsigned m_listId = 0;

@@ -3,6 +3,7 @@
 #include "host/base/frequencyinput.h"
 #include "host/base/frequencytext.h"
 #include "host/base/numbers.h"
+#include "host/gui/guibase.h"
 #include "host/valuetree/value.h"
 #include "host/widgets/limits.h"
 
@@ -40,10 +41,15 @@ double unitOf(const QString& shown) {
     return Quor::ParseFrequency(QLatin1Char('1') + shown.section(QLatin1Char(' '), -1), hertz) ? hertz : 1;
 }
 
-bool readFrequency(const QString& entry, const QString& shown, double& number) {
+bool readBandwidth(const QString& entry, const QString& shown, double& number) {
     const Quor::FrequencyInput input = Quor::ReadFrequencyInput(entry, unitOf(shown));
     number = input.hertz;
     return input.IsFrequency();
+}
+
+bool readFrequency(const QString& entry, const QString& shown, double& number) {
+    const double unit = GuiBase::Instance().GetBareUnit();
+    return readBandwidth(entry, unit > 0 ? QLatin1Char(' ') + Quor::UnitName(unit) : shown, number);
 }
 
 } // namespace
@@ -55,7 +61,7 @@ const VCLineEdit::Format& VCLineEdit::formatOf(LineEditType type) {
         {Quor::ToShortest, readInteger, QT_TR_NOOP("\"%1\" is not a whole number")},
         {Quor::ToShortest, readNumber, QT_TR_NOOP("\"%1\" is not a number")},
         {Quor::FrequencyText, readFrequency, QT_TR_NOOP("\"%1\" is not a frequency")},
-        {Quor::BandwidthText, readFrequency, QT_TR_NOOP("\"%1\" is not a bandwidth")},
+        {Quor::BandwidthText, readBandwidth, QT_TR_NOOP("\"%1\" is not a bandwidth")},
     };
     return Formats[type];
 }

@@ -1,5 +1,6 @@
 #include "controls/frequencystore/common/entrylistview.h"
 
+#include "controls/frequencystore/common/columntips.h"
 #include "controls/frequencystore/common/halvovieweditor.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
@@ -27,6 +28,7 @@ void EntryListView::AddColumns(std::span<const EntryColumn> columns, const QStri
         AddColumn(QCoreApplication::translate(metaObject()->className(), column.title), column.compare,
                   column.id);
         setColumnAlignment(static_cast<unsigned>(columnCount() - 1), column.alignment);
+        ColumnTips::Set(*this, columnCount() - 1, column.title);
         widths.push_back(column.width);
         if (column.copyName)
             m_copied.push_back(

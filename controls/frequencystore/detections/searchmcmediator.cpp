@@ -1,5 +1,6 @@
 #include "controls/frequencystore/detections/searchmcmediator.h"
 
+#include "controls/frequencystore/common/columntips.h"
 #include "controls/frequencystore/common/csvallowed.h"
 #include "controls/frequencystore/detections/detconvlisthandler.h"
 #include "controls/frequencystore/detections/detectionlistviewfactory.h"
@@ -41,11 +42,19 @@ void ArrangeList(VectorListViewBase& view, std::span<const DetectionColumn> colu
     list.setSelectionMode(QAbstractItemView::ExtendedSelection);
     list.setShowSortIndicator(true);
     std::vector<int> widths;
-    for (const DetectionColumn& column : columns)
+    for (const DetectionColumn& column : columns) {
+        ColumnTips::Set(list, static_cast<int>(widths.size()), column.title);
         widths.push_back(column.width);
+    }
     list.header()->setStretchLastSection(false); // its texts stand on the right, next to the others
     list.FitColumns(widths);
     list.SetColumnWidthPersistantName(view.objectName());
+}
+
+QString EmptyText() {
+    return QCoreApplication::translate("SearchMC",
+                                       "No detections yet. They come while a search runs; files of power "
+                                       "sweeps can be opened, too.");
 }
 
 bool InitBar(VectorListViewBase& view, Bar& bar, bool& connected) {

@@ -113,6 +113,11 @@ MemorySystemHandler& MemorySystemListView::handler() {
     return *MemorySystemHandler::Instance();
 }
 
+QString MemorySystemListView::EmptyText() const {
+    return tr("No memory channels yet. Add what the receiver is tuned to, open a list or a job, or paste "
+              "entries of another list.");
+}
+
 void MemorySystemListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
     if (!bar)
         return;

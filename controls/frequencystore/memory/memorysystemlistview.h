@@ -27,6 +27,7 @@ public:
     ~MemorySystemListView() override;
 
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
+    QString EmptyText() const override;
     QString WhyOff(int action) const override;
 
 public slots:

@@ -39,6 +39,10 @@ SearchMCNOIListView::SearchMCNOIListView(QWidget* parent, unsigned listId)
     connect(this, &SortListView::returnPressed, this, edit);
 }
 
+QString SearchMCNOIListView::EmptyText() const {
+    return tr("No frequencies of interest (NOI) yet. Add one, open a list, or send detections here.");
+}
+
 void SearchMCNOIListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
     if (!bar)
         return;

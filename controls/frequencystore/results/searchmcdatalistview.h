@@ -10,6 +10,7 @@ public:
     SearchMCDataListView(QWidget* parent, unsigned listId);
 
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
+    QString EmptyText() const override;
 
 public slots:
     /// Nothing: there is no database to send results to.

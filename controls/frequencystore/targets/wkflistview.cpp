@@ -43,6 +43,11 @@ WkfListView::WkfListView(QWidget* parent, unsigned listId)
     connect(this, &SortListView::clicked, this, &WkfListView::slotItemClicked);
 }
 
+QString WkfListView::EmptyText() const {
+    return tr(
+        "No targets yet. Open a list or drop its file on the window, or paste entries of another list.");
+}
+
 void WkfListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
     if (!bar)
         return;

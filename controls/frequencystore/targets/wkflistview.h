@@ -11,6 +11,7 @@ public:
     WkfListView(QWidget* parent, unsigned listId);
 
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
+    QString EmptyText() const override;
 
 public slots:
     void slotReadTargetList();
