@@ -70,24 +70,39 @@ VCLineEdit::VCLineEdit(QWidget* parent, const char* name, LineEditType type)
     : QLineEdit(parent), m_type(type) {
     setObjectName(QString::fromLatin1(name));
     showValue();
-    connect(this, &QLineEdit::textEdited, this, [this](const QString& entry) {
-        QString stored;
-        setError(problemOf(entry, stored));
-    });
+    connect(this, &QLineEdit::textEdited, this, &VCLineEdit::follow);
     connect(this, &QLineEdit::editingFinished, this, &VCLineEdit::Commit);
 }
 
 void VCLineEdit::SetValueBase(ValueBase* value) {
-    setModified(false);
-    setError(QString());
+    endEntry();
     bind(value);
+}
+
+void VCLineEdit::follow(const QString& entry) {
+    QString stored;
+    if (m_value && format().read == readFrequency) {
+        const QString present = format().show(Quor::toDoubleEx(m_value->GetStringValue()));
+        const Quor::FrequencyInput input = Quor::ReadFrequencyInput(entry, unitOf(present));
+        m_understood.Show(input.IsFrequency() ? Quor::GroupThousands(format().show(input.hertz)) : QString(),
+                          input.mayMisread);
+    }
+    setError(problemOf(entry, stored));
+    updateToolTip();
+}
+
+/// From now on nothing is typed, and nothing is wrong.
+void VCLineEdit::endEntry() {
+    setModified(false);
+    m_understood.Show(QString());
+    setError(QString());
 }
 
 void VCLineEdit::showValue() {
     setEnabled(bool(m_value));
     if (!m_value) {
         clear();
-        setError(QString());
+        endEntry();
     } else if (!isModified()) {
         const QString stored = m_value->GetStringValue();
         double number = 0;
@@ -105,7 +120,7 @@ bool VCLineEdit::Commit() {
     setError(problemOf(text(), stored));
     if (!m_error.isEmpty())
         return false;
-    setModified(false);
+    endEntry();
     m_value->SetStringValue(stored, this);
     showValue();
     return true;
@@ -165,7 +180,8 @@ void VCLineEdit::setError(const QString& error) {
 }
 
 void VCLineEdit::updateToolTip() {
-    setToolTip(m_error.isEmpty() ? LimitsText() : Qt::convertFromPlainText(m_error, Qt::WhiteSpaceNormal));
+    setToolTip(m_error.isEmpty() ? m_understood.AboveTip(LimitsText())
+                                 : Qt::convertFromPlainText(m_error, Qt::WhiteSpaceNormal));
 }
 
 void VCLineEdit::keyPressEvent(QKeyEvent* event) {
@@ -173,14 +189,19 @@ void VCLineEdit::keyPressEvent(QKeyEvent* event) {
         QLineEdit::keyPressEvent(event);
         return;
     }
-    setModified(false);
-    setError(QString());
+    endEntry();
     showValue();
     event->accept();
 }
 
+void VCLineEdit::resizeEvent(QResizeEvent* event) {
+    QLineEdit::resizeEvent(event);
+    m_understood.MakeRoom();
+}
+
 void VCLineEdit::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
+    m_understood.Paint();
     if (!m_error.isEmpty())
         PaintErrorFrame(*this);
 }
