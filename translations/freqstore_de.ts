@@ -612,6 +612,18 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Band plan</source>
         <translation>Bandplan</translation>
     </message>
+    <message>
+        <source>Nothing in this range</source>
+        <translation>Nichts in diesem Bereich</translation>
+    </message>
+    <message>
+        <source>Entries in this range: %1, from %2 to %3</source>
+        <translation>Einträge in diesem Bereich: %1, von %2 bis %3</translation>
+    </message>
+    <message>
+        <source>&amp;Only rows shown</source>
+        <translation>&amp;Nur angezeigte Zeilen</translation>
+    </message>
 </context>
 <context>
     <name>FrequencyField</name>
@@ -1769,6 +1781,18 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Save Search MC Results As</source>
         <translation>Search-MC-Detektionen speichern unter</translation>
     </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Classifier</source>
+        <translation>Klassifikator</translation>
+    </message>
+    <message>
+        <source>Direction</source>
+        <translation>Peilung</translation>
+    </message>
 </context>
 <context>
     <name>SearchMCDataHandler</name>
@@ -1905,6 +1929,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>simulated search</source>
         <translation>simulierte Suche</translation>
     </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
 </context>
 <context>
     <name>SortListView</name>
@@ -1915,6 +1943,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Reset columns</source>
         <translation>Spalten zurücksetzen</translation>
+    </message>
+    <message>
+        <source>All of %1</source>
+        <translation>Alle von %1</translation>
     </message>
 </context>
 <context>
