@@ -791,6 +791,18 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Band plan</source>
         <translation>Bandplan</translation>
     </message>
+    <message>
+        <source>Nothing in this range</source>
+        <translation>Nichts in diesem Bereich</translation>
+    </message>
+    <message>
+        <source>Entries in this range: %1, from %2 to %3</source>
+        <translation>Einträge in diesem Bereich: %1, von %2 bis %3</translation>
+    </message>
+    <message>
+        <source>&amp;Only rows shown</source>
+        <translation>&amp;Nur angezeigte Zeilen</translation>
+    </message>
 </context>
 <context>
     <name>FrequencyField</name>
@@ -1498,6 +1510,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Units, colours, language, keys and the like</source>
         <translation>Einheiten, Farben, Sprache, Tasten und dergleichen</translation>
+    </message>
+    <message>
+        <source>&lt;b&gt;Frequency Store&lt;/b&gt;&lt;p&gt;Lists of frequencies for radio monitoring.&lt;/p&gt;&lt;p&gt;Wheel over the bar: zoom. Drag: move. Click: tune. Double click: show all.&lt;/p&gt;</source>
+        <translation>&lt;b&gt;Frequenzspeicher&lt;/b&gt;&lt;p&gt;Frequenzlisten für die Funküberwachung.&lt;/p&gt;&lt;p&gt;Mausrad über der Leiste: zoomen. Ziehen: verschieben. Klick: abstimmen. Doppelklick: alles zeigen.&lt;/p&gt;</translation>
     </message>
 </context>
 <context>
@@ -2290,6 +2306,18 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>No detections yet. They come while a search runs; files of power sweeps can be opened, too.</source>
         <translation>Noch keine Detektionen. Sie kommen, während eine Suche läuft; auch Dateien mit Sweeps lassen sich öffnen.</translation>
     </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Classifier</source>
+        <translation>Klassifikator</translation>
+    </message>
+    <message>
+        <source>Direction</source>
+        <translation>Peilung</translation>
+    </message>
 </context>
 <context>
     <name>SearchMCDataHandler</name>
@@ -2369,6 +2397,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>No frequencies of interest (NOI) yet. Add one, open a list, or send detections here.</source>
         <translation>Noch keine NOI-Frequenzen (Frequenzen von Interesse). Eine hinzufügen, eine Liste öffnen oder Detektionen hierher senden.</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
     </message>
 </context>
 <context>
@@ -2459,6 +2491,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>simulated search</source>
         <translation>simulierte Suche</translation>
     </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
 </context>
 <context>
     <name>SortListView</name>
@@ -2469,6 +2505,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Reset columns</source>
         <translation>Spalten zurücksetzen</translation>
+    </message>
+    <message>
+        <source>All of %1</source>
+        <translation>Alle von %1</translation>
     </message>
 </context>
 <context>

@@ -203,6 +203,22 @@ void FrequencyNodeListView::SelectFrequency(double hertz) {
     ensureItemVisible(nearest);
 }
 
+std::optional<std::vector<bool>> FrequencyNodeListView::ShownEntries() {
+    if (FilterText().isEmpty())
+        return std::nullopt;
+    std::vector<bool> shown;
+    for (int i = 0; i < topLevelItemCount(); ++i) {
+        auto* mediator = static_cast<FrequencyNodeMediatorViewItem*>(topLevelItem(i))->GetMediator();
+        const Node* entry = mediator ? mediator->GetNode() : nullptr;
+        if (!entry)
+            continue;
+        if (entry->GetSerial() >= shown.size())
+            shown.resize(std::max<size_t>(2 * shown.size(), entry->GetSerial() + size_t(1)));
+        shown[entry->GetSerial()] = true;
+    }
+    return shown;
+}
+
 std::vector<double> FrequencyNodeListView::SelectedFrequencies() {
     std::vector<double> frequencies;
     for (FrequencyNodeMediator* mediator : SelectedMediators()) {

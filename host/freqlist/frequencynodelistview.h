@@ -76,6 +76,7 @@ public:
     bool CanDuplicate() const override;
     void Duplicate() override;
     std::vector<double> SelectedFrequencies() override;
+    std::optional<std::vector<bool>> ShownEntries() override;
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
     FreqStoreListViewButtonBar* GetButtonBar() const { return m_bar; }
 

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 class FreqStoreListViewButtonBar;
@@ -44,6 +45,9 @@ public:
     /// Frequencies (Hz) of the selected entries, for the frequency bar; empty for views whose list tells the
     /// bar by itself.
     virtual std::vector<double> SelectedFrequencies() { return {}; }
+    /// Which entries the filter shows so far, by the serials of their nodes or the places of their records;
+    /// nothing when there is no filter.
+    virtual std::optional<std::vector<bool>> ShownEntries() { return std::nullopt; }
     virtual QWidget* GetWidget() = 0;
     virtual SortListView* GetListView() = 0;
     /// Gives the view the button bar of its window, which the window owns; null means none.

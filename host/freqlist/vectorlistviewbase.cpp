@@ -136,6 +136,13 @@ SortListView* VectorListViewBase::GetListView() {
     return m_list;
 }
 
+void VectorListViewBase::SetRecordNote(const QString& title, std::function<QString(unsigned id)> textOf) {
+    m_list->SetRowNote({title, [this, textOf = std::move(textOf)](const SortListViewItem& item) {
+                            const int row = Item2Index(&item);
+                            return row < 0 ? QString() : textOf(RecordId(RecordOfRow(row)));
+                        }});
+}
+
 bool VectorListViewBase::Set_ValuePath(const QString& path) {
     m_path = path;
     m_selection.Clear();

@@ -485,29 +485,6 @@ void SortListView::slotHeaderClicked(int column) {
         sortByColumn(-1, Qt::AscendingOrder);
 }
 
-void SortListView::slotHeaderContextMenuRequested(const QPoint& position) {
-    QMenu menu;
-    if (m_headerMenu && !m_headerMenu->isEmpty()) {
-        menu.addActions(m_headerMenu->actions());
-        menu.addSeparator();
-    }
-    const int shown = columnCount() - header()->hiddenSectionCount();
-    for (int column = 0; column < columnCount(); ++column) {
-        QAction* action = menu.addAction(headerItem()->text(column));
-        action->setCheckable(true);
-        action->setChecked(!isColumnHidden(column));
-        action->setEnabled(shown > 1 || isColumnHidden(column)); // the last column stays
-        connect(action, &QAction::toggled, this,
-                [this, column](bool show) { setColumnHidden(column, !show); });
-    }
-    menu.addSeparator();
-    connect(menu.addAction(tr("Unsorted")), &QAction::triggered, this,
-            [this] { sortByColumn(-1, Qt::AscendingOrder); });
-    connect(menu.addAction(tr("Reset columns")), &QAction::triggered, this,
-            [this] { ColumnArrangement::Apply(*header(), m_defaultColumns); });
-    menu.exec(header()->mapToGlobal(position));
-}
-
 void SortListView::slotSelectionChanged() {
     emit selectionChanged(currentItem());
     emit countsChanged();

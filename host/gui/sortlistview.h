@@ -12,6 +12,7 @@
 #include <vector>
 
 class CellDelegate;
+class QAction;
 class QMenu;
 
 /// Sortable list with a compare function per column, made for a million rows: texts are asked for when rows
@@ -117,6 +118,24 @@ public:
     /// Replaces the actions above the column entries of the header menu; the list takes ownership.
     void SetHeaderMenu(QMenu* menu);
     QMenu* HeaderMenu() const { return m_headerMenu; }
+    /// Puts a column into a group of that name: the header menu has a menu of its own for each group, from
+    /// which all of them can be shown or hidden at once.
+    void SetColumnGroup(int column, const QString& group);
+    /// Adds what the header menu offers of columns and order.
+    void AddColumnActionsTo(QMenu& menu);
+
+    /// What is known of rows beyond their cells, by a title: details and tool tips show it. Empty texts are
+    /// not shown.
+    struct RowNote {
+        QString title;
+        std::function<QString(const SortListViewItem& row)> textOf;
+    };
+    void SetRowNote(RowNote note) { m_rowNote = std::move(note); }
+    const RowNote& GetRowNote() const { return m_rowNote; }
+    /// The note of a row; empty when there is none.
+    QString NoteOf(const SortListViewItem& row) const {
+        return m_rowNote.textOf ? m_rowNote.textOf(row) : QString();
+    }
 
 public slots:
     void slotClicked(QTreeWidgetItem* item, int column);
@@ -196,6 +215,8 @@ private:
     bool editCell(SortListViewItem* row, int column);
     bool editNextCell(int by);
     void paintTunedMark(QPainter& painter, const QStyleOptionViewItem& row) const;
+    QAction* addColumnAction(QMenu& menu, const QString& text, const std::vector<int>& columns);
+    void addGroupMenu(QMenu& menu, const QString& group);
 
     static constexpr size_t FewRows = 128;
 
@@ -226,4 +247,6 @@ private:
     QString m_defaultColumns; ///< see `ColumnArrangement`
     QString m_rememberedColumns;
     QMenu* m_headerMenu = nullptr;
+    QHash<int, QString> m_columnGroups; ///< by column
+    RowNote m_rowNote;
 };

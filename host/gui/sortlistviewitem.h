@@ -54,6 +54,7 @@ private:
 
     void ensureFilled() const;
     void letMove();
+    QString tipWithNote() const;
 
     std::unique_ptr<std::vector<QString>> m_texts;
     bool m_filled = false;
