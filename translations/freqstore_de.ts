@@ -767,8 +767,8 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <translation>Priorität</translation>
     </message>
     <message>
-        <source>1 is the highest, 11 stands for none</source>
-        <translation>1 ist die höchste, 11 steht für keine</translation>
+        <source>(1 is the highest, 11 is none)</source>
+        <translation>(1 ist die höchste, 11 ist keine)</translation>
     </message>
     <message>
         <source>Threat class</source>
