@@ -195,7 +195,7 @@ private:
     void showSortIndicator();
     bool editCell(SortListViewItem* row, int column);
     bool editNextCell(int by);
-    void paintTunedMark(QPainter& painter, const QStyleOptionViewItem& option, bool isSelected) const;
+    void paintTunedMark(QPainter& painter, const QStyleOptionViewItem& row) const;
 
     static constexpr size_t FewRows = 128;
 

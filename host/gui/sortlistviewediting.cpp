@@ -89,16 +89,19 @@ void SortListView::MarkTuned(double hertz) {
 void SortListView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                            const QModelIndex& index) const {
     QTreeWidget::drawRow(painter, option, index);
-    if (m_tuned > 0 && !index.parent().isValid() &&
-        std::abs(FrequencyOfRow(index.row()) - m_tuned) < SameFrequency)
-        paintTunedMark(*painter, option, topLevelItem(index.row())->isSelected());
+    if (m_tuned <= 0 || index.parent().isValid() ||
+        !(std::abs(FrequencyOfRow(index.row()) - m_tuned) < SameFrequency))
+        return;
+    QStyleOptionViewItem row(option);
+    row.state.setFlag(QStyle::State_Selected, topLevelItem(index.row())->isSelected());
+    paintTunedMark(*painter, row);
 }
 
 /// An arrow at the beginning of the row, and lines above and below it.
-void SortListView::paintTunedMark(QPainter& painter, const QStyleOptionViewItem& option,
-                                  bool isSelected) const {
-    const QRect place = option.rect;
-    const QColor color = option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Highlight);
+void SortListView::paintTunedMark(QPainter& painter, const QStyleOptionViewItem& row) const {
+    const QRect place = row.rect;
+    const bool isSelected = row.state & QStyle::State_Selected;
+    const QColor color = row.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Highlight);
     painter.save();
     painter.setPen(color);
     painter.drawLine(place.topLeft(), place.topRight());
