@@ -267,7 +267,7 @@ TEST_F(MemoryView, ARangeIsSeenInItsRowAndItsTextStays) {
         channel->FindOwn<ValueList<double>>(Keys::RangeFrequencies)->PushBack(hertz);
     FreqStore::Instance().GetFrequencies(m_view->GetID())->ForceUpdateNow();
     EXPECT_EQ(m_view->firstChild()->text(0), Q("7000.000 kHz"));
-    EXPECT_EQ(m_view->firstChild()->CellAddition(0), Q(" +2"));
+    EXPECT_EQ(m_view->firstChild()->CellAddition(0), Q("+2  "));
     EXPECT_EQ(m_view->firstChild()->CellAddition(1), QString());
     EXPECT_NE(m_view->grab().toImage(), before);
 }
