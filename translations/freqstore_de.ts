@@ -951,8 +951,8 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <translation>Priorität</translation>
     </message>
     <message>
-        <source>1 is the highest, 11 stands for none</source>
-        <translation>1 ist die höchste, 11 steht für keine</translation>
+        <source>(1 is the highest, 11 is none)</source>
+        <translation>(1 ist die höchste, 11 ist keine)</translation>
     </message>
     <message>
         <source>Threat class</source>
@@ -2990,7 +2990,7 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
     <message>
         <source>Paste T&amp;ext</source>
-        <translation>T&amp;ext einfügen</translation>
+        <translation>&amp;Text einfügen</translation>
     </message>
     <message>
         <source>Add an entry for each row that a spreadsheet has copied</source>

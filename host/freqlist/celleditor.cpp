@@ -78,5 +78,5 @@ QWidget* CellEditor::Make(QWidget* parent, ValueBase& value, unsigned columnId) 
 
 void CellEditor::Drop(QWidget& field) {
     if (auto* line = qobject_cast<VCLineEdit*>(&field))
-        line->SetValueBase(nullptr); // it would write when it loses the focus
+        line->setModified(false); // it would write when it loses the focus
 }

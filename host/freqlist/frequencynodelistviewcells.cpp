@@ -45,7 +45,12 @@ bool FrequencyNodeListView::CanEdit(const SortListViewItem& row, int column) con
 QWidget* FrequencyNodeListView::CreateCellEditor(QWidget* parent, const SortListViewItem& row, int column) {
     FrequencyNodeMediator* mediator = mediatorOf(&row);
     ValueBase* value = mediator ? EditedValue(*mediator, column) : nullptr;
-    return value ? CellEditor::Make(parent, *value, m_columnIds[static_cast<size_t>(column)]) : nullptr;
+    if (!value)
+        return nullptr;
+    QWidget* field = CellEditor::Make(parent, *value, m_columnIds[static_cast<size_t>(column)]);
+    if (auto* line = qobject_cast<QLineEdit*>(field))
+        line->setAlignment(ColumnAlignment(column));
+    return field;
 }
 
 bool FrequencyNodeListView::EndCellEditor(QWidget& field, bool keep) {

@@ -60,7 +60,7 @@ public:
     virtual bool CellText(unsigned columnId, QString& text);
     /// The value that the operator edits in the cell of a column; null when there is none to be edited.
     virtual ValueBase* EditedValue(unsigned columnId);
-    /// What is painted behind the text of the cell of a column; empty for nothing.
+    /// What is painted before the text of the cell of a column; empty for nothing.
     virtual QString CellAddition(unsigned columnId);
 
     bool GetFrequency(double& frequency, int subItem) override;

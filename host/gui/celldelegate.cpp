@@ -125,7 +125,7 @@ void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     showFrequencyStyle(*option, index);
     const SortListViewItem* row = rowOf(index);
     if (const QString addition = row ? row->CellAddition(index.column()) : QString(); !addition.isEmpty())
-        option->text += addition;
+        option->text.prepend(addition);
 }
 
 void CellDelegate::showFrequencyStyle(QStyleOptionViewItem& option, const QModelIndex& index) const {

@@ -89,9 +89,12 @@ void SortListView::MarkTuned(double hertz) {
 void SortListView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                            const QModelIndex& index) const {
     QTreeWidget::drawRow(painter, option, index);
-    if (m_tuned > 0 && !index.parent().isValid() &&
-        std::abs(FrequencyOfRow(index.row()) - m_tuned) < SameFrequency)
-        paintTunedMark(*painter, option);
+    if (m_tuned <= 0 || index.parent().isValid() ||
+        !(std::abs(FrequencyOfRow(index.row()) - m_tuned) < SameFrequency))
+        return;
+    QStyleOptionViewItem row(option);
+    row.state.setFlag(QStyle::State_Selected, topLevelItem(index.row())->isSelected());
+    paintTunedMark(*painter, row);
 }
 
 /// An arrow at the beginning of the row, and lines above and below it.

@@ -73,7 +73,7 @@ const HalvoViewEditor::FieldInfo HalvoViewEditor::FieldInfos[] = {
     {Keys::KeyDemodulation, QT_TR_NOOP("Demodulation"), VCLineEdit::Text, "", Target,
      "NONE AM FM USB LSB CW ISB"},
     {Keys::Priority, QT_TR_NOOP("Priority"), VCLineEdit::Integer,
-     QT_TR_NOOP("1 is the highest, 11 stands for none"), Target, "1 2 3 4 5 6 7 8 9 10 11"},
+     QT_TR_NOOP("(1 is the highest, 11 is none)"), Target, "1 2 3 4 5 6 7 8 9 10 11"},
     {Keys::ThreatClass, QT_TR_NOOP("Threat class"), VCLineEdit::Text, "", Target, ""},
     {Keys::SignalClass, QT_TR_NOOP("Signal class"), VCLineEdit::Text, "", Target, ""},
     {Keys::TransmissionSystem, QT_TR_NOOP("Transmission system"), VCLineEdit::Text, "", Target, ""},

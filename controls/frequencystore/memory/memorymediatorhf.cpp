@@ -125,7 +125,7 @@ QString MemoryMediator::CellAddition(unsigned columnId) {
     const auto* further = Held<ValueList<double>>(RangeFrequencies);
     if (columnId != SourceFrequency || !further || further->Size() == 0 || !GetInRange(inRange) || !inRange)
         return QString();
-    return QStringLiteral(" +%1").arg(further->Size());
+    return QStringLiteral("+%1  ").arg(further->Size());
 }
 
 bool MemoryMediator::GetTip(QString& tip, int subItem) {

@@ -170,6 +170,7 @@ bool TargetListHandler::AddNew() {
         return path.isEmpty() ? nullptr : Tree::Instance()->GetValue(path);
     };
     target->SetPriority(LowestPriority);
+    target->SetComment(QString());
     if (const auto* frequency = value_cast<ValueNumeric<double>>(find(m_template.frequency)))
         target->SetFrequency(frequency->GetValue());
     if (const auto* bandwidth = value_cast<ValueNumeric<double>>(find(m_template.bandwidth)))

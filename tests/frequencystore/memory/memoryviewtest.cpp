@@ -263,10 +263,11 @@ TEST_F(MemoryView, ARangeIsSeenInItsRowAndItsTextStays) {
     const Node* channel = m_list->Children().front();
     const QImage before = m_view->grab().toImage();
     channel->FindOwn<Value<bool>>(Keys::Range)->SetValue(true);
-    channel->FindOwn<ValueList<double>>(Keys::RangeFrequencies)->SetStringValue(Q("7010000;7020000"));
+    for (const double hertz : {7.01e6, 7.02e6})
+        channel->FindOwn<ValueList<double>>(Keys::RangeFrequencies)->PushBack(hertz);
     FreqStore::Instance().GetFrequencies(m_view->GetID())->ForceUpdateNow();
     EXPECT_EQ(m_view->firstChild()->text(0), Q("7000.000 kHz"));
-    EXPECT_EQ(m_view->firstChild()->CellAddition(0), Q(" +2"));
+    EXPECT_EQ(m_view->firstChild()->CellAddition(0), Q("+2  "));
     EXPECT_EQ(m_view->firstChild()->CellAddition(1), QString());
     EXPECT_NE(m_view->grab().toImage(), before);
 }
