@@ -8,6 +8,7 @@
 #include "workstation/timepicture.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QDockWidget>
 #include <QElapsedTimer>
