@@ -101,7 +101,8 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
     options.dataDirectory = parser.value(data);
     options.configDirectory = parser.value(config);
     options.takesGuide = parser.isSet(guide);
-    options.screenshotDirectory = parser.value(options.takesGuide ? guide : screenshot);
+    if (const QString folder = parser.value(options.takesGuide ? guide : screenshot); !folder.isEmpty())
+        options.screenshotDirectory = QFileInfo(folder).absoluteFilePath();
     options.demo = parser.isSet(demo) || options.takesGuide;
     if (parser.isSet(job))
         options.jobFile = absolute({parser.value(job)}).first();
