@@ -430,6 +430,13 @@
     </message>
 </context>
 <context>
+    <name>EntryListView</name>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+</context>
+<context>
     <name>FailureNote</name>
     <message>
         <source>Dismiss</source>
@@ -784,6 +791,18 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Band plan</source>
         <translation>Bandplan</translation>
     </message>
+    <message>
+        <source>Nothing in this range</source>
+        <translation>Nichts in diesem Bereich</translation>
+    </message>
+    <message>
+        <source>Entries in this range: %1, from %2 to %3</source>
+        <translation>Einträge in diesem Bereich: %1, von %2 bis %3</translation>
+    </message>
+    <message>
+        <source>&amp;Only rows shown</source>
+        <translation>&amp;Nur angezeigte Zeilen</translation>
+    </message>
 </context>
 <context>
     <name>FrequencyField</name>
@@ -794,6 +813,17 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>A number without a unit is in %1; Hz, kHz, MHz and GHz may follow it</source>
         <translation>Eine Zahl ohne Einheit ist in %1; Hz, kHz, MHz und GHz können folgen</translation>
+    </message>
+</context>
+<context>
+    <name>FrequencyNodeListView</name>
+    <message>
+        <source>&quot;%1&quot; is not a frequency</source>
+        <translation>„%1“ ist keine Frequenz</translation>
+    </message>
+    <message>
+        <source>Pasted text</source>
+        <translation>Eingefügter Text</translation>
     </message>
 </context>
 <context>
@@ -911,6 +941,38 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>What is edited here was removed from the list meanwhile: nothing can be written.</source>
         <translation>Was hier bearbeitet wird, wurde inzwischen aus der Liste entfernt: Es kann nichts geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Priority</source>
+        <translation>Priorität</translation>
+    </message>
+    <message>
+        <source>1 is the highest, 11 stands for none</source>
+        <translation>1 ist die höchste, 11 steht für keine</translation>
+    </message>
+    <message>
+        <source>Threat class</source>
+        <translation>Bedrohungsklasse</translation>
+    </message>
+    <message>
+        <source>Signal class</source>
+        <translation>Signalklasse</translation>
+    </message>
+    <message>
+        <source>Transmission system</source>
+        <translation>Übertragungssystem</translation>
+    </message>
+    <message>
+        <source>Profile</source>
+        <translation>Profil</translation>
+    </message>
+    <message>
+        <source>Profile ID</source>
+        <translation>Profil-ID</translation>
     </message>
 </context>
 <context>
@@ -1448,6 +1510,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Units, colours, language, keys and the like</source>
         <translation>Einheiten, Farben, Sprache, Tasten und dergleichen</translation>
+    </message>
+    <message>
+        <source>&lt;b&gt;Frequency Store&lt;/b&gt;&lt;p&gt;Lists of frequencies for radio monitoring.&lt;/p&gt;&lt;p&gt;Wheel over the bar: zoom. Drag: move. Click: tune. Double click: show all.&lt;/p&gt;</source>
+        <translation>&lt;b&gt;Frequenzspeicher&lt;/b&gt;&lt;p&gt;Frequenzlisten für die Funküberwachung.&lt;/p&gt;&lt;p&gt;Mausrad über der Leiste: zoomen. Ziehen: verschieben. Klick: abstimmen. Doppelklick: alles zeigen.&lt;/p&gt;</translation>
     </message>
 </context>
 <context>
@@ -2240,6 +2306,18 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>No detections yet. They come while a search runs; files of power sweeps can be opened, too.</source>
         <translation>Noch keine Detektionen. Sie kommen, während eine Suche läuft; auch Dateien mit Sweeps lassen sich öffnen.</translation>
     </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Classifier</source>
+        <translation>Klassifikator</translation>
+    </message>
+    <message>
+        <source>Direction</source>
+        <translation>Peilung</translation>
+    </message>
 </context>
 <context>
     <name>SearchMCDataHandler</name>
@@ -2317,12 +2395,12 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <translation>Frequenz von Interesse</translation>
     </message>
     <message>
-        <source>Edit</source>
-        <translation>Bearbeiten</translation>
-    </message>
-    <message>
         <source>No frequencies of interest (NOI) yet. Add one, open a list, or send detections here.</source>
         <translation>Noch keine NOI-Frequenzen (Frequenzen von Interesse). Eine hinzufügen, eine Liste öffnen oder Detektionen hierher senden.</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
     </message>
 </context>
 <context>
@@ -2360,6 +2438,35 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
 </context>
 <context>
+    <name>SetColumnDialog</name>
+    <message>
+        <source>Set Column</source>
+        <translation>Spalte setzen</translation>
+    </message>
+    <message>
+        <source>Column</source>
+        <translation>Spalte</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message numerus="yes">
+        <source>, %Ln rows cannot take it</source>
+        <translation>
+            <numerusform>, %Ln Zeile kann ihn nicht annehmen</numerusform>
+            <numerusform>, %Ln Zeilen können ihn nicht annehmen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln rows set</source>
+        <translation>
+            <numerusform>%Ln Zeile gesetzt</numerusform>
+            <numerusform>%Ln Zeilen gesetzt</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>SimulatedClassifier</name>
     <message>
         <source>Simulated &amp;classifier</source>
@@ -2384,6 +2491,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>simulated search</source>
         <translation>simulierte Suche</translation>
     </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
 </context>
 <context>
     <name>SortListView</name>
@@ -2394,6 +2505,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Reset columns</source>
         <translation>Spalten zurücksetzen</translation>
+    </message>
+    <message>
+        <source>All of %1</source>
+        <translation>Alle von %1</translation>
     </message>
 </context>
 <context>
@@ -2873,6 +2988,61 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>%1: %2...</source>
         <translation>%1: %2...</translation>
     </message>
+    <message>
+        <source>Copy as Te&amp;xt</source>
+        <translation>Als Te&amp;xt kopieren</translation>
+    </message>
+    <message>
+        <source>Copy the selected rows as text for a spreadsheet</source>
+        <translation>Die markierten Zeilen als Text für eine Tabellenkalkulation kopieren</translation>
+    </message>
+    <message>
+        <source>Paste T&amp;ext</source>
+        <translation>T&amp;ext einfügen</translation>
+    </message>
+    <message>
+        <source>Add an entry for each row that a spreadsheet has copied</source>
+        <translation>Für jede Zeile, die eine Tabellenkalkulation kopiert hat, einen Eintrag anlegen</translation>
+    </message>
+    <message>
+        <source>Edit &amp;Cell</source>
+        <translation>&amp;Zelle bearbeiten</translation>
+    </message>
+    <message>
+        <source>Edit the cell clicked last; Tab goes on to the next one</source>
+        <translation>Die zuletzt angeklickte Zelle bearbeiten; Tab geht zur nächsten</translation>
+    </message>
+    <message>
+        <source>&amp;Fill Down</source>
+        <translation>Nach unten aus&amp;füllen</translation>
+    </message>
+    <message>
+        <source>Give the first selected row&apos;s value, in the column clicked last, to the others</source>
+        <translation>Den Wert der ersten markierten Zeile in der zuletzt angeklickten Spalte den anderen geben</translation>
+    </message>
+    <message>
+        <source>Set C&amp;olumn...</source>
+        <translation>Spalte s&amp;etzen...</translation>
+    </message>
+    <message>
+        <source>Give all selected rows one value</source>
+        <translation>Allen markierten Zeilen einen Wert geben</translation>
+    </message>
+    <message>
+        <source>%1 takes no entries.</source>
+        <translation>%1 nimmt keine Einträge.</translation>
+    </message>
+    <message>
+        <source>The rows of %1 cannot be edited.</source>
+        <translation>Die Zeilen von %1 können nicht bearbeitet werden.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries added</source>
+        <translation>
+            <numerusform>%Ln Eintrag hinzugefügt</numerusform>
+            <numerusform>%Ln Einträge hinzugefügt</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>WindowStatus</name>
@@ -2941,6 +3111,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>No targets yet. Open a list or drop its file on the window, or paste entries of another list.</source>
         <translation>Noch keine Ziele. Eine Liste öffnen oder ihre Datei auf das Fenster ziehen, oder Einträge einer anderen Liste einfügen.</translation>
+    </message>
+    <message>
+        <source>Target</source>
+        <translation>Ziel</translation>
     </message>
 </context>
 </TS>

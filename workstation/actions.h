@@ -7,6 +7,7 @@
 #include <functional>
 
 class FreqStoreListViewButtonBar;
+class FrequencyNodeListView;
 class FrequencyStoreListView;
 class QMenu;
 class SortListView;
@@ -32,6 +33,8 @@ public:
         Copy,
         Paste,
         Delete,
+        CopyText,
+        PasteText,
         SelectAll,
         Find,
         Tune,
@@ -39,6 +42,9 @@ public:
         Next,
         New,
         Edit,
+        EditCell,
+        FillDown,
+        SetColumn,
         Duplicate,
         SendTo,
         CommandCount
@@ -75,6 +81,11 @@ private:
     bool offers(int barAction) const;
     QString tipOf(Command command) const;
     SortListView* list() const;
+    FrequencyNodeListView* entries() const;
+    QString whyCellsOff() const;
+    void copyText();
+    void pasteText();
+    void fillDown();
 
     std::array<QAction*, CommandCount> m_actions{};
     QPointer<FreqStoreListViewButtonBar> m_bar;

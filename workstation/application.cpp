@@ -428,6 +428,8 @@ void Workstation::registerLists() {
                               .GetFilePath(QStringLiteral("LocalTargetList"), QStringLiteral("Targets.xml")));
     Node* targets = Tree::Instance()->MakeNode(Paths::Targets);
     TargetListHandler& handler = *TargetListHandler::Instance();
+    handler.SetTemplate({m_receiver->PathOf(Keys::KeyFrequency), m_receiver->PathOf(Keys::KeyBandwidth),
+                         m_receiver->PathOf(Keys::KeyDemodulation)});
     handler.Init(targets, haveDefault);
     m_targetsId = handler.AddToFreqStore();
     if (haveDefault && targets->ChildCount() > 0)

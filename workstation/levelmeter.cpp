@@ -46,12 +46,12 @@ QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
 
 LevelMeter::LevelMeter(ValueNumeric<double>* level, ValueNumeric<int>* threshold, QWidget* parent)
     : QWidget(parent) {
+    QAccessible::installFactory(makeAccessible); // before a name is set; a second time changes nothing
     m_level.Reset(level);
     m_threshold.Reset(threshold);
     setToolTip(tr("Level, with the threshold as a line"));
     setAccessibleName(tr("Level"));
     setAccessibleDescription(toolTip());
-    QAccessible::installFactory(makeAccessible); // a second time changes nothing
 }
 
 QSize LevelMeter::sizeHint() const {

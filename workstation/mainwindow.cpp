@@ -124,6 +124,7 @@ void MainWindow::connectReceiver(Receiver& receiver) {
     connect(&receiver, &Receiver::Refused, this, &MainWindow::Tell);
     connect(&receiver, &Receiver::Tuned, this, [this](double hertz) {
         m_bar->SetTuned(hertz);
+        markTuned(hertz);
         m_status->ShowTuned(hertz);
         Tell(tr("Tuned to %1").arg(Quor::FrequencyText(hertz)));
     });
@@ -134,6 +135,14 @@ void MainWindow::connectReceiver(Receiver& receiver) {
         showEntry(hertz, listId);
     });
     connect(m_bar, &FrequencyBar::EntryTuned, this, &MainWindow::showEntry);
+}
+
+/// In all lists.
+void MainWindow::markTuned(double hertz) {
+    for (const auto& [id, tab] : m_lists) {
+        if (tab.view)
+            tab.view->GetListView()->MarkTuned(hertz);
+    }
 }
 
 /// Brings up the list and selects its entry at a frequency (Hz).
@@ -197,6 +206,7 @@ void MainWindow::addList(int listId) {
         view->SetID(static_cast<unsigned>(listId));
         view->InitFreqStoreWidget(bar);
         page->setFocusProxy(view->GetListView());
+        view->GetListView()->MarkTuned(m_receiver.GetFrequency());
         connect(view->GetListView(), &SortListView::countsChanged, m_tabsChange, [this] {
             if (!m_tabsChange->isActive())
                 m_tabsChange->start();

@@ -115,6 +115,7 @@ private:
     void showTabs();
     void showTitle();
     void showEntry(double hertz, int listId);
+    void markTuned(double hertz);
     void connectReceiver(Receiver& receiver);
     void connectStatus();
     void makePanels(Receiver& receiver);

@@ -42,7 +42,7 @@ constexpr ActionInfo Infos[] = {
      Qt::Key_Insert, Needs::Nothing, false},
     {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Edit"),
      QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Edit the selected entries"), QKeySequence::UnknownKey,
-     Qt::Key_F2, Needs::Selection, false},
+     0, Needs::Selection, false},
     {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Copy"),
      QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Copy the selected entries"), QKeySequence::Copy, 0,
      Needs::Selection, true},
@@ -148,6 +148,11 @@ FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
 
 FreqStoreListViewButtonBar::~FreqStoreListViewButtonBar() {
     m_updateMode->DeleteObserver(this);
+}
+
+void FreqStoreListViewButtonBar::OfferWithoutButton(std::initializer_list<Action> actions) {
+    for (const Action action : actions)
+        m_withoutButton[action] = true;
 }
 
 void FreqStoreListViewButtonBar::OfferPause() {
@@ -295,7 +300,7 @@ ValuePtr<ValueSelection> FreqStoreListViewButtonBar::UpdateModeSelection() {
 
 void FreqStoreListViewButtonBar::AddActionsTo(QMenu& menu) const {
     for (size_t i = 0; i < m_actions.size(); ++i) {
-        if (!m_actions[i]->isVisible())
+        if (!Offers(static_cast<Action>(i)))
             continue;
         if (Infos[i].groupBefore && !menu.isEmpty())
             menu.addSeparator();
@@ -309,7 +314,7 @@ void FreqStoreListViewButtonBar::AddActionsTo(QMenu& menu) const {
 
 bool FreqStoreListViewButtonBar::TriggerByKey(const QKeyEvent& event) {
     for (size_t i = 0; i < m_actions.size(); ++i) {
-        if (m_actions[i]->isVisible() && isKeyOf(Infos[i], event)) {
+        if (Offers(static_cast<Action>(i)) && isKeyOf(Infos[i], event)) {
             m_actions[i]->trigger(); // does nothing while it is off; the key is not for others then
             return true;
         }

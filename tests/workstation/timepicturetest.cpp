@@ -2,6 +2,7 @@
 
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/vectorlistviewbase.h"
+#include "host/gui/sortlistview.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/fileopener.h"
 #include "workstation/frequencybar.h"
@@ -150,11 +151,14 @@ TEST_F(TimePictures, ShowDetectionsWhereAndWhenTheyWereAndSelectTheirRows) {
     QTest::mouseClick(picture, Qt::LeftButton, {}, placeOf(7e6, 100));
     ASSERT_EQ(clicked.size(), 1);
     QTabWidget* tabs = station->GetWindow().GetTabs();
-    EXPECT_EQ(tabs->tabText(tabs->currentIndex()), "Detections");
+    EXPECT_EQ(station->GetWindow().TabName(tabs->currentIndex()), "Detections");
     auto* view = tabs->currentWidget()->findChild<VectorListViewBase*>();
     ASSERT_NE(view, nullptr);
     EXPECT_TRUE(view->IsSelected(1));
     EXPECT_EQ(view->SelectedCount(), 1);
+    SortListView& list = *view->GetListView();
+    EXPECT_EQ(list.NoteOf(*list.currentItem()), "one.csv");
+    EXPECT_TRUE(list.currentItem()->data(0, Qt::ToolTipRole).toString().endsWith("Source: one.csv"));
 
     picture->SetShownSource("two.csv");
     EXPECT_EQ(colorAt(7e6, 100), base);
@@ -217,7 +221,7 @@ TEST_F(TimePictures, DetectionsAreClearedAndShownNewestFirst) {
     search.Simulate(120 * Second, Begin);
     QTabWidget* tabs = station->GetWindow().GetTabs();
     for (int i = 0; i < tabs->count(); ++i) {
-        if (tabs->tabText(i) == "Detections")
+        if (station->GetWindow().TabName(i) == "Detections")
             tabs->setCurrentIndex(i);
     }
     auto* view = tabs->currentWidget()->findChild<VectorListViewBase*>();

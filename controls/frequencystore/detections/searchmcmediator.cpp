@@ -26,6 +26,25 @@ constexpr DetectionColumn PlainColumns[] = {
     {QT_TRANSLATE_NOOP("SearchMC", "Until"), 5, "Until", _compStandardNumeric, 20},
 };
 
+/// Columns of extended detections that are shown or hidden together, by the identifier of the first.
+struct Group {
+    int firstId;
+    const char* title;
+};
+constexpr Group Groups[] = {
+    {0, QT_TRANSLATE_NOOP("SearchMC", "Frequency")},  {4, QT_TRANSLATE_NOOP("SearchMC", "Time")},
+    {6, QT_TRANSLATE_NOOP("SearchMC", "Classifier")}, {17, QT_TRANSLATE_NOOP("SearchMC", "Direction")},
+    {19, QT_TRANSLATE_NOOP("SearchMC", "Location")},
+};
+
+void groupColumns(SortListView& list, std::span<const DetectionColumn> columns) {
+    for (int index = 0; const DetectionColumn& column : columns) {
+        const auto behind = std::find_if(std::begin(Groups), std::end(Groups),
+                                         [&](const Group& group) { return group.firstId > column.id; });
+        list.SetColumnGroup(index++, QCoreApplication::translate(Context, std::prev(behind)->title));
+    }
+}
+
 } // namespace
 
 std::span<const DetectionColumn> Columns() {
@@ -49,6 +68,8 @@ void ArrangeList(VectorListViewBase& view, std::span<const DetectionColumn> colu
     list.header()->setStretchLastSection(false); // its texts stand on the right, next to the others
     list.FitColumns(widths);
     list.SetColumnWidthPersistantName(view.objectName());
+    if (columns.size() > std::size(PlainColumns)) // a few need no groups
+        groupColumns(list, columns);
 }
 
 QString EmptyText() {

@@ -220,7 +220,7 @@ void MemorySystemListView::slotEdit() {
 void MemorySystemListView::slotEdit(SortListViewItem* item) {
     std::vector<FrequencyNodeMediator*> channels{mediatorOf(item)};
     if (item && item->isSelected())
-        channels = SelectedMediators();
+        channels = SelectedInOrder();
     std::erase_if(channels, [](auto* mediator) { return !dynamic_cast<MemoryMediator*>(mediator); });
     if (channels.empty() || m_dialog)
         return;

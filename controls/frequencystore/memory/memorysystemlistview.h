@@ -50,6 +50,8 @@ public slots:
 
 protected:
     bool HasEditor() const override { return true; }
+    void EntriesWereEdited() override { bringJobUpToDate(); }
+    std::vector<FrequencyNodeMediator*> CopiedMediators() const override { return SelectedInOrder(); }
     /// A range is as near as the nearest of its frequencies.
     double DistanceTo(FrequencyNodeMediator& mediator, double hertz) const override;
     void showEvent(QShowEvent* event) override;

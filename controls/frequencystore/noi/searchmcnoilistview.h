@@ -40,6 +40,7 @@ public:
 
 protected:
     bool HasEditor() const override { return true; }
+    void EntriesWereEdited() override { slotDelete(); }
     /// The bandwidth goes there as a plain number of hertz.
     void FillCopyRow(FrequencyNodeMediator& mediator, FrequencyListCopyStruct& row) const override;
 

@@ -17,8 +17,11 @@ public slots:
     void slotToDataBase() {}
     void slotSaveToFile();
     void slotExportToFile();
-    /// Puts the selected results on the clipboard as XML, the current one first.
+    /// Puts the selected results on the clipboard as XML, in the order shown.
     void slotCopy();
     /// Adds the entries on the clipboard, of whatever list they are, as results.
     void slotPaste();
+
+protected:
+    std::vector<FrequencyNodeMediator*> CopiedMediators() const override { return SelectedInOrder(); }
 };
