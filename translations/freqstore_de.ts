@@ -1511,10 +1511,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Units, colours, language, keys and the like</source>
         <translation>Einheiten, Farben, Sprache, Tasten und dergleichen</translation>
     </message>
-    <message>
-        <source>&lt;b&gt;Frequency Store&lt;/b&gt;&lt;p&gt;Lists of frequencies for radio monitoring.&lt;/p&gt;&lt;p&gt;Wheel over the bar: zoom. Drag: move. Click: tune. Double click: show all.&lt;/p&gt;</source>
-        <translation>&lt;b&gt;Frequenzspeicher&lt;/b&gt;&lt;p&gt;Frequenzlisten für die Funküberwachung.&lt;/p&gt;&lt;p&gt;Mausrad über der Leiste: zoomen. Ziehen: verschieben. Klick: abstimmen. Doppelklick: alles zeigen.&lt;/p&gt;</translation>
-    </message>
 </context>
 <context>
     <name>MemoryDialogs</name>
@@ -2397,10 +2393,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>No frequencies of interest (NOI) yet. Add one, open a list, or send detections here.</source>
         <translation>Noch keine NOI-Frequenzen (Frequenzen von Interesse). Eine hinzufügen, eine Liste öffnen oder Detektionen hierher senden.</translation>
-    </message>
-    <message>
-        <source>Edit</source>
-        <translation>Bearbeiten</translation>
     </message>
 </context>
 <context>
