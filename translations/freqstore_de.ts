@@ -1789,7 +1789,7 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
     <message>
         <source>kHz, MHz from 30 MHz on</source>
-        <translation>kHz, ab 30 MHz MHz</translation>
+        <translation>kHz, ab 30 MHz in MHz</translation>
     </message>
     <message>
         <source>no</source>

@@ -22,6 +22,7 @@ namespace {
 constexpr QSize WindowSize(1100, 680);
 constexpr int SettleMilliseconds = 400;
 constexpr int DialogMilliseconds = 200;
+constexpr int TimeHeight = 240;
 
 /// The lists by the order of their tabs.
 enum Tab { Targets, Channels, Detections = 3 };
@@ -92,6 +93,7 @@ QPixmap takeTime(MainWindow& window) {
     auto* picture = window.findChild<TimePicture*>();
     auto* dock = window.findChild<QDockWidget*>(QStringLiteral("TimePicture"));
     dock->show();
+    window.resizeDocks({dock}, {TimeHeight}, Qt::Vertical);
     settle();
     QPixmap pixels = picture->grab();
     dock->hide();

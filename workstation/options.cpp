@@ -93,15 +93,16 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
     options.language = parser.value(language);
     if (parser.isSet(language) && !Language::Known().contains(options.language))
         error = QStringLiteral("--language takes %1, not \"%2\"").arg(languages, options.language);
-    for (const QCommandLineOption* option : {&data, &config, &screenshot, &guide}) {
-        const QString why = parser.isSet(*option) ? whyNoDirectory(parser.value(*option)) : QString();
+    for (const QCommandLineOption& option : {data, config, screenshot, guide}) {
+        const QString why = parser.isSet(option) ? whyNoDirectory(parser.value(option)) : QString();
         if (!why.isEmpty())
-            error = QStringLiteral("--%1 takes a directory: %2").arg(option->names().first(), why);
+            error = QStringLiteral("--%1 takes a directory: %2").arg(option.names().first(), why);
     }
     options.dataDirectory = parser.value(data);
     options.configDirectory = parser.value(config);
     options.takesGuide = parser.isSet(guide);
-    options.screenshotDirectory = parser.value(options.takesGuide ? guide : screenshot);
+    if (const QString folder = parser.value(options.takesGuide ? guide : screenshot); !folder.isEmpty())
+        options.screenshotDirectory = QFileInfo(folder).absoluteFilePath();
     options.demo = parser.isSet(demo) || options.takesGuide;
     if (parser.isSet(job))
         options.jobFile = absolute({parser.value(job)}).first();

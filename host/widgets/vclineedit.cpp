@@ -41,15 +41,24 @@ double unitOf(const QString& shown) {
     return Quor::ParseFrequency(QLatin1Char('1') + shown.section(QLatin1Char(' '), -1), hertz) ? hertz : 1;
 }
 
-bool readBandwidth(const QString& entry, const QString& shown, double& number) {
-    const Quor::FrequencyInput input = Quor::ReadFrequencyInput(entry, unitOf(shown));
+bool readIn(double unit, const QString& entry, double& number) {
+    const Quor::FrequencyInput input = Quor::ReadFrequencyInput(entry, unit);
     number = input.hertz;
     return input.IsFrequency();
 }
 
+bool readBandwidth(const QString& entry, const QString& shown, double& number) {
+    return readIn(unitOf(shown), entry, number);
+}
+
+/// Hz that one counts: in the unit that the operator prefers, else in the one shown.
+double bareUnit(const QString& shown) {
+    const double wanted = GuiBase::Instance().GetBareUnit();
+    return wanted > 0 ? wanted : unitOf(shown);
+}
+
 bool readFrequency(const QString& entry, const QString& shown, double& number) {
-    const double unit = GuiBase::Instance().GetBareUnit();
-    return readBandwidth(entry, unit > 0 ? QLatin1Char(' ') + Quor::UnitName(unit) : shown, number);
+    return readIn(bareUnit(shown), entry, number);
 }
 
 } // namespace
@@ -81,9 +90,10 @@ void VCLineEdit::SetValueBase(ValueBase* value) {
 
 void VCLineEdit::follow(const QString& entry) {
     QString stored;
-    if (m_value && format().read == readFrequency) {
+    if (m_value && (m_type == Frequency || m_type == Bandwidth)) {
         const QString present = format().show(Quor::toDoubleEx(m_value->GetStringValue()));
-        const Quor::FrequencyInput input = Quor::ReadFrequencyInput(entry, unitOf(present));
+        const Quor::FrequencyInput input =
+            Quor::ReadFrequencyInput(entry, m_type == Frequency ? bareUnit(present) : unitOf(present));
         m_understood.Show(input.IsFrequency() ? Quor::GroupThousands(format().show(input.hertz)) : QString(),
                           input.mayMisread);
     }

@@ -43,6 +43,10 @@ protected:
     void drop(const QList<QUrl>& urls) {
         QMimeData data;
         data.setUrls(urls);
+        QDragEnterEvent enter(QPoint(20, 20), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        QCoreApplication::sendEvent(&window(), &enter); // whom the drop goes to
+        EXPECT_TRUE(enter.isAccepted());
         QDropEvent event(QPointF(20, 20), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
                          Qt::NoModifier, QEvent::Drop);
         QCoreApplication::sendEvent(&window(), &event);
@@ -84,8 +88,8 @@ TEST_F(Greetings, DroppedFilesAreOpenedAndWhatIsRefusedIsTold) {
     drop({QUrl::fromLocalFile(sample("targets.ltl")), QUrl::fromLocalFile(sample("interest.noi")),
           QUrl::fromLocalFile(m_folder.path()), QUrl("https://example.org/list.ltl"),
           QUrl::fromLocalFile(Write("notes.txt", "nothing of ours"))});
-    EXPECT_GT(entriesOf("/Lists/Targets"), 0);
-    EXPECT_GT(entriesOf("/Lists/NOI"), 0);
+    EXPECT_GT(entriesOf("/Lists/LocalTargetList"), 0);
+    EXPECT_GT(entriesOf("/Lists/NOIFrequencies"), 0);
     window().GetMessages()->Flush();
     const QString told = messages();
     EXPECT_TRUE(told.contains("is a folder")) << told.toStdString();

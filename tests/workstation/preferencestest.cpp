@@ -70,7 +70,7 @@ TEST_F(PreferencesTest, HoldAtOnceAndTheNextTime) {
     start({sample("targets.ltl")});
     ASSERT_TRUE(station->LoadFiles());
     const int points = QApplication::font().pointSize();
-    ASSERT_EQ(typed("7.060"), 7060) << "in the unit that the field shows";
+    ASSERT_EQ(typed("7060"), 7060000) << "in the unit that the field shows";
     prefer([](PreferencesDialog& dialog) {
         choose(dialog, P::UnitHF, "MHz");
         choose(dialog, P::ListUnit, "kHz");
