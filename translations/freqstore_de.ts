@@ -26,6 +26,14 @@
         <source>None</source>
         <translation>Keiner</translation>
     </message>
+    <message>
+        <source>Show no band plan</source>
+        <translation>Keinen Bandplan zeigen</translation>
+    </message>
+    <message>
+        <source>Show behind the bar what the bands are used for in this region</source>
+        <translation>Hinter der Leiste zeigen, wofür die Bänder in dieser Region benutzt werden</translation>
+    </message>
 </context>
 <context>
     <name>BandSteps</name>
@@ -1160,6 +1168,14 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>%1 was written to %2</source>
         <translation>%1 wurde in %2 geschrieben</translation>
     </message>
+    <message>
+        <source>Show or hide the panel &quot;%1&quot;</source>
+        <translation>„%1“ zeigen oder verbergen</translation>
+    </message>
+    <message>
+        <source>Write positions in lists like this</source>
+        <translation>Positionen in Listen so schreiben</translation>
+    </message>
 </context>
 <context>
     <name>MemoryDialogs</name>
@@ -1886,6 +1902,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Simulated &amp;classifier</source>
         <translation>Simulierter &amp;Klassifikator</translation>
     </message>
+    <message>
+        <source>Start or stop a classifier without a radio</source>
+        <translation>Einen Klassifikator ohne Funkgerät starten oder anhalten</translation>
+    </message>
 </context>
 <context>
     <name>SimulatedSearch</name>
@@ -1904,6 +1924,18 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>simulated search</source>
         <translation>simulierte Suche</translation>
+    </message>
+    <message>
+        <source>Keep the latest detections on top</source>
+        <translation>Die neuesten Detektionen oben halten</translation>
+    </message>
+    <message>
+        <source>Empty both lists of detections</source>
+        <translation>Beide Listen der Detektionen leeren</translation>
+    </message>
+    <message>
+        <source>Start or stop a search without a radio</source>
+        <translation>Eine Suche ohne Funkgerät starten oder anhalten</translation>
     </message>
 </context>
 <context>

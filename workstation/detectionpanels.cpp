@@ -1,6 +1,7 @@
 #include "workstation/detectionpanels.h"
 
 #include "host/freqlist/vectorlistviewbase.h"
+#include "workstation/actiontips.h"
 #include "workstation/frequencybar.h"
 #include "workstation/mainwindow.h"
 #include "workstation/simulatedsearch.h"
@@ -62,6 +63,7 @@ void DetectionPanels::AddActions(QMenu& menu, MainWindow& window, SimulatedSearc
             views.push_back(view);
     }
     QAction* newest = menu.addAction(QCoreApplication::translate("SimulatedSearch", "&Newest first"));
+    SetTips(*newest, QCoreApplication::translate("SimulatedSearch", "Keep the latest detections on top"));
     newest->setCheckable(true);
     QObject::connect(newest, &QAction::toggled, &window, [views](bool on) {
         for (VectorListViewBase* view : views)
@@ -75,6 +77,7 @@ void DetectionPanels::AddActions(QMenu& menu, MainWindow& window, SimulatedSearc
                                  view->GetScrollBar()->setValue(0);
                          });
     }
-    QObject::connect(menu.addAction(QCoreApplication::translate("SimulatedSearch", "&Clear detections")),
-                     &QAction::triggered, &window, [&search] { search.Clear(); });
+    QAction* clear = menu.addAction(QCoreApplication::translate("SimulatedSearch", "&Clear detections"));
+    SetTips(*clear, QCoreApplication::translate("SimulatedSearch", "Empty both lists of detections"));
+    QObject::connect(clear, &QAction::triggered, &window, [&search] { search.Clear(); });
 }

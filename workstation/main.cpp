@@ -6,6 +6,8 @@
 #include "workstation/icons.h"
 #include "workstation/mainwindow.h"
 
+#include <QScreen>
+
 #include <cstdio>
 
 int main(int argc, char** argv) {
@@ -25,7 +27,10 @@ int main(int argc, char** argv) {
     }
     FreqStoreXml::CsvOptions::SetSpreadsheetSafe(true); // what operators export, they open in one
     Workstation workstation(options);
-    workstation.GetWindow().show();
+    MainWindow& window = workstation.GetWindow();
+    if (options.screenshotDirectory.isEmpty()) // pictures are the same on every screen
+        window.resize(window.size().boundedTo(window.screen()->availableSize()));
+    window.show();
     const bool loaded = workstation.LoadFiles();
     if (!options.screenshotDirectory.isEmpty())
         return workstation.TakeScreenshots() && loaded ? 0 : 2;

@@ -3,8 +3,9 @@
 #include "host/gui/guibase.h"
 #include "host/gui/guicentral.h"
 #include "host/startup/cfgcenter.h"
-#include "host/widgets/vclineedit.h"
+#include "host/widgets/frequencyfield.h"
 #include "workstation/actions.h"
+#include "workstation/actiontips.h"
 #include "workstation/bandplanchoice.h"
 #include "workstation/frequencybar.h"
 #include "workstation/icons.h"
@@ -31,8 +32,7 @@ QAction* add(QMenu& menu, const char* iconName, const QString& text, const QStri
              const QKeySequence& key, Slot slot) {
     QAction* action = menu.addAction(Icons::Get(QLatin1String(iconName)), text);
     action->setShortcut(key);
-    action->setToolTip(tip);
-    action->setStatusTip(tip);
+    SetTips(*action, tip);
     QObject::connect(action, &QAction::triggered, menu.parent(), slot);
     return action;
 }
@@ -139,6 +139,7 @@ void MainWindow::addPositionFormats() {
     for (long i = 0; i < format.GetItemCount(); ++i) {
         QAction* action = group->addAction(format.GetItemAt(i)->GetName());
         const long key = format.GetItemAt(i)->GetKey();
+        SetTips(*action, tr("Write positions in lists like this"));
         action->setCheckable(true);
         action->setChecked(key == format.GetCurrentKey());
         connect(action, &QAction::triggered, this, [&format, &settings, key] {

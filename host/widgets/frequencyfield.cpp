@@ -3,6 +3,7 @@
 #include "host/base/frequencyinput.h"
 #include "host/base/frequencytext.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
@@ -93,10 +94,27 @@ void FrequencyField::updateToolTip() {
                                           : QStringLiteral("= ") + m_understood + QLatin1Char('\n') + tip);
 }
 
+QSize FrequencyField::sizeHint() const {
+    return QLineEdit::sizeHint().shrunkBy(textMargins());
+}
+
+QSize FrequencyField::minimumSizeHint() const {
+    return QLineEdit::minimumSizeHint().shrunkBy(textMargins());
+}
+
+/// What was understood stands in the size of other texts, however large the entry is.
+QFont FrequencyField::noteFont() const {
+    QFont font(this->font());
+    font.setBold(false);
+    font.setPointSizeF(std::min(QFontInfo(font).pointSizeF(), QFontInfo(QApplication::font()).pointSizeF()));
+    return font;
+}
+
 /// Keeps the end of the field free for what was understood, if the entry leaves so much.
 void FrequencyField::makeRoom() {
     const int frame = 2 * (style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, this) + Gap);
-    const int note = m_understood.isEmpty() ? 0 : fontMetrics().horizontalAdvance(m_understood) + Gap;
+    const int note =
+        m_understood.isEmpty() ? 0 : QFontMetrics(noteFont()).horizontalAdvance(m_understood) + Gap;
     const int entry = fontMetrics().horizontalAdvance(text());
     m_hasRoom = note > 0 && entry + note + frame <= width();
     setTextMargins(0, 0, m_hasRoom ? note : 0, 0);
@@ -137,6 +155,7 @@ void FrequencyField::paintEvent(QPaintEvent* event) {
     if (m_hasRoom) {
         QPainter painter(this);
         painter.setPen(palette().color(QPalette::PlaceholderText));
+        painter.setFont(noteFont());
         painter.drawText(rect().adjusted(0, 0, -Gap, 0), Qt::AlignRight | Qt::AlignVCenter, m_understood);
     }
     if (!m_error.isEmpty())

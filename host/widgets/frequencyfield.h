@@ -26,6 +26,9 @@ public:
     bool Commit() override;
     const QString& ErrorText() const override { return m_error; }
     void ShowError() override;
+    /// As wide whether there is an entry or not.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 signals:
     /// The operator entered a frequency, in Hz: by Return always, by leaving the field when it was edited.
@@ -42,6 +45,7 @@ private:
     void follow(const QString& entry);
     void showFrequency();
     void setError(const QString& error);
+    QFont noteFont() const;
     void makeRoom();
     void updateToolTip();
 
