@@ -1918,7 +1918,7 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <translation>&amp;Neueste zuerst</translation>
     </message>
     <message>
-        <source>&amp;Clear detections</source>
+        <source>C&amp;lear detections</source>
         <translation>Detektionen &amp;löschen</translation>
     </message>
     <message>

@@ -15,6 +15,8 @@
 
 namespace {
 
+constexpr int RoomyHeight = 800; ///< of a window that the picture's own height leaves a list
+
 /// The view's column of a title that the lists of detections share; -1 when there is none.
 int columnOf(const SortListView& list, const char* title) {
     const QString wanted = QCoreApplication::translate("SearchMC", title);
@@ -49,10 +51,17 @@ void DetectionPanels::AddPicture(MainWindow& window, SimulatedSearch& search, Sw
     QObject::connect(picture, &TimePicture::RecordClicked, &window,
                      [&window, listId](quint32 place) { window.ShowRecord(listId, place); });
     QObject::connect(&sweeps, &SweepImport::SweepsRead, picture, &TimePicture::SetWaterfall);
-    window
-        .AddPanel(picture, QCoreApplication::translate("TimePicture", "Time picture"),
-                  Qt::BottomDockWidgetArea)
-        ->hide();
+    QDockWidget* dock = window.AddPanel(picture, QCoreApplication::translate("TimePicture", "Time picture"),
+                                        Qt::BottomDockWidgetArea);
+    dock->hide();
+    // The first time it is asked for it is high enough, where the window is.
+    QObject::connect(
+        dock->toggleViewAction(), &QAction::triggered, &window,
+        [&window, dock](bool shown) {
+            if (shown && window.height() >= RoomyHeight)
+                window.resizeDocks({dock}, {dock->sizeHint().height()}, Qt::Vertical);
+        },
+        Qt::SingleShotConnection);
 }
 
 void DetectionPanels::AddActions(QMenu& menu, MainWindow& window, SimulatedSearch& search,
@@ -77,7 +86,7 @@ void DetectionPanels::AddActions(QMenu& menu, MainWindow& window, SimulatedSearc
                                  view->GetScrollBar()->setValue(0);
                          });
     }
-    QAction* clear = menu.addAction(QCoreApplication::translate("SimulatedSearch", "&Clear detections"));
+    QAction* clear = menu.addAction(QCoreApplication::translate("SimulatedSearch", "C&lear detections"));
     SetTips(*clear, QCoreApplication::translate("SimulatedSearch", "Empty both lists of detections"));
     QObject::connect(clear, &QAction::triggered, &window, [&search] { search.Clear(); });
 }

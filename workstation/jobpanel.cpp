@@ -55,7 +55,7 @@ QString firstLines(QStringView section) {
 JobPanel::JobPanel(Job& job, QWidget* parent)
     : QWidget(parent),
       m_job(job),
-      m_file(new QLabel(this)),
+      m_file(new ElidedLabel(this)),
       m_state(new ElidedLabel(this)),
       m_save(new QToolButton(this)),
       m_sectionWindow(new QDialog(this)),

@@ -196,7 +196,6 @@ void MainWindow::addList(int listId) {
         layout->addWidget(view->GetWidget(), 1);
         view->SetID(static_cast<unsigned>(listId));
         view->InitFreqStoreWidget(bar);
-        page->setFocusProxy(view->GetListView());
         connect(view->GetListView(), &SortListView::countsChanged, m_tabsChange, [this] {
             if (!m_tabsChange->isActive())
                 m_tabsChange->start();
