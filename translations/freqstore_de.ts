@@ -77,6 +77,14 @@
         <source>None</source>
         <translation>Keiner</translation>
     </message>
+    <message>
+        <source>Show no band plan</source>
+        <translation>Keinen Bandplan zeigen</translation>
+    </message>
+    <message>
+        <source>Show behind the bar what the bands are used for in this region</source>
+        <translation>Hinter der Leiste zeigen, wofür die Bänder in dieser Region benutzt werden</translation>
+    </message>
 </context>
 <context>
     <name>BandSteps</name>
@@ -1511,6 +1519,18 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Units, colours, language, keys and the like</source>
         <translation>Einheiten, Farben, Sprache, Tasten und dergleichen</translation>
     </message>
+    <message>
+        <source>&lt;b&gt;Frequency Store&lt;/b&gt;&lt;p&gt;Lists of frequencies for radio monitoring.&lt;/p&gt;&lt;p&gt;Wheel over the bar: zoom. Drag: move. Click: tune. Double click: show all.&lt;/p&gt;</source>
+        <translation>&lt;b&gt;Frequenzspeicher&lt;/b&gt;&lt;p&gt;Frequenzlisten für die Funküberwachung.&lt;/p&gt;&lt;p&gt;Mausrad über der Leiste: zoomen. Ziehen: verschieben. Klick: abstimmen. Doppelklick: alles zeigen.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Show or hide the panel &quot;%1&quot;</source>
+        <translation>„%1“ zeigen oder verbergen</translation>
+    </message>
+    <message>
+        <source>Write positions in lists like this</source>
+        <translation>Positionen in Listen so schreiben</translation>
+    </message>
 </context>
 <context>
     <name>MemoryDialogs</name>
@@ -2394,6 +2414,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>No frequencies of interest (NOI) yet. Add one, open a list, or send detections here.</source>
         <translation>Noch keine NOI-Frequenzen (Frequenzen von Interesse). Eine hinzufügen, eine Liste öffnen oder Detektionen hierher senden.</translation>
     </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
 </context>
 <context>
     <name>SearchMCVectorListView</name>
@@ -2464,6 +2488,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Simulated &amp;classifier</source>
         <translation>Simulierter &amp;Klassifikator</translation>
     </message>
+    <message>
+        <source>Start or stop a classifier without a radio</source>
+        <translation>Einen Klassifikator ohne Funkgerät starten oder anhalten</translation>
+    </message>
 </context>
 <context>
     <name>SimulatedSearch</name>
@@ -2486,6 +2514,22 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Source</source>
         <translation>Quelle</translation>
+    </message>
+    <message>
+        <source>C&amp;lear detections</source>
+        <translation>Detektionen &amp;löschen</translation>
+    </message>
+    <message>
+        <source>Keep the latest detections on top</source>
+        <translation>Die neuesten Detektionen oben halten</translation>
+    </message>
+    <message>
+        <source>Empty both lists of detections</source>
+        <translation>Beide Listen der Detektionen leeren</translation>
+    </message>
+    <message>
+        <source>Start or stop a search without a radio</source>
+        <translation>Eine Suche ohne Funkgerät starten oder anhalten</translation>
     </message>
 </context>
 <context>

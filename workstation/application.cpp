@@ -22,6 +22,7 @@
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
 #include "workstation/actions.h"
+#include "workstation/actiontips.h"
 #include "workstation/detectionpanels.h"
 #include "workstation/directorylock.h"
 #include "workstation/ending.h"
@@ -209,8 +210,7 @@ void Workstation::addJobPanel() {
     const auto add = [&](const char* name, const QString& text, const QString& tip, auto slot) {
         auto* action = new QAction(text, menu);
         action->setObjectName(QLatin1String(name));
-        action->setToolTip(tip);
-        action->setStatusTip(tip);
+        SetTips(*action, tip);
         menu->insertAction(before, action);
         QObject::connect(action, &QAction::triggered, m_jobPanel, slot);
     };
@@ -414,8 +414,7 @@ void Workstation::addSweepEntry() {
     QMenu* menu = m_window->GetFileMenu();
     auto* action = new QAction(MainWindow::tr("Open S&weep..."), menu);
     action->setObjectName(QStringLiteral("open-sweep"));
-    action->setToolTip(MainWindow::tr("Add the signals in power sweeps to the detections"));
-    action->setStatusTip(action->toolTip());
+    SetTips(*action, MainWindow::tr("Add the signals in power sweeps to the detections"));
     menu->insertAction(m_window->GetActions().Get(WindowActions::OpenIntoList), action);
     QObject::connect(action, &QAction::triggered, m_sweeps.get(), &SweepImport::AskAndOpen);
 }

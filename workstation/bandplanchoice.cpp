@@ -1,6 +1,7 @@
 #include "workstation/bandplanchoice.h"
 
 #include "host/startup/cfgcenter.h"
+#include "workstation/actiontips.h"
 #include "workstation/frequencybar.h"
 
 #include <QActionGroup>
@@ -24,6 +25,8 @@ void BandPlanChoice::AddTo(QMenu& menu, FrequencyBar& bar) {
     auto* group = new QActionGroup(regions);
     for (int region = 0; region <= BandPlan::RegionCount; ++region) {
         QAction* action = group->addAction(region == 0 ? tr("None") : BandPlan::RegionName(region));
+        SetTips(*action, region == 0 ? tr("Show no band plan")
+                                     : tr("Show behind the bar what the bands are used for in this region"));
         action->setCheckable(true);
         action->setChecked(region == bar.GetRegion());
         QObject::connect(action, &QAction::triggered, &bar, [&bar, &settings, region] {

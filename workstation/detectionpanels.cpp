@@ -1,6 +1,7 @@
 #include "workstation/detectionpanels.h"
 
 #include "host/freqlist/vectorlistviewbase.h"
+#include "workstation/actiontips.h"
 #include "workstation/frequencybar.h"
 #include "workstation/mainwindow.h"
 #include "workstation/simulatedsearch.h"
@@ -13,6 +14,8 @@
 #include <QScrollBar>
 
 namespace {
+
+constexpr int RoomyHeight = 800; ///< of a window that the picture's own height leaves a list
 
 /// The view's column of a title that the lists of detections share; -1 when there is none.
 int columnOf(const SortListView& list, const char* title) {
@@ -48,10 +51,17 @@ void DetectionPanels::AddPicture(MainWindow& window, SimulatedSearch& search, Sw
     QObject::connect(picture, &TimePicture::RecordClicked, &window,
                      [&window, listId](quint32 place) { window.ShowRecord(listId, place); });
     QObject::connect(&sweeps, &SweepImport::SweepsRead, picture, &TimePicture::SetWaterfall);
-    window
-        .AddPanel(picture, QCoreApplication::translate("TimePicture", "Time picture"),
-                  Qt::BottomDockWidgetArea)
-        ->hide();
+    QDockWidget* dock = window.AddPanel(picture, QCoreApplication::translate("TimePicture", "Time picture"),
+                                        Qt::BottomDockWidgetArea);
+    dock->hide();
+    // The first time it is asked for it is high enough, where the window is.
+    QObject::connect(
+        dock->toggleViewAction(), &QAction::triggered, &window,
+        [&window, dock](bool shown) {
+            if (shown && window.height() >= RoomyHeight)
+                window.resizeDocks({dock}, {dock->sizeHint().height()}, Qt::Vertical);
+        },
+        Qt::SingleShotConnection);
 }
 
 void DetectionPanels::AddActions(QMenu& menu, MainWindow& window, SimulatedSearch& search,
@@ -62,6 +72,7 @@ void DetectionPanels::AddActions(QMenu& menu, MainWindow& window, SimulatedSearc
             views.push_back(view);
     }
     QAction* newest = menu.addAction(QCoreApplication::translate("SimulatedSearch", "&Newest first"));
+    SetTips(*newest, QCoreApplication::translate("SimulatedSearch", "Keep the latest detections on top"));
     newest->setCheckable(true);
     QObject::connect(newest, &QAction::toggled, &window, [views](bool on) {
         for (VectorListViewBase* view : views)
@@ -77,6 +88,7 @@ void DetectionPanels::AddActions(QMenu& menu, MainWindow& window, SimulatedSearc
                                  view->GetScrollBar()->setValue(0);
                          });
     }
-    QObject::connect(menu.addAction(QCoreApplication::translate("SimulatedSearch", "&Clear detections")),
-                     &QAction::triggered, &window, [&search] { search.Clear(); });
+    QAction* clear = menu.addAction(QCoreApplication::translate("SimulatedSearch", "C&lear detections"));
+    SetTips(*clear, QCoreApplication::translate("SimulatedSearch", "Empty both lists of detections"));
+    QObject::connect(clear, &QAction::triggered, &window, [&search] { search.Clear(); });
 }

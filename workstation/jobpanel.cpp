@@ -3,6 +3,7 @@
 #include "host/gui/colorset.h"
 #include "host/gui/guibase.h"
 #include "host/report/filestamps.h"
+#include "workstation/elidedlabel.h"
 #include "workstation/job.h"
 
 #include <QDialog>
@@ -54,8 +55,8 @@ QString firstLines(QStringView section) {
 JobPanel::JobPanel(Job& job, QWidget* parent)
     : QWidget(parent),
       m_job(job),
-      m_file(new QLabel(this)),
-      m_state(new QLabel(this)),
+      m_file(new ElidedLabel(this)),
+      m_state(new ElidedLabel(this)),
       m_save(new QToolButton(this)),
       m_sectionWindow(new QDialog(this)),
       m_section(new QPlainTextEdit(m_sectionWindow)) {
@@ -74,7 +75,6 @@ JobPanel::JobPanel(Job& job, QWidget* parent)
     layout->addWidget(show);
     m_file->setTextFormat(Qt::PlainText);
     m_state->setObjectName(QStringLiteral("JobState"));
-    m_state->setMinimumWidth(1); // rather cut than a wider panel; the tip has it all
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     makeSectionWindow();
     connect(m_save, &QToolButton::clicked, this, &JobPanel::Save);

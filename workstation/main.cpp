@@ -6,6 +6,8 @@
 #include "workstation/icons.h"
 #include "workstation/mainwindow.h"
 
+#include <QScreen>
+
 #include <cstdio>
 
 int main(int argc, char** argv) {
@@ -24,7 +26,10 @@ int main(int argc, char** argv) {
         return 1;
     }
     Workstation workstation(options);
-    workstation.GetWindow().show();
+    MainWindow& window = workstation.GetWindow();
+    if (options.screenshotDirectory.isEmpty()) // pictures are the same on every screen
+        window.resize(window.size().boundedTo(window.screen()->availableSize()));
+    window.show();
     const bool loaded = workstation.LoadFiles();
     if (options.takesGuide)
         return GuidePictures::Take(workstation, options.screenshotDirectory) && loaded ? 0 : 2;

@@ -8,6 +8,7 @@
 #include "host/freqlist/multiviewmediator.h"
 #include "host/gui/sortlistview.h"
 #include "workstation/actions.h"
+#include "workstation/actiontips.h"
 #include "workstation/bandplanchoice.h"
 #include "workstation/bandspanel.h"
 #include "workstation/detailspanel.h"
@@ -170,7 +171,7 @@ void MainWindow::connectStatus() {
         m_status->ShowProblems(m_messages->ProblemCount());
     });
     connect(m_status->GetProblemsButton(), &QToolButton::clicked, this,
-            [this] { ShowMessages(m_messagesDock->isHidden()); });
+            [this] { ShowMessages(m_messagesDock->visibleRegion().isEmpty()); });
     connect(m_details, &DetailsPanel::Edited, this, &MainWindow::EntryEdited);
 }
 
@@ -205,7 +206,6 @@ void MainWindow::addList(int listId) {
         layout->addWidget(view->GetWidget(), 1);
         view->SetID(static_cast<unsigned>(listId));
         view->InitFreqStoreWidget(bar);
-        page->setFocusProxy(view->GetListView());
         view->GetListView()->MarkTuned(m_receiver.GetFrequency());
         connect(view->GetListView(), &SortListView::countsChanged, m_tabsChange, [this] {
             if (!m_tabsChange->isActive())
@@ -361,9 +361,17 @@ QDockWidget* MainWindow::AddPanel(QWidget* panel, const QString& title, Qt::Dock
     dock->setAccessibleName(title);
     dock->setWidget(panel);
     addDockWidget(area, dock);
+    if (area == Qt::BottomDockWidgetArea && m_messagesDock)
+        tabifyDockWidget(m_messagesDock, dock); // each has the whole width
     m_panels.push_back(dock);
     dock->toggleViewAction()->setObjectName(QStringLiteral("panel-") + dock->objectName());
     m_viewMenu->addAction(dock->toggleViewAction());
+    SetTips(*dock->toggleViewAction(), tr("Show or hide the panel \"%1\"").arg(title));
+    // Among tabs, what is asked for comes to the front.
+    connect(dock->toggleViewAction(), &QAction::triggered, dock, [dock](bool shown) {
+        if (shown)
+            dock->raise();
+    });
     return dock;
 }
 

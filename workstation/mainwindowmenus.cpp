@@ -3,9 +3,10 @@
 #include "host/gui/guibase.h"
 #include "host/gui/guicentral.h"
 #include "host/startup/cfgcenter.h"
-#include "host/widgets/vclineedit.h"
+#include "host/widgets/frequencyfield.h"
 #include "workstation/about.h"
 #include "workstation/actions.h"
+#include "workstation/actiontips.h"
 #include "workstation/bandplanchoice.h"
 #include "workstation/frequencybar.h"
 #include "workstation/helpwindow.h"
@@ -35,8 +36,7 @@ QAction* add(QMenu& menu, const char* name, const QString& text, const QString& 
     QAction* action = menu.addAction(Icons::Get(QLatin1String(name)), text);
     action->setObjectName(QLatin1String(name));
     action->setShortcut(key);
-    action->setToolTip(tip);
-    action->setStatusTip(tip);
+    SetTips(*action, tip);
     QObject::connect(action, &QAction::triggered, menu.parent(), slot);
     return action;
 }
@@ -151,6 +151,7 @@ void MainWindow::addPositionFormats() {
     for (long i = 0; i < format.GetItemCount(); ++i) {
         QAction* action = group->addAction(format.GetItemAt(i)->GetName());
         const long key = format.GetItemAt(i)->GetKey();
+        SetTips(*action, tr("Write positions in lists like this"));
         action->setCheckable(true);
         action->setChecked(key == format.GetCurrentKey());
         connect(action, &QAction::triggered, this, [&format, &settings, key] {

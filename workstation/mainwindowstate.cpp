@@ -14,6 +14,7 @@ const QString PanelsKey = QStringLiteral("Window/Panels");
 const QString ListKey = QStringLiteral("Window/List");
 /// A window below this size has its side panels as tabs.
 constexpr QSize RoomyWindow(1200, 700);
+constexpr int NarrowSideWidth = 270;
 
 /// What each kind of receiver was tuned to last.
 QString frequencyKey(const Receiver& receiver) {
@@ -43,8 +44,9 @@ void MainWindow::RememberArrangement() {
     m_bar->RememberLines();
     restoreGeometry(ListSettings::Load(GeometryKey));
     restoreState(ListSettings::Load(PanelsKey));
-    m_isNarrow = std::any_of(m_panels.begin(), m_panels.end(),
-                             [this](QDockWidget* panel) { return !tabifiedDockWidgets(panel).isEmpty(); });
+    m_isNarrow = std::any_of(m_panels.begin(), m_panels.end(), [this](QDockWidget* panel) {
+        return dockWidgetArea(panel) == Qt::RightDockWidgetArea && !tabifiedDockWidgets(panel).isEmpty();
+    });
     const QString list = ListSettings::LoadText(ListKey);
     for (int index = 0; index < m_tabs->count(); ++index) {
         if (TabName(index) == list)
@@ -90,6 +92,8 @@ void MainWindow::arrangePanels() {
     }
     if (!isNarrow)
         sizePanels();
-    else if (!side.empty())
+    else if (!side.empty()) {
         side[0]->raise();
+        resizeDocks({side[0]}, {NarrowSideWidth}, Qt::Horizontal);
+    }
 }

@@ -3,6 +3,7 @@
 #include "controls/frequencystore/results/searchmcdataresult.h"
 #include "host/base/quoros.h"
 #include "host/valuetree/node.h"
+#include "workstation/actiontips.h"
 
 #include <QMenu>
 
@@ -65,6 +66,7 @@ SimulatedClassifier::SimulatedClassifier(ReceiverKind kind, Node& results, unsig
 
 void SimulatedClassifier::AddTo(QMenu& menu) {
     QAction* action = menu.addAction(tr("Simulated &classifier"));
+    SetTips(*action, tr("Start or stop a classifier without a radio"));
     action->setCheckable(true);
     action->setObjectName(QStringLiteral("simulated-classifier"));
     action->setShortcut(Qt::Key_F9);

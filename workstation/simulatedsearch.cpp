@@ -1,6 +1,7 @@
 #include "workstation/simulatedsearch.h"
 
 #include "host/valuetree/tree.h"
+#include "workstation/actiontips.h"
 
 #include <QAction>
 #include <QDateTime>
@@ -129,6 +130,7 @@ void SimulatedSearch::SetRunning(bool running) {
 
 void SimulatedSearch::AddTo(QMenu& menu) {
     QAction* action = menu.addAction(tr("&Simulated search"));
+    SetTips(*action, tr("Start or stop a search without a radio"));
     action->setCheckable(true);
     action->setObjectName(QStringLiteral("simulated-search"));
     action->setShortcut(Qt::Key_F5);

@@ -1,9 +1,12 @@
 #include "workstation/tuningstrip.h"
 
+#include "host/base/frequencyinput.h"
 #include "host/base/frequencytext.h"
 #include "host/gui/listsettings.h"
+#include "host/widgets/frequencyfield.h"
 #include "host/widgets/vccomboboxclassic.h"
 #include "host/widgets/vclineedit.h"
+#include "workstation/elidedlabel.h"
 #include "workstation/levelmeter.h"
 #include "workstation/receiver.h"
 
@@ -46,10 +49,10 @@ QHBoxLayout* rowOf(QWidget* group) {
 TuningStrip::TuningStrip(Receiver& receiver, QWidget* parent)
     : QWidget(parent),
       m_receiver(receiver),
-      m_frequency(new VCLineEdit(this, "TunedFrequency", VCLineEdit::Frequency)),
+      m_frequency(new FrequencyField(this)),
       m_step(new QComboBox(this)),
       m_number(new QLabel(this)),
-      m_running(new QLabel(this)),
+      m_running(new ElidedLabel(this)),
       m_stop(new QToolButton(this)),
       m_time(new QLabel(this)),
       m_tuning(makeTuning(receiver)),
@@ -77,11 +80,11 @@ QWidget* TuningStrip::makeTuning(Receiver& receiver) {
     m_frequency->setFont(font);
     m_frequency->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_frequency->setMinimumWidth(m_frequency->fontMetrics().horizontalAdvance(
-        QLatin1Char(' ') + Quor::FrequencyText(limits->GetMax()) + QLatin1Char(' ')));
+        QLatin1Char(' ') + Quor::GroupedFrequencyText(limits->GetMax()) + QLatin1Char(' ')));
     m_frequency->setMaximumWidth(2 * m_frequency->minimumWidth());
-    named(m_frequency, tr("Tuned frequency"),
-          tr("The receiver's frequency; may name its unit, as in 7.055 MHz"));
-    m_frequency->SetValueBase(receiver.GetValue(Keys::KeyFrequency));
+    m_frequency->setAccessibleName(tr("Tuned frequency")); // the field has a tip of its own
+    m_frequency->setAccessibleDescription(tr("The receiver's frequency; may name its unit, as in 7.055 MHz"));
+    connectField();
     fillSteps();
     row->addWidget(addStep(Qt::LeftArrow, tr("Step down"), -1));
     row->addWidget(m_frequency);
@@ -98,6 +101,17 @@ QWidget* TuningStrip::makeTuning(Receiver& receiver) {
     return group;
 }
 
+/// The receiver refuses what it does not reach and says so; then its frequency stands in the field again.
+void TuningStrip::connectField() {
+    m_frequency->SetDefaultUnit(m_receiver.GetKind() == ReceiverKind::HF ? 1e3 : 1e6);
+    m_frequency->SetFrequency(m_receiver.GetFrequency());
+    connect(&m_receiver, &Receiver::Tuned, m_frequency, &FrequencyField::SetFrequency);
+    connect(m_frequency, &FrequencyField::Entered, this, [this](double hertz) {
+        if (!m_receiver.Tune(hertz))
+            m_frequency->SetFrequency(m_receiver.GetFrequency());
+    });
+}
+
 QWidget* TuningStrip::makeReadings(Receiver& receiver) {
     auto* group = new QWidget(this);
     QHBoxLayout* row = rowOf(group);
@@ -109,7 +123,6 @@ QWidget* TuningStrip::makeReadings(Receiver& receiver) {
     m_number->setAccessibleDescription(tr("Level at the input of the demodulator"));
     row->addWidget(m_number);
     m_running->setObjectName(QStringLiteral("Running"));
-    m_running->setMinimumWidth(1); // rather cut than a wider window; the tip has it all
     row->addWidget(m_running, 2);
     m_stop->setText(tr("Stop"));
     named(m_stop, tr("Stop"), tr("Stop all that runs"));
@@ -180,7 +193,7 @@ void TuningStrip::Refresh() {
             running << tr("%1 running, %2").arg(activity.name, QLocale().toString(activity.count()));
     }
     m_running->setText(running.join(QStringLiteral("; ")));
-    m_running->setToolTip(m_running->text());
+    m_running->setToolTip(running.join(QLatin1Char('\n')));
     m_stop->setVisible(!running.isEmpty());
     const QDateTime now = QDateTime::currentDateTimeUtc();
     m_time->setText(now.toString(QStringLiteral("hh:mm:ss")) + QStringLiteral(" UTC"));

@@ -9,13 +9,13 @@
 #include <functional>
 #include <vector>
 
+class FrequencyField;
 class LevelMeter;
 class QBoxLayout;
 class QComboBox;
 class QLabel;
 class QToolButton;
 class Receiver;
-class VCLineEdit;
 
 /// Something that runs for longer, such as a search, as the strip shows it.
 struct Activity {
@@ -35,7 +35,7 @@ public:
     explicit TuningStrip(Receiver& receiver, QWidget* parent = nullptr);
 
     /// The field of the frequency.
-    VCLineEdit* GetField() const { return m_frequency; }
+    FrequencyField* GetField() const { return m_frequency; }
     void AddActivity(Activity activity);
     /// Shows anew what runs, and the time.
     void Refresh();
@@ -54,6 +54,7 @@ protected:
 private:
     void Update(Observable* subject, TChangeCode code) override;
     QWidget* makeTuning(Receiver& receiver);
+    void connectField();
     QWidget* makeReadings(Receiver& receiver);
     QToolButton* addStep(Qt::ArrowType arrow, const QString& name, int steps);
     void fillSteps();
@@ -62,7 +63,7 @@ private:
 
     Receiver& m_receiver;
     ValueObservingPtr<ValueNumeric<double>> m_level{this};
-    VCLineEdit* m_frequency;
+    FrequencyField* m_frequency;
     QComboBox* m_step;
     LevelMeter* m_meter = nullptr;
     QLabel* m_number;

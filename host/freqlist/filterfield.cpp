@@ -132,17 +132,24 @@ void FilterField::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Escape:
         clear();
-        [[fallthrough]];
+        goToList();
+        break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Down:
-        if (m_list)
-            m_list->setFocus();
-        event->accept();
+        goToList();
+        if (m_list && m_list->SelectedCount() == 0 && m_list->ShownCount() > 0)
+            m_list->SelectPlace(0);
         break;
     default:
-        QLineEdit::keyPressEvent(event);
+        return QLineEdit::keyPressEvent(event);
     }
+    event->accept();
+}
+
+void FilterField::goToList() {
+    if (m_list)
+        m_list->setFocus();
 }
 
 void FilterField::changeEvent(QEvent* event) {

@@ -8,8 +8,8 @@ class QMenu;
 class SortListView;
 
 /// The field that filters a list by a `Query`, applied as one types. A query that is not understood puts a
-/// red frame around the field. Escape clears it, and Escape, Return and Down go to the list. A menu in the
-/// field keeps searches under names, for all lists.
+/// red frame around the field. Escape clears it, and Escape, Return and Down go to the list, the latter two
+/// to its first row where none is selected. A menu in the field keeps searches under names, for all lists.
 class FilterField : public QLineEdit {
     Q_OBJECT
 
@@ -34,6 +34,7 @@ protected:
 
 private:
     void apply();
+    void goToList();
     void fillMenu();
     void showHelp();
 

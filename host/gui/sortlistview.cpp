@@ -510,5 +510,10 @@ void SortListView::keyPressEvent(QKeyEvent* event) {
         emit returnPressed(currentItem());
         return;
     }
+    // A list that gets the focus puts it on its first row, which is not selected: that is the next row then.
+    const bool toFirst = event->key() == Qt::Key_Down || event->key() == Qt::Key_Home;
+    const bool isFirst = currentIndex().isValid() && !indexAbove(currentIndex()).isValid();
+    if (toFirst && isFirst && event->modifiers() == Qt::NoModifier && !selectionModel()->hasSelection())
+        return setCurrentIndex(currentIndex());
     QTreeWidget::keyPressEvent(event);
 }

@@ -77,6 +77,14 @@ void FrequencyField::updateToolTip() {
     setToolTip(m_error.isEmpty() ? m_understood.AboveTip(tip) : m_error + QLatin1Char('\n') + tip);
 }
 
+QSize FrequencyField::sizeHint() const {
+    return QLineEdit::sizeHint().shrunkBy(textMargins());
+}
+
+QSize FrequencyField::minimumSizeHint() const {
+    return QLineEdit::minimumSizeHint().shrunkBy(textMargins());
+}
+
 void FrequencyField::keyPressEvent(QKeyEvent* event) {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isReturn) {

@@ -27,6 +27,9 @@ public:
     bool Commit() override;
     const QString& ErrorText() const override { return m_error; }
     void ShowError() override;
+    /// As wide whether there is an entry or not.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 signals:
     /// The operator entered a frequency, in Hz: by Return always, by leaving the field when it was edited.

@@ -1,5 +1,6 @@
 #include "host/widgets/understoodnote.h"
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QPainter>
 #include <QStyle>
@@ -7,6 +8,14 @@
 namespace {
 
 constexpr int Gap = 6; ///< pixels beside the note
+
+/// The note stands in the size of other texts, however large the entry is.
+QFont noteFont(const QLineEdit& field) {
+    QFont font(field.font());
+    font.setBold(false);
+    font.setPointSizeF(std::min(QFontInfo(font).pointSizeF(), QFontInfo(QApplication::font()).pointSizeF()));
+    return font;
+}
 
 } // namespace
 
@@ -25,11 +34,10 @@ QString UnderstoodNote::AboveTip(const QString& tip) const {
 }
 
 void UnderstoodNote::MakeRoom() {
-    const QFontMetrics metrics = m_field.fontMetrics();
     const int frame =
         2 * (m_field.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &m_field) + Gap);
-    const int note = m_text.isEmpty() ? 0 : metrics.horizontalAdvance(m_text) + Gap;
-    const int entry = metrics.horizontalAdvance(m_field.text());
+    const int note = m_text.isEmpty() ? 0 : QFontMetrics(noteFont(m_field)).horizontalAdvance(m_text) + Gap;
+    const int entry = m_field.fontMetrics().horizontalAdvance(m_field.text());
     m_hasRoom = note > 0 && entry + note + frame <= m_field.width();
     m_field.setTextMargins(0, 0, m_hasRoom ? note : 0, 0);
     m_field.update();
@@ -40,5 +48,6 @@ void UnderstoodNote::Paint() const {
         return;
     QPainter painter(&m_field);
     painter.setPen(m_field.palette().color(QPalette::PlaceholderText));
+    painter.setFont(noteFont(m_field));
     painter.drawText(m_field.rect().adjusted(0, 0, -Gap, 0), Qt::AlignRight | Qt::AlignVCenter, m_text);
 }

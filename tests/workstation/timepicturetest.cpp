@@ -229,7 +229,7 @@ TEST_F(TimePictures, DetectionsAreClearedAndShownNewestFirst) {
     QAction* clear = nullptr;
     for (QAction* action : station->GetWindow().findChildren<QAction*>()) {
         newest = action->text() == "&Newest first" ? action : newest;
-        clear = action->text() == "&Clear detections" ? action : clear;
+        clear = action->text() == "C&lear detections" ? action : clear;
     }
     ASSERT_TRUE(newest && clear);
     newest->trigger();

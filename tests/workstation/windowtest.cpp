@@ -4,10 +4,10 @@
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/gui/listsettings.h"
+#include "host/widgets/frequencyfield.h"
 #include "host/widgets/vclineedit.h"
 #include "tests/support/dialogs.h"
-#include "tests/workstation/stationfixture.h"
-#include "workstation/actions.h"
+#include "tests/workstation/windowfixture.h"
 #include "workstation/job.h"
 #include "workstation/levelmeter.h"
 #include "workstation/listprint.h"
@@ -27,38 +27,6 @@
 #include <QToolButton>
 
 namespace {
-
-using A = WindowActions;
-using Bar = FreqStoreListViewButtonBar;
-
-class Windows : public Workstations {
-protected:
-    void open(const QStringList& arguments) {
-        start(arguments);
-        window().activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
-    }
-    MainWindow& window() { return station->GetWindow(); }
-    QAction* action(A::Command command) { return window().GetActions().Get(command); }
-    double tuned() { return station->GetReceiver().GetFrequency(); }
-    /// Shows the tab of a list and answers with its list view.
-    SortListView* show(const char* name) {
-        QTabWidget* tabs = window().GetTabs();
-        for (int index = 0; index < tabs->count(); ++index) {
-            if (window().TabName(index) != QLatin1String(name))
-                continue;
-            tabs->setCurrentIndex(index);
-            return tabs->widget(index)->findChild<SortListView*>();
-        }
-        return nullptr;
-    }
-    QString tabText() { return window().GetTabs()->tabText(window().GetTabs()->currentIndex()); }
-    void key(int code, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(code), modifiers);
-    }
-    /// A row of a list as if it had been clicked.
-    static void select(SortListView* list, int row) { list->setCurrentItem(list->topLevelItem(row)); }
-};
 
 TEST_F(Windows, CommandsActOnTheListThatIsShownByTheirKeys) {
     open({sample("targets.ltl")});
@@ -274,6 +242,19 @@ TEST_F(Windows, TheStripTunesByWhatIsTypedAndByStepsAndShowsWhatRuns) {
     QTest::keyClicks(strip.GetField(), "7.055 MHz");
     key(Qt::Key_Return);
     EXPECT_EQ(tuned(), 7055000);
+    const int width = strip.GetField()->width();
+    QTest::keyClicks(strip.GetField(), "14230");
+    EXPECT_EQ(strip.GetField()->UnderstoodText(), QString("14\u00A0230.000 kHz"));
+    EXPECT_GT(strip.GetField()->textMargins().right(), 0) << "there is room to show it";
+    QApplication::processEvents();
+    EXPECT_EQ(strip.GetField()->width(), width) << "nothing moves while one types";
+    EXPECT_EQ(tuned(), 7055000);
+    key(Qt::Key_Escape);
+    QTest::keyClicks(strip.GetField(), "31 MHz"); // out of reach
+    key(Qt::Key_Return);
+    EXPECT_EQ(tuned(), 7055000);
+    EXPECT_EQ(strip.GetField()->GetFrequency(), 7055000);
+    EXPECT_TRUE(status().contains("31.000000 MHz is outside")) << status().toStdString();
     strip.SetStep(5000);
     key(Qt::Key_Right, Qt::AltModifier);
     EXPECT_EQ(tuned(), 7060000);
