@@ -80,6 +80,7 @@ SortListView::~SortListView() {
     saveHeader();
     if (m_filterTurn.isActive())
         std::for_each(m_toLookAt.cbegin() + m_lookedAt, m_toLookAt.cend(), [](auto* row) { delete row; });
+    qDeleteAll(m_hits);
     qDeleteAll(m_filteredOut);
     delete m_headerMenu;
 }
@@ -329,7 +330,7 @@ void SortListView::replaceShown(const std::function<void(Rows&)>& change) {
             asRow(topLevelItem(i))->m_wasSelected = true;
     }
     Rows open;
-    for (int i = 0; i < topLevelItemCount(); ++i)
+    for (int i = 0; m_anyOpened && i < topLevelItemCount(); ++i)
         collectOpen(topLevelItem(i), open);
     const QTreeWidgetItem* focused = QTreeWidget::currentItem();
     const int place = focusPlace();
@@ -469,6 +470,7 @@ void SortListView::slotDoubleClicked(QTreeWidgetItem* item, int) {
 }
 
 void SortListView::slotExpanded(QTreeWidgetItem* item) {
+    m_anyOpened = true;
     emit expanded(asRow(item));
 }
 

@@ -205,6 +205,7 @@ private:
     void takeAllRows(Rows& shown);
     void lookOn(Rows& hits, qsizetype rows);
     void lookForMore(qsizetype rows);
+    void insertHits();
     void finishFilter();
     void loseOrder();
     void appendRows(const Rows& rows);
@@ -226,6 +227,7 @@ private:
     std::vector<CompareFunction> m_compare;
     std::vector<Qt::Alignment> m_alignments;
     bool m_showSortIndicator = false;
+    bool m_anyOpened = false; ///< some row may show its children
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
     bool m_sortAllowed = true;
@@ -240,6 +242,7 @@ private:
     Rows m_allRows;  ///< while the filter is on: in the order of the list; empty when that was lost
     Rows m_toLookAt; ///< while the filter looks through rows: these, and how many it has looked at
     qsizetype m_lookedAt = 0;
+    Rows m_hits;              ///< of these, found and still to be put in; owned
     QBasicTimer m_filterTurn; ///< runs while there are more
     CellDelegate* m_cells;    ///< owned by Qt
     double m_tuned = 0;       ///< Hz

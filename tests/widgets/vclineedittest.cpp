@@ -129,7 +129,7 @@ TEST_F(FrequencyField, SaysWhileTypingWhatIsWrongAndWhenItIsRightAgain) {
     EXPECT_EQ(value.GetValue(), 7055000);
     type(field, "70 MHz");
     EXPECT_EQ(errors.last().first().toString(), "");
-    EXPECT_EQ(field.toolTip(), "9.000 kHz to 3000.000000 MHz");
+    EXPECT_TRUE(field.toolTip().endsWith("\n9.000 kHz to 3000.000000 MHz")) << "the limits again";
 }
 
 TEST_F(FrequencyField, SaysWhileTypingWhatItHasUnderstood) {
