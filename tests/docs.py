@@ -11,7 +11,7 @@ import sys
 
 USERS = ("README.md", "docs/file-formats.md", "docs/translating.md")
 ENGINEERS = ("CONTRIBUTING.md", "docs/architecture.md", "docs/tree.md", "docs/walks.md")
-SOURCES = (".h", ".cpp", ".py", ".sh", ".txt", ".cmake", ".md")  # a bare name with one of these is a file's
+SOURCES = (".h", ".cpp", ".py", ".sh", ".cmake", ".md")  # a name with one of these is a file's
 LISTS = "controls/frequencystore/"  # where paths of a list's folder begin
 MADE = {".git", "build", "out"}
 
@@ -45,10 +45,7 @@ class Tree:
 
     def names(self, word):
         """Whether a word of code is the name of a file or folder of this tree."""
-        first = word.split("/")[0]
-        if "/" in word:
-            return first in self.top | self.lists
-        return word.endswith(SOURCES)
+        return word.endswith(SOURCES) or ("/" in word and word.split("/")[0] in self.top | self.lists)
 
 
 def complaints(tree, page, is_for_engineers):
@@ -75,7 +72,8 @@ def main():
     decisions = sorted(name for name in tree.files if name.startswith("docs/decisions/"))
     found = [f"{page}: {what}" for page in (*USERS, *ENGINEERS, *decisions)
              for what in complaints(tree, page, page not in USERS)]
-    print("\n".join(found))
+    for line in dict.fromkeys(found):
+        print(line)
     return 1 if found else 0
 
 
