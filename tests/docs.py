@@ -9,11 +9,11 @@ import pathlib
 import re
 import sys
 
-USERS = ("README.md", "docs/file-formats.md", "docs/translating.md")
-ENGINEERS = ("CONTRIBUTING.md", "docs/architecture.md", "docs/tree.md", "docs/walks.md")
+PAGES = re.compile(r"README\.md|CONTRIBUTING\.md|docs/.*\.md")
+FOR_USERS = ("README.md", "docs/file-formats.md", "docs/translating.md")  # they name what is in files, too
 SOURCES = (".h", ".cpp", ".py", ".sh", ".cmake", ".md")  # a name with one of these is a file's
 LISTS = "controls/frequencystore/"  # where paths of a list's folder begin
-MADE = {".git", "build", "out"}
+MADE = re.compile(r"\.git|build.*|out")
 
 LINK = re.compile(r"\]\(([^)#\s]+)[^)]*\)")
 FENCE = re.compile(r"^```(\w*)\n(.*?)^```", re.M | re.S)
@@ -28,7 +28,7 @@ class Tree:
         self.files = []
         for folder, inner, names in os.walk(root):
             if folder == str(root):
-                inner[:] = set(inner) - MADE
+                inner[:] = [name for name in inner if not MADE.fullmatch(name)]
             self.files += [os.path.relpath(os.path.join(folder, name), root) for name in names]
         self.top = {name.split("/")[0] for name in self.files if "/" in name}
         self.lists = {path.name for path in (root / LISTS).iterdir() if path.is_dir()}
@@ -69,9 +69,8 @@ def complaints(tree, page, is_for_engineers):
 
 def main():
     tree = Tree(pathlib.Path(sys.argv[1]))
-    decisions = sorted(name for name in tree.files if name.startswith("docs/decisions/"))
-    found = [f"{page}: {what}" for page in (*USERS, *ENGINEERS, *decisions)
-             for what in complaints(tree, page, page not in USERS)]
+    found = [f"{page}: {what}" for page in sorted(filter(PAGES.fullmatch, tree.files))
+             for what in complaints(tree, page, page not in FOR_USERS)]
     for line in dict.fromkeys(found):
         print(line)
     return 1 if found else 0
