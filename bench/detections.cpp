@@ -217,7 +217,7 @@ void filterList(benchmark::State& state) {
 void sortColumn(benchmark::State& state) {
     const auto view = opened<ExtendedView>();
     const auto column = static_cast<int>(state.range(0));
-    const SearchMC::ExtendedKey& key = *SearchMC::KeyOf(column);
+    const RecordSort::Key<Extended>& key = *SearchMC::KeyOf<Extended>(column);
     double ours = 0;
     double baseline = 0;
     for (auto _ : state) {

@@ -6,6 +6,7 @@
 
 #include <benchmark/benchmark.h>
 #include <cmath>
+#include <ctime>
 #include <functional>
 
 /// How long the work takes, in seconds.
@@ -14,6 +15,19 @@ inline double secondsOf(const std::function<void()>& work) {
     timer.start();
     work();
     return static_cast<double>(timer.nsecsElapsed()) / 1e9;
+}
+
+/// Processor time of this process, all threads, in seconds: what other programs do at the same time counts
+/// little in it.
+inline double processorSecondsOf(const std::function<void()>& work) {
+    const auto now = [] {
+        timespec time{};
+        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+    };
+    const double start = now();
+    work();
+    return now() - start;
 }
 
 /// Tells a time beside its baseline, both in seconds, and the ratio that must not be exceeded.

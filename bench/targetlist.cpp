@@ -2,8 +2,8 @@
 // their ratio; "goal" is the ratio (or the seconds, or the bytes) that must not be exceeded.
 
 #include "bench/figures.h"
+#include "bench/targets.h"
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
-#include "controls/frequencystore/targets/targetlisthandler.h"
 #include "controls/frequencystore/targets/targetlistparser.h"
 #include "controls/frequencystore/targets/wkflistview.h"
 #include "controls/frequencystore/targets/wkfnodemediator.h"
@@ -17,14 +17,11 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QHeaderView>
-#include <QStringEncoder>
-#include <QTemporaryDir>
 #include <QXmlStreamReader>
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <charconv>
-#include <ctime>
 #include <malloc.h>
 #include <string>
 #include <string_view>
@@ -34,62 +31,6 @@
 namespace {
 
 constexpr int Million = 1000000;
-
-QString linesOf(int count) {
-    static const QString demodulations[] = {QStringLiteral("USB"), QStringLiteral("AM"),
-                                            QStringLiteral("CW")};
-    static const QString classes[] = {QStringLiteral("not classified"), QStringLiteral("low"),
-                                      QStringLiteral("high")};
-    QString text;
-    text.reserve(count * 80);
-    for (int i = 0; i < count; ++i) {
-        const auto place = static_cast<double>(i * 104729LL % count);
-        Quor::AppendFixed(text, 100000.0 + place * 137.0, 6);
-        text += QStringLiteral("\t2700.000000\tStation %1\t").arg((i * 7919) % count);
-        text += demodulations[i % 3] + QStringLiteral("\tp\t") + classes[i % 3] + QLatin1Char('\t');
-        text += QString::number(i % 11 + 1) + QStringLiteral("\t\n");
-    }
-    return text;
-}
-
-/// The files and the list that all figures are taken of.
-class Bench {
-public:
-    static Bench& Get() {
-        static auto* const bench = new Bench;
-        return *bench;
-    }
-    QString Ltl(int count) {
-        const QString path = m_dir.filePath(QStringLiteral("list%1.ltl").arg(count));
-        if (!QFile::exists(path)) {
-            QFile file(path);
-            file.open(QIODevice::WriteOnly);
-            QStringEncoder encoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
-            file.write(encoder.encode(linesOf(count)));
-        }
-        return path;
-    }
-    QString File(const char* name) const { return m_dir.filePath(QString::fromLatin1(name)); }
-    TargetListHandler& List(int count) {
-        TargetListHandler& handler = *TargetListHandler::Instance();
-        if (std::exchange(m_loaded, count) != count)
-            handler.ReadFile(Ltl(count));
-        return handler;
-    }
-    void Forget() { m_loaded = -1; }
-    unsigned ListId() const { return m_listId; }
-
-private:
-    Bench() {
-        Node* node = Tree::Instance()->MakeNode(QStringLiteral("/Lists/Targets"));
-        TargetListHandler::Instance()->Init(node, false);
-        m_listId = static_cast<unsigned>(TargetListHandler::Instance()->AddToFreqStore());
-    }
-
-    QTemporaryDir m_dir;
-    unsigned m_listId;
-    int m_loaded = 0;
-};
 
 /// The leanest program for the same bytes: fields by pointer, numbers by `std::from_chars`, words interned,
 /// comments as strings, one record after the other in a vector.
@@ -147,19 +88,6 @@ private:
     std::vector<Record> m_records;
     std::unordered_map<std::u16string, int> m_words;
 };
-
-/// Processor time of this process, all threads, in seconds: what other programs do at the same time counts
-/// little in it.
-double processorSecondsOf(const std::function<void()>& work) {
-    const auto now = [] {
-        timespec time{};
-        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
-    };
-    const double start = now();
-    work();
-    return now() - start;
-}
 
 double medianOf(std::vector<double> values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);

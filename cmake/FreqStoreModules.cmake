@@ -52,9 +52,13 @@ endfunction()
 freqstore_program(freqstore workstation)
 file(GLOB icons CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/workstation/icons/*.svg)
 qt_add_resources(workstation_lib icons PREFIX /icons BASE workstation/icons FILES ${icons})
-target_link_libraries(workstation_lib PRIVATE Qt6::Svg PUBLIC Qt6::PrintSupport)
+target_link_libraries(workstation_lib PRIVATE Qt6::Svg ${GeographicLib_LIBRARIES} PUBLIC Qt6::PrintSupport)
+qt_add_resources(workstation_lib licence PREFIX / FILES LICENSE)
 target_sources(workstation_lib PRIVATE workstation/bandplan/bandplan.qrc)
 set_target_properties(workstation_lib PROPERTIES AUTORCC ON)
+# The guide lies in the program; its pictures are taken by the program itself and lie beside the texts.
+file(GLOB_RECURSE guide CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/docs/guide/*.md)
+qt_add_resources(workstation_lib guide PREFIX /guide BASE docs/guide FILES ${guide})
 freqstore_program(freqstore-cli cli)
 
 # The window's languages lie in the program: texts of the libraries, too, which stay English in any other one.
@@ -63,6 +67,22 @@ qt_add_lrelease(workstation_lib TS_FILES ${translations} QM_FILES_OUTPUT_VARIABL
                 OPTIONS -silent)
 qt_add_resources(workstation_lib translations PREFIX /translations BASE ${PROJECT_BINARY_DIR}
                  FILES ${compiled_translations})
+if(NOT CMAKE_CROSSCOMPILING AND NOT FREQSTORE_FUZZ)
+  foreach(language de en)
+    set(pictures ${PROJECT_BINARY_DIR}/guide/${language})
+    set(own ${PROJECT_BINARY_DIR}/guide-${language})
+    add_custom_command(
+      OUTPUT ${pictures}.stamp
+      COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 LANGUAGE= XDG_RUNTIME_DIR=${PROJECT_BINARY_DIR}
+              $<TARGET_FILE:freqstore> --data ${own} --config ${own} --language ${language} --guide ${pictures}
+      COMMAND ${CMAKE_COMMAND} -E touch ${pictures}.stamp
+      DEPENDS freqstore
+      COMMENT "Taking the pictures of the guide (${language})"
+      VERBATIM)
+    list(APPEND guide_stamps ${pictures}.stamp)
+  endforeach()
+  add_custom_target(guide ALL DEPENDS ${guide_stamps})
+endif()
 # By hand, as it writes into the sources.
 add_custom_target(update_translations
                   COMMAND ${PROJECT_SOURCE_DIR}/translations/update $<TARGET_FILE:Qt6::lupdate>

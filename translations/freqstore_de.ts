@@ -2,6 +2,57 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>AboutDialog</name>
+    <message>
+        <source>window, drawing, printing, files</source>
+        <translation>Fenster, Zeichnen, Drucken, Dateien</translation>
+    </message>
+    <message>
+        <source>forms of positions</source>
+        <translation>Schreibweisen von Positionen</translation>
+    </message>
+    <message>
+        <source>C++ standard library</source>
+        <translation>Standardbibliothek von C++</translation>
+    </message>
+    <message>
+        <source>&lt;h2&gt;Frequency Store&lt;/h2&gt;&lt;p&gt;Version %1&lt;/p&gt;&lt;p&gt;Lists of frequencies for radio monitoring.&lt;/p&gt;</source>
+        <translation>&lt;h2&gt;Frequenzspeicher&lt;/h2&gt;&lt;p&gt;Version %1&lt;/p&gt;&lt;p&gt;Frequenzlisten für die Funküberwachung.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation>Bibliothek</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Licence</source>
+        <translation>Lizenz</translation>
+    </message>
+    <message>
+        <source>For</source>
+        <translation>Für</translation>
+    </message>
+    <message>
+        <source>About Frequency Store</source>
+        <translation>Über Frequenzspeicher</translation>
+    </message>
+    <message>
+        <source>&amp;Program</source>
+        <translation>&amp;Programm</translation>
+    </message>
+    <message>
+        <source>&amp;Licence</source>
+        <translation>&amp;Lizenz</translation>
+    </message>
+    <message>
+        <source>Li&amp;braries</source>
+        <translation>&amp;Bibliotheken</translation>
+    </message>
+</context>
+<context>
     <name>BandPlan</name>
     <message>
         <source>Region 1 (Europe, Africa)</source>
@@ -119,6 +170,109 @@
     <message>
         <source>Frequency</source>
         <translation>Frequenz</translation>
+    </message>
+</context>
+<context>
+    <name>ColumnTips</name>
+    <message>
+        <source>Automatic frequency control: the receiver follows the signal</source>
+        <translation>Automatische Frequenzregelung: der Empfänger folgt dem Signal</translation>
+    </message>
+    <message>
+        <source>Attenuation before the receiver&apos;s input, in dB</source>
+        <translation>Dämpfung vor dem Eingang des Empfängers, in dB</translation>
+    </message>
+    <message>
+        <source>Beat frequency oscillator: the pitch at which CW is heard, in Hz</source>
+        <translation>Schwebungsoszillator: die Tonhöhe, in der CW zu hören ist, in Hz</translation>
+    </message>
+    <message>
+        <source>Width of the signal or of the receiver&apos;s filter</source>
+        <translation>Breite des Signals oder des Filters im Empfänger</translation>
+    </message>
+    <message>
+        <source>Bandwidth that the classifier measured</source>
+        <translation>Bandbreite, die der Klassifikator gemessen hat</translation>
+    </message>
+    <message>
+        <source>How sure the classifier is, in per cent</source>
+        <translation>Wie sicher der Klassifikator ist, in Prozent</translation>
+    </message>
+    <message>
+        <source>Centre frequency that the classifier measured</source>
+        <translation>Mittenfrequenz, die der Klassifikator gemessen hat</translation>
+    </message>
+    <message>
+        <source>Modulation that the classifier recognised</source>
+        <translation>Modulation, die der Klassifikator erkannt hat</translation>
+    </message>
+    <message>
+        <source>Transmission system that the classifier recognised</source>
+        <translation>Übertragungsverfahren, das der Klassifikator erkannt hat</translation>
+    </message>
+    <message>
+        <source>How the receiver makes the signal audible: AM, FM, USB, ...</source>
+        <translation>Wie der Empfänger das Signal hörbar macht: AM, FM, USB, ...</translation>
+    </message>
+    <message>
+        <source>When the signal was first seen</source>
+        <translation>Wann das Signal zuerst da war</translation>
+    </message>
+    <message>
+        <source>Number or name of the emission</source>
+        <translation>Nummer oder Name der Aussendung</translation>
+    </message>
+    <message>
+        <source>Level at the receiver&apos;s input, in dBµV</source>
+        <translation>Pegel am Eingang des Empfängers, in dBµV</translation>
+    </message>
+    <message>
+        <source>Whether the classifier is locked to the signal</source>
+        <translation>Ob der Klassifikator auf das Signal eingerastet ist</translation>
+    </message>
+    <message>
+        <source>Whether the attenuation is set by hand instead of by the receiver</source>
+        <translation>Ob die Dämpfung von Hand eingestellt ist, nicht vom Empfänger</translation>
+    </message>
+    <message>
+        <source>Which intermediate frequency (IF) the receiver puts out</source>
+        <translation>Welche Zwischenfrequenz (ZF) der Empfänger ausgibt</translation>
+    </message>
+    <message>
+        <source>How important the target is; its mark has the colour of it</source>
+        <translation>Wie wichtig das Ziel ist; danach richtet sich die Farbe seiner Marke</translation>
+    </message>
+    <message>
+        <source>Distance of the two tones of frequency shift keying, in Hz</source>
+        <translation>Abstand der zwei Töne bei Frequenzumtastung, in Hz</translation>
+    </message>
+    <message>
+        <source>What kind of signal is expected</source>
+        <translation>Welche Art von Signal erwartet wird</translation>
+    </message>
+    <message>
+        <source>When the classifier locked to the signal</source>
+        <translation>Wann der Klassifikator auf das Signal eingerastet ist</translation>
+    </message>
+    <message>
+        <source>How much of a threat the target is held to be</source>
+        <translation>Für wie bedrohlich das Ziel gehalten wird</translation>
+    </message>
+    <message>
+        <source>Squelch: a level below it is not heard, in dBµV</source>
+        <translation>Rauschsperre: ein Pegel darunter ist nicht zu hören, in dBµV</translation>
+    </message>
+    <message>
+        <source>The transmission system that is expected, such as a modem&apos;s</source>
+        <translation>Das erwartete Übertragungsverfahren, etwa das eines Modems</translation>
+    </message>
+    <message>
+        <source>When the signal was last seen</source>
+        <translation>Wann das Signal zuletzt da war</translation>
+    </message>
+    <message>
+        <source>Whether the squelch is on</source>
+        <translation>Ob die Rauschsperre an ist</translation>
     </message>
 </context>
 <context>
@@ -258,6 +412,13 @@
     </message>
 </context>
 <context>
+    <name>EmptyList</name>
+    <message>
+        <source>The list is empty.</source>
+        <translation>Die Liste ist leer.</translation>
+    </message>
+</context>
+<context>
     <name>Ending</name>
     <message>
         <source>keeps the memory channels, which were in no job</source>
@@ -269,10 +430,28 @@
     </message>
 </context>
 <context>
+    <name>EntryListView</name>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+</context>
+<context>
     <name>FailureNote</name>
     <message>
         <source>Dismiss</source>
         <translation>Ausblenden</translation>
+    </message>
+</context>
+<context>
+    <name>FileDrop</name>
+    <message>
+        <source>is no file of this machine</source>
+        <translation>ist keine Datei dieses Rechners</translation>
+    </message>
+    <message>
+        <source>is a folder; drop the files in it</source>
+        <translation>ist ein Ordner; bitte die Dateien darin ablegen</translation>
     </message>
 </context>
 <context>
@@ -612,6 +791,18 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Band plan</source>
         <translation>Bandplan</translation>
     </message>
+    <message>
+        <source>Nothing in this range</source>
+        <translation>Nichts in diesem Bereich</translation>
+    </message>
+    <message>
+        <source>Entries in this range: %1, from %2 to %3</source>
+        <translation>Einträge in diesem Bereich: %1, von %2 bis %3</translation>
+    </message>
+    <message>
+        <source>&amp;Only rows shown</source>
+        <translation>&amp;Nur angezeigte Zeilen</translation>
+    </message>
 </context>
 <context>
     <name>FrequencyField</name>
@@ -622,6 +813,17 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>A number without a unit is in %1; Hz, kHz, MHz and GHz may follow it</source>
         <translation>Eine Zahl ohne Einheit ist in %1; Hz, kHz, MHz und GHz können folgen</translation>
+    </message>
+</context>
+<context>
+    <name>FrequencyNodeListView</name>
+    <message>
+        <source>&quot;%1&quot; is not a frequency</source>
+        <translation>„%1“ ist keine Frequenz</translation>
+    </message>
+    <message>
+        <source>Pasted text</source>
+        <translation>Eingefügter Text</translation>
     </message>
 </context>
 <context>
@@ -740,6 +942,73 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>What is edited here was removed from the list meanwhile: nothing can be written.</source>
         <translation>Was hier bearbeitet wird, wurde inzwischen aus der Liste entfernt: Es kann nichts geschrieben werden.</translation>
     </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Priority</source>
+        <translation>Priorität</translation>
+    </message>
+    <message>
+        <source>1 is the highest, 11 stands for none</source>
+        <translation>1 ist die höchste, 11 steht für keine</translation>
+    </message>
+    <message>
+        <source>Threat class</source>
+        <translation>Bedrohungsklasse</translation>
+    </message>
+    <message>
+        <source>Signal class</source>
+        <translation>Signalklasse</translation>
+    </message>
+    <message>
+        <source>Transmission system</source>
+        <translation>Übertragungssystem</translation>
+    </message>
+    <message>
+        <source>Profile</source>
+        <translation>Profil</translation>
+    </message>
+    <message>
+        <source>Profile ID</source>
+        <translation>Profil-ID</translation>
+    </message>
+</context>
+<context>
+    <name>HelpWindow</name>
+    <message>
+        <source>Guide</source>
+        <translation>Handbuch</translation>
+    </message>
+    <message>
+        <source>Find in this topic</source>
+        <translation>In diesem Thema suchen</translation>
+    </message>
+    <message>
+        <source>Find the one before</source>
+        <translation>Vorige Stelle suchen</translation>
+    </message>
+    <message>
+        <source>Find the next one</source>
+        <translation>Nächste Stelle suchen</translation>
+    </message>
+    <message>
+        <source>Contents</source>
+        <translation>Inhalt</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>from the top again</source>
+        <translation>wieder von oben</translation>
+    </message>
+    <message>
+        <source>not in this topic</source>
+        <translation>nicht in diesem Thema</translation>
+    </message>
 </context>
 <context>
     <name>JobPanel</name>
@@ -822,6 +1091,64 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>is gone</source>
         <translation>ist verschwunden</translation>
+    </message>
+</context>
+<context>
+    <name>KeySettings</name>
+    <message>
+        <source>the search for hits</source>
+        <translation>der Suche nach Treffern</translation>
+    </message>
+</context>
+<context>
+    <name>KeysTable</name>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>Ne&amp;w key:</source>
+        <translation>Neue &amp;Taste:</translation>
+    </message>
+    <message>
+        <source>Se&amp;t</source>
+        <translation>&amp;Setzen</translation>
+    </message>
+    <message>
+        <source>Give the command this key</source>
+        <translation>Dem Befehl diese Taste geben</translation>
+    </message>
+    <message>
+        <source>&amp;None</source>
+        <translation>&amp;Keine</translation>
+    </message>
+    <message>
+        <source>Take the keys of the command away</source>
+        <translation>Dem Befehl seine Tasten nehmen</translation>
+    </message>
+    <message>
+        <source>&amp;Default</source>
+        <translation>&amp;Übliche</translation>
+    </message>
+    <message>
+        <source>Give the command its usual keys again</source>
+        <translation>Dem Befehl wieder seine üblichen Tasten geben</translation>
+    </message>
+    <message>
+        <source>&amp;Reset All</source>
+        <translation>Alle &amp;zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Give all commands their usual keys again</source>
+        <translation>Allen Befehlen wieder ihre üblichen Tasten geben</translation>
+    </message>
+    <message>
+        <source>%1 belongs to %2; take it from there first.</source>
+        <translation>%1 gehört zu %2; zuerst dort wegnehmen.</translation>
     </message>
 </context>
 <context>
@@ -959,10 +1286,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Frequency Store</source>
         <translation>Frequenzspeicher</translation>
-    </message>
-    <message>
-        <source>&lt;b&gt;Frequency Store&lt;/b&gt;&lt;p&gt;Lists of frequencies for radio monitoring.&lt;/p&gt;&lt;p&gt;Wheel over the bar: zoom. Drag: move. Click: tune. Double click: show all.&lt;/p&gt;</source>
-        <translation>&lt;b&gt;Frequenzspeicher&lt;/b&gt;&lt;p&gt;Frequenzlisten für die Funküberwachung.&lt;/p&gt;&lt;p&gt;Mausrad über der Leiste: zoomen. Ziehen: verschieben. Klick: abstimmen. Doppelklick: alles zeigen.&lt;/p&gt;</translation>
     </message>
     <message>
         <source>&amp;Positions</source>
@@ -1160,6 +1483,38 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>%1 was written to %2</source>
         <translation>%1 wurde in %2 geschrieben</translation>
     </message>
+    <message>
+        <source>is no folder; the usual data folder is taken</source>
+        <translation>ist kein Ordner; der übliche Datenordner gilt</translation>
+    </message>
+    <message>
+        <source>&amp;Guide</source>
+        <translation>&amp;Handbuch</translation>
+    </message>
+    <message>
+        <source>How to do what, beginning with what has the focus</source>
+        <translation>Wie was geht, angefangen bei dem, was den Fokus hat</translation>
+    </message>
+    <message>
+        <source>&amp;Welcome</source>
+        <translation>&amp;Willkommen</translation>
+    </message>
+    <message>
+        <source>Ways to begin</source>
+        <translation>Wege zum Anfang</translation>
+    </message>
+    <message>
+        <source>Pr&amp;eferences...</source>
+        <translation>Ei&amp;nstellungen...</translation>
+    </message>
+    <message>
+        <source>Units, colours, language, keys and the like</source>
+        <translation>Einheiten, Farben, Sprache, Tasten und dergleichen</translation>
+    </message>
+    <message>
+        <source>&lt;b&gt;Frequency Store&lt;/b&gt;&lt;p&gt;Lists of frequencies for radio monitoring.&lt;/p&gt;&lt;p&gt;Wheel over the bar: zoom. Drag: move. Click: tune. Double click: show all.&lt;/p&gt;</source>
+        <translation>&lt;b&gt;Frequenzspeicher&lt;/b&gt;&lt;p&gt;Frequenzlisten für die Funküberwachung.&lt;/p&gt;&lt;p&gt;Mausrad über der Leiste: zoomen. Ziehen: verschieben. Klick: abstimmen. Doppelklick: alles zeigen.&lt;/p&gt;</translation>
+    </message>
 </context>
 <context>
     <name>MemoryDialogs</name>
@@ -1326,6 +1681,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>&quot;%1&quot; is not a frequency</source>
         <translation>„%1“ ist keine Frequenz</translation>
     </message>
+    <message>
+        <source>No memory channels yet. Add what the receiver is tuned to, open a list or a job, or paste entries of another list.</source>
+        <translation>Noch keine Speicherkanäle. Die Einstellung des Empfängers hinzufügen, eine Liste oder einen Auftrag öffnen oder Einträge einer anderen Liste einfügen.</translation>
+    </message>
 </context>
 <context>
     <name>NOIFrequencyHandler</name>
@@ -1424,6 +1783,180 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Clear filter</source>
         <translation>Filter leeren</translation>
+    </message>
+</context>
+<context>
+    <name>Preferences</name>
+    <message>
+        <source>that of the field</source>
+        <translation>die des Feldes</translation>
+    </message>
+    <message>
+        <source>kHz, MHz from 30 MHz on</source>
+        <translation>kHz, ab 30 MHz MHz</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>nein</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>ja</translation>
+    </message>
+    <message>
+        <source>as the desktop</source>
+        <translation>wie die Arbeitsfläche</translation>
+    </message>
+    <message>
+        <source>light</source>
+        <translation>hell</translation>
+    </message>
+    <message>
+        <source>dark</source>
+        <translation>dunkel</translation>
+    </message>
+    <message>
+        <source>%1 pt</source>
+        <translation>%1 pt</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keiner</translation>
+    </message>
+    <message>
+        <source>Unit of bare numbers, &amp;HF:</source>
+        <translation>Einheit bloßer Zahlen, &amp;HF:</translation>
+    </message>
+    <message>
+        <source>What a frequency counts that is typed without a unit, with an HF receiver</source>
+        <translation>Was eine ohne Einheit eingegebene Frequenz zählt, mit einem HF-Empfänger</translation>
+    </message>
+    <message>
+        <source>Unit of bare numbers, &amp;VHF/UHF:</source>
+        <translation>Einheit bloßer Zahlen, &amp;VHF/UHF:</translation>
+    </message>
+    <message>
+        <source>What a frequency counts that is typed without a unit, with a VHF/UHF receiver</source>
+        <translation>Was eine ohne Einheit eingegebene Frequenz zählt, mit einem VHF/UHF-Empfänger</translation>
+    </message>
+    <message>
+        <source>Frequencies in &amp;lists:</source>
+        <translation>Frequenzen in &amp;Listen:</translation>
+    </message>
+    <message>
+        <source>How lists show frequencies; files and copies stay as they are</source>
+        <translation>Wie Listen Frequenzen zeigen; Dateien und Kopien bleiben, wie sie sind</translation>
+    </message>
+    <message>
+        <source>&amp;Group thousands in lists:</source>
+        <translation>&amp;Tausender in Listen gruppieren:</translation>
+    </message>
+    <message>
+        <source>7 055.000 kHz instead of 7055.000 kHz</source>
+        <translation>7 055.000 kHz statt 7055.000 kHz</translation>
+    </message>
+    <message>
+        <source>&amp;Colours:</source>
+        <translation>Far&amp;ben:</translation>
+    </message>
+    <message>
+        <source>Light, dark, or as the desktop has them</source>
+        <translation>Hell, dunkel oder wie die Arbeitsfläche</translation>
+    </message>
+    <message>
+        <source>&amp;Size of texts:</source>
+        <translation>Schrift&amp;größe:</translation>
+    </message>
+    <message>
+        <source>How large the texts of window and lists are</source>
+        <translation>Wie groß die Texte von Fenster und Listen sind</translation>
+    </message>
+    <message>
+        <source>&amp;Language:</source>
+        <translation>&amp;Sprache:</translation>
+    </message>
+    <message>
+        <source>The language of the window</source>
+        <translation>Die Sprache des Fensters</translation>
+    </message>
+    <message>
+        <source>&amp;Band plan:</source>
+        <translation>Band&amp;plan:</translation>
+    </message>
+    <message>
+        <source>The region whose band plan the frequency bar shows</source>
+        <translation>Die Region, deren Bandplan die Frequenzleiste zeigt</translation>
+    </message>
+    <message>
+        <source>CSV safe for &amp;spreadsheets:</source>
+        <translation>CSV für &amp;Tabellenkalkulationen:</translation>
+    </message>
+    <message>
+        <source>An apostrophe before texts that a spreadsheet would run as a formula</source>
+        <translation>Ein Apostroph vor Texten, die eine Tabellenkalkulation als Formel ausführen würde</translation>
+    </message>
+</context>
+<context>
+    <name>PreferencesDialog</name>
+    <message>
+        <source>&amp;Frequencies</source>
+        <translation>&amp;Frequenzen</translation>
+    </message>
+    <message>
+        <source>&amp;Appearance</source>
+        <translation>&amp;Aussehen</translation>
+    </message>
+    <message>
+        <source>F&amp;iles</source>
+        <translation>&amp;Dateien</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>&amp;Keys</source>
+        <translation>Tast&amp;en</translation>
+    </message>
+    <message>
+        <source>Takes effect at the next start.</source>
+        <translation>Gilt vom nächsten Start an.</translation>
+    </message>
+    <message>
+        <source>What is sent is there already when an entry lies so near</source>
+        <translation>Was gesendet wird, ist schon da, wenn ein Eintrag so nahe liegt</translation>
+    </message>
+    <message>
+        <source>&amp;Tolerance of Send to:</source>
+        <translation>T&amp;oleranz beim Senden:</translation>
+    </message>
+    <message>
+        <source>the usual one</source>
+        <translation>der übliche</translation>
+    </message>
+    <message>
+        <source>Where the lists keep files of their own; empty for the usual folder</source>
+        <translation>Wo die Listen eigene Dateien führen; leer für den üblichen Ordner</translation>
+    </message>
+    <message>
+        <source>Ch&amp;oose...</source>
+        <translation>&amp;Wählen...</translation>
+    </message>
+    <message>
+        <source>&amp;Data folder:</source>
+        <translation>Daten&amp;ordner:</translation>
+    </message>
+    <message>
+        <source>Data Folder</source>
+        <translation>Datenordner</translation>
+    </message>
+    <message>
+        <source>It is %1 now. Another one takes effect at the next start; files are not moved there.</source>
+        <translation>Jetzt ist es %1. Ein anderer gilt vom nächsten Start an; Dateien ziehen nicht mit um.</translation>
+    </message>
+    <message>
+        <source>There is no such folder.</source>
+        <translation>Es gibt keinen solchen Ordner.</translation>
     </message>
 </context>
 <context>
@@ -1769,6 +2302,22 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Save Search MC Results As</source>
         <translation>Search-MC-Detektionen speichern unter</translation>
     </message>
+    <message>
+        <source>No detections yet. They come while a search runs; files of power sweeps can be opened, too.</source>
+        <translation>Noch keine Detektionen. Sie kommen, während eine Suche läuft; auch Dateien mit Sweeps lassen sich öffnen.</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Classifier</source>
+        <translation>Klassifikator</translation>
+    </message>
+    <message>
+        <source>Direction</source>
+        <translation>Peilung</translation>
+    </message>
 </context>
 <context>
     <name>SearchMCDataHandler</name>
@@ -1807,6 +2356,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Frequency Store - Search MC Data Results, File: </source>
         <translation>Frequenzspeicher - Search-MC-Ergebnisse, Datei: </translation>
     </message>
+    <message>
+        <source>No results yet. They come while the classifier runs; files of results can be opened, too.</source>
+        <translation>Noch keine Ergebnisse. Sie kommen, während der Klassifikator läuft; auch Dateien mit Ergebnissen lassen sich öffnen.</translation>
+    </message>
 </context>
 <context>
     <name>SearchMCExtendedVectorListView</name>
@@ -1840,6 +2393,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Frequency of interest</source>
         <translation>Frequenz von Interesse</translation>
+    </message>
+    <message>
+        <source>No frequencies of interest (NOI) yet. Add one, open a list, or send detections here.</source>
+        <translation>Noch keine NOI-Frequenzen (Frequenzen von Interesse). Eine hinzufügen, eine Liste öffnen oder Detektionen hierher senden.</translation>
     </message>
     <message>
         <source>Edit</source>
@@ -1881,6 +2438,35 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
 </context>
 <context>
+    <name>SetColumnDialog</name>
+    <message>
+        <source>Set Column</source>
+        <translation>Spalte setzen</translation>
+    </message>
+    <message>
+        <source>Column</source>
+        <translation>Spalte</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message numerus="yes">
+        <source>, %Ln rows cannot take it</source>
+        <translation>
+            <numerusform>, %Ln Zeile kann ihn nicht annehmen</numerusform>
+            <numerusform>, %Ln Zeilen können ihn nicht annehmen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln rows set</source>
+        <translation>
+            <numerusform>%Ln Zeile gesetzt</numerusform>
+            <numerusform>%Ln Zeilen gesetzt</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>SimulatedClassifier</name>
     <message>
         <source>Simulated &amp;classifier</source>
@@ -1905,6 +2491,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>simulated search</source>
         <translation>simulierte Suche</translation>
     </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
 </context>
 <context>
     <name>SortListView</name>
@@ -1915,6 +2505,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Reset columns</source>
         <translation>Spalten zurücksetzen</translation>
+    </message>
+    <message>
+        <source>All of %1</source>
+        <translation>Alle von %1</translation>
     </message>
 </context>
 <context>
@@ -2178,6 +2772,53 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
 </context>
 <context>
+    <name>WelcomePage</name>
+    <message>
+        <source>Open the &amp;samples</source>
+        <translation>&amp;Beispiele öffnen</translation>
+    </message>
+    <message>
+        <source>Public frequencies in every list, and a search that finds signals</source>
+        <translation>Öffentliche Frequenzen in jeder Liste, und eine Suche, die Signale findet</translation>
+    </message>
+    <message>
+        <source>Try the simulated &amp;receiver</source>
+        <translation>Den simulierten &amp;Empfänger ausprobieren</translation>
+    </message>
+    <message>
+        <source>Type a frequency to tune to, and see signals come and go</source>
+        <translation>Eine Frequenz eingeben und sehen, wie Signale kommen und gehen</translation>
+    </message>
+    <message>
+        <source>Open a &amp;file...</source>
+        <translation>Eine &amp;Datei öffnen...</translation>
+    </message>
+    <message>
+        <source>A list, a job or power sweeps; files can be dropped on the window, too</source>
+        <translation>Eine Liste, einen Auftrag oder Sweeps; Dateien lassen sich auch auf das Fenster ziehen</translation>
+    </message>
+    <message>
+        <source>Read the &amp;guide</source>
+        <translation>Das &amp;Handbuch lesen</translation>
+    </message>
+    <message>
+        <source>How to do what, with pictures</source>
+        <translation>Wie was geht, mit Bildern</translation>
+    </message>
+    <message>
+        <source>&amp;Do not show this again</source>
+        <translation>&amp;Nicht mehr zeigen</translation>
+    </message>
+    <message>
+        <source>&lt;h2&gt;Lists of frequencies for radio monitoring&lt;/h2&gt;</source>
+        <translation>&lt;h2&gt;Frequenzlisten für die Funküberwachung&lt;/h2&gt;</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Schließen</translation>
+    </message>
+</context>
+<context>
     <name>WindowActions</name>
     <message>
         <source>&amp;Open...</source>
@@ -2347,6 +2988,61 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>%1: %2...</source>
         <translation>%1: %2...</translation>
     </message>
+    <message>
+        <source>Copy as Te&amp;xt</source>
+        <translation>Als Te&amp;xt kopieren</translation>
+    </message>
+    <message>
+        <source>Copy the selected rows as text for a spreadsheet</source>
+        <translation>Die markierten Zeilen als Text für eine Tabellenkalkulation kopieren</translation>
+    </message>
+    <message>
+        <source>Paste T&amp;ext</source>
+        <translation>T&amp;ext einfügen</translation>
+    </message>
+    <message>
+        <source>Add an entry for each row that a spreadsheet has copied</source>
+        <translation>Für jede Zeile, die eine Tabellenkalkulation kopiert hat, einen Eintrag anlegen</translation>
+    </message>
+    <message>
+        <source>Edit &amp;Cell</source>
+        <translation>&amp;Zelle bearbeiten</translation>
+    </message>
+    <message>
+        <source>Edit the cell clicked last; Tab goes on to the next one</source>
+        <translation>Die zuletzt angeklickte Zelle bearbeiten; Tab geht zur nächsten</translation>
+    </message>
+    <message>
+        <source>&amp;Fill Down</source>
+        <translation>Nach unten aus&amp;füllen</translation>
+    </message>
+    <message>
+        <source>Give the first selected row&apos;s value, in the column clicked last, to the others</source>
+        <translation>Den Wert der ersten markierten Zeile in der zuletzt angeklickten Spalte den anderen geben</translation>
+    </message>
+    <message>
+        <source>Set C&amp;olumn...</source>
+        <translation>Spalte s&amp;etzen...</translation>
+    </message>
+    <message>
+        <source>Give all selected rows one value</source>
+        <translation>Allen markierten Zeilen einen Wert geben</translation>
+    </message>
+    <message>
+        <source>%1 takes no entries.</source>
+        <translation>%1 nimmt keine Einträge.</translation>
+    </message>
+    <message>
+        <source>The rows of %1 cannot be edited.</source>
+        <translation>Die Zeilen von %1 können nicht bearbeitet werden.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries added</source>
+        <translation>
+            <numerusform>%Ln Eintrag hinzugefügt</numerusform>
+            <numerusform>%Ln Einträge hinzugefügt</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>WindowStatus</name>
@@ -2411,6 +3107,14 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Frequency Store - Local Target List - %1</source>
         <translation>Frequenzspeicher - Lokale Zielliste - %1</translation>
+    </message>
+    <message>
+        <source>No targets yet. Open a list or drop its file on the window, or paste entries of another list.</source>
+        <translation>Noch keine Ziele. Eine Liste öffnen oder ihre Datei auf das Fenster ziehen, oder Einträge einer anderen Liste einfügen.</translation>
+    </message>
+    <message>
+        <source>Target</source>
+        <translation>Ziel</translation>
     </message>
 </context>
 </TS>

@@ -73,6 +73,33 @@
     </message>
 </context>
 <context>
+    <name>SetColumnDialog</name>
+    <message numerus="yes">
+        <source>, %Ln rows cannot take it</source>
+        <translation>
+            <numerusform>, %Ln row cannot take it</numerusform>
+            <numerusform>, %Ln rows cannot take it</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln rows set</source>
+        <translation>
+            <numerusform>%Ln row set</numerusform>
+            <numerusform>%Ln rows set</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>WindowActions</name>
+    <message numerus="yes">
+        <source>%Ln entries added</source>
+        <translation>
+            <numerusform>%Ln entry added</numerusform>
+            <numerusform>%Ln entries added</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>WindowStatus</name>
     <message numerus="yes">
         <source>%n problem(s)</source>

@@ -2,13 +2,17 @@
 
 #include "controls/frequencystore/common/csvallowed.h"
 #include "host/freqlist/buttonbar.h"
-#include "host/freqlist/frequencystorelistview.h"
+#include "host/freqlist/frequencynodelistview.h"
 #include "host/gui/sortlistview.h"
 #include "workstation/icons.h"
+#include "workstation/setcolumndialog.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMetaEnum>
 #include <QTimer>
 
 namespace {
@@ -92,6 +96,18 @@ const Info& infoOf(size_t command) {
          {QKeySequence(Qt::Key_Delete)},
          Bar::Delete,
          true},
+        {QT_TRANSLATE_NOOP("WindowActions", "Copy as Te&xt"),
+         QT_TRANSLATE_NOOP("WindowActions", "Copy the selected rows as text for a spreadsheet"),
+         "copy",
+         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C)},
+         None,
+         true},
+        {QT_TRANSLATE_NOOP("WindowActions", "Paste T&ext"),
+         QT_TRANSLATE_NOOP("WindowActions", "Add an entry for each row that a spreadsheet has copied"),
+         "paste",
+         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_V)},
+         None,
+         true},
         {QT_TRANSLATE_NOOP("WindowActions", "Select &All"),
          QT_TRANSLATE_NOOP("WindowActions", "Select all rows that are shown"),
          "select-all",
@@ -132,13 +148,32 @@ const Info& infoOf(size_t command) {
         {QT_TRANSLATE_NOOP("WindowActions", "&Edit..."),
          "",
          "edit",
-         {QKeySequence(Qt::Key_F2)},
+         {QKeySequence(Qt::ALT | Qt::Key_Return), QKeySequence(Qt::ALT | Qt::Key_Enter)},
          Bar::Edit,
          true},
+        {QT_TRANSLATE_NOOP("WindowActions", "Edit &Cell"),
+         QT_TRANSLATE_NOOP("WindowActions", "Edit the cell clicked last; Tab goes on to the next one"),
+         "edit",
+         {QKeySequence(Qt::Key_F2)},
+         None,
+         true},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Fill Down"),
+         QT_TRANSLATE_NOOP("WindowActions",
+                           "Give the first selected row's value, in the column clicked last, to the others"),
+         "",
+         {QKeySequence(Qt::CTRL | Qt::Key_D)},
+         None,
+         true},
+        {QT_TRANSLATE_NOOP("WindowActions", "Set C&olumn..."),
+         QT_TRANSLATE_NOOP("WindowActions", "Give all selected rows one value"),
+         "",
+         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E)},
+         None,
+         false},
         {QT_TRANSLATE_NOOP("WindowActions", "&Duplicate"),
          QT_TRANSLATE_NOOP("WindowActions", "Add a copy of each selected entry"),
          "duplicate",
-         {QKeySequence(Qt::CTRL | Qt::Key_D)},
+         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D)},
          None,
          true},
         {QT_TRANSLATE_NOOP("WindowActions", "&Send to"), "", "send-to", {}, Bar::SendTo, false},
@@ -153,6 +188,7 @@ WindowActions::WindowActions(QWidget* window, QWidget* lists) : QObject(window) 
     for (size_t i = 0; i < m_actions.size(); ++i) {
         const Info& info = infoOf(i);
         auto* action = new QAction(Icons::Get(QLatin1String(info.icon)), tr(info.text), this);
+        action->setObjectName(QLatin1String(QMetaEnum::fromType<Command>().valueToKey(static_cast<int>(i))));
         action->setShortcuts(info.keys);
         if (info.inListsOnly) {
             action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
@@ -207,9 +243,14 @@ SortListView* WindowActions::list() const {
     return m_bar && m_view ? m_view->GetListView() : nullptr;
 }
 
+/// Null for a list of records.
+FrequencyNodeListView* WindowActions::entries() const {
+    return qobject_cast<FrequencyNodeListView*>(list());
+}
+
 bool WindowActions::offers(int barAction) const {
     const QAction* action = m_bar ? m_bar->GetAction(static_cast<Bar::Action>(barAction)) : nullptr;
-    return action && (action->isVisible() || HasCsv(*action));
+    return action && (m_bar->Offers(static_cast<Bar::Action>(barAction)) || HasCsv(*action));
 }
 
 QString WindowActions::whyBarOff(int barAction) const {
@@ -218,7 +259,11 @@ QString WindowActions::whyBarOff(int barAction) const {
     if (const QString reason = m_view ? m_view->WhyOff(barAction) : QString(); !reason.isEmpty())
         return reason;
     const QAction& action = *m_bar->GetAction(static_cast<Bar::Action>(barAction));
-    if (action.isEnabled() || !action.isVisible()) // nothing but the view turns a hidden one off
+    if (!action.isVisible()) { // nothing but the view and the selection turn a hidden one off
+        const bool needsRow = barAction == Bar::Edit || barAction == Bar::Delete;
+        return needsRow && list()->SelectedCount() == 0 ? tr("No entry is selected.") : QString();
+    }
+    if (action.isEnabled())
         return QString();
     const qsizetype reason = action.toolTip().indexOf(QLatin1Char('\n'));
     return reason < 0 ? tr("No entry is selected.") : action.toolTip().mid(reason + 1);
@@ -240,6 +285,14 @@ QString WindowActions::whyOff(Command command) const {
     }
     case Tune:
         return list()->SelectedCount() > 0 ? QString() : tr("No entry is selected.");
+    case EditCell:
+    case FillDown:
+    case SetColumn:
+        return whyCellsOff();
+    case PasteText:
+        return entries() && entries()->CanDuplicate() ? QString() : tr("%1 takes no entries.").arg(m_name);
+    case CopyText:
+        return list()->SelectedCount() > 0 ? QString() : tr("No entry is selected.");
     case Duplicate:
         if (!m_view->CanDuplicate())
             return tr("%1 takes no copies of its entries.").arg(m_name);
@@ -253,6 +306,14 @@ QString WindowActions::whyOff(Command command) const {
     default:
         return QString();
     }
+}
+
+QString WindowActions::whyCellsOff() const {
+    if (!entries())
+        return tr("The rows of %1 cannot be edited.").arg(m_name);
+    if (const QString reason = m_view->WhyOff(Bar::Edit); !reason.isEmpty())
+        return reason;
+    return list()->SelectedCount() > 0 ? QString() : tr("No entry is selected.");
 }
 
 QString WindowActions::tipOf(Command command) const {
@@ -300,6 +361,18 @@ void WindowActions::act(Command command) {
     case Tune:
         m_view->TuneToCurrent();
         return;
+    case CopyText:
+        return copyText();
+    case PasteText:
+        return pasteText();
+    case EditCell:
+        list()->setFocus();
+        list()->EditCell();
+        return;
+    case FillDown:
+        return fillDown();
+    case SetColumn:
+        return SetColumnDialog::Ask(*entries(), *m_bar);
     case Previous:
         return step(Qt::Key_Up);
     case Next:
@@ -316,6 +389,19 @@ void WindowActions::cut() {
     m_bar->GetAction(Bar::Delete)->trigger();
 }
 
+void WindowActions::copyText() {
+    QGuiApplication::clipboard()->setText(m_view->SelectedText());
+}
+
+void WindowActions::pasteText() {
+    const int added = entries()->PasteText(QGuiApplication::clipboard()->text());
+    m_bar->Tell(tr("%Ln entries added", nullptr, added));
+}
+
+void WindowActions::fillDown() {
+    SetColumnDialog::Tell(*m_bar, entries()->FillDown());
+}
+
 /// As the key in the list does, whose rows may be a page of many.
 void WindowActions::step(int key) {
     QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
@@ -327,7 +413,7 @@ void WindowActions::FillContextMenu(QMenu& menu) const {
     if (!m_bar)
         return;
     m_bar->EnableActions();
-    AddTo(menu, {Tune, Duplicate, CommandCount});
+    AddTo(menu, {Tune, EditCell, FillDown, SetColumn, Duplicate, CommandCount});
     QMenu ofBar;
     m_bar->AddActionsTo(ofBar);
     for (QAction* action : ofBar.actions()) {

@@ -7,6 +7,7 @@
 #include <functional>
 
 class FreqStoreListViewButtonBar;
+class FrequencyNodeListView;
 class FrequencyStoreListView;
 class QMenu;
 class SortListView;
@@ -32,6 +33,8 @@ public:
         Copy,
         Paste,
         Delete,
+        CopyText,
+        PasteText,
         SelectAll,
         Find,
         Tune,
@@ -39,10 +42,14 @@ public:
         Next,
         New,
         Edit,
+        EditCell,
+        FillDown,
+        SetColumn,
         Duplicate,
         SendTo,
         CommandCount
     };
+    Q_ENUM(Command)
 
     /// Makes the commands; keys that only a list understands work while `lists` or what is in it has the
     /// focus. The window owns all.
@@ -74,6 +81,11 @@ private:
     bool offers(int barAction) const;
     QString tipOf(Command command) const;
     SortListView* list() const;
+    FrequencyNodeListView* entries() const;
+    QString whyCellsOff() const;
+    void copyText();
+    void pasteText();
+    void fillDown();
 
     std::array<QAction*, CommandCount> m_actions{};
     QPointer<FreqStoreListViewButtonBar> m_bar;

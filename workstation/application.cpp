@@ -37,6 +37,7 @@
 #include "workstation/messagespanel.h"
 #include "workstation/noibands.h"
 #include "workstation/noikeeper.h"
+#include "workstation/preferences.h"
 #include "workstation/recentfiles.h"
 #include "workstation/samples.h"
 #include "workstation/simulatedclassifier.h"
@@ -52,7 +53,6 @@
 #include <QFileInfo>
 #include <QLibrary>
 #include <QMenu>
-#include <QStandardPaths>
 #include <QTabWidget>
 #include <QTimer>
 
@@ -148,6 +148,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     DetectionPanels::AddPicture(*m_window, *m_search, *m_sweeps, m_detectionIds.front());
     for (const QString& path : m_options.plugIns)
         loadPlugIn(path);
+    addPreferences();
     addEnding();
     const QString platform = QGuiApplication::platformName();
     SetAttended(m_options.screenshotDirectory.isEmpty() && platform != QLatin1String("offscreen") &&
@@ -184,13 +185,12 @@ void Workstation::prepareDirectories() {
     const QString config = m_options.configDirectory.isEmpty()
                                ? CfgCenter::GetDirectory()
                                : QFileInfo(m_options.configDirectory).absoluteFilePath();
-    const QString data = m_options.dataDirectory.isEmpty()
-                             ? QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)
-                             : QFileInfo(m_options.dataDirectory).absoluteFilePath();
     QDir().mkpath(config);
     CfgCenter::SetDirectory(config);
     ListSettings::SetDirectory(config);
     m_language = std::make_unique<Language>(m_options.language);
+    m_preferences = std::make_unique<Preferences>(m_options.receiver);
+    const QString data = dataDirectory();
     if (QDir().mkpath(data))
         QDir::setCurrent(data);
     else
@@ -206,20 +206,21 @@ void Workstation::addJobPanel() {
     m_window->AddPanel(m_jobPanel, MainWindow::tr("Job"), Qt::RightDockWidgetArea);
     QMenu* menu = m_window->GetFileMenu();
     QAction* before = m_window->GetActions().Get(WindowActions::Print);
-    const auto add = [&](const QString& text, const QString& tip, auto slot) {
+    const auto add = [&](const char* name, const QString& text, const QString& tip, auto slot) {
         auto* action = new QAction(text, menu);
+        action->setObjectName(QLatin1String(name));
         action->setToolTip(tip);
         action->setStatusTip(tip);
         menu->insertAction(before, action);
         QObject::connect(action, &QAction::triggered, m_jobPanel, slot);
     };
-    add(MainWindow::tr("Open &Job..."), MainWindow::tr("Open a job in place of the present one"),
+    add("open-job", MainWindow::tr("Open &Job..."), MainWindow::tr("Open a job in place of the present one"),
         &JobPanel::AskAndOpen);
-    add(MainWindow::tr("Save Jo&b"), MainWindow::tr("Save the job with the present channels"),
+    add("save-job", MainWindow::tr("Save Jo&b"), MainWindow::tr("Save the job with the present channels"),
         &JobPanel::Save);
-    add(MainWindow::tr("Save Job As..."), MainWindow::tr("Save the job under another name"),
+    add("save-job-as", MainWindow::tr("Save Job As..."), MainWindow::tr("Save the job under another name"),
         &JobPanel::SaveAs);
-    add(MainWindow::tr("Show Memory-Scan Section..."),
+    add("show-section", MainWindow::tr("Show Memory-Scan Section..."),
         MainWindow::tr("Show what the channels are in the job"), &JobPanel::ShowSection);
     menu->insertSeparator(before);
 }
@@ -284,22 +285,6 @@ void Workstation::addOpener() {
     QObject::connect(m_recent, &RecentFiles::Chosen, m_window.get(),
                      [this](const QString& path) { openFile(path); });
     QObject::connect(m_window.get(), &MainWindow::OpenWanted, m_window.get(), [this] { askAndOpen(); });
-}
-
-void Workstation::askAndOpen() {
-    const QString path = QFileDialog::getOpenFileName(
-        m_window.get(), MainWindow::tr("Open File"), GuiBase::Instance().GetCurrentDirectory(),
-        MainWindow::tr("All Known Files (*.xml *.sfl *.ltl *.csv *.noi *.pij);;All Files (*)"), nullptr,
-        GuiBase::Instance().UseNativeDialogs());
-    if (!path.isEmpty())
-        openFile(path);
-}
-
-bool Workstation::openFile(const QString& path) {
-    const bool opened = m_opener->Open(path);
-    if (opened)
-        noteFile(path);
-    return opened;
 }
 
 /// The next dialogs start where the last file was.
@@ -428,6 +413,7 @@ void Workstation::addSweepEntry() {
     QObject::connect(m_sweeps.get(), &SweepImport::Opened, m_window.get(), &MainWindow::Tell);
     QMenu* menu = m_window->GetFileMenu();
     auto* action = new QAction(MainWindow::tr("Open S&weep..."), menu);
+    action->setObjectName(QStringLiteral("open-sweep"));
     action->setToolTip(MainWindow::tr("Add the signals in power sweeps to the detections"));
     action->setStatusTip(action->toolTip());
     menu->insertAction(m_window->GetActions().Get(WindowActions::OpenIntoList), action);
@@ -442,6 +428,8 @@ void Workstation::registerLists() {
                               .GetFilePath(QStringLiteral("LocalTargetList"), QStringLiteral("Targets.xml")));
     Node* targets = Tree::Instance()->MakeNode(Paths::Targets);
     TargetListHandler& handler = *TargetListHandler::Instance();
+    handler.SetTemplate({m_receiver->PathOf(Keys::KeyFrequency), m_receiver->PathOf(Keys::KeyBandwidth),
+                         m_receiver->PathOf(Keys::KeyDemodulation)});
     handler.Init(targets, haveDefault);
     m_targetsId = handler.AddToFreqStore();
     if (haveDefault && targets->ChildCount() > 0)

@@ -10,9 +10,11 @@ class Ending;
 class FileOpener;
 class Job;
 class JobPanel;
+class KeySettings;
 class Language;
 class ListChanges;
 class MainWindow;
+class Preferences;
 class QLibrary;
 class RecentFiles;
 class SimulatedClassifier;
@@ -41,6 +43,8 @@ public:
     /// Reads the files of the command line and, with `--demo`, the samples. False when one could not be read
     /// or held errors.
     bool LoadFiles();
+    /// Shows ways to begin, unless the program was started before or has something to show.
+    void WelcomeAtFirstStart();
     /// Writes a PNG of each tab's list and of the whole window, and prints what each list holds; false, with
     /// a message, when one cannot be written.
     bool TakeScreenshots();
@@ -54,6 +58,10 @@ private:
     QString fileToReopen(const QString& key) const;
     void askAndOpen();
     bool openFile(const QString& path);
+    void openAll(const QStringList& paths);
+    QString dataDirectory() const;
+    void addPreferences();
+    void welcome();
     void noteFile(const QString& path);
     static void useFolder(const QString& folder);
     void connectLists();
@@ -75,6 +83,7 @@ private:
 
     Options m_options;
     std::unique_ptr<Language> m_language;
+    std::unique_ptr<Preferences> m_preferences;
     std::vector<std::unique_ptr<QLibrary>> m_plugIns;
     std::unique_ptr<SimulatedReceiver> m_receiver;
     std::unique_ptr<SimulatedSearch> m_search;
@@ -92,4 +101,5 @@ private:
     std::vector<int> m_detectionIds; ///< plain ones first
     JobPanel* m_jobPanel = nullptr;  ///< the window's
     RecentFiles* m_recent = nullptr; ///< the window's
+    KeySettings* m_keys = nullptr;   ///< the window's
 };

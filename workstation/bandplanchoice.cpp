@@ -32,4 +32,7 @@ void BandPlanChoice::AddTo(QMenu& menu, FrequencyBar& bar) {
         });
     }
     regions->addActions(group->actions());
+    QObject::connect(regions, &QMenu::aboutToShow, group, [group, &bar] {
+        group->actions().at(bar.GetRegion())->setChecked(true); // it may be chosen elsewhere, too
+    });
 }

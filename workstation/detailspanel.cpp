@@ -198,4 +198,9 @@ void DetailsPanel::showCells() {
             const SortListViewItem* row = m_list ? m_list->currentItem() : nullptr;
             return row ? row->CellText(column) : QString();
         });
+    if (const QString title = m_list->GetRowNote().title; !title.isEmpty())
+        addReading(title, [this] {
+            const SortListViewItem* row = m_list ? m_list->currentItem() : nullptr;
+            return row ? m_list->NoteOf(*row) : QString();
+        });
 }

@@ -68,6 +68,8 @@ void DetectionPanels::AddActions(QMenu& menu, MainWindow& window, SimulatedSearc
             showNewestFirst(*view, on);
     });
     for (VectorListViewBase* view : views) {
+        view->SetRecordNote(QCoreApplication::translate("SimulatedSearch", "Source"),
+                            [&search](unsigned id) { return search.SourceOf(id); });
         QObject::connect(view->GetListView(), &SortListView::countsChanged, newest,
                          [newest, view, before = 0]() mutable {
                              const bool haveCome = view->RowCount() > std::exchange(before, view->RowCount());

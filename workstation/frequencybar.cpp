@@ -23,6 +23,7 @@ constexpr int IdlePerRefresh = 10; ///< times as long as the refresh took
 constexpr double RoomAround = 1.2; ///< of the entries when all are shown
 constexpr double LeastAround = 1.0005;
 const QString LinesKey = QStringLiteral("Bar/Lines");
+const QString ShownOnlyKey = QStringLiteral("Bar/ShownOnly"); ///< one of the prefixes
 constexpr QChar HiddenPrefix = u'-';
 constexpr QChar ShownPrefix = u'+';
 
@@ -96,12 +97,10 @@ void FrequencyBar::AddList(int listId, FrequencyStoreListView* view) {
     if (view) {
         m_lines.back().view = view;
         m_lines.back().widget = view->GetWidget();
-        connect(view->GetListView(), &SortListView::countsChanged, this, [this, listId] {
-            if (Line* line = find(listId))
-                line->selectionChanged = true;
-            if (!m_selections.isActive())
-                m_selections.start();
-        });
+        const auto look = [this, listId] { lookAtView(listId); };
+        connect(view->GetListView(), &SortListView::countsChanged, this, look);
+        connect(view->GetListView(), &SortListView::filterChanged, this, look);
+        look();
     }
     placeRemembered();
     arrange();
@@ -174,6 +173,9 @@ QRect FrequencyBar::LineRect(int listId) const {
 
 void FrequencyBar::RememberLines() {
     m_remembers = true;
+    m_shownOnly = ListSettings::LoadText(ShownOnlyKey) == ShownPrefix;
+    for (const Line& line : m_lines)
+        lookAtView(line.listId);
     placeRemembered();
     arrange();
 }
@@ -186,6 +188,7 @@ void FrequencyBar::keepLines() const {
     for (const Line& line : m_lines)
         names << (line.isShown ? ShownPrefix : HiddenPrefix) + line.name;
     ListSettings::SaveText(LinesKey, names.join(QLatin1Char('\n')));
+    ListSettings::SaveText(ShownOnlyKey, m_shownOnly ? QString(ShownPrefix) : QString(HiddenPrefix));
 }
 
 /// Lines that were not there the last time stay behind the others.
@@ -228,11 +231,32 @@ void FrequencyBar::computeLines() {
     update();
 }
 
+/// Soon: selection, rows or filter of a list's view may have changed.
+void FrequencyBar::lookAtView(int listId) {
+    if (Line* line = find(listId))
+        line->viewChanged = true;
+    if (!m_selections.isActive())
+        m_selections.start();
+}
+
 void FrequencyBar::takeSelections() {
+    QElapsedTimer timer;
+    timer.start();
     for (Line& line : m_lines) {
-        if (std::exchange(line.selectionChanged, false) && line.widget)
-            line.pixels->SetMarked(line.view->SelectedFrequencies());
+        if (!std::exchange(line.viewChanged, false) || !line.widget)
+            continue;
+        line.pixels->SetMarked(line.view->SelectedFrequencies());
+        line.pixels->SetShownOnly(m_shownOnly ? line.view->ShownEntries() : std::nullopt);
     }
+    m_selections.setInterval(
+        std::max(RefreshMilliseconds, IdlePerRefresh * static_cast<int>(timer.elapsed())));
+}
+
+void FrequencyBar::SetShownOnly(bool only) {
+    m_shownOnly = only;
+    for (const Line& line : m_lines)
+        lookAtView(line.listId);
+    keepLines();
 }
 
 void FrequencyBar::SetBands(const NoiBands& bands) {
@@ -347,4 +371,31 @@ QString FrequencyBar::Summary() const {
     return tr("%1 to %2, tuned to %3. Lines: %4")
         .arg(Quor::FrequencyText(From()), Quor::FrequencyText(To()), Quor::FrequencyText(m_tuned),
              names.join(QStringLiteral(", ")));
+}
+
+QString FrequencyBar::LineName(int listId) const {
+    const Line* line = find(listId);
+    return line ? line->name : QString();
+}
+
+QString FrequencyBar::LineSummary(int listId) {
+    Line* line = find(listId);
+    if (!line)
+        return QString();
+    line->pixels->Refresh();
+    int count = 0;
+    double lowest = 0;
+    double highest = 0;
+    for (size_t pixel = 0; pixel < line->pixels->size(); ++pixel) {
+        const PixState& state = (*line->pixels)[pixel];
+        if (state.count == 0)
+            continue;
+        highest = line->pixels->ItemFrequency(state.lastItem);
+        lowest = count == 0 ? highest : lowest;
+        count += static_cast<int>(state.count);
+    }
+    return count == 0 ? tr("Nothing in this range")
+                      : tr("Entries in this range: %1, from %2 to %3")
+                            .arg(count)
+                            .arg(Quor::FrequencyText(lowest), Quor::FrequencyText(highest));
 }

@@ -51,6 +51,9 @@ public:
     void SetLineShown(int listId, bool shown);
     bool IsLineShown(int listId) const;
     void MoveLine(int listId, int places);
+    /// Marks only entries that the filters of the views show. It is remembered with the lines.
+    void SetShownOnly(bool only);
+    bool IsShownOnly() const { return m_shownOnly; }
     /// Identifiers of the lists whose lines are shown, from the top.
     std::vector<int> ShownLists() const;
     /// Takes order and visibility of lines as they were, and keeps them from now on.
@@ -68,6 +71,9 @@ public:
     QSize minimumSizeHint() const override { return {300, sizeHint().height()}; }
     /// What the bar shows, in words.
     QString Summary() const;
+    /// Name of a list's line, and in words how many entries it marks in which range.
+    QString LineName(int listId) const;
+    QString LineSummary(int listId);
 
 signals:
     /// A frequency was clicked that is to be tuned to; `listId` is the list whose entry lies there, or 0.
@@ -97,7 +103,7 @@ private:
         bool isShown = true;
         FrequencyStoreListView* view = nullptr;
         QPointer<QWidget> widget{}; ///< of the view, which may end before
-        bool selectionChanged = false;
+        bool viewChanged = false;
     };
     /// Pixels from the first to the last that a band touches.
     struct Shade {
@@ -123,6 +129,7 @@ private:
     void placeRemembered();
     void keepLines() const;
     void mapBands();
+    void lookAtView(int listId);
     void takeSelections();
     void takeClick();
     void takeWaitingClick();
@@ -153,8 +160,9 @@ private:
     bool m_dragging = false;
     bool m_doubleClicked = false;
     bool m_remembers = false;
+    bool m_shownOnly = false;
     QTimer m_refresh;      ///< many changes are one repaint
-    QTimer m_selections;   ///< many changes of selections are one look at them
+    QTimer m_selections;   ///< many changes of selections and filters are one look at them
     QTimer m_click;        ///< runs until a click can no longer become a double click
     bool m_mapped = false; ///< lines have another scale since they were computed
 };

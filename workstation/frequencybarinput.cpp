@@ -185,6 +185,10 @@ void FrequencyBar::AddActionsTo(QMenu& menu, int listId) {
     connect(menu.addAction(tr("Show &everything")), &QAction::triggered, this, &FrequencyBar::FitAll);
     connect(menu.addAction(tr("&Zoom to selection")), &QAction::triggered, this,
             &FrequencyBar::ZoomToSelection);
+    QAction* shownOnly = menu.addAction(tr("&Only rows shown"));
+    shownOnly->setCheckable(true);
+    shownOnly->setChecked(m_shownOnly);
+    connect(shownOnly, &QAction::toggled, this, &FrequencyBar::SetShownOnly);
     menu.addSeparator();
     for (const Line& line : m_lines) {
         QAction* action = menu.addAction(line.name);

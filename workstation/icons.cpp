@@ -1,5 +1,7 @@
 #include "workstation/icons.h"
 
+#include "host/gui/colorset.h"
+
 #include <QFile>
 #include <QGuiApplication>
 #include <QIconEngine>
@@ -52,7 +54,46 @@ private:
     QByteArray m_drawing; ///< SVG text
 };
 
+/// Paints a picture, on a light ground where the palette is dark.
+class GroundedEngine : public QIconEngine {
+public:
+    explicit GroundedEngine(QPixmap picture) : m_picture(std::move(picture)) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
+        constexpr double Corner = 3;
+        if (ColorSet::IsDark()) {
+            painter->save();
+            painter->setRenderHint(QPainter::Antialiasing);
+            painter->setPen(Qt::NoPen);
+            painter->setBrush(QGuiApplication::palette().color(QPalette::Text));
+            painter->drawRoundedRect(rect, Corner, Corner);
+            painter->restore();
+        }
+        const QSize size = m_picture.size().boundedTo(rect.size());
+        QRect place(QPoint(), size);
+        place.moveCenter(rect.center());
+        painter->drawPixmap(place, m_picture);
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap result(size);
+        result.fill(Qt::transparent);
+        QPainter painter(&result);
+        paint(&painter, result.rect(), mode, state);
+        return result;
+    }
+
+    QIconEngine* clone() const override { return new GroundedEngine(*this); }
+
+private:
+    QPixmap m_picture;
+};
+
 } // namespace
+
+QIcon Icons::Readable(const QPixmap& picture) {
+    return picture.isNull() ? QIcon() : QIcon(new GroundedEngine(picture));
+}
 
 QIcon Icons::Get(const QString& name) {
     QFile file(QStringLiteral(":/icons/%1.svg").arg(name));

@@ -11,4 +11,6 @@ public:
     /// The icon of workstation/icons/<name>.svg; a null icon when there is none of that name. The application
     /// must exist.
     static QIcon Get(const QString& name);
+    /// A picture of fixed colours, such as a list's, on a light ground where the palette is dark.
+    static QIcon Readable(const QPixmap& picture);
 };

@@ -1,8 +1,8 @@
 #include "host/base/terminaltext.h"
-#include "host/freqstorexml/csvoptions.h"
 #include "workstation/application.h"
 #include "workstation/ending.h"
 #include "workstation/guardedapplication.h"
+#include "workstation/guidepictures.h"
 #include "workstation/icons.h"
 #include "workstation/mainwindow.h"
 
@@ -23,12 +23,14 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "freqstore: %s\n", TextFor(stderr, error).constData());
         return 1;
     }
-    FreqStoreXml::CsvOptions::SetSpreadsheetSafe(true); // what operators export, they open in one
     Workstation workstation(options);
     workstation.GetWindow().show();
     const bool loaded = workstation.LoadFiles();
+    if (options.takesGuide)
+        return GuidePictures::Take(workstation, options.screenshotDirectory) && loaded ? 0 : 2;
     if (!options.screenshotDirectory.isEmpty())
         return workstation.TakeScreenshots() && loaded ? 0 : 2;
+    workstation.WelcomeAtFirstStart();
     if (!workstation.GetEnding().IsEnding()) // a signal may have come meanwhile
         QApplication::exec();
     return workstation.GetEnding().ExitCode();

@@ -13,6 +13,7 @@
 #include "workstation/detailspanel.h"
 #include "workstation/findhits.h"
 #include "workstation/frequencybar.h"
+#include "workstation/icons.h"
 #include "workstation/messagespanel.h"
 #include "workstation/noibands.h"
 #include "workstation/receiver.h"
@@ -123,6 +124,7 @@ void MainWindow::connectReceiver(Receiver& receiver) {
     connect(&receiver, &Receiver::Refused, this, &MainWindow::Tell);
     connect(&receiver, &Receiver::Tuned, this, [this](double hertz) {
         m_bar->SetTuned(hertz);
+        markTuned(hertz);
         m_status->ShowTuned(hertz);
         Tell(tr("Tuned to %1").arg(Quor::FrequencyText(hertz)));
     });
@@ -133,6 +135,14 @@ void MainWindow::connectReceiver(Receiver& receiver) {
         showEntry(hertz, listId);
     });
     connect(m_bar, &FrequencyBar::EntryTuned, this, &MainWindow::showEntry);
+}
+
+/// In all lists.
+void MainWindow::markTuned(double hertz) {
+    for (const auto& [id, tab] : m_lists) {
+        if (tab.view)
+            tab.view->GetListView()->MarkTuned(hertz);
+    }
 }
 
 /// Brings up the list and selects its entry at a frequency (Hz).
@@ -196,6 +206,7 @@ void MainWindow::addList(int listId) {
         view->SetID(static_cast<unsigned>(listId));
         view->InitFreqStoreWidget(bar);
         page->setFocusProxy(view->GetListView());
+        view->GetListView()->MarkTuned(m_receiver.GetFrequency());
         connect(view->GetListView(), &SortListView::countsChanged, m_tabsChange, [this] {
             if (!m_tabsChange->isActive())
                 m_tabsChange->start();
@@ -206,7 +217,7 @@ void MainWindow::addList(int listId) {
     }
     const Tab& tab = m_lists[listId] = {definition->GetName(), page, bar, view, QString()};
     nameWidgets(tab);
-    m_tabs->addTab(page, definition->GetPixmap(), tab.name);
+    m_tabs->addTab(page, Icons::Readable(definition->GetPixmap()), tab.name);
     m_bar->AddList(listId, view);
     showTabs();
 }
@@ -351,6 +362,7 @@ QDockWidget* MainWindow::AddPanel(QWidget* panel, const QString& title, Qt::Dock
     dock->setWidget(panel);
     addDockWidget(area, dock);
     m_panels.push_back(dock);
+    dock->toggleViewAction()->setObjectName(QStringLiteral("panel-") + dock->objectName());
     m_viewMenu->addAction(dock->toggleViewAction());
     return dock;
 }

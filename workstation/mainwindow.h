@@ -45,6 +45,8 @@ public:
     WindowActions& GetActions() const { return *m_actions; }
     /// Adds a panel that can be moved and closed, and its entry in the View menu; the window owns it.
     QDockWidget* AddPanel(QWidget* panel, const QString& title, Qt::DockWidgetArea area);
+    /// Adds the command that edits the preferences.
+    void SetPreferences(std::function<void()> edit);
     /// Adds a menu before the Help menu.
     QMenu* AddMenu(const QString& title);
     /// Who is asked whether the window may close; a false answer keeps it open.
@@ -86,6 +88,8 @@ signals:
     void EntryEdited(int listId);
     /// A file is to be opened, whatever it is.
     void OpenWanted();
+    /// Ways to begin are to be shown.
+    void WelcomeWanted();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -111,6 +115,7 @@ private:
     void showTabs();
     void showTitle();
     void showEntry(double hertz, int listId);
+    void markTuned(double hertz);
     void connectReceiver(Receiver& receiver);
     void connectStatus();
     void makePanels(Receiver& receiver);
@@ -140,6 +145,7 @@ private:
     std::vector<QDockWidget*> m_panels; ///< in their order
     QMenu* m_fileMenu;
     QMenu* m_recentMenu;
+    QMenu* m_editMenu = nullptr;
     QMenu* m_viewMenu = nullptr;
     QMenu* m_helpMenu = nullptr;
     QTimer* m_tabsChange; ///< many changes are shown once

@@ -4,15 +4,18 @@
 #include "host/gui/guicentral.h"
 #include "host/startup/cfgcenter.h"
 #include "host/widgets/vclineedit.h"
+#include "workstation/about.h"
 #include "workstation/actions.h"
 #include "workstation/bandplanchoice.h"
 #include "workstation/frequencybar.h"
+#include "workstation/helpwindow.h"
 #include "workstation/icons.h"
 #include "workstation/listprint.h"
 #include "workstation/mainwindow.h"
 #include "workstation/tuningstrip.h"
 
 #include <QActionGroup>
+#include <QApplication>
 #include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
@@ -25,11 +28,12 @@ namespace {
 
 const QString PositionFormatKey = QStringLiteral("PositionFormat");
 
-/// An action of the window's own, with its tip.
+/// An action of the window's own, with its tip; it has the icon of its name, if there is one.
 template <typename Slot>
-QAction* add(QMenu& menu, const char* iconName, const QString& text, const QString& tip,
-             const QKeySequence& key, Slot slot) {
-    QAction* action = menu.addAction(Icons::Get(QLatin1String(iconName)), text);
+QAction* add(QMenu& menu, const char* name, const QString& text, const QString& tip, const QKeySequence& key,
+             Slot slot) {
+    QAction* action = menu.addAction(Icons::Get(QLatin1String(name)), text);
+    action->setObjectName(QLatin1String(name));
     action->setShortcut(key);
     action->setToolTip(tip);
     action->setStatusTip(tip);
@@ -53,10 +57,12 @@ void MainWindow::makeListMenus() {
     m_fileMenu->addMenu(m_recentMenu);
     m_actions->AddTo(*m_fileMenu, {A::OpenIntoList, Gap, A::Save, A::SaveAs, Gap, A::Import, A::Export, Gap,
                                    A::Print, A::Pdf, Gap, A::Quit});
-    m_actions->AddTo(*menuBar()->addMenu(tr("&Edit")),
-                     {A::Cut, A::Copy, A::Paste, A::Delete, Gap, A::SelectAll, A::Find});
+    m_editMenu = menuBar()->addMenu(tr("&Edit"));
+    m_actions->AddTo(*m_editMenu, {A::Cut, A::Copy, A::Paste, A::Delete, Gap, A::CopyText, A::PasteText, Gap,
+                                   A::SelectAll, A::Find});
     m_actions->AddTo(*menuBar()->addMenu(tr("E&ntry")),
-                     {A::Tune, A::Previous, A::Next, Gap, A::New, A::Edit, A::Duplicate, Gap, A::SendTo});
+                     {A::Tune, A::Previous, A::Next, Gap, A::New, A::Edit, A::EditCell, A::FillDown,
+                      A::SetColumn, A::Duplicate, Gap, A::SendTo});
     connect(m_actions, &A::Chosen, this, [this](A::Command command) {
         if (command == A::Open)
             emit OpenWanted();
@@ -76,9 +82,9 @@ void MainWindow::makeViewMenu() {
         QKeySequence(Qt::CTRL | Qt::Key_0), [this] { m_bar->FitAll(); });
     add(*m_viewMenu, "zoom-in", tr("&Zoom to selection"), tr("Fit the bar to the selected rows"),
         QKeySequence(), [this] { m_bar->ZoomToSelection(); });
-    add(*m_viewMenu, "", tr("&Next list"), tr("Show the next list"),
+    add(*m_viewMenu, "next-list", tr("&Next list"), tr("Show the next list"),
         QKeySequence(Qt::CTRL | Qt::Key_PageDown), [this] { stepTab(1); });
-    add(*m_viewMenu, "", tr("P&revious list"), tr("Show the list before"),
+    add(*m_viewMenu, "previous-list", tr("P&revious list"), tr("Show the list before"),
         QKeySequence(Qt::CTRL | Qt::Key_PageUp), [this] { stepTab(-1); });
     addPositionFormats();
     BandPlanChoice::AddTo(*m_viewMenu, *m_bar);
@@ -101,14 +107,20 @@ void MainWindow::makeReceiverMenu() {
 
 void MainWindow::makeHelpMenu() {
     m_helpMenu = menuBar()->addMenu(tr("&Help"));
-    add(*m_helpMenu, "help", tr("&Keys"), tr("What the keys do"), QKeySequence::HelpContents,
-        [this] { showKeys(); });
-    add(*m_helpMenu, "about", tr("&About"), tr("About this program"), QKeySequence(), [this] {
-        QMessageBox::about(
-            this, tr("Frequency Store"),
-            tr("<b>Frequency Store</b><p>Lists of frequencies for radio monitoring.</p>"
-               "<p>Wheel over the bar: zoom. Drag: move. Click: tune. Double click: show all.</p>"));
-    });
+    add(*m_helpMenu, "help", tr("&Guide"), tr("How to do what, beginning with what has the focus"),
+        QKeySequence::HelpContents, [this] { HelpWindow::ShowFor(*this, QApplication::focusWidget()); });
+    add(*m_helpMenu, "keys", tr("&Keys"), tr("What the keys do"), QKeySequence(), [this] { showKeys(); });
+    add(*m_helpMenu, "welcome", tr("&Welcome"), tr("Ways to begin"), QKeySequence(),
+        [this] { emit WelcomeWanted(); });
+    m_helpMenu->addSeparator();
+    add(*m_helpMenu, "about", tr("&About"), tr("About this program"), QKeySequence(),
+        [this] { AboutDialog(this).exec(); });
+}
+
+void MainWindow::SetPreferences(std::function<void()> edit) {
+    m_editMenu->addSeparator();
+    add(*m_editMenu, "preferences", tr("Pr&eferences..."), tr("Units, colours, language, keys and the like"),
+        QKeySequence(Qt::CTRL | Qt::Key_Comma), [edit = std::move(edit)] { edit(); });
 }
 
 void MainWindow::showKeys() {

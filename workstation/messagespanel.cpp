@@ -2,13 +2,18 @@
 
 #include "host/base/problems.h"
 #include "host/base/trace.h"
+#include "host/gui/colorset.h"
 
 #include <QTime>
 
 namespace {
 
 constexpr int MaxMessages = 5000;
-const QColor ProblemColor(0xc6, 0x28, 0x28);
+constexpr int IsProblem = Qt::UserRole; ///< of a line
+
+QColor problemColor() {
+    return ColorSet::Instance().GetColorDefinition(IColorBase::ERROR_TEXT).GetColor();
+}
 
 } // namespace
 
@@ -38,20 +43,33 @@ void MessagesPanel::AddProblem(const Problem& problem) {
 }
 
 void MessagesPanel::showProblem(const Problem& problem) {
-    add(problem.ToString(), ProblemColor);
+    QListWidgetItem* line = add(problem.ToString());
+    line->setData(IsProblem, true);
+    line->setForeground(problemColor());
     emit ProblemAdded(problem.ToString());
 }
 
 void MessagesPanel::AddTrace(const QString& text) {
-    add(text, palette().color(QPalette::Text));
+    add(text);
 }
 
-void MessagesPanel::add(const QString& text, const QColor& color) {
+/// Those lines that have a colour of their own follow from light to dark.
+void MessagesPanel::changeEvent(QEvent* event) {
+    QListWidget::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange)
+        return;
+    for (int row = 0; row < count(); ++row) {
+        if (item(row)->data(IsProblem).toBool())
+            item(row)->setForeground(problemColor());
+    }
+}
+
+QListWidgetItem* MessagesPanel::add(const QString& text) {
     if (count() >= MaxMessages)
         delete takeItem(0);
     auto* item = new QListWidgetItem(
         QTime::currentTime().toString(QStringLiteral("hh:mm:ss  ")) + text.simplified(), this);
-    item->setForeground(color);
     item->setToolTip(text);
     scrollToBottom();
+    return item;
 }

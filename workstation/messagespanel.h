@@ -26,8 +26,11 @@ public:
 signals:
     void ProblemAdded(const QString& text);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
-    void add(const QString& text, const QColor& color);
+    QListWidgetItem* add(const QString& text);
     void showProblem(const Problem& problem);
 
     ProblemDigest m_digest;

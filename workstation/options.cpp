@@ -62,7 +62,11 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
     const QCommandLineOption language(QStringLiteral("language"),
                                       QStringLiteral("The language of the window: %1.").arg(languages),
                                       QStringLiteral("CODE"));
-    parser.addOptions({data, config, receiver, job, screenshot, trace, plugIn, demo, language});
+    QCommandLineOption guide(QStringLiteral("guide"),
+                             QStringLiteral("Write the pictures of the guide to DIR, and exit."),
+                             QStringLiteral("DIR"));
+    guide.setFlags(QCommandLineOption::HiddenFromHelp); // the build has them made
+    parser.addOptions({data, config, receiver, job, screenshot, trace, plugIn, demo, language, guide});
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("Files to read: jobs, NOI lists, target lists."),
                                  QStringLiteral("[FILE...]"));
@@ -89,15 +93,16 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
     options.language = parser.value(language);
     if (parser.isSet(language) && !Language::Known().contains(options.language))
         error = QStringLiteral("--language takes %1, not \"%2\"").arg(languages, options.language);
-    for (const QCommandLineOption* option : {&data, &config, &screenshot}) {
+    for (const QCommandLineOption* option : {&data, &config, &screenshot, &guide}) {
         const QString why = parser.isSet(*option) ? whyNoDirectory(parser.value(*option)) : QString();
         if (!why.isEmpty())
             error = QStringLiteral("--%1 takes a directory: %2").arg(option->names().first(), why);
     }
     options.dataDirectory = parser.value(data);
     options.configDirectory = parser.value(config);
-    options.screenshotDirectory = parser.value(screenshot);
-    options.demo = parser.isSet(demo);
+    options.takesGuide = parser.isSet(guide);
+    options.screenshotDirectory = parser.value(options.takesGuide ? guide : screenshot);
+    options.demo = parser.isSet(demo) || options.takesGuide;
     if (parser.isSet(job))
         options.jobFile = absolute({parser.value(job)}).first();
     options.plugIns = absolute(parser.values(plugIn));

@@ -14,8 +14,9 @@ struct Options {
     ReceiverKind receiver = ReceiverKind::HF;
     unsigned traceMask = 0;
     bool demo = false;
-    QStringList plugIns; ///< shared libraries that register lists of their own
-    QStringList files;   ///< read by whoever knows their kinds
+    bool takesGuide = false; ///< pictures of the guide go into the folder of screenshots, with the samples
+    QStringList plugIns;     ///< shared libraries that register lists of their own
+    QStringList files;       ///< read by whoever knows their kinds
 
     /// Parses the arguments; on a wrong one `error` says what is wrong. Help and version end the program.
     static Options Parse(const QStringList& arguments, QString& error);

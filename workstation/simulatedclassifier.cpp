@@ -66,6 +66,7 @@ SimulatedClassifier::SimulatedClassifier(ReceiverKind kind, Node& results, unsig
 void SimulatedClassifier::AddTo(QMenu& menu) {
     QAction* action = menu.addAction(tr("Simulated &classifier"));
     action->setCheckable(true);
+    action->setObjectName(QStringLiteral("simulated-classifier"));
     action->setShortcut(Qt::Key_F9);
     connect(action, &QAction::triggered, this, &SimulatedClassifier::SetRunning);
     connect(this, &SimulatedClassifier::RunningChanged, action, &QAction::setChecked);

@@ -130,6 +130,7 @@ void SimulatedSearch::SetRunning(bool running) {
 void SimulatedSearch::AddTo(QMenu& menu) {
     QAction* action = menu.addAction(tr("&Simulated search"));
     action->setCheckable(true);
+    action->setObjectName(QStringLiteral("simulated-search"));
     action->setShortcut(Qt::Key_F5);
     connect(action, &QAction::triggered, this, &SimulatedSearch::SetRunning);
     connect(this, &SimulatedSearch::RunningChanged, action, &QAction::setChecked);

@@ -1,5 +1,7 @@
 #include "workstation/sweepdialog.h"
 
+#include "host/gui/colorset.h"
+
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
@@ -68,6 +70,7 @@ void SweepDialog::showWhetherZoneIsKnown() {
     m_zone->setToolTip(isKnown ? QString() : tr("No time zone is called \"%1\".").arg(m_zone->currentText()));
     QPalette colours = palette();
     if (!isKnown)
-        colours.setColor(QPalette::Text, Qt::red);
+        colours.setColor(QPalette::Text,
+                         ColorSet::Instance().GetColorDefinition(IColorBase::ERROR_TEXT).GetColor());
     m_zone->setPalette(colours);
 }

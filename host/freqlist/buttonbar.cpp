@@ -1,5 +1,6 @@
 #include "host/freqlist/buttonbar.h"
 
+#include "host/freqlist/emptylist.h"
 #include "host/freqlist/filterfield.h"
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/freqlist/nothingfound.h"
@@ -41,7 +42,7 @@ constexpr ActionInfo Infos[] = {
      Qt::Key_Insert, Needs::Nothing, false},
     {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Edit"),
      QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Edit the selected entries"), QKeySequence::UnknownKey,
-     Qt::Key_F2, Needs::Selection, false},
+     0, Needs::Selection, false},
     {QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Copy"),
      QT_TRANSLATE_NOOP("FreqStoreListViewButtonBar", "Copy the selected entries"), QKeySequence::Copy, 0,
      Needs::Selection, true},
@@ -149,6 +150,11 @@ FreqStoreListViewButtonBar::~FreqStoreListViewButtonBar() {
     m_updateMode->DeleteObserver(this);
 }
 
+void FreqStoreListViewButtonBar::OfferWithoutButton(std::initializer_list<Action> actions) {
+    for (const Action action : actions)
+        m_withoutButton[action] = true;
+}
+
 void FreqStoreListViewButtonBar::OfferPause() {
     m_pause->setVisible(true);
 }
@@ -194,11 +200,13 @@ void FreqStoreListViewButtonBar::AttachView(FrequencyStoreListView* view) {
     m_view = view;
     m_list = view ? view->GetListView() : nullptr;
     delete m_nothingFound;
+    delete m_emptyList;
     m_filter->SetList(m_list);
     showUnderstood();
     if (!m_list)
         return;
     m_nothingFound = new NothingFound(*m_list);
+    m_emptyList = new EmptyList(*view, *this);
     connect(m_nothingFound, &NothingFound::clearWanted, m_filter, &QLineEdit::clear);
     connect(m_list, &SortListView::filterChanged, this, &FreqStoreListViewButtonBar::showUnderstood);
     connect(m_list, &SortListView::countsChanged, this, [this] {
@@ -250,6 +258,8 @@ void FreqStoreListViewButtonBar::EnableActions() {
     // A list that takes no entries takes a file.
     m_open->setVisible(!whyOff(New).isEmpty() && m_actions[New]->isVisible() &&
                        m_actions[Read]->isVisible() && m_actions[Read]->isEnabled());
+    if (m_emptyList)
+        m_emptyList->Refresh();
 }
 
 QString FreqStoreListViewButtonBar::whyOff(size_t action) const {
@@ -290,7 +300,7 @@ ValuePtr<ValueSelection> FreqStoreListViewButtonBar::UpdateModeSelection() {
 
 void FreqStoreListViewButtonBar::AddActionsTo(QMenu& menu) const {
     for (size_t i = 0; i < m_actions.size(); ++i) {
-        if (!m_actions[i]->isVisible())
+        if (!Offers(static_cast<Action>(i)))
             continue;
         if (Infos[i].groupBefore && !menu.isEmpty())
             menu.addSeparator();
@@ -304,7 +314,7 @@ void FreqStoreListViewButtonBar::AddActionsTo(QMenu& menu) const {
 
 bool FreqStoreListViewButtonBar::TriggerByKey(const QKeyEvent& event) {
     for (size_t i = 0; i < m_actions.size(); ++i) {
-        if (m_actions[i]->isVisible() && isKeyOf(Infos[i], event)) {
+        if (Offers(static_cast<Action>(i)) && isKeyOf(Infos[i], event)) {
             m_actions[i]->trigger(); // does nothing while it is off; the key is not for others then
             return true;
         }

@@ -10,6 +10,7 @@
 
 #include <array>
 
+class EmptyList;
 class FilterField;
 class FrequencyStoreListView;
 class QKeyEvent;
@@ -46,6 +47,10 @@ public:
     ~FreqStoreListViewButtonBar() override;
 
     QAction* GetAction(Action action) const { return m_actions[action]; }
+    /// Offers actions by keys and in menus of the program, without buttons.
+    void OfferWithoutButton(std::initializer_list<Action> actions);
+    /// Whether the list has the action, with a button or without.
+    bool Offers(Action action) const { return m_actions[action]->isVisible() || m_withoutButton[action]; }
     /// Caption of the list: what its last file command named, whether that could be read or not.
     void SetCaption(const QString& caption);
     const QString& GetCaption() const { return m_caption; }
@@ -72,7 +77,7 @@ public:
     void OfferPause();
     /// Adds the visible actions to a menu, in the order of the bar.
     void AddActionsTo(QMenu& menu) const;
-    /// Runs the action that a key stands for (Ctrl+C, Ctrl+V, Delete, Insert, F2); false when there is none.
+    /// Runs the action that a key stands for (Ctrl+C, Ctrl+V, Delete, Insert); false when there is none.
     bool TriggerByKey(const QKeyEvent& event);
 
     /// The field that filters the attached view.
@@ -92,6 +97,7 @@ private:
 
     std::array<QAction*, ActionCount> m_actions{};
     std::array<QString, ActionCount> m_tips;
+    std::array<bool, ActionCount> m_withoutButton{};
     QAction* m_pause = nullptr;
     std::array<QString, ActionCount> m_whyOff; ///< by the program
     QString m_caption;
@@ -104,5 +110,6 @@ private:
     FrequencyStoreListView* m_view = nullptr; ///< attached as long as its list lives
     SortListView* m_list = nullptr;
     QPointer<NothingFound> m_nothingFound; ///< over the list, whose it is
+    QPointer<EmptyList> m_emptyList;       ///< as well
     std::unique_ptr<ValueSelection> m_updateMode;
 };

@@ -52,6 +52,12 @@ QString FrequencyNodeMediatorViewItem::CellText(int column) const {
     return known && m_mediator->CellText(ids[static_cast<size_t>(column)], cell) ? cell : text(column);
 }
 
+QString FrequencyNodeMediatorViewItem::CellAddition(int column) const {
+    const std::vector<unsigned>& ids = m_view->GetColumnDescription();
+    const bool known = m_mediator && static_cast<size_t>(column) < ids.size();
+    return known ? m_mediator->CellAddition(ids[static_cast<size_t>(column)]) : QString();
+}
+
 QString FrequencyNodeMediatorViewItem::ToolTip() const {
     return m_mediator ? m_mediator->GetTipString(0) : QString();
 }
@@ -61,12 +67,14 @@ FrequencyNodeListView::FrequencyNodeListView(QWidget* parent, unsigned listId)
     SetID(listId);
     connect(this, &SortListView::contextMenuRequested, this,
             &FrequencyNodeListView::slotContextMenuRequested);
-    connect(this, &SortListView::doubleClicked, this, [this](SortListViewItem* item) {
+    const auto tune = [this](SortListViewItem* item) {
         FrequencyNodeMediator* mediator =
             item ? static_cast<FrequencyNodeMediatorViewItem*>(item)->GetMediator() : nullptr;
         if (mediator && !HasEditor())
             static_cast<IFrequencyStoreItem*>(mediator)->SetFrequency(this);
-    });
+    };
+    connect(this, &SortListView::doubleClicked, this, tune);
+    connect(this, &SortListView::returnPressed, this, tune);
     if (m_controller)
         m_controller->AddView(this);
 }
@@ -126,23 +134,48 @@ void FrequencyNodeListView::RemoveEndedRows() {
 }
 
 std::vector<FrequencyNodeMediator*> FrequencyNodeListView::SelectedMediators() const {
+    std::vector<FrequencyNodeMediator*> mediators = SelectedInOrder();
+    const SortListViewItem* row = currentItem();
+    const auto current =
+        std::find(mediators.begin(), mediators.end(),
+                  row ? static_cast<const FrequencyNodeMediatorViewItem*>(row)->GetMediator() : nullptr);
+    if (current != mediators.end())
+        std::rotate(mediators.begin(), current, current + 1);
+    return mediators;
+}
+
+std::vector<FrequencyNodeMediator*> FrequencyNodeListView::SelectedInOrder() const {
     std::vector<FrequencyNodeMediator*> mediators;
-    const SortListViewItem* current = currentItem();
-    if (current)
-        mediators.push_back(static_cast<const FrequencyNodeMediatorViewItem*>(current)->GetMediator());
     // Ranges of the selection in view order; a click on each row of a long list makes many.
     std::map<int, int> ranges;
     for (const QItemSelectionRange& range : selectionModel()->selection())
         ranges[range.top()] = std::max(ranges[range.top()], range.bottom());
     for (const auto& [top, bottom] : ranges) {
         for (int row = top; row <= bottom; ++row) {
-            const QTreeWidgetItem* item = topLevelItem(row);
-            if (item && item != current)
+            if (const QTreeWidgetItem* item = topLevelItem(row))
                 mediators.push_back(static_cast<const FrequencyNodeMediatorViewItem*>(item)->GetMediator());
         }
     }
     std::erase(mediators, nullptr);
     return mediators;
+}
+
+void FrequencyNodeListView::SelectRowsOf(const std::vector<FrequencyNodeMediator*>& mediators) {
+    QItemSelection rows;
+    FrequencyNodeMediatorViewItem* first = nullptr;
+    for (const FrequencyNodeMediator* mediator : mediators) {
+        FrequencyNodeMediatorViewItem* row = mediator->GetItem4View(this);
+        if (!ShowRow(row))
+            continue;
+        first = first ? first : row;
+        const QModelIndex index = indexFromItem(row);
+        rows.select(index, index);
+    }
+    if (!first)
+        return;
+    setCurrentItem(first, std::max(currentIndex().column(), 0), QItemSelectionModel::NoUpdate);
+    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollToItem(first);
 }
 
 double FrequencyNodeListView::DistanceTo(FrequencyNodeMediator& mediator, double hertz) const {
@@ -170,6 +203,22 @@ void FrequencyNodeListView::SelectFrequency(double hertz) {
     ensureItemVisible(nearest);
 }
 
+std::optional<std::vector<bool>> FrequencyNodeListView::ShownEntries() {
+    if (FilterText().isEmpty())
+        return std::nullopt;
+    std::vector<bool> shown;
+    for (int i = 0; i < topLevelItemCount(); ++i) {
+        auto* mediator = static_cast<FrequencyNodeMediatorViewItem*>(topLevelItem(i))->GetMediator();
+        const Node* entry = mediator ? mediator->GetNode() : nullptr;
+        if (!entry)
+            continue;
+        if (entry->GetSerial() >= shown.size())
+            shown.resize(std::max<size_t>(2 * shown.size(), entry->GetSerial() + size_t(1)));
+        shown[entry->GetSerial()] = true;
+    }
+    return shown;
+}
+
 std::vector<double> FrequencyNodeListView::SelectedFrequencies() {
     std::vector<double> frequencies;
     for (FrequencyNodeMediator* mediator : SelectedMediators()) {
@@ -182,7 +231,7 @@ std::vector<double> FrequencyNodeListView::SelectedFrequencies() {
 
 void FrequencyNodeListView::CopySelection(TracePlace place) {
     try {
-        const std::vector<FrequencyNodeMediator*> mediators = SelectedMediators();
+        const std::vector<FrequencyNodeMediator*> mediators = CopiedMediators();
         if (mediators.empty())
             return;
         FreqStoreXml::FrequencyStoreList list;
@@ -233,14 +282,38 @@ bool FrequencyNodeListView::CanDuplicate() const {
     return paste && paste->isVisible() && paste->isEnabled();
 }
 
-void FrequencyNodeListView::Duplicate() {
+/// The mediators of the entries that the list has made of these; none when it has not made one of each.
+std::vector<FrequencyNodeMediator*>
+FrequencyNodeListView::appendEntries(const QVector<FreqStoreXml::FrequencyStoreEntry>& entries) {
+    std::vector<FrequencyNodeMediator*> added;
     auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(m_controller);
-    if (!list)
-        return;
+    const unsigned long before = list ? list->size() : 0;
+    if (list)
+        list->AppendEntries(entries);
+    for (unsigned long i = before; list && i < list->size(); ++i)
+        added.push_back(list->At(i));
+    if (added.size() != static_cast<size_t>(entries.size()))
+        added.clear();
+    return added;
+}
+
+void FrequencyNodeListView::Duplicate() {
     FreqStoreXml::FrequencyStoreList copies;
-    for (FrequencyNodeMediator* mediator : SelectedMediators())
+    const std::vector<FrequencyNodeMediator*> sources = SelectedInOrder();
+    for (FrequencyNodeMediator* mediator : sources)
         mediator->AddToXml(copies);
-    list->AppendEntries(copies.GetFrequencyStoreEntry());
+    const std::vector<FrequencyNodeMediator*> added = appendEntries(copies.GetFrequencyStoreEntry());
+    // An interchange entry has no place for all values.
+    for (size_t i = 0; i < added.size(); ++i) {
+        const Node* source = sources[i]->GetNode();
+        Node* copy = added[i]->GetNode();
+        for (const ValueBase* value = source->FirstValue(); value; value = Node::NextValue(value)) {
+            if (ValueBase* own = copy->FindOwnValue(value->NameId()))
+                own->SetStringValue(value->GetStringValue());
+        }
+    }
+    EntriesWereEdited();
+    SelectRowsOf(added);
 }
 
 void FrequencyNodeListView::DeleteSelectedEntries() {

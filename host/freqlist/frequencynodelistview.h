@@ -10,6 +10,11 @@ class FrequencyNodeListView;
 class FrequencyNodeMediator;
 class MultiViewMediatorCtrl;
 class Node;
+class ValueBase;
+
+namespace FreqStoreXml {
+class FrequencyStoreEntry;
+} // namespace FreqStoreXml
 
 /// The row of one mediator in one view. It belongs to the view; when its mediator ends it stays as an empty
 /// row until the view takes all such rows out at once.
@@ -26,6 +31,7 @@ public:
     void MarkStale();
 
     QString CellText(int column) const override;
+    QString CellAddition(int column) const override;
 
 protected:
     void Fill() override;
@@ -70,11 +76,36 @@ public:
     bool CanDuplicate() const override;
     void Duplicate() override;
     std::vector<double> SelectedFrequencies() override;
+    std::optional<std::vector<bool>> ShownEntries() override;
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
     FreqStoreListViewButtonBar* GetButtonBar() const { return m_bar; }
 
     /// Mediators of the selected rows: the current one first, the others in view order, none twice.
     std::vector<FrequencyNodeMediator*> SelectedMediators() const;
+    /// The same in the order shown.
+    std::vector<FrequencyNodeMediator*> SelectedInOrder() const;
+
+    /// The value that is edited in the cell of an entry; null when the list takes no changes there.
+    ValueBase* EditedValue(FrequencyNodeMediator& mediator, int column) const;
+    /// Columns of the current row that can be edited, in the order shown.
+    std::vector<int> EditableColumns() const;
+    /// What became of a value that was given to many entries.
+    struct Filled {
+        int written = 0;
+        int refused = 0; ///< has no such value, or cannot take this one
+    };
+    /// Gives the cells of a column in all selected rows a value, by the text of the value.
+    Filled FillColumn(int column, const QString& text);
+    /// Gives the value of the first selected row's cell, in the column clicked last, to the other selected
+    /// rows.
+    Filled FillDown();
+    /// The selected rows as lines of text with tabs between the cells of the columns that are shown, in the
+    /// order shown, after a line of their headings.
+    QString SelectedText() override;
+    /// Adds entries from lines of such text. Its columns are those that the first line names, else those
+    /// that are shown. Lines that make no entry are told, each with its reason, and add nothing. The answer
+    /// is how many entries came.
+    int PasteText(const QString& text);
 
     /// For the controller: adds rows for these mediators (nulls are passed over), takes out the rows whose
     /// mediators have ended, lets go of the controller.
@@ -104,11 +135,26 @@ protected:
     MultiViewMediatorCtrl* Controller() const { return m_controller; }
     /// How far an entry is from a frequency, both in Hz; infinity for one without a frequency.
     virtual double DistanceTo(FrequencyNodeMediator& mediator, double hertz) const;
-    /// Whether a double click opens an editor; without one it tunes the receiver to the entry.
+    /// The selected entries as they are copied: the current one first.
+    virtual std::vector<FrequencyNodeMediator*> CopiedMediators() const { return SelectedMediators(); }
+    /// Entries were edited in their cells: what is made of the list follows.
+    virtual void EntriesWereEdited() {}
+    bool CanEdit(const SortListViewItem& row, int column) const override;
+    QWidget* CreateCellEditor(QWidget* parent, const SortListViewItem& row, int column) override;
+    bool EndCellEditor(QWidget& field, bool keep) override;
+    double FrequencyOfRow(int row) const override;
+    /// Makes these rows the only selected ones, whatever the filter hides, the first of them the current one.
+    void SelectRowsOf(const std::vector<FrequencyNodeMediator*>& mediators);
+    /// Whether Return and a double click open an editor; without one they tune the receiver to the entry.
     virtual bool HasEditor() const { return false; }
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    class TextLines;
+
+    std::vector<FrequencyNodeMediator*>
+    appendEntries(const QVector<FreqStoreXml::FrequencyStoreEntry>& entries);
+
     std::vector<unsigned> m_columnIds;
     MultiViewMediatorCtrl* m_controller;
     FreqStoreListViewButtonBar* m_bar = nullptr; ///< the window's; forgotten when it ends

@@ -312,6 +312,25 @@ bool FrequencyNodeMediator::CellText(unsigned columnId, QString& text) {
     return false;
 }
 
+ValueBase* FrequencyNodeMediator::EditedValue(unsigned columnId) {
+    switch (columnId) {
+    case FreqList::ColumnFrequency:
+        return HeldFrequency();
+    case FreqList::ColumnBandwidth:
+        return HeldBandwidth();
+    case FreqList::ColumnDemodulation:
+        return HeldDemodulation();
+    case FreqList::ColumnComment:
+        return HeldComment();
+    default:
+        return nullptr;
+    }
+}
+
+QString FrequencyNodeMediator::CellAddition(unsigned) {
+    return QString();
+}
+
 void FrequencyNodeMediator::UpdateMyViewItems(FrequencyNodeListView* view) {
     FrequencyNodeMediatorViewItem* row = GetItem4View(view);
     if (!row)

@@ -58,6 +58,10 @@ public:
     /// Text of the cell of a column; false when the entry has nothing for that identifier. All views fill,
     /// sort and search their rows through it.
     virtual bool CellText(unsigned columnId, QString& text);
+    /// The value that the operator edits in the cell of a column; null when there is none to be edited.
+    virtual ValueBase* EditedValue(unsigned columnId);
+    /// What is painted behind the text of the cell of a column; empty for nothing.
+    virtual QString CellAddition(unsigned columnId);
 
     bool GetFrequency(double& frequency, int subItem) override;
     bool GetBandwidth(double& bandwidth, int subItem) override;

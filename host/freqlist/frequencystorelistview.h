@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 class FreqStoreListViewButtonBar;
@@ -34,7 +35,9 @@ public:
     virtual bool TuneToCurrent() { return false; }
     /// Whether copies of its entries can be added to the list at present.
     virtual bool CanDuplicate() const { return false; }
-    /// Adds a copy of each selected entry behind the others.
+    /// The selected rows as text for a spreadsheet; empty without any.
+    virtual QString SelectedText() { return QString(); }
+    /// Adds a copy of each selected entry, with all its values, behind the others and selects the copies.
     virtual void Duplicate() {}
     /// Selects the entry at a place of a list of records, counted from 0 as they came; false when the view
     /// has no such list, or the filter hides the entry.
@@ -42,6 +45,9 @@ public:
     /// Frequencies (Hz) of the selected entries, for the frequency bar; empty for views whose list tells the
     /// bar by itself.
     virtual std::vector<double> SelectedFrequencies() { return {}; }
+    /// Which entries the filter shows so far, by the serials of their nodes or the places of their records;
+    /// nothing when there is no filter.
+    virtual std::optional<std::vector<bool>> ShownEntries() { return std::nullopt; }
     virtual QWidget* GetWidget() = 0;
     virtual SortListView* GetListView() = 0;
     /// Gives the view the button bar of its window, which the window owns; null means none.
@@ -50,6 +56,9 @@ public:
     /// as a sentence for the operator; empty when it does. A view whose answer changes calls the bar's
     /// `EnableActions`.
     virtual QString WhyOff(int /*action*/) const { return QString(); }
+    /// What an empty list says about where its entries come from, in a sentence or two; empty for a general
+    /// text.
+    virtual QString EmptyText() const { return QString(); }
 
 private:
     unsigned m_listId = 0;

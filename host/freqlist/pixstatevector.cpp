@@ -142,6 +142,21 @@ void PixStateVector::SetMarked(std::vector<double> frequencies) {
     SetDirty(true);
 }
 
+void PixStateVector::SetShownOnly(std::optional<std::vector<bool>> entries) {
+    if (entries == m_shownOnly)
+        return;
+    m_shownOnly = std::move(entries);
+    Clean();
+    SetDirty(true);
+}
+
+void PixStateVector::MarkIfShown(quint32 entry, quint32 item, double hertz, double bandwidth, char type) {
+    if (!m_shownOnly || (entry < m_shownOnly->size() && (*m_shownOnly)[entry]))
+        Mark(item, hertz, bandwidth, type);
+    else
+        ++m_marks; // it is dealt with
+}
+
 PixStateVector::Place PixStateVector::placeOf(double hertz, double bandwidth) const {
     const double centre = m_map->MapToPixel(hertz);
     const double halfWidth = bandwidth > 0 ? (m_map->MapToPixel(hertz + bandwidth) - centre) / 2 : 0;
@@ -301,7 +316,8 @@ void PixStateVectorOnNode::Refresh() {
     if (!IsVisible() || MarkCount() == 0)
         Clean();
     for (size_t i = MarkCount(); IsVisible() && i < m_items.size(); ++i)
-        Mark(static_cast<quint32>(i), m_items[i].frequency, m_items[i].bandwidth, m_items[i].type);
+        MarkIfShown(m_items[i].serial, static_cast<quint32>(i), m_items[i].frequency, m_items[i].bandwidth,
+                    m_items[i].type);
     ShowMarked();
     SetDirty(false);
 }

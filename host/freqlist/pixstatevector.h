@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 class Node;
@@ -78,6 +79,9 @@ public:
     /// The frequencies (Hz) that are emphasised.
     virtual std::vector<double> Marked() const { return m_selected; }
 
+    /// Marks only items whose number of `FrequencyStoreListView::ShownEntries` is set; nothing marks all.
+    void SetShownOnly(std::optional<std::vector<bool>> entries);
+
     /// The mapping, which its owner keeps alive, and the width in pixels.
     void SetHMapping(IHasHMap* map, int width);
     int GetSymbol() const { return m_symbol; }
@@ -109,6 +113,8 @@ public:
 protected:
     /// Puts one item on the line; what is marked again without having been forgotten stays where it was.
     void Mark(quint32 item, double hertz, double bandwidth, char type);
+    /// Marks an item unless it is one that is not shown. `entry` is its number of `SetShownOnly`.
+    void MarkIfShown(quint32 entry, quint32 item, double hertz, double bandwidth, char type);
     /// Emphasises what lies at a frequency / takes the emphasis off all pixels.
     void MarkFocus(double hertz);
     void ClearFocus();
@@ -136,6 +142,7 @@ private:
 
     Place placeOf(double hertz, double bandwidth) const;
 
+    std::optional<std::vector<bool>> m_shownOnly;
     std::vector<PixState> m_pixels;
     std::vector<Place> m_places; ///< of items by number: mapping them is most of the work
     std::vector<double> m_selected;

@@ -51,8 +51,8 @@ public:
             else if (MarkCount() == 0)
                 Clean();
             for (size_t i = MarkCount(); i < m_items.size(); ++i)
-                Mark(static_cast<quint32>(i), m_items[i].frequency, m_items[i].bandwidth,
-                     DetectionConventionalAdapter::Type);
+                MarkIfShown(static_cast<quint32>(i), static_cast<quint32>(i), m_items[i].frequency,
+                            m_items[i].bandwidth, DetectionConventionalAdapter::Type);
             ShowMarked();
         } else {
             Clean();

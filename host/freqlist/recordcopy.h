@@ -30,6 +30,7 @@ public:
     /// The text of a cell, and the frequency (Hz) of a record.
     virtual QString CellText(quint32 record, int column) const = 0;
     virtual double RecordFrequency(quint32 record) const = 0;
+    virtual unsigned RecordId(quint32 record) const = 0;
 };
 
 /// How much of a list a copy of its records holds. The copy follows one list value at a time, is taken anew

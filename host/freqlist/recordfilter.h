@@ -33,6 +33,7 @@ public:
     /// What was found so far: all records in the order shown, and whether one is among them.
     const std::vector<quint32>& Passed() const { return m_passed; }
     bool Passes(quint32 record) const { return m_passes[record]; }
+    const std::vector<bool>& PassesByRecord() const { return m_passes; }
 
 private:
     std::function<bool(quint32)> m_matches;

@@ -53,7 +53,7 @@ private:
 };
 
 /// List view whose rows carry mediators. Columns are bound to field names of the adapter and sort by their
-/// compare functions; a double click tunes the receiver to the record.
+/// compare functions; a double click and Return tune the receiver to the record.
 template <typename T, typename Adapter>
 class ValueListMediatorListView : public VectorListView<T, Adapter> {
 public:
@@ -68,6 +68,12 @@ public:
         });
     }
 
+    bool TuneToCurrent() override {
+        const T* record = this->Record(this->CurrentRow());
+        if (record)
+            Mediator(*record).SetFrequency(this);
+        return record != nullptr;
+    }
     /// Mediators of the selected records, in the order shown.
     std::vector<Mediator> SelectedMediators() {
         std::vector<Mediator> mediators;

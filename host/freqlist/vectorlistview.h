@@ -148,6 +148,7 @@ protected:
         return fieldText(m_records[record], static_cast<size_t>(column));
     }
     double RecordFrequency(quint32 record) const override { return m_records[record].GetFrequency(); }
+    unsigned RecordId(quint32 record) const override { return m_records[record].GetID(); }
 
 private:
     QString fieldText(const T& record, size_t column) const {

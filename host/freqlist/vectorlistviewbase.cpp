@@ -1,6 +1,7 @@
 #include "host/freqlist/vectorlistviewbase.h"
 
 #include "host/freqlist/buttonbar.h"
+#include "host/freqlist/rowtext.h"
 #include "host/valuetree/tree.h"
 
 #include <QCoreApplication>
@@ -50,6 +51,11 @@ public:
 
 protected:
     void SortNow() override { m_view->sortByHeader(); }
+    double FrequencyOfRow(int row) const override {
+        const int shown = m_view->m_page.First() + row;
+        return shown < m_view->RowCount() ? m_view->RecordFrequency(m_view->RecordOfRow(shown))
+                                          : SortListView::FrequencyOfRow(row);
+    }
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex&, const QEvent*) const override {
         return QItemSelectionModel::NoUpdate; // the view selects, by record
     }
@@ -93,6 +99,7 @@ VectorListViewBase::VectorListViewBase(QWidget* parent, const char* name)
     connect(m_scroll, &QScrollBar::valueChanged, this, &VectorListViewBase::slotSetFirstIndex2View);
     connect(m_list, &SortListView::clicked, this, &VectorListViewBase::clicked);
     connect(m_list, &SortListView::doubleClicked, this, &VectorListViewBase::doubleClicked);
+    connect(m_list, &SortListView::returnPressed, this, [this] { TuneToCurrent(); });
     connect(m_list, &SortListView::contextMenuRequested, this, &VectorListViewBase::contextMenuRequested);
     connect(this, &VectorListViewBase::contextMenuRequested, this,
             &VectorListViewBase::slotContextMenuRequested);
@@ -127,6 +134,13 @@ void VectorListViewBase::slotContextMenuRequested(SortListViewItem*, const QPoin
 
 SortListView* VectorListViewBase::GetListView() {
     return m_list;
+}
+
+void VectorListViewBase::SetRecordNote(const QString& title, std::function<QString(unsigned id)> textOf) {
+    m_list->SetRowNote({title, [this, textOf = std::move(textOf)](const SortListViewItem& item) {
+                            const int row = Item2Index(&item);
+                            return row < 0 ? QString() : textOf(RecordId(RecordOfRow(row)));
+                        }});
 }
 
 bool VectorListViewBase::Set_ValuePath(const QString& path) {
@@ -445,6 +459,14 @@ void VectorListViewBase::SelectFrequency(double hertz) {
     }
     if (nearest >= 0)
         moveTo(nearest, Qt::NoModifier);
+}
+
+QString VectorListViewBase::SelectedText() {
+    LoadAll();
+    RowText text(*m_list);
+    for (const quint32 record : SelectedRows())
+        text.Add([&](int column) { return CellText(record, column); });
+    return text.Get();
 }
 
 bool VectorListViewBase::SelectRecord(quint32 place) {

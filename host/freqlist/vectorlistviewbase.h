@@ -40,7 +40,11 @@ public:
     SortListView* GetListView() override;
     QScrollBar* GetScrollBar() const { return m_scroll; }
     void SelectFrequency(double hertz) override;
+    std::optional<std::vector<bool>> ShownEntries() override {
+        return m_filter.IsOn() ? std::optional(m_filter.PassesByRecord()) : std::nullopt;
+    }
     bool SelectRecord(quint32 place) override;
+    QString SelectedText() override;
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
     FreqStoreListViewButtonBar* GetButtonBar() const { return m_bar; }
 
@@ -55,6 +59,8 @@ public:
     /// Selects a row alone, as a click on it does.
     void SelectRow(int row) { moveTo(row, Qt::NoModifier); }
     void SelectAll();
+    /// What is known of records beyond their fields, by ID, see `SortListView::SetRowNote`.
+    void SetRecordNote(const QString& title, std::function<QString(unsigned id)> textOf);
 
     void Update(Observable* subject, TChangeCode code) override;
     bool eventFilter(QObject* watched, QEvent* event) override;

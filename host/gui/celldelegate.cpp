@@ -2,8 +2,10 @@
 
 #include "host/base/frequencyinput.h"
 #include "host/base/frequencytext.h"
+#include "host/gui/sortlistview.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
 
@@ -45,6 +47,60 @@ bool isOfFrequencies(const QModelIndex& index) {
 
 } // namespace
 
+CellDelegate::CellDelegate(QObject* parent)
+    : QStyledItemDelegate(parent), m_list(qobject_cast<SortListView*>(parent)) {}
+
+SortListViewItem* CellDelegate::rowOf(const QModelIndex& index) const {
+    const bool isRow = m_list && !index.parent().isValid();
+    return isRow ? static_cast<SortListViewItem*>(m_list->topLevelItem(index.row())) : nullptr;
+}
+
+QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                                    const QModelIndex& index) const {
+    const SortListViewItem* row = rowOf(index);
+    return row ? m_list->CreateCellEditor(parent, *row, index.column()) : nullptr;
+}
+
+void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex&) const {
+    if (!m_list->EndCellEditor(*editor, true)) // the field is left: what it refuses is lost
+        m_list->EndCellEditor(*editor, false);
+}
+
+/// A field may be wider than its cell.
+void CellDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                        const QModelIndex&) const {
+    QRect place = option.rect;
+    place.setWidth(std::max(place.width(), editor->minimumSizeHint().width()));
+    const int room = m_list->viewport()->width();
+    place.moveLeft(std::max(std::min(place.left(), room - place.width()), 0));
+    editor->setGeometry(place);
+}
+
+bool CellDelegate::eventFilter(QObject* watched, QEvent* event) {
+    auto* editor = qobject_cast<QWidget*>(watched);
+    if (editor && event->type() == QEvent::ShortcutOverride) {
+        event->accept();
+        return true;
+    }
+    if (!editor || event->type() != QEvent::KeyPress)
+        return QStyledItemDelegate::eventFilter(watched, event);
+    const int key = static_cast<const QKeyEvent*>(event)->key();
+    const int by = key == Qt::Key_Tab ? 1 : key == Qt::Key_Backtab ? -1 : 0;
+    if (key == Qt::Key_Escape) {
+        m_list->EndCellEditor(*editor, false);
+        emit closeEditor(editor, RevertModelCache);
+        return true;
+    }
+    if (by == 0 && key != Qt::Key_Return && key != Qt::Key_Enter)
+        return QStyledItemDelegate::eventFilter(watched, event);
+    if (m_list->EndCellEditor(*editor, true)) {
+        emit closeEditor(editor, NoHint);
+        if (by != 0)
+            m_list->editNextCell(by);
+    }
+    return true;
+}
+
 const QStaticText& CellDelegate::layoutOf(const QString& text, const QFont& font) const {
     if (font != m_font) {
         m_layouts.clear();
@@ -66,14 +122,21 @@ void CellDelegate::SetFrequencyStyle(bool groupsThousands, double unit) {
 
 void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
+    showFrequencyStyle(*option, index);
+    const SortListViewItem* row = rowOf(index);
+    if (const QString addition = row ? row->CellAddition(index.column()) : QString(); !addition.isEmpty())
+        option->text += addition;
+}
+
+void CellDelegate::showFrequencyStyle(QStyleOptionViewItem& option, const QModelIndex& index) const {
     double hertz = 0;
     if ((!m_groupsThousands && m_frequencyUnit <= 0) || !isOfFrequencies(index) ||
-        !Quor::ParseFrequency(option->text, hertz))
+        !Quor::ParseFrequency(option.text, hertz))
         return;
     if (m_frequencyUnit > 0)
-        option->text = Quor::FrequencyTextIn(m_frequencyUnit, hertz);
+        option.text = Quor::FrequencyTextIn(m_frequencyUnit, hertz);
     if (m_groupsThousands)
-        option->text = Quor::GroupThousands(option->text);
+        option.text = Quor::GroupThousands(option.text);
 }
 
 void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,

@@ -17,9 +17,14 @@ public:
     const QString& GetCurrentDirectory() const { return m_currentDirectory; }
     void SetCurrentDirectory(const QString& directory) { m_currentDirectory = directory; }
 
+    /// Hz that a frequency typed without a unit counts, 1e3 or 1e6; 0: the unit that its field shows.
+    double GetBareUnit() const { return m_bareUnit; }
+    void SetBareUnit(double hertz) { m_bareUnit = hertz; }
+
 private:
     GuiBase() = default;
 
     QFileDialog::Options m_options;
     QString m_currentDirectory;
+    double m_bareUnit = 0;
 };

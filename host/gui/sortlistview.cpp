@@ -60,6 +60,7 @@ SortListView::SortListView(QWidget* parent) : QTreeWidget(parent), m_cells(new C
     setUniformRowHeights(true);
     setAlternatingRowColors(true);
     setVerticalScrollMode(ScrollPerItem);
+    setEditTriggers(NoEditTriggers); // `EditCell` begins
     QTreeWidget::setSelectionMode(ExtendedSelection);
     header()->setSectionsClickable(true);
     header()->setSectionsMovable(true);
@@ -181,7 +182,7 @@ void SortListView::customEvent(QEvent* event) {
         return;
     }
     m_sortPosted = false;
-    if (!m_sortAllowed)
+    if (!m_sortAllowed || IsEditing())
         m_sortWanted = true;
     else if (m_sortColumn >= 0)
         SortNow();
@@ -484,29 +485,6 @@ void SortListView::slotHeaderClicked(int column) {
         sortByColumn(-1, Qt::AscendingOrder);
 }
 
-void SortListView::slotHeaderContextMenuRequested(const QPoint& position) {
-    QMenu menu;
-    if (m_headerMenu && !m_headerMenu->isEmpty()) {
-        menu.addActions(m_headerMenu->actions());
-        menu.addSeparator();
-    }
-    const int shown = columnCount() - header()->hiddenSectionCount();
-    for (int column = 0; column < columnCount(); ++column) {
-        QAction* action = menu.addAction(headerItem()->text(column));
-        action->setCheckable(true);
-        action->setChecked(!isColumnHidden(column));
-        action->setEnabled(shown > 1 || isColumnHidden(column)); // the last column stays
-        connect(action, &QAction::toggled, this,
-                [this, column](bool show) { setColumnHidden(column, !show); });
-    }
-    menu.addSeparator();
-    connect(menu.addAction(tr("Unsorted")), &QAction::triggered, this,
-            [this] { sortByColumn(-1, Qt::AscendingOrder); });
-    connect(menu.addAction(tr("Reset columns")), &QAction::triggered, this,
-            [this] { ColumnArrangement::Apply(*header(), m_defaultColumns); });
-    menu.exec(header()->mapToGlobal(position));
-}
-
 void SortListView::slotSelectionChanged() {
     emit selectionChanged(currentItem());
     emit countsChanged();
@@ -524,6 +502,10 @@ void SortListView::showEvent(QShowEvent* event) {
 }
 
 void SortListView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F2 && event->modifiers() == Qt::NoModifier) {
+        EditCell();
+        return;
+    }
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentItem()) {
         emit returnPressed(currentItem());
         return;

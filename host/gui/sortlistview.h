@@ -12,6 +12,7 @@
 #include <vector>
 
 class CellDelegate;
+class QAction;
 class QMenu;
 
 /// Sortable list with a compare function per column, made for a million rows: texts are asked for when rows
@@ -79,6 +80,8 @@ public:
     /// Whether the filter is still looking through the rows.
     virtual bool IsFiltering() const { return m_filterTurn.isActive(); }
     QStringList ColumnTitles() const;
+    /// Columns that are not hidden, in the order shown.
+    std::vector<int> ShownColumns() const;
     /// What the filter was understood as, and what is marked in the cells.
     const Query& FilterQuery() const;
     /// Marks what a query finds in the cells that are seen.
@@ -87,6 +90,15 @@ public:
     bool ShowRow(SortListViewItem* row);
     void selectAll() override;
     CellDelegate& Cells() const { return *m_cells; }
+    /// Begins to edit a cell of the row that the operator acts on: that of the column clicked last, if it can
+    /// be edited, else the first one that can. False, with nothing done, when the row has none.
+    bool EditCell();
+    /// The column clicked last; that of the first cell of the current row that can be edited when that one
+    /// cannot; negative without any.
+    int EditedColumn() const;
+    bool IsEditing() const { return state() == EditingState; }
+    /// Marks the rows of a frequency (Hz), that of the receiver; 0 marks none.
+    void MarkTuned(double hertz);
     /// The number of the row that the operator acts on, among all that the filter shows; negative for none.
     virtual int CurrentPlace() const;
     /// Selects a row by that number, alone, as a click on it does.
@@ -106,6 +118,24 @@ public:
     /// Replaces the actions above the column entries of the header menu; the list takes ownership.
     void SetHeaderMenu(QMenu* menu);
     QMenu* HeaderMenu() const { return m_headerMenu; }
+    /// Puts a column into a group of that name: the header menu has a menu of its own for each group, from
+    /// which all of them can be shown or hidden at once.
+    void SetColumnGroup(int column, const QString& group);
+    /// Adds what the header menu offers of columns and order.
+    void AddColumnActionsTo(QMenu& menu);
+
+    /// What is known of rows beyond their cells, by a title: details and tool tips show it. Empty texts are
+    /// not shown.
+    struct RowNote {
+        QString title;
+        std::function<QString(const SortListViewItem& row)> textOf;
+    };
+    void SetRowNote(RowNote note) { m_rowNote = std::move(note); }
+    const RowNote& GetRowNote() const { return m_rowNote; }
+    /// The note of a row; empty when there is none.
+    QString NoteOf(const SortListViewItem& row) const {
+        return m_rowNote.textOf ? m_rowNote.textOf(row) : QString();
+    }
 
 public slots:
     void slotClicked(QTreeWidgetItem* item, int column);
@@ -132,6 +162,20 @@ signals:
     void filterChanged();
 
 protected:
+    /// Whether the operator can edit a cell.
+    virtual bool CanEdit(const SortListViewItem& /*row*/, int /*column*/) const { return false; }
+    /// A new field for a cell that can be edited; null for none. The parent owns it.
+    virtual QWidget* CreateCellEditor(QWidget* /*parent*/, const SortListViewItem& /*row*/, int /*column*/) {
+        return nullptr;
+    }
+    /// Writes what was entered into such a field, or with `keep` false drops it. False when it cannot be
+    /// taken; the field then says why.
+    virtual bool EndCellEditor(QWidget& /*field*/, bool /*keep*/) { return true; }
+    /// Hz of the n-th row that is shown; not a number for one without a frequency.
+    virtual double FrequencyOfRow(int row) const;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) const override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -142,6 +186,7 @@ protected:
     virtual void SortNow();
 
 private:
+    friend class CellDelegate;
     friend class SortListViewItem;
 
     using Rows = QList<QTreeWidgetItem*>;
@@ -167,6 +212,11 @@ private:
     void postSort();
     void saveHeader() const;
     void showSortIndicator();
+    bool editCell(SortListViewItem* row, int column);
+    bool editNextCell(int by);
+    void paintTunedMark(QPainter& painter, const QStyleOptionViewItem& row) const;
+    QAction* addColumnAction(QMenu& menu, const QString& text, const std::vector<int>& columns);
+    void addGroupMenu(QMenu& menu, const QString& group);
 
     static constexpr size_t FewRows = 128;
 
@@ -192,8 +242,11 @@ private:
     qsizetype m_lookedAt = 0;
     QBasicTimer m_filterTurn; ///< runs while there are more
     CellDelegate* m_cells;    ///< owned by Qt
+    double m_tuned = 0;       ///< Hz
     QString m_persistentName;
     QString m_defaultColumns; ///< see `ColumnArrangement`
     QString m_rememberedColumns;
     QMenu* m_headerMenu = nullptr;
+    QHash<int, QString> m_columnGroups; ///< by column
+    RowNote m_rowNote;
 };

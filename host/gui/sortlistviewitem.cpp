@@ -92,13 +92,21 @@ void SortListViewItem::setText(int column, const QString& text) {
         emitDataChanged();
 }
 
+QString SortListViewItem::tipWithNote() const {
+    QStringList lines{ToolTip()};
+    if (const QString note = list() ? list()->NoteOf(*this) : QString(); !note.isEmpty())
+        lines << list()->GetRowNote().title + QStringLiteral(": ") + note;
+    lines.removeAll(QString());
+    return lines.join(QLatin1Char('\n'));
+}
+
 QVariant SortListViewItem::data(int column, int role) const {
     switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:
         return text(column);
     case Qt::ToolTipRole:
-        return ToolTip();
+        return tipWithNote();
     case Qt::TextAlignmentRole:
         return list() ? QVariant(static_cast<int>(list()->ColumnAlignment(column))) : QVariant();
     default:

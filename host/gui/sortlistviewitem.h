@@ -36,6 +36,8 @@ public:
     bool IsFilled() const { return m_filled; }
     /// The text of one cell; a subclass that can tell it without filling the row overrides this.
     virtual QString CellText(int column) const { return text(column); }
+    /// What is painted behind the text of a cell and is no part of it; empty for nothing.
+    virtual QString CellAddition(int /*column*/) const { return QString(); }
 
     /// Place in the order in which rows were added.
     quint32 Sequence = 0;
@@ -52,6 +54,7 @@ private:
 
     void ensureFilled() const;
     void letMove();
+    QString tipWithNote() const;
 
     std::unique_ptr<std::vector<QString>> m_texts;
     bool m_filled = false;

@@ -4,14 +4,6 @@
 #include "host/base/frequencytext.h"
 
 #include <QKeyEvent>
-#include <QPainter>
-#include <QStyle>
-
-namespace {
-
-constexpr int Gap = 6; ///< pixels beside what was understood
-
-} // namespace
 
 FrequencyField::FrequencyField(QWidget* parent) : QLineEdit(parent) {
     connect(this, &QLineEdit::textEdited, this, &FrequencyField::follow);
@@ -35,20 +27,16 @@ void FrequencyField::SetFrequency(double hertz) {
 void FrequencyField::showFrequency() {
     setText(m_hertz > 0 ? Quor::GroupedFrequencyText(m_hertz) : QString());
     setModified(false);
-    m_understood.clear();
+    m_understood.Show(QString());
     setError(QString());
-    makeRoom();
     updateToolTip();
 }
 
 void FrequencyField::follow(const QString& entry) {
     const Quor::FrequencyInput input = Quor::ReadFrequencyInput(entry, m_unit);
     const bool isEmpty = entry.trimmed().isEmpty();
-    m_understood = input.Understood();
-    if (input.mayMisread)
-        m_understood += QLatin1Char('?');
+    m_understood.Show(input.Understood(), input.mayMisread);
     setError(isEmpty ? QString() : input.problem);
-    makeRoom();
     updateToolTip();
 }
 
@@ -86,21 +74,7 @@ void FrequencyField::setError(const QString& error) {
 void FrequencyField::updateToolTip() {
     const QString tip = tr("A number without a unit is in %1; Hz, kHz, MHz and GHz may follow it")
                             .arg(Quor::UnitName(m_unit));
-    if (!m_error.isEmpty())
-        setToolTip(m_error + QLatin1Char('\n') + tip);
-    else
-        setToolTip(m_understood.isEmpty() ? tip
-                                          : QStringLiteral("= ") + m_understood + QLatin1Char('\n') + tip);
-}
-
-/// Keeps the end of the field free for what was understood, if the entry leaves so much.
-void FrequencyField::makeRoom() {
-    const int frame = 2 * (style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, this) + Gap);
-    const int note = m_understood.isEmpty() ? 0 : fontMetrics().horizontalAdvance(m_understood) + Gap;
-    const int entry = fontMetrics().horizontalAdvance(text());
-    m_hasRoom = note > 0 && entry + note + frame <= width();
-    setTextMargins(0, 0, m_hasRoom ? note : 0, 0);
-    update();
+    setToolTip(m_error.isEmpty() ? m_understood.AboveTip(tip) : m_error + QLatin1Char('\n') + tip);
 }
 
 void FrequencyField::keyPressEvent(QKeyEvent* event) {
@@ -129,16 +103,12 @@ void FrequencyField::focusOutEvent(QFocusEvent* event) {
 
 void FrequencyField::resizeEvent(QResizeEvent* event) {
     QLineEdit::resizeEvent(event);
-    makeRoom();
+    m_understood.MakeRoom();
 }
 
 void FrequencyField::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
-    if (m_hasRoom) {
-        QPainter painter(this);
-        painter.setPen(palette().color(QPalette::PlaceholderText));
-        painter.drawText(rect().adjusted(0, 0, -Gap, 0), Qt::AlignRight | Qt::AlignVCenter, m_understood);
-    }
+    m_understood.Paint();
     if (!m_error.isEmpty())
         PaintErrorFrame(*this);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/widgets/entryfield.h"
+#include "host/widgets/understoodnote.h"
 
 #include <QLineEdit>
 
@@ -21,7 +22,7 @@ public:
     /// The frequency shown last or entered since, in Hz; 0 for none.
     double GetFrequency() const { return m_hertz; }
     /// What the unfinished entry is understood as ("7 055.000 kHz"); empty without one.
-    const QString& UnderstoodText() const { return m_understood; }
+    const QString& UnderstoodText() const { return m_understood.Text(); }
 
     bool Commit() override;
     const QString& ErrorText() const override { return m_error; }
@@ -42,12 +43,10 @@ private:
     void follow(const QString& entry);
     void showFrequency();
     void setError(const QString& error);
-    void makeRoom();
     void updateToolTip();
 
     double m_unit = 1e3;
     double m_hertz = 0;
-    QString m_understood;
+    UnderstoodNote m_understood{*this};
     QString m_error;
-    bool m_hasRoom = false; ///< for what was understood, beside the entry
 };

@@ -3,6 +3,7 @@
 #include "host/base/frequencyinput.h"
 #include "host/base/frequencytext.h"
 #include "host/base/numbers.h"
+#include "host/gui/guibase.h"
 #include "host/valuetree/value.h"
 #include "host/widgets/limits.h"
 
@@ -40,48 +41,68 @@ double unitOf(const QString& shown) {
     return Quor::ParseFrequency(QLatin1Char('1') + shown.section(QLatin1Char(' '), -1), hertz) ? hertz : 1;
 }
 
-bool readFrequency(const QString& entry, const QString& shown, double& number) {
+bool readBandwidth(const QString& entry, const QString& shown, double& number) {
     const Quor::FrequencyInput input = Quor::ReadFrequencyInput(entry, unitOf(shown));
     number = input.hertz;
     return input.IsFrequency();
 }
 
+bool readFrequency(const QString& entry, const QString& shown, double& number) {
+    const double unit = GuiBase::Instance().GetBareUnit();
+    return readBandwidth(entry, unit > 0 ? QLatin1Char(' ') + Quor::UnitName(unit) : shown, number);
+}
+
 } // namespace
 
-const VCLineEdit::Format& VCLineEdit::format() const {
+const VCLineEdit::Format& VCLineEdit::formatOf(LineEditType type) {
     // In the order of LineEditType.
     static constexpr Format Formats[] = {
         {nullptr, nullptr, nullptr},
         {Quor::ToShortest, readInteger, QT_TR_NOOP("\"%1\" is not a whole number")},
         {Quor::ToShortest, readNumber, QT_TR_NOOP("\"%1\" is not a number")},
         {Quor::FrequencyText, readFrequency, QT_TR_NOOP("\"%1\" is not a frequency")},
-        {Quor::BandwidthText, readFrequency, QT_TR_NOOP("\"%1\" is not a bandwidth")},
+        {Quor::BandwidthText, readBandwidth, QT_TR_NOOP("\"%1\" is not a bandwidth")},
     };
-    return Formats[m_type];
+    return Formats[type];
 }
 
 VCLineEdit::VCLineEdit(QWidget* parent, const char* name, LineEditType type)
     : QLineEdit(parent), m_type(type) {
     setObjectName(QString::fromLatin1(name));
     showValue();
-    connect(this, &QLineEdit::textEdited, this, [this](const QString& entry) {
-        QString stored;
-        setError(problemOf(entry, stored));
-    });
+    connect(this, &QLineEdit::textEdited, this, &VCLineEdit::follow);
     connect(this, &QLineEdit::editingFinished, this, &VCLineEdit::Commit);
 }
 
 void VCLineEdit::SetValueBase(ValueBase* value) {
-    setModified(false);
-    setError(QString());
+    endEntry();
     bind(value);
+}
+
+void VCLineEdit::follow(const QString& entry) {
+    QString stored;
+    if (m_value && format().read == readFrequency) {
+        const QString present = format().show(Quor::toDoubleEx(m_value->GetStringValue()));
+        const Quor::FrequencyInput input = Quor::ReadFrequencyInput(entry, unitOf(present));
+        m_understood.Show(input.IsFrequency() ? Quor::GroupThousands(format().show(input.hertz)) : QString(),
+                          input.mayMisread);
+    }
+    setError(problemOf(entry, stored));
+    updateToolTip();
+}
+
+/// From now on nothing is typed, and nothing is wrong.
+void VCLineEdit::endEntry() {
+    setModified(false);
+    m_understood.Show(QString());
+    setError(QString());
 }
 
 void VCLineEdit::showValue() {
     setEnabled(bool(m_value));
     if (!m_value) {
         clear();
-        setError(QString());
+        endEntry();
     } else if (!isModified()) {
         const QString stored = m_value->GetStringValue();
         double number = 0;
@@ -99,35 +120,39 @@ bool VCLineEdit::Commit() {
     setError(problemOf(text(), stored));
     if (!m_error.isEmpty())
         return false;
-    setModified(false);
+    endEntry();
     m_value->SetStringValue(stored, this);
     showValue();
     return true;
 }
 
-/// What is wrong with the entry, empty when nothing is; then `stored` is the text to give to the value.
 QString VCLineEdit::problemOf(const QString& entry, QString& stored) const {
-    if (!m_value)
-        return QString();
+    return m_value ? ProblemOf(*m_value.get(), m_type, entry, stored) : QString();
+}
+
+QString VCLineEdit::ProblemOf(const ValueBase& value, LineEditType type, const QString& entry,
+                              QString& stored) {
+    const Format& format = formatOf(type);
     stored = entry;
-    if (format().read) {
+    if (format.read) {
         double number = 0;
-        const double present = Quor::toDoubleEx(m_value->GetStringValue());
-        if (!format().read(entry, format().show(present), number))
-            return tr(format().complaint).arg(entry);
-        const QString outside = Limits::Problem(numeric_cast(m_value.get()), number, format().show);
+        const double present = Quor::toDoubleEx(value.GetStringValue());
+        if (!format.read(entry, format.show(present), number))
+            return tr(format.complaint).arg(entry);
+        const QString outside =
+            Limits::Problem(numeric_cast(const_cast<ValueBase*>(&value)), number, format.show);
         if (!outside.isEmpty())
             return outside;
-        stored = m_type == Integer ? entry.trimmed() : Quor::ToShortest(number);
-        if (!holds(stored)) // whole Hz may be all that the value holds
+        stored = type == Integer ? entry.trimmed() : Quor::ToShortest(number);
+        if (!holds(value, stored)) // whole Hz may be all that the value holds
             stored = Quor::ToShortest(std::round(number));
     }
-    return holds(stored) ? QString() : tr("\"%1\" cannot be taken here").arg(entry);
+    return holds(value, stored) ? QString() : tr("\"%1\" cannot be taken here").arg(entry);
 }
 
 /// The value itself takes silently what it can and leaves the rest, so a copy is asked.
-bool VCLineEdit::holds(const QString& stored) const {
-    const std::unique_ptr<ValueBase> probe(m_value->Clone());
+bool VCLineEdit::holds(const ValueBase& value, const QString& stored) {
+    const std::unique_ptr<ValueBase> probe(value.Clone());
     probe->SetStringValue(stored);
     const QString kept = probe->GetStringValue();
     double keptNumber = 0;
@@ -155,7 +180,8 @@ void VCLineEdit::setError(const QString& error) {
 }
 
 void VCLineEdit::updateToolTip() {
-    setToolTip(m_error.isEmpty() ? LimitsText() : Qt::convertFromPlainText(m_error, Qt::WhiteSpaceNormal));
+    setToolTip(m_error.isEmpty() ? m_understood.AboveTip(LimitsText())
+                                 : Qt::convertFromPlainText(m_error, Qt::WhiteSpaceNormal));
 }
 
 void VCLineEdit::keyPressEvent(QKeyEvent* event) {
@@ -163,14 +189,19 @@ void VCLineEdit::keyPressEvent(QKeyEvent* event) {
         QLineEdit::keyPressEvent(event);
         return;
     }
-    setModified(false);
-    setError(QString());
+    endEntry();
     showValue();
     event->accept();
 }
 
+void VCLineEdit::resizeEvent(QResizeEvent* event) {
+    QLineEdit::resizeEvent(event);
+    m_understood.MakeRoom();
+}
+
 void VCLineEdit::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
+    m_understood.Paint();
     if (!m_error.isEmpty())
         PaintErrorFrame(*this);
 }

@@ -2,6 +2,7 @@
 
 #include "host/widgets/boundwidget.h"
 #include "host/widgets/entryfield.h"
+#include "host/widgets/understoodnote.h"
 
 #include <QLineEdit>
 
@@ -15,7 +16,8 @@ class VCLineEdit : public QLineEdit, public IEntryField, private BoundWidget<Val
 
 public:
     /// Frequencies and bandwidths are in Hz and shown in kHz or MHz. An entry may name its unit ("7.055
-    /// MHz"); one without a unit counts in the unit that the field shows.
+    /// MHz"); one without a unit counts in the unit that the field shows. While one types, the field shows
+    /// at its right end what it has understood so far.
     enum LineEditType { Text, Integer, Real, Frequency, Bandwidth };
 
     VCLineEdit(QWidget* parent, const char* name, LineEditType type);
@@ -27,6 +29,13 @@ public:
     void ShowError() override;
     /// The limits of the value as the field shows numbers; empty when there are none.
     QString LimitsText() const;
+    /// What the unfinished entry of a frequency or bandwidth is understood as; empty without one.
+    const QString& UnderstoodText() const { return m_understood.Text(); }
+
+    /// What is wrong with an entry for a value, empty when nothing is; then `stored` is the text to give to
+    /// the value.
+    static QString ProblemOf(const ValueBase& value, LineEditType type, const QString& entry,
+                             QString& stored);
 
 signals:
     /// The entry became wrong, wrong in another way, or right again (empty text).
@@ -34,18 +43,23 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     struct Format;
 
     void showValue() override;
-    const Format& format() const;
+    void follow(const QString& entry);
+    void endEntry();
+    static const Format& formatOf(LineEditType type);
+    const Format& format() const { return formatOf(m_type); }
     void setError(const QString& error);
     void updateToolTip();
     QString problemOf(const QString& entry, QString& stored) const;
-    bool holds(const QString& stored) const;
+    static bool holds(const ValueBase& value, const QString& stored);
 
     LineEditType m_type;
     QString m_error;
+    UnderstoodNote m_understood{*this};
 };

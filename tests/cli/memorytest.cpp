@@ -35,12 +35,42 @@ qint64 statusOf(const char* name) {
     return 0;
 }
 
-/// From now on this process gets only so much more memory.
+void limitAddressSpace(qint64 bytes) {
+    rlimit limit{};
+    getrlimit(RLIMIT_AS, &limit);
+    limit.rlim_cur = static_cast<rlim_t>(bytes);
+    setrlimit(RLIMIT_AS, &limit);
+}
+
+/// Takes what the heap holds free, whatever ran before, and keeps it.
+void takeFreeHeap() {
+    constexpr size_t Largest = 16 * MegaByte;
+    constexpr size_t Least = 512;
+    for (size_t size = Largest; size >= Least; size /= 2) {
+        void* volatile block = nullptr; // the compiler must not leave the blocks out
+        do {
+            block = malloc(size);
+        } while (block);
+    }
+}
+
+/// From now on this process gets only so much memory.
 void limitMemory(int megaBytes) {
     malloc_trim(0);
-    const auto bytes = static_cast<rlim_t>(statusOf("VmSize") + qint64(megaBytes) * MegaByte);
-    const rlimit limit{bytes, bytes};
-    setrlimit(RLIMIT_AS, &limit);
+    const qint64 present = statusOf("VmSize");
+    limitAddressSpace(present);
+    takeFreeHeap();
+    limitAddressSpace(present + qint64(megaBytes) * MegaByte);
+}
+
+/// Leaves so much free memory in the heap, as tests do that ran before.
+void leaveFreeHeap(int megaBytes) {
+    constexpr int Blocks = 64; // small enough to come from the heap
+    std::vector<std::unique_ptr<char[]>> blocks;
+    for (int i = 0; i < megaBytes * Blocks; ++i)
+        blocks.push_back(std::make_unique<char[]>(MegaByte / Blocks));
+    static std::unique_ptr<char[]> top; // behind them, so that they stay with the process
+    top = std::make_unique<char[]>(MegaByte / Blocks);
 }
 
 QByteArray repeated(int count, const std::function<QByteArray(const QByteArray&)>& entry) {
@@ -160,6 +190,7 @@ protected:
 };
 
 TEST_F(MemoryTest, AFileThatDoesNotFitIsToldAndTheListIsConsistent) {
+    leaveFreeHeap(100);
     for (const Row& row : Rows) {
         const QString small = Write("small-" + Q(row.file), row.content(3));
         const QString big = Write("big-" + Q(row.file), row.content(150000));

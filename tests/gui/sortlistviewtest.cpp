@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QMenu>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -168,6 +169,40 @@ TEST_F(List, EmptyCellsStayLastInEitherDirection) {
         view.sortByColumn(0, direction);
         EXPECT_EQ(view.topLevelItem(2)->text(1), "a");
     }
+}
+
+TEST_F(List, ColumnsOfAGroupAreShownAndHiddenTogether) {
+    while (view.columnCount() < 4)
+        view.addColumn("Column " + QString::number(view.columnCount()));
+    view.SetColumnGroup(1, "Time");
+    view.SetColumnGroup(2, "Time");
+    QMenu menu;
+    view.AddColumnActionsTo(menu);
+    EXPECT_EQ(menu.actions().at(0)->text(), view.ColumnTitles().at(0)) << "of no group";
+    const QMenu* group = menu.actions().at(1)->menu();
+    ASSERT_TRUE(group && group->title() == "Time");
+    QAction* all = group->actions().at(0);
+    EXPECT_TRUE(all->isChecked());
+    all->trigger();
+    const auto hidden = [this] {
+        QList<int> columns;
+        for (int column = 0; column < view.columnCount(); ++column) {
+            if (view.isColumnHidden(column))
+                columns << column;
+        }
+        return columns;
+    };
+    EXPECT_EQ(hidden(), (QList<int>{1, 2}));
+
+    for (int column = 3; column < view.columnCount(); ++column)
+        view.setColumnHidden(column, true);
+    view.setColumnHidden(1, false);
+    view.setColumnHidden(2, false);
+    view.setColumnHidden(0, true);
+    QMenu last;
+    view.AddColumnActionsTo(last);
+    EXPECT_FALSE(last.actions().at(1)->menu()->actions().at(0)->isEnabled()) << "something stays";
+    EXPECT_TRUE(last.actions().at(1)->menu()->actions().at(2)->isEnabled());
 }
 
 TEST_F(List, SortsOncePerTurnHoweverOftenAsked) {

@@ -132,6 +132,32 @@ TEST_F(FrequencyField, SaysWhileTypingWhatIsWrongAndWhenItIsRightAgain) {
     EXPECT_EQ(field.toolTip(), "9.000 kHz to 3000.000000 MHz");
 }
 
+TEST_F(FrequencyField, SaysWhileTypingWhatItHasUnderstood) {
+    const auto type = [this](const char* text) {
+        field.selectAll();
+        QTest::keyClicks(&field, QString::fromUtf8(text));
+        return field.UnderstoodText();
+    };
+    EXPECT_EQ(type("7056"), QString("7\u00A0056.000 kHz"));
+    EXPECT_TRUE(field.toolTip().startsWith("= " + field.UnderstoodText())) << "the field may be short";
+    EXPECT_EQ(type("145,5 MHz"), QString("145.500000 MHz"));
+    EXPECT_EQ(type("9.100"), QString("9.100 kHz?")) << "somebody else would read thousands";
+    EXPECT_EQ(type("seven"), "");
+    type("7056");
+    QTest::keyClick(&field, Qt::Key_Return);
+    EXPECT_EQ(field.UnderstoodText(), "");
+    type("7057");
+    QTest::keyClick(&field, Qt::Key_Escape);
+    EXPECT_EQ(field.UnderstoodText(), "");
+
+    value.SetValue(2700);
+    VCLineEdit bandwidth(nullptr, "bandwidth", VCLineEdit::Bandwidth);
+    bandwidth.SetValueBase(&value);
+    bandwidth.selectAll();
+    QTest::keyClicks(&bandwidth, "12,5");
+    EXPECT_EQ(bandwidth.UnderstoodText(), "12.500 kHz");
+}
+
 TEST_F(FrequencyField, KeepsAnUnfinishedEntryWhenTheValueChangesAndEscapeDropsIt) {
     type(field, "14 M");
     value.SetValue(145.5e6);

@@ -13,6 +13,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QFontMetrics>
+#include <QMenu>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -302,6 +303,42 @@ TEST_F(FrequencyBars, LinesAreHiddenMovedAndThereTheNextTime) {
     for (const int id : bar().ShownLists())
         again << FreqStore::Instance().GetDefinition(id)->GetName();
     EXPECT_EQ(again, names);
+}
+
+TEST_F(FrequencyBars, MarksOnlyRowsThatAreShownIfThatIsWanted) {
+    open();
+    bar().RememberLines();
+    bar().FitAll();
+    SortListView& list = *station->GetWindow().ViewOf(ids.at("Local TargetList"))->GetListView();
+    QAccessibleInterface* access = QAccessible::queryAccessibleInterface(&bar());
+    ASSERT_EQ(access->childCount(), static_cast<int>(bar().ShownLists().size()));
+    QAccessibleInterface* line = nullptr;
+    for (int i = 0; i < access->childCount(); ++i) {
+        if (access->child(i)->text(QAccessible::Name) == "Local TargetList")
+            line = access->child(i);
+    }
+    ASSERT_TRUE(line && line->parent() == access);
+    const auto summary = [line] { return line->text(QAccessible::Description); };
+    const QString all = summary();
+    EXPECT_TRUE(all.contains(QString(": %1, from").arg(list.RowCount()))) << qPrintable(all);
+
+    list.SetFilterText('"' + list.firstChild()->CellText(0) + '"');
+    ASSERT_EQ(list.ShownCount(), 1);
+    QMenu menu;
+    bar().AddActionsTo(menu, 0);
+    for (QAction* action : menu.actions()) {
+        if (action->text() == "&Only rows shown")
+            action->trigger();
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return summary().contains(": 1, from"); }));
+    list.SetFilterText("no such row");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return summary().startsWith("Nothing"); }));
+    list.SetFilterText("");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return summary() == all; }));
+    station.reset();
+    open();
+    bar().RememberLines();
+    EXPECT_TRUE(bar().IsShownOnly());
 }
 
 TEST_F(FrequencyBars, IsFittedAfterAFileWasOpenedAndReadByAssistiveTools) {

@@ -2,6 +2,7 @@
 
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/vectorlistviewbase.h"
+#include "host/gui/sortlistview.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/fileopener.h"
 #include "workstation/frequencybar.h"
@@ -155,6 +156,9 @@ TEST_F(TimePictures, ShowDetectionsWhereAndWhenTheyWereAndSelectTheirRows) {
     ASSERT_NE(view, nullptr);
     EXPECT_TRUE(view->IsSelected(1));
     EXPECT_EQ(view->SelectedCount(), 1);
+    SortListView& list = *view->GetListView();
+    EXPECT_EQ(list.NoteOf(*list.currentItem()), "one.csv");
+    EXPECT_TRUE(list.currentItem()->data(0, Qt::ToolTipRole).toString().endsWith("Source: one.csv"));
 
     picture->SetShownSource("two.csv");
     EXPECT_EQ(colorAt(7e6, 100), base);

@@ -17,6 +17,7 @@
 
 #include <QAccessible>
 #include <QClipboard>
+#include <QComboBox>
 #include <QDockWidget>
 #include <QLabel>
 #include <QMenu>
@@ -77,7 +78,7 @@ TEST_F(Windows, CommandsActOnTheListThatIsShownByTheirKeys) {
     select(channels, 0);
     channels->setFocus();
     ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Duplicate)->isEnabled(); }));
-    key(Qt::Key_D, Qt::ControlModifier);
+    key(Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(entriesOf("/Lists/MemoryChannels"), 2);
     key(Qt::Key_A, Qt::ControlModifier);
     ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Cut)->isEnabled(); }));
@@ -109,11 +110,65 @@ TEST_F(Windows, KeysTuneToTheRowAndToTheNextOnes) {
     }
 }
 
+TEST_F(Windows, RowsGoThroughTheClipboardAsTextAndOneValueGoesToAll) {
+    open({sample("targets.ltl")});
+    ASSERT_TRUE(station->LoadFiles());
+    SortListView* targets = show("Local TargetList");
+    select(targets, 3);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::CopyText)->isEnabled(); }));
+    key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    const QStringList lines = QGuiApplication::clipboard()->text().split('\n');
+    ASSERT_EQ(lines.size(), 3);
+    EXPECT_TRUE(lines[1].startsWith(targets->topLevelItem(3)->text(0) + '\t'));
+    SortListView* channels = show("Memory Channels");
+    for (int i = 0; i < 3; ++i)
+        key(Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(channels->topLevelItemCount(), 3);
+    EXPECT_EQ(channels->topLevelItem(2)->text(0), targets->topLevelItem(3)->text(0));
+    key(Qt::Key_A, Qt::ControlModifier);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::SetColumn)->isEnabled(); }));
+    WhenOpen<QDialog>([&](QDialog& dialog) {
+        auto* column = dialog.findChild<QComboBox*>();
+        column->setCurrentIndex(column->findText("Comment"));
+        auto* value = dialog.findChild<VCLineEdit*>();
+        value->selectAll();
+        QTest::keyClicks(value, "one for all");
+        dialog.accept();
+    });
+    action(A::SetColumn)->trigger();
+    for (int row = 0; row < 3; ++row)
+        EXPECT_EQ(channels->topLevelItem(row)->text(2), "one for all");
+    EXPECT_TRUE(station->GetJob().GetText().isEmpty() || station->GetJob().GetText().contains("one for all"));
+}
+
+TEST_F(Windows, TheTunedEntryIsMarkedInEveryList) {
+    open({sample("targets.ltl")});
+    ASSERT_TRUE(station->LoadFiles());
+    station->GetSearch().Simulate(60'000'000, 1'700'000'000'000'000);
+    for (const char* name : {"Local TargetList", "Detections"}) {
+        SCOPED_TRACE(name);
+        SortListView* list = show(name);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return list->topLevelItemCount() > 3; }));
+        const auto image = [list](int row) {
+            return list->viewport()->grab(list->visualItemRect(list->topLevelItem(row))).toImage();
+        };
+        station->GetReceiver().Tune(29'999'000);
+        key(Qt::Key_Home);
+        const QImage before = image(0);
+        key(Qt::Key_Return);
+        EXPECT_NE(tuned(), 29'999'000) << "Return tunes";
+        EXPECT_NE(image(0), before);
+        station->GetReceiver().Tune(29'999'000);
+        EXPECT_EQ(image(0), before);
+    }
+}
+
 TEST_F(Windows, WhatDoesNotApplyIsOffAndSaysWhy) {
     open({});
     show("Detections");
     const std::pair<A::Command, const char*> rows[] = {{A::Paste, "Detections does not have this."},
                                                        {A::Tune, "No entry is selected."},
+                                                       {A::EditCell, "cannot be edited"},
                                                        {A::Copy, "No entry is selected."},
                                                        {A::Save, "use Save As"},
                                                        {A::Print, "shows no rows"}};

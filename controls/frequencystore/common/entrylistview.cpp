@@ -1,11 +1,15 @@
 #include "controls/frequencystore/common/entrylistview.h"
 
+#include "controls/frequencystore/common/columntips.h"
+#include "controls/frequencystore/common/halvovieweditor.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/widgets/canclosetabdialog.h"
 
 #include <QCoreApplication>
 #include <QHeaderView>
+#include <QPointer>
 
 EntryListView::EntryListView(QWidget* parent, unsigned listId, const char* name)
     : FrequencyNodeListView(parent, listId) {
@@ -24,6 +28,7 @@ void EntryListView::AddColumns(std::span<const EntryColumn> columns, const QStri
         AddColumn(QCoreApplication::translate(metaObject()->className(), column.title), column.compare,
                   column.id);
         setColumnAlignment(static_cast<unsigned>(columnCount() - 1), column.alignment);
+        ColumnTips::Set(*this, columnCount() - 1, column.title);
         widths.push_back(column.width);
         if (column.copyName)
             m_copied.push_back(
@@ -39,7 +44,7 @@ void EntryListView::AddColumns(std::span<const EntryColumn> columns, const QStri
 }
 
 void EntryListView::CopyEntries(TracePlace place) {
-    const std::vector<FrequencyNodeMediator*> mediators = SelectedMediators();
+    const std::vector<FrequencyNodeMediator*> mediators = CopiedMediators();
     if (mediators.empty())
         return;
     CopySelection(place);
@@ -76,6 +81,23 @@ void EntryListView::MakeCurrent(unsigned long index) {
         return;
     clearSelection();
     row->activate();
+}
+
+bool EntryListView::RunEditor(const std::vector<FrequencyNodeMediator*>& mediators, MediatorType type,
+                              const QString& title, const QString& name) {
+    // While the dialog is open, files may be read and the window may close.
+    const QPointer<EntryListView> alive(this);
+    const QPointer<CanCloseTabDialog> dialog =
+        new CanCloseTabDialog(this, nullptr, true, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
+    dialog->setWindowTitle(title);
+    auto* editor = new HalvoViewEditor(dialog, name, type);
+    dialog->addTab(editor, QCoreApplication::translate("EntryListView", "Edit"));
+    editor->DoWorkOn(mediators);
+    connect(dialog, &CanCloseTabDialog::applyButtonPressed, editor, &HalvoViewEditor::slotAcceptChanges);
+    dialog->exec();
+    if (alive)
+        delete dialog;
+    return alive;
 }
 
 void EntryListView::ShowActions(FreqStoreListViewButtonBar& bar,

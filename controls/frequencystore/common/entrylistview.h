@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/frequencystore/common/keys.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/copystruct.h"
 #include "host/freqlist/frequencynodelistview.h"
@@ -44,6 +45,11 @@ protected:
     FrequencyNodeMediatorCtrl* List() const;
     /// Makes the row of the n-th entry the only selected and the current one, unless a filter hides it.
     void MakeCurrent(unsigned long index);
+
+    /// Opens the editor of entries in a dialog, and answers when that is closed; false when the view has
+    /// ended meanwhile.
+    bool RunEditor(const std::vector<FrequencyNodeMediator*>& mediators, MediatorType type,
+                   const QString& title, const QString& name);
 
     static void ShowActions(FreqStoreListViewButtonBar& bar,
                             std::initializer_list<FreqStoreListViewButtonBar::Action> actions,

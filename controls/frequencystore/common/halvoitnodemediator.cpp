@@ -63,6 +63,11 @@ void HalvoITNodeMediator::SetBandwidth(double hertz) {
         FrequencyNodeMediator::SetBandwidth(hertz);
 }
 
+ValueBase* HalvoITNodeMediator::EditedValue(unsigned columnId) {
+    ValueBase* selection = columnId == SourceBandwidth ? HeldBandwidthSelection() : nullptr;
+    return selection ? selection : FrequencyNodeMediator::EditedValue(columnId);
+}
+
 bool HalvoITNodeMediator::GetType(char& type, int subItem) {
     return FrequencyNodeMediator::GetType(type, subItem);
 }

@@ -24,6 +24,7 @@ public:
     void UpdateMyViewItems(FrequencyNodeListView* view) override;
     bool GetBandwidth(double& hertz, int subItem) override;
     void SetBandwidth(double hertz) override;
+    ValueBase* EditedValue(unsigned columnId) override;
     bool GetType(char& type, int subItem) override;
 
     MediatorType GetMediatorType() const { return static_cast<MediatorType>(m_itemKind); }

@@ -9,6 +9,7 @@
 #include "host/widgets/vcfrequencylist.h"
 #include "host/widgets/vclineedit.h"
 
+#include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLocale>
@@ -25,11 +26,23 @@ enum Column { ColumnApply, ColumnTitle, ColumnWidget, ColumnNote };
 constexpr unsigned HF = 1;
 constexpr unsigned VUHF = 2;
 constexpr unsigned Noi = 4;
+constexpr unsigned Target = 8;
 constexpr unsigned Memory = HF | VUHF;
 
+constexpr std::pair<MediatorType, unsigned> Bits[] = {{MediatorType::MemoryHF, HF},
+                                                      {MediatorType::MemoryVUHF, VUHF},
+                                                      {MediatorType::NoiFrequencies, Noi},
+                                                      {MediatorType::TargetList, Target}};
+
 unsigned bitOf(MediatorType type) {
-    return type == MediatorType::MemoryHF ? HF : type == MediatorType::MemoryVUHF ? VUHF : Noi;
+    const auto* found =
+        std::find_if(std::begin(Bits), std::end(Bits), [type](const auto& bit) { return bit.first == type; });
+    return found == std::end(Bits) ? 0 : found->second;
 }
+
+/// A list offers what its first entries have.
+constexpr int EntriesLookedAt = 5000;
+constexpr qsizetype MostChoices = 100;
 
 void setTextColor(QWidget& widget, IColorBase::ECOLOR color) {
     QPalette palette = widget.palette();
@@ -46,15 +59,26 @@ struct HalvoViewEditor::FieldInfo {
     VCLineEdit::LineEditType lineType; ///< of values that are edited as a line
     const char* note;                  ///< unit of the number, or a hint
     unsigned kinds;                    ///< of lists that have the field
+    const char* choices = nullptr;     ///< beside those that the list has; for texts that may be any
 };
 
 const HalvoViewEditor::FieldInfo HalvoViewEditor::FieldInfos[] = {
-    {Keys::KeyFrequency, QT_TR_NOOP("Frequency"), VCLineEdit::Frequency, "", Memory | Noi},
+    {Keys::KeyFrequency, QT_TR_NOOP("Frequency"), VCLineEdit::Frequency, "", Memory | Noi | Target},
     {Keys::RangeFrequencies, QT_TR_NOOP("Further frequencies"), VCLineEdit::Text,
      QT_TR_NOOP("One per line. With any, the channel is a range: the scan goes through all of them."),
      Memory},
     {Keys::BandwidthSel, QT_TR_NOOP("Bandwidth"), VCLineEdit::Bandwidth, "", Memory | Noi},
-    {Keys::KeyBandwidth, QT_TR_NOOP("Bandwidth"), VCLineEdit::Bandwidth, "", Noi},
+    {Keys::KeyBandwidth, QT_TR_NOOP("Bandwidth"), VCLineEdit::Bandwidth, "", Noi | Target},
+    {Keys::KeyComment, QT_TR_NOOP("Name"), VCLineEdit::Text, "", Target},
+    {Keys::KeyDemodulation, QT_TR_NOOP("Demodulation"), VCLineEdit::Text, "", Target,
+     "NONE AM FM USB LSB CW ISB"},
+    {Keys::Priority, QT_TR_NOOP("Priority"), VCLineEdit::Integer,
+     QT_TR_NOOP("1 is the highest, 11 stands for none"), Target, "1 2 3 4 5 6 7 8 9 10 11"},
+    {Keys::ThreatClass, QT_TR_NOOP("Threat class"), VCLineEdit::Text, "", Target, ""},
+    {Keys::SignalClass, QT_TR_NOOP("Signal class"), VCLineEdit::Text, "", Target, ""},
+    {Keys::TransmissionSystem, QT_TR_NOOP("Transmission system"), VCLineEdit::Text, "", Target, ""},
+    {Keys::ProfileName, QT_TR_NOOP("Profile"), VCLineEdit::Text, "", Target},
+    {Keys::ProfileID, QT_TR_NOOP("Profile ID"), VCLineEdit::Text, "", Target},
     {Keys::KeyComment, QT_TR_NOOP("Comment"), VCLineEdit::Text, "", Memory | Noi},
     {Keys::KeyDemodulation, QT_TR_NOOP("Demodulation"), VCLineEdit::Text, "", Memory},
     {Keys::Threshold, QT_TR_NOOP("Threshold"), VCLineEdit::Integer, "dBµV", Memory},
@@ -180,10 +204,11 @@ void HalvoViewEditor::addField(const FieldInfo& info) {
         grid->addWidget(field.apply, row, ColumnApply);
     }
     field.widget = makeWidget(field);
+    auto* line = info.choices ? qobject_cast<VCLineEdit*>(field.widget) : nullptr;
     auto* title = new QLabel(tr(info.title), m_form);
     title->setBuddy(field.widget);
     grid->addWidget(title, row, ColumnTitle);
-    grid->addWidget(field.widget, row, ColumnWidget);
+    grid->addWidget(line ? withChoices(*line, choicesOf(info)) : field.widget, row, ColumnWidget);
     field.note = new QLabel(m_form);
     field.note->setObjectName(QStringLiteral("note-") + info.key.Text());
     field.note->setWordWrap(true);
@@ -221,10 +246,52 @@ QWidget* HalvoViewEditor::makeWidget(Field& field) {
         connect(lines, &VCFrequencyList::errorChanged, this, [&field] { showNote(field); });
         return lines;
     }
-    auto* line = new VCLineEdit(m_form, name.constData(), field.info.lineType);
-    line->SetValueBase(value);
+    return makeLine(field);
+}
+
+VCLineEdit* HalvoViewEditor::makeLine(Field& field) {
+    auto* line = new VCLineEdit(m_form, field.info.key.Text().toLatin1().constData(), field.info.lineType);
+    line->SetValueBase(field.value.get());
     connect(line, &VCLineEdit::errorChanged, this, [&field] { showNote(field); });
     return watched(field, line, &QLineEdit::textEdited);
+}
+
+/// The line in a box that offers choices beside what is typed.
+QWidget* HalvoViewEditor::withChoices(VCLineEdit& line, const QStringList& choices) {
+    auto* box = new QComboBox(m_form);
+    box->addItems(choices);
+    box->setCurrentIndex(-1);
+    box->setEditable(true);
+    box->setInsertPolicy(QComboBox::NoInsert);
+    const QString shown = line.text();
+    box->setLineEdit(&line);
+    box->setCompleter(nullptr);
+    line.setText(shown);
+    line.setCursorPosition(0);
+    connect(box, &QComboBox::textActivated, &line, [&line](const QString& choice) {
+        line.setText(choice);
+        line.setModified(true);
+        emit line.textEdited(choice); // as if it had been typed
+    });
+    return box;
+}
+
+/// What the editor offers for a text or number, and what the entries of the list have; numbers first.
+QStringList HalvoViewEditor::choicesOf(const FieldInfo& info) const {
+    QStringList choices = QString::fromLatin1(info.choices).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QStringList found;
+    const Node* list = m_entries.front() ? m_entries.front()->GetParentNode() : nullptr;
+    int looked = 0;
+    for (const Node* entry : list ? list->Children() : std::vector<Node*>()) {
+        const ValueBase* value = entry->FindOwnValue(info.key);
+        const QString text = value ? value->GetStringValue() : QString();
+        if (!text.isEmpty() && !choices.contains(text) && !found.contains(text))
+            found << text;
+        if (++looked == EntriesLookedAt || found.size() == MostChoices)
+            break;
+    }
+    found.sort(Qt::CaseInsensitive);
+    return choices + found;
 }
 
 /// Finds out in which fields the entries differ, and offers of choices only those that all entries have.

@@ -10,9 +10,10 @@
 
 class FrequencyNodeMediator;
 class QLabel;
+class VCLineEdit;
 
 /// Editor of one list entry, or of several at once. Its fields follow the kind of list: those of an HF or a
-/// VHF/UHF memory channel, or of a frequency of interest. It works on a copy of the entry under
+/// VHF/UHF memory channel, of a frequency of interest, or of a target. It works on a copy of the entry under
 /// "/TempEditMscanList", which it owns; the entries themselves change only when the operator accepts, and
 /// then only in what was changed. A field whose entry is wrong says so beside it.
 ///
@@ -50,6 +51,9 @@ private:
     void showHeading(const QString& text, bool isError);
     void addField(const FieldInfo& info);
     QWidget* makeWidget(Field& field);
+    VCLineEdit* makeLine(Field& field);
+    QWidget* withChoices(VCLineEdit& line, const QStringList& choices);
+    QStringList choicesOf(const FieldInfo& info) const;
     template <typename Widget, typename Touched>
     Widget* watched(Field& field, Widget* widget, Touched touched);
     void compareEntries();

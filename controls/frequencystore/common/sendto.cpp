@@ -22,7 +22,6 @@ namespace {
 using FreqStoreXml::FrequencyStoreEntry;
 
 constexpr double DefaultTolerance = 500; // Hz
-constexpr double MaxTolerance = 1e6;
 constexpr MediatorType Takers[] = {MediatorType::NoiFrequencies, MediatorType::MemoryHF,
                                    MediatorType::MemoryVUHF};
 

@@ -29,6 +29,7 @@ struct Outcome {
 Outcome Send(const QVector<FreqStoreXml::FrequencyStoreEntry>& entries, HalvoNodeMediatorCtrl& target,
              double tolerance);
 
+constexpr double MaxTolerance = 1e6; ///< Hz
 /// In Hz; the operator's, kept with the settings.
 double Tolerance();
 void SetTolerance(double hertz);

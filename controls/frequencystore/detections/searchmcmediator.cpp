@@ -1,5 +1,6 @@
 #include "controls/frequencystore/detections/searchmcmediator.h"
 
+#include "controls/frequencystore/common/columntips.h"
 #include "controls/frequencystore/common/csvallowed.h"
 #include "controls/frequencystore/detections/detconvlisthandler.h"
 #include "controls/frequencystore/detections/detectionlistviewfactory.h"
@@ -25,6 +26,25 @@ constexpr DetectionColumn PlainColumns[] = {
     {QT_TRANSLATE_NOOP("SearchMC", "Until"), 5, "Until", _compStandardNumeric, 20},
 };
 
+/// Columns of extended detections that are shown or hidden together, by the identifier of the first.
+struct Group {
+    int firstId;
+    const char* title;
+};
+constexpr Group Groups[] = {
+    {0, QT_TRANSLATE_NOOP("SearchMC", "Frequency")},  {4, QT_TRANSLATE_NOOP("SearchMC", "Time")},
+    {6, QT_TRANSLATE_NOOP("SearchMC", "Classifier")}, {17, QT_TRANSLATE_NOOP("SearchMC", "Direction")},
+    {19, QT_TRANSLATE_NOOP("SearchMC", "Location")},
+};
+
+void groupColumns(SortListView& list, std::span<const DetectionColumn> columns) {
+    for (int index = 0; const DetectionColumn& column : columns) {
+        const auto behind = std::find_if(std::begin(Groups), std::end(Groups),
+                                         [&](const Group& group) { return group.firstId > column.id; });
+        list.SetColumnGroup(index++, QCoreApplication::translate(Context, std::prev(behind)->title));
+    }
+}
+
 } // namespace
 
 std::span<const DetectionColumn> Columns() {
@@ -41,11 +61,21 @@ void ArrangeList(VectorListViewBase& view, std::span<const DetectionColumn> colu
     list.setSelectionMode(QAbstractItemView::ExtendedSelection);
     list.setShowSortIndicator(true);
     std::vector<int> widths;
-    for (const DetectionColumn& column : columns)
+    for (const DetectionColumn& column : columns) {
+        ColumnTips::Set(list, static_cast<int>(widths.size()), column.title);
         widths.push_back(column.width);
+    }
     list.header()->setStretchLastSection(false); // its texts stand on the right, next to the others
     list.FitColumns(widths);
     list.SetColumnWidthPersistantName(view.objectName());
+    if (columns.size() > std::size(PlainColumns)) // a few need no groups
+        groupColumns(list, columns);
+}
+
+QString EmptyText() {
+    return QCoreApplication::translate("SearchMC",
+                                       "No detections yet. They come while a search runs; files of power "
+                                       "sweeps can be opened, too.");
 }
 
 bool InitBar(VectorListViewBase& view, Bar& bar, bool& connected) {

@@ -28,6 +28,8 @@ QString ColumnTitle(const DetectionColumn& column);
 /// Lets the view's list select many rows and remember its columns, once these stand.
 void ArrangeList(VectorListViewBase& view, std::span<const DetectionColumn> columns);
 
+/// What such a list says when it is empty.
+QString EmptyText();
 /// Gives the bar above a list of detections its caption and shows the actions that such a list has: export
 /// only where the configuration allows it. True on the first call, which attaches the view and gives it its
 /// header menu; the caller then connects the actions.

@@ -57,6 +57,7 @@ public:
         return record ? static_cast<qint64>(record->GetID()) : -1;
     }
 
+    QString EmptyText() const override { return SearchMC::EmptyText(); }
     bool TuneToCurrent() override { return tuneToRow(this->CurrentRow()); }
 
 protected:

@@ -95,17 +95,37 @@ void MemoryMediator::AddToXml(FreqStoreXml::FrequencyStoreList& list) {
     list.GetFrequencyStoreEntry().last().SetType(QLatin1String(ExportedType));
 }
 
-bool MemoryMediator::CellText(unsigned columnId, QString& text) {
+/// Null for a column of the bases.
+const MemoryMediator::Setting* MemoryMediator::settingOf(unsigned columnId) const {
     if (columnId == SourceThresholdToo)
         columnId = SourceThreshold;
-    for (size_t i = 0; i < m_settings.size(); ++i) {
-        if (m_settings[i].column == columnId) {
-            if (m_values[i])
-                text = m_values[i]->GetStringValue();
-            return m_values[i] != nullptr;
-        }
-    }
-    return HalvoITNodeMediator::CellText(columnId, text);
+    const auto found = std::find_if(m_settings.begin(), m_settings.end(),
+                                    [=](const Setting& setting) { return setting.column == columnId; });
+    return found == m_settings.end() ? nullptr : &*found;
+}
+
+bool MemoryMediator::CellText(unsigned columnId, QString& text) {
+    const Setting* setting = settingOf(columnId);
+    if (!setting)
+        return HalvoITNodeMediator::CellText(columnId, text);
+    const ValueBase* value = m_values[static_cast<size_t>(setting - m_settings.data())];
+    if (value)
+        text = value->GetStringValue();
+    return value != nullptr;
+}
+
+ValueBase* MemoryMediator::EditedValue(unsigned columnId) {
+    const Setting* setting = settingOf(columnId);
+    return setting ? m_values[static_cast<size_t>(setting - m_settings.data())]
+                   : HalvoITNodeMediator::EditedValue(columnId);
+}
+
+QString MemoryMediator::CellAddition(unsigned columnId) {
+    bool inRange = false;
+    const auto* further = Held<ValueList<double>>(RangeFrequencies);
+    if (columnId != SourceFrequency || !further || further->Size() == 0 || !GetInRange(inRange) || !inRange)
+        return QString();
+    return QStringLiteral(" +%1").arg(further->Size());
 }
 
 bool MemoryMediator::GetTip(QString& tip, int subItem) {

@@ -31,6 +31,9 @@ public:
     void AddToXml(FreqStoreXml::FrequencyStoreList& list) override;
     void Update(Observable* subject, TChangeCode code) override;
     bool CellText(unsigned columnId, QString& text) override;
+    ValueBase* EditedValue(unsigned columnId) override;
+    /// How many further frequencies the channel stands for.
+    QString CellAddition(unsigned columnId) override;
     /// Names the frequencies of a range, too.
     bool GetTip(QString& tip, int subItem) override;
 
@@ -62,6 +65,8 @@ protected:
     void Set(size_t setting, T content);
 
 private:
+    const Setting* settingOf(unsigned columnId) const;
+
     std::span<const Setting> m_settings;
     std::array<ValueBase*, MaxSettings> m_values{};
 };

@@ -113,6 +113,11 @@ MemorySystemHandler& MemorySystemListView::handler() {
     return *MemorySystemHandler::Instance();
 }
 
+QString MemorySystemListView::EmptyText() const {
+    return tr("No memory channels yet. Add what the receiver is tuned to, open a list or a job, or paste "
+              "entries of another list.");
+}
+
 void MemorySystemListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
     if (!bar)
         return;
@@ -215,7 +220,7 @@ void MemorySystemListView::slotEdit() {
 void MemorySystemListView::slotEdit(SortListViewItem* item) {
     std::vector<FrequencyNodeMediator*> channels{mediatorOf(item)};
     if (item && item->isSelected())
-        channels = SelectedMediators();
+        channels = SelectedInOrder();
     std::erase_if(channels, [](auto* mediator) { return !dynamic_cast<MemoryMediator*>(mediator); });
     if (channels.empty() || m_dialog)
         return;

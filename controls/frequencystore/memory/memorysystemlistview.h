@@ -27,6 +27,7 @@ public:
     ~MemorySystemListView() override;
 
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
+    QString EmptyText() const override;
     QString WhyOff(int action) const override;
 
 public slots:
@@ -49,6 +50,8 @@ public slots:
 
 protected:
     bool HasEditor() const override { return true; }
+    void EntriesWereEdited() override { bringJobUpToDate(); }
+    std::vector<FrequencyNodeMediator*> CopiedMediators() const override { return SelectedInOrder(); }
     /// A range is as near as the nearest of its frequencies.
     double DistanceTo(FrequencyNodeMediator& mediator, double hertz) const override;
     void showEvent(QShowEvent* event) override;

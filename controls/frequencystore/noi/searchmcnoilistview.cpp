@@ -1,14 +1,12 @@
 #include "controls/frequencystore/noi/searchmcnoilistview.h"
 
 #include "controls/frequencystore/common/csvallowed.h"
-#include "controls/frequencystore/common/halvovieweditor.h"
 #include "controls/frequencystore/common/keys.h"
 #include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "controls/frequencystore/noi/noilistviewfactory.h"
 #include "host/base/problems.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
-#include "host/widgets/canclosetabdialog.h"
 
 #include <QPointer>
 
@@ -39,6 +37,10 @@ SearchMCNOIListView::SearchMCNOIListView(QWidget* parent, unsigned listId)
     const auto edit = qOverload<SortListViewItem*>(&SearchMCNOIListView::slotEdit);
     connect(this, &SortListView::doubleClicked, this, edit);
     connect(this, &SortListView::returnPressed, this, edit);
+}
+
+QString SearchMCNOIListView::EmptyText() const {
+    return tr("No frequencies of interest (NOI) yet. Add one, open a list, or send detections here.");
 }
 
 void SearchMCNOIListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
@@ -165,20 +167,10 @@ void SearchMCNOIListView::slotEdit(SortListViewItem* item) {
     auto* row = dynamic_cast<FrequencyNodeMediatorViewItem*>(item);
     if (!row || !row->GetMediator())
         return;
-    // While the dialog is open, files may be read and the window may close.
-    const QPointer<SearchMCNOIListView> alive(this);
     const WeakRef<FrequencyNodeMediator> mediator(row->GetMediator());
-    const QPointer<CanCloseTabDialog> dialog =
-        new CanCloseTabDialog(this, nullptr, true, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
-    dialog->setWindowTitle(tr("Frequency of interest"));
-    auto* editor = new HalvoViewEditor(dialog, QStringLiteral("NOI Editor"), MediatorType::NoiFrequencies);
-    dialog->addTab(editor, tr("Edit"));
-    editor->DoWorkOn(mediator.get());
-    connect(dialog, &CanCloseTabDialog::applyButtonPressed, editor, &HalvoViewEditor::slotAcceptChanges);
-    dialog->exec();
-    if (!alive)
+    if (!RunEditor({mediator.get()}, MediatorType::NoiFrequencies, tr("Frequency of interest"),
+                   QStringLiteral("NOI Editor")))
         return;
-    delete dialog;
     if (mediator)
         mediator->UpdateMyViewItems(this);
     slotDelete();

@@ -12,6 +12,7 @@ public:
     SearchMCNOIListView(QWidget* parent, unsigned listId);
 
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
+    QString EmptyText() const override;
     QString WhyOff(int action) const override;
 
 public slots:
@@ -39,6 +40,7 @@ public:
 
 protected:
     bool HasEditor() const override { return true; }
+    void EntriesWereEdited() override { slotDelete(); }
     /// The bandwidth goes there as a plain number of hertz.
     void FillCopyRow(FrequencyNodeMediator& mediator, FrequencyListCopyStruct& row) const override;
 

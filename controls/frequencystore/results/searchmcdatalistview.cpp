@@ -33,6 +33,10 @@ SearchMCDataListView::SearchMCDataListView(QWidget* parent, unsigned listId)
     AddColumns(Columns);
 }
 
+QString SearchMCDataListView::EmptyText() const {
+    return tr("No results yet. They come while the classifier runs; files of results can be opened, too.");
+}
+
 void SearchMCDataListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
     if (!bar)
         return;

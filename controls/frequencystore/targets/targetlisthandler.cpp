@@ -1,8 +1,10 @@
 #include "controls/frequencystore/targets/targetlisthandler.h"
 
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/files/filegate.h"
 #include "controls/frequencystore/targets/targetdialogs.h"
 #include "controls/frequencystore/targets/targetlistparser.h"
+#include "controls/frequencystore/targets/wkflistentry.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
 #include "host/freqstorexml/filehandling.h"
@@ -17,6 +19,7 @@ namespace {
 constexpr char TraceSource[] = "listviewshandler";
 /// Lets the controller finish its refresh before views react.
 constexpr int AnnounceMilliseconds = 100;
+constexpr int LowestPriority = 10;
 constexpr char DefaultFile[] = "Targets.xml";
 
 } // namespace
@@ -157,6 +160,24 @@ QString TargetListHandler::Export2File() {
     const QPointer<TargetListHandler> alive(this);
     const QString path = TargetDialogs::FileToExport(m_directory);
     return !path.isEmpty() && alive && SaveFile(path) ? path : QString();
+}
+
+bool TargetListHandler::AddNew() {
+    const std::unique_ptr<WkfListEntry> target = m_pParser ? m_pParser->AddValue() : nullptr;
+    if (!target)
+        return false;
+    const auto find = [](const QString& path) {
+        return path.isEmpty() ? nullptr : Tree::Instance()->GetValue(path);
+    };
+    target->SetPriority(LowestPriority);
+    if (const auto* frequency = value_cast<ValueNumeric<double>>(find(m_template.frequency)))
+        target->SetFrequency(frequency->GetValue());
+    if (const auto* bandwidth = value_cast<ValueNumeric<double>>(find(m_template.bandwidth)))
+        target->SetBandwidth(bandwidth->GetValue());
+    if (const ValueBase* demodulation = find(m_template.demodulation))
+        target->SetDemodulation(demodulation->GetStringValue());
+    m_pParser->GetMediatorCtrl()->ForceUpdateNow();
+    return true;
 }
 
 int TargetListHandler::AddToFreqStore() {

@@ -46,6 +46,17 @@ public:
     /// Writes the list to a path; false, told and traced, when it cannot be written.
     bool SaveFile(const QString& path);
 
+    /// Paths of the receiver's values that new targets take their frequency, bandwidth (numbers, in Hz) and
+    /// demodulation from; those that are empty or lead nowhere are left out.
+    struct Template {
+        QString frequency;
+        QString bandwidth;
+        QString demodulation;
+    };
+    void SetTemplate(const Template& paths) { m_template = paths; }
+    /// Adds a target with the lowest priority and what the template says; false without a list node.
+    bool AddNew();
+
     int AddToFreqStore();
     bool GetNextData(double& frequency, double& bandwidth, int& priority, QString& comment,
                      QString& threatClass, QString& demodulation);
@@ -82,6 +93,7 @@ private:
     ValueObservingPtr<Value<QString>> m_fileName;
     WeakRef<Node> m_pNode;
     QString m_directory;
+    Template m_template;
     std::unique_ptr<TargetListParser> m_pParser;
     QString m_currentFile;
     int m_announceTimer = -1;

@@ -7,6 +7,7 @@
 #include "controls/frequencystore/targets/targetlistviewfactory.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
+#include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/gui/resortpopupmenu.h"
 
 #include <QPointer>
@@ -42,11 +43,17 @@ WkfListView::WkfListView(QWidget* parent, unsigned listId)
     connect(this, &SortListView::clicked, this, &WkfListView::slotItemClicked);
 }
 
+QString WkfListView::EmptyText() const {
+    return tr(
+        "No targets yet. Open a list or drop its file on the window, or paste entries of another list.");
+}
+
 void WkfListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
     if (!bar)
         return;
     FrequencyNodeListView::InitFreqStoreWidget(bar);
     bar->SetCaption(tr("Frequency Store - Local Target List"));
+    bar->OfferWithoutButton({Bar::New, Bar::Edit, Bar::Delete});
     const bool withCsv = CsvIsAllowed();
     ShowActions(*bar, {Bar::Copy, Bar::Paste, Bar::Read, Bar::Save});
     OfferCsv({bar->GetAction(Bar::Import), bar->GetAction(Bar::Export)}, withCsv);
@@ -60,7 +67,10 @@ void WkfListView::connectBar(FreqStoreListViewButtonBar& bar, bool withCsv) {
                                       {Bar::Import, &WkfListView::slotImportTargetList},
                                       {Bar::Export, &WkfListView::slotExport2File},
                                       {Bar::Copy, &WkfListView::slotCopy},
-                                      {Bar::Paste, &WkfListView::slotPaste}});
+                                      {Bar::Paste, &WkfListView::slotPaste},
+                                      {Bar::New, &WkfListView::slotNew},
+                                      {Bar::Edit, &WkfListView::slotEdit},
+                                      {Bar::Delete, &WkfListView::DeleteSelectedEntries}});
 
     auto* menu = new ResortPopupMenu(this, "ViewMenu");
     menu->addAction(bar.GetAction(Bar::Copy));
@@ -109,6 +119,16 @@ void WkfListView::slotCopy() {
 
 void WkfListView::slotPaste() {
     PasteClipboard("wkflistview");
+}
+
+void WkfListView::slotNew() {
+    if (TargetListHandler::Instance()->AddNew() && List() && List()->size() > 0)
+        MakeCurrent(List()->size() - 1);
+}
+
+void WkfListView::slotEdit() {
+    if (const auto targets = SelectedInOrder(); !targets.empty())
+        RunEditor(targets, MediatorType::TargetList, tr("Target"), QStringLiteral("Target Editor"));
 }
 
 void WkfListView::FillCopyRow(FrequencyNodeMediator& mediator, FrequencyListCopyStruct& row) const {

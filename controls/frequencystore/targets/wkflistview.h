@@ -2,7 +2,8 @@
 
 #include "controls/frequencystore/common/entrylistview.h"
 
-/// List view of the local target list. Its actions call the target list handler.
+/// List view of the local target list. Its actions call the target list handler. New, Edit and Delete have
+/// keys and no buttons.
 class WkfListView : public EntryListView {
     Q_OBJECT
 
@@ -10,6 +11,7 @@ public:
     WkfListView(QWidget* parent, unsigned listId);
 
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
+    QString EmptyText() const override;
 
 public slots:
     void slotReadTargetList();
@@ -22,6 +24,10 @@ public slots:
     /// Adds the entries on the clipboard, of whatever list they are, as targets.
     void slotPaste();
     void slotItemClicked(SortListViewItem* item) override;
+    /// Adds a target with the receiver's settings and makes it the current one.
+    void slotNew();
+    /// Opens the editor of the selected targets.
+    void slotEdit();
 
 protected:
     void SetFilename2Caption(const QString& fileName);

@@ -145,18 +145,33 @@ void WkfNodeMediator::SetTransmissionSystem(const QString& system) {
     set(HeldTransmissionSystem(), system);
 }
 
+/// Null for a column of the bases.
+ValueBase* WkfNodeMediator::ownValue(unsigned columnId) const {
+    switch (columnId) {
+    case ColumnPriority:
+        return HeldPriority();
+    case ColumnThreatClass:
+        return HeldThreatClass();
+    case ColumnSignalClass:
+        return HeldSignalClass();
+    case ColumnTransmissionSystem:
+        return HeldTransmissionSystem();
+    default:
+        return nullptr;
+    }
+}
+
 bool WkfNodeMediator::CellText(unsigned columnId, QString& text) {
-    const auto* value = columnId == ColumnThreatClass          ? HeldThreatClass()
-                        : columnId == ColumnSignalClass        ? HeldSignalClass()
-                        : columnId == ColumnTransmissionSystem ? HeldTransmissionSystem()
-                                                               : nullptr;
-    if (value)
-        return get(value, text);
-    if (columnId != ColumnPriority)
+    const ValueBase* value = ownValue(columnId);
+    if (!value)
         return HalvoITNodeMediator::CellText(columnId, text);
-    if (HeldPriority())
-        text = HeldPriority()->GetStringValue();
-    return HeldPriority() != nullptr;
+    text = value->GetStringValue();
+    return true;
+}
+
+ValueBase* WkfNodeMediator::EditedValue(unsigned columnId) {
+    ValueBase* value = ownValue(columnId);
+    return value ? value : HalvoITNodeMediator::EditedValue(columnId);
 }
 
 void WkfNodeMediator::AddToXml(FreqStoreXml::FrequencyStoreList& list) {

@@ -29,6 +29,7 @@ public:
     bool SetValueFromString(int field, QString& text) override;
     void Update(Observable* subject, TChangeCode code) override;
     bool CellText(unsigned columnId, QString& text) override;
+    ValueBase* EditedValue(unsigned columnId) override;
     bool GetType(char& type, int subItem) override;
 
 protected:
@@ -48,6 +49,7 @@ private:
     static_assert(size_t(BoundEnd) <= BoundValues::Count);
 
     void bindOwn();
+    ValueBase* ownValue(unsigned columnId) const;
     ValueNumeric<int>* HeldPriority() const { return Bound<ValueNumeric<int>>(BoundPriority); }
     Value<QString>* HeldThreatClass() const { return Bound<Value<QString>>(BoundThreatClass); }
     Value<QString>* HeldProfileID() const { return Bound<Value<QString>>(BoundProfileID); }

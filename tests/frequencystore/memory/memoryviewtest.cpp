@@ -10,6 +10,7 @@
 #include "tests/support/dialogs.h"
 #include "tests/support/recorder.h"
 
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -224,7 +225,8 @@ TEST_F(MemoryView, ARowThatIsNoLongerSelectedIsLeftAlone) {
     FreqStoreXml::FrequencyStoreList copied;
     ASSERT_TRUE(copied.SetXmlString(FreqStore::Instance().GetClipboardText()));
     ASSERT_EQ(copied.GetFrequencyStoreEntry().size(), 2);
-    EXPECT_EQ(copied.GetFrequencyStoreEntry()[0].GetComment(), Q("b")) << "the current one is the nearest";
+    EXPECT_EQ(copied.GetFrequencyStoreEntry()[0].GetComment(), Q("a"));
+    EXPECT_EQ(CurrentComment(), Q("b")) << "the nearest";
     WhenOpen<CanCloseTabDialog>([](CanCloseTabDialog& dialog) {
         Enter(dialog, "comment", "edited");
         Press(dialog, QDialogButtonBox::Ok);
@@ -236,6 +238,37 @@ TEST_F(MemoryView, ARowThatIsNoLongerSelectedIsLeftAlone) {
     EXPECT_EQ(Channels().size(), 3);
     EXPECT_TRUE(Channels()[1].contains(Q("|d|")));
     EXPECT_EQ(CurrentComment(), Q("c"));
+}
+
+TEST_F(MemoryView, FlagsAndChoicesAreEditedInTheirCells) {
+    Start(MediatorType::MemoryVUHF);
+    Add(145.5e6, "a");
+    m_window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
+    m_view->setCurrentItem(m_view->topLevelItem(0), 8);
+    const QString before = m_job->GetValue();
+    QTest::keyClick(m_view, Qt::Key_F2);
+    auto* flag = qobject_cast<QComboBox*>(QApplication::focusWidget());
+    ASSERT_NE(flag, nullptr);
+    QTest::keyClick(flag, Qt::Key_Down);
+    QTest::keyClick(flag, Qt::Key_Return);
+    EXPECT_EQ(RowsOf(m_list, {"afc"}), QStringList{"true"});
+    EXPECT_NE(m_job->GetValue(), before) << "the job follows";
+    EXPECT_FALSE(m_view->IsEditing());
+}
+
+TEST_F(MemoryView, ARangeIsSeenInItsRowAndItsTextStays) {
+    Start(MediatorType::MemoryHF);
+    Add(7e6);
+    const Node* channel = m_list->Children().front();
+    const QImage before = m_view->grab().toImage();
+    channel->FindOwn<Value<bool>>(Keys::Range)->SetValue(true);
+    channel->FindOwn<ValueList<double>>(Keys::RangeFrequencies)->SetStringValue(Q("7010000;7020000"));
+    FreqStore::Instance().GetFrequencies(m_view->GetID())->ForceUpdateNow();
+    EXPECT_EQ(m_view->firstChild()->text(0), Q("7000.000 kHz"));
+    EXPECT_EQ(m_view->firstChild()->CellAddition(0), Q(" +2"));
+    EXPECT_EQ(m_view->firstChild()->CellAddition(1), QString());
+    EXPECT_NE(m_view->grab().toImage(), before);
 }
 
 TEST_F(MemoryView, SavingToTheJobTellsInTheCaptionWhetherItCouldBeAskedFor) {
@@ -276,11 +309,11 @@ TEST_F(MemoryView, ChannelsAreCopiedAndPastedAsXmlOrAsRows) {
     QStringList comments;
     for (const auto& entry : copied.GetFrequencyStoreEntry())
         comments << entry.GetComment();
-    EXPECT_EQ(comments, (QStringList{Q("c"), Q("a")})) << "the current one comes first";
+    EXPECT_EQ(comments, (QStringList{Q("a"), Q("c")})) << "in the order shown";
     m_view->slotPaste();
-    const QStringList both{Q("145500000|3000|c|USB"), Q("145500000|3000|a|USB")};
+    const QStringList both{Q("145500000|3000|a|USB"), Q("145500000|3000|c|USB")};
     EXPECT_EQ(Channels().mid(3), both);
-    EXPECT_EQ(CurrentComment(), Q("c"));
+    EXPECT_EQ(CurrentComment(), Q("a"));
     EXPECT_EQ(m_job->GetValue().count(Q("<MEMORYSCAN_CHANNEL ")), 5);
 
     FreqStore::Instance().SetClipboardText(Q("no list"));

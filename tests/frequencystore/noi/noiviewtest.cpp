@@ -170,7 +170,7 @@ TEST_F(NoiViewTest, ARowThatIsNoLongerSelectedIsLeftAlone) {
         EXPECT_TRUE(comment && comment->text() == Q("c"));
         dialog.reject();
     });
-    press(Qt::Key_F2);
+    press(Qt::Key_Return);
     press(Qt::Key_Delete);
     EXPECT_EQ(Entries(), (QStringList{"14000000|3000|a", "21000000|3000|d"}));
     EXPECT_EQ(m_view->currentItem(), Row(0)) << "where the first of them was";
@@ -181,7 +181,7 @@ TEST_F(NoiViewTest, ARowThatIsNoLongerSelectedIsLeftAlone) {
     for (const Bar::Action action : {Bar::Delete, Bar::Edit, Bar::Copy})
         EXPECT_FALSE(m_bar.GetAction(action)->isEnabled());
     press(Qt::Key_Delete);
-    press(Qt::Key_F2);
+    press(Qt::Key_Return);
     press(Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(Entries().size(), 2);
     EXPECT_EQ(FreqStore::Instance().GetClipboardText(), Q("as before"));

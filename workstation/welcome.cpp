@@ -1,0 +1,104 @@
+#include "workstation/welcome.h"
+
+#include "host/startup/cfgcenter.h"
+#include "workstation/icons.h"
+
+#include <QCheckBox>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+const QString SettingKey = QStringLiteral("Welcome");
+constexpr int TextWidth = 460;
+
+struct Way {
+    const char* icon;
+    const char* text;
+    const char* tip;
+    void (WelcomePage::*wanted)();
+};
+constexpr Way Ways[] = {
+    {"open", QT_TRANSLATE_NOOP("WelcomePage", "Open the &samples"),
+     QT_TRANSLATE_NOOP("WelcomePage", "Public frequencies in every list, and a search that finds signals"),
+     &WelcomePage::SamplesWanted},
+    {"receiver", QT_TRANSLATE_NOOP("WelcomePage", "Try the simulated &receiver"),
+     QT_TRANSLATE_NOOP("WelcomePage", "Type a frequency to tune to, and see signals come and go"),
+     &WelcomePage::ReceiverWanted},
+    {"import", QT_TRANSLATE_NOOP("WelcomePage", "Open a &file..."),
+     QT_TRANSLATE_NOOP("WelcomePage",
+                       "A list, a job or power sweeps; files can be dropped on the window, too"),
+     &WelcomePage::FileWanted},
+    {"help", QT_TRANSLATE_NOOP("WelcomePage", "Read the &guide"),
+     QT_TRANSLATE_NOOP("WelcomePage", "How to do what, with pictures"), &WelcomePage::GuideWanted},
+};
+
+} // namespace
+
+bool WelcomePage::IsWanted() {
+    return CfgCenter::GetAppCfg(ICfg::StartUp).GetBool(SettingKey, true);
+}
+
+WelcomePage::WelcomePage(QWidget& place)
+    : QFrame(&place), m_again(new QCheckBox(tr("&Do not show this again"))) {
+    setAutoFillBackground(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_DeleteOnClose);
+    auto* outer = new QVBoxLayout(this);
+    auto* column = new QWidget;
+    column->setMaximumWidth(TextWidth);
+    outer->addStretch(1);
+    outer->addWidget(column, 0, Qt::AlignHCenter);
+    outer->addStretch(2);
+    auto* layout = new QVBoxLayout(column);
+    auto* title = new QLabel(tr("<h2>Lists of frequencies for radio monitoring</h2>"));
+    layout->addWidget(title);
+    for (const Way& way : Ways) {
+        auto* button = new QPushButton(Icons::Get(QLatin1String(way.icon)), tr(way.text));
+        button->setObjectName(QLatin1String(way.icon));
+        auto* tip = new QLabel(tr(way.tip));
+        tip->setWordWrap(true);
+        tip->setIndent(button->iconSize().width());
+        button->setAccessibleDescription(tip->text());
+        layout->addWidget(button);
+        layout->addWidget(tip);
+        connect(button, &QPushButton::clicked, this, [this, wanted = way.wanted] {
+            end();
+            emit(this->*wanted)();
+        });
+    }
+    layout->addSpacing(fontMetrics().height());
+    m_again->setChecked(true);
+    layout->addWidget(m_again);
+    auto* close = new QPushButton(tr("&Close"));
+    close->setObjectName(QStringLiteral("close"));
+    layout->addWidget(close, 0, Qt::AlignRight);
+    connect(close, &QPushButton::clicked, this, &WelcomePage::end);
+    place.installEventFilter(this);
+    setGeometry(place.rect());
+    show();
+    raise();
+    setFocus();
+}
+
+void WelcomePage::end() {
+    if (m_again->isChecked() == IsWanted())
+        CfgCenter::GetAppCfg(ICfg::StartUp).SetBool(SettingKey, !m_again->isChecked());
+    close();
+}
+
+bool WelcomePage::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize)
+        setGeometry(parentWidget()->rect());
+    return QFrame::eventFilter(watched, event);
+}
+
+void WelcomePage::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        end();
+    else
+        QFrame::keyPressEvent(event);
+}
