@@ -45,7 +45,8 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/FrequencyStoreConfig.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/FrequencyStoreConfigVersion.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/FrequencyStore COMPONENT development)
 
-install(FILES README.md docs/architecture.md docs/file-formats.md docs/tree.md docs/screenshot.png
+install(FILES README.md docs/architecture.md docs/file-formats.md docs/translating.md docs/tree.md
+              docs/walks.md docs/screenshot.png
               docs/frequencystorelist.xsd docs/detectionresultlist.xsd
         DESTINATION ${doc}/freqstore-doc COMPONENT documentation)
 install(DIRECTORY docs/decisions DESTINATION ${doc}/freqstore-doc COMPONENT documentation)

@@ -12,7 +12,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-#include <array>
+#include <vector>
 
 namespace {
 
@@ -25,7 +25,7 @@ struct ListRow {
     List list;
     const char* name;
     Node* (*node)();
-    std::array<const char*, 4> marks;
+    std::vector<const char*> marks;
     bool marksEndName; ///< else they may stand anywhere in the path
 };
 const ListRow Lists[] = {
@@ -63,8 +63,7 @@ size_t sizeOf(List list) {
 bool readsByName(List list, const QString& path) {
     const ListRow& row = rowOf(list);
     return std::any_of(row.marks.begin(), row.marks.end(), [&](const char* mark) {
-        return mark &&
-               (row.marksEndName ? path.endsWith(QLatin1String(mark)) : path.contains(QLatin1String(mark)));
+        return row.marksEndName ? path.endsWith(QLatin1String(mark)) : path.contains(QLatin1String(mark));
     });
 }
 

@@ -121,16 +121,9 @@ void lookAtLines(QFile& file, const LineLayout& layout, FileLook& look) {
     look.firstProblemLine = reader.FirstProblemLine();
 }
 
-void lookAtSfl(QFile& file, FileLook& look) {
-    lookAtLines(file, SflLayout, look);
-}
-
-void lookAtLtl(QFile& file, FileLook& look) {
-    lookAtLines(file, LtlLayout, look);
-}
-
-void lookAtNoi(QFile& file, FileLook& look) {
-    lookAtLines(file, NoiLayout, look);
+template <const LineLayout& Layout>
+void lookAtLinesOf(QFile& file, FileLook& look) {
+    lookAtLines(file, Layout, look);
 }
 
 /// Exported lines of results have TABs, the heading of a table has none.
@@ -194,8 +187,11 @@ struct Kind {
 };
 
 constexpr Kind Kinds[] = {
-    {".sfl", "SFL lines", lookAtSfl}, {".ltl", "LTL lines", lookAtLtl}, {".xml", "XML", lookAtXml},
-    {".csv", "CSV", lookAtCsv},       {".noi", "NOI lines", lookAtNoi},
+    {".sfl", "SFL lines", lookAtLinesOf<SflLayout>},
+    {".ltl", "LTL lines", lookAtLinesOf<LtlLayout>},
+    {".xml", "XML", lookAtXml},
+    {".csv", "CSV", lookAtCsv},
+    {".noi", "NOI lines", lookAtLinesOf<NoiLayout>},
 };
 constexpr Kind JobKind{".pij", "job", lookAtXml};
 
