@@ -1520,10 +1520,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <translation>Einheiten, Farben, Sprache, Tasten und dergleichen</translation>
     </message>
     <message>
-        <source>&lt;b&gt;Frequency Store&lt;/b&gt;&lt;p&gt;Lists of frequencies for radio monitoring.&lt;/p&gt;&lt;p&gt;Wheel over the bar: zoom. Drag: move. Click: tune. Double click: show all.&lt;/p&gt;</source>
-        <translation>&lt;b&gt;Frequenzspeicher&lt;/b&gt;&lt;p&gt;Frequenzlisten für die Funküberwachung.&lt;/p&gt;&lt;p&gt;Mausrad über der Leiste: zoomen. Ziehen: verschieben. Klick: abstimmen. Doppelklick: alles zeigen.&lt;/p&gt;</translation>
-    </message>
-    <message>
         <source>Show or hide the panel &quot;%1&quot;</source>
         <translation>„%1“ zeigen oder verbergen</translation>
     </message>
@@ -2414,10 +2410,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>No frequencies of interest (NOI) yet. Add one, open a list, or send detections here.</source>
         <translation>Noch keine NOI-Frequenzen (Frequenzen von Interesse). Eine hinzufügen, eine Liste öffnen oder Detektionen hierher senden.</translation>
     </message>
-    <message>
-        <source>Edit</source>
-        <translation>Bearbeiten</translation>
-    </message>
 </context>
 <context>
     <name>SearchMCVectorListView</name>
@@ -2502,10 +2494,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>&amp;Newest first</source>
         <translation>&amp;Neueste zuerst</translation>
-    </message>
-    <message>
-        <source>&amp;Clear detections</source>
-        <translation>Detektionen &amp;löschen</translation>
     </message>
     <message>
         <source>simulated search</source>
