@@ -2990,7 +2990,7 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
     <message>
         <source>Paste T&amp;ext</source>
-        <translation>Te&amp;xt einfügen</translation>
+        <translation>Text einfü&amp;gen</translation>
     </message>
     <message>
         <source>Add an entry for each row that a spreadsheet has copied</source>
