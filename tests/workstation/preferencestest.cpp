@@ -61,7 +61,7 @@ protected:
             using CellDelegate::initStyleOption;
         };
         QStyleOptionViewItem cell;
-        (list->Cells().*&Painted::initStyleOption)(&cell, list->model()->index(0, 0));
+        (list->Cells().*&Painted::initStyleOption)(&cell, list->model()->index(list->RowCount() - 1, 0));
         return cell.text;
     }
 };

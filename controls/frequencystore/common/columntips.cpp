@@ -1,8 +1,7 @@
 #include "controls/frequencystore/common/columntips.h"
 
-#include "host/gui/sortlistview.h"
-
 #include <QCoreApplication>
+#include <QTreeWidgetItem>
 
 namespace {
 
@@ -53,8 +52,8 @@ QString ColumnTips::Of(const char* title) {
     return row == std::end(Rows) ? QString() : QCoreApplication::translate("ColumnTips", row->tip);
 }
 
-void ColumnTips::Set(SortListView& list, int column, const char* title) {
-    const QString name = list.headerItem()->text(column);
+void ColumnTips::Set(QTreeWidgetItem& headings, int column, const char* title) {
+    const QString name = headings.text(column);
     const QString tip = Of(title);
-    list.headerItem()->setToolTip(column, tip.isEmpty() ? name : name + QStringLiteral(": ") + tip);
+    headings.setToolTip(column, tip.isEmpty() ? name : name + QStringLiteral(": ") + tip);
 }

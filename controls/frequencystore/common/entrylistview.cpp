@@ -28,7 +28,7 @@ void EntryListView::AddColumns(std::span<const EntryColumn> columns, const QStri
         AddColumn(QCoreApplication::translate(metaObject()->className(), column.title), column.compare,
                   column.id);
         setColumnAlignment(static_cast<unsigned>(columnCount() - 1), column.alignment);
-        ColumnTips::Set(*this, columnCount() - 1, column.title);
+        ColumnTips::Set(*headerItem(), columnCount() - 1, column.title);
         widths.push_back(column.width);
         if (column.copyName)
             m_copied.push_back(

@@ -62,7 +62,7 @@ void ArrangeList(VectorListViewBase& view, std::span<const DetectionColumn> colu
     list.setShowSortIndicator(true);
     std::vector<int> widths;
     for (const DetectionColumn& column : columns) {
-        ColumnTips::Set(list, static_cast<int>(widths.size()), column.title);
+        ColumnTips::Set(*list.headerItem(), static_cast<int>(widths.size()), column.title);
         widths.push_back(column.width);
     }
     list.header()->setStretchLastSection(false); // its texts stand on the right, next to the others
