@@ -46,7 +46,7 @@ public:
     const FrequencyAxis& Frequencies() const { return m_frequencies; }
     const TimeAxis& Times() const { return m_times; }
     QSize sizeHint() const override { return {600, 260}; }
-    QSize minimumSizeHint() const override { return {300, 50}; }
+    QSize minimumSizeHint() const override { return {300, 60}; }
 
 signals:
     void RangeChanged(double fromHertz, double toHertz);

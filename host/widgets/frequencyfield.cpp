@@ -2,6 +2,7 @@
 
 #include "host/base/frequencyinput.h"
 #include "host/base/frequencytext.h"
+#include "host/gui/quiettext.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -154,7 +155,7 @@ void FrequencyField::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
     if (m_hasRoom) {
         QPainter painter(this);
-        painter.setPen(palette().color(QPalette::PlaceholderText));
+        painter.setPen(QuietText(palette()));
         painter.setFont(noteFont());
         painter.drawText(rect().adjusted(0, 0, -Gap, 0), Qt::AlignRight | Qt::AlignVCenter, m_understood);
     }
