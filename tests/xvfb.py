@@ -14,6 +14,7 @@ import sys
 import tempfile
 import time
 
+SCREEN = 1024, 600  # a small one
 PATIENCE = 20  # seconds for what takes fractions of one
 SAMPLE = "Boston Tower"
 TARGET = "Logan Tower"  # as that is called here, to tell it from the channel of the sample job
@@ -32,8 +33,8 @@ def await_that(what, question):
 
 @contextlib.contextmanager
 def running(command, **options):
-    """A process that does not outlive its block."""
-    process = subprocess.Popen(command, **options)
+    """A process that does not outlive its block, nor this script when that is killed."""
+    process = subprocess.Popen(["setpriv", "--pdeathsig", "KILL", *command], **options)
     try:
         yield process
     finally:
@@ -44,7 +45,7 @@ def running(command, **options):
 
 @contextlib.contextmanager
 def display():
-    command = ["Xvfb", "-displayfd", "1", "-screen", "0", "1440x860x24", "-nolisten", "tcp"]
+    command = ["Xvfb", "-displayfd", "1", "-screen", "0", "%dx%dx24" % SCREEN, "-nolisten", "tcp"]
     with running(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as server:
         number = server.stdout.readline().decode().strip()
         assert number, "Xvfb does not start"
@@ -71,6 +72,12 @@ class Operator:
     def looks_at(self, title):
         window = self.sees(title)
         self.xdotool("windowfocus", "--sync", window)
+        return window
+
+    def size_of(self, window):
+        lines = self.xdotool("getwindowgeometry", "--shell", window)
+        values = dict(line.split("=") for line in lines)
+        return int(values["WIDTH"]), int(values["HEIGHT"])
 
     def presses(self, *keys):
         self.xdotool("key", "--clearmodifiers", *keys)
@@ -104,7 +111,9 @@ def find_tune_copy_and_save(program, server, folder, samples):
     targets.write_text(text.replace(SAMPLE, TARGET), encoding="utf-8")
     assert TARGET not in job.read_text(encoding="utf-8"), "what the keys do is not there before"
     with started(program, server, folder, "--demo", "--job", job, targets) as operator:
-        operator.looks_at("Local TargetList - targets.xml")
+        window = operator.looks_at("Local TargetList - targets.xml")
+        size = operator.size_of(window)
+        assert all(has <= room for has, room in zip(size, SCREEN)), f"larger than the screen: {size}"
         operator.presses("ctrl+f")
         operator.types("logan tower 118-137 MHz")
         operator.presses("Down", "ctrl+Page_Down")

@@ -1,6 +1,6 @@
 #include "host/base/problems.h"
 #include "host/gui/guibase.h"
-#include "host/widgets/vclineedit.h"
+#include "host/widgets/frequencyfield.h"
 #include "workstation/application.h"
 #include "workstation/filedrop.h"
 #include "workstation/fileopener.h"

@@ -42,7 +42,8 @@ namespace {
 
 constexpr int TabsMilliseconds = 150;
 constexpr int MessagesHeight = 110;
-constexpr int BarWidth = 320; ///< in the smallest window
+constexpr int LeastMessagesHeight = 50; ///< in the smallest window
+constexpr int BarWidth = 320;           ///< in the smallest window
 constexpr int SideWidth = 330;
 constexpr int DetailsHeight = 400; ///< against each other
 constexpr int SettingsHeight = 300;
@@ -180,6 +181,7 @@ void MainWindow::makePanels(Receiver& receiver) {
     AddPanel(scrolled(new ReceiverPanel(receiver, *m_bands)), tr("Receiver"), Qt::RightDockWidgetArea);
     AddPanel(new BandsPanel(*m_bands), tr("NOI bands"), Qt::RightDockWidgetArea)->hide();
     m_messages->setAccessibleName(tr("Messages"));
+    m_messages->setMinimumHeight(LeastMessagesHeight);
     m_messagesDock = AddPanel(m_messages, tr("Messages"), Qt::BottomDockWidgetArea);
     resizeDocks({m_messagesDock}, {MessagesHeight}, Qt::Vertical);
     sizePanels();

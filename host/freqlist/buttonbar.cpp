@@ -5,6 +5,7 @@
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/freqlist/nothingfound.h"
 #include "host/gui/colorset.h"
+#include "host/gui/quiettext.h"
 #include "host/gui/sortlistview.h"
 #include "host/valuetree/valueselection.h"
 
@@ -283,7 +284,7 @@ void FreqStoreListViewButtonBar::showUnderstood() {
     const QString understood = m_list ? m_list->FilterQuery().Describe() : QString();
     setTextColor(*m_understood,
                  problem.isEmpty()
-                     ? palette().color(QPalette::PlaceholderText)
+                     ? QuietText(palette())
                      : ColorSet::Instance().GetColorDefinition(IColorBase::ERROR_TEXT).GetColor());
     m_understood->setText(!problem.isEmpty() || understood.isEmpty() ? problem
                                                                      : tr("Shown: %1").arg(understood));

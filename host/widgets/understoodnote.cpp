@@ -1,5 +1,7 @@
 #include "host/widgets/understoodnote.h"
 
+#include "host/gui/quiettext.h"
+
 #include <QApplication>
 #include <QLineEdit>
 #include <QPainter>
@@ -47,7 +49,7 @@ void UnderstoodNote::Paint() const {
     if (!m_hasRoom)
         return;
     QPainter painter(&m_field);
-    painter.setPen(m_field.palette().color(QPalette::PlaceholderText));
+    painter.setPen(QuietText(m_field.palette()));
     painter.setFont(noteFont(m_field));
     painter.drawText(m_field.rect().adjusted(0, 0, -Gap, 0), Qt::AlignRight | Qt::AlignVCenter, m_text);
 }

@@ -1,5 +1,6 @@
 #include "host/gui/colorset.h"
 #include "host/gui/guicentral.h"
+#include "host/gui/quiettext.h"
 
 #include <QGuiApplication>
 #include <QPalette>
@@ -70,6 +71,21 @@ TEST(PositionFormat, OffersEveryFormatUnderItsNumber) {
     EXPECT_EQ(texts.size(), 5U);
     EXPECT_EQ(format->GetItemCount(), 5);
     format->Select(0L);
+}
+
+TEST(QuietTexts, AreReadWhateverTheThemeLeavesForPlaceholders) {
+    QPalette palette;
+    palette.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+    for (const auto& [text, base] : {std::pair(Qt::white, Qt::black), std::pair(Qt::black, Qt::white)}) {
+        palette.setColor(QPalette::Text, text);
+        palette.setColor(QPalette::Base, base);
+        const QColor quiet = QuietText(palette);
+        const double opacity = quiet.alphaF();
+        const double shown =
+            opacity * quiet.lightnessF() + (1 - opacity) * palette.color(QPalette::Base).lightnessF();
+        EXPECT_GT(std::abs(shown - palette.color(QPalette::Base).lightnessF()), 0.5);
+        EXPECT_GT(std::abs(shown - palette.color(QPalette::Text).lightnessF()), 0.3) << "quieter than texts";
+    }
 }
 
 } // namespace
