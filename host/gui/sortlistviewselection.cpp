@@ -92,5 +92,11 @@ void SortListView::SelectPlace(int place) {
 
 void SortListView::selectAll() {
     finishFilter();
+    const int mode = selectionMode();
+    if (mode == MultiSelection || mode == ExtendedSelection || mode == ContiguousSelection) {
+        // Taking all into a selection of many ranges would compare all with all.
+        const QSignalBlocker quiet(selectionModel());
+        selectionModel()->clearSelection();
+    }
     QTreeWidget::selectAll();
 }

@@ -522,6 +522,14 @@ TEST_F(RecordViews, BarLineMarksEveryRecordOnceItIsVisible) {
     list->PushBack(detection(77, 1e6 + 40500, 1));
     EXPECT_EQ(marked(), 11);
     EXPECT_EQ(line.ItemFrequency(line[40].lastItem), 1e6 + 40500);
+    view.Set_ValuePath(Path);
+    view.GetListView()->SetFilterText("77");
+    line.SetShownOnly(view.ShownEntries());
+    EXPECT_EQ(marked(), 1);
+    EXPECT_TRUE(line[40].flags & PixState::Centre);
+    view.GetListView()->SetFilterText("");
+    line.SetShownOnly(view.ShownEntries());
+    EXPECT_EQ(marked(), 11);
     removeList();
     EXPECT_FALSE(line.HasObservable());
     EXPECT_EQ(marked(), 0);
