@@ -1,5 +1,6 @@
 #include "host/base/problems.h"
 #include "host/gui/guibase.h"
+#include "host/widgets/frequencyfield.h"
 #include "host/widgets/vclineedit.h"
 #include "workstation/application.h"
 #include "workstation/filedrop.h"
