@@ -982,10 +982,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Profile ID</source>
         <translation>Profil-ID</translation>
     </message>
-    <message>
-        <source>1 is the highest, 11 stands for none</source>
-        <translation>1 ist die höchste, 11 steht für keine</translation>
-    </message>
 </context>
 <context>
     <name>HelpWindow</name>
@@ -2522,10 +2518,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Start or stop a search without a radio</source>
         <translation>Eine Suche ohne Funkgerät starten oder anhalten</translation>
-    </message>
-    <message>
-        <source>&amp;Clear detections</source>
-        <translation>Detektionen &amp;löschen</translation>
     </message>
 </context>
 <context>
