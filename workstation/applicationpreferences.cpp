@@ -1,10 +1,6 @@
 #include "host/base/problems.h"
 #include "host/gui/guibase.h"
 #include "host/widgets/frequencyfield.h"
-<<<<<<< HEAD
-=======
-#include "host/widgets/vclineedit.h"
->>>>>>> walk
 #include "workstation/application.h"
 #include "workstation/filedrop.h"
 #include "workstation/fileopener.h"
