@@ -45,7 +45,8 @@ def running(command, **options):
 
 @contextlib.contextmanager
 def display():
-    command = ["Xvfb", "-displayfd", "1", "-screen", "0", "%dx%dx24" % SCREEN, "-nolisten", "tcp"]
+    # Without -noreset the server begins anew after its last client, and refuses one that comes meanwhile.
+    command = ["Xvfb", "-displayfd", "1", "-screen", "0", "%dx%dx24" % SCREEN, "-nolisten", "tcp", "-noreset"]
     with running(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as server:
         number = server.stdout.readline().decode().strip()
         assert number, "Xvfb does not start"
