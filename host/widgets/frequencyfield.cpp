@@ -2,12 +2,19 @@
 
 #include "host/base/frequencyinput.h"
 #include "host/base/frequencytext.h"
+#include "host/gui/guibase.h"
 
 #include <QKeyEvent>
 
 FrequencyField::FrequencyField(QWidget* parent) : QLineEdit(parent) {
     connect(this, &QLineEdit::textEdited, this, &FrequencyField::follow);
     SetDefaultUnit(m_unit);
+}
+
+/// The operator's choice counts more than the field's.
+double FrequencyField::unit() const {
+    const double chosen = GuiBase::Instance().GetBareUnit();
+    return chosen > 0 ? chosen : m_unit;
 }
 
 void FrequencyField::SetDefaultUnit(double hertz) {
@@ -33,7 +40,7 @@ void FrequencyField::showFrequency() {
 }
 
 void FrequencyField::follow(const QString& entry) {
-    const Quor::FrequencyInput input = Quor::ReadFrequencyInput(entry, m_unit);
+    const Quor::FrequencyInput input = Quor::ReadFrequencyInput(entry, unit());
     const bool isEmpty = entry.trimmed().isEmpty();
     m_understood.Show(input.Understood(), input.mayMisread);
     setError(isEmpty ? QString() : input.problem);
@@ -47,7 +54,7 @@ bool FrequencyField::Commit() {
         showFrequency(); // nothing typed is no entry
         return true;
     }
-    const Quor::FrequencyInput input = Quor::ReadFrequencyInput(text(), m_unit);
+    const Quor::FrequencyInput input = Quor::ReadFrequencyInput(text(), unit());
     setError(input.problem);
     if (!input.IsFrequency())
         return false;
@@ -73,7 +80,7 @@ void FrequencyField::setError(const QString& error) {
 
 void FrequencyField::updateToolTip() {
     const QString tip = tr("A number without a unit is in %1; Hz, kHz, MHz and GHz may follow it")
-                            .arg(Quor::UnitName(m_unit));
+                            .arg(Quor::UnitName(unit()));
     setToolTip(m_error.isEmpty() ? m_understood.AboveTip(tip) : m_error + QLatin1Char('\n') + tip);
 }
 

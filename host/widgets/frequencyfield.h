@@ -47,6 +47,7 @@ private:
     void showFrequency();
     void setError(const QString& error);
     void updateToolTip();
+    double unit() const;
 
     double m_unit = 1e3;
     double m_hertz = 0;

@@ -1,7 +1,7 @@
 #include "host/freqlist/emptylist.h"
 #include "host/gui/colorset.h"
 #include "host/gui/sortlistview.h"
-#include "host/widgets/vclineedit.h"
+#include "host/widgets/frequencyfield.h"
 #include "tests/support/dialogs.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/about.h"

@@ -3,7 +3,7 @@
 #include "host/gui/celldelegate.h"
 #include "host/gui/colorset.h"
 #include "host/gui/sortlistview.h"
-#include "host/widgets/vclineedit.h"
+#include "host/widgets/frequencyfield.h"
 #include "tests/support/dialogs.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/actions.h"
@@ -49,7 +49,7 @@ protected:
         field->setCurrentIndex(field->findData(QString::fromLatin1(value)));
     }
     double typed(const char* text) {
-        VCLineEdit* field = window().GetStrip()->GetField();
+        FrequencyField* field = window().GetStrip()->GetField();
         field->selectAll();
         QTest::keyClicks(field, text);
         QTest::keyClick(field, Qt::Key_Return);
