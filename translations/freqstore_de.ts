@@ -1512,7 +1512,7 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <translation>Wege zum Anfang</translation>
     </message>
     <message>
-        <source>Pr&amp;eferences...</source>
+        <source>P&amp;references...</source>
         <translation>Ei&amp;nstellungen...</translation>
     </message>
     <message>

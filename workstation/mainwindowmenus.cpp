@@ -119,7 +119,7 @@ void MainWindow::makeHelpMenu() {
 
 void MainWindow::SetPreferences(std::function<void()> edit) {
     m_editMenu->addSeparator();
-    add(*m_editMenu, "preferences", tr("Pr&eferences..."), tr("Units, colours, language, keys and the like"),
+    add(*m_editMenu, "preferences", tr("P&references..."), tr("Units, colours, language, keys and the like"),
         QKeySequence(Qt::CTRL | Qt::Key_Comma), [edit = std::move(edit)] { edit(); });
 }
 

@@ -19,7 +19,7 @@ double FrequencyField::unit() const {
 
 void FrequencyField::SetDefaultUnit(double hertz) {
     m_unit = hertz;
-    setPlaceholderText(tr("Frequency in %1").arg(Quor::UnitName(hertz)));
+    setPlaceholderText(tr("Frequency in %1").arg(Quor::UnitName(unit())));
     if (isModified())
         follow(text());
     updateToolTip();
