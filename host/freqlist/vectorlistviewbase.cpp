@@ -362,7 +362,7 @@ void VectorListViewBase::filterMore(size_t records) {
     }
     if (!turn)
         return; // who began shows the page
-    if (before <= static_cast<size_t>(m_page.First() + m_page.FullRows()))
+    if (static_cast<qint64>(before) <= qint64(m_page.First()) + m_page.FullRows())
         showPage();
     else
         m_page.ShowScrollRange(RowCount());
