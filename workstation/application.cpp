@@ -390,14 +390,14 @@ void Workstation::SetAttended(bool attended) {
 /// Writers note their failure and tell it, in either order.
 void Workstation::showWriteFailure() {
     QTimer::singleShot(0, m_window.get(), [this] {
-        if (const std::optional<Problem> failure = REPORTGENERATOR::LastWriteFailure())
+        if (const std::optional<Problem>& failure = REPORTGENERATOR::LastWriteFailure())
             m_window->GetFailureNote()->Show(MainWindow::tr("Not saved: ") + failure->ToString());
     });
 }
 
 /// The file has been written, or holds what is shown.
 void Workstation::resolveWriteFailure(const QString& path) {
-    const std::optional<Problem> failure = REPORTGENERATOR::LastWriteFailure();
+    const std::optional<Problem>& failure = REPORTGENERATOR::LastWriteFailure();
     if (!failure || QFileInfo(failure->file).absoluteFilePath() != QFileInfo(path).absoluteFilePath())
         return;
     REPORTGENERATOR::ForgetWriteFailure();

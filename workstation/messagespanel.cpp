@@ -4,6 +4,7 @@
 #include "host/base/trace.h"
 #include "host/gui/colorset.h"
 
+#include <QEvent>
 #include <QTime>
 
 namespace {
