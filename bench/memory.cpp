@@ -46,7 +46,9 @@ public:
         handler.SetData4Jobfile_ValuePath(QStringLiteral("/JEN/Job/Data"));
     }
     ~Memory() {
-        m_job->SetValue(QString()); // nobody is there to be asked about an unsaved job
+        const QTemporaryDir folder; // nobody is there to be asked about an unsaved job
+        if (!Handler().SaveJobFile(folder.filePath(QStringLiteral("job.pij"))))
+            qFatal("the job cannot be saved");
         MemorySystemHandler::DeleteInstance();
         Tree::Instance()->GetNode(QStringLiteral("/Lists"))->DeleteNode(m_list);
         Tree::Instance()->GetNode(QStringLiteral("/JEN/Job"))->DeleteChildren();
