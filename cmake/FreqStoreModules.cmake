@@ -56,7 +56,7 @@ target_link_libraries(workstation_lib PRIVATE Qt6::Svg ${GeographicLib_LIBRARIES
 qt_add_resources(workstation_lib licence PREFIX / FILES LICENSE)
 target_sources(workstation_lib PRIVATE workstation/bandplan/bandplan.qrc)
 set_target_properties(workstation_lib PROPERTIES AUTORCC ON)
-# The guide lies in the program; its pictures are taken by the program itself and lie beside the texts.
+# The guide lies in the program; its pictures, which the target guide lets the program take, lie beside the texts.
 file(GLOB_RECURSE guide CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/docs/guide/*.md)
 qt_add_resources(workstation_lib guide PREFIX /guide BASE docs/guide FILES ${guide})
 freqstore_program(freqstore-cli cli)
@@ -81,7 +81,7 @@ if(NOT CMAKE_CROSSCOMPILING AND NOT FREQSTORE_FUZZ)
       VERBATIM)
     list(APPEND guide_stamps ${pictures}.stamp)
   endforeach()
-  add_custom_target(guide ALL DEPENDS ${guide_stamps})
+  add_custom_target(guide DEPENDS ${guide_stamps})
 endif()
 # By hand, as it writes into the sources.
 add_custom_target(update_translations

@@ -22,6 +22,7 @@ namespace {
 constexpr QSize WindowSize(1100, 680);
 constexpr int SettleMilliseconds = 400;
 constexpr int DialogMilliseconds = 200;
+constexpr int RowsMilliseconds = 10000; ///< how long rows may take to come
 constexpr int TimeHeight = 240;
 
 /// The lists by the order of their tabs.
@@ -44,7 +45,11 @@ QWidget* show(MainWindow& window, Tab tab) {
 void select(QWidget& page, int rows) {
     auto* list = page.findChild<SortListView*>();
     list->clearSelection();
-    for (int row = rows - 1; row >= 0; --row)
+    QElapsedTimer timer; // rows come some time after their list is shown
+    timer.start();
+    while (list->topLevelItemCount() < rows && timer.elapsed() < RowsMilliseconds)
+        settle();
+    for (int row = std::min(rows, list->topLevelItemCount()) - 1; row >= 0; --row)
         list->setSelected(list->topLevelItem(row), true);
     settle();
 }
