@@ -37,12 +37,17 @@ add_library(sweep STATIC ${sources})
 target_link_libraries(sweep PUBLIC FrequencyStore::host)
 freqstore_use_pch(sweep core)
 
+freqstore_sources(sources interchange)
+add_library(interchange STATIC ${sources})
+target_link_libraries(interchange PUBLIC FrequencyStore::host)
+freqstore_use_pch(interchange core)
+
 # Everything of a program but main() is a library of its own, so that tests can call it.
 function(freqstore_program name folder)
   freqstore_sources(sources ${folder})
   list(REMOVE_ITEM sources ${PROJECT_SOURCE_DIR}/${folder}/main.cpp)
   add_library(${folder}_lib STATIC ${sources})
-  target_link_libraries(${folder}_lib PUBLIC FrequencyStore::frequencystore sweep)
+  target_link_libraries(${folder}_lib PUBLIC FrequencyStore::frequencystore sweep interchange)
   target_compile_definitions(${folder}_lib PUBLIC FREQSTORE_VERSION="${PROJECT_VERSION}")
   freqstore_use_pch(${folder}_lib widgets)
   add_executable(${name} ${folder}/main.cpp)

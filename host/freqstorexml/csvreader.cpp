@@ -1,12 +1,12 @@
 #include "host/freqstorexml/csvreader.h"
 
 #include "host/base/fileproblems.h"
-#include "host/base/textdecoder.h"
 #include "host/freqstorexml/csvheading.h"
 #include "host/freqstorexml/csvoptions.h"
 #include "host/freqstorexml/csvscanner.h"
 #include "host/report/irgobject.h"
 #include "host/report/textform.h"
+#include "host/report/textinput.h"
 
 #include <optional>
 
@@ -19,30 +19,6 @@ namespace {
 QString ToText(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
-
-/// The bytes of a CSV file as UTF-8: the file's own, where it is that.
-class CsvInput {
-public:
-    CsvInput(QIODevice& device, const QString& name) : m_form(LookAtText(device)), m_device(&device) {
-        if (!m_form.refusal.isEmpty())
-            throw RGException(ErrorText(name, m_form.refusalLine, m_form.refusal));
-        if (m_form.encoding != TextEncoding::Utf8)
-            m_device = &m_converted.emplace(device, m_form.encoding);
-    }
-
-    QIODevice& Device() { return *m_device; }
-    void Tell(FileProblems& problems) const {
-        if (const QString remark = m_form.Remark(); !remark.isEmpty())
-            problems.ReportAlways(m_form.foreignLine, remark);
-        else if (m_converted)
-            problems.ReportAlways(1, QStringLiteral("is not UTF-8, and is read all the same"));
-    }
-
-private:
-    TextForm m_form;
-    QIODevice* m_device;
-    std::optional<Utf8Device> m_converted;
-};
 
 /// Takes away the apostrophe that stands before what would be a formula.
 std::string_view Unguarded(std::string_view text, const MemberPtr& member) {
@@ -84,7 +60,7 @@ bool IsCut(const CsvScanner& scanner, const CsvHeading& heading) {
 } // namespace
 
 void ReadCsvRecords(QIODevice& device, const QString& name, const CsvLayout& layout, IObjectList& items) {
-    CsvInput input(device, name);
+    TextInput input(device, name);
     CsvScanner scanner(input.Device(), name);
     CsvHeading heading(scanner, layout);
     FileProblems problems(name, "csvreader");
@@ -108,7 +84,7 @@ void ReadCsvRecords(QIODevice& device, const QString& name, const CsvLayout& lay
 }
 
 CsvLook LookAtCsv(QIODevice& device, const QString& name, const CsvLayout& layout) {
-    CsvInput input(device, name);
+    TextInput input(device, name);
     CsvScanner scanner(input.Device(), name);
     CsvHeading heading(scanner, layout);
     CsvLook look;

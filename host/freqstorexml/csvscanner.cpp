@@ -12,7 +12,8 @@ constexpr std::size_t MostCells = 1024;
 constexpr char EndOfText = 0x1A;
 } // namespace
 
-CsvScanner::CsvScanner(QIODevice& device, const QString& name) : m_input(device, name) {}
+CsvScanner::CsvScanner(QIODevice& device, const QString& name, CsvDialect dialect)
+    : m_input(device, name), m_dialect(dialect) {}
 
 bool CsvScanner::NextRow() {
     m_input.Skip(m_rowSize);
@@ -20,7 +21,7 @@ bool CsvScanner::NextRow() {
     while (m_input.Ensure(1)) {
         const std::string_view row = TakeRow();
         if (!row.empty()) {
-            if (!std::exchange(m_started, true))
+            if (m_dialect.separator == 0)
                 FindSeparator(row);
             Split(row);
             return true;
@@ -32,7 +33,15 @@ bool CsvScanner::NextRow() {
 }
 
 void CsvScanner::FindSeparator(std::string_view heading) {
-    m_separator = std::ranges::count(heading, ';') > std::ranges::count(heading, ',') ? ';' : ',';
+    m_dialect.separator = std::ranges::count(heading, ';') > std::ranges::count(heading, ',') ? ';' : ',';
+}
+
+/// Whether a quote outside of quotes opens some.
+bool CsvScanner::OpensQuotes(std::string_view row, std::size_t at) const {
+    if (!m_dialect.lenient)
+        return m_dialect.quotes;
+    // One behind another that closed is the second of two that stand for one.
+    return m_dialect.quotes && (at == 0 || row[at - 1] == m_dialect.separator || at == m_behindQuotes);
 }
 
 /// Where the row ends whose bytes from an offset on are still to be looked at; the size of the rest when it
@@ -43,9 +52,11 @@ std::size_t CsvScanner::FindEnd(std::size_t from, bool& quoted) {
     for (; from < rest.size(); ++from) {
         if (rest[from] > '"') // most are, and need one look only
             continue;
-        if (rest[from] == '"')
-            quoted = !quoted;
-        else if (!quoted && (rest[from] == '\n' || rest[from] == '\r'))
+        if (rest[from] == '"') {
+            m_behindQuotes = quoted ? from + 1 : m_behindQuotes;
+            quoted = !quoted && OpensQuotes(rest, from);
+        }
+        if (!quoted && (rest[from] == '\n' || rest[from] == '\r'))
             break;
     }
     return from;
@@ -54,6 +65,7 @@ std::size_t CsvScanner::FindEnd(std::size_t from, bool& quoted) {
 /// The row at hand without its line end, and without the Ctrl-Z that old systems put at the end of a file.
 std::string_view CsvScanner::TakeRow() {
     bool quoted = false;
+    m_behindQuotes = 0;
     std::size_t end = FindEnd(0, quoted);
     while (end == m_input.Rest().size() && m_input.More())
         end = FindEnd(end, quoted);
@@ -79,12 +91,12 @@ void CsvScanner::Split(std::string_view row) {
     for (std::size_t at = 0;; ++at) {
         if (m_cells.size() == MostCells)
             Fail(QStringLiteral("a row has more than %1 cells").arg(MostCells));
-        if (at < row.size() && row[at] == '"') {
+        if (m_dialect.quotes && at < row.size() && row[at] == '"') {
             at = SplitQuoted(row, at);
         } else {
-            const std::size_t end = std::min(row.find(m_separator, at), row.size());
+            const std::size_t end = std::min(row.find(m_dialect.separator, at), row.size());
             m_cells.push_back(row.substr(at, end - at));
-            if (m_cells.back().find('"') != std::string_view::npos)
+            if (m_dialect.quotes && !m_dialect.lenient && m_cells.back().find('"') != std::string_view::npos)
                 Fail(QStringLiteral("there is a quote within a cell that is not quoted"));
             at = end;
         }
@@ -105,11 +117,16 @@ std::size_t CsvScanner::SplitQuoted(std::string_view row, std::size_t at) {
         unquoted->append(row, from, quote + 1 - from);
         from = quote + 2;
     }
-    if (quote == std::string_view::npos || (quote + 1 < row.size() && row[quote + 1] != m_separator))
+    const std::string_view last = row.substr(from, std::min(quote, row.size()) - from);
+    const std::size_t end = quote == std::string_view::npos ? quote : row.find(m_dialect.separator, quote);
+    const std::string_view behind =
+        quote == std::string_view::npos ? "" : row.substr(quote + 1, std::min(end, row.size()) - quote - 1);
+    if (!m_dialect.lenient && (quote == std::string_view::npos || !behind.empty()))
         Fail(QStringLiteral("there is text behind the quotes of a cell"));
-    const std::string_view last = row.substr(from, quote - from);
-    m_cells.push_back(unquoted ? std::string_view(unquoted->append(last)) : last);
-    return quote + 1;
+    if (!behind.empty() && !unquoted)
+        unquoted = &m_unquoted.emplace_back();
+    m_cells.push_back(unquoted ? std::string_view(unquoted->append(last).append(behind)) : last);
+    return std::min(end, row.size());
 }
 
 } // namespace FreqStoreXml

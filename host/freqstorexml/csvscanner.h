@@ -11,12 +11,22 @@
 
 namespace FreqStoreXml {
 
+/// How a table marks its cells.
+struct CsvDialect {
+    char separator = 0; ///< 0: the first row tells
+    bool quotes = true; ///< else quotes are text, and each line is a row
+    /// A quote within a cell that does not begin with one is text, and so is what stands behind the quotes of
+    /// one that does. The separator must be given.
+    bool lenient = false;
+};
+
 /// Takes a CSV file (RFC 4180, UTF-8, lines ending with LF, CR or both) apart into rows of cells. The first
-/// row tells the separator: ";" when it has more of them than of ",". Empty lines are passed over.
+/// row tells the separator, unless the dialect does: ";" when it has more of them than of ",". Empty lines
+/// are passed over.
 class CsvScanner {
 public:
     /// Reads from the caller's device; `name` stands for it in error texts.
-    CsvScanner(QIODevice& device, const QString& name);
+    CsvScanner(QIODevice& device, const QString& name, CsvDialect dialect = {});
 
     /// Goes to the next row; false at the end. Throws RGException for what is not CSV or not UTF-8.
     [[nodiscard]] bool NextRow();
@@ -35,12 +45,13 @@ private:
     std::string_view TakeRow();
     void Split(std::string_view row);
     std::size_t SplitQuoted(std::string_view row, std::size_t at);
+    bool OpensQuotes(std::string_view row, std::size_t at) const;
 
     REPORTGENERATOR::ByteInput m_input;
-    char m_separator = ',';
-    bool m_started = false; ///< the separator is known
+    CsvDialect m_dialect; ///< its separator is known from the first row on
     bool m_rowEnds = true;
-    std::size_t m_rowSize = 0; ///< of the current row with its line end; skipped by the next call
+    std::size_t m_behindQuotes = 0; ///< place behind the last quote of the row at hand that closed a cell
+    std::size_t m_rowSize = 0;      ///< of the current row with its line end; skipped by the next call
     std::vector<std::string_view> m_cells;
     std::deque<std::string> m_unquoted; ///< owns the cells that hold doubled quotes
 };

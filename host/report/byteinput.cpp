@@ -57,7 +57,8 @@ std::string_view ByteInput::Rest() const {
 bool ByteInput::More() {
     char* data = m_buffer.data();
     if (m_begin > 0) {
-        m_linesBeforeBuffer += CountLineEnds(data, data + m_begin, data + m_end);
+        m_lineEnds += CountLineEnds(data + m_counted, data + m_begin, data + m_end);
+        m_counted = 0;
         std::copy(data + m_begin, data + m_end, data);
         m_end -= m_begin;
         m_begin = 0;
@@ -84,7 +85,13 @@ bool ByteInput::Ensure(std::size_t count) {
 
 qint64 ByteInput::Line() const {
     const char* data = m_buffer.constData();
-    return 1 + m_linesBeforeBuffer + CountLineEnds(data, data + m_begin, data + m_end);
+    const qint64 lineEnds = m_lineEnds + CountLineEnds(data + m_counted, data + m_begin, data + m_end);
+    // A CR at the very end may turn out to be half of a line end.
+    if (m_begin < m_end) {
+        m_lineEnds = lineEnds;
+        m_counted = m_begin;
+    }
+    return 1 + lineEnds;
 }
 
 void ByteInput::Fail(const QString& reason) const {

@@ -48,7 +48,8 @@ private:
     QByteArray m_buffer;
     qsizetype m_begin = 0;
     qsizetype m_end = 0;
-    qint64 m_linesBeforeBuffer = 0;
+    mutable qint64 m_lineEnds = 0;   ///< before `m_counted`
+    mutable qsizetype m_counted = 0; ///< place in the buffer up to which line ends are counted
 };
 
 /// "file:line: reason", without the parts that are not known (an empty name, a line of 0).

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+
+#include <map>
+#include <string_view>
+
+namespace Interchange {
+
+/// What became of the content of a file, or of a list on its way into one: what was taken, and all that was
+/// not, counted by what it is.
+class Account {
+public:
+    qint64 entries = 0; ///< taken
+    qint64 refused = 0; ///< records that are no entries, each told with its line
+
+    /// Counts a thing that had to be left out or changed, in the operator's words ("Power", "bandwidth from
+    /// the mode").
+    void Count(std::string_view what);
+    const std::map<QString, qint64>& Counts() const { return m_counts; }
+    /// "Power (12), Tone (3)"; empty when nothing was counted.
+    QString CountsText() const;
+
+private:
+    struct Last {
+        std::string_view what;
+        qint64* count = nullptr;
+    };
+
+    std::map<QString, qint64> m_counts;
+    Last m_last; ///< of a constant text, which mostly comes again
+};
+
+} // namespace Interchange

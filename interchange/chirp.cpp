@@ -1,0 +1,161 @@
+#include <algorithm>
+
+#include "interchange/formatlist.h"
+#include "interchange/rows.h"
+
+namespace Interchange {
+
+namespace {
+
+// The memory channels of a channel editor. Frequencies are in MHz with six decimals, steps in kHz.
+
+constexpr double HertzPerMegahertz = 1e6;
+
+/// A column with what stands in it for a channel that has nothing to say there.
+struct Column {
+    const char* heading;
+    const char* usual;
+};
+constexpr Column Columns[] = {
+    {"Location", nullptr},  {"Name", nullptr},      {"Frequency", nullptr}, {"Duplex", ""},
+    {"Offset", "0.000000"}, {"Tone", ""},           {"rToneFreq", "88.5"},  {"cToneFreq", "88.5"},
+    {"DtcsCode", "023"},    {"DtcsPolarity", "NN"}, {"RxDtcsCode", "023"},  {"CrossMode", "Tone->Tone"},
+    {"Mode", nullptr},      {"TStep", "5.00"},      {"Skip", ""},           {"Power", ""},
+    {"Comment", nullptr},   {"URCALL", ""},         {"RPT1CALL", ""},       {"RPT2CALL", ""},
+    {"DVCODE", ""},
+};
+
+bool knows(const QString& head) {
+    const QStringList cells = FirstContentLine(head).remove(QLatin1Char('"')).split(QLatin1Char(','));
+    return cells.contains(QLatin1String("Location")) && cells.contains(QLatin1String("Frequency")) &&
+           (cells.contains(QLatin1String("Duplex")) || cells.contains(QLatin1String("rToneFreq")));
+}
+
+bool isComment(const Rows& rows) {
+    return rows.First().starts_with('#');
+}
+
+void read(QIODevice& device, Reading& reading) {
+    Rows rows(device, reading, {',', true, true});
+    bool isBegun = rows.Next();
+    while (isBegun && isComment(rows))
+        isBegun = rows.Next();
+    if (!isBegun)
+        reading.Fail(0, QStringLiteral("has no headings"));
+    const Heading heading(rows);
+    const int location = heading.Find("Location");
+    const int name = heading.Find("Name");
+    const int frequency = heading.Find("Frequency");
+    const int mode = heading.Find("Mode");
+    const int comment = heading.Find("Comment");
+    if (frequency < 0)
+        reading.Fail(rows.Line(), QStringLiteral("has no column \"Frequency\""));
+    struct Extra {
+        std::size_t column;
+        std::string key;
+        std::string_view usual;
+    };
+    std::vector<Extra> extras;
+    for (std::size_t i = 0; i < heading.Count(); ++i) {
+        const auto* const known =
+            std::find_if(std::begin(Columns), std::end(Columns), [&](const Column& column) {
+                return heading.Find(column.heading) == static_cast<int>(i);
+            });
+        if (known == std::end(Columns) || known->usual)
+            extras.push_back({i, heading.NameAt(i), known == std::end(Columns) ? "" : known->usual});
+    }
+    const auto cell = [&](int column) {
+        return column < 0 ? std::string_view() : rows.Cell(static_cast<std::size_t>(column));
+    };
+    std::string place;
+    while (rows.Next()) {
+        if (isComment(rows))
+            continue;
+        for (const Extra& extra : extras) {
+            if (const std::string_view content = rows.Cell(extra.column); content != extra.usual)
+                reading.Extra(extra.key, content);
+        }
+        Station station{.line = rows.Line(),
+                        .frequency = cell(frequency),
+                        .hertzPerUnit = HertzPerMegahertz,
+                        .words = ModeWords::Chirp,
+                        .mode = cell(mode),
+                        .name = cell(name),
+                        .notes = cell(comment)};
+        if (station.name.empty() && station.notes.empty())
+            station.name = cell(location);
+        reading.Take(station);
+    }
+}
+
+class ChirpEncoder : public Encoder {
+public:
+    void Begin(std::string& out) override {
+        for (const Column& column : Columns) {
+            if (&column != Columns)
+                out += ',';
+            out += column.heading;
+        }
+        out += "\r\n";
+    }
+
+    void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) override {
+        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+        const QString demodulation = settings.AnalogDemodToName(settings.GetAnalogDemod());
+        const double bandwidth = settings.GetIFBandwidth().GetValue();
+        const CommentParts parts = SplitComment(entry.GetComment());
+        const ModeWord mode = WordOf(ModeWords::Chirp, demodulation, bandwidth);
+        if (mode.word.empty() && !demodulation.isEmpty())
+            lost.Count("modes that are none here");
+        if (bandwidth > 0 && ModeOf(ModeWords::Chirp, mode.word).bandwidth != bandwidth)
+            lost.Count("bandwidths");
+        for (const Column& column : Columns) {
+            if (&column != Columns)
+                out += ',';
+            const QLatin1String heading(column.heading);
+            if (heading == QLatin1String("Location"))
+                out += std::to_string(lost.entries);
+            else if (heading == QLatin1String("Name"))
+                AppendCell(out, parts.name, ',');
+            else if (heading == QLatin1String("Frequency"))
+                AppendFixed(out, settings.GetFrequency().GetValue() / HertzPerMegahertz, 6);
+            else if (heading == QLatin1String("Mode"))
+                appendMode(out, mode.word, parts.Extra(heading));
+            else if (heading == QLatin1String("Comment"))
+                AppendCell(out, parts.notes, ',');
+            else
+                appendExtra(out, column, parts.Extra(heading));
+        }
+        out += "\r\n";
+        ++lost.entries;
+    }
+
+private:
+    static void appendExtra(std::string& out, const Column& column, const QString& kept) {
+        if (kept.isNull())
+            out += column.usual;
+        else
+            AppendCell(out, kept, ',');
+    }
+    /// A mode that was mapped when it was read is written as it was.
+    static void appendMode(std::string& out, std::string_view word, const QString& kept) {
+        if (!kept.isNull() && ModeOf(ModeWords::Chirp, kept.toStdString()).isKnown)
+            AppendCell(out, kept, ',');
+        else
+            out += word.empty() ? std::string_view("Auto") : word;
+    }
+};
+
+} // namespace
+
+const Format ChirpCsv{
+    "chirp-csv",
+    "CHIRP CSV",
+    ".csv",
+    "tones, offsets, steps, power and call signs have no place in our lists; bandwidths have "
+    "none in the file",
+    knows,
+    read,
+    []() -> std::unique_ptr<Encoder> { return std::make_unique<ChirpEncoder>(); }};
+
+} // namespace Interchange

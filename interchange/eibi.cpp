@@ -1,0 +1,65 @@
+#include "interchange/formatlist.h"
+#include "interchange/rows.h"
+#include "interchange/schedule.h"
+
+namespace Interchange {
+
+namespace {
+
+// A schedule of shortwave broadcasts: frequencies in kHz, times in UTC, Windows-1252. The time on air is kept
+// in the comment, whatever is asked for.
+
+constexpr std::size_t LeastFields = 5;
+
+bool knows(const QString& head) {
+    return head.startsWith(QLatin1String("kHz:")) &&
+           FirstContentLine(head).contains(QLatin1String("Time(UTC)"));
+}
+
+void read(QIODevice& device, Reading& reading) {
+    Rows rows(device, reading, {';', false, false});
+    if (!rows.Next())
+        return;
+    const std::optional<QDateTime> onAirAt =
+        reading.Options().onAirAt ? std::optional(reading.Options().onAirAt->toUTC()) : std::nullopt;
+    while (rows.Next()) {
+        if (rows.Count() < LeastFields) {
+            reading.Refuse(rows.Line(), QStringLiteral("has %1 fields instead of 11").arg(rows.Count()));
+            continue;
+        }
+        Schedule schedule;
+        if (!TakeTimes(rows.Cell(1), schedule)) {
+            reading.Refuse(rows.Line(), QStringLiteral("\"%1\" is no time on air").arg(TextOf(rows.Cell(1))));
+            continue;
+        }
+        TakeDays(rows.Cell(2), schedule);
+        schedule.firstDay = DayOfYear(rows.Cell(9));
+        schedule.lastDay = DayOfYear(rows.Cell(10));
+        if (onAirAt && !schedule.IsOnAir(onAirAt->date(), onAirAt->time()))
+            continue;
+        if (!schedule.isDaysKnown)
+            reading.GetAccount().Count("days in words, taken as daily");
+        reading.Keep("Time", rows.Cell(1));
+        reading.Keep("Days", rows.Cell(2));
+        constexpr std::pair<std::size_t, std::string_view> Others[] = {
+            {3, "ITU"}, {5, "Language"}, {6, "Target"}, {7, "Remarks"}, {8, "P"}, {9, "Start"}, {10, "Stop"}};
+        for (const auto& [column, key] : Others)
+            reading.Extra(key, rows.Cell(column));
+        reading.Take(
+            {.line = rows.Line(), .frequency = rows.Cell(0), .hertzPerUnit = 1000, .name = rows.Cell(4)});
+    }
+}
+
+} // namespace
+
+const Format EibiSchedule{
+    "eibi",
+    "EiBi schedule",
+    ".csv",
+    "countries, languages, targets and remarks have no place in our lists; the time on air "
+    "stands in the comment",
+    knows,
+    read,
+    nullptr};
+
+} // namespace Interchange

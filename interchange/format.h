@@ -1,0 +1,96 @@
+#pragma once
+
+#include "host/freqstorexml/frequencystoreentry.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "interchange/account.h"
+
+class QIODevice;
+
+/// The files of other programs: channel editors, receivers' programs, web receivers, schedules. Each format
+/// is one file of this folder, reader beside writer, and one line of the table in formats.cpp, from which the
+/// programs make their dialogs, help and checks.
+namespace Interchange {
+
+class Reading;
+
+/// What a reader is told.
+struct ReadOptions {
+    /// Fields that our records have no place for are kept in the comment, see `JoinComment`.
+    bool keepExtras = false;
+    /// Of a schedule, only what is on air at that time.
+    std::optional<QDateTime> onAirAt;
+    /// Bytes read and bytes in all; false cancels.
+    std::function<bool(qint64 done, qint64 total)> progress;
+};
+
+/// Receives one entry; may move texts out of it. The object is used again for the next.
+using TakeEntry = std::function<void(FreqStoreXml::FrequencyStoreEntry&)>;
+
+/// Makes the bytes of a file, entry by entry.
+class Encoder {
+public:
+    virtual ~Encoder() = default;
+    virtual void Begin(std::string& /*out*/) {}
+    /// Appends the entry's bytes. What the format cannot hold of it is counted; an entry that it cannot hold
+    /// at all counts as refused, and nothing is appended.
+    virtual void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) = 0;
+    virtual void End(std::string& /*out*/) {}
+};
+
+/// One kind of file.
+struct Format {
+    const char* id;      ///< on command lines
+    const char* name;    ///< in the operator's words
+    const char* endings; ///< of names, ".csv .txt"; a file is known by its content first
+    const char* lost;    ///< what the format cannot hold of our entries, or we of its, in a sentence
+    /// Whether the beginning of a file's text is that of such a file.
+    bool (*knows)(const QString& head);
+    /// Reads a file. Throws RGException for one that is cut or none of this format.
+    void (*read)(QIODevice& device, Reading& reading);
+    /// Null for a format that is only read.
+    std::unique_ptr<Encoder> (*makeEncoder)();
+};
+
+/// All formats, in the order in which files are asked whether they are such.
+std::span<const Format* const> Formats();
+/// The format of that id; null when there is none.
+const Format* FormatOfId(const QString& id);
+/// The format that the content of a file tells; null when it is none of these, or cannot be read.
+const Format* FormatOfFile(const QString& path);
+/// The same for a text, of which the beginning is enough.
+const Format* FormatOfText(const QString& head);
+
+/// Reads a file and hands on its entries in their order. Lines that are no entries are told as problems and
+/// counted. Throws RGException "file:line: reason" for a file that cannot be read to its end, having handed
+/// on the entries before, and `Cancelled`.
+Account Read(const Format& format, const QString& path, const ReadOptions& options, const TakeEntry& take);
+/// The same for an open device of the caller's; `name` stands for it in error texts.
+Account Read(const Format& format, QIODevice& device, const QString& name, const ReadOptions& options,
+             const TakeEntry& take);
+
+/// Visits all entries of a list in their order.
+using VisitEntries =
+    std::function<void(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>&)>;
+/// What would be lost if the entries were written in that format.
+Account LookAtLosses(const Format& format, const VisitEntries& entries);
+/// Writes a file, whole or not at all; throws RGException "file: reason".
+Account Write(const Format& format, const QString& path, const VisitEntries& entries);
+/// The bytes that would be written.
+std::string ToBytes(const Format& format, const VisitEntries& entries);
+
+/// Reading was cancelled by its caller.
+class Cancelled : public RGException {
+public:
+    using RGException::RGException;
+};
+
+} // namespace Interchange

@@ -1,0 +1,158 @@
+#include <QRegularExpression>
+
+#include "interchange/formatlist.h"
+#include "interchange/rows.h"
+
+namespace Interchange {
+
+namespace {
+
+// The bookmarks of a receiver's program: a part of tags with their colours, then one of bookmarks, in which
+// frequency and bandwidth are whole Hz. Fields are padded with blanks and know no quotes. Its band plan is a
+// table with commas.
+
+constexpr std::size_t TagFields = 2;
+constexpr std::size_t BookmarkFields = 5;
+constexpr std::size_t BandFields = 6;
+constexpr FreqStoreXml::CsvDialect Bookmarks{';', false, false};
+constexpr FreqStoreXml::CsvDialect Bands{',', false, false};
+
+bool isComment(const Rows& rows) {
+    return Trimmed(rows.First()).starts_with('#');
+}
+
+bool knowsBookmarks(const QString& head) {
+    static const QRegularExpression tag(QStringLiteral("^[^;]*;\\s*#[0-9a-fA-F]{6}$"));
+    static const QRegularExpression bookmark(QStringLiteral("^\\d+\\s*;[^;]*;[^;]*;\\s*\\d+\\s*;[^;]*$"));
+    const QString line = FirstContentLine(head);
+    return tag.match(line).hasMatch() || bookmark.match(line).hasMatch();
+}
+
+void readBookmarks(QIODevice& device, Reading& reading) {
+    Rows rows(device, reading, Bookmarks);
+    bool isBehindTags = false;
+    while (rows.Next()) {
+        if (isComment(rows))
+            continue;
+        if (rows.Count() == TagFields && !isBehindTags) {
+            reading.GetAccount().Count("colours of tags");
+            continue;
+        }
+        if (rows.Count() != BookmarkFields) {
+            reading.Refuse(
+                rows.Line(),
+                QStringLiteral("has %1 fields instead of %2").arg(rows.Count()).arg(BookmarkFields));
+            continue;
+        }
+        isBehindTags = true;
+        if (const std::string_view tags = rows.Cell(4); tags != "Untagged")
+            reading.Extra("Tags", tags);
+        reading.Take({.line = rows.Line(),
+                      .frequency = rows.Cell(0),
+                      .bandwidth = rows.Cell(3),
+                      .words = ModeWords::Gqrx,
+                      .mode = rows.Cell(2),
+                      .name = rows.Cell(1)});
+    }
+}
+
+class BookmarkEncoder : public Encoder {
+public:
+    void Begin(std::string& out) override {
+        out += "# Tag name          ;  color\n"
+               "Untagged            ; #c0c0c0\n"
+               "\n"
+               "# Frequency ; Name                     ; Modulation          ;  Bandwidth; Tags\n";
+    }
+
+    void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) override {
+        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+        const QString demodulation = settings.AnalogDemodToName(settings.GetAnalogDemod());
+        const double bandwidth = settings.GetIFBandwidth().GetValue();
+        CommentParts parts = SplitComment(entry.GetComment());
+        const QString tags = parts.Extra(QLatin1String("Tags"));
+        const QString kept = parts.Extra(QLatin1String("Mode"));
+        const bool wasMapped = !kept.isNull() && ModeOf(ModeWords::Gqrx, kept.toStdString()).isKnown;
+        const ModeWord mode = WordOf(ModeWords::Gqrx, demodulation, bandwidth);
+        if (!mode.isExact && !demodulation.isEmpty())
+            lost.Count("modes that are none here");
+        parts.extras.clear();
+        pad(out, 12, true, [&] { AppendWholeHertz(out, settings.GetFrequency().GetValue(), lost); });
+        const QString name = JoinComment(parts);
+        pad(out, 25, false, [&] {
+            if (!AppendPlainCell(out, name, ';'))
+                lost.Count("\";\" in names");
+        });
+        pad(out, 20, false, [&] {
+            out += wasMapped ? kept.toStdString() : std::string(mode.word.empty() ? "Demod Off" : mode.word);
+        });
+        pad(out, 10, true, [&] { AppendWholeHertz(out, bandwidth, lost); });
+        out.resize(out.size() - 1);
+        out += ' ';
+        if (!AppendPlainCell(out, tags.isEmpty() ? QStringLiteral("Untagged") : tags, ';'))
+            lost.Count("\";\" in tags");
+        out += '\n';
+        ++lost.entries;
+    }
+
+private:
+    /// Appends a field and "; ", with blanks up to a width before or behind its text.
+    static void pad(std::string& out, std::size_t width, bool right, const std::function<void()>& append) {
+        const std::size_t begin = out.size();
+        append();
+        const std::size_t size = std::min(out.size() - begin, width);
+        out.insert(right ? begin : out.size(), width - size, ' ');
+        out += "; ";
+    }
+};
+
+bool knowsBands(const QString& head) {
+    static const QRegularExpression band(
+        QStringLiteral("^\\d+\\s*,\\s*\\d+\\s*,[^,]*,[^,]*,\\s*#[0-9a-fA-F]{6,8}\\s*,"));
+    return band.match(FirstContentLine(head)).hasMatch();
+}
+
+void readBands(QIODevice& device, Reading& reading) {
+    Rows rows(device, reading, Bands);
+    while (rows.Next()) {
+        if (isComment(rows))
+            continue;
+        const std::optional<double> begin = HertzOf(rows.Cell(0), 1);
+        const std::optional<double> end = HertzOf(rows.Cell(1), 1);
+        if (rows.Count() < BandFields || !begin || !end || *end < *begin) {
+            reading.Refuse(rows.Line(), QStringLiteral("is no band"));
+            continue;
+        }
+        std::string middle;
+        AppendFixed(middle, (*begin + *end) / 2, 3);
+        std::string width;
+        AppendFixed(width, *end - *begin, 3);
+        reading.Extra("Step", rows.Cell(3));
+        reading.Extra("Color", rows.Cell(4));
+        reading.Take({.line = rows.Line(),
+                      .frequency = middle,
+                      .bandwidth = width,
+                      .words = ModeWords::Chirp, // which are those of band plans
+                      .mode = rows.Cell(2),
+                      .name = rows.Cell(5)});
+    }
+}
+
+} // namespace
+
+const Format GqrxBookmarks{
+    "gqrx",
+    "Gqrx bookmarks",
+    ".csv",
+    "colours of tags have no place in our lists; \";\" and fractions of a Hz have none in the file",
+    knowsBookmarks,
+    readBookmarks,
+    []() -> std::unique_ptr<Encoder> { return std::make_unique<BookmarkEncoder>(); }};
+
+const Format GqrxBandPlan{
+    "gqrx-bands", "Gqrx band plan",
+    ".csv",       "steps and colours have no place in our lists; a band is its middle and its width",
+    knowsBands,   readBands,
+    nullptr};
+
+} // namespace Interchange

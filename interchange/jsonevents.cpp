@@ -1,0 +1,177 @@
+#include "interchange/jsonevents.h"
+
+#include "host/report/byteinput.h"
+#include "host/report/textinput.h"
+
+#include <exception>
+#include <rapidjson/error/en.h>
+#include <rapidjson/reader.h>
+
+#include "interchange/reading.h"
+
+namespace Interchange {
+
+namespace {
+
+constexpr int DeepestNesting = 64;
+
+/// The bytes of a device as the parser wants them.
+class ByteStream {
+public:
+    using Ch = char;
+
+    explicit ByteStream(REPORTGENERATOR::ByteInput& input) : m_input(input) { fill(); }
+
+    Ch Peek() const { return m_at < m_rest.size() ? m_rest[m_at] : '\0'; }
+    Ch Take() {
+        const Ch c = Peek();
+        if (m_at < m_rest.size() && ++m_at == m_rest.size())
+            fill();
+        return c;
+    }
+    size_t Tell() const { return m_taken + m_at; }
+    bool IsAtEnd() const { return m_rest.empty(); }
+    /// The line at which the parser is.
+    qint64 Line() {
+        skip();
+        return m_input.Line();
+    }
+
+    // Parsing in place is not for streams.
+    Ch* PutBegin() { return nullptr; }
+    void Put(Ch) {}
+    void Flush() {}
+    size_t PutEnd(Ch*) { return 0; }
+
+private:
+    void skip() {
+        m_input.Skip(m_at);
+        m_taken += m_at;
+        m_rest.remove_prefix(m_at);
+        m_at = 0;
+    }
+    void fill() {
+        skip();
+        if (!m_input.Ensure(1))
+            m_rest = {};
+        else
+            m_rest = m_input.Rest();
+    }
+
+    REPORTGENERATOR::ByteInput& m_input;
+    std::string_view m_rest;
+    size_t m_at = 0;
+    size_t m_taken = 0;
+};
+
+/// Hands the parser's events on. The parser must not be thrown through: what is thrown waits.
+class Handler {
+public:
+    explicit Handler(JsonEvents& events) : m_events(events) {}
+
+    bool Null() { return take(JsonEvents::Scalar::Null, {}); }
+    bool Bool(bool value) { return take(value ? JsonEvents::Scalar::True : JsonEvents::Scalar::False, {}); }
+    bool RawNumber(const char* text, rapidjson::SizeType size, bool) {
+        return take(JsonEvents::Scalar::Number, {text, size});
+    }
+    bool String(const char* text, rapidjson::SizeType size, bool) {
+        return take(JsonEvents::Scalar::Text, {text, size});
+    }
+    bool Key(const char* text, rapidjson::SizeType size, bool) {
+        return safely([&] { m_events.Key({text, size}); });
+    }
+    bool StartObject() { return begin(true); }
+    bool EndObject(rapidjson::SizeType) { return end(true); }
+    bool StartArray() { return begin(false); }
+    bool EndArray(rapidjson::SizeType) { return end(false); }
+
+    // Numbers come as texts.
+    bool Int(int) { return false; }
+    bool Uint(unsigned) { return false; }
+    bool Int64(int64_t) { return false; }
+    bool Uint64(uint64_t) { return false; }
+    bool Double(double) { return false; }
+
+    bool IsTooDeep() const { return m_depth > DeepestNesting; }
+    std::exception_ptr Thrown() const { return m_thrown; }
+
+private:
+    template <typename Event>
+    bool safely(Event event) {
+        try {
+            event();
+            return true;
+        } catch (...) {
+            m_thrown = std::current_exception();
+            return false;
+        }
+    }
+    bool take(JsonEvents::Scalar kind, std::string_view text) {
+        return safely([&] { m_events.Take(kind, text); });
+    }
+    bool begin(bool isObject) {
+        ++m_depth;
+        return !IsTooDeep() && safely([&] { m_events.Begin(isObject); });
+    }
+    bool end(bool isObject) {
+        --m_depth;
+        return safely([&] { m_events.End(isObject); });
+    }
+
+    JsonEvents& m_events;
+    std::exception_ptr m_thrown;
+    int m_depth = 0;
+};
+
+} // namespace
+
+void ReadJsonEvents(QIODevice& device, Reading& reading, JsonEvents& events) {
+    REPORTGENERATOR::TextInput text(device, reading.FileName());
+    reading.Follow(device);
+    text.Tell(reading.Problems());
+    REPORTGENERATOR::ByteInput input(text.Device(), reading.FileName());
+    ByteStream stream(input);
+    events.SetLine([&stream] { return stream.Line(); });
+    Handler handler(events);
+    rapidjson::Reader parser;
+    constexpr unsigned Flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag |
+                               rapidjson::kParseValidateEncodingFlag;
+    const rapidjson::ParseResult result = parser.Parse<Flags>(stream, handler);
+    if (handler.Thrown())
+        std::rethrow_exception(handler.Thrown());
+    if (handler.IsTooDeep())
+        reading.Fail(stream.Line(), QStringLiteral("is nested deeper than %1").arg(DeepestNesting));
+    if (result.IsError())
+        reading.Fail(stream.Line(),
+                     stream.IsAtEnd() ? QStringLiteral("the JSON text is cut")
+                                      : QStringLiteral("is no JSON: %1")
+                                            .arg(QLatin1String(rapidjson::GetParseError_En(result.Code()))));
+}
+
+void AppendJsonText(std::string& out, const QString& text) {
+    out += '"';
+    for (const char c : text.toUtf8()) {
+        switch (c) {
+        case '"':
+        case '\\':
+            out += '\\';
+            out += c;
+            break;
+        case '\n':
+            out += "\\n";
+            break;
+        case '\t':
+            out += "\\t";
+            break;
+        default:
+            if (c >= 0 && c < 0x20)
+                out +=
+                    QStringLiteral("\\u%1").arg(static_cast<int>(c), 4, 16, QLatin1Char('0')).toStdString();
+            else
+                out += c;
+        }
+    }
+    out += '"';
+}
+
+} // namespace Interchange

@@ -1,0 +1,95 @@
+#include "interchange/rows.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace Interchange {
+
+Rows::Rows(QIODevice& device, Reading& reading, FreqStoreXml::CsvDialect dialect)
+    : m_input(device, reading.FileName()), m_scanner(m_input.Device(), reading.FileName(), dialect) {
+    reading.Follow(device);
+    m_input.Tell(reading.Problems());
+}
+
+std::string_view Rows::Cell(std::size_t column) const {
+    return column < Count() ? Trimmed(m_scanner.Cells()[column]) : std::string_view();
+}
+
+Heading::Heading(const Rows& rows) {
+    for (std::size_t i = 0; i < rows.Count(); ++i)
+        m_names.emplace_back(rows.Cell(i));
+}
+
+int Heading::Find(std::string_view heading) const {
+    const auto found = std::find_if(m_names.begin(), m_names.end(), [&](const std::string& name) {
+        return name.size() == heading.size() && qstrnicmp(name.data(), heading.data(), heading.size()) == 0;
+    });
+    return found == m_names.end() ? -1 : static_cast<int>(found - m_names.begin());
+}
+
+QString FirstContentLine(const QString& text) {
+    static const QRegularExpression content(QStringLiteral("^[ \\t]*[^#\\s].*$"),
+                                            QRegularExpression::MultilineOption);
+    return content.match(text).captured().trimmed();
+}
+
+bool BeginsWithHeadings(const QString& text, QChar separator, std::initializer_list<const char*> headings) {
+    const QStringList cells = FirstContentLine(text).split(separator);
+    if (cells.size() < static_cast<qsizetype>(headings.size()))
+        return false;
+    return std::equal(headings.begin(), headings.end(), cells.begin(), [](const char* heading, QString cell) {
+        return cell.remove(QLatin1Char('"')).trimmed().compare(QLatin1String(heading), Qt::CaseInsensitive) ==
+               0;
+    });
+}
+
+void AppendCell(std::string& out, std::string_view utf8, char separator) {
+    const char special[] = {separator, '"', '\n', '\r', 0};
+    const bool isFramed = !utf8.empty() && (utf8.front() == ' ' || utf8.back() == ' ');
+    if (!isFramed && utf8.find_first_of(special) == std::string_view::npos) {
+        out += utf8;
+        return;
+    }
+    out += '"';
+    for (const char c : utf8) {
+        if (c == '"')
+            out += '"';
+        out += c;
+    }
+    out += '"';
+}
+
+void AppendCell(std::string& out, const QString& text, char separator) {
+    const QByteArray utf8 = text.toUtf8();
+    AppendCell(out, std::string_view(utf8.constData(), static_cast<std::size_t>(utf8.size())), separator);
+}
+
+bool AppendPlainCell(std::string& out, const QString& text, char separator) {
+    const std::size_t begin = out.size();
+    out += text.toStdString();
+    bool isWhole = true;
+    for (std::size_t i = begin; i < out.size(); ++i) {
+        if (out[i] == separator || (out[i] >= 0 && out[i] < ' ')) {
+            out[i] = ' ';
+            isWhole = false;
+        }
+    }
+    return isWhole;
+}
+
+void AppendWholeHertz(std::string& out, double hertz, Account& lost) {
+    if (hertz != std::round(hertz))
+        lost.Count("fractions of a Hz");
+    AppendFixed(out, hertz, 0);
+}
+
+void AppendFixed(std::string& out, double value, int decimals) {
+    char text[512]; // the longest double has 309 digits before the point
+    const auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals).ptr;
+    out.append(text, end);
+}
+
+} // namespace Interchange

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "host/freqstorexml/csvscanner.h"
+#include "host/report/textinput.h"
+
+#include <initializer_list>
+
+#include "interchange/reading.h"
+
+namespace Interchange {
+
+/// The rows of a table in a text file of any encoding.
+class Rows {
+public:
+    /// Follows the device for the progress, and tells when it is not UTF-8.
+    Rows(QIODevice& device, Reading& reading, FreqStoreXml::CsvDialect dialect);
+
+    /// Goes to the next row that has anything in it.
+    [[nodiscard]] bool Next() { return m_scanner.NextRow(); }
+    qint64 Line() const { return m_scanner.Line(); }
+    std::size_t Count() const { return m_scanner.Cells().size(); }
+    /// A cell without the blanks around it; empty when the row is shorter.
+    std::string_view Cell(std::size_t column) const;
+    /// The first cell as it stands, for dialects in which it is the whole line.
+    std::string_view First() const { return m_scanner.Cells().front(); }
+
+private:
+    REPORTGENERATOR::TextInput m_input;
+    FreqStoreXml::CsvScanner m_scanner;
+};
+
+/// A dialect whose rows are lines of one cell.
+inline constexpr FreqStoreXml::CsvDialect WholeLines{'\n', false, false};
+
+/// Where the columns of a table stand, by their headings in any order. Blanks and case do not count.
+class Heading {
+public:
+    explicit Heading(const Rows& rows);
+
+    /// Negative for a column that is not there.
+    int Find(std::string_view heading) const;
+    std::size_t Count() const { return m_names.size(); }
+    const std::string& NameAt(std::size_t column) const { return m_names[column]; }
+
+private:
+    std::vector<std::string> m_names;
+};
+
+/// The first line of a text that has anything in it and is no comment, which begins with "#".
+QString FirstContentLine(const QString& text);
+/// Whether the first line of the content begins with these headings, whatever blanks stand around them.
+bool BeginsWithHeadings(const QString& text, QChar separator, std::initializer_list<const char*> headings);
+
+/// Appends a text as a cell: in quotes when the separator, a quote or a line end stands in it.
+void AppendCell(std::string& out, std::string_view utf8, char separator);
+void AppendCell(std::string& out, const QString& text, char separator);
+/// Appends a text for tables that know no quotes: what cannot stand in a cell becomes a blank; false when
+/// something did.
+[[nodiscard]] bool AppendPlainCell(std::string& out, const QString& text, char separator);
+/// A cell whose content must be a whole number in Hz; counted when it has a fraction.
+void AppendWholeHertz(std::string& out, double hertz, Account& lost);
+/// Appends a number with so many decimals, rounded.
+void AppendFixed(std::string& out, double value, int decimals);
+
+} // namespace Interchange

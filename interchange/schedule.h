@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QDate>
+#include <QTime>
+
+#include <optional>
+#include <string_view>
+
+namespace Interchange {
+
+/// When a broadcaster is on air, in UTC: a time of the day that may go past midnight, days of the week, and a
+/// season.
+struct Schedule {
+    int begin = 0;               ///< minutes since midnight
+    int end = 24 * 60;           ///< the same; not after `begin` when it goes past midnight
+    unsigned days = 0x7F;        ///< bit 0 is Monday; those on which it begins
+    bool isDaysKnown = true;     ///< else the days are in words of their own ("irr"), and all count
+    std::optional<int> firstDay; ///< of the season, as month * 100 + day; it may go past the end of a year
+    std::optional<int> lastDay;
+
+    /// Whether the broadcaster is on air at a time (UTC).
+    bool IsOnAir(const QDate& date, const QTime& time) const;
+};
+
+/// "0600-0700", "2300-0200", "0000-2400"; nothing for what is no such time.
+bool TakeTimes(std::string_view text, Schedule& schedule);
+/// "" (daily), "Mo-Fr", "SaSu", "1245" (1 is Monday); what it does not know sets `isDaysKnown` to false.
+void TakeDays(std::string_view text, Schedule& schedule);
+/// "0325" is the 25th of March; anything else is no day.
+std::optional<int> DayOfYear(std::string_view text);
+
+} // namespace Interchange

@@ -1,0 +1,114 @@
+#include "interchange/formatlist.h"
+#include "interchange/rows.h"
+
+namespace Interchange {
+
+namespace {
+
+// Tables of a receiver's program: the channels of its frequency scanner, and the annotations of its spectrum.
+// All numbers are in Hz, a level in dB.
+
+constexpr FreqStoreXml::CsvDialect Table{',', true, true};
+
+bool knowsScanner(const QString& head) {
+    return BeginsWithHeadings(head, QLatin1Char(','), {"Freq (Hz)", "Enable", "Notes"});
+}
+
+void readScanner(QIODevice& device, Reading& reading) {
+    Rows rows(device, reading, Table);
+    if (!rows.Next())
+        return;
+    while (rows.Next()) {
+        if (const std::string_view enabled = rows.Cell(1); enabled != "1" && enabled != "true")
+            reading.Extra("Enable", enabled);
+        reading.Extra("Channel", rows.Cell(3));
+        reading.Extra("TH", rows.Cell(5));
+        reading.Extra("Sq", rows.Cell(6));
+        reading.Take({.line = rows.Line(),
+                      .frequency = rows.Cell(0),
+                      .bandwidth = rows.Cell(4),
+                      .name = rows.Cell(2)});
+    }
+}
+
+class ScannerEncoder : public Encoder {
+public:
+    void Begin(std::string& out) override {
+        out += "Freq (Hz),Enable,Notes,Channel,Ch BW (Hz),TH (dB),Sq (dB)\n";
+    }
+
+    void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) override {
+        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+        CommentParts parts = SplitComment(entry.GetComment());
+        const std::vector<std::pair<QString, QString>> extras = std::exchange(parts.extras, {});
+        const auto kept = [&](const char* key, const char* usual) {
+            const auto found = std::find_if(extras.begin(), extras.end(), [&](const auto& extra) {
+                return extra.first == QLatin1String(key);
+            });
+            AppendCell(out, found == extras.end() ? QString::fromLatin1(usual) : found->second, ',');
+        };
+        if (!settings.AnalogDemodToName(settings.GetAnalogDemod()).isEmpty())
+            lost.Count("modes");
+        AppendWholeHertz(out, settings.GetFrequency().GetValue(), lost);
+        out += ',';
+        kept("Enable", "1");
+        out += ',';
+        AppendCell(out, JoinComment(parts), ',');
+        out += ',';
+        kept("Channel", "");
+        out += ',';
+        if (const double bandwidth = settings.GetIFBandwidth().GetValue(); bandwidth > 0)
+            AppendWholeHertz(out, bandwidth, lost);
+        out += ',';
+        kept("TH", "");
+        out += ',';
+        kept("Sq", "");
+        out += '\n';
+        ++lost.entries;
+    }
+};
+
+bool knowsAnnotations(const QString& head) {
+    return BeginsWithHeadings(head, QLatin1Char(','), {"Start", "Width", "Text", "Show"});
+}
+
+void readAnnotations(QIODevice& device, Reading& reading) {
+    Rows rows(device, reading, Table);
+    if (!rows.Next())
+        return;
+    while (rows.Next()) {
+        const std::optional<double> start = HertzOf(rows.Cell(0), 1);
+        const std::optional<double> width = HertzOf(rows.Cell(1), 1);
+        if (!start || !width || *width < 0) {
+            reading.Refuse(rows.Line(), QStringLiteral("has no start and width"));
+            continue;
+        }
+        std::string middle;
+        AppendFixed(middle, *start + *width / 2, 3);
+        if (rows.Count() >= 7)
+            reading.GetAccount().Count("colours");
+        reading.Take(
+            {.line = rows.Line(), .frequency = middle, .bandwidth = rows.Cell(1), .name = rows.Cell(2)});
+    }
+}
+
+} // namespace
+
+const Format ScannerCsv{
+    "sdrangel",
+    "SDRangel frequency scanner",
+    ".csv",
+    "channels, thresholds and squelch have no place in our lists; modes have none in the file",
+    knowsScanner,
+    readScanner,
+    []() -> std::unique_ptr<Encoder> { return std::make_unique<ScannerEncoder>(); }};
+
+const Format AnnotationsCsv{"sdrangel-annotations",
+                            "SDRangel annotations",
+                            ".csv",
+                            "colours have no place in our lists; an annotation is its middle and its width",
+                            knowsAnnotations,
+                            readAnnotations,
+                            nullptr};
+
+} // namespace Interchange

@@ -1,0 +1,165 @@
+#include <QHash>
+
+#include <charconv>
+#include <cmath>
+
+#include "interchange/formatlist.h"
+#include "interchange/jsonevents.h"
+#include "interchange/rows.h"
+
+namespace Interchange {
+
+namespace {
+
+// The frequency manager of a receiver's program: lists of bookmarks by name, with frequency and bandwidth in
+// Hz and the number of a mode. An export is one list without its name; in old files the bookmarks stand
+// directly in their list. In all of them a bookmark is an object with a frequency.
+
+constexpr std::string_view Modes[] = {"NFM", "WFM", "AM", "DSB", "USB", "CW", "LSB", "RAW"};
+
+bool knows(const QString& head) {
+    return head.trimmed().startsWith(QLatin1Char('{')) &&
+           (head.contains(QLatin1String("\"bookmarks\"")) || head.contains(QLatin1String("\"lists\"")));
+}
+
+class Bookmarks : public JsonEvents {
+public:
+    explicit Bookmarks(Reading& reading) : m_reading(reading) {}
+
+    void Begin(bool isObject) override {
+        m_frames.push_back({m_key, isObject, false, {}, {}, {}});
+        m_key.clear();
+    }
+    void End(bool) override {
+        const Frame frame = std::move(m_frames.back());
+        m_frames.pop_back();
+        if (frame.hasFrequency)
+            take(frame);
+        else if (frame.isObject && m_frames.size() >= 1 && m_frames.back().name == "bookmarks")
+            m_reading.Refuse(Line(), QStringLiteral("\"%1\" has no frequency").arg(TextOf(frame.name)));
+    }
+    void Key(std::string_view key) override { m_key = key; }
+    void Take(Scalar kind, std::string_view text) override {
+        if (m_frames.empty() || !m_frames.back().isObject)
+            return;
+        Frame& frame = m_frames.back();
+        if (m_key == "frequency") {
+            frame.hasFrequency = true;
+            frame.frequency = text;
+        } else if (m_key == "bandwidth") {
+            frame.bandwidth = text;
+        } else if (m_key == "mode") {
+            frame.mode = kind == Scalar::Number ? std::string(text) : std::string();
+        }
+    }
+
+private:
+    struct Frame {
+        std::string name;
+        bool isObject;
+        bool hasFrequency;
+        std::string frequency;
+        std::string bandwidth;
+        std::string mode;
+    };
+
+    void take(const Frame& frame) {
+        size_t number = std::size(Modes);
+        std::from_chars(frame.mode.data(), frame.mode.data() + frame.mode.size(), number);
+        if (number >= std::size(Modes) && !frame.mode.empty()) {
+            m_reading.GetAccount().Count("unknown modes");
+            m_reading.Extra("Mode", frame.mode);
+        }
+        if (const std::string_view list = listName(); list != "General")
+            m_reading.Extra("List", list);
+        m_reading.Take({.line = Line(),
+                        .frequency = frame.frequency,
+                        .bandwidth = frame.bandwidth,
+                        .words = ModeWords::SdrPlus,
+                        .mode = number < std::size(Modes) ? Modes[number] : std::string_view(),
+                        .name = frame.name});
+    }
+    /// The name of the list in which the present bookmark stands; empty in an export.
+    std::string_view listName() const {
+        for (auto frame = m_frames.rbegin(); frame != m_frames.rend(); ++frame) {
+            if (frame->name != "bookmarks")
+                return frame->name == "lists" ? std::string_view() : frame->name;
+        }
+        return {};
+    }
+
+    Reading& m_reading;
+    std::vector<Frame> m_frames;
+    std::string m_key;
+};
+
+void read(QIODevice& device, Reading& reading) {
+    Bookmarks bookmarks(reading);
+    ReadJsonEvents(device, reading, bookmarks);
+}
+
+class BookmarkEncoder : public Encoder {
+public:
+    void Begin(std::string& out) override {
+        out += "{\n    \"bookmarkDisplayMode\": 1,\n    \"lists\": {\n        \"General\": {\n            "
+               "\"bookmarks\": {";
+    }
+
+    void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) override {
+        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+        const QString demodulation = settings.AnalogDemodToName(settings.GetAnalogDemod());
+        const double bandwidth = settings.GetIFBandwidth().GetValue();
+        CommentParts parts = SplitComment(entry.GetComment());
+        parts.extras.clear();
+        const ModeWord mode = WordOf(ModeWords::SdrPlus, demodulation, bandwidth);
+        if (!mode.isExact)
+            lost.Count("modes that are none here");
+        out += lost.entries == 0 ? "\n" : ",\n";
+        out += "                ";
+        AppendJsonText(out, uniqueName(JoinComment(parts), settings.GetFrequency().GetValue(), lost));
+        out += ": {\"bandwidth\": ";
+        AppendFixed(out, bandwidth, bandwidth == std::round(bandwidth) ? 1 : 3);
+        out += ", \"frequency\": ";
+        const double frequency = settings.GetFrequency().GetValue();
+        AppendFixed(out, frequency, frequency == std::round(frequency) ? 1 : 3);
+        const auto* const found = std::find(std::begin(Modes), std::end(Modes), mode.word);
+        out +=
+            ", \"mode\": " + std::to_string(found == std::end(Modes) ? 0 : found - std::begin(Modes)) + "}";
+        ++lost.entries;
+    }
+
+    void End(std::string& out) override {
+        out += "\n            },\n            \"showOnWaterfall\": true\n        }\n    },\n    "
+               "\"selectedList\": "
+               "\"General\"\n}\n";
+    }
+
+private:
+    /// Bookmarks are known by their names: none may be there twice.
+    QString uniqueName(const QString& wanted, double hertz, Account& lost) {
+        const QString name = wanted.isEmpty() ? QStringLiteral("%1 Hz").arg(hertz, 0, 'f', 0) : wanted;
+        QString unique = name;
+        while (m_names.contains(unique))
+            unique = QStringLiteral("%1 (%2)").arg(name).arg(++m_names[name]);
+        m_names.insert(unique, 1);
+        if (unique != name)
+            lost.Count("names that are there twice");
+        return unique;
+    }
+
+    QHash<QString, int> m_names; ///< with the last number that each was given
+};
+
+} // namespace
+
+const Format SdrPlusJson{
+    "sdrpp",
+    "SDR++ frequency manager",
+    ".json",
+    "names of lists have no place in our lists; modes beyond its eight, and names that are there "
+    "twice, have none in the file",
+    knows,
+    read,
+    []() -> std::unique_ptr<Encoder> { return std::make_unique<BookmarkEncoder>(); }};
+
+} // namespace Interchange

@@ -1,0 +1,130 @@
+#include "tests/interchange/formatfixture.h"
+
+#include <random>
+
+#include "interchange/comment.h"
+
+namespace Interchange {
+
+namespace {
+
+/// A file of a format that comes back byte for byte when all that it says is kept.
+struct Sample {
+    const char* format;
+    const char* text;
+};
+const Sample Samples[] = {
+    {"chirp-csv",
+     "Location,Name,Frequency,Duplex,Offset,Tone,rToneFreq,cToneFreq,DtcsCode,DtcsPolarity,RxDtcsCode,"
+     "CrossMode,Mode,TStep,Skip,Power,Comment,URCALL,RPT1CALL,RPT2CALL,DVCODE\r\n"
+     "0,DB0XY,145.600000,-,0.600000,TSQL,88.5,103.5,023,NN,023,Tone->Tone,NFM,12.50,S,50W,\"hill, "
+     "north\",,,,\r\n"
+     "1,Dig,7.034500,split,7.120000,,88.5,88.5,023,NN,023,Tone->Tone,CWR,5.00,,,,,,,\r\n"},
+    {"gqrx", "# Tag name          ;  color\nUntagged            ; #c0c0c0\n\n"
+             "# Frequency ; Name                     ; Modulation          ;  Bandwidth; Tags\n"
+             "   121500000; Guard                    ; AM                  ;      10000; Air,Sea\n"
+             "    98500000; Radio                    ; WFM (stereo)        ;     160000; Untagged\n"},
+    {"sdrangel",
+     "Freq (Hz),Enable,Notes,Channel,Ch BW (Hz),TH (dB),Sq (dB)\n145500000,1,Calling,,12500,-60,\n"
+     "118100000,0,\"Tower, north\",2,,,\n"},
+    {"fldigi", "# rfcarrier rig_mode carrier mode usage\n14070000 USB 1000 BPSK31 PSK calling\n"},
+    {"kiwi-csv", "Freq kHz;Mode;Ident;Notes;Extension;Type;PB low;PB high;Offset;DOW;Begin;End;Sig bw\n"
+                 "198.000;AM;\"BBC \"\"4\"\"\";Droitwich;;T1;-4900;4900;0;MTWTFSS;'0000;'2400;0\n"
+                 "7850.000;USB;CHU;\"time; signal\";;T3;300;2700;25;M____S_;'0600;'1800;0\n"},
+    {"kiwi-json",
+     "{\"dx\":[\n[198.000,\"AM\",\"BBC\",\"Droitwich\",{\"T1\":1,\"lo\":-4900,\"hi\":4900}],\n"
+     "[7850.000,\"USB\",\"CHU\",\"\",{\"T3\":1,\"lo\":300,\"hi\":2700,\"o\":25,\"d0\":66,\"b0\":600,"
+     "\"e0\":1800}]\n]}\n"},
+};
+
+TEST(FilesOfOthers, ComeBackByteForByteWhenAllIsKept) {
+    ReadOptions options;
+    options.keepExtras = true;
+    for (const Sample& sample : Samples) {
+        const Format& format = *FormatOfId(QString::fromLatin1(sample.format));
+        const ReadText read = readText(format, sample.text, options);
+        EXPECT_EQ(read.refused, 0);
+        EXPECT_EQ(ToBytes(format, visiting(read.records)), sample.text) << sample.format;
+    }
+}
+
+/// Entries with frequencies in whole Hz, whose texts have what is awkward in tables.
+std::vector<FreqStoreXml::FrequencyStoreEntry> randomEntries(std::mt19937& random, int count) {
+    static const QStringList words = {
+        QStringLiteral("Tower"),  QStringLiteral("a,b"),          QStringLiteral("\"q\""),
+        QStringLiteral("#1"),     QStringLiteral("\u00E4\u4E2D"), QStringLiteral("x=1"),
+        QStringLiteral("50 % {"), QStringLiteral("'tis"),         QStringLiteral("&<amp>")};
+    static const QStringList modes = {QStringLiteral("AM"),  QStringLiteral("FM"), QStringLiteral("USB"),
+                                      QStringLiteral("LSB"), QStringLiteral("CW"), QString()};
+    const auto below = [&](qsizetype limit) {
+        return static_cast<qsizetype>(random() % static_cast<quint32>(limit));
+    };
+    std::vector<FreqStoreXml::FrequencyStoreEntry> entries(static_cast<size_t>(count));
+    for (FreqStoreXml::FrequencyStoreEntry& entry : entries) {
+        FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+        settings.GetFrequency().SetValue(static_cast<double>(1 + random() % 3'000'000'000));
+        if (below(4) != 0)
+            settings.GetIFBandwidth().SetValue(static_cast<double>(1 + below(200000)));
+        settings.SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod(modes[below(modes.size())]));
+        CommentParts parts;
+        for (qsizetype i = below(4); i > 0; --i)
+            parts.name += words[below(words.size())] + QLatin1Char(' ');
+        if (!parts.name.isEmpty())
+            parts.name += QString::number(&entry - entries.data()); // some formats know no name twice
+        if (!parts.name.isEmpty() && below(3) == 0)
+            parts.notes = words[below(words.size())];
+        entry.SetComment(JoinComment(parts));
+    }
+    return entries;
+}
+
+TEST(FilesOfOthers, KeepFrequenciesAndTexts) {
+    const auto seed = std::random_device()();
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    std::mt19937 random(seed);
+    const std::vector<FreqStoreXml::FrequencyStoreEntry> entries = randomEntries(random, 500);
+    for (const Format* format : Formats()) {
+        if (!format->makeEncoder)
+            continue;
+        SCOPED_TRACE(format->id);
+        const Account lost = LookAtLosses(*format, visiting(entries));
+        EXPECT_EQ(lost.entries, static_cast<qint64>(entries.size()));
+        const std::string bytes = ToBytes(*format, visiting(entries));
+        const ReadText read = readText(*format, QByteArray::fromStdString(bytes));
+        EXPECT_EQ(read.failure, QString());
+        ASSERT_EQ(read.records.size(), entries.size()) << read.problems.value(0).toStdString();
+        for (size_t i = 0; i < entries.size(); ++i) {
+            const FreqStoreXml::FFM_Settings& before = entries[i].GetFFM_Settings();
+            const FreqStoreXml::FFM_Settings& after = read.records[i].GetFFM_Settings();
+            ASSERT_EQ(after.GetFrequency().GetValue(), before.GetFrequency().GetValue()) << i;
+            if (!entries[i].GetComment().isEmpty()) {
+                ASSERT_EQ(read.records[i].GetComment(), entries[i].GetComment()) << i;
+            }
+            const QString mode = before.AnalogDemodToName(before.GetAnalogDemod());
+            if (!mode.isEmpty() && lost.Counts().find(QStringLiteral("modes")) == lost.Counts().end()) {
+                ASSERT_EQ(after.AnalogDemodToName(after.GetAnalogDemod()), mode) << i;
+            }
+        }
+        // What was read once is written and read again without a change.
+        EXPECT_EQ(
+            readText(*format, QByteArray::fromStdString(ToBytes(*format, visiting(read.records)))).entries,
+            read.entries);
+    }
+}
+
+TEST(CommentsOfFilesOfOthers, AreTakenApartAsTheyWerePutTogether) {
+    const CommentParts parts{QStringLiteral("Tower"),
+                             QStringLiteral("north\nand south"),
+                             {{QStringLiteral("Power"), QStringLiteral("50W; {a=b} 100 %")}}};
+    const QString comment = JoinComment(parts);
+    EXPECT_EQ(comment, QStringLiteral("Tower | north and south {Power=50W%3B %7Ba%3Db%7D 100 %25}"));
+    const CommentParts apart = SplitComment(comment);
+    EXPECT_EQ(apart.name, parts.name);
+    EXPECT_EQ(apart.notes, QStringLiteral("north and south"));
+    EXPECT_EQ(apart.extras, parts.extras);
+    EXPECT_EQ(SplitComment(QStringLiteral("a {b}")).name, QStringLiteral("a {b}"));
+}
+
+} // namespace
+
+} // namespace Interchange
