@@ -5,15 +5,16 @@
 namespace Interchange {
 
 void Account::Count(std::string_view what) {
-    if (!m_last.count || m_last.what.data() != what.data() || m_last.what.size() != what.size())
-        m_last = {what, &m_counts[QString::fromUtf8(what.data(), static_cast<qsizetype>(what.size()))]};
-    ++*m_last.count;
+    auto found = m_counts.find(what);
+    if (found == m_counts.end())
+        found = m_counts.emplace(what, 0).first;
+    ++found->second;
 }
 
 QString Account::CountsText() const {
     QStringList texts;
     for (const auto& [what, count] : m_counts)
-        texts << QStringLiteral("%1 (%2)").arg(what).arg(count);
+        texts << QStringLiteral("%1 (%2)").arg(QString::fromStdString(what)).arg(count);
     return texts.join(QStringLiteral(", "));
 }
 

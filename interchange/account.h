@@ -2,7 +2,9 @@
 
 #include <QString>
 
+#include <functional>
 #include <map>
+#include <string>
 #include <string_view>
 
 namespace Interchange {
@@ -17,18 +19,12 @@ public:
     /// Counts a thing that had to be left out or changed, in the operator's words ("Power", "bandwidth from
     /// the mode").
     void Count(std::string_view what);
-    const std::map<QString, qint64>& Counts() const { return m_counts; }
+    const std::map<std::string, qint64, std::less<>>& Counts() const { return m_counts; }
     /// "Power (12), Tone (3)"; empty when nothing was counted.
     QString CountsText() const;
 
 private:
-    struct Last {
-        std::string_view what;
-        qint64* count = nullptr;
-    };
-
-    std::map<QString, qint64> m_counts;
-    Last m_last; ///< of a constant text, which mostly comes again
+    std::map<std::string, qint64, std::less<>> m_counts;
 };
 
 } // namespace Interchange

@@ -101,7 +101,7 @@ TEST(FilesOfOthers, KeepFrequenciesAndTexts) {
                 ASSERT_EQ(read.records[i].GetComment(), entries[i].GetComment()) << i;
             }
             const QString mode = before.AnalogDemodToName(before.GetAnalogDemod());
-            if (!mode.isEmpty() && lost.Counts().find(QStringLiteral("modes")) == lost.Counts().end()) {
+            if (!mode.isEmpty() && !lost.Counts().contains("modes")) {
                 ASSERT_EQ(after.AnalogDemodToName(after.GetAnalogDemod()), mode) << i;
             }
         }

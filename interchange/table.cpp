@@ -1,0 +1,450 @@
+#include "interchange/table.h"
+
+#include <QFile>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <map>
+
+#include "interchange/rows.h"
+
+namespace Interchange {
+
+namespace {
+
+constexpr std::size_t RowsLookedAt = 50;
+
+struct Unit {
+    const char* name;
+    double hertz;
+};
+// The longer names come first: one ends with another.
+constexpr Unit Units[] = {{"GHz", 1e9}, {"MHz", 1e6}, {"kHz", 1e3}, {"Hz", 1}};
+
+struct FieldWord {
+    TableField field;
+    const char* word;
+    const char* headings; ///< a pattern of the headings that mean it
+};
+constexpr FieldWord Words[] = {
+    {TableField::Frequency, "frequency",
+     "^(rx\\W*)?(freq|frequenz|qrg|receive frequency|downlink|kanalfrequenz)"},
+    {TableField::Bandwidth, "bandwidth", "^(band\\W?width|bandbreite|bw\\b|width|ch\\W*bw)"},
+    {TableField::Mode, "mode", "^(mode\\b|modulation|demod|betriebsart|modus)"},
+    {TableField::Name, "name",
+     "^(name|call|station|label|alpha\\W*tag|comment|kommentar|description|beschreibung|ident|title|text)"},
+    {TableField::Notes, "notes",
+     "^(notes?|remarks?|bemerkung|info|comment|kommentar|description|beschreibung)"},
+};
+
+/// Takes a unit off the end of a number ("121.5 MHz"); 0 when there is none.
+double takeUnit(std::string_view& number) {
+    for (const Unit& unit : Units) {
+        const std::string_view name = unit.name;
+        if (number.size() > name.size() &&
+            qstrnicmp(number.data() + number.size() - name.size(), name.data(), name.size()) == 0) {
+            number = Trimmed(number.substr(0, number.size() - name.size()));
+            return unit.hertz;
+        }
+    }
+    return 0;
+}
+
+/// A number in the C locale: blanks between digits, and with a decimal comma the points, group thousands.
+std::string plainNumber(std::string_view text, bool hasDecimalComma) {
+    std::string number;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c == ',' && hasDecimalComma)
+            number += '.';
+        else if (c == ' ' || c == '\'' || (c == '.' && hasDecimalComma))
+            continue;
+        else if (text.substr(i).starts_with("\xC2\xA0")) // a blank that does not break
+            ++i;
+        else
+            number += c;
+    }
+    return number;
+}
+
+/// The unit that a heading names: "Freq (kHz)", "freq_hz"; 0 for none.
+double unitInHeading(const QString& heading) {
+    static const QRegularExpression unit(QStringLiteral("(^|[^a-z])(g|m|k)?hz($|[^a-z])"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch found = unit.match(heading);
+    return found.hasMatch() ? HertzOfUnit(QString(found.captured(2) + QStringLiteral("Hz"))) : 0;
+}
+
+bool isNumber(const QString& cell, bool hasDecimalComma) {
+    const QByteArray utf8 = cell.trimmed().toUtf8();
+    std::string_view text(utf8.constData(), static_cast<std::size_t>(utf8.size()));
+    takeUnit(text);
+    return HertzOf(plainNumber(text, hasDecimalComma), 1).has_value();
+}
+
+/// The separator whose count is the same in most lines, and the greatest.
+char findSeparator(const QString& head) {
+    QStringList lines;
+    for (const QString& line :
+         head.split(QLatin1Char('\n')).first(std::min<qsizetype>(RowsLookedAt, head.count(u'\n') + 1))) {
+        if (!line.trimmed().isEmpty() && !line.startsWith(QLatin1Char('#')))
+            lines << line;
+    }
+    char best = ',';
+    qsizetype most = 0;
+    for (const char separator : {'\t', ';', ',', '|'}) {
+        std::map<qsizetype, qsizetype> linesByCount;
+        for (const QString& line : lines)
+            ++linesByCount[line.count(QLatin1Char(separator))];
+        linesByCount.erase(0);
+        for (const auto& [count, number] : linesByCount) {
+            if (number * 1000 + count > most && number * 2 > lines.size()) {
+                most = number * 1000 + count;
+                best = separator;
+            }
+        }
+    }
+    return best;
+}
+
+/// What the numbers of a column suggest, when nothing names the unit.
+double unitByNumbers(const std::vector<QStringList>& rows, qsizetype column, bool hasDecimalComma) {
+    double least = 1e300;
+    double greatest = 0;
+    bool areWhole = true;
+    for (const QStringList& row : rows) {
+        const std::string number = plainNumber(row.value(column).toStdString(), hasDecimalComma);
+        if (const std::optional<double> value = HertzOf(number, 1); value && *value > 0) {
+            least = std::min(least, *value);
+            greatest = std::max(greatest, *value);
+            areWhole = areWhole && number.find('.') == std::string::npos;
+        }
+    }
+    constexpr double LeastHertz = 9000; // where radio begins
+    constexpr double GreatestMegahertz = 40000;
+    if (greatest == 0)
+        return 0;
+    if (areWhole && least >= 100 * LeastHertz)
+        return 1;
+    if (!areWhole && greatest < GreatestMegahertz && least < 1000)
+        return 1e6;
+    return least * 1000 >= LeastHertz && greatest <= 100000 ? 1000 : areWhole ? 1 : 1e6;
+}
+
+class TableLooker {
+public:
+    TableLooker(QIODevice& device, const QString& name, char separator) {
+        const TextForm form = LookAtText(device);
+        m_look.choice.separator = separator ? separator : findSeparator(form.head);
+        device.seek(0);
+        const ReadOptions options;
+        const TakeEntry nobody;
+        Reading reading(name, options, nobody);
+        Rows rows(device, reading, {m_look.choice.separator, true, true});
+        while (m_look.rows.size() < RowsLookedAt && rows.Next()) {
+            if (rows.First().starts_with('#'))
+                continue;
+            QStringList cells;
+            for (std::size_t i = 0; i < rows.Count(); ++i)
+                cells << TextOf(rows.Cell(i));
+            m_look.rows.push_back(cells);
+        }
+        if (m_look.rows.empty())
+            reading.Fail(0, QStringLiteral("holds no rows"));
+    }
+
+    TableLook Look() {
+        findDecimalMark();
+        findHeadings();
+        findFields();
+        return m_look;
+    }
+
+private:
+    void findDecimalMark() {
+        static const QRegularExpression withComma(QStringLiteral("^[\\d .]*\\d,\\d+( ?[GMk]?Hz)?$"));
+        static const QRegularExpression withPoint(QStringLiteral("^\\d+\\.\\d+( ?[GMk]?Hz)?$"));
+        int commas = 0;
+        int points = 0;
+        for (const QStringList& row : m_look.rows) {
+            for (const QString& cell : row) {
+                commas += withComma.match(cell).hasMatch() ? 1 : 0;
+                points += withPoint.match(cell).hasMatch() ? 1 : 0;
+            }
+        }
+        m_look.choice.hasDecimalComma = commas > points;
+    }
+    /// Headings have no numbers; the rows below some.
+    void findHeadings() {
+        const bool comma = m_look.choice.hasDecimalComma;
+        const QStringList first = m_look.rows.front();
+        m_look.choice.hasHeadings = std::none_of(first.begin(), first.end(),
+                                                 [&](const QString& cell) { return isNumber(cell, comma); });
+        qsizetype columns = 0;
+        for (const QStringList& row : m_look.rows)
+            columns = std::max(columns, row.size());
+        for (qsizetype i = 0; i < columns; ++i) {
+            const QString heading = m_look.choice.hasHeadings ? first.value(i) : QString();
+            m_look.headings << (heading.isEmpty() ? QString::number(i + 1) : heading);
+        }
+        if (m_look.choice.hasHeadings)
+            m_look.rows.erase(m_look.rows.begin());
+    }
+    void findFields() {
+        std::vector<TableColumn>& columns = m_look.choice.columns;
+        columns.resize(static_cast<std::size_t>(m_look.headings.size()));
+        for (const FieldWord& word : Words) {
+            const QRegularExpression pattern(QString::fromLatin1(word.headings),
+                                             QRegularExpression::CaseInsensitiveOption);
+            for (qsizetype i = 0; i < m_look.headings.size(); ++i) {
+                TableColumn& column = columns[static_cast<std::size_t>(i)];
+                if (column.field != TableField::None || !pattern.match(m_look.headings[i]).hasMatch())
+                    continue;
+                column.field = word.field;
+                column.hertzPerUnit = hasUnit(word.field) ? unitOf(i) : 0;
+                break;
+            }
+        }
+        m_look.proposal = m_look.choice;
+        proposeFrequency();
+        for (qsizetype i = 0; i < m_look.headings.size(); ++i) {
+            TableColumn& column = m_look.proposal.columns[static_cast<std::size_t>(i)];
+            if (hasUnit(column.field) && column.hertzPerUnit == 0)
+                column.hertzPerUnit = unitByNumbers(m_look.rows, i, m_look.choice.hasDecimalComma);
+        }
+    }
+    static bool hasUnit(TableField field) {
+        return field == TableField::Frequency || field == TableField::Bandwidth;
+    }
+    /// The unit that the heading names, or all of the cells.
+    double unitOf(qsizetype column) const {
+        if (const double unit = unitInHeading(m_look.headings[column]); unit > 0)
+            return unit;
+        const bool areNamed =
+            !m_look.rows.empty() &&
+            std::all_of(m_look.rows.begin(), m_look.rows.end(), [&](const QStringList& row) {
+                const std::string cell = row.value(column).toStdString();
+                std::string_view number = cell;
+                return cell.empty() || takeUnit(number) > 0;
+            });
+        return areNamed ? TableColumn::InEachCell : 0;
+    }
+    /// Without a heading that means it, the first column whose cells are all numbers.
+    void proposeFrequency() {
+        std::vector<TableColumn>& columns = m_look.proposal.columns;
+        const auto isFrequency = [](const TableColumn& column) {
+            return column.field == TableField::Frequency;
+        };
+        if (std::any_of(columns.begin(), columns.end(), isFrequency))
+            return;
+        for (qsizetype i = 0; i < m_look.headings.size(); ++i) {
+            if (columns[static_cast<std::size_t>(i)].field == TableField::None && !m_look.rows.empty() &&
+                std::all_of(m_look.rows.begin(), m_look.rows.end(), [&](const QStringList& row) {
+                    return isNumber(row.value(i), m_look.choice.hasDecimalComma);
+                })) {
+                columns[static_cast<std::size_t>(i)].field = TableField::Frequency;
+                return;
+            }
+        }
+    }
+
+    TableLook m_look;
+};
+
+QString unitName(double hertz) {
+    const auto* const unit = std::find_if(std::begin(Units), std::end(Units),
+                                          [hertz](const Unit& known) { return known.hertz == hertz; });
+    return unit == std::end(Units) ? QStringLiteral("?") : QString::fromLatin1(unit->name);
+}
+
+} // namespace
+
+double HertzOfUnit(QStringView unit) {
+    const auto* const found = std::find_if(std::begin(Units), std::end(Units), [unit](const Unit& known) {
+        return unit.compare(QLatin1String(known.name), Qt::CaseInsensitive) == 0;
+    });
+    return found == std::end(Units) ? 0 : found->hertz;
+}
+
+QString TableFieldWord(TableField field) {
+    const auto* const found = std::find_if(std::begin(Words), std::end(Words),
+                                           [field](const FieldWord& word) { return word.field == field; });
+    return found == std::end(Words) ? QString() : QString::fromLatin1(found->word);
+}
+
+QString TableChoice::WhyOpen(const QStringList& headings) const {
+    const auto frequency = std::find_if(columns.begin(), columns.end(), [](const TableColumn& column) {
+        return column.field == TableField::Frequency;
+    });
+    if (frequency == columns.end())
+        return QStringLiteral("no column is known to hold the frequency");
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const bool hasUnit =
+            columns[i].field == TableField::Frequency || columns[i].field == TableField::Bandwidth;
+        if (hasUnit && columns[i].hertzPerUnit == 0)
+            return QStringLiteral("nothing tells the unit of column \"%1\"")
+                .arg(headings.value(static_cast<qsizetype>(i)));
+    }
+    return QString();
+}
+
+QString TableChoice::ToText(const QStringList& headings) const {
+    QStringList texts;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const TableColumn& column = columns[i];
+        if (column.field == TableField::None)
+            continue;
+        QString text =
+            TableFieldWord(column.field) + QLatin1Char('=') + headings.value(static_cast<qsizetype>(i));
+        if (column.field == TableField::Frequency || column.field == TableField::Bandwidth)
+            text += column.hertzPerUnit == TableColumn::InEachCell
+                        ? QString()
+                        : QLatin1Char(':') + unitName(column.hertzPerUnit);
+        texts << text;
+    }
+    return texts.join(QLatin1Char(','));
+}
+
+TableLook LookAtTable(QIODevice& device, const QString& name, char separator) {
+    return TableLooker(device, name, separator).Look();
+}
+
+TableLook LookAtTable(const QString& path, char separator) {
+    QFile file(path);
+    REPORTGENERATOR::OpenForReading(file);
+    return LookAtTable(file, path, separator);
+}
+
+void TakeTableOptions(const QString& options, const QStringList& headings, TableChoice& choice) {
+    choice.columns.assign(static_cast<std::size_t>(headings.size()), {});
+    for (const QString& option : options.split(QLatin1Char(','))) {
+        const qsizetype equals = option.indexOf(QLatin1Char('='));
+        const QString word = option.left(equals).trimmed();
+        const auto* const known =
+            std::find_if(std::begin(Words), std::end(Words), [&](const FieldWord& field) {
+                return word == QLatin1String(field.word) ||
+                       (field.field == TableField::Name && word == QLatin1String("comment"));
+            });
+        if (equals <= 0 || known == std::end(Words))
+            throw RGException(
+                QStringLiteral("\"%1\" is no column: frequency, bandwidth, mode, name or notes, \"=\" and a "
+                               "heading")
+                    .arg(option));
+        QString heading = option.mid(equals + 1).trimmed();
+        double unit = 0;
+        if (const qsizetype colon = heading.lastIndexOf(QLatin1Char(':')); colon > 0) {
+            unit = HertzOfUnit(QStringView(heading).mid(colon + 1));
+            if (unit == 0)
+                throw RGException(
+                    QStringLiteral("\"%1\" is no unit: Hz, kHz, MHz or GHz").arg(heading.mid(colon + 1)));
+            heading.truncate(colon);
+        }
+        qsizetype column = headings.indexOf(heading);
+        if (column < 0)
+            column = heading.toInt() - 1;
+        if (column < 0 || column >= headings.size())
+            throw RGException(QStringLiteral("there is no column \"%1\", but %2")
+                                  .arg(heading, headings.join(QStringLiteral(", "))));
+        const bool hasUnit = known->field == TableField::Frequency || known->field == TableField::Bandwidth;
+        choice.columns[static_cast<std::size_t>(column)] = {
+            known->field, hasUnit && unit == 0 ? unitInHeading(headings[column]) : unit};
+    }
+}
+
+namespace {
+
+/// Makes stations of the rows of a table.
+class TableReader {
+public:
+    TableReader(const TableChoice& choice, Reading& reading) : m_choice(choice), m_reading(reading) {}
+
+    void TakeHeadings(const Rows& rows) {
+        for (std::size_t i = 0; i < rows.Count(); ++i)
+            m_headings.emplace_back(rows.Cell(i));
+    }
+    void Take(const Rows& rows) {
+        Station station{.line = rows.Line()};
+        m_withoutUnit = {};
+        for (std::size_t i = 0; i < rows.Count(); ++i)
+            takeCell(i, rows.Cell(i), station);
+        if (m_withoutUnit.empty())
+            m_reading.Take(station);
+        else
+            m_reading.Refuse(station.line, QStringLiteral("\"%1\" has no unit").arg(TextOf(m_withoutUnit)));
+    }
+
+private:
+    void takeCell(std::size_t place, std::string_view cell, Station& station) {
+        const TableColumn column = place < m_choice.columns.size() ? m_choice.columns[place] : TableColumn();
+        switch (column.field) {
+        case TableField::None:
+            m_reading.Extra(nameOf(place), cell);
+            break;
+        case TableField::Frequency:
+            station.frequency = number(cell, column, m_frequency, station.hertzPerUnit);
+            break;
+        case TableField::Bandwidth:
+            station.bandwidth = number(cell, column, m_bandwidth, station.hertzPerBandwidth);
+            break;
+        case TableField::Mode:
+            station.mode = cell;
+            break;
+        case TableField::Name:
+            station.name = cell;
+            break;
+        case TableField::Notes:
+            station.notes = cell;
+            break;
+        }
+    }
+    std::string nameOf(std::size_t place) const {
+        const bool isNamed = place < m_headings.size() && !m_headings[place].empty();
+        return isNamed ? m_headings[place] : "column " + std::to_string(place + 1);
+    }
+    std::string_view number(std::string_view cell, const TableColumn& column, std::string& plain,
+                            double& hertzPerUnit) {
+        std::string_view digits = cell;
+        const double unit = takeUnit(digits);
+        hertzPerUnit = unit > 0 ? unit : column.hertzPerUnit;
+        if (hertzPerUnit < 0 && !digits.empty())
+            m_withoutUnit = cell;
+        plain = plainNumber(digits, m_choice.hasDecimalComma);
+        return plain;
+    }
+
+    const TableChoice& m_choice;
+    Reading& m_reading;
+    std::vector<std::string> m_headings;
+    std::string m_frequency;
+    std::string m_bandwidth;
+    std::string_view m_withoutUnit; ///< cell of the row at hand
+};
+
+} // namespace
+
+Account ReadTable(QIODevice& device, const QString& name, const TableChoice& choice,
+                  const ReadOptions& options, const TakeEntry& take) {
+    Reading reading(name, options, take);
+    Rows rows(device, reading, {choice.separator, true, true});
+    TableReader reader(choice, reading);
+    bool isHeading = choice.hasHeadings;
+    while (rows.Next()) {
+        if (rows.First().starts_with('#'))
+            continue;
+        if (std::exchange(isHeading, false))
+            reader.TakeHeadings(rows);
+        else
+            reader.Take(rows);
+    }
+    return reading.GetAccount();
+}
+
+Account ReadTable(const QString& path, const TableChoice& choice, const ReadOptions& options,
+                  const TakeEntry& take) {
+    Account account;
+    REPORTGENERATOR::ReadWhole(path,
+                               [&](QFile& file) { account = ReadTable(file, path, choice, options, take); });
+    return account;
+}
+
+} // namespace Interchange

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QStringList>
+
+#include <vector>
+
+#include "interchange/format.h"
+
+namespace Interchange {
+
+// A table of no known format: what its columns hold is proposed from its headings and its first rows, and
+// told by the operator. Nothing is read by a unit that nobody named.
+
+/// What a column holds.
+enum class TableField { None, Frequency, Bandwidth, Mode, Name, Notes };
+
+/// Word of a field on command lines ("frequency"); "comment" is that of the name.
+QString TableFieldWord(TableField field);
+
+struct TableColumn {
+    static constexpr double InEachCell = -1; ///< "121.5 MHz"
+
+    TableField field = TableField::None;
+    double hertzPerUnit = 0; ///< of a frequency or bandwidth; 0 while nobody told
+    bool operator==(const TableColumn&) const = default;
+};
+
+/// How a table is read.
+struct TableChoice {
+    char separator = ',';
+    bool hasHeadings = true;
+    bool hasDecimalComma = false;
+    std::vector<TableColumn> columns;
+
+    /// Why it cannot be read so, as a sentence for the operator; empty when it can.
+    QString WhyOpen(const QStringList& headings) const;
+    /// As options of a command line: "frequency=Freq:MHz,name=Call"; columns without a heading are numbers
+    /// from 1.
+    QString ToText(const QStringList& headings) const;
+    bool operator==(const TableChoice&) const = default;
+};
+
+/// What a first look at a table finds.
+struct TableLook {
+    QStringList headings;          ///< of all columns; "1", "2", ... for a table without
+    std::vector<QStringList> rows; ///< the first ones
+    /// What is sure. A unit that no heading names is not.
+    TableChoice choice;
+    /// The same with the units that the numbers suggest.
+    TableChoice proposal;
+};
+
+/// Looks at the beginning of a table; throws RGException for what is no text or has no columns. With a
+/// separator, it is taken; 0 finds one.
+TableLook LookAtTable(QIODevice& device, const QString& name, char separator = 0);
+TableLook LookAtTable(const QString& path, char separator = 0);
+
+/// Changes a choice by the options of a command line, "frequency=Freq:MHz,name=Call"; columns that they do
+/// not name hold nothing. Throws RGException with the reason.
+void TakeTableOptions(const QString& options, const QStringList& headings, TableChoice& choice);
+
+/// Reads a table; throws RGException as `Read` does.
+Account ReadTable(QIODevice& device, const QString& name, const TableChoice& choice,
+                  const ReadOptions& options, const TakeEntry& take);
+Account ReadTable(const QString& path, const TableChoice& choice, const ReadOptions& options,
+                  const TakeEntry& take);
+
+/// Hz of a unit's name, whatever its case; 0 for an unknown one.
+double HertzOfUnit(QStringView unit);
+
+} // namespace Interchange

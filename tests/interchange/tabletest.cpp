@@ -1,0 +1,124 @@
+#include "interchange/table.h"
+
+#include "tests/interchange/formatfixture.h"
+
+namespace Interchange {
+
+namespace {
+
+struct TableRow {
+    const char* what;
+    const char* text;
+    const char* proposal; ///< as options
+    const char* open;     ///< why it is not read without a word of the operator; empty when it is
+    QStringList entries;  ///< read as proposed
+};
+
+TableLook look(QByteArray bytes) {
+    QBuffer device(&bytes);
+    device.open(QIODevice::ReadOnly);
+    return LookAtTable(device, QStringLiteral("file"));
+}
+
+QStringList entriesOf(QByteArray bytes, const TableChoice& choice) {
+    QStringList entries;
+    QBuffer device(&bytes);
+    device.open(QIODevice::ReadOnly);
+    ReadTable(device, QStringLiteral("file"), choice, {},
+              [&](FreqStoreXml::FrequencyStoreEntry& entry) { entries << lineOf(entry); });
+    return entries;
+}
+
+class Tables : public testing::TestWithParam<TableRow> {};
+
+TEST_P(Tables, AreProposedAndReadAsProposed) {
+    const TableRow& row = GetParam();
+    const TableLook found = look(row.text);
+    EXPECT_EQ(found.proposal.ToText(found.headings).toStdString(), row.proposal);
+    EXPECT_EQ(found.choice.WhyOpen(found.headings).toStdString(), row.open);
+    EXPECT_EQ(entriesOf(row.text, found.proposal), row.entries);
+}
+
+const TableRow Rows[] = {
+    {"UnitInTheHeading",
+     "Name,Freq (MHz),Mode\nTower,118.1,AM\n",
+     "name=Name,frequency=Freq (MHz):MHz,mode=Mode",
+     "",
+     {"118100000|9000|AM|Tower"}},
+    {"UnitOpenDecimals",
+     "Name;Frequency\nTower;118.1\nGuard;121.5\n",
+     "name=Name,frequency=Frequency:MHz",
+     "nothing tells the unit of column \"Frequency\"",
+     {"118100000|0||Tower", "121500000|0||Guard"}},
+    {"UnitOpenKilohertz",
+     "freq\tname\n5505\tShannon\n198\tBBC\n",
+     "frequency=freq:kHz,name=name",
+     "nothing tells the unit of column \"freq\"",
+     {"5505000|0||Shannon", "198000|0||BBC"}},
+    {"UnitOpenHertz",
+     "frequency|description\n7055000|a\n145500000|b\n",
+     "frequency=frequency:Hz,name=description",
+     "nothing tells the unit of column \"frequency\"",
+     {"7055000|0||a", "145500000|0||b"}},
+    {"UnitInEachCell",
+     "QRG,Info,Bandwidth kHz\n\"121.5 MHz\",Guard,8.33\n5505kHz,Volmet,2.7\n121.5,no,\n",
+     "frequency=QRG:MHz,notes=Info,bandwidth=Bandwidth kHz:kHz",
+     "nothing tells the unit of column \"QRG\"",
+     {"121500000|8330||Guard", "5505000|2700||Volmet", "121500000|0||no"}},
+    {"DecimalComma",
+     "Name;Frequenz MHz\nT\xC3\xBCrme;118,1\nX;1.296,2\n",
+     "name=Name,frequency=Frequenz MHz:MHz",
+     "",
+     {"118100000|0||T\u00FCrme", "1296200000|0||X"}},
+    {"NoHeadings",
+     "118.1,Tower\n121.5,\"Guard, all\"\n",
+     "frequency=1:MHz",
+     "no column is known to hold the frequency",
+     {"118100000|0||", "121500000|0||"}},
+    {"CommentsAndShortRows",
+     "# exported\nFrequency Hz,Comment\n7055000\n\n7060000,b,c\n",
+     "frequency=Frequency Hz:Hz,name=Comment",
+     "",
+     {"7055000|0||", "7060000|0||b"}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Others, Tables, testing::ValuesIn(Rows),
+                         [](const auto& row) { return std::string(row.param.what); });
+
+TEST(TablesOfOthers, RefuseCellsWithoutAUnitWhereEachHasOne) {
+    QByteArray text = "QRG,Name\n";
+    for (int i = 0; i < 60; ++i)
+        text += "121.5 MHz,a\n";
+    text += "121.6,b\n";
+    const TableLook found = look(text);
+    EXPECT_EQ(found.choice.WhyOpen(found.headings), QString());
+    EXPECT_EQ(entriesOf(text, found.choice).size(), 60);
+}
+
+TEST(TablesOfOthers, AreReadAsTheOperatorSays) {
+    const QByteArray text = "a,b,c\n1,2,7055\n";
+    TableLook found = look(text);
+    TakeTableOptions(QStringLiteral("frequency=c:kHz, comment=2"), found.headings, found.choice);
+    EXPECT_EQ(entriesOf(text, found.choice), QStringList{QStringLiteral("7055000|0||2")});
+    struct Bad {
+        const char* options;
+        const char* reason;
+    };
+    const Bad bad[] = {
+        {"frequency=d:kHz", "there is no column \"d\", but a, b, c"},
+        {"frequency=c:kHzz", "\"kHzz\" is no unit: Hz, kHz, MHz or GHz"},
+        {"freq=c", "\"freq=c\" is no column: frequency, bandwidth, mode, name or notes, \"=\" and a heading"},
+    };
+    for (const Bad& row : bad) {
+        try {
+            TakeTableOptions(QString::fromLatin1(row.options), found.headings, found.choice);
+            ADD_FAILURE() << row.options;
+        } catch (const RGException& exception) {
+            EXPECT_EQ(exception.GetErrorText().toStdString(), row.reason);
+        }
+    }
+}
+
+} // namespace
+
+} // namespace Interchange
