@@ -1220,10 +1220,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <translation>Datenverzeichnis kann nicht angelegt werden</translation>
     </message>
     <message>
-        <source>Job</source>
-        <translation>Auftrag</translation>
-    </message>
-    <message>
         <source>is also used by %1: a file that it changes is not overwritten, but written beside</source>
         <translation>wird auch von %1 benutzt: Eine dort geänderte Datei wird nicht überschrieben, sondern daneben neu geschrieben</translation>
     </message>
@@ -1266,14 +1262,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Messages</source>
         <translation>Meldungen</translation>
-    </message>
-    <message>
-        <source>Receiver</source>
-        <translation>Empfänger</translation>
-    </message>
-    <message>
-        <source>NOI bands</source>
-        <translation>NOI-Bänder</translation>
     </message>
     <message>
         <source>Tuned to %1</source>
@@ -1370,10 +1358,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>The filter of the list hides this detection.</source>
         <translation>Der Filter der Liste verbirgt diese Detektion.</translation>
-    </message>
-    <message>
-        <source>Details</source>
-        <translation>Einzelheiten</translation>
     </message>
     <message>
         <source>Commands of %1</source>
@@ -1526,6 +1510,48 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Write positions in lists like this</source>
         <translation>Positionen in Listen so schreiben</translation>
+    </message>
+    <message>
+        <source>&amp;Job</source>
+        <translation>&amp;Auftrag</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln detection(s)</source>
+        <translation>
+            <numerusform>%Ln Detektion</numerusform>
+            <numerusform>%Ln Detektionen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln result(s)</source>
+        <translation>
+            <numerusform>%Ln Ergebnis</numerusform>
+            <numerusform>%Ln Ergebnisse</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&amp;Details</source>
+        <translation>&amp;Einzelheiten</translation>
+    </message>
+    <message>
+        <source>Re&amp;ceiver</source>
+        <translation>E&amp;mpfänger</translation>
+    </message>
+    <message>
+        <source>NOI b&amp;ands</source>
+        <translation>N&amp;OI-Bänder</translation>
+    </message>
+    <message>
+        <source>&amp;Messages</source>
+        <translation>Mel&amp;dungen</translation>
+    </message>
+    <message>
+        <source>Type what is looked for into the filter</source>
+        <translation>Gesuchtes in den Filter eingeben</translation>
+    </message>
+    <message>
+        <source>No list has a row with &quot;%1&quot;</source>
+        <translation>Keine Liste hat eine Zeile mit &quot;%1&quot;</translation>
     </message>
 </context>
 <context>
@@ -2701,6 +2727,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>From: %1</source>
         <translation>Quelle: %1</translation>
     </message>
+    <message>
+        <source>&amp;Time picture</source>
+        <translation>Ze&amp;itbild</translation>
+    </message>
 </context>
 <context>
     <name>TuningStrip</name>
@@ -3066,6 +3096,26 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
             <numerusform>%Ln Eintrag hinzugefügt</numerusform>
             <numerusform>%Ln Einträge hinzugefügt</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Find &amp;Next</source>
+        <translation>Weitersu&amp;chen</translation>
+    </message>
+    <message>
+        <source>Go to the next row with what was looked for, through all lists</source>
+        <translation>Zur nächsten Zeile mit dem Gesuchten, durch alle Listen</translation>
+    </message>
+    <message>
+        <source>Find Pre&amp;vious</source>
+        <translation>Rückwärts suc&amp;hen</translation>
+    </message>
+    <message>
+        <source>Go to the row before with what was looked for, through all lists</source>
+        <translation>Zur Zeile davor mit dem Gesuchten, durch alle Listen</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>

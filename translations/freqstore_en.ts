@@ -63,6 +63,23 @@
     </message>
 </context>
 <context>
+    <name>MainWindow</name>
+    <message numerus="yes">
+        <source>%Ln detection(s)</source>
+        <translation>
+            <numerusform>%Ln detection</numerusform>
+            <numerusform>%Ln detections</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln result(s)</source>
+        <translation>
+            <numerusform>%Ln result</numerusform>
+            <numerusform>%Ln results</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>NoiKeeper</name>
     <message numerus="yes">
         <source>The list of frequencies of interest is empty; its file %1 still holds %n entries.</source>

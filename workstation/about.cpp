@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr QSize Roomy(600, 420);
+constexpr QSize Roomy(760, 420);
 constexpr int IconSize = 64;
 
 struct Library {

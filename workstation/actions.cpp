@@ -120,6 +120,19 @@ const Info& infoOf(size_t command) {
          {QKeySequence::Find},
          None,
          false},
+        {QT_TRANSLATE_NOOP("WindowActions", "Find &Next"),
+         QT_TRANSLATE_NOOP("WindowActions", "Go to the next row with what was looked for, through all lists"),
+         "next",
+         {QKeySequence(Qt::Key_F3)},
+         None,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "Find Pre&vious"),
+         QT_TRANSLATE_NOOP("WindowActions",
+                           "Go to the row before with what was looked for, through all lists"),
+         "previous",
+         {QKeySequence(Qt::SHIFT | Qt::Key_F3)},
+         None,
+         false},
         {QT_TRANSLATE_NOOP("WindowActions", "&Tune"),
          QT_TRANSLATE_NOOP("WindowActions", "Tune the receiver to the selected entry, with all its settings"),
          "tune",
@@ -339,6 +352,20 @@ void WindowActions::Refresh() {
     const QString what = tipOf(OpenIntoList);
     Get(OpenIntoList)
         ->setText(offers(Bar::Read) ? tr("%1: %2...").arg(m_name, what) : tr(infoOf(OpenIntoList).text));
+}
+
+bool WindowActions::TellWhyOff(const QKeyEvent& pressed, bool inLists) {
+    const QKeySequence key(pressed.keyCombination());
+    for (size_t i = 0; i < m_actions.size(); ++i) {
+        const QAction& action = *m_actions[i];
+        if (action.isEnabled() || !action.shortcuts().contains(key) || (infoOf(i).inListsOnly && !inLists))
+            continue;
+        const QString reason = whyOff(static_cast<Command>(i)); // none when it is about to come on
+        if (!reason.isEmpty())
+            emit Refused(tr("%1: %2").arg(action.text().remove(QLatin1Char('&')), reason));
+        return !reason.isEmpty();
+    }
+    return false;
 }
 
 void WindowActions::act(Command command) {

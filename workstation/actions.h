@@ -9,6 +9,7 @@
 class FreqStoreListViewButtonBar;
 class FrequencyNodeListView;
 class FrequencyStoreListView;
+class QKeyEvent;
 class QMenu;
 class SortListView;
 
@@ -37,6 +38,8 @@ public:
         PasteText,
         SelectAll,
         Find,
+        FindNext,
+        FindPrevious,
         Tune,
         Previous,
         Next,
@@ -65,12 +68,17 @@ public:
                  std::function<void()> save);
     /// Looks again at what applies.
     void Refresh();
+    /// Tells why the command of a pressed key is off; false when the key is that of no such command. The keys
+    /// of some commands mean them only `inLists`.
+    bool TellWhyOff(const QKeyEvent& pressed, bool inLists);
     /// The menu of a list's rows: all that its bar offers, with what the window adds.
     void FillContextMenu(QMenu& menu) const;
 
 signals:
-    /// A command of the window's own was chosen: one of Open, Print, Pdf and Quit.
+    /// A command of the window's own was chosen: one of Open, FindNext, FindPrevious, Print, Pdf and Quit.
     void Chosen(WindowActions::Command command);
+    /// The key of a command was pressed that is off, for that reason.
+    void Refused(const QString& reason);
 
 private:
     void act(Command command);

@@ -204,7 +204,7 @@ void Workstation::prepareDirectories() {
 
 void Workstation::addJobPanel() {
     m_jobPanel = new JobPanel(*m_job);
-    m_window->AddPanel(m_jobPanel, MainWindow::tr("Job"), Qt::RightDockWidgetArea);
+    m_window->AddPanel(m_jobPanel, MainWindow::tr("&Job"), Qt::RightDockWidgetArea);
     QMenu* menu = m_window->GetFileMenu();
     QAction* before = m_window->GetActions().Get(WindowActions::Print);
     const auto add = [&](const char* name, const QString& text, const QString& tip, auto slot) {
@@ -338,18 +338,19 @@ void Workstation::tellSaved(const QString& path) {
 /// What runs stands in the strip.
 void Workstation::addActivities() {
     TuningStrip* strip = m_window->GetStrip();
-    strip->AddActivity({MainWindow::tr("Search"), [this] { return m_search->IsRunning(); },
-                        [] {
-                            const auto* found =
-                                value_cast<ValueList<DetectionConventional>>(Tree::Instance()->GetValue(
-                                    QString::fromLatin1(SimulatedSearch::DetectionsPath)));
-                            return found ? static_cast<qint64>(found->Size()) : 0;
-                        },
-                        [this] { m_search->SetRunning(false); }});
+    strip->AddActivity(
+        {MainWindow::tr("Search"), [this] { return m_search->IsRunning(); },
+         [] {
+             const auto* found = value_cast<ValueList<DetectionConventional>>(
+                 Tree::Instance()->GetValue(QString::fromLatin1(SimulatedSearch::DetectionsPath)));
+             return MainWindow::tr("%Ln detection(s)", nullptr, found ? static_cast<int>(found->Size()) : 0);
+         },
+         [this] { m_search->SetRunning(false); }});
     strip->AddActivity({MainWindow::tr("Classifier"), [this] { return m_classifier->IsRunning(); },
                         [] {
                             const Node* results = Tree::Instance()->GetNode(Paths::Results);
-                            return results ? static_cast<qint64>(results->ChildCount()) : 0;
+                            return MainWindow::tr("%Ln result(s)", nullptr,
+                                                  results ? static_cast<int>(results->ChildCount()) : 0);
                         },
                         [this] { m_classifier->SetRunning(false); }});
     QObject::connect(m_search.get(), &SimulatedSearch::RunningChanged, strip, &TuningStrip::Refresh);

@@ -7,6 +7,7 @@
 #include "host/widgets/vccheckbox.h"
 #include "host/widgets/vccomboboxclassic.h"
 #include "host/widgets/vclineedit.h"
+#include "workstation/elidedlabel.h"
 #include "workstation/receiversettings.h"
 
 #include <QAction>
@@ -20,6 +21,8 @@ namespace {
 constexpr int TickMilliseconds = 500;
 
 using Field = VCLineEdit::LineEditType;
+/// What a field of a frequency has room for.
+const QString LongFrequency = QStringLiteral("  145 500.000 000 MHz  ");
 constexpr int ReadOnly = -1; ///< what the list makes of other values, or a machine has found out
 
 /// A value of an entry, as operators call it, with the field in which it is edited.
@@ -70,7 +73,8 @@ QString readingOf(const ValueBase& value) {
 
 } // namespace
 
-DetailsPanel::DetailsPanel(QAction* tune, QWidget* parent) : QWidget(parent), m_heading(new QLabel(this)) {
+DetailsPanel::DetailsPanel(QAction* tune, QWidget* parent)
+    : QWidget(parent), m_heading(new ElidedLabel(this)) {
     auto* layout = new QVBoxLayout(this);
     auto* head = new QHBoxLayout;
     auto* button = new QToolButton(this);
@@ -81,7 +85,6 @@ DetailsPanel::DetailsPanel(QAction* tune, QWidget* parent) : QWidget(parent), m_
     head->addWidget(button);
     layout->addLayout(head);
     layout->addStretch(1);
-    m_heading->setTextFormat(Qt::PlainText);
     m_heading->setObjectName(QStringLiteral("DetailsHeading"));
     connect(&m_tick, &QTimer::timeout, this, &DetailsPanel::Refresh);
     m_tick.setInterval(TickMilliseconds);
@@ -132,6 +135,7 @@ void DetailsPanel::Refresh() {
     m_heading->setText(!row           ? tr("No entry is selected")
                        : selected > 1 ? tr("One of %n selected", "", selected)
                                       : row->CellText(0));
+    m_heading->setToolTip(m_heading->text());
     for (const Reading& reading : m_readings)
         reading.label->setText(reading.text());
 }
@@ -141,6 +145,7 @@ QFormLayout* DetailsPanel::makeForm() {
     m_form = new QFormLayout(m_values);
     m_form->setContentsMargins(0, 0, 0, 0);
     m_form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    m_form->setRowWrapPolicy(QFormLayout::WrapLongRows);
     static_cast<QVBoxLayout*>(layout())->insertWidget(1, m_values);
     return m_form;
 }
@@ -172,6 +177,8 @@ QWidget* DetailsPanel::editorOf(ValueBase& value, int fieldType) {
     }
     auto* field = new VCLineEdit(m_values, name.constData(), static_cast<Field>(fieldType));
     field->SetValueBase(&value);
+    if (fieldType == Field::Frequency)
+        field->setMinimumWidth(field->fontMetrics().horizontalAdvance(LongFrequency));
     connect(field, &QLineEdit::editingFinished, this, edited);
     return field;
 }

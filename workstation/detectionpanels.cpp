@@ -51,7 +51,7 @@ void DetectionPanels::AddPicture(MainWindow& window, SimulatedSearch& search, Sw
     QObject::connect(picture, &TimePicture::RecordClicked, &window,
                      [&window, listId](quint32 place) { window.ShowRecord(listId, place); });
     QObject::connect(&sweeps, &SweepImport::SweepsRead, picture, &TimePicture::SetWaterfall);
-    QDockWidget* dock = window.AddPanel(picture, QCoreApplication::translate("TimePicture", "Time picture"),
+    QDockWidget* dock = window.AddPanel(picture, QCoreApplication::translate("TimePicture", "&Time picture"),
                                         Qt::BottomDockWidgetArea);
     dock->hide();
     // The first time it is asked for it is high enough, where the window is.

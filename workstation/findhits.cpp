@@ -5,17 +5,9 @@
 #include "host/gui/sortlistview.h"
 
 #include <QCoreApplication>
-#include <QShortcut>
 #include <QTabWidget>
 
-FindHits::FindHits(QTabWidget& tabs) : QObject(&tabs), m_tabs(tabs) {
-    const auto onKey = [&](const QKeySequence& key, int direction) {
-        connect(new QShortcut(key, &tabs), &QShortcut::activated, this,
-                [this, direction] { Step(direction); });
-    };
-    onKey(Qt::Key_F3, 1);
-    onKey(Qt::SHIFT | Qt::Key_F3, -1);
-}
+FindHits::FindHits(QTabWidget& tabs) : QObject(&tabs), m_tabs(tabs) {}
 
 FilterField* FindHits::fieldOf(int tab) const {
     const QWidget* page = m_tabs.widget(tab);

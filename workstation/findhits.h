@@ -6,8 +6,8 @@
 class FilterField;
 class QTabWidget;
 
-/// F3 and Shift+F3: the next and the last hit of what the filter of the shown tab looks for, through all tabs
-/// whose lists can be filtered and round again. A tab with hits takes the filter over; one without keeps its
+/// The next and the last hit of what the filter of the shown tab looks for, through all tabs whose lists can
+/// be filtered and round again. A tab with hits takes the filter over; one without keeps its
 /// own. Without a filter the last one used counts, and without any the filter field takes the focus. The
 /// object belongs to the tabs.
 class FindHits : public QObject {
@@ -18,6 +18,8 @@ public:
 
     /// Goes one hit forwards (1) or backwards (-1); false when there is none.
     bool Step(int direction);
+    /// What is looked for, or was last.
+    const QString& GetQuery() const { return m_query; }
 
 private:
     FilterField* fieldOf(int tab) const;

@@ -48,7 +48,13 @@ FrequencyBar::FrequencyBar(QWidget* parent) : QWidget(parent), m_labelWidth(Leas
 FrequencyBar::~FrequencyBar() = default;
 
 QSize FrequencyBar::sizeHint() const {
-    return {600, lineTop(std::max(shownCount(), 1)) + AxisHeight + Margin / 2};
+    return {600, planHeight() + std::max(shownCount(), 1) * LineHeight + AxisHeight + Margin};
+}
+
+/// In a window that is too low for all, lines give way to the axis.
+int FrequencyBar::lineHeight() const {
+    const int room = height() - planHeight() - AxisHeight - Margin;
+    return std::clamp(room / std::max(shownCount(), 1), LeastLineHeight, LineHeight);
 }
 
 int FrequencyBar::planHeight() const {
@@ -56,7 +62,7 @@ int FrequencyBar::planHeight() const {
 }
 
 int FrequencyBar::lineTop(int row) const {
-    return Margin / 2 + planHeight() + row * LineHeight;
+    return Margin / 2 + planHeight() + row * lineHeight();
 }
 
 int FrequencyBar::shownCount() const {
@@ -80,7 +86,7 @@ FrequencyBar::Line* FrequencyBar::lineAt(int y) {
         if (!line.isShown)
             continue;
         const int top = lineTop(row++);
-        if (y >= top && y < top + LineHeight)
+        if (y >= top && y < top + lineHeight())
             return &line;
     }
     return nullptr;
@@ -168,7 +174,7 @@ QRect FrequencyBar::LineRect(int listId) const {
     const auto found = std::find(ids.begin(), ids.end(), listId);
     if (found == ids.end())
         return {};
-    return {m_labelWidth, lineTop(static_cast<int>(found - ids.begin())), m_axis.Width(), LineHeight - 4};
+    return {m_labelWidth, lineTop(static_cast<int>(found - ids.begin())), m_axis.Width(), lineHeight() - 4};
 }
 
 void FrequencyBar::RememberLines() {

@@ -117,6 +117,7 @@ private:
         double hertz = 0;
     };
 
+    int lineHeight() const;
     int lineTop(int row) const;
     int shownCount() const;
     int planHeight() const;

@@ -123,7 +123,7 @@ void FrequencyBar::paintMarks(QPainter& painter, const PixStateVector& pixels, i
 
 void FrequencyBar::paintLine(QPainter& painter, const Line& line, int top) const {
     const QFontMetrics metrics(font());
-    const int height = LineHeight - 4;
+    const int height = lineHeight() - 4;
     const QRect label(Margin, top, m_labelWidth - 2 * Margin, height);
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawText(label, Qt::AlignLeft | Qt::AlignVCenter,
@@ -153,7 +153,7 @@ void FrequencyBar::paintEvent(QPaintEvent*) {
         computeLines();
     QPainter painter(this);
     for (int row = 0; row < std::max(shownCount(), 1); ++row)
-        painter.fillRect(m_labelWidth, lineTop(row), m_axis.Width(), LineHeight - 4,
+        painter.fillRect(m_labelWidth, lineTop(row), m_axis.Width(), lineHeight() - 4,
                          palette().color(QPalette::Base));
     if (m_region > 0)
         paintPlan(painter);

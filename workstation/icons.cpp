@@ -24,8 +24,20 @@ QColor TextColor(QIcon::Mode mode) {
     }
 }
 
+/// An engine whose pixmaps are what it paints, on nothing.
+class PaintedEngine : public QIconEngine {
+public:
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap result(size);
+        result.fill(Qt::transparent);
+        QPainter painter(&result);
+        paint(&painter, result.rect(), mode, state);
+        return result;
+    }
+};
+
 /// Draws a drawing anew each time, with the text colour in the place of "currentColor".
-class LineArtEngine : public QIconEngine {
+class LineArtEngine : public PaintedEngine {
 public:
     explicit LineArtEngine(QByteArray drawing) : m_drawing(std::move(drawing)) {}
 
@@ -40,14 +52,6 @@ public:
         painter->restore();
     }
 
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        QPixmap result(size);
-        result.fill(Qt::transparent);
-        QPainter painter(&result);
-        paint(&painter, result.rect(), mode, state);
-        return result;
-    }
-
     QIconEngine* clone() const override { return new LineArtEngine(*this); }
 
 private:
@@ -55,7 +59,7 @@ private:
 };
 
 /// Paints a picture, on a light ground where the palette is dark.
-class GroundedEngine : public QIconEngine {
+class GroundedEngine : public PaintedEngine {
 public:
     explicit GroundedEngine(QPixmap picture) : m_picture(std::move(picture)) {}
 
@@ -73,14 +77,6 @@ public:
         QRect place(QPoint(), size);
         place.moveCenter(rect.center());
         painter->drawPixmap(place, m_picture);
-    }
-
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        QPixmap result(size);
-        result.fill(Qt::transparent);
-        QPainter painter(&result);
-        paint(&painter, result.rect(), mode, state);
-        return result;
     }
 
     QIconEngine* clone() const override { return new GroundedEngine(*this); }

@@ -1,6 +1,7 @@
 #include "host/base/terminaltext.h"
 #include "workstation/application.h"
 #include "workstation/ending.h"
+#include "workstation/firstpaint.h"
 #include "workstation/guardedapplication.h"
 #include "workstation/guidepictures.h"
 #include "workstation/icons.h"
@@ -35,7 +36,10 @@ int main(int argc, char** argv) {
         return GuidePictures::Take(workstation, options.screenshotDirectory) && loaded ? 0 : 2;
     if (!options.screenshotDirectory.isEmpty())
         return workstation.TakeScreenshots() && loaded ? 0 : 2;
-    workstation.WelcomeAtFirstStart();
+    if (options.timesStart)
+        new FirstPaint(window);
+    else
+        workstation.WelcomeAtFirstStart();
     if (!workstation.GetEnding().IsEnding()) // a signal may have come meanwhile
         QApplication::exec();
     return workstation.GetEnding().ExitCode();

@@ -22,6 +22,7 @@
 #include "workstation/tuningstrip.h"
 #include "workstation/windowstatus.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QDockWidget>
 #include <QFileInfo>
@@ -43,7 +44,8 @@ namespace {
 constexpr int TabsMilliseconds = 150;
 constexpr int MessagesHeight = 110;
 constexpr int LeastMessagesHeight = 50; ///< in the smallest window
-constexpr int BarWidth = 320;           ///< in the smallest window
+constexpr int LeastListHeight = 64;
+constexpr int BarWidth = 320; ///< in the smallest window
 constexpr int SideWidth = 330;
 constexpr int DetailsHeight = 400; ///< against each other
 constexpr int SettingsHeight = 300;
@@ -70,6 +72,7 @@ MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
       m_messages(new MessagesPanel(this)),
       m_status(new WindowStatus(*statusBar())),
       m_actions(new WindowActions(this, m_tabs)),
+      m_hits(new FindHits(*m_tabs)),
       m_details(new DetailsPanel(m_actions->Get(WindowActions::Tune), this)),
       m_fileMenu(menuBar()->addMenu(tr("&File"))),
       m_recentMenu(new QMenu(tr("Open &Recent"), this)),
@@ -90,7 +93,6 @@ MainWindow::MainWindow(Receiver& receiver, QWidget* parent)
     m_tabsChange->setSingleShot(true);
     m_tabsChange->setInterval(TabsMilliseconds);
     connect(m_tabsChange, &QTimer::timeout, this, &MainWindow::showTabs);
-    new FindHits(*m_tabs);
 
     makeMenus();
     makePanels(receiver);
@@ -173,16 +175,17 @@ void MainWindow::connectStatus() {
     });
     connect(m_status->GetProblemsButton(), &QToolButton::clicked, this,
             [this] { ShowMessages(m_messagesDock->visibleRegion().isEmpty()); });
+    connect(m_actions, &WindowActions::Refused, m_status, &WindowStatus::TellBriefly);
     connect(m_details, &DetailsPanel::Edited, this, &MainWindow::EntryEdited);
 }
 
 void MainWindow::makePanels(Receiver& receiver) {
-    AddPanel(scrolled(m_details), tr("Details"), Qt::RightDockWidgetArea);
-    AddPanel(scrolled(new ReceiverPanel(receiver, *m_bands)), tr("Receiver"), Qt::RightDockWidgetArea);
-    AddPanel(new BandsPanel(*m_bands), tr("NOI bands"), Qt::RightDockWidgetArea)->hide();
+    AddPanel(scrolled(m_details), tr("&Details"), Qt::RightDockWidgetArea);
+    AddPanel(scrolled(new ReceiverPanel(receiver, *m_bands)), tr("Re&ceiver"), Qt::RightDockWidgetArea);
+    AddPanel(new BandsPanel(*m_bands), tr("NOI b&ands"), Qt::RightDockWidgetArea)->hide();
     m_messages->setAccessibleName(tr("Messages"));
     m_messages->setMinimumHeight(LeastMessagesHeight);
-    m_messagesDock = AddPanel(m_messages, tr("Messages"), Qt::BottomDockWidgetArea);
+    m_messagesDock = AddPanel(m_messages, tr("&Messages"), Qt::BottomDockWidgetArea);
     resizeDocks({m_messagesDock}, {MessagesHeight}, Qt::Vertical);
     sizePanels();
     m_messagesDock->hide();
@@ -208,6 +211,7 @@ void MainWindow::addList(int listId) {
         layout->addWidget(view->GetWidget(), 1);
         view->SetID(static_cast<unsigned>(listId));
         view->InitFreqStoreWidget(bar);
+        view->GetListView()->setMinimumHeight(LeastListHeight);
         view->GetListView()->MarkTuned(m_receiver.GetFrequency());
         connect(view->GetListView(), &SortListView::countsChanged, m_tabsChange, [this] {
             if (!m_tabsChange->isActive())
@@ -356,19 +360,21 @@ void MainWindow::showTitle() {
 }
 
 QDockWidget* MainWindow::AddPanel(QWidget* panel, const QString& title, Qt::DockWidgetArea area) {
-    auto* dock = new QDockWidget(title, this);
+    const QString name = QString(title).remove(QLatin1Char('&'));
+    auto* dock = new QDockWidget(name, this);
     const auto* scrolled = qobject_cast<const QScrollArea*>(panel);
     // The same in every language.
     dock->setObjectName((scrolled ? scrolled->widget() : panel)->metaObject()->className());
-    dock->setAccessibleName(title);
+    dock->setAccessibleName(name);
     dock->setWidget(panel);
     addDockWidget(area, dock);
     if (area == Qt::BottomDockWidgetArea && m_messagesDock)
         tabifyDockWidget(m_messagesDock, dock); // each has the whole width
     m_panels.push_back(dock);
     dock->toggleViewAction()->setObjectName(QStringLiteral("panel-") + dock->objectName());
+    dock->toggleViewAction()->setText(title);
     m_viewMenu->addAction(dock->toggleViewAction());
-    SetTips(*dock->toggleViewAction(), tr("Show or hide the panel \"%1\"").arg(title));
+    SetTips(*dock->toggleViewAction(), tr("Show or hide the panel \"%1\"").arg(name));
     // Among tabs, what is asked for comes to the front.
     connect(dock->toggleViewAction(), &QAction::triggered, dock, [dock](bool shown) {
         if (shown)
@@ -378,12 +384,20 @@ QDockWidget* MainWindow::AddPanel(QWidget* panel, const QString& title, Qt::Dock
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) // a list has a meaning of its own for some keys
+        return m_actions->TellWhyOff(*static_cast<QKeyEvent*>(event), true);
     if (event->type() != QEvent::ContextMenu)
         return QMainWindow::eventFilter(watched, event);
     QMenu menu;
     m_actions->FillContextMenu(menu);
     menu.exec(static_cast<QContextMenuEvent*>(event)->globalPos());
     return true;
+}
+
+/// Keys that nobody has taken.
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+    if (!m_actions->TellWhyOff(*event, m_tabs->isAncestorOf(QApplication::focusWidget())))
+        QMainWindow::keyPressEvent(event);
 }
 
 void MainWindow::Tell(const QString& text) {

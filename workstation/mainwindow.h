@@ -1,5 +1,7 @@
 #pragma once
 
+#include "workstation/actions.h"
+
 #include <QMainWindow>
 
 #include <functional>
@@ -8,6 +10,7 @@
 
 class DetailsPanel;
 class FailureNote;
+class FindHits;
 class FrequencyBar;
 class FrequencyStoreListView;
 class FreqStoreListViewButtonBar;
@@ -19,7 +22,6 @@ class QTabWidget;
 class QTimer;
 class Receiver;
 class TuningStrip;
-class WindowActions;
 class WindowStatus;
 
 /// The workstation's window: the strip of the receiver and the frequency bar above, a tab per registered list
@@ -43,7 +45,8 @@ public:
     QMenu* GetRecentMenu() const { return m_recentMenu; }
     TuningStrip* GetStrip() const { return m_strip; }
     WindowActions& GetActions() const { return *m_actions; }
-    /// Adds a panel that can be moved and closed, and its entry in the View menu; the window owns it.
+    /// Adds a panel that can be moved and closed, and its entry in the View menu, whose mnemonic the title
+    /// marks by `&`; the window owns it.
     QDockWidget* AddPanel(QWidget* panel, const QString& title, Qt::DockWidgetArea area);
     /// Adds the command that edits the preferences.
     void SetPreferences(std::function<void()> edit);
@@ -93,6 +96,7 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
@@ -127,6 +131,8 @@ private:
     void addPositionFormats();
     void showKeys();
     void stepTab(int by);
+    void choose(WindowActions::Command command);
+    void findHit(int direction);
     void print();
     void savePdf();
     void arrangePanels();
@@ -140,6 +146,7 @@ private:
     MessagesPanel* m_messages;
     WindowStatus* m_status;
     WindowActions* m_actions;
+    FindHits* m_hits;
     DetailsPanel* m_details;
     QDockWidget* m_messagesDock = nullptr;
     std::vector<QDockWidget*> m_panels; ///< in their order

@@ -8,6 +8,7 @@
 #include "workstation/actions.h"
 #include "workstation/actiontips.h"
 #include "workstation/bandplanchoice.h"
+#include "workstation/findhits.h"
 #include "workstation/frequencybar.h"
 #include "workstation/helpwindow.h"
 #include "workstation/icons.h"
@@ -17,16 +18,19 @@
 
 #include <QActionGroup>
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QTabWidget>
+#include <QTextBrowser>
+#include <QVBoxLayout>
 
 namespace {
 
+constexpr QSize KeysSize(460, 480); ///< of the dialog
 const QString PositionFormatKey = QStringLiteral("PositionFormat");
 
 /// An action of the window's own, with its tip; it has the icon of its name, if there is one.
@@ -59,20 +63,29 @@ void MainWindow::makeListMenus() {
                                    A::Print, A::Pdf, Gap, A::Quit});
     m_editMenu = menuBar()->addMenu(tr("&Edit"));
     m_actions->AddTo(*m_editMenu, {A::Cut, A::Copy, A::Paste, A::Delete, Gap, A::CopyText, A::PasteText, Gap,
-                                   A::SelectAll, A::Find});
+                                   A::SelectAll, A::Find, A::FindNext, A::FindPrevious});
     m_actions->AddTo(*menuBar()->addMenu(tr("E&ntry")),
                      {A::Tune, A::Previous, A::Next, Gap, A::New, A::Edit, A::EditCell, A::FillDown,
                       A::SetColumn, A::Duplicate, Gap, A::SendTo});
-    connect(m_actions, &A::Chosen, this, [this](A::Command command) {
-        if (command == A::Open)
-            emit OpenWanted();
-        else if (command == A::Print)
-            print();
-        else if (command == A::Pdf)
-            savePdf();
-        else
-            close();
-    });
+    connect(m_actions, &A::Chosen, this, &MainWindow::choose);
+}
+
+void MainWindow::choose(WindowActions::Command command) {
+    using A = WindowActions;
+    static const std::map<A::Command, void (*)(MainWindow&)> slotOf = {
+        {A::Open, [](MainWindow& window) { emit window.OpenWanted(); }},
+        {A::FindNext, [](MainWindow& window) { window.findHit(1); }},
+        {A::FindPrevious, [](MainWindow& window) { window.findHit(-1); }},
+        {A::Print, [](MainWindow& window) { window.print(); }},
+        {A::Pdf, [](MainWindow& window) { window.savePdf(); }},
+        {A::Quit, [](MainWindow& window) { window.close(); }}};
+    slotOf.at(command)(*this);
+}
+
+void MainWindow::findHit(int direction) {
+    if (!m_hits->Step(direction))
+        Tell(m_hits->GetQuery().isEmpty() ? tr("Type what is looked for into the filter")
+                                          : tr("No list has a row with \"%1\"").arg(m_hits->GetQuery()));
 }
 
 void MainWindow::makeViewMenu() {
@@ -137,9 +150,17 @@ void MainWindow::showKeys() {
                              action->text().remove(QLatin1Char('&')).toHtmlEscaped());
         }
     }
-    QMessageBox box(QMessageBox::NoIcon, tr("Keys"), QStringLiteral("<table>%1</table>").arg(rows),
-                    QMessageBox::Close, this);
-    box.exec();
+    QDialog dialog(this);
+    dialog.setWindowTitle(tr("Keys"));
+    auto* text = new QTextBrowser(&dialog);
+    text->setHtml(QStringLiteral("<table>%1</table>").arg(rows));
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, &dialog);
+    connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    auto* layout = new QVBoxLayout(&dialog);
+    layout->addWidget(text);
+    layout->addWidget(buttons);
+    dialog.resize(KeysSize);
+    dialog.exec();
 }
 
 /// How lists write positions, a choice that the settings keep.

@@ -66,7 +66,11 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
                              QStringLiteral("Write the pictures of the guide to DIR, and exit."),
                              QStringLiteral("DIR"));
     guide.setFlags(QCommandLineOption::HiddenFromHelp); // the build has them made
-    parser.addOptions({data, config, receiver, job, screenshot, trace, plugIn, demo, language, guide});
+    QCommandLineOption timeStart(QStringLiteral("time-start"),
+                                 QStringLiteral("End after the first paint and print the memory in use."));
+    timeStart.setFlags(QCommandLineOption::HiddenFromHelp); // for bench/start
+    parser.addOptions(
+        {data, config, receiver, job, screenshot, trace, plugIn, demo, language, guide, timeStart});
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("Files to read: jobs, NOI lists, target lists."),
                                  QStringLiteral("[FILE...]"));
@@ -101,6 +105,7 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
     options.dataDirectory = parser.value(data);
     options.configDirectory = parser.value(config);
     options.takesGuide = parser.isSet(guide);
+    options.timesStart = parser.isSet(timeStart);
     if (const QString folder = parser.value(options.takesGuide ? guide : screenshot); !folder.isEmpty())
         options.screenshotDirectory = QFileInfo(folder).absoluteFilePath();
     options.demo = parser.isSet(demo) || options.takesGuide;

@@ -15,6 +15,7 @@ struct Options {
     unsigned traceMask = 0;
     bool demo = false;
     bool takesGuide = false; ///< pictures of the guide go into the folder of screenshots, with the samples
+    bool timesStart = false; ///< ends after the first paint, see FirstPaint
     QStringList plugIns;     ///< shared libraries that register lists of their own
     QStringList files;       ///< read by whoever knows their kinds
 

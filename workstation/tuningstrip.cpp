@@ -190,7 +190,7 @@ void TuningStrip::Refresh() {
     QStringList running;
     for (const Activity& activity : m_activities) {
         if (activity.isRunning())
-            running << tr("%1 running, %2").arg(activity.name, QLocale().toString(activity.count()));
+            running << tr("%1 running, %2").arg(activity.name, activity.found());
     }
     m_running->setText(running.join(QStringLiteral("; ")));
     m_running->setToolTip(running.join(QLatin1Char('\n')));

@@ -21,7 +21,7 @@ class Receiver;
 struct Activity {
     QString name;
     std::function<bool()> isRunning;
-    std::function<qint64()> count; ///< what it has found so far
+    std::function<QString()> found; ///< how many of what so far
     std::function<void()> stop;
 };
 

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace {
@@ -47,14 +48,24 @@ WelcomePage::WelcomePage(QWidget& place)
     setAutoFillBackground(true);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_DeleteOnClose);
-    auto* outer = new QVBoxLayout(this);
+    auto* area = new QScrollArea; // the lists may have little room
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);
+    auto* page = new QVBoxLayout(this);
+    page->setContentsMargins(0, 0, 0, 0);
+    page->addWidget(area);
+    auto* content = new QWidget;
+    auto* centred = new QHBoxLayout(content);
     auto* column = new QWidget;
     column->setMaximumWidth(TextWidth);
-    outer->addStretch(1);
-    outer->addWidget(column, 0, Qt::AlignHCenter);
-    outer->addStretch(2);
+    centred->addStretch(1);
+    centred->addWidget(column, TextWidth);
+    centred->addStretch(1);
     auto* layout = new QVBoxLayout(column);
+    layout->addStretch(1);
     auto* title = new QLabel(tr("<h2>Lists of frequencies for radio monitoring</h2>"));
+    title->setWordWrap(true);
     layout->addWidget(title);
     for (const Way& way : Ways) {
         auto* button = new QPushButton(Icons::Get(QLatin1String(way.icon)), tr(way.text));
@@ -76,7 +87,9 @@ WelcomePage::WelcomePage(QWidget& place)
     auto* close = new QPushButton(tr("&Close"));
     close->setObjectName(QStringLiteral("close"));
     layout->addWidget(close, 0, Qt::AlignRight);
+    layout->addStretch(2);
     connect(close, &QPushButton::clicked, this, &WelcomePage::end);
+    area->setWidget(content);
     place.installEventFilter(this);
     setGeometry(place.rect());
     show();

@@ -38,6 +38,11 @@ void WindowStatus::Tell(const QString& text) {
     m_bar.showMessage(text);
 }
 
+void WindowStatus::TellBriefly(const QString& text) {
+    constexpr int Milliseconds = 5000;
+    m_bar.showMessage(text, Milliseconds);
+}
+
 void WindowStatus::ShowTuned(double hertz) {
     m_tuned->setText(Quor::FrequencyText(hertz));
 }

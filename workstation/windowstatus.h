@@ -18,6 +18,8 @@ public:
     explicit WindowStatus(QStatusBar& bar);
 
     void Tell(const QString& text);
+    /// Shows a text for some seconds in place of what was told.
+    void TellBriefly(const QString& text);
     void ShowTuned(double hertz);
     void ShowProblems(int count);
     /// A text for good.

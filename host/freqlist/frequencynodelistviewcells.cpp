@@ -113,8 +113,7 @@ public:
         qint64 number = 0;
         for (const QString& line : text.split(QLatin1Char('\n'))) {
             ++number;
-            const QStringList cells =
-                line.trimmed().isEmpty() ? QStringList() : line.split(QLatin1Char('\t'));
+            const QStringList cells = line.trimmed().isEmpty() ? QStringList() : RowText::CellsOf(line);
             if (m_columns.empty() && !cells.isEmpty() && takeHeading(cells))
                 continue;
             if (!cells.isEmpty())

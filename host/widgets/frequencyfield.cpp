@@ -6,7 +6,7 @@
 
 #include <QKeyEvent>
 
-FrequencyField::FrequencyField(QWidget* parent) : QLineEdit(parent) {
+FrequencyField::FrequencyField(QWidget* parent) : EntryLine(parent) {
     connect(this, &QLineEdit::textEdited, this, &FrequencyField::follow);
     SetDefaultUnit(m_unit);
 }
@@ -49,7 +49,7 @@ void FrequencyField::follow(const QString& entry) {
 
 bool FrequencyField::Commit() {
     if (!isModified())
-        return m_error.isEmpty();
+        return ErrorText().isEmpty();
     if (text().trimmed().isEmpty()) {
         showFrequency(); // nothing typed is no entry
         return true;
@@ -64,24 +64,10 @@ bool FrequencyField::Commit() {
     return true;
 }
 
-void FrequencyField::ShowError() {
-    setFocus();
-    selectAll();
-}
-
-void FrequencyField::setError(const QString& error) {
-    if (error == m_error)
-        return;
-    m_error = error;
-    updateToolTip();
-    update();
-    emit errorChanged(m_error);
-}
-
 void FrequencyField::updateToolTip() {
     const QString tip = tr("A number without a unit is in %1; Hz, kHz, MHz and GHz may follow it")
                             .arg(Quor::UnitName(unit()));
-    setToolTip(m_error.isEmpty() ? m_understood.AboveTip(tip) : m_error + QLatin1Char('\n') + tip);
+    setToolTip(ErrorText().isEmpty() ? m_understood.AboveTip(tip) : ErrorText() + QLatin1Char('\n') + tip);
 }
 
 QSize FrequencyField::sizeHint() const {
@@ -114,16 +100,4 @@ void FrequencyField::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
     if (event->reason() != Qt::PopupFocusReason)
         Commit();
-}
-
-void FrequencyField::resizeEvent(QResizeEvent* event) {
-    QLineEdit::resizeEvent(event);
-    m_understood.MakeRoom();
-}
-
-void FrequencyField::paintEvent(QPaintEvent* event) {
-    QLineEdit::paintEvent(event);
-    m_understood.Paint();
-    if (!m_error.isEmpty())
-        PaintErrorFrame(*this);
 }

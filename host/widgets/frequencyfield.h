@@ -1,15 +1,12 @@
 #pragma once
 
-#include "host/widgets/entryfield.h"
-#include "host/widgets/understoodnote.h"
-
-#include <QLineEdit>
+#include "host/widgets/entryline.h"
 
 /// A line edit for a frequency in the operator's own notation (see `ReadFrequencyInput`). While one types it
 /// shows at its right end what it has understood so far. Return, or leaving the field, takes the entry; an
 /// entry that is no frequency stays, with a red frame and the reason in the tool tip. Escape brings the
 /// frequency back.
-class FrequencyField : public QLineEdit, public IEntryField {
+class FrequencyField : public EntryLine {
     Q_OBJECT
 
 public:
@@ -21,12 +18,8 @@ public:
     void SetFrequency(double hertz);
     /// The frequency shown last or entered since, in Hz; 0 for none.
     double GetFrequency() const { return m_hertz; }
-    /// What the unfinished entry is understood as ("7 055.000 kHz"); empty without one.
-    const QString& UnderstoodText() const { return m_understood.Text(); }
 
     bool Commit() override;
-    const QString& ErrorText() const override { return m_error; }
-    void ShowError() override;
     /// As wide whether there is an entry or not.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -34,23 +27,17 @@ public:
 signals:
     /// The operator entered a frequency, in Hz: by Return always, by leaving the field when it was edited.
     void Entered(double hertz);
-    void errorChanged(const QString& error);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
 
 private:
     void follow(const QString& entry);
     void showFrequency();
-    void setError(const QString& error);
-    void updateToolTip();
+    void updateToolTip() override;
     double unit() const;
 
     double m_unit = 1e3;
     double m_hertz = 0;
-    UnderstoodNote m_understood{*this};
-    QString m_error;
 };

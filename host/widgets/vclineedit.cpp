@@ -76,7 +76,7 @@ const VCLineEdit::Format& VCLineEdit::formatOf(LineEditType type) {
 }
 
 VCLineEdit::VCLineEdit(QWidget* parent, const char* name, LineEditType type)
-    : QLineEdit(parent), m_type(type) {
+    : EntryLine(parent), m_type(type) {
     setObjectName(QString::fromLatin1(name));
     showValue();
     connect(this, &QLineEdit::textEdited, this, &VCLineEdit::follow);
@@ -125,10 +125,10 @@ void VCLineEdit::showValue() {
 
 bool VCLineEdit::Commit() {
     if (!isModified() || !m_value)
-        return m_error.isEmpty();
+        return ErrorText().isEmpty();
     QString stored;
     setError(problemOf(text(), stored));
-    if (!m_error.isEmpty())
+    if (!ErrorText().isEmpty())
         return false;
     endEntry();
     m_value->SetStringValue(stored, this);
@@ -175,23 +175,9 @@ QString VCLineEdit::LimitsText() const {
     return Limits::Text(numeric_cast(m_value.get()), format().show);
 }
 
-void VCLineEdit::ShowError() {
-    setFocus();
-    selectAll();
-}
-
-void VCLineEdit::setError(const QString& error) {
-    if (error == m_error)
-        return;
-    m_error = error;
-    updateToolTip();
-    update();
-    emit errorChanged(m_error);
-}
-
 void VCLineEdit::updateToolTip() {
-    setToolTip(m_error.isEmpty() ? m_understood.AboveTip(LimitsText())
-                                 : Qt::convertFromPlainText(m_error, Qt::WhiteSpaceNormal));
+    setToolTip(ErrorText().isEmpty() ? m_understood.AboveTip(LimitsText())
+                                     : Qt::convertFromPlainText(ErrorText(), Qt::WhiteSpaceNormal));
 }
 
 void VCLineEdit::keyPressEvent(QKeyEvent* event) {
@@ -202,16 +188,4 @@ void VCLineEdit::keyPressEvent(QKeyEvent* event) {
     endEntry();
     showValue();
     event->accept();
-}
-
-void VCLineEdit::resizeEvent(QResizeEvent* event) {
-    QLineEdit::resizeEvent(event);
-    m_understood.MakeRoom();
-}
-
-void VCLineEdit::paintEvent(QPaintEvent* event) {
-    QLineEdit::paintEvent(event);
-    m_understood.Paint();
-    if (!m_error.isEmpty())
-        PaintErrorFrame(*this);
 }

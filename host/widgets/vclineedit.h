@@ -1,17 +1,14 @@
 #pragma once
 
 #include "host/widgets/boundwidget.h"
-#include "host/widgets/entryfield.h"
-#include "host/widgets/understoodnote.h"
-
-#include <QLineEdit>
+#include "host/widgets/entryline.h"
 
 /// A line edit that shows and edits a value of any type. It observes the value and does not own it; it is
 /// enabled while it has one. An entry is written when the field is left or Return is pressed. While an entry
 /// is unfinished the field does not follow the value, and Escape brings the value back. An entry that is no
 /// such value, or outside the limits of the value, is not written: the field says so by a red frame, its tool
 /// tip and `errorChanged`.
-class VCLineEdit : public QLineEdit, public IEntryField, private BoundWidget<ValueBase> {
+class VCLineEdit : public EntryLine, private BoundWidget<ValueBase> {
     Q_OBJECT
 
 public:
@@ -25,26 +22,16 @@ public:
     /// Shows that value from now on; null lets go of the one before. An unfinished entry is dropped.
     void SetValueBase(ValueBase* value);
     [[nodiscard]] bool Commit() override;
-    const QString& ErrorText() const override { return m_error; }
-    void ShowError() override;
     /// The limits of the value as the field shows numbers; empty when there are none.
     QString LimitsText() const;
-    /// What the unfinished entry of a frequency or bandwidth is understood as; empty without one.
-    const QString& UnderstoodText() const { return m_understood.Text(); }
 
     /// What is wrong with an entry for a value, empty when nothing is; then `stored` is the text to give to
     /// the value.
     static QString ProblemOf(const ValueBase& value, LineEditType type, const QString& entry,
                              QString& stored);
 
-signals:
-    /// The entry became wrong, wrong in another way, or right again (empty text).
-    void errorChanged(const QString& error);
-
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
 
 private:
     struct Format;
@@ -54,12 +41,9 @@ private:
     void endEntry();
     static const Format& formatOf(LineEditType type);
     const Format& format() const { return formatOf(m_type); }
-    void setError(const QString& error);
-    void updateToolTip();
+    void updateToolTip() override;
     QString problemOf(const QString& entry, QString& stored) const;
     static bool holds(const ValueBase& value, const QString& stored);
 
     LineEditType m_type;
-    QString m_error;
-    UnderstoodNote m_understood{*this};
 };

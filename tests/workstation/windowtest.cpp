@@ -8,22 +8,28 @@
 #include "host/widgets/vclineedit.h"
 #include "tests/support/dialogs.h"
 #include "tests/workstation/windowfixture.h"
+#include "workstation/frequencybar.h"
 #include "workstation/job.h"
 #include "workstation/levelmeter.h"
 #include "workstation/listprint.h"
 #include "workstation/simulatedreceiver.h"
 #include "workstation/simulatedsearch.h"
 #include "workstation/tuningstrip.h"
+#include "workstation/welcome.h"
 
 #include <QAccessible>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDockWidget>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMap>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
+#include <QTextBrowser>
 #include <QToolButton>
 
 namespace {
@@ -157,6 +163,67 @@ TEST_F(Windows, WhatDoesNotApplyIsOffAndSaysWhy) {
         EXPECT_TRUE(menu->text().contains('&')) << menu->text().toStdString();
 }
 
+TEST_F(Windows, TheKeyOfWhatIsOffTellsWhyForAWhile) {
+    open({sample("targets.ltl")});
+    ASSERT_TRUE(station->LoadFiles());
+    window().Tell("told before");
+    show("Detections");
+    // The list itself would take the first one.
+    for (const auto& [code, modifiers, reason] :
+         {std::tuple(Qt::Key_C, Qt::ControlModifier, "Copy: No entry is selected."),
+          std::tuple(Qt::Key_V, Qt::ControlModifier, "Paste: Detections does not have this."),
+          std::tuple(Qt::Key_S, Qt::ControlModifier,
+                     "Save: Detections has no file of its own: use Save As.")}) {
+        window().GetActions().Refresh();
+        key(code, modifiers);
+        EXPECT_EQ(status(), reason);
+    }
+    window().statusBar()->clearMessage(); // as its time does
+    EXPECT_EQ(status(), "told before");
+    window().GetStrip()->GetField()->setFocus();
+    key(Qt::Key_Delete);
+    EXPECT_EQ(status(), "told before") << "the key means the text of the field there";
+}
+
+TEST_F(Windows, FindNextGoesToTheHitsOfOtherListsAndSaysWhenThereAreNone) {
+    open({sample("targets.ltl")});
+    ASSERT_TRUE(station->LoadFiles());
+    show("Memory Channels");
+    key(Qt::Key_F3);
+    EXPECT_EQ(status(), "Type what is looked for into the filter");
+    auto* filter = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_NE(filter, nullptr);
+    QTest::keyClicks(filter, "BBC");
+    action(A::FindNext)->trigger();
+    EXPECT_TRUE(tabText().startsWith("Local TargetList")) << tabText().toStdString();
+    auto* hits = window().GetTabs()->currentWidget()->findChild<SortListView*>();
+    EXPECT_EQ(hits->CurrentPlace(), 0);
+    key(Qt::Key_F3);
+    EXPECT_EQ(hits->CurrentPlace(), 1);
+    key(Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(hits->CurrentPlace(), 0);
+    window().GetTabs()->currentWidget()->findChild<QLineEdit*>()->setText("nowhere");
+    action(A::FindNext)->trigger();
+    EXPECT_EQ(status(), "No list has a row with \"nowhere\"");
+}
+
+TEST_F(Windows, NoTwoEntriesOfAMenuHaveTheSameKeyAndEachPanelHasOne) {
+    for (const char* language : {"en", "de"}) {
+        open({"--language", language});
+        for (const QDockWidget* panel : window().findChildren<QDockWidget*>())
+            EXPECT_TRUE(panel->toggleViewAction()->text().contains('&')) << panel->objectName().toStdString();
+        for (const QAction* top : window().menuBar()->actions()) {
+            QMap<QString, QString> entryOf;
+            for (const QAction* entry : top->menu()->actions()) {
+                const QString key = QKeySequence::mnemonic(entry->text()).toString();
+                EXPECT_TRUE(key.isEmpty() || !entryOf.contains(key))
+                    << language << ": " << entryOf[key].toStdString() << ", " << entry->text().toStdString();
+                entryOf[key] = entry->text();
+            }
+        }
+    }
+}
+
 TEST_F(Windows, ImportAndExportFromTheMenuWork) {
     open({});
     show("Local TargetList");
@@ -265,7 +332,7 @@ TEST_F(Windows, TheStripTunesByWhatIsTypedAndByStepsAndShowsWhatRuns) {
     station->GetSearch().SetRunning(true);
     station->GetSearch().Add(std::list<DetectionConventional>(3));
     strip.Refresh();
-    EXPECT_EQ(running->text(), "Search running, 3");
+    EXPECT_EQ(running->text(), "Search running, 3 detections");
     for (QToolButton* button : strip.findChildren<QToolButton*>()) {
         if (button->text() == "Stop")
             QTest::mouseClick(button, Qt::LeftButton);
@@ -293,6 +360,17 @@ TEST_F(Windows, DetailsAreEditedInPlace) {
     }));
     EXPECT_TRUE(station->GetJob().GetText().contains("edited here"));
     EXPECT_TRUE(tabText().endsWith('*')) << tabText().toStdString();
+}
+
+TEST_F(Windows, ALongFrequencyStandsWholeInTheDetailsOfANarrowWindow) {
+    open({"--language", "de", sample("targets.ltl")});
+    ASSERT_TRUE(station->LoadFiles());
+    window().resize(1024, 600);
+    select(window().GetTabs()->currentWidget()->findChild<SortListView*>(), 3);
+    auto* field = window().findChild<QDockWidget*>("DetailsPanel")->findChild<VCLineEdit*>("frequency");
+    ASSERT_TRUE(field && QTest::qWaitFor([&] { return field->isVisible(); }));
+    QCoreApplication::processEvents();
+    EXPECT_GT(field->width() - 10, field->fontMetrics().horizontalAdvance("145 500.000 000 MHz"));
 }
 
 TEST_F(Windows, MessagesStayAwayUntilThereIsAProblemOrTheyAreAskedFor) {
@@ -350,6 +428,41 @@ TEST_F(Windows, TheWindowGetsAsSmallAsASmallScreen) {
             EXPECT_LT(top("ReceiverPanel"), top("JobPanel"));
         }
     }
+}
+
+TEST_F(Windows, TheBarKeepsItsAxisWhereThereIsLittleRoom) {
+    open({"--demo"});
+    ASSERT_TRUE(station->LoadFiles());
+    window().findChild<QDockWidget*>("TimePicture")->show();
+    window().GetTabs()->currentWidget()->findChild<QLineEdit*>()->setText("5 MHz-30 MHz");
+    FrequencyBar& bar = *window().GetBar();
+    for (const int height : {600, 520, 860}) {
+        window().resize(1024, height);
+        QCoreApplication::processEvents();
+        int bottom = 0;
+        for (const int line : bar.ShownLists())
+            bottom = std::max(bottom, bar.LineRect(line).bottom());
+        EXPECT_GT(bar.height() - bottom, bar.fontMetrics().height()) << height;
+    }
+    EXPECT_EQ(bar.height(), bar.sizeHint().height());
+}
+
+TEST_F(Windows, KeysAndWelcomeFitASmallScreen) {
+    open({});
+    window().resize(1024, 560);
+    window().findChild<QAction*>("welcome")->trigger();
+    QApplication::processEvents();
+    auto* page = window().findChild<WelcomePage*>();
+    for (QWidget* part : page->findChildren<QPushButton*>())
+        EXPECT_GE(part->height(), part->minimumSizeHint().height());
+    for (QLabel* part : page->findChildren<QLabel*>())
+        EXPECT_GE(part->height(), part->heightForWidth(part->width()));
+    WhenOpen<QDialog>([&](QDialog& dialog) {
+        EXPECT_LT(dialog.height(), 500); // 1600x1000 at twice the size
+        EXPECT_TRUE(dialog.findChild<QTextBrowser*>()->toPlainText().contains("Find Previous"));
+        dialog.reject();
+    });
+    window().findChild<QAction*>("keys")->trigger();
 }
 
 TEST_F(Windows, TheAnswerOfSendToStaysWhileTheSearchRuns) {

@@ -4,6 +4,7 @@
 #include "host/base/problems.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/freqstorexml/csvoptions.h"
 #include "host/widgets/canclosetabdialog.h"
 #include "host/widgets/vclineedit.h"
 #include "tests/frequencystore/listrows.h"
@@ -217,6 +218,24 @@ TEST_F(TargetEditing, RowsGoToASpreadsheetAndBack) {
     EXPECT_EQ(m_view->PasteText(Q("10 MHz\tby columns\n")), 1) << "without headings: those that are shown";
     EXPECT_EQ(Targets().last(), Q("by columns|10000000|0|0"));
     m_view->setColumnHidden(Bandwidth, false); // it would be remembered
+}
+
+TEST_F(TargetEditing, NoTextIsAFormulaToASpreadsheetAndEachComesBackAsItWas) {
+    FreqStoreXml::CsvOptions::SetSpreadsheetSafe(true);
+    const std::pair<QString, QString> rows[] = {{Q("=1+2"), Q("'=1+2")}, {Q("@x"), Q("'@x")},
+                                                {Q("+a"), Q("'+a")},     {Q("-12.5"), Q("-12.5")},
+                                                {Q("'=x"), Q("''=x")},   {Q("a=b"), Q("a=b")}};
+    const auto name = [this] { return Targets().last().section('|', 0, 0); };
+    for (const auto& [text, shown] : rows) {
+        SCOPED_TRACE(text.toStdString());
+        ASSERT_EQ(m_view->PasteText(Q("Frequency\tPriority\tName\n7 MHz\t1\t") + shown), 1);
+        EXPECT_EQ(name(), text);
+        const QString copied = m_view->SelectedText();
+        EXPECT_EQ(copied.section('\n', 1).section('\t', 1, 1), shown);
+        ASSERT_EQ(m_view->PasteText(copied), 1);
+        EXPECT_EQ(name(), text);
+    }
+    FreqStoreXml::CsvOptions::SetSpreadsheetSafe(false);
 }
 
 TEST_F(TargetEditing, TheRowOfTheReceiversFrequencyIsMarked) {
