@@ -120,10 +120,19 @@ constexpr Member<Extended> ExtendedMembers[] = {
     bearing<&ClassifierResult::dfLatitude>("latitude"),
 };
 
+/// Adds the fields that the members have in each entry, still without contents.
 template <typename Record, size_t Count>
-void addMembers(Fields& fields, const Record& record, const Member<Record> (&members)[Count]) {
+void addFields(Fields& fields, const Member<Record> (&members)[Count]) {
     for (const Member<Record>& member : members)
-        fields.push_back({QString::fromLatin1(member.key), member.show(record), member.type});
+        fields.push_back({QString::fromLatin1(member.key), QString(), member.type});
+}
+
+/// Fills the fields of these members; the result is the one behind them.
+template <typename Record, size_t Count>
+EntryField* fill(EntryField* field, const Record& record, const Member<Record> (&members)[Count]) {
+    for (const Member<Record>& member : members)
+        field++->text = member.show(record);
+    return field;
 }
 
 template <typename Record, size_t Count>
@@ -150,11 +159,14 @@ public:
     }
     size_t Count() const override { return m_records.size(); }
     bool VisitEntries(const EntryVisitor& visit) const override {
+        Fields fields;
+        addFields(fields, PlainMembers);
+        if constexpr (isExtended)
+            addFields(fields, ExtendedMembers);
         for (const Record& record : m_records) {
-            Fields fields;
-            addMembers<Plain>(fields, record, PlainMembers);
+            [[maybe_unused]] EntryField* behind = fill<Plain>(fields.data(), record, PlainMembers);
             if constexpr (isExtended)
-                addMembers(fields, record, ExtendedMembers);
+                fill(behind, record, ExtendedMembers);
             if (!visit(fields))
                 return false;
         }

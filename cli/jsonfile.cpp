@@ -15,6 +15,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <utility>
 
 namespace {
 
@@ -187,30 +189,39 @@ constexpr bool (*Takers[])(ValueBase& value, const JsonEntry& entry) = {
     take<ValueNumeric<double>>, take<Value<QString>>,       takeChoice, take<ValueNumeric<int>>,
     take<Value<bool>>,          take<ValueNumeric<qint64>>, takeNumbers};
 
-/// Texts as JSON quotes them.
-QString quoted(const QString& text) {
-    QString out(QLatin1Char('"'));
-    for (const QChar c : text) {
-        if (c == QLatin1Char('"') || c == QLatin1Char('\\'))
-            out += QLatin1Char('\\');
-        if (c.unicode() < 0x20)
-            out += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
-        else
-            out += c;
-    }
-    return out + QLatin1Char('"');
+void appendQuoted(std::string& out, QStringView text) {
+    out += '"';
+    AppendUtf8(
+        out, text, [](char16_t c) { return c >= 0x20 && c != '"' && c != '\\'; },
+        [&](char16_t c) {
+            char code[8];
+            if (c < 0x20)
+                out.append(code,
+                           static_cast<size_t>(std::snprintf(code, sizeof code, "\\u%04x", unsigned(c))));
+            else
+                (out += '\\') += static_cast<char>(c);
+        });
+    out += '"';
+}
+
+/// Texts of numbers and flags are ASCII.
+void appendAscii(std::string& out, QStringView text) {
+    for (const QChar c : text)
+        out += c == QLatin1Char(';') ? ',' : c.toLatin1();
 }
 
 /// The content as JSON has it. Numbers of the C locale are those of JSON; one that there is not is null.
-QString jsonOf(const EntryField& field) {
-    switch (field.type) {
-    case FieldType::Text:
-        return quoted(field.text);
-    case FieldType::Numbers:
-        return QLatin1Char('[') + QString(field.text).replace(QLatin1Char(';'), QLatin1Char(',')) +
-               QLatin1Char(']');
-    default:
-        return field.text.isEmpty() ? QStringLiteral("null") : field.text;
+void appendContent(std::string& out, const EntryField& field) {
+    if (field.type == FieldType::Text) {
+        appendQuoted(out, field.text);
+    } else if (field.type == FieldType::Numbers) {
+        out += '[';
+        appendAscii(out, field.text);
+        out += ']';
+    } else if (field.text.isEmpty()) {
+        out += "null";
+    } else {
+        appendAscii(out, field.text);
     }
 }
 
@@ -290,36 +301,34 @@ void FillFromJson(Node& node, const JsonEntry& entry) {
         std::any_of(std::begin(Takers), std::end(Takers), [&](auto taker) { return taker(*value, entry); });
 }
 
-void PrintJson(const CliList& list, const std::function<bool(const QString&)>& put) {
-    QString line = QStringLiteral("[");
-    bool first = true;
+void PrintJson(const CliList& list, const TakeUtf8& take) {
+    TextPieces pieces(take);
+    std::string& out = pieces.Text();
+    out += '[';
+    const char* before = "\n";
     const bool isWhole = list.ForEachEntry([&](const std::vector<EntryField>& row) {
-        const bool isTaken = put(first ? line : line + QLatin1Char(','));
-        QStringList members;
-        for (const EntryField& field : row)
-            members << quoted(field.key) + QLatin1Char(':') + jsonOf(field);
-        line = QLatin1Char('{') + members.join(QLatin1Char(',')) + QLatin1Char('}');
-        first = false;
-        return isTaken;
+        out += std::exchange(before, ",\n");
+        char separator = '{';
+        for (const EntryField& field : row) {
+            out += std::exchange(separator, ',');
+            appendQuoted(out, field.key);
+            out += ':';
+            appendContent(out, field);
+        }
+        out += '}';
+        return pieces.Proceed();
     });
-    if (isWhole && put(line))
-        put(QStringLiteral("]"));
+    if (!isWhole)
+        return;
+    out += "\n]\n";
+    pieces.HandOn();
 }
 
 void WriteJson(const QString& path, const CliList& list) {
-    constexpr size_t ChunkSize = 256 * 1024;
     REPORTGENERATOR::OutputFile file(path);
-    std::string bytes;
-    const auto write = [&] {
-        REPORTGENERATOR::WriteBytes(file.Device(), path, bytes);
-        bytes.clear();
-    };
-    PrintJson(list, [&](const QString& line) {
-        bytes.append(line.toUtf8().toStdString()).push_back('\n');
-        if (bytes.size() >= ChunkSize)
-            write();
+    PrintJson(list, [&](std::string_view piece) {
+        REPORTGENERATOR::WriteBytes(file.Device(), path, piece);
         return true;
     });
-    write();
     file.Commit();
 }

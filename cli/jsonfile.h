@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/output.h"
+
 #include <QJsonObject>
 #include <QString>
 
@@ -45,7 +47,7 @@ void ReadJson(const QString& path, const std::function<bool(const JsonEntry&)>& 
 /// Sets the values of an entry's node by the members of the same name.
 void FillFromJson(Node& node, const JsonEntry& entry);
 
-/// Hands on the lines of a JSON file, without their line feeds, until `put` answers false.
-void PrintJson(const CliList& list, const std::function<bool(const QString&)>& put);
+/// Hands on a JSON file piece by piece, until `take` answers false.
+void PrintJson(const CliList& list, const TakeUtf8& take);
 /// Writes a JSON file; throws RGException, with the old file in place, when it cannot be written.
 void WriteJson(const QString& path, const CliList& list);

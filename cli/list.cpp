@@ -11,12 +11,15 @@
 #include "controls/frequencystore/targets/targetlisthandler.h"
 #include "controls/frequencystore/targets/targetlistparser.h"
 #include "controls/frequencystore/targets/wkflistentry.h"
+#include "host/base/numbers.h"
 #include "host/base/problems.h"
 #include "host/freqstorexml/filehandling.h"
 #include "host/report/xmlscanner.h"
 #include "host/valuetree/tree.h"
 
 #include <QFile>
+
+#include <algorithm>
 
 namespace {
 
@@ -169,12 +172,20 @@ FieldType typeOf(const ValueBase& value) {
     }
 }
 
+/// Puts a value into a field that may have held the same value of another entry, whose memory is used again.
 /// A character is shown as the letter that it stands for.
-QString textOf(const ValueBase& value) {
-    const auto* letter = value_cast<Value<char>>(&value);
-    if (!letter)
-        return value.GetStringValue();
-    return letter->GetValue() ? QString(QLatin1Char(letter->GetValue())) : QString();
+void fill(EntryField& field, const ValueBase& value) {
+    if (const QString& name = value.GetName(); field.key.constData() != name.constData())
+        field.key = name;
+    field.type = typeOf(value);
+    if (const auto* number = value_cast<ValueNumeric<double>>(&value)) {
+        field.text.resize(0);
+        Quor::AppendShortest(field.text, number->GetValue());
+    } else if (const auto* letter = value_cast<Value<char>>(&value)) {
+        field.text = letter->GetValue() ? QString(QLatin1Char(letter->GetValue())) : QString();
+    } else {
+        field.text = value.GetStringValue();
+    }
 }
 
 } // namespace
@@ -297,10 +308,14 @@ QStringList CliList::Keys() const {
 }
 
 bool CliList::VisitEntries(const EntryVisitor& visit) const {
+    std::vector<EntryField> fields;
     for (const Node* entry : GetNode()->Children()) {
-        std::vector<EntryField> fields;
-        for (const ValueBase* value = entry->FirstValue(); value; value = Node::NextValue(value))
-            fields.push_back({value->GetName(), textOf(*value), typeOf(*value)});
+        size_t count = 0;
+        for (const ValueBase* value = entry->FirstValue(); value; value = Node::NextValue(value)) {
+            fields.resize(std::max(fields.size(), ++count));
+            fill(fields[count - 1], *value);
+        }
+        fields.resize(count);
         if (!visit(fields))
             return false;
     }

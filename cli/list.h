@@ -25,7 +25,8 @@ struct EntryField {
     FieldType type;
 };
 
-/// Answers whether it wants the next entry, too.
+/// Answers whether it wants the next entry, too. The fields are those of one entry until it answers: their
+/// memory is used for the next one.
 using EntryVisitor = std::function<bool(const std::vector<EntryField>&)>;
 
 /// A kind of list as the commands see it: reads and writes files through the list's own handler, and JSON

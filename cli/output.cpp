@@ -22,12 +22,32 @@ bool Output::Line(const QString& text) {
     return put(bytes.append('\n'));
 }
 
-bool Output::put(const QByteArray& bytes) {
+bool Output::Lines(std::string_view utf8) {
+    if (!m_isTerminal)
+        return put(utf8);
+    for (size_t end = 0; !utf8.empty(); utf8.remove_prefix(end)) {
+        end = std::min(utf8.find('\n'), utf8.size() - 1) + 1;
+        const std::string_view line = utf8.substr(0, end);
+        const bool isWhole = line.ends_with('\n');
+        const QByteArray bytes = VisibleText(QString::fromUtf8(line.substr(0, end - isWhole))).toUtf8();
+        if (!put(bytes) || (isWhole && !put("\n")))
+            return false;
+    }
+    return true;
+}
+
+bool Output::put(QByteArrayView bytes) {
     const auto size = static_cast<size_t>(bytes.size());
-    const bool isWhole = std::fwrite(bytes.constData(), 1, size, m_stream) == size;
+    const bool isWhole = std::fwrite(bytes.data(), 1, size, m_stream) == size;
     if (!isWhole && m_stream == stdout && outputError == 0)
         outputError = errno;
     return isWhole;
+}
+
+bool TextPieces::HandOn() {
+    const bool isTaken = m_text.empty() || m_take(m_text);
+    m_text.clear();
+    return isTaken;
 }
 
 void TellError(const QString& text) {

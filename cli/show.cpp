@@ -4,65 +4,90 @@
 #include "cli/command.h"
 #include "cli/jsonfile.h"
 #include "cli/output.h"
-#include "host/base/tokenizer.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 using Row = std::vector<EntryField>;
 
+TakeUtf8 toStandardOutput() {
+    return [out = Output(stdout)](std::string_view lines) mutable { return out.Lines(lines); };
+}
+
 void printJson(const CliList& list) {
-    Output out(stdout);
-    PrintJson(list, [&](const QString& line) { return out.Line(line); });
+    PrintJson(list, toStandardOutput());
+}
+
+/// A text as `Quor::OneField` makes one field of it.
+void appendField(std::string& out, QStringView text) {
+    AppendUtf8(
+        out, text, [](char16_t c) { return c >= 0x20 && c != 0x7f; },
+        [&](char16_t c) { out += c == '\t' || c == '\n' || c == '\r' ? " " : "\xef\xbf\xbd"; });
+}
+
+void appendLine(std::string& out, const Row& row, QString EntryField::*part) {
+    for (const EntryField& field : row) {
+        if (&field != row.data())
+            out += '\t';
+        appendField(out, field.*part);
+    }
+    out += '\n';
 }
 
 void printTsv(const CliList& list) {
-    Output out(stdout);
+    TextPieces pieces(toStandardOutput());
     bool first = true;
     list.ForEachEntry([&](const Row& row) {
-        QStringList keys;
-        QStringList texts;
-        for (const EntryField& field : row) {
-            keys << field.key;
-            texts << Quor::OneField(field.text);
-        }
         if (std::exchange(first, false))
-            out.Line(keys.join(QLatin1Char('\t')));
-        return out.Line(texts.join(QLatin1Char('\t')));
+            appendLine(pieces.Text(), row, &EntryField::key);
+        appendLine(pieces.Text(), row, &EntryField::text);
+        return pieces.Proceed();
     });
+    pieces.HandOn();
 }
 
-/// Columns as wide as their widest text; numbers to the right.
-void printTable(const CliList& list) {
+using Widths = std::vector<qsizetype>;
+
+/// Of each column, that of its widest text, up to a limit.
+Widths widthsOf(const CliList& list) {
     constexpr qsizetype MaxWidth = 40;
-    std::vector<Row> rows;
-    std::vector<qsizetype> widths;
+    Widths widths;
     list.ForEachEntry([&](const Row& row) {
-        rows.push_back(row);
         widths.resize(std::max(widths.size(), row.size()), 0);
         for (size_t i = 0; i < row.size(); ++i)
             widths[i] = std::clamp(row[i].text.size(), std::max(widths[i], row[i].key.size()), MaxWidth);
         return true;
     });
-    const auto cell = [&](const QString& text, size_t column, bool right) {
-        const QString cut = Quor::OneField(text).left(widths[column]);
-        return right ? cut.rightJustified(widths[column]) : cut.leftJustified(widths[column]);
-    };
-    Output out(stdout);
-    for (size_t r = 0; r < rows.size(); ++r) {
-        QStringList heads;
-        QStringList cells;
-        for (size_t i = 0; i < rows[r].size(); ++i) {
-            const bool isNumber = rows[r][i].type == FieldType::Number;
-            heads << cell(rows[r][i].key, i, isNumber);
-            cells << cell(rows[r][i].text, i, isNumber);
-        }
-        if (r == 0)
-            out.Line(heads.join(QStringLiteral("  ")));
-        if (!out.Line(cells.join(QStringLiteral("  "))))
-            return;
+    return widths;
+}
+
+/// Cells as wide as their columns; numbers to the right.
+void appendCells(std::string& out, const Row& row, QString EntryField::*part, const Widths& widths) {
+    for (size_t i = 0; i < row.size(); ++i) {
+        const QStringView text = QStringView(row[i].*part).left(widths[i]);
+        const auto blanks = static_cast<size_t>(widths[i] - text.size());
+        const bool isRight = row[i].type == FieldType::Number;
+        out.append((i > 0 ? 2 : 0) + (isRight ? blanks : 0), ' ');
+        appendField(out, text);
+        out.append(isRight ? 0 : blanks, ' ');
     }
+    out += '\n';
+}
+
+/// Goes through the list twice, since a million rows are more than the list itself.
+void printTable(const CliList& list) {
+    const Widths widths = widthsOf(list);
+    TextPieces pieces(toStandardOutput());
+    bool first = true;
+    list.ForEachEntry([&](const Row& row) {
+        if (std::exchange(first, false))
+            appendCells(pieces.Text(), row, &EntryField::key, widths);
+        appendCells(pieces.Text(), row, &EntryField::text, widths);
+        return pieces.Proceed();
+    });
+    pieces.HandOn();
 }
 
 struct Format {

@@ -104,6 +104,7 @@ TEST_F(ProgramTest, ATerminalGetsVisibleTextAndAFileTheBytes) {
     close(out);
     close(terminal);
     EXPECT_NE(shown.find("\tx\\u202ey\\u0085z\t"), std::string::npos) << shown;
+    EXPECT_EQ(shown.find("\\u000a"), std::string::npos) << shown;
     EXPECT_NE(shown.find("a\\u202e\\u009b\\u001b[2J\u00fc.ltl: LTL lines"), std::string::npos) << shown;
 }
 
