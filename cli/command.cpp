@@ -15,6 +15,8 @@ const std::vector<Command>& Commands() {
         {"check", "[--list KIND] FILE...", "tell what is wrong with files", RunCheck},
         {"bands", "[--out FILE] FILE", "print the bands of frequencies of interest", RunBands},
         {"job", "show|merge [OPTIONS] FILES", "show or change the memory channels of a job", RunJob},
+        {"versions", "[--data DIR] [--restore NUMBER] [--out OUT] FILE",
+         "list or restore saved versions of a file", RunVersions},
         {"detect", "[OPTIONS] SWEEP.csv OUT.xml|OUT.csv", "find the signals in power sweeps", RunDetect},
     };
     return commands;

@@ -29,19 +29,23 @@ public:
         if (!m_begun)
             Begin(FrequencyStoreList::Unspecified);
         m_writer.Append(entry);
+        ++m_entries;
     }
     void Commit() {
         if (!m_begun)
             Begin(FrequencyStoreList::Unspecified);
         m_writer.End(m_head);
-        if (m_file)
-            m_file->Commit();
+        if (!m_file)
+            return;
+        m_file->SetEntryCount(m_entries);
+        m_file->Commit();
     }
 
 private:
     std::optional<REPORTGENERATOR::OutputFile> m_file;
     RecordListWriter m_writer;
     FrequencyStoreList m_head;
+    qint64 m_entries = 0;
     bool m_begun = false;
 };
 

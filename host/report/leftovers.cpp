@@ -5,6 +5,7 @@
 #include <QRegularExpression>
 #include <QSysInfo>
 
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 
@@ -26,7 +27,7 @@ bool hasGone(pid_t process) {
 } // namespace
 
 QString TemporaryName(const QString& folder) {
-    static quint64 number = 0;
+    static std::atomic<quint64> number = 0; // files are written in several threads
     return QDir(folder).filePath(
         QString::fromLatin1(NamePattern)
             .arg(machine(), QString::number(QCoreApplication::applicationPid()), QString::number(++number)));

@@ -4,6 +4,7 @@
 #include "host/report/byteinput.h"
 #include "host/report/filestamps.h"
 #include "host/report/leftovers.h"
+#include "host/report/writeguard.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -26,6 +27,8 @@ std::optional<Problem>& lastFailure() {
     static auto* const last = new std::optional<Problem>;
     return *last;
 }
+
+WriteGuard* currentGuard = nullptr;
 
 /// Tells the operator and remembers; whoever catches the exception traces it.
 void tellFailure(const QString& fileName, const QString& reason) {
@@ -244,21 +247,46 @@ void OutputFile::moveBeside() {
     tellKept(TraceSource, m_fileName, QStringLiteral("written as ") + m_writtenName);
 }
 
+/// Whether a file stays as another program has left it; what is new then stands beside it.
+bool OutputFile::keepsChanged() {
+    if (m_replaceAnyway || !FileStamps::IsChanged(m_target))
+        return false;
+    if (FileStamps::IsKnown(m_target, m_temporary->Name())) {
+        tellKept(TraceSource, m_fileName, QStringLiteral("nothing is written, since nothing is new"));
+        return true;
+    }
+    switch (currentGuard ? currentGuard->FileIsChanged(m_target) : WriteGuard::Answer::WriteBeside) {
+    case WriteGuard::Answer::Replace:
+        return false;
+    case WriteGuard::Answer::WriteBeside:
+        moveBeside();
+        return true;
+    case WriteGuard::Answer::Cancel:
+        break;
+    }
+    const QString reason = QStringLiteral("was changed by another program and is kept");
+    tellFailure(m_fileName, reason);
+    throw RGException(ErrorText(m_fileName, 0, reason));
+}
+
 void OutputFile::Commit() {
     check(m_temporary->Error() == 0);
     m_writtenName = m_fileName;
     if (!holdSameBytes(m_temporary->Name(), m_target)) {
         check(m_temporary->Sync());
-        if (!m_replaceAnyway && FileStamps::IsChanged(m_target)) {
-            if (FileStamps::IsKnown(m_target, m_temporary->Name()))
-                tellKept(TraceSource, m_fileName, QStringLiteral("nothing is written, since nothing is new"));
-            else
-                moveBeside();
+        if (keepsChanged())
             return;
-        }
+        if (currentGuard)
+            currentGuard->Replacing(m_target);
         check(m_temporary->MoveTo(m_target));
+        if (currentGuard)
+            currentGuard->Replaced(m_target, m_entries);
     }
     FileStamps::NoteRead(m_writtenName);
+}
+
+WriteGuard* SetWriteGuard(WriteGuard* guard) {
+    return std::exchange(currentGuard, guard);
 }
 
 const std::optional<Problem>& LastWriteFailure() {

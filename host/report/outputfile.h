@@ -19,8 +19,8 @@ namespace REPORTGENERATOR {
 /// alone.
 ///
 /// A file that this process has read (see FileStamps) and another program has changed since is kept; the new
-/// one is then written beside it, which is told. Bytes that this process has read from it, or written beside
-/// it already, are nothing new: then nothing is written.
+/// one is then written beside it, which is told, unless a WriteGuard knows better. Bytes that this process
+/// has read from it, or written beside it already, are nothing new: then nothing is written.
 ///
 /// All operations throw RGException "file: reason". Each failure has then been told to the operator, once:
 /// whoever catches it has only to trace it. A file that is destroyed without Commit() leaves the old one
@@ -42,6 +42,8 @@ public:
     QIODevice& Device();
     /// A file that another program has changed is replaced all the same: the operator was asked.
     void ReplaceAnyway() { m_replaceAnyway = true; }
+    /// How many entries have been written, for whoever keeps versions of the file.
+    void SetEntryCount(qint64 count) { m_entries = count; }
     void Commit();
     /// After Commit(): where the bytes stand, which is the file's own name unless they stand beside it.
     const QString& WrittenName() const { return m_writtenName; }
@@ -52,6 +54,7 @@ private:
     QString findTarget() const;
     [[noreturn]] void fail(int error) const;
     void check(bool succeeded) const;
+    bool keepsChanged();
     void moveBeside();
 
     QString m_fileName;
@@ -59,6 +62,7 @@ private:
     QString m_writtenName;
     std::unique_ptr<Temporary> m_temporary;
     bool m_replaceAnyway = false;
+    qint64 m_entries = -1;
 };
 
 /// The last write of this process that failed, until `ForgetWriteFailure` is called.

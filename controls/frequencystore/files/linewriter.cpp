@@ -12,6 +12,7 @@ LineWriter::LineWriter(const QString& path)
 }
 
 void LineWriter::Append(const QString& line) {
+    m_lines += line.isEmpty() ? 0 : 1;
     m_buffer += line;
     m_buffer += QLatin1Char('\n');
     if (m_buffer.size() >= FlushAt)
@@ -26,5 +27,6 @@ void LineWriter::flush() {
 
 void LineWriter::Commit() {
     flush();
+    m_file.SetEntryCount(m_lines);
     m_file.Commit();
 }

@@ -22,4 +22,5 @@ private:
     REPORTGENERATOR::OutputFile m_file;
     QStringEncoder m_encoder;
     QString m_buffer;
+    qint64 m_lines = 0; ///< that say something: an entry has one
 };
