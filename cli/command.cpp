@@ -14,6 +14,8 @@ const std::vector<Command>& Commands() {
          RunConvert},
         {"check", "[--list KIND] FILE...", "tell what is wrong with files", RunCheck},
         {"bands", "[--out FILE] FILE", "print the bands of frequencies of interest", RunBands},
+        {"merge", "[OPTIONS] A B --out C", "add to a list what another one has", RunMerge},
+        {"diff", "[OPTIONS] A B", "tell what two lists differ in", RunDiff},
         {"job", "show|merge [OPTIONS] FILES", "show or change the memory channels of a job", RunJob},
         {"versions", "[--data DIR] [--restore NUMBER] [--out OUT] FILE",
          "list or restore saved versions of a file", RunVersions},
@@ -34,7 +36,7 @@ void printHelp(FILE* stream) {
         out.Line(QString::asprintf("  %-8s %-48s %s", command.name, command.arguments, command.purpose));
     out.Text(QStringLiteral(
         "\nfreqstore-cli COMMAND --help tells more. Exit codes: 0 done, 1 wrong usage, 2 a file or "
-        "the\noutput could not be read or written, or a file held errors.\n"));
+        "the\noutput could not be read or written, or a file held errors, 3 diff found a difference.\n"));
 }
 
 int run(const QStringList& arguments) {

@@ -7,7 +7,7 @@
 #include <vector>
 
 /// Exit codes of the program.
-enum ExitCode { ExitDone = 0, ExitUsage = 1, ExitFile = 2 };
+enum ExitCode { ExitDone = 0, ExitUsage = 1, ExitFile = 2, ExitDifferent = 3 };
 
 /// One command of the program. Messages go to standard error, results to standard output.
 struct Command {
@@ -25,6 +25,8 @@ int RunBands(const QStringList& arguments);
 int RunDetect(const QStringList& arguments);
 int RunJob(const QStringList& arguments);
 int RunVersions(const QStringList& arguments);
+int RunMerge(const QStringList& arguments);
+int RunDiff(const QStringList& arguments);
 
 /// All commands, in the order of the help.
 const std::vector<Command>& Commands();

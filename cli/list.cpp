@@ -112,22 +112,20 @@ std::unique_ptr<CliList> makeMemory() {
 struct Kind {
     const char* name;
     std::unique_ptr<CliList> (*make)();
-    const char* ending; ///< of files that no other list reads; null when there are none
 };
 
 constexpr Kind Kinds[] = {
-    {"target", makeTargets, nullptr},
-    {"memory-hf", makeMemory<false>, ".pij"},
-    {"memory-vuhf", makeMemory<true>, nullptr},
-    {"noi", makeNoi, ".noi"},
-    {"results", MakeResults, nullptr},
-    {"detections", MakeDetections, nullptr},
-    {"detections-hf", MakeDetectionsHF, nullptr},
-    {"detections-vuhf", MakeDetectionsVUHF, nullptr},
+    {"target", makeTargets},
+    {"memory-hf", makeMemory<false>},
+    {"memory-vuhf", makeMemory<true>},
+    {"noi", makeNoi},
+    {"results", MakeResults},
+    {"detections", MakeDetections},
+    {"detections-hf", MakeDetectionsHF},
+    {"detections-vuhf", MakeDetectionsVUHF},
 };
 
-/// A member of JSON entries by which their list is known, in the order in which they are looked for. Entries
-/// with none of them are targets.
+/// A member of JSON entries by which their list is known, in the order in which they are looked for.
 struct TellingMember {
     const char* key;
     const char* kind;
@@ -139,10 +137,10 @@ constexpr TellingMember TellingMembers[] = {
     {"bandwidth", "noi"},
 };
 
-/// The kind of list that the first entry of a JSON file tells; that of targets when it cannot be read, which
-/// whoever reads it tells.
+/// The kind of list that the first entry of a JSON file tells; empty when it tells none, or cannot be read,
+/// which whoever reads it tells.
 QString kindOfJson(const QString& path) {
-    QString kind = QString::fromLatin1(Kinds[0].name);
+    QString kind;
     try {
         ReadJson(path, [&](const JsonEntry& entry) {
             const auto* telling = std::find_if(
@@ -217,18 +215,23 @@ std::optional<bool> IsJobOfVUHF(const QString& path) {
     return std::nullopt;
 }
 
-QString ListKindOf(const QString& path) {
+QString ListKindToldBy(const QString& path) {
     if (IsJsonName(path))
         return kindOfJson(path);
-    if (path.endsWith(QLatin1String(".pij")) && IsJobOfVUHF(path).value_or(false))
-        return QStringLiteral("memory-vuhf");
+    if (path.endsWith(QLatin1String(".pij"))) {
+        const std::optional<bool> isVUHF = IsJobOfVUHF(path);
+        return !isVUHF ? QString() : *isVUHF ? QStringLiteral("memory-vuhf") : QStringLiteral("memory-hf");
+    }
     if (path.contains(QLatin1String(".xml")) && FreqStoreXml::FileHandling().IsDetectionResults(path))
         return QStringLiteral("detections-vuhf"); // whose files have all that there is
-    for (const Kind& kind : Kinds) {
-        if (kind.ending && path.endsWith(QLatin1String(kind.ending)))
-            return QString::fromLatin1(kind.name);
-    }
-    return QString::fromLatin1(Kinds[0].name);
+    return path.endsWith(QLatin1String(".noi")) ? QStringLiteral("noi") : QString();
+}
+
+QString ListKindOf(const QString& path) {
+    if (const QString told = ListKindToldBy(path); !told.isEmpty())
+        return told;
+    return path.endsWith(QLatin1String(".pij")) ? QStringLiteral("memory-hf")
+                                                : QString::fromLatin1(Kinds[0].name);
 }
 
 QStringList ListKinds() {
@@ -241,6 +244,26 @@ QStringList ListKinds() {
 QString Counted(qint64 count, const char* one, const char* many) {
     return (count == 0 ? QStringLiteral("no") : QString::number(count)) + QLatin1Char(' ') +
            QLatin1String(count == 1 ? one : many);
+}
+
+namespace {
+
+/// The same fields are filled for one entry after the other.
+void fillFields(const Node& entry, std::vector<EntryField>& fields) {
+    size_t count = 0;
+    for (const ValueBase* value = entry.FirstValue(); value; value = Node::NextValue(value)) {
+        fields.resize(std::max(fields.size(), ++count));
+        fill(fields[count - 1], *value);
+    }
+    fields.resize(count);
+}
+
+} // namespace
+
+std::vector<EntryField> FieldsOf(const Node& entry) {
+    std::vector<EntryField> fields;
+    fillFields(entry, fields);
+    return fields;
 }
 
 Node& AddEntryNode(Node& list, const char* name) {
@@ -310,12 +333,7 @@ QStringList CliList::Keys() const {
 bool CliList::VisitEntries(const EntryVisitor& visit) const {
     std::vector<EntryField> fields;
     for (const Node* entry : GetNode()->Children()) {
-        size_t count = 0;
-        for (const ValueBase* value = entry->FirstValue(); value; value = Node::NextValue(value)) {
-            fields.resize(std::max(fields.size(), ++count));
-            fill(fields[count - 1], *value);
-        }
-        fields.resize(count);
+        fillFields(*entry, fields);
         if (!visit(fields))
             return false;
     }

@@ -50,6 +50,13 @@ public:
     QStringList Keys() const;
     void SetQuery(Query query) { m_query = std::move(query); }
 
+    /// The node whose children are the entries; null for a list whose entries are no nodes.
+    virtual Node* GetNode() const { return nullptr; }
+    /// Adds an entry behind those that are there.
+    virtual void AddEntry(const JsonEntry& entry) = 0;
+    /// Entries have been added or changed from outside.
+    virtual void EntriesChanged() {}
+
 protected:
     /// The same for the files of the list's own formats.
     virtual bool ReadFile(const QString& path) = 0;
@@ -61,10 +68,6 @@ protected:
     /// whether the file was good. If it was not, the list is left empty.
     virtual void BeginEntries() = 0;
     virtual void EndEntries(bool isWhole) = 0;
-    virtual void AddEntry(const JsonEntry& entry) = 0;
-
-    /// The node whose children are the entries; null for a list whose entries are no nodes.
-    virtual Node* GetNode() const { return nullptr; }
 
 private:
     bool readJson(const QString& path);
@@ -75,10 +78,15 @@ private:
 /// A new node of an entry, under that of its list.
 Node& AddEntryNode(Node& list, const char* name);
 
+/// The members of an entry that is a node.
+std::vector<EntryField> FieldsOf(const Node& entry);
+
 /// The list of a kind ("target"); null for an unknown kind.
 std::unique_ptr<CliList> MakeList(const QString& kind);
 /// The kind of list that a file is read as when none is named.
 QString ListKindOf(const QString& path);
+/// The kind that a file tells by its name or content; empty when the lists of several kinds read such files.
+QString ListKindToldBy(const QString& path);
 /// Whether a job's channels are those of a VHF/UHF receiver; empty when it has none that tell.
 std::optional<bool> IsJobOfVUHF(const QString& path);
 /// A number of things: "no entries", "1 entry", "2 entries".

@@ -76,6 +76,10 @@ void MemoryList::AddEntry(const JsonEntry& from) {
     FillFromJson(node, from);
 }
 
+void MemoryList::EntriesChanged() {
+    handler().SuspendMediatorCtrl(false, true);
+}
+
 bool MemoryList::OpenJob(const QString& path) {
     return handler().OpenJobFile(path);
 }

@@ -16,6 +16,8 @@ public:
     void Clear();
     /// Writes the job with the channels of the list; false, told, when it cannot be.
     bool SaveJob(const QString& path);
+    /// The job takes the channels anew.
+    void EntriesChanged() override;
 
 protected:
     /// Adds the channels of a file to the list.
