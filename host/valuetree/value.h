@@ -6,6 +6,7 @@
 
 #include <limits>
 #include <list>
+#include <memory>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -129,6 +130,9 @@ public:
         Texts::Release(old);
         HasChanged(TChangeCode::ValueChanged, originator);
     }
+
+    /// The same from a part of some text, of which only as much is copied as has to be kept.
+    void SetText(QStringView text, IObserver* originator = nullptr);
 
     QString GetStringValue() const override { return GetValue(); }
     void SetStringValue(const QString& text, IObserver* originator = nullptr) override {
@@ -340,11 +344,12 @@ public:
     requires std::is_same_v<Container, std::list<T>>
     void Edit(quint64 place, const T& element, Change change) {
         change(const_cast<T&>(element));
-        if (m_edits.size() == MaxEdits) { // whoever follows has seen the older half long ago
-            m_edits.erase(m_edits.begin(), m_edits.begin() + MaxEdits / 2);
-            m_firstEdit += MaxEdits / 2;
+        History& h = history();
+        if (h.edits.size() == MaxEdits) { // whoever follows has seen the older half long ago
+            h.edits.erase(h.edits.begin(), h.edits.begin() + MaxEdits / 2);
+            h.firstEdit += MaxEdits / 2;
         }
-        m_edits.push_back({place, &element});
+        h.edits.push_back({place, &element});
     }
     void Clear(IObserver* originator = nullptr) {
         if (m_list.empty())
@@ -362,14 +367,23 @@ public:
     const Container& GetList() const { return m_list; }
     const Container& Elements() const { return m_list; }
 
-    Seen SeenNow() const { return {m_rewrites, m_firstEdit + m_edits.size(), m_list.size()}; }
+    Seen SeenNow() const {
+        if (!m_history)
+            return {0, 0, m_list.size()};
+        return {m_history->rewrites, m_history->firstEdit + m_history->edits.size(), m_list.size()};
+    }
     /// Whether what has changed since `seen` is known: then `edited` are the elements that changed in place
     /// (some more than once, some maybe new), and those from `seen.size` on are new.
     [[nodiscard]] bool ChangesSince(const Seen& seen, std::vector<Edited>& edited) const {
-        if (seen.rewrites != m_rewrites || seen.edits < m_firstEdit || seen.size == 0 ||
-            seen.size > m_list.size())
+        if (seen.size == 0 || seen.size > m_list.size())
             return false;
-        edited.assign(m_edits.begin() + static_cast<std::ptrdiff_t>(seen.edits - m_firstEdit), m_edits.end());
+        edited.clear();
+        if (!m_history)
+            return true;
+        const History& h = *m_history;
+        if (seen.rewrites != h.rewrites || seen.edits < h.firstEdit)
+            return false;
+        edited.assign(h.edits.begin() + static_cast<std::ptrdiff_t>(seen.edits - h.firstEdit), h.edits.end());
         return true;
     }
 
@@ -404,14 +418,25 @@ public:
 private:
     static constexpr size_t MaxEdits = 16384;
 
+    /// What readers need to follow changes, which most lists never see.
+    struct History {
+        std::vector<Edited> edits; ///< the latest ones
+        quint64 firstEdit = 0;     ///< how many edits went before them
+        quint64 rewrites = 0;
+    };
+
+    History& history() {
+        if (!m_history)
+            m_history = std::make_unique<History>();
+        return *m_history;
+    }
     void rewrite() {
-        ++m_rewrites;
-        m_firstEdit += m_edits.size();
-        m_edits.clear();
+        History& h = history();
+        ++h.rewrites;
+        h.firstEdit += h.edits.size();
+        h.edits.clear();
     }
 
     Container m_list;
-    std::vector<Edited> m_edits; ///< the latest ones
-    quint64 m_firstEdit = 0;     ///< how many edits went before them
-    quint64 m_rewrites = 0;
+    std::unique_ptr<History> m_history;
 };
