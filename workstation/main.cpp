@@ -35,7 +35,8 @@ int main(int argc, char** argv) {
         return GuidePictures::Take(workstation, options.screenshotDirectory) && loaded ? 0 : 2;
     if (!options.screenshotDirectory.isEmpty())
         return workstation.TakeScreenshots() && loaded ? 0 : 2;
-    workstation.WelcomeAtFirstStart();
+    if (workstation.OfferRecovery())
+        workstation.WelcomeAtFirstStart();
     if (!workstation.GetEnding().IsEnding()) // a signal may have come meanwhile
         QApplication::exec();
     return workstation.GetEnding().ExitCode();
