@@ -84,8 +84,8 @@ void DiskWatch::ask(const ListFile& list, const QString& path) {
     QMessageBox box(QMessageBox::Question, tr("File Changed"),
                     tr("Another program has changed %1.").arg(shortName(path)), QMessageBox::NoButton,
                     m_window);
-    QString text = tr("The file holds %n entries now", nullptr, static_cast<int>(rows));
-    text += tr(", the list %n.", nullptr, static_cast<int>(list.count()));
+    QString text = tr("The file holds %n entries now.", nullptr, static_cast<int>(rows));
+    text += QLatin1Char(' ') + tr("The list holds %n entries.", nullptr, static_cast<int>(list.count()));
     if (m_changes.IsChanged(list.id))
         text += QLatin1Char(' ') + tr("The list has changes that are in no file; Reload loses them.");
     box.setInformativeText(text);

@@ -373,9 +373,11 @@ TEST_F(Recoveries, BringBackAllButTheLastMomentsOfAProcessThatIsKilled) {
         for (const FileVersions::Version& version :
              FileVersions(Path("data/versions")).Of(Path("targets.ltl")))
             EXPECT_TRUE(FileVersions::IsWhole(version)) << life;
-        for (const QString& name : files())
-            for (const RecoverySection& section : RecoveryReader(folder().filePath(name)).GetSections())
+        for (const QString& name : files()) {
+            const RecoveryReader reader(folder().filePath(name));
+            for (const RecoverySection& section : reader.GetSections())
                 EXPECT_TRUE(section.isWhole) << life;
+        }
     }
     EXPECT_GT(restored, 10);
 }
