@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/base/numbers.h"
+#include "host/valuetree/changerecorder.h"
 #include "host/valuetree/texts.h"
 #include "host/valuetree/valuebase.h"
 
@@ -98,6 +99,7 @@ public:
     void SetValue(const T& value, IObserver* originator = nullptr) {
         if (value == m_value)
             return;
+        ChangeRecorder::NoteChange(*this, originator);
         m_value = value;
         this->HasChanged(TChangeCode::ValueChanged, originator);
     }
@@ -124,6 +126,7 @@ public:
     void SetValue(const QString& value, IObserver* originator = nullptr) {
         if (value == GetValue())
             return;
+        ChangeRecorder::NoteChange(*this, originator);
         const Texts::Id old = m_text;
         m_text = IsOfShape() ? Texts::KeepForEntry(NameId(), value) : Texts::Keep(value);
         Texts::Release(old);
@@ -176,6 +179,9 @@ public:
     /// Takes minimum, maximum, step and current value, in this order, from another number. Between numbers of
     /// one type nothing is lost; between different types each number is converted.
     virtual void CopyNumeric(const IValueNumeric& source) = 0;
+    /// All limits at once, whatever the type, without telling anybody.
+    const NumberLimits& GetLimits() const { return OwnLimits(); }
+    void TakeLimits(const NumberLimits& limits) { SetOwnLimits(limits); }
 
     virtual double MinAsDouble() const = 0;
     virtual double MaxAsDouble() const = 0;
@@ -323,6 +329,7 @@ public:
     /// The element at `index`, which must be below `Size()`; constant time for numbers, linear for records.
     const T& At(long index) const { return *std::next(m_list.begin(), index); }
     void PushBack(const T& element, IObserver* originator = nullptr) {
+        ChangeRecorder::NoteChange(*this, originator);
         m_list.push_back(element);
         HasChanged(TChangeCode::ValueChanged, originator);
     }
@@ -330,6 +337,7 @@ public:
     void Append(Container&& elements, IObserver* originator = nullptr) {
         if (elements.empty())
             return;
+        ChangeRecorder::NoteChange(*this, originator);
         m_list.insert(m_list.end(), std::make_move_iterator(elements.begin()),
                       std::make_move_iterator(elements.end()));
         HasChanged(TChangeCode::ValueChanged, originator);
@@ -339,6 +347,7 @@ public:
     template <typename Change>
     requires std::is_same_v<Container, std::list<T>>
     void Edit(quint64 place, const T& element, Change change) {
+        ChangeRecorder::NoteChange(*this, nullptr);
         change(const_cast<T&>(element));
         if (m_edits.size() == MaxEdits) { // whoever follows has seen the older half long ago
             m_edits.erase(m_edits.begin(), m_edits.begin() + MaxEdits / 2);
@@ -349,6 +358,7 @@ public:
     void Clear(IObserver* originator = nullptr) {
         if (m_list.empty())
             return;
+        ChangeRecorder::NoteChange(*this, originator);
         rewrite();
         m_list.clear();
         HasChanged(TChangeCode::ValueChanged, originator);
@@ -356,6 +366,7 @@ public:
     /// Direct access to the elements. The caller calls `HasChanged` after a change, and readers then read the
     /// whole list again. Ask for the list anew before each change.
     Container& GetList() {
+        ChangeRecorder::NoteChange(*this, nullptr);
         rewrite();
         return m_list;
     }
@@ -378,6 +389,7 @@ public:
         Container parsed;
         if (!Traits::FromText(text, parsed) || parsed == m_list)
             return;
+        ChangeRecorder::NoteChange(*this, originator);
         rewrite();
         m_list = std::move(parsed);
         HasChanged(TChangeCode::ValueChanged, originator);
@@ -386,6 +398,7 @@ public:
         const auto* same = value_cast<ValueList>(&other);
         if (!same || same->m_list == m_list)
             return;
+        ChangeRecorder::NoteChange(*this, nullptr);
         rewrite();
         m_list = same->m_list;
         HasChanged(TChangeCode::ValueChanged);

@@ -67,6 +67,7 @@ bool ValueSelection::selectIndex(long index, IObserver* originator) {
     if (index < 0)
         return false;
     if (index != m_current) {
+        ChangeRecorder::NoteChange(*this, originator);
         m_current = index;
         HasChanged(TChangeCode::ValueChanged, originator);
     }
@@ -95,6 +96,10 @@ bool ValueSelection::Select(double value, IObserver* originator, bool nearest) {
         index = static_cast<long>(std::min_element(m_items.begin(), m_items.end(), closer) - m_items.begin());
     }
     return selectIndex(index, originator);
+}
+
+bool ValueSelection::SelectAt(long index, IObserver* originator) {
+    return selectIndex(index < GetItemCount() ? index : -1, originator);
 }
 
 SelectionItem* ValueSelection::GetItemAt(long index) const {
