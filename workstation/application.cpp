@@ -311,13 +311,10 @@ void Workstation::connectLists() {
         if (m_jobPanel->Save())
             tellSaved(m_job->GetFileName());
     });
-    QObject::connect(m_window.get(), &MainWindow::EntryEdited, m_window.get(), [this](int id) {
-        if (id == m_noiId) {
-            NOIFrequencyHandler::Instance()->UpdateNOIList();
-        } else if (id == m_memoryId) {
-            MemorySystemHandler::Instance()->SuspendMediatorCtrl(false, true);
-            MemorySystemHandler::Instance()->UpdateJobFileEntries();
-        }
+    QObject::connect(m_window.get(), &MainWindow::EntryEdited, m_window.get(), [](int id) {
+        if (auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(
+                FreqStore::Instance().GetFrequencies(static_cast<unsigned>(id))))
+            list->EntriesWereEdited();
     });
 }
 

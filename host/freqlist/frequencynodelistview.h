@@ -110,6 +110,13 @@ public:
     /// For the controller: adds rows for these mediators (nulls are passed over), takes out the rows whose
     /// mediators have ended, lets go of the controller.
     void AddRows(const std::vector<FrequencyNodeMediator*>& mediators);
+    /// The same for mediators that came between others; `order` are all of them in order.
+    void InsertRows(const std::vector<FrequencyNodeMediator*>& mediators,
+                    const std::vector<FrequencyNodeMediator*>& order);
+    int ScrollPlace() const;
+    /// Selects the rows of these mediators alone, with the list scrolled to that place if they are seen
+    /// there.
+    void ShowEntries(const std::vector<FrequencyNodeMediator*>& mediators, int scrollPlace);
     void RemoveEndedRows();
     void ControllerEnds() { m_controller = nullptr; }
     void NoteEndedRow() { ++m_endedRows; }

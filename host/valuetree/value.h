@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/base/numbers.h"
+#include "host/valuetree/changerecorder.h"
 #include "host/valuetree/texts.h"
 #include "host/valuetree/valuebase.h"
 
@@ -99,6 +100,7 @@ public:
     void SetValue(const T& value, IObserver* originator = nullptr) {
         if (value == m_value)
             return;
+        ChangeRecorder::NoteChange(*this, originator);
         m_value = value;
         this->HasChanged(TChangeCode::ValueChanged, originator);
     }
@@ -125,6 +127,7 @@ public:
     void SetValue(const QString& value, IObserver* originator = nullptr) {
         if (value == GetValue())
             return;
+        ChangeRecorder::NoteChange(*this, originator);
         const Texts::Id old = m_text;
         m_text = IsOfShape() ? Texts::KeepForEntry(NameId(), value) : Texts::Keep(value);
         Texts::Release(old);
@@ -180,6 +183,9 @@ public:
     /// Takes minimum, maximum, step and current value, in this order, from another number. Between numbers of
     /// one type nothing is lost; between different types each number is converted.
     virtual void CopyNumeric(const IValueNumeric& source) = 0;
+    /// All limits at once, whatever the type, without telling anybody.
+    const NumberLimits& GetLimits() const { return OwnLimits(); }
+    void TakeLimits(const NumberLimits& limits) { SetOwnLimits(limits); }
 
     virtual double MinAsDouble() const = 0;
     virtual double MaxAsDouble() const = 0;
@@ -327,6 +333,7 @@ public:
     /// The element at `index`, which must be below `Size()`; constant time for numbers, linear for records.
     const T& At(long index) const { return *std::next(m_list.begin(), index); }
     void PushBack(const T& element, IObserver* originator = nullptr) {
+        ChangeRecorder::NoteChange(*this, originator);
         m_list.push_back(element);
         HasChanged(TChangeCode::ValueChanged, originator);
     }
@@ -334,6 +341,7 @@ public:
     void Append(Container&& elements, IObserver* originator = nullptr) {
         if (elements.empty())
             return;
+        ChangeRecorder::NoteChange(*this, originator);
         m_list.insert(m_list.end(), std::make_move_iterator(elements.begin()),
                       std::make_move_iterator(elements.end()));
         HasChanged(TChangeCode::ValueChanged, originator);
@@ -343,6 +351,7 @@ public:
     template <typename Change>
     requires std::is_same_v<Container, std::list<T>>
     void Edit(quint64 place, const T& element, Change change) {
+        ChangeRecorder::NoteChange(*this, nullptr);
         change(const_cast<T&>(element));
         History& h = history();
         if (h.edits.size() == MaxEdits) { // whoever follows has seen the older half long ago
@@ -354,6 +363,7 @@ public:
     void Clear(IObserver* originator = nullptr) {
         if (m_list.empty())
             return;
+        ChangeRecorder::NoteChange(*this, originator);
         rewrite();
         m_list.clear();
         HasChanged(TChangeCode::ValueChanged, originator);
@@ -361,6 +371,7 @@ public:
     /// Direct access to the elements. The caller calls `HasChanged` after a change, and readers then read the
     /// whole list again. Ask for the list anew before each change.
     Container& GetList() {
+        ChangeRecorder::NoteChange(*this, nullptr);
         rewrite();
         return m_list;
     }
@@ -392,6 +403,7 @@ public:
         Container parsed;
         if (!Traits::FromText(text, parsed) || parsed == m_list)
             return;
+        ChangeRecorder::NoteChange(*this, originator);
         rewrite();
         m_list = std::move(parsed);
         HasChanged(TChangeCode::ValueChanged, originator);
@@ -400,6 +412,7 @@ public:
         const auto* same = value_cast<ValueList>(&other);
         if (!same || same->m_list == m_list)
             return;
+        ChangeRecorder::NoteChange(*this, nullptr);
         rewrite();
         m_list = same->m_list;
         HasChanged(TChangeCode::ValueChanged);

@@ -154,6 +154,7 @@ bool ValueSelection::selectIndex(long index, IObserver* originator) {
     if (index < 0)
         return false;
     if (index != m_current) {
+        ChangeRecorder::NoteChange(*this, originator);
         m_current = static_cast<qint32>(index);
         HasChanged(TChangeCode::ValueChanged, originator);
     }
@@ -183,6 +184,10 @@ bool ValueSelection::Select(double value, IObserver* originator, bool nearest) {
         index = static_cast<long>(std::min_element(all.begin(), all.end(), closer) - all.begin());
     }
     return selectIndex(index, originator);
+}
+
+bool ValueSelection::SelectAt(long index, IObserver* originator) {
+    return selectIndex(index < GetItemCount() ? index : -1, originator);
 }
 
 const SelectionItem* ValueSelection::ItemAt(long index) const {

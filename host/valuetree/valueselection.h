@@ -60,6 +60,8 @@ public:
     bool Select(long key, IObserver* originator = nullptr);
     /// With `nearest`, the row whose number is nearest to `value` matches; else only an equal number does.
     bool Select(double value, IObserver* originator, bool nearest);
+    /// Chooses the row at `index`; false outside 0 to count - 1.
+    bool SelectAt(long index, IObserver* originator = nullptr);
 
     SelectionItem* GetCurrentItem() const { return GetItemAt(m_current); }
     long GetCurrentKey() const;
