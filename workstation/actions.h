@@ -22,6 +22,7 @@ public:
     enum Command {
         Open,
         OpenIntoList,
+        Merge,
         Save,
         SaveAs,
         Import,
@@ -36,6 +37,7 @@ public:
         CopyText,
         PasteText,
         SelectAll,
+        FindDuplicates,
         Find,
         Tune,
         Previous,
