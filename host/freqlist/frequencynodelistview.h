@@ -85,6 +85,9 @@ public:
     /// The same in the order shown.
     std::vector<FrequencyNodeMediator*> SelectedInOrder() const;
 
+    /// Makes these rows the only selected ones, whatever the filter hides, the first of them the current one.
+    void SelectRowsOf(const std::vector<FrequencyNodeMediator*>& mediators);
+
     /// The value that is edited in the cell of an entry; null when the list takes no changes there.
     ValueBase* EditedValue(FrequencyNodeMediator& mediator, int column) const;
     /// Columns of the current row that can be edited, in the order shown.
@@ -150,8 +153,6 @@ protected:
     QWidget* CreateCellEditor(QWidget* parent, const SortListViewItem& row, int column) override;
     bool EndCellEditor(QWidget& field, bool keep) override;
     double FrequencyOfRow(int row) const override;
-    /// Makes these rows the only selected ones, whatever the filter hides, the first of them the current one.
-    void SelectRowsOf(const std::vector<FrequencyNodeMediator*>& mediators);
     /// Whether Return and a double click open an editor; without one they tune the receiver to the entry.
     virtual bool HasEditor() const { return false; }
     void keyPressEvent(QKeyEvent* event) override;
