@@ -29,6 +29,8 @@ public:
         Print,
         Pdf,
         Quit,
+        Undo,
+        Redo,
         Cut,
         Copy,
         Paste,

@@ -67,6 +67,7 @@ private:
     void Update(Observable* subject, TChangeCode code) override;
     void watch();
     void noteSaved(const QString& fileName);
+    void keepFileForUndo(const QString& channelsFile);
     Stamp stampOfFile() const;
     bool fileHoldsText() const;
 
