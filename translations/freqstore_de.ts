@@ -174,6 +174,13 @@
     </message>
 </context>
 <context>
+    <name>BoundWidget</name>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+</context>
+<context>
     <name>CellDelegate</name>
     <message>
         <source>Frequency</source>
@@ -407,6 +414,10 @@
             <numerusform>Einer von %n ausgewählten</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
 </context>
 <context>
     <name>DirectoryLock</name>
@@ -572,6 +583,10 @@
     <message>
         <source>NOI Frequencies</source>
         <translation>NOI-Frequenzen</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
     </message>
 </context>
 <context>
@@ -833,6 +848,30 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Pasted text</source>
         <translation>Eingefügter Text</translation>
     </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <translation>Verdoppeln</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Fill</source>
+        <translation>Füllen</translation>
+    </message>
+    <message>
+        <source>Paste Text</source>
+        <translation>Text einfügen</translation>
+    </message>
 </context>
 <context>
     <name>GuardedApplication</name>
@@ -982,6 +1021,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Profile ID</source>
         <translation>Profil-ID</translation>
     </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
 </context>
 <context>
     <name>HelpWindow</name>
@@ -1016,6 +1059,28 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>not in this topic</source>
         <translation>nicht in diesem Thema</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryPanel</name>
+    <message>
+        <source>Before the first step</source>
+        <translation>Vor dem ersten Schritt</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>Click a step to go back, or on again, to what the lists were behind it</source>
+        <translation>Ein Klick auf einen Schritt führt zurück, oder wieder vor, zum Stand der Listen dahinter</translation>
+    </message>
+</context>
+<context>
+    <name>Job</name>
+    <message>
+        <source>Open Job</source>
+        <translation>Auftrag öffnen</translation>
     </message>
 </context>
 <context>
@@ -1526,6 +1591,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Write positions in lists like this</source>
         <translation>Positionen in Listen so schreiben</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
     </message>
 </context>
 <context>
@@ -2444,6 +2513,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Tolerance: %1...</source>
         <translation>Toleranz: %1...</translation>
     </message>
+    <message>
+        <source>Send</source>
+        <translation>Senden</translation>
+    </message>
 </context>
 <context>
     <name>SetColumnDialog</name>
@@ -2518,6 +2591,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Start or stop a search without a radio</source>
         <translation>Eine Suche ohne Funkgerät starten oder anhalten</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
     </message>
 </context>
 <context>
@@ -2763,6 +2840,44 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>%1 running, %2</source>
         <translation>%1 läuft, %2</translation>
+    </message>
+</context>
+<context>
+    <name>UndoHistory</name>
+    <message>
+        <source>the list or entries of it have gone meanwhile</source>
+        <translation>die Liste oder Einträge von ihr gibt es nicht mehr</translation>
+    </message>
+    <message>
+        <source>there is not enough memory</source>
+        <translation>der Speicher reicht nicht</translation>
+    </message>
+    <message>
+        <source>%1 cannot be undone: %2</source>
+        <translation>%1 lässt sich nicht rückgängig machen: %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be done again: %2</source>
+        <translation>%1 lässt sich nicht wiederholen: %2</translation>
+    </message>
+    <message>
+        <source>cannot be undone: not enough memory</source>
+        <translation>lässt sich nicht rückgängig machen: der Speicher reicht nicht</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 %n entries</source>
+        <translation>
+            <numerusform>%1: %n Eintrag</numerusform>
+            <numerusform>%1: %n Einträge</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>a step of undo stays in memory: </source>
+        <translation>ein Schritt des Verlaufs bleibt im Speicher: </translation>
+    </message>
+    <message>
+        <source>what a step of undo keeps is cut off</source>
+        <translation>was ein Schritt des Verlaufs behält, ist abgeschnitten</translation>
     </message>
 </context>
 <context>
@@ -3066,6 +3181,42 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
             <numerusform>%Ln Eintrag hinzugefügt</numerusform>
             <numerusform>%Ln Einträge hinzugefügt</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>Take back the last change of a list</source>
+        <translation>Die letzte Änderung einer Liste zurücknehmen</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>Do again what was taken back</source>
+        <translation>Das Zurückgenommene wieder machen</translation>
+    </message>
+    <message>
+        <source>Nothing has been changed yet.</source>
+        <translation>Noch wurde nichts geändert.</translation>
+    </message>
+    <message>
+        <source>Nothing has been taken back.</source>
+        <translation>Nichts wurde zurückgenommen.</translation>
+    </message>
+    <message>
+        <source>&amp;Undo %1</source>
+        <translation>&amp;Rückgängig: %1</translation>
+    </message>
+    <message>
+        <source>&amp;Redo %1</source>
+        <translation>&amp;Wiederholen: %1</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Ausschneiden</translation>
     </message>
 </context>
 <context>
