@@ -45,6 +45,7 @@ room tests/support host/base
 for module in base valuetree startup report freqstorexml gui widgets freqlist; do
     tests_of tests/$module host/$module
 done
+allowed[tests/freqlist]+=" examples/bookmarks" # a plug-in at work
 room tests/frequencystore tests/support host $lists/{common,files,targets,memory,noi,results,detections,merge}
 for program in $parts cli workstation; do
     tests_of tests/$program $program

@@ -174,6 +174,13 @@
     </message>
 </context>
 <context>
+    <name>BoundWidget</name>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+</context>
+<context>
     <name>CellDelegate</name>
     <message>
         <source>Frequency</source>
@@ -406,6 +413,10 @@
             <numerusform>Einer von %n ausgewählten</numerusform>
             <numerusform>Einer von %n ausgewählten</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
     </message>
 </context>
 <context>
@@ -641,6 +652,10 @@
     <message>
         <source>NOI Frequencies</source>
         <translation>NOI-Frequenzen</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
     </message>
 </context>
 <context>
@@ -902,6 +917,30 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Pasted text</source>
         <translation>Eingefügter Text</translation>
     </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <translation>Verdoppeln</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Fill</source>
+        <translation>Füllen</translation>
+    </message>
+    <message>
+        <source>Paste Text</source>
+        <translation>Text einfügen</translation>
+    </message>
 </context>
 <context>
     <name>GuardedApplication</name>
@@ -1051,6 +1090,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Profile ID</source>
         <translation>Profil-ID</translation>
     </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
 </context>
 <context>
     <name>HelpWindow</name>
@@ -1085,6 +1128,28 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>not in this topic</source>
         <translation>nicht in diesem Thema</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryPanel</name>
+    <message>
+        <source>Before the first step</source>
+        <translation>Vor dem ersten Schritt</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>Click a step to go back, or on again, to what the lists were behind it</source>
+        <translation>Ein Klick auf einen Schritt führt zurück, oder wieder vor, zum Stand der Listen dahinter</translation>
+    </message>
+</context>
+<context>
+    <name>Job</name>
+    <message>
+        <source>Open Job</source>
+        <translation>Auftrag öffnen</translation>
     </message>
 </context>
 <context>
@@ -1641,6 +1706,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>is also used by %1: the frequencies of interest and the settings there are left alone, and a file that it changes is not overwritten unasked</source>
         <translation>wird auch von %1 benutzt: Frequenzen von Interesse und Einstellungen dort bleiben unberührt, und eine dort geänderte Datei wird nicht ungefragt überschrieben</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
     </message>
 </context>
 <context>
@@ -2738,6 +2807,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Tolerance: %1...</source>
         <translation>Toleranz: %1...</translation>
     </message>
+    <message>
+        <source>Send</source>
+        <translation>Senden</translation>
+    </message>
 </context>
 <context>
     <name>SetColumnDialog</name>
@@ -2812,6 +2885,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Start or stop a search without a radio</source>
         <translation>Eine Suche ohne Funkgerät starten oder anhalten</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
     </message>
 </context>
 <context>
@@ -3061,6 +3138,44 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>%1 running, %2</source>
         <translation>%1 läuft, %2</translation>
+    </message>
+</context>
+<context>
+    <name>UndoHistory</name>
+    <message>
+        <source>the list or entries of it have gone meanwhile</source>
+        <translation>die Liste oder Einträge von ihr gibt es nicht mehr</translation>
+    </message>
+    <message>
+        <source>there is not enough memory</source>
+        <translation>der Speicher reicht nicht</translation>
+    </message>
+    <message>
+        <source>%1 cannot be undone: %2</source>
+        <translation>%1 lässt sich nicht rückgängig machen: %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be done again: %2</source>
+        <translation>%1 lässt sich nicht wiederholen: %2</translation>
+    </message>
+    <message>
+        <source>cannot be undone: not enough memory</source>
+        <translation>lässt sich nicht rückgängig machen: der Speicher reicht nicht</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 %n entries</source>
+        <translation>
+            <numerusform>%1: %n Eintrag</numerusform>
+            <numerusform>%1: %n Einträge</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>a step of undo stays in memory: </source>
+        <translation>ein Schritt des Verlaufs bleibt im Speicher: </translation>
+    </message>
+    <message>
+        <source>what a step of undo keeps is cut off</source>
+        <translation>was ein Schritt des Verlaufs behält, ist abgeschnitten</translation>
     </message>
 </context>
 <context>
@@ -3460,6 +3575,42 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>Take back the last change of a list</source>
+        <translation>Die letzte Änderung einer Liste zurücknehmen</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>Do again what was taken back</source>
+        <translation>Das Zurückgenommene wieder machen</translation>
+    </message>
+    <message>
+        <source>Nothing has been changed yet.</source>
+        <translation>Noch wurde nichts geändert.</translation>
+    </message>
+    <message>
+        <source>Nothing has been taken back.</source>
+        <translation>Nichts wurde zurückgenommen.</translation>
+    </message>
+    <message>
+        <source>&amp;Undo %1</source>
+        <translation>&amp;Rückgängig: %1</translation>
+    </message>
+    <message>
+        <source>&amp;Redo %1</source>
+        <translation>&amp;Wiederholen: %1</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Ausschneiden</translation>
     </message>
 </context>
 <context>

@@ -144,6 +144,16 @@
     </message>
 </context>
 <context>
+    <name>UndoHistory</name>
+    <message numerus="yes">
+        <source>%1 %n entries</source>
+        <translation>
+            <numerusform>%1 %n entry</numerusform>
+            <numerusform>%1 %n entries</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>VersionsDialog</name>
     <message numerus="yes">
         <source>%n added</source>

@@ -14,7 +14,9 @@
 #include "host/base/trace.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqlist/frequencystorelistview.h"
+#include "host/freqlist/undohistory.h"
 #include "host/gui/guibase.h"
 #include "host/gui/listsettings.h"
 #include "host/gui/sortlistview.h"
@@ -58,6 +60,7 @@
 #include <QMenu>
 #include <QTabWidget>
 #include <QTimer>
+#include <QUndoStack>
 
 #include <cstdio>
 
@@ -112,6 +115,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     std::vector<Problem> early;
     Problems::SetSink([&early](const Problem& problem) { early.push_back(problem); });
     prepareDirectories();
+    UndoHistory::Instance().SetOn(true);
     m_receiver = std::make_unique<SimulatedReceiver>(options.receiver);
     m_receiver->Start();
     m_search = std::make_unique<SimulatedSearch>(options.receiver);
@@ -164,6 +168,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
 }
 
 Workstation::~Workstation() {
+    UndoHistory::Instance().SetOn(false);
     m_safekeeping.reset();
     m_opener.reset();
     m_sweeps.reset();
@@ -473,6 +478,7 @@ void Workstation::registerDetections() {
     handler.setEmissionListPath(QString::fromLatin1(SimulatedSearch::ClassifiedPath));
     handler.Init(true);
     m_detectionIds.push_back(handler.AddToFreqStore(isVUHF, QString()));
+    m_search->SetListIds(m_detectionIds[0], m_detectionIds[1]);
 }
 
 void Workstation::registerResults() {
@@ -524,6 +530,7 @@ bool Workstation::LoadFiles() {
         m_search->SetRunning(true);
         m_classifier->SetRunning(true);
     }
+    UndoHistory::Instance().Stack().clear(); // the program begins with what it was asked to open
     m_window->GetBar()->FitAll();
     if (m_window->GetMessages()->ProblemCount() > 0)
         m_window->ShowMessages(true);
