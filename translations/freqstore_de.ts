@@ -451,15 +451,15 @@
     <message numerus="yes">
         <source>The file holds %n entries now.</source>
         <translation>
-            <numerusform>Die Datei hat jetzt %Ln Eintrag.</numerusform>
-            <numerusform>Die Datei hat jetzt %Ln Einträge.</numerusform>
+            <numerusform>Die Datei hat jetzt %n Eintrag.</numerusform>
+            <numerusform>Die Datei hat jetzt %n Einträge.</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The list holds %n entries.</source>
         <translation>
-            <numerusform>Die Liste hat %Ln Eintrag.</numerusform>
-            <numerusform>Die Liste hat %Ln Einträge.</numerusform>
+            <numerusform>Die Liste hat %n Eintrag.</numerusform>
+            <numerusform>Die Liste hat %n Einträge.</numerusform>
         </translation>
     </message>
     <message>
@@ -2486,8 +2486,8 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message numerus="yes">
         <source>Give up what was not saved in %n lists?</source>
         <translation>
-            <numerusform>Das nicht Gespeicherte von %Ln Liste aufgeben?</numerusform>
-            <numerusform>Das nicht Gespeicherte von %Ln Listen aufgeben?</numerusform>
+            <numerusform>Das nicht Gespeicherte von %n Liste aufgeben?</numerusform>
+            <numerusform>Das nicht Gespeicherte von %n Listen aufgeben?</numerusform>
         </translation>
     </message>
 </context>
@@ -2500,8 +2500,8 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message numerus="yes">
         <source>%1: %n entries, written %2 UTC</source>
         <translation>
-            <numerusform>%1: %Ln Eintrag, aufgehoben %2 UTC</numerusform>
-            <numerusform>%1: %Ln Einträge, aufgehoben %2 UTC</numerusform>
+            <numerusform>%1: %n Eintrag, aufgehoben %2 UTC</numerusform>
+            <numerusform>%1: %n Einträge, aufgehoben %2 UTC</numerusform>
         </translation>
     </message>
     <message>
@@ -3261,22 +3261,22 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message numerus="yes">
         <source>%n added</source>
         <translation>
-            <numerusform>%Ln neu</numerusform>
-            <numerusform>%Ln neu</numerusform>
+            <numerusform>%n neu</numerusform>
+            <numerusform>%n neu</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>%n removed</source>
         <translation>
-            <numerusform>%Ln entfernt</numerusform>
-            <numerusform>%Ln entfernt</numerusform>
+            <numerusform>%n entfernt</numerusform>
+            <numerusform>%n entfernt</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>%n changed</source>
         <translation>
-            <numerusform>%Ln geändert</numerusform>
-            <numerusform>%Ln geändert</numerusform>
+            <numerusform>%n geändert</numerusform>
+            <numerusform>%n geändert</numerusform>
         </translation>
     </message>
     <message>

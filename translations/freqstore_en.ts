@@ -33,15 +33,15 @@
     <message numerus="yes">
         <source>The file holds %n entries now.</source>
         <translation>
-            <numerusform>The file holds %Ln entry now.</numerusform>
-            <numerusform>The file holds %Ln entries now.</numerusform>
+            <numerusform>The file holds %n entry now.</numerusform>
+            <numerusform>The file holds %n entries now.</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The list holds %n entries.</source>
         <translation>
-            <numerusform>The list holds %Ln entry.</numerusform>
-            <numerusform>The list holds %Ln entries.</numerusform>
+            <numerusform>The list holds %n entry.</numerusform>
+            <numerusform>The list holds %n entries.</numerusform>
         </translation>
     </message>
 </context>
@@ -111,8 +111,8 @@
     <message numerus="yes">
         <source>Give up what was not saved in %n lists?</source>
         <translation>
-            <numerusform>Give up what was not saved in %Ln list?</numerusform>
-            <numerusform>Give up what was not saved in %Ln lists?</numerusform>
+            <numerusform>Give up what was not saved in %n list?</numerusform>
+            <numerusform>Give up what was not saved in %n lists?</numerusform>
         </translation>
     </message>
 </context>
@@ -121,8 +121,8 @@
     <message numerus="yes">
         <source>%1: %n entries, written %2 UTC</source>
         <translation>
-            <numerusform>%1: %Ln entry, written %2 UTC</numerusform>
-            <numerusform>%1: %Ln entries, written %2 UTC</numerusform>
+            <numerusform>%1: %n entry, written %2 UTC</numerusform>
+            <numerusform>%1: %n entries, written %2 UTC</numerusform>
         </translation>
     </message>
 </context>
@@ -158,22 +158,22 @@
     <message numerus="yes">
         <source>%n added</source>
         <translation>
-            <numerusform>%Ln added</numerusform>
-            <numerusform>%Ln added</numerusform>
+            <numerusform>%n added</numerusform>
+            <numerusform>%n added</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>%n removed</source>
         <translation>
-            <numerusform>%Ln removed</numerusform>
-            <numerusform>%Ln removed</numerusform>
+            <numerusform>%n removed</numerusform>
+            <numerusform>%n removed</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>%n changed</source>
         <translation>
-            <numerusform>%Ln changed</numerusform>
-            <numerusform>%Ln changed</numerusform>
+            <numerusform>%n changed</numerusform>
+            <numerusform>%n changed</numerusform>
         </translation>
     </message>
 </context>
