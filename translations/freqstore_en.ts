@@ -63,6 +63,16 @@
     </message>
 </context>
 <context>
+    <name>ListImport</name>
+    <message numerus="yes">
+        <source>%n duplicates within %1 selected; the first of each stays unselected</source>
+        <translation>
+            <numerusform>%n duplicate within %1 selected; the first of each stays unselected</numerusform>
+            <numerusform>%n duplicates within %1 selected; the first of each stays unselected</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>NoiKeeper</name>
     <message numerus="yes">
         <source>The list of frequencies of interest is empty; its file %1 still holds %n entries.</source>

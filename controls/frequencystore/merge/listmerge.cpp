@@ -32,6 +32,9 @@ using EntryMerge::Silence;
 using Part = ListMerge::Part;
 using Key = FreqList::Key;
 
+/// Of a target whose file says none, as the list's readers have it.
+constexpr char UnsaidPriority[] = "1";
+
 QString numberText(double number) {
     return number > 0 ? Quor::ToShortest(number) : QString();
 }
@@ -351,10 +354,14 @@ bool ListMerge::Apply() {
         const Row& entry = m_rows[row];
         if (entry.choice == Choice::Mine)
             continue;
-        if (entry.mine == None || entry.choice == Choice::Both)
-            added.append(m_theirs[static_cast<qsizetype>(row)]);
-        else
+        if (entry.mine != None && entry.choice != Choice::Both) {
             change(row);
+            continue;
+        }
+        added.append(m_theirs[static_cast<qsizetype>(row)]);
+        FreqStoreXml::Profile_Data& profile = added.last().GetProfile_Data();
+        if (profile.GetPriority().isEmpty())
+            profile.SetPriority(QString::fromLatin1(UnsaidPriority));
     }
     if (!added.isEmpty()) // what follows the list takes the changes with them
         m_list->AppendEntries(added);
