@@ -1238,8 +1238,8 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message numerus="yes">
         <source>%n duplicates within %1 selected; the first of each stays unselected</source>
         <translation>
-            <numerusform>%n Doppelter innerhalb von %1 ausgewählt; der jeweils erste bleibt unausgewählt</numerusform>
-            <numerusform>%n Doppelte innerhalb von %1 ausgewählt; der jeweils erste bleibt unausgewählt</numerusform>
+            <numerusform>%n Doppelter innerhalb von %1 gewählt; der jeweils erste bleibt stehen</numerusform>
+            <numerusform>%n Doppelte innerhalb von %1 gewählt; der jeweils erste bleibt stehen</numerusform>
         </translation>
     </message>
 </context>

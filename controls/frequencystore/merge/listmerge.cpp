@@ -287,10 +287,14 @@ ListMerge::Cell ListMerge::CellOf(size_t row, Part part) const {
         std::ranges::find_if(m_kind->keys, [&](const Key* known) { return carriedOf(*known).part == part; });
     if (key == m_kind->keys.end())
         return cell;
-    cell.theirs = shownText(part, textIn(fieldsOf(m_theirs[static_cast<qsizetype>(row)]), **key));
+    const Fields theirs = fieldsOf(m_theirs[static_cast<qsizetype>(row)]);
+    cell.theirs = shownText(part, textIn(theirs, **key));
     if (m_rows[row].mine == None)
         return cell;
-    cell.mine = shownText(part, textIn(fieldsOf(*m_mine[m_rows[row].mine]), **key));
+    const Fields mine = fieldsOf(*m_mine[m_rows[row].mine]);
+    cell.mine = shownText(part, textIn(mine, **key));
+    if (part == Part::Frequency)
+        cell.offset = EntryMerge::FrequencyOf(theirs) - EntryMerge::FrequencyOf(mine);
     const std::vector<EntryMerge::Difference> differences = differencesOf(row);
     cell.differs =
         std::ranges::find(differences, Names::Text(**key), &EntryMerge::Difference::key) != differences.end();
