@@ -1340,6 +1340,119 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
 </context>
 <context>
+    <name>ListImport</name>
+    <message>
+        <source>%1 holds no entries</source>
+        <translation>%1 enthält keine Einträge</translation>
+    </message>
+    <message>
+        <source>%1 into %2</source>
+        <translation>%1 in %2</translation>
+    </message>
+    <message>
+        <source>was not imported: the list has changed meanwhile</source>
+        <translation>wurde nicht importiert: Die Liste hat sich inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>%1: %2 added, %3 changed, %4 left</source>
+        <translation>%1: %2 hinzugefügt, %3 geändert, %4 gelassen</translation>
+    </message>
+    <message>
+        <source>Import into List</source>
+        <translation>In Liste importieren</translation>
+    </message>
+    <message>
+        <source>All Known Files (*.xml *.sfl *.ltl *.csv *.noi *.pij);;All Files (*)</source>
+        <translation>Alle bekannten Dateien (*.xml *.sfl *.ltl *.csv *.noi *.pij);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>No two entries within %1</source>
+        <translation>Keine zwei Einträge innerhalb von %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n duplicates within %1 selected; the first of each stays unselected</source>
+        <translation>
+            <numerusform>%n Doppelter innerhalb von %1 gewählt; der jeweils erste bleibt stehen</numerusform>
+            <numerusform>%n Doppelte innerhalb von %1 gewählt; der jeweils erste bleibt stehen</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ListMerge</name>
+    <message>
+        <source>Frequency</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>Bandwidth</source>
+        <translation>Bandbreite</translation>
+    </message>
+    <message>
+        <source>Comment</source>
+        <translation>Kommentar</translation>
+    </message>
+    <message>
+        <source>Demodulation</source>
+        <translation>Demodulation</translation>
+    </message>
+    <message>
+        <source>Priority</source>
+        <translation>Priorität</translation>
+    </message>
+    <message>
+        <source>Threat class</source>
+        <translation>Bedrohungsklasse</translation>
+    </message>
+    <message>
+        <source>Signal class</source>
+        <translation>Signalklasse</translation>
+    </message>
+    <message>
+        <source>Transmission system</source>
+        <translation>Übertragungssystem</translation>
+    </message>
+    <message>
+        <source>Profile ID</source>
+        <translation>Profil-ID</translation>
+    </message>
+    <message>
+        <source>Profile</source>
+        <translation>Profil</translation>
+    </message>
+    <message>
+        <source>Threshold</source>
+        <translation>Schwelle</translation>
+    </message>
+    <message>
+        <source>BFO</source>
+        <translation>BFO</translation>
+    </message>
+    <message>
+        <source>Nothing is imported into this list: its entries are what was found.</source>
+        <translation>In diese Liste wird nichts importiert: Ihre Einträge sind, was gefunden wurde.</translation>
+    </message>
+    <message>
+        <source>The last file could not be read: open another one.</source>
+        <translation>Die letzte Datei konnte nicht gelesen werden: Bitte eine andere öffnen.</translation>
+    </message>
+    <message>
+        <source>has no frequency</source>
+        <translation>hat keine Frequenz</translation>
+    </message>
+    <message>
+        <source>%1 is no frequency</source>
+        <translation>%1 ist keine Frequenz</translation>
+    </message>
+    <message>
+        <source>the receiver reaches %1 to %2</source>
+        <translation>der Empfänger reicht von %1 bis %2</translation>
+    </message>
+    <message>
+        <source>%1 is no bandwidth</source>
+        <translation>%1 ist keine Bandbreite</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>is gone; the frequencies of interest start empty</source>
@@ -1880,6 +1993,146 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>No memory channels yet. Add what the receiver is tuned to, open a list or a job, or paste entries of another list.</source>
         <translation>Noch keine Speicherkanäle. Die Einstellung des Empfängers hinzufügen, eine Liste oder einen Auftrag öffnen oder Einträge einer anderen Liste einfügen.</translation>
+    </message>
+</context>
+<context>
+    <name>MergeDialog</name>
+    <message>
+        <source>Import into List</source>
+        <translation>In Liste importieren</translation>
+    </message>
+    <message>
+        <source>0 Hz</source>
+        <translation>0 Hz</translation>
+    </message>
+    <message>
+        <source>How far apart the frequencies of one entry may be</source>
+        <translation>Wie weit die Frequenzen eines Eintrags auseinander liegen dürfen</translation>
+    </message>
+    <message>
+        <source>&amp;Tolerance:</source>
+        <translation>&amp;Toleranz:</translation>
+    </message>
+    <message>
+        <source>Show all entries of the file</source>
+        <translation>Alle Einträge der Datei zeigen</translation>
+    </message>
+    <message>
+        <source>Show only these entries of the file</source>
+        <translation>Nur diese Einträge der Datei zeigen</translation>
+    </message>
+    <message>
+        <source>Entries of the file</source>
+        <translation>Einträge der Datei</translation>
+    </message>
+    <message>
+        <source>In the table, the key %1</source>
+        <translation>In der Tabelle die Taste %1</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alle</translation>
+    </message>
+    <message>
+        <source>Selected entries:</source>
+        <translation>Ausgewählte:</translation>
+    </message>
+    <message>
+        <source>All entries shown:</source>
+        <translation>Alle gezeigten:</translation>
+    </message>
+    <message>
+        <source>Add %1, Change %2, Leave %3</source>
+        <translation>%1 hinzufügen, %2 ändern, %3 lassen</translation>
+    </message>
+</context>
+<context>
+    <name>MergeModel</name>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Frequency</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>Demod.</source>
+        <translation>Demod.</translation>
+    </message>
+    <message>
+        <source>Bandwidth</source>
+        <translation>Bandbreite</translation>
+    </message>
+    <message>
+        <source>Comment</source>
+        <translation>Kommentar</translation>
+    </message>
+    <message>
+        <source>Besides</source>
+        <translation>Außerdem</translation>
+    </message>
+    <message>
+        <source>What is done</source>
+        <translation>Was geschieht</translation>
+    </message>
+    <message>
+        <source>New</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Different</source>
+        <translation>Anders</translation>
+    </message>
+    <message>
+        <source>Differs from %1</source>
+        <translation>Anders als %1</translation>
+    </message>
+    <message>
+        <source>Equal</source>
+        <translation>Gleich</translation>
+    </message>
+    <message>
+        <source>Equal to %1</source>
+        <translation>Gleich %1</translation>
+    </message>
+    <message>
+        <source>Refused</source>
+        <translation>Abgelehnt</translation>
+    </message>
+    <message>
+        <source>Keep mine</source>
+        <translation>Eigenes behalten</translation>
+    </message>
+    <message>
+        <source>Take theirs</source>
+        <translation>Fremdes übernehmen</translation>
+    </message>
+    <message>
+        <source>Keep both</source>
+        <translation>Beide behalten</translation>
+    </message>
+    <message>
+        <source>Join comments</source>
+        <translation>Kommentare verbinden</translation>
+    </message>
+    <message>
+        <source>Left out</source>
+        <translation>Ausgelassen</translation>
+    </message>
+    <message>
+        <source>Added</source>
+        <translation>Hinzugefügt</translation>
+    </message>
+    <message>
+        <source>Mine: %1
+Theirs: %2</source>
+        <translation>Eigenes: %1
+Fremdes: %2</translation>
+    </message>
+    <message>
+        <source>What becomes of the entry, and which row of the list it belongs to</source>
+        <translation>Was aus dem Eintrag wird, und zu welcher Zeile der Liste er gehört</translation>
     </message>
 </context>
 <context>
@@ -3611,6 +3864,26 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Cut</source>
         <translation>Ausschneiden</translation>
+    </message>
+    <message>
+        <source>I&amp;mport into List...</source>
+        <translation>In Liste i&amp;mportieren...</translation>
+    </message>
+    <message>
+        <source>Show what the entries of a file would add to the list and change in it, and choose</source>
+        <translation>Zeigen, was die Einträge einer Datei der Liste hinzufügen und an ihr ändern würden, und auswählen</translation>
+    </message>
+    <message>
+        <source>Find &amp;Duplicates</source>
+        <translation>&amp;Doppelte suchen</translation>
+    </message>
+    <message>
+        <source>Select entries of the same frequency, within the tolerance of the preferences, and demodulation as an earlier one; the first one of each stays, also when the others are deleted</source>
+        <translation>Einträge auswählen, die innerhalb der Toleranz der Einstellungen Frequenz und Demodulation eines früheren haben; der jeweils erste bleibt, auch wenn die anderen gelöscht werden</translation>
+    </message>
+    <message>
+        <source>%1 is a list of what was heard, one entry each time.</source>
+        <translation>%1 ist eine Liste dessen, was gehört wurde: jedes Mal ein Eintrag.</translation>
     </message>
 </context>
 <context>

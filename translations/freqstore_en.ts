@@ -80,6 +80,16 @@
     </message>
 </context>
 <context>
+    <name>ListImport</name>
+    <message numerus="yes">
+        <source>%n duplicates within %1 selected; the first of each stays unselected</source>
+        <translation>
+            <numerusform>%n duplicate within %1 selected; the first of each stays unselected</numerusform>
+            <numerusform>%n duplicates within %1 selected; the first of each stays unselected</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message numerus="yes">
         <source>%Ln detection(s)</source>
