@@ -2222,6 +2222,21 @@ Fremdes: %2</translation>
             <numerusform>Die Liste der Frequenzen von Interesse ist leer; ihre Datei %1 enthält noch %n Einträge.</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%Ln entries</source>
+        <translation>
+            <numerusform>%Ln Eintrag</numerusform>
+            <numerusform>%Ln Einträge</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Frequencies of interest are kept without a question: %1.</source>
+        <translation>Frequenzen von Interesse werden ohne Frage bewahrt: %1.</translation>
+    </message>
+    <message>
+        <source>Frequencies of interest are kept without a question: %1 in %2.</source>
+        <translation>Frequenzen von Interesse werden ohne Frage bewahrt: %1 in %2.</translation>
+    </message>
 </context>
 <context>
     <name>NothingFound</name>
@@ -2554,6 +2569,189 @@ Fremdes: %2</translation>
     <message>
         <source>&quot;%1&quot; is too large</source>
         <translation>„%1“ ist zu groß</translation>
+    </message>
+</context>
+<context>
+    <name>Readers</name>
+    <message>
+        <source>%1 further problems</source>
+        <translation>%1 weitere Probleme</translation>
+    </message>
+    <message>
+        <source>%1the frequency %2 is %3</source>
+        <translation>%1die Frequenz %2 liegt %3</translation>
+    </message>
+    <message>
+        <source>below 0 Hz</source>
+        <translation>unter 0 Hz</translation>
+    </message>
+    <message>
+        <source>above 1 THz</source>
+        <translation>über 1 THz</translation>
+    </message>
+    <message>
+        <source> (and %1 more like it, to line %2)</source>
+        <translation> (und %1 weitere dieser Art, bis Zeile %2)</translation>
+    </message>
+    <message>
+        <source> (and %1 more like it)</source>
+        <translation> (und %1 weitere dieser Art)</translation>
+    </message>
+    <message>
+        <source>is no text file: it holds zero bytes</source>
+        <translation>ist keine Textdatei: sie enthält Null-Bytes</translation>
+    </message>
+    <message>
+        <source>is no text file: it is full of control characters</source>
+        <translation>ist keine Textdatei: sie ist voller Steuerzeichen</translation>
+    </message>
+    <message>
+        <source>is not UTF-8 from here on; all is read as Windows-1252</source>
+        <translation>ist von hier an kein UTF-8; alles wird als Windows-1252 gelesen</translation>
+    </message>
+    <message>
+        <source>elements are nested too deeply</source>
+        <translation>Elemente sind zu tief geschachtelt</translation>
+    </message>
+    <message>
+        <source>entity declarations are refused</source>
+        <translation>Entity-Deklarationen werden abgelehnt</translation>
+    </message>
+    <message>
+        <source>is no list that can be read and holds no profiles (root &quot;%1&quot;)</source>
+        <translation>ist keine lesbare Liste und enthält keine Profile (Wurzel &quot;%1&quot;)</translation>
+    </message>
+    <message>
+        <source>is of no known kind of file</source>
+        <translation>ist von keiner bekannten Dateiart</translation>
+    </message>
+    <message>
+        <source>frequency</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>bandwidth</source>
+        <translation>Bandbreite</translation>
+    </message>
+    <message>
+        <source>priority</source>
+        <translation>Priorität</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no %2; 0 is taken</source>
+        <translation>&quot;%1&quot; ist als %2 nicht lesbar; 0 wird genommen</translation>
+    </message>
+    <message>
+        <source>no such file</source>
+        <translation>keine solche Datei</translation>
+    </message>
+    <message>
+        <source>is no regular file</source>
+        <translation>ist keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>is too large</source>
+        <translation>ist zu groß</translation>
+    </message>
+    <message>
+        <source>cannot be read on: </source>
+        <translation>kann nicht weiter gelesen werden: </translation>
+    </message>
+    <message>
+        <source>text is not well encoded from here on</source>
+        <translation>der Text ist von hier an nicht richtig kodiert</translation>
+    </message>
+    <message>
+        <source>file ends within a character</source>
+        <translation>die Datei endet in einem Zeichen</translation>
+    </message>
+    <message>
+        <source>control characters are left out</source>
+        <translation>Steuerzeichen werden ausgelassen</translation>
+    </message>
+    <message>
+        <source>line is too long; its end is ignored</source>
+        <translation>die Zeile ist zu lang; ihr Ende wird nicht beachtet</translation>
+    </message>
+    <message>
+        <source>the last line has no line end; the file may be cut</source>
+        <translation>die letzte Zeile hat kein Zeilenende; die Datei ist vielleicht abgeschnitten</translation>
+    </message>
+    <message>
+        <source>is no list and holds no profiles (root &quot;%1&quot;%2)</source>
+        <translation>ist keine Liste und enthält keine Profile (Wurzel &quot;%1&quot;%2)</translation>
+    </message>
+    <message>
+        <source>is no MEMORYSCAN</source>
+        <translation>ist kein MEMORYSCAN</translation>
+    </message>
+    <message>
+        <source>is not well encoded UTF-8 text</source>
+        <translation>ist kein richtig kodierter UTF-8-Text</translation>
+    </message>
+    <message>
+        <source>a job cannot hold more than %1 channels</source>
+        <translation>ein Auftrag fasst nicht mehr als %1 Kanäle</translation>
+    </message>
+    <message>
+        <source>Range &quot;%1&quot; is no number; 0 is taken</source>
+        <translation>Range &quot;%1&quot; ist keine Zahl; 0 wird genommen</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is no number; 0 is taken</source>
+        <translation>%1 &quot;%2&quot; ist keine Zahl; 0 wird genommen</translation>
+    </message>
+    <message>
+        <source>channel &quot;%1&quot; lacks %2</source>
+        <translation>dem Kanal &quot;%1&quot; fehlt %2</translation>
+    </message>
+    <message>
+        <source>this section differs from that of line %1, which uses the same numbers; channels join the ranges there</source>
+        <translation>dieser Abschnitt ist anders als der von Zeile %1 mit denselben Nummern; die Kanäle kommen zu den Bereichen dort</translation>
+    </message>
+    <message>
+        <source>%1 %2 is outside %3 to %4</source>
+        <translation>%1 %2 liegt nicht zwischen %3 und %4</translation>
+    </message>
+    <message>
+        <source>%1, the first is number %2</source>
+        <translation>%1, der erste ist Nummer %2</translation>
+    </message>
+    <message>
+        <source>entries without a frequency above 0 have the values of a new entry: %1</source>
+        <translation>Einträge ohne Frequenz über 0 haben die Werte eines neuen Eintrags: %1</translation>
+    </message>
+    <message>
+        <source>bands that begin below 0 Hz: %1</source>
+        <translation>Einträge, deren Band unter 0 Hz beginnt: %1</translation>
+    </message>
+    <message>
+        <source>could not be read whole and is kept; the list is saved as </source>
+        <translation>war nicht ganz lesbar und bleibt; die Liste wird gespeichert als </translation>
+    </message>
+    <message>
+        <source>is not written: the list is empty</source>
+        <translation>wird nicht geschrieben: die Liste ist leer</translation>
+    </message>
+    <message>
+        <source>type letter</source>
+        <translation>Typ-Buchstabe</translation>
+    </message>
+    <message>
+        <source>lock state</source>
+        <translation>Lock-Status</translation>
+    </message>
+    <message>
+        <source>lock time</source>
+        <translation>Lock-Zeit</translation>
+    </message>
+    <message>
+        <source>confidence</source>
+        <translation>Konfidenz</translation>
+    </message>
+    <message>
+        <source>has no %1</source>
+        <translation>ohne %1</translation>
     </message>
 </context>
 <context>
@@ -3429,6 +3627,49 @@ Fremdes: %2</translation>
     <message>
         <source>what a step of undo keeps is cut off</source>
         <translation>was ein Schritt des Verlaufs behält, ist abgeschnitten</translation>
+    </message>
+</context>
+<context>
+    <name>UnsavedDialog</name>
+    <message>
+        <source>Unsaved Lists</source>
+        <translation>Ungespeicherte Listen</translation>
+    </message>
+    <message>
+        <source>These lists have changes that are in no file. Save them?</source>
+        <translation>Diese Listen haben Änderungen, die in keiner Datei stehen. Speichern?</translation>
+    </message>
+    <message>
+        <source>List</source>
+        <translation>Liste</translation>
+    </message>
+    <message>
+        <source>Entries</source>
+        <translation>Einträge</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>never saved</source>
+        <translation>nie gespeichert</translation>
+    </message>
+    <message>
+        <source>&amp;Save All</source>
+        <translation>Alle &amp;speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Save Checked</source>
+        <translation>Gewählte &amp;speichern</translation>
+    </message>
+    <message>
+        <source>What is not checked is lost</source>
+        <translation>Was nicht gewählt ist, geht verloren</translation>
+    </message>
+    <message>
+        <source>No list is checked.</source>
+        <translation>Keine Liste ist gewählt.</translation>
     </message>
 </context>
 <context>

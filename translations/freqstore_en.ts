@@ -115,6 +115,13 @@
             <numerusform>The list of frequencies of interest is empty; its file %1 still holds %n entries.</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%Ln entries</source>
+        <translation>
+            <numerusform>%Ln entry</numerusform>
+            <numerusform>%Ln entries</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>RecoveryDialog</name>
