@@ -43,6 +43,7 @@ std::size_t CsvScanner::FindEnd(std::size_t from, bool& quoted) {
     for (; from < rest.size(); ++from) {
         if (rest[from] > '"') // most are, and need one look only
             continue;
+        m_isAscii = m_isAscii && (rest[from] & 0x80) == 0;
         if (rest[from] == '"')
             quoted = !quoted;
         else if (!quoted && (rest[from] == '\n' || rest[from] == '\r'))
@@ -54,6 +55,7 @@ std::size_t CsvScanner::FindEnd(std::size_t from, bool& quoted) {
 /// The row at hand without its line end, and without the Ctrl-Z that old systems put at the end of a file.
 std::string_view CsvScanner::TakeRow() {
     bool quoted = false;
+    m_isAscii = true;
     std::size_t end = FindEnd(0, quoted);
     while (end == m_input.Rest().size() && m_input.More())
         end = FindEnd(end, quoted);
@@ -68,7 +70,7 @@ std::string_view CsvScanner::TakeRow() {
         row = row.substr(0, row.find_last_not_of(EndOfText) + 1);
         m_rowEnds = true;
     }
-    if (!REPORTGENERATOR::IsUtf8(row))
+    if (!m_isAscii && !REPORTGENERATOR::IsUtf8(row))
         Fail(QStringLiteral("this is not UTF-8 text"));
     return row;
 }

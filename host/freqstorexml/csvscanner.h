@@ -40,6 +40,7 @@ private:
     char m_separator = ',';
     bool m_started = false; ///< the separator is known
     bool m_rowEnds = true;
+    bool m_isAscii = true;     ///< the current row
     std::size_t m_rowSize = 0; ///< of the current row with its line end; skipped by the next call
     std::vector<std::string_view> m_cells;
     std::deque<std::string> m_unquoted; ///< owns the cells that hold doubled quotes
