@@ -74,7 +74,7 @@ bool FileRecords::read(const QString& path) {
     for (const LineKind& kind : LineKinds)
         if (PathContains(path, kind.mark))
             return collector.ReadLines(path, kind.layout);
-    const auto take = [&](FrequencyStoreEntry& entry) {
+    const auto take = [&](const FrequencyStoreEntry& entry) {
         const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
         collector.Add(settings.GetFrequency().GetValue(), settings.GetIFBandwidth().GetValue(),
                       entry.GetComment(), entry.GetType(), settings.GetLevel(),
