@@ -3,6 +3,8 @@
 #include "host/base/numbers.h"
 #include "host/base/tokenizer.h"
 
+#include <QCoreApplication>
+
 namespace {
 
 constexpr size_t MaxPooledTexts = 16;
@@ -24,8 +26,8 @@ QString LineFields::TextPool::Text(QStringView view) {
 
 void LineFields::Take(QStringView line) {
     m_count = Quor::separateString(line, m_fields, MaxFields);
-    number(m_layout.frequency, frequency, "frequency");
-    number(m_layout.bandwidth, bandwidth, "bandwidth");
+    number(m_layout.frequency, frequency, QT_TRANSLATE_NOOP("Readers", "frequency"));
+    number(m_layout.bandwidth, bandwidth, QT_TRANSLATE_NOOP("Readers", "bandwidth"));
     if (has(m_layout.comment))
         comment = m_fields[m_layout.comment].toString();
     if (has(m_layout.demodulation))
@@ -34,7 +36,7 @@ void LineFields::Take(QStringView line) {
         threatClass = m_threatClasses.Text(m_fields[m_layout.threatClass]);
     if (has(m_layout.priority) && !Quor::ParseInt(m_fields[m_layout.priority], priority)) {
         priority = 0;
-        complain(m_layout.priority, "priority");
+        complain(m_layout.priority, QT_TRANSLATE_NOOP("Readers", "priority"));
     }
 }
 
@@ -46,6 +48,7 @@ void LineFields::number(int field, double& value, const char* what) {
 }
 
 void LineFields::complain(int field, const char* what) {
-    m_reader.ReportProblem(QStringLiteral("\"%1\" is no %2; 0 is taken")
-                               .arg(m_fields[field].left(40).toString(), QString::fromLatin1(what)));
+    m_reader.ReportProblem(
+        QCoreApplication::translate("Readers", "\"%1\" is no %2; 0 is taken")
+            .arg(m_fields[field].left(40).toString(), QCoreApplication::translate("Readers", what)));
 }

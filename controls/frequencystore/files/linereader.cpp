@@ -2,6 +2,7 @@
 
 #include "host/base/trace.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 namespace {
@@ -20,11 +21,11 @@ FileProblems problemsOf(const QString& fileName, LineReader::Telling telling) {
 QString RefuseToOpen(QFile& file, qint64 maxSize) {
     const QFileInfo info(file.fileName());
     if (!info.exists())
-        return QStringLiteral("no such file");
+        return QCoreApplication::translate("Readers", "no such file");
     if (!info.isFile())
-        return QStringLiteral("is no regular file");
+        return QCoreApplication::translate("Readers", "is no regular file");
     if (maxSize > 0 && info.size() > maxSize)
-        return QStringLiteral("is too large");
+        return QCoreApplication::translate("Readers", "is too large");
     return file.open(QIODevice::ReadOnly) ? QString() : file.errorString();
 }
 
@@ -58,7 +59,8 @@ bool LineReader::readMore() {
     bytes.truncate(std::max<qint64>(count, 0));
     if (count < 0)
         m_problems.ReportAlways(m_lineNumber + 1,
-                                QStringLiteral("cannot be read on: ") + m_device.errorString());
+                                QCoreApplication::translate("Readers", "cannot be read on: ") +
+                                    m_device.errorString());
     if (bytes.isEmpty()) {
         if (!std::exchange(m_atEnd, true))
             finish();
@@ -70,8 +72,9 @@ bool LineReader::readMore() {
     m_hasControls = m_hasControls || std::any_of(added.begin(), added.end(), IsStrayControl);
     if (m_decoder.HasError() && !std::exchange(m_errorTold, true)) {
         const qsizetype bad = m_buffer.indexOf(QChar(QChar::ReplacementCharacter), known);
-        m_problems.ReportAlways(m_lineNumber + 1 + CountLineEnds(QStringView(m_buffer).left(bad)),
-                                QStringLiteral("text is not well encoded from here on"));
+        m_problems.ReportAlways(
+            m_lineNumber + 1 + CountLineEnds(QStringView(m_buffer).left(bad)),
+            QCoreApplication::translate("Readers", "text is not well encoded from here on"));
     }
     return true;
 }
@@ -81,7 +84,8 @@ void LineReader::finish() {
     for (; m_buffer.endsWith(EndOfText); m_endTold = true)
         m_buffer.chop(1);
     if (m_decoder.IsWithinCharacter()) {
-        m_problems.ReportAlways(m_lineNumber + 1, QStringLiteral("file ends within a character"));
+        m_problems.ReportAlways(m_lineNumber + 1,
+                                QCoreApplication::translate("Readers", "file ends within a character"));
         m_endTold = true;
     }
 }
@@ -109,7 +113,7 @@ void LineReader::passOverLineFeed() {
 void LineReader::takeOutControls(QStringView& line) {
     if (std::none_of(line.begin(), line.end(), IsStrayControl))
         return;
-    ReportProblem(QStringLiteral("control characters are left out"));
+    ReportProblem(QCoreApplication::translate("Readers", "control characters are left out"));
     m_cleaned = line.toString();
     m_cleaned.removeIf(IsStrayControl);
     line = m_cleaned;
@@ -137,11 +141,12 @@ bool LineReader::Next(QStringView& line) {
     m_position = isCut ? end : end + 1;
     ++m_lineNumber;
     if (tooLong)
-        ReportProblem(QStringLiteral("line is too long; its end is ignored"));
+        ReportProblem(QCoreApplication::translate("Readers", "line is too long; its end is ignored"));
     if (m_hasControls)
         takeOutControls(line);
     if (isCut && !m_endTold && !line.trimmed().isEmpty())
-        m_problems.ReportAlways(m_lineNumber,
-                                QStringLiteral("the last line has no line end; the file may be cut"));
+        m_problems.ReportAlways(
+            m_lineNumber,
+            QCoreApplication::translate("Readers", "the last line has no line end; the file may be cut"));
     return true;
 }
