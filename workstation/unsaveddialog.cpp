@@ -11,7 +11,7 @@
 
 namespace {
 
-enum Column { Name, Count, File, ColumnCount };
+enum Column { Name, File, Count };
 constexpr QSize Roomy(560, 280);
 
 } // namespace
@@ -37,6 +37,8 @@ UnsavedDialog::UnsavedDialog(const std::vector<Row>& rows, const QString& kept, 
     }
     layout->addWidget(m_buttons);
     fill(rows);
+    m_save->setText(tr("&Save Checked"));
+    m_save->setMinimumWidth(m_save->sizeHint().width()); // of the longer text
     m_save->setDefault(true);
     connect(m_save, &QPushButton::clicked, this, [this] { done(Save); });
     connect(m_buttons->button(QDialogButtonBox::Discard), &QPushButton::clicked, this,
@@ -50,17 +52,19 @@ UnsavedDialog::UnsavedDialog(const std::vector<Row>& rows, const QString& kept, 
 void UnsavedDialog::fill(const std::vector<Row>& rows) {
     m_rows->setAccessibleName(windowTitle());
     m_rows->setRootIsDecorated(false);
-    m_rows->setHeaderLabels({tr("List"), tr("Entries"), tr("File")});
+    m_rows->setHeaderLabels({tr("List"), tr("File"), tr("Entries")});
     m_rows->headerItem()->setTextAlignment(Count, Qt::AlignRight | Qt::AlignVCenter);
     for (const Row& row : rows) {
-        auto* item = new QTreeWidgetItem(m_rows, {row.name, QLocale().toString(row.count)});
+        auto* item = new QTreeWidgetItem(m_rows, {row.name});
         item->setCheckState(Name, Qt::Checked);
+        item->setText(Count, QLocale().toString(row.count));
         item->setTextAlignment(Count, Qt::AlignRight | Qt::AlignVCenter);
         item->setText(File, row.file.isEmpty() ? tr("never saved") : QFileInfo(row.file).fileName());
         item->setToolTip(File, row.file);
     }
-    for (int column = 0; column < ColumnCount; ++column)
-        m_rows->resizeColumnToContents(column);
+    m_rows->header()->setStretchLastSection(false);
+    m_rows->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_rows->header()->setSectionResizeMode(File, QHeaderView::Stretch);
     m_rows->setCurrentItem(m_rows->topLevelItem(0));
 }
 

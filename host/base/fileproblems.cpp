@@ -2,6 +2,8 @@
 
 #include "host/base/numbers.h"
 
+#include <QCoreApplication>
+
 namespace {
 
 constexpr qint64 MaxReported = 200;
@@ -11,8 +13,9 @@ constexpr qint64 MaxReported = 200;
 FileProblems::~FileProblems() {
     const qint64 further = m_count - MaxReported;
     if (further > 0 && m_place)
-        Problems::Report(*m_place,
-                         {m_fileName, 0, QStringLiteral("%1 further problems").arg(further), further});
+        Problems::Report(
+            *m_place, {m_fileName, 0,
+                       QCoreApplication::translate("Readers", "%1 further problems").arg(further), further});
 }
 
 void FileProblems::Report(qint64 line, const QString& reason) {
@@ -31,7 +34,8 @@ void FileProblems::ReportAlways(qint64 line, const QString& reason) {
 void FileProblems::CheckFrequency(qint64 line, double hertz, const QString& where) {
     if (IsFrequency(hertz))
         return;
-    Report(line, QStringLiteral("%1the frequency %2 is %3")
+    Report(line, QCoreApplication::translate("Readers", "%1the frequency %2 is %3")
                      .arg(where, Quor::ToShortest(hertz),
-                          hertz < 0 ? QStringLiteral("below 0 Hz") : QStringLiteral("above 1 THz")));
+                          hertz < 0 ? QCoreApplication::translate("Readers", "below 0 Hz")
+                                    : QCoreApplication::translate("Readers", "above 1 THz")));
 }

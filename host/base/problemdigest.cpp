@@ -1,5 +1,7 @@
 #include "host/base/problemdigest.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace {
@@ -58,10 +60,13 @@ void ProblemDigest::Flush() {
         if (kind.held.count == 0)
             continue;
         if (kind.held.count > 1) {
-            kind.held.reason += QStringLiteral(" (and %1 more like it").arg(kind.held.count - 1);
-            kind.held.reason += kind.lastLine > kind.held.line
-                                    ? QStringLiteral(", to line %1)").arg(kind.lastLine)
-                                    : QStringLiteral(")");
+            const qint64 more = kind.held.count - 1;
+            kind.held.reason +=
+                kind.lastLine > kind.held.line
+                    ? QCoreApplication::translate("Readers", " (and %1 more like it, to line %2)")
+                          .arg(more)
+                          .arg(kind.lastLine)
+                    : QCoreApplication::translate("Readers", " (and %1 more like it)").arg(more);
         }
         m_tell(kind.held);
     }

@@ -1,5 +1,7 @@
 #include "host/base/textdecoder.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -146,7 +148,7 @@ void lookAtAll(QIODevice& device, qint64 begin, TextForm& form) {
     const Pass pass = passOver(device);
     if (pass.zero >= 0) {
         form.refusalLine = lineAt(device, begin, pass.zero);
-        form.refusal = QStringLiteral("is no text file: it holds zero bytes");
+        form.refusal = QCoreApplication::translate("Readers", "is no text file: it holds zero bytes");
     } else if (pass.foreign >= 0) {
         form.encoding = TextEncoding::Windows1252;
         form.foreignLine = lineAt(device, begin, pass.foreign);
@@ -165,13 +167,15 @@ void lookAtHead(TextForm& form) {
         return;
     const auto first = std::find_if(form.head.cbegin(), form.head.cend(), isStrange);
     form.refusalLine = 1 + CountLineEnds({form.head.cbegin(), first});
-    form.refusal = QStringLiteral("is no text file: it is full of control characters");
+    form.refusal =
+        QCoreApplication::translate("Readers", "is no text file: it is full of control characters");
 }
 
 } // namespace
 
 QString TextForm::Remark() const {
-    return foreignLine > 0 ? QStringLiteral("is not UTF-8 from here on; all is read as Windows-1252")
+    return foreignLine > 0 ? QCoreApplication::translate(
+                                 "Readers", "is not UTF-8 from here on; all is read as Windows-1252")
                            : QString();
 }
 

@@ -177,7 +177,7 @@ protected:
             auto* rows = dialog.findChild<QTreeWidget*>();
             for (int i = 0; i < rows->topLevelItemCount(); ++i) {
                 QTreeWidgetItem& row = *rows->topLevelItem(i);
-                asked.rows << row.text(0) + '|' + row.text(1) + '|' + row.text(2);
+                asked.rows << row.text(0) + '|' + row.text(2) + '|' + row.text(1);
                 row.setCheckState(0, unchecked.contains(row.text(0)) ? Qt::Unchecked : Qt::Checked);
             }
             if (auto* kept = dialog.findChild<QLabel*>("Kept"))
@@ -253,6 +253,19 @@ TEST_F(UnsavedLists, WithoutAFileAskForOneAndAFailedSaveKeepsTheWindow) {
     addTarget(8e6);
     station->GetWindow().show();
     EXPECT_EQ(close(QDialogButtonBox::Save).rows, QStringList{"Local TargetList|2|mine.xml"});
+    EXPECT_EQ(LookAtFile(Path("mine.xml")).rows, 2);
+}
+
+TEST_F(UnsavedLists, AreNotWrittenWhereTheyWouldBeReadOtherwise) {
+    const QString lines = Write("my.sfl", "7000000\tname\t3000\tUSB\n"); // written, two columns change places
+    start({lines});
+    ASSERT_TRUE(station->LoadFiles());
+    station->SetAttended(true);
+    addTarget(8e6);
+    const QByteArray before = Read(lines);
+    close(QDialogButtonBox::Save, {}, [this] { AnswerDialog(Path("mine.xml")); });
+    EXPECT_FALSE(isOpen());
+    EXPECT_EQ(Read(lines), before);
     EXPECT_EQ(LookAtFile(Path("mine.xml")).rows, 2);
 }
 

@@ -106,20 +106,35 @@ TEST_F(Languages, QtsOwnTextsFollowWhereTheyAreInstalled) {
         "Abbrechen");
 }
 
-TEST_F(Languages, NoTwoEntriesOfAGermanMenuShareAKey) {
-    start({"--language", "de"});
-    QList<QMenu*> all = window().menuBar()->findChildren<QMenu*>();
-    ASSERT_FALSE(all.isEmpty());
-    QList<QList<QAction*>> groups{window().menuBar()->actions()};
-    for (const QMenu* menu : all)
-        groups << menu->actions();
-    for (const auto& actions : groups) {
-        QStringList keys;
-        for (const QAction* action : actions) {
-            const QString key = QKeySequence::mnemonic(action->text()).toString();
-            EXPECT_FALSE(!key.isEmpty() && keys.contains(key)) << action->text().toStdString();
-            keys << key;
+TEST_F(Languages, NoTwoEntriesOfAMenuShareAKeyAndEachPanelHasOne) {
+    for (const char* language : {"en", "de"}) {
+        SCOPED_TRACE(language);
+        start({"--language", language});
+        const QList<QMenu*> all = window().menuBar()->findChildren<QMenu*>();
+        ASSERT_FALSE(all.isEmpty());
+        QList<QList<QAction*>> groups{window().menuBar()->actions()};
+        for (const QMenu* menu : all)
+            groups << menu->actions();
+        for (const auto& actions : groups) {
+            QStringList keys;
+            for (const QAction* action : actions) {
+                const QString key = QKeySequence::mnemonic(action->text()).toString();
+                EXPECT_FALSE(!key.isEmpty() && keys.contains(key)) << action->text().toStdString();
+                keys << key;
+            }
         }
+        for (const QDockWidget* panel : window().findChildren<QDockWidget*>())
+            EXPECT_TRUE(panel->toggleViewAction()->text().contains('&')) << panel->objectName().toStdString();
+    }
+}
+
+TEST_F(Languages, ReasonsOfReadersAreInTheLanguageOfTheWindow) {
+    for (const auto& [language, reason] :
+         {std::pair{"en", "\"x\" is no frequency; 0 is taken"},
+          std::pair{"de", "\"x\" ist als Frequenz nicht lesbar; 0 wird genommen"}}) {
+        start({"--language", language, Write("words.ltl", "7000000\t3000\tgood\nx\t3000\tbad\n")});
+        EXPECT_FALSE(station->LoadFiles());
+        EXPECT_TRUE(messages().contains(QString::fromUtf8(reason))) << messages().toStdString();
     }
 }
 

@@ -23,7 +23,6 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMap>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -205,23 +204,6 @@ TEST_F(Windows, FindNextGoesToTheHitsOfOtherListsAndSaysWhenThereAreNone) {
     window().GetTabs()->currentWidget()->findChild<QLineEdit*>()->setText("nowhere");
     action(A::FindNext)->trigger();
     EXPECT_EQ(status(), "No list has a row with \"nowhere\"");
-}
-
-TEST_F(Windows, NoTwoEntriesOfAMenuHaveTheSameKeyAndEachPanelHasOne) {
-    for (const char* language : {"en", "de"}) {
-        open({"--language", language});
-        for (const QDockWidget* panel : window().findChildren<QDockWidget*>())
-            EXPECT_TRUE(panel->toggleViewAction()->text().contains('&')) << panel->objectName().toStdString();
-        for (const QAction* top : window().menuBar()->actions()) {
-            QMap<QString, QString> entryOf;
-            for (const QAction* entry : top->menu()->actions()) {
-                const QString key = QKeySequence::mnemonic(entry->text()).toString();
-                EXPECT_TRUE(key.isEmpty() || !entryOf.contains(key))
-                    << language << ": " << entryOf[key].toStdString() << ", " << entry->text().toStdString();
-                entryOf[key] = entry->text();
-            }
-        }
-    }
 }
 
 TEST_F(Windows, ImportAndExportFromTheMenuWork) {

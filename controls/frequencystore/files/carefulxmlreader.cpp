@@ -1,5 +1,7 @@
 #include "controls/frequencystore/files/carefulxmlreader.h"
 
+#include <QCoreApplication>
+
 QRegularExpressionMatch ForeignEncodingOf(const QString& text) {
     constexpr qsizetype LongestDeclaration = 200;
     static const QRegularExpression foreign(
@@ -64,9 +66,9 @@ bool CarefulXmlReader::Next() {
     if (m_reader.hasError())
         m_refusal = m_reader.errorString();
     else if (m_depth > MaxDepth)
-        m_refusal = QStringLiteral("elements are nested too deeply");
+        m_refusal = QCoreApplication::translate("Readers", "elements are nested too deeply");
     else if (m_reader.isDTD() && m_reader.text().contains(QLatin1String("<!ENTITY")))
-        m_refusal = QStringLiteral("entity declarations are refused");
+        m_refusal = QCoreApplication::translate("Readers", "entity declarations are refused");
     return m_refusal.isEmpty() && !m_reader.atEnd();
 }
 

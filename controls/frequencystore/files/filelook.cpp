@@ -7,6 +7,7 @@
 #include "host/report/textform.h"
 #include "host/report/xmlscanner.h"
 
+#include <QCoreApplication>
 #include <QRegularExpression>
 
 using REPORTGENERATOR::XmlScanner;
@@ -175,8 +176,9 @@ void lookAtXml(QFile& file, FileLook& look) {
     else if (counter.HasProfiles())
         look.kind = QStringLiteral("profile table");
     else
-        look.refusal =
-            QStringLiteral("is no list that can be read and holds no profiles (root \"%1\")").arg(root);
+        look.refusal = QCoreApplication::translate(
+                           "Readers", "is no list that can be read and holds no profiles (root \"%1\")")
+                           .arg(root);
 }
 
 /// The kinds of files by the marks in their names; the first that a name has counts.
@@ -211,7 +213,7 @@ FileLook LookAtFile(const QString& path) {
     look.refusal = RefuseToOpen(file);
     const Kind* const kind = kindOf(path);
     if (look.refusal.isEmpty() && !kind)
-        look.refusal = QStringLiteral("is of no known kind of file");
+        look.refusal = QCoreApplication::translate("Readers", "is of no known kind of file");
     if (kind)
         look.kind = QString::fromLatin1(kind->name);
     if (!look.refusal.isEmpty())

@@ -2,16 +2,18 @@
 
 #include "host/base/numbers.h"
 
+#include <QCoreApplication>
+
 void LineFields::Take() {
     m_count = m_reader.Fields(m_fields, MaxFields);
-    number(m_layout.frequency, frequency, "frequency");
-    number(m_layout.bandwidth, bandwidth, "bandwidth");
+    number(m_layout.frequency, frequency, QT_TRANSLATE_NOOP("Readers", "frequency"));
+    number(m_layout.bandwidth, bandwidth, QT_TRANSLATE_NOOP("Readers", "bandwidth"));
     text(m_layout.comment, comment);
     text(m_layout.demodulation, demodulation);
     text(m_layout.threatClass, threatClass);
     if (has(m_layout.priority) && !Quor::ParseInt(m_fields[m_layout.priority], priority)) {
         priority = 0;
-        complain(m_layout.priority, "priority");
+        complain(m_layout.priority, QT_TRANSLATE_NOOP("Readers", "priority"));
     }
 }
 
@@ -31,6 +33,7 @@ void LineFields::number(int field, double& value, const char* what) {
 }
 
 void LineFields::complain(int field, const char* what) {
-    m_reader.ReportProblem(QStringLiteral("\"%1\" is no %2; 0 is taken")
-                               .arg(m_fields[field].left(40).toString(), QString::fromLatin1(what)));
+    m_reader.ReportProblem(
+        QCoreApplication::translate("Readers", "\"%1\" is no %2; 0 is taken")
+            .arg(m_fields[field].left(40).toString(), QCoreApplication::translate("Readers", what)));
 }

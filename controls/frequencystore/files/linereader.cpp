@@ -3,6 +3,7 @@
 #include "host/base/tokenizer.h"
 #include "host/base/trace.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 namespace {
@@ -21,11 +22,11 @@ FileProblems problemsOf(const QString& fileName, LineReader::Telling telling) {
 QString RefuseToOpen(QFile& file, qint64 maxSize) {
     const QFileInfo info(file.fileName());
     if (!info.exists())
-        return QStringLiteral("no such file");
+        return QCoreApplication::translate("Readers", "no such file");
     if (!info.isFile())
-        return QStringLiteral("is no regular file");
+        return QCoreApplication::translate("Readers", "is no regular file");
     if (maxSize > 0 && info.size() > maxSize)
-        return QStringLiteral("is too large");
+        return QCoreApplication::translate("Readers", "is too large");
     return file.open(QIODevice::ReadOnly) ? QString() : file.errorString();
 }
 
@@ -63,7 +64,8 @@ bool LineReader::readMore() {
     m_bytes.truncate(std::max<qint64>(count, 0));
     if (count < 0)
         m_problems.ReportAlways(m_lineNumber + 1,
-                                QStringLiteral("cannot be read on: ") + m_device.errorString());
+                                QCoreApplication::translate("Readers", "cannot be read on: ") +
+                                    m_device.errorString());
     if (m_bytes.isEmpty()) {
         if (!std::exchange(m_atEnd, true))
             finish();
@@ -74,8 +76,9 @@ bool LineReader::readMore() {
     AppendControls(m_buffer, known, m_controls);
     if (m_decoder.HasError() && !std::exchange(m_errorTold, true)) {
         const qsizetype bad = m_buffer.indexOf(QChar(QChar::ReplacementCharacter), known);
-        m_problems.ReportAlways(m_lineNumber + 1 + CountLineEnds(QStringView(m_buffer).left(bad)),
-                                QStringLiteral("text is not well encoded from here on"));
+        m_problems.ReportAlways(
+            m_lineNumber + 1 + CountLineEnds(QStringView(m_buffer).left(bad)),
+            QCoreApplication::translate("Readers", "text is not well encoded from here on"));
     }
     return true;
 }
@@ -97,7 +100,8 @@ void LineReader::finish() {
         --size;
     truncate(size);
     if (m_decoder.IsWithinCharacter()) {
-        m_problems.ReportAlways(m_lineNumber + 1, QStringLiteral("file ends within a character"));
+        m_problems.ReportAlways(m_lineNumber + 1,
+                                QCoreApplication::translate("Readers", "file ends within a character"));
         m_endTold = true;
     }
 }
@@ -126,9 +130,11 @@ void LineReader::passOverLineFeed() {
     m_firstControl = ++m_nextControl;
 }
 
-void LineReader::takeOutControls() {
-    ReportProblem(QStringLiteral("control characters are left out"));
-    m_cleaned = m_line.toString();
+void LineReader::takeOutControls(QStringView& line) {
+    if (std::none_of(line.begin(), line.end(), IsStrayControl))
+        return;
+    ReportProblem(QCoreApplication::translate("Readers", "control characters are left out"));
+    m_cleaned = line.toString();
     m_cleaned.removeIf(IsStrayControl);
     m_line = m_cleaned;
 }
@@ -157,13 +163,13 @@ bool LineReader::Next(QStringView& line) {
     m_nextControl += isCut ? 0 : 1;
     ++m_lineNumber;
     if (tooLong)
-        ReportProblem(QStringLiteral("line is too long; its end is ignored"));
-    if (m_hasStrayControls)
-        takeOutControls();
-    line = m_line;
+        ReportProblem(QCoreApplication::translate("Readers", "line is too long; its end is ignored"));
+    if (m_hasControls)
+        takeOutControls(line);
     if (isCut && !m_endTold && !line.trimmed().isEmpty())
-        m_problems.ReportAlways(m_lineNumber,
-                                QStringLiteral("the last line has no line end; the file may be cut"));
+        m_problems.ReportAlways(
+            m_lineNumber,
+            QCoreApplication::translate("Readers", "the last line has no line end; the file may be cut"));
     return true;
 }
 

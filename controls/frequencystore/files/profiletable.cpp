@@ -7,6 +7,7 @@
 #include "host/base/trace.h"
 #include "host/report/filestamps.h"
 
+#include <QCoreApplication>
 #include <QDomDocument>
 #include <QFile>
 
@@ -91,7 +92,7 @@ bool lookThrough(const QString& path, const QString& text, Outline& outline) {
 
 /// What a readable document without profiles is, as far as its root tells.
 QString noProfilesIn(const Outline& outline) {
-    return QStringLiteral("is no list and holds no profiles (root \"%1\"%2)")
+    return QCoreApplication::translate("Readers", "is no list and holds no profiles (root \"%1\"%2)")
         .arg(outline.root.left(40), outline.version.isEmpty()
                                         ? QString()
                                         : QStringLiteral(", version \"%1\"").arg(outline.version.left(20)));

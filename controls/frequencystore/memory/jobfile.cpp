@@ -6,6 +6,7 @@
 #include "host/report/filestamps.h"
 #include "host/report/outputfile.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QStringDecoder>
 
@@ -177,8 +178,9 @@ QString elementOf(const QString& section) {
     }
     if (reader.Refusal().isEmpty() && isSection)
         return section.mid(begin, end - begin);
-    const QString reason =
-        isSection || !reader.Refusal().isEmpty() ? reader.Refusal() : QStringLiteral("is no MEMORYSCAN");
+    const QString reason = isSection || !reader.Refusal().isEmpty()
+                               ? reader.Refusal()
+                               : QCoreApplication::translate("Readers", "is no MEMORYSCAN");
     Problems::Report(TraceSource, {QStringLiteral("job data"), reader.Line(), reason});
     return QString();
 }
@@ -198,7 +200,8 @@ std::optional<QString> ReadJobText(const QString& path) {
     QString text = decoder.decode(bytes);
     if (decoder.hasError()) {
         Problems::Report(TraceSource,
-                         {path, lineOfBadBytes(bytes), QStringLiteral("is not well encoded UTF-8 text")});
+                         {path, lineOfBadBytes(bytes),
+                          QCoreApplication::translate("Readers", "is not well encoded UTF-8 text")});
         return std::nullopt;
     }
     if (text.endsWith(QLatin1Char('\n')))

@@ -4,6 +4,7 @@
 #include "host/base/fileproblems.h"
 #include "host/base/numbers.h"
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QStringList>
 
@@ -224,7 +225,8 @@ bool ScanReader::tooMany() {
     if (m_channels.size() < MaxScanChannels)
         return false;
     m_problems.ReportAlways(m_reader.Line(),
-                            QStringLiteral("a job cannot hold more than %1 channels").arg(MaxScanChannels));
+                            QCoreApplication::translate("Readers", "a job cannot hold more than %1 channels")
+                                .arg(MaxScanChannels));
     return true;
 }
 
@@ -235,7 +237,9 @@ void ScanReader::readChannel() {
     channel.name = attributes.value(QLatin1String("Name")).toString();
     const QStringView range = attributes.value(QLatin1String("Range"));
     if (!parseInteger(range, channel.range))
-        m_problems.Report(channel.line, QStringLiteral("Range \"%1\" is no number; 0 is taken").arg(range));
+        m_problems.Report(
+            channel.line,
+            QCoreApplication::translate("Readers", "Range \"%1\" is no number; 0 is taken").arg(range));
     unsigned seen = 0;
     const int depth = m_reader.Depth();
     while (m_reader.Next() && !(m_reader.IsEnd() && m_reader.Depth() == depth)) {
@@ -258,8 +262,9 @@ void ScanReader::readParameter(ReadChannel& channel, unsigned& seen) {
         const QXmlStreamAttributes attributes = m_reader.Attributes();
         const QStringView text = attributes.value(ValueAttribute);
         if (!setFromText(channel, parameter, text) && i >= FirstRead)
-            m_problems.Report(m_reader.Line(), QStringLiteral("%1 \"%2\" is no number; 0 is taken")
-                                                   .arg(QLatin1String(parameter.element), text.left(40)));
+            m_problems.Report(m_reader.Line(),
+                              QCoreApplication::translate("Readers", "%1 \"%2\" is no number; 0 is taken")
+                                  .arg(QLatin1String(parameter.element), text.left(40)));
         return;
     }
 }
@@ -271,7 +276,7 @@ void ScanReader::reportMissing(const ReadChannel& channel, unsigned seen) {
             missing << QString::fromLatin1(m_parameters[i].element);
     }
     if (!missing.isEmpty() && m_reader.Refusal().isEmpty())
-        m_problems.Report(channel.line, QStringLiteral("channel \"%1\" lacks %2")
+        m_problems.Report(channel.line, QCoreApplication::translate("Readers", "channel \"%1\" lacks %2")
                                             .arg(channel.name.left(40), missing.join(QLatin1String(", "))));
 }
 
@@ -311,7 +316,8 @@ void ScanReader::reportSharedNumbers() {
         if (earlier == m_lineOfRange.constEnd())
             continue;
         m_problems.Report(m_sectionLine,
-                          QStringLiteral("this section differs from that of line %1, which uses the same "
+                          QCoreApplication::translate(
+                              "Readers", "this section differs from that of line %1, which uses the same "
                                          "numbers; channels join the ranges there")
                               .arg(*earlier));
         return;

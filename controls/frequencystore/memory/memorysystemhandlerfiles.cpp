@@ -11,6 +11,7 @@
 #include "host/freqstorexml/stagedentries.h"
 #include "host/report/readsafely.h"
 
+#include <QCoreApplication>
 #include <QPointer>
 
 #include <cmath>
@@ -118,7 +119,7 @@ void reportLimits(const Node& node, qint64 line, FileProblems& problems) {
             continue;
         const double content = number->ValueAsDouble();
         if (content < number->MinAsDouble() || content > number->MaxAsDouble())
-            problems.Report(line, QStringLiteral("%1 %2 is outside %3 to %4")
+            problems.Report(line, QCoreApplication::translate("Readers", "%1 %2 is outside %3 to %4")
                                       .arg(value->GetName(), Quor::ToShortest(content),
                                            Quor::ToShortest(number->MinAsDouble()),
                                            Quor::ToShortest(number->MaxAsDouble())));

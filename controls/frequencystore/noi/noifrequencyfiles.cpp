@@ -15,6 +15,7 @@
 #include "host/freqstorexml/stagedentries.h"
 #include "host/startup/cfgcenter.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QPointer>
 
@@ -104,14 +105,18 @@ bool NOIFrequencyHandler::readEntries(const QString& path, bool tell) {
 void NOIFrequencyHandler::tellDoubtful(const QString& path) {
     const auto tell = [&](qint64 count, qint64 first, const QString& what) {
         if (count > 0)
-            Problems::Report(
-                TraceSource,
-                {path, 0, QStringLiteral("%1, the first is number %2").arg(what.arg(count)).arg(first)});
+            Problems::Report(TraceSource,
+                             {path, 0,
+                              QCoreApplication::translate("Readers", "%1, the first is number %2")
+                                  .arg(what.arg(count))
+                                  .arg(first)});
     };
     const Doubtful found = std::exchange(m_doubtful, {});
     tell(found.withoutFrequency, found.firstWithoutFrequency,
-         QStringLiteral("entries without a frequency above 0 have the values of a new entry: %1"));
-    tell(found.belowZero, found.firstBelowZero, QStringLiteral("bands that begin below 0 Hz: %1"));
+         QCoreApplication::translate(
+             "Readers", "entries without a frequency above 0 have the values of a new entry: %1"));
+    tell(found.belowZero, found.firstBelowZero,
+         QCoreApplication::translate("Readers", "bands that begin below 0 Hz: %1"));
 }
 
 /// Counts what is to be told of an entry of a file.
@@ -170,7 +175,8 @@ bool NOIFrequencyHandler::ReadFile(const QString& path) {
     else if (PathContains(path, ".noi"))
         read = openLines(path);
     else
-        Problems::Report(TraceSource, {path, 0, QStringLiteral("is of no known kind of file")});
+        Problems::Report(TraceSource,
+                         {path, 0, QCoreApplication::translate("Readers", "is of no known kind of file")});
     FileGate::WasRead(FileGate::List::Noi, path, read);
     return read;
 }
@@ -235,10 +241,11 @@ QString NOIFrequencyHandler::nameForAutomaticSave() {
     const QString standard = QString::fromLatin1(DefaultFile);
     const QString other = QFileInfo::exists(standard) ? REPORTGENERATOR::FreeNameBeside(standard) : standard;
     if (m_pMedCtrl->size() > 0)
-        Problems::Report(
-            TraceSource,
-            {m_currentFile, 0,
-             QStringLiteral("could not be read whole and is kept; the list is saved as ") + other});
+        Problems::Report(TraceSource,
+                         {m_currentFile, 0,
+                          QCoreApplication::translate(
+                              "Readers", "could not be read whole and is kept; the list is saved as ") +
+                              other});
     return other;
 }
 
@@ -249,7 +256,9 @@ QString NOIFrequencyHandler::FileSave(bool automatic) {
         return QString();
     const Saved saved = automatic ? saveAutomatically() : saveTo(path);
     if (saved == Saved::Nothing && !path.isEmpty())
-        Problems::Report(TraceSource, {path, 0, QStringLiteral("is not written: the list is empty")});
+        Problems::Report(
+            TraceSource,
+            {path, 0, QCoreApplication::translate("Readers", "is not written: the list is empty")});
     return saved == Saved::Written ? m_currentFile : QString();
 }
 

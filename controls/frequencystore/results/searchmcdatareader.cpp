@@ -11,6 +11,8 @@
 #include "host/report/filestamps.h"
 #include "host/valuetree/node.h"
 
+#include <QCoreApplication>
+
 using FreqStoreXml::FrequencyStoreListHelper;
 
 namespace {
@@ -24,8 +26,10 @@ Node& addNode(Node& list) {
 }
 
 /// The fields of an exported line, as it names them.
-constexpr const char* LineFields[] = {"frequency",  "bandwidth", "type letter",
-                                      "lock state", "lock time", "confidence"};
+constexpr const char* LineFields[] = {
+    QT_TRANSLATE_NOOP("Readers", "frequency"),   QT_TRANSLATE_NOOP("Readers", "bandwidth"),
+    QT_TRANSLATE_NOOP("Readers", "type letter"), QT_TRANSLATE_NOOP("Readers", "lock state"),
+    QT_TRANSLATE_NOOP("Readers", "lock time"),   QT_TRANSLATE_NOOP("Readers", "confidence")};
 
 /// Why a line is no exported one; empty when it is.
 QString refuseLine(const QString& line) {
@@ -35,11 +39,12 @@ QString refuseLine(const QString& line) {
     for (size_t i = 0; i < std::size(LineFields); ++i) {
         const QString token = tokens(tab);
         if (token.isEmpty())
-            return QStringLiteral("has no %1").arg(QLatin1String(LineFields[i]));
+            return QCoreApplication::translate("Readers", "has no %1")
+                .arg(QCoreApplication::translate("Readers", LineFields[i]));
         const bool isText = i == 2 || i == 3;
         if (!isText && !Quor::ParseDouble(token, number))
-            return QStringLiteral("\"%1\" is no %2; 0 is taken")
-                .arg(token.left(40), QLatin1String(LineFields[i]));
+            return QCoreApplication::translate("Readers", "\"%1\" is no %2; 0 is taken")
+                .arg(token.left(40), QCoreApplication::translate("Readers", LineFields[i]));
     }
     return QString();
 }
@@ -62,7 +67,8 @@ bool SearchMCDataReader::ReadFile(const QString& path) {
         if (PathContains(path, ".xml"))
             readEntries(path, false);
         else if (!csv)
-            throw RGException(path + QStringLiteral(": is of no known kind of file"));
+            throw RGException(path + QStringLiteral(": ") +
+                              QCoreApplication::translate("Readers", "is of no known kind of file"));
         else if (holdsLines(path))
             readLines(path);
         else

@@ -181,7 +181,8 @@ bool TargetListParser::ParseSFLFile(const QString& path) {
     m_pMedCtrl->Suspend(false);
     m_filling = false;
     TraceLazily(FixedPlace::CannotConvert, [] { return QStringLiteral("File cannot be converted"); });
-    Problems::Report(TraceSource, {path, 0, QStringLiteral("is of no known kind of file")});
+    Problems::Report(TraceSource,
+                     {path, 0, QCoreApplication::translate("Readers", "is of no known kind of file")});
     return false;
 }
 
