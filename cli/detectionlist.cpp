@@ -149,6 +149,9 @@ constexpr FileMark ResultMarksWritten[] = {{".csv", FileFormat::Csv}, {".xml", F
 template <typename Record, Variant... Variants>
 class DetectionList final : public CliList {
 public:
+    ~DetectionList() override {
+        LeaveToNextList([records = std::move(m_records)] {});
+    }
     const FileNames& Names() const override {
         static constexpr FileNames names{.read = CsvMark,
                                          .written = isExtended ? std::span<const FileMark>(ResultMarksWritten)

@@ -42,8 +42,10 @@ public:
         use.start(handler(), m_node);
     }
     ~HandlerList() override {
-        Handler::DeleteInstance();
-        m_node->DeleteChildren();
+        LeaveToNextList([node = m_node] {
+            Handler::DeleteInstance();
+            node->DeleteChildren();
+        });
     }
 
     const FileNames& Names() const override { return m_use.names; }
@@ -155,6 +157,11 @@ QString kindOfJson(const QString& path) {
     return kind;
 }
 
+std::vector<std::function<void()>>& leftLists() {
+    static auto* const ends = new std::vector<std::function<void()>>;
+    return *ends;
+}
+
 FieldType typeOf(const ValueBase& value) {
     switch (value.GetType()) {
     case ValueType::Text:
@@ -194,6 +201,15 @@ std::unique_ptr<CliList> MakeList(const QString& kind) {
             return known.make();
     }
     return nullptr;
+}
+
+void LeaveToNextList(std::function<void()> end) {
+    leftLists().push_back(std::move(end));
+}
+
+void EndLeftLists() {
+    for (const auto& end : std::exchange(leftLists(), {}))
+        end();
 }
 
 std::optional<bool> IsJobOfVUHF(const QString& path) {
@@ -270,6 +286,10 @@ Node& AddEntryNode(Node& list, const char* name) {
     auto* node = new Node(&list, QString::fromLatin1(name));
     list.AddItemUnique(node);
     return *node;
+}
+
+CliList::CliList() {
+    EndLeftLists();
 }
 
 bool CliList::Read(const QString& path) {

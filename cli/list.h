@@ -33,6 +33,7 @@ using EntryVisitor = std::function<bool(const std::vector<EntryField>&)>;
 /// files of each kind.
 class CliList {
 public:
+    CliList();
     virtual ~CliList() = default;
 
     /// Replaces the list by the file's content; false when the file could not be read. Problems are told
@@ -83,6 +84,11 @@ std::vector<EntryField> FieldsOf(const Node& entry);
 
 /// The list of a kind ("target"); null for an unknown kind.
 std::unique_ptr<CliList> MakeList(const QString& kind);
+/// What the end of a list leaves to be done before the next one is made. A program that ends does not do it:
+/// a million entries need not be taken apart for that.
+void LeaveToNextList(std::function<void()> end);
+/// Does it now; for those who go on without a list.
+void EndLeftLists();
 /// The kind of list that a file is read as when none is named.
 QString ListKindOf(const QString& path);
 /// The kind that a file tells by its name or content; empty when the lists of several kinds read such files.

@@ -34,13 +34,15 @@ MemoryList::MemoryList(bool vuhf) : m_node(Tree::Instance()->MakeNode(Paths::Mem
 }
 
 MemoryList::~MemoryList() {
-    // The command line said what is saved: the job is let go of, and nobody is asked about it.
-    auto* job = GetOrCreateValue<Value<QString>>(Paths::JobText);
-    job->SetValue(QString(), &handler());
-    job->HasChanged(TChangeCode::ValueChanged);
-    MemorySystemHandler::DeleteInstance();
-    m_node->DeleteChildren();
-    Tree::Instance()->GetNode(Paths::Job)->DeleteChildren();
+    LeaveToNextList([node = m_node] {
+        // The command line said what is saved: the job is let go of, and nobody is asked about it.
+        auto* job = GetOrCreateValue<Value<QString>>(Paths::JobText);
+        job->SetValue(QString(), &handler());
+        job->HasChanged(TChangeCode::ValueChanged);
+        MemorySystemHandler::DeleteInstance();
+        node->DeleteChildren();
+        Tree::Instance()->GetNode(Paths::Job)->DeleteChildren();
+    });
 }
 
 const FileNames& MemoryList::Names() const {

@@ -21,8 +21,10 @@ public:
         SearchMCDataHandler::Instance()->Init(m_node);
     }
     ~ResultList() override {
-        SearchMCDataHandler::DeleteInstance();
-        m_node->DeleteChildren();
+        LeaveToNextList([node = m_node] {
+            SearchMCDataHandler::DeleteInstance();
+            node->DeleteChildren();
+        });
     }
 
     const FileNames& Names() const override { return ResultNames; }

@@ -12,8 +12,16 @@ struct ValueSelection::Rows {
     /// The shared rows of `from` (null: of none) and one more; null when there are too many of them already.
     static Rows* Longer(Rows* from, const SelectionItem& item);
 
+    /// Shared rows that are longer by one; its key and number are at hand, since most of them differ in
+    /// these.
+    struct Next {
+        long key;
+        double value;
+        Rows* rows;
+    };
+
     std::vector<std::unique_ptr<SelectionItem>> items;
-    std::vector<Rows*> longer;
+    std::vector<Next> longer;
     bool areShared = false;
 
 private:
@@ -25,10 +33,9 @@ ValueSelection::Rows* ValueSelection::Rows::Longer(Rows* from, const SelectionIt
     static auto* const none = new Rows;
     static size_t count = 0;
     Rows& shorter = from ? *from : *none;
-    for (Rows* known : shorter.longer) {
-        const SelectionItem& last = *known->items.back();
-        if (last.GetKey() == item.GetKey() && last == item)
-            return known;
+    for (const Next& known : shorter.longer) {
+        if (known.key == item.GetKey() && known.value == item.GetValue() && *known.rows->items.back() == item)
+            return known.rows;
     }
     if (shorter.longer.size() >= MostLonger || count >= MostShared)
         return nullptr;
@@ -37,7 +44,7 @@ ValueSelection::Rows* ValueSelection::Rows::Longer(Rows* from, const SelectionIt
     for (const auto& known : shorter.items)
         made->items.push_back(std::make_unique<SelectionItem>(*known));
     made->items.push_back(std::make_unique<SelectionItem>(item));
-    shorter.longer.push_back(made.get());
+    shorter.longer.push_back({item.GetKey(), item.GetValue(), made.get()});
     ++count;
     return made.release();
 }

@@ -1,3 +1,5 @@
+#include "controls/frequencystore/common/paths.h"
+#include "host/valuetree/tree.h"
 #include "tests/cli/runcli.h"
 
 #include <sys/stat.h>
@@ -152,6 +154,24 @@ TEST_F(CommandTest, EntriesAreShownAsTableLinesAndJson) {
     const std::string table = Cli("show", {file}).out;
     EXPECT_NE(table.find("frequency"), std::string::npos) << table;
     EXPECT_NE(table.find("145500000"), std::string::npos) << table;
+}
+
+/// A program that ends takes no tree apart; the lists of one that goes on do not add up.
+TEST_F(CommandTest, EntriesStandInTheTreeUntilTheNextList) {
+    const auto countAt = [](QLatin1String path) {
+        const Node* list = Tree::Instance()->GetNode(path);
+        return list ? list->ChildCount() : 0;
+    };
+    const QString file = Write("two.ltl", "1\t2\ta\n2\t2\tb\n");
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(RunCli({"check", file, file}), ExitDone);
+    EXPECT_EQ(countAt(Paths::Targets), 2u);
+    EXPECT_EQ(RunCli({"check", Sample("interest.noi")}), ExitDone);
+    EXPECT_EQ(countAt(Paths::Targets), 0u);
+    EXPECT_GT(countAt(Paths::Noi), 0u);
+    EndLeftLists();
+    EXPECT_EQ(countAt(Paths::Noi), 0u);
+    EXPECT_EQ(testing::internal::GetCapturedStdout().find("4 entries"), std::string::npos);
 }
 
 } // namespace

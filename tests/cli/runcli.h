@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/command.h"
+#include "cli/list.h"
 #include "tests/support/testfolder.h"
 #include "tests/support/text.h"
 
@@ -38,6 +39,7 @@ inline CliResult Cli(const QStringList& arguments) {
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
     const int exitCode = RunCli(arguments);
+    EndLeftLists(); // other tests of this process find no entries
     std::fflush(stdout);
     std::fflush(stderr);
     return {exitCode, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};

@@ -66,7 +66,7 @@ GeneralEntry& GeneralEntry::operator=(const GeneralEntry& other) {
 }
 
 GeneralEntry::~GeneralEntry() {
-    for (size_t i = 0; i < LinkCount; ++i) {
+    for (size_t i = 0; m_links && i < LinkCount; ++i) {
         if (ValueBase* value = linked(i))
             value->DeleteObserver(this);
     }

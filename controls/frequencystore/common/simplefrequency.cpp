@@ -8,18 +8,28 @@ namespace {
 /// A key that no item of the selection has.
 long freeKey(const ValueSelection& selection) {
     long key = selection.GetItemCount();
-    while (selection.GetItem(key))
+    while (selection.GetItemIndex(key) >= 0)
         ++key;
     return key;
 }
 
 } // namespace
 
-SimpleFrequency::SimpleFrequency(Node* node, bool create, const GeneralEntry* source)
+NewEntryNode::NewEntryNode(Node& list, Names::Id name, const Shape& shape)
+    : node(Node::NewEntry(&list, name, shape)) {
+    list.AddItemUnique(node);
+    const bool isWhole = node->IsInTree() && node->FillFromShape();
+    use = isWhole ? SimpleFrequency::Use::Passing : SimpleFrequency::Use::Kept;
+}
+
+SimpleFrequency::SimpleFrequency(Node* node, bool create, const GeneralEntry* source, Use use)
     : GeneralEntry(source ? *source : GeneralEntry()) {
     if (!node)
         return;
-    m_node = node;
+    if (use == Use::Passing)
+        m_passed = node;
+    else
+        m_kept = node;
     m_inTree = node->IsInTree();
     m_removedValues = node->RemovedValues();
     if (!create) {
@@ -34,11 +44,19 @@ SimpleFrequency::SimpleFrequency(Node* node, bool create, const GeneralEntry* so
     m_comment->SetValue(m_frequency->GetStringValue());
 }
 
+Shape::Field SimpleFrequency::FrequencyField() {
+    return Shape::Number<double>(Keys::KeyFrequency, 0.0, std::numeric_limits<double>::max(), 1.0);
+}
+
+Shape::Field SimpleFrequency::BandwidthField(Names::Id key) {
+    return Shape::Number<double>(key, 0.0, MaxBandwidth, 1.0);
+}
+
 bool SimpleFrequency::stillThere(const ValueBase* value) const {
-    const Node* node = m_node.get();
-    if (node && node->RemovedValues() == m_removedValues)
+    const Node* const there = GetNode();
+    if (there && there->RemovedValues() == m_removedValues)
         return true;
-    for (const ValueBase* own = node ? node->FirstValue() : nullptr; own; own = Node::NextValue(own)) {
+    for (const ValueBase* own = there ? there->FirstValue() : nullptr; own; own = Node::NextValue(own)) {
         if (own == value)
             return true;
     }
@@ -46,8 +64,8 @@ bool SimpleFrequency::stillThere(const ValueBase* value) const {
 }
 
 ValueBase* SimpleFrequency::ownValue(Names::Id key) const {
-    const Node* node = m_node.get();
-    return node ? node->FindOwnValue(key) : nullptr;
+    const Node* const there = GetNode();
+    return there ? there->FindOwnValue(key) : nullptr;
 }
 
 void SimpleFrequency::SetFrequency(double hertz) {

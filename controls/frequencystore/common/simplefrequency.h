@@ -14,7 +14,16 @@ public:
 
     /// `node` is the entry's node; without one the entry has no values. With `create` the values are made
     /// now, with limits and settings from `source` (may be null); else those that exist are looked up.
-    SimpleFrequency(Node* node, bool create, const GeneralEntry* source);
+    /// A `Passing` entry ends before anything else can happen to its node.
+    enum class Use { Kept, Passing };
+    SimpleFrequency(Node* node, bool create, const GeneralEntry* source, Use use = Use::Kept);
+
+    /// The limits of new values where the receiver says nothing, for shapes.
+    static Shape::Field FrequencyField();
+    static Shape::Field BandwidthField(Names::Id key);
+
+    /// Null when the entry has none, or it has ended.
+    Node* GetNode() const { return m_passed ? m_passed : m_kept.get(); }
 
     /// Setters write through the values' own setters, so that everyone sees the change. A missing value makes
     /// them do nothing.
@@ -56,7 +65,8 @@ private:
     bool stillThere(const ValueBase* value) const;
     ValueBase* ownValue(Names::Id key) const;
 
-    WeakRef<Node> m_node;
+    WeakRef<Node> m_kept;
+    Node* m_passed = nullptr;          ///< of a passing entry
     quint32 m_removedValues = 0;       ///< the node's count when the values were bound
     std::vector<ValueBase*> m_outside; ///< values that the tree refused; they never end
     bool m_inTree = false;
@@ -64,9 +74,18 @@ private:
     Value<QString>* m_comment = nullptr;
 };
 
+/// A new node at the end of a list, for an entry of that shape. It has all values already when the entry may
+/// be a passing one; when somebody who observes the list had a hand in it, the entry makes what is missing.
+struct NewEntryNode {
+    NewEntryNode(Node& list, Names::Id name, const Shape& shape);
+
+    Node* node;
+    SimpleFrequency::Use use;
+};
+
 template <typename V>
 V* SimpleFrequency::Make(Names::Id key) {
-    V* value = GetOrCreateValue<V>(*m_node.get(), m_inTree, key);
+    V* value = GetOrCreateValue<V>(*GetNode(), m_inTree, key);
     if (!value->GetParentNode())
         m_outside.push_back(value);
     return value;
@@ -74,5 +93,5 @@ V* SimpleFrequency::Make(Names::Id key) {
 
 template <typename V>
 V* SimpleFrequency::Find(Names::Id key) const {
-    return m_inTree ? m_node.get()->template FindOwn<V>(key) : nullptr;
+    return m_inTree ? GetNode()->template FindOwn<V>(key) : nullptr;
 }

@@ -1,7 +1,20 @@
 #include "controls/frequencystore/memory/hfmemoryentry.h"
 
-HFMemoryEntry::HFMemoryEntry(Node* node, bool createValues, const GeneralEntry* source)
-    : MemoryEntry(node, createValues, source) {
+const MemoryEntry::IntegerSetting HFMemoryEntry::ShiftSetting{Keys::Shift, 26, 39974, 20000};
+const MemoryEntry::IntegerSetting HFMemoryEntry::BFOSetting{Keys::BFOFrequency, -10000, 10000, 0};
+
+const Shape& HFMemoryEntry::Shape() {
+    using S = ::Shape;
+    static const S& shape =
+        S::Make({FrequencyField(), S::Text(Keys::KeyComment), BandwidthField(Keys::BandwidthSel),
+                 S::Selection(Keys::KeyDemodulation), S::Selection(Keys::OutputIFPath), ShiftSetting.Field(),
+                 BFOSetting.Field(), ThresholdSetting.Field(), S::Letter(Keys::KeyType), S::Flag(Keys::Range),
+                 RangeCounterSetting.Field(), S::Numbers(Keys::RangeFrequencies)});
+    return shape;
+}
+
+HFMemoryEntry::HFMemoryEntry(Node* node, bool createValues, const GeneralEntry* source, Use use)
+    : MemoryEntry(node, createValues, source, use) {
     if (!node)
         return;
     if (createValues)
@@ -18,8 +31,8 @@ void HFMemoryEntry::create() {
         m_outputIFPath->AddItem(QStringLiteral("48.0 kHz"), 48.0, 0);
         m_outputIFPath->AddItem(QStringLiteral("455.0 kHz"), 455.0, 1);
     }
-    m_shift = MakeInteger(Keys::Shift, ShiftLink(), {26, 39974, 20000});
-    m_bfoFrequency = MakeInteger(Keys::BFOFrequency, BFOFrequencyLink(), {-10000, 10000, 0});
+    m_shift = MakeInteger(ShiftSetting, ShiftLink());
+    m_bfoFrequency = MakeInteger(BFOSetting, BFOFrequencyLink());
     MakeThreshold();
     MakeTypeAndRange();
 }

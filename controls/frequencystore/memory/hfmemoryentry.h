@@ -5,7 +5,8 @@
 /// A memory channel of an HF receiver.
 class HFMemoryEntry : public MemoryEntry {
 public:
-    HFMemoryEntry(Node* node, bool create, const GeneralEntry* source);
+    HFMemoryEntry(Node* node, bool create, const GeneralEntry* source, Use use = Use::Kept);
+    static const class Shape& Shape();
 
     /// Selects the path of the IF output by its text; one that the receiver does not offer becomes a new
     /// item.
@@ -14,6 +15,9 @@ public:
     void SetBFOFrequency(long hertz) { SetNumber(m_bfoFrequency, hertz); }
 
 private:
+    static const IntegerSetting ShiftSetting;
+    static const IntegerSetting BFOSetting;
+
     void create();
     void attach();
 

@@ -9,14 +9,17 @@ void takeLimits(const ValueSelection& choice, ValueNumeric<double>& number) {
     double min = choice.GetCurrentValue();
     double max = min;
     for (long i = 0; i < choice.GetItemCount(); ++i) {
-        min = std::min(min, choice.GetItemAt(i)->GetValue());
-        max = std::max(max, choice.GetItemAt(i)->GetValue());
+        min = std::min(min, choice.ItemAt(i)->GetValue());
+        max = std::max(max, choice.ItemAt(i)->GetValue());
     }
     number.SetMinMax(min, max, 1.0);
     number.SetValue(choice.GetCurrentValue());
 }
 
 } // namespace
+
+const MemoryEntry::IntegerSetting MemoryEntry::ThresholdSetting{Keys::Threshold, -40, 110, 0};
+const MemoryEntry::IntegerSetting MemoryEntry::RangeCounterSetting{Keys::RangeCounter, -1, 1000, NoRange};
 
 void MemoryEntry::MakeBandwidthAndDemodulation() {
     auto* bandwidth = Make<ValueNumeric<double>>(Keys::BandwidthSel);
@@ -31,7 +34,7 @@ void MemoryEntry::MakeBandwidthAndDemodulation() {
 }
 
 void MemoryEntry::MakeThreshold() {
-    m_threshold = MakeInteger(Keys::Threshold, ThresholdLink(), {-40, 110, 0});
+    m_threshold = MakeInteger(ThresholdSetting, ThresholdLink());
 }
 
 void MemoryEntry::MakeTypeAndRange() {
@@ -39,7 +42,7 @@ void MemoryEntry::MakeTypeAndRange() {
     if (!CopyFromSource(TypeLink(), m_type))
         m_type->SetValue(Type);
     m_range = MakeFlag(Keys::Range, nullptr);
-    m_rangeCounter = MakeInteger(Keys::RangeCounter, nullptr, {-1, 1000, NoRange});
+    m_rangeCounter = MakeInteger(RangeCounterSetting, nullptr);
     m_rangeFrequencies = Make<ValueList<double>>(Keys::RangeFrequencies);
 }
 
@@ -51,12 +54,11 @@ void MemoryEntry::AttachCommon() {
     m_rangeFrequencies = Find<ValueList<double>>(Keys::RangeFrequencies);
 }
 
-ValueNumeric<int>* MemoryEntry::MakeInteger(Names::Id key, const ValueNumeric<int>* source,
-                                            const IntegerDefault& otherwise) {
-    auto* value = Make<ValueNumeric<int>>(key);
+ValueNumeric<int>* MemoryEntry::MakeInteger(const IntegerSetting& setting, const ValueNumeric<int>* source) {
+    auto* value = Make<ValueNumeric<int>>(setting.key);
     if (!CopyFromSource(source, value)) {
-        value->SetMinMax(otherwise.min, otherwise.max, 1);
-        value->SetValue(otherwise.content);
+        value->SetMinMax(setting.min, setting.max, 1);
+        value->SetValue(setting.content);
     }
     return value;
 }

@@ -29,12 +29,17 @@ public:
 protected:
     using SimpleFrequency::SimpleFrequency;
 
-    /// Limits and content of an integer that the receiver does not give.
-    struct IntegerDefault {
+    /// A setting that is an integer: limits and content where the receiver does not give them.
+    struct IntegerSetting {
+        const FreqList::Key& key;
         int min;
         int max;
         int content;
+
+        Shape::Field Field() const { return Shape::Number<int>(key, min, max, 1); }
     };
+    static const IntegerSetting ThresholdSetting;
+    static const IntegerSetting RangeCounterSetting;
 
     /// A new entry makes its values in these steps, with the receiver's own ones between them.
     void MakeBandwidthAndDemodulation();
@@ -43,8 +48,7 @@ protected:
     /// Finds the values that exist.
     void AttachCommon();
 
-    ValueNumeric<int>* MakeInteger(Names::Id key, const ValueNumeric<int>* source,
-                                   const IntegerDefault& otherwise);
+    ValueNumeric<int>* MakeInteger(const IntegerSetting& setting, const ValueNumeric<int>* source);
     Value<bool>* MakeFlag(Names::Id key, const Value<bool>* source);
     /// A number outside the value's own type is cut to it.
     void SetNumber(ValueNumeric<int>* held, long number);

@@ -10,22 +10,58 @@ namespace {
 constexpr char ExportedType[] = "a";
 /// A tool tip names that many frequencies of a range.
 constexpr size_t FrequenciesInTip = 12;
+constexpr unsigned NoColumn = ~0u;
 
 } // namespace
 
-MemoryMediator::MemoryMediator(MediatorCtrl* controller, Observable* node, int kind, MediatorType type,
-                               std::span<const Setting> settings)
-    : HalvoITNodeMediator(controller, node, kind, type), m_settings(settings) {
-    Q_ASSERT(settings.size() <= MaxSettings);
-    MemoryMediator::UpdateDependentValues();
+static_assert(sizeof(void*) != 8 || sizeof(MemoryMediatorVUHF) == 64, "there are a million of them");
+
+struct MemoryMediator::Settings {
+    Bindings bindings;
+    std::span<const unsigned> columns; ///< of each one, or `NoColumn`
+};
+
+const MemoryMediator::Settings& MemoryMediator::settings() const {
+    constexpr ValueTypes number = TypesOf(ValueType::NumericInt);
+    constexpr ValueTypes flag = TypesOf(ValueType::Bool);
+    constexpr ValueTypes numbers = TypesOf(ValueType::DoubleList);
+    static constexpr Binding hf[] = {{&Keys::Threshold, number},
+                                     {&Keys::Range, flag},
+                                     {&Keys::RangeCounter, number},
+                                     {&Keys::RangeFrequencies, numbers},
+                                     {&Keys::OutputIFPath, TypesOf(ValueType::Selection)},
+                                     {&Keys::Shift, number},
+                                     {&Keys::BFOFrequency, number}};
+    static constexpr unsigned columnsHF[] = {SourceThreshold, NoColumn,    NoColumn,          NoColumn,
+                                             SourceOutputIF,  SourceShift, SourceBFOFrequency};
+    static constexpr Binding vuhf[] = {
+        {&Keys::Threshold, number},         {&Keys::Range, flag},      {&Keys::RangeCounter, number},
+        {&Keys::RangeFrequencies, numbers}, {&Keys::UseSquelch, flag}, {&Keys::UseAttenuation, flag},
+        {&Keys::Attenuation, number},       {&Keys::AFC, flag},        {&Keys::AntennaID, number}};
+    static constexpr unsigned columnsVUHF[] = {SourceThreshold,   NoColumn,         NoColumn,
+                                               NoColumn,          SourceUseSquelch, SourceUseAttenuation,
+                                               SourceAttenuation, SourceAFC,        SourceAntenna};
+    static_assert(std::size(hf) == size_t(MemoryMediatorHF::End) - Threshold &&
+                  std::size(columnsHF) == std::size(hf));
+    static_assert(std::size(vuhf) == size_t(MemoryMediatorVUHF::End) - Threshold &&
+                  std::size(columnsVUHF) == std::size(vuhf));
+    static const Settings ofHF{{Threshold, hf}, columnsHF};
+    static const Settings ofVUHF{{Threshold, vuhf}, columnsVUHF};
+    return GetMediatorType() == MediatorType::MemoryHF ? ofHF : ofVUHF;
+}
+
+MemoryMediator::MemoryMediator(MediatorCtrl* controller, Observable* node, int kind, MediatorType type)
+    : HalvoITNodeMediator(controller, node, kind, type) {
+    bindOwn();
 }
 
 void MemoryMediator::UpdateDependentValues() {
     HalvoITNodeMediator::UpdateDependentValues();
-    for (size_t i = 0; i < m_settings.size(); ++i) {
-        ValueBase* found = OwnValue(*m_settings[i].key);
-        Rebind(m_values[i], found && found->GetType() == m_settings[i].type ? found : nullptr);
-    }
+    bindOwn();
+}
+
+void MemoryMediator::bindOwn() {
+    Bind(settings().bindings);
 }
 
 void MemoryMediator::Update(Observable* subject, TChangeCode code) {
@@ -34,8 +70,9 @@ void MemoryMediator::Update(Observable* subject, TChangeCode code) {
         return;
     }
     if (code == TChangeCode::Removing) {
-        for (ValueBase*& value : m_values)
-            ForgetIfRemoved(value, subject);
+        const size_t end = Threshold + settings().columns.size();
+        for (size_t number = Threshold; number < end && !ForgetIfRemoved(number, subject); ++number)
+            ;
     }
     HalvoITNodeMediator::Update(subject, code);
     // A value on its way out is still under its node; binding it again would hold on to it.
@@ -95,29 +132,28 @@ void MemoryMediator::AddToXml(FreqStoreXml::FrequencyStoreList& list) {
     list.GetFrequencyStoreEntry().last().SetType(QLatin1String(ExportedType));
 }
 
-/// Null for a column of the bases.
-const MemoryMediator::Setting* MemoryMediator::settingOf(unsigned columnId) const {
+/// 0 for a column of the bases.
+size_t MemoryMediator::settingOf(unsigned columnId) const {
     if (columnId == SourceThresholdToo)
         columnId = SourceThreshold;
-    const auto found = std::find_if(m_settings.begin(), m_settings.end(),
-                                    [=](const Setting& setting) { return setting.column == columnId; });
-    return found == m_settings.end() ? nullptr : &*found;
+    const std::span<const unsigned> columns = settings().columns;
+    const auto found = std::find(columns.begin(), columns.end(), columnId);
+    return found == columns.end() ? 0 : Threshold + static_cast<size_t>(found - columns.begin());
 }
 
 bool MemoryMediator::CellText(unsigned columnId, QString& text) {
-    const Setting* setting = settingOf(columnId);
-    if (!setting)
+    const size_t setting = settingOf(columnId);
+    if (setting == 0)
         return HalvoITNodeMediator::CellText(columnId, text);
-    const ValueBase* value = m_values[static_cast<size_t>(setting - m_settings.data())];
+    const auto* value = Held<ValueBase>(setting);
     if (value)
         text = value->GetStringValue();
     return value != nullptr;
 }
 
 ValueBase* MemoryMediator::EditedValue(unsigned columnId) {
-    const Setting* setting = settingOf(columnId);
-    return setting ? m_values[static_cast<size_t>(setting - m_settings.data())]
-                   : HalvoITNodeMediator::EditedValue(columnId);
+    const size_t setting = settingOf(columnId);
+    return setting == 0 ? HalvoITNodeMediator::EditedValue(columnId) : Held<ValueBase>(setting);
 }
 
 QString MemoryMediator::CellAddition(unsigned columnId) {
@@ -148,18 +184,8 @@ bool MemoryMediator::GetTip(QString& tip, int subItem) {
     return true;
 }
 
-const MemoryMediator::Setting MemoryMediatorHF::Settings[] = {
-    {&Keys::Threshold, ValueType::NumericInt, SourceThreshold},
-    {&Keys::Range, ValueType::Bool, NoColumn},
-    {&Keys::RangeCounter, ValueType::NumericInt, NoColumn},
-    {&Keys::RangeFrequencies, ValueType::DoubleList, NoColumn},
-    {&Keys::OutputIFPath, ValueType::Selection, SourceOutputIF},
-    {&Keys::Shift, ValueType::NumericInt, SourceShift},
-    {&Keys::BFOFrequency, ValueType::NumericInt, SourceBFOFrequency},
-};
-
 MemoryMediatorHF::MemoryMediatorHF(MediatorCtrl* controller, Observable* node, int kind)
-    : MemoryMediator(controller, node, kind, MediatorType::MemoryHF, Settings) {}
+    : MemoryMediator(controller, node, kind, MediatorType::MemoryHF) {}
 
 bool MemoryMediatorHF::GetShift(long& hertz) const {
     return Get(Shift, hertz);
@@ -189,20 +215,8 @@ void MemoryMediatorHF::SetOutputIFPath(const QString& path) {
         paths->Select(path);
 }
 
-const MemoryMediator::Setting MemoryMediatorVUHF::Settings[] = {
-    {&Keys::Threshold, ValueType::NumericInt, SourceThreshold},
-    {&Keys::Range, ValueType::Bool, NoColumn},
-    {&Keys::RangeCounter, ValueType::NumericInt, NoColumn},
-    {&Keys::RangeFrequencies, ValueType::DoubleList, NoColumn},
-    {&Keys::UseSquelch, ValueType::Bool, SourceUseSquelch},
-    {&Keys::UseAttenuation, ValueType::Bool, SourceUseAttenuation},
-    {&Keys::Attenuation, ValueType::NumericInt, SourceAttenuation},
-    {&Keys::AFC, ValueType::Bool, SourceAFC},
-    {&Keys::AntennaID, ValueType::NumericInt, SourceAntenna},
-};
-
 MemoryMediatorVUHF::MemoryMediatorVUHF(MediatorCtrl* controller, Observable* node, int kind)
-    : MemoryMediator(controller, node, kind, MediatorType::MemoryVUHF, Settings) {}
+    : MemoryMediator(controller, node, kind, MediatorType::MemoryVUHF) {}
 
 bool MemoryMediatorVUHF::GetAFC(bool& on) const {
     return Get(AFC, on);

@@ -2,9 +2,6 @@
 
 #include "controls/frequencystore/common/halvoitnodemediator.h"
 
-#include <array>
-#include <span>
-
 /// What the mediators of both kinds of memory channels have in common: it binds the channel's settings by the
 /// table of its kind, shows them in their columns, and gives access to the range that a channel may stand
 /// for.
@@ -38,26 +35,23 @@ public:
     bool GetTip(QString& tip, int subItem) override;
 
 protected:
-    static constexpr unsigned NoColumn = ~0u;
-    static constexpr size_t MaxSettings = 9;
-    struct Setting {
-        const FreqList::Key* key;
-        ValueType type;
-        unsigned column; ///< that shows it, or `NoColumn`
+    /// The settings that all channels have are bound by these numbers, those of each kind follow.
+    enum CommonSetting : size_t {
+        Threshold = FirstOwnOfHalvo,
+        Range,
+        RangeCounter,
+        RangeFrequencies,
+        FirstOwnOfMemory
     };
-    /// Each table of settings begins with these, in this order.
-    enum CommonSetting : size_t { Threshold, Range, RangeCounter, RangeFrequencies, FirstOwn };
 
-    /// `settings` outlives the mediator.
-    MemoryMediator(MediatorCtrl* controller, Observable* node, int kind, MediatorType type,
-                   std::span<const Setting> settings);
+    MemoryMediator(MediatorCtrl* controller, Observable* node, int kind, MediatorType type);
 
     void UpdateDependentValues() override;
 
-    /// The value of a setting, or null; V is the class that belongs to the type in the table.
+    /// The value of a setting, or null; V is the class that belongs to its type.
     template <typename V>
     V* Held(size_t setting) const {
-        return static_cast<V*>(m_values[setting]);
+        return Bound<V>(setting);
     }
     template <typename T>
     bool Get(size_t setting, T& content) const;
@@ -65,10 +59,12 @@ protected:
     void Set(size_t setting, T content);
 
 private:
-    const Setting* settingOf(unsigned columnId) const;
+    /// The settings of a kind of channel, and the columns that show them.
+    struct Settings;
 
-    std::span<const Setting> m_settings;
-    std::array<ValueBase*, MaxSettings> m_values{};
+    const Settings& settings() const;
+    size_t settingOf(unsigned columnId) const;
+    void bindOwn();
 };
 
 /// Mediator of one HF memory channel.
@@ -86,8 +82,8 @@ public:
     void SetOutputIFPath(const QString& path);
 
 private:
-    enum OwnSetting : size_t { OutputIFPath = FirstOwn, Shift, BFOFrequency };
-    static const Setting Settings[];
+    friend class MemoryMediator;
+    enum OwnSetting : size_t { OutputIFPath = FirstOwnOfMemory, Shift, BFOFrequency, End };
 };
 
 /// Mediator of one VHF/UHF memory channel.
@@ -109,6 +105,14 @@ public:
     void SetAntenna(long id);
 
 private:
-    enum OwnSetting : size_t { UseSquelch = FirstOwn, UseAttenuation, Attenuation, AFC, AntennaID };
-    static const Setting Settings[];
+    friend class MemoryMediator;
+    enum OwnSetting : size_t {
+        UseSquelch = FirstOwnOfMemory,
+        UseAttenuation,
+        Attenuation,
+        AFC,
+        AntennaID,
+        End
+    };
+    static_assert(size_t(End) <= BoundValues::Count);
 };

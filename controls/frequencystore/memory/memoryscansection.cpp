@@ -332,22 +332,25 @@ std::optional<bool> IsElementOfVUHF(std::string_view name) {
 }
 
 void MemoryScanWriter::Append(const ScanChannel& channel) {
-    m_text += QLatin1String(m_text.isEmpty() ? "<MEMORYSCAN>" : "");
-    m_text += QLatin1String("\n <MEMORYSCAN_CHANNEL Range=\"");
-    appendNumber(m_text, channel.number);
-    m_text += QLatin1String("\" Name=\"");
-    appendEscaped(m_text, channel.name);
-    m_text += QLatin1String("\" Value=\"");
-    appendNumber(m_text, channel.number);
-    m_text += QLatin1String("\" Enabled=\"true\">");
-    for (const Parameter& parameter : parametersOf(m_vuhf)) {
-        m_text += QLatin1String("\n  <");
-        m_text += QLatin1String(parameter.element);
-        m_text += QLatin1String(" Value=\"");
-        appendMember(m_text, channel, parameter);
-        m_text += QLatin1String("\"/>");
+    if (m_text.isEmpty()) {
+        m_text += QLatin1String("<MEMORYSCAN>");
+        for (const Parameter& parameter : parametersOf(m_vuhf))
+            m_heads.push_back(QStringLiteral("\n  <%1 Value=\"").arg(QLatin1String(parameter.element)));
     }
-    m_text += QLatin1String("\n </MEMORYSCAN_CHANNEL>");
+    m_text += QStringView(u"\n <MEMORYSCAN_CHANNEL Range=\"");
+    appendNumber(m_text, channel.number);
+    m_text += QStringView(u"\" Name=\"");
+    appendEscaped(m_text, channel.name);
+    m_text += QStringView(u"\" Value=\"");
+    appendNumber(m_text, channel.number);
+    m_text += QStringView(u"\" Enabled=\"true\">");
+    auto head = m_heads.cbegin();
+    for (const Parameter& parameter : parametersOf(m_vuhf)) {
+        m_text += *head++;
+        appendMember(m_text, channel, parameter);
+        m_text += QStringView(u"\"/>");
+    }
+    m_text += QStringView(u"\n </MEMORYSCAN_CHANNEL>");
 }
 
 QString MemoryScanWriter::Finish() {

@@ -49,6 +49,7 @@ public:
 private:
     bool m_vuhf;
     QString m_text;
+    std::vector<QString> m_heads; ///< what stands in front of each parameter
 };
 
 /// A channel and the line at which it begins in its job.

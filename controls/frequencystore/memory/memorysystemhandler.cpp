@@ -211,24 +211,28 @@ int MemorySystemHandler::AddToFreqStore() {
                                                 rootPath));
 }
 
-Node* MemorySystemHandler::newChannelNode() {
+/// Null without a list node.
+template <typename Entry>
+std::unique_ptr<Entry> MemorySystemHandler::addChannel(SimpleFrequency::Use use) {
+    static const Names::Id name = Names::Intern(QStringLiteral("MemItem"));
     Node* const list = m_root.get();
     if (!list)
         return nullptr;
-    static const QString name = QStringLiteral("MemItem");
-    auto* node = new Node(list, name);
-    list->AddItemUnique(node);
-    return node;
+    const NewEntryNode made(*list, name, Entry::Shape());
+    if (made.use == SimpleFrequency::Use::Kept)
+        use = made.use;
+    return std::make_unique<Entry>(made.node, true, m_generalEntry.get(), use);
 }
 
+template std::unique_ptr<HFMemoryEntry> MemorySystemHandler::addChannel(SimpleFrequency::Use);
+template std::unique_ptr<VUHFMemoryEntry> MemorySystemHandler::addChannel(SimpleFrequency::Use);
+
 std::unique_ptr<HFMemoryEntry> MemorySystemHandler::AddHFValue() {
-    Node* const node = newChannelNode();
-    return node ? std::make_unique<HFMemoryEntry>(node, true, m_generalEntry.get()) : nullptr;
+    return addChannel<HFMemoryEntry>(SimpleFrequency::Use::Passing);
 }
 
 std::unique_ptr<VUHFMemoryEntry> MemorySystemHandler::AddVUHFValue() {
-    Node* const node = newChannelNode();
-    return node ? std::make_unique<VUHFMemoryEntry>(node, true, m_generalEntry.get()) : nullptr;
+    return addChannel<VUHFMemoryEntry>(SimpleFrequency::Use::Passing);
 }
 
 /// Entries that other lists send become channels; those that come together are one change of the job.

@@ -154,7 +154,8 @@ public:
     void Update(Observable* source, TChangeCode code) override;
 
 protected:
-    /// A new channel; the caller owns the entry object, the tree the channel. Null without a list node.
+    /// A new channel; the caller owns the entry object, a passing one, the tree the channel. Null without a
+    /// list node.
     std::unique_ptr<HFMemoryEntry> AddHFValue();
     std::unique_ptr<VUHFMemoryEntry> AddVUHFValue();
 
@@ -168,7 +169,8 @@ private:
     MemorySystemHandler();
     ~MemorySystemHandler() override;
 
-    Node* newChannelNode();
+    template <typename Entry>
+    std::unique_ptr<Entry> addChannel(SimpleFrequency::Use use);
     void takeSentEntries();
     void addEntry(const FreqStoreXml::FrequencyStoreEntry& entry);
     void takeChannels(const std::vector<ReadChannel>& channels, FileProblems& problems);

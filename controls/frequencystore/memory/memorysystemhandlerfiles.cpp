@@ -101,13 +101,11 @@ void fillFrom(const FreqStoreXml::FrequencyStoreEntry& from, Entry* entry) {
 }
 
 template <typename Entry>
-std::unique_ptr<Entry> makeEntry(Node* node, const GeneralEntry* source, const ScanChannel& channel) {
-    auto entry = std::make_unique<Entry>(node, true, source);
-    entry->SetRangeNumber(channel.range);
-    entry->SetBasics(channel.frequency, channel.bandwidth, channel.name, channel.demodulation);
-    entry->SetThreshold(channel.threshold);
-    writeSettings(channel, *entry);
-    return entry;
+void fillFrom(const ScanChannel& channel, Entry& entry) {
+    entry.SetRangeNumber(channel.range);
+    entry.SetBasics(channel.frequency, channel.bandwidth, channel.name, channel.demodulation);
+    entry.SetThreshold(channel.threshold);
+    writeSettings(channel, entry);
 }
 
 /// Tells which numbers of a channel lie outside their limits; they are kept. A range number is no setting of
@@ -282,14 +280,18 @@ void MemorySystemHandler::takeChannels(const std::vector<ReadChannel>& channels,
 }
 
 void MemorySystemHandler::takeNewChannel(const ReadChannel& channel, FileProblems& problems) {
-    Node* const node = newChannelNode();
-    if (!node)
-        return;
+    const auto take = [&](auto entry, auto& entries) {
+        if (!entry)
+            return;
+        fillFrom(channel, *entry);
+        if (const Node* node = entry->GetNode())
+            reportLimits(*node, channel.line, problems);
+        entries.Append(std::move(entry));
+    };
     if (IsVUHF())
-        m_vuhfEntries.Append(makeEntry<VUHFMemoryEntry>(node, m_generalEntry.get(), channel));
+        take(addChannel<VUHFMemoryEntry>(SimpleFrequency::Use::Kept), m_vuhfEntries);
     else
-        m_hfEntries.Append(makeEntry<HFMemoryEntry>(node, m_generalEntry.get(), channel));
-    reportLimits(*node, channel.line, problems);
+        take(addChannel<HFMemoryEntry>(SimpleFrequency::Use::Kept), m_hfEntries);
 }
 
 /// Replaces the channels by those of another job, which `read` takes.

@@ -1,7 +1,21 @@
 #include "controls/frequencystore/memory/vuhfmemoryentry.h"
 
-VUHFMemoryEntry::VUHFMemoryEntry(Node* node, bool createValues, const GeneralEntry* source)
-    : MemoryEntry(node, createValues, source) {
+const MemoryEntry::IntegerSetting VUHFMemoryEntry::AttenuationSetting{Keys::Attenuation, 0, 40, 0};
+const MemoryEntry::IntegerSetting VUHFMemoryEntry::AntennaSetting{Keys::AntennaID, 0, 99, 0};
+
+const Shape& VUHFMemoryEntry::Shape() {
+    using S = ::Shape;
+    static const S& shape =
+        S::Make({FrequencyField(), S::Text(Keys::KeyComment), BandwidthField(Keys::BandwidthSel),
+                 S::Selection(Keys::KeyDemodulation), ThresholdSetting.Field(), S::Flag(Keys::AFC),
+                 S::Flag(Keys::UseSquelch), S::Flag(Keys::UseAttenuation), AttenuationSetting.Field(),
+                 AntennaSetting.Field(), S::Letter(Keys::KeyType), S::Flag(Keys::Range),
+                 RangeCounterSetting.Field(), S::Numbers(Keys::RangeFrequencies)});
+    return shape;
+}
+
+VUHFMemoryEntry::VUHFMemoryEntry(Node* node, bool createValues, const GeneralEntry* source, Use use)
+    : MemoryEntry(node, createValues, source, use) {
     if (!node)
         return;
     if (createValues)
@@ -16,8 +30,8 @@ void VUHFMemoryEntry::create() {
     m_afc = MakeFlag(Keys::AFC, AFCLink());
     m_useSquelch = MakeFlag(Keys::UseSquelch, UseSquelchLink());
     m_useAttenuation = MakeFlag(Keys::UseAttenuation, UseAttenuationLink());
-    m_attenuation = MakeInteger(Keys::Attenuation, AttenuationLink(), {0, 40, 0});
-    m_antennaID = MakeInteger(Keys::AntennaID, AntennaLink(), {0, 99, 0});
+    m_attenuation = MakeInteger(AttenuationSetting, AttenuationLink());
+    m_antennaID = MakeInteger(AntennaSetting, AntennaLink());
     MakeTypeAndRange();
 }
 

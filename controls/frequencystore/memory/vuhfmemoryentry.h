@@ -5,7 +5,8 @@
 /// A memory channel of a VHF/UHF receiver.
 class VUHFMemoryEntry : public MemoryEntry {
 public:
-    VUHFMemoryEntry(Node* node, bool create, const GeneralEntry* source);
+    VUHFMemoryEntry(Node* node, bool create, const GeneralEntry* source, Use use = Use::Kept);
+    static const class Shape& Shape();
 
     void SetAfc(bool on) { Set(m_afc, on); }
     /// Whether the threshold works as squelch.
@@ -16,6 +17,9 @@ public:
     void SetAntennaID(long id) { SetNumber(m_antennaID, id); }
 
 private:
+    static const IntegerSetting AttenuationSetting;
+    static const IntegerSetting AntennaSetting;
+
     void create();
     void attach();
 

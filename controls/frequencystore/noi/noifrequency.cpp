@@ -1,7 +1,14 @@
 #include "controls/frequencystore/noi/noifrequency.h"
 
-NOIFrequency::NOIFrequency(Node* node, bool create, const GeneralEntry* source)
-    : SimpleFrequency(node, create, source) {
+const Shape& NOIFrequency::Shape() {
+    using S = ::Shape;
+    static const S& shape =
+        S::Make({FrequencyField(), S::Text(Keys::KeyComment), BandwidthField(Keys::KeyBandwidth)});
+    return shape;
+}
+
+NOIFrequency::NOIFrequency(Node* node, bool create, const GeneralEntry* source, Use use)
+    : SimpleFrequency(node, create, source, use) {
     if (!node)
         return;
     if (create)

@@ -126,26 +126,23 @@ void NOIFrequencyHandler::SetNOIDefinition_ValuePath(const QString& path) {
     UpdateNOIList();
 }
 
-std::unique_ptr<NOIFrequency> NOIFrequencyHandler::AddValue() {
-    Node* const list = m_pNode.get();
-    if (!list)
-        return nullptr;
-    static const QString name = QStringLiteral("Entry");
-    auto* node = new Node(list, name);
-    list->AddItemUnique(node);
-    return std::make_unique<NOIFrequency>(node, true, &m_template);
+NOIFrequency NOIFrequencyHandler::AddValue(Node& list) {
+    static const Names::Id name = Names::Intern(QStringLiteral("Entry"));
+    const NewEntryNode made(list, name, NOIFrequency::Shape());
+    return {made.node, true, &m_template, made.use};
 }
 
 bool NOIFrequencyHandler::insert(double frequency, double bandwidth, const QString& comment) {
-    const std::unique_ptr<NOIFrequency> entry = AddValue();
-    if (!entry) {
+    Node* const list = m_pNode.get();
+    if (!list) {
         TraceLazily(TraceSource, [] { return QStringLiteral("AddValue returned invalid value"); });
         return false;
     }
+    NOIFrequency entry = AddValue(*list);
     if (frequency > 0) {
-        entry->SetFrequency(frequency);
-        entry->SetBandwidth(bandwidth);
-        entry->SetComment(comment);
+        entry.SetFrequency(frequency);
+        entry.SetBandwidth(bandwidth);
+        entry.SetComment(comment);
     }
     m_updateIsDue = true;
     if (!m_ready)

@@ -98,7 +98,7 @@ signals:
 
 protected:
     /// A new entry at the end of the list, with the values that the receiver gives it; null without a list.
-    std::unique_ptr<NOIFrequency> AddValue();
+    NOIFrequency AddValue(Node& list);
     /// The line of an entry in a text file; empty when it lacks frequency, bandwidth or comment.
     QString GetString(FrequencyNodeMediator* mediator);
 

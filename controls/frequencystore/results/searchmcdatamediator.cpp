@@ -28,24 +28,33 @@ constexpr qint64 MicrosecondsPerSecond = 1000000;
 
 } // namespace
 
+static_assert(sizeof(void*) != 8 || sizeof(SearchMCDataMediator) == 64, "there are a million of them");
+
 SearchMCDataMediator::SearchMCDataMediator(MediatorCtrl* controller, Observable* node, int kind)
     : HalvoITNodeMediator(controller, node, kind, MediatorType::SearchMCData) {
-    UpdateDependentValues();
+    bindOwn();
 }
 
 void SearchMCDataMediator::UpdateDependentValues() {
     HalvoITNodeMediator::UpdateDependentValues();
-    Rebind(m_lockTime, Own<ValueNumeric<qint64>>(Keys::LockTime));
-    Rebind(m_locked, Own<ValueSelection>(Keys::Locked));
-    Rebind(m_confidence, Own<ValueNumeric<int>>(Keys::Confidence));
+    bindOwn();
+}
+
+void SearchMCDataMediator::bindOwn() {
+    static constexpr Binding table[] = {{&Keys::LockTime, TypesOf(ValueType::NumericInt64)},
+                                        {&Keys::Locked, TypesOf(ValueType::Selection)},
+                                        {&Keys::Confidence, TypesOf(ValueType::NumericInt)}};
+    static_assert(std::size(table) == BoundEnd - BoundLockTime);
+    static const Bindings bindings{BoundLockTime, table};
+    Bind(bindings);
     checkType();
 }
 
 void SearchMCDataMediator::checkType() {
     m_letter = LetterUnlocked;
-    if (m_locked && !m_locked->GetStringValue().contains(LockText::Unlocked()))
+    if (HeldLocked() && !HeldLocked()->GetStringValue().contains(LockText::Unlocked()))
         m_letter = LetterLocked;
-    if (m_confidence && m_confidence->GetValue() > 0)
+    if (HeldConfidence() && HeldConfidence()->GetValue() > 0)
         m_letter = LetterClassified;
     if (HeldType())
         HeldType()->SetValue(m_letter, this);
@@ -57,8 +66,8 @@ void SearchMCDataMediator::Update(Observable* subject, TChangeCode code) {
         return;
     }
     if (code == TChangeCode::Removing) {
-        ForgetIfRemoved(m_lockTime, subject) || ForgetIfRemoved(m_locked, subject) ||
-            ForgetIfRemoved(m_confidence, subject);
+        for (size_t number = BoundLockTime; number < BoundEnd && !ForgetIfRemoved(number, subject); ++number)
+            ;
         HalvoITNodeMediator::Update(subject, code);
         // A value on its way out is still under its node; binding it again would hold on to it.
         checkType();
@@ -73,9 +82,9 @@ QString SearchMCDataMediator::GetUsage() {
 }
 
 bool SearchMCDataMediator::GetLockResult(QString& state) {
-    if (m_locked)
-        state = m_locked->GetStringValue();
-    return m_locked != nullptr;
+    if (HeldLocked())
+        state = HeldLocked()->GetStringValue();
+    return HeldLocked() != nullptr;
 }
 
 bool SearchMCDataMediator::GetLockTime(QString& time) {
@@ -87,15 +96,15 @@ bool SearchMCDataMediator::GetLockTime(QString& time) {
 }
 
 bool SearchMCDataMediator::GetLockTime(quint64& microseconds) {
-    if (m_lockTime)
-        microseconds = static_cast<quint64>(m_lockTime->GetValue());
-    return m_lockTime != nullptr;
+    if (HeldLockTime())
+        microseconds = static_cast<quint64>(HeldLockTime()->GetValue());
+    return HeldLockTime() != nullptr;
 }
 
 bool SearchMCDataMediator::GetConfidence(int& percent) {
-    if (m_confidence)
-        percent = m_confidence->GetValue();
-    return m_confidence != nullptr;
+    if (HeldConfidence())
+        percent = HeldConfidence()->GetValue();
+    return HeldConfidence() != nullptr;
 }
 
 void SearchMCDataMediator::SetLockResult(const QString& state) {
@@ -103,13 +112,13 @@ void SearchMCDataMediator::SetLockResult(const QString& state) {
 }
 
 void SearchMCDataMediator::SetLockTime(quint64 microseconds) {
-    if (m_lockTime)
-        m_lockTime->SetValue(static_cast<qint64>(microseconds));
+    if (HeldLockTime())
+        HeldLockTime()->SetValue(static_cast<qint64>(microseconds));
 }
 
 void SearchMCDataMediator::SetConfidence(int percent) {
-    if (m_confidence)
-        m_confidence->SetValue(percent);
+    if (HeldConfidence())
+        HeldConfidence()->SetValue(percent);
 }
 
 void SearchMCDataMediator::SetBandwidth(double hertz) {
@@ -123,9 +132,9 @@ bool SearchMCDataMediator::CellText(unsigned columnId, QString& text) {
     case SourceLockTime:
         return GetLockTime(text);
     case SourceConfidence:
-        if (m_confidence)
-            text = m_confidence->GetStringValue();
-        return m_confidence != nullptr;
+        if (HeldConfidence())
+            text = HeldConfidence()->GetStringValue();
+        return HeldConfidence() != nullptr;
     default:
         return HalvoITNodeMediator::CellText(columnId, text);
     }

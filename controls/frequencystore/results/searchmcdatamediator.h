@@ -1,8 +1,7 @@
 #pragma once
 
 #include "controls/frequencystore/common/halvoitnodemediator.h"
-
-class ValueSelection;
+#include "host/valuetree/valueselection.h"
 
 /// Mediator of one classifier result: shows lock state, signal time and confidence, and keeps the entry's
 /// type letter in step with them: 'p' with a confidence over 0, else 'b' when locked, else 'c'.
@@ -42,10 +41,18 @@ protected:
     void UpdateDependentValues() override;
 
 private:
-    void checkType();
+    enum ResultBoundNumber : size_t {
+        BoundLockTime = FirstOwnOfHalvo,
+        BoundLocked,
+        BoundConfidence,
+        BoundEnd
+    };
 
-    ValueNumeric<qint64>* m_lockTime = nullptr;
-    ValueSelection* m_locked = nullptr;
-    ValueNumeric<int>* m_confidence = nullptr;
+    void bindOwn();
+    void checkType();
+    ValueNumeric<qint64>* HeldLockTime() const { return Bound<ValueNumeric<qint64>>(BoundLockTime); }
+    ValueSelection* HeldLocked() const { return Bound<ValueSelection>(BoundLocked); }
+    ValueNumeric<int>* HeldConfidence() const { return Bound<ValueNumeric<int>>(BoundConfidence); }
+
     char m_letter = 0;
 };

@@ -2,10 +2,8 @@
 
 #include "controls/frequencystore/files/filekind.h"
 #include "controls/frequencystore/files/linereader.h"
-#include "controls/frequencystore/results/searchmcdatamediator.h"
 #include "controls/frequencystore/results/searchmcdataresult.h"
 #include "host/base/numbers.h"
-#include "host/base/tokenizer.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqstorexml/stagedentries.h"
 #include "host/report/filestamps.h"
@@ -19,35 +17,71 @@ namespace {
 
 constexpr char TraceSource[] = "listviewshandler";
 
-Node& addNode(Node& list) {
-    auto* node = new Node(&list, QStringLiteral("Entry"));
-    list.AddItemUnique(node);
-    return *node;
+SearchMCDataResult addResult(Node& list) {
+    static const Names::Id name = Names::Intern(QStringLiteral("Entry"));
+    const NewEntryNode made(list, name, SearchMCDataResult::Shape());
+    return {made.node, true, nullptr, made.use};
 }
 
-/// The fields of an exported line, as it names them.
-constexpr const char* LineFields[] = {
+/// The fields of an exported line, in its order, of which empty ones are passed over.
+enum Field : size_t { Frequency, Bandwidth, TypeLetter, LockState, LockTime, Confidence, FieldCount };
+constexpr const char* FieldNames[] = {
     QT_TRANSLATE_NOOP("Readers", "frequency"),   QT_TRANSLATE_NOOP("Readers", "bandwidth"),
     QT_TRANSLATE_NOOP("Readers", "type letter"), QT_TRANSLATE_NOOP("Readers", "lock state"),
     QT_TRANSLATE_NOOP("Readers", "lock time"),   QT_TRANSLATE_NOOP("Readers", "confidence")};
 
-/// Why a line is no exported one; empty when it is.
-QString refuseLine(const QString& line) {
-    const QString tab(QLatin1Char('\t'));
-    Quor::Tokenizer tokens(line);
-    double number = 0;
-    for (size_t i = 0; i < std::size(LineFields); ++i) {
-        const QString token = tokens(tab);
-        if (token.isEmpty())
-            return QCoreApplication::translate("Readers", "has no %1")
-                .arg(QCoreApplication::translate("Readers", LineFields[i]));
-        const bool isText = i == 2 || i == 3;
-        if (!isText && !Quor::ParseDouble(token, number))
-            return QCoreApplication::translate("Readers", "\"%1\" is no %2; 0 is taken")
-                .arg(token.left(40), QCoreApplication::translate("Readers", LineFields[i]));
+/// A line taken apart. What it lacks, or is no number, is as in a new result, or 0.
+class Line {
+public:
+    explicit Line(const LineReader& reader) {
+        QStringView parts[MaxParts];
+        const unsigned char partCount = reader.Fields(parts, MaxParts);
+        for (unsigned char i = 0; i < partCount && m_count < FieldCount; ++i) {
+            if (!parts[i].isEmpty())
+                m_fields[m_count++] = parts[i];
+        }
+        for (size_t i = 0; i < m_count; ++i)
+            m_isSound[i] = isText(i) || Quor::ParseDouble(m_fields[i], m_numbers[i]);
     }
-    return QString();
-}
+
+    /// Why this is no exported line; empty when it is.
+    QString Refusal() const {
+        for (size_t i = 0; i < FieldCount; ++i) {
+            if (i == m_count)
+                return QCoreApplication::translate("Readers", "has no %1").arg(nameOf(i));
+            if (!m_isSound[i])
+                return QCoreApplication::translate("Readers", "\"%1\" is no %2; 0 is taken")
+                    .arg(m_fields[i].left(40).toString(), nameOf(i));
+        }
+        return QString();
+    }
+    double Hertz() const { return m_numbers[Frequency]; }
+    /// The type letter follows from the rest. Lines have no comment: that of a new entry.
+    void FillIn(SearchMCDataResult& result) const {
+        result.SetFrequency(Hertz());
+        if (m_count > Bandwidth)
+            result.SetBandwidth(m_numbers[Bandwidth]);
+        if (m_count > LockState)
+            result.SetLocked(m_fields[LockState].toString());
+        if (qint64 time = 0; m_count > LockTime && Quor::ParseInt(m_fields[LockTime], time) && time >= 0)
+            result.SetLockTime(static_cast<quint64>(time));
+        else if (m_count > LockTime)
+            result.SetLockTime(m_fields[LockTime].toULongLong());
+        if (m_count > Confidence)
+            result.SetConfidence(m_fields[Confidence].toInt());
+        result.SetComment(Quor::ToShortest(Hertz()));
+    }
+
+private:
+    static QString nameOf(size_t field) { return QCoreApplication::translate("Readers", FieldNames[field]); }
+    static constexpr unsigned char MaxParts = 64; ///< empty ones, too
+    static bool isText(size_t field) { return field == TypeLetter || field == LockState; }
+
+    QStringView m_fields[FieldCount];
+    double m_numbers[FieldCount]{};
+    bool m_isSound[FieldCount]{};
+    size_t m_count = 0;
+};
 
 /// Whether the file holds exported lines: these have TABs, a heading row has none.
 bool holdsLines(const QString& path) {
@@ -124,17 +158,12 @@ void SearchMCDataReader::readLines(const QString& path) {
     while (reader.Next(view)) {
         if (view.trimmed().isEmpty())
             continue;
-        QString line = view.toString();
-        if (const QString refusal = refuseLine(line); !refusal.isEmpty())
+        const Line line(reader);
+        if (const QString refusal = line.Refusal(); !refusal.isEmpty())
             reader.ReportProblem(refusal);
-        Node& entryNode = addNode(*node);
-        const SearchMCDataResult entry(&entryNode, true, nullptr);
-        SearchMCDataMediator mediator(nullptr, &entryNode, 0);
-        mediator.FromString(line);
-        double hertz = 0;
-        mediator.GetFrequency(hertz, 0);
-        reader.CheckFrequency(hertz);
-        mediator.SetComment(Quor::ToShortest(hertz)); // lines have no comment: that of a new entry
+        SearchMCDataResult result = addResult(*node);
+        line.FillIn(result);
+        reader.CheckFrequency(line.Hertz());
     }
     reading.Finish();
     m_list.Suspend(false);
@@ -143,7 +172,7 @@ void SearchMCDataReader::readLines(const QString& path) {
 void SearchMCDataReader::AddEntry(Node& list, const FreqStoreXml::FrequencyStoreEntry& entry) {
     const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
     const FreqStoreXml::ResultList& result = entry.GetResultList();
-    SearchMCDataResult added(&addNode(list), true, nullptr);
+    SearchMCDataResult added = addResult(list);
     added.SetFrequency(settings.GetFrequency().GetValue());
     added.SetBandwidth(settings.GetIFBandwidth().GetValue());
     added.SetComment(entry.GetComment());

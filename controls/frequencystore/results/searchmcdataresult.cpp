@@ -1,7 +1,16 @@
 #include "controls/frequencystore/results/searchmcdataresult.h"
 
-SearchMCDataResult::SearchMCDataResult(Node* node, bool createValues, const GeneralEntry* source)
-    : SimpleFrequency(node, createValues, source) {
+const Shape& SearchMCDataResult::Shape() {
+    using S = ::Shape;
+    static const S& shape =
+        S::Make({FrequencyField(), S::Text(Keys::KeyComment), S::Selection(Keys::BandwidthSel),
+                 S::Selection(Keys::Locked), S::Number<qint64>(Keys::LockTime, 0, 0, 0),
+                 S::Number<int>(Keys::Confidence, 0, 100, 1), S::Letter(Keys::KeyType)});
+    return shape;
+}
+
+SearchMCDataResult::SearchMCDataResult(Node* node, bool createValues, const GeneralEntry* source, Use use)
+    : SimpleFrequency(node, createValues, source, use) {
     if (!node)
         return;
     if (createValues)

@@ -7,7 +7,8 @@
 /// confidence; the list's mediator writes it.
 class SearchMCDataResult : public SimpleFrequency {
 public:
-    SearchMCDataResult(Node* node, bool create, const GeneralEntry* source);
+    SearchMCDataResult(Node* node, bool create, const GeneralEntry* source, Use use = Use::Kept);
+    static const class Shape& Shape();
 
     /// Null when the value is missing or has ended.
     ValueSelection* GetLocked() const { return Alive(m_locked); }

@@ -1,7 +1,5 @@
 #include "controls/frequencystore/targets/wkflistentry.h"
 
-#include <limits>
-
 namespace {
 
 constexpr int LowestPriority = 11;
@@ -26,10 +24,9 @@ enum Field : size_t {
 const Shape& WkfTarget::Shape() {
     using S = ::Shape;
     static const S& shape =
-        S::Make({S::Number<double>(Keys::KeyFrequency, 0.0, std::numeric_limits<double>::max(), 1.0),
-                 S::Text(Keys::KeyComment),
-                 S::Number<double>(Keys::KeyBandwidth, 0.0, SimpleFrequency::MaxBandwidth, 1.0),
-                 S::Text(Keys::KeyDemodulation), S::Letter(Keys::KeyType), S::Text(Keys::ThreatClass),
+        S::Make({SimpleFrequency::FrequencyField(), S::Text(Keys::KeyComment),
+                 SimpleFrequency::BandwidthField(Keys::KeyBandwidth), S::Text(Keys::KeyDemodulation),
+                 S::Letter(Keys::KeyType), S::Text(Keys::ThreatClass),
                  S::Number<int>(Keys::Priority, 1, LowestPriority, 1), S::Text(Keys::ProfileID),
                  S::Text(Keys::SignalClass), S::Text(Keys::TransmissionSystem), S::Text(Keys::ProfileName)});
     return shape;
