@@ -220,7 +220,9 @@ public:
         auto& [known, head] = m_heads[place];
         if (head.empty() || known.constData() != key.constData()) {
             known = key;
-            head = place == 0 ? "" : ",";
+            head.clear();
+            if (place > 0)
+                head += ',';
             appendQuoted(head, key);
             head += ':';
         }
