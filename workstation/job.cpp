@@ -65,9 +65,9 @@ void Job::noteSaved(const QString& fileName) {
 
 /// Undo of opening a job takes back which file it stands in, too; the channels know a file of their own.
 void Job::keepFileForUndo(const QString& channelsFile) {
-    UndoHistory::Instance().Add(
-        std::make_unique<UndoState>([this, file = m_fileName, text = m_savedText, saved = m_saved,
-                                     foreign = m_foreign, channelsFile, alive = QPointer(this)]() mutable {
+    UndoHistory::Instance().Add(std::make_unique<UndoState>(
+        [this, file = m_fileName, text = m_savedText, saved = m_saved, foreign = m_foreign,
+         ofChannels = channelsFile, alive = QPointer(this)]() mutable {
             if (!alive)
                 return;
             std::swap(m_fileName, file);
@@ -75,7 +75,7 @@ void Job::keepFileForUndo(const QString& channelsFile) {
             std::swap(m_saved, saved);
             std::swap(m_foreign, foreign);
             const QString present = channels().GetJobfileName();
-            channels().SetJobfileName(std::exchange(channelsFile, present));
+            channels().SetJobfileName(std::exchange(ofChannels, present));
             watch();
             emit Changed();
         }));
