@@ -27,17 +27,28 @@ std::string_view Unguarded(std::string_view text, const MemberPtr& member) {
     return text;
 }
 
-void ReadRow(const CsvScanner& scanner, const CsvHeading& heading, IRGObject& record, TextCache& cache) {
+/// Where the cells of a row go: the members of a record in the file's order of columns, none for a column
+/// that the record does not know.
+using Targets = std::vector<std::optional<MemberPtr>>;
+
+Targets TargetsIn(IRGObject& record, const CsvHeading& heading) {
+    Targets targets;
+    for (const CsvColumn* column : heading.Columns())
+        targets.push_back(column ? std::optional(column->At(record)) : std::nullopt);
+    return targets;
+}
+
+void ReadRow(const CsvScanner& scanner, const CsvHeading& heading, const Targets& targets, TextCache& cache) {
     const auto& cells = scanner.Cells();
-    const auto& columns = heading.Columns();
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        if (!columns[i])
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        if (!targets[i])
             continue;
-        const MemberPtr member = columns[i]->At(record);
-        const std::string_view text = heading.IsGuarded() ? Unguarded(cells[i], member) : cells[i];
-        if (const char* whatItIsNot = AssignMember(member, text, cache))
-            scanner.Fail(ToText(columns[i]->name) + QStringLiteral(" \"") + ToText(cells[i].substr(0, 80)) +
-                         QStringLiteral("\" is not ") + QString::fromLatin1(whatItIsNot));
+        const std::string_view cell = i < cells.size() ? cells[i] : std::string_view();
+        const std::string_view text = heading.IsGuarded() ? Unguarded(cell, *targets[i]) : cell;
+        if (const char* whatItIsNot = AssignMember(*targets[i], text, cache))
+            scanner.Fail(ToText(heading.Columns()[i]->name) + QStringLiteral(" \"") +
+                         ToText(cell.substr(0, 80)) + QStringLiteral("\" is not ") +
+                         QString::fromLatin1(whatItIsNot));
     }
 }
 
@@ -59,26 +70,28 @@ bool IsCut(const CsvScanner& scanner, const CsvHeading& heading) {
 
 } // namespace
 
-void ReadCsvRecords(QIODevice& device, const QString& name, const CsvLayout& layout, IObjectList& items) {
+void ReadCsvRecords(QIODevice& device, const QString& name, const CsvLayout& layout, IRGObject& record,
+                    const std::function<void()>& take) {
     TextInput input(device, name);
     CsvScanner scanner(input.Device(), name);
     CsvHeading heading(scanner, layout);
     FileProblems problems(name, "csvreader");
     input.Tell(problems);
     TextCache cache;
+    const Targets targets = TargetsIn(record, heading);
     while (scanner.NextRow()) {
         if (const std::optional<double> frequency = FrequencyOf(scanner, heading)) {
             heading.Note(*frequency, scanner);
             if (!FileProblems::IsFrequency(*frequency))
                 problems.CheckFrequency(scanner.Line(), *frequency);
         }
-        ReadRow(scanner, heading, items.Append(), cache);
+        ReadRow(scanner, heading, targets, cache);
         if (IsCut(scanner, heading))
             problems.ReportAlways(scanner.Line(), QStringLiteral("the last row has only %1 of %2 cells and "
                                                                  "no line end; the file may be cut")
                                                       .arg(scanner.Cells().size())
                                                       .arg(heading.Columns().size()));
-        items.Completed();
+        take();
     }
     heading.CheckFrequencies(name);
 }

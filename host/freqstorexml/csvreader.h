@@ -4,16 +4,18 @@
 
 #include <QString>
 
+#include <functional>
+
 class QIODevice;
 
 namespace FreqStoreXml {
 
-/// Reads a CSV file with a heading into `items`, row by row. Columns are found by their headings; headings
-/// that the layout does not know are passed over. What is not UTF-8 is converted, and told as a problem, as
-/// are frequencies that cannot be and a last row that is cut. Throws RGException "name:line: reason", having
-/// then passed on the rows before the bad one.
+/// Reads a CSV file with a heading, row by row, into one record, and calls `take` when it holds a row.
+/// Columns are found by their headings; headings that the layout does not know are passed over. What is not
+/// UTF-8 is converted, and told as a problem, as are frequencies that cannot be and a last row that is cut.
+/// Throws RGException "name:line: reason", having then passed on the rows before the bad one.
 void ReadCsvRecords(QIODevice& device, const QString& name, const CsvLayout& layout,
-                    REPORTGENERATOR::IObjectList& items);
+                    REPORTGENERATOR::IRGObject& record, const std::function<void()>& take);
 
 /// The content of a CSV file of frequencies, in numbers.
 struct CsvLook {

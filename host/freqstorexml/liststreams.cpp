@@ -156,15 +156,16 @@ void ReadXml(QIODevice& device, const QString& name, const EntryCallback& callba
 
 void ReadCsv(QIODevice& device, const QString& name, FrequencyStoreListHelper::ListType type,
              const EntryCallback& callback) {
-    PassingList<FrequencyStoreEntry> entries(callback);
-    ReadCsvRecords(device, name, CsvLayout::Of(type), entries);
+    FrequencyStoreEntry entry;
+    ReadCsvRecords(device, name, CsvLayout::Of(type), entry, [&] { callback(entry); });
 }
 
 void ReadDetectionResults(const QString& fileName, bool csv, const ResultCallback& callback) {
     REPORTGENERATOR::ReadWhole(fileName, [&](QFile& file) {
         if (csv) {
-            PassingList<DetectionResult> results(callback);
-            return ReadCsvRecords(file, fileName, CsvLayout::OfDetectionResults(), results);
+            DetectionResult result;
+            return ReadCsvRecords(file, fileName, CsvLayout::OfDetectionResults(), result,
+                                  [&] { callback(result); });
         }
         FrequencyCheck check(fileName);
         const ResultCallback passOn = [&](DetectionResult& result) {

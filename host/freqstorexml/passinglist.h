@@ -16,7 +16,7 @@ public:
     qsizetype Size() const override { return 0; }
     const REPORTGENERATOR::IRGObject& At(qsizetype) const override { return m_record; }
     REPORTGENERATOR::IRGObject& Append() override {
-        m_record.Reset();
+        m_record = T();
         return m_record;
     }
     void Completed() override { m_callback(m_record); }

@@ -16,8 +16,10 @@ constexpr qsizetype LargestPiece = 16 * 1024 * 1024;
 /// Number of the line ends, LF, CR or both, that begin before `end`; what is known goes on until `last`.
 qint64 CountLineEnds(const char* begin, const char* end, const char* last) {
     qint64 count = std::count(begin, end, '\n');
-    for (const char* at = std::find(begin, end, '\r'); at != end; at = std::find(at + 1, end, '\r'))
-        count += at + 1 == last || at[1] != '\n' ? 1 : 0;
+    const std::string_view bytes(begin,
+                                 static_cast<std::size_t>(end - begin)); // whose find() is the fast one
+    for (std::size_t at = bytes.find('\r'); at != bytes.npos; at = bytes.find('\r', at + 1))
+        count += begin + at + 1 == last || begin[at + 1] != '\n' ? 1 : 0;
     return count;
 }
 } // namespace

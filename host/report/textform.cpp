@@ -15,6 +15,8 @@ namespace {
 constexpr const char* Replacement = "\xEF\xBF\xBD";
 
 std::string_view Trimmed(std::string_view text) {
+    if (!text.empty() && text.front() > ' ' && text.back() > ' ') // most are that
+        return text;
     constexpr std::string_view Blanks = " \t\r\n";
     const std::size_t first = text.find_first_not_of(Blanks);
     if (first == std::string_view::npos)

@@ -140,8 +140,8 @@ struct Row {
     std::array<int, 3> megaBytes{18, 40, 70};
 };
 const Row Rows[] = {
-    {"target", "a.csv", table},
-    {"target", "a.xml", list},
+    {"target", "a.csv", table, {18, 30, 45}},
+    {"target", "a.xml", list, {18, 30, 45}},
     {"target", "a.sfl", lines, {18, 30, 45}},
     {"target", "profiles.xml", profiles},
     {"noi", "a.noi", lines, {24, 40, 70}},

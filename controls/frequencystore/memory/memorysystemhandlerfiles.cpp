@@ -8,7 +8,7 @@
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "host/base/fileproblems.h"
 #include "host/base/trace.h"
-#include "host/freqstorexml/filehandling.h"
+#include "host/freqstorexml/stagedentries.h"
 #include "host/report/readsafely.h"
 
 #include <QPointer>
@@ -189,17 +189,16 @@ bool MemorySystemHandler::readEntries(const QString& path) {
     if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
         return TellRefusal(TraceSource, {path, 0, refusal});
     file.close();
-    FreqStoreXml::FrequencyStoreList list;
+    FreqStoreXml::StagedEntries entries;
     try {
-        FreqStoreXml::FileHandling().ImportXml(path, list);
+        entries.Read(path, false, FreqStoreXml::FrequencyStoreListHelper::XmlList);
     } catch (const RGException& exception) {
         TraceLazily(TraceSource, [] { return QStringLiteral("EXCEPTION WHILE READING FREQUENCIES:"); });
         Problems::Report(TraceSource, Problem::FromText(exception.GetErrorText()));
         return false;
     }
     Prepare4NewFile();
-    for (const FreqStoreXml::FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry())
-        addEntry(entry);
+    entries.Drain([this](const FreqStoreXml::FrequencyStoreEntry& entry) { addEntry(entry); });
     ResetDataAfterNewFile();
     return true;
 }

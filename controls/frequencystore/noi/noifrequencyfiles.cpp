@@ -12,6 +12,7 @@
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqstorexml/filehandling.h"
 #include "host/freqstorexml/liststreams.h"
+#include "host/freqstorexml/stagedentries.h"
 #include "host/startup/cfgcenter.h"
 
 #include <QFileInfo>
@@ -78,11 +79,9 @@ bool NOIFrequencyHandler::ParseNOIXmlFile(const QString& path) {
 bool NOIFrequencyHandler::readEntries(const QString& path, bool tell) {
     Prepare4NewFile();
     try {
-        FrequencyStoreList list;
-        FileHandling().ImportFrequencyStoreList(PathContains(path, ".csv"), path, list,
-                                                FrequencyStoreListHelper::NoiFrequencies);
-        for (const FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry())
-            FillInEntry(entry);
+        FreqStoreXml::StagedEntries entries;
+        entries.Read(path, PathContains(path, ".csv"), FrequencyStoreListHelper::NoiFrequencies);
+        entries.Drain([this](const FrequencyStoreEntry& entry) { FillInEntry(entry); });
     } catch (const REPORTGENERATOR::NotEnoughMemory&) {
         throw;
     } catch (const RGException& exception) {

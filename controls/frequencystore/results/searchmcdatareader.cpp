@@ -7,7 +7,7 @@
 #include "host/base/numbers.h"
 #include "host/base/tokenizer.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
-#include "host/freqstorexml/filehandling.h"
+#include "host/freqstorexml/stagedentries.h"
 #include "host/report/filestamps.h"
 #include "host/valuetree/node.h"
 
@@ -86,13 +86,18 @@ REPORTGENERATOR::DroppedEntries SearchMCDataReader::dropEntries() {
 }
 
 void SearchMCDataReader::readEntries(const QString& path, bool csv) {
-    FreqStoreXml::FrequencyStoreList read;
-    FreqStoreXml::FileHandling().ImportFrequencyStoreList(csv, path, read,
-                                                          FrequencyStoreListHelper::SearchResults);
+    FreqStoreXml::StagedEntries entries;
+    entries.Read(path, csv, FrequencyStoreListHelper::SearchResults);
     m_isEmptied = true;
     if (Node* node = m_list.GetNode())
         node->DeleteChildren();
-    m_list.AppendEntries(read.GetFrequencyStoreEntry());
+    m_list.Suspend(true);
+    QVector<FreqStoreXml::FrequencyStoreEntry> one(1);
+    entries.Drain([&](const FreqStoreXml::FrequencyStoreEntry& entry) {
+        one[0] = entry;
+        m_list.AppendEntries(one);
+    });
+    m_list.Suspend(false);
 }
 
 void SearchMCDataReader::readLines(const QString& path) {

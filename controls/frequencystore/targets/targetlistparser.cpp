@@ -13,7 +13,7 @@
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/pixstatevector.h"
-#include "host/freqstorexml/filehandling.h"
+#include "host/freqstorexml/stagedentries.h"
 
 #include <QCoreApplication>
 
@@ -176,11 +176,10 @@ bool TargetListParser::ParseSFLFile(const QString& path) {
 
 /// The file is read whole before the list is emptied: one that is bad half-way costs nothing.
 void TargetListParser::readEntries(const QString& path, bool csv) {
-    FreqStoreXml::FrequencyStoreList list;
-    FreqStoreXml::FileHandling().ImportFrequencyStoreList(csv, path, list, FrequencyStoreListHelper::Targets);
+    FreqStoreXml::StagedEntries entries;
+    entries.Read(path, csv, FrequencyStoreListHelper::Targets);
     Prepare4NewFile();
-    for (const FreqStoreXml::FrequencyStoreEntry& entry : std::as_const(list).GetFrequencyStoreEntry())
-        FillInEntry(entry);
+    entries.Drain([this](const FreqStoreXml::FrequencyStoreEntry& entry) { FillInEntry(entry); });
     ResetDataAfterNewFile();
 }
 
