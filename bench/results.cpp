@@ -1,6 +1,7 @@
 // How long the window keeps the operator waiting while a classifier adds a thousand results a second to a
 // list of a hundred thousand that is open: the longest time between two turns of the event loop.
 
+#include "bench/targets.h"
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/results/searchmcdatahandler.h"
 #include "controls/frequencystore/results/searchmcdatalistview.h"
@@ -28,7 +29,7 @@ constexpr size_t Results = 100000;
 constexpr double ResultsPerSecond = 1000;
 constexpr int SettleMilliseconds = 3000; ///< filling, first paint and the sort that was asked for
 constexpr int MeasuredMilliseconds = 6000;
-constexpr double GoalMilliseconds = 50;
+constexpr double GoalSeconds = 0.05;
 
 /// Runs the event loop for a while and tells the longest time, in milliseconds, between two beats of a timer
 /// that beats each millisecond: as long an operator may have to wait for an answer. `busy` is the share of
@@ -56,6 +57,7 @@ double longestWait(int milliseconds, double& busy) {
 void resultsKeepComing(benchmark::State& state) {
     const int column = static_cast<int>(state.range(0));
     for (auto _ : state) {
+        Bench::End();
         Tree::Instance()->GetRoot()->DeleteChildren(); // what the run before has left
         const QTemporaryDir folder;
         Options options;
@@ -81,8 +83,8 @@ void resultsKeepComing(benchmark::State& state) {
         if (view->RowCount() == before)
             state.SkipWithError("no results came");
         state.SetIterationTime(longest / 1e3);
-        state.counters["longest_ms"] = longest;
-        state.counters["goal_ms"] = GoalMilliseconds;
+        state.counters["ours_s"] = longest / 1e3;
+        state.counters["goal"] = GoalSeconds;
         state.counters["busy_percent"] = busy;
         state.counters["rows"] = view->RowCount();
         state.counters["added"] = view->RowCount() - before;

@@ -2,6 +2,8 @@
 // their ratio; "goal" is the ratio (or the seconds, or the bytes) that must not be exceeded.
 
 #include "bench/figures.h"
+#include "bench/leantargets.h"
+#include "bench/memoryprobe.h"
 #include "bench/targets.h"
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/targets/targetlistparser.h"
@@ -14,116 +16,15 @@
 #include "host/valuetree/tree.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
-#include <QFile>
-#include <QHeaderView>
-#include <QXmlStreamReader>
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
-#include <charconv>
 #include <malloc.h>
-#include <string>
-#include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace {
 
 constexpr int Million = 1000000;
-
-/// The leanest program for the same bytes: fields by pointer, numbers by `std::from_chars`, words interned,
-/// comments as strings, one record after the other in a vector.
-class LeanParse {
-public:
-    struct Record {
-        double frequency, bandwidth;
-        std::u16string comment;
-        int demodulation, threatClass, priority;
-    };
-
-    explicit LeanParse(const QString& path) {
-        QFile file(path);
-        file.open(QIODevice::ReadOnly);
-        std::vector<char16_t> text(static_cast<size_t>(file.size()) / 2);
-        file.read(reinterpret_cast<char*>(text.data()), file.size());
-        const char16_t* const end = text.data() + text.size();
-        for (const char16_t* line = text.data() + 1; line < end;) { // behind the byte-order mark
-            const char16_t* const lineEnd = std::find(line, end, u'\n');
-            take(line, lineEnd);
-            line = lineEnd + 1;
-        }
-    }
-    const std::vector<Record>& Records() const { return m_records; }
-
-private:
-    using Text = std::u16string_view;
-    static constexpr int Fields = 7;
-
-    void take(const char16_t* at, const char16_t* end) {
-        Text fields[Fields];
-        int count = 0;
-        while (count < Fields && at < end) {
-            const char16_t* const tab = std::find(at, end, u'\t');
-            fields[count++] = Text(at, static_cast<size_t>(tab - at));
-            at = tab + 1;
-        }
-        if (count == Fields)
-            m_records.push_back({number(fields[0]), number(fields[1]), std::u16string(fields[2]),
-                                 word(fields[3]), word(fields[5]), static_cast<int>(number(fields[6]))});
-    }
-    static double number(Text text) {
-        char ascii[64];
-        char* end = ascii;
-        for (const char16_t c : text.substr(0, sizeof ascii))
-            *end++ = static_cast<char>(c);
-        double value = 0;
-        std::from_chars(ascii, end, value);
-        return value;
-    }
-    int word(Text text) {
-        return m_words.try_emplace(std::u16string(text), static_cast<int>(m_words.size())).first->second;
-    }
-
-    std::vector<Record> m_records;
-    std::unordered_map<std::u16string, int> m_words;
-};
-
-double medianOf(std::vector<double> values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
-double residentBytes() {
-    malloc_trim(0);
-    QFile file(QStringLiteral("/proc/self/statm"));
-    file.open(QIODevice::ReadOnly);
-    return file.readAll().split(' ')[1].toDouble() * 4096;
-}
-
-/// The most memory that the process has held since `forgetPeak`, in bytes.
-double peakBytes() {
-    QFile file(QStringLiteral("/proc/self/status"));
-    file.open(QIODevice::ReadOnly);
-    for (const QByteArray& line : file.readAll().split('\n')) {
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).simplified().split(' ')[0].toDouble() * 1024;
-    }
-    return 0;
-}
-
-void forgetPeak() {
-    QFile file(QStringLiteral("/proc/self/clear_refs"));
-    if (file.open(QIODevice::WriteOnly))
-        file.write("5");
-}
-
-void emptyList() {
-    Bench::Get().Forget();
-    TargetListHandler::Instance()->GetItemsRoot()->DeleteChildren();
-    TargetListHandler::Instance()->GetParser()->GetMediatorCtrl()->ForceUpdateNow();
-}
 
 /// Reading a million targets into tree, controller and mediators, beside the lean parse of the same file:
 /// pairs that alternate, each with an empty list at its start.
@@ -135,7 +36,7 @@ void ReadLtl(benchmark::State& state) {
         std::vector<double> baseline, ours, ratio;
         double bytes = 0, peak = 0;
         for (int i = 0; i < Pairs; ++i) {
-            emptyList();
+            bench.Empty();
             malloc_trim(0);
             baseline.push_back(processorSecondsOf([&] {
                 const LeanParse lean(path);
@@ -153,63 +54,10 @@ void ReadLtl(benchmark::State& state) {
         }
         report(state, medianOf(baseline), medianOf(ours), 2.0);
         state.counters["ratio"] = medianOf(ratio);
+        state.SetLabel("a lean parse into structs");
         state.counters["bytes_per_entry"] = bytes;
         state.counters["bytes_goal"] = 400;
         state.counters["bytes_while_reading"] = peak;
-    }
-}
-
-void formatAll(QString& buffer) {
-    auto& list = *TargetListHandler::Instance();
-    list.ResetDataCollect();
-    double frequency = 0, bandwidth = 0;
-    int priority = 0;
-    QString comment, threatClass, demodulation;
-    while (list.GetNextData(frequency, bandwidth, priority, comment, threatClass, demodulation)) {
-        buffer += QString::number(frequency, 'f', 6) + QLatin1Char('\t') +
-                  QString::number(bandwidth, 'f', 6) + QLatin1Char('\t') + comment + QLatin1Char('\t') +
-                  demodulation + QStringLiteral("\tp\t") + threatClass + QLatin1Char('\t') +
-                  QString::number(priority) + QStringLiteral("\t\n");
-    }
-}
-
-void writeAs(benchmark::State& state, const char* name, double goal) {
-    Bench& bench = Bench::Get();
-    TargetListHandler& list = bench.List(Million);
-    for (auto _ : state) {
-        const double baseline = secondsOf([] {
-            QString buffer;
-            formatAll(buffer);
-            benchmark::DoNotOptimize(buffer);
-        });
-        const double ours = secondsOf([&] { list.SaveFile(bench.File(name)); });
-        report(state, baseline, ours, goal);
-    }
-}
-
-void WriteLtl(benchmark::State& state) {
-    writeAs(state, "out.ltl", 2.0);
-}
-
-void WriteXml(benchmark::State& state) {
-    writeAs(state, "out.xml", 3.0);
-}
-
-void ReadXml(benchmark::State& state) {
-    Bench& bench = Bench::Get();
-    const QString path = bench.File("out.xml");
-    bench.List(Million).SaveFile(path);
-    for (auto _ : state) {
-        const double baseline = secondsOf([&] {
-            QFile file(path);
-            file.open(QIODevice::ReadOnly);
-            QXmlStreamReader reader(&file);
-            while (!reader.atEnd())
-                reader.readNext();
-        });
-        bench.Forget();
-        const double ours = secondsOf([&] { TargetListHandler::Instance()->ReadFile(path); });
-        report(state, baseline, ours, 1.5);
     }
 }
 
@@ -242,10 +90,10 @@ void BarLine(benchmark::State& state) {
         const std::unique_ptr<PixStateVector> line(
             FreqStore::Instance().GetDefinition(static_cast<int>(bench.ListId()))->CreatePixStateVector());
         line->SetHMapping(&map, 1000);
-        const double first = secondsOf([&] { line->Refresh(); });
+        const double first = processorSecondsOf([&] { line->Refresh(); });
         list.GetParser()->GetMediatorCtrl()->At(5)->SetFrequency(first + 7e6);
         list.GetParser()->GetMediatorCtrl()->ForceUpdateNow();
-        const double changed = secondsOf([&] { line->Refresh(); });
+        const double changed = processorSecondsOf([&] { line->Refresh(); });
         state.SetIterationTime(changed);
         state.counters["first_s"] = first;
         state.counters["ours_s"] = changed;
@@ -263,7 +111,7 @@ void FilterByLetters(benchmark::State& state) {
     for (auto _ : state) {
         double longest = 0;
         for (const char* text : {"9", "99", "990", ""}) {
-            longest = std::max(longest, secondsOf([&] {
+            longest = std::max(longest, processorSecondsOf([&] {
                                    view.SetFilterText(QString::fromLatin1(text));
                                    view.viewport()->grab();
                                }));
@@ -273,18 +121,14 @@ void FilterByLetters(benchmark::State& state) {
     }
 }
 
-/// A tree widget that sorts by calling the compare function for each pair.
-class PlainRow : public QTreeWidgetItem {
-public:
-    using QTreeWidgetItem::QTreeWidgetItem;
-    static CompareFunction function;
-    bool operator<(const QTreeWidgetItem& other) const override {
-        const int column = treeWidget()->sortColumn();
-        return function(text(column), other.text(column)) < 0;
-    }
-};
-CompareFunction PlainRow::function = nullptr;
+/// Bare keys with the numbers of their rows; how much is in a key is known by its column.
+template <typename Key>
+void sortKeys(std::vector<std::pair<Key, int>> keys) {
+    std::sort(keys.begin(), keys.end());
+    benchmark::DoNotOptimize(keys.data());
+}
 
+/// Sorting the rows of a list by a column, its page shown, beside sorting bare keys and the same repaint.
 void Sort(benchmark::State& state) {
     constexpr int Rows = 100000;
     Bench& bench = Bench::Get();
@@ -300,28 +144,29 @@ void Sort(benchmark::State& state) {
     WkfListView view(nullptr, bench.ListId());
     view.resize(1200, 800);
     view.show();
-    QTreeWidget plain;
-    plain.setColumnCount(view.columnCount());
-    QList<QTreeWidgetItem*> rows;
+    std::vector<std::pair<double, int>> numbers;
+    std::vector<std::pair<std::u16string, int>> texts;
+    const bool isNumber = column == 0 || column == 2 || column == 4;
     for (SortListViewItemIterator it(&view); it.current(); ++it) {
-        QStringList texts;
-        for (int i = 0; i < view.columnCount(); ++i)
-            texts << it.current()->CellText(i);
-        rows << new PlainRow(texts);
+        const QString text = it.current()->CellText(column);
+        if (isNumber)
+            numbers.emplace_back(text.section(QLatin1Char(' '), 0, 0).toDouble(), numbers.size());
+        else
+            texts.emplace_back(text.toStdU16String(), texts.size());
     }
-    plain.addTopLevelItems(rows);
-    constexpr CompareFunction functions[] = {
-        _compNumericWithSuffix, _compStandardString, _compNumericWithSuffix, _compStandardString,
-        _compStandardNumeric,   _compStandardString, _compStandardString,    _compStandardString};
-    PlainRow::function = functions[column];
     for (auto _ : state) {
-        const double baseline = secondsOf([&] { plain.sortItems(column, Qt::DescendingOrder); });
-        const double ours = secondsOf([&] {
-            view.sortByColumn(column, Qt::DescendingOrder);
-            view.viewport()->grab();
-        });
-        report(state, baseline, ours, 1.0 / 25);
-        view.sortByColumn(-1, Qt::AscendingOrder);
+        reportInTurn(state, "std::sort of bare keys, and a repaint", 3, timed([&] {
+                         isNumber ? sortKeys(numbers) : sortKeys(texts);
+                         view.viewport()->grab();
+                     }),
+                     [&] {
+                         view.sortByColumn(-1, Qt::AscendingOrder);
+                         QApplication::processEvents();
+                         return processorSecondsOf([&] {
+                             view.sortByColumn(column, Qt::DescendingOrder);
+                             view.viewport()->grab();
+                         });
+                     });
     }
 }
 
@@ -333,11 +178,12 @@ void growth(benchmark::State& state, const std::function<void(int)>& prepare,
         double small = 0;
         for (int i = 0; i < 20; ++i) {
             prepare(Small);
-            small += secondsOf(work) / 20;
+            small += processorSecondsOf(work) / 20;
         }
         prepare(Million);
-        const double large = secondsOf(work);
+        const double large = processorSecondsOf(work);
         report(state, small / Small, large / Million, 1.5);
+        state.SetLabel("the same at 10,000, per entry");
     }
 }
 
@@ -401,9 +247,6 @@ void GrowthDeleteSelection(benchmark::State& state) {
 } // namespace
 
 BENCHMARK(ReadLtl)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
-BENCHMARK(WriteLtl)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
-BENCHMARK(WriteXml)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
-BENCHMARK(ReadXml)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 BENCHMARK(FirstPaint)->Arg(100000)->Arg(Million)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 BENCHMARK(BarLine)->Arg(100000)->Arg(Million)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 BENCHMARK(FilterByLetters)
@@ -422,5 +265,6 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
+    Bench::End();
     return 0;
 }

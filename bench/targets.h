@@ -1,7 +1,11 @@
 #pragma once
 
+#include "cli/list.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
+#include "controls/frequencystore/targets/targetlistparser.h"
 #include "host/base/numbers.h"
+#include "host/freqlist/freqstore.h"
 #include "host/valuetree/tree.h"
 
 #include <QFile>
@@ -19,7 +23,7 @@ inline QString linesOf(int count) {
     for (int i = 0; i < count; ++i) {
         const auto place = static_cast<double>(i * 104729LL % count);
         Quor::AppendFixed(text, 100000.0 + place * 137.0, 6);
-        text += QStringLiteral("\t2700.000000\tStation %1\t").arg((i * 7919) % count);
+        text += QStringLiteral("\t2700.000000\tStation %1\t").arg(i * 7919LL % count);
         text += demodulations[i % 3] + QStringLiteral("\tp\t") + classes[i % 3] + QLatin1Char('\t');
         text += QString::number(i % 11 + 1) + QStringLiteral("\t\n");
     }
@@ -30,9 +34,16 @@ inline QString linesOf(int count) {
 class Bench {
 public:
     static Bench& Get() {
-        static auto* const bench = new Bench;
-        return *bench;
+        if (!instance())
+            instance() = new Bench;
+        return *instance();
     }
+    /// Removes list and files: for a benchmark that needs the tree for itself.
+    static void End() { delete std::exchange(instance(), nullptr); }
+
+    Bench(const Bench&) = delete;
+    Bench& operator=(const Bench&) = delete;
+
     QString Ltl(int count) {
         const QString path = m_dir.filePath(QStringLiteral("list%1.ltl").arg(count));
         if (!QFile::exists(path)) {
@@ -50,17 +61,29 @@ public:
             handler.ReadFile(Ltl(count));
         return handler;
     }
+    /// The same list as the command line has it.
+    CliList& CommandLine() const { return *m_list; }
     void Forget() { m_loaded = -1; }
+    void Empty() {
+        Forget();
+        TargetListHandler::Instance()->GetItemsRoot()->DeleteChildren();
+        TargetListHandler::Instance()->GetParser()->GetMediatorCtrl()->ForceUpdateNow();
+    }
     unsigned ListId() const { return m_listId; }
 
 private:
-    Bench() {
-        Node* node = Tree::Instance()->MakeNode(QStringLiteral("/Lists/Targets"));
-        TargetListHandler::Instance()->Init(node, false);
-        m_listId = static_cast<unsigned>(TargetListHandler::Instance()->AddToFreqStore());
+    Bench()
+        : m_list(MakeList(QStringLiteral("target"))),
+          m_listId(static_cast<unsigned>(TargetListHandler::Instance()->AddToFreqStore())) {}
+    ~Bench() { FreqStore::Instance().RemoveFrequencyListDefinition(static_cast<int>(m_listId)); }
+
+    static Bench*& instance() {
+        static Bench* bench = nullptr;
+        return bench;
     }
 
     QTemporaryDir m_dir;
+    std::unique_ptr<CliList> m_list; ///< owns the handler
     unsigned m_listId;
     int m_loaded = 0;
 };

@@ -77,9 +77,7 @@ void printList(const std::vector<FileVersions::Version>& versions, const QString
 
 /// The present content is kept as a version before another takes its place. False, told, when that cannot be.
 bool restore(const FileVersions::Version& version, FileVersions& versions, const QString& file) {
-    QFile copy(version.path);
     try {
-        REPORTGENERATOR::OpenForReading(copy);
         if (!FileVersions::IsWhole(version))
             throw RGException(
                 REPORTGENERATOR::ErrorText(version.path, 0, QStringLiteral("is not what was kept")));
@@ -88,16 +86,7 @@ bool restore(const FileVersions::Version& version, FileVersions& versions, const
         Problems::Report("versions", Problem::FromText(exception.GetErrorText()));
         return false;
     }
-    try {
-        REPORTGENERATOR::OutputFile written(file);
-        constexpr qint64 BlockBytes = 1 << 20;
-        for (QByteArray block = copy.read(BlockBytes); !block.isEmpty(); block = copy.read(BlockBytes))
-            REPORTGENERATOR::WriteBytes(written.Device(), file, block);
-        written.Commit();
-        return true;
-    } catch (const RGException&) { // told
-        return false;
-    }
+    return REPORTGENERATOR::WriteCopy(version.path, file);
 }
 
 } // namespace

@@ -27,6 +27,7 @@ room $lists/files host $lists/common
 for list in targets memory noi results detections; do
     room $lists/$list host $lists/common $lists/files
 done
+room $lists/merge host $lists/{common,files,targets,memory,noi}
 # One class makes the mediator for each kind of list.
 room $lists/common/halvonodemediatorctrl.cpp host $lists/common $lists/targets $lists/memory $lists/results
 
@@ -44,7 +45,7 @@ room tests/support host/base
 for module in base valuetree startup report freqstorexml gui widgets freqlist; do
     tests_of tests/$module host/$module
 done
-room tests/frequencystore tests/support host $lists/{common,files,targets,memory,noi,results,detections}
+room tests/frequencystore tests/support host $lists/{common,files,targets,memory,noi,results,detections,merge}
 for program in $parts cli workstation; do
     tests_of tests/$program $program
 done

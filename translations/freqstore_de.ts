@@ -420,6 +420,75 @@
     </message>
 </context>
 <context>
+    <name>DiskWatch</name>
+    <message>
+        <source>%1 is gone from the disk; %2 is in no file now</source>
+        <translation>%1 ist von der Platte verschwunden; %2 steht jetzt in keiner Datei</translation>
+    </message>
+    <message>
+        <source>was changed by another program</source>
+        <translation>wurde von einem anderen Programm geändert</translation>
+    </message>
+    <message>
+        <source>File Changed</source>
+        <translation>Datei geändert</translation>
+    </message>
+    <message>
+        <source>Another program has changed %1.</source>
+        <translation>Ein anderes Programm hat %1 geändert.</translation>
+    </message>
+    <message numerus="yes">
+        <source>The file holds %n entries now.</source>
+        <translation>
+            <numerusform>Die Datei hat jetzt %Ln Eintrag.</numerusform>
+            <numerusform>Die Datei hat jetzt %Ln Einträge.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The list holds %n entries.</source>
+        <translation>
+            <numerusform>Die Liste hat %Ln Eintrag.</numerusform>
+            <numerusform>Die Liste hat %Ln Einträge.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The list has changes that are in no file; Reload loses them.</source>
+        <translation>Die Liste hat Änderungen, die in keiner Datei stehen; beim Neuladen gehen sie verloren.</translation>
+    </message>
+    <message>
+        <source>&amp;Reload</source>
+        <translation>&amp;Neu laden</translation>
+    </message>
+    <message>
+        <source>Read the file in place of the list</source>
+        <translation>Die Datei anstelle der Liste lesen</translation>
+    </message>
+    <message>
+        <source>&amp;Keep Mine</source>
+        <translation>Meine &amp;behalten</translation>
+    </message>
+    <message>
+        <source>The list stays, and replaces the file when it is saved</source>
+        <translation>Die Liste bleibt und ersetzt die Datei, wenn sie gespeichert wird</translation>
+    </message>
+    <message>
+        <source>Another program has changed %1 since it was read.</source>
+        <translation>Ein anderes Programm hat %1 geändert, seit die Datei gelesen wurde.</translation>
+    </message>
+    <message>
+        <source>Replace what it wrote by the list? It is kept as a version of the file.</source>
+        <translation>Das Geschriebene durch die Liste ersetzen? Es bleibt als Version der Datei erhalten.</translation>
+    </message>
+    <message>
+        <source>&amp;Replace It</source>
+        <translation>&amp;Ersetzen</translation>
+    </message>
+    <message>
+        <source>Save &amp;Beside It</source>
+        <translation>&amp;Daneben speichern</translation>
+    </message>
+</context>
+<context>
     <name>EmptyList</name>
     <message>
         <source>The list is empty.</source>
@@ -1553,6 +1622,26 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>No list has a row with &quot;%1&quot;</source>
         <translation>Keine Liste hat eine Zeile mit &quot;%1&quot;</translation>
     </message>
+    <message>
+        <source>Job</source>
+        <translation>Auftrag</translation>
+    </message>
+    <message>
+        <source>Receiver</source>
+        <translation>Empfänger</translation>
+    </message>
+    <message>
+        <source>NOI bands</source>
+        <translation>NOI-Bänder</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Einzelheiten</translation>
+    </message>
+    <message>
+        <source>is also used by %1: the frequencies of interest and the settings there are left alone, and a file that it changes is not overwritten unasked</source>
+        <translation>wird auch von %1 benutzt: Frequenzen von Interesse und Einstellungen dort bleiben unberührt, und eine dort geänderte Datei wird nicht ungefragt überschrieben</translation>
+    </message>
 </context>
 <context>
     <name>MemoryDialogs</name>
@@ -1933,6 +2022,38 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>An apostrophe before texts that a spreadsheet would run as a formula</source>
         <translation>Ein Apostroph vor Texten, die eine Tabellenkalkulation als Formel ausführen würde</translation>
     </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1 MB</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>Saved &amp;versions of a file:</source>
+        <translation>Gespeicherte &amp;Versionen einer Datei:</translation>
+    </message>
+    <message>
+        <source>How many contents of each list file are kept when it is saved</source>
+        <translation>Wie viele Stände jeder Listendatei beim Speichern aufgehoben werden</translation>
+    </message>
+    <message>
+        <source>&amp;Room for versions:</source>
+        <translation>&amp;Platz für Versionen:</translation>
+    </message>
+    <message>
+        <source>How large the versions of all files may be together</source>
+        <translation>Wie groß die Versionen aller Dateien zusammen sein dürfen</translation>
+    </message>
+    <message>
+        <source>Keep &amp;unsaved work after:</source>
+        <translation>Nicht &amp;Gespeichertes aufheben nach:</translation>
+    </message>
+    <message>
+        <source>How long a change may be in no file: a crash loses no more</source>
+        <translation>Wie lange eine Änderung in keiner Datei stehen darf: mehr geht bei einem Absturz nicht verloren</translation>
+    </message>
 </context>
 <context>
     <name>PreferencesDialog</name>
@@ -2204,6 +2325,122 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
 </context>
 <context>
+    <name>RecoveryDialog</name>
+    <message>
+        <source>Unsaved Work</source>
+        <translation>Nicht gespeicherte Arbeit</translation>
+    </message>
+    <message>
+        <source>The program has ended without saving these lists. Restore puts the checked ones in place of the lists that are shown; their files stay as they are until you save.</source>
+        <translation>Das Programm endete, ohne diese Listen zu speichern. Wiederherstellen setzt die angekreuzten an die Stelle der gezeigten Listen; deren Dateien bleiben, wie sie sind, bis Sie speichern.</translation>
+    </message>
+    <message>
+        <source>List</source>
+        <translation>Liste</translation>
+    </message>
+    <message>
+        <source>Entries</source>
+        <translation>Einträge</translation>
+    </message>
+    <message>
+        <source>Written (UTC)</source>
+        <translation>Aufgehoben (UTC)</translation>
+    </message>
+    <message>
+        <source>Saved file</source>
+        <translation>Gespeicherte Datei</translation>
+    </message>
+    <message>
+        <source>Entries in it</source>
+        <translation>Einträge darin</translation>
+    </message>
+    <message>
+        <source>Saved (UTC)</source>
+        <translation>Gespeichert (UTC)</translation>
+    </message>
+    <message>
+        <source>What is neither restored nor discarded is offered again at the next start.</source>
+        <translation>Was weder wiederhergestellt noch verworfen wird, wird beim nächsten Start wieder angeboten.</translation>
+    </message>
+    <message>
+        <source>%1, damaged</source>
+        <translation>%1, beschädigt</translation>
+    </message>
+    <message>
+        <source>What is whole of the list can be restored</source>
+        <translation>Was von der Liste heil ist, kann wiederhergestellt werden</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>is gone</source>
+        <translation>fehlt</translation>
+    </message>
+    <message>
+        <source>%1, later</source>
+        <translation>%1, später</translation>
+    </message>
+    <message>
+        <source>&amp;Restore</source>
+        <translation>&amp;Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Put the checked lists in place of those that are shown</source>
+        <translation>Die angekreuzten Listen an die Stelle der gezeigten setzen</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Speichern &amp;unter...</translation>
+    </message>
+    <message>
+        <source>Write the current row&apos;s list into a file of its own</source>
+        <translation>Die Liste der aktuellen Zeile in eine eigene Datei schreiben</translation>
+    </message>
+    <message>
+        <source>&amp;Discard...</source>
+        <translation>&amp;Verwerfen...</translation>
+    </message>
+    <message>
+        <source>Give up the checked lists for good</source>
+        <translation>Die angekreuzten Listen endgültig aufgeben</translation>
+    </message>
+    <message>
+        <source>&amp;Later</source>
+        <translation>&amp;Später</translation>
+    </message>
+    <message>
+        <source>Ask again at the next start</source>
+        <translation>Beim nächsten Start wieder fragen</translation>
+    </message>
+    <message numerus="yes">
+        <source>Give up what was not saved in %n lists?</source>
+        <translation>
+            <numerusform>Das nicht Gespeicherte von %Ln Liste aufgeben?</numerusform>
+            <numerusform>Das nicht Gespeicherte von %Ln Listen aufgeben?</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>RecoveryOffer</name>
+    <message>
+        <source>holds nothing that could be restored</source>
+        <translation>enthält nichts, was wiederhergestellt werden könnte</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1: %n entries, written %2 UTC</source>
+        <translation>
+            <numerusform>%1: %Ln Eintrag, aufgehoben %2 UTC</numerusform>
+            <numerusform>%1: %Ln Einträge, aufgehoben %2 UTC</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Save Unsaved List As</source>
+        <translation>Nicht gespeicherte Liste speichern unter</translation>
+    </message>
+</context>
+<context>
     <name>ResultDialogs</name>
     <message>
         <source>Search MC Data Results</source>
@@ -2220,6 +2457,37 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Memory Items List: Could not open %1 for writing, do you want to save to a different file?</source>
         <translation>Ergebnisliste: %1 kann nicht zum Schreiben geöffnet werden. In einer anderen Datei speichern?</translation>
+    </message>
+</context>
+<context>
+    <name>Safekeeping</name>
+    <message>
+        <source>&amp;Versions...</source>
+        <translation>&amp;Versionen...</translation>
+    </message>
+    <message>
+        <source>Show what was saved in the list&apos;s file before, and restore it</source>
+        <translation>Zeigen, was früher in der Datei der Liste gespeichert wurde, und es wiederherstellen</translation>
+    </message>
+    <message>
+        <source>The list is in no file yet.</source>
+        <translation>Die Liste steht noch in keiner Datei.</translation>
+    </message>
+    <message>
+        <source>No version of %1 has been kept yet: that begins when it is saved</source>
+        <translation>Von %1 gibt es noch keine Version: Sie entstehen beim Speichern</translation>
+    </message>
+    <message>
+        <source>is not what was kept</source>
+        <translation>ist nicht mehr, was aufgehoben wurde</translation>
+    </message>
+    <message>
+        <source>%1 is as it was saved on %2 UTC</source>
+        <translation>%1 ist wie gespeichert am %2 UTC</translation>
+    </message>
+    <message>
+        <source>holds unsaved work: </source>
+        <translation>enthält nicht gespeicherte Arbeit: </translation>
     </message>
 </context>
 <context>
@@ -2823,6 +3091,82 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>&quot;%1&quot; cannot be taken here</source>
         <translation>„%1“ ist hier nicht möglich</translation>
+    </message>
+</context>
+<context>
+    <name>VersionsDialog</name>
+    <message>
+        <source>Versions of %1</source>
+        <translation>Versionen: %1</translation>
+    </message>
+    <message>
+        <source>Saved versions of %1</source>
+        <translation>Gespeicherte Versionen von %1</translation>
+    </message>
+    <message>
+        <source>The list takes the content of the version. Its file stays as it is until the list is saved.</source>
+        <translation>Die Liste bekommt den Inhalt der Version. Ihre Datei bleibt, wie sie ist, bis die Liste gespeichert wird.</translation>
+    </message>
+    <message>
+        <source>&amp;Restore</source>
+        <translation>&amp;Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Versions</source>
+        <translation>Versionen</translation>
+    </message>
+    <message>
+        <source>Saved (UTC)</source>
+        <translation>Gespeichert (UTC)</translation>
+    </message>
+    <message>
+        <source>Entries</source>
+        <translation>Einträge</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Changed since then</source>
+        <translation>Seitdem geändert</translation>
+    </message>
+    <message>
+        <source>What was done to the list between the version and now</source>
+        <translation>Was zwischen der Version und jetzt mit der Liste geschah</translation>
+    </message>
+    <message>
+        <source>cannot be read</source>
+        <translation>nicht lesbar</translation>
+    </message>
+    <message>
+        <source>cannot be compared</source>
+        <translation>nicht vergleichbar</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n added</source>
+        <translation>
+            <numerusform>%Ln neu</numerusform>
+            <numerusform>%Ln neu</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n removed</source>
+        <translation>
+            <numerusform>%Ln entfernt</numerusform>
+            <numerusform>%Ln entfernt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n changed</source>
+        <translation>
+            <numerusform>%Ln geändert</numerusform>
+            <numerusform>%Ln geändert</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <translation>nichts</translation>
     </message>
 </context>
 <context>

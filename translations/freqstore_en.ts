@@ -29,6 +29,23 @@
     </message>
 </context>
 <context>
+    <name>DiskWatch</name>
+    <message numerus="yes">
+        <source>The file holds %n entries now.</source>
+        <translation>
+            <numerusform>The file holds %Ln entry now.</numerusform>
+            <numerusform>The file holds %Ln entries now.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The list holds %n entries.</source>
+        <translation>
+            <numerusform>The list holds %Ln entry.</numerusform>
+            <numerusform>The list holds %Ln entries.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>FileOpener</name>
     <message numerus="yes">
         <source>%n lines, not one has a frequency</source>
@@ -90,6 +107,26 @@
     </message>
 </context>
 <context>
+    <name>RecoveryDialog</name>
+    <message numerus="yes">
+        <source>Give up what was not saved in %n lists?</source>
+        <translation>
+            <numerusform>Give up what was not saved in %Ln list?</numerusform>
+            <numerusform>Give up what was not saved in %Ln lists?</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>RecoveryOffer</name>
+    <message numerus="yes">
+        <source>%1: %n entries, written %2 UTC</source>
+        <translation>
+            <numerusform>%1: %Ln entry, written %2 UTC</numerusform>
+            <numerusform>%1: %Ln entries, written %2 UTC</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>SetColumnDialog</name>
     <message numerus="yes">
         <source>, %Ln rows cannot take it</source>
@@ -103,6 +140,30 @@
         <translation>
             <numerusform>%Ln row set</numerusform>
             <numerusform>%Ln rows set</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>VersionsDialog</name>
+    <message numerus="yes">
+        <source>%n added</source>
+        <translation>
+            <numerusform>%Ln added</numerusform>
+            <numerusform>%Ln added</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n removed</source>
+        <translation>
+            <numerusform>%Ln removed</numerusform>
+            <numerusform>%Ln removed</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n changed</source>
+        <translation>
+            <numerusform>%Ln changed</numerusform>
+            <numerusform>%Ln changed</numerusform>
         </translation>
     </message>
 </context>

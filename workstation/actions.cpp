@@ -1,10 +1,13 @@
 #include "workstation/actions.h"
 
 #include "controls/frequencystore/common/csvallowed.h"
+#include "controls/frequencystore/merge/listmerge.h"
 #include "host/freqlist/buttonbar.h"
+#include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/gui/sortlistview.h"
 #include "workstation/icons.h"
+#include "workstation/listimport.h"
 #include "workstation/setcolumndialog.h"
 
 #include <QClipboard>
@@ -40,6 +43,14 @@ const Info& infoOf(size_t command) {
          None,
          false},
         {QT_TRANSLATE_NOOP("WindowActions", "Open &into This List..."), "", "open", {}, Bar::Read, false},
+        {QT_TRANSLATE_NOOP("WindowActions", "I&mport into List..."),
+         QT_TRANSLATE_NOOP(
+             "WindowActions",
+             "Show what the entries of a file would add to the list and change in it, and choose"),
+         "import",
+         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I)},
+         None,
+         false},
         {QT_TRANSLATE_NOOP("WindowActions", "&Save"),
          QT_TRANSLATE_NOOP("WindowActions", "Save the list into its file"),
          "save",
@@ -114,6 +125,16 @@ const Info& infoOf(size_t command) {
          {QKeySequence::SelectAll},
          None,
          true},
+        {QT_TRANSLATE_NOOP("WindowActions", "Find &Duplicates"),
+         QT_TRANSLATE_NOOP(
+             "WindowActions",
+             "Select entries of the same frequency, within the tolerance of the preferences, and "
+             "demodulation as an earlier one; the first one of each stays, also when the others "
+             "are deleted"),
+         "",
+         {},
+         None,
+         false},
         {QT_TRANSLATE_NOOP("WindowActions", "&Find"),
          QT_TRANSLATE_NOOP("WindowActions", "Narrow the rows to those that contain a text"),
          "find",
@@ -310,6 +331,10 @@ QString WindowActions::whyOff(Command command) const {
         if (!m_view->CanDuplicate())
             return tr("%1 takes no copies of its entries.").arg(m_name);
         return list()->SelectedCount() > 0 ? QString() : tr("No entry is selected.");
+    case Merge:
+        return ListMerge::WhyOff(FreqStore::Instance().GetFrequencies(m_view->GetID()));
+    case FindDuplicates:
+        return entries() ? QString() : tr("%1 is a list of what was heard, one entry each time.").arg(m_name);
     case Print:
     case Pdf:
     case SelectAll:
@@ -379,6 +404,11 @@ void WindowActions::act(Command command) {
         return cut();
     case SelectAll:
         return list()->selectAll();
+    case Merge:
+        return ListImport::AskAndImport(*list()->window(), m_view->GetID());
+    case FindDuplicates:
+        emit FreqStore::Instance().Told(ListImport::SelectDuplicates(*entries()));
+        return;
     case Find:
         if (auto* filter = m_bar->findChild<QLineEdit*>()) {
             filter->setFocus(Qt::ShortcutFocusReason);

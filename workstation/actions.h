@@ -23,6 +23,7 @@ public:
     enum Command {
         Open,
         OpenIntoList,
+        Merge,
         Save,
         SaveAs,
         Import,
@@ -37,6 +38,7 @@ public:
         CopyText,
         PasteText,
         SelectAll,
+        FindDuplicates,
         Find,
         FindNext,
         FindPrevious,

@@ -20,6 +20,7 @@
 #include "host/gui/sortlistview.h"
 #include "host/report/outputfile.h"
 #include "host/startup/cfgcenter.h"
+#include "host/startup/settingsfile.h"
 #include "host/valuetree/tree.h"
 #include "workstation/actions.h"
 #include "workstation/actiontips.h"
@@ -40,6 +41,7 @@
 #include "workstation/noikeeper.h"
 #include "workstation/preferences.h"
 #include "workstation/recentfiles.h"
+#include "workstation/safekeeping.h"
 #include "workstation/samples.h"
 #include "workstation/simulatedclassifier.h"
 #include "workstation/simulatedreceiver.h"
@@ -132,7 +134,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
                          {lostNoi, 0, MainWindow::tr("is gone; the frequencies of interest start empty")});
     for (const Problem& problem : early)
         m_window->GetMessages()->AddProblem(problem);
-    lockDirectory();
+    tellShared();
     addJobPanel();
     addSweepEntry();
     addOpener();
@@ -151,6 +153,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
         loadPlugIn(path);
     addPreferences();
     addEnding();
+    addSafekeeping();
     const QString platform = QGuiApplication::platformName();
     SetAttended(m_options.screenshotDirectory.isEmpty() && platform != QLatin1String("offscreen") &&
                 platform != QLatin1String("minimal"));
@@ -161,6 +164,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
 }
 
 Workstation::~Workstation() {
+    m_safekeeping.reset();
     m_opener.reset();
     m_sweeps.reset();
     m_window.reset();
@@ -178,6 +182,7 @@ Workstation::~Workstation() {
     DetConvListHandler::DeleteInstance();
     MemorySystemHandler::DeleteInstance();
     TargetListHandler::DeleteInstance();
+    SettingsFile::KeepInMemory(false);
 }
 
 void Workstation::prepareDirectories() {
@@ -189,6 +194,7 @@ void Workstation::prepareDirectories() {
     QDir().mkpath(config);
     CfgCenter::SetDirectory(config);
     ListSettings::SetDirectory(config);
+    lockSettings(config);
     m_language = std::make_unique<Language>(m_options.language);
     m_preferences = std::make_unique<Preferences>(m_options.receiver);
     const QString data = dataDirectory();
@@ -196,6 +202,7 @@ void Workstation::prepareDirectories() {
         QDir::setCurrent(data);
     else
         Problems::Report("application", {data, 0, MainWindow::tr("data directory cannot be made")});
+    lockData(config);
     if (CfgCenter::GetAdminCfg(ICfg::Administration)
             .GetString(QStringLiteral("VeltaDataDir"), QString())
             .isEmpty())
@@ -223,22 +230,6 @@ void Workstation::addJobPanel() {
     add("show-section", MainWindow::tr("Show Memory-Scan Section..."),
         MainWindow::tr("Show what the channels are in the job"), &JobPanel::ShowSection);
     menu->insertSeparator(before);
-}
-
-/// Two windows that share a directory work on; what the other one has changed is not overwritten.
-void Workstation::lockDirectory() {
-    if (!m_options.screenshotDirectory.isEmpty())
-        return;
-    const QString directory = QDir::currentPath();
-    m_lock = std::make_unique<DirectoryLock>(directory);
-    const QString other = m_lock->GetOther();
-    if (other.isEmpty())
-        return;
-    const QString text = MainWindow::tr("is also used by %1: a file that it changes is not overwritten, but "
-                                        "written beside")
-                             .arg(other);
-    m_window->AddNote(MainWindow::tr("Shared data directory"), directory + QLatin1Char(' ') + text);
-    Problems::Report("application", {directory, 0, text});
 }
 
 void Workstation::addOpener() {
@@ -320,13 +311,10 @@ void Workstation::connectLists() {
         if (m_jobPanel->Save())
             tellSaved(m_job->GetFileName());
     });
-    QObject::connect(m_window.get(), &MainWindow::EntryEdited, m_window.get(), [this](int id) {
-        if (id == m_noiId) {
-            NOIFrequencyHandler::Instance()->UpdateNOIList();
-        } else if (id == m_memoryId) {
-            MemorySystemHandler::Instance()->SuspendMediatorCtrl(false, true);
-            MemorySystemHandler::Instance()->UpdateJobFileEntries();
-        }
+    QObject::connect(m_window.get(), &MainWindow::EntryEdited, m_window.get(), [](int id) {
+        if (auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(
+                FreqStore::Instance().GetFrequencies(static_cast<unsigned>(id))))
+            list->EntriesWereEdited();
     });
 }
 
@@ -376,14 +364,13 @@ void Workstation::offerSaveToJob() {
 }
 
 void Workstation::addEnding() {
-    m_ending = std::make_unique<Ending>(
-        *m_job, *m_jobPanel,
-        remembers() ? std::make_unique<NoiKeeper>(m_window.get(), m_window->GetBands()) : nullptr);
+    m_ending = std::make_unique<Ending>(*m_job, *m_jobPanel, remembers() ? makeNoiKeeper() : nullptr);
     QObject::connect(m_ending.get(), &Ending::Begins, m_window.get(), &MainWindow::KeepArrangement);
     m_window->SetCloseCheck([this] { return m_ending->MayClose(); });
 }
 
 void Workstation::SetAttended(bool attended) {
+    m_isAttended = attended;
     m_opener->SetAttended(attended);
     m_ending->SetAttended(attended);
 }
@@ -473,6 +460,7 @@ void Workstation::registerNoi() {
     m_noiId = list->AddToFreqStore();
     if (list->GetItemsRoot()->ChildCount() > 0)
         m_opener->SetFileOf(FileGate::List::Noi, list->GetCurrentFileName());
+    leaveNoiFile();
 }
 
 /// Plain and classified detections are two lists of one search.

@@ -14,9 +14,11 @@ class KeySettings;
 class Language;
 class ListChanges;
 class MainWindow;
+class NoiKeeper;
 class Preferences;
 class QLibrary;
 class RecentFiles;
+class Safekeeping;
 class SimulatedClassifier;
 class SimulatedReceiver;
 class SimulatedSearch;
@@ -43,6 +45,9 @@ public:
     /// Reads the files of the command line and, with `--demo`, the samples. False when one could not be read
     /// or held errors.
     bool LoadFiles();
+    /// Asks about lists that a process which ended has left unsaved. True when nothing was asked.
+    bool OfferRecovery();
+    Safekeeping& GetSafekeeping() { return *m_safekeeping; }
     /// Shows ways to begin, unless the program was started before or has something to show.
     void WelcomeAtFirstStart();
     /// Writes a PNG of each tab's list and of the whole window, and prints what each list holds; false, with
@@ -68,7 +73,13 @@ private:
     void tellSaved(const QString& path);
     void addActivities();
     QString forgetLostNoi() const;
-    void lockDirectory();
+    void lockSettings(const QString& config);
+    void lockData(const QString& config);
+    void tellShared();
+    void leaveNoiFile();
+    std::unique_ptr<NoiKeeper> makeNoiKeeper();
+    bool isShared() const;
+    void addSafekeeping();
     void addOpener();
     void addEnding();
     void offerSaveToJob();
@@ -94,8 +105,11 @@ private:
     std::unique_ptr<ListChanges> m_changes;
     std::unique_ptr<FileOpener> m_opener;
     std::unique_ptr<Ending> m_ending;
-    std::unique_ptr<DirectoryLock> m_lock; ///< null when the lists' own files stay as they are
-    int m_targetsId = 0;                   ///< identifiers of lists in the store
+    std::unique_ptr<DirectoryLock> m_settingsLock; ///< null when the settings are nobody's to keep
+    std::unique_ptr<DirectoryLock> m_lock;         ///< null when the lists' own files stay as they are
+    std::unique_ptr<Safekeeping> m_safekeeping;    ///< null when nothing is to be kept
+    bool m_isAttended = false;
+    int m_targetsId = 0; ///< identifiers of lists in the store
     int m_noiId = 0;
     int m_memoryId = 0;
     std::vector<int> m_detectionIds; ///< plain ones first

@@ -90,6 +90,20 @@ bool Job::SaveCopy(const QString& path) {
     return !WriteJobText(path, text.isEmpty() ? newJob(channels().GetData4JobFile()) : text).isEmpty();
 }
 
+bool Job::TakeContent(const QString& path) {
+    if (!channels().OpenJobFile(path))
+        return false;
+    channels().SetJobfileName(m_fileName);
+    emit Changed();
+    return true;
+}
+
+QString Job::TextToSave() const {
+    if (!m_text->GetValue().isEmpty() || !IsModified())
+        return m_text->GetValue();
+    return newJob(m_section->GetValue());
+}
+
 bool Job::HasUnsavedChanges() {
     channels().UpdateJobFileEntries();
     GetFileState(); // sees what the lists have saved

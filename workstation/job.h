@@ -38,6 +38,12 @@ public:
     /// Writes the job with its present channels into another file and stays with its own; false, told, when
     /// it cannot be written.
     bool SaveCopy(const QString& path);
+    /// Takes the job of another file as a change: the job stays with its own. False, told, when that is no
+    /// job.
+    bool TakeContent(const QString& path);
+    /// The document as it would be written now: without a job, a new one around the present channels; empty
+    /// when there are none.
+    QString TextToSave() const;
     /// Drops what has changed since the job was read or written, so that nobody asks for it any more.
     void Revert();
 

@@ -27,6 +27,7 @@ public:
             list->ForceUpdateNow(); // what was read tells of itself now, and not later
         set(false);
     }
+    void MarkChanged() { set(true); }
     void Update(Observable*, TChangeCode code) override {
         if (code != TChangeCode::Removing && code != TChangeCode::Announcement)
             set(true);
@@ -65,6 +66,11 @@ ListChanges::Watch* ListChanges::find(int listId) const {
 void ListChanges::MarkSaved(int listId) {
     if (Watch* watch = find(listId))
         watch->MarkSaved();
+}
+
+void ListChanges::MarkChanged(int listId) {
+    if (Watch* watch = find(listId))
+        watch->MarkChanged();
 }
 
 bool ListChanges::IsChanged(int listId) const {

@@ -20,6 +20,8 @@ public:
     void Follow(int listId);
     /// What the list has now is what its file has.
     void MarkSaved(int listId);
+    /// What the list has now is in no file, whatever was read or written.
+    void MarkChanged(int listId);
     bool IsChanged(int listId) const;
 
 signals:

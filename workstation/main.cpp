@@ -38,7 +38,7 @@ int main(int argc, char** argv) {
         return workstation.TakeScreenshots() && loaded ? 0 : 2;
     if (options.timesStart)
         new FirstPaint(window);
-    else
+    else if (workstation.OfferRecovery())
         workstation.WelcomeAtFirstStart();
     if (!workstation.GetEnding().IsEnding()) // a signal may have come meanwhile
         QApplication::exec();

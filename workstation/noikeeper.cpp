@@ -56,7 +56,7 @@ QString NoiKeeper::saveAndListen() {
 
 NoiKeeper::State NoiKeeper::save() {
     // A list that waits for a file has nothing of its own, and keeps its file.
-    if (!list().GetMediatorCtrl() || list().IsWaitingForFile())
+    if (!list().GetMediatorCtrl() || list().IsWaitingForFile() || (m_isNeeded && !m_isNeeded()))
         return State::Kept;
     const bool saved = !saveAndListen().isEmpty();
     if (saved)

@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <functional>
+
 class QWidget;
 
 /// Sees to it that the frequencies of interest, which the program itself reads again and saves, are in their
@@ -16,6 +18,8 @@ public:
     /// `window` and `bands` outlive this. The list is set up.
     NoiKeeper(QWidget* window, const NoiBands& bands);
 
+    /// Who tells whether the list has anything to save; without it, it always has.
+    void SetNeed(std::function<bool()> isNeeded) { m_isNeeded = std::move(isNeeded); }
     /// Name of the setting with the list's file.
     static QString SettingName();
 
@@ -46,4 +50,5 @@ private:
     qint64 m_entriesInFile = 0;
     QString m_reason; ///< why the last save failed
     QString m_fileToRemember;
+    std::function<bool()> m_isNeeded;
 };

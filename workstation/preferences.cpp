@@ -75,6 +75,28 @@ Choices regions() {
     return all;
 }
 
+template <size_t Size>
+Choices numbers(const int (&values)[Size], const QString& unit) {
+    Choices all;
+    for (const int value : values)
+        all.push_back({QString::number(value), unit.arg(value)});
+    return all;
+}
+
+Choices versionCounts() {
+    Choices all = numbers({10, 5, 20, 50}, QStringLiteral("%1"));
+    all.push_back({QStringLiteral("0"), Preferences::tr("none")});
+    return all;
+}
+
+Choices versionSizes() {
+    return numbers({1000, 100, 500, 2000, 5000}, Preferences::tr("%1 MB"));
+}
+
+Choices recoverySeconds() {
+    return numbers({30, 10, 20, 45}, Preferences::tr("%1 s"));
+}
+
 struct Row {
     const char* key;
     Preferences::Page page;
@@ -112,6 +134,14 @@ constexpr Row Rows[] = {
     {"SpreadsheetSafe", Preferences::Files, QT_TRANSLATE_NOOP("Preferences", "CSV safe for &spreadsheets:"),
      QT_TRANSLATE_NOOP("Preferences", "An apostrophe before texts that a spreadsheet would run as a formula"),
      yes},
+    {"Versions", Preferences::Files, QT_TRANSLATE_NOOP("Preferences", "Saved &versions of a file:"),
+     QT_TRANSLATE_NOOP("Preferences", "How many contents of each list file are kept when it is saved"),
+     versionCounts},
+    {"VersionsSize", Preferences::Files, QT_TRANSLATE_NOOP("Preferences", "&Room for versions:"),
+     QT_TRANSLATE_NOOP("Preferences", "How large the versions of all files may be together"), versionSizes},
+    {"RecoverySeconds", Preferences::Files, QT_TRANSLATE_NOOP("Preferences", "Keep &unsaved work after:"),
+     QT_TRANSLATE_NOOP("Preferences", "How long a change may be in no file: a crash loses no more"),
+     recoverySeconds},
 };
 static_assert(std::size(Rows) == Preferences::Count);
 
@@ -198,6 +228,7 @@ void Preferences::Set(Id id, const QString& value) {
         return;
     settings().SetString(QString::fromLatin1(Rows[id].key), value);
     apply(id);
+    emit Changed();
 }
 
 QString Preferences::DataFolder() {

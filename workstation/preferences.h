@@ -26,6 +26,9 @@ public:
         Language,
         BandPlanRegion,
         SpreadsheetSafe,
+        Versions,
+        VersionsSize,    ///< of all together, in megabytes
+        RecoverySeconds, ///< how long a change may be in no file
         Count
     };
     /// A page of the dialog.
@@ -58,6 +61,10 @@ public:
     /// The folder of the lists' own files that was chosen for the next start; empty for the usual one.
     static QString DataFolder();
     static void SetDataFolder(const QString& folder);
+
+signals:
+    /// One of them has another value.
+    void Changed();
 
 private:
     void apply(Id id);

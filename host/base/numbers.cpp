@@ -46,6 +46,47 @@ bool parseWhole(QStringView text, T& value, Format... format) {
     return true;
 }
 
+/// Nearly all numbers of files are a few digits and a point. Up to 2^53 the digits without the point are
+/// exact as a double, and so are the powers of ten: one division is then rounded as the number itself is.
+/// False for any other text.
+bool parsePlain(QStringView text, double& value) {
+    static constexpr double Powers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10};
+    constexpr qsizetype MostDigits = 15; // fewer than 2^53
+    const char16_t* at = text.utf16();
+    const char16_t* const end = at + text.size();
+    const auto digitsFrom = [end](const char16_t*& digit, quint64& number) {
+        const char16_t* const first = digit;
+        for (; digit != end && static_cast<char16_t>(*digit - u'0') < 10; ++digit)
+            number = number * 10 + (*digit - u'0');
+        return digit - first;
+    };
+    if (text.size() > MostDigits + 1)
+        return false;
+    quint64 number = 0;
+    const qsizetype whole = digitsFrom(at, number);
+    qsizetype decimals = 0;
+    if (at != end && *at == u'.')
+        decimals = digitsFrom(++at, number);
+    if (whole == 0 || at != end || whole + decimals > MostDigits || (decimals == 0 && end[-1] == u'.') ||
+        static_cast<size_t>(decimals) >= std::size(Powers))
+        return false;
+    value = static_cast<double>(number) / Powers[decimals];
+    return true;
+}
+
+bool parsePlain(QStringView text, int& value) {
+    if (text.isEmpty() || text.size() > std::numeric_limits<int>::digits10)
+        return false;
+    int number = 0;
+    for (const QChar c : text) {
+        if (static_cast<char16_t>(c.unicode() - u'0') > 9)
+            return false;
+        number = number * 10 + (c.unicode() - u'0');
+    }
+    value = number;
+    return true;
+}
+
 /// Ties are rounded away from zero, as the string class does; the standard library rounds them to even. With
 /// d decimals a number is a tie exactly if it is an odd multiple of 2^-(d+1), since ten's other factor is
 /// odd.
@@ -108,6 +149,8 @@ void appendNumber(Out& out, double value, int decimals) {
 } // namespace
 
 bool ParseDouble(QStringView text, double& value) {
+    if (parsePlain(text, value))
+        return true;
     double parsed = 0;
     if (!parseWhole(text, parsed, std::chars_format::general) || !std::isfinite(parsed))
         return false;
@@ -116,7 +159,7 @@ bool ParseDouble(QStringView text, double& value) {
 }
 
 bool ParseInt(QStringView text, int& value) {
-    return parseWhole(text, value, 10);
+    return parsePlain(text, value) || parseWhole(text, value, 10);
 }
 
 bool ParseInt(QStringView text, qint64& value) {

@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace {
 
@@ -224,6 +228,31 @@ std::size_t Utf8Length(std::string_view bytes) {
     return i;
 }
 
+void AppendControls(QStringView text, qsizetype from, std::vector<quint32>& places) {
+    const char16_t* const chars = text.utf16();
+    const auto size = static_cast<quint32>(text.size());
+    auto at = static_cast<quint32>(from);
+#ifdef __SSE2__
+    // Sixteen characters at once, of which mostly none or one is a control character.
+    const __m128i lastControl = _mm_set1_epi16(0x1F);
+    const __m128i rubOut = _mm_set1_epi16(0x7F);
+    const auto controlsOf = [&](const char16_t* eight) {
+        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(eight));
+        return _mm_or_si128(_mm_cmpeq_epi16(_mm_subs_epu16(block, lastControl), _mm_setzero_si128()),
+                            _mm_cmpeq_epi16(block, rubOut));
+    };
+    for (; at + 16 <= size; at += 16) {
+        const __m128i both = _mm_packs_epi16(controlsOf(chars + at), controlsOf(chars + at + 8));
+        for (auto bits = static_cast<unsigned>(_mm_movemask_epi8(both)); bits != 0; bits &= bits - 1)
+            places.push_back(at + static_cast<quint32>(std::countr_zero(bits)));
+    }
+#endif
+    for (; at < size; ++at) {
+        if (chars[at] < 0x20 || chars[at] == 0x7F)
+            places.push_back(at);
+    }
+}
+
 qint64 CountLineEnds(QStringView text) {
     qint64 ends = text.count(QLatin1Char('\n'));
     for (qsizetype at = text.indexOf(QLatin1Char('\r')); at >= 0;
@@ -238,11 +267,16 @@ TextDecoder::TextDecoder(TextEncoding encoding) {
 }
 
 void TextDecoder::Append(QString& text, const QByteArray& bytes) {
+    const qsizetype known = text.size();
     if (m_decoder) {
-        text += m_decoder->decode(bytes);
+        const qsizetype most = known + m_decoder->requiredSpace(bytes.size());
+        if (text.capacity() < most)
+            text.reserve(most); // exactly: there may be little memory left
+        text.resize(most);
+        const QChar* const end = m_decoder->appendToBuffer(text.data() + known, bytes);
+        text.resize(end - text.constData());
         return;
     }
-    const qsizetype known = text.size();
     text.resize(known + bytes.size());
     std::transform(bytes.cbegin(), bytes.cend(), text.begin() + known, [](char byte) {
         const auto code = static_cast<unsigned char>(byte);

@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string_view>
+#include <vector>
 
 /// How a file of text spells its characters.
 enum class TextEncoding : quint8 { Utf8, Utf16LE, Utf16BE, Utf32LE, Utf32BE, Windows1252 };
@@ -37,6 +38,9 @@ inline bool IsStrayControl(QChar c) {
     const char16_t code = c.unicode();
     return (code < 0x20 && code != u'\t' && code != u'\n' && code != u'\r' && code != u'\f') || code == 0x7F;
 }
+
+/// Appends the places of all control characters in `text` from `from` on, of those too that a line may hold.
+void AppendControls(QStringView text, qsizetype from, std::vector<quint32>& places);
 
 /// Number of the line ends in a text: LF, CR or both.
 qint64 CountLineEnds(QStringView text);

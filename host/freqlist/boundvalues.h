@@ -9,7 +9,7 @@
 /// places in the entry's block, one byte each. Once another value is bound, all are kept as pointers.
 class BoundValues {
 public:
-    static constexpr size_t Count = 12;
+    static constexpr size_t Count = 15;
 
     BoundValues() = default;
     BoundValues(const BoundValues&) = delete;

@@ -7,6 +7,7 @@
 #include "host/gui/colorset.h"
 #include "host/gui/quiettext.h"
 #include "host/gui/sortlistview.h"
+#include "host/valuetree/operatoraction.h"
 #include "host/valuetree/valueselection.h"
 
 #include <QGridLayout>
@@ -15,8 +16,12 @@
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
+#include <QMetaMethod>
+#include <QScopedValueRollback>
 #include <QToolBar>
 #include <QToolButton>
+
+#include <optional>
 
 namespace {
 
@@ -83,6 +88,40 @@ bool isKeyOf(const ActionInfo& info, const QKeyEvent& event) {
     return info.key != 0 && event.key() == info.key && event.modifiers() == Qt::NoModifier;
 }
 
+/// What the slots of such an action change in lists is one step for undo, whoever connects them.
+class BarAction final : public QAction {
+public:
+    BarAction(const QString& text, QObject* parent) : QAction(text, parent) {
+        connect(this, &QAction::triggered, this, &BarAction::begin);
+    }
+
+protected:
+    /// The end is the last slot.
+    void connectNotify(const QMetaMethod& signal) override {
+        if (m_connects || signal != QMetaMethod::fromSignal(&QAction::triggered))
+            return;
+        const QScopedValueRollback connects(m_connects, true);
+        disconnect(m_end);
+        m_end = connect(this, &QAction::triggered, this, &BarAction::end);
+    }
+
+private:
+    /// A dialog of a slot may let the action be triggered again.
+    void begin() {
+        if (m_depth++ == 0)
+            m_step.emplace(text());
+    }
+    void end() {
+        if (--m_depth == 0)
+            m_step.reset();
+    }
+
+    QMetaObject::Connection m_end;
+    bool m_connects = false;
+    int m_depth = 0;
+    std::optional<OperatorAction> m_step;
+};
+
 void setTextColor(QWidget& widget, const QColor& color) {
     QPalette palette = widget.palette();
     palette.setColor(QPalette::WindowText, color);
@@ -106,7 +145,8 @@ FreqStoreListViewButtonBar::FreqStoreListViewButtonBar(QWidget* parent)
         const ActionInfo& info = Infos[i];
         if (info.groupBefore)
             m_toolBar->addSeparator();
-        QAction* action = m_toolBar->addAction(tr(info.text));
+        auto* action = new BarAction(tr(info.text), m_toolBar);
+        m_toolBar->addAction(action);
         connect(action, &QAction::changed, this, &FreqStoreListViewButtonBar::showGaps);
         action->setVisible(false);
         // An action with a menu opens it at once.

@@ -19,7 +19,7 @@ namespace {
 /// Follow from other values, or number what has no meaning in another list.
 constexpr const char* FollowingKeys[] = {"type", "rangecounter"};
 /// What lists write where they know nothing.
-constexpr const char* Placeholders[] = {"undefined", "not defined", "none", "unknown"};
+constexpr const char* Placeholders[] = {"undefined", "not defined", "not classified", "none", "unknown"};
 constexpr const char* BandwidthKeys[] = {"bandwidth", "bandwidthsel"};
 
 template <size_t N>
@@ -128,6 +128,14 @@ Key KeyMaker::Of(std::span<const Field> fields) {
         else if (field.key == demodulationKey())
             key.demodulation = numberOf(said.toUpper());
     }
+    return key;
+}
+
+Key KeyMaker::Of(double hertz, const QString& demodulation) {
+    const QString said = Said({demodulationKey(), demodulation}, hertz);
+    Key key;
+    key.frequency = hertz;
+    key.demodulation = said.isEmpty() ? 0 : numberOf(said.toUpper());
     return key;
 }
 

@@ -66,6 +66,8 @@ struct Key {
 class KeyMaker {
 public:
     Key Of(std::span<const Field> fields);
+    /// The key of an entry of which no more is asked.
+    Key Of(double hertz, const QString& demodulation);
 
 private:
     quint32 numberOf(const QString& demodulation);

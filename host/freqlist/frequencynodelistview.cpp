@@ -9,10 +9,12 @@
 #include "host/freqstorexml/frequencystorelist.h"
 #include "host/report/recordreader.h"
 #include "host/report/rgexception.h"
+#include "host/valuetree/operatoraction.h"
 
 #include <QBuffer>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QScrollBar>
 
 #include <cmath>
 #include <map>
@@ -105,6 +107,28 @@ void FrequencyNodeListView::AddRows(const std::vector<FrequencyNodeMediator*>& m
             rows.push_back(new FrequencyNodeMediatorViewItem(this, mediator));
     }
     AddItems(rows);
+}
+
+void FrequencyNodeListView::InsertRows(const std::vector<FrequencyNodeMediator*>& mediators,
+                                       const std::vector<FrequencyNodeMediator*>& order) {
+    AddRows(mediators);
+    quint32 place = 0;
+    for (const FrequencyNodeMediator* mediator : order) {
+        if (FrequencyNodeMediatorViewItem* row = mediator->GetItem4View(this))
+            row->Sequence = ++place;
+    }
+    if (SortColumn() < 0)
+        sortByColumn(-1, SortOrder());
+}
+
+int FrequencyNodeListView::ScrollPlace() const {
+    return verticalScrollBar()->value();
+}
+
+void FrequencyNodeListView::ShowEntries(const std::vector<FrequencyNodeMediator*>& mediators,
+                                        int scrollPlace) {
+    verticalScrollBar()->setValue(scrollPlace);
+    SelectRowsOf(mediators);
 }
 
 void FrequencyNodeListView::SetPaused(bool paused) {
@@ -251,6 +275,7 @@ void FrequencyNodeListView::PasteClipboard(TracePlace place) {
     auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(m_controller);
     if (!list)
         return;
+    const OperatorAction action(tr("Paste"));
     AllowSort(false);
     try {
         QByteArray text = FreqStore::Instance().GetClipboardText().toUtf8();
@@ -298,6 +323,7 @@ FrequencyNodeListView::appendEntries(const QVector<FreqStoreXml::FrequencyStoreE
 }
 
 void FrequencyNodeListView::Duplicate() {
+    const OperatorAction action(tr("Duplicate"));
     FreqStoreXml::FrequencyStoreList copies;
     const std::vector<FrequencyNodeMediator*> sources = SelectedInOrder();
     for (FrequencyNodeMediator* mediator : sources)
@@ -317,6 +343,7 @@ void FrequencyNodeListView::Duplicate() {
 }
 
 void FrequencyNodeListView::DeleteSelectedEntries() {
+    const OperatorAction action(tr("Delete"));
     int place = topLevelItemCount();
     for (const QItemSelectionRange& range : selectionModel()->selection())
         place = std::min(place, range.top());

@@ -85,6 +85,9 @@ public:
     /// The same in the order shown.
     std::vector<FrequencyNodeMediator*> SelectedInOrder() const;
 
+    /// Makes these rows the only selected ones, whatever the filter hides, the first of them the current one.
+    void SelectRowsOf(const std::vector<FrequencyNodeMediator*>& mediators);
+
     /// The value that is edited in the cell of an entry; null when the list takes no changes there.
     ValueBase* EditedValue(FrequencyNodeMediator& mediator, int column) const;
     /// Columns of the current row that can be edited, in the order shown.
@@ -110,6 +113,13 @@ public:
     /// For the controller: adds rows for these mediators (nulls are passed over), takes out the rows whose
     /// mediators have ended, lets go of the controller.
     void AddRows(const std::vector<FrequencyNodeMediator*>& mediators);
+    /// The same for mediators that came between others; `order` are all of them in order.
+    void InsertRows(const std::vector<FrequencyNodeMediator*>& mediators,
+                    const std::vector<FrequencyNodeMediator*>& order);
+    int ScrollPlace() const;
+    /// Selects the rows of these mediators alone, with the list scrolled to that place if they are seen
+    /// there.
+    void ShowEntries(const std::vector<FrequencyNodeMediator*>& mediators, int scrollPlace);
     void RemoveEndedRows();
     void ControllerEnds() { m_controller = nullptr; }
     void NoteEndedRow() { ++m_endedRows; }
@@ -143,8 +153,6 @@ protected:
     QWidget* CreateCellEditor(QWidget* parent, const SortListViewItem& row, int column) override;
     bool EndCellEditor(QWidget& field, bool keep) override;
     double FrequencyOfRow(int row) const override;
-    /// Makes these rows the only selected ones, whatever the filter hides, the first of them the current one.
-    void SelectRowsOf(const std::vector<FrequencyNodeMediator*>& mediators);
     /// Whether Return and a double click open an editor; without one they tune the receiver to the entry.
     virtual bool HasEditor() const { return false; }
     void keyPressEvent(QKeyEvent* event) override;

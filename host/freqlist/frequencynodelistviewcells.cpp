@@ -7,6 +7,7 @@
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqlist/rowtext.h"
 #include "host/freqstorexml/frequencystorelist.h"
+#include "host/valuetree/operatoraction.h"
 
 #include <QRegularExpression>
 
@@ -58,6 +59,7 @@ bool FrequencyNodeListView::EndCellEditor(QWidget& field, bool keep) {
         CellEditor::Drop(field);
         return true;
     }
+    const OperatorAction action(tr("Edit"));
     auto* entry = dynamic_cast<IEntryField*>(&field);
     if (!entry || !entry->Commit()) {
         if (entry)
@@ -82,6 +84,7 @@ std::vector<int> FrequencyNodeListView::EditableColumns() const {
 }
 
 FrequencyNodeListView::Filled FrequencyNodeListView::FillColumn(int column, const QString& text) {
+    const OperatorAction action(tr("Fill"));
     Filled filled;
     for (FrequencyNodeMediator* mediator : SelectedInOrder())
         ++(give(EditedValue(*mediator, column), text) ? filled.written : filled.refused);
@@ -194,6 +197,7 @@ int FrequencyNodeListView::PasteText(const QString& text) {
     const TextLines lines(*this, text);
     if (!CanDuplicate() || lines.Entries().isEmpty())
         return 0;
+    const OperatorAction action(tr("Paste Text"));
     std::vector<FrequencyNodeMediator*> added = appendEntries(lines.Entries());
     std::vector<FrequencyNodeMediator*> good;
     std::map<Node*, std::vector<Node*>> bad;

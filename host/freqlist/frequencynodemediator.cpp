@@ -33,7 +33,8 @@ constexpr Cell Cells[] = {
 } // namespace
 
 FrequencyNodeMediator::FrequencyNodeMediator(MediatorCtrl* controller, Observable* entryNode, int)
-    : Mediator(controller, entryNode), m_isNode(dynamic_cast<Node*>(entryNode) != nullptr) {
+    : Mediator(controller, entryNode) {
+    m_isNode = node_cast(entryNode) != nullptr;
     FrequencyNodeMediator::UpdateDependentValues();
 }
 
@@ -49,34 +50,21 @@ void FrequencyNodeMediator::UpdateDependentValues() {
         {&FreqList::KeyComment, TypesOf(ValueType::Text)},
         {&FreqList::KeyDemodulation, TypesOf(ValueType::Text, ValueType::Selection)},
         {&FreqList::KeyType, TypesOf(ValueType::Char)}};
-    Bind({BoundFrequency, table});
-}
-
-/// Entries of one shape have the same places: they are looked up for the first of them.
-std::span<const quint8> FrequencyNodeMediator::placesIn(const Node& entry, std::span<const Binding> table) {
-    struct Places {
-        quint16 shape = 0;
-        const Binding* table = nullptr;
-        std::array<quint8, BoundValues::Count> places{};
-    };
-    static std::array<Places, 64> known;
-    const quint16 shape = entry.ShapeId();
-    Places& found = known[(shape * size_t(7) + table.size()) % known.size()];
-    if (found.shape != shape || found.table != table.data()) {
-        found.shape = shape;
-        found.table = table.data();
-        for (size_t i = 0; i < table.size(); ++i)
-            found.places[i] = entry.PlaceOf(*table[i].key, table[i].types);
-    }
-    return {found.places.data(), table.size()};
+    static const Bindings bindings{BoundFrequency, table};
+    Bind(bindings);
 }
 
 void FrequencyNodeMediator::Bind(const Bindings& bindings) {
     Node* const entry = GetNode();
     if (!entry)
         return;
-    if (entry->ShapeId() != 0) {
-        const std::span<const quint8> places = placesIn(*entry, bindings.table);
+    if (const quint16 shape = entry->ShapeId(); shape != 0) {
+        if (bindings.shape != shape) {
+            bindings.shape = shape;
+            for (size_t i = 0; i < bindings.table.size(); ++i)
+                bindings.places[i] = entry->PlaceOf(*bindings.table[i].key, bindings.table[i].types);
+        }
+        const std::span<const quint8> places(bindings.places.data(), bindings.table.size());
         if (m_bound.SetFresh(bindings.first, places))
             return entry->AddObserverAt(places, *this);
         for (size_t i = 0; i < places.size(); ++i)

@@ -130,6 +130,9 @@ protected:
     struct Bindings {
         size_t first; ///< number of the first one
         std::span<const Binding> table;
+        /// Entries of one shape have the same places: those of the shape that was met last.
+        mutable quint16 shape = 0;
+        mutable std::array<quint8, BoundValues::Count> places{};
     };
     void Bind(const Bindings& bindings);
     bool ForgetIfRemoved(size_t number, const Observable* subject);
@@ -148,8 +151,6 @@ protected:
 private:
     template <typename V>
     bool ownText(Names::Id key, QString& text) const;
-    static std::span<const quint8> placesIn(const Node& entry, std::span<const Binding> table);
 
     BoundValues m_bound;
-    const bool m_isNode; ///< what is observed is a node
 };

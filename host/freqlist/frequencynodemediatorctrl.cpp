@@ -37,6 +37,7 @@ void FrequencyNodeMediatorCtrl::Init(const QString& nodePath) {
     m_seenSerial = 0;
     if (!m_node)
         return;
+    m_seenRestores = m_node->RestoreCount();
     m_node->AddObserver(this);
     ForceUpdateNow();
 }
@@ -113,6 +114,8 @@ void FrequencyNodeMediatorCtrl::ForEach(const std::function<void(FrequencyNodeMe
 void FrequencyNodeMediatorCtrl::followNewChildren() {
     if (!m_node)
         return;
+    if (m_node->RestoreCount() != m_seenRestores)
+        return followRestored();
     const size_t known = m_order.size();
     const std::vector<Node*> fresh = m_node->ChildrenSince(m_seenSerial);
     m_order.reserve(known + fresh.size());
@@ -126,6 +129,53 @@ void FrequencyNodeMediatorCtrl::followNewChildren() {
                                                     m_order.end());
     for (FrequencyNodeListView* view : m_views)
         view->AddRows(added);
+}
+
+/// Children came back to their places among the others: mediators and rows go there, too.
+void FrequencyNodeMediatorCtrl::followRestored() {
+    m_seenRestores = m_node->RestoreCount();
+    m_seenSerial = 0;
+    const std::vector<Node*> children = m_node->ChildrenSince(m_seenSerial);
+    closeHoles();
+    const std::vector<FrequencyNodeMediator*> before = std::exchange(m_order, {});
+    m_order.reserve(children.size());
+    std::vector<FrequencyNodeMediator*> added;
+    auto next = before.begin();
+    for (Node* child : children) {
+        if (next != before.end() && (*next)->GetNode() == child) {
+            (*next)->OrderIndex = static_cast<unsigned>(m_order.size());
+            m_order.push_back(*next++);
+        } else if (Mediator* mediator = CreateMediator(child)) {
+            NotifyCreated(mediator);
+            added.push_back(m_order.back());
+        }
+    }
+    for (FrequencyNodeListView* view : m_views)
+        view->InsertRows(added, m_order);
+}
+
+int FrequencyNodeMediatorCtrl::ScrollPlace() const {
+    return m_views.empty() ? 0 : m_views.front()->ScrollPlace();
+}
+
+std::vector<FrequencyNodeMediator*>
+FrequencyNodeMediatorCtrl::mediatorsOf(const std::vector<const Node*>& entries) const {
+    std::vector<FrequencyNodeMediator*> mediators;
+    mediators.reserve(entries.size());
+    auto next = entries.begin();
+    for (FrequencyNodeMediator* mediator : m_order) {
+        if (next != entries.end() && mediator && mediator->GetNode() == *next) {
+            mediators.push_back(mediator);
+            ++next;
+        }
+    }
+    return mediators;
+}
+
+void FrequencyNodeMediatorCtrl::SelectEntries(const std::vector<const Node*>& entries, int scrollPlace) {
+    const std::vector<FrequencyNodeMediator*> mediators = mediatorsOf(entries);
+    for (FrequencyNodeListView* view : m_views)
+        view->ShowEntries(mediators, scrollPlace);
 }
 
 void FrequencyNodeMediatorCtrl::ForceUpdateNow() {

@@ -93,6 +93,15 @@ public:
     /// Adds entries behind those that are there, in one refresh. Nothing happens without a list node.
     void AppendEntries(const QVector<FreqStoreXml::FrequencyStoreEntry>& entries);
 
+    // For undo: what it has brought back or changed.
+
+    /// Tells whoever follows the list's entries by more than their node.
+    void EntriesWereEdited() { emit EntriesEdited(); }
+    /// The scroll place of the list's first view.
+    int ScrollPlace() const;
+    /// Selects entries, which are in order, in all views, at that scroll place.
+    void SelectEntries(const std::vector<const Node*>& entries, int scrollPlace);
+
     QString GetFreqStoreReport() override;
     void SetReportXml(const QString& xml, bool replace) override;
     int GetFreqStoreType() override { return m_storeType; }
@@ -106,6 +115,8 @@ public:
 signals:
     /// The mediators and rows have been brought up to date after a change.
     void Refreshed();
+    /// Entries were changed by undo or redo: what is made of the list follows.
+    void EntriesEdited();
 
 protected:
     /// Makes the mediator of an entry node; null for an observable that gets none.
@@ -114,6 +125,8 @@ protected:
 
 private:
     void followNewChildren();
+    void followRestored();
+    std::vector<FrequencyNodeMediator*> mediatorsOf(const std::vector<const Node*>& entries) const;
     void closeHoles();
     void scheduleUpdate();
     void forEachEntry(const std::function<void(FrequencyNodeMediator&)>& visit);
@@ -127,6 +140,7 @@ private:
     int m_storeType;
     Node* m_node = nullptr;
     quint32 m_seenSerial = 0;                    ///< children attached up to here have been seen
+    quint32 m_seenRestores = 0;                  ///< see `Node::RestoreCount`
     std::vector<FrequencyNodeMediator*> m_order; ///< null where a mediator ended
     size_t m_holes = 0;
     std::vector<FrequencyNodeListView*> m_views;

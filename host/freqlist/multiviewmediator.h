@@ -62,8 +62,9 @@ public:
 
 protected:
     /// Small things of derived mediators, which have room here.
-    bool m_hasTip = false;  ///< a tip of its own stands in a table, since few items have one
-    quint16 m_itemKind = 0; ///< a number of the derived class's
+    bool m_hasTip : 1 = false; ///< a tip of its own stands in a table, since few items have one
+    bool m_isNode : 1 = false; ///< what is observed is a node
+    quint16 m_itemKind = 0;    ///< a number of the derived class's
 
 private:
     template <typename Visit>

@@ -308,6 +308,25 @@ QString FreeNameBeside(const QString& fileName) {
     }
 }
 
+bool WriteCopy(const QString& from, const QString& fileName) {
+    constexpr qint64 BlockBytes = 1 << 20;
+    QFile copy(from);
+    if (!copy.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        tellFailure(fileName, cannotBeWritten(copy.errorString()));
+        return false;
+    }
+    try {
+        OutputFile file(fileName);
+        for (QByteArray block = copy.read(BlockBytes); !block.isEmpty(); block = copy.read(BlockBytes))
+            WriteBytes(file.Device(), fileName, block);
+        file.Commit();
+        return true;
+    } catch (const RGException& exception) {
+        TraceLazily(TraceSource, [&] { return exception.GetErrorText(); });
+        return false;
+    }
+}
+
 void WriteBytes(QIODevice& device, const QString& name, QByteArrayView bytes) {
     const char* data = bytes.data();
     auto left = static_cast<qint64>(bytes.size());

@@ -72,6 +72,9 @@ void ForgetWriteFailure();
 /// The first of "name-2.ext", "name-3.ext", ... in the file's folder that no file has.
 QString FreeNameBeside(const QString& fileName);
 
+/// Writes a file with the content of another one. False, told, when that fails.
+[[nodiscard]] bool WriteCopy(const QString& from, const QString& fileName);
+
 /// Writes all of the bytes or throws RGException "name: reason".
 void WriteBytes(QIODevice& device, const QString& name, QByteArrayView bytes);
 

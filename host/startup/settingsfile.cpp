@@ -117,12 +117,22 @@ Parsed& lastParsed() {
     return *parsed;
 }
 
+/// What is set in memory alone, by file.
+struct Memory {
+    bool isOn = false;
+    QHash<QString, QVariantMap> settings;
+};
+
+Memory& memory() {
+    static auto* const kept = new Memory;
+    return *kept;
+}
+
 const QString Malformed = QStringLiteral("configuration is malformed");
 const QString NoPlace = QStringLiteral("there is no place for a temporary file");
 
-} // namespace
-
-QVariantMap Read(const QString& path) {
+/// All settings as the file has them.
+QVariantMap readFile(const QString& path) {
     const std::optional<QByteArray> bytes = bytesOf(path);
     if (!bytes || bytes->isEmpty())
         return {};
@@ -143,7 +153,24 @@ QVariantMap Read(const QString& path) {
     return settings.value_or(QVariantMap());
 }
 
+} // namespace
+
+QVariantMap Read(const QString& path) {
+    QVariantMap settings = readFile(path);
+    if (memory().isOn)
+        settings.insert(memory().settings.value(path));
+    return settings;
+}
+
+void KeepInMemory(bool on) {
+    memory() = {on, {}};
+}
+
 bool Write(const QString& path, const QString& key, const QVariant& value) {
+    if (memory().isOn) {
+        memory().settings[path].insert(key, value);
+        return true;
+    }
     const auto refuse = [&](const QString& reason) {
         tell(TraceSource, path, QStringLiteral("a setting cannot be written: ") + reason);
         return false;

@@ -9,6 +9,9 @@ namespace SettingsFile {
 
 /// All settings by "section/key", or by "key" alone above all sections; none when there is no such file.
 QVariantMap Read(const QString& path);
+/// From now on what is set is kept in memory alone, over what the files say: they are another process's.
+/// False forgets it, and writes again.
+void KeepInMemory(bool on);
 /// Sets one, in a file and a folder that are made when they are missing. False, told, when that cannot be.
 [[nodiscard]] bool Write(const QString& path, const QString& key, const QVariant& value);
 

@@ -1,5 +1,6 @@
 #include "host/valuetree/node.h"
 
+#include "host/valuetree/changerecorder.h"
 #include "host/valuetree/nodeparts.h"
 #include "host/valuetree/tree.h"
 
@@ -206,6 +207,8 @@ void Node::attach(Node* child, bool asNamed) {
     child->m_index = static_cast<quint32>(r.children.size());
     r.append(child);
     r.remember(child, child->m_name, child->m_ordinal);
+    if (ChangeRecorder* recorder = ChangeRecorder::Active()) [[unlikely]]
+        recorder->Attached(*child);
     NotifyObservers(TChangeCode::ChildrenChanged, nullptr);
 }
 
@@ -280,6 +283,8 @@ void Node::unlinkChild(Node* child) {
 }
 
 bool Node::removeChild(Node* child) {
+    if (ChangeRecorder* recorder = ChangeRecorder::Active()) [[unlikely]]
+        recorder->Detaching(*child);
     if (!child->announceRemoval())
         return false;
     delete child;

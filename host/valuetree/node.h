@@ -152,6 +152,20 @@ public:
     /// Removes and destroys all sub-nodes and values; observers of this node get code 1, once.
     void DeleteChildren();
 
+    /// A node that takes the place of a child that was removed: its serial and its number among those of its
+    /// name, which make its old path.
+    struct Returning {
+        Node* child;
+        quint32 serial;
+        quint32 ordinal;
+    };
+    /// Attaches children at their old places, in one go, and takes ownership; they are in order of their
+    /// serials, and no child has these. Observers get code 1 and code 0, once each. Not to be called while
+    /// children are being removed.
+    void Restore(std::span<const Returning> children);
+    /// Counts the calls of `Restore`: who follows the children by their serials looks at all of them again.
+    quint32 RestoreCount() const;
+
     /// Sub-nodes in order of attachment.
     size_t ChildCount() const;
     std::vector<Node*> Children() const;
@@ -160,6 +174,13 @@ public:
     /// The place of this node in the order of attachment to its parent, counted from 1 over the parent's
     /// life.
     quint32 GetSerial() const;
+    /// The child of that serial; null when there is none.
+    Node* ChildBySerial(quint32 serial) const;
+    /// 1 for the first child of its name that the parent has had, 2 for the second, ...; 0 while not
+    /// attached.
+    quint32 GetOrdinal() const { return m_ordinal; }
+    /// The shape that says all of this entry but its contents; null for any other node.
+    const Shape* WholeShape() const;
     /// Tells the observers to look again since these sub-nodes changed in themselves. While they are told,
     /// `ChangedChildren` names them; when it is empty, anything may have changed.
     void CommitChanges(std::span<Node* const> children, IObserver* originator);
@@ -236,6 +257,7 @@ private:
     Rare& rare();
     Rare* findRare() const;
     void attach(Node* child, bool asNamed);
+    void takePlace(Node& parent, const Returning& place);
     void unlinkChild(Node* child);
     void linkValue(ValueBase* value);
     void unlinkValue(ValueBase* value);

@@ -36,6 +36,7 @@ struct Node::Rare {
     quint32 lastSerial = 0;                ///< how many children have ever been attached
     quint32 serialsBefore = 0;             ///< how many of them stood in front of the first place
     std::vector<quint32> serials;          ///< by place, once places were closed; else they count on
+    quint32 restores = 0;                  ///< how often children came back to their old places
     int removing = 0;                      ///< removals under way, during which places stay as they are
     QHash<Names::Id, quint32> ordinals;    ///< last ordinal given per name, but that of the recent name
     Names::Id recentName = Names::Unknown; ///< the children of a list mostly have one name

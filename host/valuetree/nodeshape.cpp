@@ -74,10 +74,9 @@ bool Node::FillFromShape() {
         looseBlocks().Find(this) != 0)
         return false;
     for (const Shape::Field& field : shape().Fields()) {
-        ValueBase* const value = &shaped(field);
-        field.construct(value);
-        value->m_place = field.place;
-        value->m_isLoose = 0;
+        ValueBase& value = field.construct(ValueAtPlace(field.place));
+        value.m_place = field.place;
+        value.m_isLoose = 0;
     }
     m_isFilled = true;
     return true;

@@ -1,26 +1,30 @@
 #include "host/valuetree/shape.h"
 
 #include "host/valuetree/node.h"
+#include "host/valuetree/valueselection.h"
 
 namespace {
 
 struct Kind {
     ValueType type;
     size_t bytes;
-    void (*construct)(void*);
+    ValueBase& (*construct)(void*);
 };
 
 template <typename V>
 constexpr Kind kindOf() {
     static_assert(sizeof(V) % Shape::Word == 0 && alignof(V) == Shape::Word);
-    return {V::Type, sizeof(V), [](void* memory) { new (memory) V; }};
+    return {V::Type, sizeof(V), [](void* memory) -> ValueBase& { return *new (memory) V; }};
 }
 
-constexpr Kind Kinds[] = {kindOf<Value<QString>>(), kindOf<Value<char>>(), kindOf<ValueNumeric<int>>(),
-                          kindOf<ValueNumeric<qint64>>(), kindOf<ValueNumeric<double>>()};
+constexpr Kind Kinds[] = {kindOf<Value<QString>>(),       kindOf<Value<char>>(),
+                          kindOf<Value<bool>>(),          kindOf<ValueNumeric<int>>(),
+                          kindOf<ValueNumeric<qint64>>(), kindOf<ValueNumeric<double>>(),
+                          kindOf<ValueSelection>(),       kindOf<ValueList<double>>()};
 
-static_assert(sizeof(Value<QString>) == 16 && sizeof(Value<char>) == 16 && sizeof(ValueNumeric<int>) == 16 &&
-              sizeof(ValueNumeric<double>) == 24);
+static_assert(sizeof(Value<QString>) == 16 && sizeof(Value<char>) == 16 && sizeof(Value<bool>) == 16 &&
+              sizeof(ValueNumeric<int>) == 16 && sizeof(ValueNumeric<double>) == 24 &&
+              sizeof(ValueSelection) == 24 && sizeof(ValueList<double>) == 48);
 
 const Kind& kindOf(ValueType type) {
     const auto found =

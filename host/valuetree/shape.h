@@ -18,7 +18,7 @@ public:
         ValueType type;
         NumberLimits::Id limits = 0;
         quint8 place = 0; ///< in words behind the start of the node; the shape's own affair, as is the next
-        void (*construct)(void* memory) = nullptr;
+        ValueBase& (*construct)(void* memory) = nullptr;
     };
     /// Unit of places, in bytes.
     static constexpr size_t Word = 8;
@@ -26,13 +26,17 @@ public:
 
     static Field Text(Names::Id name) { return {name, ValueType::Text}; }
     static Field Letter(Names::Id name) { return {name, ValueType::Char}; }
+    static Field Flag(Names::Id name) { return {name, ValueType::Bool}; }
+    /// A selection without rows; those that all entries get are soon shared, see `ValueSelection`.
+    static Field Selection(Names::Id name) { return {name, ValueType::Selection}; }
+    /// An ordered list of doubles.
+    static Field Numbers(Names::Id name) { return {name, ValueType::DoubleList}; }
     template <typename T>
     static Field Number(Names::Id name, T min, T max, T step) {
         return {name, ValueText<T>::NumericType, NumberLimits::Keep(NumberLimits::Of(min, max, step))};
     }
 
-    /// Makes a shape of up to `MaxPlace` words, the node's six included: texts, letters and numbers with
-    /// limits.
+    /// Makes a shape of up to `MaxPlace` words, the node's six included.
     static const Shape& Make(std::initializer_list<Field> fields);
 
     const std::vector<Field>& Fields() const { return m_fields; }

@@ -18,6 +18,15 @@ bool ValueText<char>::FromText(const QString& text, char& value) {
     return true;
 }
 
+void Detail::ContentOf<QString, ValueBase>::SetText(QStringView text, IObserver* originator) {
+    if (text == GetValue())
+        return;
+    const Texts::Id old = m_text;
+    m_text = IsOfShape() ? Texts::KeepForEntry(NameId(), text) : Texts::Keep(text.toString());
+    Texts::Release(old);
+    HasChanged(TChangeCode::ValueChanged, originator);
+}
+
 QString ValueListTraits<double>::ToText(const Container& list) {
     QString text;
     for (const double element : list) {

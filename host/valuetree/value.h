@@ -1,11 +1,13 @@
 #pragma once
 
 #include "host/base/numbers.h"
+#include "host/valuetree/changerecorder.h"
 #include "host/valuetree/texts.h"
 #include "host/valuetree/valuebase.h"
 
 #include <limits>
 #include <list>
+#include <memory>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -98,6 +100,7 @@ public:
     void SetValue(const T& value, IObserver* originator = nullptr) {
         if (value == m_value)
             return;
+        ChangeRecorder::NoteChange(*this, originator);
         m_value = value;
         this->HasChanged(TChangeCode::ValueChanged, originator);
     }
@@ -124,11 +127,15 @@ public:
     void SetValue(const QString& value, IObserver* originator = nullptr) {
         if (value == GetValue())
             return;
+        ChangeRecorder::NoteChange(*this, originator);
         const Texts::Id old = m_text;
         m_text = IsOfShape() ? Texts::KeepForEntry(NameId(), value) : Texts::Keep(value);
         Texts::Release(old);
         HasChanged(TChangeCode::ValueChanged, originator);
     }
+
+    /// The same from a part of some text, of which only as much is copied as has to be kept.
+    void SetText(QStringView text, IObserver* originator = nullptr);
 
     QString GetStringValue() const override { return GetValue(); }
     void SetStringValue(const QString& text, IObserver* originator = nullptr) override {
@@ -176,6 +183,9 @@ public:
     /// Takes minimum, maximum, step and current value, in this order, from another number. Between numbers of
     /// one type nothing is lost; between different types each number is converted.
     virtual void CopyNumeric(const IValueNumeric& source) = 0;
+    /// All limits at once, whatever the type, without telling anybody.
+    const NumberLimits& GetLimits() const { return OwnLimits(); }
+    void TakeLimits(const NumberLimits& limits) { SetOwnLimits(limits); }
 
     virtual double MinAsDouble() const = 0;
     virtual double MaxAsDouble() const = 0;
@@ -323,6 +333,7 @@ public:
     /// The element at `index`, which must be below `Size()`; constant time for numbers, linear for records.
     const T& At(long index) const { return *std::next(m_list.begin(), index); }
     void PushBack(const T& element, IObserver* originator = nullptr) {
+        ChangeRecorder::NoteChange(*this, originator);
         m_list.push_back(element);
         HasChanged(TChangeCode::ValueChanged, originator);
     }
@@ -330,6 +341,7 @@ public:
     void Append(Container&& elements, IObserver* originator = nullptr) {
         if (elements.empty())
             return;
+        ChangeRecorder::NoteChange(*this, originator);
         m_list.insert(m_list.end(), std::make_move_iterator(elements.begin()),
                       std::make_move_iterator(elements.end()));
         HasChanged(TChangeCode::ValueChanged, originator);
@@ -339,16 +351,19 @@ public:
     template <typename Change>
     requires std::is_same_v<Container, std::list<T>>
     void Edit(quint64 place, const T& element, Change change) {
+        ChangeRecorder::NoteChange(*this, nullptr);
         change(const_cast<T&>(element));
-        if (m_edits.size() == MaxEdits) { // whoever follows has seen the older half long ago
-            m_edits.erase(m_edits.begin(), m_edits.begin() + MaxEdits / 2);
-            m_firstEdit += MaxEdits / 2;
+        History& h = history();
+        if (h.edits.size() == MaxEdits) { // whoever follows has seen the older half long ago
+            h.edits.erase(h.edits.begin(), h.edits.begin() + MaxEdits / 2);
+            h.firstEdit += MaxEdits / 2;
         }
-        m_edits.push_back({place, &element});
+        h.edits.push_back({place, &element});
     }
     void Clear(IObserver* originator = nullptr) {
         if (m_list.empty())
             return;
+        ChangeRecorder::NoteChange(*this, originator);
         rewrite();
         m_list.clear();
         HasChanged(TChangeCode::ValueChanged, originator);
@@ -356,20 +371,30 @@ public:
     /// Direct access to the elements. The caller calls `HasChanged` after a change, and readers then read the
     /// whole list again. Ask for the list anew before each change.
     Container& GetList() {
+        ChangeRecorder::NoteChange(*this, nullptr);
         rewrite();
         return m_list;
     }
     const Container& GetList() const { return m_list; }
     const Container& Elements() const { return m_list; }
 
-    Seen SeenNow() const { return {m_rewrites, m_firstEdit + m_edits.size(), m_list.size()}; }
+    Seen SeenNow() const {
+        if (!m_history)
+            return {0, 0, m_list.size()};
+        return {m_history->rewrites, m_history->firstEdit + m_history->edits.size(), m_list.size()};
+    }
     /// Whether what has changed since `seen` is known: then `edited` are the elements that changed in place
     /// (some more than once, some maybe new), and those from `seen.size` on are new.
     [[nodiscard]] bool ChangesSince(const Seen& seen, std::vector<Edited>& edited) const {
-        if (seen.rewrites != m_rewrites || seen.edits < m_firstEdit || seen.size == 0 ||
-            seen.size > m_list.size())
+        if (seen.size == 0 || seen.size > m_list.size())
             return false;
-        edited.assign(m_edits.begin() + static_cast<std::ptrdiff_t>(seen.edits - m_firstEdit), m_edits.end());
+        edited.clear();
+        if (!m_history)
+            return true;
+        const History& h = *m_history;
+        if (seen.rewrites != h.rewrites || seen.edits < h.firstEdit)
+            return false;
+        edited.assign(h.edits.begin() + static_cast<std::ptrdiff_t>(seen.edits - h.firstEdit), h.edits.end());
         return true;
     }
 
@@ -378,6 +403,7 @@ public:
         Container parsed;
         if (!Traits::FromText(text, parsed) || parsed == m_list)
             return;
+        ChangeRecorder::NoteChange(*this, originator);
         rewrite();
         m_list = std::move(parsed);
         HasChanged(TChangeCode::ValueChanged, originator);
@@ -386,6 +412,7 @@ public:
         const auto* same = value_cast<ValueList>(&other);
         if (!same || same->m_list == m_list)
             return;
+        ChangeRecorder::NoteChange(*this, nullptr);
         rewrite();
         m_list = same->m_list;
         HasChanged(TChangeCode::ValueChanged);
@@ -404,14 +431,25 @@ public:
 private:
     static constexpr size_t MaxEdits = 16384;
 
+    /// What readers need to follow changes, which most lists never see.
+    struct History {
+        std::vector<Edited> edits; ///< the latest ones
+        quint64 firstEdit = 0;     ///< how many edits went before them
+        quint64 rewrites = 0;
+    };
+
+    History& history() {
+        if (!m_history)
+            m_history = std::make_unique<History>();
+        return *m_history;
+    }
     void rewrite() {
-        ++m_rewrites;
-        m_firstEdit += m_edits.size();
-        m_edits.clear();
+        History& h = history();
+        ++h.rewrites;
+        h.firstEdit += h.edits.size();
+        h.edits.clear();
     }
 
     Container m_list;
-    std::vector<Edited> m_edits; ///< the latest ones
-    quint64 m_firstEdit = 0;     ///< how many edits went before them
-    quint64 m_rewrites = 0;
+    std::unique_ptr<History> m_history;
 };

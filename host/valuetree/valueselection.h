@@ -5,7 +5,7 @@
 #include <QStringList>
 
 #include <memory>
-#include <vector>
+#include <span>
 
 /// One row of a selection: name, number and integer key. Owned by its selection.
 class SelectionItem {
@@ -27,6 +27,9 @@ private:
 /// A value whose content is one item chosen from a list. The first item that is added becomes the chosen one.
 /// Without items nothing is chosen: null item, empty text, index and key -1, number 0.
 ///
+/// Very many selections offer the same few rows, which they then share. Whoever asks for a row that it may
+/// change makes the selection keep rows of its own; `ItemAt` does not.
+///
 /// \code
 /// ValueSelection mode;
 /// mode.AddItem(QStringLiteral("AM"), 0, 10);
@@ -39,7 +42,7 @@ public:
     static constexpr ValueType Type = ValueType::Selection;
 
     ValueSelection() : ValueBase(Type) {}
-    ~ValueSelection() override { AnnounceRemoval(); }
+    ~ValueSelection() override;
 
     void AddItem(const QString& name, double value, long key, IObserver* originator = nullptr);
     /// Takes ownership of the item; null is ignored.
@@ -57,8 +60,10 @@ public:
     bool Select(long key, IObserver* originator = nullptr);
     /// With `nearest`, the row whose number is nearest to `value` matches; else only an equal number does.
     bool Select(double value, IObserver* originator, bool nearest);
+    /// Chooses the row at `index`; false outside 0 to count - 1.
+    bool SelectAt(long index, IObserver* originator = nullptr);
 
-    SelectionItem* GetCurrentItem() const;
+    SelectionItem* GetCurrentItem() const { return GetItemAt(m_current); }
     long GetCurrentKey() const;
     long GetCurrentIndex() const { return m_current; }
     double GetCurrentValue() const;
@@ -69,9 +74,11 @@ public:
     SelectionItem* GetItem(double value) const;
     /// The row at `index`; null outside 0 to count - 1.
     SelectionItem* GetItemAt(long index) const;
+    /// The same, to be read only; good until the rows change.
+    const SelectionItem* ItemAt(long index) const;
     /// Index of the row with this key, -1 when absent.
     long GetItemIndex(long key) const;
-    long GetItemCount() const { return static_cast<long>(m_items.size()); }
+    long GetItemCount() const { return static_cast<long>(items().size()); }
     /// Key of the row with this name, -1 when absent.
     long GetKeyForItemName(const QString& name) const;
     /// Name of the row with this key, empty when absent.
@@ -90,11 +97,18 @@ public:
     [[nodiscard]] ValueSelection* Clone() const override;
 
 private:
+    using Items = std::span<const std::unique_ptr<SelectionItem>>;
+    struct Rows;
+
+    Items items() const;
     template <typename Matches>
     long indexWhere(Matches matches) const;
     bool selectIndex(long index, IObserver* originator);
-    void append(std::unique_ptr<SelectionItem> item);
+    void append(const SelectionItem& item);
+    void takeItems(const ValueSelection& other);
+    Rows& ownRows();
+    void dropRows();
 
-    std::vector<std::unique_ptr<SelectionItem>> m_items;
-    long m_current = -1;
+    qint32 m_current = -1;
+    Rows* m_rows = nullptr; ///< null without any; deleted here unless they are shared
 };

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "host/valuetree/operatoraction.h"
 #include "host/valuetree/valueptr.h"
+
+#include <QCoreApplication>
 
 /// The common part of widgets that show a value. The widget follows the changes of its value, and lets go of
 /// it when it is removed. It does not own it. V is the class of the value.
@@ -29,6 +32,11 @@ protected:
     }
     /// Brings the widget up to date with the value; without a value it is empty and disabled.
     virtual void showValue() = 0;
+
+    /// Around what the operator writes into the value by the widget.
+    [[nodiscard]] static OperatorAction edits() {
+        return OperatorAction(QCoreApplication::translate("BoundWidget", "Edit"));
+    }
 
     ValueObservingPtr<V> m_value{this};
 };

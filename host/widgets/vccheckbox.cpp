@@ -4,6 +4,7 @@ VCCheckBox::VCCheckBox(QWidget* parent, const char* name) : QCheckBox(parent) {
     setObjectName(QString::fromLatin1(name));
     showValue();
     connect(this, &QAbstractButton::clicked, this, [this](bool checked) {
+        const OperatorAction action = edits();
         if (m_value)
             m_value->SetValue(checked, this);
     });

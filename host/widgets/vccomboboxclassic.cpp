@@ -4,6 +4,7 @@ VCComboBoxClassic::VCComboBoxClassic(QWidget* parent, const char* name) : QCombo
     setObjectName(QString::fromLatin1(name));
     showValue();
     connect(this, &QComboBox::activated, this, [this](int index) {
+        const OperatorAction action = edits();
         if (m_value && index >= 0)
             m_value->Select(itemText(index), this);
     });

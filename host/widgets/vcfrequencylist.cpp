@@ -39,7 +39,7 @@ void VCFrequencyList::showValue() {
         return;
     QStringList lines;
     if (m_value) {
-        for (const double hertz : m_value->GetList())
+        for (const double hertz : m_value->Elements())
             lines << Quor::FrequencyText(hertz);
     }
     const QSignalBlocker quiet(this);
@@ -55,7 +55,8 @@ bool VCFrequencyList::Commit() {
     if (!m_error.isEmpty())
         return false;
     document()->setModified(false);
-    if (frequencies != m_value->GetList()) {
+    if (frequencies != m_value->Elements()) {
+        const OperatorAction action = edits();
         m_value->GetList() = std::move(frequencies);
         m_value->HasChanged(TChangeCode::ValueChanged, this);
     }
@@ -69,7 +70,7 @@ QString VCFrequencyList::problemOf(const QString& entries, std::vector<double>& 
     const double present = m_reference ? m_reference->GetValue() : 0;
     Quor::ParseFrequency(QLatin1Char('1') + Quor::FrequencyText(present).section(QLatin1Char(' '), -1), unit);
     QHash<QString, double> shown; // lines show no fractions of 1 Hz; what is left as shown stays exact
-    for (const double hertz : m_value->GetList())
+    for (const double hertz : m_value->Elements())
         shown.insert(Quor::FrequencyText(hertz), hertz);
     m_wrongLine = 0;
     for (const QString& line : entries.split(QLatin1Char('\n'))) {

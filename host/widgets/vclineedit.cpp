@@ -131,7 +131,10 @@ bool VCLineEdit::Commit() {
     if (!ErrorText().isEmpty())
         return false;
     endEntry();
-    m_value->SetStringValue(stored, this);
+    {
+        const OperatorAction action = edits();
+        m_value->SetStringValue(stored, this);
+    }
     showValue();
     return true;
 }

@@ -56,6 +56,19 @@ INSTANTIATE_TEST_SUITE_P(
         NumberText{"EndlessDigits", QString(100000, QLatin1Char('9')), std::nullopt}),
     [](const auto& row) { return row.param.name; });
 
+/// Short and long numbers are parsed in two ways, which must not differ in the last bit.
+TEST(ParseDoubleRounding, IsToTheNearestDoubleForShortAndLongNumbers) {
+    std::mt19937_64 random(4711);
+    for (int i = 0; i < 20000; ++i) {
+        QByteArray text = QByteArray::number(random() >> (random() % 60));
+        if (const auto point = static_cast<qsizetype>(random() % 12); point > 0 && point < text.size())
+            text.insert(text.size() - point, '.');
+        double value = 0;
+        ASSERT_TRUE(Quor::ParseDouble(QString::fromLatin1(text), value)) << text.constData();
+        EXPECT_EQ(value, std::strtod(text.constData(), nullptr)) << text.constData();
+    }
+}
+
 TEST(ParseDoubleLocale, IsAlwaysThatOfC) {
     const QLocale before;
     QLocale::setDefault(QLocale(QLocale::German));

@@ -7,6 +7,7 @@
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/freqlist/undohistory.h"
 #include "host/freqlist/vectorlistview.h"
 #include "host/freqstorexml/filehandling.h"
 #include "host/report/outputfile.h"
@@ -22,6 +23,7 @@
 #include <QDirIterator>
 #include <QLabel>
 #include <QRegularExpression>
+#include <QUndoStack>
 
 #include <gtest/gtest.h>
 
@@ -154,6 +156,25 @@ TEST_F(Examples, ANodeOwnsItsValues) {
     // end
     EXPECT_EQ(list->LastChild(), entry);
     EXPECT_EQ(Tree::Instance()->GetValue("/Bookmarks/Bookmark/comment")->GetStringValue(), "calling");
+}
+
+TEST_F(Examples, WhatTheOperatorDoesIsAStepOfUndo) {
+    UndoHistory::Instance().SetOn(true);
+    Node* list = Tree::Instance()->MakeNode(QStringLiteral("/Bookmarks"));
+    list->AddItemUnique(new Node(list, QStringLiteral("Bookmark")));
+    Bookmarks controller;
+    const int listId = FreqStore::Instance().RegisterList({.controller = &controller});
+    // operatoraction.h
+    {
+        const OperatorAction action(QStringLiteral("Delete")); // as the Edit menu names it
+        list->DeleteNode(list->LastChild());
+    }
+    // end
+    EXPECT_EQ(list->ChildCount(), 0u);
+    UndoHistory::Instance().Stack().undo();
+    EXPECT_EQ(list->ChildCount(), 1u);
+    UndoHistory::Instance().SetOn(false);
+    FreqStore::Instance().RemoveFrequencyListDefinition(listId);
 }
 
 TEST_F(Examples, ANumberHasATextFormAndLimits) {
@@ -323,7 +344,7 @@ TEST_F(Examples, OfTheHeadersStandHereWordByWord) {
                 EXPECT_TRUE(here.contains(withoutBlanks(part))) << path.toStdString() << part.toStdString();
         }
     }
-    EXPECT_EQ(count, 22);
+    EXPECT_EQ(count, 23);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/valuetree/tree.h"
+#include "host/valuetree/valueselection.h"
 #include "tests/support/recorder.h"
 #include "tests/support/text.h"
 
@@ -68,9 +69,9 @@ protected:
     Node* Add(double hertz) {
         if (GetParam()) {
             static const auto key = [](const char* name) { return Names::Intern(Q(name)); };
-            static const Shape& shape =
-                Shape::Make({Shape::Number<double>(key("frequency"), 0, 0, 0), Shape::Text(key("comment")),
-                             Shape::Number<int>(key("count"), 0, 0, 0)});
+            static const Shape& shape = Shape::Make(
+                {Shape::Number<double>(key("frequency"), 0, 0, 0), Shape::Text(key("comment")),
+                 Shape::Number<int>(key("count"), 0, 0, 0), Shape::Selection(key("demodulation"))});
             Node* entry = Node::NewEntry(list, key("Entry"), shape);
             list->AddItemUnique(entry);
             EXPECT_TRUE(entry->FillFromShape());
@@ -84,6 +85,7 @@ protected:
         EXPECT_TRUE(entry->AddValue(Q("frequency"), frequency));
         EXPECT_TRUE(entry->AddValue(Q("comment"), new Value<QString>));
         EXPECT_TRUE(entry->AddValue(Q("count"), new ValueNumeric<int>));
+        EXPECT_TRUE(entry->AddValue(Q("demodulation"), new ValueSelection));
         return entry;
     }
     static ValueBase* Of(Node* entry, const char* name) {
@@ -116,6 +118,11 @@ TEST_P(MediatorContract, SeveralControllersFollowOneListEachInItsTurn) {
     double hertz = 0;
     EXPECT_TRUE(own.At(1)->GetFrequency(hertz, 0) && hertz == 77);
     EXPECT_TRUE(plain.At(1)->GetFrequency(hertz, 0) && hertz == 77);
+    auto* demodulation = static_cast<ValueSelection*>(Of(entry, "demodulation"));
+    demodulation->AddItems({Q("AM"), Q("USB")});
+    demodulation->SetStringValue(Q("USB"));
+    EXPECT_EQ(Told(), "o0o3");
+    EXPECT_EQ(plain.At(1)->GetDemodulationString(0), Q("USB"));
     Of(entry, "count")->SetStringValue(Q("5"));
     EXPECT_EQ(Told(), "o3") << "a value that only the plug-in's mediator knows";
 
@@ -177,7 +184,7 @@ TEST_P(MediatorContract, AnEndingListTellsEachMediatorOnceOrWhatItOutlives) {
         list->DeleteChildren();
         EXPECT_EQ(own.size(), stays ? 2u : 0u);
         if (stays)
-            EXPECT_EQ(Told(), "o18o2o2o2o2o18o2o2o2o2");
+            EXPECT_EQ(Told(), "o18o2o2o2o2o2o18o2o2o2o2o2");
         else
             EXPECT_EQ(Told(), "o18o18o18");
     }

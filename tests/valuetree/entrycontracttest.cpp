@@ -17,6 +17,13 @@ using Count = ValueNumeric<int>;
 using Long = ValueNumeric<qint64>;
 using Text = Value<QString>;
 using Letter = Value<char>;
+using Flag = Value<bool>;
+using Choice = ValueSelection;
+using List = ValueList<double>;
+
+QStringList AllNames() {
+    return QString("frequency comment type priority time mode squelch steps").split(' ');
+}
 
 /// Writes its letter and the code into the common trail at each call.
 struct Voice : IObserver {
@@ -36,7 +43,7 @@ void AddTo(Node* node, const char* name) {
     ASSERT_TRUE(node->AddValue(Q(name), new V));
 }
 
-/// An entry of four values and limits, attached to the list.
+/// An entry of values of each type, with limits, attached to the list.
 Node* MadeOneByOne(Node* list) {
     auto* entry = new Node(list, Q("Entry"));
     list->AddItemUnique(entry);
@@ -45,6 +52,9 @@ Node* MadeOneByOne(Node* list) {
     AddTo<Letter>(entry, "type");
     AddTo<Count>(entry, "priority");
     AddTo<Long>(entry, "time");
+    AddTo<Choice>(entry, "mode");
+    AddTo<Flag>(entry, "squelch");
+    AddTo<List>(entry, "steps");
     entry->FindOwn<Number>(Names::Intern(Q("frequency")))->SetMinMax(0, 3e9, 1);
     entry->FindOwn<Count>(Names::Intern(Q("priority")))->SetMinMax(1, 11, 1);
     return entry;
@@ -55,7 +65,8 @@ Node* MadeFromShape(Node* list) {
     static const Shape& shape =
         Shape::Make({Shape::Number<double>(key("frequency"), 0, 3e9, 1), Shape::Text(key("comment")),
                      Shape::Letter(key("type")), Shape::Number<int>(key("priority"), 1, 11, 1),
-                     Shape::Number<qint64>(key("time"), 0, 0, 0)});
+                     Shape::Number<qint64>(key("time"), 0, 0, 0), Shape::Selection(key("mode")),
+                     Shape::Flag(key("squelch")), Shape::Numbers(key("steps"))});
     Node* entry = Node::NewEntry(list, key("Entry"), shape);
     list->AddItemUnique(entry);
     EXPECT_TRUE(entry->FillFromShape());
@@ -102,7 +113,7 @@ TEST_P(EntryContract, ValuesAreFoundByNameAndKnowTheirPlace) {
     EXPECT_EQ(frequency->GetPathName(), Q("/Contract/Entry#2/frequency"));
     EXPECT_EQ(Tree::Instance()->GetValue(Q("/Contract/Entry#2/frequency")), frequency);
     EXPECT_EQ(Of<Text>(sibling, "frequency"), nullptr) << "another type";
-    EXPECT_EQ(NamesOf(entry), QString("frequency comment type priority time").split(' '));
+    EXPECT_EQ(NamesOf(entry), AllNames());
     EXPECT_EQ(entry->GetValueDescriptor()->values[2].type, ValueType::Char);
 
     auto* taken = Of<Text>(entry, "comment");
@@ -119,7 +130,8 @@ TEST_P(EntryContract, ValuesAreFoundByNameAndKnowTheirPlace) {
     auto* second = new Text;
     EXPECT_TRUE(entry->AddValue(Q("comment"), second));
     EXPECT_EQ(Of<Text>(entry, "comment"), second);
-    EXPECT_EQ(NamesOf(entry), QString("frequency remark type priority time comment").split(' '));
+    EXPECT_EQ(NamesOf(entry),
+              QString("frequency remark type priority time mode squelch steps comment").split(' '));
     auto* third = new Count;
     third->SetName(Q("comment"));
     entry->AddItemUnique(third);
@@ -247,7 +259,9 @@ TEST_P(EntryContract, AValueMayBeDeletedAloneAlsoByThoseItTells) {
     EXPECT_EQ(Told(), "a3a2b2");
     EXPECT_FALSE(weak);
     EXPECT_EQ(entry->RemovedValues(), removed + 1);
-    EXPECT_EQ(NamesOf(entry), QString("frequency type priority time").split(' '));
+    QStringList rest = AllNames();
+    rest.removeOne("comment");
+    EXPECT_EQ(NamesOf(entry), rest);
     EXPECT_EQ(Of<Text>(entry, "comment"), nullptr);
     EXPECT_TRUE(entry->DeleteValue(Q("time")));
     EXPECT_FALSE(entry->DeleteValue(Q("time")));
@@ -255,7 +269,8 @@ TEST_P(EntryContract, AValueMayBeDeletedAloneAlsoByThoseItTells) {
     Of<Count>(entry, "priority")->AddObserver(&m);
     auto* anew = new Text;
     EXPECT_TRUE(entry->AddValue(Q("comment"), anew));
-    EXPECT_EQ(NamesOf(entry), QString("frequency type priority comment").split(' '));
+    rest.removeOne("time");
+    EXPECT_EQ(NamesOf(entry), rest << "comment");
     anew->AddObserver(&m);
     anew->SetValue(Q("x"));
     Of<Count>(entry, "priority")->SetValue(5);
@@ -281,7 +296,7 @@ TEST_P(EntryContract, TheEndOfAnEntryIsToldToNodeThenValuesInOrder) {
                         Of<Number>(entry, "frequency")->GetState() == TValueState::Removing);
     };
     EXPECT_TRUE(list->DeleteNode(entry));
-    EXPECT_EQ(Told(), "m18m2m2m2m2m2m2");
+    EXPECT_EQ(Told(), "m18m2m2m2m2m2m2m2m2m2");
 
     // A value that an observer deletes while its node ends is told once; the rest follows.
     sibling->AddObserver(&a);
@@ -306,7 +321,11 @@ TEST_P(EntryContract, WhatIsNotTheNodesToDeleteOutlivesIt) {
                                                 std::unique_ptr<ValueBase>(text),
                                                 std::unique_ptr<ValueBase>(Of<Letter>(entry, "type")),
                                                 std::unique_ptr<ValueBase>(Of<Count>(entry, "priority")),
-                                                std::unique_ptr<ValueBase>(Of<Long>(entry, "time"))};
+                                                std::unique_ptr<ValueBase>(Of<Long>(entry, "time")),
+                                                std::unique_ptr<ValueBase>(Of<Choice>(entry, "mode")),
+                                                std::unique_ptr<ValueBase>(Of<Flag>(entry, "squelch")),
+                                                std::unique_ptr<ValueBase>(Of<List>(entry, "steps"))};
+    static_cast<Choice*>(owned[5].get())->AddItems({Q("AM"), Q("FM")});
     entry->AddObserver(&m);
     kept->AddObserver(&m);
     text->AddObserver(&m);
@@ -321,6 +340,7 @@ TEST_P(EntryContract, WhatIsNotTheNodesToDeleteOutlivesIt) {
     EXPECT_EQ(Of<Count>(sibling, "priority")->GetMax(), 11);
     EXPECT_EQ(static_cast<Count*>(owned[3].get())->GetMax(), 11);
     EXPECT_EQ(text->GetValue(), Q("still here"));
+    EXPECT_TRUE(static_cast<Choice*>(owned[5].get())->Select(Q("FM")));
     kept->SetValue(1);
     text->SetValue(Q("on"));
     EXPECT_EQ(Told(), "m3m3b3");
@@ -431,7 +451,7 @@ TEST_P(EntryContract, FurtherValuesOfAnyTypeMayCome) {
     auto* selection = new ValueSelection;
     selection->AddItem(Q("one"), 1, 1);
     EXPECT_TRUE(entry->AddValue(Q("selection"), selection));
-    EXPECT_EQ(NamesOf(entry).size(), 66);
+    EXPECT_EQ(NamesOf(entry).size(), 69);
     EXPECT_EQ(Of<Count>(entry, "v59")->GetPathName(), Q("/Contract/Entry/v59"));
     EXPECT_NE(Of<Long>(entry, "time"), nullptr);
     Of<Text>(entry, "comment")->SetName(Q("v60"));
@@ -446,6 +466,74 @@ TEST_P(EntryContract, FurtherValuesOfAnyTypeMayCome) {
     list->DeleteNode(sibling);
     EXPECT_EQ(outside.GetName(), Q("outside"));
     EXPECT_EQ(outside.GetParentNode(), nullptr);
+}
+
+/// Rows of a selection as "name=number/key ...", the chosen one in brackets.
+QString RowsOf(const Choice& choice) {
+    QStringList rows;
+    for (long i = 0; i < choice.GetItemCount(); ++i) {
+        const SelectionItem& item = *choice.ItemAt(i);
+        const QString row =
+            QStringLiteral("%1=%2/%3").arg(item.GetName()).arg(item.GetValue()).arg(item.GetKey());
+        rows << (i == choice.GetCurrentIndex() ? '[' + row + ']' : row);
+    }
+    return rows.join(' ');
+}
+
+TEST_P(EntryContract, SelectionsOfManyEntriesChangeEachAlone) {
+    auto* one = Of<Choice>(entry, "mode");
+    auto* other = Of<Choice>(sibling, "mode");
+    one->AddObserver(&a);
+    for (auto* mode : {one, other}) {
+        EXPECT_EQ(mode->GetCurrentItem(), nullptr);
+        mode->AddItem(Q("AM"), 1.5, 7);
+        mode->AddItems({Q("FM"), Q("CW")});
+    }
+    EXPECT_EQ(RowsOf(*one), Q("[AM=1.5/7] FM=1/1 CW=2/2"));
+    EXPECT_TRUE(one->Select(Q("CW")));
+    EXPECT_TRUE(one->Select(2L));
+    EXPECT_EQ(Told(), "a0a0a3");
+    EXPECT_EQ(RowsOf(*other), Q("[AM=1.5/7] FM=1/1 CW=2/2"));
+
+    SelectionItem* const row = one->GetItem(Q("FM")); // which may be changed
+    *row = SelectionItem(Q("WFM"), 9, 9);
+    one->AddItem(Q("USB"), 3, 3);
+    auto* const given = new SelectionItem(Q("LSB"), 4, 4);
+    other->AddItem(given);
+    EXPECT_EQ(one->GetItemAt(1), row);
+    EXPECT_EQ(other->GetItem(4L), given);
+    EXPECT_EQ(RowsOf(*one), Q("AM=1.5/7 WFM=9/9 [CW=2/2] USB=3/3"));
+    EXPECT_EQ(RowsOf(*other), Q("[AM=1.5/7] FM=1/1 CW=2/2 LSB=4/4"));
+    one->DeleteItem(one->GetItemAt(0));
+    one->DeleteItem(given); // of another selection
+    other->DeleteItem(other->GetItemAt(0));
+    EXPECT_EQ(RowsOf(*one), Q("WFM=9/9 [CW=2/2] USB=3/3"));
+    EXPECT_EQ(RowsOf(*other), Q("[FM=1/1] CW=2/2 LSB=4/4"));
+    one->Assign(*other);
+    EXPECT_TRUE(one->Compare(other));
+    one->AddItemsFrom(*one);
+    EXPECT_EQ(RowsOf(*one), Q("[FM=1/1] CW=2/2 LSB=4/4 FM=1/1 CW=2/2 LSB=4/4"));
+    one->DeleteItems();
+    EXPECT_EQ(RowsOf(*one), QString());
+    one->AddItemsFrom(*other);
+    EXPECT_EQ(RowsOf(*one), Q("[FM=1/1] CW=2/2 LSB=4/4"));
+    const std::unique_ptr<Choice> copy(one->Clone());
+    list->DeleteNodes({entry, sibling});
+    EXPECT_EQ(RowsOf(*copy), Q("[FM=1/1] CW=2/2 LSB=4/4"));
+}
+
+TEST_P(EntryContract, SelectionsWithRowsOfTheirOwnAreAsMany) {
+    std::vector<Node*> all;
+    for (int i = 0; i < 6000; ++i) { // more than share rows
+        all.push_back(Make());
+        auto* mode = Of<Choice>(all.back(), "mode");
+        mode->AddItem(QString::number(i / 100), -1, 0);
+        mode->AddItem(QString::number(i), i, 1);
+        EXPECT_TRUE(mode->Select(static_cast<double>(i), nullptr, false));
+    }
+    for (int i = 0; i < 6000; ++i)
+        EXPECT_EQ(RowsOf(*Of<Choice>(all[size_t(i)], "mode")),
+                  QStringLiteral("%1=-1/0 [%2=%2/1]").arg(i / 100).arg(i));
 }
 
 INSTANTIATE_TEST_SUITE_P(Made, EntryContract, testing::Values(MadeOneByOne, MadeFromShape),

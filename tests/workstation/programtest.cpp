@@ -99,6 +99,10 @@ TEST_F(Programs, ThatShareADirectorySayIt) {
     ASSERT_TRUE(second.StartUntil(Ready));
     EXPECT_TRUE(second.Error().contains(Shared + QByteArray::number(first.processId())))
         << second.Error().toStdString();
+    // The second one has read bands of its own: they go into a file of their own.
+    second.Signal(SIGTERM);
+    EXPECT_EQ(second.Wait(), 0) << second.Error().toStdString();
+    EXPECT_FALSE(QFile::exists(Path("data/NoiFrequencies.xml")));
     first.Signal(SIGKILL);
     EXPECT_EQ(first.Wait(), -1);
     Program third(folder(), arguments());

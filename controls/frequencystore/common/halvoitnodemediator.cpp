@@ -30,7 +30,8 @@ void HalvoITNodeMediator::bindOwn() {
     static constexpr Binding table[] = {
         {&Keys::BandwidthSel, TypesOf(ValueType::NumericInt, ValueType::NumericInt64,
                                       ValueType::NumericDouble, ValueType::Selection)}};
-    Bind({BoundBandwidthSelection, table});
+    static const Bindings bindings{BoundBandwidthSelection, table};
+    Bind(bindings);
 }
 
 bool HalvoITNodeMediator::GetBandwidthSelection(double& hertz, int) {

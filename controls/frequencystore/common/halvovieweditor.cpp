@@ -2,6 +2,7 @@
 
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/gui/colorset.h"
+#include "host/valuetree/operatoraction.h"
 #include "host/valuetree/tree.h"
 #include "host/widgets/canclosetabdialog.h"
 #include "host/widgets/vccheckbox.h"
@@ -366,6 +367,7 @@ bool HalvoViewEditor::accept() {
                     true);
         return false;
     }
+    const OperatorAction action(tr("Edit"));
     bool anyChange = false;
     for (const auto& field : m_fields) {
         if (!field->IsChanged())

@@ -7,6 +7,7 @@
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/startup/cfgcenter.h"
+#include "host/valuetree/operatoraction.h"
 
 #include <QCoreApplication>
 #include <QInputDialog>
@@ -123,6 +124,7 @@ void Offer(FreqStoreListViewButtonBar& bar, const std::function<QVector<Frequenc
             menu->addAction(target.name, &bar, [&bar, entries, controller, name = target.name] {
                 if (!controller)
                     return;
+                const OperatorAction action(tr("Send"));
                 const QString answer = told(Send(entries(), *controller, Tolerance()), name);
                 bar.Tell(answer); // until the counts change, which they do all the time while a search runs
                 emit FreqStore::Instance().Told(answer);

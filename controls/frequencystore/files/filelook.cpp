@@ -113,7 +113,7 @@ void lookAtLines(QFile& file, const LineLayout& layout, FileLook& look) {
     while (reader.Next(line)) {
         if (line.size() < 2)
             continue;
-        fields.Take(line);
+        fields.Take();
         reader.CheckFrequency(fields.frequency);
         ++look.rows;
         look.frequencies += fields.frequency > 0 ? 1 : 0;

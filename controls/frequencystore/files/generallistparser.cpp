@@ -27,10 +27,9 @@ bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout,
     while (reader.Next(line)) {
         if (line.size() < 2)
             continue;
-        fields.Take(line);
+        fields.Take();
         reader.CheckFrequency(fields.frequency);
-        FillInData(fields.frequency, fields.bandwidth, fields.comment, fields.demodulation, fields.priority,
-                   fields.threatClass, QString(), QString(), QString(), QString());
+        FillInLine(fields);
     }
     const bool isUnchanged = reading.Finish();
     if (sound)
@@ -52,6 +51,11 @@ bool GeneralListParser::TakeEntries(const QString& path,
     entries.Drain([this](const FreqStoreXml::FrequencyStoreEntry& entry) { FillInEntry(entry); });
     ResetDataAfterNewFile();
     return true;
+}
+
+void GeneralListParser::FillInLine(const LineFields& line) {
+    FillInData(line.frequency, line.bandwidth, line.comment, line.demodulation, line.priority,
+               line.threatClass, QString(), QString(), QString(), QString());
 }
 
 void GeneralListParser::FillInEntry(const FreqStoreXml::FrequencyStoreEntry& entry) {

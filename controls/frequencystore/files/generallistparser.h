@@ -7,6 +7,7 @@
 class FileProblems;
 class QDomElement;
 class QDomNode;
+class LineFields;
 struct LineLayout;
 
 namespace FreqStoreXml {
@@ -26,6 +27,10 @@ public:
     virtual void FillInData(double frequency, double bandwidth, QString comment, QString demodulation,
                             int priority, QString threatClass, QString profileID, QString profileName,
                             QString signalClass, QString transmissionSystem) = 0;
+
+    /// One record of a file of lines. A list with very many of them takes what it needs and makes no copies;
+    /// others get it as any record.
+    virtual void FillInLine(const LineFields& line);
 
     /// Reads a profile table: XML with elements "PROFILETBL", each of which has objects with priorities and
     /// parameter sets with frequencies. Every parameter set is a record. A file that cannot be opened is

@@ -1,41 +1,26 @@
 #include "controls/frequencystore/files/linefields.h"
 
 #include "host/base/numbers.h"
-#include "host/base/tokenizer.h"
 
-namespace {
-
-constexpr size_t MaxPooledTexts = 16;
-
-} // namespace
-
-QString LineFields::TextPool::Text(QStringView view) {
-    if (view.isEmpty())
-        return QString();
-    for (const QString& known : m_texts) {
-        if (view == known)
-            return known;
-    }
-    if (m_texts.size() >= MaxPooledTexts)
-        m_texts.erase(m_texts.begin());
-    m_texts.push_back(view.toString());
-    return m_texts.back();
-}
-
-void LineFields::Take(QStringView line) {
-    m_count = Quor::separateString(line, m_fields, MaxFields);
+void LineFields::Take() {
+    m_count = m_reader.Fields(m_fields, MaxFields);
     number(m_layout.frequency, frequency, "frequency");
     number(m_layout.bandwidth, bandwidth, "bandwidth");
-    if (has(m_layout.comment))
-        comment = m_fields[m_layout.comment].toString();
-    if (has(m_layout.demodulation))
-        demodulation = m_demodulations.Text(m_fields[m_layout.demodulation]);
-    if (has(m_layout.threatClass))
-        threatClass = m_threatClasses.Text(m_fields[m_layout.threatClass]);
+    text(m_layout.comment, comment);
+    text(m_layout.demodulation, demodulation);
+    text(m_layout.threatClass, threatClass);
     if (has(m_layout.priority) && !Quor::ParseInt(m_fields[m_layout.priority], priority)) {
         priority = 0;
         complain(m_layout.priority, "priority");
     }
+}
+
+/// The text's memory is used again from line to line, unless somebody has kept the text.
+void LineFields::text(int field, QString& value) {
+    if (!has(field))
+        return;
+    value.resize(m_fields[field].size());
+    std::copy(m_fields[field].begin(), m_fields[field].end(), value.begin());
 }
 
 void LineFields::number(int field, double& value, const char* what) {

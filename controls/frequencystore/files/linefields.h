@@ -2,8 +2,6 @@
 
 #include "controls/frequencystore/files/linereader.h"
 
-#include <vector>
-
 /// Number of a field in a line, from 0; -1 where the format has no such field.
 struct LineLayout {
     int frequency;
@@ -29,7 +27,7 @@ public:
     LineFields(LineReader& reader, const LineLayout& layout) : m_reader(reader), m_layout(layout) {}
 
     /// Takes the line that the reader gave last.
-    void Take(QStringView line);
+    void Take();
 
     double frequency = 0; ///< Hz
     double bandwidth = 0; ///< Hz
@@ -42,23 +40,13 @@ private:
     /// What lies behind the last of these is dropped.
     static constexpr unsigned char MaxFields = 15;
 
-    /// Texts that repeat from line to line (demodulations, threat classes) share their characters.
-    class TextPool {
-    public:
-        QString Text(QStringView view);
-
-    private:
-        std::vector<QString> m_texts;
-    };
-
     bool has(int field) const { return field >= 0 && field < m_count; }
     void number(int field, double& value, const char* what);
+    void text(int field, QString& value);
     void complain(int field, const char* what);
 
     LineReader& m_reader;
     const LineLayout& m_layout;
     QStringView m_fields[MaxFields];
     int m_count = 0;
-    TextPool m_demodulations;
-    TextPool m_threatClasses;
 };

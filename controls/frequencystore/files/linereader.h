@@ -8,6 +8,7 @@
 #include <QStringView>
 
 #include <optional>
+#include <vector>
 
 /// Opens a file for reading; the result says why it is refused, and is empty when it is open. Directories,
 /// devices and other things that are no regular file are refused, as are files over `maxSize` bytes (0: none
@@ -36,6 +37,8 @@ public:
     /// The next line, without its end and without control characters, good until the next call; false at the
     /// end of the file. A last line without an end is told, since the file may be cut there.
     bool Next(QStringView& line);
+    /// Takes the line that `Next` gave last apart, as `Quor::separateString` does.
+    unsigned char Fields(QStringView* parts, unsigned char maxParts) const;
     /// Number of the line that `Next` gave last, 1 for the first.
     qint64 LineNumber() const { return m_lineNumber; }
     /// Tells a problem of the present line; after some hundred of one file the rest is only counted.
@@ -50,22 +53,26 @@ public:
 private:
     bool readMore();
     void finish();
+    void truncate(qsizetype size);
     qsizetype findEnd();
     void passOverLineFeed();
-    void takeOutControls(QStringView& line);
+    void takeOutControls();
 
     QIODevice& m_device;
     FileProblems m_problems;
     TextForm m_form;
     TextDecoder m_decoder;
+    QByteArray m_bytes;
     QString m_buffer;
     QString m_cleaned; ///< the present line, when something was taken out of it
+    QStringView m_line;
     qsizetype m_position = 0;
-    qsizetype m_nextLineFeed = -1; ///< in the buffer, from the position on; its size when there is none
-    qsizetype m_nextReturn = -1;
+    std::vector<quint32> m_controls; ///< places of control characters in the buffer, TABs and line ends too
+    size_t m_firstControl = 0;       ///< of the present line
+    size_t m_nextControl = 0;        ///< the line end, once it is found
     qint64 m_lineNumber = 0;
-    bool m_afterReturn = false; ///< the last line ended with a CR, to which an LF may belong
-    bool m_hasControls = false;
+    bool m_afterReturn = false;      ///< the last line ended with a CR, to which an LF may belong
+    bool m_hasStrayControls = false; ///< in the present line
     bool m_errorTold = false;
     bool m_atEnd = false;
     bool m_endTold = false; ///< nothing more is to be said of a last line without an end

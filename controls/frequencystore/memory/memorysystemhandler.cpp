@@ -9,6 +9,7 @@
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/pixstatevector.h"
+#include "host/freqlist/undohistory.h"
 #include "host/valuetree/tree.h"
 
 namespace {
@@ -182,6 +183,8 @@ void MemorySystemHandler::SetAFC_ValuePath(const QString& path) {
 
 void MemorySystemHandler::SetJobfile_ValuePath(const QString& path) {
     m_jobFile.Reset(Tree::Instance()->Find<Value<QString>>(path));
+    if (m_jobFile)
+        UndoHistory::Instance().Follow(*m_jobFile);
     if (m_jobFile && !m_inScanSurveillance)
         UpdateFromJobFile(QString());
 }
@@ -239,6 +242,10 @@ void MemorySystemHandler::takeSentEntries() {
             return;
         if (m_root)
             m_root->NotifyObservers(TChangeCode::LookAgain);
+        UpdateJobFileEntries();
+    });
+    connect(m_pMedCtrl.get(), &HalvoNodeMediatorCtrl::EntriesEdited, this, [this] {
+        SuspendMediatorCtrl(false, true);
         UpdateJobFileEntries();
     });
 }

@@ -89,6 +89,8 @@ void NOIFrequencyHandler::Init(Node* listNode) {
         if (m_updateIsDue)
             UpdateNOIList();
     });
+    connect(m_pMedCtrl.get(), &HalvoNodeMediatorCtrl::EntriesEdited, this,
+            &NOIFrequencyHandler::UpdateNOIList);
     if (!m_remembersFile) {
         m_currentFile.clear();
         return;

@@ -79,6 +79,8 @@ public:
     Node* GetItemsRoot() const { return m_pNode.get(); }
     HalvoNodeMediatorCtrl* GetMediatorCtrl() const { return m_pMedCtrl.get(); }
     const QString& GetCurrentFileName() const { return m_currentFile; }
+    /// Lets saves go into another file from now on, since the list's own belongs to another program.
+    void SetCurrentFileName(const QString& path) { m_currentFile = path; }
     /// Whether the list waits for a file because the last one could not be read.
     bool IsWaitingForFile() const;
 

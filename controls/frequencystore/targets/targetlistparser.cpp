@@ -70,37 +70,48 @@ std::unique_ptr<WkfListEntry> TargetListParser::AddValue() {
     return target ? std::make_unique<WkfListEntry>(target, true, nullptr) : nullptr;
 }
 
-void TargetListParser::FillInData(double frequency, double bandwidth, QString comment, QString demodulation,
-                                  int priority, QString threatClass, QString profileID, QString profileName,
-                                  QString signalClass, QString transmissionSystem) {
+void TargetListParser::add(const WkfTarget::Content& content) {
     Node* const target = addTarget();
     if (!target)
         return;
-    if (WkfTarget whole(*target); whole.Fill()) {
-        whole.Set<WkfTarget::Frequency>(frequency);
-        whole.Set<WkfTarget::Bandwidth>(bandwidth);
-        whole.Set<WkfTarget::Comment>(comment);
-        whole.Set<WkfTarget::Priority>(priority);
-        whole.Set<WkfTarget::ThreadClass>(threatClass);
-        whole.Set<WkfTarget::Demodulation>(demodulation);
-        whole.Set<WkfTarget::ProfileID>(profileID);
-        whole.Set<WkfTarget::ProfileName>(profileName);
-        whole.Set<WkfTarget::SignalClass>(signalClass);
-        whole.Set<WkfTarget::TransmissionSystem>(transmissionSystem);
+    if (WkfTarget whole(*target); whole.Fill(content))
         return;
-    }
     // Somebody who observes the list had a hand in the target while it came: value by value, then.
     WkfListEntry entry(target, true, nullptr);
-    entry.SetBandwidth(bandwidth);
-    entry.SetFrequency(frequency);
-    entry.SetComment(comment);
-    entry.SetPriority(priority);
-    entry.SetThreadClass(threatClass);
-    entry.SetDemodulation(demodulation);
-    entry.SetProfileID(profileID);
-    entry.SetProfileName(profileName);
-    entry.SetSignalClass(signalClass);
-    entry.SetTransmissionSystem(transmissionSystem);
+    entry.SetBandwidth(content.bandwidth);
+    entry.SetFrequency(content.frequency);
+    entry.SetComment(content.comment.toString());
+    entry.SetPriority(content.priority);
+    entry.SetThreadClass(content.threatClass.toString());
+    entry.SetDemodulation(content.demodulation.toString());
+    entry.SetProfileID(content.profileID.toString());
+    entry.SetProfileName(content.profileName.toString());
+    entry.SetSignalClass(content.signalClass.toString());
+    entry.SetTransmissionSystem(content.transmissionSystem.toString());
+}
+
+void TargetListParser::FillInData(double frequency, double bandwidth, QString comment, QString demodulation,
+                                  int priority, QString threatClass, QString profileID, QString profileName,
+                                  QString signalClass, QString transmissionSystem) {
+    add({.frequency = frequency,
+         .bandwidth = bandwidth,
+         .priority = priority,
+         .comment = comment,
+         .demodulation = demodulation,
+         .threatClass = threatClass,
+         .profileID = profileID,
+         .profileName = profileName,
+         .signalClass = signalClass,
+         .transmissionSystem = transmissionSystem});
+}
+
+void TargetListParser::FillInLine(const LineFields& line) {
+    add({.frequency = line.frequency,
+         .bandwidth = line.bandwidth,
+         .priority = line.priority,
+         .comment = line.comment,
+         .demodulation = line.demodulation,
+         .threatClass = line.threatClass});
 }
 
 void TargetListParser::Prepare4NewFile() {

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "controls/frequencystore/files/generallistparser.h"
+#include "controls/frequencystore/targets/wkflistentry.h"
 #include "host/report/readsafely.h"
 #include "host/valuetree/node.h"
 
 #include <memory>
 
 class HalvoNodeMediatorCtrl;
-class WkfListEntry;
 
 /// Content of the local target list: the targets under a node of the tree, the controller that shows them,
 /// and the reading and writing of target list files. Owned by the list's handler.
@@ -27,6 +27,7 @@ public:
     void FillInData(double frequency, double bandwidth, QString comment, QString demodulation, int priority,
                     QString threatClass, QString profileID, QString profileName, QString signalClass,
                     QString transmissionSystem) override;
+    void FillInLine(const LineFields& line) override;
 
     /// Reads a file of the kind that its path names: ".sfl", ".ltl", ".xml" or ".csv" anywhere in it, in this
     /// order, lower case. False, told and traced, when it cannot be read; a file that is unreadable as a
@@ -53,6 +54,7 @@ public:
 
 private:
     Node* addTarget();
+    void add(const WkfTarget::Content& content);
     void readEntries(const QString& path, bool csv);
     bool writeLines(const QString& path);
 

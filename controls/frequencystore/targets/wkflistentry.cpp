@@ -6,6 +6,21 @@ namespace {
 
 constexpr int LowestPriority = 11;
 
+/// The values, in order.
+enum Field : size_t {
+    Frequency,
+    Comment,
+    Bandwidth,
+    Demodulation,
+    Type,
+    ThreatClass,
+    Priority,
+    ProfileID,
+    SignalClass,
+    TransmissionSystem,
+    ProfileName,
+};
+
 } // namespace
 
 const Shape& WkfTarget::Shape() {
@@ -18,6 +33,28 @@ const Shape& WkfTarget::Shape() {
                  S::Number<int>(Keys::Priority, 1, LowestPriority, 1), S::Text(Keys::ProfileID),
                  S::Text(Keys::SignalClass), S::Text(Keys::TransmissionSystem), S::Text(Keys::ProfileName)});
     return shape;
+}
+
+bool WkfTarget::Fill(const Content& content) {
+    if (!m_node.IsInTree() || !m_node.FillFromShape())
+        return false;
+    const std::pair<Field, double> numbers[] = {{Frequency, content.frequency},
+                                                {Bandwidth, content.bandwidth}};
+    for (const auto& [field, hertz] : numbers)
+        m_node.ShapedValue<ValueNumeric<double>>(field).SetValue(hertz);
+    m_node.ShapedValue<ValueNumeric<int>>(Priority).SetValue(content.priority);
+    const std::pair<Field, QStringView> texts[] = {{Comment, content.comment},
+                                                   {Demodulation, content.demodulation},
+                                                   {ThreatClass, content.threatClass},
+                                                   {ProfileID, content.profileID},
+                                                   {ProfileName, content.profileName},
+                                                   {SignalClass, content.signalClass},
+                                                   {TransmissionSystem, content.transmissionSystem}};
+    for (const auto& [field, text] : texts) {
+        if (!text.isEmpty())
+            m_node.ShapedValue<Value<QString>>(field).SetText(text);
+    }
+    return true;
 }
 
 WkfListEntry::WkfListEntry(Node* node, bool createValues, const GeneralEntry* source)

@@ -35,31 +35,25 @@ private:
 /// makes value by value; values that are not set stay empty.
 class WkfTarget {
 public:
-    /// The values, in order.
-    enum Field : size_t {
-        Frequency,
-        Comment,
-        Bandwidth,
-        Demodulation,
-        Type,
-        ThreadClass,
-        Priority,
-        ProfileID,
-        SignalClass,
-        TransmissionSystem,
-        ProfileName,
-    };
     static const class Shape& Shape();
+
+    /// What readers know of a target; frequency and bandwidth in Hz. The texts are the caller's.
+    struct Content {
+        double frequency;
+        double bandwidth;
+        int priority;
+        QStringView comment;
+        QStringView demodulation;
+        QStringView threatClass;
+        QStringView profileID = {};
+        QStringView profileName = {};
+        QStringView signalClass = {};
+        QStringView transmissionSystem = {};
+    };
 
     explicit WkfTarget(Node& node) : m_node(node) {}
     /// Makes the values; false, and nothing is made, when the node is not as `Node::NewEntry` left it.
-    bool Fill() { return m_node.IsInTree() && m_node.FillFromShape(); }
-
-    template <Field F, typename Content>
-    void Set(const Content& content) {
-        using V = std::conditional_t<std::is_same_v<Content, QString>, Value<QString>, ValueNumeric<Content>>;
-        m_node.ShapedValue<V>(F).SetValue(content);
-    }
+    bool Fill(const Content& content);
 
 private:
     Node& m_node;

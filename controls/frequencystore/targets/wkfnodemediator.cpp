@@ -62,7 +62,8 @@ void WkfNodeMediator::bindOwn() {
                                         {&Keys::SignalClass, TypesOf(ValueType::Text)},
                                         {&Keys::TransmissionSystem, TypesOf(ValueType::Text)}};
     static_assert(std::size(table) == BoundEnd - BoundPriority);
-    Bind({BoundPriority, table});
+    static const Bindings bindings{BoundPriority, table};
+    Bind(bindings);
 }
 
 void WkfNodeMediator::CheckType() {

@@ -1,0 +1,94 @@
+// Targets at different sizes: processor time of reading and writing each format, and where the memory is. The
+// table in docs/performance.md is made of it (bench/compare --sizes).
+
+#include "bench/figures.h"
+#include "bench/memoryprobe.h"
+#include "bench/targets.h"
+#include "controls/frequencystore/targets/wkflistentry.h"
+#include "controls/frequencystore/targets/wkfnodemediator.h"
+
+namespace {
+
+constexpr int Fewest = 10'000;
+constexpr int Most = 3'000'000;
+constexpr double GrowthGoal = 1.2; ///< of the time of an entry, from the fewest to the most
+constexpr const char* Formats[] = {"ltl", "csv", "xml", "json"};
+
+/// The blocks of that many entries without texts, then the same with the texts that the file has: bytes that
+/// each takes of an entry.
+void reportBlocksAndTexts(benchmark::State& state, int count) {
+    Tree::Instance()->MakeNode(QStringLiteral("/SizesBench"));
+    Node* const list = Tree::Instance()->MakeNode(QStringLiteral("/SizesBench/Entries"));
+    const Names::Id name = Names::Intern(QStringLiteral("Target"));
+    const double empty = residentBytes();
+    std::vector<Node*> nodes(static_cast<size_t>(count));
+    const double withArray = residentBytes(); // all its pages are there
+    for (Node*& node : nodes) {
+        node = Node::NewEntry(list, name, WkfTarget::Shape());
+        list->AddItemUnique(node);
+        if (!WkfTarget(*node).Fill())
+            state.SkipWithError("an entry is not made from its shape");
+    }
+    const double blocks = residentBytes();
+    const QString demodulations[] = {QStringLiteral("USB"), QStringLiteral("AM"), QStringLiteral("CW")};
+    for (int i = 0; i < count; ++i) {
+        WkfTarget target(*nodes[static_cast<size_t>(i)]);
+        target.Set<WkfTarget::Comment>(QStringLiteral("Station %1").arg(i * 7919LL % count));
+        target.Set<WkfTarget::Demodulation>(demodulations[i % 3]);
+        target.Set<WkfTarget::ThreadClass>(demodulations[(i + 1) % 3]);
+    }
+    state.counters["bytes_blocks"] = (blocks - withArray) / count;
+    state.counters["bytes_texts"] = (residentBytes() - blocks) / count;
+    benchmark::DoNotOptimize(empty);
+    Tree::Instance()->GetNode(QStringLiteral("/SizesBench"))->DeleteChildren();
+}
+
+/// Reads the list from a file of each format and writes it: the medians of some runs.
+void reportFormats(benchmark::State& state, int count) {
+    Bench& bench = Bench::Get();
+    CliList& list = bench.CommandLine();
+    const int runs = count > 100'000 ? 3 : 7;
+    for (const char* const format : Formats) {
+        const QString path = bench.File("sizes.") + QString::fromLatin1(format);
+        std::vector<double> reading, writing;
+        double peak = 0;
+        for (int i = 0; i < runs; ++i) {
+            bench.List(count);
+            QFile::remove(path);
+            writing.push_back(processorSecondsOf([&] { list.Write(path); }));
+            bench.Empty();
+            const double before = residentBytes();
+            forgetPeak();
+            reading.push_back(processorSecondsOf([&] { list.Read(path); }));
+            peak = std::max(peak, peakBytes() - before);
+            bench.Empty();
+        }
+        QFile::remove(path);
+        const std::string name = format;
+        state.counters["read_" + name] = medianOf(reading) / count;
+        state.counters["write_" + name] = medianOf(writing) / count;
+        state.counters["bytes_reading_" + name] = peak / count;
+    }
+}
+
+void Sizes(benchmark::State& state) {
+    const int count = static_cast<int>(state.range(0));
+    Bench& bench = Bench::Get();
+    bench.Ltl(count);
+    bench.Empty();
+    for (auto _ : state) {
+        reportBlocksAndTexts(state, count);
+        const double before = residentBytes();
+        bench.List(count);
+        state.counters["bytes_list"] = (residentBytes() - before) / count;
+        state.counters["bytes_mediators"] = sizeof(WkfNodeMediator);
+        state.counters["goal_growth"] = GrowthGoal;
+        reportFormats(state, count);
+    }
+    bench.Empty();
+}
+
+} // namespace
+
+BENCHMARK(Sizes)->Arg(Fewest)->Arg(100'000)->Arg(1'000'000)->Arg(Most)->Iterations(1)->Unit(
+    benchmark::kSecond);

@@ -1,0 +1,216 @@
+#include "host/freqlist/keptentries.h"
+
+#include "host/freqlist/undocontent.h"
+#include "host/valuetree/value.h"
+#include "host/valuetree/valueselection.h"
+
+namespace {
+
+template <typename V>
+std::unique_ptr<ValueBase> makeValue() {
+    return std::make_unique<V>();
+}
+
+struct Maker {
+    ValueType type;
+    std::unique_ptr<ValueBase> (*make)();
+};
+constexpr Maker Makers[] = {
+    {ValueType::Text, makeValue<Value<QString>>},
+    {ValueType::Bool, makeValue<Value<bool>>},
+    {ValueType::Char, makeValue<Value<char>>},
+    {ValueType::Int, makeValue<Value<int>>},
+    {ValueType::Int64, makeValue<Value<qint64>>},
+    {ValueType::Double, makeValue<Value<double>>},
+    {ValueType::NumericInt, makeValue<ValueNumeric<int>>},
+    {ValueType::NumericInt64, makeValue<ValueNumeric<qint64>>},
+    {ValueType::NumericDouble, makeValue<ValueNumeric<double>>},
+    {ValueType::Selection, makeValue<ValueSelection>},
+    {ValueType::DoubleList, makeValue<ValueList<double>>},
+};
+
+const NumberLimits* limitsOf(const ValueBase& value) {
+    const IValueNumeric* number = numeric_cast(const_cast<ValueBase*>(&value));
+    return number ? &number->GetLimits() : nullptr;
+}
+
+} // namespace
+
+/// What entries share: their shape, or what is to be known of each of their values.
+struct KeptEntries::Layout {
+    struct Field {
+        Names::Id name;
+        ValueType type;
+        NumberLimits limits;
+        std::vector<SelectionItem> items;
+
+        explicit Field(const ValueBase& value) : name(value.NameId()), type(value.GetType()) {
+            if (const NumberLimits* own = limitsOf(value))
+                limits = *own;
+            const auto* choices = value_cast<ValueSelection>(&value);
+            for (long i = 0; choices && i < choices->GetItemCount(); ++i)
+                items.push_back(*choices->GetItemAt(i));
+        }
+        bool Describes(const ValueBase& value) const {
+            if (name != value.NameId() || type != value.GetType())
+                return false;
+            const NumberLimits* own = limitsOf(value);
+            if (own && !(*own == limits))
+                return false;
+            const auto* choices = value_cast<ValueSelection>(&value);
+            if (choices && static_cast<size_t>(choices->GetItemCount()) != items.size())
+                return false;
+            for (size_t i = 0; i < items.size(); ++i) {
+                if (!(*choices->GetItemAt(static_cast<long>(i)) == items[i]))
+                    return false;
+            }
+            return true;
+        }
+        /// Null for a type that has no form as bytes.
+        std::unique_ptr<ValueBase> MakeValue() const {
+            if (!UndoContent::IsKnown(type))
+                return nullptr;
+            const auto* maker = std::find_if(std::begin(Makers), std::end(Makers),
+                                             [this](const Maker& m) { return m.type == type; });
+            std::unique_ptr<ValueBase> value = maker->make();
+            if (IValueNumeric* number = numeric_cast(value.get()))
+                number->TakeLimits(limits);
+            if (auto* choices = value_cast<ValueSelection>(value.get())) {
+                for (const SelectionItem& item : items)
+                    choices->AddItem(new SelectionItem(item));
+            }
+            return value;
+        }
+    };
+
+    explicit Layout(const Node& node) : name(Names::Intern(node.GetName())), shape(node.WholeShape()) {
+        for (const ValueBase* value = shape ? nullptr : node.FirstValue(); value;
+             value = Node::NextValue(value))
+            fields.emplace_back(*value);
+    }
+    bool Describes(const Node& node) const {
+        if (Names::Text(name) != node.GetName() || shape != node.WholeShape())
+            return false;
+        if (shape)
+            return true;
+        size_t i = 0;
+        for (const ValueBase* value = node.FirstValue(); value; value = Node::NextValue(value), ++i) {
+            if (i == fields.size() || !fields[i].Describes(*value))
+                return false;
+        }
+        return i == fields.size();
+    }
+
+    Names::Id name;
+    const Shape* shape;
+    std::vector<Field> fields; ///< of a node that has no shape
+};
+
+KeptEntries::KeptEntries() = default;
+KeptEntries::KeptEntries(KeptEntries&&) noexcept = default;
+KeptEntries& KeptEntries::operator=(KeptEntries&&) noexcept = default;
+KeptEntries::~KeptEntries() = default;
+
+void KeptEntries::Take(const Node& entry) {
+    m_places.push_back({entry.GetSerial(), entry.GetOrdinal()});
+    put(entry);
+}
+
+/// Neighbours are mostly alike.
+quint32 KeptEntries::layoutOf(const Node& node) {
+    if (m_lastLayout < m_layouts.size() && m_layouts[m_lastLayout].Describes(node))
+        return m_lastLayout;
+    const auto found = std::find_if(m_layouts.begin(), m_layouts.end(),
+                                    [&](const Layout& layout) { return layout.Describes(node); });
+    m_lastLayout = static_cast<quint32>(found - m_layouts.begin());
+    if (found == m_layouts.end())
+        m_layouts.emplace_back(node);
+    return m_lastLayout;
+}
+
+void KeptEntries::put(const Node& node) {
+    m_bytes.Put(layoutOf(node));
+    putValues(node);
+    if (m_layouts[m_lastLayout].shape)
+        return; // such a node has no sub-nodes
+    const std::vector<Node*> children = node.Children();
+    m_bytes.Put(static_cast<quint32>(children.size()));
+    for (const Node* child : children)
+        put(*child);
+}
+
+void KeptEntries::putValues(const Node& node) {
+    for (const ValueBase* value = node.FirstValue(); value; value = Node::NextValue(value)) {
+        if (UndoContent::IsKnown(value->GetType()))
+            UndoContent::Put(m_bytes, *value);
+        else
+            m_others.emplace_back(value->Clone());
+    }
+}
+
+void KeptEntries::fill(UndoBytes::Reader& bytes, Node& node, const Layout& layout) {
+    if (layout.shape) {
+        node.FillFromShape();
+        for (ValueBase* value = node.FirstValue(); value; value = Node::NextValue(value))
+            UndoContent::Take(bytes, *value);
+        return;
+    }
+    for (const Layout::Field& field : layout.fields) {
+        std::unique_ptr<ValueBase> value = field.MakeValue();
+        if (value) {
+            UndoContent::Take(bytes, *value);
+        } else {
+            value = std::move(m_others.front());
+            m_others.pop_front();
+        }
+        if (node.AddValue(field.name, value.get()))
+            (void)value.release();
+    }
+}
+
+std::unique_ptr<Node> KeptEntries::make(UndoBytes::Reader& bytes, Node* parent) {
+    const Layout& layout = m_layouts[bytes.Get<quint32>()];
+    std::unique_ptr<Node> node(layout.shape ? Node::NewEntry(parent, layout.name, *layout.shape)
+                                            : new Node(parent, Names::Text(layout.name)));
+    fill(bytes, *node, layout);
+    const quint32 children = layout.shape ? 0 : bytes.Get<quint32>();
+    for (quint32 i = 0; i < children; ++i)
+        node->AddItemUnique(make(bytes, node.get()).release());
+    return node;
+}
+
+std::vector<quint32> KeptEntries::Serials() const {
+    std::vector<quint32> serials;
+    serials.reserve(m_places.size());
+    for (const Place& place : m_places)
+        serials.push_back(place.serial);
+    std::sort(serials.begin(), serials.end());
+    return serials;
+}
+
+std::vector<Node::Returning> KeptEntries::Make(Node& list) {
+    std::vector<std::unique_ptr<Node>> entries;
+    entries.reserve(m_places.size());
+    std::vector<Node::Returning> returning;
+    returning.reserve(m_places.size());
+    UndoBytes::Reader bytes(m_bytes);
+    for (const Place& place : m_places) {
+        entries.push_back(make(bytes, &list));
+        returning.push_back({entries.back().get(), place.serial, place.ordinal});
+    }
+    std::sort(returning.begin(), returning.end(),
+              [](const Node::Returning& a, const Node::Returning& b) { return a.serial < b.serial; });
+    for (std::unique_ptr<Node>& entry : entries)
+        (void)entry.release();
+    *this = KeptEntries();
+    return returning;
+}
+
+void KeptEntries::Trim() {
+    m_bytes.Trim();
+    m_places.shrink_to_fit();
+}
+
+size_t KeptEntries::InMemory() const {
+    return m_bytes.InMemory() + m_places.capacity() * sizeof(Place);
+}

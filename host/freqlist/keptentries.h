@@ -1,0 +1,53 @@
+#pragma once
+
+#include "host/freqlist/undobytes.h"
+#include "host/valuetree/node.h"
+
+#include <deque>
+#include <memory>
+#include <vector>
+
+/// Entries that a step has taken out of a list, as compact data: what many of them share, such as the names,
+/// types and limits of their values, stands once. Values of types that have no form as bytes are kept as
+/// they are.
+class KeptEntries {
+public:
+    KeptEntries();
+    KeptEntries(KeptEntries&&) noexcept;
+    KeptEntries& operator=(KeptEntries&&) noexcept;
+    ~KeptEntries();
+
+    /// Keeps an entry that is attached to its list, with its values and sub-nodes.
+    void Take(const Node& entry);
+    size_t Count() const { return m_places.size(); }
+    bool IsEmpty() const { return m_places.empty(); }
+    /// Serials of the entries, in ascending order.
+    std::vector<quint32> Serials() const;
+    /// New entries with the same contents, to be attached to the list at the same places by `Node::Restore`;
+    /// the caller owns them. They are kept no longer then. Throws RGException when they cannot be read.
+    std::vector<Node::Returning> Make(Node& list);
+
+    void Spill() { m_bytes.Spill(); }
+    void Trim();
+    size_t InMemory() const;
+
+private:
+    struct Layout;
+    /// Of one entry: what its path and its place in the list are made of.
+    struct Place {
+        quint32 serial;
+        quint32 ordinal;
+    };
+
+    void put(const Node& node);
+    void putValues(const Node& node);
+    quint32 layoutOf(const Node& node);
+    std::unique_ptr<Node> make(UndoBytes::Reader& bytes, Node* parent);
+    void fill(UndoBytes::Reader& bytes, Node& node, const Layout& layout);
+
+    std::deque<Layout> m_layouts;
+    quint32 m_lastLayout = 0;
+    UndoBytes m_bytes;
+    std::vector<Place> m_places;
+    std::deque<std::unique_ptr<ValueBase>> m_others; ///< values that have no form as bytes, as they came
+};

@@ -1,0 +1,298 @@
+#include "host/freqlist/undohistory.h"
+
+#include "host/base/problems.h"
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/freqlist/textstep.h"
+#include "host/freqlist/undostep.h"
+#include "host/report/rgexception.h"
+
+#include <QScopedValueRollback>
+#include <QThread>
+#include <QUndoStack>
+
+namespace {
+
+constexpr char TraceSource[] = "undohistory";
+
+QString withoutMarks(QString name) {
+    return name.remove(QLatin1Char('&')).remove(QChar(0x2026)).remove(QStringLiteral("..."));
+}
+
+int loopLevel() {
+    return QThread::currentThread()->loopLevel();
+}
+
+} // namespace
+
+/// Notes what an action does to the lists of the store.
+class UndoHistory::Recording final : public ChangeRecorder {
+public:
+    Recording(const QString& name, std::vector<WeakRef<ValueBase>>& followed)
+        : m_name(withoutMarks(name)), m_followed(followed), m_level(loopLevel()) {
+        FreqStore& store = FreqStore::Instance();
+        for (const int id : store.GetListIds()) {
+            const auto* list =
+                dynamic_cast<FrequencyNodeMediatorCtrl*>(store.GetFrequencies(static_cast<unsigned>(id)));
+            if (list && list->GetNode())
+                m_lists.emplace_back(id, *list->GetNode());
+        }
+    }
+
+    void Attached(Node& child) override {
+        if (ListStep* list = find(child.GetParentNode()))
+            list->NoteAttached(child);
+    }
+    void Detaching(Node& child) override {
+        if (ListStep* list = find(child.GetParentNode()))
+            list->NoteDetaching(child);
+    }
+    void Changing(ValueBase& value, IObserver* originator) override {
+        const Node* entry = value.GetParentNode();
+        if (!entry)
+            return;
+        if (ListStep* list = find(entry->GetParentNode()))
+            return list->NoteChanging(*entry, value.NameId(), value);
+        if (!noteText(value, originator))
+            noteDeeper(value);
+    }
+
+    void Finish() {
+        for (ListStep& list : m_lists)
+            list.Finish();
+        std::erase_if(m_lists, [](const ListStep& list) { return list.IsEmpty(); });
+        std::erase_if(m_texts, [](TextStep& text) { return !text.Finish(); });
+    }
+    int Level() const { return m_level; }
+    const QString& Name() const { return m_name; }
+    std::vector<ListStep>& Lists() { return m_lists; }
+    std::vector<TextStep>& Texts() { return m_texts; }
+
+private:
+    /// The list of that node; null when it is none, or when what happens is no part of the action.
+    ListStep* find(const Node* node) {
+        if (!node || loopLevel() != m_level)
+            return nullptr;
+        if (m_last < m_lists.size() && m_lists[m_last].GetNode() == node)
+            return &m_lists[m_last];
+        const auto found = std::find_if(m_lists.begin(), m_lists.end(),
+                                        [node](const ListStep& list) { return list.GetNode() == node; });
+        if (found == m_lists.end())
+            return nullptr;
+        m_last = static_cast<size_t>(found - m_lists.begin());
+        return &*found;
+    }
+    bool noteText(ValueBase& value, IObserver* originator) {
+        const auto isIt = [&](const auto& followed) { return followed.get() == &value; };
+        if (std::none_of(m_followed.begin(), m_followed.end(), isIt))
+            return false;
+        const auto isNoted = [&](const TextStep& text) { return text.IsOf(value); };
+        if (loopLevel() == m_level && std::none_of(m_texts.begin(), m_texts.end(), isNoted))
+            m_texts.emplace_back(static_cast<Value<QString>&>(value), originator);
+        return true;
+    }
+    /// A value of a sub-node of an entry.
+    void noteDeeper(const ValueBase& value) {
+        QString path = value.GetName();
+        for (const Node* node = value.GetParentNode(); node; node = node->GetParentNode()) {
+            if (ListStep* list = find(node->GetParentNode()))
+                return list->NoteChanging(*node, Names::Intern(path), value);
+            path.prepend(node->GetName() + QLatin1Char('/'));
+        }
+    }
+
+    QString m_name;
+    std::vector<WeakRef<ValueBase>>& m_followed;
+    int m_level;
+    std::vector<ListStep> m_lists;
+    size_t m_last = 0;
+    std::vector<TextStep> m_texts;
+};
+
+struct UndoHistory::Running {
+    int action;
+    int joined = 0; ///< actions within this one that are still running
+    std::unique_ptr<Recording> recording;
+};
+
+/// A step as the stack has it.
+class UndoHistory::Step final : public QUndoCommand {
+public:
+    Step(UndoHistory& history, const QString& text, Recording& recording)
+        : QUndoCommand(text),
+          m_history(history),
+          m_lists(std::move(recording.Lists())),
+          m_texts(std::move(recording.Texts())) {}
+
+    void undo() override { swap(ListStep::Direction::Undo); }
+    /// The stack does a new step once; that has happened.
+    void redo() override {
+        if (std::exchange(m_isDone, true))
+            swap(ListStep::Direction::Redo);
+    }
+    /// Texts that followed the lists after the action's end.
+    void Amend(std::vector<TextStep>& texts) {
+        for (TextStep& later : texts) {
+            const auto own = std::find_if(m_texts.begin(), m_texts.end(),
+                                          [&](const TextStep& text) { return text.IsOfSame(later); });
+            if (own == m_texts.end())
+                m_texts.push_back(std::move(later));
+            else
+                own->Amend(later);
+        }
+    }
+    void Spill() {
+        for (ListStep& list : m_lists)
+            list.Spill();
+        for (TextStep& text : m_texts)
+            text.Spill();
+    }
+    size_t InMemory() const {
+        size_t bytes = 0;
+        for (const ListStep& list : m_lists)
+            bytes += list.InMemory();
+        for (const TextStep& text : m_texts)
+            bytes += text.InMemory();
+        return bytes;
+    }
+
+private:
+    void swap(ListStep::Direction direction) {
+        const QScopedValueRollback swaps(m_history.m_swaps, true);
+        QString reason;
+        if (!std::all_of(m_lists.begin(), m_lists.end(), [](const ListStep& list) { return list.CanSwap(); }))
+            reason = tr("the list or entries of it have gone meanwhile");
+        try {
+            if (reason.isEmpty())
+                swapAll(direction);
+        } catch (const RGException& exception) {
+            reason = exception.GetErrorText();
+        } catch (const std::bad_alloc&) {
+            reason = tr("there is not enough memory");
+        }
+        if (reason.isEmpty())
+            return;
+        setObsolete(true);
+        const QString told = (direction == ListStep::Direction::Undo ? tr("%1 cannot be undone: %2")
+                                                                     : tr("%1 cannot be done again: %2"))
+                                 .arg(text(), reason);
+        emit FreqStore::Instance().Told(told);
+    }
+    void swapAll(ListStep::Direction direction) {
+        std::vector<std::optional<QString>> others;
+        std::vector<QString> presents;
+        for (const TextStep& text : m_texts) {
+            others.push_back(text.Other());
+            presents.push_back(text.Present());
+        }
+        for (ListStep& list : m_lists)
+            list.Swap(direction);
+        for (const ListStep& list : m_lists) {
+            if (FrequencyNodeMediatorCtrl* controller = list.Controller())
+                controller->EntriesWereEdited();
+        }
+        for (size_t i = 0; i < m_texts.size(); ++i) {
+            if (others[i])
+                m_texts[i].Put(*others[i], presents[i]);
+        }
+        for (const ListStep& list : m_lists) {
+            emit m_history.Shown(list.GetListId());
+            list.Show(direction);
+        }
+        m_history.keepWithinMemory();
+    }
+
+    UndoHistory& m_history;
+    std::vector<ListStep> m_lists;
+    std::vector<TextStep> m_texts;
+    bool m_isDone = false;
+};
+
+UndoHistory& UndoHistory::Instance() {
+    static auto* const history = new UndoHistory;
+    return *history;
+}
+
+UndoHistory::UndoHistory() : m_stack(new QUndoStack(this)) {
+    m_stack->setUndoLimit(MostSteps);
+}
+
+void UndoHistory::SetOn(bool on) {
+    OperatorAction::SetListener(on ? this : nullptr);
+    if (on)
+        return;
+    ChangeRecorder::SetActive(nullptr);
+    m_running.clear();
+    m_stack->clear();
+}
+
+UndoHistory::~UndoHistory() = default;
+
+void UndoHistory::Follow(Value<QString>& text) {
+    std::erase_if(m_texts, [&](const auto& known) { return !known || known.get() == &text; });
+    m_texts.emplace_back(&text);
+}
+
+int UndoHistory::Begin(const QString& name) {
+    if (m_swaps)
+        return 0; // what follows undo and redo is a part of them
+    if (!m_running.empty() && m_running.back().recording->Level() == loopLevel()) {
+        ++m_running.back().joined;
+        return m_running.back().action;
+    }
+    m_running.push_back({++m_lastAction, 0, std::make_unique<Recording>(name, m_texts)});
+    ChangeRecorder::SetActive(m_running.back().recording.get());
+    return m_lastAction;
+}
+
+/// An action may end after one around it when what holds it ends.
+void UndoHistory::End(int action) {
+    const auto ends = std::find_if(m_running.begin(), m_running.end(),
+                                   [action](const Running& running) { return running.action == action; });
+    if (ends == m_running.end() || ends->joined-- > 0)
+        return;
+    const std::unique_ptr<Recording> recording = std::move(ends->recording);
+    m_running.erase(ends);
+    ChangeRecorder::SetActive(m_running.empty() ? nullptr : m_running.back().recording.get());
+    try {
+        push(*recording);
+    } catch (const std::bad_alloc&) {
+        Problems::Report(TraceSource, {recording->Name(), 0, tr("cannot be undone: not enough memory")});
+    }
+}
+
+void UndoHistory::push(Recording& recording) {
+    recording.Finish();
+    const std::vector<ListStep>& lists = recording.Lists();
+    if (lists.empty()) {
+        // What followed a step just done; commands of the stack are all steps.
+        if (!recording.Texts().empty() && m_stack->index() > 0)
+            const_cast<Step*>(static_cast<const Step*>(m_stack->command(m_stack->index() - 1)))
+                ->Amend(recording.Texts());
+        return;
+    }
+    const IFrequencyListDefinition* list = FreqStore::Instance().GetDefinition(lists.front().GetListId());
+    const QString what =
+        tr("%1 %n entries", "", static_cast<int>(lists.front().EntryCount())).arg(recording.Name());
+    m_stack->push(
+        new Step(*this, what + QStringLiteral(" - ") + (list ? list->GetName() : QString()), recording));
+    keepWithinMemory();
+}
+
+size_t UndoHistory::InMemory() const {
+    size_t bytes = 0;
+    for (int i = 0; i < m_stack->count(); ++i)
+        bytes += static_cast<const Step*>(m_stack->command(i))->InMemory();
+    return bytes;
+}
+
+/// The oldest steps are wanted last.
+void UndoHistory::keepWithinMemory() {
+    size_t bytes = InMemory();
+    for (int i = 0; i < m_stack->count() && bytes > MostInMemory; ++i) {
+        auto* step = const_cast<Step*>(static_cast<const Step*>(m_stack->command(i)));
+        bytes -= step->InMemory();
+        step->Spill();
+        bytes += step->InMemory();
+    }
+}

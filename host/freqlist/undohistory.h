@@ -1,0 +1,60 @@
+#pragma once
+
+#include "host/valuetree/operatoraction.h"
+#include "host/valuetree/value.h"
+
+#include <QObject>
+
+#include <memory>
+#include <vector>
+
+class QUndoStack;
+
+/// Makes a step of each action of the operator (`OperatorAction`) that changes lists of the store, and keeps
+/// the last hundred. Lists need do nothing for it: what comes, goes or changes under the nodes of their
+/// controllers is noted while an action runs. Never destroyed. GUI thread only.
+///
+/// A step is undone and done again as it was done: entries come back to their places and paths as new nodes.
+/// One whose entries have gone meanwhile does nothing, says so and leaves the history.
+class UndoHistory : public QObject, private OperatorAction::Listener {
+    Q_OBJECT
+
+public:
+    static constexpr int MostSteps = 100;
+    /// What all steps may keep in memory, in bytes; the oldest go to temporary files when it is more.
+    static constexpr size_t MostInMemory = size_t(64) << 20;
+
+    static UndoHistory& Instance();
+
+    /// Off, as it is at first, actions are no steps, and what was kept is forgotten.
+    void SetOn(bool on);
+    QUndoStack& Stack() { return *m_stack; }
+    /// A text that follows the lists, such as the job of a receiver: it is put back with the step that caused
+    /// its change, by whoever wrote it, who is not told. It is not owned.
+    void Follow(Value<QString>& text);
+    /// Bytes that all steps keep in memory.
+    size_t InMemory() const;
+
+signals:
+    /// A step of that list has been undone or done again.
+    void Shown(int listId);
+
+private:
+    class Recording;
+    class Step;
+    struct Running;
+
+    UndoHistory();
+    ~UndoHistory() override;
+
+    int Begin(const QString& name) override;
+    void End(int action) override;
+    void push(Recording& recording);
+    void keepWithinMemory();
+
+    QUndoStack* m_stack;
+    std::vector<WeakRef<ValueBase>> m_texts;
+    std::vector<Running> m_running; ///< the innermost last
+    int m_lastAction = 0;
+    bool m_swaps = false; ///< a step is being undone or done again
+};

@@ -1,0 +1,204 @@
+#include "host/freqlist/undostep.h"
+
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/freqlist/undocontent.h"
+
+#include <QSet>
+
+void SerialRanges::Append(quint32 serial) {
+    if (m_ranges.empty() || m_ranges.back().last + 1 < serial)
+        m_ranges.push_back({serial, serial});
+    else
+        m_ranges.back().last = serial;
+}
+
+bool SerialRanges::Contains(quint32 serial) const {
+    const auto next =
+        std::upper_bound(m_ranges.begin(), m_ranges.end(), serial,
+                         [](quint32 wanted, const Range& range) { return wanted < range.first; });
+    return next != m_ranges.begin() && serial <= std::prev(next)->last;
+}
+
+size_t SerialRanges::Count() const {
+    size_t count = 0;
+    for (const Range& range : m_ranges)
+        count += range.last - range.first + size_t(1);
+    return count;
+}
+
+ListStep::ListStep(int listId, Node& list) : m_listId(listId), m_list(&list) {
+    const FrequencyNodeMediatorCtrl* views = Controller();
+    m_scrollBefore = views ? views->ScrollPlace() : 0;
+}
+
+FrequencyNodeMediatorCtrl* ListStep::Controller() const {
+    return dynamic_cast<FrequencyNodeMediatorCtrl*>(
+        FreqStore::Instance().GetFrequencies(static_cast<unsigned>(m_listId)));
+}
+
+void ListStep::NoteAttached(const Node& entry) {
+    m_present.Append(entry.GetSerial());
+}
+
+/// Entries that came within the action leave nothing behind.
+void ListStep::NoteDetaching(const Node& entry) {
+    if (!m_present.Contains(entry.GetSerial()))
+        m_absent.Take(entry);
+}
+
+void ListStep::NoteChanging(const Node& entry, Names::Id path, const ValueBase& value) {
+    if (&value == m_lastChanged || !UndoContent::IsKnown(value.GetType()))
+        return;
+    m_lastChanged = &value;
+    const quint32 serial = entry.GetSerial();
+    if (m_present.Contains(serial))
+        return;
+    m_changes.push_back({serial, path, value.GetType()});
+    UndoContent::Put(m_contents, value);
+}
+
+void ListStep::Finish() {
+    const Node* const list = m_list.get();
+    SerialRanges present;
+    m_present.ForEach([&](quint32 serial) {
+        if (list && list->ChildBySerial(serial))
+            present.Append(serial);
+    });
+    m_present = std::move(present);
+    dropRepeated();
+    m_lastChanged = nullptr;
+    m_absent.Trim();
+    m_contents.Trim();
+    const FrequencyNodeMediatorCtrl* views = Controller();
+    m_scrollAfter = views ? views->ScrollPlace() : 0;
+}
+
+/// Of several contents that a value had within the action the first counts.
+void ListStep::dropRepeated() {
+    UndoBytes contents;
+    QSet<quint64> known;
+    known.reserve(static_cast<qsizetype>(m_changes.size()));
+    std::vector<quint32> serials;
+    serials.reserve(m_changes.size());
+    UndoBytes::Reader bytes(m_contents);
+    for (const Change& change : m_changes) {
+        const quint64 key = quint64(change.serial) << 32 | change.path;
+        const auto before = known.size();
+        known.insert(key);
+        if (known.size() == before) {
+            UndoContent::Skip(bytes, change.type);
+            continue;
+        }
+        contents.Put(change);
+        UndoContent::Copy(bytes, change.type, contents);
+        serials.push_back(change.serial);
+    }
+    std::sort(serials.begin(), serials.end());
+    m_changed = SerialRanges(serials);
+    m_contents = std::move(contents);
+    m_changes = {};
+}
+
+size_t ListStep::EntryCount() const {
+    if (!m_present.IsEmpty())
+        return m_present.Count();
+    return m_absent.IsEmpty() ? m_changed.Count() : m_absent.Count();
+}
+
+bool ListStep::CanSwap() const {
+    const Node* const list = m_list.get();
+    if (!list || !Controller())
+        return false;
+    const SerialRanges absent(m_absent.Serials());
+    bool allThere = true;
+    m_present.ForEach([&](quint32 serial) { allThere = allThere && list->ChildBySerial(serial); });
+    m_changed.ForEach([&](quint32 serial) {
+        allThere = allThere && (list->ChildBySerial(serial) || absent.Contains(serial));
+    });
+    return allThere;
+}
+
+void ListStep::Swap(Direction direction) {
+    m_contents.Load(); // what follows changes value by value
+    if (direction == Direction::Undo)
+        swapEntries();
+    swapContents();
+    if (direction == Direction::Redo)
+        swapEntries();
+    if (FrequencyNodeMediatorCtrl* list = Controller())
+        list->ForceUpdateNow();
+}
+
+void ListStep::swapEntries() {
+    Node* const list = m_list.get();
+    if (!list || (m_present.IsEmpty() && m_absent.IsEmpty()))
+        return;
+    KeptEntries taken;
+    std::vector<Node*> leaving;
+    m_present.ForEach([&](quint32 serial) {
+        leaving.push_back(list->ChildBySerial(serial));
+        taken.Take(*leaving.back());
+    });
+    SerialRanges back(m_absent.Serials());
+    const std::vector<Node::Returning> returning = m_absent.Make(*list);
+    m_absent = std::move(taken);
+    m_absent.Trim();
+    m_present = std::move(back);
+    const WeakRef<Node> alive(list);
+    list->DeleteNodes(leaving);
+    if (alive)
+        list->Restore(returning);
+}
+
+ValueBase* ListStep::find(const Change& change) const {
+    const Node* const list = m_list.get();
+    const Node* const entry = list ? list->ChildBySerial(change.serial) : nullptr;
+    ValueBase* value = entry ? entry->FindOwnValue(change.path) : nullptr;
+    if (!value && entry)
+        value = entry->GetValue(Names::Text(change.path));
+    return value && value->GetType() == change.type ? value : nullptr;
+}
+
+void ListStep::swapContents() {
+    if (m_changed.IsEmpty())
+        return;
+    UndoBytes present;
+    UndoBytes::Reader bytes(m_contents);
+    while (!bytes.AtEnd()) {
+        const auto change = bytes.Get<Change>();
+        ValueBase* const value = find(change);
+        if (!value) {
+            UndoContent::Skip(bytes, change.type);
+            continue;
+        }
+        present.Put(change);
+        UndoContent::Put(present, *value);
+        UndoContent::Take(bytes, *value);
+    }
+    m_contents = std::move(present);
+    m_contents.Trim();
+}
+
+/// What the step has brought back, else what it has changed.
+void ListStep::Show(Direction direction) const {
+    const Node* const list = m_list.get();
+    FrequencyNodeMediatorCtrl* const views = Controller();
+    if (!list || !views)
+        return;
+    std::vector<const Node*> entries;
+    (m_present.IsEmpty() ? m_changed : m_present).ForEach([&](quint32 serial) {
+        if (const Node* entry = list->ChildBySerial(serial))
+            entries.push_back(entry);
+    });
+    views->SelectEntries(entries, direction == Direction::Undo ? m_scrollBefore : m_scrollAfter);
+}
+
+void ListStep::Spill() {
+    m_absent.Spill();
+    m_contents.Spill();
+}
+
+size_t ListStep::InMemory() const {
+    return m_absent.InMemory() + m_contents.InMemory() + m_present.InMemory() + m_changed.InMemory();
+}

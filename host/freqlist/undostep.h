@@ -1,0 +1,98 @@
+#pragma once
+
+#include "host/freqlist/keptentries.h"
+
+#include <QString>
+
+class FrequencyNodeMediatorCtrl;
+
+/// Serials of entries in ascending order, as ranges: entries that come together have serials in a row.
+class SerialRanges {
+public:
+    struct Range {
+        quint32 first;
+        quint32 last;
+    };
+
+    SerialRanges() = default;
+    explicit SerialRanges(const std::vector<quint32>& ascending) {
+        for (const quint32 serial : ascending)
+            Append(serial);
+    }
+    /// Not below those that are there.
+    void Append(quint32 serial);
+    bool Contains(quint32 serial) const;
+    bool IsEmpty() const { return m_ranges.empty(); }
+    size_t Count() const;
+    template <typename Visit>
+    void ForEach(Visit visit) const {
+        for (const Range& range : m_ranges) {
+            for (quint32 serial = range.first; serial <= range.last; ++serial)
+                visit(serial);
+        }
+    }
+    size_t InMemory() const { return m_ranges.capacity() * sizeof(Range); }
+
+private:
+    std::vector<Range> m_ranges;
+};
+
+/// What one action has done to one list, and how it is taken back and done again: entries that are not in the
+/// list at present, entries that would not be, and contents that values would have. Undo and redo both swap
+/// these against what is there.
+class ListStep {
+public:
+    enum class Direction { Undo, Redo };
+
+    /// Begins to note; `listId` is that of the store.
+    ListStep(int listId, Node& list);
+
+    // While the action runs.
+    void NoteAttached(const Node& entry);
+    void NoteDetaching(const Node& entry);
+    /// `path` is the value's below its entry, as a name.
+    void NoteChanging(const Node& entry, Names::Id path, const ValueBase& value);
+    void Finish();
+
+    int GetListId() const { return m_listId; }
+    const Node* GetNode() const { return m_list.get(); }
+    bool IsEmpty() const { return m_absent.IsEmpty() && m_present.IsEmpty() && m_changed.IsEmpty(); }
+    /// How many entries came, went or changed; of an action that replaced entries, those that came.
+    size_t EntryCount() const;
+
+    /// Whether the list, and all entries that the step is about, are still there.
+    bool CanSwap() const;
+    /// Throws RGException, with the list as it was, when what is kept cannot be read.
+    void Swap(Direction direction);
+    /// Selects in the list's views what the last swap has brought back or changed, at the scroll place where
+    /// the operator was.
+    void Show(Direction direction) const;
+    FrequencyNodeMediatorCtrl* Controller() const;
+
+    void Spill();
+    size_t InMemory() const;
+
+private:
+    /// Stands in `m_contents` before the content.
+    struct Change {
+        quint32 serial;
+        Names::Id path;
+        ValueType type;
+    };
+
+    ValueBase* find(const Change& change) const;
+    void dropRepeated();
+    void swapEntries();
+    void swapContents();
+
+    int m_listId;
+    WeakRef<Node> m_list;
+    KeptEntries m_absent;
+    SerialRanges m_present;
+    UndoBytes m_contents;
+    SerialRanges m_changed;                   ///< entries of `m_contents`
+    std::vector<Change> m_changes;            ///< while the action runs
+    const ValueBase* m_lastChanged = nullptr; ///< only to be compared
+    int m_scrollBefore;
+    int m_scrollAfter = 0;
+};

@@ -1,0 +1,385 @@
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/files/filerecords.h"
+#include "controls/frequencystore/memory/memorysystemhandler.h"
+#include "controls/frequencystore/targets/targetlisthandler.h"
+#include "controls/frequencystore/targets/targetlistparser.h"
+#include "host/report/fileversions.h"
+#include "tests/support/dialogs.h"
+#include "tests/support/fulldisk.h"
+#include "tests/support/traces.h"
+#include "tests/workstation/stationfixture.h"
+#include "workstation/ending.h"
+#include "workstation/job.h"
+#include "workstation/listwalk.h"
+#include "workstation/recoverydialog.h"
+#include "workstation/recoverywriter.h"
+#include "workstation/safekeeping.h"
+
+#include <QProcess>
+#include <QPushButton>
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTreeWidget>
+
+#include <csignal>
+#include <sys/stat.h>
+
+namespace {
+
+QByteArray listOf(int entries) {
+    QByteArray text = "<?xml version=\"1.0\"?>\n<FrequencyStoreList Version=\"1\" Usage=\"NOI\">\n";
+    for (int i = 0; i < entries; ++i)
+        text += "<FrequencyStoreEntry><Comment>c</Comment><FFM_Settings><Frequency>" +
+                QByteArray::number(7000000 + i) + "</Frequency></FFM_Settings></FrequencyStoreEntry>\n";
+    return text + "</FrequencyStoreList>\n";
+}
+
+class RecoveryFiles : public testing::Test, protected TestFolder {
+protected:
+    void write(const QString& name) {
+        RecoveryWriter writer(Path(name));
+        writer.Begin();
+        writer.BeginSection({"noi", ".xml", 1000, "/a file", 5});
+        const QByteArray list = listOf(3);
+        writer.Append(list.left(200));
+        writer.Append(list.mid(200));
+        writer.EndSection(3);
+        writer.BeginSection({"job", ".pij", 2000, QString(), 0});
+        writer.Append("<JOB/>");
+        writer.EndSection(0);
+        writer.Commit();
+    }
+    QByteArray content(const RecoveryReader& reader, const RecoverySection& section) {
+        reader.Extract(section, Path("content.xml"));
+        return Read("content.xml");
+    }
+};
+
+TEST_F(RecoveryFiles, ThatAreCutAnywhereGiveWhatIsWhole) {
+    write("whole");
+    const QByteArray bytes = Read("whole");
+    const auto isLeft = [&](qsizetype cut) {
+        Write("cut", bytes.left(cut));
+        const RecoveryReader reader(Path("cut"));
+        qint64 entries = 0;
+        for (const RecoverySection& section : reader.GetSections()) {
+            if (section.head.key == "job") {
+                EXPECT_TRUE(!section.isWhole || content(reader, section) == "<JOB/>") << cut;
+                continue;
+            }
+            entries = section.entries;
+            const QByteArray list = content(reader, section);
+            EXPECT_TRUE(!section.isWhole || list == listOf(3)) << cut;
+            EXPECT_EQ(section.head.file, "/a file");
+            EXPECT_EQ(FileRecords(Path("content.xml")).Count(), entries) << cut;
+            EXPECT_EQ(FileRecords(Path("content.xml")).IsWhole(), entries > 0) << cut << list.toStdString();
+        }
+        return entries;
+    };
+    qint64 before = 0;
+    for (qsizetype cut = 0; cut < bytes.size(); ++cut) {
+        const qint64 entries = isLeft(cut);
+        EXPECT_GE(entries, before) << cut;
+        before = entries;
+    }
+    EXPECT_EQ(before, 3);
+    EXPECT_TRUE(RecoveryReader(Path("whole")).GetSections().back().isWhole);
+}
+
+TEST_F(RecoveryFiles, ThatAreDamagedAnywhereSayIt) {
+    write("whole");
+    const QByteArray bytes = Read("whole");
+    for (qsizetype place = 0; place < bytes.size(); ++place) {
+        QByteArray damaged = bytes;
+        damaged[place] = static_cast<char>(damaged[place] ^ 1);
+        Write("damaged", damaged);
+        const RecoveryReader reader(Path("damaged"));
+        const auto& sections = reader.GetSections();
+        const auto whole = std::ranges::count_if(sections, &RecoverySection::isWhole);
+        EXPECT_LT(whole, 2) << place;
+    }
+}
+
+TEST_F(RecoveryFiles, KeepTheOldOneWhenTheNewOneFails) {
+    write("file");
+    const QByteArray bytes = Read("file");
+    RecoveryWriter writer(Path("file"));
+    QStringList failures;
+    QObject::connect(&writer, &RecoveryWriter::Failed, [&](const QString& text) { failures << text; });
+    const auto writeLarge = [&] {
+        writer.Begin();
+        writer.BeginSection({"noi", ".xml", 1, QString(), 0});
+        writer.Append(QByteArray(100'000, 'x'));
+        writer.EndSection(1);
+        writer.Commit();
+    };
+    {
+        const FullDisk disk(50'000);
+        writeLarge();
+    }
+    ASSERT_EQ(failures.size(), 1);
+    EXPECT_TRUE(failures[0].contains("cannot be written: ")) << failures[0].toStdString();
+    EXPECT_EQ(Read("file"), bytes);
+    EXPECT_EQ(FileNames(), QStringList("file"));
+    writeLarge();
+    EXPECT_EQ(failures.size(), 1);
+    EXPECT_GT(Read("file").size(), 100'000);
+}
+
+class Recoveries : public Workstations {
+protected:
+    static constexpr char Noi[] = "/Lists/NOIFrequencies";
+
+    static NOIFrequencyHandler& noi() { return *NOIFrequencyHandler::Instance(); }
+    Recovery& recovery() { return station->GetSafekeeping().GetRecovery(); }
+    QDir folder() const { return QDir(Path("data/recovery")); }
+    QStringList files() const { return folder().entryList({"*.recovery"}, QDir::Files); }
+    /// Leaves a recovery file with these frequencies of interest, as a process that was killed does.
+    void leave(int entries, const QString& name = "dead.recovery") {
+        QDir().mkpath(folder().path());
+        RecoveryWriter writer(folder().filePath(name));
+        writer.Begin();
+        writer.BeginSection({"noi", ".xml", 1'000'000, QString(), 0});
+        writer.Append(listOf(entries));
+        writer.EndSection(entries);
+        writer.Commit();
+    }
+    void startAttended() {
+        start({});
+        station->SetAttended(true);
+    }
+    void answer(const char* button) {
+        WhenOpen<RecoveryDialog>([button](RecoveryDialog& dialog) {
+            dialog.findChild<QPushButton*>(QLatin1String(button))->click();
+            if (dialog.isVisible())
+                dialog.reject();
+        });
+    }
+};
+
+TEST_F(Recoveries, HoldWhatIsInNoFileAndEndWithIt) {
+    start({});
+    recovery().WriteNow();
+    EXPECT_EQ(files(), QStringList());
+    noi().InsertNewValue(7e6, 3000, "mine");
+    recovery().WriteNow();
+    ASSERT_EQ(files().size(), 1);
+    const QString path = folder().filePath(files().first());
+    struct stat file {};
+    ASSERT_EQ(::stat(qPrintable(path), &file), 0);
+    EXPECT_EQ(file.st_mode & 0777u, 0600u);
+    {
+        const RecoveryReader reader(path);
+        ASSERT_EQ(reader.GetSections().size(), 1u);
+        EXPECT_TRUE(reader.GetSections().front().isWhole);
+        EXPECT_EQ(reader.GetSections().front().entries, 1);
+    }
+    ASSERT_TRUE(TargetListHandler::Instance()->AddNew());
+    recovery().WriteNow(); // takes the first list over from the file before
+    const RecoveryReader reader(path);
+    ASSERT_EQ(reader.GetSections().size(), 2u);
+    EXPECT_TRUE(reader.GetSections()[0].isWhole && reader.GetSections()[1].isWhole);
+    noi().FileSave(true);
+    recovery().WriteNow();
+    ASSERT_EQ(RecoveryReader(path).GetSections().size(), 1u);
+    EXPECT_EQ(RecoveryReader(path).GetSections().front().head.key, "targets");
+    QSignalSpy written(&recovery(), &Recovery::Written);
+    recovery().SetInterval(1);
+    ASSERT_TRUE(TargetListHandler::Instance()->AddNew()); // the program goes on
+    ASSERT_TRUE(written.wait());
+    EXPECT_EQ(RecoveryReader(path).GetSections().front().entries, 2);
+    station.reset();
+    EXPECT_EQ(folder().entryList(QDir::Files), QStringList()) << "closed by the operator";
+}
+
+TEST_F(Recoveries, AreOfferedAndGoneWhenTheyAreInTheNextOne) {
+    leave(3);
+    startAttended();
+    answer("restore");
+    EXPECT_FALSE(station->OfferRecovery());
+    EXPECT_EQ(entriesOf(Noi), 3);
+    EXPECT_TRUE(files().contains("dead.recovery")) << "nothing else holds it yet";
+    recovery().WriteNow();
+    EXPECT_FALSE(files().contains("dead.recovery"));
+    ASSERT_EQ(files().size(), 1);
+    EXPECT_EQ(RecoveryReader(folder().filePath(files().first())).GetSections().front().entries, 3);
+}
+
+TEST_F(Recoveries, StayUntilTheOperatorHasDecided) {
+    leave(3);
+    startAttended();
+    WhenOpen<RecoveryDialog>([](RecoveryDialog& dialog) { dialog.reject(); });
+    EXPECT_FALSE(station->OfferRecovery());
+    EXPECT_EQ(entriesOf(Noi), 0);
+    EXPECT_EQ(files(), QStringList("dead.recovery"));
+    WhenOpen<RecoveryDialog>([](RecoveryDialog& dialog) {
+        WhenOpen<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Discard)->click(); });
+        dialog.findChild<QPushButton*>("discard")->click();
+    });
+    station->OfferRecovery();
+    EXPECT_EQ(files(), QStringList());
+    EXPECT_TRUE(station->OfferRecovery()) << "nothing is left to ask";
+}
+
+TEST_F(Recoveries, AreToldWhereNobodyCanBeAskedAndNeverTakenFromTheLiving) {
+    leave(3);
+    start({});
+    EXPECT_TRUE(station->OfferRecovery());
+    EXPECT_TRUE(messages().contains("holds unsaved work: NOI Frequencies: 3 entries, written 1970-01-01"))
+        << messages().toStdString();
+    const QString path = folder().filePath("dead.recovery.lock");
+    QProcess other; // another process has the lock
+    other.start("sh", {"-c", "exec 9>\"$0\"; flock 9; echo; read line", path});
+    ASSERT_TRUE(other.waitForStarted() && other.waitForReadyRead());
+    Write(path,
+          QByteArray::number(other.processId()) + "\nsh\n" + QSysInfo::machineHostName().toUtf8() + "\n");
+    station->SetAttended(true);
+    EXPECT_TRUE(station->OfferRecovery());
+    other.kill();
+    other.waitForFinished();
+    WhenOpen<RecoveryDialog>([](RecoveryDialog& dialog) { dialog.reject(); });
+    EXPECT_FALSE(station->OfferRecovery()) << "its process has ended";
+}
+
+TEST_F(Recoveries, ThatSayNothingArePutAside) {
+    QDir().mkpath(folder().path());
+    Write("data/recovery/empty.recovery", "");
+    Write("data/recovery/foreign.recovery", "\x7f"
+                                            "ELF and more");
+    startAttended();
+    EXPECT_TRUE(station->OfferRecovery());
+    EXPECT_EQ(files(), QStringList());
+    EXPECT_TRUE(messages().contains("foreign.recovery.bad: holds nothing that could be restored"));
+}
+
+TEST_F(Recoveries, AreWrittenAgainWhenTheirFolderVanishesAndToldWhenItCannotBeMade) {
+    start({});
+    noi().InsertNewValue(7e6, 3000, "mine");
+    recovery().WriteNow();
+    QDir(Path("data")).removeRecursively();
+    noi().InsertNewValue(7.1e6, 3000, "more");
+    recovery().WriteNow();
+    ASSERT_EQ(files().size(), 1);
+    EXPECT_EQ(folder().entryList({"*.lock"}, QDir::Files).size(), 1);
+    QDir(Path("data")).removeRecursively();
+    Write("data", "a file in place of the folder");
+    noi().InsertNewValue(7.2e6, 3000, "most");
+    for (int i = 0; i < 3; ++i)
+        recovery().WriteNow();
+    EXPECT_EQ(messages().count("cannot be written: "), 1) << messages().toStdString();
+    QFile::remove(Path("data"));
+    recovery().WriteNow();
+    ASSERT_EQ(files().size(), 1);
+    EXPECT_EQ(RecoveryReader(folder().filePath(files().first())).GetSections().front().entries, 3);
+}
+
+TEST_F(Recoveries, OfAJobBringItsChannelsBack) {
+    start({"--job", sample("job-hf.pij")});
+    station->LoadFiles();
+    const int before = entriesOf("/Lists/MemoryChannels");
+    ASSERT_GT(before, 1);
+    Node* list = Tree::Instance()->GetNode("/Lists/MemoryChannels");
+    list->DeleteNode(list->Children().front());
+    MemorySystemHandler::Instance()->SuspendMediatorCtrl(false, true);
+    MemorySystemHandler::Instance()->UpdateJobFileEntries();
+    recovery().WriteNow();
+    ASSERT_EQ(files().size(), 1);
+    QFile::rename(folder().filePath(files().first()), Path("kept"));
+    startAttended();
+    QFile::rename(Path("kept"), folder().filePath("dead.recovery"));
+    answer("restore");
+    station->OfferRecovery();
+    EXPECT_EQ(entriesOf("/Lists/MemoryChannels"), before - 1);
+    EXPECT_EQ(station->GetJob().GetFileName(), sample("job-hf.pij"));
+    EXPECT_EQ(station->GetJob().GetFileState(), Job::FileState::Older);
+}
+
+/// Entries come and go while a list is walked; those that stay are there once, in order.
+TEST_F(Recoveries, AreWholeThoughTheListChangesWhileItIsWalked) {
+    constexpr int Count = 20000;
+    start({});
+    TargetListHandler& targets = *TargetListHandler::Instance();
+    Write("many.xml", listOf(Count));
+    ASSERT_TRUE(targets.ReadFile(Path("many.xml")));
+    Node* list = targets.GetItemsRoot();
+    ListWalk walk(*targets.GetParser()->GetMediatorCtrl());
+    QByteArray bytes;
+    int turns = 0;
+    for (; !walk.GoOn(1); ++turns) {
+        bytes += walk.TakeBytes();
+        list->DeleteNode(list->Children().front());
+        if (turns < 3)
+            targets.AddNew();
+    }
+    bytes += walk.TakeBytes();
+    ASSERT_GT(turns, 3);
+    Write("walked.xml", bytes);
+    Write("rest.xml", "");
+    ASSERT_TRUE(targets.SaveFile(Path("rest.xml")));
+    const FileDifference difference = FileRecords(Path("rest.xml")).Since(FileRecords(Path("walked.xml")));
+    EXPECT_EQ(difference, (FileDifference{0, turns, 0})) << "only those that were deleted behind the walk";
+    EXPECT_EQ(walk.EntryCount(), Count + 3);
+}
+
+/// A process that works until it is killed.
+class Life : public QProcess {
+public:
+    Life(const QString& folder, quint32 seed, const char* mode) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_QPA_PLATFORM", "offscreen");
+        setProcessEnvironment(environment);
+        start(RECOVERY_CHILD, {folder, QString::number(seed), mode});
+    }
+    /// Kills it when it has said so many lines; all that it has said.
+    QList<QByteArray> LinesUntilKilled(int lines) {
+        QByteArray said;
+        while (said.count('\n') < lines && waitForReadyRead(60000))
+            said += readAllStandardOutput();
+        kill();
+        waitForFinished();
+        said += readAllStandardOutput();
+        return said.left(said.lastIndexOf('\n') + 1).split('\n');
+    }
+};
+
+TEST_F(Recoveries, BringBackAllButTheLastMomentsOfAProcessThatIsKilled) {
+    const quint32 seed = QRandomGenerator::global()->generate();
+    QRandomGenerator chance(seed);
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    std::printf("seed %u\n", seed);
+    QList<QByteArray> may{""}; // the states that the next life may begin with
+    int restored = 0;
+    for (int life = 0; life <= 20; ++life) {
+        Life process(m_folder.path(), chance.generate(), "work");
+        const QList<QByteArray> lines = process.LinesUntilKilled(static_cast<int>(chance.bounded(2, 300)));
+        ASSERT_TRUE(lines.front().startsWith("has ")) << life << process.readAllStandardError().toStdString();
+        const QByteArray begin = lines.front().mid(4);
+        EXPECT_TRUE(may.contains(begin))
+            << "life " << life << " begins with " << begin.toStdString() << "\nof\n"
+            << may.join('\n').toStdString();
+        restored += begin.isEmpty() ? 0 : 1;
+        if (life == 0 || !may.isEmpty())
+            may = {begin};
+        for (const QByteArray& line : lines.mid(1)) {
+            const QByteArray state = line.mid(line.indexOf(' ') + 1);
+            if (line.startsWith("did "))
+                may << state;
+            else if (!line.isEmpty()) // all before it is past
+                may = may.mid(may.lastIndexOf(state));
+        }
+        EXPECT_TRUE(!QFile::exists(Path("targets.ltl")) || FileRecords(Path("targets.ltl")).IsWhole())
+            << life;
+        for (const FileVersions::Version& version :
+             FileVersions(Path("data/versions")).Of(Path("targets.ltl")))
+            EXPECT_TRUE(FileVersions::IsWhole(version)) << life;
+        for (const QString& name : files()) {
+            const RecoveryReader reader(folder().filePath(name));
+            for (const RecoverySection& section : reader.GetSections())
+                EXPECT_TRUE(section.isWhole) << life;
+        }
+    }
+    EXPECT_GT(restored, 10);
+}
+
+} // namespace

@@ -1,0 +1,91 @@
+#include "controls/frequencystore/noi/noifrequencyhandler.h"
+#include "host/base/problems.h"
+#include "host/startup/settingsfile.h"
+#include "workstation/application.h"
+#include "workstation/directorylock.h"
+#include "workstation/ending.h"
+#include "workstation/fileopener.h"
+#include "workstation/job.h"
+#include "workstation/listchanges.h"
+#include "workstation/mainwindow.h"
+#include "workstation/preferences.h"
+#include "workstation/safekeeping.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+
+/// Settings belong to the first window; those of a second one end with it.
+void Workstation::lockSettings(const QString& config) {
+    if (m_options.screenshotDirectory.isEmpty())
+        m_settingsLock = std::make_unique<DirectoryLock>(config);
+    SettingsFile::KeepInMemory(m_settingsLock && !m_settingsLock->GetOther().isEmpty());
+}
+
+void Workstation::lockData(const QString& config) {
+    if (m_options.screenshotDirectory.isEmpty() && QFileInfo(config) != QFileInfo(QDir::currentPath()))
+        m_lock = std::make_unique<DirectoryLock>(QDir::currentPath());
+}
+
+/// Whether another window has the lists' own files.
+bool Workstation::isShared() const {
+    const DirectoryLock* lock = m_lock ? m_lock.get() : m_settingsLock.get();
+    return lock && !lock->GetOther().isEmpty();
+}
+
+/// Two windows that share a directory work on; what the first one keeps by itself is not overwritten.
+void Workstation::tellShared() {
+    if (!isShared())
+        return;
+    const QString directory = QDir::currentPath();
+    const QString text =
+        MainWindow::tr("is also used by %1: the frequencies of interest and the settings there are left "
+                       "alone, and a file that it changes is not overwritten unasked")
+            .arg((m_lock ? m_lock : m_settingsLock)->GetOther());
+    m_window->AddNote(MainWindow::tr("Shared data directory"), directory + QLatin1Char(' ') + text);
+    Problems::Report("application", {directory, 0, text});
+}
+
+/// A second window has the first one's frequencies of interest, and saves changes of them in a file of its
+/// own.
+void Workstation::leaveNoiFile() {
+    NOIFrequencyHandler& list = *NOIFrequencyHandler::Instance();
+    if (!isShared() || !remembers() || list.GetCurrentFileName().isEmpty())
+        return;
+    const QFileInfo file(list.GetCurrentFileName());
+    list.SetRemembersFile(false);
+    list.SetCurrentFileName(file.dir().filePath(QStringLiteral("%1-window-%2.%3")
+                                                    .arg(file.completeBaseName())
+                                                    .arg(QCoreApplication::applicationPid())
+                                                    .arg(file.suffix())));
+}
+
+std::unique_ptr<NoiKeeper> Workstation::makeNoiKeeper() {
+    auto keeper = std::make_unique<NoiKeeper>(m_window.get(), m_window->GetBands());
+    if (isShared())
+        keeper->SetNeed([this] { return m_changes->IsChanged(m_noiId); });
+    return keeper;
+}
+
+void Workstation::addSafekeeping() {
+    if (!m_options.screenshotDirectory.isEmpty())
+        return;
+    m_safekeeping = std::make_unique<Safekeeping>(
+        *m_window, *m_changes, ListOwners{*m_window, *m_changes, *m_job, m_targetsId, m_noiId, m_memoryId},
+        [this](const QString& path) {
+            return path == m_job->GetFileName() ? m_job->Open(path) : m_opener->Open(path);
+        });
+    m_safekeeping->SetMayAsk(
+        [this] { return m_isAttended && !m_ending->IsEnding() && !qGuiApp->isSavingSession(); });
+    QObject::connect(m_opener.get(), &FileOpener::FileChanged, m_safekeeping.get(), &Safekeeping::Follow);
+    QObject::connect(m_preferences.get(), &Preferences::Changed, m_safekeeping.get(),
+                     &Safekeeping::Configure);
+    const auto writeNow = [this] { m_safekeeping->GetRecovery().WriteNow(); };
+    QObject::connect(m_ending.get(), &Ending::Begins, m_safekeeping.get(), writeNow);
+    QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, m_safekeeping.get(), writeNow);
+}
+
+bool Workstation::OfferRecovery() {
+    return !m_safekeeping || !m_safekeeping->OfferRecovery();
+}

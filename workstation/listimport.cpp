@@ -1,0 +1,113 @@
+#include "workstation/listimport.h"
+
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/common/sendto.h"
+#include "controls/frequencystore/merge/fileentries.h"
+#include "controls/frequencystore/merge/listmerge.h"
+#include "host/base/frequencytext.h"
+#include "host/base/problems.h"
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodelistview.h"
+#include "host/freqlist/frequencynodemediator.h"
+#include "host/gui/guibase.h"
+#include "workstation/memoryneed.h"
+#include "workstation/mergedialog.h"
+
+#include <QCoreApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QPointer>
+
+namespace ListImport {
+
+namespace {
+
+constexpr char TraceSource[] = "listimport";
+
+QString tr(const char* text, int n = -1) {
+    return QCoreApplication::translate("ListImport", text, nullptr, n);
+}
+
+bool showAndApply(QWidget& window, unsigned listId, const QString& path) {
+    FreqStore& store = FreqStore::Instance();
+    auto* const list = dynamic_cast<HalvoNodeMediatorCtrl*>(store.GetFrequencies(listId));
+    const QString refusal = ListMerge::WhyOff(list);
+    const auto entries = refusal.isEmpty() ? ReadFileEntries(path, list->GetMediatorType()) : std::nullopt;
+    if (!refusal.isEmpty())
+        Problems::Report(TraceSource, {path, 0, refusal});
+    if (!entries)
+        return false;
+    const QString file = QFileInfo(path).fileName();
+    if (entries->isEmpty()) {
+        emit store.Told(tr("%1 holds no entries").arg(file));
+        return false;
+    }
+    ListMerge merge(*list, *entries);
+    const QString name = store.GetDefinition(static_cast<int>(listId))->GetName();
+    const QPointer<MergeDialog> dialog(
+        new MergeDialog(merge, tr("%1 into %2").arg(file, name), SendTo::Tolerance(), &window));
+    const bool isAccepted = dialog->exec() == QDialog::Accepted;
+    const bool isAlive = dialog; // the window may have ended
+    delete dialog;
+    if (!isAccepted || !isAlive)
+        return false;
+    const ListMerge::Plan plan = merge.GetPlan();
+    if (!merge.Apply()) {
+        Problems::Report(TraceSource, {path, 0, tr("was not imported: the list has changed meanwhile")});
+        return false;
+    }
+    emit store.Told(tr("%1: %2 added, %3 changed, %4 left")
+                        .arg(file)
+                        .arg(plan.added)
+                        .arg(plan.changed)
+                        .arg(plan.left + plan.refused));
+    return true;
+}
+
+} // namespace
+
+void AskAndImport(QWidget& window, unsigned listId) {
+    const QPointer<QWidget> alive(&window);
+    const QStringList paths = QFileDialog::getOpenFileNames(
+        &window, tr("Import into List"), GuiBase::Instance().GetCurrentDirectory(),
+        tr("All Known Files (*.xml *.sfl *.ltl *.csv *.noi *.pij);;All Files (*)"), nullptr,
+        GuiBase::Instance().UseNativeDialogs());
+    for (const QString& path : paths) {
+        if (!alive || !Import(window, listId, path))
+            return;
+    }
+}
+
+bool Import(QWidget& window, unsigned listId, const QString& path) {
+    return WithinMemory(path, false, [&] { return showAndApply(window, listId, path); });
+}
+
+QString SelectDuplicates(FrequencyNodeListView& view) {
+    auto* const list =
+        dynamic_cast<FrequencyNodeMediatorCtrl*>(FreqStore::Instance().GetFrequencies(view.GetID()));
+    if (!list)
+        return QString();
+    list->ForceUpdateNow();
+    const double tolerance = SendTo::Tolerance();
+    EntryMerge::KeyMaker maker;
+    std::vector<EntryMerge::Key> keys;
+    std::vector<FrequencyNodeMediator*> mediators;
+    list->ForEach([&](FrequencyNodeMediator& mediator) {
+        double hertz = std::numeric_limits<double>::quiet_NaN();
+        mediator.GetFrequency(hertz, 0);
+        keys.push_back(maker.Of(hertz, mediator.GetDemodulationString(0)));
+        mediators.push_back(&mediator);
+    });
+    std::vector<FrequencyNodeMediator*> duplicates;
+    for (const quint32 place : EntryMerge::FindDuplicates(keys, tolerance))
+        duplicates.push_back(mediators[place]);
+    view.clearSelection();
+    if (duplicates.empty())
+        return tr("No two entries within %1").arg(Quor::BandwidthText(tolerance));
+    view.SelectRowsOf(duplicates);
+    return tr("%n duplicates within %1 selected; the first of each stays unselected",
+              static_cast<int>(duplicates.size()))
+        .arg(Quor::BandwidthText(tolerance));
+}
+
+} // namespace ListImport

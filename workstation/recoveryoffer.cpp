@@ -1,0 +1,145 @@
+#include "workstation/recoveryoffer.h"
+
+#include "host/base/datetime.h"
+#include "host/base/problems.h"
+#include "host/gui/guibase.h"
+#include "host/report/filestamps.h"
+#include "host/report/outputfile.h"
+#include "workstation/directorylock.h"
+#include "workstation/recovery.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QLockFile>
+#include <QTemporaryDir>
+
+#include <algorithm>
+
+namespace {
+
+constexpr char TraceSource[] = "recoveryoffer";
+
+/// Passes on what is thrown while an operator's action runs as a problem; false then.
+template <typename Act>
+bool attempt(Act act) {
+    try {
+        return act();
+    } catch (const RGException& exception) {
+        Problems::Report(TraceSource, Problem::FromText(exception.GetErrorText()));
+        return false;
+    }
+}
+
+/// What says nothing is not asked about at each start.
+void putAside(const QString& path) {
+    const QString aside = path + QStringLiteral(".bad");
+    QFile::remove(aside);
+    if (QFile::rename(path, aside))
+        Problems::Report(TraceSource, {aside, 0, RecoveryOffer::tr("holds nothing that could be restored")});
+}
+
+} // namespace
+
+RecoveryOffer::RecoveryOffer(const QString& dataFolder, const ListFiles& lists, Recovery& recovery)
+    : m_recovery(recovery) {
+    const QDir folder(QDir(dataFolder).filePath(QLatin1String(RecoveryForm::FolderName)));
+    const QStringList names =
+        folder.entryList({QLatin1Char('*') + QLatin1String(RecoveryForm::Suffix)}, QDir::Files);
+    for (const QString& name : names) {
+        const QString path = folder.absoluteFilePath(name);
+        if (path == recovery.GetFileName())
+            continue;
+        std::unique_ptr<QLockFile> lock = TakeLockOfEnded(path + QStringLiteral(".lock"));
+        if (!lock)
+            continue;
+        m_files.push_back(std::make_unique<File>(File{RecoveryReader(path), std::move(lock), 0}));
+        File& file = *m_files.back();
+        for (const RecoverySection& section : file.reader.GetSections()) {
+            const auto list = std::ranges::find(lists, section.head.key, &ListFile::key);
+            if (list == lists.end() || (!section.isWhole && section.entries == 0))
+                continue;
+            ++file.left;
+            m_rows.push_back({&file, &section, &*list});
+        }
+        if (file.left == 0)
+            putAside(path);
+    }
+    std::ranges::stable_sort(m_rows, std::greater(), [](const Row& row) { return row.section->head.time; });
+}
+
+RecoveryOffer::~RecoveryOffer() = default;
+
+std::vector<RecoveryRow> RecoveryOffer::describe() const {
+    std::vector<RecoveryRow> rows;
+    for (const Row& row : m_rows) {
+        const RecoveryHead& head = row.section->head;
+        const std::optional<FileStamps::State> file = FileStamps::State::Of(head.file);
+        rows.push_back({row.list->name, row.section->entries, row.section->isWhole, head.time, head.file,
+                        file && file->modified != head.fileTime});
+    }
+    return rows;
+}
+
+QString RecoveryOffer::GetText() const {
+    QStringList parts;
+    for (const RecoveryRow& row : describe())
+        parts << tr("%1: %n entries, written %2 UTC", nullptr, static_cast<int>(row.entries))
+                     .arg(row.list, Quor::DateTime(static_cast<quint64>(row.time)).toString(0));
+    return parts.join(QStringLiteral("; "));
+}
+
+void RecoveryOffer::Ask(QWidget* window, const std::function<bool(const QString& path)>& open) {
+    RecoveryDialog dialog(
+        describe(), [&](size_t row) { saveAs(window, m_rows[row]); }, window);
+    const int answer = dialog.exec();
+    const std::vector<size_t> rows = dialog.GetChecked();
+    if (answer == RecoveryDialog::Restore)
+        return restore(rows, open);
+    if (answer != RecoveryDialog::Discard)
+        return;
+    for (const size_t row : rows)
+        if (--m_rows[row].file->left == 0)
+            QFile::remove(m_rows[row].file->reader.GetPath());
+}
+
+/// A file goes when what it held is in the recovery file of this process.
+void RecoveryOffer::restore(const std::vector<size_t>& rows,
+                            const std::function<bool(const QString& path)>& open) {
+    QStringList done;
+    for (const size_t row : rows)
+        if (restore(m_rows[row], open) && --m_rows[row].file->left == 0)
+            done << m_rows[row].file->reader.GetPath();
+    m_recovery.Replace(done);
+}
+
+bool RecoveryOffer::restore(const Row& row, const std::function<bool(const QString& path)>& open) {
+    return attempt([&] {
+        const QString& file = row.section->head.file;
+        if (!file.isEmpty() && file != row.list->file() && QFileInfo(file).isFile())
+            open(file);
+        const QTemporaryDir folder;
+        const QString copy = folder.filePath(QStringLiteral("recovered") + row.section->head.suffix);
+        row.file->reader.Extract(*row.section, copy);
+        return row.list->takeContent(copy);
+    });
+}
+
+void RecoveryOffer::saveAs(QWidget* window, const Row& row) {
+    const QString suffix = row.section->head.suffix;
+    QFileDialog dialog(window, tr("Save Unsaved List As"), GuiBase::Instance().GetCurrentDirectory(),
+                       QStringLiteral("%1 (*%2)").arg(row.list->name, suffix));
+    dialog.setOptions(GuiBase::Instance().UseNativeDialogs());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(suffix.mid(1));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return;
+    const QTemporaryDir folder;
+    const QString copy = folder.filePath(QStringLiteral("recovered") + suffix);
+    const QString path = dialog.selectedFiles().constFirst();
+    const bool isExtracted = attempt([&] {
+        row.file->reader.Extract(*row.section, copy);
+        return true;
+    });
+    if (isExtracted)
+        (void)REPORTGENERATOR::WriteCopy(copy, path); // which tells its failures
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "workstation/listfiles.h"
+#include "workstation/recoverydialog.h"
+#include "workstation/recoveryfile.h"
+
+#include <QCoreApplication>
+
+#include <memory>
+
+class QLockFile;
+class QWidget;
+class Recovery;
+
+/// What processes that have ended left unsaved in the data directory. Their files are held while this lives,
+/// so that two windows never offer the same.
+class RecoveryOffer {
+    Q_DECLARE_TR_FUNCTIONS(RecoveryOffer)
+
+public:
+    /// `lists` and `recovery`, whose own file is passed over, outlive this.
+    RecoveryOffer(const QString& dataFolder, const ListFiles& lists, Recovery& recovery);
+    ~RecoveryOffer();
+
+    bool IsEmpty() const { return m_rows.empty(); }
+    /// What there is, in words, for when nobody can be asked.
+    QString GetText() const;
+    /// Asks what becomes of it and does that. `open` reads the file that a list had, before the list takes
+    /// what was not saved in it.
+    void Ask(QWidget* window, const std::function<bool(const QString& path)>& open);
+
+private:
+    struct File {
+        RecoveryReader reader;
+        std::unique_ptr<QLockFile> lock;
+        size_t left; ///< sections that nothing was done about
+    };
+    struct Row {
+        File* file;
+        const RecoverySection* section;
+        const ListFile* list;
+    };
+
+    void restore(const std::vector<size_t>& rows, const std::function<bool(const QString& path)>& open);
+    bool restore(const Row& row, const std::function<bool(const QString& path)>& open);
+    void saveAs(QWidget* window, const Row& row);
+    std::vector<RecoveryRow> describe() const;
+
+    Recovery& m_recovery;
+    std::vector<std::unique_ptr<File>> m_files;
+    std::vector<Row> m_rows; ///< newest first
+};

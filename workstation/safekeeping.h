@@ -1,0 +1,50 @@
+#pragma once
+
+#include "workstation/diskwatch.h"
+#include "workstation/listfiles.h"
+#include "workstation/recovery.h"
+#include "workstation/versions.h"
+
+#include <QObject>
+
+class MainWindow;
+class QAction;
+
+/// What keeps the operator's work: versions of the files that are saved, an eye on files that others change,
+/// and what is in no file yet. Makes these parts and joins them to lists and window, which outlive this.
+class Safekeeping : public QObject {
+    Q_OBJECT
+
+public:
+    /// Reads a file into the list that it belongs to.
+    using Open = std::function<bool(const QString& path)>;
+
+    Safekeeping(MainWindow& window, ListChanges& changes, const ListOwners& owners, Open open);
+
+    /// Who tells whether somebody can be asked now.
+    void SetMayAsk(const std::function<bool()>& mayAsk);
+    /// Takes what the operator prefers.
+    void Configure();
+    /// The lists have other files now, or another list is shown.
+    void Follow();
+    /// Asks what becomes of what other processes have left unsaved, or says what there is. True when it
+    /// asked.
+    bool OfferRecovery();
+    Recovery& GetRecovery() { return m_recovery; }
+
+private:
+    void addAction();
+    const ListFile* shownList() const;
+    void showVersions();
+    void restore(const ListFile& list, const FileVersions::Version& version);
+
+    MainWindow& m_window;
+    const QString m_dataFolder;
+    Open m_open;
+    std::function<bool()> m_mayAsk;
+    const ListFiles m_lists;
+    Versions m_versions;
+    DiskWatch m_watch;
+    Recovery m_recovery;
+    QAction* m_action; ///< the window's
+};
