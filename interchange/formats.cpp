@@ -17,8 +17,9 @@ namespace Interchange {
 namespace {
 
 // The order matters: a file is the first format that knows it.
-constexpr const Format* All[] = {&ChirpCsv,   &GqrxBookmarks,  &GqrxBandPlan,      &KiwiCsv,  &EibiSchedule,
-                                 &ScannerCsv, &AnnotationsCsv, &FldigiFrequencies, &KiwiJson, &SdrPlusJson};
+constexpr const Format* All[] = {&ChirpCsv,     &GqrxBookmarks, &GqrxBandPlan,   &KiwiCsv,
+                                 &EibiSchedule, &ScannerCsv,    &AnnotationsCsv, &FldigiFrequencies,
+                                 &KiwiJson,     &SdrPlusJson,   &SdrSharpXml};
 
 template <typename Matches>
 const Format* find(Matches matches) {
