@@ -206,17 +206,40 @@ void appendQuoted(std::string& out, QStringView text) {
 
 /// Texts of numbers and flags are ASCII.
 void appendAscii(std::string& out, QStringView text) {
-    for (const QChar c : text)
-        out += c == QLatin1Char(';') ? ',' : c.toLatin1();
+    const size_t size = out.size();
+    out.resize(size + static_cast<size_t>(text.size()));
+    std::transform(text.begin(), text.end(), out.data() + size, [](QChar c) { return c.toLatin1(); });
 }
+
+/// What stands in front of the contents of an entry's fields. Nearly all entries of a list have the same
+/// keys.
+class Heads {
+public:
+    const std::string& Of(size_t place, const QString& key) {
+        m_heads.resize(std::max(m_heads.size(), place + 1));
+        auto& [known, head] = m_heads[place];
+        if (head.empty() || known.constData() != key.constData()) {
+            known = key;
+            head = place == 0 ? "" : ",";
+            appendQuoted(head, key);
+            head += ':';
+        }
+        return head;
+    }
+
+private:
+    std::vector<std::pair<QString, std::string>> m_heads;
+};
 
 /// The content as JSON has it. Numbers of the C locale are those of JSON; one that there is not is null.
 void appendContent(std::string& out, const EntryField& field) {
     if (field.type == FieldType::Text) {
         appendQuoted(out, field.text);
     } else if (field.type == FieldType::Numbers) {
+        const size_t begin = out.size();
         out += '[';
         appendAscii(out, field.text);
+        std::replace(out.begin() + static_cast<std::ptrdiff_t>(begin), out.end(), ';', ',');
         out += ']';
     } else if (field.text.isEmpty()) {
         out += "null";
@@ -305,15 +328,13 @@ void PrintJson(const CliList& list, const TakeUtf8& take) {
     TextPieces pieces(take);
     std::string& out = pieces.Text();
     out += '[';
-    const char* before = "\n";
+    const char* before = "\n{";
+    Heads heads;
     const bool isWhole = list.ForEachEntry([&](const std::vector<EntryField>& row) {
-        out += std::exchange(before, ",\n");
-        char separator = '{';
-        for (const EntryField& field : row) {
-            out += std::exchange(separator, ',');
-            appendQuoted(out, field.key);
-            out += ':';
-            appendContent(out, field);
+        out += std::exchange(before, ",\n{");
+        for (size_t i = 0; i < row.size(); ++i) {
+            out += heads.Of(i, row[i].key);
+            appendContent(out, row[i]);
         }
         out += '}';
         return pieces.Proceed();

@@ -292,7 +292,7 @@ bool CliList::Read(const QString& path) {
 
 bool CliList::ReadRecords(
     const QString& path,
-    const std::function<void(const std::function<void(FreqStoreXml::FrequencyStoreEntry&)>&)>& read) {
+    const std::function<void(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>&)>& read) {
     if (GeneralListParser* const parser = Parser())
         return parser->TakeEntries(path, read);
     Problems::Report(

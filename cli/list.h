@@ -48,7 +48,8 @@ public:
     /// when that fails or the list takes none.
     bool ReadRecords(
         const QString& path,
-        const std::function<void(const std::function<void(FreqStoreXml::FrequencyStoreEntry&)>&)>& read);
+        const std::function<void(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>&)>&
+            read);
     /// Gives each entry as an interchange record.
     virtual void
     VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const = 0;

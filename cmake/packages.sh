@@ -1,8 +1,8 @@
 # Sourced by the scripts: installs what is missing of the Debian packages that the project is built with.
 packages=(g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-tools-dev
           qt6-l10n-tools qt6-translations-l10n libgl-dev libgtest-dev libgmock-dev libbenchmark-dev
-          libgeographiclib-dev libxml2-utils fonts-dejavu-core python3 tzdata valgrind desktop-file-utils appstream
-          xvfb xdotool rapidjson-dev)
+          libgeographiclib-dev libexpat1-dev libxml2-utils fonts-dejavu-core python3 tzdata valgrind desktop-file-utils
+          appstream xvfb xdotool rapidjson-dev)
 
 install_missing_packages() {
     local missing=() package

@@ -15,7 +15,8 @@ QVector<FrequencyStoreEntry> Read(const QByteArray& bytes, ListType type) {
     QBuffer buffer;
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
-    ReadCsv(buffer, QStringLiteral("fuzz"), type, [&](FrequencyStoreEntry& entry) { entries.append(entry); });
+    ReadCsv(buffer, QStringLiteral("fuzz"), type,
+            [&](const FrequencyStoreEntry& entry) { entries.append(entry); });
     return entries;
 }
 

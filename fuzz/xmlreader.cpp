@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FrequencyStoreList list;
     try {
         ReadXml(buffer, QStringLiteral("fuzz"),
-                [&](FrequencyStoreEntry& entry) { list.AppendFrequencyStoreEntry(entry); });
+                [&](const FrequencyStoreEntry& entry) { list.AppendFrequencyStoreEntry(entry); });
         const QString text = list.GetXmlString();
         FrequencyStoreList again;
         if (!again.SetXmlString(text) || again.GetXmlString() != text)

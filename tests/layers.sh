@@ -31,6 +31,9 @@ room $lists/merge host $lists/{common,files,targets,memory,noi}
 # One class makes the mediator for each kind of list.
 room $lists/common/halvonodemediatorctrl.cpp host $lists/common $lists/targets $lists/memory $lists/results
 
+# The records of a file may be those of a job.
+room $lists/files/filerecords.cpp host $lists/common $lists/files $lists/memory
+
 # Rooms of the programs that know neither a list nor a widget. Some are still to be built.
 for part in sweep interchange scan link; do
     room $part host/base host/valuetree host/report host/freqstorexml
@@ -45,12 +48,16 @@ room tests/support host/base
 for module in base valuetree startup report freqstorexml gui widgets freqlist; do
     tests_of tests/$module host/$module
 done
+allowed[tests/freqlist]+=" examples/bookmarks" # a plug-in at work
 room tests/frequencystore tests/support host $lists/{common,files,targets,memory,noi,results,detections,merge}
 for program in $parts cli workstation; do
     tests_of tests/$program $program
 done
+tests_of tests/recoverychild workstation
 room bench host controls $parts workstation
 room fuzz host controls $parts
+# The same answers are expected of the scanner whoever damages the document.
+room fuzz/xmlscanner.cpp host tests/report
 # A plug-in has no more than the host's headers.
 room examples host
 

@@ -174,6 +174,13 @@
     </message>
 </context>
 <context>
+    <name>BoundWidget</name>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+</context>
+<context>
     <name>CellDelegate</name>
     <message>
         <source>Frequency</source>
@@ -407,6 +414,10 @@
             <numerusform>Einer von %n ausgewählten</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
 </context>
 <context>
     <name>DirectoryLock</name>
@@ -440,15 +451,15 @@
     <message numerus="yes">
         <source>The file holds %n entries now.</source>
         <translation>
-            <numerusform>Die Datei hat jetzt %Ln Eintrag.</numerusform>
-            <numerusform>Die Datei hat jetzt %Ln Einträge.</numerusform>
+            <numerusform>Die Datei hat jetzt %n Eintrag.</numerusform>
+            <numerusform>Die Datei hat jetzt %n Einträge.</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The list holds %n entries.</source>
         <translation>
-            <numerusform>Die Liste hat %Ln Eintrag.</numerusform>
-            <numerusform>Die Liste hat %Ln Einträge.</numerusform>
+            <numerusform>Die Liste hat %n Eintrag.</numerusform>
+            <numerusform>Die Liste hat %n Einträge.</numerusform>
         </translation>
     </message>
     <message>
@@ -641,6 +652,10 @@
     <message>
         <source>NOI Frequencies</source>
         <translation>NOI-Frequenzen</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
     </message>
 </context>
 <context>
@@ -902,6 +917,30 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Pasted text</source>
         <translation>Eingefügter Text</translation>
     </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <translation>Verdoppeln</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Fill</source>
+        <translation>Füllen</translation>
+    </message>
+    <message>
+        <source>Paste Text</source>
+        <translation>Text einfügen</translation>
+    </message>
 </context>
 <context>
     <name>GuardedApplication</name>
@@ -1051,6 +1090,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Profile ID</source>
         <translation>Profil-ID</translation>
     </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
 </context>
 <context>
     <name>HelpWindow</name>
@@ -1085,6 +1128,28 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>not in this topic</source>
         <translation>nicht in diesem Thema</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryPanel</name>
+    <message>
+        <source>Before the first step</source>
+        <translation>Vor dem ersten Schritt</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>Click a step to go back, or on again, to what the lists were behind it</source>
+        <translation>Ein Klick auf einen Schritt führt zurück, oder wieder vor, zum Stand der Listen dahinter</translation>
+    </message>
+</context>
+<context>
+    <name>Job</name>
+    <message>
+        <source>Open Job</source>
+        <translation>Auftrag öffnen</translation>
     </message>
 </context>
 <context>
@@ -1272,6 +1337,119 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>%1 is above %2</source>
         <translation>%1 liegt über %2</translation>
+    </message>
+</context>
+<context>
+    <name>ListImport</name>
+    <message>
+        <source>%1 holds no entries</source>
+        <translation>%1 enthält keine Einträge</translation>
+    </message>
+    <message>
+        <source>%1 into %2</source>
+        <translation>%1 in %2</translation>
+    </message>
+    <message>
+        <source>was not imported: the list has changed meanwhile</source>
+        <translation>wurde nicht importiert: Die Liste hat sich inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>%1: %2 added, %3 changed, %4 left</source>
+        <translation>%1: %2 hinzugefügt, %3 geändert, %4 gelassen</translation>
+    </message>
+    <message>
+        <source>Import into List</source>
+        <translation>In Liste importieren</translation>
+    </message>
+    <message>
+        <source>All Known Files (*.xml *.sfl *.ltl *.csv *.noi *.pij);;All Files (*)</source>
+        <translation>Alle bekannten Dateien (*.xml *.sfl *.ltl *.csv *.noi *.pij);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>No two entries within %1</source>
+        <translation>Keine zwei Einträge innerhalb von %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n duplicates within %1 selected; the first of each stays unselected</source>
+        <translation>
+            <numerusform>%n Doppelter innerhalb von %1 gewählt; der jeweils erste bleibt stehen</numerusform>
+            <numerusform>%n Doppelte innerhalb von %1 gewählt; der jeweils erste bleibt stehen</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ListMerge</name>
+    <message>
+        <source>Frequency</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>Bandwidth</source>
+        <translation>Bandbreite</translation>
+    </message>
+    <message>
+        <source>Comment</source>
+        <translation>Kommentar</translation>
+    </message>
+    <message>
+        <source>Demodulation</source>
+        <translation>Demodulation</translation>
+    </message>
+    <message>
+        <source>Priority</source>
+        <translation>Priorität</translation>
+    </message>
+    <message>
+        <source>Threat class</source>
+        <translation>Bedrohungsklasse</translation>
+    </message>
+    <message>
+        <source>Signal class</source>
+        <translation>Signalklasse</translation>
+    </message>
+    <message>
+        <source>Transmission system</source>
+        <translation>Übertragungssystem</translation>
+    </message>
+    <message>
+        <source>Profile ID</source>
+        <translation>Profil-ID</translation>
+    </message>
+    <message>
+        <source>Profile</source>
+        <translation>Profil</translation>
+    </message>
+    <message>
+        <source>Threshold</source>
+        <translation>Schwelle</translation>
+    </message>
+    <message>
+        <source>BFO</source>
+        <translation>BFO</translation>
+    </message>
+    <message>
+        <source>Nothing is imported into this list: its entries are what was found.</source>
+        <translation>In diese Liste wird nichts importiert: Ihre Einträge sind, was gefunden wurde.</translation>
+    </message>
+    <message>
+        <source>The last file could not be read: open another one.</source>
+        <translation>Die letzte Datei konnte nicht gelesen werden: Bitte eine andere öffnen.</translation>
+    </message>
+    <message>
+        <source>has no frequency</source>
+        <translation>hat keine Frequenz</translation>
+    </message>
+    <message>
+        <source>%1 is no frequency</source>
+        <translation>%1 ist keine Frequenz</translation>
+    </message>
+    <message>
+        <source>the receiver reaches %1 to %2</source>
+        <translation>der Empfänger reicht von %1 bis %2</translation>
+    </message>
+    <message>
+        <source>%1 is no bandwidth</source>
+        <translation>%1 ist keine Bandbreite</translation>
     </message>
 </context>
 <context>
@@ -1642,6 +1820,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>is also used by %1: the frequencies of interest and the settings there are left alone, and a file that it changes is not overwritten unasked</source>
         <translation>wird auch von %1 benutzt: Frequenzen von Interesse und Einstellungen dort bleiben unberührt, und eine dort geänderte Datei wird nicht ungefragt überschrieben</translation>
     </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
 </context>
 <context>
     <name>MemoryDialogs</name>
@@ -1814,6 +1996,146 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
 </context>
 <context>
+    <name>MergeDialog</name>
+    <message>
+        <source>Import into List</source>
+        <translation>In Liste importieren</translation>
+    </message>
+    <message>
+        <source>0 Hz</source>
+        <translation>0 Hz</translation>
+    </message>
+    <message>
+        <source>How far apart the frequencies of one entry may be</source>
+        <translation>Wie weit die Frequenzen eines Eintrags auseinander liegen dürfen</translation>
+    </message>
+    <message>
+        <source>&amp;Tolerance:</source>
+        <translation>&amp;Toleranz:</translation>
+    </message>
+    <message>
+        <source>Show all entries of the file</source>
+        <translation>Alle Einträge der Datei zeigen</translation>
+    </message>
+    <message>
+        <source>Show only these entries of the file</source>
+        <translation>Nur diese Einträge der Datei zeigen</translation>
+    </message>
+    <message>
+        <source>Entries of the file</source>
+        <translation>Einträge der Datei</translation>
+    </message>
+    <message>
+        <source>In the table, the key %1</source>
+        <translation>In der Tabelle die Taste %1</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alle</translation>
+    </message>
+    <message>
+        <source>Selected entries:</source>
+        <translation>Ausgewählte:</translation>
+    </message>
+    <message>
+        <source>All entries shown:</source>
+        <translation>Alle gezeigten:</translation>
+    </message>
+    <message>
+        <source>Add %1, Change %2, Leave %3</source>
+        <translation>%1 hinzufügen, %2 ändern, %3 lassen</translation>
+    </message>
+</context>
+<context>
+    <name>MergeModel</name>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Frequency</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>Demod.</source>
+        <translation>Demod.</translation>
+    </message>
+    <message>
+        <source>Bandwidth</source>
+        <translation>Bandbreite</translation>
+    </message>
+    <message>
+        <source>Comment</source>
+        <translation>Kommentar</translation>
+    </message>
+    <message>
+        <source>Besides</source>
+        <translation>Außerdem</translation>
+    </message>
+    <message>
+        <source>What is done</source>
+        <translation>Was geschieht</translation>
+    </message>
+    <message>
+        <source>New</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Different</source>
+        <translation>Anders</translation>
+    </message>
+    <message>
+        <source>Differs from %1</source>
+        <translation>Anders als %1</translation>
+    </message>
+    <message>
+        <source>Equal</source>
+        <translation>Gleich</translation>
+    </message>
+    <message>
+        <source>Equal to %1</source>
+        <translation>Gleich %1</translation>
+    </message>
+    <message>
+        <source>Refused</source>
+        <translation>Abgelehnt</translation>
+    </message>
+    <message>
+        <source>Keep mine</source>
+        <translation>Eigenes behalten</translation>
+    </message>
+    <message>
+        <source>Take theirs</source>
+        <translation>Fremdes übernehmen</translation>
+    </message>
+    <message>
+        <source>Keep both</source>
+        <translation>Beide behalten</translation>
+    </message>
+    <message>
+        <source>Join comments</source>
+        <translation>Kommentare verbinden</translation>
+    </message>
+    <message>
+        <source>Left out</source>
+        <translation>Ausgelassen</translation>
+    </message>
+    <message>
+        <source>Added</source>
+        <translation>Hinzugefügt</translation>
+    </message>
+    <message>
+        <source>Mine: %1
+Theirs: %2</source>
+        <translation>Eigenes: %1
+Fremdes: %2</translation>
+    </message>
+    <message>
+        <source>What becomes of the entry, and which row of the list it belongs to</source>
+        <translation>Was aus dem Eintrag wird, und zu welcher Zeile der Liste er gehört</translation>
+    </message>
+</context>
+<context>
     <name>NOIFrequencyHandler</name>
     <message>
         <source>NOI Frequencies</source>
@@ -1899,6 +2221,21 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
             <numerusform>Die Liste der Frequenzen von Interesse ist leer; ihre Datei %1 enthält noch %n Eintrag.</numerusform>
             <numerusform>Die Liste der Frequenzen von Interesse ist leer; ihre Datei %1 enthält noch %n Einträge.</numerusform>
         </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries</source>
+        <translation>
+            <numerusform>%Ln Eintrag</numerusform>
+            <numerusform>%Ln Einträge</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Frequencies of interest are kept without a question: %1.</source>
+        <translation>Frequenzen von Interesse werden ohne Frage bewahrt: %1.</translation>
+    </message>
+    <message>
+        <source>Frequencies of interest are kept without a question: %1 in %2.</source>
+        <translation>Frequenzen von Interesse werden ohne Frage bewahrt: %1 in %2.</translation>
     </message>
 </context>
 <context>
@@ -2235,6 +2572,189 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
 </context>
 <context>
+    <name>Readers</name>
+    <message>
+        <source>%1 further problems</source>
+        <translation>%1 weitere Probleme</translation>
+    </message>
+    <message>
+        <source>%1the frequency %2 is %3</source>
+        <translation>%1die Frequenz %2 liegt %3</translation>
+    </message>
+    <message>
+        <source>below 0 Hz</source>
+        <translation>unter 0 Hz</translation>
+    </message>
+    <message>
+        <source>above 1 THz</source>
+        <translation>über 1 THz</translation>
+    </message>
+    <message>
+        <source> (and %1 more like it, to line %2)</source>
+        <translation> (und %1 weitere dieser Art, bis Zeile %2)</translation>
+    </message>
+    <message>
+        <source> (and %1 more like it)</source>
+        <translation> (und %1 weitere dieser Art)</translation>
+    </message>
+    <message>
+        <source>is no text file: it holds zero bytes</source>
+        <translation>ist keine Textdatei: sie enthält Null-Bytes</translation>
+    </message>
+    <message>
+        <source>is no text file: it is full of control characters</source>
+        <translation>ist keine Textdatei: sie ist voller Steuerzeichen</translation>
+    </message>
+    <message>
+        <source>is not UTF-8 from here on; all is read as Windows-1252</source>
+        <translation>ist von hier an kein UTF-8; alles wird als Windows-1252 gelesen</translation>
+    </message>
+    <message>
+        <source>elements are nested too deeply</source>
+        <translation>Elemente sind zu tief geschachtelt</translation>
+    </message>
+    <message>
+        <source>entity declarations are refused</source>
+        <translation>Entity-Deklarationen werden abgelehnt</translation>
+    </message>
+    <message>
+        <source>is no list that can be read and holds no profiles (root &quot;%1&quot;)</source>
+        <translation>ist keine lesbare Liste und enthält keine Profile (Wurzel &quot;%1&quot;)</translation>
+    </message>
+    <message>
+        <source>is of no known kind of file</source>
+        <translation>ist von keiner bekannten Dateiart</translation>
+    </message>
+    <message>
+        <source>frequency</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>bandwidth</source>
+        <translation>Bandbreite</translation>
+    </message>
+    <message>
+        <source>priority</source>
+        <translation>Priorität</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no %2; 0 is taken</source>
+        <translation>&quot;%1&quot; ist als %2 nicht lesbar; 0 wird genommen</translation>
+    </message>
+    <message>
+        <source>no such file</source>
+        <translation>keine solche Datei</translation>
+    </message>
+    <message>
+        <source>is no regular file</source>
+        <translation>ist keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>is too large</source>
+        <translation>ist zu groß</translation>
+    </message>
+    <message>
+        <source>cannot be read on: </source>
+        <translation>kann nicht weiter gelesen werden: </translation>
+    </message>
+    <message>
+        <source>text is not well encoded from here on</source>
+        <translation>der Text ist von hier an nicht richtig kodiert</translation>
+    </message>
+    <message>
+        <source>file ends within a character</source>
+        <translation>die Datei endet in einem Zeichen</translation>
+    </message>
+    <message>
+        <source>control characters are left out</source>
+        <translation>Steuerzeichen werden ausgelassen</translation>
+    </message>
+    <message>
+        <source>line is too long; its end is ignored</source>
+        <translation>die Zeile ist zu lang; ihr Ende wird nicht beachtet</translation>
+    </message>
+    <message>
+        <source>the last line has no line end; the file may be cut</source>
+        <translation>die letzte Zeile hat kein Zeilenende; die Datei ist vielleicht abgeschnitten</translation>
+    </message>
+    <message>
+        <source>is no list and holds no profiles (root &quot;%1&quot;%2)</source>
+        <translation>ist keine Liste und enthält keine Profile (Wurzel &quot;%1&quot;%2)</translation>
+    </message>
+    <message>
+        <source>is no MEMORYSCAN</source>
+        <translation>ist kein MEMORYSCAN</translation>
+    </message>
+    <message>
+        <source>is not well encoded UTF-8 text</source>
+        <translation>ist kein richtig kodierter UTF-8-Text</translation>
+    </message>
+    <message>
+        <source>a job cannot hold more than %1 channels</source>
+        <translation>ein Auftrag fasst nicht mehr als %1 Kanäle</translation>
+    </message>
+    <message>
+        <source>Range &quot;%1&quot; is no number; 0 is taken</source>
+        <translation>Range &quot;%1&quot; ist keine Zahl; 0 wird genommen</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is no number; 0 is taken</source>
+        <translation>%1 &quot;%2&quot; ist keine Zahl; 0 wird genommen</translation>
+    </message>
+    <message>
+        <source>channel &quot;%1&quot; lacks %2</source>
+        <translation>dem Kanal &quot;%1&quot; fehlt %2</translation>
+    </message>
+    <message>
+        <source>this section differs from that of line %1, which uses the same numbers; channels join the ranges there</source>
+        <translation>dieser Abschnitt ist anders als der von Zeile %1 mit denselben Nummern; die Kanäle kommen zu den Bereichen dort</translation>
+    </message>
+    <message>
+        <source>%1 %2 is outside %3 to %4</source>
+        <translation>%1 %2 liegt nicht zwischen %3 und %4</translation>
+    </message>
+    <message>
+        <source>%1, the first is number %2</source>
+        <translation>%1, der erste ist Nummer %2</translation>
+    </message>
+    <message>
+        <source>entries without a frequency above 0 have the values of a new entry: %1</source>
+        <translation>Einträge ohne Frequenz über 0 haben die Werte eines neuen Eintrags: %1</translation>
+    </message>
+    <message>
+        <source>bands that begin below 0 Hz: %1</source>
+        <translation>Einträge, deren Band unter 0 Hz beginnt: %1</translation>
+    </message>
+    <message>
+        <source>could not be read whole and is kept; the list is saved as </source>
+        <translation>war nicht ganz lesbar und bleibt; die Liste wird gespeichert als </translation>
+    </message>
+    <message>
+        <source>is not written: the list is empty</source>
+        <translation>wird nicht geschrieben: die Liste ist leer</translation>
+    </message>
+    <message>
+        <source>type letter</source>
+        <translation>Typ-Buchstabe</translation>
+    </message>
+    <message>
+        <source>lock state</source>
+        <translation>Lock-Status</translation>
+    </message>
+    <message>
+        <source>lock time</source>
+        <translation>Lock-Zeit</translation>
+    </message>
+    <message>
+        <source>confidence</source>
+        <translation>Konfidenz</translation>
+    </message>
+    <message>
+        <source>has no %1</source>
+        <translation>ohne %1</translation>
+    </message>
+</context>
+<context>
     <name>Receiver</name>
     <message>
         <source>there is no antenna %1</source>
@@ -2417,8 +2937,8 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message numerus="yes">
         <source>Give up what was not saved in %n lists?</source>
         <translation>
-            <numerusform>Das nicht Gespeicherte von %Ln Liste aufgeben?</numerusform>
-            <numerusform>Das nicht Gespeicherte von %Ln Listen aufgeben?</numerusform>
+            <numerusform>Das nicht Gespeicherte von %n Liste aufgeben?</numerusform>
+            <numerusform>Das nicht Gespeicherte von %n Listen aufgeben?</numerusform>
         </translation>
     </message>
 </context>
@@ -2431,8 +2951,8 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message numerus="yes">
         <source>%1: %n entries, written %2 UTC</source>
         <translation>
-            <numerusform>%1: %Ln Eintrag, aufgehoben %2 UTC</numerusform>
-            <numerusform>%1: %Ln Einträge, aufgehoben %2 UTC</numerusform>
+            <numerusform>%1: %n Eintrag, aufgehoben %2 UTC</numerusform>
+            <numerusform>%1: %n Einträge, aufgehoben %2 UTC</numerusform>
         </translation>
     </message>
     <message>
@@ -2738,6 +3258,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Tolerance: %1...</source>
         <translation>Toleranz: %1...</translation>
     </message>
+    <message>
+        <source>Send</source>
+        <translation>Senden</translation>
+    </message>
 </context>
 <context>
     <name>SetColumnDialog</name>
@@ -2812,6 +3336,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Start or stop a search without a radio</source>
         <translation>Eine Suche ohne Funkgerät starten oder anhalten</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
     </message>
 </context>
 <context>
@@ -3064,6 +3592,87 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
 </context>
 <context>
+    <name>UndoHistory</name>
+    <message>
+        <source>the list or entries of it have gone meanwhile</source>
+        <translation>die Liste oder Einträge von ihr gibt es nicht mehr</translation>
+    </message>
+    <message>
+        <source>there is not enough memory</source>
+        <translation>der Speicher reicht nicht</translation>
+    </message>
+    <message>
+        <source>%1 cannot be undone: %2</source>
+        <translation>%1 lässt sich nicht rückgängig machen: %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be done again: %2</source>
+        <translation>%1 lässt sich nicht wiederholen: %2</translation>
+    </message>
+    <message>
+        <source>cannot be undone: not enough memory</source>
+        <translation>lässt sich nicht rückgängig machen: der Speicher reicht nicht</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 %n entries</source>
+        <translation>
+            <numerusform>%1: %n Eintrag</numerusform>
+            <numerusform>%1: %n Einträge</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>a step of undo stays in memory: </source>
+        <translation>ein Schritt des Verlaufs bleibt im Speicher: </translation>
+    </message>
+    <message>
+        <source>what a step of undo keeps is cut off</source>
+        <translation>was ein Schritt des Verlaufs behält, ist abgeschnitten</translation>
+    </message>
+</context>
+<context>
+    <name>UnsavedDialog</name>
+    <message>
+        <source>Unsaved Lists</source>
+        <translation>Ungespeicherte Listen</translation>
+    </message>
+    <message>
+        <source>These lists have changes that are in no file. Save them?</source>
+        <translation>Diese Listen haben Änderungen, die in keiner Datei stehen. Speichern?</translation>
+    </message>
+    <message>
+        <source>List</source>
+        <translation>Liste</translation>
+    </message>
+    <message>
+        <source>Entries</source>
+        <translation>Einträge</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>never saved</source>
+        <translation>nie gespeichert</translation>
+    </message>
+    <message>
+        <source>&amp;Save All</source>
+        <translation>Alle &amp;speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Save Checked</source>
+        <translation>Gewählte &amp;speichern</translation>
+    </message>
+    <message>
+        <source>What is not checked is lost</source>
+        <translation>Was nicht gewählt ist, geht verloren</translation>
+    </message>
+    <message>
+        <source>No list is checked.</source>
+        <translation>Keine Liste ist gewählt.</translation>
+    </message>
+</context>
+<context>
     <name>VCFrequencyList</name>
     <message>
         <source>Line %1: %2</source>
@@ -3146,22 +3755,22 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message numerus="yes">
         <source>%n added</source>
         <translation>
-            <numerusform>%Ln neu</numerusform>
-            <numerusform>%Ln neu</numerusform>
+            <numerusform>%n neu</numerusform>
+            <numerusform>%n neu</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>%n removed</source>
         <translation>
-            <numerusform>%Ln entfernt</numerusform>
-            <numerusform>%Ln entfernt</numerusform>
+            <numerusform>%n entfernt</numerusform>
+            <numerusform>%n entfernt</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>%n changed</source>
         <translation>
-            <numerusform>%Ln geändert</numerusform>
-            <numerusform>%Ln geändert</numerusform>
+            <numerusform>%n geändert</numerusform>
+            <numerusform>%n geändert</numerusform>
         </translation>
     </message>
     <message>
@@ -3460,6 +4069,62 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>Take back the last change of a list</source>
+        <translation>Die letzte Änderung einer Liste zurücknehmen</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>Do again what was taken back</source>
+        <translation>Das Zurückgenommene wieder machen</translation>
+    </message>
+    <message>
+        <source>Nothing has been changed yet.</source>
+        <translation>Noch wurde nichts geändert.</translation>
+    </message>
+    <message>
+        <source>Nothing has been taken back.</source>
+        <translation>Nichts wurde zurückgenommen.</translation>
+    </message>
+    <message>
+        <source>&amp;Undo %1</source>
+        <translation>&amp;Rückgängig: %1</translation>
+    </message>
+    <message>
+        <source>&amp;Redo %1</source>
+        <translation>&amp;Wiederholen: %1</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Ausschneiden</translation>
+    </message>
+    <message>
+        <source>I&amp;mport into List...</source>
+        <translation>In Liste i&amp;mportieren...</translation>
+    </message>
+    <message>
+        <source>Show what the entries of a file would add to the list and change in it, and choose</source>
+        <translation>Zeigen, was die Einträge einer Datei der Liste hinzufügen und an ihr ändern würden, und auswählen</translation>
+    </message>
+    <message>
+        <source>Find &amp;Duplicates</source>
+        <translation>&amp;Doppelte suchen</translation>
+    </message>
+    <message>
+        <source>Select entries of the same frequency, within the tolerance of the preferences, and demodulation as an earlier one; the first one of each stays, also when the others are deleted</source>
+        <translation>Einträge auswählen, die innerhalb der Toleranz der Einstellungen Frequenz und Demodulation eines früheren haben; der jeweils erste bleibt, auch wenn die anderen gelöscht werden</translation>
+    </message>
+    <message>
+        <source>%1 is a list of what was heard, one entry each time.</source>
+        <translation>%1 ist eine Liste dessen, was gehört wurde: jedes Mal ein Eintrag.</translation>
     </message>
 </context>
 <context>

@@ -33,15 +33,15 @@
     <message numerus="yes">
         <source>The file holds %n entries now.</source>
         <translation>
-            <numerusform>The file holds %Ln entry now.</numerusform>
-            <numerusform>The file holds %Ln entries now.</numerusform>
+            <numerusform>The file holds %n entry now.</numerusform>
+            <numerusform>The file holds %n entries now.</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>The list holds %n entries.</source>
         <translation>
-            <numerusform>The list holds %Ln entry.</numerusform>
-            <numerusform>The list holds %Ln entries.</numerusform>
+            <numerusform>The list holds %n entry.</numerusform>
+            <numerusform>The list holds %n entries.</numerusform>
         </translation>
     </message>
 </context>
@@ -80,6 +80,16 @@
     </message>
 </context>
 <context>
+    <name>ListImport</name>
+    <message numerus="yes">
+        <source>%n duplicates within %1 selected; the first of each stays unselected</source>
+        <translation>
+            <numerusform>%n duplicate within %1 selected; the first of each stays unselected</numerusform>
+            <numerusform>%n duplicates within %1 selected; the first of each stays unselected</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message numerus="yes">
         <source>%Ln detection(s)</source>
@@ -105,14 +115,21 @@
             <numerusform>The list of frequencies of interest is empty; its file %1 still holds %n entries.</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%Ln entries</source>
+        <translation>
+            <numerusform>%Ln entry</numerusform>
+            <numerusform>%Ln entries</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>RecoveryDialog</name>
     <message numerus="yes">
         <source>Give up what was not saved in %n lists?</source>
         <translation>
-            <numerusform>Give up what was not saved in %Ln list?</numerusform>
-            <numerusform>Give up what was not saved in %Ln lists?</numerusform>
+            <numerusform>Give up what was not saved in %n list?</numerusform>
+            <numerusform>Give up what was not saved in %n lists?</numerusform>
         </translation>
     </message>
 </context>
@@ -121,8 +138,8 @@
     <message numerus="yes">
         <source>%1: %n entries, written %2 UTC</source>
         <translation>
-            <numerusform>%1: %Ln entry, written %2 UTC</numerusform>
-            <numerusform>%1: %Ln entries, written %2 UTC</numerusform>
+            <numerusform>%1: %n entry, written %2 UTC</numerusform>
+            <numerusform>%1: %n entries, written %2 UTC</numerusform>
         </translation>
     </message>
 </context>
@@ -144,26 +161,36 @@
     </message>
 </context>
 <context>
+    <name>UndoHistory</name>
+    <message numerus="yes">
+        <source>%1 %n entries</source>
+        <translation>
+            <numerusform>%1 %n entry</numerusform>
+            <numerusform>%1 %n entries</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>VersionsDialog</name>
     <message numerus="yes">
         <source>%n added</source>
         <translation>
-            <numerusform>%Ln added</numerusform>
-            <numerusform>%Ln added</numerusform>
+            <numerusform>%n added</numerusform>
+            <numerusform>%n added</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>%n removed</source>
         <translation>
-            <numerusform>%Ln removed</numerusform>
-            <numerusform>%Ln removed</numerusform>
+            <numerusform>%n removed</numerusform>
+            <numerusform>%n removed</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>%n changed</source>
         <translation>
-            <numerusform>%Ln changed</numerusform>
-            <numerusform>%Ln changed</numerusform>
+            <numerusform>%n changed</numerusform>
+            <numerusform>%n changed</numerusform>
         </translation>
     </message>
 </context>

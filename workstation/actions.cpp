@@ -5,6 +5,7 @@
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodelistview.h"
+#include "host/freqlist/undohistory.h"
 #include "host/gui/sortlistview.h"
 #include "workstation/icons.h"
 #include "workstation/listimport.h"
@@ -17,6 +18,7 @@
 #include <QMenu>
 #include <QMetaEnum>
 #include <QTimer>
+#include <QUndoStack>
 
 namespace {
 
@@ -91,6 +93,18 @@ const Info& infoOf(size_t command) {
          QT_TRANSLATE_NOOP("WindowActions", "End the program"),
          "quit",
          {QKeySequence(Qt::CTRL | Qt::Key_Q)},
+         None,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Undo"),
+         QT_TRANSLATE_NOOP("WindowActions", "Take back the last change of a list"),
+         "undo",
+         {QKeySequence(Qt::CTRL | Qt::Key_Z)},
+         None,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "&Redo"),
+         QT_TRANSLATE_NOOP("WindowActions", "Do again what was taken back"),
+         "redo",
+         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)},
          None,
          false},
         {QT_TRANSLATE_NOOP("WindowActions", "Cu&t"),
@@ -216,6 +230,15 @@ const Info& infoOf(size_t command) {
     return infos[command];
 }
 
+QUndoStack& steps() {
+    return UndoHistory::Instance().Stack();
+}
+
+/// A name of a list as it stands in a menu.
+QString quoted(QString text) {
+    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
 } // namespace
 
 WindowActions::WindowActions(QWidget* window, QWidget* lists) : QObject(window) {
@@ -231,6 +254,7 @@ WindowActions::WindowActions(QWidget* window, QWidget* lists) : QObject(window) 
         connect(action, &QAction::triggered, this, [this, i] { act(static_cast<Command>(i)); });
         m_actions[i] = action;
     }
+    connect(&steps(), &QUndoStack::indexChanged, this, &WindowActions::Refresh);
     Refresh();
 }
 
@@ -306,6 +330,10 @@ QString WindowActions::whyBarOff(int barAction) const {
 QString WindowActions::whyOff(Command command) const {
     if (command == Open || command == Quit)
         return QString();
+    if (command == Undo)
+        return steps().canUndo() ? QString() : tr("Nothing has been changed yet.");
+    if (command == Redo)
+        return steps().canRedo() ? QString() : tr("Nothing has been taken back.");
     if (!list())
         return tr("No list is shown.");
     if (const int barAction = infoOf(command).barAction; barAction != None)
@@ -373,6 +401,8 @@ void WindowActions::Refresh() {
         action.setToolTip(reason.isEmpty() ? tip : tip.isEmpty() ? reason : tip + QLatin1Char('\n') + reason);
         action.setStatusTip(reason.isEmpty() ? tip : reason);
     }
+    Get(Undo)->setText(steps().canUndo() ? tr("&Undo %1").arg(quoted(steps().undoText())) : tr("&Undo"));
+    Get(Redo)->setText(steps().canRedo() ? tr("&Redo %1").arg(quoted(steps().redoText())) : tr("&Redo"));
     // Some lists take a file in place of what they have, others add it: the entry says which.
     const QString what = tipOf(OpenIntoList);
     Get(OpenIntoList)
@@ -398,6 +428,10 @@ void WindowActions::act(Command command) {
     if (barAction != None && barAction != Bar::SendTo)
         return m_bar->GetAction(static_cast<Bar::Action>(barAction))->trigger();
     switch (command) {
+    case Undo:
+        return steps().undo();
+    case Redo:
+        return steps().redo();
     case Save:
         return m_save();
     case Cut:
@@ -442,6 +476,7 @@ void WindowActions::act(Command command) {
 }
 
 void WindowActions::cut() {
+    const OperatorAction action(tr("Cut"));
     m_bar->GetAction(Bar::Copy)->trigger();
     m_bar->GetAction(Bar::Delete)->trigger();
 }

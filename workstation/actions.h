@@ -31,6 +31,8 @@ public:
         Print,
         Pdf,
         Quit,
+        Undo,
+        Redo,
         Cut,
         Copy,
         Paste,

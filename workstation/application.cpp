@@ -14,7 +14,9 @@
 #include "host/base/trace.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqlist/frequencystorelistview.h"
+#include "host/freqlist/undohistory.h"
 #include "host/gui/guibase.h"
 #include "host/gui/listsettings.h"
 #include "host/gui/sortlistview.h"
@@ -24,6 +26,7 @@
 #include "host/valuetree/tree.h"
 #include "workstation/actions.h"
 #include "workstation/actiontips.h"
+#include "workstation/applicationkeys.h"
 #include "workstation/detectionpanels.h"
 #include "workstation/directorylock.h"
 #include "workstation/ending.h"
@@ -48,6 +51,7 @@
 #include "workstation/simulatedsearch.h"
 #include "workstation/sweepimport.h"
 #include "workstation/tuningstrip.h"
+#include "workstation/unsavedwork.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -58,6 +62,7 @@
 #include <QMenu>
 #include <QTabWidget>
 #include <QTimer>
+#include <QUndoStack>
 
 #include <cstdio>
 
@@ -91,11 +96,6 @@ constexpr TemplateLink TemplateLinks[] = {
     {Keys::AFC, &MemorySystemHandler::SetAFC_ValuePath},
 };
 
-/// What was open last, and where files were.
-const QString TargetsFileKey = QStringLiteral("Window/TargetsFile");
-const QString JobFileKey = QStringLiteral("Window/JobFile");
-const QString FolderKey = QStringLiteral("Window/Folder");
-
 void settle() {
     QElapsedTimer timer;
     timer.start();
@@ -112,6 +112,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     std::vector<Problem> early;
     Problems::SetSink([&early](const Problem& problem) { early.push_back(problem); });
     prepareDirectories();
+    UndoHistory::Instance().SetOn(true);
     m_receiver = std::make_unique<SimulatedReceiver>(options.receiver);
     m_receiver->Start();
     m_search = std::make_unique<SimulatedSearch>(options.receiver);
@@ -159,11 +160,13 @@ Workstation::Workstation(const Options& options) : m_options(options) {
                 platform != QLatin1String("minimal"));
     if (m_options.screenshotDirectory.isEmpty()) // pictures look the same on every machine
         m_window->RememberArrangement();
-    if (const QString folder = ListSettings::LoadText(FolderKey); remembers() && QFileInfo(folder).isDir())
+    if (const QString folder = ListSettings::LoadText(SettingKeys::Folder);
+        remembers() && QFileInfo(folder).isDir())
         useFolder(folder);
 }
 
 Workstation::~Workstation() {
+    UndoHistory::Instance().SetOn(false);
     m_safekeeping.reset();
     m_opener.reset();
     m_sweeps.reset();
@@ -240,9 +243,13 @@ void Workstation::addOpener() {
             {FileKind::Noi,
              [](const QString& path) { return NOIFrequencyHandler::Instance()->ReadFile(path); }},
             {FileKind::Results,
-             [](const QString& path) {
-                 return SearchMCDataReader(*SearchMCDataHandler::Instance()->GetMediatorCtrl())
-                     .ReadFile(path);
+             [this](const QString& path) {
+                 const bool wasChanged = m_changes->IsChanged(m_resultsId);
+                 const bool read =
+                     SearchMCDataReader(*SearchMCDataHandler::Instance()->GetMediatorCtrl()).ReadFile(path);
+                 if (!wasChanged) // what is read is added
+                     m_changes->MarkSaved(m_resultsId);
+                 return read;
              }},
             {FileKind::Sweep, [this](const QString& path) { return m_sweeps->Open(path); }},
             {FileKind::Targets,
@@ -255,17 +262,8 @@ void Workstation::addOpener() {
                 bar->EnableActions(); // a list may wait for a file now
         }
     });
-    QObject::connect(m_opener.get(), &FileOpener::FileChanged, m_window.get(), [this](FileGate::List list) {
-        const QString file = m_opener->FileOf(list);
-        const int id = list == FileGate::List::Noi ? m_noiId : m_targetsId;
-        m_changes->MarkSaved(id);
-        m_window->SetFileOf(id, file);
-        m_window->GetBar()->FitAll();
-        noteFile(file);
-        if (remembers() && list == FileGate::List::Targets)
-            ListSettings::SaveText(TargetsFileKey, file);
-        resolveWriteFailure(file);
-    });
+    QObject::connect(m_opener.get(), &FileOpener::FileChanged, m_window.get(),
+                     [this](FileGate::List list) { fileChanged(list); });
     // The list of memory channels is that of the job.
     QObject::connect(m_job.get(), &Job::Changed, m_window.get(), [this, shown = QString()]() mutable {
         offerSaveToJob();
@@ -287,40 +285,13 @@ void Workstation::noteFile(const QString& path) {
     if (folder == GuiBase::Instance().GetCurrentDirectory())
         return;
     useFolder(folder);
-    ListSettings::SaveText(FolderKey, folder);
+    ListSettings::SaveText(SettingKeys::Folder, folder);
 }
 
 void Workstation::useFolder(const QString& folder) {
     GuiBase::Instance().SetCurrentDirectory(folder);
     TargetListHandler::Instance()->SetTargetListDirectory(folder);
     NOIFrequencyHandler::Instance()->SetReadDirectory(folder);
-}
-
-/// What the window shows of lists that have files: whether they are in them, and how they get there.
-void Workstation::connectLists() {
-    for (const int id : {m_targetsId, m_noiId})
-        m_changes->Follow(id);
-    QObject::connect(m_changes.get(), &ListChanges::Changed, m_window.get(),
-                     [this](int id) { m_window->SetUnsaved(id, m_changes->IsChanged(id)); });
-    m_window->SetSaver(m_targetsId, [this] {
-        TargetListHandler& list = *TargetListHandler::Instance();
-        tellSaved(list.Save2File(!list.GetCurrentFileName().isEmpty()));
-    });
-    m_window->SetSaver(m_noiId, [this] { tellSaved(NOIFrequencyHandler::Instance()->FileSave(true)); });
-    m_window->SetSaver(m_memoryId, [this] {
-        if (m_jobPanel->Save())
-            tellSaved(m_job->GetFileName());
-    });
-    QObject::connect(m_window.get(), &MainWindow::EntryEdited, m_window.get(), [](int id) {
-        if (auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(
-                FreqStore::Instance().GetFrequencies(static_cast<unsigned>(id))))
-            list->EntriesWereEdited();
-    });
-}
-
-void Workstation::tellSaved(const QString& path) {
-    if (!path.isEmpty())
-        m_window->Tell(MainWindow::tr("Saved in %1").arg(QFileInfo(path).fileName()));
 }
 
 /// What runs stands in the strip.
@@ -345,26 +316,8 @@ void Workstation::addActivities() {
     QObject::connect(m_classifier.get(), &SimulatedClassifier::RunningChanged, strip, &TuningStrip::Refresh);
 }
 
-void Workstation::offerSaveToJob() {
-    const QString& file = m_job->GetFileName();
-    const Job::FileState state = m_job->GetFileState();
-    m_window->SetUnsaved(m_memoryId, state == Job::FileState::Older ||
-                                         (state == Job::FileState::None && m_job->IsModified()));
-    if (!file.isEmpty() && file != m_window->FileOf(m_memoryId)) {
-        noteFile(file);
-        if (remembers())
-            ListSettings::SaveText(JobFileKey, file);
-    }
-    m_window->SetFileOf(m_memoryId, file);
-    if (FreqStoreListViewButtonBar* bar = m_window->BarOf(m_memoryId))
-        bar->SetWhyOff(FreqStoreListViewButtonBar::SaveToJob,
-                       file.isEmpty() ? MainWindow::tr("No job is open.") : QString());
-    if (!file.isEmpty() && state == Job::FileState::Same)
-        resolveWriteFailure(file);
-}
-
 void Workstation::addEnding() {
-    m_ending = std::make_unique<Ending>(*m_job, *m_jobPanel, remembers() ? makeNoiKeeper() : nullptr);
+    m_ending = std::make_unique<Ending>(*m_job, *m_work, remembers() ? makeNoiKeeper() : nullptr);
     QObject::connect(m_ending.get(), &Ending::Begins, m_window.get(), &MainWindow::KeepArrangement);
     m_window->SetCloseCheck([this] { return m_ending->MayClose(); });
 }
@@ -373,23 +326,6 @@ void Workstation::SetAttended(bool attended) {
     m_isAttended = attended;
     m_opener->SetAttended(attended);
     m_ending->SetAttended(attended);
-}
-
-/// Writers note their failure and tell it, in either order.
-void Workstation::showWriteFailure() {
-    QTimer::singleShot(0, m_window.get(), [this] {
-        if (const std::optional<Problem>& failure = REPORTGENERATOR::LastWriteFailure())
-            m_window->GetFailureNote()->Show(MainWindow::tr("Not saved: ") + failure->ToString());
-    });
-}
-
-/// The file has been written, or holds what is shown.
-void Workstation::resolveWriteFailure(const QString& path) {
-    const std::optional<Problem>& failure = REPORTGENERATOR::LastWriteFailure();
-    if (!failure || QFileInfo(failure->file).absoluteFilePath() != QFileInfo(path).absoluteFilePath())
-        return;
-    REPORTGENERATOR::ForgetWriteFailure();
-    m_window->GetFailureNote()->Show(QString());
 }
 
 /// Signals in power sweeps stand beside those of the search.
@@ -410,7 +346,7 @@ void Workstation::addSweepEntry() {
 void Workstation::registerLists() {
     // The default list is read where there is one and nothing else was asked for.
     const bool haveDefault =
-        m_options.files.isEmpty() && !m_options.demo && fileToReopen(TargetsFileKey).isEmpty() &&
+        m_options.files.isEmpty() && !m_options.demo && fileToReopen(SettingKeys::TargetsFile).isEmpty() &&
         QFileInfo::exists(CfgCenter::GetAppCfg(ICfg::StartUp)
                               .GetFilePath(QStringLiteral("LocalTargetList"), QStringLiteral("Targets.xml")));
     Node* targets = Tree::Instance()->MakeNode(Paths::Targets);
@@ -473,12 +409,13 @@ void Workstation::registerDetections() {
     handler.setEmissionListPath(QString::fromLatin1(SimulatedSearch::ClassifiedPath));
     handler.Init(true);
     m_detectionIds.push_back(handler.AddToFreqStore(isVUHF, QString()));
+    m_search->SetListIds(m_detectionIds[0], m_detectionIds[1]);
 }
 
 void Workstation::registerResults() {
     Node* results = Tree::Instance()->MakeNode(Paths::Results);
     SearchMCDataHandler::Instance()->Init(results);
-    SearchMCDataHandler::Instance()->AddToFreqStore();
+    m_resultsId = SearchMCDataHandler::Instance()->AddToFreqStore();
     m_classifier = std::make_unique<SimulatedClassifier>(m_options.receiver, *results);
 }
 
@@ -513,17 +450,18 @@ bool Workstation::LoadFiles() {
         readSamples();
     if (!m_options.jobFile.isEmpty())
         WithinMemory(m_options.jobFile, false, [this] { return m_job->Open(m_options.jobFile); });
-    else if (const QString job = fileToReopen(JobFileKey); !job.isEmpty())
+    else if (const QString job = fileToReopen(SettingKeys::JobFile); !job.isEmpty())
         openFile(job);
     for (const QString& file : m_options.files)
         openFile(file);
-    if (const QString targets = fileToReopen(TargetsFileKey); !targets.isEmpty())
+    if (const QString targets = fileToReopen(SettingKeys::TargetsFile); !targets.isEmpty())
         openFile(targets);
     if (m_options.demo) {
         m_search->Simulate(DemoMicroseconds, QDateTime::currentMSecsSinceEpoch() * 1000);
         m_search->SetRunning(true);
         m_classifier->SetRunning(true);
     }
+    UndoHistory::Instance().Stack().clear(); // the program begins with what it was asked to open
     m_window->GetBar()->FitAll();
     if (m_window->GetMessages()->ProblemCount() > 0)
         m_window->ShowMessages(true);

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "controls/frequencystore/files/filegate.h"
 #include "workstation/options.h"
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -23,6 +25,7 @@ class SimulatedClassifier;
 class SimulatedReceiver;
 class SimulatedSearch;
 class SweepImport;
+class UnsavedWork;
 
 /// Life of the workstation: registers the lists, loads plug-ins and files, and ends all in order. File names
 /// of the options are made absolute, then the data directory becomes the current one, where the lists keep
@@ -70,7 +73,10 @@ private:
     void noteFile(const QString& path);
     static void useFolder(const QString& folder);
     void connectLists();
-    void tellSaved(const QString& path);
+    void addWork(int listId, const QString& nodePath, std::function<bool()> isUnsaved,
+                 std::function<QString()> save);
+    QString saveTargets();
+    void fileChanged(FileGate::List list);
     void addActivities();
     QString forgetLostNoi() const;
     void lockSettings(const QString& config);
@@ -104,6 +110,7 @@ private:
     std::unique_ptr<SweepImport> m_sweeps;
     std::unique_ptr<ListChanges> m_changes;
     std::unique_ptr<FileOpener> m_opener;
+    std::unique_ptr<UnsavedWork> m_work;
     std::unique_ptr<Ending> m_ending;
     std::unique_ptr<DirectoryLock> m_settingsLock; ///< null when the settings are nobody's to keep
     std::unique_ptr<DirectoryLock> m_lock;         ///< null when the lists' own files stay as they are
@@ -112,6 +119,7 @@ private:
     int m_targetsId = 0; ///< identifiers of lists in the store
     int m_noiId = 0;
     int m_memoryId = 0;
+    int m_resultsId = 0;
     std::vector<int> m_detectionIds; ///< plain ones first
     JobPanel* m_jobPanel = nullptr;  ///< the window's
     RecentFiles* m_recent = nullptr; ///< the window's

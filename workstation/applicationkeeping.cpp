@@ -81,9 +81,10 @@ void Workstation::addSafekeeping() {
     QObject::connect(m_opener.get(), &FileOpener::FileChanged, m_safekeeping.get(), &Safekeeping::Follow);
     QObject::connect(m_preferences.get(), &Preferences::Changed, m_safekeeping.get(),
                      &Safekeeping::Configure);
-    const auto writeNow = [this] { m_safekeeping->GetRecovery().WriteNow(); };
-    QObject::connect(m_ending.get(), &Ending::Begins, m_safekeeping.get(), writeNow);
-    QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, m_safekeeping.get(), writeNow);
+    m_ending->SetRecovery([this] {
+        if (m_safekeeping)
+            m_safekeeping->GetRecovery().WriteNow();
+    });
 }
 
 bool Workstation::OfferRecovery() {

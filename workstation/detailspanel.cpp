@@ -4,6 +4,7 @@
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/gui/sortlistview.h"
+#include "host/valuetree/operatoraction.h"
 #include "host/widgets/vccheckbox.h"
 #include "host/widgets/vccomboboxclassic.h"
 #include "host/widgets/vclineedit.h"
@@ -162,7 +163,10 @@ void DetailsPanel::addReading(const QString& title, std::function<QString()> tex
 /// Null for a value that is no text, number, flag or choice.
 QWidget* DetailsPanel::editorOf(ValueBase& value, int fieldType) {
     const QByteArray name = value.GetName().toLatin1();
-    const auto edited = [this] { emit Edited(static_cast<int>(m_view->GetID())); };
+    const auto edited = [this] {
+        const OperatorAction action(tr("Edit")); // what follows the list is a part of the field's step
+        emit Edited(static_cast<int>(m_view->GetID()));
+    };
     if (auto* choice = value_cast<ValueSelection>(&value)) {
         auto* box = new VCComboBoxClassic(m_values, name.constData());
         box->SetValueSelection(choice);

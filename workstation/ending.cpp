@@ -3,7 +3,7 @@
 #include "host/base/problems.h"
 #include "workstation/freename.h"
 #include "workstation/job.h"
-#include "workstation/jobpanel.h"
+#include "workstation/unsavedwork.h"
 
 #include <QApplication>
 #include <QDir>
@@ -14,8 +14,8 @@ constexpr int NotKept = 2;
 
 } // namespace
 
-Ending::Ending(Job& job, JobPanel& panel, std::unique_ptr<NoiKeeper> noi)
-    : m_job(job), m_panel(panel), m_noi(std::move(noi)) {
+Ending::Ending(Job& job, const UnsavedWork& work, std::unique_ptr<NoiKeeper> noi)
+    : m_job(job), m_work(work), m_noi(std::move(noi)) {
     connect(&m_signals, &EndSignals::Came, this, &Ending::end);
     // The session may go on after this, or end the program without another word.
     connect(qApp, &QGuiApplication::commitDataRequest, this, &Ending::Keep);
@@ -23,7 +23,7 @@ Ending::Ending(Job& job, JobPanel& panel, std::unique_ptr<NoiKeeper> noi)
 
 bool Ending::MayClose() {
     if (m_attended)
-        return m_panel.MayLeave() && (!m_noi || m_noi->MayLeave());
+        return m_work.MayLeave(m_noi ? m_noi->WhatIsKept() : QString()) && (!m_noi || m_noi->MayLeave());
     Keep();
     return true;
 }
@@ -31,6 +31,8 @@ bool Ending::MayClose() {
 void Ending::Keep() {
     const bool jobIsKept = keepJob();
     const bool noiIsKept = !m_noi || m_noi->Keep();
+    if (m_writeRecovery)
+        m_writeRecovery();
     m_exitCode = jobIsKept && noiIsKept ? 0 : NotKept;
 }
 

@@ -5,10 +5,11 @@
 
 #include <QObject>
 
-#include <optional>
+#include <functional>
+#include <memory>
 
 class Job;
-class JobPanel;
+class UnsavedWork;
 
 /// How the program ends: closed by the operator, by a signal, or with the desktop's session. In all cases it
 /// first keeps what would be lost; while somebody is there, what to do about a failure is asked.
@@ -16,15 +17,18 @@ class Ending : public QObject {
     Q_OBJECT
 
 public:
-    /// The panel with its job outlives this. Without `noi` the frequencies of interest are nobody's to keep.
-    Ending(Job& job, JobPanel& panel, std::unique_ptr<NoiKeeper> noi);
+    /// Job and work outlive this. Without `noi` the frequencies of interest are nobody's to keep.
+    Ending(Job& job, const UnsavedWork& work, std::unique_ptr<NoiKeeper> noi);
 
     /// When nobody is there to answer, nothing is asked.
     void SetAttended(bool attended) { m_attended = attended; }
+    /// Who writes the lists' unsaved changes where the next start finds them, when nobody can be asked.
+    void SetRecovery(std::function<void()> writeNow) { m_writeRecovery = std::move(writeNow); }
     /// Before the window closes; false when the operator stays.
     bool MayClose();
-    /// Keeps all that would be lost, asks nobody and tells what could not be kept. Unsaved changes of the job
-    /// go into a file beside the lists' own.
+    /// Keeps all that would be lost, asks nobody and tells what could not be kept: the frequencies of
+    /// interest in their file, changes of the job in one beside the lists' own, and those of all lists for
+    /// recovery.
     void Keep();
     /// Whether the event loop has been told to end: a dialog's, before the program's own runs, forgets it.
     bool IsEnding() const { return m_isEnding; }
@@ -42,9 +46,10 @@ private:
     bool keepJob();
 
     Job& m_job;
-    JobPanel& m_panel;
+    const UnsavedWork& m_work;
     std::unique_ptr<NoiKeeper> m_noi;
     EndSignals m_signals;
+    std::function<void()> m_writeRecovery;
     QString m_jobCopy; ///< file with the job's unsaved changes
     bool m_attended = true;
     bool m_isEnding = false;

@@ -6,10 +6,12 @@
 #include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
 #include "host/base/problems.h"
+#include "host/freqlist/undohistory.h"
 #include "workstation/memoryneed.h"
 
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 
 #include <vector>
@@ -108,11 +110,19 @@ QString FileOpener::FileOf(List list) const {
 }
 
 void FileOpener::SetFileOf(List list, const QString& path) {
+    UndoHistory::Instance().Add(
+        std::make_unique<UndoState>([this, list, kept = FileOf(list), alive = QPointer(this)]() mutable {
+            if (!alive)
+                return;
+            std::swap(m_files[list], kept);
+            emit FileChanged(list);
+        }));
     m_files[list] = path;
     emit FileChanged(list);
 }
 
 bool FileOpener::Open(const QString& path) {
+    const OperatorAction action(tr("Open"));
     return WithinMemory(path, false, [&] {
         const KindRow& kind = rowOf(FileKindOf(path));
         return (!kind.list || MayRead(*kind.list, path)) && m_read.at(kind.kind)(path);

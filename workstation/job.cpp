@@ -3,10 +3,12 @@
 #include "controls/frequencystore/common/paths.h"
 #include "controls/frequencystore/memory/jobfile.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
+#include "host/freqlist/undohistory.h"
 #include "host/valuetree/tree.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QPointer>
 
 namespace {
 
@@ -61,12 +63,33 @@ void Job::noteSaved(const QString& fileName) {
     emit Changed();
 }
 
+/// Undo of opening a job takes back which file it stands in, too; the channels know a file of their own.
+void Job::keepFileForUndo(const QString& channelsFile) {
+    UndoHistory::Instance().Add(
+        std::make_unique<UndoState>([this, file = m_fileName, text = m_savedText, saved = m_saved,
+                                     foreign = m_foreign, channelsFile, alive = QPointer(this)]() mutable {
+            if (!alive)
+                return;
+            std::swap(m_fileName, file);
+            std::swap(m_savedText, text);
+            std::swap(m_saved, saved);
+            std::swap(m_foreign, foreign);
+            const QString present = channels().GetJobfileName();
+            channels().SetJobfileName(std::exchange(channelsFile, present));
+            watch();
+            emit Changed();
+        }));
+}
+
 bool Job::Open(const QString& path) {
+    const OperatorAction action(tr("Open Job"));
     const QString fileName = QFileInfo(path).absoluteFilePath();
-    const bool opened = channels().OpenJobFile(fileName);
-    if (opened)
-        noteSaved(fileName);
-    return opened;
+    const QString before = channels().GetJobfileName();
+    if (!channels().OpenJobFile(fileName))
+        return false;
+    keepFileForUndo(before);
+    noteSaved(fileName);
+    return true;
 }
 
 bool Job::Save() {

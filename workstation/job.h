@@ -73,6 +73,7 @@ private:
     void Update(Observable* subject, TChangeCode code) override;
     void watch();
     void noteSaved(const QString& fileName);
+    void keepFileForUndo(const QString& channelsFile);
     Stamp stampOfFile() const;
     bool fileHoldsText() const;
 

@@ -7,7 +7,8 @@
 /// One list's node, as it tells of its children and of what changed in them.
 class ListChanges::Watch : public IObserver {
 public:
-    Watch(ListChanges& owner, int listId) : m_owner(owner), m_listId(listId) {
+    Watch(ListChanges& owner, int listId, std::function<bool()> isMachineAtWork)
+        : m_owner(owner), m_listId(listId), m_isMachineAtWork(std::move(isMachineAtWork)) {
         if (FrequencyNodeMediatorCtrl* list = controller()) {
             m_node = list->GetNode();
             if (Node* node = m_node.get())
@@ -25,12 +26,14 @@ public:
     void MarkSaved() {
         if (FrequencyNodeMediatorCtrl* list = controller())
             list->ForceUpdateNow(); // what was read tells of itself now, and not later
+        m_wasEmpty = isEmpty();
         set(false);
     }
     void MarkChanged() { set(true); }
     void Update(Observable*, TChangeCode code) override {
-        if (code != TChangeCode::Removing && code != TChangeCode::Announcement)
-            set(true);
+        const bool isNews = code != TChangeCode::Removing && code != TChangeCode::Announcement;
+        if (isNews && (!m_isMachineAtWork || !m_isMachineAtWork()))
+            set(!m_wasEmpty || !isEmpty());
     }
 
 private:
@@ -38,6 +41,7 @@ private:
         return dynamic_cast<FrequencyNodeMediatorCtrl*>(
             FreqStore::Instance().GetFrequencies(static_cast<unsigned>(m_listId)));
     }
+    bool isEmpty() const { return !m_node || m_node->ChildCount() == 0; }
     void set(bool changed) {
         if (std::exchange(m_isChanged, changed) != changed)
             emit m_owner.Changed(m_listId);
@@ -46,14 +50,16 @@ private:
     ListChanges& m_owner;
     int m_listId;
     WeakRef<Node> m_node;
+    std::function<bool()> m_isMachineAtWork;
+    bool m_wasEmpty = true; ///< when it was read or written
     bool m_isChanged = false;
 };
 
 ListChanges::ListChanges() = default;
 ListChanges::~ListChanges() = default;
 
-void ListChanges::Follow(int listId) {
-    m_watches.push_back(std::make_unique<Watch>(*this, listId));
+void ListChanges::Follow(int listId, std::function<bool()> isMachineAtWork) {
+    m_watches.push_back(std::make_unique<Watch>(*this, listId, std::move(isMachineAtWork)));
     MarkSaved(listId);
 }
 

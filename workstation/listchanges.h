@@ -4,11 +4,12 @@
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
 /// Whether lists have changed since they were read from their files or written there: by entries that came,
-/// went or got other values.
+/// went or got other values. One that was empty and is so again has not changed.
 class ListChanges : public QObject {
     Q_OBJECT
 
@@ -16,8 +17,9 @@ public:
     ListChanges();
     ~ListChanges() override;
 
-    /// Follows the list with that identifier in the store, which has not changed then.
-    void Follow(int listId);
+    /// Follows the list with that identifier in the store, which has not changed then. What comes while
+    /// `isMachineAtWork` are no changes.
+    void Follow(int listId, std::function<bool()> isMachineAtWork = {});
     /// What the list has now is what its file has.
     void MarkSaved(int listId);
     /// What the list has now is in no file, whatever was read or written.

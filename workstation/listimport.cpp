@@ -24,8 +24,8 @@ namespace {
 
 constexpr char TraceSource[] = "listimport";
 
-QString tr(const char* text, int n = -1) {
-    return QCoreApplication::translate("ListImport", text, nullptr, n);
+QString tr(const char* text, const char* comment = nullptr, int n = -1) {
+    return QCoreApplication::translate("ListImport", text, comment, n);
 }
 
 bool showAndApply(QWidget& window, unsigned listId, const QString& path) {
@@ -105,7 +105,7 @@ QString SelectDuplicates(FrequencyNodeListView& view) {
     if (duplicates.empty())
         return tr("No two entries within %1").arg(Quor::BandwidthText(tolerance));
     view.SelectRowsOf(duplicates);
-    return tr("%n duplicates within %1 selected; the first of each stays unselected",
+    return tr("%n duplicates within %1 selected; the first of each stays unselected", "",
               static_cast<int>(duplicates.size()))
         .arg(Quor::BandwidthText(tolerance));
 }

@@ -6,6 +6,7 @@
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/freqlist/multiviewmediator.h"
+#include "host/freqlist/undohistory.h"
 #include "host/gui/sortlistview.h"
 #include "workstation/actions.h"
 #include "workstation/actiontips.h"
@@ -14,6 +15,7 @@
 #include "workstation/detailspanel.h"
 #include "workstation/findhits.h"
 #include "workstation/frequencybar.h"
+#include "workstation/historypanel.h"
 #include "workstation/icons.h"
 #include "workstation/messagespanel.h"
 #include "workstation/noibands.h"
@@ -177,6 +179,10 @@ void MainWindow::connectStatus() {
             [this] { ShowMessages(m_messagesDock->visibleRegion().isEmpty()); });
     connect(m_actions, &WindowActions::Refused, m_status, &WindowStatus::TellBriefly);
     connect(m_details, &DetailsPanel::Edited, this, &MainWindow::EntryEdited);
+    connect(&UndoHistory::Instance(), &UndoHistory::Shown, this, [this](int listId) {
+        if (const auto found = m_lists.find(listId); found != m_lists.end())
+            m_tabs->setCurrentWidget(found->second.page);
+    });
 }
 
 void MainWindow::makePanels(Receiver& receiver) {
@@ -189,6 +195,7 @@ void MainWindow::makePanels(Receiver& receiver) {
     resizeDocks({m_messagesDock}, {MessagesHeight}, Qt::Vertical);
     sizePanels();
     m_messagesDock->hide();
+    AddPanel(new HistoryPanel, tr("History"), Qt::BottomDockWidgetArea)->hide();
 }
 
 /// Details and receiver share what height there is.

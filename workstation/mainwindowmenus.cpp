@@ -62,9 +62,9 @@ void MainWindow::makeListMenus() {
     m_actions->AddTo(*m_fileMenu, {A::OpenIntoList, A::Merge, Gap, A::Save, A::SaveAs, Gap, A::Import,
                                    A::Export, Gap, A::Print, A::Pdf, Gap, A::Quit});
     m_editMenu = menuBar()->addMenu(tr("&Edit"));
-    m_actions->AddTo(*m_editMenu,
-                     {A::Cut, A::Copy, A::Paste, A::Delete, Gap, A::CopyText, A::PasteText, Gap, A::SelectAll,
-                      A::FindDuplicates, Gap, A::Find, A::FindNext, A::FindPrevious});
+    m_actions->AddTo(*m_editMenu, {A::Undo, A::Redo, Gap, A::Cut, A::Copy, A::Paste, A::Delete, Gap,
+                                   A::CopyText, A::PasteText, Gap, A::SelectAll, A::FindDuplicates, Gap,
+                                   A::Find, A::FindNext, A::FindPrevious});
     m_actions->AddTo(*menuBar()->addMenu(tr("E&ntry")),
                      {A::Tune, A::Previous, A::Next, Gap, A::New, A::Edit, A::EditCell, A::FillDown,
                       A::SetColumn, A::Duplicate, Gap, A::SendTo});

@@ -15,11 +15,11 @@
 
 namespace {
 
-constexpr QSize Roomy(960, 560);
+constexpr QSize Roomy(1000, 560);
 constexpr int AllStates = static_cast<int>(ListMerge::StateCount);
 
 /// Widths of the columns in digits; the comment takes the rest.
-constexpr int Widths[] = {17, 15, 9, 12, 24, 22, 15};
+constexpr int Widths[] = {16, 24, 8, 11, 24, 18, 16};
 static_assert(std::size(Widths) == MergeModel::ColumnCount);
 
 constexpr ListMerge::Choice Choices[] = {ListMerge::Choice::Mine, ListMerge::Choice::Theirs,

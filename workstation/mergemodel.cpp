@@ -1,8 +1,10 @@
 #include "workstation/mergemodel.h"
 
+#include "host/base/frequencytext.h"
 #include "host/gui/colorset.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -119,6 +121,10 @@ QString MergeModel::textOf(size_t row, int column) const {
         return choiceText(entry);
     default:
         const ListMerge::Cell cell = m_merge.CellOf(row, Columns[column].part);
+        if (cell.differs && cell.offset != 0)
+            return QStringLiteral("%1 (%2%3)")
+                .arg(cell.theirs, QLatin1String(cell.offset > 0 ? "+" : "-"),
+                     Quor::ShortFrequencyText(std::abs(cell.offset)));
         if (cell.differs)
             return QStringLiteral("%1 → %2").arg(cell.mine, cell.theirs);
         return cell.theirs.isEmpty() ? cell.mine : cell.theirs;

@@ -87,6 +87,17 @@ QString NoiKeeper::whatIsWrong(State state) const {
     return QString();
 }
 
+QString NoiKeeper::WhatIsKept() const {
+    const HalvoNodeMediatorCtrl* entries = list().GetMediatorCtrl();
+    if (!entries || entries->size() == 0)
+        return QString();
+    const QString count = tr("%Ln entries", nullptr, static_cast<int>(entries->size()));
+    const QString file = QFileInfo(list().GetCurrentFileName()).fileName();
+    return file.isEmpty()
+               ? tr("Frequencies of interest are kept without a question: %1.").arg(count)
+               : tr("Frequencies of interest are kept without a question: %1 in %2.").arg(count, file);
+}
+
 bool NoiKeeper::MayLeave() {
     using Box = QMessageBox;
     static const std::map<State, std::vector<Choice>> choices = {

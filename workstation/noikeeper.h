@@ -23,6 +23,8 @@ public:
     /// Name of the setting with the list's file.
     static QString SettingName();
 
+    /// Says where the list will be, for a question about others; empty while it holds nothing.
+    QString WhatIsKept() const;
     /// Saves the list. Where that fails, or the file would not have what the list has, it asks what to do;
     /// false when the operator stays.
     bool MayLeave();

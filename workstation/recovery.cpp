@@ -23,6 +23,9 @@ constexpr int UsualInterval = 30000;
 /// A list that was saved is taken out of the file soon, but not at each of many changes.
 constexpr int SoonMilliseconds = 500;
 constexpr int TurnMilliseconds = 10;
+/// With more bytes on their way to the disk a walk waits for it.
+constexpr qint64 MostWaiting = 32 << 20;
+constexpr int WaitMilliseconds = 50;
 
 FrequencyNodeMediatorCtrl* controllerOf(const ListFile& list) {
     return list.text ? nullptr
@@ -54,7 +57,7 @@ public:
     }
     void Update(Observable*, TChangeCode code) override {
         if (code != TChangeCode::Removing)
-            m_owner.NoteChange(m_listId);
+            m_owner.noteEntry(m_listId);
     }
 
 private:
@@ -76,7 +79,7 @@ Recovery::Recovery(const QString& dataFolder, const ListFiles& lists)
     m_thread.start(QThread::LowPriority);
     m_due.setSingleShot(true);
     connect(&m_due, &QTimer::timeout, this, &Recovery::beginRound);
-    m_turns.setInterval(0);
+    m_turns.setInterval(0); // waits when the disk is slower
     connect(&m_turns, &QTimer::timeout, this, [this] { goOn(TurnMilliseconds); });
     for (const ListFile& list : m_lists) {
         const FrequencyNodeMediatorCtrl* controller = controllerOf(list);
@@ -104,6 +107,12 @@ void Recovery::SetInterval(int milliseconds) {
     m_interval = milliseconds;
     if (m_due.isActive())
         m_due.start(std::min(milliseconds, m_due.remainingTime()));
+}
+
+/// A file that is read notes a million of them.
+void Recovery::noteEntry(int listId) {
+    if (!m_changed.contains(listId) || !(m_isRunning || m_due.isActive()))
+        NoteChange(listId);
 }
 
 void Recovery::NoteChange(int listId) {
@@ -191,17 +200,25 @@ bool Recovery::nextList() {
             m_walk = std::make_unique<ListWalk>(*controller);
             return true;
         }
-        post(&RecoveryWriter::Append, list.text().toUtf8());
+        append(list.text().toUtf8());
         post(&RecoveryWriter::EndSection, list.count());
     }
     return false;
 }
 
+void Recovery::append(const QByteArray& bytes) {
+    const bool isFull = m_writer->Announce(bytes.size()) > MostWaiting;
+    m_turns.setInterval(isFull ? WaitMilliseconds : 0);
+    post(&RecoveryWriter::Append, bytes);
+}
+
 void Recovery::goOn(int milliseconds) {
+    if (milliseconds > 0 && m_writer->GetWaiting() > MostWaiting)
+        return;
     if (!m_walk && !nextList())
         return finishRound();
     const bool isDone = m_walk->GoOn(milliseconds);
-    post(&RecoveryWriter::Append, m_walk->TakeBytes());
+    append(m_walk->TakeBytes());
     if (!isDone)
         return;
     post(&RecoveryWriter::EndSection, m_walk->EntryCount());

@@ -49,11 +49,13 @@ signals:
 private:
     class Watch;
 
+    void noteEntry(int listId);
     void schedule(int milliseconds);
     bool lockFile();
     void beginRound();
     void goOn(int milliseconds);
     bool nextList();
+    void append(const QByteArray& bytes);
     void finishRound();
     void ended(const QString& failure);
     template <typename... Parameters, typename... Arguments>

@@ -41,6 +41,11 @@ RecoveryDialog::RecoveryDialog(const std::vector<RecoveryRow>& rows, std::functi
     m_table->setAccessibleName(windowTitle());
     m_table->setRootIsDecorated(false);
     m_table->setAllColumnsShowFocus(true);
+    // The frame of an empty box is drawn in shades of the window's colour: on a dark one it would be none.
+    QPalette colors = m_table->palette();
+    colors.setColor(QPalette::Window, colors.color(QPalette::Text));
+    m_table->setPalette(colors);
+    m_table->header()->setPalette(palette());
     m_table->setHeaderLabels({tr("List"), tr("Entries"), tr("Written (UTC)"), tr("Saved file"),
                               tr("Entries in it"), tr("Saved (UTC)")});
     for (const RecoveryRow& row : rows)

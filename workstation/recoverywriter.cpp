@@ -52,6 +52,7 @@ void RecoveryWriter::BeginSection(const RecoveryHead& head) {
 }
 
 void RecoveryWriter::Append(const QByteArray& bytes) {
+    m_waiting -= bytes.size();
     if (bytes.isEmpty())
         return;
     attempt([&] {

@@ -6,6 +6,7 @@
 #include <QCryptographicHash>
 #include <QObject>
 
+#include <atomic>
 #include <map>
 #include <memory>
 #include <optional>
@@ -21,6 +22,7 @@ public:
 
     void Begin();
     void BeginSection(const RecoveryHead& head);
+    /// `Announce` comes before it, from any thread.
     void Append(const QByteArray& bytes);
     void EndSection(qint64 entries);
     /// Takes the section of a list over from the file before, which has it.
@@ -29,6 +31,11 @@ public:
     void Abort() { m_file.reset(); }
     /// There is nothing to recover any more.
     void Remove();
+
+    /// Says that so many bytes will come; how many have been announced and not written yet. A list is walked
+    /// faster than some disks write.
+    qint64 Announce(qint64 bytes) { return m_waiting.fetch_add(bytes) + bytes; }
+    qint64 GetWaiting() const { return m_waiting; }
 
 signals:
     /// The file is on the disk, or gone when there was nothing to write.
@@ -51,6 +58,7 @@ private:
     QString m_failure; ///< the first one of the file that is being written
     QCryptographicHash m_hash{QCryptographicHash::Sha256};
     qint64 m_written = 0;
+    std::atomic<qint64> m_waiting = 0;
     QString m_key;                   ///< of the section that is being written
     std::map<QString, Place> m_next; ///< sections of the file that is being written
     std::map<QString, Place> m_last; ///< sections of the file that is in place

@@ -1,5 +1,6 @@
 #include "workstation/simulatedsearch.h"
 
+#include "host/freqlist/undorecords.h"
 #include "host/valuetree/tree.h"
 #include "workstation/actiontips.h"
 
@@ -302,7 +303,7 @@ void SimulatedSearch::Add(std::list<DetectionConventional>&& found, const QStrin
     noteSource(source);
     for (DetectionConventional& record : found)
         record.SetID(++m_lastId);
-    m_detections.Append(std::move(found));
+    UndoRecords<DetectionConventional>::Append(m_listIds.first, m_detections, std::move(found));
 }
 
 /// The detections that come next are of that source.
@@ -317,9 +318,10 @@ QString SimulatedSearch::SourceOf(unsigned id) const {
 }
 
 void SimulatedSearch::Clear() {
+    const OperatorAction action(tr("Clear"));
     m_active.clear();
     for (Emitter& emitter : m_emitters)
         emitter.onAir = false;
-    m_detections.Clear();
-    m_classified.Clear();
+    UndoRecords<DetectionConventional>::Clear(m_listIds.first, m_detections);
+    UndoRecords<ExtendedDetectionConventional>::Clear(m_listIds.second, m_classified);
 }

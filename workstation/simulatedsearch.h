@@ -36,7 +36,9 @@ public:
     void Add(std::list<DetectionConventional>&& found, const QString& source = QString());
     /// Whose a detection is, by its number: the search's, or the source that it was added with.
     QString SourceOf(unsigned id) const;
-    /// Empties both lists. What is on air is found anew.
+    /// Identifiers of the lists in the store, for steps of undo.
+    void SetListIds(int plain, int classified) { m_listIds = {plain, classified}; }
+    /// Empties both lists, as a step of the operator's. What is on air is found anew.
     void Clear();
     /// Adds the action that starts and stops the search.
     void AddTo(QMenu& menu);
@@ -93,5 +95,6 @@ private:
     ValueList<ExtendedDetectionConventional>& m_classified;
     std::map<unsigned, QString> m_sources; ///< by the number of the first detection in a row
     unsigned m_lastId = 0;
+    std::pair<int, int> m_listIds; ///< plain, classified
     qint64 m_lastStep = 0;
 };

@@ -2,6 +2,7 @@
 
 #include "host/base/problems.h"
 #include "host/gui/guibase.h"
+#include "host/valuetree/operatoraction.h"
 #include "sweep/sweepfile.h"
 #include "sweep/sweepresults.h"
 #include "workstation/sweepdialog.h"
@@ -48,6 +49,7 @@ bool SweepImport::Open(const QString& path) {
         Problems::Report("sweepimport", {path, 0, tr("another file of sweeps is being read")});
         return false;
     }
+    const OperatorAction action(tr("Open Sweep"));
     const QScopedValueRollback isReading(m_isReading, true);
     Reading reading;
     m_fileName = QFileInfo(path).fileName();

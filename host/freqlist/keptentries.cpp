@@ -112,8 +112,17 @@ KeptEntries& KeptEntries::operator=(KeptEntries&&) noexcept = default;
 KeptEntries::~KeptEntries() = default;
 
 void KeptEntries::Take(const Node& entry) {
-    m_places.push_back({entry.GetSerial(), entry.GetOrdinal()});
+    ++m_count;
+    m_taken.push_back(entry.GetSerial());
+    m_bytes.Put(Place{entry.GetSerial(), entry.GetOrdinal()});
     put(entry);
+}
+
+void KeptEntries::Finish() {
+    std::vector<quint32> serials = std::exchange(m_taken, {});
+    std::sort(serials.begin(), serials.end());
+    m_serials = SerialRanges(serials);
+    m_bytes.Trim();
 }
 
 /// Neighbours are mostly alike.
@@ -179,22 +188,14 @@ std::unique_ptr<Node> KeptEntries::make(UndoBytes::Reader& bytes, Node* parent) 
     return node;
 }
 
-std::vector<quint32> KeptEntries::Serials() const {
-    std::vector<quint32> serials;
-    serials.reserve(m_places.size());
-    for (const Place& place : m_places)
-        serials.push_back(place.serial);
-    std::sort(serials.begin(), serials.end());
-    return serials;
-}
-
 std::vector<Node::Returning> KeptEntries::Make(Node& list) {
     std::vector<std::unique_ptr<Node>> entries;
-    entries.reserve(m_places.size());
+    entries.reserve(m_count);
     std::vector<Node::Returning> returning;
-    returning.reserve(m_places.size());
+    returning.reserve(m_count);
     UndoBytes::Reader bytes(m_bytes);
-    for (const Place& place : m_places) {
+    while (!bytes.AtEnd()) {
+        const auto place = bytes.Get<Place>();
         entries.push_back(make(bytes, &list));
         returning.push_back({entries.back().get(), place.serial, place.ordinal});
     }
@@ -206,11 +207,6 @@ std::vector<Node::Returning> KeptEntries::Make(Node& list) {
     return returning;
 }
 
-void KeptEntries::Trim() {
-    m_bytes.Trim();
-    m_places.shrink_to_fit();
-}
-
 size_t KeptEntries::InMemory() const {
-    return m_bytes.InMemory() + m_places.capacity() * sizeof(Place);
+    return m_bytes.InMemory() + m_serials.InMemory();
 }

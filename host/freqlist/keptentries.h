@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/freqlist/serialranges.h"
 #include "host/freqlist/undobytes.h"
 #include "host/valuetree/node.h"
 
@@ -19,21 +20,22 @@ public:
 
     /// Keeps an entry that is attached to its list, with its values and sub-nodes.
     void Take(const Node& entry);
-    size_t Count() const { return m_places.size(); }
-    bool IsEmpty() const { return m_places.empty(); }
-    /// Serials of the entries, in ascending order.
-    std::vector<quint32> Serials() const;
+    /// No more are taken.
+    void Finish();
+    size_t Count() const { return m_count; }
+    bool IsEmpty() const { return m_count == 0; }
+    /// Of the entries; known when no more are taken.
+    const SerialRanges& Serials() const { return m_serials; }
     /// New entries with the same contents, to be attached to the list at the same places by `Node::Restore`;
     /// the caller owns them. They are kept no longer then. Throws RGException when they cannot be read.
     std::vector<Node::Returning> Make(Node& list);
 
     void Spill() { m_bytes.Spill(); }
-    void Trim();
     size_t InMemory() const;
 
 private:
     struct Layout;
-    /// Of one entry: what its path and its place in the list are made of.
+    /// What an entry's path and its place in the list are made of; stands before its values.
     struct Place {
         quint32 serial;
         quint32 ordinal;
@@ -48,6 +50,8 @@ private:
     std::deque<Layout> m_layouts;
     quint32 m_lastLayout = 0;
     UndoBytes m_bytes;
-    std::vector<Place> m_places;
+    size_t m_count = 0;
+    std::vector<quint32> m_taken; ///< serials, until no more are taken
+    SerialRanges m_serials;
     std::deque<std::unique_ptr<ValueBase>> m_others; ///< values that have no form as bytes, as they came
 };

@@ -2,8 +2,8 @@
 
 #include <QHash>
 
-TextStep::TextStep(Value<QString>& text, IObserver* originator)
-    : m_text(&text), m_originator(originator), m_before(text.GetValue()) {}
+TextStep::TextStep(Value<QString>& text, const Node* list, IObserver* originator)
+    : m_text(&text), m_list(list), m_originator(originator), m_before(text.GetValue()) {}
 
 bool TextStep::Finish() {
     const Value<QString>* text = m_text.get();

@@ -8,10 +8,11 @@
 /// A change of a text that follows lists, as the part of the text that differs.
 class TextStep {
 public:
-    /// Begins to note, with the text as it is; `originator` causes the change.
-    TextStep(Value<QString>& text, IObserver* originator);
+    /// Begins to note, with the text as it is; `originator` causes the change. The text follows that list.
+    TextStep(Value<QString>& text, const Node* list, IObserver* originator);
 
     bool IsOf(const ValueBase& value) const { return m_text.get() == &value; }
+    bool Follows(const Node* list) const { return m_list == list; }
     bool IsOfSame(const TextStep& other) const { return m_text.get() == other.m_text.get(); }
     /// What the text was before, if it still is what the step left behind; else it has none.
     std::optional<QString> Other() const;
@@ -32,6 +33,7 @@ private:
     QString withMiddle(const QString& whole) const;
 
     WeakRef<Value<QString>> m_text;
+    const Node* m_list; ///< only to be compared
     IObserver* m_originator;
     QString m_before; ///< while the action runs
     UndoBytes m_middle;

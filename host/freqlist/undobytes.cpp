@@ -12,10 +12,6 @@ constexpr char TraceSource[] = "undobytes";
 constexpr size_t FirstRoom = 256;
 constexpr size_t ReadAtOnce = size_t(1) << 20;
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("UndoHistory", text);
-}
-
 } // namespace
 
 void UndoBytes::makeRoom(size_t count) {
@@ -37,8 +33,9 @@ void UndoBytes::Spill() {
                     m_file->write(m_memory.data(), count) != count || !m_file->flush();
     if (m_cannotSpill)
         return Problems::Report(
-            TraceSource,
-            {QDir::tempPath(), 0, tr("a step of undo stays in memory: ") + m_file->errorString()});
+            TraceSource, {QDir::tempPath(), 0,
+                          QCoreApplication::translate("UndoHistory", "a step of undo stays in memory: ") +
+                              m_file->errorString()});
     m_inFile += m_used;
     m_used = 0;
     m_memory = {};
@@ -111,5 +108,5 @@ void UndoBytes::Reader::fill(size_t count) {
     }
     if (count > m_ready)
         throw RGException(QDir::tempPath() + QStringLiteral(": ") +
-                          tr("what a step of undo keeps is cut off"));
+                          QCoreApplication::translate("UndoHistory", "what a step of undo keeps is cut off"));
 }

@@ -28,7 +28,7 @@ int loopLevel() {
 /// Notes what an action does to the lists of the store.
 class UndoHistory::Recording final : public ChangeRecorder {
 public:
-    Recording(const QString& name, std::vector<WeakRef<ValueBase>>& followed)
+    Recording(const QString& name, const std::vector<Followed>& followed)
         : m_name(withoutMarks(name)), m_followed(followed), m_level(loopLevel()) {
         FreqStore& store = FreqStore::Instance();
         for (const int id : store.GetListIds()) {
@@ -67,6 +67,17 @@ public:
     const QString& Name() const { return m_name; }
     std::vector<ListStep>& Lists() { return m_lists; }
     std::vector<TextStep>& Texts() { return m_texts; }
+    std::vector<std::unique_ptr<UndoPart>>& Parts() { return m_parts; }
+    /// The list that the step is named after, and how many of its entries it is about.
+    std::pair<int, size_t> Subject() const {
+        if (!m_lists.empty())
+            return {m_lists.front().GetListId(), m_lists.front().EntryCount()};
+        for (const auto& part : m_parts) {
+            if (part->GetListId() != 0 && part->CanSwap())
+                return {part->GetListId(), part->EntryCount()};
+        }
+        return {};
+    }
 
 private:
     /// The list of that node; null when it is none, or when what happens is no part of the action.
@@ -83,12 +94,13 @@ private:
         return &*found;
     }
     bool noteText(ValueBase& value, IObserver* originator) {
-        const auto isIt = [&](const auto& followed) { return followed.get() == &value; };
-        if (std::none_of(m_followed.begin(), m_followed.end(), isIt))
+        const auto followed = std::find_if(m_followed.begin(), m_followed.end(),
+                                           [&](const Followed& one) { return one.text.get() == &value; });
+        if (followed == m_followed.end())
             return false;
         const auto isNoted = [&](const TextStep& text) { return text.IsOf(value); };
         if (loopLevel() == m_level && std::none_of(m_texts.begin(), m_texts.end(), isNoted))
-            m_texts.emplace_back(static_cast<Value<QString>&>(value), originator);
+            m_texts.emplace_back(*followed->text.get(), followed->list.get(), originator);
         return true;
     }
     /// A value of a sub-node of an entry.
@@ -102,11 +114,12 @@ private:
     }
 
     QString m_name;
-    std::vector<WeakRef<ValueBase>>& m_followed;
+    const std::vector<Followed>& m_followed;
     int m_level;
     std::vector<ListStep> m_lists;
     size_t m_last = 0;
     std::vector<TextStep> m_texts;
+    std::vector<std::unique_ptr<UndoPart>> m_parts;
 };
 
 struct UndoHistory::Running {
@@ -122,7 +135,8 @@ public:
         : QUndoCommand(text),
           m_history(history),
           m_lists(std::move(recording.Lists())),
-          m_texts(std::move(recording.Texts())) {}
+          m_texts(std::move(recording.Texts())),
+          m_parts(std::move(recording.Parts())) {}
 
     void undo() override { swap(ListStep::Direction::Undo); }
     /// The stack does a new step once; that has happened.
@@ -135,10 +149,11 @@ public:
         for (TextStep& later : texts) {
             const auto own = std::find_if(m_texts.begin(), m_texts.end(),
                                           [&](const TextStep& text) { return text.IsOfSame(later); });
-            if (own == m_texts.end())
-                m_texts.push_back(std::move(later));
-            else
+            if (own != m_texts.end())
                 own->Amend(later);
+            else if (std::any_of(m_lists.begin(), m_lists.end(),
+                                 [&](const ListStep& list) { return later.Follows(list.GetNode()); }))
+                m_texts.push_back(std::move(later));
         }
     }
     void Spill() {
@@ -153,14 +168,21 @@ public:
             bytes += list.InMemory();
         for (const TextStep& text : m_texts)
             bytes += text.InMemory();
+        for (const auto& part : m_parts)
+            bytes += part->InMemory();
         return bytes;
     }
 
 private:
+    bool canSwap() const {
+        return std::all_of(m_lists.begin(), m_lists.end(),
+                           [](const ListStep& list) { return list.CanSwap(); }) &&
+               std::all_of(m_parts.begin(), m_parts.end(), [](const auto& part) { return part->CanSwap(); });
+    }
     void swap(ListStep::Direction direction) {
         const QScopedValueRollback swaps(m_history.m_swaps, true);
         QString reason;
-        if (!std::all_of(m_lists.begin(), m_lists.end(), [](const ListStep& list) { return list.CanSwap(); }))
+        if (!canSwap())
             reason = tr("the list or entries of it have gone meanwhile");
         try {
             if (reason.isEmpty())
@@ -185,6 +207,8 @@ private:
             others.push_back(text.Other());
             presents.push_back(text.Present());
         }
+        for (const auto& part : m_parts)
+            part->Swap(); // the lists' own notifications come after those of their files
         for (ListStep& list : m_lists)
             list.Swap(direction);
         for (const ListStep& list : m_lists) {
@@ -194,6 +218,10 @@ private:
         for (size_t i = 0; i < m_texts.size(); ++i) {
             if (others[i])
                 m_texts[i].Put(*others[i], presents[i]);
+        }
+        for (const auto& part : m_parts) {
+            if (part->GetListId() != 0)
+                emit m_history.Shown(part->GetListId());
         }
         for (const ListStep& list : m_lists) {
             emit m_history.Shown(list.GetListId());
@@ -205,6 +233,7 @@ private:
     UndoHistory& m_history;
     std::vector<ListStep> m_lists;
     std::vector<TextStep> m_texts;
+    std::vector<std::unique_ptr<UndoPart>> m_parts;
     bool m_isDone = false;
 };
 
@@ -228,9 +257,23 @@ void UndoHistory::SetOn(bool on) {
 
 UndoHistory::~UndoHistory() = default;
 
-void UndoHistory::Follow(Value<QString>& text) {
-    std::erase_if(m_texts, [&](const auto& known) { return !known || known.get() == &text; });
-    m_texts.emplace_back(&text);
+void UndoHistory::Follow(Value<QString>& text, Node& list) {
+    std::erase_if(m_texts, [&](const Followed& known) { return !known.text || known.text.get() == &text; });
+    m_texts.push_back({&text, &list});
+}
+
+bool UndoHistory::Add(std::unique_ptr<UndoPart> part) {
+    if (m_running.empty() || m_running.back().recording->Level() != loopLevel())
+        return false;
+    m_running.back().recording->Parts().push_back(std::move(part));
+    return true;
+}
+
+void UndoHistory::ForEachPart(const std::function<void(UndoPart&)>& visit) {
+    for (const Running& running : m_running) {
+        for (const auto& part : running.recording->Parts())
+            visit(*part);
+    }
 }
 
 int UndoHistory::Begin(const QString& name) {
@@ -263,19 +306,17 @@ void UndoHistory::End(int action) {
 
 void UndoHistory::push(Recording& recording) {
     recording.Finish();
-    const std::vector<ListStep>& lists = recording.Lists();
-    if (lists.empty()) {
+    const auto [listId, count] = recording.Subject();
+    if (listId == 0) {
         // What followed a step just done; commands of the stack are all steps.
         if (!recording.Texts().empty() && m_stack->index() > 0)
             const_cast<Step*>(static_cast<const Step*>(m_stack->command(m_stack->index() - 1)))
                 ->Amend(recording.Texts());
         return;
     }
-    const IFrequencyListDefinition* list = FreqStore::Instance().GetDefinition(lists.front().GetListId());
-    const QString what =
-        tr("%1 %n entries", "", static_cast<int>(lists.front().EntryCount())).arg(recording.Name());
-    m_stack->push(
-        new Step(*this, what + QStringLiteral(" - ") + (list ? list->GetName() : QString()), recording));
+    const IFrequencyListDefinition* list = FreqStore::Instance().GetDefinition(listId);
+    const QString what = tr("%1 %n entries", "", static_cast<int>(count)).arg(recording.Name());
+    m_stack->push(new Step(*this, list ? what + QStringLiteral(" - ") + list->GetName() : what, recording));
     keepWithinMemory();
 }
 

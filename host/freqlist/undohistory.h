@@ -1,7 +1,8 @@
 #pragma once
 
+#include "host/freqlist/undopart.h"
+#include "host/valuetree/node.h"
 #include "host/valuetree/operatoraction.h"
-#include "host/valuetree/value.h"
 
 #include <QObject>
 
@@ -29,9 +30,12 @@ public:
     /// Off, as it is at first, actions are no steps, and what was kept is forgotten.
     void SetOn(bool on);
     QUndoStack& Stack() { return *m_stack; }
-    /// A text that follows the lists, such as the job of a receiver: it is put back with the step that caused
-    /// its change, by whoever wrote it, who is not told. It is not owned.
-    void Follow(Value<QString>& text);
+    /// A text that follows a list, such as the job of a receiver: it is put back with the step that caused
+    /// its change, by whoever wrote it, who is not told. Neither is owned.
+    void Follow(Value<QString>& text, Node& list);
+    /// Makes something else a part of the running action's step; false, and it is gone, when none runs.
+    bool Add(std::unique_ptr<UndoPart> part);
+    void ForEachPart(const std::function<void(UndoPart&)>& visit);
     /// Bytes that all steps keep in memory.
     size_t InMemory() const;
 
@@ -43,6 +47,10 @@ private:
     class Recording;
     class Step;
     struct Running;
+    struct Followed {
+        WeakRef<Value<QString>> text;
+        WeakRef<Node> list;
+    };
 
     UndoHistory();
     ~UndoHistory() override;
@@ -53,7 +61,7 @@ private:
     void keepWithinMemory();
 
     QUndoStack* m_stack;
-    std::vector<WeakRef<ValueBase>> m_texts;
+    std::vector<Followed> m_texts;
     std::vector<Running> m_running; ///< the innermost last
     int m_lastAction = 0;
     bool m_swaps = false; ///< a step is being undone or done again

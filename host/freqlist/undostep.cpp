@@ -6,27 +6,6 @@
 
 #include <QSet>
 
-void SerialRanges::Append(quint32 serial) {
-    if (m_ranges.empty() || m_ranges.back().last + 1 < serial)
-        m_ranges.push_back({serial, serial});
-    else
-        m_ranges.back().last = serial;
-}
-
-bool SerialRanges::Contains(quint32 serial) const {
-    const auto next =
-        std::upper_bound(m_ranges.begin(), m_ranges.end(), serial,
-                         [](quint32 wanted, const Range& range) { return wanted < range.first; });
-    return next != m_ranges.begin() && serial <= std::prev(next)->last;
-}
-
-size_t SerialRanges::Count() const {
-    size_t count = 0;
-    for (const Range& range : m_ranges)
-        count += range.last - range.first + size_t(1);
-    return count;
-}
-
 ListStep::ListStep(int listId, Node& list) : m_listId(listId), m_list(&list) {
     const FrequencyNodeMediatorCtrl* views = Controller();
     m_scrollBefore = views ? views->ScrollPlace() : 0;
@@ -68,7 +47,7 @@ void ListStep::Finish() {
     m_present = std::move(present);
     dropRepeated();
     m_lastChanged = nullptr;
-    m_absent.Trim();
+    m_absent.Finish();
     m_contents.Trim();
     const FrequencyNodeMediatorCtrl* views = Controller();
     m_scrollAfter = views ? views->ScrollPlace() : 0;
@@ -110,11 +89,10 @@ bool ListStep::CanSwap() const {
     const Node* const list = m_list.get();
     if (!list || !Controller())
         return false;
-    const SerialRanges absent(m_absent.Serials());
     bool allThere = true;
     m_present.ForEach([&](quint32 serial) { allThere = allThere && list->ChildBySerial(serial); });
     m_changed.ForEach([&](quint32 serial) {
-        allThere = allThere && (list->ChildBySerial(serial) || absent.Contains(serial));
+        allThere = allThere && (list->ChildBySerial(serial) || m_absent.Serials().Contains(serial));
     });
     return allThere;
 }
@@ -126,8 +104,11 @@ void ListStep::Swap(Direction direction) {
     swapContents();
     if (direction == Direction::Redo)
         swapEntries();
-    if (FrequencyNodeMediatorCtrl* list = Controller())
-        list->ForceUpdateNow();
+    FrequencyNodeMediatorCtrl* const list = Controller();
+    if (!list)
+        return;
+    list->Suspend(false); // a list that waits for a file has entries again
+    list->ForceUpdateNow();
 }
 
 void ListStep::swapEntries() {
@@ -140,10 +121,10 @@ void ListStep::swapEntries() {
         leaving.push_back(list->ChildBySerial(serial));
         taken.Take(*leaving.back());
     });
-    SerialRanges back(m_absent.Serials());
+    taken.Finish();
+    SerialRanges back = m_absent.Serials();
     const std::vector<Node::Returning> returning = m_absent.Make(*list);
     m_absent = std::move(taken);
-    m_absent.Trim();
     m_present = std::move(back);
     const WeakRef<Node> alive(list);
     list->DeleteNodes(leaving);

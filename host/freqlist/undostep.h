@@ -6,37 +6,6 @@
 
 class FrequencyNodeMediatorCtrl;
 
-/// Serials of entries in ascending order, as ranges: entries that come together have serials in a row.
-class SerialRanges {
-public:
-    struct Range {
-        quint32 first;
-        quint32 last;
-    };
-
-    SerialRanges() = default;
-    explicit SerialRanges(const std::vector<quint32>& ascending) {
-        for (const quint32 serial : ascending)
-            Append(serial);
-    }
-    /// Not below those that are there.
-    void Append(quint32 serial);
-    bool Contains(quint32 serial) const;
-    bool IsEmpty() const { return m_ranges.empty(); }
-    size_t Count() const;
-    template <typename Visit>
-    void ForEach(Visit visit) const {
-        for (const Range& range : m_ranges) {
-            for (quint32 serial = range.first; serial <= range.last; ++serial)
-                visit(serial);
-        }
-    }
-    size_t InMemory() const { return m_ranges.capacity() * sizeof(Range); }
-
-private:
-    std::vector<Range> m_ranges;
-};
-
 /// What one action has done to one list, and how it is taken back and done again: entries that are not in the
 /// list at present, entries that would not be, and contents that values would have. Undo and redo both swap
 /// these against what is there.

@@ -27,38 +27,54 @@ std::string_view Unguarded(std::string_view text, const MemberPtr& member) {
     return text;
 }
 
-/// Where the cells of a row go: the members of a record in the file's order of columns, none for a column
-/// that the record does not know.
-using Targets = std::vector<std::optional<MemberPtr>>;
-
-Targets TargetsIn(IRGObject& record, const CsvHeading& heading) {
-    Targets targets;
-    for (const CsvColumn* column : heading.Columns())
-        targets.push_back(column ? std::optional(column->At(record)) : std::nullopt);
-    return targets;
+void CheckCount(const CsvScanner& scanner, const CsvHeading& heading) {
+    if (scanner.Cells().size() > heading.Columns().size())
+        scanner.Fail(QStringLiteral("there are %1 cells, but only %2 columns")
+                         .arg(scanner.Cells().size())
+                         .arg(heading.Columns().size()));
 }
 
-void ReadRow(const CsvScanner& scanner, const CsvHeading& heading, const Targets& targets, TextCache& cache) {
-    const auto& cells = scanner.Cells();
-    for (std::size_t i = 0; i < targets.size(); ++i) {
-        if (!targets[i])
-            continue;
-        const std::string_view cell = i < cells.size() ? cells[i] : std::string_view();
-        const std::string_view text = heading.IsGuarded() ? Unguarded(cell, *targets[i]) : cell;
-        if (const char* whatItIsNot = AssignMember(*targets[i], text, cache))
-            scanner.Fail(ToText(heading.Columns()[i]->name) + QStringLiteral(" \"") +
-                         ToText(cell.substr(0, 80)) + QStringLiteral("\" is not ") +
-                         QString::fromLatin1(whatItIsNot));
+/// Puts the cells of row after row into one record. A cell that says what it said in the row before is not
+/// looked at again; most do.
+class RowReader {
+public:
+    RowReader(IRGObject& record, const CsvHeading& heading) : m_heading(heading) {
+        for (std::size_t i = 0; i < heading.Columns().size(); ++i)
+            if (const CsvColumn* const column = heading.Columns()[i])
+                m_columns.push_back({i, column->At(record), {}});
     }
-}
+
+    void Read(const CsvScanner& scanner) {
+        const auto& cells = scanner.Cells();
+        for (Column& column : m_columns) {
+            const std::string_view cell =
+                column.index < cells.size() ? cells[column.index] : std::string_view();
+            if (cell == column.before)
+                continue;
+            column.before = cell;
+            const std::string_view text = m_heading.IsGuarded() ? Unguarded(cell, column.member) : cell;
+            if (const char* whatItIsNot = AssignMember(column.member, text, m_cache))
+                scanner.Fail(ToText(m_heading.Columns()[column.index]->name) + QStringLiteral(" \"") +
+                             ToText(cell.substr(0, 80)) + QStringLiteral("\" is not ") +
+                             QString::fromLatin1(whatItIsNot));
+        }
+    }
+
+private:
+    struct Column {
+        std::size_t index;
+        MemberPtr member;   ///< not set, as the record comes, while `before` is empty
+        std::string before; ///< the cell of the last row
+    };
+
+    const CsvHeading& m_heading;
+    std::vector<Column> m_columns; ///< those that the record knows
+    TextCache m_cache;
+};
 
 /// The frequency of the row at hand, if it has one.
 std::optional<double> FrequencyOf(const CsvScanner& scanner, const CsvHeading& heading) {
     const auto& cells = scanner.Cells();
-    if (cells.size() > heading.Columns().size())
-        scanner.Fail(QStringLiteral("there are %1 cells, but only %2 columns")
-                         .arg(cells.size())
-                         .arg(heading.Columns().size()));
     if (heading.FrequencyColumn() >= cells.size())
         return std::nullopt;
     return ParseNumber(cells[heading.FrequencyColumn()]);
@@ -77,15 +93,15 @@ void ReadCsvRecords(QIODevice& device, const QString& name, const CsvLayout& lay
     CsvHeading heading(scanner, layout);
     FileProblems problems(name, "csvreader");
     input.Tell(problems);
-    TextCache cache;
-    const Targets targets = TargetsIn(record, heading);
+    RowReader reader(record, heading);
     while (scanner.NextRow()) {
+        CheckCount(scanner, heading);
         if (const std::optional<double> frequency = FrequencyOf(scanner, heading)) {
             heading.Note(*frequency, scanner);
             if (!FileProblems::IsFrequency(*frequency))
                 problems.CheckFrequency(scanner.Line(), *frequency);
         }
-        ReadRow(scanner, heading, targets, cache);
+        reader.Read(scanner);
         if (IsCut(scanner, heading))
             problems.ReportAlways(scanner.Line(), QStringLiteral("the last row has only %1 of %2 cells and "
                                                                  "no line end; the file may be cut")
@@ -102,6 +118,7 @@ CsvLook LookAtCsv(QIODevice& device, const QString& name, const CsvLayout& layou
     CsvHeading heading(scanner, layout);
     CsvLook look;
     while (scanner.NextRow()) {
+        CheckCount(scanner, heading);
         ++look.rows;
         if (const std::optional<double> frequency = FrequencyOf(scanner, heading)) {
             heading.Note(*frequency, scanner);

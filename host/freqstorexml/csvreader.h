@@ -11,6 +11,7 @@ class QIODevice;
 namespace FreqStoreXml {
 
 /// Reads a CSV file with a heading, row by row, into one record, and calls `take` when it holds a row.
+/// The record comes empty, and nobody else changes it.
 /// Columns are found by their headings; headings that the layout does not know are passed over. What is not
 /// UTF-8 is converted, and told as a problem, as are frequencies that cannot be and a last row that is cut.
 /// Throws RGException "name:line: reason", having then passed on the rows before the bad one.

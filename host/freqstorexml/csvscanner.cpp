@@ -52,6 +52,7 @@ std::size_t CsvScanner::FindEnd(std::size_t from, bool& quoted) {
     for (; from < rest.size(); ++from) {
         if (rest[from] > '"') // most are, and need one look only
             continue;
+        m_isAscii = m_isAscii && (rest[from] & 0x80) == 0;
         if (rest[from] == '"') {
             m_behindQuotes = quoted ? from + 1 : m_behindQuotes;
             quoted = !quoted && OpensQuotes(rest, from);
@@ -66,6 +67,7 @@ std::size_t CsvScanner::FindEnd(std::size_t from, bool& quoted) {
 std::string_view CsvScanner::TakeRow() {
     bool quoted = false;
     m_behindQuotes = 0;
+    m_isAscii = true;
     std::size_t end = FindEnd(0, quoted);
     while (end == m_input.Rest().size() && m_input.More())
         end = FindEnd(end, quoted);
@@ -80,7 +82,7 @@ std::string_view CsvScanner::TakeRow() {
         row = row.substr(0, row.find_last_not_of(EndOfText) + 1);
         m_rowEnds = true;
     }
-    if (!REPORTGENERATOR::IsUtf8(row))
+    if (!m_isAscii && !REPORTGENERATOR::IsUtf8(row))
         Fail(QStringLiteral("this is not UTF-8 text"));
     return row;
 }

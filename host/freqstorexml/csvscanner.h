@@ -50,6 +50,7 @@ private:
     REPORTGENERATOR::ByteInput m_input;
     CsvDialect m_dialect; ///< its separator is known from the first row on
     bool m_rowEnds = true;
+    bool m_isAscii = true;          ///< the current row
     std::size_t m_behindQuotes = 0; ///< place behind the last quote of the row at hand that closed a cell
     std::size_t m_rowSize = 0;      ///< of the current row with its line end; skipped by the next call
     std::vector<std::string_view> m_cells;

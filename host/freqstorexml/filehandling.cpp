@@ -37,8 +37,8 @@ void FileHandling::ImportFrequencyStoreList(bool csv, const QString& fileName, F
                                             FrequencyStoreListHelper::ListType type) {
     FrequencyStoreList read;
     auto usage = FrequencyStoreListHelper::UsageOf(type);
-    const EntryCallback append = [&](FrequencyStoreEntry& entry) {
-        read.GetFrequencyStoreEntry().append(std::move(entry));
+    const EntryCallback append = [&](const FrequencyStoreEntry& entry) {
+        read.GetFrequencyStoreEntry().append(entry);
     };
     REPORTGENERATOR::ReadInto(read.GetFrequencyStoreEntry(), fileName, [&] {
         if (csv)
@@ -52,8 +52,8 @@ void FileHandling::ImportFrequencyStoreList(bool csv, const QString& fileName, F
 
 void FileHandling::ImportDetectionResultList(bool csv, const QString& fileName, DetectionResultList& list) {
     DetectionResultList read;
-    const ResultCallback append = [&](DetectionResult& result) {
-        read.GetDetectionResult().append(std::move(result));
+    const ResultCallback append = [&](const DetectionResult& result) {
+        read.GetDetectionResult().append(result);
     };
     REPORTGENERATOR::ReadInto(read.GetDetectionResult(), fileName, [&] {
         if (csv)

@@ -142,7 +142,7 @@ void ReadXml(QIODevice& device, const QString& name, const EntryCallback& callba
              FrequencyStoreList::Usage* usage) {
     FrequencyStoreList head;
     FrequencyCheck check(name);
-    const EntryCallback passOn = [&](FrequencyStoreEntry& entry) {
+    const EntryCallback passOn = [&](const FrequencyStoreEntry& entry) {
         check.Take(entry.GetFFM_Settings().GetFrequency());
         if (usage)
             *usage = head.GetUsage();
@@ -168,7 +168,7 @@ void ReadDetectionResults(const QString& fileName, bool csv, const ResultCallbac
                                   [&] { callback(result); });
         }
         FrequencyCheck check(fileName);
-        const ResultCallback passOn = [&](DetectionResult& result) {
+        const ResultCallback passOn = [&](const DetectionResult& result) {
             check.Take(result.GetFrequency());
             callback(result);
         };

@@ -55,8 +55,8 @@ private:
     std::unique_ptr<Private> d;
 };
 
-/// Receives one entry of a file; may move texts out of it. The object is used again for the next entry.
-using EntryCallback = std::function<void(FrequencyStoreEntry&)>;
+/// Receives one entry of a file; the object is used again for the next.
+using EntryCallback = std::function<void(const FrequencyStoreEntry&)>;
 
 /// Read a file entry by entry in its order. They throw RGException with a text "file:line: reason", and have
 /// then delivered the entries before the bad place: a caller that replaces a list by a file must be ready to
@@ -72,7 +72,7 @@ void ReadCsv(QIODevice& device, const QString& name, FrequencyStoreListHelper::L
              const EntryCallback& callback);
 
 /// Receives one detection result of a file; the object is used again for the next.
-using ResultCallback = std::function<void(DetectionResult&)>;
+using ResultCallback = std::function<void(const DetectionResult&)>;
 
 /// Reads detection results, in XML or CSV, as the functions above read entries.
 void ReadDetectionResults(const QString& fileName, bool csv, const ResultCallback& callback);

@@ -11,7 +11,7 @@ namespace FreqStoreXml {
 template <class T>
 class PassingList final : public REPORTGENERATOR::IObjectList {
 public:
-    explicit PassingList(const std::function<void(T&)>& callback) : m_callback(callback) {}
+    explicit PassingList(const std::function<void(const T&)>& callback) : m_callback(callback) {}
 
     qsizetype Size() const override { return 0; }
     const REPORTGENERATOR::IRGObject& At(qsizetype) const override { return m_record; }
@@ -23,7 +23,7 @@ public:
     void Clear() override {}
 
 private:
-    const std::function<void(T&)>& m_callback;
+    const std::function<void(const T&)>& m_callback;
     T m_record;
 };
 

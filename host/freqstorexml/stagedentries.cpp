@@ -91,7 +91,7 @@ void StagedEntries::Read(const QString& fileName, bool csv, FrequencyStoreListHe
 
 void StagedEntries::Read(const QString& fileName, const std::function<void(const EntryCallback&)>& read) {
     try {
-        read([this](FrequencyStoreEntry& entry) { Append(entry); });
+        read([this](const FrequencyStoreEntry& entry) { Append(entry); });
     } catch (const RGException&) {
         clear();
         throw;
@@ -108,9 +108,9 @@ void StagedEntries::clear() {
     m_size = 0;
 }
 
-void StagedEntries::Append(FrequencyStoreEntry& entry) {
+void StagedEntries::Append(const FrequencyStoreEntry& entry) {
     if (m_source.entry != &entry)
-        m_source = Members(entry);
+        m_source = Members(const_cast<FrequencyStoreEntry&>(entry)); // which is only read
     if (m_chunks.empty() || m_chunks.back().size() >= ChunkSize)
         m_chunks.emplace_back().reserve(ChunkSize + ChunkSize / 16);
     std::string& bytes = m_chunks.back();
@@ -146,7 +146,7 @@ void StagedEntries::Append(FrequencyStoreEntry& entry) {
     ++m_size;
 }
 
-void StagedEntries::Drain(const std::function<void(const FrequencyStoreEntry&)>& take) {
+void StagedEntries::Drain(const EntryCallback& take) {
     m_last = FrequencyStoreEntry();
     while (!m_chunks.empty()) {
         const std::string chunk = std::move(m_chunks.front());
@@ -156,8 +156,7 @@ void StagedEntries::Drain(const std::function<void(const FrequencyStoreEntry&)>&
     clear();
 }
 
-void StagedEntries::takeChunk(std::string_view chunk,
-                              const std::function<void(const FrequencyStoreEntry&)>& take) {
+void StagedEntries::takeChunk(std::string_view chunk, const EntryCallback& take) {
     while (!chunk.empty()) {
         const auto changed = FreqStoreXml::Take<Mask>(chunk);
         Mask bit = 1;

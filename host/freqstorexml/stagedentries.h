@@ -31,25 +31,25 @@ public:
     /// The same for the entries that `read` hands on.
     void Read(const QString& fileName, const std::function<void(const EntryCallback&)>& read);
 
-    void Append(FrequencyStoreEntry& entry);
+    void Append(const FrequencyStoreEntry& entry);
     qint64 Size() const { return m_size; }
     /// Gives the entries in their order and frees their memory behind them. The object is used again for the
     /// next one.
-    void Drain(const std::function<void(const FrequencyStoreEntry&)>& take);
+    void Drain(const EntryCallback& take);
 
 private:
     /// The members of a record, by what they take in memory.
     struct Members {
         explicit Members(FrequencyStoreEntry& entry);
 
-        FrequencyStoreEntry* entry;
+        const FrequencyStoreEntry* entry;
         std::vector<void*> words; ///< numbers and times, of eight bytes
         std::vector<int*> integers;
         std::vector<QString*> texts;
     };
 
     void clear();
-    void takeChunk(std::string_view chunk, const std::function<void(const FrequencyStoreEntry&)>& take);
+    void takeChunk(std::string_view chunk, const EntryCallback& take);
 
     FrequencyStoreEntry m_last; ///< the one appended or drained last
     Members m_lastMembers;

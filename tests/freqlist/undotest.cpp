@@ -327,7 +327,7 @@ TEST_F(Undo, ObserversHearOfAReturnOnceAndFindTheEntryUnderItsOldPath) {
 TEST_F(Undo, ATextThatFollowsIsPutBackByItsWriter) {
     List& list = make("/L", addLoose, 3);
     auto* job = GetOrCreateValue<Value<QString>>(Q("/Job"));
-    UndoHistory::Instance().Follow(*job);
+    UndoHistory::Instance().Follow(*job, *list.node);
     job->SetValue(Q("<job by hand> 0 1 2</job>"));
     Ear writer;
     Ear receiver;

@@ -29,7 +29,7 @@ QVector<FrequencyStoreEntry> ParseCsv(QByteArray bytes, ListType type = Frequenc
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);
     ReadCsv(buffer, QStringLiteral("f.csv"), type,
-            [&](FrequencyStoreEntry& entry) { entries.append(entry); });
+            [&](const FrequencyStoreEntry& entry) { entries.append(entry); });
     return entries;
 }
 

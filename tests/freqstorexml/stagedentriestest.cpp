@@ -42,7 +42,7 @@ TEST_F(Staged, EntriesComeOutAsTheyWentIn) {
     const Entries entries = Varied(1000); // more than one chunk
     StagedEntries staged;
     for (int pass = 0; pass < 2; ++pass) { // it is empty and as new after the first
-        for (FrequencyStoreEntry entry : entries)
+        for (const FrequencyStoreEntry& entry : entries)
             staged.Append(entry);
         EXPECT_EQ(staged.Size(), entries.size());
         EXPECT_EQ(XmlOf(Drained(staged)), XmlOf(entries));

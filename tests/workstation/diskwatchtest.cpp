@@ -79,14 +79,14 @@ TEST_F(FilesOnDisk, AreReplacedWithoutAnotherQuestionWhenTheListIsKept) {
 
 TEST_F(FilesOnDisk, AreAskedAboutBeforeASaveThatComesFirst) {
     openList();
-    TargetListHandler::Instance()->AddNew();
     struct Row {
         Box::StandardButton answer;
         QString result;
         int rows; ///< of the file afterwards
     };
     for (const auto& [answer, result, rows] :
-         {Row{Box::Cancel, "not saved", 7}, {Box::No, "saved", 7}, {Box::Yes, "saved", 3}}) {
+         {Row{Box::Cancel, "not saved", 7}, {Box::No, "saved", 7}, {Box::Yes, "saved", 5}}) {
+        TargetListHandler::Instance()->AddNew();
         Write("list.sfl", lines(7));
         QString saved;
         const QString asked = Answered(answer, [&] { saved = save(); });
@@ -140,8 +140,7 @@ TEST_F(FilesOnDisk, HaveVersionsThatAreListedAndRestored) {
     EXPECT_EQ(entriesOf(Targets), 2);
     EXPECT_TRUE(tabText().contains('*'));
     EXPECT_EQ(LookAtFile(Path("list.sfl")).rows, 4) << "the file stays until it is saved";
-    EXPECT_EQ(window().FileOf(1) + window().FileOf(2) + window().FileOf(3) + window().FileOf(4),
-              Path("list.sfl"));
+    EXPECT_TRUE(title().contains("list.sfl")) << title().toStdString();
 }
 
 } // namespace

@@ -1,15 +1,26 @@
 #include "workstation/ending.h"
 
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/common/paths.h"
 #include "controls/frequencystore/files/filelook.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
+#include "controls/frequencystore/results/searchmcdataresult.h"
+#include "controls/frequencystore/targets/targetlisthandler.h"
+#include "controls/frequencystore/targets/wkflistentry.h"
 #include "host/report/outputfile.h"
 #include "host/startup/cfgcenter.h"
 #include "tests/support/dialogs.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/failurenote.h"
+#include "workstation/simulatedclassifier.h"
+#include "workstation/simulatedsearch.h"
+#include "workstation/unsaveddialog.h"
 
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPushButton>
 #include <QSessionManager>
+#include <QTreeWidget>
 
 #include <csignal>
 
@@ -147,6 +158,143 @@ TEST_F(Endings, UnsavedChangesOfAJobGoIntoAFileBesideTheLists) {
     EXPECT_TRUE(Read("data/Unsaved.pij").contains("new one"));
     EXPECT_FALSE(QFile::exists(Path("data/Unsaved-2.pij")));
     EXPECT_EQ(Read(job), before);
+}
+
+/// What the question about unsaved lists says; "list|entries|file" for each, and what is kept.
+struct Asked {
+    QStringList rows;
+    QString kept;
+    QString save; ///< text of its button
+};
+
+class UnsavedLists : public Endings {
+protected:
+    /// Closes the window; leaves those lists checked, and answers by a button.
+    Asked close(QDialogButtonBox::StandardButton answer, const QStringList& unchecked = {},
+                const std::function<void()>& then = {}) {
+        Asked asked;
+        WhenOpen<UnsavedDialog>([&](UnsavedDialog& dialog) {
+            auto* rows = dialog.findChild<QTreeWidget*>();
+            for (int i = 0; i < rows->topLevelItemCount(); ++i) {
+                QTreeWidgetItem& row = *rows->topLevelItem(i);
+                asked.rows << row.text(0) + '|' + row.text(1) + '|' + row.text(2);
+                row.setCheckState(0, unchecked.contains(row.text(0)) ? Qt::Unchecked : Qt::Checked);
+            }
+            if (auto* kept = dialog.findChild<QLabel*>("Kept"))
+                asked.kept = kept->text();
+            auto* buttons = dialog.findChild<QDialogButtonBox*>();
+            asked.save = buttons->button(QDialogButtonBox::Save)->text();
+            buttons->button(answer)->click();
+            if (then)
+                then();
+        });
+        station->GetWindow().close();
+        return asked;
+    }
+    static void addTarget(double hertz) {
+        Node* list = TargetListHandler::Instance()->GetItemsRoot();
+        WkfListEntry entry(makeNode(list, "Target"), true, nullptr);
+        entry.SetFrequency(hertz);
+    }
+    static void addResult(double hertz) {
+        Node* list = Tree::Instance()->GetNode(Paths::Results);
+        SearchMCDataResult(makeNode(list, "Entry"), true, nullptr).SetFrequency(hertz);
+    }
+    static Node* makeNode(Node* parent, const char* name) {
+        auto* node = new Node(parent, name);
+        parent->AddItemUnique(node);
+        return node;
+    }
+    static void addChannel() {
+        MemorySystemHandler::Instance()->SetNewEntry(7055000, 2700, "new one", "LSB");
+        MemorySystemHandler::Instance()->UpdateJobFileEntries();
+    }
+};
+
+TEST_F(UnsavedLists, AreNamedInOneQuestionWithWhatIsKept) {
+    const QString targets = Write("my.ltl", Read(sample("targets.ltl")));
+    const QString job = Write("my.pij", Read(sample("job-hf.pij")));
+    start({"--job", job, targets});
+    ASSERT_TRUE(station->LoadFiles());
+    station->SetAttended(true);
+    addTarget(7e6);
+    addChannel();
+    addResult(8e6);
+    noi().InsertNewValue(7e6, 3000, "mine");
+    const QByteArray before = Read(targets) + Read(job);
+    const Asked asked = close(QDialogButtonBox::Cancel, {"Data Results"});
+    EXPECT_EQ(asked.rows, (QStringList{"Local TargetList|528|my.ltl", "Memory Channels|37|my.pij",
+                                       "Data Results|1|never saved"}));
+    EXPECT_EQ(asked.kept,
+              "Frequencies of interest are kept without a question: 1 entry in NoiFrequencies.xml.");
+    EXPECT_EQ(asked.save, "&Save Checked");
+    EXPECT_TRUE(isOpen());
+    close(QDialogButtonBox::Save, {"Data Results"});
+    EXPECT_FALSE(isOpen());
+    EXPECT_EQ(LookAtFile(targets).rows, 528);
+    EXPECT_TRUE(Read(job).contains("new one"));
+    station->GetWindow().show();
+    EXPECT_EQ(close(QDialogButtonBox::Discard).rows, QStringList{"Data Results|1|never saved"});
+    EXPECT_FALSE(isOpen());
+    EXPECT_EQ(QDir(Path("data")).entryList({"SearchMC*"}), QStringList());
+}
+
+TEST_F(UnsavedLists, WithoutAFileAskForOneAndAFailedSaveKeepsTheWindow) {
+    startAttended();
+    addTarget(7e6);
+    EXPECT_EQ(close(QDialogButtonBox::Save, {}, [] { AnswerDialog(QString()); }).save, "&Save All");
+    EXPECT_TRUE(isOpen()) << "no name, no file";
+    QDir().mkpath(Path("taken.xml"));
+    close(QDialogButtonBox::Save, {}, [this] { AnswerDialog(Path("taken.xml")); });
+    EXPECT_TRUE(isOpen());
+    close(QDialogButtonBox::Save, {}, [this] { AnswerDialog(Path("mine.xml")); });
+    EXPECT_FALSE(isOpen());
+    EXPECT_EQ(LookAtFile(Path("mine.xml")).rows, 1);
+    addTarget(8e6);
+    station->GetWindow().show();
+    EXPECT_EQ(close(QDialogButtonBox::Save).rows, QStringList{"Local TargetList|2|mine.xml"});
+    EXPECT_EQ(LookAtFile(Path("mine.xml")).rows, 2);
+}
+
+TEST_F(UnsavedLists, WhatMachinesWriteAndWhatIsGoneAgainIsNotAskedAbout) {
+    startAttended();
+    station->GetSearch().Simulate(60'000'000, 1'700'000'000'000'000);
+    station->GetClassifier().SetRunning(true);
+    station->GetClassifier().Step(1'700'000'000'000'000);
+    station->GetClassifier().Step(1'700'000'100'000'000);
+    station->GetClassifier().SetRunning(false);
+    ASSERT_GT(entriesOf("/Lists/SearchMCDataResults"), 0);
+    QApplication::processEvents();
+    addTarget(7e6);
+    QApplication::processEvents();
+    TargetListHandler::Instance()->GetItemsRoot()->DeleteChildren();
+    QApplication::processEvents();
+    EXPECT_TRUE(station->GetWindow().close());
+    station->GetWindow().show();
+    addResult(9e6);
+    EXPECT_EQ(close(QDialogButtonBox::Discard).rows.size(), 1);
+}
+
+TEST_F(UnsavedLists, AreWrittenForRecoveryWhenNobodyCanBeAsked) {
+    const QString targets = Write("my.ltl", Read(sample("targets.ltl")));
+    start({targets});
+    ASSERT_TRUE(station->LoadFiles());
+    station->SetAttended(true);
+    addTarget(7e6);
+    noi().InsertNewValue(9e6, 3000, "mine");
+    int written = 0;
+    station->GetEnding().SetRecovery([&] { ++written; });
+    const std::function<void()> endIt = [&] {
+        if (!QApplication::activeModalWidget())
+            return QTimer::singleShot(0, qApp, endIt);
+        raise(SIGHUP); // while the question is open
+    };
+    QTimer::singleShot(0, qApp, [this] { station->GetWindow().close(); });
+    QTimer::singleShot(0, qApp, endIt);
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_EQ(written, 1);
+    EXPECT_EQ(LookAtFile(targets).rows, 527) << "the file is the operator's to write";
+    EXPECT_EQ(LookAtFile(Path("data/NoiFrequencies.xml")).rows, 1);
 }
 
 TEST_F(Endings, TheStatusBarShowsAFailedSaveUntilItIsResolvedOrDismissed) {

@@ -3,7 +3,9 @@
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
 #include "controls/frequencystore/targets/targetlistparser.h"
+#include "host/report/filestamps.h"
 #include "host/report/fileversions.h"
+#include "host/startup/cfgcenter.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fulldisk.h"
 #include "tests/support/traces.h"
@@ -322,6 +324,63 @@ TEST_F(Recoveries, AreWholeThoughTheListChangesWhileItIsWalked) {
     EXPECT_EQ(walk.EntryCount(), Count + 3);
 }
 
+TEST_F(Recoveries, ThatTheirFileHasOutlivedAreShownAndNotMeant) {
+    const QString file = writeBands("saved.xml", 2);
+    const qint64 written = FileStamps::State::Of(file)->modified;
+    for (const qint64 known : {written, written - 1}) {
+        QDir().mkpath(folder().path());
+        RecoveryWriter writer(folder().filePath("dead.recovery"));
+        writer.Begin();
+        writer.BeginSection({"noi", ".xml", 1'000'000, file, known}); // the clock has gone forward since
+        writer.Append(listOf(1));
+        writer.EndSection(1);
+        writer.Commit();
+        startAttended();
+        size_t checked = 0;
+        WhenOpen<RecoveryDialog>([&](RecoveryDialog& dialog) {
+            checked = dialog.GetChecked().size();
+            dialog.reject();
+        });
+        EXPECT_FALSE(station->OfferRecovery());
+        EXPECT_EQ(checked, known == written ? 1u : 0u);
+    }
+}
+
+class SharedDirectories : public Recoveries {};
+
+TEST_F(SharedDirectories, KeepListAndSettingsOfTheFirstWindow) {
+    const QString file = writeBands("NoiFrequencies.xml", 2);
+    QDir().mkpath(Path("config"));
+    const QString settings = Write("config/Application.ini", "NOIFrequencies=" + file.toUtf8() + "\n");
+    QProcess first;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    first.setProcessEnvironment(environment);
+    first.start(FREQSTORE_PROGRAM, {"--data", Path("data"), "--config", Path("config"), "missing.ltl"});
+    QByteArray said;
+    first.setReadChannel(QProcess::StandardError);
+    while (!said.contains("missing.ltl") && first.waitForReadyRead(60000))
+        said += first.readAllStandardError();
+    const QByteArray before = Read("config/Application.ini");
+    startAttended();
+    EXPECT_TRUE(messages().contains("is also used by freqstore")) << messages().toStdString();
+    EXPECT_EQ(entriesOf(Noi), 2);
+    station->GetEnding().Keep();
+    const QString own = Path("data/NoiFrequencies-window-%1.xml").arg(QCoreApplication::applicationPid());
+    EXPECT_FALSE(QFile::exists(own)) << "nothing has changed";
+    noi().InsertNewValue(7e6, 3000, "mine");
+    station->GetEnding().Keep();
+    EXPECT_EQ(FileRecords(own).Count(), 3);
+    ICfg& config = CfgCenter::GetAppCfg(ICfg::StartUp);
+    config.SetString("Theme", "dark");
+    EXPECT_EQ(config.GetString("Theme", QString()), "dark");
+    station.reset();
+    EXPECT_EQ(FileRecords(file).Count(), 2);
+    EXPECT_EQ(Read(settings), before);
+    first.kill();
+    first.waitForFinished();
+}
+
 /// A process that works until it is killed.
 class Life : public QProcess {
 public:
@@ -352,7 +411,7 @@ TEST_F(Recoveries, BringBackAllButTheLastMomentsOfAProcessThatIsKilled) {
     int restored = 0;
     for (int life = 0; life <= 20; ++life) {
         Life process(m_folder.path(), chance.generate(), "work");
-        const QList<QByteArray> lines = process.LinesUntilKilled(static_cast<int>(chance.bounded(2, 300)));
+        const QList<QByteArray> lines = process.LinesUntilKilled(static_cast<int>(chance.bounded(2, 200)));
         ASSERT_TRUE(lines.front().startsWith("has ")) << life << process.readAllStandardError().toStdString();
         const QByteArray begin = lines.front().mid(4);
         EXPECT_TRUE(may.contains(begin))

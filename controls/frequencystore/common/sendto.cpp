@@ -124,7 +124,7 @@ void Offer(FreqStoreListViewButtonBar& bar, const std::function<QVector<Frequenc
             menu->addAction(target.name, &bar, [&bar, entries, controller, name = target.name] {
                 if (!controller)
                     return;
-                const OperatorAction action(tr("Send"));
+                const OperatorAction step(tr("Send"));
                 const QString answer = told(Send(entries(), *controller, Tolerance()), name);
                 bar.Tell(answer); // until the counts change, which they do all the time while a search runs
                 emit FreqStore::Instance().Told(answer);

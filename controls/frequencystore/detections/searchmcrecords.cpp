@@ -225,7 +225,7 @@ void WriteResults(const QString& file, bool csv,
 
 void ReadFile(const QString& file, std::list<DetectionConventional>& records) {
     std::list<DetectionConventional> read;
-    const FreqStoreXml::EntryCallback take = [&](FrequencyStoreEntry& entry) {
+    const FreqStoreXml::EntryCallback take = [&](const FrequencyStoreEntry& entry) {
         read.push_back(FromEntry(entry, file));
     };
     REPORTGENERATOR::ReadInto(read, file, [&] {
@@ -240,8 +240,9 @@ void ReadFile(const QString& file, std::list<DetectionConventional>& records) {
 void ReadFile(const QString& file, std::list<ExtendedDetectionConventional>& records) {
     std::list<ExtendedDetectionConventional> read;
     REPORTGENERATOR::ReadInto(read, file, [&] {
-        FreqStoreXml::ReadDetectionResults(
-            file, isCsv(file), [&](DetectionResult& result) { read.push_back(FromResult(result, file)); });
+        FreqStoreXml::ReadDetectionResults(file, isCsv(file), [&](const DetectionResult& result) {
+            read.push_back(FromResult(result, file));
+        });
     });
     records.swap(read);
 }

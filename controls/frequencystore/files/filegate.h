@@ -6,7 +6,7 @@
 /// Without a guard every file that is chosen goes to its list.
 namespace FileGate {
 
-enum class List { Targets, MemoryChannels, Noi };
+enum class List { Targets, MemoryChannels, Noi, Results };
 
 class Guard {
 public:

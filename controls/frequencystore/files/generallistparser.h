@@ -42,7 +42,8 @@ public:
     /// is, and that is told: false.
     bool TakeEntries(
         const QString& path,
-        const std::function<void(const std::function<void(FreqStoreXml::FrequencyStoreEntry&)>&)>& read);
+        const std::function<void(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>&)>&
+            read);
 
 protected:
     ~GeneralListParser() = default;

@@ -183,8 +183,8 @@ void MemorySystemHandler::SetAFC_ValuePath(const QString& path) {
 
 void MemorySystemHandler::SetJobfile_ValuePath(const QString& path) {
     m_jobFile.Reset(Tree::Instance()->Find<Value<QString>>(path));
-    if (m_jobFile)
-        UndoHistory::Instance().Follow(*m_jobFile);
+    if (m_jobFile && m_root)
+        UndoHistory::Instance().Follow(*m_jobFile.get(), *m_root.get());
     if (m_jobFile && !m_inScanSurveillance)
         UpdateFromJobFile(QString());
 }

@@ -32,6 +32,9 @@ using EntryMerge::Silence;
 using Part = ListMerge::Part;
 using Key = FreqList::Key;
 
+/// Of a target whose file says none, as the list's readers have it.
+constexpr char UnsaidPriority[] = "1";
+
 QString numberText(double number) {
     return number > 0 ? Quor::ToShortest(number) : QString();
 }
@@ -284,10 +287,14 @@ ListMerge::Cell ListMerge::CellOf(size_t row, Part part) const {
         std::ranges::find_if(m_kind->keys, [&](const Key* known) { return carriedOf(*known).part == part; });
     if (key == m_kind->keys.end())
         return cell;
-    cell.theirs = shownText(part, textIn(fieldsOf(m_theirs[static_cast<qsizetype>(row)]), **key));
+    const Fields theirs = fieldsOf(m_theirs[static_cast<qsizetype>(row)]);
+    cell.theirs = shownText(part, textIn(theirs, **key));
     if (m_rows[row].mine == None)
         return cell;
-    cell.mine = shownText(part, textIn(fieldsOf(*m_mine[m_rows[row].mine]), **key));
+    const Fields mine = fieldsOf(*m_mine[m_rows[row].mine]);
+    cell.mine = shownText(part, textIn(mine, **key));
+    if (part == Part::Frequency)
+        cell.offset = EntryMerge::FrequencyOf(theirs) - EntryMerge::FrequencyOf(mine);
     const std::vector<EntryMerge::Difference> differences = differencesOf(row);
     cell.differs =
         std::ranges::find(differences, Names::Text(**key), &EntryMerge::Difference::key) != differences.end();
@@ -351,10 +358,14 @@ bool ListMerge::Apply() {
         const Row& entry = m_rows[row];
         if (entry.choice == Choice::Mine)
             continue;
-        if (entry.mine == None || entry.choice == Choice::Both)
-            added.append(m_theirs[static_cast<qsizetype>(row)]);
-        else
+        if (entry.mine != None && entry.choice != Choice::Both) {
             change(row);
+            continue;
+        }
+        added.append(m_theirs[static_cast<qsizetype>(row)]);
+        FreqStoreXml::Profile_Data& profile = added.last().GetProfile_Data();
+        if (profile.GetPriority().isEmpty())
+            profile.SetPriority(QString::fromLatin1(UnsaidPriority));
     }
     if (!added.isEmpty()) // what follows the list takes the changes with them
         m_list->AppendEntries(added);

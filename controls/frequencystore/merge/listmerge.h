@@ -63,6 +63,7 @@ public:
         QString mine;
         QString theirs;
         bool differs = false;
+        double offset = 0; ///< Hz by which their frequency lies above mine
     };
     /// Each of these is one value of an entry, but `Others`.
     enum class Part { Frequency, Bandwidth, Demodulation, Comment, Others };

@@ -9,11 +9,13 @@
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqlist/pixstatevector.h"
+#include "host/freqlist/undohistory.h"
 #include "host/freqstorexml/frequencystoreentry.h"
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
 
 #include <QPixmap>
+#include <QPointer>
 
 namespace {
 
@@ -89,8 +91,10 @@ void NOIFrequencyHandler::Init(Node* listNode) {
         if (m_updateIsDue)
             UpdateNOIList();
     });
-    connect(m_pMedCtrl.get(), &HalvoNodeMediatorCtrl::EntriesEdited, this,
-            &NOIFrequencyHandler::UpdateNOIList);
+    connect(m_pMedCtrl.get(), &HalvoNodeMediatorCtrl::EntriesEdited, this, [this] {
+        m_ready = true; // the file that could not be read, if any, is not waited for any more
+        UpdateNOIList();
+    });
     if (!m_remembersFile) {
         m_currentFile.clear();
         return;
@@ -174,7 +178,21 @@ bool NOIFrequencyHandler::IsWaitingForFile() const {
     return m_pMedCtrl && m_pMedCtrl->IsSuspended();
 }
 
+/// Undo of a read takes back what the list knows of its file.
+void NOIFrequencyHandler::keepFileForUndo() {
+    UndoHistory::Instance().Add(
+        std::make_unique<UndoState>([this, file = m_currentFile, unread = m_unreadFile,
+                                     incomplete = m_incomplete, alive = QPointer(this)]() mutable {
+            if (!alive)
+                return;
+            std::swap(m_currentFile, file);
+            std::swap(m_unreadFile, unread);
+            std::swap(m_incomplete, incomplete);
+        }));
+}
+
 void NOIFrequencyHandler::Prepare4NewFile() {
+    keepFileForUndo();
     m_filling = true;
     m_ready = false;
     m_incomplete = true;

@@ -125,6 +125,7 @@ private:
     NOIFrequencyHandler();
     ~NOIFrequencyHandler() override;
 
+    void keepFileForUndo();
     bool insert(double frequency, double bandwidth, const QString& comment);
     bool readEntries(const QString& path, bool tell);
     bool openXml(const QString& path);

@@ -2,6 +2,7 @@
 
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/common/keys.h"
+#include "controls/frequencystore/files/filegate.h"
 #include "controls/frequencystore/results/resultdialogs.h"
 #include "controls/frequencystore/results/resultlistviewfactory.h"
 #include "controls/frequencystore/results/searchmcdatareader.h"
@@ -116,9 +117,12 @@ QString SearchMCDataHandler::writeFile(QString (SearchMCDataHandler::*nameOf)(QS
 }
 
 QString SearchMCDataHandler::SaveToFile(bool silent) {
-    return writeFile(
+    const QString name = writeFile(
         &SearchMCDataHandler::GetSaveFileName,
-        [](HalvoNodeMediatorCtrl& list, const QString& name) { return list.SaveFrequencies(name); }, silent);
+        [](HalvoNodeMediatorCtrl& list, const QString& file) { return list.SaveFrequencies(file); }, silent);
+    if (!name.isEmpty())
+        FileGate::WasWritten(FileGate::List::Results, name);
+    return name;
 }
 
 QString SearchMCDataHandler::ExportToFile(bool silent) {

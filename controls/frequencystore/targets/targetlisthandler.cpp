@@ -7,6 +7,7 @@
 #include "controls/frequencystore/targets/wkflistentry.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
+#include "host/freqlist/undohistory.h"
 #include "host/freqstorexml/filehandling.h"
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
@@ -111,6 +112,18 @@ void TargetListHandler::publishFileName() {
         m_fileName->SetValue(m_currentFile, this);
 }
 
+void TargetListHandler::setCurrentFile(const QString& path) {
+    UndoHistory::Instance().Add(
+        std::make_unique<UndoState>([this, kept = m_currentFile, alive = QPointer(this)]() mutable {
+            if (!alive)
+                return;
+            std::swap(m_currentFile, kept);
+            publishFileName();
+        }));
+    m_currentFile = path;
+    publishFileName();
+}
+
 /// Whether the program keeps a chosen file from the list.
 bool TargetListHandler::isKeptOut(const QString& path) const {
     return !path.isEmpty() && !m_client && !FileGate::MayRead(FileGate::List::Targets, path);
@@ -125,8 +138,7 @@ QString TargetListHandler::ReadTargetList() {
         return QString();
     if (!path.isEmpty())
         ReadFile(path);
-    m_currentFile = path;
-    publishFileName();
+    setCurrentFile(path);
     return path;
 }
 
@@ -140,8 +152,7 @@ QString TargetListHandler::ImportTargetList() {
         startAnnouncing();
         FileGate::WasRead(FileGate::List::Targets, path, read);
     }
-    m_currentFile = path;
-    publishFileName();
+    setCurrentFile(path);
     return path;
 }
 

@@ -84,6 +84,7 @@ private:
     bool isKeptOut(const QString& path) const;
     void startAnnouncing();
     void publishFileName();
+    void setCurrentFile(const QString& path);
 
     static TargetListHandler* m_pInstance;
 

@@ -1,0 +1,145 @@
+// What undo costs. "ratio" is ours against the baseline of the same run, of processor time; "goal" is what it
+// must not exceed.
+
+#include "bench/figures.h"
+#include "bench/targets.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/common/keys.h"
+#include "controls/frequencystore/targets/targetlistparser.h"
+#include "host/freqlist/undohistory.h"
+#include "host/valuetree/value.h"
+
+#include <QUndoStack>
+
+#include <algorithm>
+#include <malloc.h>
+
+namespace {
+
+constexpr int Rows = 100000;
+constexpr int Pairs = 5;
+
+double medianOf(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+double residentBytes() {
+    malloc_trim(0);
+    QFile file(QStringLiteral("/proc/self/statm"));
+    file.open(QIODevice::ReadOnly);
+    return file.readAll().split(' ')[1].toDouble() * 4096;
+}
+
+/// Undo is on as long as it lives.
+class WithUndo {
+public:
+    WithUndo() { UndoHistory::Instance().SetOn(true); }
+    WithUndo(const WithUndo&) = delete;
+    WithUndo& operator=(const WithUndo&) = delete;
+    ~WithUndo() { UndoHistory::Instance().SetOn(false); }
+    QUndoStack& Stack() { return UndoHistory::Instance().Stack(); }
+};
+
+Node& listNode() {
+    return *TargetListHandler::Instance()->GetItemsRoot();
+}
+
+/// The list, empty, and nothing of another one in memory.
+void emptyList() {
+    listNode().DeleteChildren();
+    TargetListHandler::Instance()->GetParser()->GetMediatorCtrl()->ForceUpdateNow();
+    Bench::Get().Forget();
+}
+
+void update() {
+    TargetListHandler::Instance()->GetParser()->GetMediatorCtrl()->ForceUpdateNow();
+}
+
+void reportMedians(benchmark::State& state, const std::vector<double>& baseline,
+                   const std::vector<double>& ours, double goal) {
+    std::vector<double> ratio;
+    for (size_t i = 0; i < ours.size(); ++i)
+        ratio.push_back(ours[i] / baseline[i]);
+    report(state, medianOf(baseline), medianOf(ours), goal);
+    state.counters["ratio"] = medianOf(ratio);
+}
+
+/// Deleting all rows and undoing it, against reading them.
+void UndoDelete(benchmark::State& state) {
+    for (auto _ : state) {
+        std::vector<double> baseline, ours;
+        for (int i = 0; i < Pairs; ++i) {
+            Bench::Get().List(1);
+            emptyList();
+            baseline.push_back(processorSecondsOf([] { Bench::Get().List(Rows); }));
+            WithUndo undo;
+            ours.push_back(processorSecondsOf([&] {
+                {
+                    const OperatorAction action(QStringLiteral("Delete"));
+                    listNode().DeleteNodes(listNode().Children());
+                    update();
+                }
+                undo.Stack().undo();
+            }));
+            if (listNode().ChildCount() != Rows)
+                state.SkipWithError("rows are lost");
+        }
+        reportMedians(state, baseline, ours, 1.5);
+    }
+}
+
+/// Editing a value of all rows with undo, against the same without.
+void UndoEdit(benchmark::State& state) {
+    Bench::Get().List(Rows);
+    const std::vector<Node*> entries = listNode().Children();
+    int round = 0;
+    const auto edit = [&] {
+        const OperatorAction action(QStringLiteral("Edit"));
+        const QString text = QStringLiteral("edited %1").arg(++round);
+        for (const Node* entry : entries)
+            entry->FindOwnValue(Keys::KeyComment)->SetStringValue(text);
+        update();
+    };
+    for (auto _ : state) {
+        std::vector<double> baseline, ours;
+        for (int i = 0; i < Pairs; ++i) {
+            baseline.push_back(processorSecondsOf(edit));
+            const WithUndo undo;
+            ours.push_back(processorSecondsOf(edit));
+        }
+        reportMedians(state, baseline, ours, 1.3);
+    }
+    Bench::Get().Forget();
+}
+
+/// What a hundred steps keep in memory, each of which has changed two values of a hundred thousand rows.
+void UndoMemory(benchmark::State& state) {
+    Bench::Get().List(Rows);
+    for (auto _ : state) {
+        WithUndo undo;
+        const double before = residentBytes();
+        state.SetIterationTime(processorSecondsOf([&] {
+            for (int i = 0; i < UndoHistory::MostSteps; ++i) {
+                const OperatorAction action(QStringLiteral("Edit"));
+                const QString text = QStringLiteral("round %1").arg(i);
+                for (const Node* entry : listNode().Children()) {
+                    entry->FindOwnValue(Keys::KeyComment)->SetStringValue(text);
+                    entry->FindOwnValue(Keys::KeyFrequency)->SetStringValue(QString::number(1000 + i));
+                }
+            }
+        }));
+        state.counters["steps"] = undo.Stack().count();
+        state.counters["bytes"] = static_cast<double>(UndoHistory::Instance().InMemory());
+        state.counters["resident"] = residentBytes() - before;
+        state.counters["goal"] = static_cast<double>(UndoHistory::MostInMemory);
+    }
+    Bench::Get().Forget();
+}
+
+} // namespace
+
+BENCHMARK(UndoDelete)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(UndoEdit)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(UndoMemory)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
