@@ -1,5 +1,6 @@
 #include "cli/arguments.h"
 #include "cli/command.h"
+#include "cli/foreign.h"
 #include "cli/output.h"
 #include "cli/progressbar.h"
 #include "sweep/sweepfile.h"
@@ -49,11 +50,12 @@ std::optional<int> checkList(const Arguments& args, const QString& path, Problem
     if (!list)
         return std::nullopt;
     const qint64 before = problems.Count();
-    const bool isRead = list->Read(path);
+    QString kind;
+    const bool isRead = Foreign::Read(args, *list, path, &kind);
     const qint64 found = problems.Count() - before;
     problems.Flush(); // what is wrong stands before the summary
     const bool isPrinted =
-        printLine({kindOf(list->Names(), path, isRead),
+        printLine({kind.isEmpty() ? kindOf(list->Names(), path, isRead) : kind,
                    Counted(isRead ? static_cast<qint64>(list->Count()) : 0, "entry", "entries"),
                    Counted(found, "problem", "problems")},
                   path);
@@ -65,6 +67,7 @@ std::optional<int> checkList(const Arguments& args, const QString& path, Problem
 int RunCheck(const QStringList& arguments) {
     Arguments args("check",
                    "Tells the kind of each file, the number of its entries, and every problem in it.", -1);
+    Foreign::AddOptions(args.Parser());
     args.Parser().addPositionalArgument(QStringLiteral("FILE..."), QStringLiteral("Files to check."));
     int exitCode = ExitDone;
     if (!args.Take(arguments, exitCode))

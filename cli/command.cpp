@@ -8,11 +8,12 @@
 
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands = {
-        {"show", "[--list KIND] [--format table|json|tsv] [--where QUERY] FILE",
+        {"show", "[--list KIND] [--format table|json|tsv] [--where QUERY] [OPTIONS] FILE",
          "print the entries of a file", RunShow},
-        {"convert", "[--list KIND] [--force] [--spreadsheet-safe] IN OUT", "write a file in another format",
+        {"convert", "[--list KIND] [--to FORMAT] [OPTIONS] IN OUT", "write a file in another format",
          RunConvert},
         {"check", "[--list KIND] FILE...", "tell what is wrong with files", RunCheck},
+        {"formats", "", "tell which files of other programs are read and written", RunFormats},
         {"bands", "[--out FILE] FILE", "print the bands of frequencies of interest", RunBands},
         {"merge", "[OPTIONS] A B --out C", "add to a list what another one has", RunMerge},
         {"diff", "[OPTIONS] A B", "tell what two lists differ in", RunDiff},

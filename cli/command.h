@@ -24,6 +24,7 @@ int RunCheck(const QStringList& arguments);
 int RunBands(const QStringList& arguments);
 int RunDetect(const QStringList& arguments);
 int RunJob(const QStringList& arguments);
+int RunFormats(const QStringList& arguments);
 int RunVersions(const QStringList& arguments);
 int RunMerge(const QStringList& arguments);
 int RunDiff(const QStringList& arguments);

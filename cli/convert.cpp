@@ -1,5 +1,6 @@
 #include "cli/arguments.h"
 #include "cli/command.h"
+#include "cli/foreign.h"
 #include "cli/samefile.h"
 #include "host/freqstorexml/csvoptions.h"
 
@@ -14,6 +15,11 @@ int RunConvert(const QStringList& arguments) {
     args.Parser().addOption(
         {QStringLiteral("force"),
          QStringLiteral("Let OUT take the place of IN even when reading it told problems.")});
+    Foreign::AddOptions(args.Parser());
+    args.Parser().addOption(
+        {QStringLiteral("to"),
+         QStringLiteral("Write a file of another program; \"freqstore-cli formats\" lists them."),
+         QStringLiteral("FORMAT")});
     args.Parser().addPositionalArgument(QStringLiteral("IN"), QStringLiteral("File to read."));
     args.Parser().addPositionalArgument(QStringLiteral("OUT"), QStringLiteral("File to write."));
     int exitCode = ExitDone;
@@ -26,13 +32,16 @@ int RunConvert(const QStringList& arguments) {
     const std::unique_ptr<CliList> list = args.List(in);
     if (!list)
         return ExitUsage;
-    if (const QString refusal = list->Names().RefuseToWrite(out); !refusal.isEmpty()) {
+    const bool isForeign = args.IsSet("to");
+    if (isForeign && !Foreign::CheckTo(args, exitCode))
+        return exitCode;
+    if (const QString refusal = list->Names().RefuseToWrite(out); !isForeign && !refusal.isEmpty()) {
         args.TellUsage(refusal);
         return ExitUsage;
     }
-    if (!list->Read(in))
+    if (!Foreign::Read(args, *list, in))
         return ExitFile;
     const bool isKept = problems.Count() > 0 && !args.IsSet("force") && WouldLose(in, out);
-    const bool done = !isKept && list->Write(out);
+    const bool done = !isKept && (isForeign ? Foreign::Write(args, *list, out) : list->Write(out));
     return done && problems.Count() == 0 ? ExitDone : ExitFile;
 }

@@ -161,6 +161,11 @@ public:
         return names;
     }
     size_t Count() const override { return m_records.size(); }
+    void
+    VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const override {
+        for (const Record& record : m_records)
+            visit(SearchMC::ToEntry(record));
+    }
     bool VisitEntries(const EntryVisitor& visit) const override {
         Fields fields;
         addFields(fields, PlainMembers);

@@ -4,6 +4,7 @@
 #include "cli/memorylist.h"
 #include "cli/output.h"
 #include "cli/progressbar.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/common/paths.h"
 #include "controls/frequencystore/memory/memoryscansection.h"
 #include "controls/frequencystore/noi/noifrequency.h"
@@ -30,6 +31,7 @@ struct HandlerUse {
     const char* entryName;
     void (*start)(Handler&, Node*);
     GeneralListParser& (*parser)(Handler&); ///< which brackets the entries of a file
+    HalvoNodeMediatorCtrl& (*controller)(Handler&);
     FileNames names;
 };
 
@@ -65,6 +67,11 @@ protected:
         FillFromJson(node, from);
     }
     Node* GetNode() const override { return m_node; }
+    GeneralListParser* Parser() const override { return &m_use.parser(handler()); }
+    void
+    VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const override {
+        m_use.controller(handler()).VisitRecords(visit);
+    }
 
 private:
     static Handler& handler() { return *Handler::Instance(); }
@@ -88,20 +95,27 @@ constexpr FileMark NoiWritten[] = {
 
 std::unique_ptr<CliList> makeTargets() {
     static const HandlerUse<TargetListHandler> use = {
-        Paths::Targets, "Target", [](TargetListHandler& handler, Node* node) { handler.Init(node, false); },
+        Paths::Targets,
+        "Target",
+        [](TargetListHandler& handler, Node* node) { handler.Init(node, false); },
         [](TargetListHandler& handler) -> GeneralListParser& { return *handler.GetParser(); },
+        [](TargetListHandler& handler) -> HalvoNodeMediatorCtrl& {
+            return *handler.GetParser()->GetMediatorCtrl();
+        },
         FileNames{.read = TargetsRead, .written = TargetsWritten, .readsProfiles = true}};
     return std::make_unique<HandlerList<TargetListHandler, WkfListEntry>>(use);
 }
 
 std::unique_ptr<CliList> makeNoi() {
     static const HandlerUse<NOIFrequencyHandler> use = {
-        Paths::Noi, "Entry",
+        Paths::Noi,
+        "Entry",
         [](NOIFrequencyHandler& handler, Node* node) {
             handler.SetRemembersFile(false);
             handler.Init(node);
         },
         [](NOIFrequencyHandler& handler) -> GeneralListParser& { return handler; },
+        [](NOIFrequencyHandler& handler) -> HalvoNodeMediatorCtrl& { return *handler.GetMediatorCtrl(); },
         FileNames{.read = NoiRead, .written = NoiWritten, .readsProfiles = true}};
     return std::make_unique<HandlerList<NOIFrequencyHandler, NOIFrequency>>(use);
 }
@@ -294,6 +308,16 @@ CliList::CliList() {
 
 bool CliList::Read(const QString& path) {
     return Names().FormatRead(path) == FileFormat::Json ? readJson(path) : ReadFile(path);
+}
+
+bool CliList::ReadRecords(
+    const QString& path,
+    const std::function<void(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>&)>& read) {
+    if (GeneralListParser* const parser = Parser())
+        return parser->TakeEntries(path, read);
+    Problems::Report(
+        "clilist", {path, 0, QStringLiteral("is a file of another program, which this list does not take")});
+    return false;
 }
 
 bool CliList::readJson(const QString& path) {

@@ -12,8 +12,13 @@
 #include <optional>
 #include <vector>
 
+class GeneralListParser;
 class JsonEntry;
 class Node;
+
+namespace FreqStoreXml {
+class FrequencyStoreEntry;
+}
 
 enum class FieldType { Text, Number, Flag, Numbers };
 
@@ -40,6 +45,15 @@ public:
     /// through the problem sink.
     bool Read(const QString& path);
     bool Write(const QString& path);
+    /// Replaces the list by the entries that `read` hands on, as those of a file of that name; false, told,
+    /// when that fails or the list takes none.
+    bool ReadRecords(
+        const QString& path,
+        const std::function<void(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>&)>&
+            read);
+    /// Gives each entry as an interchange record.
+    virtual void
+    VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const = 0;
     /// How the list tells formats by names.
     virtual const FileNames& Names() const = 0;
     /// Number of entries.
@@ -51,6 +65,8 @@ public:
     QStringList Keys() const;
     void SetQuery(Query query) { m_query = std::move(query); }
 
+    /// Who takes the entries of other programs' files; null for a list that takes none.
+    virtual GeneralListParser* Parser() const { return nullptr; }
     /// The node whose children are the entries; null for a list whose entries are no nodes.
     virtual Node* GetNode() const { return nullptr; }
     /// Adds an entry behind those that are there.

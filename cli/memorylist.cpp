@@ -1,6 +1,7 @@
 #include "cli/memorylist.h"
 
 #include "cli/jsonfile.h"
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/common/paths.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "host/valuetree/tree.h"
@@ -67,6 +68,15 @@ void MemoryList::EndEntries(bool isWhole) {
         m_node->DeleteChildren();
     handler().SuspendMediatorCtrl(true, true); // the channels go into the job
     handler().ResetDataAfterNewFile();
+}
+
+GeneralListParser* MemoryList::Parser() const {
+    return &handler();
+}
+
+void MemoryList::VisitRecords(
+    const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const {
+    handler().GetMediatorCtrl()->VisitRecords(visit);
 }
 
 void MemoryList::AddEntry(const JsonEntry& from) {

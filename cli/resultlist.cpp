@@ -52,6 +52,10 @@ protected:
         FillFromJson(node, from);
     }
     Node* GetNode() const override { return m_node; }
+    void
+    VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const override {
+        list().VisitRecords(visit);
+    }
 
 private:
     static HalvoNodeMediatorCtrl& list() { return *SearchMCDataHandler::Instance()->GetMediatorCtrl(); }

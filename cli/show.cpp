@@ -2,6 +2,7 @@
 
 #include "cli/arguments.h"
 #include "cli/command.h"
+#include "cli/foreign.h"
 #include "cli/jsonfile.h"
 #include "cli/output.h"
 
@@ -143,6 +144,7 @@ int RunShow(const QStringList& arguments) {
                              QStringLiteral("Print only entries that match, in the language of the window's "
                                             "filter: \"bbc am\", \">7 MHz\", \"demod:am\"."),
                              QStringLiteral("QUERY")});
+    Foreign::AddOptions(args.Parser());
     args.Parser().addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("File to read."));
     int exitCode = ExitDone;
     if (!args.Take(arguments, exitCode))
@@ -154,7 +156,7 @@ int RunShow(const QStringList& arguments) {
     const std::unique_ptr<CliList> list = args.List(args.Files().first());
     if (!list)
         return ExitUsage;
-    if (!list->Read(args.Files().first()))
+    if (!Foreign::Read(args, *list, args.Files().first()))
         return ExitFile;
     problems.Flush();
     if (!takeWhere(args, *list))

@@ -32,8 +32,8 @@ struct ReadOptions {
     std::function<bool(qint64 done, qint64 total)> progress;
 };
 
-/// Receives one entry; may move texts out of it. The object is used again for the next.
-using TakeEntry = std::function<void(FreqStoreXml::FrequencyStoreEntry&)>;
+/// Receives one entry; the object is used again for the next.
+using TakeEntry = std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>;
 
 /// Makes the bytes of a file, entry by entry.
 class Encoder {

@@ -11,6 +11,7 @@ extern const Format GqrxBandPlan;
 extern const Format KiwiCsv;
 extern const Format KiwiJson;
 extern const Format SdrPlusJson;
+extern const Format SdrSharpXml;
 extern const Format EibiSchedule;
 extern const Format ScannerCsv;
 extern const Format AnnotationsCsv;

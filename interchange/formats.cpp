@@ -2,6 +2,7 @@
 #include "host/report/byteinput.h"
 #include "host/report/outputfile.h"
 
+#include <QBuffer>
 #include <QFile>
 
 #include <algorithm>
@@ -16,8 +17,9 @@ namespace Interchange {
 namespace {
 
 // The order matters: a file is the first format that knows it.
-constexpr const Format* All[] = {&ChirpCsv,   &GqrxBookmarks,  &GqrxBandPlan,      &KiwiCsv,  &EibiSchedule,
-                                 &ScannerCsv, &AnnotationsCsv, &FldigiFrequencies, &KiwiJson, &SdrPlusJson};
+constexpr const Format* All[] = {&ChirpCsv,     &GqrxBookmarks, &GqrxBandPlan,   &KiwiCsv,
+                                 &EibiSchedule, &ScannerCsv,    &AnnotationsCsv, &FldigiFrequencies,
+                                 &KiwiJson,     &SdrPlusJson,   &SdrSharpXml};
 
 template <typename Matches>
 const Format* find(Matches matches) {
@@ -45,7 +47,11 @@ const Format* FormatOfFile(const QString& path) {
     } catch (const RGException&) {
         return nullptr; // whoever reads the file tells why
     }
-    const TextForm form = LookAtText(file);
+    constexpr qint64 HeadBytes = 64 * 1024;
+    QByteArray head = file.read(HeadBytes);
+    QBuffer device(&head);
+    device.open(QIODevice::ReadOnly);
+    const TextForm form = LookAtText(device);
     return form.refusal.isEmpty() ? FormatOfText(form.head) : nullptr;
 }
 

@@ -76,6 +76,8 @@ public:
     /// Writes all entries to the file as frequency-store XML; false, told and traced, with the old file in
     /// place, on failure.
     [[nodiscard]] bool SaveFrequencies(const QString& fileName);
+    /// Gives each entry as an interchange record, which is good during the call.
+    void VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit);
     /// The same, as CSV when `csv` is set; throws RGException with file and reason instead.
     void WriteFrequencies(const QString& fileName, bool csv,
                           FreqStoreXml::FrequencyStoreListHelper::ListType type);
@@ -128,6 +130,8 @@ private:
     void closeHoles();
     void scheduleUpdate();
     void forEachEntry(const std::function<void(FrequencyNodeMediator&)>& visit);
+    void forEachRecord(
+        const std::function<void(FrequencyNodeMediator&, const FreqStoreXml::FrequencyStoreEntry&)>& visit);
     void writeList(FreqStoreXml::FrequencyStoreListWriter& writer);
     void writeLines(const QString& fileName);
     void makePlainEntry(const FreqStoreXml::FrequencyStoreEntry& entry);

@@ -53,17 +53,28 @@ void FrequencyNodeMediatorCtrl::forEachEntry(const std::function<void(FrequencyN
 }
 
 /// Each mediator describes itself into a list of one, so that a million entries never stand in memory.
-void FrequencyNodeMediatorCtrl::writeList(FrequencyStoreListWriter& writer) {
+void FrequencyNodeMediatorCtrl::forEachRecord(
+    const std::function<void(FrequencyNodeMediator&, const FrequencyStoreEntry&)>& visit) {
     FrequencyStoreList one;
-    bool begun = false;
     forEachEntry([&](FrequencyNodeMediator& mediator) {
+        mediator.AddToXml(one);
+        for (const FrequencyStoreEntry& entry : std::as_const(one).GetFrequencyStoreEntry())
+            visit(mediator, entry);
+        one.GetFrequencyStoreEntry().resize(0);
+    });
+}
+
+void FrequencyNodeMediatorCtrl::VisitRecords(const std::function<void(const FrequencyStoreEntry&)>& visit) {
+    forEachRecord([&](FrequencyNodeMediator&, const FrequencyStoreEntry& entry) { visit(entry); });
+}
+
+void FrequencyNodeMediatorCtrl::writeList(FrequencyStoreListWriter& writer) {
+    bool begun = false;
+    forEachRecord([&](FrequencyNodeMediator& mediator, const FrequencyStoreEntry& entry) {
         if (!begun)
             writer.Begin(FrequencyStoreList::NameToUsage(mediator.GetUsage()));
         begun = true;
-        mediator.AddToXml(one);
-        for (const FrequencyStoreEntry& entry : std::as_const(one).GetFrequencyStoreEntry())
-            writer.Append(entry);
-        one.GetFrequencyStoreEntry().resize(0);
+        writer.Append(entry);
     });
     if (!begun)
         writer.Begin(FrequencyStoreList::NameToUsage(GetUsageName()));

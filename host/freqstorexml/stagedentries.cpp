@@ -81,12 +81,17 @@ StagedEntries::Members::Members(FrequencyStoreEntry& of) : entry(&of) {
 StagedEntries::StagedEntries() : m_lastMembers(m_last), m_source(m_last) {}
 
 void StagedEntries::Read(const QString& fileName, bool csv, FrequencyStoreListHelper::ListType type) {
-    const EntryCallback append = [this](const FrequencyStoreEntry& entry) { Append(entry); };
-    try {
+    Read(fileName, [&](const EntryCallback& append) {
         if (csv)
             ReadCsv(fileName, type, append);
         else
             ReadXml(fileName, append);
+    });
+}
+
+void StagedEntries::Read(const QString& fileName, const std::function<void(const EntryCallback&)>& read) {
+    try {
+        read([this](const FrequencyStoreEntry& entry) { Append(entry); });
     } catch (const RGException&) {
         clear();
         throw;

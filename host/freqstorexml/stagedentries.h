@@ -28,6 +28,9 @@ public:
     /// "file:line: reason", and NotEnoughMemory when they do not fit into memory; there are no entries then.
     void Read(const QString& fileName, bool csv, FrequencyStoreListHelper::ListType type);
 
+    /// The same for the entries that `read` hands on.
+    void Read(const QString& fileName, const std::function<void(const EntryCallback&)>& read);
+
     void Append(const FrequencyStoreEntry& entry);
     qint64 Size() const { return m_size; }
     /// Gives the entries in their order and frees their memory behind them. The object is used again for the

@@ -39,7 +39,7 @@ inline ReadText readText(const Format& format, QByteArray bytes, const ReadOptio
     device.open(QIODevice::ReadOnly);
     try {
         const Account account = Read(format, device, QStringLiteral("file"), options,
-                                     [&](FreqStoreXml::FrequencyStoreEntry& entry) {
+                                     [&](const FreqStoreXml::FrequencyStoreEntry& entry) {
                                          result.entries << lineOf(entry);
                                          result.records.push_back(entry);
                                      });

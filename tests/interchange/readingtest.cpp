@@ -133,6 +133,17 @@ const Row Rows[] = {
      {"7000000|2800|LSB|A"},
      "bandwidths from the mode (1)",
      {"file:1: \"B\" has no frequency"}},
+    {"SdrSharp",
+     "sdrsharp",
+     "<?xml version=\"1.0\"?>\n<ArrayOfMemoryEntry xmlns:xsd=\"http://www.w3.org/2001/XMLSchema\">\n"
+     "  <MemoryEntry>\n    <IsFavourite>true</IsFavourite><Name>A &amp; B</Name><GroupName>Air</GroupName>\n"
+     "    <Frequency>121500000</Frequency><DetectorType>AM</DetectorType><Shift>0</Shift>\n"
+     "    <FilterBandwidth>10000</FilterBandwidth>\n  </MemoryEntry>\n  "
+     "<MemoryEntry><Name>no</Name></MemoryEntry>\n"
+     "</ArrayOfMemoryEntry>\n",
+     {"121500000|10000|AM|A & B"},
+     "GroupName (1), IsFavourite (1)",
+     {"file:8: has no frequency"}},
 };
 
 struct BadFile {
@@ -148,6 +159,7 @@ TEST(ReadingFilesOfOthers, TellsWhatIsNoneOfThem) {
         {"sdrpp", "{\"bookmarks\":\n" + deep, "file:2: is nested deeper than 64"},
         {"kiwi-json", "{\"dx\":[\n[1,2],\n[1 2]]}",
          "file:3: is no JSON: Missing a comma or ']' after an array element."},
+        {"sdrsharp", "<ArrayOfMemoryEntry>\n<MemoryEntry><Name>A", "file:2: "},
         {"chirp-csv", "Location,Name\n1,2\n", "file:1: has no column \"Frequency\""},
         {"chirp-csv", "Location,Frequency,Name\n1,7.1,\"a", "file:2: a quoted cell does not end"},
     };

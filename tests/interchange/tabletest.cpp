@@ -25,7 +25,7 @@ QStringList entriesOf(QByteArray bytes, const TableChoice& choice) {
     QBuffer device(&bytes);
     device.open(QIODevice::ReadOnly);
     ReadTable(device, QStringLiteral("file"), choice, {},
-              [&](FreqStoreXml::FrequencyStoreEntry& entry) { entries << lineOf(entry); });
+              [&](const FreqStoreXml::FrequencyStoreEntry& entry) { entries << lineOf(entry); });
     return entries;
 }
 

@@ -2,7 +2,7 @@
 
 #include "controls/frequencystore/files/linefields.h"
 #include "host/base/fixedplace.h"
-#include "host/freqstorexml/frequencystorelist.h"
+#include "host/freqstorexml/stagedentries.h"
 #include "host/report/filestamps.h"
 
 namespace {
@@ -34,6 +34,21 @@ bool GeneralListParser::ReadLines(const QString& path, const LineLayout& layout,
     const bool isUnchanged = reading.Finish();
     if (sound)
         *sound = isUnchanged && reader.IsSound();
+    ResetDataAfterNewFile();
+    return true;
+}
+
+bool GeneralListParser::TakeEntries(const QString& path,
+                                    const std::function<void(const FreqStoreXml::EntryCallback&)>& read) {
+    FreqStoreXml::StagedEntries entries;
+    try {
+        entries.Read(path, read);
+    } catch (const RGException& exception) {
+        Problems::Report(TraceSource, Problem::FromText(exception.GetErrorText()));
+        return false;
+    }
+    Prepare4NewFile();
+    entries.Drain([this](const FreqStoreXml::FrequencyStoreEntry& entry) { FillInEntry(entry); });
     ResetDataAfterNewFile();
     return true;
 }

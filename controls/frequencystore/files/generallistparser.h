@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class FileProblems;
 class QDomElement;
 class QDomNode;
@@ -35,6 +37,13 @@ public:
     /// told and traced and changes nothing; an unreadable document, or one without profiles, is told and
     /// yields no records. False in all these cases.
     bool ParseProfileTable(const QString& path);
+    /// Takes the entries that `read` hands on, as those of a file of that name. They are read to the end
+    /// before the list is touched: when `read` throws RGException, or memory runs out, the list stays as it
+    /// is, and that is told: false.
+    bool TakeEntries(
+        const QString& path,
+        const std::function<void(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>&)>&
+            read);
 
 protected:
     ~GeneralListParser() = default;

@@ -1,0 +1,160 @@
+#include "cli/foreign.h"
+
+#include "cli/command.h"
+#include "cli/output.h"
+#include "cli/progressbar.h"
+#include "host/base/problems.h"
+
+#include <QFileInfo>
+
+#include <optional>
+
+#include "interchange/format.h"
+#include "interchange/table.h"
+
+namespace {
+
+constexpr char TraceSource[] = "foreign";
+
+QString idsOf(bool written) {
+    QStringList ids;
+    for (const Interchange::Format* format : Interchange::Formats()) {
+        if (!written || format->makeEncoder)
+            ids << QString::fromLatin1(format->id);
+    }
+    return ids.join(QStringLiteral(", "));
+}
+
+/// The time of `--on-air`; nothing, told, for what is none.
+std::optional<QDateTime> timeOnAir(const Arguments& args) {
+    const QString text = args.Value("on-air");
+    if (text == QLatin1String("now"))
+        return QDateTime::currentDateTimeUtc();
+    const QDateTime time = QDateTime::fromString(text, Qt::ISODate);
+    if (time.isValid())
+        return time;
+    args.TellUsage(
+        QStringLiteral("--on-air \"%1\" is neither \"now\" nor a time such as 2026-05-01T18:30:00Z")
+            .arg(text));
+    return std::nullopt;
+}
+
+void tellAccount(const QString& path, const QString& what, const Interchange::Account& account) {
+    QStringList facts{Counted(account.entries, "entry", "entries")};
+    if (account.refused > 0)
+        facts << Counted(account.refused, "line refused", "lines refused");
+    if (const QString counts = account.CountsText(); !counts.isEmpty())
+        facts << QStringLiteral("without a place or changed: ") + counts;
+    ProgressBar::MakeRoom();
+    TellError(QStringLiteral("%1: %2: %3").arg(path, what, facts.join(QStringLiteral("; "))));
+}
+
+/// How a table is read: as `--columns` says, or as its headings do; nothing, told, when that leaves anything
+/// open.
+std::optional<Interchange::TableChoice> choiceFor(const Arguments& args, const QString& path) {
+    try {
+        Interchange::TableLook look = Interchange::LookAtTable(path);
+        if (args.IsSet("columns"))
+            Interchange::TakeTableOptions(args.Value("columns"), look.headings, look.choice);
+        const QString open = look.choice.WhyOpen(look.headings);
+        if (open.isEmpty())
+            return look.choice;
+        Problems::Report(
+            TraceSource,
+            {path, 1,
+             QStringLiteral("is a table of another program, and %1; if it is so, say: --columns \"%2\"")
+                 .arg(open, look.proposal.ToText(look.headings))});
+    } catch (const RGException& exception) {
+        Problems::Report(TraceSource, Problem::FromText(exception.GetErrorText()));
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+void Foreign::AddOptions(QCommandLineParser& parser) {
+    parser.addOption(
+        {QStringLiteral("columns"),
+         QStringLiteral("What the columns of a table hold, as \"frequency=Freq:MHz,name=Call,mode=Mode\"; "
+                        "also bandwidth and notes."),
+         QStringLiteral("COLUMNS")});
+    parser.addOption(
+        {QStringLiteral("keep-extras"),
+         QStringLiteral("Keep in the comment what other programs' files say and lists have no place for.")});
+    parser.addOption({QStringLiteral("on-air"),
+                      QStringLiteral("Of a schedule, take only what is on air at a time, or now."),
+                      QStringLiteral("TIME|now")});
+}
+
+bool Foreign::Read(const Arguments& args, CliList& list, const QString& path, QString* kind) {
+    const Interchange::Format* const format =
+        args.IsSet("columns") ? nullptr : Interchange::FormatOfFile(path);
+    const bool isTable =
+        args.IsSet("columns") ||
+        (!format && list.Names().FormatRead(path) == FileFormat::Unknown && QFileInfo(path).isFile());
+    if (!format && !isTable)
+        return list.Read(path);
+    Interchange::ReadOptions options;
+    options.keepExtras = args.IsSet("keep-extras");
+    if (args.IsSet("on-air") && !(options.onAirAt = timeOnAir(args)))
+        return false;
+    const QString what = format ? QString::fromLatin1(format->name) : QStringLiteral("table");
+    std::optional<Interchange::TableChoice> choice;
+    if (isTable && !(choice = choiceFor(args, path)))
+        return false;
+    ProgressBar bar;
+    options.progress = [&bar](qint64 done, qint64 total) {
+        bar.Show(done, total);
+        return true;
+    };
+    Interchange::Account account;
+    const bool isRead = list.ReadRecords(path, [&](const Interchange::TakeEntry& take) {
+        account = format ? Interchange::Read(*format, path, options, take)
+                         : Interchange::ReadTable(path, *choice, options, take);
+    });
+    if (isRead)
+        tellAccount(path, what, account);
+    if (kind)
+        *kind = what;
+    return isRead;
+}
+
+bool Foreign::CheckTo(const Arguments& args, int& exitCode) {
+    const Interchange::Format* const format = Interchange::FormatOfId(args.Value("to"));
+    if (format && format->makeEncoder)
+        return true;
+    exitCode = ExitUsage;
+    args.TellUsage(format
+                       ? QStringLiteral("files of %1 are only read").arg(QLatin1String(format->name))
+                       : QStringLiteral("no format is called \"%1\": %2").arg(args.Value("to"), idsOf(true)));
+    return false;
+}
+
+bool Foreign::Write(const Arguments& args, const CliList& list, const QString& path) {
+    const Interchange::Format& format = *Interchange::FormatOfId(args.Value("to"));
+    const Interchange::VisitEntries entries = [&list](const auto& visit) { list.VisitRecords(visit); };
+    if (const QString lost = Interchange::LookAtLosses(format, entries).CountsText(); !lost.isEmpty())
+        TellError(QStringLiteral("%1: %2 cannot hold: %3").arg(path, QLatin1String(format.name), lost));
+    try {
+        Interchange::Write(format, path, entries);
+        return true;
+    } catch (const RGException&) { // told
+        return false;
+    }
+}
+
+int RunFormats(const QStringList& arguments) {
+    Arguments args("formats", "Prints the files of other programs that can be read and written.", 0, false);
+    int exitCode = ExitDone;
+    if (!args.Take(arguments, exitCode))
+        return exitCode;
+    Output out(stdout);
+    const auto line = [&out](const char* id, const char* name, const char* ways, const char* lost) {
+        return out.Line(QString::asprintf("%-22s%-30s%-13s%s", id, name, ways, lost));
+    };
+    bool isPrinted = line("FORMAT", "FILES", "", "WHAT IS LOST");
+    for (const Interchange::Format* format : Interchange::Formats())
+        isPrinted = isPrinted && line(format->id, format->name, format->makeEncoder ? "read, write" : "read",
+                                      format->lost);
+    return isPrinted ? ExitDone : ExitFile;
+}

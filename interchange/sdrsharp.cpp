@@ -1,0 +1,173 @@
+#include "host/report/xmlscanner.h"
+
+#include <map>
+
+#include "interchange/formatlist.h"
+#include "interchange/rows.h"
+
+namespace Interchange {
+
+namespace {
+
+using REPORTGENERATOR::XmlScanner;
+
+// The frequency manager of a receiver's program: an XML array of entries whose members are elements, with
+// whole Hz.
+
+constexpr char Root[] = "ArrayOfMemoryEntry";
+constexpr char EntryName[] = "MemoryEntry";
+
+/// A member that our records have no place for, and what stands for nothing in it.
+struct Member {
+    const char* name;
+    const char* usual;
+    bool isAlwaysThere; ///< newer programs write more
+};
+constexpr Member Others[] = {{"IsFavourite", "false", true},
+                             {"GroupName", "Misc", true},
+                             {"Shift", "0", true},
+                             {"IsScanned", "false", false},
+                             {"CenterFrequency", "0", false}};
+
+bool knows(const QString& head) {
+    return head.contains(QLatin1Char('<') + QLatin1String(Root));
+}
+
+class Entries {
+public:
+    Entries(QIODevice& device, Reading& reading)
+        : m_input(device, reading.FileName()),
+          m_scanner(m_input.Device(), reading.FileName(), false),
+          m_reading(reading) {
+        reading.Follow(device);
+        m_input.Tell(reading.Problems());
+    }
+
+    void Read() {
+        int depth = 0;
+        for (XmlScanner::Token token = m_scanner.Next(); token != XmlScanner::Token::End;
+             token = m_scanner.Next()) {
+            switch (token) {
+            case XmlScanner::Token::StartElement:
+                start(++depth);
+                break;
+            case XmlScanner::Token::Text:
+                if (depth == MemberDepth)
+                    m_members[m_member] += m_scanner.Text();
+                break;
+            case XmlScanner::Token::EndElement:
+                if (depth-- == EntryDepth)
+                    take();
+                break;
+            case XmlScanner::Token::End:
+                break;
+            }
+        }
+    }
+
+private:
+    static constexpr int EntryDepth = 2;
+    static constexpr int MemberDepth = 3;
+
+    void start(int depth) {
+        if (depth == EntryDepth) {
+            m_line = m_scanner.Line();
+            m_members.clear();
+        } else if (depth == MemberDepth) {
+            m_member = m_scanner.Name();
+        }
+    }
+    std::string_view member(const char* name) const {
+        const auto found = m_members.find(name);
+        return found == m_members.end() ? std::string_view() : Trimmed(found->second);
+    }
+    void take() {
+        for (const Member& other : Others) {
+            if (const std::string_view content = member(other.name); content != other.usual)
+                m_reading.Extra(other.name, content);
+        }
+        m_reading.Take({.line = m_line,
+                        .frequency = member("Frequency"),
+                        .bandwidth = member("FilterBandwidth"),
+                        .words = ModeWords::SdrSharp,
+                        .mode = member("DetectorType"),
+                        .name = member("Name")});
+    }
+
+    REPORTGENERATOR::TextInput m_input;
+    XmlScanner m_scanner;
+    Reading& m_reading;
+    qint64 m_line = 0;
+    std::string m_member;
+    std::map<std::string, std::string, std::less<>> m_members;
+};
+
+void read(QIODevice& device, Reading& reading) {
+    Entries(device, reading).Read();
+}
+
+class EntryEncoder : public Encoder {
+public:
+    void Begin(std::string& out) override {
+        out += "<?xml version=\"1.0\"?>\n<ArrayOfMemoryEntry "
+               "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" "
+               "xmlns:xsd=\"http://www.w3.org/2001/XMLSchema\">\n";
+    }
+
+    void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) override {
+        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+        const QString demodulation = settings.AnalogDemodToName(settings.GetAnalogDemod());
+        const double bandwidth = settings.GetIFBandwidth().GetValue();
+        CommentParts parts = SplitComment(entry.GetComment());
+        const CommentParts kept = parts;
+        parts.extras.clear();
+        const ModeWord mode = WordOf(ModeWords::SdrSharp, demodulation, bandwidth);
+        if (!mode.isExact)
+            lost.Count("modes that are none here");
+        out += "  <MemoryEntry>\n";
+        appendOther(out, Others[0], kept);
+        appendText(out, "Name", JoinComment(parts));
+        appendOther(out, Others[1], kept);
+        appendHertz(out, "Frequency", settings.GetFrequency().GetValue(), lost);
+        appendText(out, "DetectorType", TextOf(mode.word.empty() ? "NFM" : mode.word));
+        appendOther(out, Others[2], kept);
+        appendHertz(out, "FilterBandwidth", bandwidth, lost);
+        for (const Member& other : std::span(Others).subspan(3))
+            appendOther(out, other, kept);
+        out += "  </MemoryEntry>\n";
+        ++lost.entries;
+    }
+
+    void End(std::string& out) override { out += "</ArrayOfMemoryEntry>\n"; }
+
+private:
+    static void appendText(std::string& out, const char* name, const QString& text) {
+        out.append("    <").append(name).append(">");
+        REPORTGENERATOR::AppendText(out, text, REPORTGENERATOR::XmlTextEscapes);
+        out.append("</").append(name).append(">\n");
+    }
+    static void appendHertz(std::string& out, const char* name, double hertz, Account& lost) {
+        out.append("    <").append(name).append(">");
+        AppendWholeHertz(out, hertz, lost);
+        out.append("</").append(name).append(">\n");
+    }
+    static void appendOther(std::string& out, const Member& member, const CommentParts& kept) {
+        const QString text = kept.Extra(QLatin1String(member.name));
+        if (!text.isNull() || member.isAlwaysThere)
+            appendText(out, member.name, text.isNull() ? QString::fromLatin1(member.usual) : text);
+    }
+};
+
+} // namespace
+
+const Format SdrSharpXml{
+    "sdrsharp",
+    "SDR# frequencies",
+    ".xml",
+    "groups, favourites and shifts have no place in our lists; modes beyond its eight have none in "
+    "the file",
+    knows,
+    read,
+    []() -> std::unique_ptr<Encoder> { return std::make_unique<EntryEncoder>(); }};
+
+} // namespace Interchange

@@ -1,0 +1,126 @@
+#include "tests/cli/runcli.h"
+
+#include "interchange/format.h"
+
+namespace {
+
+class ForeignTest : public testing::Test, protected TestFolder {
+protected:
+    static QByteArray Chirp() {
+        return "Location,Name,Frequency,Duplex,Offset,Tone,rToneFreq,cToneFreq,DtcsCode,DtcsPolarity,Mode,"
+               "TStep,Skip,"
+               "Power,Comment,URCALL,RPT1CALL,RPT2CALL,DVCODE\n"
+               "0,Tower,121.500000,,0.000000,,88.5,88.5,023,NN,AM,5.00,,50W,,,,,\n"
+               "1,Repeater,145.600000,-,0.600000,,88.5,88.5,023,NN,FM,12.50,,,,,,,\n";
+    }
+};
+
+TEST_F(ForeignTest, FilesAreKnownByTheirContentWhateverTheirNameIs) {
+    for (const char* name : {"radio.csv", "radio.txt", "radio", "radio.ltl"}) {
+        const QString path = Write(Q(name), Chirp());
+        const CliResult checked = Cli("check", {path});
+        EXPECT_TRUE(checked.Is(ExitDone, path + Q(": CHIRP CSV, 2 entries, no problems"))) << name;
+        EXPECT_EQ(checked.err,
+                  (path + Q(": CHIRP CSV: 2 entries; without a place or changed: Duplex (1), Offset (1), "
+                            "Power (1), TStep (1), bandwidths from the mode (2)\n"))
+                      .toStdString());
+    }
+}
+
+TEST_F(ForeignTest, EntriesReachEachListOfEntries) {
+    const QString path = Write(Q("radio.csv"), Chirp());
+    for (const char* list : {"target", "memory-hf", "memory-vuhf", "noi"}) {
+        const QJsonArray shown = ShownBy("show", {"--list", Q(list), "--keep-extras", path},
+                                         list == std::string("memory-hf") ? ExitFile : ExitDone);
+        ASSERT_EQ(shown.size(), 2) << list;
+        EXPECT_EQ(shown[0].toObject()[Q("frequency")].toDouble(), 121'500'000.0) << list;
+        EXPECT_EQ(shown[0].toObject()[Q("comment")].toString(), Q("Tower {Power=50W}")) << list;
+    }
+    EXPECT_TRUE(Cli("show --list results", {path}).Is(ExitFile, Q("which this list does not take")));
+}
+
+TEST_F(ForeignTest, RefusedLinesAreToldAndTheRestIsRead) {
+    const QString path = Write(Q("radio.csv"), Chirp() + "2,Bad,\"121,5\"\n");
+    EXPECT_TRUE(Cli("check", {path}).Is(ExitFile, path + Q(":4: \"121,5\" is no frequency")));
+    EXPECT_EQ(ShownBy("show", {path}, ExitFile).size(), 2);
+}
+
+TEST_F(ForeignTest, ListsAreWrittenForOtherPrograms) {
+    const QString in = Write(Q("in.csv"), Chirp());
+    for (const Interchange::Format* format : Interchange::Formats()) {
+        const QString id = QString::fromLatin1(format->id);
+        const QString out = Path(Q("out"));
+        const CliResult written = Cli("convert", {in, out, "--to", id});
+        if (!format->makeEncoder) {
+            EXPECT_TRUE(written.Is(ExitUsage, Q("are only read"))) << format->id;
+            continue;
+        }
+        EXPECT_TRUE(written.Is(ExitDone)) << format->id;
+        EXPECT_TRUE(Cli("check", {out}).Is(ExitDone, QString::fromLatin1(format->name))) << format->id;
+        EXPECT_EQ(ShownBy("show", {out})[1].toObject()[Q("frequency")].toDouble(), 145'600'000.0)
+            << format->id;
+    }
+    EXPECT_TRUE(Cli("convert", {in, Path(Q("out")), "--to", "chirp"})
+                    .Is(ExitUsage, Q("no format is called \"chirp\": chirp-csv")));
+    const CliResult lossy = Cli("convert", {Sample(Q("targets.ltl")), Path(Q("out")), "--to", "chirp-csv"});
+    EXPECT_TRUE(lossy.Is(ExitDone));
+    EXPECT_NE(lossy.err.find("CHIRP CSV cannot hold: bandwidths ("), std::string::npos) << lossy.err;
+}
+
+TEST_F(ForeignTest, ResultsAndDetectionsLeaveForOtherPrograms) {
+    EXPECT_TRUE(
+        Cli("convert --list results", {Sample(Q("results.xml")), Path(Q("results.out")), "--to", "gqrx"})
+            .Is(ExitDone));
+    EXPECT_TRUE(Cli("check", {Path(Q("results.out"))}).Is(ExitDone, Q("Gqrx bookmarks")));
+    EXPECT_TRUE(Cli("detect", {Sample(Q("sweep.csv")), Path(Q("found.xml"))}).Is(ExitDone));
+    EXPECT_TRUE(
+        Cli("convert --list detections", {Path(Q("found.xml")), Path(Q("found.out")), "--to", "sdrangel"})
+            .Is(ExitDone));
+    EXPECT_GT(ShownBy("show", {Path(Q("found.out"))}).size(), 0);
+}
+
+TEST_F(ForeignTest, TablesAreReadWhenTheirUnitIsKnown) {
+    const QString open = Write(Q("list.tsv"), "Freq\tCall\n118.1\tTower\n");
+    EXPECT_TRUE(Cli("show", {open})
+                    .Is(ExitFile, open + Q(":1: is a table of another program, and nothing tells the unit of "
+                                           "column \"Freq\"; if it is so, say: --columns "
+                                           "\"frequency=Freq:MHz,name=Call\"")));
+    const QJsonArray shown = ShownBy("show", {open, "--columns", "frequency=Freq:MHz,comment=Call"});
+    EXPECT_EQ(shown[0].toObject()[Q("frequency")].toDouble(), 118'100'000.0);
+    EXPECT_EQ(shown[0].toObject()[Q("comment")].toString(), Q("Tower"));
+    EXPECT_EQ(ShownBy("show", {Write(Q("sure.tsv"), "MHz\tFrequency (kHz)\n1\t5505\n")})[0]
+                  .toObject()[Q("frequency")]
+                  .toDouble(),
+              5'505'000.0);
+    EXPECT_TRUE(
+        Cli("show", {open, "--columns", "frequency=Freq:parsec"}).Is(ExitFile, Q("\"parsec\" is no unit")));
+}
+
+TEST_F(ForeignTest, SchedulesAreReadForATime) {
+    const QString path =
+        Write(Q("sked.csv"), "kHz:75;Time(UTC):93;Days:59;ITU:49;Station:201;Lng:49;Target:62;\n"
+                             "5890;0600-0700;;D;Morning;D;Eu;;1;;;\n9410;1800-1900;;G;Evening;E;Af;;1;;;\n");
+    const QJsonArray shown = ShownBy("show", {path, "--on-air", "2026-05-01T18:30:00Z"});
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].toObject()[Q("comment")].toString(), Q("Evening {Time=1800-1900}"));
+    EXPECT_TRUE(
+        Cli("show", {path, "--on-air", "tomorrow"}).Is(ExitFile, Q("--on-air \"tomorrow\" is neither")));
+}
+
+TEST(Formats, AreListedAsThePageOfThemSays) {
+    const CliResult listed = Cli("formats");
+    EXPECT_TRUE(listed.Is(ExitDone));
+    QFile page(Q(SAMPLES_DIR "/../docs/interchange.md"));
+    ASSERT_TRUE(page.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(page.readAll());
+    for (const Interchange::Format* format : Interchange::Formats()) {
+        EXPECT_NE(listed.out.find(format->name), std::string::npos);
+        const QString row = QStringLiteral("| `%1` | %2 | %3 | %4 |")
+                                .arg(QLatin1String(format->id), QLatin1String(format->name),
+                                     QLatin1String(format->makeEncoder ? "read, write" : "read"),
+                                     QLatin1String(format->lost));
+        EXPECT_TRUE(text.contains(row)) << row.toStdString();
+    }
+}
+
+} // namespace
