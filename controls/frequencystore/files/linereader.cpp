@@ -130,11 +130,9 @@ void LineReader::passOverLineFeed() {
     m_firstControl = ++m_nextControl;
 }
 
-void LineReader::takeOutControls(QStringView& line) {
-    if (std::none_of(line.begin(), line.end(), IsStrayControl))
-        return;
+void LineReader::takeOutControls() {
     ReportProblem(QCoreApplication::translate("Readers", "control characters are left out"));
-    m_cleaned = line.toString();
+    m_cleaned = m_line.toString();
     m_cleaned.removeIf(IsStrayControl);
     m_line = m_cleaned;
 }
@@ -164,8 +162,9 @@ bool LineReader::Next(QStringView& line) {
     ++m_lineNumber;
     if (tooLong)
         ReportProblem(QCoreApplication::translate("Readers", "line is too long; its end is ignored"));
-    if (m_hasControls)
-        takeOutControls(line);
+    if (m_hasStrayControls)
+        takeOutControls();
+    line = m_line;
     if (isCut && !m_endTold && !line.trimmed().isEmpty())
         m_problems.ReportAlways(
             m_lineNumber,
