@@ -21,6 +21,7 @@ bool ValueText<char>::FromText(const QString& text, char& value) {
 void Detail::ContentOf<QString, ValueBase>::SetText(QStringView text, IObserver* originator) {
     if (text == GetValue())
         return;
+    ChangeRecorder::NoteChange(*this, originator);
     const Texts::Id old = m_text;
     m_text = IsOfShape() ? Texts::KeepForEntry(NameId(), text) : Texts::Keep(text.toString());
     Texts::Release(old);
