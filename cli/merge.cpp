@@ -4,6 +4,7 @@
 #include "cli/output.h"
 #include "cli/samefile.h"
 #include "cli/twolists.h"
+#include "controls/frequencystore/common/keys.h"
 #include "host/base/problems.h"
 #include "host/valuetree/node.h"
 #include "host/valuetree/value.h"
@@ -121,8 +122,12 @@ private:
     /// What differs is taken; what the second list says nothing about stays.
     void takeOver(size_t place, Node& mine) {
         const std::vector<EntryField> entry = m_lists.Second().At(place);
-        const std::vector<EntryMerge::Difference> differences = EntryMerge::Differences(
+        std::vector<EntryMerge::Difference> differences = EntryMerge::Differences(
             ComparedFields(FieldsOf(mine)), ComparedFields(entry), EntryMerge::Silence::IsEqual);
+        if (m_lists.First().Names().FormatRead(m_name) == FileFormat::SflLines) // have none: it is made up
+            std::erase_if(differences, [](const EntryMerge::Difference& difference) {
+                return difference.key == Keys::Priority.Text();
+            });
         if (differences.empty())
             return;
         QJsonObject members;

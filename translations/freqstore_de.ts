@@ -4108,14 +4108,14 @@ Fremdes: %2</translation>
     </message>
     <message>
         <source>I&amp;mport into List...</source>
-        <translation>In Liste i&amp;mportieren...</translation>
+        <translation>In &amp;Liste importieren...</translation>
     </message>
     <message>
         <source>Show what the entries of a file would add to the list and change in it, and choose</source>
         <translation>Zeigen, was die Einträge einer Datei der Liste hinzufügen und an ihr ändern würden, und auswählen</translation>
     </message>
     <message>
-        <source>Find &amp;Duplicates</source>
+        <source>Find D&amp;uplicates</source>
         <translation>&amp;Doppelte suchen</translation>
     </message>
     <message>

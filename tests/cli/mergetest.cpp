@@ -98,6 +98,19 @@ TEST_F(MergeTest, AChannelThatIsTakenOverHasTheRangeOfTheOtherOnly) {
     EXPECT_EQ(merged[Q("rangefrequencies")].toArray(), QJsonArray{7058000.0});
 }
 
+TEST_F(MergeTest, WhatAFormatDoesNotCarryIsNotTakenOver) {
+    const QString a = Write("a.ltl", "1000\t9000\tone\tAM\tn\tred\t3\n2000\t9000\ttwo\tAM\tn\tred\t3\n");
+    const QString b = Write("b.sfl", "1000\tuno\t0\tAM\n2000\ttwo\t9000\tAM\n");
+    const QString out = Path("out.ltl");
+    EXPECT_TRUE(
+        Cli("merge --prefer second", {a, b, "--out", out}).Is(ExitDone, Q("1 changed, 1 as they were")));
+    const QJsonObject first = ShownBy("show", {out})[0].toObject();
+    EXPECT_EQ(first[Q("comment")], Q("uno"));
+    EXPECT_EQ(first[Q("priority")], 3);
+    EXPECT_EQ(first[Q("threadclass")], Q("red"));
+    EXPECT_EQ(first[Q("bandwidth")], 9000);
+}
+
 TEST_F(MergeTest, NothingIsWrittenWhereTheInputIsRefused) {
     const QString good = Targets("good.ltl", {"1000 9000 one AM"});
     const QString none = Targets("none.ltl", {"0 9000 none AM"});
