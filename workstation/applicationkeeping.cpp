@@ -55,10 +55,9 @@ void Workstation::leaveNoiFile() {
         return;
     const QFileInfo file(list.GetCurrentFileName());
     list.SetRemembersFile(false);
-    list.SetCurrentFileName(file.dir().filePath(QStringLiteral("%1-window-%2.%3")
-                                                    .arg(file.completeBaseName())
-                                                    .arg(QCoreApplication::applicationPid())
-                                                    .arg(file.suffix())));
+    // Lines, since an XML file that is not there yet would be taken for none of the list's.
+    list.SetCurrentFileName(file.dir().filePath(
+        QStringLiteral("%1-window-%2.noi").arg(file.baseName()).arg(QCoreApplication::applicationPid())));
 }
 
 std::unique_ptr<NoiKeeper> Workstation::makeNoiKeeper() {

@@ -366,7 +366,7 @@ TEST_F(SharedDirectories, KeepListAndSettingsOfTheFirstWindow) {
     EXPECT_TRUE(messages().contains("is also used by freqstore")) << messages().toStdString();
     EXPECT_EQ(entriesOf(Noi), 2);
     station->GetEnding().Keep();
-    const QString own = Path("data/NoiFrequencies-window-%1.xml").arg(QCoreApplication::applicationPid());
+    const QString own = Path("data/NoiFrequencies-window-%1.noi").arg(QCoreApplication::applicationPid());
     EXPECT_FALSE(QFile::exists(own)) << "nothing has changed";
     noi().InsertNewValue(7e6, 3000, "mine");
     station->GetEnding().Keep();
