@@ -8,6 +8,7 @@
 #include "host/base/frequencytext.h"
 #include "host/base/numbers.h"
 #include "host/freqlist/frequencynodemediator.h"
+#include "host/valuetree/operatoraction.h"
 
 #include <algorithm>
 #include <cmath>
@@ -351,6 +352,7 @@ void ListMerge::change(size_t row) {
 bool ListMerge::Apply() {
     if (!isAsMatched())
         return false;
+    const OperatorAction action(tr("Import into List"));
     QVector<FrequencyStoreEntry> added;
     const Plan plan = GetPlan();
     added.reserve(plan.added);
