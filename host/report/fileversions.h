@@ -10,12 +10,6 @@
 /// The last contents of files that were saved, as copies in a folder of the program's own. What is known of a
 /// copy stands in its name, so that a copy is there with all that is known of it or not at all; several
 /// processes may share the folder. Equal contents of a file are kept once, at the place of the latest.
-///
-/// \code
-/// FileVersions versions(QDir(data).filePath("versions"));
-/// versions.Keep(path);
-/// const std::vector<FileVersions::Version> kept = versions.Of(path); // newest first
-/// \endcode
 class FileVersions {
 public:
     /// Of the folder within a data directory.
