@@ -2534,6 +2534,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>All of %1</source>
         <translation>Alle von %1</translation>
     </message>
+    <message>
+        <source>Row %1 of %2</source>
+        <translation>Zeile %1 von %2</translation>
+    </message>
 </context>
 <context>
     <name>SweepDialog</name>
