@@ -6,9 +6,11 @@
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/targets/targetlistparser.h"
 #include "controls/frequencystore/targets/wkflistview.h"
+#include "host/freqlist/buttonbar.h"
 #include "host/freqlist/frequencynodemediator.h"
 
 #include <QApplication>
+#include <QScrollBar>
 
 namespace {
 
@@ -33,9 +35,8 @@ double longestTurn(WkfListView& view, const std::function<void()>& work) {
 }
 
 void selectFirst(WkfListView& view, int rows) {
-    const QAbstractItemModel& model = *view.model();
-    view.selectionModel()->select(QItemSelection(model.index(0, 0), model.index(rows - 1, 0)),
-                                  QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    view.SelectPlace(0);
+    view.GoToRow(rows - 1, Qt::ShiftModifier);
 }
 
 void deleteFirst(int rows) {
@@ -50,6 +51,7 @@ void Waits(benchmark::State& state) {
     Bench::Get().Forget();
     Bench::Get().List(Rows);
     std::unique_ptr<WkfListView> view;
+    FreqStoreListViewButtonBar bar; // without one nothing can be pasted
     for (auto _ : state) {
         const auto take = [&](const char* name, const std::function<void()>& work) {
             const double longest = longestTurn(*view, work);
@@ -57,6 +59,7 @@ void Waits(benchmark::State& state) {
         };
         state.counters["first_paint"] = processorSecondsOf([&] {
             view = std::make_unique<WkfListView>(nullptr, Bench::Get().ListId());
+            view->InitFreqStoreWidget(&bar);
             view->resize(1200, 800);
             view->show();
             QApplication::processEvents();
@@ -83,13 +86,18 @@ void Waits(benchmark::State& state) {
         });
         filter("filter_clear_selected", "");
         take("select_all", [&] { view->selectAll(); });
+        take("scroll_far", [&] { view->verticalScrollBar()->setValue(Rows / 2); });
+        take("end_key", [&] { view->GoToRow(Rows - 1, Qt::ShiftModifier); });
         view->clearSelection();
         take("delete", [] { deleteFirst(Few); });
         selectFirst(*view, Few);
+        const int before = view->RowCount();
         take("paste", [&] {
             view->Duplicate();
             controller().ForceUpdateNow();
         });
+        if (view->RowCount() != before + Few)
+            state.SkipWithError("nothing was pasted");
         state.counters["goal"] = Goal;
     }
 }

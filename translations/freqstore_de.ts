@@ -3356,6 +3356,10 @@ Fremdes: %2</translation>
         <source>All of %1</source>
         <translation>Alle von %1</translation>
     </message>
+    <message>
+        <source>Row %1 of %2</source>
+        <translation>Zeile %1 von %2</translation>
+    </message>
 </context>
 <context>
     <name>SweepDialog</name>

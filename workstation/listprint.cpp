@@ -1,7 +1,6 @@
 #include "workstation/listprint.h"
 
 #include "host/freqlist/frequencystorelistview.h"
-#include "host/freqlist/vectorlistviewbase.h"
 #include "host/gui/sortlistview.h"
 
 #include <QDateTime>
@@ -9,48 +8,12 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
-#include <QScrollBar>
 
 namespace {
 
 constexpr double PointSize = 8;
 constexpr int Resolution = 300; // dots per inch of a PDF document
 constexpr int GapWidth = 1;     // characters between columns
-
-/// The rows that a list shows, by number. Where the list holds only a page of them, the page follows, and is
-/// put back at the end.
-class ShownRows {
-public:
-    explicit ShownRows(FrequencyStoreListView& view)
-        : m_list(*view.GetListView()), m_pages(dynamic_cast<VectorListViewBase*>(view.GetWidget())) {
-        if (m_pages)
-            m_firstBefore = m_pages->GetScrollBar()->value();
-    }
-    ~ShownRows() {
-        if (m_pages)
-            m_pages->GetScrollBar()->setValue(m_firstBefore);
-    }
-    ShownRows(const ShownRows&) = delete;
-    ShownRows& operator=(const ShownRows&) = delete;
-
-    int Count() const { return m_list.ShownCount(); }
-    /// Null when there is no such row.
-    const SortListViewItem* At(int row) {
-        if (!m_pages)
-            return static_cast<const SortListViewItem*>(m_list.topLevelItem(row));
-        if (row < m_first || row >= m_first + m_list.topLevelItemCount()) {
-            m_pages->GetScrollBar()->setValue(row);
-            m_first = m_pages->GetScrollBar()->value(); // the last page begins before its row
-        }
-        return static_cast<const SortListViewItem*>(m_list.topLevelItem(row - m_first));
-    }
-
-private:
-    SortListView& m_list;
-    VectorListViewBase* m_pages;
-    int m_first = -1;
-    int m_firstBefore = 0;
-};
 
 struct Column {
     int index;
@@ -92,10 +55,10 @@ public:
           m_lineHeight(painter.fontMetrics().lineSpacing()),
           m_gap(painter.fontMetrics().averageCharWidth() * GapWidth) {}
 
-    void Add(const SortListViewItem& row) {
+    void Add(int row) {
         if (m_page == 0 || m_top + m_lineHeight > m_painter.viewport().height())
             begin();
-        line([&](int column) { return row.CellText(column); });
+        line([&](int column) { return m_list.TextAt(row, column); });
     }
     /// A list without rows is a page with its heading.
     void Finish() {
@@ -152,11 +115,8 @@ bool ListPrint::Paint(FrequencyStoreListView& view, const QString& title, QPaged
     font.setPointSizeF(PointSize);
     painter.setFont(font);
     Pages pages(painter, device, *view.GetListView(), title);
-    ShownRows rows(view);
-    for (int row = 0; row < rows.Count(); ++row) {
-        if (const SortListViewItem* item = rows.At(row))
-            pages.Add(*item);
-    }
+    for (int row = 0; row < view.GetListView()->ShownCount(); ++row)
+        pages.Add(row);
     pages.Finish();
     return painter.end();
 }

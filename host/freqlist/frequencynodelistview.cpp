@@ -22,7 +22,8 @@
 FrequencyNodeMediatorViewItem::FrequencyNodeMediatorViewItem(FrequencyNodeListView* owner,
                                                              FrequencyNodeMediator* mediator)
     : SortListViewItem(nullptr, {}, false), m_view(owner), m_mediator(mediator) {
-    mediator->AddView(owner, this);
+    if (mediator)
+        mediator->AddView(owner, this);
 }
 
 FrequencyNodeMediatorViewItem::~FrequencyNodeMediatorViewItem() {
@@ -32,7 +33,6 @@ FrequencyNodeMediatorViewItem::~FrequencyNodeMediatorViewItem() {
 
 void FrequencyNodeMediatorViewItem::MediatorEnds() {
     m_mediator = nullptr;
-    m_view->NoteEndedRow();
 }
 
 void FrequencyNodeMediatorViewItem::MarkStale() {
@@ -49,9 +49,7 @@ QString FrequencyNodeMediatorViewItem::CellText(int column) const {
     if (IsFilled())
         return text(column);
     QString cell;
-    const std::vector<unsigned>& ids = m_view->GetColumnDescription();
-    const bool known = m_mediator && column >= 0 && static_cast<size_t>(column) < ids.size();
-    return known && m_mediator->CellText(ids[static_cast<size_t>(column)], cell) ? cell : text(column);
+    return m_view->cellText(m_mediator, column, cell) ? cell : text(column);
 }
 
 QString FrequencyNodeMediatorViewItem::CellAddition(int column) const {
@@ -86,7 +84,10 @@ FrequencyNodeListView::~FrequencyNodeListView() {
         m_bar->DetachView(this);
     if (m_controller)
         m_controller->RemoveView(this);
-    RemoveItems([](const SortListViewItem&) { return true; });
+    for (FrequencyNodeMediator* mediator : m_mediators) {
+        if (mediator)
+            mediator->RemoveView(this);
+    }
 }
 
 void FrequencyNodeListView::AddColumn(const QString& title, CompareFunction compare, unsigned columnId) {
@@ -100,25 +101,90 @@ void FrequencyNodeListView::AddRows(const std::vector<FrequencyNodeMediator*>& m
         emit countsChanged();
         return;
     }
-    std::vector<SortListViewItem*> rows;
-    rows.reserve(mediators.size());
+    m_mediators.reserve(m_mediators.size() + mediators.size());
+    m_numbers.reserve(m_mediators.capacity());
     for (FrequencyNodeMediator* mediator : mediators) {
-        if (mediator && !mediator->GetItem4View(this))
-            rows.push_back(new FrequencyNodeMediatorViewItem(this, mediator));
+        if (!mediator || !mediator->AddView(this, m_lastNumber + 1))
+            continue;
+        m_mediators.push_back(mediator);
+        m_numbers.push_back(++m_lastNumber);
     }
-    AddItems(rows);
+    AddRecords(static_cast<int>(m_mediators.size()) - RowCount());
 }
 
+/// The record of a number; nothing when it has been taken out.
+std::optional<quint32> FrequencyNodeListView::recordOf(quint32 number) const {
+    if (++m_lastRecord >= m_numbers.size() || m_numbers[m_lastRecord] != number)
+        m_lastRecord = static_cast<size_t>(std::lower_bound(m_numbers.begin(), m_numbers.end(), number) -
+                                           m_numbers.begin());
+    const bool isThere = m_lastRecord < m_numbers.size() && m_numbers[m_lastRecord] == number;
+    return isThere ? std::optional(static_cast<quint32>(m_lastRecord)) : std::nullopt;
+}
+
+FrequencyNodeMediatorViewItem* FrequencyNodeListView::MakeRow(quint32 number) {
+    const std::optional<quint32> record = recordOf(number);
+    return record ? static_cast<FrequencyNodeMediatorViewItem*>(ItemOf(*record)) : nullptr;
+}
+
+void FrequencyNodeListView::NoteEndedRow(quint32 number) {
+    if (const std::optional<quint32> record = recordOf(number)) {
+        m_mediators[*record] = nullptr;
+        m_anyEnded = true;
+    }
+}
+
+void FrequencyNodeListView::NoteChangedRow(quint32 number) {
+    if (!IsInOrder() || IsPaused())
+        return;
+    if (const std::optional<quint32> record = recordOf(number))
+        RecordChanged(*record);
+}
+
+bool FrequencyNodeListView::cellText(FrequencyNodeMediator* mediator, int column, QString& text) const {
+    const bool known = mediator && column >= 0 && static_cast<size_t>(column) < m_columnIds.size();
+    return known && mediator->CellText(m_columnIds[static_cast<size_t>(column)], text);
+}
+
+QString FrequencyNodeListView::RecordText(quint32 record, int column) const {
+    if (const SortListViewItem* row = MadeItem(record))
+        return row->CellText(column);
+    QString text;
+    if (!m_mediators[record] || cellText(m_mediators[record], column, text))
+        return text;
+    return const_cast<FrequencyNodeListView*>(this)->ItemOf(record)->text(column);
+}
+
+SortListViewItem* FrequencyNodeListView::MakeItem(quint32 record) {
+    return new FrequencyNodeMediatorViewItem(this, m_mediators[record]);
+}
+
+void FrequencyNodeListView::RecordsRemoved(const std::vector<bool>& gone) {
+    size_t count = 0;
+    for (size_t record = 0; record < gone.size(); ++record) {
+        if (gone[record])
+            continue;
+        m_mediators[count] = m_mediators[record];
+        m_numbers[count++] = m_numbers[record];
+    }
+    m_mediators.resize(count);
+    m_numbers.resize(count);
+}
+
+/// All rows are taken up anew, since their numbers ascend; those that were made are made again when they are
+/// seen.
 void FrequencyNodeListView::InsertRows(const std::vector<FrequencyNodeMediator*>& mediators,
                                        const std::vector<FrequencyNodeMediator*>& order) {
-    AddRows(mediators);
-    quint32 place = 0;
-    for (const FrequencyNodeMediator* mediator : order) {
-        if (FrequencyNodeMediatorViewItem* row = mediator->GetItem4View(this))
-            row->Sequence = ++place;
+    if (IsPaused())
+        return AddRows(mediators);
+    const std::vector<FrequencyNodeMediator*> selected = SelectedInOrder();
+    const int scrollPlace = ScrollPlace();
+    for (FrequencyNodeMediator* mediator : m_mediators) {
+        if (mediator)
+            mediator->RemoveView(this);
     }
-    if (SortColumn() < 0)
-        sortByColumn(-1, SortOrder());
+    RemoveRecords(std::vector<bool>(m_mediators.size(), true));
+    AddRows(order);
+    ShowEntries(selected, scrollPlace);
 }
 
 int FrequencyNodeListView::ScrollPlace() const {
@@ -150,19 +216,19 @@ int FrequencyNodeListView::WaitingCount() const {
 void FrequencyNodeListView::RemoveEndedRows() {
     if (IsPaused())
         emit countsChanged(); // entries that wait may have ended, too
-    if (std::exchange(m_endedRows, 0) == 0)
+    if (!std::exchange(m_anyEnded, false))
         return;
-    RemoveItems([](const SortListViewItem& row) {
-        return !static_cast<const FrequencyNodeMediatorViewItem&>(row).GetMediator();
-    });
+    std::vector<bool> gone(m_mediators.size());
+    for (size_t record = 0; record < gone.size(); ++record)
+        gone[record] = !m_mediators[record];
+    RemoveRecords(gone);
 }
 
 std::vector<FrequencyNodeMediator*> FrequencyNodeListView::SelectedMediators() const {
     std::vector<FrequencyNodeMediator*> mediators = SelectedInOrder();
-    const SortListViewItem* row = currentItem();
+    const int row = CurrentPlace();
     const auto current =
-        std::find(mediators.begin(), mediators.end(),
-                  row ? static_cast<const FrequencyNodeMediatorViewItem*>(row)->GetMediator() : nullptr);
+        std::find(mediators.begin(), mediators.end(), row < 0 ? nullptr : mediatorOfRow(row));
     if (current != mediators.end())
         std::rotate(mediators.begin(), current, current + 1);
     return mediators;
@@ -170,36 +236,20 @@ std::vector<FrequencyNodeMediator*> FrequencyNodeListView::SelectedMediators() c
 
 std::vector<FrequencyNodeMediator*> FrequencyNodeListView::SelectedInOrder() const {
     std::vector<FrequencyNodeMediator*> mediators;
-    // Ranges of the selection in view order; a click on each row of a long list makes many.
-    std::map<int, int> ranges;
-    for (const QItemSelectionRange& range : selectionModel()->selection())
-        ranges[range.top()] = std::max(ranges[range.top()], range.bottom());
-    for (const auto& [top, bottom] : ranges) {
-        for (int row = top; row <= bottom; ++row) {
-            if (const QTreeWidgetItem* item = topLevelItem(row))
-                mediators.push_back(static_cast<const FrequencyNodeMediatorViewItem*>(item)->GetMediator());
-        }
-    }
+    for (const quint32 record : const_cast<FrequencyNodeListView*>(this)->SelectedRecords())
+        mediators.push_back(m_mediators[record]);
     std::erase(mediators, nullptr);
     return mediators;
 }
 
 void FrequencyNodeListView::SelectRowsOf(const std::vector<FrequencyNodeMediator*>& mediators) {
-    QItemSelection rows;
-    FrequencyNodeMediatorViewItem* first = nullptr;
+    std::vector<quint32> records;
     for (const FrequencyNodeMediator* mediator : mediators) {
-        FrequencyNodeMediatorViewItem* row = mediator->GetItem4View(this);
-        if (!ShowRow(row))
-            continue;
-        first = first ? first : row;
-        const QModelIndex index = indexFromItem(row);
-        rows.select(index, index);
+        const std::optional<quint32> number = mediator->NumberInView(this);
+        if (const std::optional<quint32> record = number ? recordOf(*number) : std::nullopt)
+            records.push_back(*record);
     }
-    if (!first)
-        return;
-    setCurrentItem(first, std::max(currentIndex().column(), 0), QItemSelectionModel::NoUpdate);
-    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    scrollToItem(first);
+    SelectRecords(records);
 }
 
 double FrequencyNodeListView::DistanceTo(FrequencyNodeMediator& mediator, double hertz) const {
@@ -209,30 +259,26 @@ double FrequencyNodeListView::DistanceTo(FrequencyNodeMediator& mediator, double
 }
 
 void FrequencyNodeListView::SelectFrequency(double hertz) {
-    SortListViewItem* nearest = nullptr;
+    int nearest = -1;
     double distance = std::numeric_limits<double>::infinity();
-    for (SortListViewItemIterator it(this); it.current(); ++it) {
-        FrequencyNodeMediator* mediator =
-            static_cast<FrequencyNodeMediatorViewItem*>(it.current())->GetMediator();
+    for (int row = 0; row < ShownCount(); ++row) {
+        FrequencyNodeMediator* mediator = mediatorOfRow(row);
         const double away = mediator ? DistanceTo(*mediator, hertz) : distance;
         if (away < distance) {
             distance = away;
-            nearest = it.current();
+            nearest = row;
         }
     }
-    if (!nearest)
-        return;
-    clearSelection();
-    setCurrentItem(nearest);
-    ensureItemVisible(nearest);
+    if (nearest >= 0)
+        GoToRow(nearest);
 }
 
 std::optional<std::vector<bool>> FrequencyNodeListView::ShownEntries() {
     if (FilterText().isEmpty())
         return std::nullopt;
     std::vector<bool> shown;
-    for (int i = 0; i < topLevelItemCount(); ++i) {
-        auto* mediator = static_cast<FrequencyNodeMediatorViewItem*>(topLevelItem(i))->GetMediator();
+    for (int row = 0; row < ShownCount(); ++row) {
+        const FrequencyNodeMediator* mediator = mediatorOfRow(row);
         const Node* entry = mediator ? mediator->GetNode() : nullptr;
         if (!entry)
             continue;
@@ -245,9 +291,10 @@ std::optional<std::vector<bool>> FrequencyNodeListView::ShownEntries() {
 
 std::vector<double> FrequencyNodeListView::SelectedFrequencies() {
     std::vector<double> frequencies;
-    for (FrequencyNodeMediator* mediator : SelectedMediators()) {
+    for (const quint32 record : m_selection.Records()) {
+        FrequencyNodeMediator* mediator = m_mediators[record];
         double hertz = 0;
-        if (mediator->GetFrequency(hertz, 0))
+        if (mediator && mediator->GetFrequency(hertz, 0))
             frequencies.push_back(hertz);
     }
     return frequencies;
@@ -293,9 +340,8 @@ void FrequencyNodeListView::PasteClipboard(TracePlace place) {
 }
 
 bool FrequencyNodeListView::TuneToCurrent() {
-    const SortListViewItem* row = currentItem();
-    FrequencyNodeMediator* mediator =
-        row ? static_cast<const FrequencyNodeMediatorViewItem*>(row)->GetMediator() : nullptr;
+    const int row = CurrentPlace();
+    FrequencyNodeMediator* mediator = row < 0 ? nullptr : mediatorOfRow(row);
     if (mediator)
         static_cast<IFrequencyStoreItem*>(mediator)->SetFrequency(this);
     return mediator != nullptr;
@@ -344,9 +390,8 @@ void FrequencyNodeListView::Duplicate() {
 
 void FrequencyNodeListView::DeleteSelectedEntries() {
     const OperatorAction action(tr("Delete"));
-    int place = topLevelItemCount();
-    for (const QItemSelectionRange& range : selectionModel()->selection())
-        place = std::min(place, range.top());
+    const std::vector<quint32> selected = SelectedRecords();
+    const int place = selected.empty() ? -1 : RowOf(selected.front());
     std::map<Node*, std::vector<Node*>> byParent;
     for (const FrequencyNodeMediator* mediator : SelectedMediators()) {
         if (Node* node = mediator->GetNode())
@@ -357,10 +402,8 @@ void FrequencyNodeListView::DeleteSelectedEntries() {
     if (m_controller)
         m_controller->ForceUpdateNow();
     // Keys and the next command go on where the first of them was.
-    const int rows = topLevelItemCount();
-    if (!byParent.empty() && rows > 0)
-        setCurrentItem(topLevelItem(std::min(place, rows - 1)), 0,
-                       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    if (!byParent.empty())
+        GoToRow(place);
 }
 
 void FrequencyNodeListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {

@@ -4,6 +4,7 @@
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/gui/sortlistview.h"
 
+#include <limits>
 #include <vector>
 
 class FrequencyNodeListView;
@@ -42,7 +43,8 @@ private:
     FrequencyNodeMediator* m_mediator;
 };
 
-/// List view bound to a mediator controller: one row per mediator. Which text stands in a column follows from
+/// List view bound to a mediator controller: one row per mediator, made when it is first seen or asked for.
+/// Which text stands in a column follows from
 /// the column's identifier, which the mediators know. The view belongs to its parent widget and takes itself
 /// out of its controller when it ends.
 ///
@@ -122,7 +124,12 @@ public:
     void ShowEntries(const std::vector<FrequencyNodeMediator*>& mediators, int scrollPlace);
     void RemoveEndedRows();
     void ControllerEnds() { m_controller = nullptr; }
-    void NoteEndedRow() { ++m_endedRows; }
+    /// For the mediators, whose rows the view knows by ascending numbers that stay: the row, made now if need
+    /// be, or null when it is not in the list any longer; the mediator has ended, or has changed.
+    static constexpr quint32 NoNumber = std::numeric_limits<quint32>::max();
+    FrequencyNodeMediatorViewItem* MakeRow(quint32 number);
+    void NoteEndedRow(quint32 number);
+    void NoteChangedRow(quint32 number);
 
 public slots:
     /// Does nothing; views that react to a click connect here.
@@ -153,6 +160,9 @@ protected:
     QWidget* CreateCellEditor(QWidget* parent, const SortListViewItem& row, int column) override;
     bool EndCellEditor(QWidget& field, bool keep) override;
     double FrequencyOfRow(int row) const override;
+    QString RecordText(quint32 record, int column) const override;
+    SortListViewItem* MakeItem(quint32 record) override;
+    void RecordsRemoved(const std::vector<bool>& gone) override;
     /// Whether Return and a double click open an editor; without one they tune the receiver to the entry.
     virtual bool HasEditor() const { return false; }
     void keyPressEvent(QKeyEvent* event) override;
@@ -160,11 +170,20 @@ protected:
 private:
     class TextLines;
 
+    friend class FrequencyNodeMediatorViewItem;
+
+    FrequencyNodeMediator* mediatorOfRow(int row) const { return m_mediators[m_rows.RecordAt(row)]; }
+    bool cellText(FrequencyNodeMediator* mediator, int column, QString& text) const;
+    std::optional<quint32> recordOf(quint32 number) const;
     std::vector<FrequencyNodeMediator*>
     appendEntries(const QVector<FreqStoreXml::FrequencyStoreEntry>& entries);
 
     std::vector<unsigned> m_columnIds;
     MultiViewMediatorCtrl* m_controller;
-    FreqStoreListViewButtonBar* m_bar = nullptr; ///< the window's; forgotten when it ends
-    size_t m_endedRows = 0;
+    FreqStoreListViewButtonBar* m_bar = nullptr;     ///< the window's; forgotten when it ends
+    std::vector<FrequencyNodeMediator*> m_mediators; ///< by record; null for one that has ended
+    std::vector<quint32> m_numbers;                  ///< by record
+    quint32 m_lastNumber = 0;
+    mutable size_t m_lastRecord = 0; ///< found last by its number: entries mostly change one after the other
+    bool m_anyEnded = false;
 };

@@ -71,7 +71,7 @@ bool FrequencyNodeListView::EndCellEditor(QWidget& field, bool keep) {
 }
 
 double FrequencyNodeListView::FrequencyOfRow(int row) const {
-    FrequencyNodeMediator* mediator = mediatorOf(topLevelItem(row));
+    FrequencyNodeMediator* mediator = mediatorOfRow(row);
     double hertz = 0;
     return mediator && mediator->GetFrequency(hertz, 0) ? hertz : SortListView::FrequencyOfRow(row);
 }
@@ -102,10 +102,8 @@ FrequencyNodeListView::Filled FrequencyNodeListView::FillDown() {
 
 QString FrequencyNodeListView::SelectedText() {
     RowText text(*this);
-    for (const FrequencyNodeMediator* mediator : SelectedInOrder()) {
-        const SortListViewItem* row = mediator->GetItem4View(this);
-        text.Add([row](int column) { return row->CellText(column); });
-    }
+    for (const quint32 record : SelectedRecords())
+        text.Add([&](int column) { return RecordText(record, column); });
     return text.Get();
 }
 

@@ -267,10 +267,7 @@ void FrequencyNodeMediatorCtrl::RemoveView(FrequencyNodeListView* view) {
 }
 
 void FrequencyNodeMediatorCtrl::UpdateMyViewItems(FrequencyNodeListView* view) {
-    ForEach([view](FrequencyNodeMediator& mediator) {
-        if (FrequencyNodeMediatorViewItem* row = mediator.GetItem4View(view))
-            row->MarkStale();
-    });
+    ForEach([view](FrequencyNodeMediator& mediator) { mediator.UpdateViewItem(view); });
     if (view)
         view->RowsChanged();
 }

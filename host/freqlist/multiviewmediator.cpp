@@ -8,23 +8,26 @@ namespace {
 class RowTable {
 public:
     struct Place {
-        FrequencyNodeMediatorViewItem* row;
-        quint32 next; ///< place of the same item's next row, or the next free place
+        FrequencyNodeListView* view;
+        FrequencyNodeMediatorViewItem* row; ///< null while the view has not made it
+        quint32 number;                     ///< that the view knows it by
+        quint32 next;                       ///< place of the same item's next row, or the next free place
     };
 
     Place& operator[](quint32 place) { return m_places[place]; }
-    quint32 Add(FrequencyNodeMediatorViewItem* row) {
+    quint32 Add(const Place& added) {
         if (m_firstFree == 0) {
-            m_places.push_back({row, 0});
+            m_places.push_back(added);
             return static_cast<quint32>(m_places.size() - 1);
         }
         const quint32 place = m_firstFree;
-        m_firstFree = std::exchange(m_places[place], Place{row, 0}).next;
+        m_firstFree = std::exchange(m_places[place], added).next;
         return place;
     }
     /// Frees a place; the result is the one that followed it.
     quint32 Remove(quint32 place) {
-        return std::exchange(m_places[place], Place{nullptr, std::exchange(m_firstFree, place)}).next;
+        return std::exchange(m_places[place], Place{nullptr, nullptr, 0, std::exchange(m_firstFree, place)})
+            .next;
     }
 
 private:
@@ -37,36 +40,55 @@ RowTable& rowTable() {
     return *table;
 }
 
+void tellChange(const RowTable::Place& place) {
+    if (place.row)
+        place.row->MarkStale();
+    else
+        place.view->NoteChangedRow(place.number);
+}
+
 } // namespace
 
-template <typename Visit>
-void MultiViewMediator::forEachRow(Visit visit) const {
-    for (quint32 place = m_rows; place != 0;) {
-        const RowTable::Place at = rowTable()[place];
-        visit(at.row);
-        place = at.next;
+MultiViewMediator::~MultiViewMediator() {
+    while (m_rows != 0) {
+        const RowTable::Place place = rowTable()[m_rows];
+        m_rows = rowTable().Remove(m_rows);
+        if (place.row)
+            place.row->MediatorEnds();
+        place.view->NoteEndedRow(place.number);
     }
 }
 
-MultiViewMediator::~MultiViewMediator() {
-    forEachRow([](FrequencyNodeMediatorViewItem* row) { row->MediatorEnds(); });
-    while (m_rows != 0)
-        m_rows = rowTable().Remove(m_rows);
+/// The item's place for a view in the table; 0 for none.
+quint32 MultiViewMediator::placeOf(const FrequencyNodeListView* view) const {
+    quint32 place = m_rows;
+    while (place != 0 && rowTable()[place].view != view)
+        place = rowTable()[place].next;
+    return place;
 }
 
-void MultiViewMediator::AddView(FrequencyNodeListView* view, FrequencyNodeMediatorViewItem* row) {
-    if (!row || GetItem4View(view))
-        return;
-    const quint32 added = rowTable().Add(row);
+bool MultiViewMediator::AddView(FrequencyNodeListView* view, quint32 number) {
+    if (placeOf(view) != 0)
+        return false;
+    const quint32 added = rowTable().Add({view, nullptr, number, 0});
     quint32* last = &m_rows;
     while (*last != 0)
         last = &rowTable()[*last].next;
     *last = added;
+    return true;
+}
+
+void MultiViewMediator::AddView(FrequencyNodeListView* view, FrequencyNodeMediatorViewItem* row) {
+    if (!row)
+        return;
+    AddView(view, FrequencyNodeListView::NoNumber);
+    if (FrequencyNodeMediatorViewItem*& known = rowTable()[placeOf(view)].row; !known)
+        known = row;
 }
 
 void MultiViewMediator::RemoveView(FrequencyNodeListView* view) {
     for (quint32* place = &m_rows; *place != 0;) {
-        if (rowTable()[*place].row->GetView() == view)
+        if (rowTable()[*place].view == view)
             *place = rowTable().Remove(*place);
         else
             place = &rowTable()[*place].next;
@@ -74,16 +96,29 @@ void MultiViewMediator::RemoveView(FrequencyNodeListView* view) {
 }
 
 void MultiViewMediator::UpdateAllViewItems() {
-    forEachRow([](FrequencyNodeMediatorViewItem* row) { row->MarkStale(); });
+    for (quint32 place = m_rows; place != 0;) {
+        const RowTable::Place at = rowTable()[place];
+        tellChange(at);
+        place = at.next;
+    }
+}
+
+void MultiViewMediator::UpdateViewItem(const FrequencyNodeListView* view) {
+    if (const quint32 place = placeOf(view))
+        tellChange(rowTable()[place]);
 }
 
 FrequencyNodeMediatorViewItem* MultiViewMediator::GetItem4View(const FrequencyNodeListView* view) const {
-    FrequencyNodeMediatorViewItem* found = nullptr;
-    forEachRow([&](FrequencyNodeMediatorViewItem* row) {
-        if (!found && row->GetView() == view)
-            found = row;
-    });
-    return found;
+    const quint32 place = placeOf(view);
+    if (place == 0)
+        return nullptr;
+    const RowTable::Place at = rowTable()[place];
+    return at.row ? at.row : at.view->MakeRow(at.number);
+}
+
+std::optional<quint32> MultiViewMediator::NumberInView(const FrequencyNodeListView* view) const {
+    const quint32 place = placeOf(view);
+    return place == 0 ? std::nullopt : std::optional(rowTable()[place].number);
 }
 
 int MultiViewMediatorCtrl::IncrementVisibleCnt(QWidget*) {

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 class FrequencyNodeListView;
@@ -37,8 +38,9 @@ public:
     virtual int IterateSubItems(bool& atEnd) = 0;
 };
 
-/// One list item that is shown in several views at once: it keeps one row per view. The rows belong to their
-/// views; a row whose item ends is taken out by its view.
+/// One list item that is shown in several views at once: it has one row per view, which the view makes when
+/// it is first seen or asked for. The rows belong to their views; a row whose item ends is taken out by its
+/// view.
 class MultiViewMediator : public IFrequencyStoreItem {
 public:
     MultiViewMediator() = default;
@@ -47,6 +49,8 @@ public:
     ~MultiViewMediator() override;
 
     void AddView(FrequencyNodeListView* view, FrequencyNodeMediatorViewItem* row);
+    /// Has a row in that view from now on, which the view knows by a number. False when it had one before.
+    bool AddView(FrequencyNodeListView* view, quint32 number);
     /// Forgets the row in that view; the row stays where it is.
     void RemoveView(FrequencyNodeListView* view);
     /// Marks the rows in all views as stale: each asks for its texts when it is next seen, sorted or
@@ -57,8 +61,12 @@ public:
         atEnd = true;
         return 0;
     }
+    /// The same for the row in one view.
+    void UpdateViewItem(const FrequencyNodeListView* view);
     /// The item's row in that view, or null.
     FrequencyNodeMediatorViewItem* GetItem4View(const FrequencyNodeListView* view) const;
+    /// The number that the view knows the row by.
+    std::optional<quint32> NumberInView(const FrequencyNodeListView* view) const;
 
 protected:
     /// Small things of derived mediators, which have room here.
@@ -67,8 +75,7 @@ protected:
     quint16 m_itemKind = 0;    ///< a number of the derived class's
 
 private:
-    template <typename Visit>
-    void forEachRow(Visit visit) const;
+    quint32 placeOf(const FrequencyNodeListView* view) const;
 
     /// The item's first row, in a table of rows that are chained; 0 for none.
     quint32 m_rows = 0;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/freqlist/recordsort.h"
 #include "host/freqlist/vectorlistviewbase.h"
+#include "host/gui/recordsort.h"
 #include "host/valuetree/value.h"
 
 #include <algorithm>

@@ -2,21 +2,18 @@
 
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/freqlist/recordcopy.h"
-#include "host/freqlist/recordpage.h"
-#include "host/freqlist/recordselection.h"
 #include "host/gui/sortlistview.h"
 
 #include <QBasicTimer>
 #include <QWidget>
 
-/// What the views over record lists share, whatever the record: a list that holds rows only for the page that
-/// can be seen, a scroll bar of its own, and order, filter and selection by record number. The view belongs
-/// to its parent widget and observes the list value that it is bound to. It shows a copy of the list, taken
-/// anew at the tick that follows a change; the list itself it never touches. The parts do the work: the copy
-/// knows what was taken, order, filter and rows where records stand, the selection which are selected, the
-/// page what is seen. The view tells each of them what the others have to know.
-///
-/// Rows are counted as they are shown, from 0: sorted, and without those that the filter hides.
+class QScrollBar;
+
+/// What the views over record lists share, whatever the record: a list that makes items only for the page
+/// that can be seen, and drops them when it moves. The view belongs to its parent widget and observes the
+/// list value that it is bound to. It shows a copy of the list, taken anew at the tick that follows a change;
+/// the list itself it never touches. The copy knows what was taken, the list widget where records stand and
+/// which are selected.
 class VectorListViewBase : public QWidget,
                            public FrequencyStoreListView,
                            public IObserver,
@@ -38,26 +35,23 @@ public:
     /// The list that shows the page. Its counts and its filter are those of all records; its items are those
     /// of the page.
     SortListView* GetListView() override;
-    QScrollBar* GetScrollBar() const { return m_scroll; }
+    QScrollBar* GetScrollBar() const;
     void SelectFrequency(double hertz) override;
-    std::optional<std::vector<bool>> ShownEntries() override {
-        return m_filter.IsOn() ? std::optional(m_filter.PassesByRecord()) : std::nullopt;
-    }
+    std::optional<std::vector<bool>> ShownEntries() override;
     bool SelectRecord(quint32 place) override;
     QString SelectedText() override;
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
     FreqStoreListViewButtonBar* GetButtonBar() const { return m_bar; }
 
     int RecordCount() const { return m_copy.Count(); }
-    int RowCount() const { return m_rows.Count(); }
-    int SelectedCount() const { return m_selection.Count(); }
+    int RowCount() const;
+    int SelectedCount() const;
     /// Whether records are still to be taken: those shown are the first of them.
     bool IsLoading() const { return m_copy.IsPart(); }
     /// Whether the filter is still looking through the records; rows are those that it found so far.
-    bool IsFiltering() const { return !m_filter.IsComplete(); }
-    bool IsSelected(int row) const { return m_selection.IsSelected(row); }
+    bool IsFiltering() const;
     /// Selects a row alone, as a click on it does.
-    void SelectRow(int row) { moveTo(row, Qt::NoModifier); }
+    void SelectRow(int row);
     void SelectAll();
     /// What is known of records beyond their fields, by ID, see `SortListView::SetRowNote`.
     void SetRecordNote(const QString& title, std::function<QString(unsigned id)> textOf);
@@ -92,24 +86,23 @@ protected:
     void TakeAnew() { load(RecordCopy::All); }
     /// The row that the operator acts on: the selected one that has the focus or is nearest to it, the lower
     /// of two; negative when nothing is selected.
-    int CurrentRow() const { return m_selection.CurrentRow(); }
+    int CurrentRow() const;
     /// Row of an item of the page; negative for any other.
-    int Item2Index(const SortListViewItem* item) const { return m_page.RowOf(item); }
+    int Item2Index(const SortListViewItem* item) const;
 
     const std::vector<QString>& Fields() const { return m_fields; }
     /// Makes the copy complete and brings it up to date.
     void LoadAll();
-    /// Records in their order, whatever the filter hides; rows; selected rows. A filter that is still at work
-    /// is waited for.
-    std::vector<quint32> Order() const { return m_order.Records(); }
-    std::vector<quint32> Rows();
+    /// Records in their order, whatever the filter hides; selected rows. A filter that is still at work is
+    /// waited for.
+    std::vector<quint32> Order() const;
     std::vector<quint32> SelectedRows();
-    quint32 RecordOfRow(int row) const { return m_rows.RecordAt(row); }
+    quint32 RecordOfRow(int row) const;
 
     using SortStep = RecordOrder::Step;
     /// What has to be done to sort by a column in that direction; it counts as done from then on.
     [[nodiscard]] SortStep NextSort(int column, bool ascending);
-    void SetOrder(std::vector<quint32> order) { m_order.Set(std::move(order)); }
+    void SetOrder(std::vector<quint32> order);
     /// Shows the page in the order just set, unless that is about to happen anyway. What was selected stays
     /// selected.
     void ShowOrderUnlessArranging();
@@ -124,31 +117,14 @@ private:
     void load(int atMost);
     bool follow(int atMost);
     void showRecords(int selectedBefore);
-    bool hasFilterText(quint32 record) const;
-    void setFilter(const QString& text);
-    void beginFilter(std::vector<quint32> records);
-    void filterMore(size_t records);
     void sortByHeader();
-    void refilterInOrder();
-    void showPage();
-    void announceSelection();
-    void select(int row, Qt::KeyboardModifiers modifiers);
-    void moveTo(int row, Qt::KeyboardModifiers modifiers);
-    bool moveByKey(int key, Qt::KeyboardModifiers modifiers);
 
-    SortListView* m_list; ///< a `PageList`
-    QScrollBar* m_scroll;
+    PageList* m_list;
     FreqStoreListViewButtonBar* m_bar = nullptr; ///< the window's; forgotten when it ends
     QString m_path;
     QBasicTimer m_tick;
     int m_tickMilliseconds;
     std::vector<QString> m_fields; ///< by column
     RecordCopy m_copy{*this};
-    RecordOrder m_order;
-    RecordFilter m_filter;
-    QBasicTimer m_filterTurn; ///< runs while the filter has more to look at
-    RecordRows m_rows{m_order, m_filter};
-    RecordSelection m_selection{m_rows};
-    RecordPage m_page;
     bool m_arranging = false; ///< the page will be shown when all is done
 };

@@ -52,7 +52,7 @@ CellDelegate::CellDelegate(QObject* parent)
 
 SortListViewItem* CellDelegate::rowOf(const QModelIndex& index) const {
     const bool isRow = m_list && !index.parent().isValid();
-    return isRow ? static_cast<SortListViewItem*>(m_list->topLevelItem(index.row())) : nullptr;
+    return isRow ? static_cast<SortListViewItem*>(m_list->itemFromIndex(index)) : nullptr;
 }
 
 QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,

@@ -111,23 +111,28 @@ private:
     std::vector<Entry> m_order;
 };
 
-/// The rows in the order of their ranks, those of one rank in their own order.
-std::vector<quint32> orderByRank(const std::vector<quint32>& rankOfRow, size_t rankCount) {
+/// The rows in the order of their ranks, those of one rank in the present order.
+std::vector<quint32> orderByRank(const std::vector<quint32>& rankOfRow, size_t rankCount,
+                                 const std::vector<quint32>& present) {
     std::vector<quint32> places(rankCount + 1);
     for (const quint32 rank : rankOfRow)
         ++places[rank + 1];
     std::partial_sum(places.begin(), places.end(), places.begin());
     std::vector<quint32> order(rankOfRow.size());
-    for (size_t row = 0; row < rankOfRow.size(); ++row)
-        order[places[rankOfRow[row]]++] = static_cast<quint32>(row);
+    for (size_t i = 0; i < rankOfRow.size(); ++i) {
+        const quint32 row = present.empty() ? static_cast<quint32>(i) : present[i];
+        order[places[rankOfRow[row]]++] = row;
+    }
     return order;
 }
 
 /// The rows under a function that is none of ours.
 std::vector<quint32> orderByFunction(const std::vector<QString>& texts, CompareFunction function,
-                                     bool ascending) {
-    std::vector<quint32> order(texts.size());
-    std::iota(order.begin(), order.end(), 0u);
+                                     bool ascending, std::vector<quint32> order) {
+    if (order.empty()) {
+        order.resize(texts.size());
+        std::iota(order.begin(), order.end(), 0u);
+    }
     std::stable_sort(order.begin(), order.end(), [&](quint32 a, quint32 b) {
         return (ascending ? function(texts[a], texts[b]) : function(texts[b], texts[a])) < 0;
     });
@@ -198,13 +203,14 @@ bool RowOrder::Before(const SortKey& a, const SortKey& b) const {
 }
 
 std::vector<quint32> SortedPositions(size_t count, const std::function<QString(size_t)>& textOf,
-                                     CompareFunction function, bool ascending) {
+                                     CompareFunction function, bool ascending,
+                                     const std::vector<quint32>& present) {
     if (!HasSortKey(function)) {
         std::vector<QString> texts;
         texts.reserve(count);
         for (size_t row = 0; row < count; ++row)
             texts.push_back(textOf(row));
-        return orderByFunction(texts, function, ascending);
+        return orderByFunction(texts, function, ascending, present);
     }
     // Most columns repeat their texts, each of which is parsed and compared once. Where nearly all differ,
     // looking for equal ones costs more than it saves.
@@ -225,5 +231,5 @@ std::vector<quint32> SortedPositions(size_t count, const std::function<QString(s
     const std::vector<quint32> rankOfKey = KeyRanking(keys).Ranks(ascending);
     for (quint32& each : ranks)
         each = rankOfKey[each];
-    return orderByRank(ranks, keys.size());
+    return orderByRank(ranks, keys.size(), present);
 }

@@ -47,7 +47,9 @@ private:
     bool m_ascending;
 };
 
-/// The numbers 0 to `count` - 1 in the order of their texts, each of which is asked for once. Equal texts
-/// stay in order; under the functions above empty texts stay last in either direction.
+/// The numbers 0 to `count` - 1 in the order of their texts, each of which is asked for once, by ascending
+/// numbers. Equal texts stay in order: that of `present`, which has all the numbers, or that of the numbers
+/// when it is empty. Under the functions above empty texts stay last in either direction.
 std::vector<quint32> SortedPositions(size_t count, const std::function<QString(size_t)>& textOf,
-                                     CompareFunction function, bool ascending);
+                                     CompareFunction function, bool ascending,
+                                     const std::vector<quint32>& present = {});

@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QPainter>
 #include <QProxyStyle>
 #include <QScrollBar>
 
@@ -18,14 +19,19 @@ const QEvent::Type SortEvent = static_cast<QEvent::Type>(QEvent::registerEventTy
 
 constexpr Qt::AlignmentFlag Alignments[] = {Qt::AlignLeft, Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter};
 
+/// Changes that are remembered one by one; after more of them all rows are sorted.
+constexpr size_t MostChanges = 1024;
+
 SortListViewItem* asRow(QTreeWidgetItem* item) {
     return static_cast<SortListViewItem*>(item);
 }
 
 /// Gives the cells of a list room around their texts, so that a right-aligned column does not touch the next.
+/// Stripes stay with their rows when the page moves, and a row that has the focus is framed, not filled: it
+/// must not look selected.
 class RoomyStyle : public QProxyStyle {
 public:
-    explicit RoomyStyle(QObject* owner) { setParent(owner); }
+    explicit RoomyStyle(SortListView* list) : m_list(*list) { setParent(list); }
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
         constexpr int Sides = 5;
@@ -39,20 +45,44 @@ public:
             return QProxyStyle::pixelMetric(metric, option, widget);
         }
     }
-};
 
-void collectOpen(QTreeWidgetItem* row, QList<QTreeWidgetItem*>& open) {
-    if (row->childCount() == 0)
-        return;
-    if (row->isExpanded())
-        open.append(row);
-    for (int i = 0; i < row->childCount(); ++i)
-        collectOpen(row->child(i), open);
-}
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        const auto* row = qstyleoption_cast<const QStyleOptionViewItem*>(option);
+        if (element == PE_FrameFocusRect) {
+            drawFocus(*option, *painter);
+        } else if (element == PE_PanelItemViewRow && row && m_list.verticalScrollBar()->value() % 2 != 0) {
+            QStyleOptionViewItem turned(*row);
+            turned.features ^= QStyleOptionViewItem::Alternate;
+            QProxyStyle::drawPrimitive(element, &turned, painter, widget);
+        } else {
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+        }
+    }
+
+private:
+    static void drawFocus(const QStyleOption& option, QPainter& painter) {
+        const bool isSelected = option.state & State_Selected;
+        painter.save();
+        painter.setPen(QPen(option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text), 0,
+                            Qt::DotLine));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+        painter.restore();
+    }
+
+    const SortListView& m_list;
+};
 
 } // namespace
 
-SortListView::SortListView(QWidget* parent) : QTreeWidget(parent), m_cells(new CellDelegate(this)) {
+SortListView::SortListView(QWidget* parent)
+    : QTreeWidget(parent),
+      m_filter([this](quint32 record) {
+          return m_filter.GetQuery().Matches([&](int column) { return RecordText(record, column); });
+      }),
+      m_bar(makeBar()),
+      m_cells(new CellDelegate(this)) {
     setStyle(new RoomyStyle(this));
     setItemDelegate(m_cells);
     setColumnCount(0);
@@ -60,12 +90,14 @@ SortListView::SortListView(QWidget* parent) : QTreeWidget(parent), m_cells(new C
     setUniformRowHeights(true);
     setAlternatingRowColors(true);
     setVerticalScrollMode(ScrollPerItem);
+    setAutoScroll(false);            // the page moves instead
     setEditTriggers(NoEditTriggers); // `EditCell` begins
     QTreeWidget::setSelectionMode(ExtendedSelection);
     header()->setSectionsClickable(true);
     header()->setSectionsMovable(true);
     header()->setContextMenuPolicy(Qt::CustomContextMenu);
 
+    connect(m_bar, &QScrollBar::valueChanged, this, &SortListView::movePage);
     connect(this, &QTreeWidget::itemClicked, this, &SortListView::slotClicked);
     connect(this, &QTreeWidget::itemDoubleClicked, this, &SortListView::slotDoubleClicked);
     connect(this, &QTreeWidget::itemExpanded, this, &SortListView::slotExpanded);
@@ -78,10 +110,10 @@ SortListView::SortListView(QWidget* parent) : QTreeWidget(parent), m_cells(new C
 
 SortListView::~SortListView() {
     saveHeader();
-    if (m_filterTurn.isActive())
-        std::for_each(m_toLookAt.cbegin() + m_lookedAt, m_toLookAt.cend(), [](auto* row) { delete row; });
-    qDeleteAll(m_hits);
-    qDeleteAll(m_filteredOut);
+    m_mirroring = true;
+    replacePage({});
+    for (SortListViewItem* item : m_items)
+        end(item);
     delete m_headerMenu;
 }
 
@@ -190,6 +222,8 @@ void SortListView::customEvent(QEvent* event) {
 }
 
 void SortListView::sortByColumn(int column, Qt::SortOrder order) {
+    if (IsEditing())
+        endEditing();
     m_sortColumn = column < columnCount() ? column : -1;
     m_sortOrder = order;
     m_inOrder = false;
@@ -203,218 +237,224 @@ void SortListView::setShowSortIndicator(bool show) {
 }
 
 void SortListView::SortNow() {
-    loseOrder();
-    if (!m_inOrder || !moveFew())
-        replaceShown([this](Rows& rows) { sortRows(rows); });
+    NeedAllRows();
+    ++m_filling; // rows that fill themselves to be sorted ask for a sort, too
+    if (m_sortColumn < 0)
+        m_order.Reset(RowCount());
+    else if (!m_inOrder || !moveChanged())
+        sortAll();
+    --m_filling;
+    m_inOrder = m_sortColumn >= 0;
+    m_changed.clear();
+    m_sortedCount = static_cast<quint32>(RowCount());
+    ShowOrder();
 }
 
-/// Where in the sorted list a row belongs that is not in it: behind its equals.
-int SortListView::placeOf(const SortListViewItem& row, const RowOrder& order) const {
-    const SortKey key = order.KeyOf(row.CellText(m_sortColumn));
-    int from = 0;
-    int to = topLevelItemCount();
-    while (from < to) {
-        const int middle = (from + to) / 2;
-        if (order.Before(key, order.KeyOf(asRow(topLevelItem(middle))->CellText(m_sortColumn))))
-            to = middle;
-        else
-            from = middle + 1;
-    }
-    return from;
+/// Equal rows stay in the order that they have, so that a list can be sorted by one column within another.
+void SortListView::sortAll() {
+    m_order.Set(SortedPositions(
+        static_cast<size_t>(RowCount()),
+        [&](size_t record) { return RecordText(static_cast<quint32>(record), m_sortColumn); },
+        compareFunction(m_sortColumn), m_sortOrder == Qt::AscendingOrder, m_order.Sorted()));
 }
 
-/// Takes out those of the rows at these places, in ascending order, that no longer stand between their
-/// neighbours. They are all rows that may move.
-SortListView::Rows SortListView::takeMisplaced(const std::vector<int>& moving, const RowOrder& order) {
-    const auto keyAt = [&](int index) {
-        return order.KeyOf(asRow(topLevelItem(index))->CellText(m_sortColumn));
-    };
-    Rows taken;
-    for (auto place = moving.rbegin(); place != moving.rend(); ++place) {
-        const int index = *place;
-        SortListViewItem* row = asRow(topLevelItem(index));
-        row->m_mayMove = false;
-        // All rows below stand right; above, the nearest that has not changed counts.
-        int above = index - 1;
-        while (above >= 0 && asRow(topLevelItem(above))->m_mayMove)
-            --above;
-        const SortKey key = keyAt(index);
-        const bool fits = (above < 0 || !order.Before(key, keyAt(above))) &&
-                          (index + 1 >= topLevelItemCount() || !order.Before(keyAt(index + 1), key));
-        if (fits)
-            continue;
-        row->m_wasSelected = row->isSelected();
-        taken.prepend(invisibleRootItem()->takeChild(index));
-    }
-    return taken;
+void SortListView::RecordChanged(quint32 record) {
+    if (!m_inOrder || m_filling > 0 || (!m_changed.empty() && m_changed.back() == record))
+        return;
+    m_changed.push_back(record);
+    if (m_changed.size() <= MostChanges)
+        return;
+    m_inOrder = false; // sorting all is less work
+    m_changed.clear();
 }
 
-/// The places of the rows that may move, in ascending order; none when there are so many that sorting all is
-/// less work. New rows stand behind all others; rows before them are not looked at unless many have changed.
-std::optional<std::vector<int>> SortListView::fewMoving() const {
-    constexpr int RowsPerMove = 64;
-    const int count = topLevelItemCount();
-    const bool lookAtAll = m_changedRows.size() > FewRows;
-    std::vector<int> moving;
-    for (int i = count - 1; i >= 0; --i) {
-        if (asRow(topLevelItem(i))->m_mayMove)
-            moving.push_back(i);
-        else if (!lookAtAll)
-            break;
-        if (moving.size() > static_cast<size_t>(count / RowsPerMove))
-            return std::nullopt;
-    }
-    for (const SortListViewItem* row : m_changedRows) {
-        const int place = lookAtAll ? -1 : indexOfTopLevelItem(const_cast<SortListViewItem*>(row));
-        if (place >= 0)
-            moving.push_back(place);
-    }
-    std::sort(moving.begin(), moving.end());
-    moving.erase(std::unique(moving.begin(), moving.end()), moving.end());
-    const auto hasChildren = [this](int place) { return topLevelItem(place)->childCount() > 0; };
-    if (std::any_of(moving.begin(), moving.end(), hasChildren))
-        return std::nullopt;
-    return moving;
-}
-
-/// Puts the rows that are new or have changed to their places among the others; false, with nothing changed,
-/// when they are not few.
-bool SortListView::moveFew() {
-    if (selectionMode() == SingleSelection)
-        return false; // a current row that is taken out selects another one
-    const std::optional<std::vector<int>> moving = fewMoving();
-    if (!moving)
+/// Puts the records that came or changed to their places among the others; false, with nothing changed, when
+/// they are not few.
+bool SortListView::moveChanged() {
+    constexpr size_t RowsPerMove = 64;
+    constexpr size_t MostMoves = 2048;
+    const auto count = static_cast<quint32>(RowCount());
+    std::sort(m_changed.begin(), m_changed.end());
+    m_changed.erase(std::unique(m_changed.begin(), m_changed.end()), m_changed.end());
+    std::vector<quint32> moving;
+    std::copy_if(m_changed.begin(), m_changed.end(), std::back_inserter(moving),
+                 [&](quint32 record) { return record < m_sortedCount; });
+    if (moving.size() + (count - m_sortedCount) > std::min(count / RowsPerMove, MostMoves))
         return false;
-    m_changedRows.clear();
-    if (moving->empty() || m_sortColumn < 0)
-        return true;
     const RowOrder order(compareFunction(m_sortColumn), m_sortOrder == Qt::AscendingOrder);
-    keepingPlace([&] {
-        for (QTreeWidgetItem* row : takeMisplaced(*moving, order)) {
-            const int place = placeOf(*asRow(row), order);
-            invisibleRootItem()->insertChild(place, row);
-            if (std::exchange(asRow(row)->m_wasSelected, false))
-                row->setSelected(true);
-        }
-    });
+    std::vector<quint32> rows = m_order.Records();
+    std::erase_if(rows, [this](quint32 record) { return record >= m_sortedCount; });
+    m_changed = std::move(moving);
+    std::vector<quint32> records = takeMisplaced(rows, order);
+    for (quint32 record = m_sortedCount; record < count; ++record)
+        records.push_back(record);
+    insertRecords(rows, std::move(records), order);
+    m_order.Set(std::move(rows));
     return true;
 }
 
-void SortListView::sortRows(Rows& rows) {
-    for (QTreeWidgetItem* row : rows)
-        asRow(row)->m_mayMove = false;
-    m_changedRows.clear();
-    m_inOrder = true;
-    if (m_sortColumn < 0) {
-        std::sort(rows.begin(), rows.end(), [](QTreeWidgetItem* a, QTreeWidgetItem* b) {
-            return asRow(a)->Sequence < asRow(b)->Sequence;
-        });
-        return;
+/// Takes those of the changed records out of the rows that no longer stand between their neighbours.
+std::vector<quint32> SortListView::takeMisplaced(std::vector<quint32>& rows, const RowOrder& order) const {
+    std::vector<quint32> taken;
+    if (m_changed.empty())
+        return taken;
+    std::vector<bool> changed(m_sortedCount);
+    for (const quint32 record : m_changed)
+        changed[record] = true;
+    std::vector<quint32> standing;
+    standing.reserve(rows.size());
+    for (auto row = rows.begin(); row != rows.end(); ++row) {
+        if (changed[*row]) {
+            const SortKey key = keyOf(*row, order);
+            const auto below =
+                std::find_if(row, rows.end(), [&](quint32 record) { return !changed[record]; });
+            const bool fits = (standing.empty() || !order.Before(key, keyOf(standing.back(), order))) &&
+                              (below == rows.end() || !order.Before(keyOf(*below, order), key));
+            if (!fits) {
+                taken.push_back(*row);
+                continue;
+            }
+        }
+        standing.push_back(*row);
     }
-    const std::vector<quint32> order = SortedPositions(
-        static_cast<size_t>(rows.size()),
-        [&](size_t i) { return asRow(rows[static_cast<qsizetype>(i)])->CellText(m_sortColumn); },
-        compareFunction(m_sortColumn), m_sortOrder == Qt::AscendingOrder);
-    Rows sorted;
-    sorted.reserve(rows.size());
-    for (const quint32 index : order)
-        sorted.append(rows[index]);
-    rows.swap(sorted);
+    rows = std::move(standing);
+    return taken;
 }
 
-/// Takes all shown rows out, lets `change` make other ones of them, and puts those in, with selection,
-/// focus, open rows and scroll position kept. Rows that `change` leaves out are the caller's.
-void SortListView::replaceShown(const std::function<void(Rows&)>& change) {
-    for (const QItemSelectionRange& range : selectionModel()->selection()) {
-        for (int i = range.top(); !range.parent().isValid() && i <= range.bottom(); ++i)
-            asRow(topLevelItem(i))->m_wasSelected = true;
+/// Puts records to their places, each behind its equals.
+void SortListView::insertRecords(std::vector<quint32>& rows, std::vector<quint32> records,
+                                 const RowOrder& order) const {
+    std::vector<std::pair<size_t, quint32>> places; // among the rows, and the record
+    for (const quint32 record : records) {
+        const SortKey key = keyOf(record, order);
+        const auto place = std::partition_point(
+            rows.begin(), rows.end(), [&](quint32 row) { return !order.Before(key, keyOf(row, order)); });
+        places.emplace_back(static_cast<size_t>(place - rows.begin()), record);
     }
-    Rows open;
-    for (int i = 0; m_anyOpened && i < topLevelItemCount(); ++i)
-        collectOpen(topLevelItem(i), open);
-    const QTreeWidgetItem* focused = QTreeWidget::currentItem();
-    const int place = focusPlace();
-    keepingPlace([&] {
-        Rows rows = invisibleRootItem()->takeChildren();
-        const Rows before = focused ? rows : Rows();
-        change(rows);
-        addTopLevelItems(rows);
-        for (QTreeWidgetItem* row : open)
-            row->setExpanded(true); // does nothing for a row that was left out
-        selectMarkedRows(rows, 0);
-        if (focused && focused->treeWidget() != this)
-            setCurrentItem(nextStanding(before, place), 0, QItemSelectionModel::NoUpdate);
+    std::stable_sort(places.begin(), places.end(), [&](const auto& a, const auto& b) {
+        return a.first != b.first ? a.first < b.first
+                                  : order.Before(keyOf(a.second, order), keyOf(b.second, order));
     });
-}
-
-/// Changes the shown rows while nobody looks, with focus and scroll position kept.
-void SortListView::keepingPlace(const std::function<void()>& change) {
-    QTreeWidgetItem* current = QTreeWidget::currentItem();
-    const int scroll = verticalScrollBar()->value();
-    setUpdatesEnabled(false);
-    ++m_filling; // rows that fill themselves to be sorted or searched ask for a sort, too
-    {
-        const QSignalBlocker quiet(this);
-        const QSignalBlocker quietSelection(selectionModel());
-        change();
-        if (current && current->treeWidget() == this)
-            selectionModel()->setCurrentIndex(indexFromItem(current), QItemSelectionModel::NoUpdate);
+    std::vector<quint32> merged;
+    merged.reserve(rows.size() + records.size());
+    auto rest = rows.cbegin();
+    for (const auto& [place, record] : places) {
+        merged.insert(merged.end(), rest, rows.cbegin() + static_cast<std::ptrdiff_t>(place));
+        rest = rows.cbegin() + static_cast<std::ptrdiff_t>(place);
+        merged.push_back(record);
     }
-    --m_filling;
-    verticalScrollBar()->setValue(scroll);
-    setUpdatesEnabled(true);
-    viewport()->update();
-}
-
-void SortListView::appendRows(const Rows& rows) {
-    if (m_filter.IsEmpty()) {
-        addTopLevelItems(rows);
-        return;
-    }
-    Rows shown;
-    for (QTreeWidgetItem* row : rows) {
-        if (matchesFilter(row))
-            shown.append(row);
-        else
-            hideRow(row);
-    }
-    addTopLevelItems(shown);
+    merged.insert(merged.end(), rest, rows.cend());
+    rows = std::move(merged);
 }
 
 void SortListView::AddItems(const std::vector<SortListViewItem*>& items) {
     if (items.empty())
         return;
-    loseOrder();
-    Rows rows;
-    rows.reserve(static_cast<qsizetype>(items.size()));
+    finishFilter();
     for (SortListViewItem* item : items) {
-        item->Sequence = ++m_lastSequence;
-        item->m_mayMove = true;
-        rows.append(item);
+        item->m_list = this;
+        item->m_record = static_cast<quint32>(m_items.size());
+        m_anyOpened = m_anyOpened || item->m_isOpen;
+        m_items.push_back(item);
     }
-    appendRows(rows);
+    takeUpNewRecords(static_cast<int>(items.size()));
+}
+
+void SortListView::AddRecords(int count) {
+    if (count <= 0)
+        return;
+    finishFilter();
+    m_items.resize(m_items.size() + static_cast<size_t>(count));
+    takeUpNewRecords(count);
+}
+
+/// The last ones have come.
+void SortListView::takeUpNewRecords(int count) {
+    m_order.Append(count);
+    m_selection.Resize(RowCount());
+    if (m_filter.IsOn())
+        m_filter.Renew({}, static_cast<size_t>(RowCount()), m_order.Records());
+    ShowPage();
     sort();
     emit countsChanged();
 }
 
+/// The focus of a record that goes comes to the row behind it, else to the nearest above, that stays.
+void SortListView::moveFocusFrom(const std::vector<bool>& gone) {
+    const int focus = m_selection.FocusRow();
+    if (focus < 0 || !gone[m_rows.RecordAt(focus)])
+        return;
+    const auto stays = [&](int row) { return !gone[m_rows.RecordAt(row)]; };
+    int row = focus;
+    while (row < ShownCount() && !stays(row))
+        ++row;
+    if (row == ShownCount()) {
+        for (row = focus; row >= 0 && !stays(row);)
+            --row;
+    }
+    if (row >= 0)
+        m_selection.SetFocusRow(row);
+}
+
+/// Takes records out of the list; their items are the caller's, who shows the page.
+std::vector<SortListViewItem*> SortListView::removeRecords(const std::vector<bool>& gone) {
+    const int focus = m_selection.FocusRow();
+    QWidget* field = IsEditing() && focus >= 0 ? indexWidget(currentIndex()) : nullptr;
+    if (field && gone[m_rows.RecordAt(focus)]) { // what was entered goes with the row
+        EndCellEditor(*field, false);
+        closeEditor(field, QAbstractItemDelegate::NoHint);
+    }
+    moveFocusFrom(gone);
+    std::vector<SortListViewItem*> removed;
+    std::vector<quint32> numbers(gone.size(), RecordOrder::Gone);
+    size_t count = 0;
+    for (size_t record = 0; record < gone.size(); ++record) {
+        if (gone[record]) {
+            removed.push_back(m_items[record]);
+            continue;
+        }
+        numbers[record] = static_cast<quint32>(count);
+        m_items[count] = m_items[record];
+        if (m_items[count])
+            m_items[count]->m_record = static_cast<quint32>(count);
+        ++count;
+    }
+    m_items.resize(count);
+    std::erase(removed, nullptr);
+    for (SortListViewItem* item : removed)
+        item->m_list = nullptr;
+    std::vector<SortListViewItem*> page = m_page;
+    std::erase_if(page, [](const SortListViewItem* item) { return !item->m_list; });
+    replacePage(page);
+    m_sortedCount =
+        static_cast<quint32>(std::count_if(numbers.begin(), numbers.begin() + m_sortedCount,
+                                           [](quint32 number) { return number != RecordOrder::Gone; }));
+    for (quint32& record : m_changed)
+        record = numbers[record];
+    std::erase(m_changed, RecordOrder::Gone);
+    m_order.Renumber(numbers, static_cast<int>(count));
+    m_filter.Renumber(numbers, m_filter.IsOn() ? count : 0);
+    m_selection.Renumber(numbers, static_cast<int>(count));
+    RecordsRemoved(gone);
+    return removed;
+}
+
 void SortListView::RemoveItems(const std::function<bool(const SortListViewItem&)>& remove) {
-    loseOrder();
-    Rows removed;
-    std::erase_if(m_filteredOut, [&](QTreeWidgetItem* row) {
-        const bool out = remove(*asRow(row));
-        if (out)
-            removed.append(row);
-        return out;
-    });
-    replaceShown([&](Rows& rows) {
-        const auto kept = std::stable_partition(rows.begin(), rows.end(),
-                                                [&](QTreeWidgetItem* row) { return !remove(*asRow(row)); });
-        removed.append(Rows(kept, rows.end()));
-        rows.erase(kept, rows.end());
-    });
-    qDeleteAll(removed);
-    emit countsChanged();
-    slotSelectionChanged();
+    std::vector<bool> gone(m_items.size());
+    for (size_t record = 0; record < gone.size(); ++record)
+        gone[record] = remove(*ItemOf(static_cast<quint32>(record)));
+    RemoveRecords(gone);
+}
+
+void SortListView::RemoveRecords(const std::vector<bool>& gone) {
+    finishFilter();
+    qDeleteAll(removeRecords(gone));
+    ShowPage();
+    AnnounceSelection();
+}
+
+void SortListView::clear() {
+    RemoveItems([](const SortListViewItem&) { return true; });
 }
 
 void SortListView::RowsChanged() {
@@ -422,37 +462,24 @@ void SortListView::RowsChanged() {
     sort();
 }
 
-void SortListView::setMultiSelection(bool multi) {
-    QTreeWidget::setSelectionMode(multi ? ExtendedSelection : SingleSelection);
-}
-
-void SortListView::setSelectionMode(int mode) {
-    QTreeWidget::setSelectionMode(static_cast<SelectionMode>(mode));
-}
-
-void SortListView::setSelected(QTreeWidgetItem* item, bool selected) {
-    if (item)
-        item->setSelected(selected);
-}
-
-SortListViewItem* SortListView::firstChild() const {
-    return static_cast<SortListViewItem*>(topLevelItem(0));
-}
-
 SortListViewItem* SortListView::takeItem(SortListViewItem* item) {
-    loseOrder();
-    const int index = item ? indexOfTopLevelItem(item) : -1;
-    if (index < 0 && std::erase(m_filteredOut, item) == 0)
+    if (!item || item->m_list != this || !m_keepsItems)
         return nullptr;
-    if (index >= 0)
-        takeTopLevelItem(index);
-    emit countsChanged();
+    finishFilter();
+    std::vector<bool> gone(m_items.size());
+    gone[item->m_record] = true;
+    const int selected = SelectedCount();
+    removeRecords(gone);
+    ShowPage();
+    if (SelectedCount() != selected)
+        AnnounceSelection();
+    else
+        emit countsChanged();
     return item;
 }
 
 void SortListView::ensureItemVisible(SortListViewItem* item) {
-    if (item)
-        scrollToItem(item);
+    ScrollToRow(indexOfTopLevelItem(item));
 }
 
 void SortListView::SetHeaderMenu(QMenu* menu) {
@@ -470,11 +497,16 @@ void SortListView::slotDoubleClicked(QTreeWidgetItem* item, int) {
 }
 
 void SortListView::slotExpanded(QTreeWidgetItem* item) {
+    if (m_mirroring)
+        return; // it was open before it could be seen
+    asRow(item)->m_isOpen = true;
     m_anyOpened = true;
+    fitBar();
     emit expanded(asRow(item));
 }
 
 void SortListView::slotCollapsed(QTreeWidgetItem* item) {
+    asRow(item)->m_isOpen = false;
     emit collapsed(asRow(item));
 }
 
@@ -487,35 +519,8 @@ void SortListView::slotHeaderClicked(int column) {
         sortByColumn(-1, Qt::AscendingOrder);
 }
 
-void SortListView::slotSelectionChanged() {
-    emit selectionChanged(currentItem());
-    emit countsChanged();
-}
-
 void SortListView::contextMenuEvent(QContextMenuEvent* event) {
     QTreeWidgetItem* item = itemAt(event->pos());
     emit contextMenuRequested(asRow(item), event->globalPos(), columnAt(event->pos().x()));
     event->accept();
-}
-
-void SortListView::showEvent(QShowEvent* event) {
-    QTreeWidget::showEvent(event);
-    emit countsChanged();
-}
-
-void SortListView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F2 && event->modifiers() == Qt::NoModifier) {
-        EditCell();
-        return;
-    }
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentItem()) {
-        emit returnPressed(currentItem());
-        return;
-    }
-    // A list that gets the focus puts it on its first row, which is not selected: that is the next row then.
-    const bool toFirst = event->key() == Qt::Key_Down || event->key() == Qt::Key_Home;
-    const bool isFirst = currentIndex().isValid() && !indexAbove(currentIndex()).isValid();
-    if (toFirst && isFirst && event->modifiers() == Qt::NoModifier && !selectionModel()->hasSelection())
-        return setCurrentIndex(currentIndex());
-    QTreeWidget::keyPressEvent(event);
 }

@@ -2,22 +2,31 @@
 
 #include "host/base/query.h"
 #include "host/gui/comparefunctions.h"
+#include "host/gui/recordselection.h"
 #include "host/gui/sortlistviewitem.h"
 
 #include <QBasicTimer>
+#include <QElapsedTimer>
 #include <QTreeWidget>
 
 #include <functional>
-#include <optional>
+#include <limits>
 #include <vector>
 
 class CellDelegate;
 class QAction;
 class QMenu;
+class QScrollBar;
 
 /// Sortable list with a compare function per column, made for a million rows: texts are asked for when rows
 /// are seen, sort keys are computed once per row, rows come and go in bulk. A request to sort takes effect
 /// once per turn of the event loop however often it is made.
+///
+/// The tree of the base class holds the items of one page only: the rows that can be seen. The list itself
+/// knows which rows there are, in which order, and which of them are selected, and has a scroll bar over all
+/// of them. Functions named as those of the base class speak of all rows here, too; what comes from the model
+/// or the selection model of the base speaks of the page. A row is a place in the list as it is shown, from
+/// 0: sorted, and without what the filter hides. A record is what stands there, numbered as they came.
 class SortListView : public QTreeWidget {
     Q_OBJECT
 
@@ -59,13 +68,39 @@ public:
     void setSelectionMode(int mode);
     void setSelected(QTreeWidgetItem* item, bool selected);
     /// The row that the operator acts on: the selected one that has the focus or is nearest to it, the lower
-    /// of two; null when nothing is selected. The focus itself is Qt's current index: keys move it, with Ctrl
-    /// held without selecting anything.
-    virtual SortListViewItem* currentItem() const;
-    SortListViewItem* firstChild() const;
+    /// of two; null when nothing is selected, or when the list holds items for its page only and it is not
+    /// there. Keys move the focus, with Ctrl held without selecting anything.
+    SortListViewItem* currentItem() const { return topLevelItem(CurrentPlace()); }
+    /// The row that has the focus, selected or not; null for none.
+    SortListViewItem* FocusItem() const { return topLevelItem(m_selection.FocusRow()); }
+    /// Gives the row the focus, selects it alone and moves the page to it. Null, and a row that the filter
+    /// hides, deselect all.
+    void setCurrentItem(QTreeWidgetItem* item, int column = 0) {
+        setCurrentItem(item, column, QItemSelectionModel::ClearAndSelect);
+    }
+    /// The same with another effect on the selection.
+    void setCurrentItem(QTreeWidgetItem* item, int column, QItemSelectionModel::SelectionFlags command);
+    /// The item of a row; null when there is no such row, and where the list holds items for its page only
+    /// for one outside that.
+    SortListViewItem* topLevelItem(int row) const;
+    int topLevelItemCount() const { return ShownCount(); }
+    /// The row of an item; negative for one that is not shown here.
+    int indexOfTopLevelItem(const QTreeWidgetItem* item) const;
+    /// Where an item of the page is in the viewport; empty for any other.
+    QRect visualItemRect(const QTreeWidgetItem* item) const;
+    QModelIndex indexAt(const QPoint& place) const override;
+    /// The scroll bar over all rows: its value is the row at the top of the page.
+    QScrollBar* verticalScrollBar() const { return m_bar; }
+    /// Rows that fit into the viewport as a whole, at least 1.
+    int FullRows() const;
+    SortListViewItem* firstChild() const { return topLevelItem(0); }
     /// Takes the row out of the list; the caller owns it then.
     SortListViewItem* takeItem(SortListViewItem* item);
     void ensureItemVisible(SortListViewItem* item);
+    /// Moves the page until the row is on it as a whole.
+    void ScrollToRow(int row);
+    /// Removes and deletes all rows.
+    void clear();
 
     /// Appends rows, of which the list takes ownership, in one operation. Sorting is asked for.
     void AddItems(const std::vector<SortListViewItem*>& items);
@@ -75,10 +110,10 @@ public:
     /// Shows only rows that match a `Query`; an empty text shows all. Rows that are not shown are out of
     /// reach of iterators and selection. A long list is looked through a part at a time, from the top; until
     /// then the rows are those found so far.
-    virtual void SetFilterText(const QString& text);
-    virtual QString FilterText() const { return m_filter.GetText(); }
+    void SetFilterText(const QString& text);
+    QString FilterText() const { return m_filter.GetText(); }
     /// Whether the filter is still looking through the rows.
-    virtual bool IsFiltering() const { return m_filterTurn.isActive(); }
+    bool IsFiltering() const { return !m_filter.IsComplete(); }
     QStringList ColumnTitles() const;
     /// Columns that are not hidden, in the order shown.
     std::vector<int> ShownColumns() const;
@@ -89,6 +124,19 @@ public:
     /// Shows a row of the list even if the filter hides it; false when it is not in the list.
     bool ShowRow(SortListViewItem* row);
     void selectAll() override;
+    /// Deselects all; the focus stays.
+    void clearSelection();
+    bool IsRowSelected(int row) const { return m_selection.IsSelected(row); }
+    /// Selects rows as a click on the row does; negative is a click beside all rows.
+    void ClickRow(int row, Qt::KeyboardModifiers modifiers);
+    /// Goes to a row, or to the nearest one that there is: selects it alone, with shift all from where the
+    /// range began; with control the focus moves alone.
+    void GoToRow(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// The text of a cell, whether the row has an item or not.
+    QString TextAt(int row, int column) {
+        NeedRows(row + 1);
+        return RecordText(m_rows.RecordAt(row), column);
+    }
     CellDelegate& Cells() const { return *m_cells; }
     /// Begins to edit a cell of the row that the operator acts on: that of the column clicked last, if it can
     /// be edited, else the first one that can. False, with nothing done, when the row has none.
@@ -100,13 +148,13 @@ public:
     /// Marks the rows of a frequency (Hz), that of the receiver; 0 marks none.
     void MarkTuned(double hertz);
     /// The number of the row that the operator acts on, among all that the filter shows; negative for none.
-    virtual int CurrentPlace() const;
+    int CurrentPlace() const { return m_selection.CurrentRow(); }
     /// Selects a row by that number, alone, as a click on it does.
-    virtual void SelectPlace(int place);
+    void SelectPlace(int place) { GoToRow(place); }
     /// Rows of the list, rows that the filter shows, selected rows.
-    virtual int RowCount() const;
-    virtual int ShownCount() const { return topLevelItemCount(); }
-    virtual int SelectedCount() const;
+    int RowCount() const { return m_order.Count(); }
+    int ShownCount() const { return m_rows.Count(); }
+    int SelectedCount() const { return m_selection.Count(); }
     /// How often rows have filled themselves to be seen or read since the list was made; sorting and
     /// filtering do not count.
     quint64 FillCount() const { return m_fillCount; }
@@ -171,46 +219,106 @@ protected:
     /// Writes what was entered into such a field, or with `keep` false drops it. False when it cannot be
     /// taken; the field then says why.
     virtual bool EndCellEditor(QWidget& /*field*/, bool /*keep*/) { return true; }
-    /// Hz of the n-th row that is shown; not a number for one without a frequency.
+    /// The text of a cell of a record.
+    virtual QString RecordText(quint32 record, int column) const;
+    /// A new item for a record that has none yet, outside any list. The list takes ownership.
+    virtual SortListViewItem* MakeItem(quint32 /*record*/) { return nullptr; }
+    /// These records have gone, by their numbers before; those that are left have new ones, without gaps.
+    virtual void RecordsRemoved(const std::vector<bool>& /*gone*/) {}
+    /// Before all rows, or those before `end`, are worked with: a list that has not taken all of its records
+    /// yet takes them.
+    virtual void NeedRows(int /*end*/) {}
+    void NeedAllRows() { NeedRows(std::numeric_limits<int>::max()); }
+    /// Items are made for the page and end when they leave it, instead of staying with their records.
+    void KeepItemsOfPageOnly() { m_keepsItems = false; }
+    /// So many records have come, which have no items yet.
+    void AddRecords(int count);
+    void RemoveRecords(const std::vector<bool>& gone);
+    /// The item of a record, made now if need be; null from the other when none is made yet.
+    SortListViewItem* ItemOf(quint32 record);
+    SortListViewItem* MadeItem(quint32 record) const { return m_items[record]; }
+    /// The row of a record; negative for one that is hidden.
+    int RowOf(quint32 record) const;
+    /// Whether changed records are to be told.
+    bool IsInOrder() const { return m_inOrder; }
+    /// Rows came, went, or stand elsewhere: shows them, with items made anew where they do not stay.
+    void ShowPage();
+    /// Tells that the selection has changed, and shows it.
+    void AnnounceSelection();
+    /// Begins to look through these records, given in the order shown, for those that match the filter.
+    void BeginFilter(std::vector<quint32> records);
+    /// Looks at so many more records for the filter.
+    void FilterMore(size_t records);
+    /// The order of the records is another one: the filter takes it up, and the page is shown.
+    void ShowOrder();
+    /// The selected records, in the order shown; a filter that is at work is waited for.
+    std::vector<quint32> SelectedRecords();
+    /// Makes these records the only selected ones, whatever the filter hides, the first of them the current
+    /// one. None changes nothing.
+    void SelectRecords(const std::vector<quint32>& records);
+    /// A record has changed its texts: when the list is sorted next it goes to its place.
+    void RecordChanged(quint32 record);
+    /// Hz of a row; not a number for one without a frequency.
     virtual double FrequencyOfRow(int row) const;
+    /// Rows are selected by the list, not by Qt.
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex&, const QEvent*) const override {
+        return QItemSelectionModel::NoUpdate;
+    }
+    void keyboardSearch(const QString& text) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                  const QModelIndex& index) const override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void customEvent(QEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
-    /// Puts the rows into the order of the sort column. A list whose rows are a page of something longer
-    /// sorts that instead.
+    /// Puts the rows into the order of the sort column. A list that holds items for its page only sorts what
+    /// they show.
     virtual void SortNow();
+
+    RecordOrder m_order;
+    RecordFilter m_filter;
+    RecordRows m_rows{m_order, m_filter};
+    RecordSelection m_selection{m_rows};
 
 private:
     friend class CellDelegate;
     friend class SortListViewItem;
+    class PageBar;
 
-    using Rows = QList<QTreeWidgetItem*>;
-
-    void sortRows(Rows& rows);
-    bool moveFew();
-    std::optional<std::vector<int>> fewMoving() const;
-    Rows takeMisplaced(const std::vector<int>& moving, const RowOrder& order);
-    int placeOf(const SortListViewItem& row, const RowOrder& order) const;
-    void keepingPlace(const std::function<void()>& change);
-    int focusPlace() const;
-    QTreeWidgetItem* nextStanding(const Rows& before, qsizetype place) const;
-    void replaceShown(const std::function<void(Rows&)>& change);
-    void selectMarkedRows(const Rows& rows, int top);
-    void hideRow(QTreeWidgetItem* row);
-    void takeAllRows(Rows& shown);
-    void lookOn(Rows& hits, qsizetype rows);
-    void lookForMore(qsizetype rows);
-    void insertHits();
+    void sortAll();
+    bool moveChanged();
+    SortKey keyOf(quint32 record, const RowOrder& order) const {
+        return order.KeyOf(RecordText(record, m_sortColumn));
+    }
+    std::vector<quint32> takeMisplaced(std::vector<quint32>& rows, const RowOrder& order) const;
+    void insertRecords(std::vector<quint32>& rows, std::vector<quint32> records, const RowOrder& order) const;
+    std::vector<SortListViewItem*> removeRecords(const std::vector<bool>& gone);
+    void moveFocusFrom(const std::vector<bool>& gone);
     void finishFilter();
-    void loseOrder();
-    void appendRows(const Rows& rows);
-    bool matchesFilter(const QTreeWidgetItem* row) const;
     void postSort();
+    void takeUpNewRecords(int count);
+    static void end(SortListViewItem* item);
+    QScrollBar* makeBar();
+    void movePage();
+    void fillPage();
+    void fillPageIfOld() const;
+    void replacePage(const std::vector<SortListViewItem*>& page);
+    void fitBar();
+    void showSelection();
+    void endEditing();
+    int rowAt(const QPoint& place) const;
+    int dragTarget() const;
+    void drag();
+    bool moveByKey(const QKeyEvent& key);
     void saveHeader() const;
     void showSortIndicator();
     bool editCell(SortListViewItem* row, int column);
@@ -219,11 +327,22 @@ private:
     QAction* addColumnAction(QMenu& menu, const QString& text, const std::vector<int>& columns);
     void addGroupMenu(QMenu& menu, const QString& group);
 
-    static constexpr size_t FewRows = 128;
-
-    /// Rows that had their places in the order and have changed since; when they are more than `FewRows`, not
-    /// all of them. Some may be gone: they are only to be compared with those that are there.
-    std::vector<const SortListViewItem*> m_changedRows;
+    std::vector<SortListViewItem*> m_items; ///< by record, null for one that has none yet; owned
+    bool m_keepsItems = true;
+    std::vector<SortListViewItem*> m_page; ///< items in Qt's tree
+    int m_first = 0;                       ///< the row of the first of them
+    bool m_pageIsOld = false;              ///< rows have changed while nobody looked
+    bool m_fillingPage = false;
+    bool m_mirroring = false;   ///< selection and focus of the page are being set, by the list itself
+    int m_toSee = -1;           ///< row that is to be on the page when the list is shown
+    mutable int m_lastRow = 0;  ///< found last: rows are mostly asked for one after the other
+    QScrollBar* m_bar;          ///< over all rows; owned by Qt
+    bool m_dragging = false;    ///< the mouse selects rows
+    int m_dragY = 0;            ///< where it is, in the viewport
+    QBasicTimer m_dragTurn;     ///< moves the page while the mouse is held above or below it
+    QString m_searched;         ///< typed to go to a row
+    QElapsedTimer m_searchTime; ///< since the last letter
+    int m_column = 0;           ///< the column clicked last
     std::vector<CompareFunction> m_compare;
     std::vector<Qt::Alignment> m_alignments;
     bool m_showSortIndicator = false;
@@ -232,18 +351,13 @@ private:
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
     bool m_sortAllowed = true;
     bool m_sortPosted = false;
-    bool m_inOrder = false;    ///< all rows but those that may move stand in the order of the sort column
     bool m_sortWanted = false; ///< asked for while it was not allowed
+    bool m_inOrder = false;    ///< all but those that changed or came stand in the order of the sort column
+    std::vector<quint32> m_changed; ///< records that changed since they were sorted, some more than once
+    quint32 m_sortedCount = 0;      ///< records that there were then; the others came
     int m_filling = 0;
-    std::vector<QTreeWidgetItem*> m_filteredOut; ///< rows that the filter keeps out of sight; owned
     quint64 m_fillCount = 0;
-    quint32 m_lastSequence = 0;
-    Query m_filter;
-    Rows m_allRows;  ///< while the filter is on: in the order of the list; empty when that was lost
-    Rows m_toLookAt; ///< while the filter looks through rows: these, and how many it has looked at
-    qsizetype m_lookedAt = 0;
-    Rows m_hits;              ///< of these, found and still to be put in; owned
-    QBasicTimer m_filterTurn; ///< runs while there are more
+    QBasicTimer m_filterTurn; ///< runs while the filter has more to look at
     CellDelegate* m_cells;    ///< owned by Qt
     double m_tuned = 0;       ///< Hz
     QString m_persistentName;

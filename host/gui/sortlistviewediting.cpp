@@ -27,7 +27,7 @@ int SortListView::EditedColumn() const {
     const SortListViewItem* row = currentItem();
     if (!row)
         return -1;
-    const int clicked = currentIndex().column();
+    const int clicked = m_column;
     if (clicked >= 0 && !isColumnHidden(clicked) && CanEdit(*row, clicked))
         return clicked;
     const std::vector<int> columns = ShownColumns();
@@ -45,30 +45,40 @@ bool SortListView::editCell(SortListViewItem* row, int column) {
         return false;
     row->setFlags(row->flags() | Qt::ItemIsEditable);
     setCurrentItem(row, column, QItemSelectionModel::NoUpdate);
-    scrollTo(currentIndex());
+    fillPageIfOld();
+    scrollTo(currentIndex()); // to the side
     edit(currentIndex());
     return true;
 }
 
 /// Goes on to the next cell that can be edited, in the order shown, from row to row.
 bool SortListView::editNextCell(int by) {
-    int row = currentIndex().row();
-    int place = header()->visualIndex(currentIndex().column());
+    int row = m_selection.FocusRow();
+    int place = header()->visualIndex(m_column);
     for (int left = 2 * columnCount(); left > 0; --left) {
         place += by;
         if (place < 0 || place >= columnCount()) {
             row += by;
             place = by > 0 ? 0 : columnCount() - 1;
         }
-        auto* item = static_cast<SortListViewItem*>(topLevelItem(row));
+        SortListViewItem* item = topLevelItem(row);
         if (!item)
             return false;
-        if (row != currentIndex().row() && CanEdit(*item, header()->logicalIndex(place)))
-            setCurrentItem(item, 0, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        if (row != m_selection.FocusRow() && CanEdit(*item, header()->logicalIndex(place)))
+            setCurrentItem(item, m_column);
         if (editCell(item, header()->logicalIndex(place)))
             return true;
     }
     return false;
+}
+
+/// The page moves away from a field that is open: what was entered is kept, as when the field is left.
+void SortListView::endEditing() {
+    QWidget* editor = indexWidget(currentIndex());
+    if (!editor)
+        return;
+    commitData(editor);
+    closeEditor(editor, QAbstractItemDelegate::NoHint);
 }
 
 void SortListView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
@@ -89,12 +99,13 @@ void SortListView::MarkTuned(double hertz) {
 void SortListView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                            const QModelIndex& index) const {
     QTreeWidget::drawRow(painter, option, index);
+    const int row = m_first + index.row();
     if (m_tuned <= 0 || index.parent().isValid() ||
-        !(std::abs(FrequencyOfRow(index.row()) - m_tuned) < SameFrequency))
+        !(std::abs(FrequencyOfRow(row) - m_tuned) < SameFrequency))
         return;
-    QStyleOptionViewItem row(option);
-    row.state.setFlag(QStyle::State_Selected, topLevelItem(index.row())->isSelected());
-    paintTunedMark(*painter, row);
+    QStyleOptionViewItem marked(option);
+    marked.state.setFlag(QStyle::State_Selected, IsRowSelected(row));
+    paintTunedMark(*painter, marked);
 }
 
 /// An arrow at the beginning of the row, and lines above and below it.

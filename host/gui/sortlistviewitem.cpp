@@ -8,34 +8,55 @@ SortListViewItem::SortListViewItem(QTreeWidget* list, const QStringList& texts, 
         m_texts = std::make_unique<std::vector<QString>>(texts.begin(), texts.end());
         m_filled = true;
     }
+    m_isOpen = open;
     if (auto* sortList = qobject_cast<SortListView*>(list))
         sortList->AddItems({this});
     else if (list)
         list->addTopLevelItem(this);
-    if (open)
-        setExpanded(true);
 }
 
-SortListViewItem::~SortListViewItem() = default;
+SortListViewItem::~SortListViewItem() {
+    if (m_list)
+        m_list->takeItem(this);
+}
 
 SortListView* SortListViewItem::list() const {
-    return static_cast<SortListView*>(treeWidget());
+    const auto* row = this;
+    while (const QTreeWidgetItem* above = row->parent())
+        row = static_cast<const SortListViewItem*>(above);
+    return row->m_list;
 }
 
 SortListViewItem* SortListViewItem::nextSibling() const {
-    QTreeWidgetItem* next = nullptr;
     if (const QTreeWidgetItem* above = parent())
-        next = above->child(above->indexOfChild(const_cast<SortListViewItem*>(this)) + 1);
-    else if (const QTreeWidget* tree = treeWidget())
-        next = tree->topLevelItem(tree->indexOfTopLevelItem(const_cast<SortListViewItem*>(this)) + 1);
-    return dynamic_cast<SortListViewItem*>(next);
+        return dynamic_cast<SortListViewItem*>(
+            above->child(above->indexOfChild(const_cast<SortListViewItem*>(this)) + 1));
+    const int row = m_list ? m_list->indexOfTopLevelItem(this) : -1;
+    return row < 0 ? nullptr : m_list->topLevelItem(row + 1);
+}
+
+void SortListViewItem::setOpen(bool open) {
+    m_isOpen = open;
+    if (treeWidget())
+        setExpanded(open);
+    else if (m_list && open)
+        m_list->m_anyOpened = true; // opens when it is seen
+}
+
+bool SortListViewItem::isSelected() const {
+    return m_list ? m_list->m_selection.Has(m_record) : QTreeWidgetItem::isSelected();
+}
+
+void SortListViewItem::setSelected(bool selected) {
+    if (m_list)
+        m_list->setSelected(this, selected);
+    else
+        QTreeWidgetItem::setSelected(selected);
 }
 
 void SortListViewItem::activate() {
-    if (QTreeWidget* tree = treeWidget()) {
-        tree->setCurrentItem(this);
-        tree->scrollToItem(this);
-    }
+    if (m_list)
+        m_list->setCurrentItem(this);
 }
 
 void SortListViewItem::sortChildItems(int column, bool ascending) {
@@ -59,9 +80,7 @@ void SortListViewItem::ensureFilled() const {
         ++tree->m_filling;
         ++tree->m_fillCount;
     }
-    const bool mayMove = m_mayMove;
     self->Fill();
-    self->m_mayMove = mayMove; // its texts are asked for, they have not changed
     if (tree)
         --tree->m_filling;
 }
@@ -87,7 +106,8 @@ void SortListViewItem::setText(int column, const QString& text) {
     SortListView* tree = list();
     if (tree && tree->IsFilling())
         return;
-    letMove();
+    if (m_list)
+        m_list->RecordChanged(m_record);
     if (tree)
         emitDataChanged();
 }
@@ -100,6 +120,12 @@ QString SortListViewItem::tipWithNote() const {
     return lines.join(QLatin1Char('\n'));
 }
 
+/// For those who hear the list: the page alone does not say where it stands.
+QString SortListViewItem::placeText() const {
+    const int row = m_list ? m_list->indexOfTopLevelItem(this) : -1;
+    return row < 0 ? QString() : SortListView::tr("Row %1 of %2").arg(row + 1).arg(m_list->ShownCount());
+}
+
 QVariant SortListViewItem::data(int column, int role) const {
     switch (role) {
     case Qt::DisplayRole:
@@ -107,6 +133,8 @@ QVariant SortListViewItem::data(int column, int role) const {
         return text(column);
     case Qt::ToolTipRole:
         return tipWithNote();
+    case Qt::AccessibleDescriptionRole:
+        return placeText();
     case Qt::TextAlignmentRole:
         return list() ? QVariant(static_cast<int>(list()->ColumnAlignment(column))) : QVariant();
     default:
@@ -123,29 +151,42 @@ void SortListViewItem::setData(int column, int role, const QVariant& value) {
 
 void SortListViewItem::MarkStale() {
     m_filled = false;
-    letMove();
-}
-
-void SortListViewItem::letMove() {
-    if (std::exchange(m_mayMove, true))
-        return;
-    SortListView* tree = list();
-    if (tree && tree->m_changedRows.size() <= SortListView::FewRows)
-        tree->m_changedRows.push_back(this);
+    if (m_list)
+        m_list->RecordChanged(m_record);
 }
 
 SortListViewItemIterator::SortListViewItemIterator(QTreeWidget* list, unsigned flags)
-    : m_walk(list), m_flags(flags) {
-    skipUnwanted();
+    : m_list(qobject_cast<SortListView*>(list)), m_flags(flags) {
+    findRow(0);
+}
+
+/// Goes to the first row from that one on that is wanted.
+void SortListViewItemIterator::findRow(int row) {
+    const int rows = m_list ? m_list->ShownCount() : 0;
+    while ((m_flags & Selected) != 0 && row < rows && !m_list->IsRowSelected(row))
+        ++row;
+    m_row = row;
+    m_current = row < rows ? m_list->topLevelItem(row) : nullptr;
+}
+
+/// What follows within the row, or null.
+SortListViewItem* SortListViewItemIterator::following() const {
+    if (m_current->childCount() > 0)
+        return static_cast<SortListViewItem*>(m_current->child(0));
+    for (SortListViewItem* item = m_current; item->parent();
+         item = static_cast<SortListViewItem*>(item->parent())) {
+        if (SortListViewItem* next = item->nextSibling())
+            return next;
+    }
+    return nullptr;
 }
 
 SortListViewItemIterator& SortListViewItemIterator::operator++() {
-    ++m_walk;
-    skipUnwanted();
+    const bool within = (m_flags & Selected) == 0 && m_current;
+    SortListViewItem* next = within ? following() : nullptr;
+    if (next)
+        m_current = next;
+    else
+        findRow(m_row + 1);
     return *this;
-}
-
-void SortListViewItemIterator::skipUnwanted() {
-    while ((m_flags & Selected) != 0 && current() && !current()->isSelected())
-        ++m_walk;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QTreeWidgetItem>
-#include <QTreeWidgetItemIterator>
 
 #include <memory>
 #include <vector>
@@ -9,7 +8,8 @@
 class SortListView;
 
 /// Row of a `SortListView`, owned by it. A row holds no text until it is asked for one: a subclass that fills
-/// itself overrides `Fill`, which is called when a stale row is painted, sorted or searched.
+/// itself overrides `Fill`, which is called when a stale row is painted, sorted or searched. Qt knows of the
+/// row only while it can be seen; whether it is selected, or shows its children, the row itself says.
 class SortListViewItem : public QTreeWidgetItem {
 public:
     /// A row with these texts, appended to the list unless `list` is null; `open` shows its children.
@@ -18,7 +18,10 @@ public:
 
     /// The row below on the same level, or null.
     SortListViewItem* nextSibling() const;
-    void setOpen(bool open) { setExpanded(open); }
+    void setOpen(bool open);
+    bool isExpanded() const { return m_isOpen; }
+    bool isSelected() const;
+    void setSelected(bool selected);
     /// Makes the row the current one and scrolls it into view.
     void activate();
     /// Sorts the children of this row by a column.
@@ -39,27 +42,28 @@ public:
     /// What is painted before the text of a cell and is no part of it; empty for nothing.
     virtual QString CellAddition(int /*column*/) const { return QString(); }
 
-    /// Place in the order in which rows were added.
-    quint32 Sequence = 0;
-
 protected:
     /// Sets the texts of all cells; rows whose texts are set from outside need none.
     virtual void Fill() {}
     /// Tool tip of the row; empty for none.
     virtual QString ToolTip() const { return QString(); }
+    /// The list that the row, or the row that it is a child of, belongs to; null for none.
     SortListView* list() const;
+    /// Its number among the records of the list.
+    quint32 Record() const { return m_record; }
 
 private:
     friend class SortListView;
 
     void ensureFilled() const;
-    void letMove();
     QString tipWithNote() const;
+    QString placeText() const;
 
     std::unique_ptr<std::vector<QString>> m_texts;
+    SortListView* m_list = nullptr; ///< of a row, not of its children
+    quint32 m_record = 0;
     bool m_filled = false;
-    bool m_wasSelected = false; ///< while the list puts its rows in anew
-    bool m_mayMove = true;      ///< new or changed since the list was sorted
+    bool m_isOpen = false;
 };
 
 /// Walks the shown rows of a list from top to bottom, children included. The list must not change meanwhile.
@@ -67,14 +71,18 @@ class SortListViewItemIterator {
 public:
     enum Flag : unsigned { All = 0, Selected = 1 };
 
+    /// A tree that is no `SortListView` has no rows.
     explicit SortListViewItemIterator(QTreeWidget* list, unsigned flags = All);
     /// Null at the end.
-    SortListViewItem* current() const { return static_cast<SortListViewItem*>(*m_walk); }
+    SortListViewItem* current() const { return m_current; }
     SortListViewItemIterator& operator++();
 
 private:
-    void skipUnwanted();
+    SortListViewItem* following() const;
+    void findRow(int row);
 
-    QTreeWidgetItemIterator m_walk;
+    SortListView* m_list;
+    SortListViewItem* m_current = nullptr;
+    int m_row = 0; ///< of the current one, or the row that it is a child of
     unsigned m_flags;
 };

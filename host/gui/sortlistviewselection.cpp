@@ -1,102 +1,156 @@
 #include "host/gui/sortlistview.h"
 
-namespace {
+#include <QScopedValueRollback>
 
-SortListViewItem* asRow(QTreeWidgetItem* item) {
-    return static_cast<SortListViewItem*>(item);
+#include <algorithm>
+
+void SortListView::setMultiSelection(bool multi) {
+    QTreeWidget::setSelectionMode(multi ? ExtendedSelection : SingleSelection);
 }
 
-/// The number of the top row that an index belongs to; 0 for none.
-int placeAmongRows(QModelIndex index) {
-    while (index.parent().isValid())
-        index = index.parent();
-    return std::max(index.row(), 0);
+void SortListView::setSelectionMode(int mode) {
+    QTreeWidget::setSelectionMode(static_cast<SelectionMode>(mode));
 }
 
-} // namespace
-
-int SortListView::focusPlace() const {
-    return placeAmongRows(currentIndex());
+void SortListView::setSelected(QTreeWidgetItem* item, bool selected) {
+    const auto* row = static_cast<SortListViewItem*>(item);
+    if (!row || row->list() != this || row->parent() || m_selection.Has(row->Record()) == selected)
+        return;
+    if (selected && selectionMode() == SingleSelection)
+        m_selection.DeselectAll();
+    m_selection.Set(row->Record(), selected);
+    AnnounceSelection();
 }
 
-SortListViewItem* SortListView::currentItem() const {
-    QTreeWidgetItem* focused = QTreeWidget::currentItem();
-    if (focused && focused->isSelected())
-        return asRow(focused);
-    const int place = focusPlace();
-    QModelIndex nearest;
-    int least = std::numeric_limits<int>::max();
-    for (const QItemSelectionRange& range : selectionModel()->selection()) {
-        QModelIndex row = range.topLeft();
-        if (!row.parent().isValid()) // of a row's children the first stands for all
-            row = row.siblingAtRow(std::clamp(place, range.top(), range.bottom()));
-        const int distance =
-            2 * std::abs(placeAmongRows(row) - place) - (placeAmongRows(row) > place ? 1 : 0);
-        if (row.isValid() && distance < least) {
-            least = distance;
-            nearest = row;
+void SortListView::setCurrentItem(QTreeWidgetItem* item, int column,
+                                  QItemSelectionModel::SelectionFlags command) {
+    const int row = indexOfTopLevelItem(item);
+    const int selected = SelectedCount();
+    if (command & QItemSelectionModel::Clear)
+        m_selection.DeselectAll();
+    if (row >= 0) {
+        m_column = column;
+        m_selection.SetFocusRow(row);
+        const quint32 record = m_rows.RecordAt(row);
+        if (command & (QItemSelectionModel::Select | QItemSelectionModel::Toggle)) {
+            m_selection.Set(record, !(command & QItemSelectionModel::Toggle) || !m_selection.Has(record));
+            m_selection.SetAnchor();
+        } else if (command & QItemSelectionModel::Deselect) {
+            m_selection.Set(record, false);
         }
+        ScrollToRow(row);
     }
-    return asRow(itemFromIndex(nearest));
-}
-
-int SortListView::SelectedCount() const {
-    int count = 0;
-    for (const QItemSelectionRange& range : selectionModel()->selection())
-        count += range.height();
-    return count;
-}
-
-/// Of the rows that stood in the list, the one behind that place that still does, else the nearest above.
-QTreeWidgetItem* SortListView::nextStanding(const Rows& before, qsizetype place) const {
-    const auto stands = [this](const QTreeWidgetItem* row) { return row->treeWidget() == this; };
-    const auto at = before.begin() + std::min(place, before.size());
-    const auto below = std::find_if(at, before.end(), stands);
-    if (below != before.end())
-        return *below;
-    const auto above = std::find_if(std::make_reverse_iterator(at), before.rend(), stands);
-    return above == before.rend() ? nullptr : *above;
-}
-
-/// Selects of the rows that begin at `top` those that were selected before they were taken out. With `top` 0
-/// no others are selected.
-void SortListView::selectMarkedRows(const Rows& rows, int top) {
-    QItemSelection selection;
-    const int lastColumn = std::max(columnCount() - 1, 0);
-    int first = -1;
-    for (int i = 0; i <= rows.size(); ++i) {
-        const bool selected = i < rows.size() && std::exchange(asRow(rows[i])->m_wasSelected, false);
-        // A row keeps its own note that it is selected while it is out of the list, filtered out for example.
-        if (!selected && i < rows.size() && rows[i]->isSelected())
-            rows[i]->setSelected(false);
-        if (selected && first < 0)
-            first = i;
-        if (!selected && first >= 0) {
-            selection.select(model()->index(top + first, 0), model()->index(top + i - 1, lastColumn));
-            first = -1;
-        }
-    }
-    selectionModel()->select(selection,
-                             top == 0 ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::Select);
-}
-
-int SortListView::CurrentPlace() const {
-    SortListViewItem* row = currentItem();
-    return row ? placeAmongRows(indexFromItem(row)) : -1;
-}
-
-void SortListView::SelectPlace(int place) {
-    if (QTreeWidgetItem* row = topLevelItem(place))
-        setCurrentItem(row, 0, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    if (command == QItemSelectionModel::NoUpdate && SelectedCount() == selected)
+        showSelection();
+    else
+        AnnounceSelection();
 }
 
 void SortListView::selectAll() {
+    const SelectionMode mode = QTreeWidget::selectionMode();
+    if (mode != MultiSelection && mode != ExtendedSelection && mode != ContiguousSelection)
+        return;
+    NeedAllRows();
+    // What the filter has not looked at yet is selected with the rest: it deselects what it does not find.
+    for (int record = 0; IsFiltering() && record < RowCount(); ++record)
+        m_selection.Set(static_cast<quint32>(record), true);
+    m_selection.SelectAll();
+    AnnounceSelection();
+}
+
+void SortListView::clearSelection() {
+    m_selection.DeselectAll();
+    AnnounceSelection();
+}
+
+std::vector<quint32> SortListView::SelectedRecords() {
     finishFilter();
-    const int mode = selectionMode();
-    if (mode == MultiSelection || mode == ExtendedSelection || mode == ContiguousSelection) {
-        // Taking all into a selection of many ranges would compare all with all.
-        const QSignalBlocker quiet(selectionModel());
-        selectionModel()->clearSelection();
+    return m_selection.Records();
+}
+
+void SortListView::SelectRecords(const std::vector<quint32>& records) {
+    if (records.empty())
+        return;
+    finishFilter();
+    const bool areHidden = std::any_of(records.begin(), records.end(),
+                                       [this](quint32 record) { return !m_rows.IsShown(record); });
+    if (areHidden) {
+        m_filter.LetPass(records, m_order.Records());
+        ShowPage();
     }
-    QTreeWidget::selectAll();
+    m_selection.DeselectAll();
+    for (const quint32 record : records)
+        m_selection.Set(record, true);
+    const int row = m_rows.RowOf(records.front());
+    m_selection.SetFocusRow(row);
+    m_selection.SetAnchor();
+    ScrollToRow(row);
+    AnnounceSelection();
+}
+
+void SortListView::ClickRow(int row, Qt::KeyboardModifiers modifiers) {
+    switch (QTreeWidget::selectionMode()) {
+    case NoSelection:
+        return;
+    case SingleSelection:
+        modifiers = Qt::NoModifier;
+        break;
+    case MultiSelection: // each click changes one row over
+        modifiers.setFlag(Qt::ControlModifier, !modifiers.testFlag(Qt::ShiftModifier));
+        break;
+    case ContiguousSelection:
+        modifiers.setFlag(Qt::ControlModifier, false);
+        break;
+    case ExtendedSelection:
+        break;
+    }
+    m_selection.Click(row, modifiers);
+    AnnounceSelection();
+}
+
+void SortListView::GoToRow(int row, Qt::KeyboardModifiers modifiers) {
+    if (ShownCount() == 0)
+        return;
+    row = std::clamp(row, 0, ShownCount() - 1);
+    ScrollToRow(row);
+    if (!modifiers.testFlag(Qt::ControlModifier) || modifiers.testFlag(Qt::ShiftModifier))
+        return ClickRow(row, modifiers);
+    m_selection.SetFocusRow(row);
+    AnnounceSelection();
+}
+
+void SortListView::AnnounceSelection() {
+    showSelection();
+    emit selectionChanged(currentItem());
+    emit countsChanged();
+}
+
+/// Items of the page may have been selected by others than the list.
+void SortListView::slotSelectionChanged() {
+    if (m_mirroring)
+        return;
+    for (const SortListViewItem* item : m_page) {
+        if (!m_pageIsOld)
+            m_selection.Set(item->m_record, item->QTreeWidgetItem::isSelected());
+    }
+    emit selectionChanged(currentItem());
+    emit countsChanged();
+}
+
+/// Puts selection and focus of the rows on the items of the page.
+void SortListView::showSelection() {
+    if (m_pageIsOld)
+        return; // all of it is shown when somebody looks
+    const QScopedValueRollback mirroring(m_mirroring, true);
+    for (SortListViewItem* item : m_page) {
+        const bool selected = m_selection.Has(item->m_record);
+        if (item->QTreeWidgetItem::isSelected() != selected)
+            item->QTreeWidgetItem::setSelected(selected);
+    }
+    const int focus = m_selection.FocusRow() - m_first;
+    const bool isOnPage = focus >= 0 && focus < static_cast<int>(m_page.size());
+    SortListViewItem* focused = isOnPage ? m_page[static_cast<size_t>(focus)] : nullptr;
+    if (focused != QTreeWidget::currentItem() || (focused && currentIndex().column() != m_column))
+        QTreeWidget::setCurrentItem(focused, focused ? m_column : 0, QItemSelectionModel::NoUpdate);
+    viewport()->update();
 }

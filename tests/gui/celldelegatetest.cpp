@@ -100,6 +100,7 @@ TEST(FrequencyCells, AreShownAsWantedAndKeepTheirTexts) {
             return option.text;
         }
     } cells;
+    list.show();
     const auto text = [&](int column) { return cells.Text(list.model()->index(0, column)); };
     EXPECT_EQ(text(0), "7055.000 kHz");
     cells.SetFrequencyStyle(true, 0);

@@ -61,7 +61,9 @@ protected:
             using CellDelegate::initStyleOption;
         };
         QStyleOptionViewItem cell;
-        (list->Cells().*&Painted::initStyleOption)(&cell, list->model()->index(list->RowCount() - 1, 0));
+        list->ScrollToRow(list->RowCount() - 1);
+        (list->Cells().*&Painted::initStyleOption)(&cell,
+                                                   list->model()->index(list->model()->rowCount() - 1, 0));
         return cell.text;
     }
 };

@@ -154,7 +154,7 @@ TEST_F(TimePictures, ShowDetectionsWhereAndWhenTheyWereAndSelectTheirRows) {
     EXPECT_EQ(station->GetWindow().TabName(tabs->currentIndex()), "Detections");
     auto* view = tabs->currentWidget()->findChild<VectorListViewBase*>();
     ASSERT_NE(view, nullptr);
-    EXPECT_TRUE(view->IsSelected(1));
+    EXPECT_TRUE(view->GetListView()->IsRowSelected(1));
     EXPECT_EQ(view->SelectedCount(), 1);
     SortListView& list = *view->GetListView();
     EXPECT_EQ(list.NoteOf(*list.currentItem()), "one.csv");

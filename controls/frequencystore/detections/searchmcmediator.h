@@ -1,9 +1,9 @@
 #pragma once
 
 #include "host/freqlist/copystruct.h"
-#include "host/freqlist/recordsort.h"
 #include "host/freqlist/valuelistmediator.h"
 #include "host/freqstorexml/frequencystoreentry.h"
+#include "host/gui/recordsort.h"
 #include "host/valuetree/detection.h"
 
 #include <span>

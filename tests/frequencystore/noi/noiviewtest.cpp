@@ -85,6 +85,39 @@ TEST_F(NoiViewTest, ColumnsAndActionsAreThoseOfTheList) {
     m_view->InitFreqStoreWidget(nullptr);
 }
 
+TEST_F(NoiViewTest, RowsNeverSeenAreSortedFilteredCopiedAndDeletedAsTheOthers) {
+    constexpr int Many = 400;
+    for (int i = 1; i <= Many; ++i)
+        m_handler->InsertNewValue(1e6 + 1000.0 * i, 3000, Q("entry %1").arg(i));
+    m_view->resize(300, 200);
+    m_view->show();
+    m_view->sortByColumn(0, Qt::AscendingOrder);
+    EXPECT_LT(m_view->FillCount(), 60u);
+    Controller().At(390)->SetFrequency(5.0); // goes to the top
+    Controller().At(391)->SetComment(Q("renamed"));
+    Controller().ForceUpdateNow();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_view->firstChild(), Row(390));
+    EXPECT_EQ(m_view->TextAt(0, 2), Q("entry 391"));
+
+    m_view->SetFilterText(Q("renamed or \"entry 20\""));
+    EXPECT_EQ(m_view->ShownCount(), 12) << "20 and 200 to 209";
+    EXPECT_EQ(m_view->TextAt(11, 2), Q("renamed"));
+    m_view->SelectPlace(3);
+    m_view->GoToRow(11, Qt::ShiftModifier);
+    Trigger(Bar::Copy);
+    EXPECT_EQ(Clipboard().GetFrequencyStoreEntry().size(), 9);
+    Trigger(Bar::Delete);
+    EXPECT_EQ(Entries().size(), Many - 9);
+    EXPECT_EQ(m_view->ShownCount(), 3);
+    EXPECT_EQ(m_view->CurrentPlace(), 2) << "the next row, or the last";
+    m_view->SetFilterText(QString());
+    EXPECT_EQ(m_view->RowCount(), Many - 9);
+    for (const unsigned long index : {0ul, 195ul, 300ul})
+        EXPECT_EQ(Row(index)->GetMediator(), Controller().At(index));
+    EXPECT_LT(m_view->FillCount(), 120u) << "sorting and filtering fill no rows";
+}
+
 TEST_F(NoiViewTest, NewEntriesBecomeTheCurrentRowAndDeletedOnesGoAtOnce) {
     Fill();
     m_view->sortByColumn(0, Qt::AscendingOrder);

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "host/freqlist/recordsort.h"
+#include "host/gui/recordsort.h"
 
 #include <QtGlobal>
 
+#include <limits>
 #include <vector>
 
 /// The order in which records are shown: that of their list, or that of a column. It knows by which column
@@ -11,6 +12,9 @@
 /// of sorted in the other direction. Records go by their number in the list.
 class RecordOrder {
 public:
+    /// In a list of new numbers, by old ones: the record is gone.
+    static constexpr quint32 Gone = std::numeric_limits<quint32>::max();
+
     enum class Step { Nothing, Reverse, Anew };
 
     /// So many records in the order of their list.
@@ -19,6 +23,10 @@ public:
     [[nodiscard]] Step Next(int column, bool ascending);
     void Set(std::vector<quint32> records) { m_records = std::move(records); }
     bool IsSorted() const { return m_column >= 0; }
+    /// So many records more, behind all others.
+    void Append(int count);
+    /// Records went, and those that are left have new numbers.
+    void Renumber(const std::vector<quint32>& numbers, int count);
     /// Puts records that changed, and those that came, to their places. `goesBefore` compares two records in
     /// ascending order; equal ones go by their numbers.
     template <typename GoesBefore>

@@ -1,4 +1,4 @@
-#include "host/freqlist/recordsort.h"
+#include "host/gui/recordsort.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "host/freqlist/recordrows.h"
+#include "host/gui/recordrows.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "host/freqlist/recordorder.h"
+#include "host/gui/recordorder.h"
 
 #include <numeric>
 #include <utility>
@@ -14,6 +14,19 @@ RecordOrder::Step RecordOrder::Next(int column, bool ascending) {
         return Step::Nothing;
     m_ascending = ascending;
     return std::exchange(m_column, column) == column ? Step::Reverse : Step::Anew;
+}
+
+void RecordOrder::Append(int count) {
+    for (int i = 0; !m_records.empty() && i < count; ++i)
+        m_records.push_back(static_cast<quint32>(m_count + i));
+    m_count += count;
+}
+
+void RecordOrder::Renumber(const std::vector<quint32>& numbers, int count) {
+    for (quint32& record : m_records)
+        record = numbers[record];
+    std::erase(m_records, Gone);
+    m_count = count;
 }
 
 std::vector<quint32> RecordOrder::Records() const {

@@ -1,4 +1,6 @@
-#include "host/freqlist/recordfilter.h"
+#include "host/gui/recordfilter.h"
+
+#include "host/gui/recordorder.h"
 
 #include <algorithm>
 
@@ -40,6 +42,25 @@ void RecordFilter::Renew(const std::vector<quint32>& changed, size_t count,
         m_passes.resize(count);
     }
     Reorder(order);
+}
+
+void RecordFilter::LetPass(const std::vector<quint32>& records, const std::vector<quint32>& order) {
+    for (const quint32 record : records)
+        m_passes[record] = true;
+    Reorder(order);
+}
+
+void RecordFilter::Renumber(const std::vector<quint32>& numbers, size_t count) {
+    m_toLookAt.erase(m_toLookAt.begin(), m_toLookAt.begin() + static_cast<std::ptrdiff_t>(m_next));
+    m_next = 0;
+    for (std::vector<quint32>* records : {&m_toLookAt, &m_passed}) {
+        for (quint32& record : *records)
+            record = numbers[record];
+        std::erase(*records, RecordOrder::Gone);
+    }
+    m_passes.assign(count, false);
+    for (const quint32 record : m_passed)
+        m_passes[record] = true;
 }
 
 void RecordFilter::Reorder(const std::vector<quint32>& order) {

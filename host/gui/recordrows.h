@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/freqlist/recordfilter.h"
-#include "host/freqlist/recordorder.h"
+#include "host/gui/recordfilter.h"
+#include "host/gui/recordorder.h"
 
 #include <optional>
 

@@ -30,6 +30,11 @@ public:
     /// The same records in another order.
     void Reorder(const std::vector<quint32>& order);
 
+    /// These records pass, whatever is in them.
+    void LetPass(const std::vector<quint32>& records, const std::vector<quint32>& order);
+    /// Records went, and those that are left have new numbers, see `RecordOrder::Renumber`.
+    void Renumber(const std::vector<quint32>& numbers, size_t count);
+
     /// What was found so far: all records in the order shown, and whether one is among them.
     const std::vector<quint32>& Passed() const { return m_passed; }
     bool Passes(quint32 record) const { return m_passes[record]; }
