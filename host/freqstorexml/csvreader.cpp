@@ -94,14 +94,16 @@ void ReadCsvRecords(QIODevice& device, const QString& name, const CsvLayout& lay
     FileProblems problems(name, "csvreader");
     input.Tell(problems);
     RowReader reader(record, heading);
+    const MemberPtr frequencyMember = heading.Columns()[heading.FrequencyColumn()]->At(record);
+    const double& frequency = *std::get<double*>(frequencyMember);
     while (scanner.NextRow()) {
         CheckCount(scanner, heading);
-        if (const std::optional<double> frequency = FrequencyOf(scanner, heading)) {
-            heading.Note(*frequency, scanner);
-            if (!FileProblems::IsFrequency(*frequency))
-                problems.CheckFrequency(scanner.Line(), *frequency);
-        }
         reader.Read(scanner);
+        if (IRGObject::IsValid(frequency)) {
+            heading.Note(frequency, scanner);
+            if (!FileProblems::IsFrequency(frequency))
+                problems.CheckFrequency(scanner.Line(), frequency);
+        }
         if (IsCut(scanner, heading))
             problems.ReportAlways(scanner.Line(), QStringLiteral("the last row has only %1 of %2 cells and "
                                                                  "no line end; the file may be cut")

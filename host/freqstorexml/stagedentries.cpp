@@ -49,12 +49,12 @@ T Take(std::string_view& bytes) {
     return value;
 }
 
-QString TakeText(std::string_view& bytes) {
+/// Into the memory that the text has, if nobody shares it.
+void TakeText(std::string_view& bytes, QString& text) {
     const auto size = Take<quint32>(bytes);
-    QString text(size, Qt::Uninitialized);
+    text.resize(size);
     std::memcpy(text.data(), bytes.data(), size * sizeof(QChar));
     bytes.remove_prefix(size * sizeof(QChar));
-    return text;
 }
 
 bool IsSame(const QString& one, const QString& other) {
@@ -174,7 +174,7 @@ void StagedEntries::takeChunk(std::string_view chunk, const EntryCallback& take)
         }
         for (QString* const text : m_lastMembers.texts) {
             if (changed & bit)
-                *text = TakeText(chunk);
+                TakeText(chunk, *text);
             bit <<= 1;
         }
         take(m_last);
