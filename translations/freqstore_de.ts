@@ -3191,7 +3191,7 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <translation>Die letzte Änderung einer Liste zurücknehmen</translation>
     </message>
     <message>
-        <source>&amp;Redo</source>
+        <source>Red&amp;o</source>
         <translation>&amp;Wiederholen</translation>
     </message>
     <message>
@@ -3211,7 +3211,7 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <translation>&amp;Rückgängig: %1</translation>
     </message>
     <message>
-        <source>&amp;Redo %1</source>
+        <source>Red&amp;o %1</source>
         <translation>&amp;Wiederholen: %1</translation>
     </message>
     <message>
