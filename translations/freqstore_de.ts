@@ -4083,7 +4083,7 @@ Fremdes: %2</translation>
         <translation>Die letzte Änderung einer Liste zurücknehmen</translation>
     </message>
     <message>
-        <source>&amp;Redo</source>
+        <source>Red&amp;o</source>
         <translation>&amp;Wiederholen</translation>
     </message>
     <message>
@@ -4103,7 +4103,7 @@ Fremdes: %2</translation>
         <translation>&amp;Rückgängig: %1</translation>
     </message>
     <message>
-        <source>&amp;Redo %1</source>
+        <source>Red&amp;o %1</source>
         <translation>&amp;Wiederholen: %1</translation>
     </message>
     <message>

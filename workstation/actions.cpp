@@ -101,7 +101,7 @@ const Info& infoOf(size_t command) {
          {QKeySequence(Qt::CTRL | Qt::Key_Z)},
          None,
          false},
-        {QT_TRANSLATE_NOOP("WindowActions", "&Redo"),
+        {QT_TRANSLATE_NOOP("WindowActions", "Red&o"),
          QT_TRANSLATE_NOOP("WindowActions", "Do again what was taken back"),
          "redo",
          {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)},
@@ -402,7 +402,7 @@ void WindowActions::Refresh() {
         action.setStatusTip(reason.isEmpty() ? tip : reason);
     }
     Get(Undo)->setText(steps().canUndo() ? tr("&Undo %1").arg(quoted(steps().undoText())) : tr("&Undo"));
-    Get(Redo)->setText(steps().canRedo() ? tr("&Redo %1").arg(quoted(steps().redoText())) : tr("&Redo"));
+    Get(Redo)->setText(steps().canRedo() ? tr("Red&o %1").arg(quoted(steps().redoText())) : tr("Red&o"));
     // Some lists take a file in place of what they have, others add it: the entry says which.
     const QString what = tipOf(OpenIntoList);
     Get(OpenIntoList)

@@ -139,9 +139,12 @@ quint32 KeptEntries::layoutOf(const Node& node) {
 
 void KeptEntries::put(const Node& node) {
     m_bytes.Put(layoutOf(node));
-    putValues(node);
-    if (m_layouts[m_lastLayout].shape)
+    if (const Shape* shape = m_layouts[m_lastLayout].shape) {
+        for (const Shape::Field& field : shape->Fields())
+            UndoContent::Put(m_bytes, *node.ValueAtPlace(field.place));
         return; // such a node has no sub-nodes
+    }
+    putValues(node);
     const std::vector<Node*> children = node.Children();
     m_bytes.Put(static_cast<quint32>(children.size()));
     for (const Node* child : children)
@@ -160,8 +163,8 @@ void KeptEntries::putValues(const Node& node) {
 void KeptEntries::fill(UndoBytes::Reader& bytes, Node& node, const Layout& layout) {
     if (layout.shape) {
         node.FillFromShape();
-        for (ValueBase* value = node.FirstValue(); value; value = Node::NextValue(value))
-            UndoContent::Take(bytes, *value);
+        for (const Shape::Field& field : layout.shape->Fields())
+            UndoContent::Take(bytes, *node.ValueAtPlace(field.place));
         return;
     }
     for (const Layout::Field& field : layout.fields) {

@@ -14,11 +14,30 @@ constexpr size_t ReadAtOnce = size_t(1) << 20;
 
 } // namespace
 
+UndoBytes& UndoBytes::operator=(UndoBytes&& other) noexcept {
+    m_memory = std::move(other.m_memory);
+    m_file = std::move(other.m_file);
+    m_room = std::exchange(other.m_room, 0);
+    m_used = std::exchange(other.m_used, 0);
+    m_inFile = std::exchange(other.m_inFile, 0);
+    m_cannotSpill = std::exchange(other.m_cannotSpill, false);
+    return *this;
+}
+
+void UndoBytes::resize(size_t room) {
+    auto* const memory = static_cast<char*>(std::realloc(m_memory.get(), room));
+    if (!memory)
+        throw std::bad_alloc();
+    (void)m_memory.release();
+    m_memory.reset(memory);
+    m_room = room;
+}
+
 void UndoBytes::makeRoom(size_t count) {
     if (m_used >= MostInMemory && !m_cannotSpill)
         Spill();
-    if (m_used + count > m_memory.size())
-        m_memory.resize(std::max({m_used + count, 2 * m_memory.size(), FirstRoom}));
+    if (m_used + count > m_room)
+        resize(std::max({m_used + count, 2 * m_room, FirstRoom}));
 }
 
 void UndoBytes::Spill() {
@@ -30,7 +49,7 @@ void UndoBytes::Spill() {
     }
     const auto count = static_cast<qint64>(m_used);
     m_cannotSpill = m_cannotSpill || !m_file->seek(static_cast<qint64>(m_inFile)) ||
-                    m_file->write(m_memory.data(), count) != count || !m_file->flush();
+                    m_file->write(m_memory.get(), count) != count || !m_file->flush();
     if (m_cannotSpill)
         return Problems::Report(
             TraceSource, {QDir::tempPath(), 0,
@@ -38,28 +57,28 @@ void UndoBytes::Spill() {
                               m_file->errorString()});
     m_inFile += m_used;
     m_used = 0;
-    m_memory = {};
+    m_room = 0;
+    m_memory.reset();
 }
 
 void UndoBytes::Load() {
     if (m_inFile == 0)
         return;
-    std::vector<char> all(Size());
+    UndoBytes all;
     Reader bytes(*this);
-    for (size_t done = 0; done < all.size();) {
-        const size_t part = std::min(all.size() - done, done < m_inFile ? m_inFile - done : m_used);
-        std::memcpy(all.data() + done, bytes.Get(part), part);
+    for (size_t done = 0; done < Size();) {
+        const size_t part = std::min(Size() - done, done < m_inFile ? m_inFile - done : m_used);
+        all.m_cannotSpill = true;
+        all.Put(bytes.Get(part), part);
         done += part;
     }
-    Clear();
-    m_used = all.size();
-    m_memory = std::move(all);
+    all.m_cannotSpill = false;
+    *this = std::move(all);
 }
 
 void UndoBytes::Trim() {
-    if (m_used < m_memory.size())
-        m_memory =
-            std::vector<char>(m_memory.begin(), m_memory.begin() + static_cast<std::ptrdiff_t>(m_used));
+    if (m_used > 0)
+        resize(m_used);
 }
 
 void UndoBytes::Clear() {
@@ -68,7 +87,7 @@ void UndoBytes::Clear() {
 
 UndoBytes::Reader::Reader(const UndoBytes& bytes)
     : m_bytes(bytes),
-      m_next(bytes.m_memory.data()),
+      m_next(bytes.m_memory.get()),
       m_ready(bytes.m_inFile == 0 ? bytes.m_used : 0),
       m_inFile(bytes.m_inFile),
       m_left(bytes.Size()),
@@ -91,7 +110,7 @@ const char* UndoBytes::Reader::Get(size_t count) {
 void UndoBytes::Reader::fill(size_t count) {
     if (m_isFromFile && m_inFile == 0 && m_ready == 0) {
         m_isFromFile = false;
-        m_next = m_bytes.m_memory.data();
+        m_next = m_bytes.m_memory.get();
         m_ready = m_bytes.m_used;
         m_buffer = {};
     }

@@ -2,6 +2,7 @@
 
 #include <QTemporaryFile>
 
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <string_view>
@@ -14,14 +15,26 @@ public:
     /// More bytes than these go to the file at once.
     static constexpr size_t MostInMemory = size_t(16) << 20;
 
+    UndoBytes() = default;
+    UndoBytes(UndoBytes&& other) noexcept { *this = std::move(other); }
+    UndoBytes& operator=(UndoBytes&& other) noexcept;
+
     template <typename T>
     void Put(const T& value) {
         static_assert(std::is_trivially_copyable_v<T>);
-        std::memcpy(grow(sizeof value), &value, sizeof value);
+        std::memcpy(Grow(sizeof value), &value, sizeof value);
     }
     void Put(const void* bytes, size_t count) {
         if (count > 0)
-            std::memcpy(grow(count), bytes, count);
+            std::memcpy(Grow(count), bytes, count);
+    }
+    /// Room for that many bytes, which the caller writes.
+    char* Grow(size_t count) {
+        if (m_used + count > m_room)
+            makeRoom(count);
+        char* const place = m_memory.get() + m_used;
+        m_used += count;
+        return place;
     }
 
     /// Moves what is in memory into the file. What cannot be written stays in memory.
@@ -31,7 +44,7 @@ public:
     void Load();
     /// Gives back memory that is not used.
     void Trim();
-    size_t InMemory() const { return m_memory.size(); }
+    size_t InMemory() const { return m_room; }
     size_t Size() const { return m_inFile + m_used; }
     void Clear();
 
@@ -63,16 +76,15 @@ public:
     };
 
 private:
-    char* grow(size_t count) {
-        if (m_used + count > m_memory.size())
-            makeRoom(count);
-        char* const place = m_memory.data() + m_used;
-        m_used += count;
-        return place;
-    }
-    void makeRoom(size_t count);
+    struct Free {
+        void operator()(char* memory) const { std::free(memory); }
+    };
 
-    std::vector<char> m_memory; ///< behind what is in the file
+    void makeRoom(size_t count);
+    void resize(size_t room);
+
+    std::unique_ptr<char, Free> m_memory; ///< behind what is in the file; grows without being copied
+    size_t m_room = 0;
     size_t m_used = 0;
     std::unique_ptr<QTemporaryFile> m_file;
     size_t m_inFile = 0;

@@ -31,32 +31,18 @@ void putText(UndoBytes& bytes, const QString& text) {
     putLength(bytes, static_cast<quint32>(size * 2 + (isWide ? 1 : 0)));
     if (isWide)
         return bytes.Put(units, size * 2);
-    char narrow[256];
-    for (size_t done = 0; done < size;) {
-        const size_t part = std::min(size - done, sizeof narrow);
-        for (size_t i = 0; i < part; ++i)
-            narrow[i] = static_cast<char>(units[done + i]);
-        bytes.Put(narrow, part);
-        done += part;
-    }
+    char* const narrow = bytes.Grow(size);
+    for (size_t i = 0; i < size; ++i)
+        narrow[i] = static_cast<char>(units[i]);
 }
 
 QString takeText(UndoBytes::Reader& bytes) {
     const quint32 length = takeLength(bytes);
     const auto size = static_cast<qsizetype>(length / 2);
+    if (length % 2 == 0)
+        return QString::fromLatin1(bytes.Get(static_cast<size_t>(size)), size);
     QString text(size, Qt::Uninitialized);
-    if (length % 2 == 1) {
-        std::memcpy(text.data(), bytes.Get(static_cast<size_t>(size) * 2), static_cast<size_t>(size) * 2);
-        return text;
-    }
-    QChar* to = text.data();
-    for (qsizetype done = 0; done < size;) {
-        const qsizetype part = std::min<qsizetype>(size - done, 256);
-        const char* const from = bytes.Get(static_cast<size_t>(part));
-        for (qsizetype i = 0; i < part; ++i)
-            to[done + i] = QLatin1Char(from[i]);
-        done += part;
-    }
+    std::memcpy(text.data(), bytes.Get(static_cast<size_t>(size) * 2), static_cast<size_t>(size) * 2);
     return text;
 }
 
@@ -157,18 +143,15 @@ constexpr Codec Codecs[] = {
 constexpr size_t TypeCount = 16;
 
 /// By type; null for those that are not known.
-const std::array<const Codec*, TypeCount>& codecs() {
-    static const auto table = [] {
-        std::array<const Codec*, TypeCount> all{};
-        for (const Codec& codec : Codecs)
-            all[static_cast<size_t>(codec.type)] = &codec;
-        return all;
-    }();
-    return table;
-}
+constexpr auto ByType = [] {
+    std::array<const Codec*, TypeCount> all{};
+    for (const Codec& codec : Codecs)
+        all[static_cast<size_t>(codec.type)] = &codec;
+    return all;
+}();
 
 const Codec* codecOf(ValueType type) {
-    return codecs()[static_cast<size_t>(type)];
+    return ByType[static_cast<size_t>(type)];
 }
 
 } // namespace

@@ -33,7 +33,13 @@ void ListStep::NoteChanging(const Node& entry, Names::Id path, const ValueBase& 
     const quint32 serial = entry.GetSerial();
     if (m_present.Contains(serial))
         return;
-    m_changes.push_back({serial, path, value.GetType()});
+    const Change change{serial, path, value.GetType()};
+    m_mayRepeat =
+        m_mayRepeat || (!m_changed.IsEmpty() && (path != m_lastChange.path || serial <= m_lastChange.serial));
+    m_lastChange = change;
+    if (!m_mayRepeat)
+        m_changed.Append(serial);
+    m_contents.Put(change);
     UndoContent::Put(m_contents, value);
 }
 
@@ -45,7 +51,8 @@ void ListStep::Finish() {
             present.Append(serial);
     });
     m_present = std::move(present);
-    dropRepeated();
+    if (m_mayRepeat)
+        dropRepeated();
     m_lastChanged = nullptr;
     m_absent.Finish();
     m_contents.Trim();
@@ -57,14 +64,12 @@ void ListStep::Finish() {
 void ListStep::dropRepeated() {
     UndoBytes contents;
     QSet<quint64> known;
-    known.reserve(static_cast<qsizetype>(m_changes.size()));
     std::vector<quint32> serials;
-    serials.reserve(m_changes.size());
     UndoBytes::Reader bytes(m_contents);
-    for (const Change& change : m_changes) {
-        const quint64 key = quint64(change.serial) << 32 | change.path;
+    while (!bytes.AtEnd()) {
+        const auto change = bytes.Get<Change>();
         const auto before = known.size();
-        known.insert(key);
+        known.insert(quint64(change.serial) << 32 | change.path);
         if (known.size() == before) {
             UndoContent::Skip(bytes, change.type);
             continue;
@@ -76,7 +81,6 @@ void ListStep::dropRepeated() {
     std::sort(serials.begin(), serials.end());
     m_changed = SerialRanges(serials);
     m_contents = std::move(contents);
-    m_changes = {};
 }
 
 size_t ListStep::EntryCount() const {

@@ -60,7 +60,8 @@ private:
     SerialRanges m_present;
     UndoBytes m_contents;
     SerialRanges m_changed;                   ///< entries of `m_contents`
-    std::vector<Change> m_changes;            ///< while the action runs
+    bool m_mayRepeat = false;                 ///< a value may have changed twice within the action
+    Change m_lastChange{};                    ///< within the action
     const ValueBase* m_lastChanged = nullptr; ///< only to be compared
     int m_scrollBefore;
     int m_scrollAfter = 0;

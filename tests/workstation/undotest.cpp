@@ -46,7 +46,7 @@ TEST_F(UndoInTheWindow, EachCommandOnEachListIsAStep) {
     EXPECT_TRUE(action(A::Undo)->toolTip().endsWith("Nothing has been changed yet."));
     const std::pair<A::Command, QString> commands[] = {
         {A::Delete, "Delete 3 entries"},       {A::Cut, "Cut 3 entries"},
-        {A::Paste, "Paste 3 entries"},         {A::New, "New 1 entries"},
+        {A::Paste, "Paste 3 entries"},         {A::New, "New 1 entry"},
         {A::Duplicate, "Duplicate 3 entries"},
     };
     for (const char* name : {"Local TargetList", "NOI Frequencies", "Memory Channels"}) {
@@ -105,7 +105,7 @@ TEST_F(UndoInTheWindow, ValuesThatAreEditedAreStepsAndTheJobFollows) {
     cell->selectAll();
     QTest::keyClicks(cell, "118.5 MHz");
     QTest::keyClick(cell, Qt::Key_Return);
-    EXPECT_EQ(stack().undoText(), "Edit 1 entries - Memory Channels");
+    EXPECT_EQ(stack().undoText(), "Edit 1 entry - Memory Channels");
 
     auto* field = window().findChild<QDockWidget*>("DetailsPanel")->findChild<QLineEdit*>("comment");
     ASSERT_NE(field, nullptr);
@@ -219,12 +219,13 @@ TEST_F(UndoInTheWindow, TheHistoryGoesBackByManySteps) {
     const QStringList before = rowsOf(list);
     for (int i = 0; i < 4; ++i) {
         list->SelectPlace(i);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Delete)->isEnabled(); }));
         action(A::Delete)->trigger();
     }
     auto* history = window().findChild<HistoryPanel*>();
     ASSERT_NE(history, nullptr);
     EXPECT_EQ(history->model()->rowCount(), 5);
-    EXPECT_EQ(history->model()->index(1, 0).data().toString(), "Delete 1 entries - Local TargetList");
+    EXPECT_EQ(history->model()->index(1, 0).data().toString(), "Delete 1 entry - Local TargetList");
     history->setCurrentIndex(history->model()->index(0, 0));
     EXPECT_EQ(rowsOf(list), before);
     EXPECT_EQ(list->RowCount(), before.size());
