@@ -54,7 +54,7 @@ for program in $parts cli workstation; do
     tests_of tests/$program $program
 done
 tests_of tests/recoverychild workstation
-room bench host controls $parts workstation
+room bench host controls $parts workstation cli
 room fuzz host controls $parts
 # The same answers are expected of the scanner whoever damages the document.
 room fuzz/xmlscanner.cpp host tests/report

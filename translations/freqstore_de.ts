@@ -1451,6 +1451,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>%1 is no bandwidth</source>
         <translation>%1 ist keine Bandbreite</translation>
     </message>
+    <message>
+        <source>Import into List</source>
+        <translation type="unfinished">In Liste importieren</translation>
+    </message>
 </context>
 <context>
     <name>MainWindow</name>
@@ -1465,10 +1469,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>data directory cannot be made</source>
         <translation>Datenverzeichnis kann nicht angelegt werden</translation>
-    </message>
-    <message>
-        <source>is also used by %1: a file that it changes is not overwritten, but written beside</source>
-        <translation>wird auch von %1 benutzt: Eine dort geänderte Datei wird nicht überschrieben, sondern daneben neu geschrieben</translation>
     </message>
     <message>
         <source>Shared data directory</source>
@@ -1801,28 +1801,12 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <translation>Keine Liste hat eine Zeile mit &quot;%1&quot;</translation>
     </message>
     <message>
-        <source>Job</source>
-        <translation>Auftrag</translation>
-    </message>
-    <message>
-        <source>Receiver</source>
-        <translation>Empfänger</translation>
-    </message>
-    <message>
-        <source>NOI bands</source>
-        <translation>NOI-Bänder</translation>
-    </message>
-    <message>
-        <source>Details</source>
-        <translation>Einzelheiten</translation>
-    </message>
-    <message>
         <source>is also used by %1: the frequencies of interest and the settings there are left alone, and a file that it changes is not overwritten unasked</source>
         <translation>wird auch von %1 benutzt: Frequenzen von Interesse und Einstellungen dort bleiben unberührt, und eine dort geänderte Datei wird nicht ungefragt überschrieben</translation>
     </message>
     <message>
-        <source>History</source>
-        <translation>Verlauf</translation>
+        <source>&amp;History</source>
+        <translation>Verla&amp;uf</translation>
     </message>
 </context>
 <context>
@@ -4119,7 +4103,7 @@ Fremdes: %2</translation>
         <translation>Zeigen, was die Einträge einer Datei der Liste hinzufügen und an ihr ändern würden, und auswählen</translation>
     </message>
     <message>
-        <source>Find D&amp;uplicates</source>
+        <source>Find Dup&amp;licates</source>
         <translation>&amp;Doppelte suchen</translation>
     </message>
     <message>

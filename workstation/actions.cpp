@@ -139,7 +139,7 @@ const Info& infoOf(size_t command) {
          {QKeySequence::SelectAll},
          None,
          true},
-        {QT_TRANSLATE_NOOP("WindowActions", "Find D&uplicates"),
+        {QT_TRANSLATE_NOOP("WindowActions", "Find Dup&licates"),
          QT_TRANSLATE_NOOP(
              "WindowActions",
              "Select entries of the same frequency, within the tolerance of the preferences, and "

@@ -195,7 +195,7 @@ void MainWindow::makePanels(Receiver& receiver) {
     resizeDocks({m_messagesDock}, {MessagesHeight}, Qt::Vertical);
     sizePanels();
     m_messagesDock->hide();
-    AddPanel(new HistoryPanel, tr("History"), Qt::BottomDockWidgetArea)->hide();
+    AddPanel(new HistoryPanel, tr("&History"), Qt::BottomDockWidgetArea)->hide();
 }
 
 /// Details and receiver share what height there is.

@@ -36,7 +36,8 @@ const NumberLimits* limitsOf(const ValueBase& value) {
 
 } // namespace
 
-/// What entries share: their shape, or what is to be known of each of their values.
+/// What entries share: their shape with the items of its choices, or what is to be known of each of their
+/// values.
 struct KeptEntries::Layout {
     struct Field {
         Names::Id name;
@@ -49,7 +50,7 @@ struct KeptEntries::Layout {
                 limits = *own;
             const auto* choices = value_cast<ValueSelection>(&value);
             for (long i = 0; choices && i < choices->GetItemCount(); ++i)
-                items.push_back(*choices->GetItemAt(i));
+                items.push_back(*choices->ItemAt(i));
         }
         bool Describes(const ValueBase& value) const {
             if (name != value.NameId() || type != value.GetType())
@@ -61,7 +62,7 @@ struct KeptEntries::Layout {
             if (choices && static_cast<size_t>(choices->GetItemCount()) != items.size())
                 return false;
             for (size_t i = 0; i < items.size(); ++i) {
-                if (!(*choices->GetItemAt(static_cast<long>(i)) == items[i]))
+                if (!(*choices->ItemAt(static_cast<long>(i)) == items[i]))
                     return false;
             }
             return true;
@@ -84,15 +85,19 @@ struct KeptEntries::Layout {
     };
 
     explicit Layout(const Node& node) : name(Names::Intern(node.GetName())), shape(node.WholeShape()) {
-        for (const ValueBase* value = shape ? nullptr : node.FirstValue(); value;
-             value = Node::NextValue(value))
-            fields.emplace_back(*value);
+        for (const ValueBase* value = node.FirstValue(); value; value = Node::NextValue(value)) {
+            const auto* chosen = value_cast<ValueSelection>(value);
+            if (!shape)
+                fields.emplace_back(*value);
+            else if (chosen)
+                choices.emplace_back(std::make_unique<ValueSelection>())->AddItemsFrom(*chosen);
+        }
     }
     bool Describes(const Node& node) const {
         if (Names::Text(name) != node.GetName() || shape != node.WholeShape())
             return false;
         if (shape)
-            return true;
+            return hasChoicesOf(node);
         size_t i = 0;
         for (const ValueBase* value = node.FirstValue(); value; value = Node::NextValue(value), ++i) {
             if (i == fields.size() || !fields[i].Describes(*value))
@@ -101,9 +106,31 @@ struct KeptEntries::Layout {
         return i == fields.size();
     }
 
+    /// Gives the choices of a node of the shape their items.
+    void AddItems(Node& node) const {
+        auto next = choices.begin();
+        for (const Shape::Field& field : shape->Fields()) {
+            if (field.type == ValueType::Selection)
+                static_cast<ValueSelection&>(*node.ValueAtPlace(field.place)).AddItemsFrom(**next++);
+        }
+    }
+
     Names::Id name;
     const Shape* shape;
     std::vector<Field> fields; ///< of a node that has no shape
+    /// Of the shape, in the order of its fields; they share the items of the nodes.
+    std::vector<std::unique_ptr<ValueSelection>> choices;
+
+private:
+    bool hasChoicesOf(const Node& node) const {
+        auto next = choices.begin();
+        for (const Shape::Field& field : shape->Fields()) {
+            if (field.type == ValueType::Selection &&
+                !(*next++)->HasItemsOf(static_cast<const ValueSelection&>(*node.ValueAtPlace(field.place))))
+                return false;
+        }
+        return true;
+    }
 };
 
 KeptEntries::KeptEntries() = default;
@@ -163,6 +190,7 @@ void KeptEntries::putValues(const Node& node) {
 void KeptEntries::fill(UndoBytes::Reader& bytes, Node& node, const Layout& layout) {
     if (layout.shape) {
         node.FillFromShape();
+        layout.AddItems(node);
         for (const Shape::Field& field : layout.shape->Fields())
             UndoContent::Take(bytes, *node.ValueAtPlace(field.place));
         return;

@@ -11,13 +11,6 @@ namespace FreqStoreXml {
 
 /// Entries of a file that has to be read to its end before a list is emptied for it. They stand as bytes,
 /// each as what differs from the one before: some 60 bytes a target. Owned by the reader.
-///
-/// \code
-/// StagedEntries entries;
-/// entries.Read(path, false, FrequencyStoreListHelper::Targets); // throws: nothing is changed
-/// list.Clear();
-/// entries.Drain([&](const FrequencyStoreEntry& entry) { list.Add(entry); });
-/// \endcode
 class StagedEntries {
 public:
     StagedEntries();

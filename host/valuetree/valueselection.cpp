@@ -201,6 +201,11 @@ const SelectionItem* ValueSelection::ItemAt(long index) const {
     return index >= 0 && index < GetItemCount() ? items()[static_cast<size_t>(index)].get() : nullptr;
 }
 
+bool ValueSelection::HasItemsOf(const ValueSelection& other) const {
+    return m_rows == other.m_rows ||
+           std::ranges::equal(items(), other.items(), [](const auto& a, const auto& b) { return *a == *b; });
+}
+
 SelectionItem* ValueSelection::GetItemAt(long index) const {
     if (!ItemAt(index))
         return nullptr;

@@ -76,6 +76,8 @@ public:
     SelectionItem* GetItemAt(long index) const;
     /// The same, to be read only; good until the rows change.
     const SelectionItem* ItemAt(long index) const;
+    /// Whether both offer equal rows in the same order.
+    bool HasItemsOf(const ValueSelection& other) const;
     /// Index of the row with this key, -1 when absent.
     long GetItemIndex(long key) const;
     long GetItemCount() const { return static_cast<long>(items().size()); }

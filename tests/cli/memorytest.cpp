@@ -140,20 +140,13 @@ struct Row {
     std::array<int, 3> megaBytes{18, 40, 70};
 };
 const Row Rows[] = {
-    {"target", "a.csv", table, {18, 30, 45}},
-    {"target", "a.xml", list, {18, 30, 45}},
-    {"target", "a.sfl", lines, {18, 30, 45}},
-    {"target", "profiles.xml", profiles},
-    {"noi", "a.noi", lines, {24, 32, 42}},
-    {"noi", "a.xml", list},
-    {"noi", "profiles.xml", profiles},
-    {"memory-hf", "a.sfl", lines, {24, 40, 70}},
-    {"memory-vuhf", "a.xml", list},
-    {"memory-hf", "a.pij", job},
-    {"results", "a.xml", list},
-    {"results", "a.csv", exported, {18, 30, 42}},
-    {"detections", "a.xml", list, {2, 4, 8}},
-    {"detections-hf", "a.xml", results, {2, 10, 30}},
+    {"target", "a.csv", table, {18, 30, 45}}, {"target", "a.xml", list, {18, 30, 45}},
+    {"target", "a.sfl", lines, {18, 30, 45}}, {"target", "profiles.xml", profiles},
+    {"noi", "a.noi", lines, {24, 32, 42}},    {"noi", "a.xml", list, {18, 30, 42}},
+    {"noi", "profiles.xml", profiles},        {"memory-hf", "a.sfl", lines, {24, 40, 70}},
+    {"memory-vuhf", "a.xml", list},           {"memory-hf", "a.pij", job},
+    {"results", "a.xml", list, {18, 30, 42}}, {"results", "a.csv", exported, {18, 30, 42}},
+    {"detections", "a.xml", list, {2, 4, 8}}, {"detections-hf", "a.xml", results, {2, 10, 30}},
 };
 
 /// A process of its own reads files that do not fit into the memory that it has left.
