@@ -29,15 +29,18 @@ void SizesOfParts(benchmark::State& state) {
         for (Node*& node : nodes) {
             node = Node::NewEntry(list, name, WkfTarget::Shape());
             list->AddItemUnique(node);
-            if (!WkfTarget(*node).Fill())
+            if (!WkfTarget(*node).Fill({}))
                 state.SkipWithError("an entry is not made from its shape");
         }
         const double blocks = residentBytes();
         for (int i = 0; i < count; ++i) {
-            WkfTarget target(*nodes[static_cast<size_t>(i)]);
-            target.Set<WkfTarget::Comment>(QStringLiteral("Station %1").arg(i * 7919LL % count));
-            target.Set<WkfTarget::Demodulation>(words[i % 3]);
-            target.Set<WkfTarget::ThreadClass>(words[(i + 1) % 3]);
+            const Node& target = *nodes[static_cast<size_t>(i)];
+            const auto set = [&target](Names::Id key, const QString& text) {
+                target.FindOwn<Value<QString>>(key)->SetValue(text);
+            };
+            set(Keys::KeyComment, QStringLiteral("Station %1").arg(i * 7919LL % count));
+            set(Keys::KeyDemodulation, words[i % 3]);
+            set(Keys::ThreatClass, words[(i + 1) % 3]);
         }
         state.counters["bytes_blocks"] = (blocks - before) / count;
         state.counters["bytes_texts"] = (residentBytes() - blocks) / count;

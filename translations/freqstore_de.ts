@@ -1453,7 +1453,7 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
     <message>
         <source>Import into List</source>
-        <translation type="unfinished">In Liste importieren</translation>
+        <translation>In Liste importieren</translation>
     </message>
 </context>
 <context>

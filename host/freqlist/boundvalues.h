@@ -31,5 +31,5 @@ private:
     Pointers* pointers() const;
     void keepPointers(const Node* entry);
 
-    std::array<quint8, Count> m_bytes{}; ///< places, or the mark and behind it the address of the pointers
+    std::array<quint8, Count> m_bytes{}; ///< places, or the address of the pointers and, last, the mark
 };

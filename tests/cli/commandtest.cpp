@@ -50,7 +50,8 @@ TEST_F(CommandTest, BadFilesAreToldWithFileLineAndReason) {
         {"cell.csv", "Frequency,Bandwidth\n7055000,3000\n8000000,abc\n",
          ":3: Bandwidth \"abc\" is not a number", "no entries"},
         {"empty.csv", "", ":1: the file is empty", "no entries"},
-        {"notes.txt", "7055000\t3000\n", ": is of no known kind of file", "no entries"},
+        {"notes.txt", "calling frequencies\n", ": is of no known kind of file", "no entries"},
+        {"table.txt", "7055000\t3000\n", ":1: is a table of another program", "no entries"},
     };
     for (const auto& row : rows) {
         const QString path = Write(row.name, row.bytes);
