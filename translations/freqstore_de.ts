@@ -2943,6 +2943,10 @@ Fremdes: %2</translation>
         <source>Save Unsaved List As</source>
         <translation>Nicht gespeicherte Liste speichern unter</translation>
     </message>
+    <message>
+        <source>Restore</source>
+        <translation>Wiederherstellen</translation>
+    </message>
 </context>
 <context>
     <name>ResultDialogs</name>
@@ -2992,6 +2996,10 @@ Fremdes: %2</translation>
     <message>
         <source>holds unsaved work: </source>
         <translation>enthält nicht gespeicherte Arbeit: </translation>
+    </message>
+    <message>
+        <source>Restore Version</source>
+        <translation>Version wiederherstellen</translation>
     </message>
 </context>
 <context>

@@ -5,6 +5,7 @@
 #include "host/gui/guibase.h"
 #include "host/report/filestamps.h"
 #include "host/report/outputfile.h"
+#include "host/valuetree/operatoraction.h"
 #include "workstation/directorylock.h"
 #include "workstation/recovery.h"
 
@@ -114,6 +115,7 @@ void RecoveryOffer::restore(const std::vector<size_t>& rows,
 
 bool RecoveryOffer::restore(const Row& row, const std::function<bool(const QString& path)>& open) {
     return attempt([&] {
+        const OperatorAction action(tr("Restore"));
         const QString& file = row.section->head.file;
         if (!file.isEmpty() && file != row.list->file() && QFileInfo(file).isFile())
             open(file);

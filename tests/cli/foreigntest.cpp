@@ -106,6 +106,32 @@ TEST_F(ForeignTest, SchedulesAreReadForATime) {
         Cli("show", {path, "--on-air", "tomorrow"}).Is(ExitFile, Q("--on-air \"tomorrow\" is neither")));
 }
 
+TEST(Samples, OfOtherProgramsAreKnown) {
+    const struct {
+        const char* file;
+        int exitCode;
+        const char* told;
+    } rows[] = {
+        {"chirp.csv", ExitDone, "CHIRP CSV, 527 entries"},
+        {"gqrx-bookmarks.csv", ExitDone, "Gqrx bookmarks, 527 entries"},
+        {"kiwi.csv", ExitDone, "KiwiSDR labels, CSV, 527 entries"},
+        {"kiwi-dx.json", ExitDone, "KiwiSDR labels, JSON, 527 entries"},
+        {"sdrangel-scanner.csv", ExitDone, "SDRangel frequency scanner, 527 entries"},
+        {"fldigi-frequencies2.txt", ExitDone, "fldigi frequencies, 527 entries"},
+        {"sdrpp-frequency_manager_config.json", ExitDone, "SDR++ frequency manager, 527 entries"},
+        {"sdrsharp-frequencies.xml", ExitDone, "SDR# frequencies, 527 entries"},
+        {"gqrx-bandplan.csv", ExitDone, "Gqrx band plan, 2 entries"},
+        {"sdrangel-annotations.csv", ExitDone, "SDRangel annotations, 1 entry"},
+        {"eibi-sked.csv", ExitFile, ":2: is not UTF-8"},
+        {"chirp-awkward.csv", ExitFile, ":5: \"121,5\" is no frequency"},
+        {"sdrpp-old.json", ExitDone, "SDR++ frequency manager, 2 entries"},
+        {"scanner-table.tsv", ExitFile, "--columns \"name=Call,frequency=Freq:MHz,notes=Remarks\""},
+    };
+    for (const auto& row : rows)
+        EXPECT_TRUE(Cli("check", {Sample(Q("interchange/") + Q(row.file))}).Is(row.exitCode, Q(row.told)))
+            << row.file;
+}
+
 TEST(Formats, AreListedAsThePageOfThemSays) {
     const CliResult listed = Cli("formats");
     EXPECT_TRUE(listed.Is(ExitDone));
