@@ -15,7 +15,6 @@ using REPORTGENERATOR::XmlScanner;
 // whole Hz.
 
 constexpr char Root[] = "ArrayOfMemoryEntry";
-constexpr char EntryName[] = "MemoryEntry";
 
 /// A member that our records have no place for, and what stands for nothing in it.
 struct Member {
