@@ -48,9 +48,9 @@ struct KeptEntries::Layout {
         explicit Field(const ValueBase& value) : name(value.NameId()), type(value.GetType()) {
             if (const NumberLimits* own = limitsOf(value))
                 limits = *own;
-            const auto* choices = value_cast<ValueSelection>(&value);
-            for (long i = 0; choices && i < choices->GetItemCount(); ++i)
-                items.push_back(*choices->ItemAt(i));
+            const auto* selection = value_cast<ValueSelection>(&value);
+            for (long i = 0; selection && i < selection->GetItemCount(); ++i)
+                items.push_back(*selection->ItemAt(i));
         }
         bool Describes(const ValueBase& value) const {
             if (name != value.NameId() || type != value.GetType())
@@ -58,11 +58,11 @@ struct KeptEntries::Layout {
             const NumberLimits* own = limitsOf(value);
             if (own && !(*own == limits))
                 return false;
-            const auto* choices = value_cast<ValueSelection>(&value);
-            if (choices && static_cast<size_t>(choices->GetItemCount()) != items.size())
+            const auto* selection = value_cast<ValueSelection>(&value);
+            if (selection && static_cast<size_t>(selection->GetItemCount()) != items.size())
                 return false;
             for (size_t i = 0; i < items.size(); ++i) {
-                if (!(*choices->ItemAt(static_cast<long>(i)) == items[i]))
+                if (!(*selection->ItemAt(static_cast<long>(i)) == items[i]))
                     return false;
             }
             return true;
@@ -76,9 +76,9 @@ struct KeptEntries::Layout {
             std::unique_ptr<ValueBase> value = maker->make();
             if (IValueNumeric* number = numeric_cast(value.get()))
                 number->TakeLimits(limits);
-            if (auto* choices = value_cast<ValueSelection>(value.get())) {
+            if (auto* selection = value_cast<ValueSelection>(value.get())) {
                 for (const SelectionItem& item : items)
-                    choices->AddItem(new SelectionItem(item));
+                    selection->AddItem(new SelectionItem(item));
             }
             return value;
         }

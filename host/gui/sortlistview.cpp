@@ -322,7 +322,7 @@ std::vector<quint32> SortListView::takeMisplaced(std::vector<quint32>& rows, con
 }
 
 /// Puts records to their places, each behind its equals.
-void SortListView::insertRecords(std::vector<quint32>& rows, std::vector<quint32> records,
+void SortListView::insertRecords(std::vector<quint32>& rows, const std::vector<quint32>& records,
                                  const RowOrder& order) const {
     std::vector<std::pair<size_t, quint32>> places; // among the rows, and the record
     for (const quint32 record : records) {

@@ -300,7 +300,8 @@ private:
         return order.KeyOf(RecordText(record, m_sortColumn));
     }
     std::vector<quint32> takeMisplaced(std::vector<quint32>& rows, const RowOrder& order) const;
-    void insertRecords(std::vector<quint32>& rows, std::vector<quint32> records, const RowOrder& order) const;
+    void insertRecords(std::vector<quint32>& rows, const std::vector<quint32>& records,
+                       const RowOrder& order) const;
     std::vector<SortListViewItem*> removeRecords(const std::vector<bool>& gone);
     void moveFocusFrom(const std::vector<bool>& gone);
     void finishFilter();
