@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "interchange/formatlist.h"
+#include "interchange/outgoing.h"
 #include "interchange/rows.h"
 
 namespace Interchange {
@@ -100,49 +101,26 @@ public:
     }
 
     void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) override {
-        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
-        const QString demodulation = settings.AnalogDemodToName(settings.GetAnalogDemod());
-        const double bandwidth = settings.GetIFBandwidth().GetValue();
-        const CommentParts parts = SplitComment(entry.GetComment());
-        const ModeWord mode = WordOf(ModeWords::Chirp, demodulation, bandwidth);
-        if (mode.word.empty() && !demodulation.isEmpty())
-            lost.Count("modes that are none here");
-        if (bandwidth > 0 && ModeOf(ModeWords::Chirp, mode.word).bandwidth != bandwidth)
-            lost.Count("bandwidths");
+        const Outgoing of(entry, ModeWords::Chirp, true, lost);
+        of.CountBandwidth(lost);
         for (const Column& column : Columns) {
             if (&column != Columns)
                 out += ',';
             const QLatin1String heading(column.heading);
             if (heading == QLatin1String("Location"))
-                out += std::to_string(lost.entries);
+                out += std::to_string(lost.entries - 1);
             else if (heading == QLatin1String("Name"))
-                AppendCell(out, parts.name, ',');
+                AppendCell(out, of.parts.name, ',');
             else if (heading == QLatin1String("Frequency"))
-                AppendFixed(out, settings.GetFrequency().GetValue() / HertzPerMegahertz, 6);
+                AppendFixed(out, of.hertz / HertzPerMegahertz, 6);
             else if (heading == QLatin1String("Mode"))
-                appendMode(out, mode.word, parts.Extra(heading));
+                out += of.Word("Auto");
             else if (heading == QLatin1String("Comment"))
-                AppendCell(out, parts.notes, ',');
+                AppendCell(out, of.parts.notes, ',');
             else
-                appendExtra(out, column, parts.Extra(heading));
+                AppendCell(out, of.Kept(column.heading, column.usual), ',');
         }
         out += "\r\n";
-        ++lost.entries;
-    }
-
-private:
-    static void appendExtra(std::string& out, const Column& column, const QString& kept) {
-        if (kept.isNull())
-            out += column.usual;
-        else
-            AppendCell(out, kept, ',');
-    }
-    /// A mode that was mapped when it was read is written as it was.
-    static void appendMode(std::string& out, std::string_view word, const QString& kept) {
-        if (!kept.isNull() && ModeOf(ModeWords::Chirp, kept.toStdString()).isKnown)
-            AppendCell(out, kept, ',');
-        else
-            out += word.empty() ? std::string_view("Auto") : word;
     }
 };
 

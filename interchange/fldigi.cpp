@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "interchange/formatlist.h"
+#include "interchange/outgoing.h"
 #include "interchange/rows.h"
 
 namespace Interchange {
@@ -63,28 +64,15 @@ public:
     }
 
     void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) override {
-        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
-        const QString demodulation = settings.AnalogDemodToName(settings.GetAnalogDemod());
-        const double bandwidth = settings.GetIFBandwidth().GetValue();
-        CommentParts parts = SplitComment(entry.GetComment());
-        const QString carrier = parts.Extra(QLatin1String("Carrier"));
-        const QString modem = parts.Extra(QLatin1String("Modem"));
-        const QString kept = parts.Extra(QLatin1String("Mode"));
-        parts.extras.clear();
-        const ModeWord mode = WordOf(ModeWords::Fldigi, demodulation, bandwidth);
-        if (!mode.isExact)
-            lost.Count("modes that are none here");
-        else if (bandwidth > 0 && ModeOf(ModeWords::Fldigi, mode.word).bandwidth != bandwidth)
-            lost.Count("bandwidths");
-        AppendWholeHertz(out, settings.GetFrequency().GetValue(), lost);
-        out += ' ';
-        out += !kept.isNull() ? kept.toStdString() : std::string(mode.word.empty() ? "USB" : mode.word);
-        out += ' ' + (carrier.isEmpty() ? "0" : carrier.toStdString());
-        out += ' ' + (modem.isEmpty() ? "NULL" : modem.toStdString()) + ' ';
-        if (!AppendPlainCell(out, JoinComment(parts), '\n'))
+        const Outgoing of(entry, ModeWords::Fldigi, false, lost);
+        of.CountBandwidth(lost);
+        AppendWholeHertz(out, of.hertz, lost);
+        out += ' ' + of.Word("USB");
+        out += ' ' + of.Kept("Carrier", "0").toStdString();
+        out += ' ' + of.Kept("Modem", "NULL").toStdString() + ' ';
+        if (!AppendPlainCell(out, of.Comment(), '\n'))
             lost.Count("control characters in names");
         out += '\n';
-        ++lost.entries;
     }
 };
 

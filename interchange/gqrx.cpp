@@ -1,6 +1,7 @@
 #include <QRegularExpression>
 
 #include "interchange/formatlist.h"
+#include "interchange/outgoing.h"
 #include "interchange/rows.h"
 
 namespace Interchange {
@@ -66,33 +67,19 @@ public:
     }
 
     void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) override {
-        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
-        const QString demodulation = settings.AnalogDemodToName(settings.GetAnalogDemod());
-        const double bandwidth = settings.GetIFBandwidth().GetValue();
-        CommentParts parts = SplitComment(entry.GetComment());
-        const QString tags = parts.Extra(QLatin1String("Tags"));
-        const QString kept = parts.Extra(QLatin1String("Mode"));
-        const bool wasMapped = !kept.isNull() && ModeOf(ModeWords::Gqrx, kept.toStdString()).isKnown;
-        const ModeWord mode = WordOf(ModeWords::Gqrx, demodulation, bandwidth);
-        if (!mode.isExact && !demodulation.isEmpty())
-            lost.Count("modes that are none here");
-        parts.extras.clear();
-        pad(out, 12, true, [&] { AppendWholeHertz(out, settings.GetFrequency().GetValue(), lost); });
-        const QString name = JoinComment(parts);
+        const Outgoing of(entry, ModeWords::Gqrx, true, lost);
+        pad(out, 12, true, [&] { AppendWholeHertz(out, of.hertz, lost); });
         pad(out, 25, false, [&] {
-            if (!AppendPlainCell(out, name, ';'))
+            if (!AppendPlainCell(out, of.Comment(), ';'))
                 lost.Count("\";\" in names");
         });
-        pad(out, 20, false, [&] {
-            out += wasMapped ? kept.toStdString() : std::string(mode.word.empty() ? "Demod Off" : mode.word);
-        });
-        pad(out, 10, true, [&] { AppendWholeHertz(out, bandwidth, lost); });
+        pad(out, 20, false, [&] { out += of.Word("Demod Off"); });
+        pad(out, 10, true, [&] { AppendWholeHertz(out, of.bandwidth, lost); });
         out.resize(out.size() - 1);
         out += ' ';
-        if (!AppendPlainCell(out, tags.isEmpty() ? QStringLiteral("Untagged") : tags, ';'))
+        if (!AppendPlainCell(out, of.Kept("Tags", "Untagged"), ';'))
             lost.Count("\";\" in tags");
         out += '\n';
-        ++lost.entries;
     }
 
 private:

@@ -5,6 +5,7 @@
 
 #include "interchange/formatlist.h"
 #include "interchange/jsonevents.h"
+#include "interchange/outgoing.h"
 #include "interchange/rows.h"
 
 namespace Interchange {
@@ -227,30 +228,22 @@ void readJson(QIODevice& device, Reading& reading) {
 
 /// An entry as a label, in both forms.
 class LabelOut {
+    Outgoing m_entry;
+
 public:
     LabelOut(const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost)
-        : m_parts(SplitComment(entry.GetComment())) {
-        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
-        const QString demodulation = settings.AnalogDemodToName(settings.GetAnalogDemod());
-        const double bandwidth = settings.GetIFBandwidth().GetValue();
-        const QString kept = m_parts.Extra(QLatin1String("Mode"));
-        const ModeWord word = WordOf(ModeWords::Kiwi, demodulation, bandwidth);
-        if (!word.isExact && !demodulation.isEmpty())
-            lost.Count("modes that are none here");
-        mode = kept.isEmpty() ? TextOf(word.word.empty() ? "AM" : word.word) : kept;
-        AppendFixed(frequency, settings.GetFrequency().GetValue() / 1000, 3);
-        setPassBand(word.word, bandwidth);
-        ++lost.entries;
+        : m_entry(entry, ModeWords::Kiwi, false, lost), mode(QString::fromStdString(m_entry.Word("AM"))) {
+        AppendFixed(frequency, m_entry.hertz / 1000, 3);
+        setPassBand(m_entry.word, m_entry.bandwidth);
     }
-    const QString& Name() const { return m_parts.name; }
-    const QString& Notes() const { return m_parts.notes; }
+    const QString& Name() const { return m_entry.parts.name; }
+    const QString& Notes() const { return m_entry.parts.notes; }
     /// What was kept, or what stands for nothing.
     QString Extra(const char* key) const {
-        const QString text = m_parts.Extra(QLatin1String(key));
         const auto* const known =
             std::find_if(std::begin(Extras), std::end(Extras),
                          [key](const LabelExtra& extra) { return extra.key == QLatin1String(key); });
-        return text.isNull() ? QString::fromLatin1(known->usual) : text;
+        return m_entry.Kept(key, known->usual);
     }
 
     std::string frequency; ///< kHz
@@ -261,16 +254,14 @@ public:
 private:
     /// The pass band that the entry had, if it still is as wide; else one at the usual side of the frequency.
     void setPassBand(std::string_view word, double bandwidth) {
-        low = m_parts.Extra(QLatin1String("PB low")).toDouble();
-        high = m_parts.Extra(QLatin1String("PB high")).toDouble();
+        low = m_entry.Kept("PB low", "").toDouble();
+        high = m_entry.Kept("PB high", "").toDouble();
         if (high > low && high - low == bandwidth)
             return;
         constexpr double Lowest = 300; // of speech
         low = word == "USB" ? Lowest : word == "LSB" ? -Lowest - bandwidth : -bandwidth / 2;
         high = low + bandwidth;
     }
-
-    CommentParts m_parts;
 };
 
 class CsvEncoder : public Encoder {

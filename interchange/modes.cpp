@@ -134,7 +134,7 @@ Mode ModeOf(ModeWords words, std::string_view word) {
     return {QString::fromLatin1(row->name), row->bandwidth, row->isExact, true};
 }
 
-ModeWord WordOf(ModeWords words, const QString& demodulation, double bandwidth) {
+std::string_view WordOf(ModeWords words, const QString& demodulation, double bandwidth) {
     const QByteArray utf8 = demodulation.toUtf8();
     const std::string_view name(utf8.constData(), static_cast<size_t>(utf8.size()));
     const Row* best = nullptr;
@@ -149,17 +149,7 @@ ModeWord WordOf(ModeWords words, const QString& demodulation, double bandwidth) 
             bestDistance = distance;
         }
     }
-    if (!best)
-        return {{}, false};
-    return {best->word, true};
-}
-
-double UsualBandwidth(const QString& demodulation) {
-    const QByteArray utf8 = demodulation.toUtf8();
-    const std::string_view name(utf8.constData(), static_cast<size_t>(utf8.size()));
-    const auto* const row = std::find_if(std::begin(Rows), std::end(Rows),
-                                         [&](const Row& known) { return isSame(known.name, name); });
-    return row == std::end(Rows) ? 0 : row->bandwidth;
+    return best ? std::string_view(best->word) : std::string_view();
 }
 
 } // namespace Interchange

@@ -20,14 +20,8 @@ struct Mode {
 /// The mode of a word, whatever its case; an unknown word stays as it is, without a bandwidth.
 Mode ModeOf(ModeWords words, std::string_view word);
 
-/// The word for a demodulation (not empty) and a bandwidth in Hz, 0 where it is not known.
-struct ModeWord {
-    std::string_view word; ///< empty when there is none
-    bool isExact = true;   ///< read back it is the same demodulation
-};
-ModeWord WordOf(ModeWords words, const QString& demodulation, double bandwidth);
-
-/// The usual bandwidth of one of our demodulations, Hz; 0 for an unknown one.
-double UsualBandwidth(const QString& demodulation);
+/// The word for a demodulation and a bandwidth in Hz, 0 where it is not known; empty when there is none. Read
+/// back it is the same demodulation.
+std::string_view WordOf(ModeWords words, const QString& demodulation, double bandwidth);
 
 } // namespace Interchange

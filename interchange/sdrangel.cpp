@@ -38,32 +38,27 @@ public:
     }
 
     void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) override {
+        const CommentParts parts = SplitComment(entry.GetComment());
         const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
-        CommentParts parts = SplitComment(entry.GetComment());
-        const std::vector<std::pair<QString, QString>> extras = std::exchange(parts.extras, {});
         const auto kept = [&](const char* key, const char* usual) {
-            const auto found = std::find_if(extras.begin(), extras.end(), [&](const auto& extra) {
-                return extra.first == QLatin1String(key);
-            });
-            AppendCell(out, found == extras.end() ? QString::fromLatin1(usual) : found->second, ',');
+            const QString text = parts.Extra(QLatin1String(key));
+            AppendCell(out, text.isNull() ? QString::fromLatin1(usual) : text, ',');
+            out += ',';
         };
         if (!settings.AnalogDemodToName(settings.GetAnalogDemod()).isEmpty())
             lost.Count("modes");
         AppendWholeHertz(out, settings.GetFrequency().GetValue(), lost);
         out += ',';
         kept("Enable", "1");
-        out += ',';
-        AppendCell(out, JoinComment(parts), ',');
+        AppendCell(out, JoinComment({parts.name, parts.notes, {}}), ',');
         out += ',';
         kept("Channel", "");
-        out += ',';
         if (const double bandwidth = settings.GetIFBandwidth().GetValue(); bandwidth > 0)
             AppendWholeHertz(out, bandwidth, lost);
         out += ',';
         kept("TH", "");
-        out += ',';
         kept("Sq", "");
-        out += '\n';
+        out.back() = '\n';
         ++lost.entries;
     }
 };

@@ -5,6 +5,7 @@
 
 #include "interchange/formatlist.h"
 #include "interchange/jsonevents.h"
+#include "interchange/outgoing.h"
 #include "interchange/rows.h"
 
 namespace Interchange {
@@ -106,26 +107,17 @@ public:
     }
 
     void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) override {
-        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
-        const QString demodulation = settings.AnalogDemodToName(settings.GetAnalogDemod());
-        const double bandwidth = settings.GetIFBandwidth().GetValue();
-        CommentParts parts = SplitComment(entry.GetComment());
-        parts.extras.clear();
-        const ModeWord mode = WordOf(ModeWords::SdrPlus, demodulation, bandwidth);
-        if (!mode.isExact)
-            lost.Count("modes that are none here");
-        out += lost.entries == 0 ? "\n" : ",\n";
+        const Outgoing of(entry, ModeWords::SdrPlus, false, lost);
+        out += lost.entries == 1 ? "\n" : ",\n";
         out += "                ";
-        AppendJsonText(out, uniqueName(JoinComment(parts), settings.GetFrequency().GetValue(), lost));
+        AppendJsonText(out, uniqueName(of.Comment(), of.hertz, lost));
         out += ": {\"bandwidth\": ";
-        AppendFixed(out, bandwidth, bandwidth == std::round(bandwidth) ? 1 : 3);
+        appendNumber(out, of.bandwidth);
         out += ", \"frequency\": ";
-        const double frequency = settings.GetFrequency().GetValue();
-        AppendFixed(out, frequency, frequency == std::round(frequency) ? 1 : 3);
-        const auto* const found = std::find(std::begin(Modes), std::end(Modes), mode.word);
+        appendNumber(out, of.hertz);
+        const auto* const found = std::find(std::begin(Modes), std::end(Modes), of.word);
         out +=
             ", \"mode\": " + std::to_string(found == std::end(Modes) ? 0 : found - std::begin(Modes)) + "}";
-        ++lost.entries;
     }
 
     void End(std::string& out) override {
@@ -135,6 +127,9 @@ public:
     }
 
 private:
+    static void appendNumber(std::string& out, double hertz) {
+        AppendFixed(out, hertz, hertz == std::round(hertz) ? 1 : 3);
+    }
     /// Bookmarks are known by their names: none may be there twice.
     QString uniqueName(const QString& wanted, double hertz, Account& lost) {
         const QString name = wanted.isEmpty() ? QStringLiteral("%1 Hz").arg(hertz, 0, 'f', 0) : wanted;

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "interchange/formatlist.h"
+#include "interchange/outgoing.h"
 #include "interchange/rows.h"
 
 namespace Interchange {
@@ -114,27 +115,18 @@ public:
     }
 
     void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) override {
-        const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
-        const QString demodulation = settings.AnalogDemodToName(settings.GetAnalogDemod());
-        const double bandwidth = settings.GetIFBandwidth().GetValue();
-        CommentParts parts = SplitComment(entry.GetComment());
-        const CommentParts kept = parts;
-        parts.extras.clear();
-        const ModeWord mode = WordOf(ModeWords::SdrSharp, demodulation, bandwidth);
-        if (!mode.isExact)
-            lost.Count("modes that are none here");
+        const Outgoing of(entry, ModeWords::SdrSharp, false, lost);
         out += "  <MemoryEntry>\n";
-        appendOther(out, Others[0], kept);
-        appendText(out, "Name", JoinComment(parts));
-        appendOther(out, Others[1], kept);
-        appendHertz(out, "Frequency", settings.GetFrequency().GetValue(), lost);
-        appendText(out, "DetectorType", TextOf(mode.word.empty() ? "NFM" : mode.word));
-        appendOther(out, Others[2], kept);
-        appendHertz(out, "FilterBandwidth", bandwidth, lost);
+        appendOther(out, Others[0], of);
+        appendText(out, "Name", of.Comment());
+        appendOther(out, Others[1], of);
+        appendHertz(out, "Frequency", of.hertz, lost);
+        appendText(out, "DetectorType", QString::fromStdString(of.Word("NFM")));
+        appendOther(out, Others[2], of);
+        appendHertz(out, "FilterBandwidth", of.bandwidth, lost);
         for (const Member& other : std::span(Others).subspan(3))
-            appendOther(out, other, kept);
+            appendOther(out, other, of);
         out += "  </MemoryEntry>\n";
-        ++lost.entries;
     }
 
     void End(std::string& out) override { out += "</ArrayOfMemoryEntry>\n"; }
@@ -150,10 +142,9 @@ private:
         AppendWholeHertz(out, hertz, lost);
         out.append("</").append(name).append(">\n");
     }
-    static void appendOther(std::string& out, const Member& member, const CommentParts& kept) {
-        const QString text = kept.Extra(QLatin1String(member.name));
-        if (!text.isNull() || member.isAlwaysThere)
-            appendText(out, member.name, text.isNull() ? QString::fromLatin1(member.usual) : text);
+    static void appendOther(std::string& out, const Member& member, const Outgoing& of) {
+        if (member.isAlwaysThere || !of.parts.Extra(QLatin1String(member.name)).isNull())
+            appendText(out, member.name, of.Kept(member.name, member.usual));
     }
 };
 

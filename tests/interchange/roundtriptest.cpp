@@ -112,6 +112,23 @@ TEST(FilesOfOthers, KeepFrequenciesAndTexts) {
     }
 }
 
+TEST(FilesOfOthers, DoNotGetBackAModeThatWasChangedSince) {
+    ReadOptions options;
+    options.keepExtras = true;
+    const Format& chirp = *FormatOfId(QStringLiteral("chirp-csv"));
+    ReadText read =
+        readText(chirp, "Location,Name,Frequency,Mode,rToneFreq\n0,Dig,7.034500,CWR,88.5\n", options);
+    ASSERT_EQ(read.records.size(), 1U);
+    EXPECT_NE(ToBytes(chirp, visiting(read.records)).find(",CWR,"), std::string::npos);
+    FreqStoreXml::FFM_Settings& settings = read.records[0].GetFFM_Settings();
+    settings.SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod(QStringLiteral("USB")));
+    for (const char* id : {"chirp-csv", "kiwi-csv", "fldigi", "sdrsharp"}) {
+        const std::string bytes = ToBytes(*FormatOfId(QString::fromLatin1(id)), visiting(read.records));
+        EXPECT_NE(bytes.find("USB"), std::string::npos) << id;
+        EXPECT_EQ(bytes.find("CWR"), std::string::npos) << id;
+    }
+}
+
 TEST(CommentsOfFilesOfOthers, AreTakenApartAsTheyWerePutTogether) {
     const CommentParts parts{QStringLiteral("Tower"),
                              QStringLiteral("north\nand south"),

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+#include "interchange/comment.h"
+#include "interchange/format.h"
+#include "interchange/modes.h"
+
+namespace Interchange {
+
+/// An entry on its way into a file: what all writers need of it.
+class Outgoing {
+public:
+    /// Counts the entry, and as lost a mode for which the format has no word. `hasNone` says whether it has
+    /// one for no mode.
+    Outgoing(const FreqStoreXml::FrequencyStoreEntry& entry, ModeWords words, bool hasNone, Account& lost);
+
+    const double hertz;
+    const double bandwidth; ///< Hz; 0 for none
+    const QString demodulation;
+    const CommentParts parts;
+    const std::string_view word; ///< of the mode; empty when there is none
+
+    /// The comment without what was kept in it.
+    QString Comment() const { return JoinComment({parts.name, parts.notes, {}}); }
+    /// What was kept under a key, or else what stands for nothing.
+    QString Kept(const char* key, const char* usual) const;
+    /// The word of the mode: the one that was kept when it was read, if it still means the demodulation, else
+    /// the format's; `none` without any.
+    std::string Word(const char* none) const;
+    /// Counts a bandwidth that the format does not write and that the mode does not tell.
+    void CountBandwidth(Account& lost) const;
+
+private:
+    const ModeWords m_words;
+};
+
+} // namespace Interchange
