@@ -4,6 +4,7 @@
 // which are more than the entries.
 
 #include "bench/figures.h"
+#include "bench/memoryprobe.h"
 #include "bench/targets.h"
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
@@ -14,7 +15,6 @@
 #include "host/valuetree/tree.h"
 
 #include <algorithm>
-#include <malloc.h>
 #include <vector>
 
 namespace {
@@ -87,13 +87,6 @@ const Kind Results{"entries.csv",
                    },
                    [] { SearchMCDataHandler::DeleteInstance(); }};
 
-double residentBytes() {
-    malloc_trim(0);
-    QFile file(QStringLiteral("/proc/self/statm"));
-    file.open(QIODevice::ReadOnly);
-    return file.readAll().split(' ')[1].toDouble() * 4096;
-}
-
 /// What reading takes of one entry: seconds, and bytes that stay.
 struct Cost {
     double seconds;
@@ -105,11 +98,6 @@ Cost costOf(const Node& list, const std::function<void()>& read) {
     const double seconds = processorSecondsOf(read);
     const auto count = static_cast<double>(list.ChildCount());
     return {seconds / count, (residentBytes() - before) / count};
-}
-
-double medianOf(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 void ReadBesideTargets(benchmark::State& state, const Kind& kind) {

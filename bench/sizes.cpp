@@ -104,20 +104,14 @@ void Sizes(benchmark::State& state) {
     bench.Empty();
 }
 
+void ofEachSize(benchmark::internal::Benchmark* bench) {
+    for (const int count : {Fewest, 100'000, Million, Most})
+        bench->Arg(count);
+    bench->Iterations(1)->Unit(benchmark::kSecond);
+}
+
 } // namespace
 
-BENCHMARK(Sizes)->Arg(Fewest)->Arg(100'000)->Arg(Million)->Arg(Most)->Iterations(1)->Unit(benchmark::kSecond);
-BENCHMARK(SizesOfList)
-    ->Arg(Fewest)
-    ->Arg(100'000)
-    ->Arg(Million)
-    ->Arg(Most)
-    ->Iterations(1)
-    ->Unit(benchmark::kSecond);
-BENCHMARK(SizesOfParts)
-    ->Arg(Fewest)
-    ->Arg(100'000)
-    ->Arg(Million)
-    ->Arg(Most)
-    ->Iterations(1)
-    ->Unit(benchmark::kSecond);
+BENCHMARK(Sizes)->Apply(ofEachSize);
+BENCHMARK(SizesOfList)->Apply(ofEachSize);
+BENCHMARK(SizesOfParts)->Apply(ofEachSize);

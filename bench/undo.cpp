@@ -2,6 +2,7 @@
 // must not exceed.
 
 #include "bench/figures.h"
+#include "bench/memoryprobe.h"
 #include "bench/targets.h"
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/common/keys.h"
@@ -12,25 +13,11 @@
 #include <QUndoStack>
 
 #include <algorithm>
-#include <malloc.h>
 
 namespace {
 
 constexpr int Rows = 100000;
 constexpr int Pairs = 5;
-
-double medianOf(std::vector<double> values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
-double residentBytes() {
-    malloc_trim(0);
-    QFile file(QStringLiteral("/proc/self/statm"));
-    file.open(QIODevice::ReadOnly);
-    return file.readAll().split(' ')[1].toDouble() * 4096;
-}
 
 /// Undo is on as long as it lives.
 class WithUndo {
