@@ -29,35 +29,17 @@ constexpr int Million = 1000000;
 /// Reading a million targets into tree, controller and mediators, beside the lean parse of the same file:
 /// pairs that alternate, each with an empty list at its start.
 void ReadLtl(benchmark::State& state) {
-    constexpr int Pairs = 5;
-    Bench& bench = Bench::Get();
-    const QString path = bench.Ltl(Million);
+    const QString path = Bench::Get().Ltl(Million);
     for (auto _ : state) {
-        std::vector<double> baseline, ours, ratio;
-        double bytes = 0, peak = 0;
-        for (int i = 0; i < Pairs; ++i) {
-            bench.Empty();
-            malloc_trim(0);
-            baseline.push_back(processorSecondsOf([&] {
+        compareReading(state, "a lean parse into structs", path, Million, 2.0, 400, [&] {
+            Bench::Get().Empty();
+            malloc_trim(0); // both find no free memory
+            return processorSecondsOf([&] {
                 const LeanParse lean(path);
                 if (lean.Records().size() != Million)
                     state.SkipWithError("the lean parse lost lines");
-            }));
-            const double before = residentBytes(); // gives free memory back: both find none
-            forgetPeak();
-            ours.push_back(processorSecondsOf([&] { bench.List(Million); }));
-            ratio.push_back(ours.back() / baseline.back());
-            if (i == 0) { // later ones find memory that the first has given back
-                peak = (peakBytes() - before) / Million;
-                bytes = (residentBytes() - before) / Million;
-            }
-        }
-        report(state, medianOf(baseline), medianOf(ours), 2.0);
-        state.counters["ratio"] = medianOf(ratio);
-        state.SetLabel("a lean parse into structs");
-        state.counters["bytes_per_entry"] = bytes;
-        state.counters["bytes_goal"] = 400;
-        state.counters["bytes_while_reading"] = peak;
+            });
+        });
     }
 }
 

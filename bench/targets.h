@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bench/figures.h"
+#include "bench/memoryprobe.h"
 #include "cli/list.h"
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
@@ -87,3 +89,31 @@ private:
     unsigned m_listId;
     int m_loaded = 0;
 };
+
+/// Reads a file into the empty list; the processor time.
+inline double secondsToRead(const QString& path) {
+    Bench::Get().Empty();
+    return processorSecondsOf([&] { TargetListHandler::Instance()->ReadFile(path); });
+}
+
+/// Reads a list of that length in turn with what it is compared with, and tells what an entry takes in memory
+/// the first time: later ones find memory that the first has given back.
+inline void compareReading(benchmark::State& state, const char* with, const QString& path, int count,
+                           double goal, double bytesGoal, const Timed& baseline) {
+    double bytes = 0, peak = 0;
+    bool isFirst = true;
+    reportInTurn(state, with, goal, baseline, [&] {
+        Bench::Get().Empty();
+        const double before = residentBytes();
+        forgetPeak();
+        const double seconds = secondsToRead(path);
+        if (std::exchange(isFirst, false)) {
+            peak = (peakBytes() - before) / count;
+            bytes = (residentBytes() - before) / count;
+        }
+        return seconds;
+    });
+    state.counters["bytes_per_entry"] = bytes;
+    state.counters["bytes_while_reading"] = peak;
+    state.counters["bytes_goal"] = bytesGoal;
+}

@@ -34,34 +34,6 @@ qint64 CountElements(QIODevice& device) {
     return count;
 }
 
-/// Reads a file into the empty list; the processor time.
-double SecondsToRead(const QString& path) {
-    Bench::Get().Empty();
-    return processorSecondsOf([&] { TargetListHandler::Instance()->ReadFile(path); });
-}
-
-/// Reads a list in turn with what it is compared with, and tells what it takes in memory the first time:
-/// later ones find memory that the first has given back.
-void CompareReading(benchmark::State& state, const char* with, const QString& path, double goal,
-                    const Timed& baseline) {
-    double bytes = 0, peak = 0;
-    bool isFirst = true;
-    reportInTurn(state, with, goal, baseline, [&] {
-        Bench::Get().Empty();
-        const double before = residentBytes();
-        forgetPeak();
-        const double seconds = SecondsToRead(path);
-        if (std::exchange(isFirst, false)) {
-            peak = (peakBytes() - before) / EntryCount;
-            bytes = (residentBytes() - before) / EntryCount;
-        }
-        return seconds;
-    });
-    state.counters["bytes_per_entry"] = bytes;
-    state.counters["bytes_while_reading"] = peak;
-    state.counters["bytes_goal"] = 500;
-}
-
 /// The million targets under another name; removed from the list again.
 QString Saved(const char* name) {
     const QString path = Bench::Get().File(name);
@@ -74,7 +46,7 @@ QString Saved(const char* name) {
 void ReadXmlList(benchmark::State& state) {
     const QString path = Saved("list.xml");
     for (auto _ : state) {
-        CompareReading(state, "a bare pass of expat", path, 2.0, [&] {
+        compareReading(state, "a bare pass of expat", path, EntryCount, 2.0, 500, [&] {
             return processorSecondsOf([&] {
                 QFile file(path);
                 file.open(QIODevice::ReadOnly);
@@ -90,8 +62,8 @@ BENCHMARK(ReadXmlList)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond)
 void ReadCsvList(benchmark::State& state) {
     const QString path = Saved("list.csv");
     for (auto _ : state)
-        CompareReading(state, "reading the list from lines", path, 1.3,
-                       [] { return SecondsToRead(Bench::Get().Ltl(EntryCount)); });
+        compareReading(state, "reading the list from lines", path, EntryCount, 1.3, 500,
+                       [] { return secondsToRead(Bench::Get().Ltl(EntryCount)); });
 }
 BENCHMARK(ReadCsvList)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 
