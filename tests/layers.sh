@@ -34,13 +34,15 @@ room $lists/common/halvonodemediatorctrl.cpp host $lists/common $lists/targets $
 # The records of a file may be those of a job.
 room $lists/files/filerecords.cpp host $lists/common $lists/files $lists/memory
 
-# Rooms of the programs that know neither a list nor a widget. Some are still to be built.
-for part in sweep interchange scan link; do
+# Rooms of the programs, none of which knows a widget. Some are still to be built.
+for part in sweep interchange link; do
     room $part host/base host/valuetree host/report host/freqstorexml
 done
-allowed[scan]+=" host/startup"
 allowed[link]+=" host/startup"
-parts="sweep interchange scan link"
+# A receiver is set by what an entry of a list says.
+room receiver host $lists/common
+room scan host $lists/common receiver
+parts="sweep interchange receiver scan link"
 room cli host controls $parts
 room workstation host controls $parts
 

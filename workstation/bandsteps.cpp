@@ -1,7 +1,7 @@
 #include "workstation/bandsteps.h"
 
 #include "host/base/frequencytext.h"
-#include "workstation/receiver.h"
+#include "receiver/receiver.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -8,8 +8,8 @@
 #include "host/widgets/vccheckbox.h"
 #include "host/widgets/vccomboboxclassic.h"
 #include "host/widgets/vclineedit.h"
+#include "receiver/receiversettings.h"
 #include "workstation/elidedlabel.h"
-#include "workstation/receiversettings.h"
 
 #include <QAction>
 #include <QDateTime>

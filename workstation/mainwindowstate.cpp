@@ -1,7 +1,7 @@
 #include "host/gui/listsettings.h"
+#include "receiver/receiver.h"
 #include "workstation/frequencybar.h"
 #include "workstation/mainwindow.h"
-#include "workstation/receiver.h"
 
 #include <QCloseEvent>
 #include <QDockWidget>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "receiver/receiversettings.h"
 #include "workstation/look.h"
-#include "workstation/receiversettings.h"
 
 #include <QObject>
 

@@ -5,8 +5,8 @@
 #include "host/widgets/vccheckbox.h"
 #include "host/widgets/vccomboboxclassic.h"
 #include "host/widgets/vclineedit.h"
+#include "receiver/receiver.h"
 #include "workstation/bandsteps.h"
-#include "workstation/receiver.h"
 
 #include <QFormLayout>
 #include <QLabel>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workstation/receiversettings.h"
+#include "receiver/receiversettings.h"
 
 #include <QWidget>
 

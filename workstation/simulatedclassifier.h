@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/valuetree/node.h"
-#include "workstation/receiversettings.h"
+#include "receiver/receiversettings.h"
 
 #include <QObject>
 #include <QTimer>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/valuetree/detection.h"
-#include "workstation/receiversettings.h"
+#include "receiver/receiversettings.h"
 
 #include <QObject>
 #include <QTimer>

@@ -6,9 +6,9 @@
 #include "host/widgets/frequencyfield.h"
 #include "host/widgets/vccomboboxclassic.h"
 #include "host/widgets/vclineedit.h"
+#include "receiver/receiver.h"
 #include "workstation/elidedlabel.h"
 #include "workstation/levelmeter.h"
-#include "workstation/receiver.h"
 
 #include <QComboBox>
 #include <QDateTime>

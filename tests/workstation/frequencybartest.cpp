@@ -5,10 +5,10 @@
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/gui/listsettings.h"
 #include "host/gui/sortlistview.h"
+#include "receiver/simulatedreceiver.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/barlabels.h"
 #include "workstation/fileopener.h"
-#include "workstation/simulatedreceiver.h"
 
 #include <QAccessible>
 #include <QApplication>

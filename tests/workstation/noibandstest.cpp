@@ -3,11 +3,11 @@
 #include "controls/frequencystore/common/paths.h"
 #include "host/freqlist/freqstore.h"
 #include "host/startup/cfgcenter.h"
+#include "receiver/simulatedreceiver.h"
 #include "tests/support/text.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/bandspanel.h"
 #include "workstation/frequencybar.h"
-#include "workstation/simulatedreceiver.h"
 
 #include <QDockWidget>
 #include <QMenuBar>

@@ -4,13 +4,13 @@
 #include "host/gui/colorset.h"
 #include "host/gui/sortlistview.h"
 #include "host/widgets/frequencyfield.h"
+#include "receiver/simulatedreceiver.h"
 #include "tests/support/dialogs.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/actions.h"
 #include "workstation/frequencybar.h"
 #include "workstation/keystable.h"
 #include "workstation/preferencesdialog.h"
-#include "workstation/simulatedreceiver.h"
 #include "workstation/tuningstrip.h"
 
 #include <QComboBox>

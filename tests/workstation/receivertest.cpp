@@ -6,11 +6,11 @@
 #include "host/widgets/vccheckbox.h"
 #include "host/widgets/vccomboboxclassic.h"
 #include "host/widgets/vclineedit.h"
+#include "receiver/simulatedreceiver.h"
 #include "tests/support/recorder.h"
 #include "workstation/bandsteps.h"
 #include "workstation/noibands.h"
 #include "workstation/receiverpanel.h"
-#include "workstation/simulatedreceiver.h"
 
 #include <QLabel>
 #include <QSignalSpy>

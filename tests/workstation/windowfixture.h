@@ -2,9 +2,9 @@
 
 #include "host/freqlist/buttonbar.h"
 #include "host/gui/sortlistview.h"
+#include "receiver/simulatedreceiver.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/actions.h"
-#include "workstation/simulatedreceiver.h"
 
 #include <QApplication>
 #include <QTabWidget>

@@ -7,13 +7,13 @@
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqstorexml/frequencystorelist.h"
 #include "host/gui/sortlistview.h"
+#include "receiver/simulatedreceiver.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/filekinds.h"
 #include "workstation/frequencybar.h"
 #include "workstation/job.h"
 #include "workstation/messagespanel.h"
 #include "workstation/samples.h"
-#include "workstation/simulatedreceiver.h"
 #include "workstation/simulatedsearch.h"
 
 #include <QApplication>

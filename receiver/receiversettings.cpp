@@ -1,4 +1,4 @@
-#include "workstation/receiversettings.h"
+#include "receiver/receiversettings.h"
 
 #include <QtGlobal>
 

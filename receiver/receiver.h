@@ -3,7 +3,7 @@
 #include "host/valuetree/value.h"
 #include "host/valuetree/valueptr.h"
 #include "host/valuetree/valueselection.h"
-#include "workstation/receiversettings.h"
+#include "receiver/receiversettings.h"
 
 #include <QObject>
 

@@ -1,4 +1,4 @@
-#include "workstation/simulatedreceiver.h"
+#include "receiver/simulatedreceiver.h"
 
 #include <cmath>
 #include <numbers>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workstation/receiver.h"
+#include "receiver/receiver.h"
 
 #include <QTimer>
 

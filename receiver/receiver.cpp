@@ -1,4 +1,4 @@
-#include "workstation/receiver.h"
+#include "receiver/receiver.h"
 
 #include "host/base/frequencytext.h"
 #include "host/freqlist/mediator.h"
