@@ -8,7 +8,7 @@
 
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands = {
-        {"show", "[--list KIND] [--format table|json|tsv] [--where QUERY] [OPTIONS] FILE",
+        {"show", "[--list KIND] [--format table|json|jsonl|tsv] [--where QUERY] [OPTIONS] FILE",
          "print the entries of a file", RunShow},
         {"convert", "[--list KIND] [--to FORMAT] [OPTIONS] IN OUT", "write a file in another format",
          RunConvert},

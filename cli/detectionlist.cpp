@@ -8,6 +8,7 @@
 
 namespace {
 
+using Interchange::JsonEntry;
 using Extended = ExtendedDetectionConventional;
 using SearchMC::Variant;
 using Fields = std::vector<EntryField>;
@@ -165,6 +166,15 @@ public:
     VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const override {
         for (const Record& record : m_records)
             visit(SearchMC::ToEntry(record));
+    }
+    Interchange::Content Content() const override {
+        if constexpr (isExtended)
+            return {.results = [this](const auto& visit) {
+                for (const Record& record : m_records)
+                    visit(SearchMC::ToResult(record, Variants...));
+            }};
+        else
+            return CliList::Content();
     }
     bool VisitEntries(const EntryVisitor& visit) const override {
         Fields fields;

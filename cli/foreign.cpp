@@ -1,6 +1,7 @@
 #include "cli/foreign.h"
 
 #include "cli/command.h"
+#include "cli/jsonfile.h"
 #include "cli/output.h"
 #include "cli/progressbar.h"
 #include "host/base/problems.h"
@@ -9,7 +10,7 @@
 
 #include <optional>
 
-#include "interchange/format.h"
+#include "interchange/formatlist.h"
 #include "interchange/table.h"
 
 namespace {
@@ -112,11 +113,13 @@ bool Foreign::Read(const Arguments& args, CliList& list, const QString& path, QS
         return true;
     };
     Interchange::Account account;
-    const bool isRead = list.ReadRecords(path, [&](const Interchange::TakeEntry& take) {
-        account = format ? Interchange::Read(*format, path, options, take)
-                         : Interchange::ReadTable(path, *choice, options, take);
-    });
-    if (isRead)
+    const bool isOwn = IsOwnJson(format);
+    const bool isRead = isOwn ? list.ReadJson(path, options, account)
+                              : list.ReadRecords(path, [&](const Interchange::TakeEntry& take) {
+                                    account = format ? Interchange::Read(*format, path, options, take)
+                                                     : Interchange::ReadTable(path, *choice, options, take);
+                                });
+    if (isRead && !(isOwn && account.CountsText().isEmpty()))
         tellAccount(path, what, account);
     if (kind)
         *kind = what;
@@ -136,12 +139,20 @@ bool Foreign::CheckTo(const Arguments& args, int& exitCode) {
 
 bool Foreign::Write(const Arguments& args, const CliList& list, const QString& path) {
     const Interchange::Format& format = *Interchange::FormatOfId(args.Value("to"));
-    const Interchange::VisitEntries entries = [&list](const auto& visit) { list.VisitRecords(visit); };
-    if (const QString lost = Interchange::LookAtLosses(format, entries).CountsText(); !lost.isEmpty())
-        TellError(QStringLiteral("%1: %2 cannot hold: %3").arg(path, QLatin1String(format.name), lost));
     try {
-        Interchange::Write(format, path, entries);
-        return true;
+        if (IsOwnJson(&format)) { // whose entries have all their values
+            WriteJson(path, list,
+                      &format == &Interchange::OwnJson ? Interchange::JsonArray : Interchange::JsonLines);
+            return true;
+        }
+        const Interchange::Account written =
+            Interchange::Write(format, path, list.Content(), [&](const Interchange::Account& lost) {
+                if (const QString text = lost.CountsText(); !text.isEmpty())
+                    TellError(
+                        QStringLiteral("%1: %2 cannot hold: %3").arg(path, QLatin1String(format.name), text));
+                return true;
+            });
+        return written.refused == 0;
     } catch (const RGException&) { // told
         return false;
     }
@@ -158,7 +169,6 @@ int RunFormats(const QStringList& arguments) {
     };
     bool isPrinted = line("FORMAT", "FILES", "", "WHAT IS LOST");
     for (const Interchange::Format* format : Interchange::Formats())
-        isPrinted = isPrinted && line(format->id, format->name, format->makeEncoder ? "read, write" : "read",
-                                      format->lost);
+        isPrinted = isPrinted && line(format->id, format->name, format->Ways(), format->lost);
     return isPrinted ? ExitDone : ExitFile;
 }

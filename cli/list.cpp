@@ -4,6 +4,7 @@
 #include "cli/memorylist.h"
 #include "cli/output.h"
 #include "cli/progressbar.h"
+#include "cli/shapedentry.h"
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/common/paths.h"
 #include "controls/frequencystore/memory/memoryscansection.h"
@@ -28,7 +29,7 @@ namespace {
 template <typename Handler>
 struct HandlerUse {
     QLatin1String listPath;
-    const char* entryName;
+    Node& (*addEntry)(Node& list); ///< one with the values of a new entry and no comment
     void (*start)(Handler&, Node*);
     GeneralListParser& (*parser)(Handler&); ///< which brackets the entries of a file
     HalvoNodeMediatorCtrl& (*controller)(Handler&);
@@ -36,7 +37,7 @@ struct HandlerUse {
 };
 
 /// A list that a handler owns, in a node of its own that is emptied at the end.
-template <typename Handler, typename Entry>
+template <typename Handler>
 class HandlerList : public CliList {
 public:
     explicit HandlerList(const HandlerUse<Handler>& use)
@@ -61,10 +62,8 @@ protected:
             m_node->DeleteChildren();
         m_use.parser(handler()).ResetDataAfterNewFile();
     }
-    void AddEntry(const JsonEntry& from) override {
-        Node& node = AddEntryNode(*m_node, m_use.entryName);
-        Entry(&node, true, nullptr).SetComment(QString());
-        FillFromJson(node, from);
+    void AddEntry(const Interchange::JsonEntry& from) override {
+        FillFromJson(m_use.addEntry(*m_node), from);
     }
     Node* GetNode() const override { return m_node; }
     GeneralListParser* Parser() const override { return &m_use.parser(handler()); }
@@ -93,23 +92,42 @@ constexpr FileMark NoiRead[] = {
 constexpr FileMark NoiWritten[] = {
     {".noi", FileFormat::NoiLines}, {".csv", FileFormat::Csv}, {".xml", FileFormat::StoreXml}};
 
+Node& addTarget(Node& list) {
+    static const Names::Id name = Names::Intern(QStringLiteral("Target"));
+    constexpr QStringView undefined = u"undefined";
+    Node* const node = Node::NewEntry(&list, name, WkfTarget::Shape());
+    list.AddItemUnique(node);
+    if (!WkfTarget(*node).Fill({.frequency = 0,
+                                .bandwidth = 0,
+                                .priority = 1,
+                                .comment = {},
+                                .demodulation = u"NONE",
+                                .threatClass = {},
+                                .profileID = undefined,
+                                .profileName = undefined,
+                                .signalClass = undefined,
+                                .transmissionSystem = undefined}))
+        WkfListEntry(node, true, nullptr).SetComment(QString());
+    return *node;
+}
+
 std::unique_ptr<CliList> makeTargets() {
     static const HandlerUse<TargetListHandler> use = {
         Paths::Targets,
-        "Target",
+        addTarget,
         [](TargetListHandler& handler, Node* node) { handler.Init(node, false); },
         [](TargetListHandler& handler) -> GeneralListParser& { return *handler.GetParser(); },
         [](TargetListHandler& handler) -> HalvoNodeMediatorCtrl& {
             return *handler.GetParser()->GetMediatorCtrl();
         },
         FileNames{.read = TargetsRead, .written = TargetsWritten, .readsProfiles = true}};
-    return std::make_unique<HandlerList<TargetListHandler, WkfListEntry>>(use);
+    return std::make_unique<HandlerList<TargetListHandler>>(use);
 }
 
 std::unique_ptr<CliList> makeNoi() {
     static const HandlerUse<NOIFrequencyHandler> use = {
         Paths::Noi,
-        "Entry",
+        [](Node& list) -> Node& { return AddShapedEntry<NOIFrequency>(list, "Entry", nullptr); },
         [](NOIFrequencyHandler& handler, Node* node) {
             handler.SetRemembersFile(false);
             handler.Init(node);
@@ -117,7 +135,7 @@ std::unique_ptr<CliList> makeNoi() {
         [](NOIFrequencyHandler& handler) -> GeneralListParser& { return handler; },
         [](NOIFrequencyHandler& handler) -> HalvoNodeMediatorCtrl& { return *handler.GetMediatorCtrl(); },
         FileNames{.read = NoiRead, .written = NoiWritten, .readsProfiles = true}};
-    return std::make_unique<HandlerList<NOIFrequencyHandler, NOIFrequency>>(use);
+    return std::make_unique<HandlerList<NOIFrequencyHandler>>(use);
 }
 
 template <bool IsVUHF>
@@ -158,7 +176,7 @@ constexpr TellingMember TellingMembers[] = {
 QString kindOfJson(const QString& path) {
     QString kind;
     try {
-        ReadJson(path, [&](const JsonEntry& entry) {
+        ReadJson(path, {}, [&](const Interchange::JsonEntry& entry) {
             const auto* telling = std::find_if(
                 std::begin(TellingMembers), std::end(TellingMembers),
                 [&](const TellingMember& member) { return entry.Has(QLatin1String(member.key)); });
@@ -246,7 +264,7 @@ std::optional<bool> IsJobOfVUHF(const QString& path) {
 }
 
 QString ListKindToldBy(const QString& path) {
-    if (IsJsonName(path))
+    if (IsJsonName(path) || IsOwnJson(Interchange::FormatOfFile(path)))
         return kindOfJson(path);
     if (path.endsWith(QLatin1String(".pij"))) {
         const std::optional<bool> isVUHF = IsJobOfVUHF(path);
@@ -296,18 +314,13 @@ std::vector<EntryField> FieldsOf(const Node& entry) {
     return fields;
 }
 
-Node& AddEntryNode(Node& list, const char* name) {
-    auto* node = new Node(&list, QString::fromLatin1(name));
-    list.AddItemUnique(node);
-    return *node;
-}
-
 CliList::CliList() {
     EndLeftLists();
 }
 
 bool CliList::Read(const QString& path) {
-    return Names().FormatRead(path) == FileFormat::Json ? readJson(path) : ReadFile(path);
+    Interchange::Account account;
+    return Names().FormatRead(path) == FileFormat::Json ? ReadJson(path, {}, account) : ReadFile(path);
 }
 
 bool CliList::ReadRecords(
@@ -320,10 +333,11 @@ bool CliList::ReadRecords(
     return false;
 }
 
-bool CliList::readJson(const QString& path) {
+bool CliList::ReadJson(const QString& path, const Interchange::ReadOptions& options,
+                       Interchange::Account& account) {
     BeginEntries();
     try {
-        ReadJson(path, [this](const JsonEntry& entry) {
+        account = ::ReadJson(path, options, [this](const Interchange::JsonEntry& entry) {
             AddEntry(entry);
             return true;
         });
@@ -336,11 +350,15 @@ bool CliList::readJson(const QString& path) {
     return true;
 }
 
+Interchange::Content CliList::Content() const {
+    return {.entries = [this](const auto& visit) { VisitRecords(visit); }};
+}
+
 bool CliList::Write(const QString& path) {
     if (!IsJsonName(path))
         return WriteFile(path);
     try {
-        WriteJson(path, *this);
+        WriteJson(path, *this, JsonFrameOf(path));
         return true;
     } catch (const RGException& exception) {
         Problems::Report("jsonfile", Problem::FromText(exception.GetErrorText()));

@@ -12,12 +12,13 @@
 #include <optional>
 #include <vector>
 
+#include "interchange/format.h"
+
 class GeneralListParser;
-class JsonEntry;
 class Node;
 
-namespace FreqStoreXml {
-class FrequencyStoreEntry;
+namespace Interchange {
+class JsonEntry;
 }
 
 enum class FieldType { Text, Number, Flag, Numbers };
@@ -51,6 +52,12 @@ public:
         const QString& path,
         const std::function<void(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>&)>&
             read);
+    /// The same by the file's JSON, which has the values of the entries. What has no place in the list is
+    /// counted in `account`.
+    bool ReadJson(const QString& path, const Interchange::ReadOptions& options,
+                  Interchange::Account& account);
+    /// What a file of another program gets of the list.
+    virtual Interchange::Content Content() const;
     /// Gives each entry as an interchange record.
     virtual void
     VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const = 0;
@@ -70,7 +77,7 @@ public:
     /// The node whose children are the entries; null for a list whose entries are no nodes.
     virtual Node* GetNode() const { return nullptr; }
     /// Adds an entry behind those that are there.
-    virtual void AddEntry(const JsonEntry& entry) = 0;
+    virtual void AddEntry(const Interchange::JsonEntry& entry) = 0;
     /// Entries have been added or changed from outside.
     virtual void EntriesChanged() {}
 
@@ -87,13 +94,8 @@ protected:
     virtual void EndEntries(bool isWhole) = 0;
 
 private:
-    bool readJson(const QString& path);
-
     Query m_query;
 };
-
-/// A new node of an entry, under that of its list.
-Node& AddEntryNode(Node& list, const char* name);
 
 /// The members of an entry that is a node.
 std::vector<EntryField> FieldsOf(const Node& entry);

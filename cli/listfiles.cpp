@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr char JsonEnding[] = ".json";
+constexpr const char* JsonEndings[] = {".json", ".jsonl", ".ndjson"};
 
 struct NamedFormat {
     FileFormat format;
@@ -37,7 +37,8 @@ QString FormatName(FileFormat format) {
 }
 
 bool IsJsonName(const QString& path) {
-    return path.endsWith(QLatin1String(JsonEnding));
+    return std::any_of(std::begin(JsonEndings), std::end(JsonEndings),
+                       [&](const char* ending) { return path.endsWith(QLatin1String(ending)); });
 }
 
 const FileMark* FileNames::find(std::span<const FileMark> marks, const QString& path) const {
@@ -71,7 +72,8 @@ QString FileNames::RefuseToWrite(const QString& path) const {
         endings << QString::fromLatin1(known.mark);
         hasEnding = hasEnding || path.endsWith(endings.last());
     }
-    endings << QString::fromLatin1(JsonEnding);
+    for (const char* ending : JsonEndings)
+        endings << QString::fromLatin1(ending);
     if (!hasEnding)
         return QStringLiteral("\"%1\" is no name that this list is written under: %2")
             .arg(path, endings.join(QStringLiteral(", ")));

@@ -1,6 +1,7 @@
 #include "cli/memorylist.h"
 
 #include "cli/jsonfile.h"
+#include "cli/shapedentry.h"
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/common/paths.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
@@ -15,11 +16,6 @@ constexpr FileMark MarksWritten[] = {{".xml", FileFormat::StoreXml}};
 
 MemorySystemHandler& handler() {
     return *MemorySystemHandler::Instance();
-}
-
-template <typename Entry>
-void makeEntry(Node& node) {
-    Entry(&node, true, handler().GetGeneralEntry()).SetComment(QString());
 }
 
 } // namespace
@@ -79,13 +75,9 @@ void MemoryList::VisitRecords(
     handler().GetMediatorCtrl()->VisitRecords(visit);
 }
 
-void MemoryList::AddEntry(const JsonEntry& from) {
-    Node& node = AddEntryNode(*m_node, EntryName);
-    if (handler().IsVUHF())
-        makeEntry<VUHFMemoryEntry>(node);
-    else
-        makeEntry<HFMemoryEntry>(node);
-    FillFromJson(node, from);
+void MemoryList::AddEntry(const Interchange::JsonEntry& from) {
+    const auto add = handler().IsVUHF() ? AddShapedEntry<VUHFMemoryEntry> : AddShapedEntry<HFMemoryEntry>;
+    FillFromJson(add(*m_node, EntryName, handler().GetGeneralEntry()), from);
 }
 
 void MemoryList::EntriesChanged() {

@@ -25,7 +25,7 @@ protected:
     bool WriteFile(const QString& path) override;
     void BeginEntries() override;
     void EndEntries(bool isWhole) override;
-    void AddEntry(const JsonEntry& from) override;
+    void AddEntry(const Interchange::JsonEntry& from) override;
     Node* GetNode() const override { return m_node; }
     GeneralListParser* Parser() const override;
     void

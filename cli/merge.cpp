@@ -100,10 +100,6 @@ public:
     }
 
 private:
-    JsonEntry entryOf(QJsonObject members, size_t place) const {
-        return {std::move(members), QStringLiteral("%1: entry %2: ").arg(m_name).arg(place + 1)};
-    }
-
     void add(size_t place) {
         const std::vector<EntryField> entry = m_lists.Second().At(place);
         if (!(EntryMerge::FrequencyOf(ComparedFields(entry)) > 0)) {
@@ -112,10 +108,10 @@ private:
                 {m_name, 0, QStringLiteral("entry %1 has no frequency and is left out").arg(place + 1)});
             return;
         }
-        QJsonObject members;
+        Interchange::JsonEntry members(m_name, static_cast<qint64>(place + 1));
         for (const EntryField& field : entry)
-            members.insert(field.key, JsonOf(field));
-        m_lists.First().AddEntry(entryOf(std::move(members), place));
+            AddToJson(members, field);
+        m_lists.First().AddEntry(members);
         ++m_counts.added;
     }
 
@@ -130,15 +126,15 @@ private:
             });
         if (differences.empty())
             return;
-        QJsonObject members;
+        Interchange::JsonEntry members(m_name, static_cast<qint64>(place + 1));
         for (const EntryField& field : entry) {
             if (std::ranges::find(differences, field.key, &EntryMerge::Difference::key) == differences.end())
                 continue;
-            members.insert(field.key, JsonOf(field));
+            AddToJson(members, field);
             if (auto* numbers = mine.FindOwn<ValueList<double>>(Names::Find(field.key)))
                 numbers->Clear();
         }
-        FillFromJson(mine, entryOf(std::move(members), place));
+        FillFromJson(mine, members);
         ++m_counts.changed;
         --m_counts.kept;
     }

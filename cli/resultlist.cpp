@@ -1,5 +1,6 @@
 #include "cli/jsonfile.h"
 #include "cli/list.h"
+#include "cli/shapedentry.h"
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/common/paths.h"
 #include "controls/frequencystore/files/filekind.h"
@@ -46,10 +47,8 @@ protected:
             m_node->DeleteChildren();
         list().Suspend(false);
     }
-    void AddEntry(const JsonEntry& from) override {
-        Node& node = AddEntryNode(*m_node, "Entry");
-        SearchMCDataResult(&node, true, nullptr).SetComment(QString());
-        FillFromJson(node, from);
+    void AddEntry(const Interchange::JsonEntry& from) override {
+        FillFromJson(AddShapedEntry<SearchMCDataResult>(*m_node, "Entry", nullptr), from);
     }
     Node* GetNode() const override { return m_node; }
     void

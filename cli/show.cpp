@@ -17,8 +17,9 @@ TakeUtf8 toStandardOutput() {
     return [out = Output(stdout)](std::string_view lines) mutable { return out.Lines(lines); };
 }
 
+template <const Interchange::JsonFrame& Frame>
 void printJson(const CliList& list) {
-    PrintJson(list, toStandardOutput());
+    PrintJson(list, Frame, toStandardOutput());
 }
 
 /// A text as `Quor::OneField` makes one field of it.
@@ -96,12 +97,15 @@ struct Format {
     EntryPrinter print;
 };
 
-constexpr Format Formats[] = {{"table", printTable}, {"json", printJson}, {"tsv", printTsv}};
+constexpr Format Formats[] = {{"table", printTable},
+                              {"json", printJson<Interchange::JsonArray>},
+                              {"jsonl", printJson<Interchange::JsonLines>},
+                              {"tsv", printTsv}};
 
 } // namespace
 
 void AddFormatOption(QCommandLineParser& parser) {
-    parser.addOption({QStringLiteral("format"), QStringLiteral("table, json or tsv."),
+    parser.addOption({QStringLiteral("format"), QStringLiteral("table, json, jsonl or tsv."),
                       QStringLiteral("FORMAT"), QStringLiteral("table")});
 }
 

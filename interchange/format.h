@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/freqstorexml/detectionresult.h"
 #include "host/freqstorexml/frequencystoreentry.h"
 
 #include <QDateTime>
@@ -43,6 +44,8 @@ public:
     /// Appends the entry's bytes. What the format cannot hold of it is counted; an entry that it cannot hold
     /// at all counts as refused, and nothing is appended.
     virtual void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) = 0;
+    /// The same for a detection with what a classifier found. Most formats take it as an entry.
+    virtual void Append(std::string& out, const FreqStoreXml::DetectionResult& result, Account& lost);
     virtual void End(std::string& /*out*/) {}
 };
 
@@ -54,10 +57,14 @@ struct Format {
     const char* lost;    ///< what the format cannot hold of our entries, or we of its, in a sentence
     /// Whether the beginning of a file's text is that of such a file.
     bool (*knows)(const QString& head);
-    /// Reads a file. Throws RGException for one that is cut or none of this format.
+    /// Reads a file. Throws RGException for one that is cut or none of this format. Null for a format that is
+    /// only written.
     void (*read)(QIODevice& device, Reading& reading);
     /// Null for a format that is only read.
     std::unique_ptr<Encoder> (*makeEncoder)();
+
+    /// "read, write", "read" or "write".
+    const char* Ways() const { return !read ? "write" : makeEncoder ? "read, write" : "read"; }
 };
 
 /// All formats, in the order in which files are asked whether they are such.
@@ -80,14 +87,27 @@ Account Read(const Format& format, QIODevice& device, const QString& name, const
 /// Visits all entries of a list in their order.
 using VisitEntries =
     std::function<void(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>&)>;
+/// The same for a list of detections with what a classifier found.
+using VisitResults = std::function<void(const std::function<void(const FreqStoreXml::DetectionResult&)>&)>;
+/// What goes into a file; one of both.
+struct Content {
+    VisitEntries entries = {};
+    VisitResults results = {};
+};
+
 /// What would be lost if the entries were written in that format.
 Account LookAtLosses(const Format& format, const VisitEntries& entries);
-/// Writes a file, whole or not at all; throws RGException "file: reason".
+/// Writes a file, whole or not at all; throws RGException "file: reason". What the format cannot hold is told
+/// to `confirm` before the file takes its place; when that answers false, `Cancelled` is thrown, and the file
+/// is as it was.
+Account Write(const Format& format, const QString& path, const Content& content,
+              const std::function<bool(const Account&)>& confirm = {});
 Account Write(const Format& format, const QString& path, const VisitEntries& entries);
 /// The bytes that would be written.
+std::string ToBytes(const Format& format, const Content& content);
 std::string ToBytes(const Format& format, const VisitEntries& entries);
 
-/// Reading was cancelled by its caller.
+/// Reading or writing was cancelled by its caller.
 class Cancelled : public RGException {
 public:
     using RGException::RGException;

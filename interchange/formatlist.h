@@ -16,5 +16,9 @@ extern const Format EibiSchedule;
 extern const Format ScannerCsv;
 extern const Format AnnotationsCsv;
 extern const Format FldigiFrequencies;
+extern const Format OwnJson;
+extern const Format OwnJsonLines;
+extern const Format GeoJson;
+extern const Format Kml;
 
 } // namespace Interchange

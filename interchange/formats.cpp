@@ -17,9 +17,9 @@ namespace Interchange {
 namespace {
 
 // The order matters: a file is the first format that knows it.
-constexpr const Format* All[] = {&ChirpCsv,     &GqrxBookmarks, &GqrxBandPlan,   &KiwiCsv,
-                                 &EibiSchedule, &ScannerCsv,    &AnnotationsCsv, &FldigiFrequencies,
-                                 &KiwiJson,     &SdrPlusJson,   &SdrSharpXml};
+constexpr const Format* All[] = {&ChirpCsv,    &GqrxBookmarks,  &GqrxBandPlan,      &KiwiCsv,  &EibiSchedule,
+                                 &ScannerCsv,  &AnnotationsCsv, &FldigiFrequencies, &KiwiJson, &SdrPlusJson,
+                                 &SdrSharpXml, &OwnJson,        &OwnJsonLines,      &GeoJson,  &Kml};
 
 template <typename Matches>
 const Format* find(Matches matches) {
@@ -29,6 +29,24 @@ const Format* find(Matches matches) {
 }
 
 constexpr std::size_t FlushAt = 1 << 16;
+
+/// Encodes all that there is; `pass` may take the bytes away after each entry. Gives those that stay.
+template <typename Pass>
+std::string encode(const Format& format, const Content& content, Account& lost, Pass pass) {
+    const std::unique_ptr<Encoder> encoder = format.makeEncoder();
+    std::string bytes;
+    const auto append = [&](const auto& entry) {
+        encoder->Append(bytes, entry, lost);
+        pass(bytes);
+    };
+    encoder->Begin(bytes);
+    if (content.entries)
+        content.entries(append);
+    if (content.results)
+        content.results(append);
+    encoder->End(bytes);
+    return bytes;
+}
 
 } // namespace
 
@@ -68,50 +86,57 @@ Account Read(const Format& format, const QString& path, const ReadOptions& optio
 Account Read(const Format& format, QIODevice& device, const QString& name, const ReadOptions& options,
              const TakeEntry& take) {
     Reading reading(name, options, take);
+    if (!format.read)
+        reading.Fail(0, QStringLiteral("files of %1 are only written").arg(QLatin1String(format.name)));
     format.read(device, reading);
     return reading.GetAccount();
 }
 
+void Encoder::Append(std::string& out, const FreqStoreXml::DetectionResult& result, Account& lost) {
+    FreqStoreXml::FrequencyStoreEntry entry;
+    FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+    settings.GetFrequency().SetValue(result.GetFrequency().GetValue());
+    settings.GetIFBandwidth().SetValue(result.GetBandwidth().GetValue());
+    if (const QString& modulation = result.GetModulation(); !modulation.isEmpty())
+        settings.SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod(modulation));
+    lost.Count("classifications, levels and times");
+    Append(out, entry, lost);
+}
+
 Account LookAtLosses(const Format& format, const VisitEntries& entries) {
     Account lost;
-    const std::unique_ptr<Encoder> encoder = format.makeEncoder();
-    std::string bytes;
-    entries([&](const FreqStoreXml::FrequencyStoreEntry& entry) {
-        encoder->Append(bytes, entry, lost);
-        bytes.clear();
-    });
+    encode(format, {.entries = entries}, lost, [](std::string& bytes) { bytes.clear(); });
     return lost;
 }
 
-Account Write(const Format& format, const QString& path, const VisitEntries& entries) {
+Account Write(const Format& format, const QString& path, const Content& content,
+              const std::function<bool(const Account&)>& confirm) {
     Account lost;
-    const std::unique_ptr<Encoder> encoder = format.makeEncoder();
     REPORTGENERATOR::OutputFile file(path);
-    std::string bytes;
-    const auto flush = [&] {
+    const std::string rest = encode(format, content, lost, [&](std::string& bytes) {
+        if (bytes.size() < FlushAt)
+            return;
         REPORTGENERATOR::WriteBytes(file.Device(), path, bytes);
         bytes.clear();
-    };
-    encoder->Begin(bytes);
-    entries([&](const FreqStoreXml::FrequencyStoreEntry& entry) {
-        encoder->Append(bytes, entry, lost);
-        if (bytes.size() >= FlushAt)
-            flush();
     });
-    encoder->End(bytes);
-    flush();
+    REPORTGENERATOR::WriteBytes(file.Device(), path, rest);
+    if (confirm && !confirm(lost))
+        throw Cancelled(REPORTGENERATOR::ErrorText(path, 0, QStringLiteral("writing was cancelled")));
     file.Commit();
     return lost;
 }
 
-std::string ToBytes(const Format& format, const VisitEntries& entries) {
+Account Write(const Format& format, const QString& path, const VisitEntries& entries) {
+    return Write(format, path, {.entries = entries});
+}
+
+std::string ToBytes(const Format& format, const Content& content) {
     Account lost;
-    const std::unique_ptr<Encoder> encoder = format.makeEncoder();
-    std::string bytes;
-    encoder->Begin(bytes);
-    entries([&](const FreqStoreXml::FrequencyStoreEntry& entry) { encoder->Append(bytes, entry, lost); });
-    encoder->End(bytes);
-    return bytes;
+    return encode(format, content, lost, [](std::string&) {});
+}
+
+std::string ToBytes(const Format& format, const VisitEntries& entries) {
+    return ToBytes(format, {.entries = entries});
 }
 
 } // namespace Interchange

@@ -1,8 +1,10 @@
 #include "interchange/jsonevents.h"
 
 #include "host/report/byteinput.h"
+#include "host/report/textform.h"
 #include "host/report/textinput.h"
 
+#include <algorithm>
 #include <exception>
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
@@ -14,6 +16,7 @@ namespace Interchange {
 namespace {
 
 constexpr int DeepestNesting = 64;
+constexpr std::size_t LargestPiece = 16 * 1024 * 1024; // bytes
 
 /// The bytes of a device as the parser wants them.
 class ByteStream {
@@ -31,6 +34,10 @@ public:
     }
     size_t Tell() const { return m_taken + m_at; }
     bool IsAtEnd() const { return m_rest.empty(); }
+    /// Another piece, a text or a number, begins behind this place. The stream ends within one that is too
+    /// large.
+    void BeginPiece() { m_pieceBegin = Tell(); }
+    bool IsPieceTooLarge() const { return m_isPieceTooLarge; }
     /// The line at which the parser is.
     qint64 Line() {
         skip();
@@ -52,7 +59,9 @@ private:
     }
     void fill() {
         skip();
-        if (!m_input.Ensure(1))
+        if (m_taken - m_pieceBegin > LargestPiece)
+            m_isPieceTooLarge = true;
+        if (m_isPieceTooLarge || !m_input.Ensure(1))
             m_rest = {};
         else
             m_rest = m_input.Rest();
@@ -62,12 +71,14 @@ private:
     std::string_view m_rest;
     size_t m_at = 0;
     size_t m_taken = 0;
+    size_t m_pieceBegin = 0;
+    bool m_isPieceTooLarge = false;
 };
 
 /// Hands the parser's events on. The parser must not be thrown through: what is thrown waits.
 class Handler {
 public:
-    explicit Handler(JsonEvents& events) : m_events(events) {}
+    Handler(JsonEvents& events, ByteStream& stream) : m_events(events), m_stream(stream) {}
 
     bool Null() { return take(JsonEvents::Scalar::Null, {}); }
     bool Bool(bool value) { return take(value ? JsonEvents::Scalar::True : JsonEvents::Scalar::False, {}); }
@@ -98,6 +109,7 @@ public:
 private:
     template <typename Event>
     bool safely(Event event) {
+        m_stream.BeginPiece();
         try {
             event();
             return true;
@@ -119,11 +131,33 @@ private:
     }
 
     JsonEvents& m_events;
+    ByteStream& m_stream;
     std::exception_ptr m_thrown;
     int m_depth = 0;
 };
 
+QString reasonOf(rapidjson::ParseErrorCode code, bool isAtEnd) {
+    if (code == rapidjson::kParseErrorDocumentEmpty)
+        return QStringLiteral("there is no JSON text");
+    return isAtEnd ? QStringLiteral("the JSON text is cut")
+                   : QStringLiteral("is no JSON: %1").arg(QLatin1String(rapidjson::GetParseError_En(code)));
+}
+
 } // namespace
+
+const REPORTGENERATOR::EscapeTable JsonEscapes = []() constexpr {
+    REPORTGENERATOR::EscapeTable table{};
+    constexpr const char* Controls[] = {
+        "\\u0000", "\\u0001", "\\u0002", "\\u0003", "\\u0004", "\\u0005", "\\u0006", "\\u0007",
+        "\\u0008", "\\u0009", "\\u000a", "\\u000b", "\\u000c", "\\u000d", "\\u000e", "\\u000f",
+        "\\u0010", "\\u0011", "\\u0012", "\\u0013", "\\u0014", "\\u0015", "\\u0016", "\\u0017",
+        "\\u0018", "\\u0019", "\\u001a", "\\u001b", "\\u001c", "\\u001d", "\\u001e", "\\u001f"};
+    std::copy(std::begin(Controls), std::end(Controls), table.begin());
+    table['"'] = "\\\"";
+    table['\\'] = "\\\\";
+    return table;
+}
+();
 
 void ReadJsonEvents(QIODevice& device, Reading& reading, JsonEvents& events) {
     REPORTGENERATOR::TextInput text(device, reading.FileName());
@@ -132,45 +166,29 @@ void ReadJsonEvents(QIODevice& device, Reading& reading, JsonEvents& events) {
     REPORTGENERATOR::ByteInput input(text.Device(), reading.FileName());
     ByteStream stream(input);
     events.SetLine([&stream] { return stream.Line(); });
-    Handler handler(events);
+    Handler handler(events, stream);
     rapidjson::Reader parser;
     constexpr unsigned Flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag |
-                               rapidjson::kParseValidateEncodingFlag;
-    const rapidjson::ParseResult result = parser.Parse<Flags>(stream, handler);
-    if (handler.Thrown())
-        std::rethrow_exception(handler.Thrown());
-    if (handler.IsTooDeep())
-        reading.Fail(stream.Line(), QStringLiteral("is nested deeper than %1").arg(DeepestNesting));
-    if (result.IsError())
-        reading.Fail(stream.Line(),
-                     stream.IsAtEnd() ? QStringLiteral("the JSON text is cut")
-                                      : QStringLiteral("is no JSON: %1")
-                                            .arg(QLatin1String(rapidjson::GetParseError_En(result.Code()))));
+                               rapidjson::kParseStopWhenDoneFlag;
+    do {
+        const rapidjson::ParseResult result = parser.Parse<Flags>(stream, handler);
+        if (handler.Thrown())
+            std::rethrow_exception(handler.Thrown());
+        if (handler.IsTooDeep())
+            reading.Fail(stream.Line(), QStringLiteral("is nested deeper than %1").arg(DeepestNesting));
+        if (stream.IsPieceTooLarge())
+            reading.Fail(stream.Line(), QStringLiteral("one piece of text is larger than 16 MiB"));
+        if (result.IsError())
+            reading.Fail(stream.Line(), reasonOf(result.Code(), stream.IsAtEnd()));
+        rapidjson::SkipWhitespace(stream);
+        if (!stream.IsAtEnd() && !events.TakesMoreTexts())
+            reading.Fail(stream.Line(), QStringLiteral("something stands behind the JSON text"));
+    } while (!stream.IsAtEnd());
 }
 
-void AppendJsonText(std::string& out, const QString& text) {
+void AppendJsonText(std::string& out, QStringView text) {
     out += '"';
-    for (const char c : text.toUtf8()) {
-        switch (c) {
-        case '"':
-        case '\\':
-            out += '\\';
-            out += c;
-            break;
-        case '\n':
-            out += "\\n";
-            break;
-        case '\t':
-            out += "\\t";
-            break;
-        default:
-            if (c >= 0 && c < 0x20)
-                out +=
-                    QStringLiteral("\\u%1").arg(static_cast<int>(c), 4, 16, QLatin1Char('0')).toStdString();
-            else
-                out += c;
-        }
-    }
+    REPORTGENERATOR::AppendText(out, text, JsonEscapes);
     out += '"';
 }
 

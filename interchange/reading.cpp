@@ -74,10 +74,25 @@ bool Reading::Take(const Station& station) {
     m_comment.notes = TextOf(station.notes);
     m_entry.SetComment(JoinComment(m_comment));
     m_comment.extras.clear();
-    ++m_account.entries;
-    showProgress();
+    CountEntry();
     m_take(m_entry);
     return true;
+}
+
+void Reading::Take(FreqStoreXml::FrequencyStoreEntry& entry) {
+    if (!m_comment.extras.empty()) {
+        CommentParts parts = SplitComment(entry.GetComment());
+        parts.extras.insert(parts.extras.end(), m_comment.extras.begin(), m_comment.extras.end());
+        entry.SetComment(JoinComment(parts));
+        m_comment.extras.clear();
+    }
+    CountEntry();
+    m_take(entry);
+}
+
+void Reading::CountEntry() {
+    ++m_account.entries;
+    showProgress();
 }
 
 void Reading::setMode(const Station& station, double bandwidth) {

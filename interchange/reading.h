@@ -42,6 +42,10 @@ public:
     void Keep(std::string_view key, std::string_view value);
     /// The next station; false when it was refused, since its frequency is none.
     bool Take(const Station& station);
+    /// The next entry, as our own files have it.
+    void Take(FreqStoreXml::FrequencyStoreEntry& entry);
+    /// Counts an entry that its list takes from the reader itself.
+    void CountEntry();
     /// A record that is no station. Its extras are forgotten.
     void Refuse(qint64 line, const QString& reason);
     /// Throws RGException that names file and line.

@@ -1,5 +1,6 @@
 #include "host/base/problems.h"
 
+#include "host/base/tellings.h"
 #include "host/base/trace.h"
 
 namespace {
@@ -28,6 +29,8 @@ void Problems::Report(TracePlace place, const Problem& problem) {
 }
 
 void Problems::Tell(const Problem& problem) {
-    if (currentSink())
+    if (Tellings* const later = Tellings::OfThisThread())
+        later->Add([problem] { Tell(problem); });
+    else if (currentSink())
         currentSink()(problem);
 }

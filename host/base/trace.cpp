@@ -1,5 +1,7 @@
 #include "host/base/trace.h"
 
+#include "host/base/tellings.h"
+
 #include <cstdio>
 
 ErrorHandler& ErrorHandler::Instance() {
@@ -12,6 +14,8 @@ ErrorHandler::Sink ErrorHandler::SetSink(Sink sink) {
 }
 
 void ErrorHandler::Write(const QString& text, const QString& sourceFile, unsigned short line) const {
+    if (Tellings* const later = Tellings::OfThisThread())
+        return later->Add([=, this] { Write(text, sourceFile, line); });
     if (m_sink) {
         m_sink(text, sourceFile, line);
         return;

@@ -1,5 +1,7 @@
 #include "tests/cli/runcli.h"
 
+#include <QDomDocument>
+
 #include "interchange/format.h"
 
 namespace {
@@ -54,6 +56,11 @@ TEST_F(ForeignTest, ListsAreWrittenForOtherPrograms) {
             EXPECT_TRUE(written.Is(ExitUsage, Q("are only read"))) << format->id;
             continue;
         }
+        if (!format->read) {
+            EXPECT_TRUE(written.Is(ExitFile, Q("cannot hold: entries without a location (2)"))) << format->id;
+            EXPECT_TRUE(Cli("check", {out}).Is(ExitFile, Q("are only written"))) << format->id;
+            continue;
+        }
         EXPECT_TRUE(written.Is(ExitDone)) << format->id;
         EXPECT_TRUE(Cli("check", {out}).Is(ExitDone, QString::fromLatin1(format->name))) << format->id;
         EXPECT_EQ(ShownBy("show", {out})[1].toObject()[Q("frequency")].toDouble(), 145'600'000.0)
@@ -76,6 +83,38 @@ TEST_F(ForeignTest, ResultsAndDetectionsLeaveForOtherPrograms) {
                     {Path(Q("found.xml")), Path(Q("found.out")), "--to", "sdrangel"})
                     .Is(ExitDone));
     EXPECT_GT(ShownBy("show", {Path(Q("found.out"))}).size(), 0);
+}
+
+TEST_F(ForeignTest, DetectionsThatHaveALocationLeaveForMaps) {
+    const QString found =
+        Write(Q("found.jsonl"),
+              "{\"frequency\":121500000,\"starttime\":\"2026-05-01T18:30:00Z\",\"stoptime\":"
+              "\"2026-05-01T18:31:00Z\",\"decoder\":\"\",\"modulation\":\"A<3\",\"longitude\":13.4,"
+              "\"latitude\":52.5}\n{\"frequency\":7000000,\"starttime\":\"2026-05-01T18:30:00Z\"}\n"
+              "{\"frequency\":8000000,\"longitude\":181,\"latitude\":1}\n");
+    const QString geo = Path(Q("out.geojson"));
+    EXPECT_TRUE(Cli("convert --list detections-vuhf --to geojson", {found, geo})
+                    .Is(ExitFile, geo + Q(": GeoJSON cannot hold: entries without a location (2)")));
+    const QJsonArray features = QJsonDocument::fromJson(Read(geo)).object()[Q("features")].toArray();
+    ASSERT_EQ(features.size(), 1);
+    EXPECT_EQ(features[0][Q("geometry")],
+              (QJsonObject{{Q("type"), Q("Point")}, {Q("coordinates"), QJsonArray{13.4, 52.5}}}));
+    EXPECT_EQ(features[0][Q("properties")][Q("modulation")], Q("A<3"));
+    EXPECT_EQ(features[0][Q("properties")][Q("stoptime")], Q("2026-05-01T18:31:00Z"));
+    const QString kml = Path(Q("out.kml"));
+    EXPECT_TRUE(Cli("convert --list detections-vuhf --to kml", {found, kml}).Is(ExitFile));
+    QDomDocument document;
+    ASSERT_TRUE(document.setContent(Read(kml)));
+    const QDomElement placemark =
+        document.documentElement().firstChildElement().firstChildElement(Q("Placemark"));
+    QStringList elements; // in the order of the schema
+    for (QDomElement child = placemark.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement())
+        elements << child.tagName();
+    EXPECT_EQ(elements.join(u' '), Q("name TimeSpan ExtendedData Point"));
+    EXPECT_EQ(placemark.firstChildElement(Q("TimeSpan")).text(),
+              Q("2026-05-01T18:30:00Z2026-05-01T18:31:00Z"));
+    EXPECT_EQ(placemark.lastChildElement().text(), Q("13.4,52.5"));
 }
 
 TEST_F(ForeignTest, TablesAreReadWhenTheirUnitIsKnown) {
@@ -142,8 +181,7 @@ TEST(Formats, AreListedAsThePageOfThemSays) {
         EXPECT_NE(listed.out.find(format->name), std::string::npos);
         const QString row = QStringLiteral("| `%1` | %2 | %3 | %4 |")
                                 .arg(QLatin1String(format->id), QLatin1String(format->name),
-                                     QLatin1String(format->makeEncoder ? "read, write" : "read"),
-                                     QLatin1String(format->lost));
+                                     QLatin1String(format->Ways()), QLatin1String(format->lost));
         EXPECT_TRUE(text.contains(row)) << row.toStdString();
     }
 }

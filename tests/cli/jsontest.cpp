@@ -30,7 +30,12 @@ TEST_F(JsonTest, IsWrittenAsShownAndReadBackByItsMembers) {
         const QByteArray expected = Shown({"--list", Q(row.kind), sample});
         EXPECT_EQ(Read(json), expected);
         EXPECT_EQ(Shown({json}), expected);
+        const QString lines = Write("lines.txt", {}); // known by its content
+        EXPECT_TRUE(Cli("convert --to jsonl", {json, lines}).Is(ExitDone));
+        EXPECT_EQ(Read(lines), Shown(QStringList{"--format", "jsonl", json}));
+        EXPECT_EQ(Shown({lines}), expected);
         const auto count = QJsonDocument::fromJson(expected).array().size();
+        EXPECT_EQ(Read(lines).count('\n'), count);
         EXPECT_GT(count, 20);
         EXPECT_EQ(Cli("check", {json}).out,
                   (json + Q(": JSON, %1 entries, no problems\n").arg(count)).toStdString());
@@ -74,6 +79,28 @@ TEST_F(JsonTest, MembersHaveTypesAndAllOfThemComeBack) {
     EXPECT_EQ(entries[0][Q("shift")], 20000);
 }
 
+TEST_F(JsonTest, ListsOfAnotherKindTakeWhatTheyHaveAPlaceFor) {
+    const QString channels =
+        Write("channels.json", "[{\"frequency\":7e6,\"bandwidthsel\":\"2700\",\"afc\":true,"
+                               "\"antennaid\":0,\"threshold\":-7}]");
+    const CliResult shown = Cli("show --list target --format json", {channels});
+    EXPECT_TRUE(shown.Is(ExitDone, Q("\"bandwidth\":2700,")));
+    EXPECT_EQ(shown.err,
+              (channels + Q(": JSON: 1 entry; without a place or changed: afc (1), threshold (1)\n"))
+                  .toStdString());
+    const QString detections = Write("found.jsonl", "{\"frequency\":7e6,\"bandwidth\":300,\"level\":-7}\n");
+    const QJsonObject channel = ShownBy("show --list memory-vuhf", {detections})[0].toObject();
+    EXPECT_EQ(channel[Q("bandwidthsel")], 300);
+    EXPECT_EQ(channel[Q("threshold")], -7);
+}
+
+TEST_F(JsonTest, FrequenciesThatCanBeNoneAreTold) {
+    for (const QByteArray hertz : {"-1", "1e30"}) {
+        const QString path = Write("bad.json", "[\n{\"frequency\":" + hertz + "}]");
+        EXPECT_TRUE(Cli("check", {path}).Is(ExitFile, path + Q(":2: "))) << hertz.constData();
+    }
+}
+
 TEST_F(JsonTest, ChannelsAreMergedIntoAJob) {
     const QString channels = Path("channels.json");
     ASSERT_TRUE(Cli("convert", {Sample("job-vuhf.pij"), channels}).Is(ExitDone));
@@ -88,17 +115,24 @@ TEST_F(JsonTest, WhatIsWrongIsToldWithItsLineAndNothingIsWritten) {
         QByteArray bytes;
         const char* problem; ///< behind the file's name
     } rows[] = {
-        {"target", "", ":1: is no JSON array of entries"},
-        {"target", "\n{\"frequency\":1}", ":2: is no JSON array of entries"},
+        {"target", "", ":1: there is no JSON text"},
+        {"target", "5", ":1: is no JSON array of entries"},
         {"target", "[1]", ":1: an entry is no JSON object"},
-        {"target", "[\n{\"frequency\":1},\n]", ":3: an entry is no JSON object"},
-        {"target", "[\n{\"frequency\":1}\n{\"frequency\":2}]", ":3: a comma is missing between entries"},
-        {"target", "[{\"frequency\":1}\n", ":2: the file ends within the array"},
-        {"target", "[\n{\"frequency\":1", ":2: the file ends within an entry"},
-        {"target", "[{\"frequency\":\"}\\\"", ":1: the file ends within an entry"},
-        {"target", "[]\n[]", ":2: something stands behind the array"},
-        {"target", "[\n{\"frequency\":1},\n{\"frequency\":\n1,,}]", ":4: entry 2 is no JSON"},
-        {"target", "[{\"frequency\":1,\"comment\":\"\xff\"}]", ":1: entry 1 is no JSON"},
+        {"target", "[\n{\"frequency\":1},\n]", ":3: is no JSON: Invalid value"},
+        {"target", "[\n{\"frequency\":1}\n{\"frequency\":2}]", ":3: is no JSON: Missing a comma"},
+        {"target", "[{\"frequency\":1}\n", ":2: the JSON text is cut"},
+        {"target", "[\n{\"frequency\":1", ":2: the JSON text is cut"},
+        {"target", "[{\"frequency\":\"}\\\"", ":1: the JSON text is cut"},
+        {"target", "[]\n[]", ":2: something stands behind the JSON text"},
+        {"target", "{\"frequency\":1}\n[]", ":2: an entry is no JSON object"},
+        {"target", "{\"frequency\":1}\n{\"frequency\":2", ":2: the JSON text is cut"},
+        {"target", "[\n{\"frequency\":1},\n{\"frequency\":\n1,,}]", ":4: is no JSON: Missing a name"},
+        {"target", "[{\"frequency\":1,\"type\":\"a\",\"type\":\"b\"}]",
+         ":1: entry 1: \"type\" is there twice"},
+        {"target", QByteArray("[{\"frequency\":1,\n\"x\":") + QByteArray(10000, '['),
+         ":2: is nested deeper than 64"},
+        {"target", "[{\"frequency\":1,\"comment\":\"" + QByteArray(20 << 20, 'x'),
+         ":1: one piece of text is larger than 16 MiB"},
         {"target", "[{\"frequency\":1},\n{\"comment\":\"\"}]", ":2: entry 2: \"frequency\" is missing"},
         {"target", "[{\"frequency\":\"7055000\"}]", ":1: entry 1: \"frequency\" is no number"},
         {"target", "[{\"frequency\":1,\"comment\":5}]", ":1: entry 1: \"comment\" is no text"},
@@ -123,7 +157,7 @@ TEST_F(JsonTest, WhatIsWrongIsToldWithItsLineAndNothingIsWritten) {
         EXPECT_EQ(converted.err.find((path + Q(row.problem)).toStdString()), 0u) << converted.err;
         EXPECT_EQ(Read(out), "old");
         const CliResult checked = Cli("check --list", {Q(row.list), path});
-        EXPECT_NE(checked.out.find("JSON, no entries, 1 problem\n"), std::string::npos) << checked.out;
+        EXPECT_NE(checked.out.find(", no entries, 1 problem\n"), std::string::npos) << checked.out;
     }
     EXPECT_TRUE(Cli("show", {Path("missing.json")}).Is(ExitFile));
     EXPECT_EQ(Shown({Write("empty.json", "[ ]")}), "[\n]\n");

@@ -3,6 +3,7 @@
 #include <random>
 
 #include "interchange/comment.h"
+#include "interchange/recordmembers.h"
 
 namespace Interchange {
 
@@ -84,7 +85,7 @@ TEST(FilesOfOthers, KeepFrequenciesAndTexts) {
     std::mt19937 random(seed);
     const std::vector<FreqStoreXml::FrequencyStoreEntry> entries = randomEntries(random, 500);
     for (const Format* format : Formats()) {
-        if (!format->makeEncoder)
+        if (!format->makeEncoder || !format->read)
             continue;
         SCOPED_TRACE(format->id);
         const Account lost = LookAtLosses(*format, visiting(entries));
@@ -109,6 +110,45 @@ TEST(FilesOfOthers, KeepFrequenciesAndTexts) {
         EXPECT_EQ(
             readText(*format, QByteArray::fromStdString(ToBytes(*format, visiting(read.records)))).entries,
             read.entries);
+    }
+}
+
+/// Sets each member of the record, or leaves it empty.
+void fill(REPORTGENERATOR::IRGObject& record, std::mt19937& random) {
+    const QString texts[] = {QStringLiteral("a\"\\\n\u0001"), QStringLiteral("\u00E4\U0001F4E1"),
+                             QStringLiteral("7")};
+    const RecordMembers members(record);
+    for (const RecordMember& member : members.All()) {
+        if (random() % 4 == 0 && member.name != QLatin1String("frequency"))
+            continue;
+        if (auto* const* number = std::get_if<double*>(&member.at))
+            **number = static_cast<double>(random()) / 128;
+        else if (auto* const* whole = std::get_if<int*>(&member.at))
+            **whole = static_cast<int>(random() % 1000) - 500;
+        else if (auto* const* text = std::get_if<QString*>(&member.at))
+            **text = texts[random() % std::size(texts)];
+        else if (auto* const* time = std::get_if<REPORTGENERATOR::Timestamp*>(&member.at))
+            **time = REPORTGENERATOR::Timestamp(static_cast<qint64>(random()) * 1'000'003);
+    }
+}
+
+TEST(OwnJsonFiles, KeepAllThatARecordHas) {
+    const auto seed = std::random_device()();
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    std::mt19937 random(seed);
+    std::vector<FreqStoreXml::FrequencyStoreEntry> entries(200);
+    for (FreqStoreXml::FrequencyStoreEntry& entry : entries)
+        fill(entry, random);
+    for (const char* id : {"json", "jsonl"}) {
+        const Format& format = *FormatOfId(QString::fromLatin1(id));
+        const std::string bytes = ToBytes(format, visiting(entries));
+        EXPECT_EQ(FormatOfText(QString::fromStdString(bytes)), &format);
+        const ReadText read = readText(format, QByteArray::fromStdString(bytes));
+        EXPECT_EQ(read.failure.toStdString(), "");
+        ASSERT_EQ(read.records.size(), entries.size());
+        EXPECT_EQ(read.counts, QString());
+        for (size_t i = 0; i < entries.size(); ++i)
+            ASSERT_EQ(read.records[i].GetXmlString().toStdString(), entries[i].GetXmlString().toStdString());
     }
 }
 

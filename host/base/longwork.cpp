@@ -1,0 +1,252 @@
+#include "host/base/longwork.h"
+
+#include "host/base/tellings.h"
+
+#include <QCoreApplication>
+#include <QScopedValueRollback>
+#include <QStringList>
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <system_error>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+constexpr milliseconds TurnInterval(30);
+/// Steps go without a look at the clock for about as long.
+constexpr milliseconds LookInterval(2);
+
+/// The part of the work that another thread does.
+struct Part {
+    std::atomic<qint64> done = 0;
+    std::atomic<qint64> total = 0;
+    std::atomic<bool> isCancelled = false;
+    std::exception_ptr failure;
+    Tellings tellings;
+    std::mutex mutex;
+    std::condition_variable ended;
+    bool hasEnded = false; ///< by the mutex
+};
+
+struct Running {
+    QStringList titles; ///< the outermost first
+    Clock::time_point begin = Clock::now();
+    Clock::time_point partBegin = begin;
+    Clock::time_point lastTurn = begin;
+    Clock::time_point lastLook = begin;
+    int stepsToLook = 1;
+    int stepsBetween = 1;
+    int unbroken = 0;
+    bool isTurning = false;
+    bool isStanding = false;
+};
+
+LongWork::Display* currentDisplay = nullptr;
+LongWork::Keeper* currentKeeper = nullptr;
+std::atomic<bool> isCancelWanted = false;
+static_assert(std::atomic<bool>::is_always_lock_free);
+
+/// Of the thread that does work; null on all others.
+thread_local Running* runningHere = nullptr;
+thread_local Part* partHere = nullptr;
+
+std::vector<std::function<void()>>& waiting() {
+    static auto* const acts = new std::vector<std::function<void()>>;
+    return *acts;
+}
+
+void callWaiting() {
+    for (const auto& act : std::exchange(waiting(), {}))
+        LongWork::WhenDone(act);
+}
+
+qint64 millisecondsBetween(Clock::time_point from, Clock::time_point to) {
+    return std::chrono::duration_cast<milliseconds>(to - from).count();
+}
+
+void turn(Running& work, Clock::time_point now, qint64 done, qint64 total) {
+    work.lastTurn = now;
+    if (!currentDisplay || work.isStanding)
+        return;
+    const QScopedValueRollback isTurning(work.isTurning, true);
+    currentDisplay->Turn({.title = work.titles.first(),
+                          .part = work.titles.last(),
+                          .done = done,
+                          .total = total,
+                          .milliseconds = millisecondsBetween(work.begin, now),
+                          .inPart = millisecondsBetween(work.partBegin, now),
+                          .canCancel = work.unbroken == 0,
+                          .isCancelled = isCancelWanted});
+    work.lastTurn = Clock::now();
+}
+
+/// A look at the clock costs as much as some steps, so that it waits for a number of them.
+void look(Running& work, qint64 done, qint64 total) {
+    constexpr int MostSteps = 4096;
+    const Clock::time_point now = Clock::now();
+    const auto passed = now - std::exchange(work.lastLook, now);
+    if (passed < LookInterval / 2)
+        work.stepsBetween = std::min(work.stepsBetween * 2, MostSteps);
+    else if (passed > LookInterval)
+        work.stepsBetween = std::max(1, work.stepsBetween / 4);
+    work.stepsToLook = work.stepsBetween;
+    if (now - work.lastTurn >= TurnInterval)
+        turn(work, now, done, total);
+    if (isCancelWanted && work.unbroken == 0)
+        throw WorkCancelled();
+}
+
+void doPart(Part& part, const std::function<void()>& work) {
+    {
+        const Tellings::Scope tellings(part.tellings);
+        partHere = &part;
+        try {
+            work();
+        } catch (...) {
+            part.failure = std::current_exception();
+        }
+        partHere = nullptr;
+    }
+    const std::lock_guard lock(part.mutex);
+    part.hasEnded = true;
+    part.ended.notify_one();
+}
+
+/// Shows the part's steps until it ends; a cancel is the part's, too.
+void waitFor(Part& part) {
+    std::unique_lock lock(part.mutex);
+    while (!part.ended.wait_for(lock, LookInterval * 4, [&] { return part.hasEnded; })) {
+        lock.unlock();
+        try {
+            look(*runningHere, part.done, part.total);
+        } catch (const WorkCancelled&) {
+            part.isCancelled = true;
+        }
+        lock.lock();
+    }
+}
+
+} // namespace
+
+bool LongWork::Run(const QString& title, const std::function<void()>& work) {
+    if (runningHere) {
+        Running& outer = *runningHere;
+        outer.titles.append(title);
+        outer.partBegin = Clock::now();
+        struct End {
+            Running& work;
+            ~End() { work.titles.removeLast(); }
+        } const end{outer};
+        work();
+        return true;
+    }
+    Running mine;
+    mine.titles.append(title);
+    isCancelWanted = false;
+    struct Begin {
+        explicit Begin(Running& work) { runningHere = &work; }
+        ~Begin() {
+            runningHere = nullptr;
+            if (currentDisplay)
+                currentDisplay->Hide();
+            if (!waiting().empty() && qApp)
+                QMetaObject::invokeMethod(qApp, callWaiting, Qt::QueuedConnection);
+        }
+    } const begin(mine);
+    try {
+        if (currentKeeper)
+            currentKeeper->Begin();
+        work();
+        return true;
+    } catch (const WorkCancelled&) {
+        const Unbroken unbroken;
+        if (currentKeeper)
+            currentKeeper->Revert();
+        return false;
+    }
+}
+
+void LongWork::Step(qint64 done, qint64 total) {
+    if (Running* const work = runningHere) {
+        if (--work->stepsToLook <= 0 && !work->isTurning)
+            look(*work, done, total);
+    } else if (Part* const part = partHere) {
+        part->done = done;
+        part->total = total;
+        if (part->isCancelled)
+            throw WorkCancelled();
+    }
+}
+
+bool LongWork::IsRunning() {
+    return runningHere && !runningHere->isStanding;
+}
+
+void LongWork::Cancel() noexcept {
+    isCancelWanted = true;
+}
+
+void LongWork::WhenDone(std::function<void()> act) {
+    if (IsRunning())
+        waiting().push_back(std::move(act));
+    else
+        act();
+}
+
+void LongWork::Elsewhere(const std::function<void()>& part) {
+    if (!runningHere)
+        return part();
+    Part other;
+    std::thread thread;
+    try {
+        thread = std::thread(doPart, std::ref(other), std::cref(part));
+    } catch (const std::system_error&) {
+        return part(); // there are no more threads
+    }
+    waitFor(other);
+    thread.join();
+    other.tellings.TellAll();
+    if (other.failure)
+        std::rethrow_exception(other.failure);
+}
+
+LongWork::Unbroken::Unbroken() {
+    if (runningHere)
+        ++runningHere->unbroken;
+}
+
+LongWork::Unbroken::~Unbroken() {
+    if (runningHere)
+        --runningHere->unbroken;
+}
+
+LongWork::Standstill::Standstill() {
+    if (!runningHere)
+        return;
+    runningHere->isStanding = true;
+    if (currentDisplay)
+        currentDisplay->Hide();
+}
+
+LongWork::Standstill::~Standstill() {
+    if (!runningHere)
+        return;
+    runningHere->isStanding = false;
+    runningHere->begin = runningHere->partBegin = Clock::now();
+}
+
+LongWork::Display* LongWork::SetDisplay(Display* display) {
+    return std::exchange(currentDisplay, display);
+}
+
+void LongWork::SetKeeper(Keeper* keeper) {
+    currentKeeper = keeper;
+}
