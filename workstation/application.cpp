@@ -317,7 +317,7 @@ void Workstation::addActivities() {
 }
 
 void Workstation::addEnding() {
-    m_ending = std::make_unique<Ending>(*m_job, *m_work, remembers() ? makeNoiKeeper() : nullptr);
+    m_ending = std::make_unique<Ending>(*m_work, remembers() ? makeNoiKeeper() : nullptr);
     QObject::connect(m_ending.get(), &Ending::Begins, m_window.get(), &MainWindow::KeepArrangement);
     m_window->SetCloseCheck([this] { return m_ending->MayClose(); });
 }

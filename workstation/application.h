@@ -26,6 +26,7 @@ class SimulatedReceiver;
 class SimulatedSearch;
 class SweepImport;
 class UnsavedWork;
+struct ListFile;
 
 /// Life of the workstation: registers the lists, loads plug-ins and files, and ends all in order. File names
 /// of the options are made absolute, then the data directory becomes the current one, where the lists keep
@@ -75,6 +76,9 @@ private:
     void connectLists();
     void addWork(int listId, const QString& nodePath, std::function<bool()> isUnsaved,
                  std::function<QString()> save);
+    void setSaver(int listId);
+    void keepStepsOf(const ListFile& list);
+    QString saveKept(const ListFile& list);
     QString saveTargets();
     void fileChanged(FileGate::List list);
     void addActivities();
@@ -86,6 +90,7 @@ private:
     std::unique_ptr<NoiKeeper> makeNoiKeeper();
     bool isShared() const;
     void addSafekeeping();
+    void keepOtherLists();
     void addOpener();
     void addEnding();
     void offerSaveToJob();

@@ -1,5 +1,8 @@
 #include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "host/base/problems.h"
+#include "host/freqlist/buttonbar.h"
+#include "host/freqlist/freqstore.h"
+#include "host/gui/guibase.h"
 #include "host/startup/settingsfile.h"
 #include "workstation/application.h"
 #include "workstation/directorylock.h"
@@ -10,9 +13,12 @@
 #include "workstation/mainwindow.h"
 #include "workstation/preferences.h"
 #include "workstation/safekeeping.h"
+#include "workstation/simulatedsearch.h"
+#include "workstation/unsavedwork.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
 
@@ -70,20 +76,81 @@ std::unique_ptr<NoiKeeper> Workstation::makeNoiKeeper() {
 void Workstation::addSafekeeping() {
     if (!m_options.screenshotDirectory.isEmpty())
         return;
+    const auto open = [this](const QString& path) {
+        return path == m_job->GetFileName() ? m_job->Open(path) : m_opener->Open(path);
+    };
     m_safekeeping = std::make_unique<Safekeeping>(
-        *m_window, *m_changes, ListOwners{*m_window, *m_changes, *m_job, m_targetsId, m_noiId, m_memoryId},
-        [this](const QString& path) {
-            return path == m_job->GetFileName() ? m_job->Open(path) : m_opener->Open(path);
-        });
+        *m_window, ListOwners{*m_window, *m_changes, *m_job, *m_search, m_targetsId, m_noiId, m_memoryId,
+                              m_resultsId, m_detectionIds.front(), open});
     m_safekeeping->SetMayAsk(
         [this] { return m_isAttended && !m_ending->IsEnding() && !qGuiApp->isSavingSession(); });
     QObject::connect(m_opener.get(), &FileOpener::FileChanged, m_safekeeping.get(), &Safekeeping::Follow);
     QObject::connect(m_preferences.get(), &Preferences::Changed, m_safekeeping.get(),
                      &Safekeeping::Configure);
     m_ending->SetRecovery([this] {
-        if (m_safekeeping)
-            m_safekeeping->GetRecovery().WriteNow();
+        m_job->HasUnsavedChanges(); // takes the present channels in
+        return !m_safekeeping || m_safekeeping->GetRecovery().WriteNow();
     });
+    keepOtherLists();
+}
+
+/// Detections, and lists that the program does not know: what the operator does to them is kept and asked
+/// about like that of any list.
+void Workstation::keepOtherLists() {
+    if (const ListFile* list = m_safekeeping->Find(m_detectionIds.front()))
+        keepStepsOf(*list);
+    const auto keep = [this](int id) {
+        if (const ListFile* list = m_safekeeping->Add(id))
+            keepStepsOf(*list);
+    };
+    for (const int id : FreqStore::Instance().GetListIds())
+        keep(id);
+    QObject::connect(&FreqStore::Instance(), &FreqStore::ListAdded, m_safekeeping.get(), keep);
+}
+
+void Workstation::keepStepsOf(const ListFile& list) {
+    m_changes->FollowSteps(list.id, list.count);
+    m_work->Add({.listId = list.id,
+                 .isUnsaved = list.isUnsaved,
+                 .count = list.count,
+                 .file = list.file,
+                 .save = [this, &list] { return saveKept(list); }});
+    const FreqStoreListViewButtonBar* bar = m_window->BarOf(list.id);
+    if (!bar || !bar->Offers(FreqStoreListViewButtonBar::Save))
+        setSaver(list.id);
+}
+
+/// By the list's own action where it has one, else as frequency-store XML.
+QString Workstation::saveKept(const ListFile& list) {
+    if (FreqStoreListViewButtonBar* bar = m_window->BarOf(list.id);
+        bar && bar->Offers(FreqStoreListViewButtonBar::Save)) {
+        QString saved;
+        const auto connection =
+            QObject::connect(&FreqStore::Instance(), &FreqStore::ListSaved, m_window.get(), [&](int id) {
+                if (id == list.id)
+                    saved = list.name;
+            });
+        bar->GetAction(FreqStoreListViewButtonBar::Save)->trigger();
+        QObject::disconnect(connection);
+        return saved;
+    }
+    QString file = list.file();
+    if (file.isEmpty())
+        file = QFileDialog::getSaveFileName(m_window.get(), MainWindow::tr("Save %1 As").arg(list.name),
+                                            GuiBase::Instance().GetCurrentDirectory(),
+                                            MainWindow::tr("XML Lists") + QStringLiteral(" (*.xml)"), nullptr,
+                                            GuiBase::Instance().UseNativeDialogs());
+    if (file.isEmpty())
+        return file;
+    if (!file.contains(list.suffix))
+        file += list.suffix;
+    if (!list.writeCopy(file))
+        return QString();
+    m_window->SetFileOf(list.id, file);
+    m_changes->MarkSaved(list.id);
+    m_safekeeping->Follow();
+    resolveWriteFailure(file);
+    return file;
 }
 
 bool Workstation::OfferRecovery() {

@@ -37,7 +37,7 @@ bool holdsTargets(const QString& file) {
 } // namespace
 
 /// The lists that hold an operator's work: whether that is in their files, and how it gets there. What a
-/// search finds is none, nor what a classifier writes.
+/// search finds is none, nor what a classifier writes; detections that the operator adds to it are.
 void Workstation::connectLists() {
     m_work = std::make_unique<UnsavedWork>(m_window.get());
     for (const int id : {m_targetsId, m_noiId})
@@ -59,6 +59,7 @@ void Workstation::connectLists() {
         });
     addWork(m_resultsId, Paths::Results, isChanged(m_resultsId),
             [] { return SearchMCDataHandler::Instance()->SaveToFile(false); });
+    QObject::connect(&FreqStore::Instance(), &FreqStore::ListSaved, m_changes.get(), &ListChanges::MarkSaved);
     QObject::connect(m_window.get(), &MainWindow::EntryEdited, m_window.get(), [](int id) {
         if (auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(
                 FreqStore::Instance().GetFrequencies(static_cast<unsigned>(id))))
@@ -89,6 +90,11 @@ void Workstation::addWork(int listId, const QString& nodePath, std::function<boo
                      },
                  .file = [this, listId] { return m_window->FileOf(listId); },
                  .save = std::move(save)});
+    setSaver(listId);
+}
+
+/// Ctrl+S saves the list as the question at the end does.
+void Workstation::setSaver(int listId) {
     m_window->SetSaver(listId, [this, listId] {
         if (const QString path = m_work->Save(listId); !path.isEmpty())
             m_window->Tell(MainWindow::tr("Saved in %1").arg(QFileInfo(path).fileName()));
@@ -114,8 +120,7 @@ void Workstation::fileChanged(FileGate::List list) {
 void Workstation::offerSaveToJob() {
     const QString& file = m_job->GetFileName();
     const Job::FileState state = m_job->GetFileState();
-    m_window->SetUnsaved(m_memoryId, state == Job::FileState::Older ||
-                                         (state == Job::FileState::None && m_job->IsModified()));
+    m_window->SetUnsaved(m_memoryId, m_job->IsModified());
     if (!file.isEmpty() && file != m_window->FileOf(m_memoryId)) {
         noteFile(file);
         if (remembers())

@@ -1,8 +1,9 @@
 #include "workstation/diskwatch.h"
 
 #include "controls/frequencystore/files/filelook.h"
+#include "controls/frequencystore/merge/listmerge.h"
 #include "host/base/problems.h"
-#include "workstation/listchanges.h"
+#include "host/freqlist/freqstore.h"
 
 #include <QFileInfo>
 #include <QMessageBox>
@@ -19,8 +20,7 @@ QString shortName(const QString& path) {
 
 } // namespace
 
-DiskWatch::DiskWatch(QWidget* window, const ListFiles& lists, ListChanges& changes)
-    : m_window(window), m_lists(lists), m_changes(changes) {
+DiskWatch::DiskWatch(QWidget* window, const ListFiles& lists) : m_window(window), m_lists(lists) {
     m_settle.setSingleShot(true);
     m_settle.setInterval(SettleMilliseconds);
     connect(&m_settle, &QTimer::timeout, this, &DiskWatch::look);
@@ -68,7 +68,7 @@ void DiskWatch::lookAt(const ListFile& list) {
         return;
     seen->second = state;
     if (!state) {
-        m_changes.MarkChanged(list.id);
+        list.markChanged();
         emit Told(tr("%1 is gone from the disk; %2 is in no file now").arg(shortName(path), list.name));
         return;
     }
@@ -80,33 +80,57 @@ void DiskWatch::lookAt(const ListFile& list) {
 }
 
 void DiskWatch::ask(const ListFile& list, const QString& path) {
+    while (!askOnce(list, path)) { // a merge that came to nothing is no answer
+    }
+}
+
+bool DiskWatch::askOnce(const ListFile& list, const QString& path) {
     const qint64 rows = LookAtFile(path).rows;
     QMessageBox box(QMessageBox::Question, tr("File Changed"),
                     tr("Another program has changed %1.").arg(shortName(path)), QMessageBox::NoButton,
                     m_window);
     QString text = tr("The file holds %n entries now.", nullptr, static_cast<int>(rows));
     text += QLatin1Char(' ') + tr("The list holds %n entries.", nullptr, static_cast<int>(list.count()));
-    if (m_changes.IsChanged(list.id))
+    if (list.isUnsaved())
         text += QLatin1Char(' ') + tr("The list has changes that are in no file; Reload loses them.");
     box.setInformativeText(text);
-    QPushButton* reload = box.addButton(QMessageBox::Yes);
-    reload->setText(tr("&Reload"));
-    reload->setToolTip(tr("Read the file in place of the list"));
-    QPushButton* keep = box.addButton(QMessageBox::No);
-    keep->setText(tr("&Keep Mine"));
-    keep->setToolTip(tr("The list stays, and replaces the file when it is saved"));
-    box.setDefaultButton(m_changes.IsChanged(list.id) ? keep : reload);
+    const auto add = [&box](QMessageBox::StandardButton id, const QString& name, const QString& tip) {
+        QPushButton* button = box.addButton(id);
+        button->setText(name);
+        button->setToolTip(tip);
+        return button;
+    };
+    QPushButton* const reload =
+        add(QMessageBox::Yes, tr("&Reload"), tr("Read the file in place of the list"));
+    QPushButton* const keep =
+        add(QMessageBox::No, tr("&Keep Mine"), tr("The list stays, and replaces the file when it is saved"));
+    const QString whyNoMerge =
+        ListMerge::WhyOff(FreqStore::Instance().GetFrequencies(static_cast<unsigned>(list.id)));
+    if (m_merge && whyNoMerge.isEmpty())
+        add(QMessageBox::Apply, tr("&Merge..."),
+            tr("See what the file's entries would do to the list, and choose for each"));
+    box.setDefaultButton(list.isUnsaved() ? keep : reload);
     box.setEscapeButton(keep);
-    if (box.exec() == QMessageBox::Yes && m_reload)
-        m_reload(path);
-    else if (box.clickedButton() == keep)
+    switch (box.exec()) {
+    case QMessageBox::Yes:
+        list.open(path);
+        return true;
+    case QMessageBox::Apply:
+        if (!m_merge(list, path))
+            return false;
         keepMine(list, path);
+        return true;
+    default:
+        if (box.clickedButton() == keep)
+            keepMine(list, path);
+        return true;
+    }
 }
 
 /// What stands in the file is known to the operator: the next save replaces it without another question.
 void DiskWatch::keepMine(const ListFile& list, const QString& path) {
     FileStamps::NoteRead(path);
-    m_changes.MarkChanged(list.id);
+    list.markChanged();
 }
 
 DiskWatch::Answer DiskWatch::AskBeforeSave(const QString& path) {

@@ -12,7 +12,6 @@
 #include <map>
 #include <optional>
 
-class ListChanges;
 class QWidget;
 
 /// Watches the files of the lists: one that another program changes is asked about when that is noticed, and
@@ -23,13 +22,14 @@ class DiskWatch : public QObject {
 public:
     using Answer = REPORTGENERATOR::WriteGuard::Answer;
 
-    /// Boxes belong to `window`, which outlives this, as `changes` does.
-    DiskWatch(QWidget* window, const ListFiles& lists, ListChanges& changes);
+    /// Boxes belong to `window`, which outlives this.
+    DiskWatch(QWidget* window, const ListFiles& lists);
 
     /// Who tells whether somebody can be asked now.
     void SetMayAsk(std::function<bool()> mayAsk) { m_mayAsk = std::move(mayAsk); }
-    /// Who reads a list anew from its file.
-    void SetReload(std::function<void(const QString& path)> reload) { m_reload = std::move(reload); }
+    /// Who lets the operator bring the entries of a file into a list; false when nothing came of it.
+    using Merge = std::function<bool(const ListFile& list, const QString& path)>;
+    void SetMerge(Merge merge) { m_merge = std::move(merge); }
     /// The lists have other files now.
     void Follow();
     /// What is to become of a file that another program has changed and a list is about to replace.
@@ -43,13 +43,13 @@ private:
     void look();
     void lookAt(const ListFile& list);
     void ask(const ListFile& list, const QString& path);
+    bool askOnce(const ListFile& list, const QString& path);
     void keepMine(const ListFile& list, const QString& path);
 
     QWidget* m_window;
     const ListFiles& m_lists;
-    ListChanges& m_changes;
     std::function<bool()> m_mayAsk;
-    std::function<void(const QString& path)> m_reload;
+    Merge m_merge;
     QFileSystemWatcher m_watcher;
     QTimer m_settle; ///< programs write in several steps
     /// Each file as it was seen last; nothing for one that has gone.

@@ -1,12 +1,8 @@
 #include "workstation/ending.h"
 
-#include "host/base/problems.h"
-#include "workstation/freename.h"
-#include "workstation/job.h"
 #include "workstation/unsavedwork.h"
 
 #include <QApplication>
-#include <QDir>
 
 namespace {
 
@@ -14,8 +10,8 @@ constexpr int NotKept = 2;
 
 } // namespace
 
-Ending::Ending(Job& job, const UnsavedWork& work, std::unique_ptr<NoiKeeper> noi)
-    : m_job(job), m_work(work), m_noi(std::move(noi)) {
+Ending::Ending(const UnsavedWork& work, std::unique_ptr<NoiKeeper> noi)
+    : m_work(work), m_noi(std::move(noi)) {
     connect(&m_signals, &EndSignals::Came, this, &Ending::end);
     // The session may go on after this, or end the program without another word.
     connect(qApp, &QGuiApplication::commitDataRequest, this, &Ending::Keep);
@@ -29,25 +25,9 @@ bool Ending::MayClose() {
 }
 
 void Ending::Keep() {
-    const bool jobIsKept = keepJob();
     const bool noiIsKept = !m_noi || m_noi->Keep();
-    if (m_writeRecovery)
-        m_writeRecovery();
-    m_exitCode = jobIsKept && noiIsKept ? 0 : NotKept;
-}
-
-bool Ending::keepJob() {
-    if (!m_job.HasUnsavedChanges())
-        return true;
-    if (m_jobCopy.isEmpty())
-        m_jobCopy = FreeName(QDir::current().filePath(QStringLiteral("Unsaved.pij")));
-    if (!m_job.SaveCopy(m_jobCopy))
-        return false;
-    const QString job = m_job.GetFileName();
-    Problems::Report("ending", {m_jobCopy, 0,
-                                job.isEmpty() ? tr("keeps the memory channels, which were in no job")
-                                              : tr("keeps the unsaved changes of the job ") + job});
-    return true;
+    const bool restIsKept = !m_writeRecovery || m_writeRecovery();
+    m_exitCode = noiIsKept && restIsKept ? 0 : NotKept;
 }
 
 void Ending::end() {

@@ -59,6 +59,7 @@ void Job::noteSaved(const QString& fileName) {
     m_fileName = fileName;
     m_savedText = m_text->GetValue();
     m_saved = stampOfFile();
+    m_isMarked = false;
     watch();
     emit Changed();
 }
@@ -74,6 +75,7 @@ void Job::keepFileForUndo(const QString& channelsFile) {
             std::swap(m_savedText, text);
             std::swap(m_saved, saved);
             std::swap(m_foreign, foreign);
+            m_isMarked = false;
             const QString present = channels().GetJobfileName();
             channels().SetJobfileName(std::exchange(ofChannels, present));
             watch();
@@ -164,6 +166,7 @@ Job::FileState Job::GetFileState() {
         if (fileHoldsText()) {
             m_savedText = m_text->GetValue();
             m_saved = stamp;
+            m_isMarked = false;
         } else {
             m_foreign = stamp;
         }
@@ -176,7 +179,12 @@ Job::FileState Job::GetFileState() {
 bool Job::IsModified() const {
     if (m_text->GetValue().isEmpty())
         return m_section->GetValue().contains(QLatin1String("<MEMORYSCAN_CHANNEL"));
-    return m_text->GetValue() != m_savedText;
+    return m_isMarked || m_text->GetValue() != m_savedText;
+}
+
+void Job::MarkChanged() {
+    m_isMarked = true;
+    emit Changed();
 }
 
 QStringView Job::GetSection() const {

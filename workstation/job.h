@@ -44,6 +44,8 @@ public:
     /// The document as it would be written now: without a job, a new one around the present channels; empty
     /// when there are none.
     QString TextToSave() const;
+    /// Says that the file does not hold what the job holds, whatever was read or saved.
+    void MarkChanged();
     /// Drops what has changed since the job was read or written, so that nobody asks for it any more.
     void Revert();
 
@@ -82,7 +84,8 @@ private:
     Value<QString>* m_section;
     QString m_fileName;
     QString m_savedText;
-    Stamp m_saved;   ///< the file as it was read or written
-    Stamp m_foreign; ///< the file as somebody else left it
+    Stamp m_saved;           ///< the file as it was read or written
+    Stamp m_foreign;         ///< the file as somebody else left it
+    bool m_isMarked = false; ///< as changed, until it is read or saved
     QFileSystemWatcher m_watcher;
 };

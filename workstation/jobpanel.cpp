@@ -168,7 +168,7 @@ bool JobPanel::Open(const QString& path) {
 bool JobPanel::Save() {
     if (m_job.GetFileName().isEmpty())
         return SaveAs();
-    if (m_job.GetFileState() == Job::FileState::Changed) {
+    if (m_job.GetFileState() == Job::FileState::Changed && FileStamps::IsChanged(m_job.GetFileName())) {
         if (QMessageBox::question(this, tr("Save Job"),
                                   tr("Another program changed the file. Replace what it wrote?")) !=
             QMessageBox::Yes)

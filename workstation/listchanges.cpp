@@ -2,9 +2,10 @@
 
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/freqlist/undohistory.h"
 #include "host/valuetree/node.h"
 
-/// One list's node, as it tells of its children and of what changed in them.
+/// One list, as its node tells of its children and of what changed in them, or as steps of undo do.
 class ListChanges::Watch : public IObserver {
 public:
     Watch(ListChanges& owner, int listId, std::function<bool()> isMachineAtWork)
@@ -14,7 +15,13 @@ public:
             if (Node* node = m_node.get())
                 node->AddObserver(this);
         }
+        m_count = [this] { return m_node ? static_cast<qint64>(m_node->ChildCount()) : 0; };
     }
+    Watch(ListChanges& owner, int listId, std::function<qint64()> count)
+        : m_owner(owner),
+          m_listId(listId),
+          m_isMachineAtWork([] { return true; }),
+          m_count(std::move(count)) {}
     ~Watch() override {
         if (Node* node = m_node.get())
             node->DeleteObserver(this);
@@ -26,14 +33,18 @@ public:
     void MarkSaved() {
         if (FrequencyNodeMediatorCtrl* list = controller())
             list->ForceUpdateNow(); // what was read tells of itself now, and not later
-        m_wasEmpty = isEmpty();
+        m_wasEmpty = m_count() == 0;
         set(false);
     }
     void MarkChanged() { set(true); }
+    void NoteStep() {
+        if (isMachineAtWork())
+            noteChange();
+    }
     void Update(Observable*, TChangeCode code) override {
         const bool isNews = code != TChangeCode::Removing && code != TChangeCode::Announcement;
-        if (isNews && (!m_isMachineAtWork || !m_isMachineAtWork()))
-            set(!m_wasEmpty || !isEmpty());
+        if (isNews && !isMachineAtWork())
+            noteChange();
     }
 
 private:
@@ -41,7 +52,8 @@ private:
         return dynamic_cast<FrequencyNodeMediatorCtrl*>(
             FreqStore::Instance().GetFrequencies(static_cast<unsigned>(m_listId)));
     }
-    bool isEmpty() const { return !m_node || m_node->ChildCount() == 0; }
+    bool isMachineAtWork() const { return m_isMachineAtWork && m_isMachineAtWork(); }
+    void noteChange() { set(!m_wasEmpty || m_count() > 0); }
     void set(bool changed) {
         if (std::exchange(m_isChanged, changed) != changed)
             emit m_owner.Changed(m_listId);
@@ -51,11 +63,15 @@ private:
     int m_listId;
     WeakRef<Node> m_node;
     std::function<bool()> m_isMachineAtWork;
+    std::function<qint64()> m_count;
     bool m_wasEmpty = true; ///< when it was read or written
     bool m_isChanged = false;
 };
 
-ListChanges::ListChanges() = default;
+ListChanges::ListChanges() {
+    connect(&UndoHistory::Instance(), &UndoHistory::Changed, this, &ListChanges::noteStep);
+}
+
 ListChanges::~ListChanges() = default;
 
 void ListChanges::Follow(int listId, std::function<bool()> isMachineAtWork) {
@@ -63,10 +79,20 @@ void ListChanges::Follow(int listId, std::function<bool()> isMachineAtWork) {
     MarkSaved(listId);
 }
 
+void ListChanges::FollowSteps(int listId, std::function<qint64()> count) {
+    m_watches.push_back(std::make_unique<Watch>(*this, listId, std::move(count)));
+    MarkSaved(listId);
+}
+
 ListChanges::Watch* ListChanges::find(int listId) const {
     const auto found = std::find_if(m_watches.begin(), m_watches.end(),
                                     [listId](const auto& watch) { return watch->GetListId() == listId; });
     return found == m_watches.end() ? nullptr : found->get();
+}
+
+void ListChanges::noteStep(int listId) {
+    if (Watch* watch = find(listId))
+        watch->NoteStep();
 }
 
 void ListChanges::MarkSaved(int listId) {

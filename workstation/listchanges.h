@@ -9,7 +9,8 @@
 #include <vector>
 
 /// Whether lists have changed since they were read from their files or written there: by entries that came,
-/// went or got other values. One that was empty and is so again has not changed.
+/// went or got other values. One that was empty and is so again has not changed. What the operator does while
+/// a machine writes to the list is a change.
 class ListChanges : public QObject {
     Q_OBJECT
 
@@ -20,6 +21,9 @@ public:
     /// Follows the list with that identifier in the store, which has not changed then. What comes while
     /// `isMachineAtWork` are no changes.
     void Follow(int listId, std::function<bool()> isMachineAtWork = {});
+    /// Follows a list that nothing but steps of the operator's change, as undo notes them: machines may write
+    /// to it at any time. `count` tells how many entries it has.
+    void FollowSteps(int listId, std::function<qint64()> count);
     /// What the list has now is what its file has.
     void MarkSaved(int listId);
     /// What the list has now is in no file, whatever was read or written.
@@ -33,6 +37,7 @@ private:
     class Watch;
 
     Watch* find(int listId) const;
+    void noteStep(int listId);
 
     std::vector<std::unique_ptr<Watch>> m_watches;
 };

@@ -4,6 +4,7 @@
 #include "host/base/quoros.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/freqlist/undohistory.h"
 #include "host/report/filestamps.h"
 #include "host/report/leftovers.h"
 #include "host/report/privatefile.h"
@@ -28,9 +29,8 @@ constexpr qint64 MostWaiting = 32 << 20;
 constexpr int WaitMilliseconds = 50;
 
 FrequencyNodeMediatorCtrl* controllerOf(const ListFile& list) {
-    return list.text ? nullptr
-                     : dynamic_cast<FrequencyNodeMediatorCtrl*>(
-                           FreqStore::Instance().GetFrequencies(static_cast<unsigned>(list.id)));
+    return dynamic_cast<FrequencyNodeMediatorCtrl*>(
+        FreqStore::Instance().GetFrequencies(static_cast<unsigned>(list.id)));
 }
 
 QString pathIn(const QString& folder) {
@@ -81,11 +81,22 @@ Recovery::Recovery(const QString& dataFolder, const ListFiles& lists)
     connect(&m_due, &QTimer::timeout, this, &Recovery::beginRound);
     m_turns.setInterval(0); // waits when the disk is slower
     connect(&m_turns, &QTimer::timeout, this, [this] { goOn(TurnMilliseconds); });
-    for (const ListFile& list : m_lists) {
-        const FrequencyNodeMediatorCtrl* controller = controllerOf(list);
-        if (controller && controller->GetNode())
-            m_watches.push_back(std::make_unique<Watch>(*this, list.id, *controller->GetNode()));
-    }
+    connect(&UndoHistory::Instance(), &UndoHistory::Changed, this, &Recovery::noteStep);
+    for (const ListFile& list : m_lists)
+        Follow(list);
+}
+
+void Recovery::Follow(const ListFile& list) {
+    const FrequencyNodeMediatorCtrl* controller = controllerOf(list);
+    if (controller && controller->GetNode() && !list.text)
+        m_watches.push_back(std::make_unique<Watch>(*this, list.id, *controller->GetNode()));
+}
+
+/// A list of records has no entries that tell, and what a search adds to them is none of the operator's.
+void Recovery::noteStep(int listId) {
+    const ListFile* list = FindListFile(m_lists, listId);
+    if (list && !controllerOf(*list))
+        NoteChange(listId);
 }
 
 Recovery::~Recovery() {
@@ -186,8 +197,8 @@ bool Recovery::nextList() {
     while (m_next < m_toWalk.size()) {
         const ListFile& list = *m_toWalk[m_next++];
         m_changed.erase(list.id);
-        FrequencyNodeMediatorCtrl* controller = controllerOf(list);
-        if (!list.text && (!controller || controller->IsSuspended())) {
+        std::unique_ptr<EntrySource> entries = list.entries ? list.entries() : nullptr;
+        if (!list.text && !entries) {
             m_changed.insert(list.id);
             m_writing.erase(list.id);
             continue;
@@ -196,8 +207,8 @@ bool Recovery::nextList() {
         post(&RecoveryWriter::BeginSection,
              RecoveryHead{list.key, list.suffix, QuorOS::Create().CurrentTime(), list.file(),
                           file ? file->modified : 0});
-        if (controller) {
-            m_walk = std::make_unique<ListWalk>(*controller);
+        if (entries) {
+            m_walk = std::make_unique<ListWalk>(std::move(entries));
             return true;
         }
         append(list.text().toUtf8());
@@ -243,8 +254,7 @@ void Recovery::ended(const QString& failure) {
             QFile::remove(file);
         emit Written();
     } else {
-        for (const ListFile* list : m_toWalk)
-            m_changed.insert(list->id);
+        m_changed.insert(m_writing.begin(), m_writing.end()); // the file before may be the one that failed
         if (std::exchange(m_told, failure) != failure)
             Problems::Report("recovery", Problem::FromText(failure));
         emit Failed(failure);
@@ -255,7 +265,7 @@ void Recovery::ended(const QString& failure) {
         schedule(m_interval);
 }
 
-void Recovery::WriteNow() {
+bool Recovery::WriteNow() {
     for (int round = 0; round < 2; ++round) { // one that runs may have passed by what is new
         m_due.stop();
         beginRound();
@@ -268,6 +278,7 @@ void Recovery::WriteNow() {
             break;
     }
     m_staysAtEnd = true;
+    return m_told.isEmpty() && m_changed.empty();
 }
 
 void Recovery::Replace(const QStringList& files) {

@@ -29,9 +29,11 @@ public:
 
     /// How long a change may wait to be written.
     void SetInterval(int milliseconds);
+    /// For a list that came later; it stays among those that this was made with.
+    void Follow(const ListFile& list);
     /// Writes at once what is in no file, and waits until it is on the disk. Unless the program goes on, the
-    /// file stays for the next start.
-    void WriteNow();
+    /// file stays for the next start. False, told, when it could not be written.
+    bool WriteNow();
     /// Writes soon; these files of processes that have ended are removed when that is done, since what they
     /// held is in the lists.
     void Replace(const QStringList& files);
@@ -50,6 +52,7 @@ private:
     class Watch;
 
     void noteEntry(int listId);
+    void noteStep(int listId);
     void schedule(int milliseconds);
     bool lockFile();
     void beginRound();

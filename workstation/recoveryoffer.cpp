@@ -56,10 +56,16 @@ RecoveryOffer::RecoveryOffer(const QString& dataFolder, const ListFiles& lists, 
         m_files.push_back(std::make_unique<File>(File{RecoveryReader(path), std::move(lock), 0}));
         File& file = *m_files.back();
         for (const RecoverySection& section : file.reader.GetSections()) {
-            const auto list = std::ranges::find(lists, section.head.key, &ListFile::key);
-            if (list == lists.end() || (!section.isWhole && section.entries == 0))
+            if (!section.isWhole && section.entries == 0)
                 continue;
             ++file.left;
+            const auto list = std::ranges::find(lists, section.head.key, &ListFile::key);
+            if (list == lists.end()) { // a plug-in's that is not there this time
+                Problems::Report(
+                    TraceSource,
+                    {path, 0, tr("holds unsaved work of %1, which is not there").arg(section.head.key)});
+                continue;
+            }
             m_rows.push_back({&file, &section, &*list});
         }
         if (file.left == 0)
@@ -89,13 +95,13 @@ QString RecoveryOffer::GetText() const {
     return parts.join(QStringLiteral("; "));
 }
 
-void RecoveryOffer::Ask(QWidget* window, const std::function<bool(const QString& path)>& open) {
+void RecoveryOffer::Ask(QWidget* window) {
     RecoveryDialog dialog(
         describe(), [&](size_t row) { saveAs(window, m_rows[row]); }, window);
     const int answer = dialog.exec();
     const std::vector<size_t> rows = dialog.GetChecked();
     if (answer == RecoveryDialog::Restore)
-        return restore(rows, open);
+        return restore(rows);
     if (answer != RecoveryDialog::Discard)
         return;
     for (const size_t row : rows)
@@ -104,21 +110,20 @@ void RecoveryOffer::Ask(QWidget* window, const std::function<bool(const QString&
 }
 
 /// A file goes when what it held is in the recovery file of this process.
-void RecoveryOffer::restore(const std::vector<size_t>& rows,
-                            const std::function<bool(const QString& path)>& open) {
+void RecoveryOffer::restore(const std::vector<size_t>& rows) {
     QStringList done;
     for (const size_t row : rows)
-        if (restore(m_rows[row], open) && --m_rows[row].file->left == 0)
+        if (restore(m_rows[row]) && --m_rows[row].file->left == 0)
             done << m_rows[row].file->reader.GetPath();
     m_recovery.Replace(done);
 }
 
-bool RecoveryOffer::restore(const Row& row, const std::function<bool(const QString& path)>& open) {
+bool RecoveryOffer::restore(const Row& row) {
     return attempt([&] {
         const OperatorAction action(tr("Restore"));
         const QString& file = row.section->head.file;
         if (!file.isEmpty() && file != row.list->file() && QFileInfo(file).isFile())
-            open(file);
+            row.list->open(file);
         const QTemporaryDir folder;
         const QString copy = folder.filePath(QStringLiteral("recovered") + row.section->head.suffix);
         row.file->reader.Extract(*row.section, copy);

@@ -25,9 +25,9 @@ public:
     bool IsEmpty() const { return m_rows.empty(); }
     /// What there is, in words, for when nobody can be asked.
     QString GetText() const;
-    /// Asks what becomes of it and does that. `open` reads the file that a list had, before the list takes
-    /// what was not saved in it.
-    void Ask(QWidget* window, const std::function<bool(const QString& path)>& open);
+    /// Asks what becomes of it and does that. A list takes the file that it had, before it takes what was not
+    /// saved in it.
+    void Ask(QWidget* window);
 
 private:
     struct File {
@@ -41,8 +41,8 @@ private:
         const ListFile* list;
     };
 
-    void restore(const std::vector<size_t>& rows, const std::function<bool(const QString& path)>& open);
-    bool restore(const Row& row, const std::function<bool(const QString& path)>& open);
+    void restore(const std::vector<size_t>& rows);
+    bool restore(const Row& row);
     void saveAs(QWidget* window, const Row& row);
     std::vector<RecoveryRow> describe() const;
 

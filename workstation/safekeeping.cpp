@@ -8,6 +8,7 @@
 #include "workstation/actiontips.h"
 #include "workstation/job.h"
 #include "workstation/listchanges.h"
+#include "workstation/listimport.h"
 #include "workstation/mainwindow.h"
 #include "workstation/preferences.h"
 #include "workstation/recoveryoffer.h"
@@ -24,27 +25,38 @@ constexpr int MillisecondsPerSecond = 1000;
 
 } // namespace
 
-Safekeeping::Safekeeping(MainWindow& window, ListChanges& changes, const ListOwners& owners, Open open)
+Safekeeping::Safekeeping(MainWindow& window, const ListOwners& owners)
     : m_window(window),
       m_dataFolder(QDir::currentPath()),
-      m_open(std::move(open)),
+      m_owners(owners),
       m_lists(ListFilesOf(owners)),
       m_versions(m_dataFolder),
-      m_watch(&window, m_lists, changes),
+      m_watch(&window, m_lists),
       m_recovery(m_dataFolder, m_lists),
       m_action(new QAction(tr("&Versions..."), window.GetFileMenu())) {
     addAction();
     Configure();
     m_versions.SetQuestion([this](const QString& path) { return m_watch.AskBeforeSave(path); });
-    m_watch.SetReload([this](const QString& path) { m_open(path); });
+    m_watch.SetMerge([&window](const ListFile& list, const QString& path) {
+        return ListImport::Import(window, static_cast<unsigned>(list.id), path);
+    });
     connect(&m_watch, &DiskWatch::Told, &window, &MainWindow::Tell);
-    connect(&changes, &ListChanges::Changed, this, [this](int id) { m_recovery.NoteChange(id); });
+    connect(&owners.changes, &ListChanges::Changed, this, [this](int id) { m_recovery.NoteChange(id); });
     connect(&owners.job, &Job::Changed, this, [this, memoryId = owners.memoryId] {
         Follow();
         m_recovery.NoteChange(memoryId);
     });
     connect(window.GetTabs(), &QTabWidget::currentChanged, this, &Safekeeping::Follow);
     Follow();
+}
+
+const ListFile* Safekeeping::Add(int listId) {
+    std::optional<ListFile> list = Find(listId) ? std::nullopt : OtherListFile(m_owners, listId);
+    if (!list)
+        return nullptr;
+    m_lists.push_back(std::move(*list));
+    m_recovery.Follow(m_lists.back());
+    return &m_lists.back();
 }
 
 void Safekeeping::addAction() {
@@ -113,7 +125,7 @@ bool Safekeeping::OfferRecovery() {
     if (offer.IsEmpty())
         return false;
     if (m_mayAsk && m_mayAsk()) {
-        offer.Ask(&m_window, m_open);
+        offer.Ask(&m_window);
         return true;
     }
     Problems::Report("safekeeping", {QDir(m_dataFolder).filePath(QLatin1String(RecoveryForm::FolderName)), 0,

@@ -16,10 +16,13 @@ class Safekeeping : public QObject {
     Q_OBJECT
 
 public:
-    /// Reads a file into the list that it belongs to.
-    using Open = std::function<bool(const QString& path)>;
+    Safekeeping(MainWindow& window, const ListOwners& owners);
 
-    Safekeeping(MainWindow& window, ListChanges& changes, const ListOwners& owners, Open open);
+    /// Keeps a list of entries that the program does not know. Null for one that is kept already, and for
+    /// what is no such list.
+    const ListFile* Add(int listId);
+    /// Null for a list that is not kept.
+    const ListFile* Find(int listId) const { return FindListFile(m_lists, listId); }
 
     /// Who tells whether somebody can be asked now.
     void SetMayAsk(const std::function<bool()>& mayAsk);
@@ -40,9 +43,9 @@ private:
 
     MainWindow& m_window;
     const QString m_dataFolder;
-    Open m_open;
     std::function<bool()> m_mayAsk;
-    const ListFiles m_lists;
+    const ListOwners m_owners;
+    ListFiles m_lists;
     Versions m_versions;
     DiskWatch m_watch;
     Recovery m_recovery;

@@ -10,7 +10,8 @@
 namespace {
 
 UnsavedDialog::Row rowOf(const WorkList& list) {
-    return {FreqStore::Instance().GetDefinition(list.listId)->GetName(), list.count(), list.file()};
+    const IFrequencyListDefinition* const definition = FreqStore::Instance().GetDefinition(list.listId);
+    return {definition ? definition->GetName() : QString(), list.count(), list.file()};
 }
 
 } // namespace

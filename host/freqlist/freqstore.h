@@ -69,10 +69,14 @@ public:
     using Tuner = std::function<void(IFrequencyStoreItem& item, QWidget* view, bool allSettings)>;
     void SetTuner(Tuner tuner) { m_tuner = std::move(tuner); }
     void Tune(IFrequencyStoreItem& item, QWidget* view, bool allSettings) const;
+    /// Says that a file holds all that a list has: what the operator did to it is not asked about any more.
+    /// A list that the program saves need not say it.
+    void NoteSaved(int listId) { emit ListSaved(listId); }
 
 signals:
     void ListAdded(int listId);
     void ListRemoved(int listId);
+    void ListSaved(int listId);
     /// What a list's action did, as a sentence for the operator.
     void Told(const QString& text);
 

@@ -156,11 +156,21 @@ public:
                 m_texts.push_back(std::move(later));
         }
     }
+    void TellChanged() const {
+        for (const ListStep& list : m_lists)
+            emit m_history.Changed(list.GetListId());
+        for (const auto& part : m_parts) {
+            if (part->GetListId() != 0)
+                emit m_history.Changed(part->GetListId());
+        }
+    }
     void Spill() {
         for (ListStep& list : m_lists)
             list.Spill();
         for (TextStep& text : m_texts)
             text.Spill();
+        for (const auto& part : m_parts)
+            part->Spill();
     }
     size_t InMemory() const {
         size_t bytes = 0;
@@ -227,6 +237,7 @@ private:
             emit m_history.Shown(list.GetListId());
             list.Show(direction);
         }
+        TellChanged();
         m_history.keepWithinMemory();
     }
 
@@ -316,8 +327,11 @@ void UndoHistory::push(Recording& recording) {
     }
     const IFrequencyListDefinition* list = FreqStore::Instance().GetDefinition(listId);
     const QString what = tr("%1 %n entries", "", static_cast<int>(count)).arg(recording.Name());
-    m_stack->push(new Step(*this, list ? what + QStringLiteral(" - ") + list->GetName() : what, recording));
+    auto* const step =
+        new Step(*this, list ? what + QStringLiteral(" - ") + list->GetName() : what, recording);
+    m_stack->push(step);
     keepWithinMemory();
+    step->TellChanged();
 }
 
 size_t UndoHistory::InMemory() const {

@@ -40,6 +40,8 @@ public:
     size_t InMemory() const;
 
 signals:
+    /// A step has changed that list, or has been undone or done again.
+    void Changed(int listId);
     /// A step of that list has been undone or done again.
     void Shown(int listId);
 

@@ -15,9 +15,11 @@ public:
     virtual size_t EntryCount() const { return 0; }
     /// Whether what the part is about is as it left it.
     virtual bool CanSwap() const { return true; }
+    /// Throws RGException, with nothing changed, when what is kept cannot be read.
     virtual void Swap() = 0;
-    /// Bytes that the part keeps.
+    /// Bytes that the part keeps in memory, and `Spill` moves as many as it can into a temporary file.
     virtual size_t InMemory() const { return 0; }
+    virtual void Spill() {}
 };
 
 /// A state that goes along with a list, such as the name of the file that it shows. The function swaps the

@@ -6,6 +6,7 @@
 #include "tests/support/dialogs.h"
 #include "tests/workstation/windowfixture.h"
 #include "workstation/fileopener.h"
+#include "workstation/mergedialog.h"
 #include "workstation/versionsdialog.h"
 
 #include <QPushButton>
@@ -75,6 +76,44 @@ TEST_F(FilesOnDisk, AreReplacedWithoutAnotherQuestionWhenTheListIsKept) {
     const auto versions = FileVersions(Path("data/versions")).Of(Path("list.sfl"));
     ASSERT_EQ(versions.size(), 2u);
     EXPECT_EQ(Read(versions[1].path), lines(5)) << "what the other program wrote is kept";
+}
+
+TEST_F(FilesOnDisk, AreMergedIntoTheListAndAskedAboutAgainWhenThatCameToNothing) {
+    openList();
+    int previews = 0;
+    QString asked;
+    const std::function<void()> answerPreview = [&] {
+        WhenOpen<MergeDialog>([&](MergeDialog& dialog) {
+            if (++previews == 2)
+                return dialog.accept();
+            AnswerQuestion(Box::Apply, asked, answerPreview);
+            dialog.reject();
+        });
+    };
+    AnswerQuestion(Box::Apply, asked, answerPreview);
+    Write("list.sfl", lines(5));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return previews == 2; }, 60000));
+    QApplication::processEvents();
+    EXPECT_EQ(entriesOf(Targets), 5);
+    EXPECT_TRUE(tabText().contains('*')) << "what was merged is in no file";
+    EXPECT_EQ(save(), "saved") << "the operator has seen the file";
+}
+
+TEST_F(FilesOnDisk, OfAJobAreReplacedWithoutAnotherQuestionWhenTheJobIsKept) {
+    const QString job = Write("my.pij", Read(sample("job-hf.pij")));
+    open({"--job", job});
+    station->SetAttended(true);
+    station->LoadFiles();
+    QString asked;
+    AnswerQuestion(Box::No, asked);
+    Write("my.pij", Read(sample("job-hf.pij")).replace("Revision=\"7\"", "Revision=\"8\""));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !asked.isEmpty(); }, 60000));
+    QApplication::processEvents();
+    show("Memory Channels");
+    EXPECT_TRUE(tabText().contains('*')) << "the channels are in no file now";
+    window().GetFileMenu()->findChild<QAction*>("save-job")->trigger();
+    EXPECT_FALSE(tabText().contains('*'));
+    EXPECT_TRUE(Read("my.pij").contains("Revision=\"7\""));
 }
 
 TEST_F(FilesOnDisk, AreAskedAboutBeforeASaveThatComesFirst) {

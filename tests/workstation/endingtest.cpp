@@ -9,8 +9,8 @@
 #include "controls/frequencystore/targets/wkflistentry.h"
 #include "host/report/outputfile.h"
 #include "host/startup/cfgcenter.h"
-#include "tests/support/dialogs.h"
 #include "tests/workstation/stationfixture.h"
+#include "tests/workstation/unsavedquestion.h"
 #include "workstation/failurenote.h"
 #include "workstation/simulatedclassifier.h"
 #include "workstation/simulatedsearch.h"
@@ -146,7 +146,7 @@ TEST_F(Endings, WithNobodyToAskWhatIsLostIsToldAndCounts) {
     EXPECT_EQ(LookAtFile(Path("data/NoiFrequencies-2.xml")).rows, 1) << messages().toStdString();
 }
 
-TEST_F(Endings, UnsavedChangesOfAJobGoIntoAFileBesideTheLists) {
+TEST_F(Endings, UnsavedChangesOfAJobAreKeptForTheNextStart) {
     const QString job = Write("my.pij", Read(sample("job-hf.pij")));
     start({"--job", job});
     ASSERT_TRUE(station->LoadFiles());
@@ -155,41 +155,24 @@ TEST_F(Endings, UnsavedChangesOfAJobGoIntoAFileBesideTheLists) {
     station->GetEnding().Keep();
     station->GetEnding().Keep(); // a session that did not end after all
     EXPECT_EQ(station->GetEnding().ExitCode(), 0);
-    EXPECT_TRUE(Read("data/Unsaved.pij").contains("new one"));
-    EXPECT_FALSE(QFile::exists(Path("data/Unsaved-2.pij")));
     EXPECT_EQ(Read(job), before);
+    const QDir folder(Path("data/recovery"));
+    const QStringList kept = folder.entryList({"*.recovery"}, QDir::Files);
+    ASSERT_EQ(kept.size(), 1);
+    EXPECT_TRUE(Read("data/recovery/" + kept.first()).contains("new one"));
+    QFile::remove(folder.filePath(kept.first()));
+    ASSERT_TRUE(QDir().mkpath(folder.filePath(kept.first()))) << "in place of the file";
+    Write("data/recovery/" + kept.first() + "/a", "");
+    station->GetEnding().Keep();
+    EXPECT_EQ(station->GetEnding().ExitCode(), 2) << "nothing keeps the job";
 }
-
-/// What the question about unsaved lists says; "list|entries|file" for each, and what is kept.
-struct Asked {
-    QStringList rows;
-    QString kept;
-    QString save; ///< text of its button
-};
 
 class UnsavedLists : public Endings {
 protected:
     /// Closes the window; leaves those lists checked, and answers by a button.
     Asked close(QDialogButtonBox::StandardButton answer, const QStringList& unchecked = {},
                 const std::function<void()>& then = {}) {
-        Asked asked;
-        WhenOpen<UnsavedDialog>([&](UnsavedDialog& dialog) {
-            auto* rows = dialog.findChild<QTreeWidget*>();
-            for (int i = 0; i < rows->topLevelItemCount(); ++i) {
-                QTreeWidgetItem& row = *rows->topLevelItem(i);
-                asked.rows << row.text(0) + '|' + row.text(2) + '|' + row.text(1);
-                row.setCheckState(0, unchecked.contains(row.text(0)) ? Qt::Unchecked : Qt::Checked);
-            }
-            if (auto* kept = dialog.findChild<QLabel*>("Kept"))
-                asked.kept = kept->text();
-            auto* buttons = dialog.findChild<QDialogButtonBox*>();
-            asked.save = buttons->button(QDialogButtonBox::Save)->text();
-            buttons->button(answer)->click();
-            if (then)
-                then();
-        });
-        station->GetWindow().close();
-        return asked;
+        return CloseAndAnswer(station->GetWindow(), answer, unchecked, then);
     }
     static void addTarget(double hertz) {
         Node* list = TargetListHandler::Instance()->GetItemsRoot();
@@ -296,7 +279,7 @@ TEST_F(UnsavedLists, AreWrittenForRecoveryWhenNobodyCanBeAsked) {
     addTarget(7e6);
     noi().InsertNewValue(9e6, 3000, "mine");
     int written = 0;
-    station->GetEnding().SetRecovery([&] { ++written; });
+    station->GetEnding().SetRecovery([&] { return ++written > 0; });
     const std::function<void()> endIt = [&] {
         if (!QApplication::activeModalWidget())
             return QTimer::singleShot(0, qApp, endIt);

@@ -305,7 +305,7 @@ TEST_F(Recoveries, AreWholeThoughTheListChangesWhileItIsWalked) {
     Write("many.xml", listOf(Count));
     ASSERT_TRUE(targets.ReadFile(Path("many.xml")));
     Node* list = targets.GetItemsRoot();
-    ListWalk walk(*targets.GetParser()->GetMediatorCtrl());
+    ListWalk walk(EntriesOf(*targets.GetParser()->GetMediatorCtrl()));
     QByteArray bytes;
     int turns = 0;
     for (; !walk.GoOn(1); ++turns) {

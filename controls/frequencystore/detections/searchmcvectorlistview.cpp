@@ -4,6 +4,7 @@
 #include "controls/frequencystore/detections/searchmcrecords.h"
 #include "host/base/trace.h"
 #include "host/freqlist/buttonbar.h"
+#include "host/freqlist/freqstore.h"
 #include "host/gui/guibase.h"
 #include "host/report/rgexception.h"
 
@@ -66,5 +67,9 @@ void SearchMCVectorListView::ConnectBar(FreqStoreListViewButtonBar& bar) {
 
 void SearchMCVectorListView::writeFile(bool csv) {
     SearchMC::WriteAskedFile(this, tr("Detection Results"), csv, {TraceSource, TraceSource},
-                             [&](const QString& file) { SearchMC::WriteFile(file, csv, AllRecords()); });
+                             [&](const QString& file) {
+                                 SearchMC::WriteFile(file, csv, AllRecords());
+                                 if (!csv)
+                                     FreqStore::Instance().NoteSaved(static_cast<int>(GetID()));
+                             });
 }
