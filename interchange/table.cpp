@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QRegularExpression>
+#include <QStringDecoder>
 
 #include <algorithm>
 #include <map>
@@ -107,50 +108,75 @@ char findSeparator(const QString& head) {
     return best;
 }
 
-/// What the numbers of a column suggest, when nothing names the unit.
-double unitByNumbers(const std::vector<QStringList>& rows, qsizetype column, bool hasDecimalComma) {
-    double least = 1e300;
-    double greatest = 0;
-    bool areWhole = true;
-    for (const QStringList& row : rows) {
-        const std::string number = plainNumber(row.value(column).toStdString(), hasDecimalComma);
-        if (const std::optional<double> value = HertzOf(number, 1); value && *value > 0) {
-            least = std::min(least, *value);
-            greatest = std::max(greatest, *value);
-            areWhole = areWhole && number.find('.') == std::string::npos;
-        }
+/// The text of a device in an encoding that is known by name, as UTF-8.
+class NamedEncoding final : public QIODevice {
+public:
+    /// The source is the caller's and open.
+    NamedEncoding(QIODevice& source, const QByteArray& encoding)
+        : m_source(source), m_decoder(encoding.constData()) {
+        open(QIODevice::ReadOnly);
     }
-    constexpr double LeastHertz = 9000; // where radio begins
-    constexpr double GreatestMegahertz = 40000;
-    if (greatest == 0)
-        return 0;
-    if (areWhole && least >= 100 * LeastHertz)
-        return 1;
-    if (!areWhole && greatest < GreatestMegahertz && least < 1000)
-        return 1e6;
-    return least * 1000 >= LeastHertz && greatest <= 100000 ? 1000 : areWhole ? 1 : 1e6;
+    bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char* data, qint64 size) override {
+        constexpr qint64 BlockBytes = 64 * 1024;
+        while (m_text.isEmpty() && !m_source.atEnd())
+            m_text = QString(m_decoder.decode(m_source.read(BlockBytes))).toUtf8();
+        const qint64 count = std::min<qint64>(size, m_text.size());
+        std::copy_n(m_text.constData(), count, data);
+        m_text.remove(0, count);
+        return count;
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    QIODevice& m_source;
+    QStringDecoder m_decoder;
+    QByteArray m_text; ///< that nobody has read yet
+};
+
+/// Calls `read` with a device that gives the text in the encoding of that name, if there is one.
+template <typename Read>
+auto inEncoding(QIODevice& device, const QByteArray& encoding, Read read) {
+    if (encoding.isEmpty() || !QStringDecoder(encoding.constData()).isValid())
+        return read(device);
+    NamedEncoding decoded(device, encoding);
+    return read(static_cast<QIODevice&>(decoded));
+}
+
+QString nameOf(TextEncoding encoding) {
+    switch (encoding) {
+    case TextEncoding::Utf8:
+        return QStringLiteral("UTF-8");
+    case TextEncoding::Windows1252:
+        return QStringLiteral("Windows-1252");
+    case TextEncoding::Utf16LE:
+    case TextEncoding::Utf16BE:
+        return QStringLiteral("UTF-16");
+    default:
+        return QStringLiteral("UTF-32");
+    }
 }
 
 class TableLooker {
 public:
-    TableLooker(QIODevice& device, const QString& name, char separator) {
-        const TextForm form = LookAtText(device);
-        m_look.choice.separator = separator ? separator : findSeparator(form.head);
-        device.seek(0);
-        const ReadOptions options;
-        const TakeEntry nobody;
-        Reading reading(name, options, nobody);
-        Rows rows(device, reading, {m_look.choice.separator, true, true});
-        while (m_look.rows.size() < RowsLookedAt && rows.Next()) {
-            if (rows.First().starts_with('#'))
+    TableLooker(QIODevice& device, const QString& name, const TableHints& hints) : m_hints(hints) {
+        REPORTGENERATOR::TextInput input(device, name);
+        m_look.encoding = nameOf(input.Form().encoding);
+        m_look.choice.encoding = hints.encoding;
+        m_look.choice.separator = hints.separator ? hints.separator : findSeparator(input.Form().head);
+        FreqStoreXml::CsvScanner scanner(input.Device(), name, {m_look.choice.separator, true, true});
+        while (m_look.rows.size() < RowsLookedAt && scanner.NextRow()) {
+            if (scanner.Cells().front().starts_with('#'))
                 continue;
             QStringList cells;
-            for (std::size_t i = 0; i < rows.Count(); ++i)
-                cells << TextOf(rows.Cell(i));
+            for (const std::string_view cell : scanner.Cells())
+                cells << TextOf(Trimmed(cell));
             m_look.rows.push_back(cells);
         }
         if (m_look.rows.empty())
-            reading.Fail(0, QStringLiteral("holds no rows"));
+            throw RGException(REPORTGENERATOR::ErrorText(name, 0, QStringLiteral("holds no rows")));
     }
 
     TableLook Look() {
@@ -172,14 +198,14 @@ private:
                 points += withPoint.match(cell).hasMatch() ? 1 : 0;
             }
         }
-        m_look.choice.hasDecimalComma = commas > points;
+        m_look.choice.hasDecimalComma = m_hints.hasDecimalComma.value_or(commas > points);
     }
     /// Headings have no numbers; the rows below some.
     void findHeadings() {
         const bool comma = m_look.choice.hasDecimalComma;
         const QStringList first = m_look.rows.front();
-        m_look.choice.hasHeadings = std::none_of(first.begin(), first.end(),
-                                                 [&](const QString& cell) { return isNumber(cell, comma); });
+        m_look.choice.hasHeadings = m_hints.hasHeadings.value_or(std::none_of(
+            first.begin(), first.end(), [&](const QString& cell) { return isNumber(cell, comma); }));
         qsizetype columns = 0;
         for (const QStringList& row : m_look.rows)
             columns = std::max(columns, row.size());
@@ -201,7 +227,7 @@ private:
                 if (column.field != TableField::None || !pattern.match(m_look.headings[i]).hasMatch())
                     continue;
                 column.field = word.field;
-                column.hertzPerUnit = hasUnit(word.field) ? unitOf(i) : 0;
+                column.hertzPerUnit = hasUnit(word.field) ? m_look.SureUnit(i) : 0;
                 break;
             }
         }
@@ -210,24 +236,11 @@ private:
         for (qsizetype i = 0; i < m_look.headings.size(); ++i) {
             TableColumn& column = m_look.proposal.columns[static_cast<std::size_t>(i)];
             if (hasUnit(column.field) && column.hertzPerUnit == 0)
-                column.hertzPerUnit = unitByNumbers(m_look.rows, i, m_look.choice.hasDecimalComma);
+                column.hertzPerUnit = m_look.LikelyUnit(i);
         }
     }
     static bool hasUnit(TableField field) {
         return field == TableField::Frequency || field == TableField::Bandwidth;
-    }
-    /// The unit that the heading names, or all of the cells.
-    double unitOf(qsizetype column) const {
-        if (const double unit = unitInHeading(m_look.headings[column]); unit > 0)
-            return unit;
-        const bool areNamed =
-            !m_look.rows.empty() &&
-            std::all_of(m_look.rows.begin(), m_look.rows.end(), [&](const QStringList& row) {
-                const std::string cell = row.value(column).toStdString();
-                std::string_view number = cell;
-                return cell.empty() || takeUnit(number) > 0;
-            });
-        return areNamed ? TableColumn::InEachCell : 0;
     }
     /// Without a heading that means it, the first column whose cells are all numbers.
     void proposeFrequency() {
@@ -248,6 +261,7 @@ private:
         }
     }
 
+    const TableHints& m_hints;
     TableLook m_look;
 };
 
@@ -305,14 +319,58 @@ QString TableChoice::ToText(const QStringList& headings) const {
     return texts.join(QLatin1Char(','));
 }
 
-TableLook LookAtTable(QIODevice& device, const QString& name, char separator) {
-    return TableLooker(device, name, separator).Look();
+double TableLook::SureUnit(qsizetype column) const {
+    if (const double unit = unitInHeading(headings[column]); unit > 0)
+        return unit;
+    const bool areNamed = !rows.empty() && std::all_of(rows.begin(), rows.end(), [&](const QStringList& row) {
+        const std::string cell = row.value(column).toStdString();
+        std::string_view number = cell;
+        return cell.empty() || takeUnit(number) > 0;
+    });
+    return areNamed ? TableColumn::InEachCell : 0;
 }
 
-TableLook LookAtTable(const QString& path, char separator) {
+double TableLook::LikelyUnit(qsizetype column) const {
+    double least = 1e300;
+    double greatest = 0;
+    bool areWhole = true;
+    for (const QStringList& row : rows) {
+        const std::string number = plainNumber(row.value(column).toStdString(), choice.hasDecimalComma);
+        if (const std::optional<double> value = HertzOf(number, 1); value && *value > 0) {
+            least = std::min(least, *value);
+            greatest = std::max(greatest, *value);
+            areWhole = areWhole && number.find('.') == std::string::npos;
+        }
+    }
+    constexpr double LeastHertz = 9000; // where radio begins
+    constexpr double GreatestMegahertz = 40000;
+    if (greatest == 0)
+        return 0;
+    if (areWhole && least >= 100 * LeastHertz)
+        return 1;
+    if (!areWhole && greatest < GreatestMegahertz && least < 1000)
+        return 1e6;
+    return least * 1000 >= LeastHertz && greatest <= 100000 ? 1000 : areWhole ? 1 : 1e6;
+}
+
+bool TableLook::MayHoldFrequencies() const {
+    const QString first = choice.hasHeadings || rows.empty() ? headings.value(0) : rows.front().value(0);
+    const bool isMarkup = first.startsWith(u'<') || first.startsWith(u'{') || first.startsWith(u'[');
+    return !isMarkup && (headings.size() > 1 || std::any_of(proposal.columns.begin(), proposal.columns.end(),
+                                                            [](const TableColumn& column) {
+                                                                return column.field == TableField::Frequency;
+                                                            }));
+}
+
+TableLook LookAtTable(QIODevice& device, const QString& name, const TableHints& hints) {
+    return inEncoding(device, hints.encoding,
+                      [&](QIODevice& text) { return TableLooker(text, name, hints).Look(); });
+}
+
+TableLook LookAtTable(const QString& path, const TableHints& hints) {
     QFile file(path);
     REPORTGENERATOR::OpenForReading(file);
-    return LookAtTable(file, path, separator);
+    return LookAtTable(file, path, hints);
 }
 
 void TakeTableOptions(const QString& options, const QStringList& headings, TableChoice& choice) {
@@ -425,17 +483,20 @@ private:
 Account ReadTable(QIODevice& device, const QString& name, const TableChoice& choice,
                   const ReadOptions& options, const TakeEntry& take) {
     Reading reading(name, options, take);
-    Rows rows(device, reading, {choice.separator, true, true});
-    TableReader reader(choice, reading);
-    bool isHeading = choice.hasHeadings;
-    while (rows.Next()) {
-        if (rows.First().starts_with('#'))
-            continue;
-        if (std::exchange(isHeading, false))
-            reader.TakeHeadings(rows);
-        else
-            reader.Take(rows);
-    }
+    inEncoding(device, choice.encoding, [&](QIODevice& text) {
+        Rows rows(text, reading, {choice.separator, true, true});
+        reading.Follow(device);
+        TableReader reader(choice, reading);
+        bool isHeading = choice.hasHeadings;
+        while (rows.Next()) {
+            if (rows.First().starts_with('#'))
+                continue;
+            if (std::exchange(isHeading, false))
+                reader.TakeHeadings(rows);
+            else
+                reader.Take(rows);
+        }
+    });
     return reading.GetAccount();
 }
 

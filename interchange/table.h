@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QByteArray>
 #include <QStringList>
 
+#include <optional>
 #include <vector>
 
 #include "interchange/format.h"
@@ -30,6 +32,7 @@ struct TableChoice {
     char separator = ',';
     bool hasHeadings = true;
     bool hasDecimalComma = false;
+    QByteArray encoding; ///< by name ("windows-1251"); empty for the one that the content tells
     std::vector<TableColumn> columns;
 
     /// Why it cannot be read so, as a sentence for the operator; empty when it can.
@@ -40,20 +43,36 @@ struct TableChoice {
     bool operator==(const TableChoice&) const = default;
 };
 
+/// What is known of a table before it is looked at; the rest is found.
+struct TableHints {
+    char separator = 0;
+    std::optional<bool> hasHeadings;
+    std::optional<bool> hasDecimalComma;
+    QByteArray encoding;
+};
+
 /// What a first look at a table finds.
 struct TableLook {
     QStringList headings;          ///< of all columns; "1", "2", ... for a table without
     std::vector<QStringList> rows; ///< the first ones
+    QString encoding;              ///< that the content tells: "UTF-8", "Windows-1252", ...
     /// What is sure. A unit that no heading names is not.
     TableChoice choice;
     /// The same with the units that the numbers suggest.
     TableChoice proposal;
+
+    /// Hz of the unit that the heading of a column or all of its cells (`InEachCell`) name; 0 for none.
+    double SureUnit(qsizetype column) const;
+    /// What the numbers of a column suggest; 0 for a column without any.
+    double LikelyUnit(qsizetype column) const;
+    /// Whether it may be a table of frequencies at all: no markup, and several columns or one of numbers.
+    bool MayHoldFrequencies() const;
 };
 
-/// Looks at the beginning of a table; throws RGException for what is no text or has no columns. With a
-/// separator, it is taken; 0 finds one.
-TableLook LookAtTable(QIODevice& device, const QString& name, char separator = 0);
-TableLook LookAtTable(const QString& path, char separator = 0);
+/// Looks at the beginning of a table, and tells nothing; throws RGException for what is no text or has no
+/// rows.
+TableLook LookAtTable(QIODevice& device, const QString& name, const TableHints& hints = {});
+TableLook LookAtTable(const QString& path, const TableHints& hints = {});
 
 /// Changes a choice by the options of a command line, "frequency=Freq:MHz,name=Call"; columns that they do
 /// not name hold nothing. Throws RGException with the reason.

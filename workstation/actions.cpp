@@ -7,6 +7,8 @@
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/undohistory.h"
 #include "host/gui/sortlistview.h"
+#include "workstation/foreignexport.h"
+#include "workstation/foreignimport.h"
 #include "workstation/icons.h"
 #include "workstation/listimport.h"
 #include "workstation/setcolumndialog.h"
@@ -76,6 +78,13 @@ const Info& infoOf(size_t command) {
          "export",
          {QKeySequence(Qt::CTRL | Qt::Key_E)},
          Bar::Export,
+         false},
+        {QT_TRANSLATE_NOOP("WindowActions", "E&xport for Other Programs..."),
+         QT_TRANSLATE_NOOP("WindowActions",
+                           "Write the list as a file of another program, after a look at what would be lost"),
+         "export",
+         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_X)},
+         None,
          false},
         {QT_TRANSLATE_NOOP("WindowActions", "&Print List..."),
          QT_TRANSLATE_NOOP("WindowActions", "Print the rows that are shown"),
@@ -361,6 +370,8 @@ QString WindowActions::whyOff(Command command) const {
         return list()->SelectedCount() > 0 ? QString() : tr("No entry is selected.");
     case Merge:
         return ListMerge::WhyOff(FreqStore::Instance().GetFrequencies(m_view->GetID()));
+    case ExportForeign:
+        return list()->RowCount() > 0 ? QString() : tr("%1 has no entries.").arg(m_name);
     case FindDuplicates:
         return entries() ? QString() : tr("%1 is a list of what was heard, one entry each time.").arg(m_name);
     case Print:
@@ -425,6 +436,8 @@ bool WindowActions::TellWhyOff(const QKeyEvent& pressed, bool inLists) {
 
 void WindowActions::act(Command command) {
     const int barAction = infoOf(command).barAction;
+    if (command == Paste && pastesForeign())
+        return;
     if (barAction != None && barAction != Bar::SendTo)
         return m_bar->GetAction(static_cast<Bar::Action>(barAction))->trigger();
     switch (command) {
@@ -440,6 +453,8 @@ void WindowActions::act(Command command) {
         return list()->selectAll();
     case Merge:
         return ListImport::AskAndImport(*list()->window(), m_view->GetID());
+    case ExportForeign:
+        return ForeignExport::AskAndWrite(*list()->window(), *m_view, m_name);
     case FindDuplicates:
         emit FreqStore::Instance().Told(ListImport::SelectDuplicates(*entries()));
         return;
@@ -485,7 +500,22 @@ void WindowActions::copyText() {
     QGuiApplication::clipboard()->setText(m_view->SelectedText());
 }
 
+/// Whether the clipboard had what another program wrote, which has been dealt with then.
+bool WindowActions::pastesForeign() {
+    const QString text = QGuiApplication::clipboard()->text();
+    QStringList titles;
+    for (int column = 0; entries() && column < entries()->columnCount(); ++column)
+        titles << entries()->headerItem()->text(column);
+    if (text.trimmed().isEmpty() || !ForeignImport::IsForeign(text, titles))
+        return false;
+    ForeignImport::Ask(*list()->window(), ForeignSource::OfText(text),
+                       ForeignImport::Propose(m_view->GetID(), ForeignImport::Way::Add));
+    return true;
+}
+
 void WindowActions::pasteText() {
+    if (pastesForeign())
+        return;
     const int added = entries()->PasteText(QGuiApplication::clipboard()->text());
     m_bar->Tell(tr("%Ln entries added", nullptr, added));
 }

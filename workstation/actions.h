@@ -28,6 +28,7 @@ public:
         SaveAs,
         Import,
         Export,
+        ExportForeign,
         Print,
         Pdf,
         Quit,
@@ -95,6 +96,7 @@ private:
     SortListView* list() const;
     FrequencyNodeListView* entries() const;
     QString whyCellsOff() const;
+    bool pastesForeign();
     void copyText();
     void pasteText();
     void fillDown();

@@ -236,24 +236,40 @@ void Workstation::addJobPanel() {
 }
 
 void Workstation::addOpener() {
-    m_opener = std::make_unique<FileOpener>(
-        m_window.get(),
-        std::map<FileKind, FileOpener::Read>{
-            {FileKind::Job, [this](const QString& path) { return m_jobPanel->Open(path); }},
-            {FileKind::Noi,
-             [](const QString& path) { return NOIFrequencyHandler::Instance()->ReadFile(path); }},
-            {FileKind::Results,
-             [this](const QString& path) {
-                 const bool wasChanged = m_changes->IsChanged(m_resultsId);
-                 const bool read =
-                     SearchMCDataReader(*SearchMCDataHandler::Instance()->GetMediatorCtrl()).ReadFile(path);
-                 if (!wasChanged) // what is read is added
-                     m_changes->MarkSaved(m_resultsId);
-                 return read;
-             }},
-            {FileKind::Sweep, [this](const QString& path) { return m_sweeps->Open(path); }},
-            {FileKind::Targets,
-             [](const QString& path) { return TargetListHandler::Instance()->ReadFile(path); }}});
+    const auto import = [this](const QString& path) { return importFile(path); };
+    m_opener = std::make_unique<FileOpener>(m_window.get(), std::map<FileKind, FileOpener::Read>{
+                                                                {FileKind::Foreign, import},
+                                                                {FileKind::Table, import},
+                                                                {FileKind::Job,
+                                                                 [this](const QString& path) {
+                                                                     return m_jobPanel->Open(path);
+                                                                 }},
+                                                                {FileKind::Noi,
+                                                                 [](const QString& path) {
+                                                                     return NOIFrequencyHandler::Instance()
+                                                                         ->ReadFile(path);
+                                                                 }},
+                                                                {FileKind::Results,
+                                                                 [this](const QString& path) {
+                                                                     const bool wasChanged =
+                                                                         m_changes->IsChanged(m_resultsId);
+                                                                     const bool read =
+                                                                         SearchMCDataReader(
+                                                                             *SearchMCDataHandler::Instance()
+                                                                                  ->GetMediatorCtrl())
+                                                                             .ReadFile(path);
+                                                                     if (!wasChanged) // what is read is added
+                                                                         m_changes->MarkSaved(m_resultsId);
+                                                                     return read;
+                                                                 }},
+                                                                {FileKind::Sweep,
+                                                                 [this](const QString& path) {
+                                                                     return m_sweeps->Open(path);
+                                                                 }},
+                                                                {FileKind::Targets, [](const QString& path) {
+                                                                     return TargetListHandler::Instance()
+                                                                         ->ReadFile(path);
+                                                                 }}});
     QObject::connect(m_opener.get(), &FileOpener::Told, m_window.get(), [this](const QString& text) {
         m_window->GetMessages()->AddTrace(text);
         m_window->Tell(text);

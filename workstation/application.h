@@ -67,6 +67,7 @@ private:
     QString fileToReopen(const QString& key) const;
     void askAndOpen();
     bool openFile(const QString& path);
+    bool importFile(const QString& path);
     void openAll(const QStringList& paths);
     QString dataDirectory() const;
     void addPreferences();

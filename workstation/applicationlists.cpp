@@ -109,6 +109,10 @@ void Workstation::fileChanged(FileGate::List list) {
     const QString file = m_opener->FileOf(list);
     const int id = ids.at(list);
     m_changes->MarkSaved(id);
+    const auto* entries = dynamic_cast<FrequencyNodeMediatorCtrl*>(
+        FreqStore::Instance().GetFrequencies(static_cast<unsigned>(id)));
+    if (file.isEmpty() && entries && entries->size() > 0) // they came from a file that is not the list's
+        m_changes->MarkChanged(id);
     m_window->SetFileOf(id, file);
     m_window->GetBar()->FitAll();
     noteFile(file);

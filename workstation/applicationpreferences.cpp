@@ -4,6 +4,7 @@
 #include "workstation/application.h"
 #include "workstation/filedrop.h"
 #include "workstation/fileopener.h"
+#include "workstation/foreignimport.h"
 #include "workstation/frequencybar.h"
 #include "workstation/helpwindow.h"
 #include "workstation/keysettings.h"
@@ -48,8 +49,7 @@ void Workstation::addPreferences() {
 void Workstation::askAndOpen() {
     const QString path = QFileDialog::getOpenFileName(
         m_window.get(), MainWindow::tr("Open File"), GuiBase::Instance().GetCurrentDirectory(),
-        MainWindow::tr("All Known Files (*.xml *.sfl *.ltl *.csv *.noi *.pij);;All Files (*)"), nullptr,
-        GuiBase::Instance().UseNativeDialogs());
+        KnownFilesFilter(), nullptr, GuiBase::Instance().UseNativeDialogs());
     if (!path.isEmpty())
         openFile(path);
 }
@@ -59,6 +59,18 @@ bool Workstation::openFile(const QString& path) {
     if (opened)
         noteFile(path);
     return opened;
+}
+
+/// A file of another program goes where the operator says; with nobody there, it becomes the list of targets.
+bool Workstation::importFile(const QString& path) {
+    const ForeignSource source(path);
+    const auto listId = static_cast<unsigned>(m_isAttended ? m_window->ShownList() : m_targetsId);
+    ForeignPlan plan = ForeignImport::Propose(listId, ForeignImport::Way::Open);
+    if (!m_isAttended)
+        return ForeignImport::Take(*m_window, source, plan);
+    // What stands in no file is hardly to be given up.
+    plan.replaces = plan.replaces && !m_window->FileOf(static_cast<int>(plan.listId)).isEmpty();
+    return ForeignImport::Ask(*m_window, source, plan);
 }
 
 /// Each by whoever knows its kind; what was refused is told.

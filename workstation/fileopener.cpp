@@ -16,6 +16,8 @@
 
 #include <vector>
 
+#include "interchange/format.h"
+
 namespace {
 
 constexpr char TraceSource[] = "fileopener";
@@ -72,20 +74,29 @@ bool readsByName(List list, const QString& path) {
 /// What a kind of file is called, and the list that is emptied for it, if any.
 struct KindRow {
     FileKind kind;
-    const char* name;
+    const char* name; ///< null for that of the file's format
     std::optional<List> list;
 };
 constexpr KindRow Kinds[] = {
+    {FileKind::Foreign, nullptr, std::nullopt},
     {FileKind::Job, QT_TRANSLATE_NOOP("FileOpener", "a job"), std::nullopt},
     {FileKind::Noi, QT_TRANSLATE_NOOP("FileOpener", "a list of frequencies of interest"), List::Noi},
     {FileKind::Results, QT_TRANSLATE_NOOP("FileOpener", "a list of results"), std::nullopt},
     {FileKind::Sweep, QT_TRANSLATE_NOOP("FileOpener", "a file of power sweeps"), std::nullopt},
+    {FileKind::Table, QT_TRANSLATE_NOOP("FileOpener", "a table of another program"), std::nullopt},
     {FileKind::Targets, QT_TRANSLATE_NOOP("FileOpener", "a target list"), List::Targets},
 };
 
 const KindRow& rowOf(FileKind kind) {
     return *std::find_if(std::begin(Kinds), std::end(Kinds),
                          [kind](const KindRow& row) { return row.kind == kind; });
+}
+
+/// What a file of that kind is, in the operator's words.
+QString whatIs(FileKind kind, const QString& path) {
+    const char* const name = rowOf(kind).name;
+    const Interchange::Format* const format = name ? nullptr : Interchange::FormatOfFile(path);
+    return format ? QString::fromLatin1(format->name) : FileOpener::tr(name ? name : "");
 }
 
 QString shortName(const QString& path) {
@@ -131,10 +142,12 @@ bool FileOpener::Open(const QString& path) {
 
 bool FileOpener::MayRead(List list, const QString& path) {
     const FileKind kind = FileKindOf(path);
-    const bool isReadable = readsByName(list, path) && kind != FileKind::Sweep;
+    const bool isReadable = readsByName(list, path) && kind != FileKind::Sweep && kind != FileKind::Foreign;
     if (!isReadable && (kind != FileKind::Targets || readsByName(List::Targets, path)))
         return offerElsewhere(list, path, kind);
     const FileLook look = LookAtFile(path);
+    if (kind == FileKind::Table && !look.refusal.isEmpty())
+        return offerElsewhere(list, path, kind);
     const bool namesLine = look.refusal.startsWith(QLatin1String("line "));
     if (!look.refusal.isEmpty() || !isReadable)
         return refuse(TraceSource, list, path, namesLine ? 0 : look.firstProblemLine,
@@ -162,12 +175,13 @@ bool FileOpener::mayTake(List list, const QString& path, const FileLook& look) c
 }
 
 bool FileOpener::offerElsewhere(List list, const QString& path, FileKind kind) {
-    const QString what = tr("is %1, which %2 does not read").arg(tr(rowOf(kind).name), nameOf(list));
+    const QString name = whatIs(kind, path);
+    const QString what = tr("is %1, which %2 does not read").arg(name, nameOf(list));
     if (!m_attended)
         return refuse(TraceSource, list, path, 0, what);
     // The command of the list that asks has to end first.
-    if (ask(QStringLiteral("%1 %2.").arg(shortName(path), what),
-            tr("Open it as %1?").arg(tr(rowOf(kind).name)), tr("Open It")))
+    if (ask(QStringLiteral("%1 %2.").arg(shortName(path), what), tr("Open it as %1?").arg(name),
+            tr("Open It")))
         QMetaObject::invokeMethod(
             this, [this, path] { Open(path); }, Qt::QueuedConnection);
     return false;

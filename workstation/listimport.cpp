@@ -10,6 +10,8 @@
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/gui/guibase.h"
+#include "workstation/filekinds.h"
+#include "workstation/foreignimport.h"
 #include "workstation/memoryneed.h"
 #include "workstation/mergedialog.h"
 
@@ -28,40 +30,17 @@ QString tr(const char* text, const char* comment = nullptr, int n = -1) {
     return QCoreApplication::translate("ListImport", text, comment, n);
 }
 
-bool showAndApply(QWidget& window, unsigned listId, const QString& path) {
-    FreqStore& store = FreqStore::Instance();
-    auto* const list = dynamic_cast<HalvoNodeMediatorCtrl*>(store.GetFrequencies(listId));
+HalvoNodeMediatorCtrl* listOf(unsigned listId) {
+    return dynamic_cast<HalvoNodeMediatorCtrl*>(FreqStore::Instance().GetFrequencies(listId));
+}
+
+bool readAndMerge(QWidget& window, unsigned listId, const QString& path) {
+    HalvoNodeMediatorCtrl* const list = listOf(listId);
     const QString refusal = ListMerge::WhyOff(list);
     const auto entries = refusal.isEmpty() ? ReadFileEntries(path, list->GetMediatorType()) : std::nullopt;
     if (!refusal.isEmpty())
         Problems::Report(TraceSource, {path, 0, refusal});
-    if (!entries)
-        return false;
-    const QString file = QFileInfo(path).fileName();
-    if (entries->isEmpty()) {
-        emit store.Told(tr("%1 holds no entries").arg(file));
-        return false;
-    }
-    ListMerge merge(*list, *entries);
-    const QString name = store.GetDefinition(static_cast<int>(listId))->GetName();
-    const QPointer<MergeDialog> dialog(
-        new MergeDialog(merge, tr("%1 into %2").arg(file, name), SendTo::Tolerance(), &window));
-    const bool isAccepted = dialog->exec() == QDialog::Accepted;
-    const bool isAlive = dialog; // the window may have ended
-    delete dialog;
-    if (!isAccepted || !isAlive)
-        return false;
-    const ListMerge::Plan plan = merge.GetPlan();
-    if (!merge.Apply()) {
-        Problems::Report(TraceSource, {path, 0, tr("was not imported: the list has changed meanwhile")});
-        return false;
-    }
-    emit store.Told(tr("%1: %2 added, %3 changed, %4 left")
-                        .arg(file)
-                        .arg(plan.added)
-                        .arg(plan.changed)
-                        .arg(plan.left + plan.refused));
-    return true;
+    return entries && Merge(window, listId, QFileInfo(path).fileName(), *entries);
 }
 
 } // namespace
@@ -69,9 +48,8 @@ bool showAndApply(QWidget& window, unsigned listId, const QString& path) {
 void AskAndImport(QWidget& window, unsigned listId) {
     const QPointer<QWidget> alive(&window);
     const QStringList paths = QFileDialog::getOpenFileNames(
-        &window, tr("Import into List"), GuiBase::Instance().GetCurrentDirectory(),
-        tr("All Known Files (*.xml *.sfl *.ltl *.csv *.noi *.pij);;All Files (*)"), nullptr,
-        GuiBase::Instance().UseNativeDialogs());
+        &window, tr("Import into List"), GuiBase::Instance().GetCurrentDirectory(), KnownFilesFilter(),
+        nullptr, GuiBase::Instance().UseNativeDialogs());
     for (const QString& path : paths) {
         if (!alive || !Import(window, listId, path))
             return;
@@ -79,7 +57,40 @@ void AskAndImport(QWidget& window, unsigned listId) {
 }
 
 bool Import(QWidget& window, unsigned listId, const QString& path) {
-    return WithinMemory(path, false, [&] { return showAndApply(window, listId, path); });
+    const FileKind kind = FileKindOf(path);
+    if (kind == FileKind::Foreign || kind == FileKind::Table)
+        return ForeignImport::Ask(window, ForeignSource(path),
+                                  ForeignImport::Propose(listId, ForeignImport::Way::Add));
+    return WithinMemory(path, false, [&] { return readAndMerge(window, listId, path); });
+}
+
+bool Merge(QWidget& window, unsigned listId, const QString& fileName,
+           const QVector<FreqStoreXml::FrequencyStoreEntry>& entries) {
+    FreqStore& store = FreqStore::Instance();
+    if (entries.isEmpty()) {
+        emit store.Told(tr("%1 holds no entries").arg(fileName));
+        return false;
+    }
+    ListMerge merge(*listOf(listId), entries);
+    const QString name = store.GetDefinition(static_cast<int>(listId))->GetName();
+    const QPointer<MergeDialog> dialog(
+        new MergeDialog(merge, tr("%1 into %2").arg(fileName, name), SendTo::Tolerance(), &window));
+    const bool isAccepted = dialog->exec() == QDialog::Accepted;
+    const bool isAlive = dialog; // the window may have ended
+    delete dialog;
+    if (!isAccepted || !isAlive)
+        return false;
+    const ListMerge::Plan plan = merge.GetPlan();
+    if (!merge.Apply()) {
+        Problems::Report(TraceSource, {fileName, 0, tr("was not imported: the list has changed meanwhile")});
+        return false;
+    }
+    emit store.Told(tr("%1: %2 added, %3 changed, %4 left")
+                        .arg(fileName)
+                        .arg(plan.added)
+                        .arg(plan.changed)
+                        .arg(plan.left + plan.refused));
+    return true;
 }
 
 QString SelectDuplicates(FrequencyNodeListView& view) {

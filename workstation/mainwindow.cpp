@@ -161,6 +161,19 @@ void MainWindow::showEntry(double hertz, int listId) {
         found->second.view->SelectFrequency(hertz);
 }
 
+int MainWindow::ShownList() const {
+    for (const auto& [id, tab] : m_lists) {
+        if (tab.page == m_tabs->currentWidget())
+            return id;
+    }
+    return 0;
+}
+
+void MainWindow::ShowList(int listId) {
+    if (const auto found = m_lists.find(listId); found != m_lists.end())
+        m_tabs->setCurrentWidget(found->second.page);
+}
+
 void MainWindow::ShowRecord(int listId, quint32 place) {
     const auto found = m_lists.find(listId);
     if (found == m_lists.end())
@@ -179,10 +192,7 @@ void MainWindow::connectStatus() {
             [this] { ShowMessages(m_messagesDock->visibleRegion().isEmpty()); });
     connect(m_actions, &WindowActions::Refused, m_status, &WindowStatus::TellBriefly);
     connect(m_details, &DetailsPanel::Edited, this, &MainWindow::EntryEdited);
-    connect(&UndoHistory::Instance(), &UndoHistory::Shown, this, [this](int listId) {
-        if (const auto found = m_lists.find(listId); found != m_lists.end())
-            m_tabs->setCurrentWidget(found->second.page);
-    });
+    connect(&UndoHistory::Instance(), &UndoHistory::Shown, this, &MainWindow::ShowList);
 }
 
 void MainWindow::makePanels(Receiver& receiver) {

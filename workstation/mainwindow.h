@@ -78,6 +78,10 @@ public:
     FrequencyStoreListView* ViewOf(int listId) const;
     /// The button bar of a registered list; null when there is no such list.
     FreqStoreListViewButtonBar* BarOf(int listId) const;
+    /// The list that is shown; 0 for none.
+    int ShownList() const;
+    /// Brings up a list; nothing without such a list.
+    void ShowList(int listId);
     /// Brings up a list of records and selects the one at a place; nothing without such a list.
     void ShowRecord(int listId, quint32 place);
     /// Registered name of the list whose tab stands at an index; as it may stand in a file name.

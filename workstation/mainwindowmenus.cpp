@@ -60,7 +60,7 @@ void MainWindow::makeListMenus() {
     m_actions->AddTo(*m_fileMenu, {A::Open});
     m_fileMenu->addMenu(m_recentMenu);
     m_actions->AddTo(*m_fileMenu, {A::OpenIntoList, A::Merge, Gap, A::Save, A::SaveAs, Gap, A::Import,
-                                   A::Export, Gap, A::Print, A::Pdf, Gap, A::Quit});
+                                   A::Export, A::ExportForeign, Gap, A::Print, A::Pdf, Gap, A::Quit});
     m_editMenu = menuBar()->addMenu(tr("&Edit"));
     m_actions->AddTo(*m_editMenu, {A::Undo, A::Redo, Gap, A::Cut, A::Copy, A::Paste, A::Delete, Gap,
                                    A::CopyText, A::PasteText, Gap, A::SelectAll, A::FindDuplicates, Gap,

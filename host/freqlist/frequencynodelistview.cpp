@@ -347,6 +347,16 @@ bool FrequencyNodeListView::TuneToCurrent() {
     return mediator != nullptr;
 }
 
+bool FrequencyNodeListView::VisitRecords(
+    const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) {
+    auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(m_controller);
+    if (!list)
+        return false;
+    list->ForceUpdateNow();
+    list->VisitRecords(visit);
+    return true;
+}
+
 /// A list that takes copied entries takes its own.
 bool FrequencyNodeListView::CanDuplicate() const {
     const QAction* paste = m_bar ? m_bar->GetAction(FreqStoreListViewButtonBar::Paste) : nullptr;

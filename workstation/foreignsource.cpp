@@ -1,0 +1,79 @@
+#include "workstation/foreignsource.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QScopeGuard>
+
+namespace {
+
+/// The format whose entries have times of their own that its reader knows.
+constexpr char WithSchedule[] = "eibi";
+
+} // namespace
+
+ForeignSource::ForeignSource(const QString& path) : m_path(path), m_format(Interchange::FormatOfFile(path)) {}
+
+ForeignSource ForeignSource::OfText(const QString& text) {
+    ForeignSource source;
+    source.m_path = QCoreApplication::translate("ForeignImport", "Pasted text");
+    source.m_text = text.toUtf8();
+    source.m_isText = true;
+    source.m_format = Interchange::FormatOfText(text);
+    return source;
+}
+
+bool ForeignSource::HasSchedule() const {
+    return m_format && QLatin1String(m_format->id) == QLatin1String(WithSchedule);
+}
+
+QString ForeignSource::ShownName() const {
+    return m_isText ? m_path : QFileInfo(m_path).fileName();
+}
+
+QString ForeignSource::KindName() const {
+    return m_format ? QString::fromLatin1(m_format->name)
+                    : QCoreApplication::translate("ForeignImport", "a table");
+}
+
+Interchange::TableLook ForeignSource::LookAtTable(const Interchange::TableHints& hints) const {
+    if (!m_isText)
+        return Interchange::LookAtTable(m_path, hints);
+    QByteArray bytes = m_text;
+    QBuffer device(&bytes);
+    device.open(QIODevice::ReadOnly);
+    return Interchange::LookAtTable(device, m_path, hints);
+}
+
+Interchange::Account ForeignSource::read(const Interchange::ReadOptions& options,
+                                         const Interchange::TableChoice& choice,
+                                         const Interchange::TakeEntry& take) const {
+    if (!m_isText)
+        return m_format ? Interchange::Read(*m_format, m_path, options, take)
+                        : Interchange::ReadTable(m_path, choice, options, take);
+    QByteArray bytes = m_text;
+    QBuffer device(&bytes);
+    device.open(QIODevice::ReadOnly);
+    return m_format ? Interchange::Read(*m_format, device, m_path, options, take)
+                    : Interchange::ReadTable(device, m_path, choice, options, take);
+}
+
+std::unique_ptr<ForeignReading> ForeignSource::Read(const Interchange::ReadOptions& options,
+                                                    const Interchange::TableChoice& choice) const {
+    auto reading = std::make_unique<ForeignReading>();
+    const Problems::Sink before =
+        Problems::SetSink([&reading](const Problem& problem) { reading->problems.push_back(problem); });
+    const auto giveBack = qScopeGuard([&before] { Problems::SetSink(before); });
+    try {
+        reading->entries.Read(m_path, [&](const FreqStoreXml::EntryCallback& append) {
+            reading->account = read(options, choice, [&](const FreqStoreXml::FrequencyStoreEntry& entry) {
+                if (reading->first.size() < ForeignReading::MostFirst)
+                    reading->first.push_back(entry);
+                append(entry);
+            });
+        });
+    } catch (const RGException& exception) {
+        reading->failure = exception.GetErrorText();
+    }
+    return reading;
+}
