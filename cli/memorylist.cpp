@@ -6,6 +6,7 @@
 #include "controls/frequencystore/common/paths.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "host/valuetree/tree.h"
+#include "host/valuetree/value.h"
 
 namespace {
 
@@ -16,6 +17,15 @@ constexpr FileMark MarksWritten[] = {{".xml", FileFormat::StoreXml}};
 
 MemorySystemHandler& handler() {
     return *MemorySystemHandler::Instance();
+}
+
+/// The frequencies of a range beside the channel's own, Hz; none of a channel that is no range.
+std::vector<double> frequenciesOf(const Node& channel) {
+    std::vector<double> frequencies;
+    const auto* const list = channel.FindOwn<ValueList<double>>(Keys::RangeFrequencies);
+    for (quint64 i = 0; list && i < list->Size(); ++i)
+        frequencies.push_back(list->At(static_cast<long>(i)));
+    return frequencies;
 }
 
 } // namespace
@@ -64,6 +74,30 @@ void MemoryList::EndEntries(bool isWhole) {
         m_node->DeleteChildren();
     handler().SuspendMediatorCtrl(true, true); // the channels go into the job
     handler().ResetDataAfterNewFile();
+}
+
+Interchange::Content MemoryList::Content() const {
+    Interchange::Account lost;
+    const std::vector<Node*> channels = m_node->Children();
+    lost.Count("settings of the receiver", static_cast<qint64>(channels.size()));
+    for (const Node* channel : channels) {
+        if (!frequenciesOf(*channel).empty())
+            lost.Count("ranges, each of whose frequencies is written");
+    }
+    const auto visitAll = [this, channels](const auto& visit) {
+        auto channel = channels.begin();
+        VisitRecords([&](const FreqStoreXml::FrequencyStoreEntry& entry) {
+            visit(entry);
+            if (channel == channels.end())
+                return;
+            FreqStoreXml::FrequencyStoreEntry other = entry;
+            for (const double hertz : frequenciesOf(**channel++)) {
+                other.GetFFM_Settings().GetFrequency().SetValue(hertz);
+                visit(other);
+            }
+        });
+    };
+    return {.entries = visitAll, .lost = lost};
 }
 
 GeneralListParser* MemoryList::Parser() const {

@@ -10,6 +10,9 @@ public:
 
     const FileNames& Names() const override;
 
+    /// Each frequency of a range is an entry of its own.
+    Interchange::Content Content() const override;
+
     /// Opens a job: its channels are the list. False, told, when it is none.
     bool OpenJob(const QString& path);
     /// Takes all channels out of the list.

@@ -4,11 +4,13 @@
 
 namespace Interchange {
 
-void Account::Count(std::string_view what) {
+void Account::Count(std::string_view what, qint64 times) {
+    if (times == 0)
+        return;
     auto found = m_counts.find(what);
     if (found == m_counts.end())
         found = m_counts.emplace(what, 0).first;
-    ++found->second;
+    found->second += times;
 }
 
 QString Account::CountsText() const {

@@ -18,7 +18,7 @@ public:
 
     /// Counts a thing that had to be left out or changed, in the operator's words ("Power", "bandwidth from
     /// the mode").
-    void Count(std::string_view what);
+    void Count(std::string_view what, qint64 times = 1);
     const std::map<std::string, qint64, std::less<>>& Counts() const { return m_counts; }
     /// "Power (12), Tone (3)"; empty when nothing was counted.
     QString CountsText() const;

@@ -89,13 +89,15 @@ using VisitEntries =
     std::function<void(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>&)>;
 /// The same for a list of detections with what a classifier found.
 using VisitResults = std::function<void(const std::function<void(const FreqStoreXml::DetectionResult&)>&)>;
-/// What goes into a file; one of both.
+/// What goes into a file: entries or results.
 struct Content {
     VisitEntries entries = {};
     VisitResults results = {};
+    Account lost = {}; ///< what the list has and its entries do not, however they are written
 };
 
 /// What would be lost if the entries were written in that format.
+Account LookAtLosses(const Format& format, const Content& content);
 Account LookAtLosses(const Format& format, const VisitEntries& entries);
 /// Writes a file, whole or not at all; throws RGException "file: reason". What the format cannot hold is told
 /// to `confirm` before the file takes its place; when that answers false, `Cancelled` is thrown, and the file

@@ -97,21 +97,27 @@ void Encoder::Append(std::string& out, const FreqStoreXml::DetectionResult& resu
     FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
     settings.GetFrequency().SetValue(result.GetFrequency().GetValue());
     settings.GetIFBandwidth().SetValue(result.GetBandwidth().GetValue());
-    if (const QString& modulation = result.GetModulation(); !modulation.isEmpty())
-        settings.SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod(modulation));
-    lost.Count("classifications, levels and times");
+    settings.SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod(result.GetModulation()));
+    if (result.HasLevel())
+        settings.SetLevel(result.GetLevel());
+    entry.GetDetection().SetStartTimeUsec(result.GetStartTimeUsec());
+    lost.Count("classifications");
     Append(out, entry, lost);
 }
 
-Account LookAtLosses(const Format& format, const VisitEntries& entries) {
-    Account lost;
-    encode(format, {.entries = entries}, lost, [](std::string& bytes) { bytes.clear(); });
+Account LookAtLosses(const Format& format, const Content& content) {
+    Account lost = content.lost;
+    encode(format, content, lost, [](std::string& bytes) { bytes.clear(); });
     return lost;
+}
+
+Account LookAtLosses(const Format& format, const VisitEntries& entries) {
+    return LookAtLosses(format, {.entries = entries});
 }
 
 Account Write(const Format& format, const QString& path, const Content& content,
               const std::function<bool(const Account&)>& confirm) {
-    Account lost;
+    Account lost = content.lost;
     REPORTGENERATOR::OutputFile file(path);
     const std::string rest = encode(format, content, lost, [&](std::string& bytes) {
         if (bytes.size() < FlushAt)

@@ -19,6 +19,8 @@ WRITTEN = {
     "fldigi": "fldigi-frequencies2.txt",
     "sdrpp": "sdrpp-frequency_manager_config.json",
     "sdrsharp": "sdrsharp-frequencies.xml",
+    "json": "targets.json",
+    "jsonl": "targets.jsonl",
 }
 # Files that are only read, and those with what is awkward: marks, encodings, short rows, quotes, unknown modes, times
 # past midnight.
@@ -38,6 +40,19 @@ AWKWARD = {
                          "\"121,5\",2,Decimal comma,AM,,88.5\n",
     "sdrpp-old.json": '{"lists":{"Air":{"Guard":{"frequency":121500000.0,"bandwidth":10000.0,"mode":2},'
                       '"Odd":{"frequency":7000000.0,"bandwidth":0.0,"mode":4865}}}}\n',
+    "kiwi-awkward.json": '{"dx":[\n[198,"AM","BBC%204","Droit\\nwich",{"T1":1,"lo":-4900,"hi":4900}],\n'
+                         '[7850,"USB","CHU 100% sure","",{"T3":1,"d0":66,"b0":600,"e0":1800,"o":25}]\n]}\n',
+    "sdrsharp-newer.xml": '<?xml version="1.0"?>\n<ArrayOfMemoryEntry>\n  <MemoryEntry>\n'
+                          '    <IsFavourite>true</IsFavourite>\n    <Name>A &amp; B</Name>\n'
+                          '    <GroupName>Air</GroupName>\n    <Frequency>121500000</Frequency>\n'
+                          '    <DetectorType>AM</DetectorType>\n    <Shift>0</Shift>\n'
+                          '    <FilterBandwidth>10000</FilterBandwidth>\n    <IsScanned>true</IsScanned>\n'
+                          '    <CenterFrequency>0</CenterFrequency>\n  </MemoryEntry>\n</ArrayOfMemoryEntry>\n',
+    "detections.jsonl": '{"frequency":121500000,"bandwidth":8330,"id":1,"level":-71,"starttime":"2026-05-01T18:30:00Z",'
+                        '"stoptime":"2026-05-01T18:31:00Z","confidence":90,"modulation":"A3E","decoder":"",'
+                        '"longitude":13.4,"latitude":52.5}\n'
+                        '{"frequency":7055000,"bandwidth":2700,"id":2,"level":-90,"starttime":"2026-05-01T18:30:05Z",'
+                        '"decoder":"","azimuth":271}\n',
     "scanner-table.tsv": "Call\tFreq\tRemarks\nTower\t118,100\tday only\nGuard\t121,500\t\n",
 }
 
@@ -49,6 +64,9 @@ def main():
         subprocess.run([program, "convert", HERE.parent / "targets.ltl", folder / name, "--to", format_id], check=True)
     for name, content in AWKWARD.items():
         (folder / name).write_bytes(content if isinstance(content, bytes) else content.encode("utf-8"))
+    for format_id in ("geojson", "kml"):  # one of the detections has no location: the exit code is 2
+        subprocess.run([program, "convert", "--list", "detections-vuhf", folder / "detections.jsonl",
+                        folder / f"detections.{format_id}", "--to", format_id])
 
 
 if __name__ == "__main__":

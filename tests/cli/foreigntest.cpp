@@ -70,7 +70,25 @@ TEST_F(ForeignTest, ListsAreWrittenForOtherPrograms) {
                     .Is(ExitUsage, Q("no format is called \"chirp\": chirp-csv")));
     const CliResult lossy = Cli("convert", {Sample(Q("targets.ltl")), Path(Q("out")), "--to", "chirp-csv"});
     EXPECT_TRUE(lossy.Is(ExitDone));
-    EXPECT_NE(lossy.err.find("CHIRP CSV cannot hold: bandwidths ("), std::string::npos) << lossy.err;
+    EXPECT_NE(lossy.err.find(
+                  "CHIRP CSV cannot hold: bandwidths (286), modes that are none here (40), priorities (527)"),
+              std::string::npos)
+        << lossy.err;
+}
+
+TEST_F(ForeignTest, RangesOfChannelsAreWrittenFrequencyByFrequency) {
+    const QString in =
+        Write(Q("in.jsonl"), "{\"frequency\":7e6,\"antennaid\":0,\"range\":true,\"rangecounter\":1,"
+                             "\"rangefrequencies\":[8e6,9e6]}\n{\"frequency\":5e6}\n");
+    const CliResult written = Cli("convert --to sdrangel", {in, Path(Q("out"))});
+    EXPECT_TRUE(written.Is(ExitDone));
+    EXPECT_EQ(written.err, (Path(Q("out")) +
+                            Q(": SDRangel frequency scanner cannot hold: modes (4), ranges, each of whose "
+                              "frequencies is written (1), settings of the receiver (2)\n"))
+                               .toStdString());
+    const QByteArray lines = Read(Path(Q("out")));
+    for (const char* line : {"\n7000000,", "\n8000000,", "\n9000000,", "\n5000000,"})
+        EXPECT_TRUE(lines.contains(line)) << line;
 }
 
 TEST_F(ForeignTest, ResultsAndDetectionsLeaveForOtherPrograms) {
@@ -159,6 +177,13 @@ TEST(Samples, OfOtherProgramsAreKnown) {
         {"fldigi-frequencies2.txt", ExitDone, "fldigi frequencies, 527 entries"},
         {"sdrpp-frequency_manager_config.json", ExitDone, "SDR++ frequency manager, 527 entries"},
         {"sdrsharp-frequencies.xml", ExitDone, "SDR# frequencies, 527 entries"},
+        {"targets.json", ExitDone, "JSON, 527 entries"},
+        {"targets.jsonl", ExitDone, "JSON lines, 527 entries"},
+        {"detections.jsonl", ExitDone, "JSON lines, 2 entries"},
+        {"detections.geojson", ExitFile, "files of GeoJSON are only written"},
+        {"detections.kml", ExitFile, "files of KML are only written"},
+        {"kiwi-awkward.json", ExitDone, "KiwiSDR labels, JSON, 2 entries"},
+        {"sdrsharp-newer.xml", ExitDone, "SDR# frequencies, 1 entry"},
         {"gqrx-bandplan.csv", ExitDone, "Gqrx band plan, 2 entries"},
         {"sdrangel-annotations.csv", ExitDone, "SDRangel annotations, 1 entry"},
         {"eibi-sked.csv", ExitFile, ":2: is not UTF-8"},

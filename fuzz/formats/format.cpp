@@ -1,0 +1,78 @@
+#include "interchange/format.h"
+
+#include "host/base/problems.h"
+
+#include <QBuffer>
+
+#include <cstdlib>
+
+#include "interchange/reading.h"
+
+// One fuzzer for each format that is read: FORMAT_ID is its id, FORMAT_COUNT the number of the fuzzers.
+
+using namespace Interchange;
+
+namespace {
+
+using Entries = std::vector<FreqStoreXml::FrequencyStoreEntry>;
+
+const Format& format() {
+    static const Format& ours = *FormatOfId(QStringLiteral(FORMAT_ID));
+    return ours;
+}
+
+/// The entries of a file, and how many of its records were refused; throws as the reader does.
+std::pair<Entries, qint64> read(QByteArray bytes) {
+    Entries entries;
+    QBuffer device(&bytes);
+    device.open(QIODevice::ReadOnly);
+    ReadOptions options;
+    options.keepExtras = true;
+    const Account account =
+        Read(format(), device, QStringLiteral("fuzz"), options,
+             [&](const FreqStoreXml::FrequencyStoreEntry& entry) { entries.push_back(entry); });
+    if (account.entries != static_cast<qint64>(entries.size()))
+        std::abort();
+    return {entries, account.refused};
+}
+
+VisitEntries visiting(const Entries& entries) {
+    return [&](const auto& visit) {
+        for (const FreqStoreXml::FrequencyStoreEntry& entry : entries)
+            visit(entry);
+    };
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    Problems::SetSink([](const Problem&) {});
+    qint64 count = 0;
+    for (const Format* each : Formats())
+        count += each->read ? 1 : 0;
+    if (count != FORMAT_COUNT)
+        std::abort(); // a format has no fuzzer
+    return 0;
+}
+
+/// What the reader accepts is written without anything that it would refuse, and comes back the same from
+/// then on.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    (void)FormatOfText(QString::fromUtf8(bytes));
+    Entries entries;
+    try {
+        entries = read(bytes).first;
+    } catch (const RGException&) {
+        return 0;
+    }
+    if (!format().makeEncoder)
+        return 0;
+    const std::string written = ToBytes(format(), visiting(entries));
+    const Account lost = LookAtLosses(format(), visiting(entries));
+    const auto [again, refused] = read(QByteArray::fromStdString(written));
+    if (refused != 0 || static_cast<qint64>(again.size()) != lost.entries ||
+        ToBytes(format(), visiting(again)) != written)
+        std::abort();
+    return 0;
+}
