@@ -32,6 +32,18 @@ inline double processorSecondsOf(const std::function<void()>& work) {
     return now() - start;
 }
 
+/// The same of the calling thread alone.
+inline double threadSecondsOf(const std::function<void()>& work) {
+    const auto now = [] {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+    };
+    const double start = now();
+    work();
+    return now() - start;
+}
+
 inline double medianOf(std::vector<double> values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::nth_element(values.begin(), middle, values.end());

@@ -5,6 +5,7 @@
 
 #include "bench/figures.h"
 #include "bench/targets.h"
+#include "workstation/listwalk.h"
 
 #include <QApplication>
 
@@ -12,17 +13,6 @@ namespace {
 
 constexpr int Rows = 1000000;
 constexpr double Goal = 0.05;
-
-double threadSecondsOf(const std::function<void()>& work) {
-    const auto now = [] {
-        timespec time{};
-        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
-    };
-    const double start = now();
-    work();
-    return now() - start;
-}
 
 void WriteRecovery(benchmark::State& state) {
     TargetListHandler& handler = Bench::Get().List(Rows);
@@ -32,6 +22,7 @@ void WriteRecovery(benchmark::State& state) {
     list.suffix = QStringLiteral(".xml");
     list.file = [] { return QString(); };
     list.isUnsaved = [] { return true; };
+    list.entries = [&handler] { return EntriesOf(*handler.GetParser()->GetMediatorCtrl()); };
     const ListFiles lists{list};
     for (auto _ : state) {
         const QTemporaryDir folder;

@@ -1,6 +1,7 @@
 #include "workstation/mergedialog.h"
 
 #include "host/widgets/frequencyfield.h"
+#include "workstation/choicedelegate.h"
 #include "workstation/mergemodel.h"
 
 #include <QButtonGroup>
@@ -91,6 +92,14 @@ void MergeDialog::addTable() {
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setWordWrap(false);
     m_table->setTabKeyNavigation(false);
+    m_table->setItemDelegateForColumn(MergeModel::ColumnChoice, new ChoiceDelegate(m_table));
+    m_table->setEditTriggers(QAbstractItemView::EditKeyPressed);
+    connect(m_table, &QTableView::clicked, this, [this](const QModelIndex& index) {
+        const bool isAlone = m_table->selectionModel()->selectedRows().size() == 1;
+        if (isAlone && index.flags() & Qt::ItemIsEditable)
+            m_table->edit(index);
+    });
+    connect(m_model, &MergeModel::dataChanged, this, &MergeDialog::showPlan);
     m_table->setAccessibleName(tr("Entries of the file"));
     m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
@@ -148,7 +157,6 @@ std::vector<int> MergeDialog::chosenRows() const {
 
 void MergeDialog::choose(ListMerge::Choice choice) {
     m_model->Choose(chosenRows(), choice);
-    showPlan();
 }
 
 void MergeDialog::showCounts() {

@@ -103,10 +103,25 @@ QString MergeModel::stateText(const ListMerge::Row& row) const {
     return row.mine == EntryMerge::None ? text : text.arg(row.mine + 1);
 }
 
-QString MergeModel::choiceText(const ListMerge::Row& row) const {
-    if (row.state == State::New || row.state == State::Refused)
-        return row.choice == Choice::Mine ? tr("Left out") : tr("Added");
-    return NameOf(row.choice);
+QString MergeModel::choiceText(State state, Choice choice) {
+    if (state == State::New || state == State::Refused)
+        return choice == Choice::Mine ? tr("Left out") : tr("Added");
+    return NameOf(choice);
+}
+
+std::vector<std::pair<ListMerge::Choice, QString>> MergeModel::ChoicesOf(int row) const {
+    std::vector<std::pair<Choice, QString>> choices;
+    const size_t place = MergeRow(row);
+    for (const Choice choice : m_merge.ChoicesOf(place))
+        choices.emplace_back(choice, choiceText(m_merge.Rows()[place].state, choice));
+    return choices;
+}
+
+Qt::ItemFlags MergeModel::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    const bool isChosen = index.isValid() && index.column() == ColumnChoice &&
+                          m_merge.Rows()[MergeRow(index.row())].state != State::Refused;
+    return isChosen ? flags | Qt::ItemIsEditable : flags;
 }
 
 /// What is there stands before what comes, where they differ.
@@ -118,7 +133,7 @@ QString MergeModel::textOf(size_t row, int column) const {
     case ColumnOthers:
         return entry.state == State::Refused ? m_merge.ReasonOf(row) : m_merge.OtherDifferences(row);
     case ColumnChoice:
-        return choiceText(entry);
+        return choiceText(entry.state, entry.choice);
     default:
         const ListMerge::Cell cell = m_merge.CellOf(row, Columns[column].part);
         if (cell.differs && cell.offset != 0)

@@ -37,6 +37,10 @@ public:
     /// The row of the merge that a row of the table shows.
     size_t MergeRow(int row) const { return m_shown[static_cast<size_t>(row)]; }
 
+    /// What can be chosen for a row of the table, with what is done then; empty for one that is refused.
+    std::vector<std::pair<Choice, QString>> ChoicesOf(int row) const;
+    Choice ChoiceOf(int row) const { return m_merge.Rows()[MergeRow(row)].choice; }
+
     static QString NameOf(State state);
     static QString NameOf(Choice choice);
 
@@ -44,13 +48,15 @@ public:
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    /// Choices are edited.
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
     QString textOf(size_t row, int column) const;
     QString tipOf(size_t row, int column) const;
     QVariant colorOf(size_t row, int column) const;
     QString stateText(const ListMerge::Row& row) const;
-    QString choiceText(const ListMerge::Row& row) const;
+    static QString choiceText(State state, Choice choice);
 
     ListMerge& m_merge;
     std::optional<State> m_state;

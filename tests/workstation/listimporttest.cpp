@@ -6,7 +6,10 @@
 #include "tests/support/text.h"
 #include "tests/workstation/windowfixture.h"
 #include "workstation/mergedialog.h"
+#include "workstation/mergemodel.h"
 
+#include <QAbstractItemView>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -75,6 +78,30 @@ EXPECT_EQ(comments(), (QStringList{"one; uno", "two", "three", "four"}));
 EXPECT_EQ(status(), "theirs.sfl: 1 added, 2 changed, 2 left");
 EXPECT_TRUE(tabText().endsWith('*')) << "the list is no longer what its file has";
 } // namespace
+
+TEST_F(ListImportTest, EachRowHasAListOfItsOwnChoices) {
+    import(Theirs, [&](MergeDialog& dialog, QTableView& table) {
+        const auto choices = [&](int row) {
+            const QModelIndex cell = table.model()->index(row, MergeModel::ColumnChoice);
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, Qt::NoModifier, table.visualRect(cell).center());
+    QStringList texts;
+    const auto* box = table.findChild<QComboBox*>();
+    for (int i = 0; box && i < box->count(); ++i)
+        texts << box->itemText(i);
+    return texts;
+};
+EXPECT_EQ(choices(0), (QStringList{"Keep mine", "Take theirs", "Keep both", "Join comments"}));
+auto* box = table.findChild<QComboBox*>();
+ASSERT_TRUE(QTest::qWaitFor([&] { return box->view()->isVisible(); })) << "one click opens it";
+QTest::keyClick(box->view(), Qt::Key_End);
+QTest::keyClick(box->view(), Qt::Key_Return);
+EXPECT_EQ(textAt(table, 0, MergeModel::ColumnChoice), "Join comments");
+EXPECT_EQ(plan(dialog), "Add 1, Change 1, Leave 3");
+QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+EXPECT_EQ(choices(4), QStringList()) << "what is refused cannot be chosen";
+EXPECT_EQ(choices(3), (QStringList{"Left out", "Added"}));
+});
+}
 
 TEST_F(ListImportTest, AStateCanBeShownAloneAndChosenForAsAWhole) {
     import(Theirs, [&](MergeDialog& dialog, QTableView& table) {
