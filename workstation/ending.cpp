@@ -1,5 +1,6 @@
 #include "workstation/ending.h"
 
+#include "host/base/longwork.h"
 #include "host/base/problems.h"
 #include "workstation/freename.h"
 #include "workstation/job.h"
@@ -7,6 +8,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QPointer>
 
 namespace {
 
@@ -16,9 +18,9 @@ constexpr int NotKept = 2;
 
 Ending::Ending(Job& job, const UnsavedWork& work, std::unique_ptr<NoiKeeper> noi)
     : m_job(job), m_work(work), m_noi(std::move(noi)) {
-    connect(&m_signals, &EndSignals::Came, this, &Ending::end);
+    connect(&m_signals, &EndSignals::Came, this, [this] { whenNothingRuns(&Ending::end); });
     // The session may go on after this, or end the program without another word.
-    connect(qApp, &QGuiApplication::commitDataRequest, this, &Ending::Keep);
+    connect(qApp, &QGuiApplication::commitDataRequest, this, [this] { whenNothingRuns(&Ending::Keep); });
 }
 
 bool Ending::MayClose() {
@@ -48,6 +50,16 @@ bool Ending::keepJob() {
                                 job.isEmpty() ? tr("keeps the memory channels, which were in no job")
                                               : tr("keeps the unsaved changes of the job ") + job});
     return true;
+}
+
+/// Long work is cancelled first: half of a list is nothing to keep.
+void Ending::whenNothingRuns(void (Ending::*act)()) {
+    if (LongWork::IsRunning())
+        LongWork::Cancel();
+    LongWork::WhenDone([ending = QPointer<Ending>(this), act] {
+        if (ending)
+            (ending->*act)();
+    });
 }
 
 void Ending::end() {

@@ -43,6 +43,7 @@ signals:
 
 private:
     void end();
+    void whenNothingRuns(void (Ending::*act)());
     bool keepJob();
 
     Job& m_job;

@@ -5,8 +5,10 @@
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
+#include "host/base/longwork.h"
 #include "host/base/problems.h"
 #include "host/freqlist/undohistory.h"
+#include "host/report/filework.h"
 #include "workstation/memoryneed.h"
 
 #include <QFileInfo>
@@ -134,7 +136,13 @@ bool FileOpener::MayRead(List list, const QString& path) {
     const bool isReadable = readsByName(list, path) && kind != FileKind::Sweep;
     if (!isReadable && (kind != FileKind::Targets || readsByName(List::Targets, path)))
         return offerElsewhere(list, path, kind);
-    const FileLook look = LookAtFile(path);
+    FileLook look;
+    const bool hasLooked = REPORTGENERATOR::ReadAsWork(path, [&] {
+        LongWork::Elsewhere([&] { look = LookAtFile(path); });
+        return true;
+    });
+    if (!hasLooked)
+        return false;
     const bool namesLine = look.refusal.startsWith(QLatin1String("line "));
     if (!look.refusal.isEmpty() || !isReadable)
         return refuse(TraceSource, list, path, namesLine ? 0 : look.firstProblemLine,

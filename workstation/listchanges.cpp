@@ -2,6 +2,7 @@
 
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/freqlist/undohistory.h"
 #include "host/valuetree/node.h"
 
 /// One list's node, as it tells of its children and of what changed in them.
@@ -30,6 +31,14 @@ public:
         set(false);
     }
     void MarkChanged() { set(true); }
+    /// Work on lists begins; it was cancelled, and nothing has changed.
+    void NoteBefore() { m_before = {m_wasEmpty, m_isChanged}; }
+    void TakeBack() {
+        if (FrequencyNodeMediatorCtrl* list = controller())
+            list->ForceUpdateNow();
+        m_wasEmpty = m_before.first;
+        set(m_before.second);
+    }
     void Update(Observable*, TChangeCode code) override {
         const bool isNews = code != TChangeCode::Removing && code != TChangeCode::Announcement;
         if (isNews && (!m_isMachineAtWork || !m_isMachineAtWork()))
@@ -53,9 +62,19 @@ private:
     std::function<bool()> m_isMachineAtWork;
     bool m_wasEmpty = true; ///< when it was read or written
     bool m_isChanged = false;
+    std::pair<bool, bool> m_before{}; ///< both, when work began
 };
 
-ListChanges::ListChanges() = default;
+ListChanges::ListChanges() {
+    connect(&UndoHistory::Instance(), &UndoHistory::WorkBegins, this, [this] {
+        for (const auto& watch : m_watches)
+            watch->NoteBefore();
+    });
+    connect(&UndoHistory::Instance(), &UndoHistory::WorkTakenBack, this, [this] {
+        for (const auto& watch : m_watches)
+            watch->TakeBack();
+    });
+}
 ListChanges::~ListChanges() = default;
 
 void ListChanges::Follow(int listId, std::function<bool()> isMachineAtWork) {
