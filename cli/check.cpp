@@ -29,11 +29,10 @@ bool printLine(const QStringList& facts, const QString& path) {
 }
 
 int checkSweep(const QString& path, ProblemPrinter& problems) {
-    ProgressBar bar;
     const SweepSummary summary = ReadSweepFile(
         path, QTimeZone::systemTimeZone(), [](const Sweep&) {},
-        [&](qint64 done, qint64 total) {
-            bar.Show(done, total);
+        [](qint64 done, qint64 total) {
+            LongWork::Step(done, total);
             return true;
         });
     problems.Flush();

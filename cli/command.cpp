@@ -1,6 +1,8 @@
 #include "cli/command.h"
 
+#include "cli/interrupt.h"
 #include "cli/output.h"
+#include "cli/progressbar.h"
 #include "host/report/filestamps.h"
 
 #include <algorithm>
@@ -63,7 +65,13 @@ int run(const QStringList& arguments) {
         return ExitUsage;
     }
     try {
-        return found->run(arguments.mid(1));
+        const ProgressBar bar;
+        const Interrupt interrupt;
+        int exitCode = ExitDone;
+        if (LongWork::Run(name, [&] { exitCode = found->run(arguments.mid(1)); }))
+            return exitCode;
+        interrupt.EndProgram();
+        return ExitFile;
     } catch (const std::bad_alloc&) {
         TellError(QStringLiteral("freqstore-cli %1: not enough memory\n").arg(QLatin1String(found->name)));
         return ExitFile;

@@ -72,11 +72,10 @@ bool takeOptions(const Arguments& args, SweepSettings& settings, QTimeZone& zone
 /// Throws RGException when the detections cannot be written.
 int detect(const QString& in, const QString& out, const SweepSettings& settings, const QTimeZone& zone) {
     SweepResultWriter writer(out);
-    ProgressBar bar;
     const SweepSummary summary = DetectInSweepFile(
         in, zone, settings, [&](const SweepDetection& detection) { writer.Append(detection); },
-        [&](qint64 done, qint64 total) {
-            bar.Show(done, total);
+        [](qint64 done, qint64 total) {
+            LongWork::Step(done, total);
             return true;
         });
     if (summary.sweeps == 0 && summary.problems == 0)

@@ -107,11 +107,6 @@ bool Foreign::Read(const Arguments& args, CliList& list, const QString& path, QS
     std::optional<Interchange::TableChoice> choice;
     if (isTable && !(choice = choiceFor(args, path)))
         return false;
-    ProgressBar bar;
-    options.progress = [&bar](qint64 done, qint64 total) {
-        bar.Show(done, total);
-        return true;
-    };
     Interchange::Account account;
     const bool isOwn = IsOwnJson(format);
     const bool isRead = isOwn ? list.ReadJson(path, options, account)

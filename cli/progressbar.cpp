@@ -14,12 +14,14 @@ ProgressBar* current = nullptr;
 
 } // namespace
 
-ProgressBar::ProgressBar(FILE* out) : m_out(out), m_isTerminal(isatty(fileno(out)) == 1) {
+ProgressBar::ProgressBar(FILE* out)
+    : m_out(out), m_before(LongWork::SetDisplay(this)), m_isTerminal(isatty(fileno(out)) == 1) {
     current = this;
 }
 
 ProgressBar::~ProgressBar() {
     clear();
+    LongWork::SetDisplay(m_before);
     current = nullptr;
 }
 

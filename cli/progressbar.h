@@ -1,17 +1,18 @@
 #pragma once
 
+#include "host/base/longwork.h"
+
 #include <QElapsedTimer>
-#include <QtGlobal>
 
 #include <cstdio>
 
 /// A bar on the last line of a terminal while long work goes on; nothing where the output is no terminal. It
 /// is gone when it is destroyed. There is one at a time.
-class ProgressBar {
+class ProgressBar : private LongWork::Display {
 public:
     /// `out` is the caller's.
     explicit ProgressBar(FILE* out = stderr);
-    ~ProgressBar();
+    ~ProgressBar() override;
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
 
@@ -23,9 +24,12 @@ public:
     static void MakeRoom();
 
 private:
+    void Turn(const LongWork::Progress& progress) override { Show(progress.done, progress.total); }
+    void Hide() override { clear(); }
     void clear();
 
     FILE* m_out;
+    LongWork::Display* m_before;
     bool m_isTerminal;
     int m_shown = -1; ///< percent on the terminal; negative when there is none
     QElapsedTimer m_sinceShown;

@@ -2,6 +2,7 @@
 
 #include "controls/frequencystore/common/csvallowed.h"
 #include "controls/frequencystore/merge/listmerge.h"
+#include "host/base/longwork.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodelistview.h"
@@ -492,8 +493,10 @@ void WindowActions::act(Command command) {
 
 void WindowActions::cut() {
     const OperatorAction action(tr("Cut"));
+    const int cancelled = LongWork::CancelCount();
     m_bar->GetAction(Bar::Copy)->trigger();
-    m_bar->GetAction(Bar::Delete)->trigger();
+    if (LongWork::CancelCount() == cancelled) // nothing goes that was not copied
+        m_bar->GetAction(Bar::Delete)->trigger();
 }
 
 void WindowActions::copyText() {

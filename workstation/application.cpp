@@ -44,6 +44,7 @@
 #include "workstation/noibands.h"
 #include "workstation/noikeeper.h"
 #include "workstation/preferences.h"
+#include "workstation/progressbox.h"
 #include "workstation/recentfiles.h"
 #include "workstation/safekeeping.h"
 #include "workstation/samples.h"
@@ -119,6 +120,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     m_job = std::make_unique<Job>();
     const QString lostNoi = forgetLostNoi();
     m_window = std::make_unique<MainWindow>(*m_receiver);
+    m_progress = std::make_unique<ProgressBox>(*m_window);
     m_changes = std::make_unique<ListChanges>();
     // Whoever started the program from a terminal sees there what the panel shows.
     QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded, [](const QString& text) {
@@ -170,6 +172,7 @@ Workstation::~Workstation() {
     m_safekeeping.reset();
     m_opener.reset();
     m_sweeps.reset();
+    m_progress.reset();
     m_window.reset();
     for (const int id : FreqStore::Instance().GetListIds())
         FreqStore::Instance().RemoveFrequencyListDefinition(id);

@@ -18,6 +18,7 @@ class ListChanges;
 class MainWindow;
 class NoiKeeper;
 class Preferences;
+class ProgressBox;
 class QLibrary;
 class RecentFiles;
 class Safekeeping;
@@ -113,6 +114,7 @@ private:
     std::unique_ptr<SimulatedClassifier> m_classifier;
     std::unique_ptr<Job> m_job;
     std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<ProgressBox> m_progress;
     std::unique_ptr<SweepImport> m_sweeps;
     std::unique_ptr<ListChanges> m_changes;
     std::unique_ptr<FileOpener> m_opener;

@@ -1,8 +1,10 @@
 #include "workstation/ending.h"
 
+#include "host/base/longwork.h"
 #include "workstation/unsavedwork.h"
 
 #include <QApplication>
+#include <QPointer>
 
 namespace {
 
@@ -12,9 +14,9 @@ constexpr int NotKept = 2;
 
 Ending::Ending(const UnsavedWork& work, std::unique_ptr<NoiKeeper> noi)
     : m_work(work), m_noi(std::move(noi)) {
-    connect(&m_signals, &EndSignals::Came, this, &Ending::end);
+    connect(&m_signals, &EndSignals::Came, this, [this] { whenNothingRuns(&Ending::end); });
     // The session may go on after this, or end the program without another word.
-    connect(qApp, &QGuiApplication::commitDataRequest, this, &Ending::Keep);
+    connect(qApp, &QGuiApplication::commitDataRequest, this, [this] { whenNothingRuns(&Ending::Keep); });
 }
 
 bool Ending::MayClose() {
@@ -28,6 +30,16 @@ void Ending::Keep() {
     const bool noiIsKept = !m_noi || m_noi->Keep();
     const bool restIsKept = !m_writeRecovery || m_writeRecovery();
     m_exitCode = noiIsKept && restIsKept ? 0 : NotKept;
+}
+
+/// Long work is cancelled first: half of a list is nothing to keep.
+void Ending::whenNothingRuns(void (Ending::*act)()) {
+    if (LongWork::IsRunning())
+        LongWork::Cancel();
+    LongWork::WhenDone([ending = QPointer<Ending>(this), act] {
+        if (ending)
+            (ending->*act)();
+    });
 }
 
 void Ending::end() {

@@ -42,6 +42,7 @@ signals:
 
 private:
     void end();
+    void whenNothingRuns(void (Ending::*act)());
 
     const UnsavedWork& m_work;
     std::unique_ptr<NoiKeeper> m_noi;

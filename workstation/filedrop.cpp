@@ -1,10 +1,12 @@
 #include "workstation/filedrop.h"
 
+#include "host/base/longwork.h"
 #include "host/base/problems.h"
 
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QMimeData>
+#include <QPointer>
 #include <QTimer>
 #include <QUrl>
 #include <QWidget>
@@ -40,5 +42,10 @@ void FileDrop::take(const QMimeData& data) {
     }
     // Whoever dropped them waits until this ends, and a file may be asked about.
     if (!paths.isEmpty())
-        QTimer::singleShot(0, this, [this, paths] { emit Dropped(paths); });
+        QTimer::singleShot(0, this, [this, paths] {
+            LongWork::WhenDone([drop = QPointer(this), paths] {
+                if (drop)
+                    emit drop->Dropped(paths);
+            });
+        });
 }

@@ -5,8 +5,10 @@
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
+#include "host/base/longwork.h"
 #include "host/base/problems.h"
 #include "host/freqlist/undohistory.h"
+#include "host/report/filework.h"
 #include "workstation/memoryneed.h"
 
 #include <QFileInfo>
@@ -145,7 +147,13 @@ bool FileOpener::MayRead(List list, const QString& path) {
     const bool isReadable = readsByName(list, path) && kind != FileKind::Sweep && kind != FileKind::Foreign;
     if (!isReadable && (kind != FileKind::Targets || readsByName(List::Targets, path)))
         return offerElsewhere(list, path, kind);
-    const FileLook look = LookAtFile(path);
+    FileLook look;
+    const bool hasLooked = REPORTGENERATOR::ReadAsWork(path, [&] {
+        LongWork::Elsewhere([&] { look = LookAtFile(path); });
+        return true;
+    });
+    if (!hasLooked)
+        return false;
     if (kind == FileKind::Table && !look.refusal.isEmpty())
         return offerElsewhere(list, path, kind);
     const bool namesLine = look.refusal.startsWith(QLatin1String("line "));

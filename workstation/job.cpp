@@ -3,6 +3,7 @@
 #include "controls/frequencystore/common/paths.h"
 #include "controls/frequencystore/memory/jobfile.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
+#include "host/base/longwork.h"
 #include "host/freqlist/undohistory.h"
 #include "host/valuetree/tree.h"
 
@@ -32,8 +33,12 @@ Job::Job() {
     m_text->AddObserver(this);
     m_section->AddObserver(this);
     connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, [this] {
-        watch();
-        emit Changed();
+        LongWork::WhenDone([job = QPointer<Job>(this)] {
+            if (!job)
+                return;
+            job->watch();
+            emit job->Changed();
+        });
     });
 }
 

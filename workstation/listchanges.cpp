@@ -41,6 +41,14 @@ public:
         if (isMachineAtWork())
             noteChange();
     }
+    /// Work on lists begins; it was cancelled, and nothing has changed.
+    void NoteBefore() { m_before = {m_wasEmpty, m_isChanged}; }
+    void TakeBack() {
+        if (FrequencyNodeMediatorCtrl* list = controller())
+            list->ForceUpdateNow();
+        m_wasEmpty = m_before.first;
+        set(m_before.second);
+    }
     void Update(Observable*, TChangeCode code) override {
         const bool isNews = code != TChangeCode::Removing && code != TChangeCode::Announcement;
         if (isNews && !isMachineAtWork())
@@ -66,12 +74,20 @@ private:
     std::function<qint64()> m_count;
     bool m_wasEmpty = true; ///< when it was read or written
     bool m_isChanged = false;
+    std::pair<bool, bool> m_before{}; ///< both, when work began
 };
 
 ListChanges::ListChanges() {
     connect(&UndoHistory::Instance(), &UndoHistory::Changed, this, &ListChanges::noteStep);
+    connect(&UndoHistory::Instance(), &UndoHistory::WorkBegins, this, [this] {
+        for (const auto& watch : m_watches)
+            watch->NoteBefore();
+    });
+    connect(&UndoHistory::Instance(), &UndoHistory::WorkTakenBack, this, [this] {
+        for (const auto& watch : m_watches)
+            watch->TakeBack();
+    });
 }
-
 ListChanges::~ListChanges() = default;
 
 void ListChanges::Follow(int listId, std::function<bool()> isMachineAtWork) {

@@ -5,6 +5,7 @@
 #include "controls/frequencystore/merge/fileentries.h"
 #include "controls/frequencystore/merge/listmerge.h"
 #include "host/base/frequencytext.h"
+#include "host/base/longwork.h"
 #include "host/base/problems.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodelistview.h"
@@ -43,6 +44,25 @@ bool readAndMerge(QWidget& window, unsigned listId, const QString& path) {
     return entries && Merge(window, listId, QFileInfo(path).fileName(), *entries);
 }
 
+std::vector<FrequencyNodeMediator*> findDuplicates(FrequencyNodeMediatorCtrl& list, double tolerance) {
+    EntryMerge::KeyMaker maker;
+    std::vector<EntryMerge::Key> keys;
+    std::vector<FrequencyNodeMediator*> mediators;
+    list.ForEachInWork([&](FrequencyNodeMediator& mediator) {
+        double hertz = std::numeric_limits<double>::quiet_NaN();
+        mediator.GetFrequency(hertz, 0);
+        keys.push_back(maker.Of(hertz, mediator.GetDemodulationString(0)));
+        mediators.push_back(&mediator);
+    });
+    std::vector<quint32> places;
+    LongWork::Elsewhere([&] { places = EntryMerge::FindDuplicates(keys, tolerance); });
+    std::vector<FrequencyNodeMediator*> duplicates;
+    duplicates.reserve(places.size());
+    for (const quint32 place : places)
+        duplicates.push_back(mediators[place]);
+    return duplicates;
+}
+
 } // namespace
 
 void AskAndImport(QWidget& window, unsigned listId) {
@@ -75,13 +95,15 @@ bool Merge(QWidget& window, unsigned listId, const QString& fileName,
     const QString name = store.GetDefinition(static_cast<int>(listId))->GetName();
     const QPointer<MergeDialog> dialog(
         new MergeDialog(merge, tr("%1 into %2").arg(fileName, name), SendTo::Tolerance(), &window));
-    const bool isAccepted = dialog->exec() == QDialog::Accepted;
+    const bool isAccepted = !merge.WasCancelled() && dialog->exec() == QDialog::Accepted;
     const bool isAlive = dialog; // the window may have ended
     delete dialog;
     if (!isAccepted || !isAlive)
         return false;
     const ListMerge::Plan plan = merge.GetPlan();
     if (!merge.Apply()) {
+        if (merge.WasCancelled())
+            return false;
         Problems::Report(TraceSource, {fileName, 0, tr("was not imported: the list has changed meanwhile")});
         return false;
     }
@@ -100,18 +122,9 @@ QString SelectDuplicates(FrequencyNodeListView& view) {
         return QString();
     list->ForceUpdateNow();
     const double tolerance = SendTo::Tolerance();
-    EntryMerge::KeyMaker maker;
-    std::vector<EntryMerge::Key> keys;
-    std::vector<FrequencyNodeMediator*> mediators;
-    list->ForEach([&](FrequencyNodeMediator& mediator) {
-        double hertz = std::numeric_limits<double>::quiet_NaN();
-        mediator.GetFrequency(hertz, 0);
-        keys.push_back(maker.Of(hertz, mediator.GetDemodulationString(0)));
-        mediators.push_back(&mediator);
-    });
     std::vector<FrequencyNodeMediator*> duplicates;
-    for (const quint32 place : EntryMerge::FindDuplicates(keys, tolerance))
-        duplicates.push_back(mediators[place]);
+    if (!LongWork::Run(tr("Looking for duplicates"), [&] { duplicates = findDuplicates(*list, tolerance); }))
+        return QString();
     view.clearSelection();
     if (duplicates.empty())
         return tr("No two entries within %1").arg(Quor::BandwidthText(tolerance));

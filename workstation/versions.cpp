@@ -1,5 +1,6 @@
 #include "workstation/versions.h"
 
+#include "host/base/longwork.h"
 #include "host/base/problems.h"
 
 #include <QDir>
@@ -13,6 +14,7 @@ Versions::~Versions() {
 }
 
 Versions::Answer Versions::FileIsChanged(const QString& path) {
+    const LongWork::Standstill standstill; // while the operator is asked
     return m_question ? m_question(path) : Answer::WriteBeside;
 }
 

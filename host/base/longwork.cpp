@@ -9,7 +9,9 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <deque>
 #include <mutex>
+#include <optional>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -24,16 +26,26 @@ constexpr milliseconds TurnInterval(30);
 /// Steps go without a look at the clock for about as long.
 constexpr milliseconds LookInterval(2);
 
+/// A piece that another thread has made, with what was told meanwhile.
+struct Piece {
+    Tellings tellings;
+    LongWork::Take take; ///< none for the last one
+};
+
 /// The part of the work that another thread does.
 struct Part {
+    /// Pieces that may wait to be taken; a maker that is ahead of them waits.
+    static constexpr size_t MostPieces = 4;
+
     std::atomic<qint64> done = 0;
     std::atomic<qint64> total = 0;
     std::atomic<bool> isCancelled = false;
-    std::exception_ptr failure;
-    Tellings tellings;
+    std::exception_ptr failure; ///< behind the last piece
+
     std::mutex mutex;
-    std::condition_variable ended;
-    bool hasEnded = false; ///< by the mutex
+    std::condition_variable changed;
+    std::deque<Piece> pieces; ///< by the mutex
+    bool hasEnded = false;    ///< by the mutex: no more pieces come
 };
 
 struct Running {
@@ -52,6 +64,8 @@ struct Running {
 LongWork::Display* currentDisplay = nullptr;
 LongWork::Keeper* currentKeeper = nullptr;
 std::atomic<bool> isCancelWanted = false;
+int cancelCount = 0;
+bool isEager = false;
 static_assert(std::atomic<bool>::is_always_lock_free);
 
 /// Of the thread that does work; null on all others.
@@ -97,42 +111,87 @@ void look(Running& work, qint64 done, qint64 total) {
         work.stepsBetween = std::min(work.stepsBetween * 2, MostSteps);
     else if (passed > LookInterval)
         work.stepsBetween = std::max(1, work.stepsBetween / 4);
-    work.stepsToLook = work.stepsBetween;
-    if (now - work.lastTurn >= TurnInterval)
+    work.stepsToLook = isEager ? 1 : work.stepsBetween;
+    if (isEager || now - work.lastTurn >= TurnInterval)
         turn(work, now, done, total);
     if (isCancelWanted && work.unbroken == 0)
         throw WorkCancelled();
 }
 
-void doPart(Part& part, const std::function<void()>& work) {
-    {
-        const Tellings::Scope tellings(part.tellings);
-        partHere = &part;
+void put(Part& part, Piece piece, bool isLast) {
+    std::unique_lock lock(part.mutex);
+    part.changed.wait(lock, [&] { return part.isCancelled || part.pieces.size() < Part::MostPieces; });
+    part.pieces.push_back(std::move(piece));
+    part.hasEnded = isLast;
+    part.changed.notify_all();
+}
+
+/// The other thread.
+void make(Part& part, const std::function<LongWork::Take()>& next) {
+    partHere = &part;
+    for (bool isLast = false; !isLast;) {
+        Piece piece;
         try {
-            work();
+            const Tellings::Scope tellings(piece.tellings);
+            piece.take = next();
         } catch (...) {
             part.failure = std::current_exception();
         }
-        partHere = nullptr;
+        isLast = !piece.take || part.isCancelled;
+        put(part, std::move(piece), isLast);
     }
-    const std::lock_guard lock(part.mutex);
-    part.hasEnded = true;
-    part.ended.notify_one();
+    partHere = nullptr;
 }
 
-/// Shows the part's steps until it ends; a cancel is the part's, too.
-void waitFor(Part& part) {
+/// The next piece; shows the part's steps until it comes.
+Piece waitFor(Part& part) {
+    if (isEager)
+        look(*runningHere, part.done, part.total);
     std::unique_lock lock(part.mutex);
-    while (!part.ended.wait_for(lock, LookInterval * 4, [&] { return part.hasEnded; })) {
+    while (!part.changed.wait_for(lock, LookInterval * 4, [&] { return !part.pieces.empty(); })) {
         lock.unlock();
-        try {
-            look(*runningHere, part.done, part.total);
-        } catch (const WorkCancelled&) {
-            part.isCancelled = true;
-        }
+        look(*runningHere, part.done, part.total);
         lock.lock();
     }
+    Piece piece = std::move(part.pieces.front());
+    part.pieces.pop_front();
+    part.changed.notify_all();
+    return piece;
 }
+
+/// Takes pieces until there are no more.
+void takeAll(Part& part) {
+    for (;;) {
+        Piece piece = waitFor(part);
+        piece.tellings.TellAll();
+        if (!piece.take)
+            break;
+        piece.take();
+    }
+    if (part.failure)
+        std::rethrow_exception(part.failure);
+}
+
+/// Ends with the scope, however that is left.
+class Maker {
+public:
+    Maker(Part& part, const std::function<LongWork::Take()>& next)
+        : m_part(part), m_thread(make, std::ref(part), std::cref(next)) {}
+    Maker(const Maker&) = delete;
+    Maker& operator=(const Maker&) = delete;
+    ~Maker() {
+        {
+            const std::lock_guard lock(m_part.mutex);
+            m_part.isCancelled = true;
+            m_part.changed.notify_all();
+        }
+        m_thread.join();
+    }
+
+private:
+    Part& m_part;
+    std::thread m_thread;
+};
 
 } // namespace
 
@@ -163,11 +222,12 @@ bool LongWork::Run(const QString& title, const std::function<void()>& work) {
     } const begin(mine);
     try {
         if (currentKeeper)
-            currentKeeper->Begin();
+            currentKeeper->NoteBefore();
         work();
         return true;
     } catch (const WorkCancelled&) {
         const Unbroken unbroken;
+        ++cancelCount;
         if (currentKeeper)
             currentKeeper->Revert();
         return false;
@@ -194,6 +254,10 @@ void LongWork::Cancel() noexcept {
     isCancelWanted = true;
 }
 
+int LongWork::CancelCount() {
+    return cancelCount;
+}
+
 void LongWork::WhenDone(std::function<void()> act) {
     if (IsRunning())
         waiting().push_back(std::move(act));
@@ -202,20 +266,27 @@ void LongWork::WhenDone(std::function<void()> act) {
 }
 
 void LongWork::Elsewhere(const std::function<void()>& part) {
-    if (!runningHere)
-        return part();
-    Part other;
-    std::thread thread;
+    bool isDone = false;
+    Ahead([&] {
+        if (std::exchange(isDone, true))
+            return Take();
+        part();
+        return Take([] {});
+    });
+}
+
+void LongWork::Ahead(const std::function<Take()>& next) {
+    Part part;
+    std::optional<Maker> maker;
     try {
-        thread = std::thread(doPart, std::ref(other), std::cref(part));
-    } catch (const std::system_error&) {
-        return part(); // there are no more threads
+        if (runningHere)
+            maker.emplace(part, next);
+    } catch (const std::system_error&) { // there are no more threads
     }
-    waitFor(other);
-    thread.join();
-    other.tellings.TellAll();
-    if (other.failure)
-        std::rethrow_exception(other.failure);
+    if (maker)
+        return takeAll(part);
+    while (const Take take = next())
+        take();
 }
 
 LongWork::Unbroken::Unbroken() {
@@ -245,6 +316,10 @@ LongWork::Standstill::~Standstill() {
 
 LongWork::Display* LongWork::SetDisplay(Display* display) {
     return std::exchange(currentDisplay, display);
+}
+
+void LongWork::SetEager(bool eager) {
+    isEager = eager;
 }
 
 void LongWork::SetKeeper(Keeper* keeper) {

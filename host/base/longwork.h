@@ -43,6 +43,8 @@ public:
     static bool IsRunning();
     /// The running work ends at its next step; does nothing when none runs. Safe in a signal handler.
     static void Cancel() noexcept;
+    /// How many works have been cancelled so far, for those who cannot be told.
+    static int CancelCount();
     /// Calls `act` at once or, while work runs, from the event loop when it is done.
     static void WhenDone(std::function<void()> act);
 
@@ -50,6 +52,11 @@ public:
     /// shows them. Its exceptions are thrown on; its problems and traces are told when it ends. Without
     /// running work it is done here. No trees, lists or widgets in there.
     static void Elsewhere(const std::function<void()>& part);
+
+    /// Makes pieces there, such as the blocks of a file, which are taken here in their order while the next
+    /// ones are made. `next` makes a piece and answers with who takes it here; with nothing at the end.
+    using Take = std::function<void()>;
+    static void Ahead(const std::function<Take()>& next);
 
     /// While it lives Step() shows how far the work is and never throws: for what may not be cut in two.
     class Unbroken {
@@ -91,12 +98,14 @@ public:
     };
     /// The display is not owned; null for none. Returns the one before.
     static Display* SetDisplay(Display* display);
+    /// Each step is shown, however little time has passed since the last one; for tests.
+    static void SetEager(bool eager);
 
     /// Knows how lists were before work began.
     class Keeper {
     public:
         virtual ~Keeper() = default;
-        virtual void Begin() = 0;
+        virtual void NoteBefore() = 0;
         /// Puts back what the work has done to lists. Never throws.
         virtual void Revert() = 0;
     };

@@ -1,5 +1,7 @@
 #include "host/base/textdecoder.h"
 
+#include "host/base/longwork.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -102,6 +104,7 @@ Pass passOver(QIODevice& device) {
         const qsizetype carried = block.size();
         block.resize(carried + BlockBytes);
         const qint64 count = std::max<qint64>(device.read(block.data() + carried, BlockBytes), 0);
+        LongWork::Step(device.pos(), device.size());
         block.resize(carried + count);
         const auto* const zero = static_cast<const char*>(
             std::memchr(block.constData(), 0, static_cast<std::size_t>(block.size())));
@@ -295,6 +298,7 @@ Utf8Device::Utf8Device(QIODevice& source, TextEncoding encoding) : m_source(sour
 qint64 Utf8Device::readData(char* data, qint64 size) {
     while (m_position == m_bytes.size()) {
         const QByteArray bytes = m_source.read(BlockBytes);
+        LongWork::Step(m_source.pos(), m_source.size());
         if (bytes.isEmpty())
             return 0;
         QString text;

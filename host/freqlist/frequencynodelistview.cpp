@@ -1,5 +1,6 @@
 #include "host/freqlist/frequencynodelistview.h"
 
+#include "host/base/longwork.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
 #include "host/freqlist/buttonbar.h"
@@ -300,16 +301,32 @@ std::vector<double> FrequencyNodeListView::SelectedFrequencies() {
     return frequencies;
 }
 
+namespace {
+
+/// What mediators say of themselves, one after the other.
+void describe(const std::vector<FrequencyNodeMediator*>& mediators, FreqStoreXml::FrequencyStoreList& list) {
+    qint64 described = 0;
+    for (FrequencyNodeMediator* mediator : mediators) {
+        LongWork::Step(described++, static_cast<qint64>(mediators.size()));
+        mediator->AddToXml(list);
+    }
+}
+
+} // namespace
+
 void FrequencyNodeListView::CopySelection(TracePlace place) {
     try {
         const std::vector<FrequencyNodeMediator*> mediators = CopiedMediators();
         if (mediators.empty())
             return;
-        FreqStoreXml::FrequencyStoreList list;
-        for (FrequencyNodeMediator* mediator : mediators)
-            mediator->AddToXml(list);
-        list.SetUsage(FreqStoreXml::FrequencyStoreList::NameToUsage(mediators.front()->GetUsage()));
-        FreqStore::Instance().SetClipboardText(list.GetXmlString());
+        LongWork::Run(tr("Copy"), [&] {
+            FreqStoreXml::FrequencyStoreList list;
+            describe(mediators, list);
+            list.SetUsage(FreqStoreXml::FrequencyStoreList::NameToUsage(mediators.front()->GetUsage()));
+            QString text;
+            LongWork::Elsewhere([&] { text = list.GetXmlString(); });
+            FreqStore::Instance().SetClipboardText(text);
+        });
     } catch (const RGException& exception) {
         TraceLazily(place, [] { return QStringLiteral("EXCEPTION WHILE COPYING FREQUENCIES:"); });
         TraceLazily(place, [&] { return exception.GetErrorText(); });
@@ -325,12 +342,16 @@ void FrequencyNodeListView::PasteClipboard(TracePlace place) {
     const OperatorAction action(tr("Paste"));
     AllowSort(false);
     try {
-        QByteArray text = FreqStore::Instance().GetClipboardText().toUtf8();
-        QBuffer buffer(&text);
-        buffer.open(QIODevice::ReadOnly);
-        FreqStoreXml::FrequencyStoreList copied;
-        REPORTGENERATOR::ReadDocument(buffer, QStringLiteral("clipboard"), copied, nullptr, false);
-        list->AppendEntries(copied.GetFrequencyStoreEntry());
+        LongWork::Run(tr("Paste"), [&] {
+            QByteArray text = FreqStore::Instance().GetClipboardText().toUtf8();
+            QBuffer buffer(&text);
+            buffer.open(QIODevice::ReadOnly);
+            FreqStoreXml::FrequencyStoreList copied;
+            LongWork::Elsewhere([&] {
+                REPORTGENERATOR::ReadDocument(buffer, QStringLiteral("clipboard"), copied, nullptr, false);
+            });
+            list->AppendEntries(copied.GetFrequencyStoreEntry());
+        });
     } catch (const RGException& exception) {
         TraceLazily(place, [] { return QStringLiteral("EXCEPTION WHILE PASTING FREQUENCIES:"); });
         Problems::Report(place, Problem::FromText(exception.GetErrorText()));
@@ -380,13 +401,17 @@ FrequencyNodeListView::appendEntries(const QVector<FreqStoreXml::FrequencyStoreE
 
 void FrequencyNodeListView::Duplicate() {
     const OperatorAction action(tr("Duplicate"));
+    LongWork::Run(tr("Duplicate"), [this] { duplicateSelected(); });
+}
+
+void FrequencyNodeListView::duplicateSelected() {
     FreqStoreXml::FrequencyStoreList copies;
     const std::vector<FrequencyNodeMediator*> sources = SelectedInOrder();
-    for (FrequencyNodeMediator* mediator : sources)
-        mediator->AddToXml(copies);
+    describe(sources, copies);
     const std::vector<FrequencyNodeMediator*> added = appendEntries(copies.GetFrequencyStoreEntry());
     // An interchange entry has no place for all values.
     for (size_t i = 0; i < added.size(); ++i) {
+        LongWork::Step(static_cast<qint64>(i), static_cast<qint64>(added.size()));
         const Node* source = sources[i]->GetNode();
         Node* copy = added[i]->GetNode();
         for (const ValueBase* value = source->FirstValue(); value; value = Node::NextValue(value)) {
@@ -400,6 +425,10 @@ void FrequencyNodeListView::Duplicate() {
 
 void FrequencyNodeListView::DeleteSelectedEntries() {
     const OperatorAction action(tr("Delete"));
+    LongWork::Run(tr("Delete"), [this] { deleteSelected(); });
+}
+
+void FrequencyNodeListView::deleteSelected() {
     const std::vector<quint32> selected = SelectedRecords();
     const int place = selected.empty() ? -1 : RowOf(selected.front());
     std::map<Node*, std::vector<Node*>> byParent;
@@ -407,8 +436,10 @@ void FrequencyNodeListView::DeleteSelectedEntries() {
         if (Node* node = mediator->GetNode())
             byParent[node->GetParentNode()].push_back(node);
     }
-    for (const auto& [parent, nodes] : byParent)
+    for (const auto& [parent, nodes] : byParent) {
         parent->DeleteNodes(nodes);
+        LongWork::Step(1, 1); // a cancel that came meanwhile
+    }
     if (m_controller)
         m_controller->ForceUpdateNow();
     // Keys and the next command go on where the first of them was.

@@ -175,6 +175,9 @@ private:
 
     FrequencyNodeMediator* mediatorOfRow(int row) const { return m_mediators[m_rows.RecordAt(row)]; }
     bool cellText(FrequencyNodeMediator* mediator, int column, QString& text) const;
+    void duplicateSelected();
+    void deleteSelected();
+    int append(const TextLines& lines);
     std::optional<quint32> recordOf(quint32 number) const;
     std::vector<FrequencyNodeMediator*>
     appendEntries(const QVector<FreqStoreXml::FrequencyStoreEntry>& entries);

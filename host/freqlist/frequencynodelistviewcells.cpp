@@ -1,4 +1,5 @@
 #include "host/base/frequencyinput.h"
+#include "host/base/longwork.h"
 #include "host/base/problems.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/celleditor.h"
@@ -86,8 +87,16 @@ std::vector<int> FrequencyNodeListView::EditableColumns() const {
 FrequencyNodeListView::Filled FrequencyNodeListView::FillColumn(int column, const QString& text) {
     const OperatorAction action(tr("Fill"));
     Filled filled;
-    for (FrequencyNodeMediator* mediator : SelectedInOrder())
-        ++(give(EditedValue(*mediator, column), text) ? filled.written : filled.refused);
+    const std::vector<FrequencyNodeMediator*> mediators = SelectedInOrder();
+    const bool isWhole = LongWork::Run(tr("Fill"), [&] {
+        qint64 done = 0;
+        for (FrequencyNodeMediator* mediator : mediators) {
+            LongWork::Step(done++, static_cast<qint64>(mediators.size()));
+            ++(give(EditedValue(*mediator, column), text) ? filled.written : filled.refused);
+        }
+    });
+    if (!isWhole)
+        return Filled();
     if (filled.written > 0)
         EntriesWereEdited();
     return filled;
@@ -196,10 +205,16 @@ int FrequencyNodeListView::PasteText(const QString& text) {
     if (!CanDuplicate() || lines.Entries().isEmpty())
         return 0;
     const OperatorAction action(tr("Paste Text"));
+    int pasted = 0;
+    return LongWork::Run(tr("Paste Text"), [&] { pasted = append(lines); }) ? pasted : 0;
+}
+
+int FrequencyNodeListView::append(const TextLines& lines) {
     std::vector<FrequencyNodeMediator*> added = appendEntries(lines.Entries());
     std::vector<FrequencyNodeMediator*> good;
     std::map<Node*, std::vector<Node*>> bad;
     for (size_t i = 0; i < added.size(); ++i) {
+        LongWork::Step(static_cast<qint64>(i), static_cast<qint64>(added.size()));
         if (lines.Write(i, *added[i]))
             good.push_back(added[i]);
         else

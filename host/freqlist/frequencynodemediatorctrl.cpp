@@ -1,5 +1,6 @@
 #include "host/freqlist/frequencynodemediatorctrl.h"
 
+#include "host/base/longwork.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/frequencynodemediator.h"
@@ -111,6 +112,14 @@ void FrequencyNodeMediatorCtrl::ForEach(const std::function<void(FrequencyNodeMe
     }
 }
 
+void FrequencyNodeMediatorCtrl::ForEachInWork(const std::function<void(FrequencyNodeMediator&)>& visit) {
+    qint64 visited = 0;
+    ForEach([&](FrequencyNodeMediator& mediator) {
+        LongWork::Step(visited++, static_cast<qint64>(m_order.size()));
+        visit(mediator);
+    });
+}
+
 void FrequencyNodeMediatorCtrl::followNewChildren() {
     if (!m_node)
         return;
@@ -119,7 +128,9 @@ void FrequencyNodeMediatorCtrl::followNewChildren() {
     const size_t known = m_order.size();
     const std::vector<Node*> fresh = m_node->ChildrenSince(m_seenSerial);
     m_order.reserve(known + fresh.size());
+    const LongWork::Unbroken whole;
     for (Node* child : fresh) {
+        LongWork::Step(static_cast<qint64>(m_order.size() - known), static_cast<qint64>(fresh.size()));
         if (Mediator* mediator = CreateMediator(child))
             NotifyCreated(mediator);
     }
@@ -141,7 +152,9 @@ void FrequencyNodeMediatorCtrl::followRestored() {
     m_order.reserve(children.size());
     std::vector<FrequencyNodeMediator*> added;
     auto next = before.begin();
+    const LongWork::Unbroken whole;
     for (Node* child : children) {
+        LongWork::Step(static_cast<qint64>(m_order.size()), static_cast<qint64>(children.size()));
         if (next != before.end() && (*next)->GetNode() == child) {
             (*next)->OrderIndex = static_cast<unsigned>(m_order.size());
             m_order.push_back(*next++);
@@ -156,6 +169,18 @@ void FrequencyNodeMediatorCtrl::followRestored() {
 
 int FrequencyNodeMediatorCtrl::ScrollPlace() const {
     return m_views.empty() ? 0 : m_views.front()->ScrollPlace();
+}
+
+std::vector<quint32> FrequencyNodeMediatorCtrl::SelectedSerials() const {
+    std::vector<quint32> serials;
+    if (m_views.empty())
+        return serials;
+    for (const FrequencyNodeMediator* mediator : m_views.front()->SelectedInOrder()) {
+        if (const Node* entry = mediator->GetNode())
+            serials.push_back(entry->GetSerial());
+    }
+    std::sort(serials.begin(), serials.end());
+    return serials;
 }
 
 std::vector<FrequencyNodeMediator*>

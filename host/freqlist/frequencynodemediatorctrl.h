@@ -64,6 +64,8 @@ public:
     FrequencyNodeMediator* Find(const Node* entry);
     /// Calls `visit` for each mediator in order. `visit` must not change the list.
     void ForEach(const std::function<void(FrequencyNodeMediator&)>& visit);
+    /// The same, each a step of LongWork: the operator may cancel it.
+    void ForEachInWork(const std::function<void(FrequencyNodeMediator&)>& visit);
     /// The node whose children the controller watches; null before `Init` and after the node ended.
     Node* GetNode() const { return m_node; }
 
@@ -99,6 +101,8 @@ public:
     void EntriesWereEdited() { emit EntriesEdited(); }
     /// The scroll place of the list's first view.
     int ScrollPlace() const;
+    /// Serials of the entries that are selected in the list's first view, ascending.
+    std::vector<quint32> SelectedSerials() const;
     /// Selects entries, which are in order, in all views, at that scroll place.
     void SelectEntries(const std::vector<const Node*>& entries, int scrollPlace);
 

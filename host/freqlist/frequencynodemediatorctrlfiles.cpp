@@ -1,3 +1,4 @@
+#include "host/base/longwork.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
 #include "host/freqlist/frequencynodemediator.h"
@@ -41,7 +42,7 @@ void addOwn(Node& node, Names::Id key, const Content& content) {
 void FrequencyNodeMediatorCtrl::forEachEntry(const std::function<void(FrequencyNodeMediator&)>& visit) {
     if (IsDirty())
         ForceUpdateNow();
-    ForEach(visit);
+    ForEachInWork(visit);
     if (!m_node)
         return;
     quint32 seen = m_seenSerial;
@@ -144,7 +145,10 @@ void FrequencyNodeMediatorCtrl::SetReportXml(const QString& xml, bool replace) {
 void FrequencyNodeMediatorCtrl::AppendEntries(const QVector<FrequencyStoreEntry>& entries) {
     if (!m_node)
         return;
+    qint64 made = 0;
     for (const FrequencyStoreEntry& entry : entries) {
+        if (entries.size() > 1) // a single one is a step of whoever appends it
+            LongWork::Step(made++, entries.size());
         if (m_entryMaker)
             m_entryMaker(entry);
         else

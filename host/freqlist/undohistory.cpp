@@ -11,6 +11,8 @@
 #include <QThread>
 #include <QUndoStack>
 
+#include <set>
+
 namespace {
 
 constexpr char TraceSource[] = "undohistory";
@@ -122,10 +124,18 @@ private:
     std::vector<std::unique_ptr<UndoPart>> m_parts;
 };
 
+/// The rows that the operator had selected in a list.
+struct Selection {
+    int listId;
+    std::vector<quint32> serials;
+    int scrollPlace;
+};
+
 struct UndoHistory::Running {
     int action;
     int joined = 0; ///< actions within this one that are still running
     std::unique_ptr<Recording> recording;
+    std::vector<Selection> selections; ///< before the long work that runs
 };
 
 /// A step as the stack has it.
@@ -143,6 +153,14 @@ public:
     void redo() override {
         if (std::exchange(m_isDone, true))
             swap(ListStep::Direction::Redo);
+    }
+    /// Undoes what was never pushed; answers with the lists that it changed.
+    std::set<int> TakeBack() {
+        std::set<int> lists;
+        for (const ListStep& list : m_lists)
+            lists.insert(list.GetListId());
+        swap(ListStep::Direction::Undo);
+        return lists;
     }
     /// Texts that followed the lists after the action's end.
     void Amend(std::vector<TextStep>& texts) {
@@ -229,6 +247,8 @@ private:
             if (others[i])
                 m_texts[i].Put(*others[i], presents[i]);
         }
+        if (m_history.m_isTakingBack)
+            return;
         for (const auto& part : m_parts) {
             if (part->GetListId() != 0)
                 emit m_history.Shown(part->GetListId());
@@ -259,6 +279,7 @@ UndoHistory::UndoHistory() : m_stack(new QUndoStack(this)) {
 
 void UndoHistory::SetOn(bool on) {
     OperatorAction::SetListener(on ? this : nullptr);
+    LongWork::SetKeeper(on ? this : nullptr);
     if (on)
         return;
     ChangeRecorder::SetActive(nullptr);
@@ -274,10 +295,16 @@ void UndoHistory::Follow(Value<QString>& text, Node& list) {
 }
 
 bool UndoHistory::Add(std::unique_ptr<UndoPart> part) {
-    if (m_running.empty() || m_running.back().recording->Level() != loopLevel())
-        return false;
-    m_running.back().recording->Parts().push_back(std::move(part));
-    return true;
+    Running* const running = runningHere();
+    if (running)
+        running->recording->Parts().push_back(std::move(part));
+    return running != nullptr;
+}
+
+/// The action that runs in this event loop; null when none does.
+UndoHistory::Running* UndoHistory::runningHere() {
+    const bool isHere = !m_running.empty() && m_running.back().recording->Level() == loopLevel();
+    return isHere ? &m_running.back() : nullptr;
 }
 
 void UndoHistory::ForEachPart(const std::function<void(UndoPart&)>& visit) {
@@ -290,11 +317,11 @@ void UndoHistory::ForEachPart(const std::function<void(UndoPart&)>& visit) {
 int UndoHistory::Begin(const QString& name) {
     if (m_swaps)
         return 0; // what follows undo and redo is a part of them
-    if (!m_running.empty() && m_running.back().recording->Level() == loopLevel()) {
-        ++m_running.back().joined;
-        return m_running.back().action;
+    if (Running* const running = runningHere()) {
+        ++running->joined;
+        return running->action;
     }
-    m_running.push_back({++m_lastAction, 0, std::make_unique<Recording>(name, m_texts)});
+    m_running.push_back({++m_lastAction, 0, std::make_unique<Recording>(name, m_texts), {}});
     ChangeRecorder::SetActive(m_running.back().recording.get());
     return m_lastAction;
 }
@@ -313,6 +340,42 @@ void UndoHistory::End(int action) {
     } catch (const std::bad_alloc&) {
         Problems::Report(TraceSource, {recording->Name(), 0, tr("cannot be undone: not enough memory")});
     }
+}
+
+void UndoHistory::NoteBefore() {
+    emit WorkBegins();
+    Running* const running = runningHere();
+    if (!running)
+        return;
+    running->selections.clear();
+    for (const ListStep& list : running->recording->Lists()) {
+        if (const FrequencyNodeMediatorCtrl* controller = list.Controller())
+            running->selections.push_back(
+                {list.GetListId(), controller->SelectedSerials(), controller->ScrollPlace()});
+    }
+}
+
+/// What the action goes on with is recorded anew.
+void UndoHistory::Revert() {
+    if (Running* const running = runningHere()) {
+        const QScopedValueRollback isTakingBack(m_isTakingBack, true);
+        ChangeRecorder::SetActive(nullptr);
+        const std::unique_ptr<Recording> done = std::move(running->recording);
+        done->Finish();
+        Step step(*this, done->Name(), *done);
+        const std::set<int> changed = step.TakeBack();
+        running->recording = std::make_unique<Recording>(done->Name(), m_texts);
+        ChangeRecorder::SetActive(running->recording.get());
+        std::erase_if(running->selections,
+                      [&](const Selection& selection) { return !changed.contains(selection.listId); });
+        for (const ListStep& list : running->recording->Lists()) {
+            for (const Selection& selection : running->selections) {
+                if (selection.listId == list.GetListId())
+                    list.Select(selection.serials, selection.scrollPlace);
+            }
+        }
+    }
+    emit WorkTakenBack();
 }
 
 void UndoHistory::push(Recording& recording) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/base/longwork.h"
 #include "host/freqlist/undopart.h"
 #include "host/valuetree/node.h"
 #include "host/valuetree/operatoraction.h"
@@ -16,8 +17,9 @@ class QUndoStack;
 /// controllers is noted while an action runs. Never destroyed. GUI thread only.
 ///
 /// A step is undone and done again as it was done: entries come back to their places and paths as new nodes.
-/// One whose entries have gone meanwhile does nothing, says so and leaves the history.
-class UndoHistory : public QObject, private OperatorAction::Listener {
+/// One whose entries have gone meanwhile does nothing, says so and leaves the history. Long work that the
+/// operator cancels is taken back in the same way, with all that its action has done, and is no step.
+class UndoHistory : public QObject, private OperatorAction::Listener, private LongWork::Keeper {
     Q_OBJECT
 
 public:
@@ -44,6 +46,9 @@ signals:
     void Changed(int listId);
     /// A step of that list has been undone or done again.
     void Shown(int listId);
+    /// Long work begins; it was cancelled, and the lists are as they were then.
+    void WorkBegins();
+    void WorkTakenBack();
 
 private:
     class Recording;
@@ -59,6 +64,9 @@ private:
 
     int Begin(const QString& name) override;
     void End(int action) override;
+    void NoteBefore() override;
+    void Revert() override;
+    Running* runningHere();
     void push(Recording& recording);
     void keepWithinMemory();
 
@@ -67,4 +75,5 @@ private:
     std::vector<Running> m_running; ///< the innermost last
     int m_lastAction = 0;
     bool m_swaps = false; ///< a step is being undone or done again
+    bool m_isTakingBack = false;
 };

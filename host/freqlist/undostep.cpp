@@ -179,6 +179,19 @@ void ListStep::Show(Direction direction) const {
     views->SelectEntries(entries, direction == Direction::Undo ? m_scrollBefore : m_scrollAfter);
 }
 
+void ListStep::Select(const std::vector<quint32>& serials, int scrollPlace) const {
+    const Node* const list = m_list.get();
+    FrequencyNodeMediatorCtrl* const views = Controller();
+    if (!list || !views)
+        return;
+    std::vector<const Node*> entries;
+    for (const quint32 serial : serials) {
+        if (const Node* entry = list->ChildBySerial(serial))
+            entries.push_back(entry);
+    }
+    views->SelectEntries(entries, scrollPlace);
+}
+
 void ListStep::Spill() {
     m_absent.Spill();
     m_contents.Spill();

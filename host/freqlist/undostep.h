@@ -36,6 +36,8 @@ public:
     /// Selects in the list's views what the last swap has brought back or changed, at the scroll place where
     /// the operator was.
     void Show(Direction direction) const;
+    /// Selects those of the list's entries, whose serials ascend, that are there.
+    void Select(const std::vector<quint32>& serials, int scrollPlace) const;
     FrequencyNodeMediatorCtrl* Controller() const;
 
     void Spill();

@@ -1,5 +1,6 @@
 #include "host/freqlist/vectorlistviewbase.h"
 
+#include "host/base/longwork.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/rowtext.h"
 #include "host/valuetree/tree.h"
@@ -300,12 +301,16 @@ void VectorListViewBase::AddColumn(const QString& title, const QString& field, C
 void VectorListViewBase::sortByHeader() {
     const QScopedValueRollback arranging(m_arranging, true);
     LoadAll();
-    if (m_list->SortColumn() < 0) {
+    bool isSorted = true;
+    if (m_list->SortColumn() < 0)
         m_list->Order().Reset(RecordCount());
-    } else if (!Sort(m_list->SortColumn(), m_list->SortOrder() == Qt::AscendingOrder)) {
-        return;
-    }
-    m_list->ShowOrder();
+    else
+        LongWork::Run(tr("Sort"), [&] {
+            const LongWork::Unbroken whole; // views note the order that is to come at once
+            isSorted = Sort(m_list->SortColumn(), m_list->SortOrder() == Qt::AscendingOrder);
+        });
+    if (isSorted)
+        m_list->ShowOrder();
 }
 
 bool VectorListViewBase::Sort(int column, bool ascending) {

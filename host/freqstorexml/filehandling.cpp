@@ -1,5 +1,6 @@
 #include "host/freqstorexml/filehandling.h"
 
+#include "host/base/longwork.h"
 #include "host/freqstorexml/csvreader.h"
 #include "host/freqstorexml/liststreams.h"
 #include "host/report/byteinput.h"
@@ -41,10 +42,12 @@ void FileHandling::ImportFrequencyStoreList(bool csv, const QString& fileName, F
         read.GetFrequencyStoreEntry().append(entry);
     };
     REPORTGENERATOR::ReadInto(read.GetFrequencyStoreEntry(), fileName, [&] {
-        if (csv)
-            ReadCsv(fileName, type, append);
-        else
-            ReadXml(fileName, append, &usage);
+        LongWork::Elsewhere([&] {
+            if (csv)
+                ReadCsv(fileName, type, append);
+            else
+                ReadXml(fileName, append, &usage);
+        });
     });
     read.SetUsage(usage);
     list = std::move(read);
@@ -56,10 +59,12 @@ void FileHandling::ImportDetectionResultList(bool csv, const QString& fileName, 
         read.GetDetectionResult().append(result);
     };
     REPORTGENERATOR::ReadInto(read.GetDetectionResult(), fileName, [&] {
-        if (csv)
-            ReadDetectionResults(fileName, true, append);
-        else
-            read.LoadXml(fileName);
+        LongWork::Elsewhere([&] {
+            if (csv)
+                ReadDetectionResults(fileName, true, append);
+            else
+                read.LoadXml(fileName);
+        });
     });
     list = std::move(read);
 }

@@ -1,5 +1,6 @@
 #include "host/freqstorexml/stagedentries.h"
 
+#include "host/base/longwork.h"
 #include "host/report/readsafely.h"
 
 #include <cstring>
@@ -91,7 +92,7 @@ void StagedEntries::Read(const QString& fileName, bool csv, FrequencyStoreListHe
 
 void StagedEntries::Read(const QString& fileName, const std::function<void(const EntryCallback&)>& read) {
     try {
-        read([this](const FrequencyStoreEntry& entry) { Append(entry); });
+        LongWork::Elsewhere([&] { read([this](const FrequencyStoreEntry& entry) { Append(entry); }); });
     } catch (const RGException&) {
         clear();
         throw;
@@ -148,10 +149,15 @@ void StagedEntries::Append(const FrequencyStoreEntry& entry) {
 
 void StagedEntries::Drain(const EntryCallback& take) {
     m_last = FrequencyStoreEntry();
+    qint64 taken = 0;
+    const EntryCallback takeNext = [&](const FrequencyStoreEntry& entry) {
+        LongWork::Step(taken++, m_size);
+        take(entry);
+    };
     while (!m_chunks.empty()) {
         const std::string chunk = std::move(m_chunks.front());
         m_chunks.pop_front();
-        takeChunk(chunk, take);
+        takeChunk(chunk, takeNext);
     }
     clear();
 }

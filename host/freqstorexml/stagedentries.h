@@ -21,7 +21,7 @@ public:
     /// "file:line: reason", and NotEnoughMemory when they do not fit into memory; there are no entries then.
     void Read(const QString& fileName, bool csv, FrequencyStoreListHelper::ListType type);
 
-    /// The same for the entries that `read` hands on.
+    /// The same for the entries that `read` hands on, on another thread when that is long work.
     void Read(const QString& fileName, const std::function<void(const EntryCallback&)>& read);
 
     void Append(const FrequencyStoreEntry& entry);

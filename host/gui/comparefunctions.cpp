@@ -1,6 +1,7 @@
 #include "host/gui/comparefunctions.h"
 
 #include "host/base/frequencytext.h"
+#include "host/base/longwork.h"
 #include "host/base/numbers.h"
 
 #include <QHash>
@@ -139,6 +140,10 @@ std::vector<quint32> orderByFunction(const std::vector<QString>& texts, CompareF
     return order;
 }
 
+void step(size_t done, size_t total) {
+    LongWork::Step(static_cast<qint64>(done), static_cast<qint64>(total));
+}
+
 } // namespace
 
 SortKey SortKey::Of(const QString& text, CompareFunction function) {
@@ -208,8 +213,10 @@ std::vector<quint32> SortedPositions(size_t count, const std::function<QString(s
     if (!HasSortKey(function)) {
         std::vector<QString> texts;
         texts.reserve(count);
-        for (size_t row = 0; row < count; ++row)
+        for (size_t row = 0; row < count; ++row) {
+            step(row, count);
             texts.push_back(textOf(row));
+        }
         return orderByFunction(texts, function, ascending, present);
     }
     // Most columns repeat their texts, each of which is parsed and compared once. Where nearly all differ,
@@ -219,6 +226,7 @@ std::vector<quint32> SortedPositions(size_t count, const std::function<QString(s
     std::vector<SortKey> keys;
     std::vector<quint32> ranks(count);
     for (size_t row = 0; row < count; ++row) {
+        step(row, count);
         const QString text = textOf(row);
         quint32 single = 0;
         quint32& number = keys.size() < Sample + row / 2 ? numbers[text] : single; // counted from 1
@@ -228,7 +236,8 @@ std::vector<quint32> SortedPositions(size_t count, const std::function<QString(s
         }
         ranks[row] = number - 1;
     }
-    const std::vector<quint32> rankOfKey = KeyRanking(keys).Ranks(ascending);
+    std::vector<quint32> rankOfKey;
+    LongWork::Elsewhere([&] { rankOfKey = KeyRanking(keys).Ranks(ascending); });
     for (quint32& each : ranks)
         each = rankOfKey[each];
     return orderByRank(ranks, keys.size(), present);

@@ -1,5 +1,6 @@
 #include "host/gui/sortlistview.h"
 
+#include "host/base/longwork.h"
 #include "host/gui/celldelegate.h"
 #include "host/gui/columnarrangement.h"
 #include "host/gui/listsettings.h"
@@ -219,16 +220,26 @@ void SortListView::customEvent(QEvent* event) {
         m_sortWanted = true;
     else if (m_sortColumn >= 0)
         SortNow();
+    if (std::exchange(m_isSortCancelled, false)) { // the rows are in no order
+        m_sortColumn = -1;
+        showSortIndicator();
+    }
 }
 
 void SortListView::sortByColumn(int column, Qt::SortOrder order) {
     if (IsEditing())
         endEditing();
+    const auto before = std::pair(m_sortColumn, m_sortOrder);
+    const bool wasInOrder = std::exchange(m_inOrder, false);
     m_sortColumn = column < columnCount() ? column : -1;
     m_sortOrder = order;
-    m_inOrder = false;
     showSortIndicator();
     SortNow();
+    if (std::exchange(m_isSortCancelled, false)) { // the rows stand as they did
+        std::tie(m_sortColumn, m_sortOrder) = before;
+        m_inOrder = wasInOrder;
+        showSortIndicator();
+    }
 }
 
 void SortListView::setShowSortIndicator(bool show) {
@@ -242,8 +253,10 @@ void SortListView::SortNow() {
     if (m_sortColumn < 0)
         m_order.Reset(RowCount());
     else if (!m_inOrder || !moveChanged())
-        sortAll();
+        m_isSortCancelled = !sortAll();
     --m_filling;
+    if (m_isSortCancelled)
+        return;
     m_inOrder = m_sortColumn >= 0;
     m_changed.clear();
     m_sortedCount = static_cast<quint32>(RowCount());
@@ -251,11 +264,14 @@ void SortListView::SortNow() {
 }
 
 /// Equal rows stay in the order that they have, so that a list can be sorted by one column within another.
-void SortListView::sortAll() {
-    m_order.Set(SortedPositions(
-        static_cast<size_t>(RowCount()),
-        [&](size_t record) { return RecordText(static_cast<quint32>(record), m_sortColumn); },
-        compareFunction(m_sortColumn), m_sortOrder == Qt::AscendingOrder, m_order.Sorted()));
+/// False when the operator cancelled.
+bool SortListView::sortAll() {
+    return LongWork::Run(tr("Sort"), [this] {
+        m_order.Set(SortedPositions(
+            static_cast<size_t>(RowCount()),
+            [&](size_t record) { return RecordText(static_cast<quint32>(record), m_sortColumn); },
+            compareFunction(m_sortColumn), m_sortOrder == Qt::AscendingOrder, m_order.Sorted()));
+    });
 }
 
 void SortListView::RecordChanged(quint32 record) {

@@ -294,7 +294,7 @@ private:
     friend class SortListViewItem;
     class PageBar;
 
-    void sortAll();
+    bool sortAll();
     bool moveChanged();
     SortKey keyOf(quint32 record, const RowOrder& order) const {
         return order.KeyOf(RecordText(record, m_sortColumn));
@@ -354,6 +354,7 @@ private:
     bool m_sortPosted = false;
     bool m_sortWanted = false; ///< asked for while it was not allowed
     bool m_inOrder = false;    ///< all but those that changed or came stand in the order of the sort column
+    bool m_isSortCancelled = false;
     std::vector<quint32> m_changed; ///< records that changed since they were sorted, some more than once
     quint32 m_sortedCount = 0;      ///< records that there were then; the others came
     int m_filling = 0;

@@ -1,5 +1,6 @@
 #include "host/report/byteinput.h"
 
+#include "host/base/longwork.h"
 #include "host/report/filestamps.h"
 
 #include <QFile>
@@ -75,6 +76,8 @@ bool ByteInput::More() {
     if (count < 0)
         Fail(QStringLiteral("cannot be read: ") + m_device.errorString());
     m_end += count;
+    if (!m_device.isSequential())
+        LongWork::Step(m_device.pos(), m_device.size());
     return count > 0;
 }
 

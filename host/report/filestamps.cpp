@@ -1,11 +1,13 @@
 #include "host/report/filestamps.h"
 
+#include "host/base/longwork.h"
 #include "host/base/problems.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 #include <chrono>
+#include <mutex>
 #include <sys/stat.h>
 #include <unordered_map>
 
@@ -27,6 +29,11 @@ struct Stamp {
 std::unordered_map<QString, Stamp>& stamps() {
     static auto* const known = new std::unordered_map<QString, Stamp>;
     return *known;
+}
+
+std::mutex& mutex() {
+    static auto* const ofStamps = new std::mutex;
+    return *ofStamps;
 }
 
 QString keyOf(const QString& path) {
@@ -54,8 +61,16 @@ std::optional<size_t> hashOf(const QString& path) {
 
 void note(const QString& path, const std::optional<State>& state, std::optional<size_t> hash) {
     const QString key = keyOf(path);
+    const std::lock_guard lock(mutex());
     if (state && !key.isEmpty())
         stamps()[key] = {*state, now() - state->modified > TickNanoseconds, hash};
+}
+
+std::optional<Stamp> stampOf(const QString& path) {
+    const QString key = keyOf(path);
+    const std::lock_guard lock(mutex());
+    const auto known = stamps().find(key);
+    return known == stamps().end() ? std::nullopt : std::optional(known->second);
 }
 
 } // namespace
@@ -70,25 +85,23 @@ std::optional<State> State::Of(const QString& path) {
 
 void NoteRead(const QString& path) {
     const std::optional<State> state = State::Of(path);
-    note(path, state, hashOf(path));
+    std::optional<size_t> hash;
+    LongWork::Elsewhere([&] { hash = hashOf(path); });
+    note(path, state, hash);
 }
 
 bool IsChanged(const QString& path) {
-    const auto known = stamps().find(keyOf(path));
+    const std::optional<Stamp> stamp = stampOf(path);
     const std::optional<State> state = State::Of(path);
-    if (known == stamps().end() || !state)
+    if (!stamp || !state || (stamp->hash && stamp->isSettled && stamp->state == *state))
         return false;
-    const Stamp& stamp = known->second;
-    if (stamp.hash && stamp.isSettled && stamp.state == *state)
-        return false;
-    return !stamp.hash || stamp.state.size != state->size || stamp.hash != hashOf(path);
+    return !stamp->hash || stamp->state.size != state->size || stamp->hash != hashOf(path);
 }
 
 bool IsKnown(const QString& path, const QString& copy) {
-    const auto known = stamps().find(keyOf(path));
+    const std::optional<Stamp> stamp = stampOf(path);
     const std::optional<State> state = State::Of(copy);
-    return known != stamps().end() && state && known->second.hash &&
-           known->second.state.size == state->size && known->second.hash == hashOf(copy);
+    return stamp && state && stamp->hash && stamp->state.size == state->size && stamp->hash == hashOf(copy);
 }
 
 void NoteBeside(const QString& path, const QString& copy) {
@@ -96,6 +109,7 @@ void NoteBeside(const QString& path, const QString& copy) {
 }
 
 void ForgetAll() {
+    const std::lock_guard lock(mutex());
     stamps().clear();
 }
 
@@ -107,7 +121,8 @@ Reading::~Reading() {
 }
 
 bool Reading::Finish() {
-    const std::optional<size_t> hash = hashOf(m_path);
+    std::optional<size_t> hash;
+    LongWork::Elsewhere([&] { hash = hashOf(m_path); });
     if (!Check())
         return false;
     note(m_path, m_before, hash);

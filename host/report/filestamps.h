@@ -6,7 +6,7 @@
 #include <sys/types.h>
 
 /// The state of the files that this process has read or written. A writer sees by it that another program has
-/// changed a file since. One thread only, like the problems of readers.
+/// changed a file since. Any thread.
 namespace FileStamps {
 
 /// Notes the file, as it stands now, as read or written by this process.

@@ -1,5 +1,6 @@
 #include "host/report/outputfile.h"
 
+#include "host/base/longwork.h"
 #include "host/base/trace.h"
 #include "host/report/byteinput.h"
 #include "host/report/filestamps.h"
@@ -272,8 +273,15 @@ bool OutputFile::keepsChanged() {
 void OutputFile::Commit() {
     check(m_temporary->Error() == 0);
     m_writtenName = m_fileName;
-    if (!holdSameBytes(m_temporary->Name(), m_target)) {
-        check(m_temporary->Sync());
+    bool isNew = false;
+    LongWork::Elsewhere([&] {
+        isNew = !holdSameBytes(m_temporary->Name(), m_target);
+        if (isNew)
+            m_temporary->Sync();
+    });
+    const LongWork::Unbroken replacing;
+    if (isNew) {
+        check(m_temporary->Error() == 0);
         if (keepsChanged())
             return;
         if (currentGuard)

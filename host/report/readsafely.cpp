@@ -1,5 +1,6 @@
 #include "host/report/readsafely.h"
 
+#include "host/base/longwork.h"
 #include "host/base/problems.h"
 #include "host/report/byteinput.h"
 
@@ -28,6 +29,10 @@ bool ReadSafely(TracePlace place, const QString& file, const std::function<bool(
     try {
         kept = QByteArray(KeptBytes, Qt::Uninitialized); // takes no memory while nobody writes to it
         return read();
+    } catch (const WorkCancelled&) {
+        const LongWork::Unbroken unbroken;
+        drop();
+        throw;
     } catch (const NotEnoughMemory& exception) {
         staged = exception.GetCount();
     } catch (const RGException& exception) {

@@ -42,7 +42,7 @@ void ReadInto(Container& entries, const QString& file, Read read) {
 
 /// Reads a file for the operator. Returns the result of `read`; false, told under the reader's place, when it
 /// throws RGException or memory runs out. In the latter case `drop` takes the entries read out of the list
-/// again; some memory is kept free for it.
+/// again; some memory is kept free for it. It does so before WorkCancelled passes through, too.
 [[nodiscard]] bool ReadSafely(TracePlace place, const QString& file, const std::function<bool()>& read,
                               const std::function<DroppedEntries()>& drop);
 

@@ -1,5 +1,6 @@
 #include "host/valuetree/node.h"
 
+#include "host/base/longwork.h"
 #include "host/valuetree/changerecorder.h"
 #include "host/valuetree/nodeparts.h"
 #include "host/valuetree/tree.h"
@@ -311,7 +312,10 @@ void Node::DeleteNodes(const std::vector<Node*>& children) {
     Rare& r = rare();
     RemovalCursor cursor(this);
     ++r.removing;
+    const LongWork::Unbroken whole;
+    qint64 removed = 0;
     for (const quint32 place : places) {
+        LongWork::Step(removed++, static_cast<qint64>(places.size()));
         if (Node* child = r.children[place])
             removeChild(child);
         if (cursor.dead)
@@ -339,7 +343,9 @@ void Node::DeleteChildren() {
         Rare& r = rare();
         ++r.removing;
         const size_t count = r.children.size(); // children attached meanwhile stay
+        const LongWork::Unbroken whole;
         for (size_t place = 0; place < count; ++place) {
+            LongWork::Step(static_cast<qint64>(place), static_cast<qint64>(count));
             if (Node* child = r.children[place])
                 removeChild(child);
             if (cursor.dead)

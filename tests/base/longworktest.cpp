@@ -29,7 +29,7 @@ protected:
             onTurn(progress);
     }
     void Hide() override { ++hidden; }
-    void Begin() override { kept << QStringLiteral("begin"); }
+    void NoteBefore() override { kept << QStringLiteral("begin"); }
     void Revert() override {
         kept << QStringLiteral("revert");
         LongWork::Step(1, 1); // what is put back takes time as well, and cannot be cancelled
@@ -177,6 +177,42 @@ TEST_F(LongWorkElsewhereTest, ACancelEndsItToo) {
                 LongWork::Step(1, 2);
         });
     }));
+}
+
+TEST_F(LongWorkElsewhereTest, PiecesAreTakenHereInTheirOrderAndNotFarBehind) {
+    const auto here = std::this_thread::get_id();
+    QStringList order;
+    Problems::SetSink([&](const Problem& problem) { order << problem.reason; });
+    std::atomic<int> taken = 0;
+    QStringList expected;
+    int next = 0;
+    const auto make = [&]() -> LongWork::Take {
+        EXPECT_LE(next - taken, 7); // those that wait, the one in work and the one being made
+        if (next == 200)
+            return {};
+        Problems::Report("longworktest", {QString(), 0, QStringLiteral("p%1").arg(next)});
+        return [&, number = next++] {
+            EXPECT_EQ(std::this_thread::get_id(), here);
+            order << QString::number(number);
+            ++taken;
+        };
+    };
+    for (int i = 0; i < 200; ++i)
+        expected << QStringLiteral("p%1").arg(i) << QString::number(i);
+    LongWork::Run(QStringLiteral("Read"), [&] { LongWork::Ahead(make); });
+    EXPECT_EQ(order, expected);
+    order.clear();
+    next = taken = 0;
+    LongWork::Ahead(make);
+    EXPECT_EQ(order, expected) << "without running work";
+}
+
+TEST_F(LongWorkElsewhereTest, WhoTakesAPieceMayFailWhileOthersAreMade) {
+    EXPECT_THROW(
+        LongWork::Run(
+            QStringLiteral("Read"),
+            [] { LongWork::Ahead([]() -> LongWork::Take { return [] { throw std::bad_alloc(); }; }); }),
+        std::bad_alloc);
 }
 
 } // namespace

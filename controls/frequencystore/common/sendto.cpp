@@ -2,6 +2,7 @@
 
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "host/base/frequencytext.h"
+#include "host/base/longwork.h"
 #include "host/base/numbers.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
@@ -75,14 +76,16 @@ std::vector<Target> Targets() {
 Outcome Send(const QVector<FrequencyStoreEntry>& entries, HalvoNodeMediatorCtrl& target, double tolerance) {
     std::set<double> known;
     target.ForceUpdateNow();
-    target.ForEach([&](FrequencyNodeMediator& mediator) {
+    target.ForEachInWork([&](FrequencyNodeMediator& mediator) {
         double hertz = 0;
         if (mediator.GetFrequency(hertz, 0) && !std::isnan(hertz))
             known.insert(hertz);
     });
     Outcome outcome;
     QVector<FrequencyStoreEntry> added;
+    qint64 seen = 0;
     for (const FrequencyStoreEntry& entry : entries) {
+        LongWork::Step(seen++, entries.size());
         const double hertz = entry.GetFFM_Settings().GetFrequency().GetValue();
         if (!(hertz > 0) || !std::isfinite(hertz)) {
             ++outcome.unusable;
@@ -125,7 +128,10 @@ void Offer(FreqStoreListViewButtonBar& bar, const std::function<QVector<Frequenc
                 if (!controller)
                     return;
                 const OperatorAction step(tr("Send"));
-                const QString answer = told(Send(entries(), *controller, Tolerance()), name);
+                QString answer;
+                if (!LongWork::Run(tr("Send"),
+                                   [&] { answer = told(Send(entries(), *controller, Tolerance()), name); }))
+                    return;
                 bar.Tell(answer); // until the counts change, which they do all the time while a search runs
                 emit FreqStore::Instance().Told(answer);
             });

@@ -1,5 +1,6 @@
 #include "controls/frequencystore/detections/searchmcrecords.h"
 
+#include "host/base/longwork.h"
 #include "host/base/numbers.h"
 #include "host/base/problems.h"
 #include "host/freqstorexml/liststreams.h"
@@ -196,8 +197,11 @@ void WriteFile(const QString& file, bool csv, const std::vector<const DetectionC
     using Helper = FreqStoreXml::FrequencyStoreListHelper;
     FreqStoreXml::FrequencyStoreListWriter writer(file, csv, csv ? Helper::Detections : Helper::XmlList);
     writer.Begin(FrequencyStoreList::SearchResults);
-    for (const DetectionConventional* record : records)
+    qint64 written = 0;
+    for (const DetectionConventional* record : records) {
+        LongWork::Step(written++, static_cast<qint64>(records.size()));
         writer.Append(ToEntry(*record));
+    }
     writer.Commit();
 }
 
@@ -214,7 +218,9 @@ void WriteResults(const QString& file, bool csv,
     FreqStoreXml::DetectionResultListWriter writer(file, csv);
     writer.Begin(resultListHead(csv));
     DetectionResultList list;
+    qint64 written = 0;
     for (const ExtendedDetectionConventional* record : records) {
+        LongWork::Step(written++, static_cast<qint64>(records.size()));
         append(list, *record);
         for (const DetectionResult& result : std::as_const(list).GetDetectionResult())
             writer.Append(result);
@@ -229,10 +235,12 @@ void ReadFile(const QString& file, std::list<DetectionConventional>& records) {
         read.push_back(FromEntry(entry, file));
     };
     REPORTGENERATOR::ReadInto(read, file, [&] {
-        if (isCsv(file))
-            FreqStoreXml::ReadCsv(file, FreqStoreXml::FrequencyStoreListHelper::Detections, take);
-        else
-            FreqStoreXml::ReadXml(file, take);
+        LongWork::Elsewhere([&] {
+            if (isCsv(file))
+                FreqStoreXml::ReadCsv(file, FreqStoreXml::FrequencyStoreListHelper::Detections, take);
+            else
+                FreqStoreXml::ReadXml(file, take);
+        });
     });
     records.swap(read);
 }
@@ -240,8 +248,10 @@ void ReadFile(const QString& file, std::list<DetectionConventional>& records) {
 void ReadFile(const QString& file, std::list<ExtendedDetectionConventional>& records) {
     std::list<ExtendedDetectionConventional> read;
     REPORTGENERATOR::ReadInto(read, file, [&] {
-        FreqStoreXml::ReadDetectionResults(file, isCsv(file), [&](const DetectionResult& result) {
-            read.push_back(FromResult(result, file));
+        LongWork::Elsewhere([&] {
+            FreqStoreXml::ReadDetectionResults(file, isCsv(file), [&](const DetectionResult& result) {
+                read.push_back(FromResult(result, file));
+            });
         });
     });
     records.swap(read);

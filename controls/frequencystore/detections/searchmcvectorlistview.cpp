@@ -6,6 +6,7 @@
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
 #include "host/gui/guibase.h"
+#include "host/report/filework.h"
 #include "host/report/rgexception.h"
 
 #include <QCoreApplication>
@@ -31,7 +32,10 @@ void SearchMC::WriteAskedFile(QWidget* view, const QString& kind, bool csv, cons
     if (!file.contains(extension))
         file += extension;
     try {
-        write(file);
+        REPORTGENERATOR::WriteAsWork(file, [&] {
+            write(file);
+            return true;
+        });
     } catch (const RGException& exception) {
         TraceLazily(places.heading, [csv] {
             return csv ? QStringLiteral("EXCEPTION WHILE EXPORTING RESULTS:")

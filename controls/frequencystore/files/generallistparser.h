@@ -7,8 +7,8 @@
 class FileProblems;
 class QDomElement;
 class QDomNode;
-class LineFields;
 struct LineLayout;
+struct LineRecord;
 
 namespace FreqStoreXml {
 class FrequencyStoreEntry;
@@ -30,7 +30,7 @@ public:
 
     /// One record of a file of lines. A list with very many of them takes what it needs and makes no copies;
     /// others get it as any record.
-    virtual void FillInLine(const LineFields& line);
+    virtual void FillInLine(const LineRecord& line);
 
     /// Reads a profile table: XML with elements "PROFILETBL", each of which has objects with priorities and
     /// parameter sets with frequencies. Every parameter set is a record. A file that cannot be opened is

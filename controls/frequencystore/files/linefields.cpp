@@ -37,3 +37,29 @@ void LineFields::complain(int field, const char* what) {
         QCoreApplication::translate("Readers", "\"%1\" is no %2; 0 is taken")
             .arg(m_fields[field].left(40).toString(), QCoreApplication::translate("Readers", what)));
 }
+
+void LineBlock::Add(const LineFields& fields) {
+    if (m_lines.empty()) {
+        constexpr size_t CharactersPerLine = 40;
+        m_lines.reserve(MostLines);
+        m_texts.reserve(MostLines * CharactersPerLine);
+    }
+    Line& line = m_lines.emplace_back(Line{fields.frequency, fields.bandwidth, fields.priority, {}});
+    size_t text = 0;
+    for (const QString* part : {&fields.comment, &fields.demodulation, &fields.threatClass}) {
+        m_texts.append(reinterpret_cast<const char16_t*>(part->utf16()), static_cast<size_t>(part->size()));
+        line.ends[text++] = static_cast<qsizetype>(m_texts.size());
+    }
+}
+
+void LineBlock::ForEach(const std::function<void(const LineRecord&)>& take) const {
+    const QStringView texts(m_texts.data(), static_cast<qsizetype>(m_texts.size()));
+    qsizetype begin = 0;
+    for (const Line& line : m_lines) {
+        const auto& [comment, demodulation, threatClass] = line.ends;
+        take({line.frequency, line.bandwidth, line.priority, texts.sliced(begin, comment - begin),
+              texts.sliced(comment, demodulation - comment),
+              texts.sliced(demodulation, threatClass - demodulation)});
+        begin = threatClass;
+    }
+}

@@ -2,6 +2,10 @@
 
 #include "controls/frequencystore/files/linereader.h"
 
+#include <array>
+#include <functional>
+#include <vector>
+
 /// Number of a field in a line, from 0; -1 where the format has no such field.
 struct LineLayout {
     int frequency;
@@ -18,6 +22,16 @@ inline constexpr LineLayout SflLayout{0, 2, 1, 3, -1, -1};
 inline constexpr LineLayout LtlLayout{0, 1, 2, 3, 5, 6};
 /// Lines of a ".noi" file: frequency, comment, bandwidth.
 inline constexpr LineLayout NoiLayout{0, 2, 1, -1, -1, -1};
+
+/// What one line says. Texts are the reader's, and good while the record is handed on.
+struct LineRecord {
+    double frequency; ///< Hz
+    double bandwidth; ///< Hz
+    int priority;
+    QStringView comment;
+    QStringView demodulation;
+    QStringView threatClass;
+};
 
 /// The fields of one line after the other. A short line keeps the previous line's values for what it lacks;
 /// a number that cannot be read is 0, and is told.
@@ -49,4 +63,27 @@ private:
     const LineLayout& m_layout;
     QStringView m_fields[MaxFields];
     int m_count = 0;
+};
+
+/// Some thousand lines with their texts, so that one thread can take lines apart and another one use them.
+class LineBlock {
+public:
+    bool IsFull() const { return m_lines.size() == MostLines; }
+    bool IsEmpty() const { return m_lines.empty(); }
+    void Add(const LineFields& fields);
+    /// Hands the lines on in their order.
+    void ForEach(const std::function<void(const LineRecord&)>& take) const;
+
+private:
+    static constexpr size_t MostLines = 2048;
+
+    struct Line {
+        double frequency;
+        double bandwidth;
+        int priority;
+        std::array<qsizetype, 3> ends; ///< of the texts; each begins where the one before ends
+    };
+
+    std::vector<Line> m_lines;
+    std::u16string m_texts;
 };

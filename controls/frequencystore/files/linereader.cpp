@@ -1,5 +1,6 @@
 #include "controls/frequencystore/files/linereader.h"
 
+#include "host/base/longwork.h"
 #include "host/base/tokenizer.h"
 #include "host/base/trace.h"
 
@@ -61,6 +62,7 @@ bool LineReader::readMore() {
     m_bytes.reserve(ChunkBytes); // no more than that, which growth would take
     m_bytes.resize(ChunkBytes);
     const qint64 count = m_device.read(m_bytes.data(), ChunkBytes);
+    LongWork::Step(m_device.pos(), m_device.size());
     m_bytes.truncate(std::max<qint64>(count, 0));
     if (count < 0)
         m_problems.ReportAlways(m_lineNumber + 1,

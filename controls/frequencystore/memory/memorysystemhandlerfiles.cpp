@@ -7,8 +7,10 @@
 #include "controls/frequencystore/memory/memoryscansection.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "host/base/fileproblems.h"
+#include "host/base/longwork.h"
 #include "host/base/trace.h"
 #include "host/freqstorexml/stagedentries.h"
+#include "host/report/filework.h"
 #include "host/report/readsafely.h"
 
 #include <QCoreApplication>
@@ -134,9 +136,12 @@ QString MemorySystemHandler::FileOpen() {
     const QString path = MemoryDialogs::FileToOpen();
     if (path.isEmpty() || !alive || !FileGate::MayRead(FileGate::List::MemoryChannels, path) || !alive)
         return QString();
-    const bool read = ReadFile(path);
-    FileGate::WasRead(FileGate::List::MemoryChannels, path, read);
-    return path;
+    const auto take = [&] {
+        const bool read = ReadFile(path);
+        FileGate::WasRead(FileGate::List::MemoryChannels, path, read);
+        return true;
+    };
+    return REPORTGENERATOR::ReadAsWork(path, take) ? path : QString();
 }
 
 bool MemorySystemHandler::isRefused(const QString& path) const {
@@ -156,9 +161,11 @@ bool MemorySystemHandler::ReadFile(const QString& path) {
     quint32 serial = 0;
     if (m_root)
         m_root->ChildrenSince(serial);
-    return REPORTGENERATOR::ReadSafely(
-        TraceSource, path, [&] { return isJob ? ParseJobFile(path) : ParseSFLFile(path); },
-        [&] { return dropChannelsSince(serial); });
+    return REPORTGENERATOR::ReadAsWork(path, [&] {
+        return REPORTGENERATOR::ReadSafely(
+            TraceSource, path, [&] { return isJob ? ParseJobFile(path) : ParseSFLFile(path); },
+            [&] { return dropChannelsSince(serial); });
+    });
 }
 
 /// Takes the channels of a file that does not fit into memory out of the list again.
@@ -266,7 +273,9 @@ bool MemorySystemHandler::readChannels(const QString& job, const QString& name) 
 void MemorySystemHandler::takeChannels(const std::vector<ReadChannel>& channels, FileProblems& problems) {
     m_hfEntries.Refresh();
     m_vuhfEntries.Refresh();
+    qint64 taken = 0;
     for (const ReadChannel& channel : channels) {
+        LongWork::Step(taken++, static_cast<qint64>(channels.size()));
         if (!RangeExists(channel.range)) {
             takeNewChannel(channel, problems);
             continue;
@@ -318,10 +327,19 @@ bool MemorySystemHandler::OpenJobFile(const QString& path) {
         return false;
     const QString jobBefore = m_jobFile ? m_jobFile->GetValue() : QString();
     const QString nameBefore = m_jobFileName;
+    const bool wasChanged = m_changedSinceJobSave;
     bool isReplacing = false;
-    return REPORTGENERATOR::ReadSafely(
-        TraceSource, path, [&] { return takeJobFile(path, isReplacing); },
-        [&] { return isReplacing ? takeJobBack(jobBefore, nameBefore) : REPORTGENERATOR::DroppedEntries(); });
+    const auto takeBack = [&] {
+        if (!isReplacing)
+            return REPORTGENERATOR::DroppedEntries();
+        const REPORTGENERATOR::DroppedEntries dropped = takeJobBack(jobBefore, nameBefore);
+        m_changedSinceJobSave = wasChanged;
+        return dropped;
+    };
+    return REPORTGENERATOR::ReadAsWork(path, [&] {
+        return REPORTGENERATOR::ReadSafely(
+            TraceSource, path, [&] { return takeJobFile(path, isReplacing); }, takeBack);
+    });
 }
 
 /// Brings back the job, and the channels that it says, after another that does not fit into memory.
@@ -385,10 +403,12 @@ bool MemorySystemHandler::collectChannels() {
         m_pMedCtrl->ForceUpdateNow();
     if (m_listType != MediatorType::MemoryHF && !IsVUHF())
         return false;
+    const LongWork::Unbroken whole;
     MemoryScanWriter writer(IsVUHF());
     long number = 0;
     const auto count = static_cast<int>(m_pMedCtrl->size());
     for (int i = 0; i < count; ++i) {
+        LongWork::Step(i, count);
         auto* mediator = dynamic_cast<MemoryMediator*>(m_pMedCtrl->GetItemwithIndex(i));
         if (!mediator)
             continue;
@@ -439,7 +459,7 @@ bool MemorySystemHandler::SaveJobFile(const QString& path) {
     else if (!m_jobFile || m_jobFile->GetValue().isEmpty())
         Problems::Report(TraceSource, {path, 0, tr("not written: there is no job")});
     else
-        return m_sectionsInJob >= 0 && writeJob(path);
+        return m_sectionsInJob >= 0 && REPORTGENERATOR::WriteAsWork(path, [&] { return writeJob(path); });
     return false;
 }
 
@@ -451,12 +471,14 @@ bool MemorySystemHandler::SaveFile(const QString& path) {
         return false;
     }
     m_pMedCtrl->ForceUpdateNow();
-    try {
-        m_pMedCtrl->WriteFrequencies(path, false, FreqStoreXml::FrequencyStoreListHelper::XmlList);
-        return true;
-    } catch (const RGException& exception) {
-        TraceLazily(TraceSource, [] { return QStringLiteral("EXCEPTION WHILE SAVING FREQUENCIES:"); });
-        TraceLazily(TraceSource, [&] { return exception.GetErrorText(); });
-        return false;
-    }
+    return REPORTGENERATOR::WriteAsWork(path, [&] {
+        try {
+            m_pMedCtrl->WriteFrequencies(path, false, FreqStoreXml::FrequencyStoreListHelper::XmlList);
+            return true;
+        } catch (const RGException& exception) {
+            TraceLazily(TraceSource, [] { return QStringLiteral("EXCEPTION WHILE SAVING FREQUENCIES:"); });
+            TraceLazily(TraceSource, [&] { return exception.GetErrorText(); });
+            return false;
+        }
+    });
 }

@@ -7,6 +7,7 @@
 #include "controls/frequencystore/memory/memoryscansection.h"
 #include "host/base/fileproblems.h"
 #include "host/freqstorexml/filehandling.h"
+#include "host/report/filework.h"
 #include "host/report/readsafely.h"
 
 namespace {
@@ -128,11 +129,13 @@ bool readByName(const QString& path, MediatorType list, Entries& entries) {
 
 std::optional<Entries> ReadFileEntries(const QString& path, MediatorType list) {
     Entries entries;
-    const bool isRead = REPORTGENERATOR::ReadSafely(
-        TraceSource, path, [&] { return readByName(path, list, entries); },
-        [&] {
-            entries = Entries();
-            return REPORTGENERATOR::DroppedEntries();
-        });
+    const auto drop = [&] {
+        entries = Entries();
+        return REPORTGENERATOR::DroppedEntries();
+    };
+    const bool isRead = REPORTGENERATOR::ReadAsWork(path, [&] {
+        return REPORTGENERATOR::ReadSafely(
+            TraceSource, path, [&] { return readByName(path, list, entries); }, drop);
+    });
     return isRead ? std::optional(std::move(entries)) : std::nullopt;
 }

@@ -6,6 +6,7 @@
 #include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "host/base/fileproblems.h"
 #include "host/base/frequencytext.h"
+#include "host/base/longwork.h"
 #include "host/base/numbers.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/valuetree/operatoraction.h"
@@ -157,6 +158,10 @@ void setValue(Node& node, const QString& key, const QString& text) {
         value->SetStringValue(text);
 }
 
+void step(size_t done, size_t total) {
+    LongWork::Step(static_cast<qint64>(done), static_cast<qint64>(total));
+}
+
 QString textIn(const std::vector<EntryMerge::Field>& fields, const Key& key) {
     const double hertz = EntryMerge::FrequencyOf(fields);
     for (const EntryMerge::Field& field : fields) {
@@ -221,7 +226,17 @@ QString ListMerge::whyRefused(const FrequencyStoreEntry& entry) const {
 }
 
 void ListMerge::Match(double tolerance) {
-    const std::vector<Row> before = std::exchange(m_rows, {});
+    const std::vector<Row> before = m_rows;
+    const auto counts = m_counts;
+    m_isCancelled =
+        !LongWork::Run(tr("Matching entries"), [&] { match(tolerance, std::exchange(m_rows, {})); });
+    if (!m_isCancelled)
+        return;
+    m_rows = before;
+    m_counts = counts;
+}
+
+void ListMerge::match(double tolerance, const std::vector<Row>& before) {
     m_counts = {};
     Node* const node = m_list ? m_list->GetNode() : nullptr;
     m_seen = 0;
@@ -231,13 +246,19 @@ void ListMerge::Match(double tolerance) {
     std::vector<EntryMerge::Key> theirs;
     mine.reserve(m_mine.size());
     theirs.reserve(static_cast<size_t>(m_theirs.size()));
-    for (const Node* entry : m_mine)
+    for (const Node* entry : m_mine) {
+        step(mine.size(), m_mine.size());
         mine.push_back(maker.Of(fieldsOf(*entry)));
-    for (const FrequencyStoreEntry& entry : std::as_const(m_theirs))
+    }
+    for (const FrequencyStoreEntry& entry : std::as_const(m_theirs)) {
+        step(theirs.size(), static_cast<size_t>(m_theirs.size()));
         theirs.push_back(whyRefused(entry).isEmpty() ? maker.Of(fieldsOf(entry)) : EntryMerge::Key());
-    const std::vector<quint32> places = EntryMerge::Match(mine, theirs, tolerance);
+    }
+    std::vector<quint32> places;
+    LongWork::Elsewhere([&] { places = EntryMerge::Match(mine, theirs, tolerance); });
     m_rows.reserve(theirs.size());
     for (size_t row = 0; row < theirs.size(); ++row) {
+        step(row, theirs.size());
         const bool isRefused = std::isnan(theirs[row].frequency);
         const quint32 place = isRefused ? None : places[row];
         m_rows.push_back({State::New, place == None && !isRefused ? Choice::Theirs : Choice::Mine, place});
@@ -353,10 +374,16 @@ bool ListMerge::Apply() {
     if (!isAsMatched())
         return false;
     const OperatorAction action(tr("Import into List"));
+    m_isCancelled = !LongWork::Run(tr("Import into List"), [this] { applyChosen(); });
+    return !m_isCancelled;
+}
+
+void ListMerge::applyChosen() {
     QVector<FrequencyStoreEntry> added;
     const Plan plan = GetPlan();
     added.reserve(plan.added);
     for (size_t row = 0; row < m_rows.size(); ++row) {
+        step(row, m_rows.size());
         const Row& entry = m_rows[row];
         if (entry.choice == Choice::Mine)
             continue;
@@ -375,5 +402,4 @@ bool ListMerge::Apply() {
         m_kind->follow();
     if (m_list)
         m_list->ForceUpdateNow();
-    return true;
 }

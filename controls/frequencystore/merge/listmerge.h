@@ -75,8 +75,10 @@ public:
 
     Plan GetPlan() const;
     /// Does what is chosen, as one change of the list. False, with nothing done, when the list is no longer
-    /// as it was when it was matched.
+    /// as it was when it was matched, and when the operator cancels.
     bool Apply();
+    /// Whether the operator cancelled the last Match(), which then left the rows as they were, or Apply().
+    bool WasCancelled() const { return m_isCancelled; }
 
 private:
     using Fields = std::vector<EntryMerge::Field>;
@@ -85,8 +87,10 @@ private:
     Fields fieldsOf(const Node& entry) const;
     QString whyRefused(const FreqStoreXml::FrequencyStoreEntry& entry) const;
     std::vector<EntryMerge::Difference> differencesOf(size_t row) const;
+    void match(double tolerance, const std::vector<Row>& before);
     bool isAsMatched() const;
     void change(size_t row);
+    void applyChosen();
 
     QPointer<HalvoNodeMediatorCtrl> m_list;
     const MergedList* m_kind;
@@ -97,4 +101,5 @@ private:
     quint32 m_seen = 0;        ///< serial of the last of them
     std::vector<Row> m_rows;
     std::array<qsizetype, StateCount> m_counts{};
+    bool m_isCancelled = false;
 };

@@ -5,6 +5,7 @@
 #include "controls/frequencystore/files/linewriter.h"
 #include "controls/frequencystore/noi/noidialogs.h"
 #include "controls/frequencystore/noi/noifrequencyhandler.h"
+#include "host/base/longwork.h"
 #include "host/base/numbers.h"
 #include "host/base/problems.h"
 #include "host/base/tokenizer.h"
@@ -13,6 +14,7 @@
 #include "host/freqstorexml/filehandling.h"
 #include "host/freqstorexml/liststreams.h"
 #include "host/freqstorexml/stagedentries.h"
+#include "host/report/filework.h"
 #include "host/startup/cfgcenter.h"
 
 #include <QCoreApplication>
@@ -39,9 +41,20 @@ void traceException(TracePlace place, const char* heading, const RGException& ex
 
 } // namespace
 
-/// Every reading of a file runs in here.
+/// Every reading of a file runs in here. One that is cancelled leaves what is known of files as it was.
 bool NOIFrequencyHandler::readSafely(const QString& path, const std::function<bool()>& read) {
-    return REPORTGENERATOR::ReadSafely(TraceSource, path, read, [&] { return dropUnfinishedFile(path); });
+    const QString unread = m_unreadFile;
+    const QString current = m_currentFile;
+    const bool incomplete = m_incomplete;
+    try {
+        return REPORTGENERATOR::ReadSafely(TraceSource, path, read, [&] { return dropUnfinishedFile(path); });
+    } catch (const WorkCancelled&) {
+        m_doubtful = {};
+        m_unreadFile = unread;
+        m_currentFile = current;
+        m_incomplete = incomplete;
+        throw;
+    }
 }
 
 REPORTGENERATOR::DroppedEntries NOIFrequencyHandler::dropUnfinishedFile(const QString& path) {
@@ -167,6 +180,10 @@ void NOIFrequencyHandler::noteContent(const QString& path, bool isWhole) {
 }
 
 bool NOIFrequencyHandler::ReadFile(const QString& path) {
+    return REPORTGENERATOR::ReadAsWork(path, [&] { return readByName(path); });
+}
+
+bool NOIFrequencyHandler::readByName(const QString& path) {
     bool read = false;
     if (PathContains(path, ".xml"))
         read = openXml(path);
@@ -203,12 +220,15 @@ QString NOIFrequencyHandler::FileOpen() {
         return path;
     if (isKeptOut(path) || !alive)
         return QString();
-    const bool read = PathContains(path, ".xml") ? openXml(path) : openLines(path);
-    if (alive)
-        m_ready = true;
-    if (!path.isEmpty())
-        FileGate::WasRead(FileGate::List::Noi, path, read);
-    return path;
+    const auto take = [&] {
+        const bool read = PathContains(path, ".xml") ? openXml(path) : openLines(path);
+        if (alive)
+            m_ready = true;
+        if (!path.isEmpty())
+            FileGate::WasRead(FileGate::List::Noi, path, read);
+        return true;
+    };
+    return REPORTGENERATOR::ReadAsWork(path, take) ? path : QString();
 }
 
 QString NOIFrequencyHandler::FileImport() {
@@ -218,12 +238,15 @@ QString NOIFrequencyHandler::FileImport() {
         return path;
     if (isKeptOut(path) || !alive)
         return QString();
-    const bool read = PathContains(path, ".csv") && ParseNOIXmlFile(path);
-    if (alive)
-        m_ready = true;
-    if (!path.isEmpty())
-        FileGate::WasRead(FileGate::List::Noi, path, read);
-    return path;
+    const auto take = [&] {
+        const bool read = PathContains(path, ".csv") && ParseNOIXmlFile(path);
+        if (alive)
+            m_ready = true;
+        if (!path.isEmpty())
+            FileGate::WasRead(FileGate::List::Noi, path, read);
+        return true;
+    };
+    return REPORTGENERATOR::ReadAsWork(path, take) ? path : QString();
 }
 
 /// Whether the current file holds entries that this list has never had, or has lost by a failed read.
@@ -318,12 +341,16 @@ QString NOIFrequencyHandler::FileExport() {
 }
 
 bool NOIFrequencyHandler::writeEntries(const QString& path, bool csv) {
+    return REPORTGENERATOR::WriteAsWork(path, [&] { return tryToWriteEntries(path, csv); });
+}
+
+bool NOIFrequencyHandler::tryToWriteEntries(const QString& path, bool csv) {
     try {
         FreqStoreXml::FrequencyStoreListWriter writer(
             path, csv, csv ? FrequencyStoreListHelper::NoiFrequencies : FrequencyStoreListHelper::XmlList);
         writer.Begin(FrequencyStoreList::Noi);
         FrequencyStoreList one;
-        m_pMedCtrl->ForEach([&](FrequencyNodeMediator& mediator) {
+        m_pMedCtrl->ForEachInWork([&](FrequencyNodeMediator& mediator) {
             mediator.AddToXml(one);
             FrequencyStoreEntry& entry = one.GetFrequencyStoreEntry().last();
             if (entry.GetType().isEmpty())
@@ -345,18 +372,20 @@ bool NOIFrequencyHandler::writeEntries(const QString& path, bool csv) {
 
 /// An empty line follows each entry: its place is that of the mediator's own text form, which these have not.
 bool NOIFrequencyHandler::writeLines(const QString& path) {
-    try {
-        LineWriter writer(path);
-        m_pMedCtrl->ForEach([&](FrequencyNodeMediator& mediator) {
-            writer.Append(GetString(&mediator));
-            writer.Append(mediator.ToString());
-        });
-        writer.Commit();
-        return true;
-    } catch (const RGException& exception) {
-        TraceLazily(TraceSource, [&] { return exception.GetErrorText(); });
-        return false;
-    }
+    return REPORTGENERATOR::WriteAsWork(path, [&] {
+        try {
+            LineWriter writer(path);
+            m_pMedCtrl->ForEachInWork([&](FrequencyNodeMediator& mediator) {
+                writer.Append(GetString(&mediator));
+                writer.Append(mediator.ToString());
+            });
+            writer.Commit();
+            return true;
+        } catch (const RGException& exception) {
+            TraceLazily(TraceSource, [&] { return exception.GetErrorText(); });
+            return false;
+        }
+    });
 }
 
 QString NOIFrequencyHandler::GetString(FrequencyNodeMediator* mediator) {

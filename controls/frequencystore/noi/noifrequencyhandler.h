@@ -142,6 +142,8 @@ private:
     Saved saveAutomatically();
     Saved saveTo(const QString& path);
     bool writeLines(const QString& path);
+    bool readByName(const QString& path);
+    bool tryToWriteEntries(const QString& path, bool csv);
     bool writeEntries(const QString& path, bool csv);
 
     static NOIFrequencyHandler* m_pInstance;

@@ -12,6 +12,7 @@
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/pixstatevector.h"
+#include "host/report/filework.h"
 #include "host/startup/cfgcenter.h"
 
 namespace {
@@ -109,9 +110,15 @@ QString SearchMCDataHandler::writeFile(QString (SearchMCDataHandler::*nameOf)(QS
         if (!m_pMedCtrl)
             return name;
         m_pMedCtrl->ForceUpdateNow();
-        if (write(*m_pMedCtrl, name))
+        bool isCancelled = true;
+        const auto writeIt = [&] {
+            const bool isWritten = write(*m_pMedCtrl, name);
+            isCancelled = false;
+            return isWritten;
+        };
+        if (REPORTGENERATOR::WriteAsWork(name, writeIt))
             return name;
-        if (!ResultDialogs::IsToTryAnotherFile(name) || m_pInstance != this)
+        if (isCancelled || !ResultDialogs::IsToTryAnotherFile(name) || m_pInstance != this)
             return QString();
     }
 }

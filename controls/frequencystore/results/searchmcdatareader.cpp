@@ -3,10 +3,12 @@
 #include "controls/frequencystore/files/filekind.h"
 #include "controls/frequencystore/files/linereader.h"
 #include "controls/frequencystore/results/searchmcdataresult.h"
+#include "host/base/longwork.h"
 #include "host/base/numbers.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqstorexml/stagedentries.h"
 #include "host/report/filestamps.h"
+#include "host/report/filework.h"
 #include "host/valuetree/node.h"
 
 #include <QCoreApplication>
@@ -110,7 +112,9 @@ bool SearchMCDataReader::ReadFile(const QString& path) {
         return true;
     };
     m_isEmptied = false;
-    return REPORTGENERATOR::ReadSafely(TraceSource, path, read, [this] { return dropEntries(); });
+    return REPORTGENERATOR::ReadAsWork(path, [&] {
+        return REPORTGENERATOR::ReadSafely(TraceSource, path, read, [this] { return dropEntries(); });
+    });
 }
 
 /// Empties a list that is no longer the old one and not yet the new one.
@@ -156,6 +160,7 @@ void SearchMCDataReader::readLines(const QString& path) {
     node->DeleteChildren();
     QStringView view;
     while (reader.Next(view)) {
+        LongWork::Step(file.pos(), file.size());
         if (view.trimmed().isEmpty())
             continue;
         const Line line(reader);

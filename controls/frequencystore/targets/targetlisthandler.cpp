@@ -9,6 +9,7 @@
 #include "host/base/trace.h"
 #include "host/freqlist/undohistory.h"
 #include "host/freqstorexml/filehandling.h"
+#include "host/report/filework.h"
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/tree.h"
 
@@ -76,14 +77,16 @@ bool TargetListHandler::parse(TracePlace place, const QString& path, bool isProf
 bool TargetListHandler::ReadFile(const QString& path) {
     if (!m_pParser || m_client)
         return false;
-    const bool read = parse(TraceSource, path, isForeignXml(path));
-    startAnnouncing();
-    FileGate::WasRead(FileGate::List::Targets, path, read);
-    return read;
+    return REPORTGENERATOR::ReadAsWork(path, [&] {
+        const bool read = parse(TraceSource, path, isForeignXml(path));
+        startAnnouncing();
+        FileGate::WasRead(FileGate::List::Targets, path, read);
+        return read;
+    });
 }
 
 bool TargetListHandler::SaveFile(const QString& path) {
-    return m_pParser && m_pParser->SaveFile(path);
+    return m_pParser && REPORTGENERATOR::WriteAsWork(path, [&] { return m_pParser->SaveFile(path); });
 }
 
 void TargetListHandler::startAnnouncing() {
@@ -136,10 +139,13 @@ QString TargetListHandler::ReadTargetList() {
     const QString path = TargetDialogs::FileToRead(m_directory);
     if (!alive || isKeptOut(path) || !alive)
         return QString();
-    if (!path.isEmpty())
-        ReadFile(path);
-    setCurrentFile(path);
-    return path;
+    const auto take = [&] {
+        if (!path.isEmpty())
+            ReadFile(path);
+        setCurrentFile(path);
+        return true;
+    };
+    return REPORTGENERATOR::ReadAsWork(path, take) ? path : QString();
 }
 
 QString TargetListHandler::ImportTargetList() {
@@ -147,13 +153,16 @@ QString TargetListHandler::ImportTargetList() {
     const QString path = TargetDialogs::FileToImport(m_directory);
     if (path.isEmpty() || !alive || isKeptOut(path) || !alive)
         return QString();
-    if (!m_client && m_pParser) {
-        const bool read = parse(TraceSource, path);
-        startAnnouncing();
-        FileGate::WasRead(FileGate::List::Targets, path, read);
-    }
-    setCurrentFile(path);
-    return path;
+    const auto take = [&] {
+        if (!m_client && m_pParser) {
+            const bool read = parse(TraceSource, path);
+            startAnnouncing();
+            FileGate::WasRead(FileGate::List::Targets, path, read);
+        }
+        setCurrentFile(path);
+        return true;
+    };
+    return REPORTGENERATOR::ReadAsWork(path, take) ? path : QString();
 }
 
 QString TargetListHandler::Save2File(bool toCurrentFile) {

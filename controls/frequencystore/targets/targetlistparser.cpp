@@ -105,7 +105,7 @@ void TargetListParser::FillInData(double frequency, double bandwidth, QString co
          .transmissionSystem = transmissionSystem});
 }
 
-void TargetListParser::FillInLine(const LineFields& line) {
+void TargetListParser::FillInLine(const LineRecord& line) {
     add({.frequency = line.frequency,
          .bandwidth = line.bandwidth,
          .priority = line.priority,
@@ -198,7 +198,8 @@ void TargetListParser::readEntries(const QString& path, bool csv) {
 bool TargetListParser::writeLines(const QString& path) {
     try {
         LineWriter writer(path);
-        m_pMedCtrl->ForEach([&](FrequencyNodeMediator& mediator) { writer.Append(mediator.ToString()); });
+        m_pMedCtrl->ForEachInWork(
+            [&](FrequencyNodeMediator& mediator) { writer.Append(mediator.ToString()); });
         writer.Commit();
         return true;
     } catch (const RGException& exception) {

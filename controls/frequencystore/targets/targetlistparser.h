@@ -27,7 +27,7 @@ public:
     void FillInData(double frequency, double bandwidth, QString comment, QString demodulation, int priority,
                     QString threatClass, QString profileID, QString profileName, QString signalClass,
                     QString transmissionSystem) override;
-    void FillInLine(const LineFields& line) override;
+    void FillInLine(const LineRecord& line) override;
 
     /// Reads a file of the kind that its path names: ".sfl", ".ltl", ".xml" or ".csv" anywhere in it, in this
     /// order, lower case. False, told and traced, when it cannot be read; a file that is unreadable as a

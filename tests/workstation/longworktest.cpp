@@ -1,0 +1,168 @@
+// Long work in the window: what is cancelled, at whatever step, leaves everything as it was.
+
+#include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/common/sendto.h"
+#include "controls/frequencystore/merge/fileentries.h"
+#include "controls/frequencystore/merge/listmerge.h"
+#include "controls/frequencystore/targets/targetlisthandler.h"
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodelistview.h"
+#include "host/freqlist/undohistory.h"
+#include "tests/support/text.h"
+#include "tests/workstation/windowfixture.h"
+#include "workstation/fileopener.h"
+#include "workstation/listimport.h"
+#include "workstation/progressbox.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPushButton>
+#include <QTimer>
+#include <QUndoStack>
+
+#include <csignal>
+
+namespace {
+
+class LongWorkInTheWindow : public Windows, protected LongWork::Display {
+protected:
+    void SetUp() override {
+        open({Write("mine.ltl", lines(30)), sample("interest.noi"), sample("results.xml")});
+        ASSERT_TRUE(station->LoadFiles());
+        QTest::qWait(1);
+        LongWork::SetEager(true);
+        window().GetTabs();
+        list = dynamic_cast<FrequencyNodeListView*>(show("Local TargetList"));
+        ASSERT_TRUE(list);
+        list->SelectPlace(2);
+        key(Qt::Key_Down, Qt::ShiftModifier);
+    }
+    void TearDown() override {
+        LongWork::SetEager(false);
+        LongWork::SetDisplay(nullptr);
+        Windows::TearDown();
+    }
+    static QByteArray lines(int count) {
+        QByteArray text;
+        for (int i = 0; i < count; ++i)
+            text += QByteArray::number(9000000 - 1000 * (i % 7) + i) + "\t9000\tstation " +
+                    QByteArray::number(i % 11) + "\tAM\tg\tred\t3\n";
+        return text;
+    }
+
+    /// All that the operator sees of the lists, and what can be undone.
+    QString state() {
+        QString all;
+        for (const char* name :
+             {"/Lists/LocalTargetList", "/Lists/NOIFrequencies", "/Lists/MemoryChannels"}) {
+            const Node* node = Tree::Instance()->GetNode(QString::fromLatin1(name));
+            for (const Node* entry : node ? node->Children() : std::vector<Node*>())
+                all += entry->GetPathName() + QString::fromStdString(entry->GetAsStdString()) + '\n';
+        }
+        for (int row = 0; row < list->ShownCount(); ++row)
+            all += QString::number(row) + list->topLevelItem(row)->CellText(1) +
+                   (list->topLevelItem(row)->isSelected() ? "*\n" : "\n");
+        const QUndoStack& stack = UndoHistory::Instance().Stack();
+        all += QStringLiteral("%1 of %2, sorted %3, %4\n")
+                   .arg(stack.index())
+                   .arg(stack.count())
+                   .arg(list->SortColumn())
+                   .arg(title());
+        for (int tab = 0; tab < window().GetTabs()->count(); ++tab)
+            all += window().GetTabs()->tabText(tab) + '|' + window().GetTabs()->tabToolTip(tab) + '\n';
+        return all;
+    }
+
+    void Turn(const LongWork::Progress&) override {
+        if (++turns == cancelAt)
+            LongWork::Cancel();
+    }
+    void Hide() override {}
+
+    FrequencyNodeListView* list = nullptr;
+    int turns = 0;
+    int cancelAt = 0;
+};
+
+void openFile(Workstation& station, const QString& path) {
+    station.GetOpener().Open(path);
+}
+
+class CancelledWork : public LongWorkInTheWindow, public testing::WithParamInterface<const char*> {
+protected:
+    using Act = std::function<void()>;
+
+    std::map<std::string, Act> acts() {
+        const QString other = Write("other.ltl", lines(25));
+        auto* const controller =
+            dynamic_cast<HalvoNodeMediatorCtrl*>(FreqStore::Instance().GetFrequencies(list->GetID()));
+        return {
+            {"OpenLines", [=, this] { openFile(*station, other); }},
+            {"OpenXml", [=, this] { openFile(*station, sample("targets.xml")); }},
+            {"OpenCsv", [=, this] { openFile(*station, sample("targets.csv")); }},
+            {"OpenProfiles", [=, this] { openFile(*station, sample("profiles.xml")); }},
+            {"OpenNoi", [=, this] { openFile(*station, sample("interest.xml")); }},
+            {"OpenJob", [=, this] { openFile(*station, sample("job-vuhf.pij")); }},
+            {"Paste", [=, this] { action(A::Paste)->trigger(); }},
+            {"Duplicate", [=, this] { list->Duplicate(); }},
+            {"Delete", [=, this] { list->DeleteSelectedEntries(); }},
+            {"Cut", [=, this] { action(A::Cut)->trigger(); }},
+            {"Fill", [=, this] { list->FillColumn(3, QStringLiteral("other")); }},
+            {"PasteText", [=, this] { list->PasteText(Q("7055 kHz\n7060 kHz\n7065 kHz")); }},
+            {"Sort", [=, this] { list->sortByColumn(1, Qt::AscendingOrder); }},
+            {"Duplicates", [=, this] { ListImport::SelectDuplicates(*list); }},
+            {"Merge",
+             [=] {
+                 const auto entries = ReadFileEntries(sample("targets.csv"), MediatorType::TargetList);
+                 if (!entries)
+                     return;
+                 ListMerge merge(*controller, *entries);
+                 merge.Match(0);
+                 if (!merge.WasCancelled())
+                     merge.Apply();
+             }},
+            {"Send",
+             [=] {
+                 const OperatorAction step(Q("Send"));
+                 if (const auto entries = ReadFileEntries(sample("targets.csv"), MediatorType::TargetList))
+                     LongWork::Run(Q("Send"), [&] { SendTo::Send(*entries, *controller, 1); });
+             }},
+        };
+    }
+};
+
+TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
+    const Act act = acts().at(GetParam());
+    action(A::Copy)->trigger();
+    LongWork::SetDisplay(this);
+    const QString before = state();
+    int cancelled = 0;
+    bool isDone = false;
+    // At the first steps one by one, then further and further apart.
+    for (cancelAt = 1; cancelAt < 5000 && !isDone; cancelAt += 1 + cancelAt / 3) {
+        SCOPED_TRACE(cancelAt);
+        turns = 0;
+        const int count = LongWork::CancelCount();
+        act();
+        if (LongWork::CancelCount() == count) {
+            isDone = true;
+            break;
+        }
+        ++cancelled;
+        ASSERT_EQ(state(), before);
+        QTest::qWait(150); // what waits for a timer comes now
+        ASSERT_EQ(state(), before);
+    }
+    EXPECT_GT(cancelled, 0);
+    EXPECT_TRUE(isDone);
+    EXPECT_NE(state(), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, CancelledWork,
+                         testing::Values("OpenLines", "OpenXml", "OpenCsv", "OpenProfiles", "OpenNoi",
+                                         "OpenJob", "Paste", "Duplicate", "Delete", "Cut", "Fill",
+                                         "PasteText", "Sort", "Duplicates", "Merge", "Send"),
+                         [](const auto& kind) { return std::string(kind.param); });
+
+} // namespace
