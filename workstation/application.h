@@ -20,10 +20,10 @@ class NoiKeeper;
 class Preferences;
 class ProgressBox;
 class QLibrary;
+class Receiver;
 class RecentFiles;
 class Safekeeping;
 class SimulatedClassifier;
-class SimulatedReceiver;
 class SimulatedSearch;
 class SweepImport;
 class UnsavedWork;
@@ -38,7 +38,7 @@ public:
     ~Workstation();
 
     MainWindow& GetWindow() { return *m_window; }
-    SimulatedReceiver& GetReceiver() { return *m_receiver; }
+    Receiver& GetReceiver() { return *m_receiver; }
     SimulatedSearch& GetSearch() { return *m_search; }
     SimulatedClassifier& GetClassifier() { return *m_classifier; }
     Job& GetJob() { return *m_job; }
@@ -109,7 +109,7 @@ private:
     std::unique_ptr<Language> m_language;
     std::unique_ptr<Preferences> m_preferences;
     std::vector<std::unique_ptr<QLibrary>> m_plugIns;
-    std::unique_ptr<SimulatedReceiver> m_receiver;
+    std::unique_ptr<Receiver> m_receiver;
     std::unique_ptr<SimulatedSearch> m_search;
     std::unique_ptr<SimulatedClassifier> m_classifier;
     std::unique_ptr<Job> m_job;
