@@ -5,6 +5,9 @@
 #include "host/freqlist/multiviewmediator.h"
 #include "host/valuetree/tree.h"
 
+#include <QScopedValueRollback>
+
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -31,10 +34,14 @@ ValueBase* makeFlag(const ReceiverSetting& setting) {
     return value;
 }
 
+void addChoices(ValueSelection& value, const ReceiverAbility& ability) {
+    for (const ReceiverAbility::Choice& choice : ability.choices)
+        value.AddItem(choice.name, choice.number, choice.key);
+}
+
 ValueBase* makeChoice(const ReceiverSetting& setting) {
     auto* value = new ValueSelection;
-    for (const ReceiverChoice& choice : setting.choices)
-        value->AddItem(QString::fromUtf8(choice.name), choice.number, choice.key);
+    addChoices(*value, AbilityOf(setting));
     value->Select(static_cast<long>(setting.initial));
     return value;
 }
@@ -55,6 +62,23 @@ constexpr TypeInfo Types[] = {
     {makeChoice, nullptr},
     {makeFlag, nullptr},
 };
+
+/// What the radio has no part in: whether the level opens the audio is found here.
+bool isOurs(const ReceiverSetting& setting) {
+    return is(setting, Keys::Threshold) || is(setting, Keys::UseSquelch);
+}
+
+/// An antenna's number is shown by its name.
+const char* titleOf(const ReceiverSetting& setting) {
+    return setting.title ? setting.title : QT_TRANSLATE_NOOP("Receiver", "Antenna");
+}
+
+QString listOf(const std::vector<double>& numbers, QString (*text)(double)) {
+    QStringList texts;
+    for (const double number : numbers)
+        texts << text(number);
+    return texts.join(QStringLiteral(", "));
+}
 
 const TypeInfo& infoOf(const ReceiverSetting& setting) {
     return Types[static_cast<size_t>(setting.type)];
@@ -127,7 +151,7 @@ void Receiver::addValue(Node& node, const ReceiverSetting& setting) {
     ValueBase* value = infoOf(setting).make(setting);
     (void)node.AddValue(setting.key, value);
     value->AddObserver(this);
-    m_live.push_back({&setting, value, value->GetStringValue()});
+    m_live.push_back({&setting, value, value->GetStringValue(), !setting.isOfRadios});
 }
 
 ValueBase* Receiver::GetValue(Names::Id key) const {
@@ -142,7 +166,25 @@ QString Receiver::PathOf(Names::Id key) const {
     return QString::fromLatin1(NodePath) + QLatin1Char('/') + Names::Text(key);
 }
 
+const Receiver::Live& Receiver::liveOf(const ReceiverSetting& setting) const {
+    return *std::find_if(m_live.begin(), m_live.end(),
+                         [&](const Live& live) { return live.setting == &setting; });
+}
+
+bool Receiver::CanSet(const ReceiverSetting& setting) const {
+    return liveOf(setting).isAble;
+}
+
+QString Receiver::WhyNot(const ReceiverSetting& setting) const {
+    if (!liveOf(setting).isAble)
+        return tr("%1 does not let this be set").arg(GetName());
+    return m_state == ReceiverState::Connected || isOurs(setting) ? QString() : GetStateText();
+}
+
 QString Receiver::ProblemOf(const ReceiverSetting& setting, const QString& text) const {
+    const Live& live = liveOf(setting);
+    if (const QString whyNot = WhyNot(setting); !whyNot.isEmpty())
+        return text == live.accepted ? QString() : tr("%1: %2").arg(tr(titleOf(setting)), whyNot);
     if (is(setting, Keys::AntennaID)) {
         const auto* antennas = Find<ValueSelection>(KeyAntenna);
         return antennas->GetItem(text.toLong()) ? QString() : tr("there is no antenna %1").arg(text);
@@ -157,9 +199,11 @@ QString Receiver::ProblemOf(const ReceiverSetting& setting, const QString& text)
     double number = 0;
     if (!Quor::ParseDouble(text, number))
         return tr("%1 \"%2\" is no number").arg(title, text);
-    if (number >= limits->MinAsDouble() && number <= limits->MaxAsDouble())
-        return QString();
     const auto shown = infoOf(setting).text;
+    if (number >= limits->MinAsDouble() && number <= limits->MaxAsDouble())
+        return live.only.empty() || std::ranges::binary_search(live.only, number)
+                   ? QString()
+                   : tr("%1 %2 is not one of %3").arg(title, shown(number), listOf(live.only, shown));
     return tr("%1 %2 is outside %3 to %4")
         .arg(title, shown(number), shown(limits->MinAsDouble()), shown(limits->MaxAsDouble()));
 }
@@ -171,8 +215,18 @@ bool Receiver::Tune(double hertz) {
     if (problem.isEmpty())
         GetValue(setting.key)->SetStringValue(text);
     else
-        emit Refused(tr("%1 receiver: %2").arg(ReceiverName(m_kind), problem));
+        tell(problem);
     return problem.isEmpty();
+}
+
+void Receiver::tell(const QString& problem) {
+    emit Refused(tr("%1 receiver: %2").arg(ReceiverName(m_kind), problem));
+}
+
+/// A radio has no mode "NONE"; it stays in its own.
+bool Receiver::saysNothing(const ReceiverSetting& setting, const QString& text) const {
+    return is(setting, Keys::KeyDemodulation) && text == QLatin1String("NONE") &&
+           !Find<ValueSelection>(Keys::KeyDemodulation)->GetItem(text);
 }
 
 bool Receiver::Tune(IFrequencyStoreItem& item, bool allSettings) {
@@ -184,9 +238,12 @@ bool Receiver::Tune(IFrequencyStoreItem& item, bool allSettings) {
     // What the item carries is read first: setting the receiver may change the item.
     std::vector<std::pair<const ReceiverSetting*, QString>> wanted;
     for (const ReceiverSetting& setting : GetSettings().subspan(allSettings ? 1 : GetSettings().size())) {
-        if (const QString text = textOf(item, setting); !text.isNull())
+        if (setting.isOfRadios && !CanSet(setting))
+            continue;
+        if (const QString text = textOf(item, setting); !text.isNull() && !saysNothing(setting, text))
             wanted.emplace_back(&setting, text);
     }
+    const QScopedValueRollback collects(m_collects, true);
     if (!Tune(hertz))
         return false;
     QStringList problems;
@@ -197,6 +254,7 @@ bool Receiver::Tune(IFrequencyStoreItem& item, bool allSettings) {
         else
             problems << problem;
     }
+    hand();
     if (!problems.isEmpty())
         emit Refused(tr("Tuned to %1, but %2")
                          .arg(Quor::FrequencyText(GetFrequency()), problems.join(QStringLiteral(", "))));
@@ -217,16 +275,21 @@ void Receiver::settle(Live& live) {
     const QString text = live.value->GetStringValue();
     if (text == live.accepted)
         return;
-    const QString problem = ProblemOf(*live.setting, text);
+    const QString problem = m_isTaking ? QString() : ProblemOf(*live.setting, text);
     if (!problem.isEmpty()) {
         live.value->SetStringValue(live.accepted, this);
-        emit Refused(tr("%1 receiver: %2").arg(ReceiverName(m_kind), problem));
+        tell(problem);
         return;
     }
     live.accepted = text;
+    if (!m_isTaking) {
+        live.serial = ++m_serial;
+        m_wishes.push_back({live.setting->key, text});
+    }
     coupleAntenna(*live.setting);
     updateOpen();
-    Follow(*live.setting);
+    if (!m_collects)
+        hand();
     if (live.setting == m_live.front().setting)
         emit Tuned(GetFrequency());
 }
@@ -241,7 +304,13 @@ void Receiver::coupleAntenna(const ReceiverSetting& setting) {
         names->Select(static_cast<long>(number->GetValue()));
 }
 
-void Receiver::SetLevel(double dbMicrovolt) {
+void Receiver::hand() {
+    const std::vector<ReceiverWord> wishes = std::exchange(m_wishes, {});
+    if (m_link && !wishes.empty())
+        m_link->Set(wishes, m_serial);
+}
+
+void Receiver::setLevel(double dbMicrovolt) {
     m_level->SetValue(std::round(std::clamp(dbMicrovolt, LowestLevel, HighestLevel) * 10) / 10);
     updateOpen();
 }
@@ -251,4 +320,112 @@ void Receiver::updateOpen() {
     const auto* squelch = Find<Value<bool>>(Keys::UseSquelch);
     const double threshold = Find<ValueNumeric<int>>(Keys::Threshold)->GetValue();
     m_open->SetValue((squelch && !squelch->GetValue()) || m_level->GetValue() >= threshold);
+}
+
+void Receiver::Attach(std::unique_ptr<ReceiverLink> link) {
+    m_link = std::move(link);
+    m_isSquelchOpen.reset();
+    for (Live& live : m_live)
+        live.isAble = !live.setting->isOfRadios;
+    std::vector<ReceiverAbility> abilities;
+    for (const ReceiverSetting& setting : GetSettings()) {
+        if (!setting.isOfRadios)
+            abilities.push_back(AbilityOf(setting));
+    }
+    m_state = ReceiverState::Connecting;
+    m_words.clear();
+    take(abilities);
+    bringWithinLimits();
+    if (!m_link)
+        return;
+    connect(m_link.get(), &ReceiverLink::StateChanged, this,
+            [this](ReceiverState state, const QString& words) {
+                m_state = state;
+                m_words = words;
+                emit StateChanged();
+            });
+    connect(m_link.get(), &ReceiverLink::AbilitiesKnown, this,
+            [this](const std::vector<ReceiverAbility>& known) { take(known); });
+    connect(m_link.get(), &ReceiverLink::Read, this,
+            [this](const ReceiverReading& reading) { take(reading); });
+    connect(m_link.get(), &ReceiverLink::Failed, this, &Receiver::tell);
+    m_link->Begin();
+}
+
+QString Receiver::GetStateText() const {
+    static constexpr const char* Texts[] = {
+        QT_TR_NOOP("%1: connecting"),
+        QT_TR_NOOP("%1: connected"),
+        QT_TR_NOOP("%1: no answer"),
+        QT_TR_NOOP("%1: refused"),
+    };
+    if (!m_link)
+        return QString();
+    const QString text = tr(Texts[static_cast<size_t>(m_state)]).arg(m_link->GetName());
+    return m_words.isEmpty() ? text : tr("%1, %2").arg(text, m_words);
+}
+
+/// What is not named is what the radio lacks, but for what it has no part in.
+void Receiver::take(const std::vector<ReceiverAbility>& abilities) {
+    const QScopedValueRollback taking(m_isTaking, true);
+    for (Live& live : m_live) {
+        const auto found = std::ranges::find_if(
+            abilities, [&](const ReceiverAbility& ability) { return is(*live.setting, ability.key); });
+        live.isAble = found != abilities.end() || isOurs(*live.setting);
+        if (found != abilities.end())
+            takeAbility(live, *found);
+    }
+    emit StateChanged();
+}
+
+void Receiver::takeAbility(Live& live, const ReceiverAbility& ability) {
+    live.only = ability.only;
+    if (auto* real = value_cast<ValueNumeric<double>>(live.value))
+        real->SetMinMax(ability.min, ability.max, ability.step);
+    else if (auto* whole = value_cast<ValueNumeric<int>>(live.value))
+        whole->SetMinMax(static_cast<int>(ability.min), static_cast<int>(ability.max),
+                         static_cast<int>(ability.step));
+    if (auto* selection = value_cast<ValueSelection>(live.value)) {
+        const QString chosen = selection->GetStringValue();
+        selection->DeleteItems();
+        addChoices(*selection, ability);
+        selection->Select(chosen);
+    }
+    live.accepted = live.value->GetStringValue();
+}
+
+/// A radio may have left what the kind does not reach.
+void Receiver::bringWithinLimits() {
+    const QScopedValueRollback taking(m_isTaking, true);
+    for (const Live& live : m_live) {
+        IValueNumeric* number = numeric_cast(live.value);
+        if (number && (number->ValueAsDouble() < number->MinAsDouble() ||
+                       number->ValueAsDouble() > number->MaxAsDouble()))
+            number->SetFromDouble(live.setting->initial);
+    }
+}
+
+void Receiver::take(const ReceiverReading& reading) {
+    {
+        const QScopedValueRollback taking(m_isTaking, true);
+        for (const ReceiverWord& word : reading.values) {
+            for (const Live& live : m_live) {
+                if (is(*live.setting, word.key) && live.serial <= reading.serial)
+                    takeText(*live.value, word.text);
+            }
+        }
+    }
+    m_isSquelchOpen = reading.isSquelchOpen;
+    if (!reading.level)
+        return;
+    setLevel(*reading.level);
+    emit Measured(m_level->GetValue(), reading.serial);
+}
+
+/// What the radio was set to by hand may be none of what it offers.
+void Receiver::takeText(ValueBase& value, const QString& text) {
+    auto* selection = value_cast<ValueSelection>(&value);
+    if (selection && !selection->GetItem(text))
+        selection->AddItem(text, 0, -1);
+    value.SetStringValue(text);
 }

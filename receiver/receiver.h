@@ -3,10 +3,10 @@
 #include "host/valuetree/value.h"
 #include "host/valuetree/valueptr.h"
 #include "host/valuetree/valueselection.h"
-#include "receiver/receiversettings.h"
+#include "receiver/receiverlink.h"
 
-#include <QObject>
-
+#include <memory>
+#include <optional>
 #include <vector>
 
 class IFrequencyStoreItem;
@@ -15,15 +15,30 @@ class IFrequencyStoreItem;
 /// whoever writes one sets the receiver, and new list entries copy them. A write that the receiver cannot
 /// follow is taken back, with `Refused` telling why, so a value always shows what the receiver really does.
 ///
-/// A radio derives from it: it follows the settings in `Follow` and reports what it measures by `SetLevel`.
+/// What does the receiving is attached to it and may be exchanged for another one; the values stay the same
+/// objects, with the limits and choices of what is attached. Without any they are values and no more.
 /// The receiver owns its node of the tree; only one can live at a time.
 class Receiver : public QObject, private IObserver {
     Q_OBJECT
 
 public:
+    explicit Receiver(ReceiverKind kind);
     ~Receiver() override;
 
+    /// Exchanges what does the receiving, and has it begin. Limits and choices are those of the kind until it
+    /// tells its own.
+    void Attach(std::unique_ptr<ReceiverLink> link);
+    ReceiverState GetState() const { return m_state; }
+    /// What is attached and how it stands, in words for the operator; empty when nothing is attached.
+    QString GetStateText() const;
+    /// Name of what is attached; empty when nothing is.
+    QString GetName() const { return m_link ? m_link->GetName() : QString(); }
+
     ReceiverKind GetKind() const { return m_kind; }
+    /// Whether what is attached has a setting that its kind or only some radio has.
+    bool CanSet(const ReceiverSetting& setting) const;
+    /// Why a setting cannot be changed now; empty when it can.
+    QString WhyNot(const ReceiverSetting& setting) const;
     std::span<const ReceiverSetting> GetSettings() const { return ReceiverSettings(m_kind); }
     /// The live value of a setting; null when this kind of receiver has no such.
     ValueBase* GetValue(Names::Id key) const;
@@ -38,6 +53,10 @@ public:
     ValueNumeric<double>* GetLevel() const { return m_level; }
     /// Whether the level opens the audio; written by the receiver only.
     Value<bool>* GetOpen() const { return m_open; }
+    /// Whether the radio's own squelch is open; nothing when the radio does not tell.
+    std::optional<bool> IsSquelchOpen() const { return m_isSquelchOpen; }
+    /// Number of the newest change of a setting, counted up from 0.
+    quint64 GetSerial() const { return m_serial; }
     /// Hz.
     double GetFrequency() const { return Find<ValueNumeric<double>>(Keys::KeyFrequency)->GetValue(); }
 
@@ -56,30 +75,49 @@ signals:
     /// The frequency (Hz) changed, whoever did it.
     void Tuned(double hertz);
     void Refused(const QString& reason);
-
-protected:
-    explicit Receiver(ReceiverKind kind);
-
-    /// The setting has a new value, within its limits.
-    virtual void Follow(const ReceiverSetting& setting) = 0;
-    void SetLevel(double dbMicrovolt);
+    /// The state, its words or what can be set are others.
+    void StateChanged();
+    /// A level (dBµV) was measured after all changes up to that serial had been carried out. Where the radio
+    /// has not followed a change, the values show what it does, before this is told.
+    void Measured(double dbMicrovolt, quint64 serial);
 
 private:
     struct Live {
         const ReceiverSetting* setting;
         ValueBase* value;
         QString accepted; ///< the text that the receiver follows
+        bool isAble;
+        std::vector<double> only = {}; ///< the numbers that it takes; empty for all within the limits
+        quint64 serial = 0;            ///< of its newest change
     };
 
     void Update(Observable* subject, TChangeCode code) override;
     void addValue(Node& node, const ReceiverSetting& setting);
+    const Live& liveOf(const ReceiverSetting& setting) const;
+    bool saysNothing(const ReceiverSetting& setting, const QString& text) const;
     void settle(Live& live);
+    void tell(const QString& problem);
+    void hand();
     void coupleAntenna(const ReceiverSetting& setting);
     void updateOpen();
+    void take(const std::vector<ReceiverAbility>& abilities);
+    static void takeAbility(Live& live, const ReceiverAbility& ability);
+    void take(const ReceiverReading& reading);
+    static void takeText(ValueBase& value, const QString& text);
+    void setLevel(double dbMicrovolt);
+    void bringWithinLimits();
 
     ReceiverKind m_kind;
     WeakRef<Node> m_node;
     std::vector<Live> m_live;
     ValueNumeric<double>* m_level;
     Value<bool>* m_open;
+    std::unique_ptr<ReceiverLink> m_link;
+    ReceiverState m_state = ReceiverState::Connected;
+    QString m_words; ///< what was said of the state
+    std::optional<bool> m_isSquelchOpen;
+    quint64 m_serial = 0;
+    std::vector<ReceiverWord> m_wishes; ///< not yet handed on
+    bool m_collects = false;            ///< wishes wait for more of them
+    bool m_isTaking = false;            ///< what changes is what the radio says
 };

@@ -25,6 +25,11 @@ constexpr ReceiverSetting HfSettings[] = {
     {Keys::BFOFrequency, QT_TRANSLATE_NOOP("Receiver", "BFO"), "Hz", Integer, -10000, 10000, 0},
     {Keys::OutputIFPath, QT_TRANSLATE_NOOP("Receiver", "Output IF path"), "", Choice, 0, 0, 0, OutputIFPaths},
     {Keys::Shift, QT_TRANSLATE_NOOP("Receiver", "Shift"), "Hz", Integer, 26, 39974, 20000},
+    {Keys::Attenuation, QT_TRANSLATE_NOOP("Receiver", "Attenuation"), "dB", Integer, 0, 40, 0, {}, true},
+    {KeyAntenna, QT_TRANSLATE_NOOP("Receiver", "Antenna"), "", Choice, 0, 0, 1, Antennas, true},
+    {Keys::AntennaID, nullptr, "", Integer, 0, 99, 1, {}, true},
+    {KeyOffset, QT_TRANSLATE_NOOP("Receiver", "RIT"), "Hz", Integer, -9999, 9999, 0, {}, true},
+    {KeySquelchLevel, QT_TRANSLATE_NOOP("Receiver", "Squelch knob"), "%", Integer, 0, 100, 0, {}, true},
 };
 
 constexpr ReceiverSetting VuhfSettings[] = {
@@ -39,6 +44,8 @@ constexpr ReceiverSetting VuhfSettings[] = {
     {Keys::Attenuation, QT_TRANSLATE_NOOP("Receiver", "Attenuation"), "dB", Integer, 0, 40, 0},
     {KeyAntenna, QT_TRANSLATE_NOOP("Receiver", "Antenna"), "", Choice, 0, 0, 1, Antennas},
     {Keys::AntennaID, nullptr, "", Integer, 0, 99, 1},
+    {KeyOffset, QT_TRANSLATE_NOOP("Receiver", "RIT"), "Hz", Integer, -9999, 9999, 0, {}, true},
+    {KeySquelchLevel, QT_TRANSLATE_NOOP("Receiver", "Squelch knob"), "%", Integer, 0, 100, 0, {}, true},
 };
 
 } // namespace
@@ -46,6 +53,13 @@ constexpr ReceiverSetting VuhfSettings[] = {
 std::span<const ReceiverSetting> ReceiverSettings(ReceiverKind kind) {
     return kind == ReceiverKind::HF ? std::span<const ReceiverSetting>(HfSettings)
                                     : std::span<const ReceiverSetting>(VuhfSettings);
+}
+
+ReceiverAbility AbilityOf(const ReceiverSetting& setting) {
+    ReceiverAbility ability{setting.key, setting.min, setting.max};
+    for (const ReceiverChoice& choice : setting.choices)
+        ability.choices.push_back({QString::fromUtf8(choice.name), choice.number, choice.key});
+    return ability;
 }
 
 QString ReceiverName(ReceiverKind kind) {

@@ -1,5 +1,7 @@
 #include "receiver/simulatedreceiver.h"
 
+#include "receiver/receiver.h"
+
 #include <cmath>
 #include <numbers>
 
@@ -31,17 +33,32 @@ double power(double decibel) {
 
 } // namespace
 
-SimulatedReceiver::SimulatedReceiver(ReceiverKind kind) : Receiver(kind) {
+SimulatedReceiver::SimulatedReceiver(const Receiver& receiver, Pace pace)
+    : m_receiver(receiver), m_pace(pace) {
     m_timer.setInterval(MeasureMilliseconds);
     connect(&m_timer, &QTimer::timeout, this, [this] {
         ++m_tick;
-        Measure();
+        measure();
     });
-    Measure();
+}
+
+QString SimulatedReceiver::GetName() const {
+    return tr("Simulated %1 receiver").arg(ReceiverName(m_receiver.GetKind()));
+}
+
+void SimulatedReceiver::Begin() {
+    emit StateChanged(ReceiverState::Connected, QString());
+    measure();
+    if (m_pace == Pace::Steady)
+        m_timer.start();
+}
+
+void SimulatedReceiver::Set(const std::vector<ReceiverWord>&, quint64) {
+    measure();
 }
 
 double SimulatedReceiver::raster() const {
-    return GetKind() == ReceiverKind::HF ? HfRaster : VuhfRaster;
+    return m_receiver.GetKind() == ReceiverKind::HF ? HfRaster : VuhfRaster;
 }
 
 double SimulatedReceiver::CarrierAt(double hertz, double bandwidth) const {
@@ -57,23 +74,22 @@ double SimulatedReceiver::CarrierAt(double hertz, double bandwidth) const {
     return strongest;
 }
 
-void SimulatedReceiver::Measure() {
-    const double hertz = GetFrequency();
-    const double bandwidth = Find<ValueNumeric<double>>(Keys::KeyBandwidth)->GetValue();
+void SimulatedReceiver::measure() {
+    const double hertz = m_receiver.GetFrequency();
+    const double bandwidth = m_receiver.Find<ValueNumeric<double>>(Keys::KeyBandwidth)->GetValue();
     // AFC finds the carrier that lies a little beside.
-    const auto* afc = Find<Value<bool>>(Keys::AFC);
+    const auto* afc = m_receiver.Find<Value<bool>>(Keys::AFC);
     const double reach = afc && afc->GetValue() ? std::max(bandwidth, raster()) : bandwidth;
     const auto place = static_cast<quint64>(hertz / raster());
     const double phase = scattered(~place) + static_cast<double>(m_tick) / FadingTicks;
     const double carrier = CarrierAt(hertz, reach) + FadingDepth * std::sin(2 * std::numbers::pi * phase);
     const double noise = NoiseFloor + 10 * std::log10(bandwidth / 1e3) +
                          NoiseJitter * (scattered(place * 0x10001 + m_tick) - 0.5);
-    const auto* manual = Find<Value<bool>>(Keys::UseAttenuation);
+    const auto* manual = m_receiver.Find<Value<bool>>(Keys::UseAttenuation);
     const double attenuation =
-        manual && manual->GetValue() ? Find<ValueNumeric<int>>(Keys::Attenuation)->GetValue() : 0;
-    SetLevel(10 * std::log10(power(carrier) + power(noise)) - attenuation);
-}
-
-void SimulatedReceiver::Follow(const ReceiverSetting&) {
-    Measure();
+        manual && manual->GetValue() ? m_receiver.Find<ValueNumeric<int>>(Keys::Attenuation)->GetValue() : 0;
+    ReceiverReading reading;
+    reading.serial = m_receiver.GetSerial();
+    reading.level = 10 * std::log10(power(carrier) + power(noise)) - attenuation;
+    emit Read(reading);
 }

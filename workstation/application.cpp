@@ -24,6 +24,7 @@
 #include "host/startup/cfgcenter.h"
 #include "host/startup/settingsfile.h"
 #include "host/valuetree/tree.h"
+#include "receiver/receiver.h"
 #include "receiver/simulatedreceiver.h"
 #include "workstation/actions.h"
 #include "workstation/actiontips.h"
@@ -113,8 +114,8 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     Problems::SetSink([&early](const Problem& problem) { early.push_back(problem); });
     prepareDirectories();
     UndoHistory::Instance().SetOn(true);
-    m_receiver = std::make_unique<SimulatedReceiver>(options.receiver);
-    m_receiver->Start();
+    m_receiver = std::make_unique<Receiver>(options.receiver);
+    m_receiver->Attach(std::make_unique<SimulatedReceiver>(*m_receiver));
     m_search = std::make_unique<SimulatedSearch>(options.receiver);
     m_job = std::make_unique<Job>();
     const QString lostNoi = forgetLostNoi();

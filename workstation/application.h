@@ -19,10 +19,10 @@ class MainWindow;
 class NoiKeeper;
 class Preferences;
 class QLibrary;
+class Receiver;
 class RecentFiles;
 class Safekeeping;
 class SimulatedClassifier;
-class SimulatedReceiver;
 class SimulatedSearch;
 class SweepImport;
 class UnsavedWork;
@@ -36,7 +36,7 @@ public:
     ~Workstation();
 
     MainWindow& GetWindow() { return *m_window; }
-    SimulatedReceiver& GetReceiver() { return *m_receiver; }
+    Receiver& GetReceiver() { return *m_receiver; }
     SimulatedSearch& GetSearch() { return *m_search; }
     SimulatedClassifier& GetClassifier() { return *m_classifier; }
     Job& GetJob() { return *m_job; }
@@ -102,7 +102,7 @@ private:
     std::unique_ptr<Language> m_language;
     std::unique_ptr<Preferences> m_preferences;
     std::vector<std::unique_ptr<QLibrary>> m_plugIns;
-    std::unique_ptr<SimulatedReceiver> m_receiver;
+    std::unique_ptr<Receiver> m_receiver;
     std::unique_ptr<SimulatedSearch> m_search;
     std::unique_ptr<SimulatedClassifier> m_classifier;
     std::unique_ptr<Job> m_job;

@@ -5,7 +5,7 @@
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/gui/listsettings.h"
 #include "host/gui/sortlistview.h"
-#include "receiver/simulatedreceiver.h"
+#include "receiver/receiver.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/barlabels.h"
 #include "workstation/fileopener.h"

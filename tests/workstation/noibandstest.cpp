@@ -3,7 +3,7 @@
 #include "controls/frequencystore/common/paths.h"
 #include "host/freqlist/freqstore.h"
 #include "host/startup/cfgcenter.h"
-#include "receiver/simulatedreceiver.h"
+#include "receiver/receiver.h"
 #include "tests/support/text.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/bandspanel.h"
@@ -73,7 +73,6 @@ TEST(NoiBandSearch, FindsTheLowestBandThatIsTouched) {
 class NoiWindow : public testing::Test {
 protected:
     void SetUp() override {
-        m_receiver.Start();
         m_window = std::make_unique<MainWindow>(m_receiver);
         m_window->resize(1200, 700);
         m_value = Tree::Instance()->Find<Value<QString>>(Paths::NoiDefinition);
@@ -98,7 +97,7 @@ protected:
         return columns;
     }
 
-    SimulatedReceiver m_receiver{ReceiverKind::HF};
+    Receiver m_receiver{ReceiverKind::HF};
     std::unique_ptr<MainWindow> m_window;
     Value<QString>* m_value = nullptr;
 };

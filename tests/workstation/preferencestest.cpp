@@ -4,7 +4,7 @@
 #include "host/gui/colorset.h"
 #include "host/gui/sortlistview.h"
 #include "host/widgets/frequencyfield.h"
-#include "receiver/simulatedreceiver.h"
+#include "receiver/receiver.h"
 #include "tests/support/dialogs.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/actions.h"

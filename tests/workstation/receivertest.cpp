@@ -1,3 +1,5 @@
+#include "receiver/receiver.h"
+
 #include "controls/frequencystore/common/paths.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediator.h"
@@ -65,7 +67,10 @@ protected:
     QString text(Names::Id key) const { return receiver->GetValue(key)->GetStringValue(); }
     void use(ReceiverKind kind) {
         receiver.reset();
-        receiver = std::make_unique<SimulatedReceiver>(kind);
+        receiver = std::make_unique<Receiver>(kind);
+        auto link = std::make_unique<SimulatedReceiver>(*receiver, SimulatedReceiver::Pace::OnDemand);
+        simulated = link.get();
+        receiver->Attach(std::move(link));
         QObject::connect(receiver.get(), &Receiver::Refused,
                          [this](const QString& reason) { refused << reason; });
     }
@@ -74,7 +79,8 @@ protected:
         use(ReceiverKind::HF);
     }
 
-    std::unique_ptr<SimulatedReceiver> receiver;
+    std::unique_ptr<Receiver> receiver;
+    SimulatedReceiver* simulated = nullptr; ///< the receiver's
     QStringList refused;
 };
 
@@ -262,7 +268,7 @@ double carrierAbove(const SimulatedReceiver& receiver, double hertz, double rast
 TEST_F(Receivers, TheLevelFollowsFrequencyAttenuationAndSquelch) {
     use(ReceiverKind::VUHF);
     receiver->GetValue(Keys::KeyBandwidth)->SetStringValue("8330");
-    const double carrier = carrierAbove(*receiver, 118e6, 25e3);
+    const double carrier = carrierAbove(*simulated, 118e6, 25e3);
     ASSERT_TRUE(receiver->Tune(carrier));
     const double strong = receiver->GetLevel()->GetValue();
     EXPECT_GT(strong, 35);

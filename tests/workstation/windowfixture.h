@@ -2,7 +2,7 @@
 
 #include "host/freqlist/buttonbar.h"
 #include "host/gui/sortlistview.h"
-#include "receiver/simulatedreceiver.h"
+#include "receiver/receiver.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/actions.h"
 

@@ -6,7 +6,7 @@
 #include "host/gui/listsettings.h"
 #include "host/widgets/frequencyfield.h"
 #include "host/widgets/vclineedit.h"
-#include "receiver/simulatedreceiver.h"
+#include "receiver/receiver.h"
 #include "tests/support/dialogs.h"
 #include "tests/workstation/windowfixture.h"
 #include "workstation/frequencybar.h"

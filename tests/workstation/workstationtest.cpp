@@ -7,7 +7,7 @@
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqstorexml/frequencystorelist.h"
 #include "host/gui/sortlistview.h"
-#include "receiver/simulatedreceiver.h"
+#include "receiver/receiver.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/filekinds.h"
 #include "workstation/frequencybar.h"
