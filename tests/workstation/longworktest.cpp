@@ -106,7 +106,7 @@ protected:
             {"OpenJob", [=, this] { openFile(*station, sample("job-vuhf.pij")); }},
             {"Paste", [=, this] { action(A::Paste)->trigger(); }},
             {"Duplicate", [=, this] { list->Duplicate(); }},
-            {"Delete", [=, this] { list->DeleteSelectedEntries(); }},
+            {"Delete", [=, this] { action(A::Delete)->trigger(); }},
             {"Cut", [=, this] { action(A::Cut)->trigger(); }},
             {"Fill", [=, this] { list->FillColumn(3, QStringLiteral("other")); }},
             {"PasteText", [=, this] { list->PasteText(Q("7055 kHz\n7060 kHz\n7065 kHz")); }},
