@@ -175,6 +175,8 @@ private:
     FrequencyNodeMediator* mediatorOfRow(int row) const { return m_mediators[m_rows.RecordAt(row)]; }
     bool cellText(FrequencyNodeMediator* mediator, int column, QString& text) const;
     std::optional<quint32> recordOf(quint32 number) const;
+    bool insertBetween(const std::vector<FrequencyNodeMediator*>& mediators,
+                       const std::vector<FrequencyNodeMediator*>& order);
     std::vector<FrequencyNodeMediator*>
     appendEntries(const QVector<FreqStoreXml::FrequencyStoreEntry>& entries);
 
