@@ -110,6 +110,8 @@ void Workstation::fileChanged(FileGate::List list) {
     const int id = ids.at(list);
     m_changes->MarkSaved(id);
     m_window->SetFileOf(id, file);
+    if (list == FileGate::List::Targets)
+        TargetListHandler::Instance()->NoteFile(file);
     m_window->GetBar()->FitAll();
     noteFile(file);
     if (remembers() && list == FileGate::List::Targets)
