@@ -56,7 +56,7 @@ void MergePreview(benchmark::State& state) {
         state.counters["open_s"] =
             longestTurn([&] {
                 dialog = std::make_unique<MergeDialog>(merge, QStringLiteral("a into b"), 0, nullptr);
-                dialog->show();
+                dialog->QDialog::show();
             }) -
             matching;
         auto* const table = dialog->findChild<QTableView*>();

@@ -498,23 +498,20 @@
         <source>Save &amp;Beside It</source>
         <translation>&amp;Daneben speichern</translation>
     </message>
+    <message>
+        <source>&amp;Merge...</source>
+        <translation>&amp;Zusammenführen...</translation>
+    </message>
+    <message>
+        <source>See what the file&apos;s entries would do to the list, and choose for each</source>
+        <translation>Sehen, was die Einträge der Datei mit der Liste täten, und bei jedem wählen</translation>
+    </message>
 </context>
 <context>
     <name>EmptyList</name>
     <message>
         <source>The list is empty.</source>
         <translation>Die Liste ist leer.</translation>
-    </message>
-</context>
-<context>
-    <name>Ending</name>
-    <message>
-        <source>keeps the memory channels, which were in no job</source>
-        <translation>enthält die Speicherkanäle, die in keinem Auftrag waren</translation>
-    </message>
-    <message>
-        <source>keeps the unsaved changes of the job </source>
-        <translation>enthält die ungesicherten Änderungen des Auftrags </translation>
     </message>
 </context>
 <context>
@@ -1808,6 +1805,14 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>&amp;History</source>
         <translation>Verla&amp;uf</translation>
     </message>
+    <message>
+        <source>Save %1 As</source>
+        <translation>%1 speichern unter</translation>
+    </message>
+    <message>
+        <source>XML Lists</source>
+        <translation>XML-Listen</translation>
+    </message>
 </context>
 <context>
     <name>MemoryDialogs</name>
@@ -2946,6 +2951,10 @@ Fremdes: %2</translation>
     <message>
         <source>Restore</source>
         <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>holds unsaved work of %1, which is not there</source>
+        <translation>enthält Ungespeichertes von %1, das nicht da ist</translation>
     </message>
 </context>
 <context>

@@ -114,6 +114,8 @@ void Workstation::fileChanged(FileGate::List list) {
     if (file.isEmpty() && entries && entries->size() > 0) // they came from a file that is not the list's
         m_changes->MarkChanged(id);
     m_window->SetFileOf(id, file);
+    if (list == FileGate::List::Targets)
+        TargetListHandler::Instance()->NoteFile(file);
     m_window->GetBar()->FitAll();
     noteFile(file);
     if (remembers() && list == FileGate::List::Targets)

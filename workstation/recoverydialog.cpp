@@ -48,6 +48,8 @@ RecoveryDialog::RecoveryDialog(const std::vector<RecoveryRow>& rows, std::functi
     m_table->header()->setPalette(palette());
     m_table->setHeaderLabels({tr("List"), tr("Entries"), tr("Written (UTC)"), tr("Saved file"),
                               tr("Entries in it"), tr("Saved (UTC)")});
+    for (const int column : {Entries, FileEntries})
+        m_table->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
     for (const RecoveryRow& row : rows)
         addRow(row);
     for (int column = List; column < FileTime; ++column)

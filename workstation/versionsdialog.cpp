@@ -65,6 +65,8 @@ void VersionsDialog::addTable(const QString& file) {
     m_table->setAllColumnsShowFocus(true);
     m_table->setUniformRowHeights(true);
     m_table->setHeaderLabels({tr("Saved (UTC)"), tr("Entries"), tr("Size"), tr("Changed since then")});
+    for (const int column : {Entries, Size})
+        m_table->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
     for (const FileVersions::Version& version : m_versions) {
         auto* row = new QTreeWidgetItem(m_table);
         row->setText(Saved, Quor::DateTime(static_cast<quint64>(version.time)).toString(0));

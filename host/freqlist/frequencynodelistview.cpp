@@ -171,12 +171,45 @@ void FrequencyNodeListView::RecordsRemoved(const std::vector<bool>& gone) {
     m_numbers.resize(count);
 }
 
-/// All rows are taken up anew, since their numbers ascend; those that were made are made again when they are
-/// seen.
+/// Numbers ascend: rows get those that are free between their neighbours, which rows that were deleted have
+/// left there. False, with nothing changed, when there are none.
+bool FrequencyNodeListView::insertBetween(const std::vector<FrequencyNodeMediator*>& mediators,
+                                          const std::vector<FrequencyNodeMediator*>& order) {
+    if (m_anyEnded || m_mediators.size() + mediators.size() != order.size())
+        return false;
+    std::vector<quint32> places;
+    std::vector<quint32> numbers;
+    numbers.reserve(order.size());
+    auto known = m_numbers.cbegin();
+    quint32 last = 0;
+    for (quint32 place = 0; place < order.size(); ++place) {
+        const bool isNew = places.size() < mediators.size() && order[place] == mediators[places.size()];
+        if (!isNew && known == m_numbers.cend())
+            return false;
+        const quint32 number = isNew ? last + 1 : *known++;
+        if (number <= last)
+            return false;
+        if (isNew)
+            places.push_back(place);
+        last = number;
+        numbers.push_back(number);
+    }
+    for (const quint32 place : places)
+        (void)order[place]->AddView(this, numbers[place]); // a new one is in no view
+    m_mediators = order;
+    m_numbers = std::move(numbers);
+    m_lastNumber = std::max(m_lastNumber, last);
+    InsertRecords(places);
+    return true;
+}
+
+/// Else all rows are taken up anew; those that were made are made again when they are seen.
 void FrequencyNodeListView::InsertRows(const std::vector<FrequencyNodeMediator*>& mediators,
                                        const std::vector<FrequencyNodeMediator*>& order) {
     if (IsPaused())
         return AddRows(mediators);
+    if (insertBetween(mediators, order))
+        return;
     const std::vector<FrequencyNodeMediator*> selected = SelectedInOrder();
     const int scrollPlace = ScrollPlace();
     for (FrequencyNodeMediator* mediator : m_mediators) {

@@ -179,6 +179,8 @@ private:
     void deleteSelected();
     int append(const TextLines& lines);
     std::optional<quint32> recordOf(quint32 number) const;
+    bool insertBetween(const std::vector<FrequencyNodeMediator*>& mediators,
+                       const std::vector<FrequencyNodeMediator*>& order);
     std::vector<FrequencyNodeMediator*>
     appendEntries(const QVector<FreqStoreXml::FrequencyStoreEntry>& entries);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/freqlist/recordbytes.h"
 #include "host/freqlist/undohistory.h"
 #include "host/freqlist/undopart.h"
 
@@ -32,7 +33,7 @@ public:
     int GetListId() const override { return m_listId; }
     size_t EntryCount() const override {
         const ValueList<T>* list = m_list.get();
-        return m_kept.empty() && list ? list->Size() - m_first : m_kept.size();
+        return m_keptCount == 0 && list ? list->Size() - m_first : m_keptCount;
     }
     bool CanSwap() const override {
         const ValueList<T>* list = m_list.get();
@@ -42,15 +43,23 @@ public:
         ValueList<T>* const list = m_list.get();
         if (!list)
             return;
+        std::list<T> back = takeKept();
         std::list<T>& all = list->GetList();
-        std::list<T> rest;
-        rest.splice(rest.end(), all, std::next(all.begin(), static_cast<std::ptrdiff_t>(m_first)), all.end());
-        all.splice(all.end(), std::exchange(m_kept, {}));
-        m_kept = std::move(rest);
+        m_kept.splice(m_kept.end(), all, std::next(all.begin(), static_cast<std::ptrdiff_t>(m_first)),
+                      all.end());
+        m_keptCount = m_kept.size();
+        all.splice(all.end(), back);
         m_left = list->SeenNow();
+        if (InMemory() > UndoBytes::MostInMemory)
+            Spill();
         list->HasChanged(TChangeCode::ValueChanged);
     }
-    size_t InMemory() const override { return m_kept.size() * sizeof(T); }
+    size_t InMemory() const override { return m_kept.size() * sizeof(T) + m_bytes.InMemory(); }
+    void Spill() override {
+        for (const T& record : std::exchange(m_kept, {}))
+            RecordBytes::Put(m_bytes, record);
+        m_bytes.Spill();
+    }
 
 private:
     using List = ValueList<T>;
@@ -70,6 +79,16 @@ private:
         found = made.get();
         return history.Add(std::move(made)) ? found : nullptr;
     }
+    /// Throws RGException, with nothing changed, when they cannot be read.
+    std::list<T> takeKept() {
+        std::list<T> records;
+        UndoBytes::Reader bytes(m_bytes);
+        while (!bytes.AtEnd())
+            RecordBytes::Take(bytes, records.emplace_back());
+        records.splice(records.end(), m_kept);
+        m_bytes.Clear();
+        return records;
+    }
     bool isAsLeft(const List& list) const {
         const auto now = list.SeenNow();
         return now.rewrites == m_left.rewrites && now.edits == m_left.edits && now.size == m_left.size;
@@ -80,4 +99,6 @@ private:
     quint64 m_first;
     typename List::Seen m_left; ///< as this part left the list
     std::list<T> m_kept;
+    UndoBytes m_bytes; ///< what is kept, instead of `m_kept`
+    size_t m_keptCount = 0;
 };

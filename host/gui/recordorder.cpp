@@ -22,6 +22,11 @@ void RecordOrder::Append(int count) {
     m_count += count;
 }
 
+void RecordOrder::Insert(const std::vector<quint32>& records) {
+    if (!m_records.empty())
+        m_records.insert(m_records.end(), records.begin(), records.end());
+}
+
 void RecordOrder::Renumber(const std::vector<quint32>& numbers, int count) {
     for (quint32& record : m_records)
         record = numbers[record];

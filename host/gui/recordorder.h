@@ -25,7 +25,9 @@ public:
     bool IsSorted() const { return m_column >= 0; }
     /// So many records more, behind all others.
     void Append(int count);
-    /// Records went, and those that are left have new numbers.
+    /// Records that have these numbers have come, and stand behind all others until they are placed.
+    void Insert(const std::vector<quint32>& records);
+    /// Records went or come, and those that were there have new numbers.
     void Renumber(const std::vector<quint32>& numbers, int count);
     /// Puts records that changed, and those that came, to their places. `goesBefore` compares two records in
     /// ascending order; equal ones go by their numbers.

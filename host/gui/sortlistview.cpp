@@ -384,6 +384,39 @@ void SortListView::AddRecords(int count) {
     takeUpNewRecords(count);
 }
 
+void SortListView::InsertRecords(const std::vector<quint32>& places) {
+    finishFilter();
+    std::vector<quint32> numbers;
+    numbers.reserve(m_items.size());
+    std::vector<SortListViewItem*> items(m_items.size() + places.size());
+    auto next = places.begin();
+    quint32 number = 0;
+    for (SortListViewItem* item : m_items) {
+        for (; next != places.end() && *next == number; ++next)
+            ++number;
+        items[number] = item;
+        if (item)
+            item->m_record = number;
+        numbers.push_back(number++);
+    }
+    const auto count = static_cast<quint32>(items.size());
+    m_sortedCount = m_sortedCount < numbers.size() ? numbers[m_sortedCount] : count;
+    m_items = std::move(items);
+    for (quint32& record : m_changed)
+        record = numbers[record];
+    m_order.Renumber(numbers, static_cast<int>(count));
+    m_order.Insert(places);
+    m_filter.Renumber(numbers, m_filter.IsOn() ? count : 0);
+    m_selection.Renumber(numbers, static_cast<int>(count));
+    if (m_filter.IsOn())
+        m_filter.Renew(places, count, m_order.Records());
+    for (const quint32 record : places)
+        RecordChanged(record);
+    ShowPage();
+    sort();
+    emit countsChanged();
+}
+
 /// The last ones have come.
 void SortListView::takeUpNewRecords(int count) {
     m_order.Append(count);

@@ -233,6 +233,8 @@ protected:
     void KeepItemsOfPageOnly() { m_keepsItems = false; }
     /// So many records have come, which have no items yet.
     void AddRecords(int count);
+    /// Records, which have no items yet, have come to these places among the others, in ascending order.
+    void InsertRecords(const std::vector<quint32>& places);
     void RemoveRecords(const std::vector<bool>& gone);
     /// The item of a record, made now if need be; null from the other when none is made yet.
     SortListViewItem* ItemOf(quint32 record);

@@ -6,7 +6,6 @@
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqlist/keys.h"
-#include "host/freqlist/undobytes.h"
 #include "host/freqlist/undohistory.h"
 #include "host/valuetree/tree.h"
 #include "host/valuetree/valueselection.h"
@@ -402,27 +401,51 @@ TEST_F(Undo, RowsComeBackToTheirPlacesSelectedWhereTheOperatorWas) {
     EXPECT_EQ(view.Comments().first(), first);
 }
 
-TEST(UndoBytesTest, GoToAFileAndBack) {
-    UndoBytes bytes;
-    constexpr size_t Count = UndoBytes::MostInMemory / sizeof(quint64) * 2 + 12345;
-    for (quint64 i = 0; i < Count; ++i)
-        bytes.Put(i * 7);
-    EXPECT_LT(bytes.InMemory(), 2 * UndoBytes::MostInMemory);
-    bytes.Spill();
-    EXPECT_EQ(bytes.InMemory(), 0u);
-    bytes.Put(quint64(1)); // some behind the file
-    UndoBytes::Reader reader(bytes);
-    quint64 wrong = 0;
-    for (quint64 i = 0; i < Count; ++i)
-        wrong += reader.Get<quint64>() == i * 7 ? 0 : 1;
-    EXPECT_EQ(wrong, 0u);
-    EXPECT_EQ(reader.Get<quint64>(), 1u);
-    EXPECT_TRUE(reader.AtEnd());
-    bytes.Load();
-    EXPECT_EQ(bytes.Size(), (Count + 1) * sizeof(quint64));
-    UndoBytes::Reader again(bytes);
-    EXPECT_EQ(again.Get<quint64>(), 0u);
-    EXPECT_EQ(again.Get<quint64>(), 7u);
+/// Counts what is asked of its rows.
+class CountingView : public BookmarkView {
+public:
+    using BookmarkView::BookmarkView;
+    QString RecordText(quint32 record, int column) const override {
+        ++texts;
+        return BookmarkView::RecordText(record, column);
+    }
+    mutable int texts = 0;
+};
+
+TEST_F(Undo, FewRowsComeBackToTheirPlacesWithoutALookAtAllOthers) {
+    constexpr int Rows = 5000;
+    List& list = make("/L", addLoose, Rows);
+    for (const int column : {-1, 0, 1}) {
+        CountingView view(static_cast<unsigned>(list.id));
+        view.resize(400, 200);
+        view.show();
+        view.sortByColumn(column, Qt::DescendingOrder);
+        QCoreApplication::processEvents();
+        const QStringList before = view.Comments();
+        for (const int row : {4000, 7}) { // one by one: the second comes back first
+            view.SelectPlace(row);
+            view.DeleteSelectedEntries();
+        }
+        view.SelectPlace(20);
+        view.texts = 0;
+        stack().undo();
+        stack().undo();
+        QCoreApplication::processEvents();
+        EXPECT_LT(view.texts, Rows / 10) << column;
+        EXPECT_TRUE(view.Comments() == before) << column;
+        EXPECT_EQ(view.CurrentPlace(), 4000) << column;
+    }
+    CountingView view(static_cast<unsigned>(list.id));
+    view.SelectPlace(4000);
+    view.DeleteSelectedEntries();
+    CountingView later(static_cast<unsigned>(list.id)); // in which the row has left no room
+    view.SetFilterText(QStringLiteral("station"));
+    while (view.IsFiltering())
+        QCoreApplication::processEvents();
+    stack().undo();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(view.ShownCount(), view.RowCount());
+    EXPECT_TRUE(later.Comments() == view.Comments());
 }
 
 /// Lists as plain rows.

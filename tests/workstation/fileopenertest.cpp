@@ -1,11 +1,15 @@
 #include "workstation/fileopener.h"
 
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/files/filelook.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
+#include "controls/frequencystore/targets/targetlisthandler.h"
 #include "host/freqlist/buttonbar.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/traces.h"
 #include "tests/workstation/stationfixture.h"
+#include "workstation/actions.h"
+#include "workstation/filedrop.h"
 #include "workstation/job.h"
 #include "workstation/memoryneed.h"
 
@@ -32,6 +36,9 @@ protected:
             }
         }
         return nullptr;
+    }
+    QAction* command(WindowActions::Command which) const {
+        return station->GetWindow().GetActions().Get(which);
     }
     /// Chooses a file in the dialog of a list's command.
     void choose(const char* tab, const QString& path) {
@@ -118,6 +125,54 @@ TEST_F(FileOpeners, AListThatWaitsForAFileSaysSoWithAButtonBeside) {
             EXPECT_TRUE(bar->GetAction(action)->toolTip().contains("could not be read")) << action;
         EXPECT_FALSE(bar->GetAction(Bar::New)->isEnabled());
         EXPECT_EQ(open->defaultAction(), bar->GetAction(Bar::Read));
+    }
+}
+
+/// The ways to open a target list. Whichever was taken, Save writes the file that was opened last.
+TEST_F(FileOpeners, SaveWritesTheFileThatWasOpenedWhateverTheWay) {
+    const struct {
+        const char* name;
+        std::function<void(const QString& path)> open;
+    } ways[] = {
+        {"dialog.ltl",
+         [this](const QString& path) {
+             AnswerDialog(path);
+             command(WindowActions::Open)->trigger();
+         }},
+        {"list.ltl", [this](const QString& path) { choose("Local TargetList", path); }},
+        {"dropped.ltl",
+         [this](const QString& path) { emit station->GetWindow().findChild<FileDrop*>()->Dropped({path}); }},
+        {"another.ltl", [this](const QString& path) { station->GetOpener().Open(path); }},
+        {"command.ltl",
+         [this](const QString&) { // was opened first, and is chosen among the last ones
+             QMenu& menu = *station->GetWindow().GetRecentMenu();
+             emit menu.aboutToShow();
+             for (QAction* recent : menu.actions()) {
+                 if (recent->toolTip().contains("command.ltl") || recent->text().contains("command.ltl"))
+                     return recent->trigger();
+             }
+         }},
+    };
+    const QByteArray lines = Read(sample("targets.ltl"));
+    start({Write("command.ltl", lines)});
+    ASSERT_TRUE(station->LoadFiles());
+    barOf("Local TargetList");
+    int added = 0;
+    const auto saveInto = [&](const char* name) {
+        const TargetListHandler& list = *TargetListHandler::Instance();
+        EXPECT_EQ(list.GetCurrentFileName(), Path(name));
+        ASSERT_TRUE(TargetListHandler::Instance()->AddNew()) << name;
+        command(WindowActions::Save)->trigger();
+        EXPECT_EQ(LookAtFile(Path(name)).rows, 528 + added) << name;
+    };
+    saveInto("command.ltl");
+    for (const auto& way : ways) {
+        added = QByteArray(way.name) == "command.ltl" ? 1 : 0;
+        if (added == 0)
+            Write(way.name, lines);
+        way.open(Path(way.name));
+        QApplication::processEvents();
+        saveInto(way.name);
     }
 }
 

@@ -115,6 +115,11 @@ void TargetListHandler::publishFileName() {
         m_fileName->SetValue(m_currentFile, this);
 }
 
+void TargetListHandler::NoteFile(const QString& path) {
+    if (std::exchange(m_currentFile, path) != path)
+        publishFileName();
+}
+
 void TargetListHandler::setCurrentFile(const QString& path) {
     UndoHistory::Instance().Add(
         std::make_unique<UndoState>([this, kept = m_currentFile, alive = QPointer(this)]() mutable {

@@ -65,6 +65,8 @@ public:
     Node* GetItemsRoot() const { return m_pNode.get(); }
     TargetListParser* GetParser() const { return m_pParser.get(); }
     const QString& GetCurrentFileName() const { return m_currentFile; }
+    /// For a program that opens and saves the list by itself: the list stands in that file now.
+    void NoteFile(const QString& path);
 
     void Update(Observable* subject, TChangeCode code) override;
 
