@@ -137,7 +137,8 @@ ForeignPlan Propose(unsigned listId, Way way) {
 }
 
 bool IsForeign(const QString& text, const QStringList& titles) {
-    const ForeignSource source = ForeignSource::OfText(text);
+    constexpr qsizetype HeadSize = 64 * 1024; // a copy of a long list is longer than one wants to look at
+    const ForeignSource source = ForeignSource::OfText(text.left(HeadSize));
     if (!source.IsTable())
         return true;
     try {
