@@ -83,6 +83,17 @@ bool isNumber(const QString& cell, bool hasDecimalComma) {
     return HertzOf(plainNumber(text, hasDecimalComma), 1).has_value();
 }
 
+/// How often a separator stands in a line outside of quotes.
+qsizetype countOf(QChar separator, const QString& line) {
+    qsizetype count = 0;
+    bool isQuoted = false;
+    for (const QChar c : line) {
+        isQuoted = isQuoted != (c == u'"');
+        count += c == separator && !isQuoted ? 1 : 0;
+    }
+    return count;
+}
+
 /// The separator whose count is the same in most lines, and the greatest.
 char findSeparator(const QString& head) {
     QStringList lines;
@@ -96,7 +107,7 @@ char findSeparator(const QString& head) {
     for (const char separator : {'\t', ';', ',', '|'}) {
         std::map<qsizetype, qsizetype> linesByCount;
         for (const QString& line : lines)
-            ++linesByCount[line.count(QLatin1Char(separator))];
+            ++linesByCount[countOf(QLatin1Char(separator), line)];
         linesByCount.erase(0);
         for (const auto& [count, number] : linesByCount) {
             if (number * 1000 + count > most && number * 2 > lines.size()) {

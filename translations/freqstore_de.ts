@@ -654,6 +654,14 @@
         <source>Open</source>
         <translation>Öffnen</translation>
     </message>
+    <message>
+        <source>All Known Files (%1);;All Files (*)</source>
+        <translation>Alle bekannten Dateien (%1);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>a table of another program</source>
+        <translation>eine Tabelle eines anderen Programms</translation>
+    </message>
 </context>
 <context>
     <name>FilterField</name>
@@ -694,6 +702,218 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Forget</source>
         <translation>Vergessen</translation>
+    </message>
+</context>
+<context>
+    <name>ForeignDialog</name>
+    <message>
+        <source>Frequency</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>Bandwidth</source>
+        <translation>Bandbreite</translation>
+    </message>
+    <message>
+        <source>Demodulation</source>
+        <translation>Demodulation</translation>
+    </message>
+    <message>
+        <source>Comment</source>
+        <translation>Kommentar</translation>
+    </message>
+    <message>
+        <source>Line %1: %2</source>
+        <translation>Zeile %1: %2</translation>
+    </message>
+    <message>
+        <source>First entries</source>
+        <translation>Erste Einträge</translation>
+    </message>
+    <message>
+        <source>&amp;Keep extra fields in the comment</source>
+        <translation>&amp;Weitere Felder im Kommentar behalten</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation>Importieren</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>As &amp;Entries</source>
+        <translation>Als &amp;Einträge</translation>
+    </message>
+    <message>
+        <source>First rows of the table</source>
+        <translation>Erste Zeilen der Tabelle</translation>
+    </message>
+    <message>
+        <source>In the &amp;Table</source>
+        <translation>In der &amp;Tabelle</translation>
+    </message>
+    <message>
+        <source>Refused lines and remarks</source>
+        <translation>Abgewiesene Zeilen und Hinweise</translation>
+    </message>
+    <message>
+        <source>What our lists have no place for stands behind the comment, in braces</source>
+        <translation>Was in unseren Listen keinen Platz hat, steht hinter dem Kommentar in geschweiften Klammern</translation>
+    </message>
+    <message>
+        <source>O&amp;nly what is on air at (UTC)</source>
+        <translation>&amp;Nur was auf Sendung ist um (UTC)</translation>
+    </message>
+    <message>
+        <source>Time on air, UTC</source>
+        <translation>Sendezeit, UTC</translation>
+    </message>
+    <message>
+        <source>Into &amp;list:</source>
+        <translation>In &amp;Liste:</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries.</source>
+        <translation>
+            <numerusform>%Ln Eintrag.</numerusform>
+            <numerusform>%Ln Einträge.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries, the first %1 of which stand above.</source>
+        <translation>
+            <numerusform>%Ln Eintrag, davon stehen die ersten %1 oben.</numerusform>
+            <numerusform>%Ln Einträge, die ersten %1 stehen oben.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln lines refused.</source>
+        <translation>
+            <numerusform>%Ln Zeile abgewiesen.</numerusform>
+            <numerusform>%Ln Zeilen abgewiesen.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Without a place in our lists, or changed: %1.</source>
+        <translation>Ohne Platz in unseren Listen oder geändert: %1.</translation>
+    </message>
+    <message>
+        <source>There is no entry in it.</source>
+        <translation>Es ist kein Eintrag darin.</translation>
+    </message>
+    <message>
+        <source>There is no list that takes entries.</source>
+        <translation>Keine Liste nimmt Einträge an.</translation>
+    </message>
+    <message numerus="yes">
+        <source>&amp;Add to the %Ln entries that are there</source>
+        <translation>
+            <numerusform>Zu %Ln &amp;vorhandenen Eintrag hinzufügen</numerusform>
+            <numerusform>Zu den %Ln &amp;vorhandenen Einträgen hinzufügen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>&amp;Replace the %Ln entries that are there</source>
+        <translation>
+            <numerusform>%Ln vorhandenen Eintrag e&amp;rsetzen</numerusform>
+            <numerusform>Die %Ln vorhandenen Einträge e&amp;rsetzen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message>
+        <source>Compare and Add...</source>
+        <translation>Vergleichen und hinzufügen...</translation>
+    </message>
+</context>
+<context>
+    <name>ForeignExport</name>
+    <message numerus="yes">
+        <source>%n entries cannot be written</source>
+        <translation>
+            <numerusform>%n Eintrag kann nicht geschrieben werden</numerusform>
+            <numerusform>%n Einträge können nicht geschrieben werden</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>lost or changed: %1</source>
+        <translation>verloren oder geändert: %1</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>Exportieren</translation>
+    </message>
+    <message>
+        <source>%1 cannot hold all of the list.</source>
+        <translation>%1 kann nicht alles aus der Liste aufnehmen.</translation>
+    </message>
+    <message>
+        <source>Write %1</source>
+        <translation>%1 schreiben</translation>
+    </message>
+    <message>
+        <source>Export %1 for Other Programs</source>
+        <translation>%1 für andere Programme exportieren</translation>
+    </message>
+    <message>
+        <source>%1 (%2): %3</source>
+        <translation>%1 (%2): %3</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n entries written</source>
+        <translation>
+            <numerusform>%n Eintrag geschrieben</numerusform>
+            <numerusform>%n Einträge geschrieben</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ForeignImport</name>
+    <message>
+        <source>Import</source>
+        <translation>Importieren</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n entries</source>
+        <translation>
+            <numerusform>%n Eintrag</numerusform>
+            <numerusform>%n Einträge</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n lines refused</source>
+        <translation>
+            <numerusform>%n Zeile abgewiesen</numerusform>
+            <numerusform>%n Zeilen abgewiesen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>without a place in our lists, or changed: %1</source>
+        <translation>ohne Platz in unseren Listen oder geändert: %1</translation>
+    </message>
+    <message>
+        <source>There is no list that takes entries.</source>
+        <translation>Keine Liste nimmt Einträge an.</translation>
+    </message>
+    <message>
+        <source>is a table of another program, and %1</source>
+        <translation>ist eine Tabelle eines anderen Programms, und %1</translation>
+    </message>
+    <message>
+        <source>Pasted text</source>
+        <translation>Eingefügter Text</translation>
+    </message>
+    <message>
+        <source>a table</source>
+        <translation>eine Tabelle</translation>
+    </message>
+    <message>
+        <source>No file is used while a scan surveillance runs.</source>
+        <translation>Während einer Suchlauf-Überwachung wird keine Datei verwendet.</translation>
     </message>
 </context>
 <context>
@@ -1359,10 +1579,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <translation>In Liste importieren</translation>
     </message>
     <message>
-        <source>All Known Files (*.xml *.sfl *.ltl *.csv *.noi *.pij);;All Files (*)</source>
-        <translation>Alle bekannten Dateien (*.xml *.sfl *.ltl *.csv *.noi *.pij);;Alle Dateien (*)</translation>
-    </message>
-    <message>
         <source>No two entries within %1</source>
         <translation>Keine zwei Einträge innerhalb von %1</translation>
     </message>
@@ -1566,10 +1782,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Open File</source>
         <translation>Datei öffnen</translation>
-    </message>
-    <message>
-        <source>All Known Files (*.xml *.sfl *.ltl *.csv *.noi *.pij);;All Files (*)</source>
-        <translation>Alle bekannten Dateien (*.xml *.sfl *.ltl *.csv *.noi *.pij);;Alle Dateien (*)</translation>
     </message>
     <message>
         <source>Saved in %1</source>
@@ -3425,6 +3637,117 @@ Fremdes: %2</translation>
     </message>
 </context>
 <context>
+    <name>TablePanel</name>
+    <message>
+        <source>Comma</source>
+        <translation>Komma</translation>
+    </message>
+    <message>
+        <source>Semicolon</source>
+        <translation>Strichpunkt</translation>
+    </message>
+    <message>
+        <source>Tab</source>
+        <translation>Tabulator</translation>
+    </message>
+    <message>
+        <source>Vertical bar</source>
+        <translation>Senkrechter Strich</translation>
+    </message>
+    <message>
+        <source>First row has &amp;headings</source>
+        <translation>Erste Zeile hat &amp;Überschriften</translation>
+    </message>
+    <message>
+        <source>Point (121.5)</source>
+        <translation>Punkt (121.5)</translation>
+    </message>
+    <message>
+        <source>Comma (121,5)</source>
+        <translation>Komma (121,5)</translation>
+    </message>
+    <message>
+        <source>&amp;Separator:</source>
+        <translation>&amp;Trennzeichen:</translation>
+    </message>
+    <message>
+        <source>&amp;Decimal mark:</source>
+        <translation>&amp;Dezimalzeichen:</translation>
+    </message>
+    <message>
+        <source>&amp;Text:</source>
+        <translation>&amp;Kodierung:</translation>
+    </message>
+    <message>
+        <source>&amp;Frequency:</source>
+        <translation>&amp;Frequenz:</translation>
+    </message>
+    <message>
+        <source>&amp;Bandwidth:</source>
+        <translation>&amp;Bandbreite:</translation>
+    </message>
+    <message>
+        <source>&amp;Name:</source>
+        <translation>N&amp;ame:</translation>
+    </message>
+    <message>
+        <source>N&amp;otes:</source>
+        <translation>N&amp;otizen:</translation>
+    </message>
+    <message>
+        <source>De&amp;modulation:</source>
+        <translation>De&amp;modulation:</translation>
+    </message>
+    <message>
+        <source>Unit of the frequencies</source>
+        <translation>Einheit der Frequenzen</translation>
+    </message>
+    <message>
+        <source>Unit of the bandwidths</source>
+        <translation>Einheit der Bandbreiten</translation>
+    </message>
+    <message>
+        <source>As a table with these headings was read the last time.</source>
+        <translation>So wie zuletzt eine Tabelle mit diesen Überschriften gelesen wurde.</translation>
+    </message>
+    <message>
+        <source>%1 (found)</source>
+        <translation>%1 (erkannt)</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+    <message>
+        <source>Column %1</source>
+        <translation>Spalte %1</translation>
+    </message>
+    <message>
+        <source>Unit?</source>
+        <translation>Einheit?</translation>
+    </message>
+    <message>
+        <source>Unit? %1 is likely</source>
+        <translation>Einheit? Wohl %1</translation>
+    </message>
+    <message>
+        <source>In each cell</source>
+        <translation>In jeder Zelle</translation>
+    </message>
+    <message>
+        <source>Choose the column of the frequencies.</source>
+        <translation>Wählen Sie die Spalte der Frequenzen.</translation>
+    </message>
+    <message>
+        <source>Choose the unit of the frequencies.</source>
+        <translation>Wählen Sie die Einheit der Frequenzen.</translation>
+    </message>
+    <message>
+        <source>Choose the unit of the bandwidths.</source>
+        <translation>Wählen Sie die Einheit der Bandbreiten.</translation>
+    </message>
+</context>
+<context>
     <name>TargetDialogs</name>
     <message>
         <source>Select Filename for saving</source>
@@ -4130,6 +4453,18 @@ Fremdes: %2</translation>
     <message>
         <source>%1 is a list of what was heard, one entry each time.</source>
         <translation>%1 ist eine Liste dessen, was gehört wurde: jedes Mal ein Eintrag.</translation>
+    </message>
+    <message>
+        <source>E&amp;xport for Other Programs...</source>
+        <translation>Für andere Programme e&amp;xportieren...</translation>
+    </message>
+    <message>
+        <source>Write the list as a file of another program, after a look at what would be lost</source>
+        <translation>Die Liste als Datei eines anderen Programms schreiben, nach einem Blick auf das, was verloren ginge</translation>
+    </message>
+    <message>
+        <source>%1 has no entries.</source>
+        <translation>%1 hat keine Einträge.</translation>
     </message>
 </context>
 <context>

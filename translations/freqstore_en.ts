@@ -70,6 +70,78 @@
     </message>
 </context>
 <context>
+    <name>ForeignDialog</name>
+    <message numerus="yes">
+        <source>%Ln entries.</source>
+        <translation>
+            <numerusform>%Ln entry.</numerusform>
+            <numerusform>%Ln entries.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries, the first %1 of which stand above.</source>
+        <translation>
+            <numerusform>%Ln entry, the first %1 of which stands above.</numerusform>
+            <numerusform>%Ln entries, the first %1 of which stand above.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln lines refused.</source>
+        <translation>
+            <numerusform>%Ln line refused.</numerusform>
+            <numerusform>%Ln lines refused.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>&amp;Add to the %Ln entries that are there</source>
+        <translation>
+            <numerusform>&amp;Add to the %Ln entry that is there</numerusform>
+            <numerusform>&amp;Add to the %Ln entries that are there</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>&amp;Replace the %Ln entries that are there</source>
+        <translation>
+            <numerusform>&amp;Replace the %Ln entry that is there</numerusform>
+            <numerusform>&amp;Replace the %Ln entries that are there</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ForeignExport</name>
+    <message numerus="yes">
+        <source>%n entries cannot be written</source>
+        <translation>
+            <numerusform>%n entry cannot be written</numerusform>
+            <numerusform>%n entries cannot be written</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n entries written</source>
+        <translation>
+            <numerusform>%n entry written</numerusform>
+            <numerusform>%n entries written</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ForeignImport</name>
+    <message numerus="yes">
+        <source>%n entries</source>
+        <translation>
+            <numerusform>%n entry</numerusform>
+            <numerusform>%n entries</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n lines refused</source>
+        <translation>
+            <numerusform>%n line refused</numerusform>
+            <numerusform>%n lines refused</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>FreqStoreListViewButtonBar</name>
     <message numerus="yes">
         <source>%Ln entries</source>

@@ -60,9 +60,18 @@ QStringList cellsOf(const FreqStoreXml::FrequencyStoreEntry& entry) {
 }
 
 /// A problem without the file's name, which stands above.
-QString shortText(const Problem& problem) {
-    return problem.line > 0 ? ForeignDialog::tr("Line %1: %2").arg(problem.line).arg(problem.reason)
-                            : problem.reason;
+QString shortText(qint64 line, const QString& reason) {
+    return line > 0 ? ForeignDialog::tr("Line %1: %2").arg(line).arg(reason) : reason;
+}
+
+/// The same of "file:line: reason".
+QString shortText(const QString& failure, const QString& file) {
+    if (!failure.startsWith(file + QLatin1Char(':')))
+        return failure;
+    const QString rest = failure.mid(file.size() + 1);
+    bool isLine = false;
+    const qint64 line = rest.section(QLatin1Char(':'), 0, 0).toLongLong(&isLine);
+    return isLine ? shortText(line, rest.section(QLatin1Char(':'), 1).trimmed()) : rest.trimmed();
 }
 
 } // namespace
@@ -91,11 +100,14 @@ ForeignDialog::ForeignDialog(const ForeignSource& source, const ForeignPlan& pla
     resize(Roomy);
     showRows();
     read();
-    m_buttons->button(QDialogButtonBox::Ok)->setFocus();
+    if (m_table && !m_table->WhyOpen().isEmpty())
+        m_table->setFocus();
+    else
+        m_buttons->button(QDialogButtonBox::Ok)->setFocus();
 }
 
 void ForeignDialog::addSummary(QVBoxLayout& layout) {
-    auto* what = new QLabel(tr("%1 is %2.").arg(m_source.ShownName(), m_source.KindName()));
+    auto* what = new QLabel(tr("%1: %2").arg(m_source.ShownName(), m_source.KindName()));
     what->setObjectName(QStringLiteral("What"));
     what->setTextFormat(Qt::PlainText);
     what->setToolTip(m_source.Path());
@@ -265,7 +277,7 @@ void ForeignDialog::showProblems() {
     m_problems->clear();
     if (m_reading) {
         for (const Problem& problem : m_reading->problems)
-            m_problems->addItem(shortText(problem));
+            m_problems->addItem(shortText(problem.line, problem.reason));
     }
     const int lines = std::min(m_problems->count(), ShownProblems);
     m_problems->setVisible(lines > 0);
@@ -286,9 +298,9 @@ ForeignPlan ForeignDialog::GetPlan() const {
 QString ForeignDialog::whyOff() const {
     const ImportList* const into = list();
     if (m_table && !m_table->WhyOpen().isEmpty())
-        return m_table->WhyOpen();
+        return shortText(m_table->WhyOpen(), m_source.Path());
     if (!m_reading->failure.isEmpty())
-        return m_reading->failure;
+        return shortText(m_reading->failure, m_source.Path());
     if (m_reading->account.entries == 0)
         return tr("There is no entry in it.");
     return into ? into->WhyOff(GetPlan().replaces) : tr("There is no list that takes entries.");

@@ -42,17 +42,19 @@ bool replace(const ImportList& list, const QString& path, ForeignReading& readin
     const OperatorAction action(tr("Import"));
     list.MakeRoom();
     FrequencyStoreEntry whole;
-    const bool isTaken = list.parser->TakeEntries(path, [&](const FreqStoreXml::EntryCallback& take) {
+    const auto read = [&](const FreqStoreXml::EntryCallback& take) {
         reading.entries.Drain([&](const FrequencyStoreEntry& entry) {
             whole = entry;
             if (entry.GetProfile_Data().GetPriority().isEmpty())
                 whole.GetProfile_Data().SetPriority(QString::fromLatin1(UnsaidPriority));
             take(whole);
         });
-    });
+    };
+    if (!list.parser->TakeEntries(path, read))
+        return false;
     if (list.list == FileGate::List::Targets)
         FileGate::WasWritten(list.list, QString());
-    return isTaken;
+    return true;
 }
 
 bool add(QWidget& window, const ImportList& list, const ForeignSource& source, ForeignReading& reading) {
@@ -135,7 +137,8 @@ ForeignPlan Propose(unsigned listId, Way way) {
 }
 
 bool IsForeign(const QString& text, const QStringList& titles) {
-    const ForeignSource source = ForeignSource::OfText(text);
+    constexpr qsizetype HeadSize = 64 * 1024; // a copy of a long list is longer than one wants to look at
+    const ForeignSource source = ForeignSource::OfText(text.left(HeadSize));
     if (!source.IsTable())
         return true;
     try {

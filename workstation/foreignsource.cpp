@@ -9,6 +9,7 @@ namespace {
 
 /// The format whose entries have times of their own that its reader knows.
 constexpr char WithSchedule[] = "eibi";
+constexpr qsizetype HeadSize = 64 * 1024; ///< characters of a text that tell its format
 
 } // namespace
 
@@ -19,7 +20,7 @@ ForeignSource ForeignSource::OfText(const QString& text) {
     source.m_path = QCoreApplication::translate("ForeignImport", "Pasted text");
     source.m_text = text.toUtf8();
     source.m_isText = true;
-    source.m_format = Interchange::FormatOfText(text);
+    source.m_format = Interchange::FormatOfText(text.left(HeadSize));
     return source;
 }
 

@@ -72,6 +72,11 @@ TablePanel::TablePanel(const ForeignSource& source, QWidget* parent)
     m_headings->setObjectName(QStringLiteral("Headings"));
     addForm();
     lookFirst();
+    // What the operator has to say comes first.
+    const auto open = std::find_if(m_fields.begin(), m_fields.end(), [](const Field& field) {
+        return field.unit && field.unit->isEnabled() && field.unit->currentData().toDouble() == 0;
+    });
+    setFocusProxy(open == m_fields.end() ? m_fields.front().column : open->unit);
     for (QComboBox* box : {m_separator, m_decimal, m_encoding})
         connect(box, &QComboBox::activated, this, &TablePanel::lookAgain);
     connect(m_headings, &QCheckBox::clicked, this, &TablePanel::lookAgain);

@@ -70,6 +70,11 @@ const TableRow Rows[] = {
      "name=Name,frequency=Frequenz MHz:MHz",
      "",
      {"118100000|0||T\u00FCrme", "1296200000|0||X"}},
+    {"SeparatorInQuotes",
+     "Freq kHz;Name\n7055;\"a;b, c, d\"\n",
+     "frequency=Freq kHz:kHz,name=Name",
+     "",
+     {"7055000|0||a;b, c, d"}},
     {"NoHeadings",
      "118.1,Tower\n121.5,\"Guard, all\"\n",
      "frequency=1:MHz",
@@ -117,6 +122,31 @@ TEST(TablesOfOthers, AreReadAsTheOperatorSays) {
             EXPECT_EQ(exception.GetErrorText().toStdString(), row.reason);
         }
     }
+}
+
+TEST(TablesOfOthers, AreLookedAtAsTheOperatorSays) {
+    // Cyrillic, which nothing tells from Western European.
+    QByteArray bytes = "118.1;\xD2\xE0\n121.5;\xC1\n";
+    QBuffer device(&bytes);
+    device.open(QIODevice::ReadOnly);
+    TableLook found = LookAtTable(
+        device, QStringLiteral("file"),
+        {.separator = ';', .hasHeadings = false, .hasDecimalComma = false, .encoding = "windows-1251"});
+    EXPECT_EQ(found.rows[0][1], QStringLiteral("\u0422\u0430"));
+    EXPECT_EQ(found.LikelyUnit(0), 1e6);
+    EXPECT_EQ(found.SureUnit(0), 0);
+    found.choice.columns = {{TableField::Frequency, 1e6}, {TableField::Name, 0}};
+    EXPECT_EQ(entriesOf(bytes, found.choice), (QStringList{QStringLiteral("118100000|0||\u0422\u0430"),
+                                                           QStringLiteral("121500000|0||\u0411")}));
+}
+
+TEST(TablesOfOthers, AreToldFromWhatIsNoTable) {
+    EXPECT_TRUE(look("118.1\n121.5\n").MayHoldFrequencies());
+    EXPECT_TRUE(look("QRG\n121.5 MHz\n").MayHoldFrequencies());
+    EXPECT_TRUE(look("a,b\nc,d\n").MayHoldFrequencies()) << "the operator may know better";
+    EXPECT_FALSE(look("remember\nthe milk\n").MayHoldFrequencies());
+    EXPECT_FALSE(look("{\"a\":1,\n\"b\":2}\n").MayHoldFrequencies());
+    EXPECT_FALSE(look("<a b=\"1,2\">\n").MayHoldFrequencies());
 }
 
 } // namespace

@@ -1,0 +1,83 @@
+#include "workstation/foreignexport.h"
+
+#include "host/freqlist/frequencystorelistview.h"
+#include "tests/support/dialogs.h"
+#include "tests/workstation/windowfixture.h"
+#include "workstation/simulatedclassifier.h"
+#include "workstation/simulatedsearch.h"
+
+#include <QTimer>
+
+#include "interchange/format.h"
+
+namespace {
+
+class ForeignExports : public Windows {};
+
+TEST_F(ForeignExports, EveryListLeavesInEveryFormatAndComesBack) {
+    open({"--demo"});
+    ASSERT_TRUE(station->LoadFiles());
+    station->GetSearch().SetRunning(false);
+    station->GetClassifier().SetRunning(false);
+    QTimer answers; // as some formats hold all of a list, and others ask
+    QObject::connect(&answers, &QTimer::timeout, [] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+            box->button(QMessageBox::Yes)->click();
+    });
+    answers.start(0);
+    for (int tab = 0; tab < window().GetTabs()->count(); ++tab) {
+        window().GetTabs()->setCurrentIndex(tab);
+        FrequencyStoreListView* view = window().ViewOf(window().ShownList());
+        std::vector<double> frequencies;
+        ASSERT_TRUE(view->VisitRecords([&](const FreqStoreXml::FrequencyStoreEntry& entry) {
+            frequencies.push_back(entry.GetFFM_Settings().GetFrequency().GetValue());
+        }));
+        ASSERT_FALSE(frequencies.empty()) << window().TabName(tab).toStdString();
+        for (const Interchange::Format* format : Interchange::Formats()) {
+            if (!format->makeEncoder)
+                continue;
+            SCOPED_TRACE(window().TabName(tab).toStdString() + " as " + format->id);
+            const QString path = Path(QString::fromLatin1(format->id));
+            ASSERT_TRUE(ForeignExport::Write(window(), *view, *format, path));
+            EXPECT_EQ(Interchange::FormatOfFile(path), format);
+            const Interchange::Account lost =
+                Interchange::LookAtLosses(*format, [&](const auto& visit) { view->VisitRecords(visit); });
+            const Interchange::Account back =
+                Interchange::Read(*format, path, {}, [](const FreqStoreXml::FrequencyStoreEntry&) {});
+            EXPECT_EQ(back.refused, 0);
+            EXPECT_EQ(static_cast<size_t>(back.entries + lost.refused), frequencies.size());
+        }
+    }
+}
+
+TEST_F(ForeignExports, WhatIsLostIsShownBeforeAnythingIsWritten) {
+    open({Write("mine.ltl", "121500000\t8330\tGuard\tAM\tg\tred\t3\n7055000.5\t2700\tb\tUSB\tg\tred\t3\n")});
+    ASSERT_TRUE(station->LoadFiles());
+    show("Local TargetList");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::ExportForeign)->isEnabled(); }));
+    const auto exported = [&](QMessageBox::StandardButton answer) {
+        AnswerDialog(Path("radio.csv"));
+        QString told;
+        WhenOpen<QMessageBox>([&, answer](QMessageBox& box) {
+            told = box.informativeText();
+            EXPECT_FALSE(QFileInfo::exists(Path("radio.csv")));
+            box.button(answer)->click();
+        });
+        action(A::ExportForeign)->trigger();
+        return told;
+    };
+    EXPECT_EQ(exported(QMessageBox::Cancel), "lost or changed: bandwidths (1).");
+    EXPECT_FALSE(QFileInfo::exists(Path("radio.csv")));
+    exported(QMessageBox::Yes);
+    EXPECT_TRUE(Read("radio.csv").contains("Guard,121.500000,")) << Read("radio.csv").toStdString();
+    EXPECT_EQ(status(), "radio.csv (CHIRP CSV): 2 entries written");
+}
+
+TEST_F(ForeignExports, AnEmptyListSaysThatThereIsNothingToWrite) {
+    open({});
+    show("Local TargetList");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !action(A::ExportForeign)->isEnabled(); }));
+    EXPECT_TRUE(action(A::ExportForeign)->toolTip().contains("Local TargetList has no entries."));
+}
+
+} // namespace
