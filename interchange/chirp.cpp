@@ -70,7 +70,7 @@ void read(QIODevice& device, Reading& reading) {
     };
     std::string place;
     while (rows.Next()) {
-        if (isComment(rows))
+        if (isComment(rows) || !rows.HasCells(1, heading.Count()))
             continue;
         for (const Extra& extra : extras) {
             if (const std::string_view content = rows.Cell(extra.column); content != extra.usual)

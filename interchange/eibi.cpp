@@ -10,6 +10,7 @@ namespace {
 // in the comment, whatever is asked for.
 
 constexpr std::size_t LeastFields = 5;
+constexpr std::size_t MostFields = 12; // with the empty one behind the last separator
 
 bool knows(const QString& head) {
     return head.startsWith(QLatin1String("kHz:")) &&
@@ -23,10 +24,8 @@ void read(QIODevice& device, Reading& reading) {
     const std::optional<QDateTime> onAirAt =
         reading.Options().onAirAt ? std::optional(reading.Options().onAirAt->toUTC()) : std::nullopt;
     while (rows.Next()) {
-        if (rows.Count() < LeastFields) {
-            reading.Refuse(rows.Line(), QStringLiteral("has %1 fields instead of 11").arg(rows.Count()));
+        if (!rows.HasCells(LeastFields, MostFields))
             continue;
-        }
         Schedule schedule;
         if (!TakeTimes(rows.Cell(1), schedule)) {
             reading.Refuse(rows.Line(), QStringLiteral("\"%1\" is no time on air").arg(TextOf(rows.Cell(1))));

@@ -47,6 +47,8 @@ public:
     /// The same for a detection with what a classifier found. Most formats take it as an entry.
     virtual void Append(std::string& out, const FreqStoreXml::DetectionResult& result, Account& lost);
     virtual void End(std::string& /*out*/) {}
+    /// Whether the format has a place for all that a record may hold.
+    virtual bool HoldsRecords() const { return false; }
 };
 
 /// One kind of file.

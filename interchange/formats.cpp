@@ -1,3 +1,4 @@
+#include "host/base/fileproblems.h"
 #include "host/base/textdecoder.h"
 #include "host/report/byteinput.h"
 #include "host/report/outputfile.h"
@@ -30,12 +31,60 @@ const Format* find(Matches matches) {
 
 constexpr std::size_t FlushAt = 1 << 16;
 
+/// Counts what no foreign format has a place for.
+void countRest(const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) {
+    const auto says = [](const QString& text) {
+        return !text.isEmpty() && text != QLatin1String("undefined");
+    };
+    const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+    const FreqStoreXml::Profile_Data& profile = entry.GetProfile_Data();
+    constexpr int MostUrgent = 1;
+    constexpr int LeastUrgent = 10;
+    const int priority = profile.GetPriority().toInt();
+    const std::pair<bool, const char*> rest[] = {
+        {settings.GetLevel() != 0, "levels"},
+        {settings.GetDetail().GetBFOFrequency() != 0, "BFO frequencies"},
+        {priority >= MostUrgent && priority <= LeastUrgent, "priorities"},
+        {says(profile.GetThreatClass()), "threat classes"},
+        {says(profile.GetProfileID()) || says(profile.GetProfileName()) || says(profile.GetSignalClass()) ||
+             says(profile.GetTransmissionSystem()),
+         "profiles"},
+        {entry.GetDetection().HasStartTime(), "times on air"},
+        {!entry.GetResultList().GetReason().isEmpty(), "results"},
+    };
+    for (const auto& [isThere, what] : rest) {
+        if (isThere)
+            lost.Count(what);
+    }
+}
+
+double hertzOf(const FreqStoreXml::FrequencyStoreEntry& entry) {
+    return entry.GetFFM_Settings().GetFrequency().GetValue();
+}
+
+double hertzOf(const FreqStoreXml::DetectionResult& result) {
+    return result.GetFrequency().GetValue();
+}
+
+void countRest(const FreqStoreXml::DetectionResult&, Account& lost) {
+    lost.Count("classifications, levels and times");
+}
+
 /// Encodes all that there is; `pass` may take the bytes away after each entry. Gives those that stay.
 template <typename Pass>
 std::string encode(const Format& format, const Content& content, Account& lost, Pass pass) {
     const std::unique_ptr<Encoder> encoder = format.makeEncoder();
     std::string bytes;
     const auto append = [&](const auto& entry) {
+        if (!encoder->HoldsRecords()) {
+            // Readers refuse other frequencies, and most formats round to whole Hz.
+            if (const double hertz = hertzOf(entry); hertz < 1 || !FileProblems::IsFrequency(hertz)) {
+                ++lost.refused;
+                lost.Count("entries without a frequency of 1 Hz to 1 THz");
+                return;
+            }
+            countRest(entry, lost);
+        }
         encoder->Append(bytes, entry, lost);
         pass(bytes);
     };
@@ -98,10 +147,6 @@ void Encoder::Append(std::string& out, const FreqStoreXml::DetectionResult& resu
     settings.GetFrequency().SetValue(result.GetFrequency().GetValue());
     settings.GetIFBandwidth().SetValue(result.GetBandwidth().GetValue());
     settings.SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod(result.GetModulation()));
-    if (result.HasLevel())
-        settings.SetLevel(result.GetLevel());
-    entry.GetDetection().SetStartTimeUsec(result.GetStartTimeUsec());
-    lost.Count("classifications");
     Append(out, entry, lost);
 }
 
@@ -112,7 +157,7 @@ Account LookAtLosses(const Format& format, const Content& content) {
 }
 
 Account LookAtLosses(const Format& format, const VisitEntries& entries) {
-    return LookAtLosses(format, {.entries = entries});
+    return LookAtLosses(format, Content{.entries = entries});
 }
 
 Account Write(const Format& format, const QString& path, const Content& content,
@@ -133,7 +178,7 @@ Account Write(const Format& format, const QString& path, const Content& content,
 }
 
 Account Write(const Format& format, const QString& path, const VisitEntries& entries) {
-    return Write(format, path, {.entries = entries});
+    return Write(format, path, Content{.entries = entries});
 }
 
 std::string ToBytes(const Format& format, const Content& content) {
@@ -142,7 +187,7 @@ std::string ToBytes(const Format& format, const Content& content) {
 }
 
 std::string ToBytes(const Format& format, const VisitEntries& entries) {
-    return ToBytes(format, {.entries = entries});
+    return ToBytes(format, Content{.entries = entries});
 }
 
 } // namespace Interchange

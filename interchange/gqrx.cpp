@@ -39,12 +39,8 @@ void readBookmarks(QIODevice& device, Reading& reading) {
             reading.GetAccount().Count("colours of tags");
             continue;
         }
-        if (rows.Count() != BookmarkFields) {
-            reading.Refuse(
-                rows.Line(),
-                QStringLiteral("has %1 fields instead of %2").arg(rows.Count()).arg(BookmarkFields));
+        if (!rows.HasCells(BookmarkFields, BookmarkFields))
             continue;
-        }
         isBehindTags = true;
         if (const std::string_view tags = rows.Cell(4); tags != "Untagged")
             reading.Extra("Tags", tags);

@@ -19,7 +19,8 @@ constexpr char HeadingLine[] =
     "Freq kHz;Mode;Ident;Notes;Extension;Type;PB low;PB high;Offset;DOW;Begin;End;Sig bw";
 constexpr std::string_view AllDays = "MTWTFSS"; // a day off is "_"
 constexpr unsigned Monday = 0x40;               // in the mask of days
-constexpr std::size_t LeastFields = 3;
+constexpr std::size_t LeastFields = 12;
+constexpr std::size_t MostFields = 13;
 
 /// What both forms say of a frequency. Empty texts are not said.
 struct Label {
@@ -87,11 +88,8 @@ void readCsv(QIODevice& device, Reading& reading) {
     if (!rows.Next())
         return;
     while (rows.Next()) {
-        if (rows.Count() < LeastFields) {
-            reading.Refuse(rows.Line(),
-                           QStringLiteral("has %1 fields instead of 12 or 13").arg(rows.Count()));
+        if (!rows.HasCells(LeastFields, MostFields))
             continue;
-        }
         take({.line = rows.Line(),
               .frequency = rows.Cell(0),
               .mode = rows.Cell(1),
@@ -162,6 +160,7 @@ public:
         if (++m_depth == LabelDepth) {
             m_fields = {};
             m_fieldCount = 0;
+            m_hasMode = false;
             m_options.clear();
         }
     }
@@ -171,9 +170,10 @@ public:
     }
     void Key(std::string_view key) override { m_key = key; }
     void Take(Scalar kind, std::string_view text) override {
-        if (m_depth == LabelDepth && m_fieldCount < m_fields.size())
+        if (m_depth == LabelDepth && m_fieldCount < m_fields.size()) {
+            m_hasMode = m_hasMode || (m_fieldCount == 1 && kind == Scalar::Text);
             m_fields[m_fieldCount++] = text;
-        else if (m_depth == LabelDepth + 1)
+        } else if (m_depth == LabelDepth + 1)
             m_options[m_key] = kind == Scalar::True ? std::string_view("1") : text;
     }
 
@@ -191,6 +191,10 @@ private:
         return found == m_options.end() ? std::string_view() : std::string_view(found->first);
     }
     void takeLabel() {
+        if (!m_hasMode) { // as of a frequency with a decimal comma
+            m_reading.Refuse(Line(), QStringLiteral("its second field is no mode"));
+            return;
+        }
         const std::string name = decoded(m_fields[2]);
         const std::string notes = decoded(m_fields[3]);
         const std::string days = daysOf(option("d0"));
@@ -218,6 +222,7 @@ private:
     std::string m_key;
     std::array<std::string, 4> m_fields;
     std::size_t m_fieldCount = 0;
+    bool m_hasMode = false;
     std::map<std::string, std::string> m_options;
 };
 

@@ -12,6 +12,8 @@ public:
     void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) final;
     void Append(std::string& out, const FreqStoreXml::DetectionResult& result, Account& lost) final;
 
+    bool HoldsRecords() const final { return true; }
+
 protected:
     /// `number` counts from 0.
     virtual void AppendPlace(std::string& out, const FreqStoreXml::DetectionResult& result,

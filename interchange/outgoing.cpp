@@ -12,31 +12,7 @@ Outgoing::Outgoing(const FreqStoreXml::FrequencyStoreEntry& entry, ModeWords wor
       m_words(words) {
     if (word.empty() && !(hasNone && demodulation.isEmpty()))
         lost.Count("modes that are none here");
-    countRest(entry, lost);
     ++lost.entries;
-}
-
-void Outgoing::countRest(const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) {
-    const auto says = [](const QString& text) {
-        return !text.isEmpty() && text != QLatin1String("undefined");
-    };
-    const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
-    const FreqStoreXml::Profile_Data& profile = entry.GetProfile_Data();
-    const std::pair<bool, const char*> rest[] = {
-        {settings.GetLevel() != 0, "levels"},
-        {settings.GetDetail().GetBFOFrequency() != 0, "BFO frequencies"},
-        {says(profile.GetPriority()), "priorities"},
-        {says(profile.GetThreatClass()), "threat classes"},
-        {says(profile.GetProfileID()) || says(profile.GetProfileName()) || says(profile.GetSignalClass()) ||
-             says(profile.GetTransmissionSystem()),
-         "profiles"},
-        {entry.GetDetection().HasStartTime(), "times on air"},
-        {!entry.GetResultList().GetReason().isEmpty(), "results"},
-    };
-    for (const auto& [isThere, what] : rest) {
-        if (isThere)
-            lost.Count(what);
-    }
 }
 
 QString Outgoing::Kept(const char* key, const char* usual) const {

@@ -11,7 +11,7 @@ namespace Interchange {
 /// An entry on its way into a file: what all writers need of it.
 class Outgoing {
 public:
-    /// Counts the entry, and as lost what no format has, and a mode for which this one has no word. `hasNone`
+    /// Counts the entry, and as lost a mode for which this one has no word. `hasNone`
     /// says whether it has one for no mode.
     Outgoing(const FreqStoreXml::FrequencyStoreEntry& entry, ModeWords words, bool hasNone, Account& lost);
 
@@ -32,9 +32,6 @@ public:
     void CountBandwidth(Account& lost) const;
 
 private:
-    /// Counts what no format has a place for.
-    static void countRest(const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost);
-
     const ModeWords m_words;
 };
 

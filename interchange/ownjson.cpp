@@ -89,6 +89,7 @@ public:
         append(out, result, lost);
     }
     void End(std::string& out) override { out += m_frame.end; }
+    bool HoldsRecords() const override { return true; }
 
 private:
     template <typename Record>

@@ -9,13 +9,30 @@
 namespace Interchange {
 
 Rows::Rows(QIODevice& device, Reading& reading, FreqStoreXml::CsvDialect dialect)
-    : m_input(device, reading.FileName()), m_scanner(m_input.Device(), reading.FileName(), dialect) {
+    : m_reading(reading),
+      m_input(device, reading.FileName()),
+      m_scanner(m_input.Device(), reading.FileName(), dialect) {
     reading.Follow(device);
     m_input.Tell(reading.Problems());
 }
 
 std::string_view Rows::Cell(std::size_t column) const {
     return column < Count() ? Trimmed(m_scanner.Cells()[column]) : std::string_view();
+}
+
+bool Rows::HasCells(std::size_t least, std::size_t most) {
+    const std::size_t count = Count();
+    if (count < least || count > most)
+        m_reading.Refuse(Line(),
+                         (least + 1 == most
+                              ? QStringLiteral("has %1 fields instead of %2 or %3").arg(count).arg(least)
+                              : QStringLiteral("has %1 fields instead of %2").arg(count))
+                             .arg(most));
+    else if (count < most && !m_scanner.RowEnds())
+        m_reading.Refuse(Line(), QStringLiteral("is cut: the file ends within it"));
+    else
+        return true;
+    return false;
 }
 
 Heading::Heading(const Rows& rows) {

@@ -18,6 +18,9 @@ public:
     /// Goes to the next row that has anything in it.
     [[nodiscard]] bool Next() { return m_scanner.NextRow(); }
     qint64 Line() const { return m_scanner.Line(); }
+    /// Whether the row has so many cells and the file does not end within it; one that has not is refused.
+    /// Fewer cells than `most` are good only where a line end says that there are no others.
+    [[nodiscard]] bool HasCells(std::size_t least, std::size_t most);
     std::size_t Count() const { return m_scanner.Cells().size(); }
     /// A cell without the blanks around it; empty when the row is shorter.
     std::string_view Cell(std::size_t column) const;
@@ -25,6 +28,7 @@ public:
     std::string_view First() const { return m_scanner.Cells().front(); }
 
 private:
+    Reading& m_reading;
     REPORTGENERATOR::TextInput m_input;
     FreqStoreXml::CsvScanner m_scanner;
 };
@@ -39,6 +43,10 @@ public:
 
     /// Negative for a column that is not there.
     int Find(std::string_view heading) const;
+    /// Whether the row has so many cells, blank ones behind them aside, and the file does not end within it;
+    /// one that has not is refused. Fewer cells than `most` are good only where a line end says that there
+    /// are no others.
+    [[nodiscard]] bool HasCells(std::size_t least, std::size_t most);
     std::size_t Count() const { return m_names.size(); }
     const std::string& NameAt(std::size_t column) const { return m_names[column]; }
 

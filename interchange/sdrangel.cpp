@@ -8,6 +8,7 @@ namespace {
 // Tables of a receiver's program: the channels of its frequency scanner, and the annotations of its spectrum.
 // All numbers are in Hz, a level in dB.
 
+constexpr std::size_t Fields = 7;
 constexpr FreqStoreXml::CsvDialect Table{',', true, true};
 
 bool knowsScanner(const QString& head) {
@@ -19,6 +20,8 @@ void readScanner(QIODevice& device, Reading& reading) {
     if (!rows.Next())
         return;
     while (rows.Next()) {
+        if (!rows.HasCells(Fields, Fields))
+            continue;
         if (const std::string_view enabled = rows.Cell(1); enabled != "1" && enabled != "true")
             reading.Extra("Enable", enabled);
         reading.Extra("Channel", rows.Cell(3));
@@ -72,6 +75,8 @@ void readAnnotations(QIODevice& device, Reading& reading) {
     if (!rows.Next())
         return;
     while (rows.Next()) {
+        if (!rows.HasCells(Fields, Fields))
+            continue;
         const std::optional<double> start = HertzOf(rows.Cell(0), 1);
         const std::optional<double> width = HertzOf(rows.Cell(1), 1);
         if (!start || !width || *width < 0) {

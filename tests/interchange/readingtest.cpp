@@ -53,6 +53,12 @@ const Row Rows[] = {
      "",
      {"file:2: \"121,5\" is no frequency", "file:3: \"-7\" is no frequency",
       "file:4: \"1e30\" is no frequency", "file:5: \"0\" is no frequency", "file:6: has no frequency"}},
+    {"ChirpWithDecimalCommasAndAnEndWithin",
+     "chirp-csv",
+     "Location,Frequency,Name,rToneFreq\n1,121,500000,Tower,88.5\n2,7.1\n3,145.6,Cal",
+     {"7100000|0||2"},
+     "",
+     {"file:2: has 5 fields instead of 4", "file:4: is cut: the file ends within it"}},
     {"GqrxWithTags",
      "gqrx",
      "# Tag name          ;  color\nUntagged            ; #c0c0c0\nAir                 ; #00ff00\n\n"
@@ -73,15 +79,17 @@ const Row Rows[] = {
     {"ScannerOfSdrangel",
      "sdrangel",
      "Freq (Hz),Enable,Notes,Channel,Ch BW (Hz),TH (dB),Sq (dB)\n145500000,1,Calling,,12500,-60,\n"
-     "118100000,0,\"Tower, north\",2,,,\n",
+     "118100000,0,\"Tower, north\",2,,,\n"
+     "121,5,1,Comma,,,,\n118200000,1,Cut",
      {"145500000|12500||Calling", "118100000|0||Tower, north"},
-     "Channel (1), Enable (1), TH (1)"},
+     "Channel (1), Enable (1), TH (1)",
+     {"file:4: has 8 fields instead of 7", "file:5: has 3 fields instead of 7"}},
     {"AnnotationsOfSdrangel",
      "sdrangel-annotations",
      "Start,Width,Text,Show,Red,Green,Blue\n87500000,20500000,Broadcast,1,255,0,0\n,,,\n",
      {"97750000|20500000||Broadcast"},
      "colours (1)",
-     {"file:3: has no start and width"}},
+     {"file:3: has 4 fields instead of 7"}},
     {"Fldigi",
      "fldigi",
      "# rfcarrier rig_mode carrier mode usage\n14070000 USB 1000 BPSK31 PSK calling\n7040000 LSB 0 RTTY\n"
@@ -113,11 +121,11 @@ const Row Rows[] = {
      "kiwi-json",
      "{\"dx\":[\n[198,\"AM\",\"BBC%204\",\"Droit\\nwich\",{\"T1\":1,\"lo\":-4900,\"hi\":4900}],\n"
      "[7850,\"USB\",\"CHU 100% sure\",\"\",{\"T3\":1,\"d0\":66,\"b0\":600,\"e0\":1800,\"o\":25}],\n"
-     "[\"x\",\"AM\",\"no\"]\n]}\n",
+     "[\"x\",\"AM\",\"no\"],\n[121,5,\"AM\",\"Comma\",\"\"]\n]}\n",
      {"198000|9800|AM|BBC 4 | Droit wich", "7850000|2400|USB|CHU 100% sure"},
      "Begin (1), DOW (1), End (1), Offset (1), PB high (1), PB low (1), Type (2), bandwidths from the mode "
      "(1)",
-     {"file:4: \"x\" is no frequency"}},
+     {"file:4: \"x\" is no frequency", "file:5: its second field is no mode"}},
     {"SdrPlus",
      "sdrpp",
      "{\"bookmarkDisplayMode\":1,\"lists\":{\"General\":{\"bookmarks\":{\n"
