@@ -13,6 +13,7 @@
 #include <vector>
 
 class GeneralListParser;
+class HalvoNodeMediatorCtrl;
 class JsonEntry;
 class Node;
 
@@ -69,6 +70,8 @@ public:
     virtual GeneralListParser* Parser() const { return nullptr; }
     /// The node whose children are the entries; null for a list whose entries are no nodes.
     virtual Node* GetNode() const { return nullptr; }
+    /// Who has the entries that are nodes; null for others.
+    virtual HalvoNodeMediatorCtrl* Controller() const { return nullptr; }
     /// Adds an entry behind those that are there.
     virtual void AddEntry(const JsonEntry& entry) = 0;
     /// Entries have been added or changed from outside.

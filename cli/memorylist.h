@@ -28,6 +28,7 @@ protected:
     void AddEntry(const JsonEntry& from) override;
     Node* GetNode() const override { return m_node; }
     GeneralListParser* Parser() const override;
+    HalvoNodeMediatorCtrl* Controller() const override;
     void
     VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const override;
 
