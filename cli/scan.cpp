@@ -275,8 +275,8 @@ public:
 
     /// Throws RGException when the detections cannot be written.
     int Do(std::unique_ptr<ScanPlan> plan) {
-        const EndSignals signals;
-        QObject::connect(&signals, &EndSignals::Came, &m_loop, [this] { m_scanner.Stop(); });
+        const EndSignals endSignals;
+        QObject::connect(&endSignals, &EndSignals::Came, &m_loop, [this] { m_scanner.Stop(); });
         QTimer end;
         end.setSingleShot(true);
         QObject::connect(&end, &QTimer::timeout, &m_loop, [this] { m_scanner.Stop(); });

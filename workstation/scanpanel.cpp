@@ -12,8 +12,9 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLocale>
 #include <QToolButton>
+
+#include <climits>
 
 namespace {
 
@@ -159,16 +160,16 @@ QString ScanPanel::currentText() const {
 }
 
 QString ScanPanel::countsText() const {
-    const QLocale locale;
     const ScanCounts& counts = m_scan.GetScanner().GetCounts();
-    QStringList parts{tr("%1 steps").arg(locale.toString(counts.steps)),
-                      tr("%1 passes").arg(locale.toString(counts.passes)),
-                      tr("%1 signals").arg(locale.toString(counts.stops))};
+    const auto number = [](quint64 count) { return static_cast<int>(std::min<quint64>(count, INT_MAX)); };
+    QStringList parts{tr("%Ln step(s)", nullptr, number(counts.steps)),
+                      tr("%Ln pass(es)", nullptr, number(counts.passes)),
+                      tr("%Ln signal(s)", nullptr, number(counts.stops))};
     if (counts.unreachable > 0)
-        parts << tr("%1 out of reach").arg(locale.toString(counts.unreachable));
+        parts << tr("%Ln out of reach", nullptr, number(counts.unreachable));
     if (const quint64 locked = m_scan.GetValues().Get<ValueList<double>>(ScanKeys::LockedOut).Size();
         locked > 0)
-        parts << tr("%1 locked out").arg(locale.toString(locked));
+        parts << tr("%Ln locked out", nullptr, number(locked));
     return parts.join(QStringLiteral(", "));
 }
 
