@@ -54,6 +54,21 @@ bool parseTime(const QString& text, double& milliseconds) {
     return false;
 }
 
+bool parseTime(const QString& text, int& milliseconds) {
+    double parsed = 0;
+    if (!parseTime(text, parsed))
+        return false;
+    milliseconds = static_cast<int>(parsed);
+    return true;
+}
+
+bool parseSeconds(const QString& text, double& seconds) {
+    double parsed = 0;
+    const bool good = parseTime(text, parsed);
+    seconds = parsed / 1000;
+    return good;
+}
+
 /// Two frequencies with a hyphen between them.
 bool parseRange(const QString& text, SpanPlan::Span& range) {
     const qsizetype hyphen = text.indexOf(QLatin1Char('-'));
@@ -89,19 +104,9 @@ constexpr Option Options[] = {
     {"passes", "N", "End after so many passes.",
      [](const QString& text, Wish& wish) { return parsePositive(text, wish.passes); }},
     {"settle", "TIME", "Time after tuning in which levels do not count (30ms).",
-     [](const QString& text, Wish& wish) {
-         double time = 0;
-         const bool good = parseTime(text, time);
-         wish.settings.settle = static_cast<int>(time);
-         return good;
-     }},
+     [](const QString& text, Wish& wish) { return parseTime(text, wish.settings.settle); }},
     {"dwell", "TIME", "Time in which a signal is looked for (200ms).",
-     [](const QString& text, Wish& wish) {
-         double time = 0;
-         const bool good = parseTime(text, time);
-         wish.settings.dwell = static_cast<int>(time);
-         return good;
-     }},
+     [](const QString& text, Wish& wish) { return parseTime(text, wish.settings.dwell); }},
     {"threshold", "DBUV", "Level at which to stop where an entry has none, in dBµV (20).",
      [](const QString& text, Wish& wish) { return Quor::ParseDouble(text, wish.settings.threshold); }},
     {"stop-at", "WHAT", "Stop at a \"level\" over the threshold, or where the \"squelch\" is open (level).",
@@ -111,29 +116,16 @@ constexpr Option Options[] = {
          return isSquelch || text == QLatin1String("level");
      }},
     {"gone", "TIME", "Go on when the signal is gone for that long (2s).",
-     [](const QString& text, Wish& wish) {
-         double time = 0;
-         const bool good = parseTime(text, time);
-         wish.settings.goOnSeconds = time / 1000;
-         return good;
-     }},
+     [](const QString& text, Wish& wish) { return parseSeconds(text, wish.settings.goOnSeconds); }},
     {"stay", "TIME", "Go on that long after a stop, whatever the signal does.",
      [](const QString& text, Wish& wish) {
-         double time = 0;
-         const bool good = parseTime(text, time);
          wish.settings.goOn = ScanSettings::GoOn::AfterTime;
-         wish.settings.goOnSeconds = time / 1000;
-         return good;
+         return parseSeconds(text, wish.settings.goOnSeconds);
      }},
     {"priority", "HZ", "Look at this frequency again and again.",
      [](const QString& text, Wish& wish) { return parsePositive(text, wish.settings.priority); }},
     {"priority-every", "TIME", "How often to look there (5s).",
-     [](const QString& text, Wish& wish) {
-         double time = 0;
-         const bool good = parseTime(text, time) && time > 0;
-         wish.settings.prioritySeconds = time / 1000;
-         return good;
-     }},
+     [](const QString& text, Wish& wish) { return parseSeconds(text, wish.settings.prioritySeconds); }},
 };
 
 void addOptions(QCommandLineParser& parser) {
@@ -195,13 +187,13 @@ std::unique_ptr<ScanPlan> makePlan(const Arguments& args, const Wish& wish, std:
     if (wish.range)
         return std::make_unique<SpanPlan>(std::vector<SpanPlan::Span>{*wish.range}, wish.step, empty);
     list = args.List(wish.list);
-    if (!list || !list->Read(wish.list))
+    if (!list)
         return nullptr;
     HalvoNodeMediatorCtrl* controller = list->Controller();
-    if (!controller) {
+    if (!controller)
         args.TellUsage(QStringLiteral("a list of this kind cannot be scanned"));
+    if (!controller || !list->Read(wish.list))
         return nullptr;
-    }
     controller->ForceUpdateNow();
     if (wish.step > 0)
         return std::make_unique<SpanPlan>(bandsOf(*controller), wish.step, empty);

@@ -46,14 +46,13 @@ bool Scan::Start() {
         return false;
     }
     m_source = source;
+    m_isRunning = true;
     m_values.Get<Value<QString>>(ScanKeys::Reason).SetValue(QString());
     m_scanner.SetLockedOut(m_values.Get<ValueList<double>>(ScanKeys::LockedOut).Elements());
+    m_values.Get<Value<bool>>(ScanKeys::Running).SetValue(true, this);
+    emit RunningChanged(true);
     m_scanner.Start(std::move(plan), m_values.GetSettings());
-    if (m_scanner.IsRunning()) {
-        m_values.Get<Value<bool>>(ScanKeys::Running).SetValue(true, this);
-        emit RunningChanged(true);
-    }
-    return m_scanner.IsRunning();
+    return m_isRunning;
 }
 
 void Scan::Update(Observable* subject, TChangeCode code) {
@@ -116,6 +115,7 @@ void Scan::StopTold(const ScanStop& stop) {
 }
 
 void Scan::ScanEnded(const QString& reason) {
+    m_isRunning = false;
     m_values.Get<Value<bool>>(ScanKeys::Running).SetValue(false, this);
     m_values.Get<Value<bool>>(ScanKeys::Hold).SetValue(false, this);
     m_values.Get<Value<QString>>(ScanKeys::Reason).SetValue(reason);

@@ -27,16 +27,18 @@ public:
 
     const Scanner& GetScanner() const { return m_scanner; }
     const ScanValues& GetValues() const { return m_values; }
+    bool IsRunning() const { return m_isRunning; }
     /// What is being scanned, or was last.
     ScanSource GetSource() const { return m_source; }
     /// Whether memory channels are being scanned: their list then opens and writes no file.
     bool IsScanningChannels() const {
-        return m_scanner.IsRunning() && m_source == ScanSource::MemoryChannels;
+        return m_isRunning && m_source == ScanSource::MemoryChannels;
     }
 
 signals:
     /// State, channel or counts are others.
     void Changed();
+    /// A scan is about to begin, or has ended.
     void RunningChanged(bool isRunning);
     /// A stop began, went on or, no longer active, ended.
     void StopChanged(const ScanStop& stop);
@@ -56,4 +58,5 @@ private:
     Scanner m_scanner;
     std::array<MakePlan, 3> m_plans;
     ScanSource m_source = ScanSource::MemoryChannels;
+    bool m_isRunning = false;
 };

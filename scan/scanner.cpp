@@ -36,7 +36,8 @@ Scanner::~Scanner() {
 
 /// Plans read lists that others write, and receivers are others' code: what they throw must not leave a scan
 /// that runs no more and does not know it.
-void Scanner::guarded(const std::function<void()>& work) {
+template <typename Work>
+void Scanner::guarded(Work work) {
     if (!IsRunning())
         return;
     try {

@@ -5,7 +5,6 @@
 
 #include <QCoreApplication>
 
-#include <functional>
 #include <memory>
 #include <set>
 
@@ -125,7 +124,8 @@ private:
     void TunedElsewhere(double hertz) override;
     void NotReached(const QString& reason) override;
 
-    void guarded(const std::function<void()>& work);
+    template <typename Work>
+    void guarded(Work work);
     void wake();
     void take(const Reading& reading);
     bool isSignal(const Reading& reading) const;

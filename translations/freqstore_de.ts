@@ -3171,7 +3171,7 @@ Fremdes: %2</translation>
     <name>ScanActions</name>
     <message>
         <source>&amp;Scan</source>
-        <translation>&amp;Suchlauf</translation>
+        <translation>Su&amp;chlauf</translation>
     </message>
     <message>
         <source>Start or stop scanning what the panel of the scan says</source>
@@ -3320,10 +3320,6 @@ Fremdes: %2</translation>
         <source>Sc&amp;an</source>
         <translation>Su&amp;chlauf</translation>
     </message>
-    <message>
-        <source>Sca&amp;n</source>
-        <translation>Suchla&amp;uf</translation>
-    </message>
     <message numerus="yes">
         <source>%Ln signal(s)</source>
         <translation>
@@ -3346,6 +3342,10 @@ Fremdes: %2</translation>
     <message>
         <source>The memory channels are being scanned: no job is opened or saved.</source>
         <translation>Die Speicherkanäle werden durchsucht: Kein Auftrag wird geöffnet oder gespeichert.</translation>
+    </message>
+    <message>
+        <source>&amp;Scan</source>
+        <translation>&amp;Suchlauf</translation>
     </message>
 </context>
 <context>

@@ -65,7 +65,10 @@ ScanActions::ScanActions(QMenu& menu, Scan& scan, Receiver& receiver)
         if (command == LockOut)
             menu.addSeparator();
     }
-    connect(&scan, &Scan::Changed, this, &ScanActions::Refresh);
+    connect(&scan, &Scan::RunningChanged, this, &ScanActions::Refresh);
+    connect(&scan, &Scan::Changed, this,
+            [this] { m_actions[Hold]->setChecked(m_scan.GetScanner().IsHeld()); });
+    connect(&menu, &QMenu::aboutToShow, this, &ScanActions::Refresh);
     Refresh();
 }
 
@@ -75,7 +78,7 @@ QString ScanActions::whyOff(Command command) const {
         return lockedOut.Size() > 0 ? QString() : tr("Nothing is locked out.");
     if (command == Start || command == SetPriority)
         return QString();
-    return m_scan.GetScanner().IsRunning() ? QString() : tr("No scan runs.");
+    return m_scan.IsRunning() ? QString() : tr("No scan runs.");
 }
 
 void ScanActions::Refresh() {
@@ -85,7 +88,7 @@ void ScanActions::Refresh() {
         m_actions[i]->setEnabled(reason.isEmpty());
         SetTips(*m_actions[i], reason.isEmpty() ? tip : tip + QLatin1Char('\n') + reason);
     }
-    m_actions[Start]->setChecked(m_scan.GetScanner().IsRunning());
+    m_actions[Start]->setChecked(m_scan.IsRunning());
     m_actions[Hold]->setChecked(m_scan.GetScanner().IsHeld());
 }
 
@@ -95,7 +98,7 @@ void ScanActions::act(Command command) {
     const auto set = [&](Names::Id key, bool on) { values.Get<Value<bool>>(key).SetValue(on); };
     switch (command) {
     case Start:
-        set(ScanKeys::Running, !m_scan.GetScanner().IsRunning());
+        set(ScanKeys::Running, !m_scan.IsRunning());
         break;
     case Hold:
         set(ScanKeys::Hold, !m_scan.GetScanner().IsHeld());

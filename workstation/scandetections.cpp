@@ -20,7 +20,7 @@ void fill(DetectionConventional& record, const ScanStop& stop) {
 void ScanDetections::Write(const ScanStop& stop) {
     if (stop.number == m_number) { // false from when the operator has cleared the list
         m_isOpen =
-            m_isOpen && m_search.Change(m_id, [&stop](DetectionConventional& record) { fill(record, stop); });
+            m_isOpen && m_search.Amend(m_id, [&stop](DetectionConventional& record) { fill(record, stop); });
         return;
     }
     DetectionConventional record;

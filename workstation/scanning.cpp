@@ -56,12 +56,10 @@ void Scanning::addToWindow() {
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(new ScanPanel(m_scan, *actions));
-    QDockWidget* dock = m_parts.window.AddPanel(area, tr("Sca&n"), Qt::RightDockWidgetArea);
+    QDockWidget* dock = m_parts.window.AddPanel(area, tr("&Scan"), Qt::RightDockWidgetArea);
     dock->hide();
-    menu->addSeparator();
-    menu->addAction(dock->toggleViewAction());
     TuningStrip* strip = m_parts.window.GetStrip();
-    strip->AddActivity({tr("Scan"), [this] { return m_scan.GetScanner().IsRunning(); },
+    strip->AddActivity({tr("Scan"), [this] { return m_scan.IsRunning(); },
                         [this] {
                             return tr("%Ln signal(s)", nullptr,
                                       static_cast<int>(m_scan.GetScanner().GetCounts().stops));

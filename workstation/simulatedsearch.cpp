@@ -331,7 +331,7 @@ unsigned SimulatedSearch::Begin(DetectionConventional record, const QString& sou
     return m_lastId;
 }
 
-bool SimulatedSearch::Change(unsigned id, const std::function<void(DetectionConventional&)>& change) {
+bool SimulatedSearch::Amend(unsigned id, const std::function<void(DetectionConventional&)>& change) {
     const std::list<DetectionConventional>& all = m_detections.Elements();
     quint64 place = all.size();
     for (auto record = all.rbegin(); record != all.rend(); ++record) { // it is among the newest

@@ -40,7 +40,7 @@ public:
     /// The same for one that its maker goes on with; the answer is its number.
     unsigned Begin(DetectionConventional record, const QString& source);
     /// Changes a plain detection; false when it has gone.
-    bool Change(unsigned id, const std::function<void(DetectionConventional&)>& change);
+    bool Amend(unsigned id, const std::function<void(DetectionConventional&)>& change);
     /// Whose a detection is, by its number: the search's, or the source that it was added with.
     QString SourceOf(unsigned id) const;
     /// Identifiers of the lists in the store, for steps of undo.

@@ -81,7 +81,7 @@ TEST_F(ScanTest, ListsAreScannedInTheirOrderWithTheirThresholds) {
     EXPECT_GT(before, 0);
     // Targets have no thresholds of their own.
     EXPECT_EQ(Rows(Cli(options + QStringList{"--threshold", "109", Sample("targets.ltl"), "-"})).size(), 0);
-    const QString interest = Write("one.noi", "7055000\t20000\tband\n");
+    const QString interest = Write("one.noi", "7055000\tband\t20000\n");
     const CliResult bands =
         Cli(options + QStringList{"--threshold", "-40", "--step", "5000", "--list", "noi", interest, "-"});
     EXPECT_EQ(Rows(bands).size(), 5) << bands.out << bands.err;
@@ -153,7 +153,7 @@ TEST_F(ScanTest, WhatCannotBeScannedOrWrittenIsTold) {
     const CliResult nothing = Cli("scan", {empty, Path("out.xml")});
     EXPECT_TRUE(nothing.Is(ExitFile, "There are no channels in the list.")) << nothing.out;
     EXPECT_TRUE(
-        Cli("scan", {Path("none.ltl"), Path("out.xml")}).Is(ExitFile, "none.ltl: there is no such file"));
+        Cli("scan", {Path("none.ltl"), Path("out.xml")}).Is(ExitFile, "none.ltl: no such file"));
     EXPECT_TRUE(
         Cli("scan --range 1kHz-2kHz --step 1k", {Path("out.xml")}).Is(ExitFile, "Nothing can be reached"));
     EXPECT_TRUE(ScanRange({"--passes", "1"}, Q("/proc/out.xml")).Is(ExitFile, Q("/proc/out.xml")));

@@ -69,14 +69,16 @@ TEST_F(ScansInTheWindow, TheJobRestsWhileItsChannelsAreScannedHoweverThatEnds) {
     openWithJob();
     show("Memory Channels");
     MemorySystemHandler& channels = *MemorySystemHandler::Instance();
-    const auto ends = {+[](ScansInTheWindow& test) { test.scanAction("ScanStart")->trigger(); },
-                       +[](ScansInTheWindow& test) {
-                           test.link->throws = true;
-                           test.scanAction("ScanSkip")->trigger();
-                           EXPECT_TRUE(test.messages().contains("the driver has failed"));
-                           test.link->throws = false;
-                       },
-                       +[](ScansInTheWindow&) { write(ScanKeys::Running, "false"); }};
+    const std::function<void()> ends[] = {
+        [this] { scanAction("ScanStart")->trigger(); },
+        [this] {
+            link->throws = true;
+            scanAction("ScanSkip")->trigger();
+            EXPECT_TRUE(messages().contains("the driver has failed"));
+            link->throws = false;
+        },
+        [] { write(ScanKeys::Running, "false"); },
+    };
     for (const auto& end : ends) {
         key(Qt::Key_F6);
         ASSERT_TRUE(scan().GetScanner().IsRunning());
@@ -90,7 +92,7 @@ TEST_F(ScansInTheWindow, TheJobRestsWhileItsChannelsAreScannedHoweverThatEnds) {
         EXPECT_TRUE(QTest::qWaitFor([&] {
             return window().GetActions().Get(A::OpenIntoList)->statusTip().contains("scan surveillance");
         }));
-        end(*this);
+        end();
         EXPECT_FALSE(scan().GetScanner().IsRunning());
         EXPECT_FALSE(channels.GetInScanSurveillance());
         EXPECT_FALSE(isClosed());
@@ -177,9 +179,9 @@ TEST_F(ScansInTheWindow, LongScansKeepNoMoreDetectionsThanASearchDoes) {
         last = search.Begin(DetectionConventional(), "scan");
     EXPECT_LE(detections().size(), SimulatedSearch::MaxRecords);
     EXPECT_EQ(detections().back().GetID(), last);
-    EXPECT_TRUE(search.Change(last, [](DetectionConventional& record) { record.SetLevel(7); }));
+    EXPECT_TRUE(search.Amend(last, [](DetectionConventional& record) { record.SetLevel(7); }));
     EXPECT_EQ(detections().back().GetLevel(), 7);
-    EXPECT_FALSE(search.Change(1, [](DetectionConventional&) { ADD_FAILURE(); })) << "it is long gone";
+    EXPECT_FALSE(search.Amend(1, [](DetectionConventional&) { ADD_FAILURE(); })) << "it is long gone";
     search.Simulate(60'000'000, 1'700'000'100'000'000); // its own go on without those
 }
 
