@@ -10,7 +10,8 @@
 #include "host/report/rgexception.h"
 #include "host/startup/endsignals.h"
 #include "receiver/receiver.h"
-#include "receiver/simulatedreceiver.h"
+#include "receiver/receiverchoice.h"
+#include "receiver/receiverlink.h"
 #include "scan/receiverport.h"
 #include "scan/scanclock.h"
 #include "scan/scanner.h"
@@ -132,7 +133,9 @@ void addOptions(QCommandLineParser& parser) {
     for (const Option& option : Options)
         parser.addOption({QString::fromLatin1(option.name), QString::fromUtf8(option.purpose),
                           QString::fromLatin1(option.value)});
-    parser.addOption({QStringLiteral("receiver"), QStringLiteral("The receiver (simulated)."),
+    parser.addOption({QStringLiteral("receiver"),
+                      QStringLiteral("The receiver: simulated (the default), hamlib:MODEL[@DEVICE or "
+                                     "HOST:PORT], or the name of a profile."),
                       QStringLiteral("R"), QStringLiteral("simulated")});
     parser.addPositionalArgument(QStringLiteral("LIST"),
                                  QStringLiteral("Entries to scan, such as a job (.pij)."));
@@ -360,8 +363,10 @@ int RunScan(const QStringList& arguments) {
     Wish wish;
     if (!takeWish(args, wish))
         return ExitUsage;
-    if (args.Value("receiver") != QLatin1String("simulated")) {
-        args.TellUsage(QStringLiteral("no receiver is called \"%1\"").arg(args.Value("receiver")));
+    QString error;
+    const ReceiverChoice choice = ReceiverChoice::Parse(args.Value("receiver"), error);
+    if (!error.isEmpty()) {
+        args.TellUsage(error);
         return ExitUsage;
     }
     const ProblemPrinter problems;
@@ -370,7 +375,7 @@ int RunScan(const QStringList& arguments) {
     if (!plan)
         return problems.Count() > 0 ? ExitFile : ExitUsage;
     Receiver receiver(kindFor(*plan));
-    receiver.Attach(std::make_unique<SimulatedReceiver>(receiver));
+    receiver.Attach(choice.MakeLink(receiver));
     exitCode = scan(wish, receiver, std::move(plan));
     return problems.Count() > 0 ? ExitFile : exitCode;
 }

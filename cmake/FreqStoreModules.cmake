@@ -42,6 +42,7 @@ endfunction()
 freqstore_part(sweep host core)
 freqstore_part(interchange host core)
 freqstore_part(receiver frequencystore widgets)
+target_link_libraries(receiver PRIVATE Qt6::Network PkgConfig::Hamlib Threads::Threads)
 freqstore_part(scan frequencystore widgets receiver)
 
 # Everything of a program but main() is a library of its own, so that tests can call it.

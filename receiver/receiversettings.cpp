@@ -6,14 +6,14 @@ namespace {
 
 using enum ReceiverSetting::Type;
 
-constexpr ReceiverChoice HfDemodulations[] = {
+constexpr SettingChoice HfDemodulations[] = {
     {"NONE", 0, 0}, {"AM", 1, 1}, {"FM", 2, 2}, {"USB", 3, 3}, {"LSB", 4, 4}, {"CW", 5, 5}, {"ISB", 6, 6},
 };
-constexpr ReceiverChoice VuhfDemodulations[] = {
+constexpr SettingChoice VuhfDemodulations[] = {
     {"NONE", 0, 0}, {"AM", 1, 1}, {"FM", 2, 2}, {"USB", 3, 3}, {"LSB", 4, 4}, {"CW", 5, 5}, {"PULSE", 7, 7},
 };
-constexpr ReceiverChoice OutputIFPaths[] = {{"48.0 kHz", 48.0, 0}, {"455.0 kHz", 455.0, 1}};
-constexpr ReceiverChoice Antennas[] = {
+constexpr SettingChoice OutputIFPaths[] = {{"48.0 kHz", 48.0, 0}, {"455.0 kHz", 455.0, 1}};
+constexpr SettingChoice Antennas[] = {
     {"Automatic", 0, 0}, {"Discone", 1, 1}, {"Log-periodic", 2, 2}, {"Horn", 3, 3}};
 
 constexpr ReceiverSetting HfSettings[] = {
@@ -57,7 +57,7 @@ std::span<const ReceiverSetting> ReceiverSettings(ReceiverKind kind) {
 
 ReceiverAbility AbilityOf(const ReceiverSetting& setting) {
     ReceiverAbility ability{setting.key, setting.min, setting.max};
-    for (const ReceiverChoice& choice : setting.choices)
+    for (const SettingChoice& choice : setting.choices)
         ability.choices.push_back({QString::fromUtf8(choice.name), choice.number, choice.key});
     return ability;
 }

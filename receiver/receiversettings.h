@@ -18,7 +18,7 @@ inline constinit const FreqList::Key KeySquelchLevel("squelchLevel");
 inline constinit const FreqList::Key KeyOffset("offset");
 
 /// One item of a setting that is chosen from a list.
-struct ReceiverChoice {
+struct SettingChoice {
     const char* name;
     double number;
     long key;
@@ -36,7 +36,7 @@ struct ReceiverSetting {
     double min = 0; ///< limits of a number; Hz for frequencies and bandwidths
     double max = 0;
     double initial = 0; ///< number, key of the chosen item, or 1 for a flag that is set
-    std::span<const ReceiverChoice> choices = {};
+    std::span<const SettingChoice> choices = {};
     bool isOfRadios = false; ///< shown only where a radio has it
 };
 

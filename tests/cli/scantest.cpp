@@ -7,7 +7,10 @@
 #include <QProcess>
 #include <QTimer>
 
+#include <arpa/inet.h>
 #include <csignal>
+#include <sys/socket.h>
+#include <unistd.h>
 
 using namespace FreqStoreXml;
 
@@ -120,6 +123,41 @@ TEST_F(ScanTest, AReaderThatGoesEndsIt) {
     EXPECT_EQ(shell.readAllStandardOutput().count('\n'), 2);
 }
 
+/// A port of this machine that nobody has, for the moment.
+quint16 FreePort() {
+    const int end = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    EXPECT_EQ(bind(end, reinterpret_cast<sockaddr*>(&address), size), 0);
+    EXPECT_EQ(getsockname(end, reinterpret_cast<sockaddr*>(&address), &size), 0);
+    close(end);
+    return ntohs(address.sin_port);
+}
+
+TEST_F(ScanTest, ARadioThatComesLateIsWaitedForAndScanned) {
+    const QString port = QStringLiteral("127.0.0.1:%1").arg(FreePort());
+    QProcess scan;
+    scan.start(CLI_PROGRAM, QStringList{"scan", "--receiver", "hamlib:2@" + port, "--range", "7MHz-7.02MHz",
+                                        "--step", "5k", "--passes", "1", "--threshold", "-40"} +
+                                Quick + QStringList{Path("out.xml")});
+    ASSERT_TRUE(scan.waitForStarted());
+    scan.setReadChannel(QProcess::StandardError);
+    ASSERT_TRUE(scan.waitForReadyRead(30'000)) << "it says that it waits";
+    QProcess server;
+    server.start("rigctld", {"-m", "1", "-T", "127.0.0.1", "-t", port.section(':', 1)});
+    ASSERT_TRUE(server.waitForStarted());
+    EXPECT_TRUE(scan.waitForFinished(60'000));
+    EXPECT_EQ(scan.exitCode(), ExitDone);
+    std::vector<double> found;
+    for (const DetectionResult& detection : ResultsOf(Path("out.xml")))
+        found.push_back(detection.GetFrequency().GetValue());
+    EXPECT_EQ(found, (std::vector<double>{7e6, 7.005e6, 7.01e6, 7.015e6, 7.02e6}));
+    server.kill();
+    server.waitForFinished();
+}
+
 TEST_F(ScanTest, WrongCommandLinesAreToldAndChangeNothing) {
     const QString out = Write("out.xml", "old");
     const QString job = Sample("job-hf.pij");
@@ -152,8 +190,7 @@ TEST_F(ScanTest, WhatCannotBeScannedOrWrittenIsTold) {
     const QString empty = Write("empty.ltl", "");
     const CliResult nothing = Cli("scan", {empty, Path("out.xml")});
     EXPECT_TRUE(nothing.Is(ExitFile, "There are no channels in the list.")) << nothing.out;
-    EXPECT_TRUE(
-        Cli("scan", {Path("none.ltl"), Path("out.xml")}).Is(ExitFile, "none.ltl: no such file"));
+    EXPECT_TRUE(Cli("scan", {Path("none.ltl"), Path("out.xml")}).Is(ExitFile, "none.ltl: no such file"));
     EXPECT_TRUE(
         Cli("scan --range 1kHz-2kHz --step 1k", {Path("out.xml")}).Is(ExitFile, "Nothing can be reached"));
     EXPECT_TRUE(ScanRange({"--passes", "1"}, Q("/proc/out.xml")).Is(ExitFile, Q("/proc/out.xml")));

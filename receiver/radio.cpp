@@ -1,0 +1,314 @@
+#include "receiver/radio.h"
+
+#include "host/base/frequencytext.h"
+#include "receiver/hamlib.h"
+#include "receiver/radioabilities.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <cmath>
+#include <mutex>
+#include <unistd.h>
+
+namespace {
+
+constexpr int MostSilences = 3;
+constexpr int MaxSquelch = 100;
+constexpr size_t OtherCount = 6;    ///< settings that are read in turn
+constexpr double S9Below30MHz = 34; // dBµV at 50 ohms: -73 dBm
+constexpr double S9Above30MHz = 14; // -93 dBm
+constexpr double ShortWaveEnd = 30e6;
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("Radio", text);
+}
+
+struct CodeText {
+    int code;
+    const char* text;
+};
+constexpr CodeText CodeTexts[] = {
+    {RIG_ECONF, QT_TRANSLATE_NOOP("Radio", "its settings are wrong")},
+    {RIG_EINVAL, QT_TRANSLATE_NOOP("Radio", "it does not take this")},
+    {RIG_ETIMEOUT, QT_TRANSLATE_NOOP("Radio", "it does not answer in time")},
+    {RIG_EIO, QT_TRANSLATE_NOOP("Radio", "the connection is broken")},
+    {RIG_EPROTO, QT_TRANSLATE_NOOP("Radio", "its answer makes no sense")},
+    {RIG_ERJCTED, QT_TRANSLATE_NOOP("Radio", "it rejects this")},
+    {RIG_ENAVAIL, QT_TRANSLATE_NOOP("Radio", "it has no such function")},
+    {RIG_ENIMPL, QT_TRANSLATE_NOOP("Radio", "it has no such function")},
+};
+
+QString textOf(int code) {
+    for (const CodeText& known : CodeTexts) {
+        if (known.code == std::abs(code))
+            return tr(known.text);
+    }
+    return QString::fromUtf8(rigerror2(code)).section(QLatin1Char('\n'), 0, 0);
+}
+
+bool isSilence(int code) {
+    return code == -RIG_ETIMEOUT || code == -RIG_EPROTO;
+}
+
+bool isBroken(int code) {
+    return code == -RIG_EIO || code == -RIG_EINTERNAL;
+}
+
+/// A serial device is looked at before the library tries, which knows one error for all reasons.
+void checkDevice(const RadioProfile& profile) {
+    const RadioModel* model = FindRadioModel(profile.model);
+    if (!model || model->port != RadioModel::Port::Serial)
+        return;
+    const QByteArray path = profile.port.toLocal8Bit();
+    if (access(path.constData(), F_OK) != 0)
+        throw RadioError{false, tr("%1 is not there").arg(profile.port)};
+    if (access(path.constData(), R_OK | W_OK) != 0)
+        throw RadioError{true,
+                         tr("%1 may not be used; whoever uses it must be in its group, often \"dialout\"")
+                             .arg(profile.port)};
+    if (QFileInfo(profile.port).isFile() || QFileInfo(profile.port).isDir())
+        throw RadioError{true, tr("%1 is no device").arg(profile.port)};
+}
+
+void add(ReceiverReading& reading, Names::Id key, const QString& text) {
+    reading.values.push_back({key, text});
+}
+
+QString flagText(bool isOn) {
+    return isOn ? QStringLiteral("true") : QStringLiteral("false");
+}
+
+} // namespace
+
+void LoadHamlib() {
+    static std::once_flag loaded;
+    std::call_once(loaded, [] {
+        rig_set_debug(RIG_DEBUG_NONE);
+        rig_load_all_backends();
+    });
+}
+
+void RadioWishes::Take(const std::vector<ReceiverWord>& words) {
+    for (const ReceiverWord& word : words) {
+        const int whole = word.text.toInt();
+        const bool isOn = word.text == QLatin1String("true");
+        if (word.key == Keys::KeyFrequency)
+            frequency = word.text.toDouble();
+        else if (word.key == Keys::KeyDemodulation)
+            mode = word.text;
+        else if (word.key == Keys::KeyBandwidth)
+            bandwidth = word.text.toDouble();
+        else if (word.key == Keys::UseAttenuation)
+            attenuates = isOn;
+        else if (word.key == Keys::AFC)
+            afc = isOn;
+        for (const auto& [key, wish] : {std::pair{Names::Id(Keys::Attenuation), &attenuation},
+                                        {Names::Id(Keys::AntennaID), &antenna},
+                                        {Names::Id(KeyOffset), &offset},
+                                        {Names::Id(Keys::BFOFrequency), &bfo},
+                                        {Names::Id(KeySquelchLevel), &squelch}}) {
+            if (word.key == key)
+                *wish = whole;
+        }
+    }
+}
+
+void Radio::Closer::operator()(RIG* rig) const {
+    rig_close(rig); // of one that is not open nothing is done
+    rig_cleanup(rig);
+}
+
+Radio::Radio(const RadioProfile& profile) {
+    LoadHamlib();
+    checkDevice(profile);
+    m_rig.reset(rig_init(static_cast<rig_model_t>(profile.model)));
+    if (!m_rig)
+        throw RadioError{true, tr("there is no model %1").arg(profile.model)};
+    configure(profile);
+    const int code = rig_open(m_rig.get());
+    if (code != RIG_OK)
+        throw RadioError{!isSilence(code) && !isBroken(code), textOf(code)};
+    // What stands in the library's memory may have been changed at the radio.
+    rig_set_cache_timeout_ms(m_rig.get(), HAMLIB_CACHE_ALL, 0);
+}
+
+Radio::~Radio() = default;
+
+void Radio::configure(const RadioProfile& profile) {
+    if (!profile.port.isEmpty())
+        configure("rig_pathname", profile.port.toLocal8Bit());
+    if (profile.speed > 0)
+        configure("serial_speed", QByteArray::number(profile.speed));
+    configure("timeout", QByteArray::number(profile.timeout));
+    configure("retry", "1");
+    configure("ptt_type", "None"); // it is never keyed
+    configure("auto_power_on", "0");
+}
+
+/// A model without such a setting does not need it.
+void Radio::configure(const char* name, const QByteArray& value) {
+    if (const token_t token = rig_token_lookup(m_rig.get(), name); token != RIG_CONF_END)
+        rig_set_conf(m_rig.get(), token, value.constData());
+}
+
+/// Whether the radio has done it. One that is gone, or silent for long, is an error.
+bool Radio::check(int code, const QString& what, QStringList* refusals) {
+    m_silences = isSilence(code) ? m_silences + 1 : 0;
+    if (isBroken(code) || m_silences >= MostSilences)
+        throw RadioError{false, textOf(code)};
+    if (code != RIG_OK && refusals)
+        *refusals << tr("%1: %2").arg(what, textOf(code));
+    return code == RIG_OK;
+}
+
+QString Radio::GetInfo() const {
+    const char* info = rig_get_info(m_rig.get());
+    return info ? QString::fromUtf8(info).simplified() : QString();
+}
+
+std::vector<ReceiverAbility> Radio::GetAbilities() const {
+    return RadioAbilities::Of(*m_rig);
+}
+
+void Radio::Set(const RadioWishes& wishes, QStringList& refusals) {
+    if (wishes.antenna) {
+        value_t none{};
+        check(rig_set_ant(m_rig.get(), RIG_VFO_CURR, RIG_ANT_N(*wishes.antenna - 1), none), tr("Antenna"),
+              &refusals);
+    }
+    if (wishes.attenuation || wishes.attenuates) {
+        m_attenuation = wishes.attenuation.value_or(m_attenuation);
+        m_attenuates = wishes.attenuates.value_or(m_attenuates);
+        setAttenuation(refusals);
+    }
+    if (wishes.frequency)
+        setFrequency(*wishes.frequency, refusals);
+    if (wishes.mode || wishes.bandwidth)
+        setMode(wishes, refusals);
+    setOthers(wishes, refusals);
+}
+
+void Radio::setFrequency(double hertz, QStringList& refusals) {
+    if (!RadioAbilities::Receives(*m_rig, hertz)) {
+        refusals << tr("%1 is in none of its ranges").arg(Quor::FrequencyText(hertz));
+        return;
+    }
+    if (check(rig_set_freq(m_rig.get(), RIG_VFO_CURR, hertz), tr("Frequency"), &refusals))
+        m_frequency = hertz;
+}
+
+void Radio::setMode(const RadioWishes& wishes, QStringList& refusals) {
+    const auto width = static_cast<long>(wishes.bandwidth.value_or(0));
+    const rmode_t mode = wishes.mode ? RadioAbilities::ModeOf(*m_rig, *wishes.mode, width) : m_mode;
+    const pbwidth_t passband = RadioAbilities::PassbandOf(*m_rig, mode, width);
+    if (check(rig_set_mode(m_rig.get(), RIG_VFO_CURR, mode, passband), tr("Demodulation"), &refusals))
+        m_mode = mode;
+}
+
+void Radio::setAttenuation(QStringList& refusals) {
+    value_t value{};
+    value.i = m_attenuates ? m_attenuation : 0;
+    check(rig_set_level(m_rig.get(), RIG_VFO_CURR, RIG_LEVEL_ATT, value), tr("Attenuation"), &refusals);
+}
+
+void Radio::setOthers(const RadioWishes& wishes, QStringList& refusals) {
+    if (wishes.offset)
+        check(rig_set_rit(m_rig.get(), RIG_VFO_CURR, *wishes.offset), tr("RIT"), &refusals);
+    if (wishes.bfo) {
+        value_t value{};
+        value.i = *wishes.bfo;
+        check(rig_set_level(m_rig.get(), RIG_VFO_CURR, RIG_LEVEL_CWPITCH, value), tr("BFO"), &refusals);
+    }
+    if (wishes.squelch) {
+        value_t value{};
+        value.f = static_cast<float>(*wishes.squelch) / MaxSquelch;
+        if (check(rig_set_level(m_rig.get(), RIG_VFO_CURR, RIG_LEVEL_SQL, value), tr("Squelch knob"),
+                  &refusals))
+            m_squelch = *wishes.squelch;
+    }
+    if (wishes.afc)
+        check(rig_set_func(m_rig.get(), RIG_VFO_CURR, RIG_FUNC_AFC, *wishes.afc), tr("AFC"), &refusals);
+}
+
+void Radio::readTuning(ReceiverReading& reading) {
+    freq_t hertz = 0;
+    if (check(rig_get_freq(m_rig.get(), RIG_VFO_CURR, &hertz), QString(), nullptr) && std::isfinite(hertz)) {
+        m_frequency = std::round(hertz);
+        add(reading, Keys::KeyFrequency, QString::number(m_frequency, 'f', 0));
+    }
+    rmode_t mode = RIG_MODE_NONE;
+    pbwidth_t width = 0;
+    if (!check(rig_get_mode(m_rig.get(), RIG_VFO_CURR, &mode, &width), QString(), nullptr))
+        return;
+    m_mode = mode;
+    if (const QString name = RadioAbilities::ModeName(mode); !name.isEmpty())
+        add(reading, Keys::KeyDemodulation, name);
+    if (width > 0)
+        add(reading, Keys::KeyBandwidth, QString::number(width));
+}
+
+/// What changes seldom.
+void Radio::readOther(size_t which, ReceiverReading& reading) {
+    RIG* rig = m_rig.get();
+    value_t value{};
+    const auto gets = [&](setting_t level) {
+        return rig_has_get_level(rig, level) &&
+               check(rig_get_level(rig, RIG_VFO_CURR, level, &value), QString(), nullptr);
+    };
+    if (which == 0 && gets(RIG_LEVEL_ATT)) {
+        m_attenuates = value.i > 0;
+        add(reading, Keys::UseAttenuation, flagText(m_attenuates));
+        if (m_attenuates)
+            add(reading, Keys::Attenuation, QString::number(m_attenuation = value.i));
+    } else if (which == 1 && gets(RIG_LEVEL_SQL)) {
+        m_squelch = static_cast<int>(std::lround(value.f * MaxSquelch));
+        add(reading, KeySquelchLevel, QString::number(m_squelch));
+    } else if (which == 2 && gets(RIG_LEVEL_CWPITCH)) {
+        add(reading, Keys::BFOFrequency, QString::number(value.i));
+    } else if (which == 3 && RadioAbilities::HasOffset(*rig)) {
+        shortfreq_t hertz = 0;
+        if (check(rig_get_rit(rig, RIG_VFO_CURR, &hertz), QString(), nullptr))
+            add(reading, KeyOffset, QString::number(hertz));
+    } else if (which == 4 && rig_has_get_func(rig, RIG_FUNC_AFC)) {
+        int isOn = 0;
+        if (check(rig_get_func(rig, RIG_VFO_CURR, RIG_FUNC_AFC, &isOn), QString(), nullptr))
+            add(reading, Keys::AFC, flagText(isOn != 0));
+    } else if (which == 5) {
+        if (const int antenna = RadioAbilities::ReadAntenna(*rig); antenna > 0)
+            add(reading, Keys::AntennaID, QString::number(antenna));
+    }
+}
+
+ReceiverReading Radio::ReadAll() {
+    ReceiverReading reading = Measure();
+    readTuning(reading);
+    for (size_t which = 0; which < OtherCount; ++which)
+        readOther(which, reading);
+    return reading;
+}
+
+ReceiverReading Radio::Poll() {
+    ReceiverReading reading;
+    readTuning(reading); // where it is says what its level means
+    ReceiverReading level = Measure();
+    reading.level = level.level;
+    reading.isSquelchOpen = level.isSquelchOpen;
+    readOther(m_nextOther, reading);
+    m_nextOther = (m_nextOther + 1) % OtherCount;
+    return reading;
+}
+
+ReceiverReading Radio::Measure() {
+    ReceiverReading reading;
+    value_t value{};
+    if (rig_has_get_level(m_rig.get(), RIG_LEVEL_STRENGTH) &&
+        check(rig_get_level(m_rig.get(), RIG_VFO_CURR, RIG_LEVEL_STRENGTH, &value), QString(), nullptr))
+        reading.level = value.i + (m_frequency < ShortWaveEnd ? S9Below30MHz : S9Above30MHz);
+    dcd_t dcd = RIG_DCD_OFF;
+    // A squelch that lets all through says nothing of the signal.
+    if (m_squelch > 0 && m_rig->caps->get_dcd &&
+        check(rig_get_dcd(m_rig.get(), RIG_VFO_CURR, &dcd), QString(), nullptr))
+        reading.isSquelchOpen = dcd == RIG_DCD_ON;
+    return reading;
+}

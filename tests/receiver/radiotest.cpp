@@ -1,0 +1,177 @@
+#include "host/valuetree/tree.h"
+#include "receiver/hamlibreceiver.h"
+#include "receiver/receiver.h"
+#include "receiver/receiverchoice.h"
+#include "receiver/simulatedreceiver.h"
+#include "tests/receiver/radioserver.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// A receiver with a radio behind it.
+class Radios : public testing::Test {
+protected:
+    Radios() {
+        Tree::Instance()->GetRoot()->DeleteChildren();
+        receiver = std::make_unique<Receiver>(ReceiverKind::HF);
+        QObject::connect(receiver.get(), &Receiver::Refused,
+                         [this](const QString& reason) { refused << reason; });
+        QObject::connect(receiver.get(), &Receiver::Measured,
+                         [this](double, quint64 serial) { measured = serial; });
+    }
+    void TearDown() override {
+        receiver.reset();
+        EXPECT_TRUE(HamlibReceiver::WaitForAll(20s)) << "the radio is closed";
+    }
+    void attach(int model, const QString& port, int timeout = 500) {
+        RadioProfile profile{QString(), model, port};
+        profile.timeout = timeout;
+        EXPECT_EQ(profile.Problem(), QString());
+        receiver->Attach(std::make_unique<HamlibReceiver>(profile));
+    }
+    bool comesTo(ReceiverState state) {
+        return QTest::qWaitFor([&] { return receiver->GetState() == state; }, Patience);
+    }
+    bool comesTo(Names::Id key, const QString& wanted) {
+        return QTest::qWaitFor([&] { return text(key) == wanted; }, Patience);
+    }
+    /// Whether a level has been measured with all that was set.
+    bool isMeasured() {
+        return QTest::qWaitFor([&] { return measured >= receiver->GetSerial(); }, Patience);
+    }
+    QString text(Names::Id key) const { return receiver->GetValue(key)->GetStringValue(); }
+    std::string told() const { return (receiver->GetStateText() + '\n' + refused.join('\n')).toStdString(); }
+    const ReceiverSetting& setting(Names::Id key) const {
+        return *std::ranges::find_if(receiver->GetSettings(),
+                                     [key](const ReceiverSetting& known) { return known.key == key; });
+    }
+
+    std::unique_ptr<Receiver> receiver;
+    QStringList refused;
+    quint64 measured = 0;
+};
+
+TEST_F(Radios, ConnectingReadsTheRadioAndSetsNothing) {
+    RadioServer server;
+    server.Ask("F 14250000");
+    server.Ask("M USB 2400");
+    server.Ask("L ATT 20");
+    attach(RadioProfile::Client, server.Port());
+    EXPECT_EQ(receiver->GetState(), ReceiverState::Connecting);
+    ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
+    EXPECT_TRUE(comesTo(Keys::KeyFrequency, "14250000"));
+    EXPECT_EQ(text(Keys::KeyDemodulation), "USB");
+    EXPECT_EQ(text(Keys::KeyBandwidth), "2400");
+    EXPECT_EQ(text(Keys::Attenuation), "20");
+    EXPECT_EQ(server.Ask("f"), "14250000");
+    EXPECT_EQ(server.Ask("m"), "USB\n2400");
+    EXPECT_TRUE(refused.isEmpty()) << told();
+}
+
+TEST_F(Radios, WhatIsSetReachesTheRadioAndWhatIsTurnedThereIsShown) {
+    RadioServer server;
+    attach(RadioProfile::Client, server.Port());
+    ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
+    EXPECT_TRUE(receiver->Tune(7055000));
+    for (const auto& [key, value] : {std::pair<Names::Id, const char*>{Keys::KeyDemodulation, "LSB"},
+                                     {Keys::KeyBandwidth, "1800"},
+                                     {Keys::Attenuation, "10"},
+                                     {Keys::UseAttenuation, "true"},
+                                     {Keys::AntennaID, "2"},
+                                     {KeyOffset, "-120"},
+                                     {KeySquelchLevel, "40"}})
+        receiver->GetValue(key)->SetStringValue(value);
+    ASSERT_TRUE(isMeasured());
+    EXPECT_EQ(server.Ask("f"), "7055000");
+    EXPECT_EQ(server.Ask("m"), "LSB\n1800");
+    EXPECT_EQ(server.Ask("l ATT"), "10");
+    EXPECT_EQ(server.Ask("j"), "-120");
+    EXPECT_EQ(server.Ask("l SQL").toDouble(), 0.4);
+    EXPECT_TRUE(server.Ask("y 0").contains("ANT2")) << server.Ask("y 0").toStdString();
+    EXPECT_TRUE(refused.isEmpty()) << told();
+
+    server.Ask("F 144800000");
+    server.Ask("M FM 15000");
+    EXPECT_TRUE(comesTo(Keys::KeyFrequency, "144800000"));
+    EXPECT_TRUE(comesTo(Keys::KeyDemodulation, "FM"));
+}
+
+TEST_F(Radios, LimitsAndChoicesAreThoseOfTheModel) {
+    RadioServer server;
+    attach(RadioProfile::Client, server.Port());
+    ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
+    EXPECT_FALSE(receiver->Tune(99e9)) << "the server itself would take it";
+    EXPECT_FALSE(receiver->Tune(100e3));
+    receiver->GetValue(Keys::Attenuation)->SetStringValue("15");
+    receiver->GetValue(Keys::KeyDemodulation)->SetStringValue("ISB"); // none of its choices
+    EXPECT_EQ(refused.size(), 3) << told();
+    EXPECT_TRUE(refused.value(0).contains("1500.000000 MHz")) << told();
+    EXPECT_TRUE(refused.value(2).contains("0, 10, 20, 30")) << told();
+    EXPECT_NE(receiver->Find<ValueSelection>(Keys::KeyDemodulation)->GetItem(QStringLiteral("CWR")), nullptr);
+    EXPECT_FALSE(receiver->CanSet(setting(Keys::OutputIFPath)));
+    EXPECT_FALSE(receiver->WhyNot(setting(Keys::OutputIFPath)).isEmpty());
+    EXPECT_TRUE(receiver->WhyNot(setting(Keys::Threshold)).isEmpty()) << "is the workstation's own";
+
+    receiver->Attach(std::make_unique<SimulatedReceiver>(*receiver, SimulatedReceiver::Pace::OnDemand));
+    EXPECT_EQ(receiver->GetState(), ReceiverState::Connected);
+    EXPECT_EQ(text(Keys::KeyFrequency), "6060000") << "145 MHz is out of its reach";
+    EXPECT_TRUE(receiver->CanSet(setting(Keys::OutputIFPath)));
+    EXPECT_FALSE(receiver->CanSet(setting(KeyOffset)));
+}
+
+TEST_F(Radios, TheLevelIsOverS9OfTheFrequency) {
+    RadioServer server;
+    attach(RadioProfile::Client, server.Port());
+    ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
+    for (const auto& [hertz, s9] : {std::pair{7055000.0, 34.0}, {144800000.0, 14.0}}) {
+        receiver->Tune(hertz);
+        ASSERT_TRUE(isMeasured());
+        // The dummy's strength is made up anew each time, from S0 on.
+        EXPECT_GE(receiver->GetLevel()->GetValue(), s9 - 60);
+        EXPECT_LE(receiver->GetLevel()->GetValue(), s9 + 66);
+    }
+}
+
+TEST_F(Radios, AServerThatGoesAndComesBackIsFollowedAgain) {
+    RadioServer server;
+    attach(RadioProfile::Client, server.Port());
+    ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
+    server.Stop();
+    ASSERT_TRUE(comesTo(ReceiverState::NoAnswer)) << told();
+    EXPECT_FALSE(receiver->Tune(7055000));
+    EXPECT_TRUE(refused.value(0).contains("no answer")) << told();
+    server.Start();
+    server.Ask("F 21300000");
+    ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
+    EXPECT_TRUE(comesTo(Keys::KeyFrequency, "21300000"));
+    EXPECT_TRUE(receiver->Tune(7055000));
+    ASSERT_TRUE(isMeasured());
+    EXPECT_EQ(server.Ask("f"), "7055000");
+}
+
+struct BadPort {
+    int model;
+    const char* port;
+    ReceiverState state;
+    const char* words;
+};
+
+TEST_F(Radios, WhatCannotBeOpenedIsToldWithItsReason) {
+    constexpr int Ts2000 = 2014;
+    const BadPort ports[] = {
+        {RadioProfile::Client, "127.0.0.1:1", ReceiverState::NoAnswer, "broken"},
+        {Ts2000, "/nowhere/ttyUSB0", ReceiverState::NoAnswer, "is not there"},
+        {Ts2000, "/tmp", ReceiverState::Refused, "is no device"},
+    };
+    for (const BadPort& bad : ports) {
+        attach(bad.model, bad.port);
+        EXPECT_TRUE(comesTo(bad.state)) << told();
+        EXPECT_TRUE(receiver->GetStateText().contains(bad.words)) << told();
+    }
+}
+
+} // namespace
