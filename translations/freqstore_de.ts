@@ -1103,6 +1103,17 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
 </context>
 <context>
+    <name>HamlibReceiver</name>
+    <message>
+        <source>%1; tries again after %2 s</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>nothing was heard for %1 s</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>HelpWindow</name>
     <message>
         <source>Guide</source>
@@ -2563,6 +2574,116 @@ Fremdes: %2</translation>
     </message>
 </context>
 <context>
+    <name>Radio</name>
+    <message>
+        <source>its settings are wrong</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it does not take this</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it does not answer in time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the connection is broken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>its answer makes no sense</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it rejects this</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it has no such function</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no model %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation type="unfinished">%1: %2</translation>
+    </message>
+    <message>
+        <source>Antenna</source>
+        <translation type="unfinished">Antenne</translation>
+    </message>
+    <message>
+        <source>%1 is in none of its ranges</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Frequency</source>
+        <translation type="unfinished">Frequenz</translation>
+    </message>
+    <message>
+        <source>Demodulation</source>
+        <translation type="unfinished">Demodulation</translation>
+    </message>
+    <message>
+        <source>Attenuation</source>
+        <translation type="unfinished">Dämpfung</translation>
+    </message>
+    <message>
+        <source>RIT</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>BFO</source>
+        <translation type="unfinished">BFO</translation>
+    </message>
+    <message>
+        <source>Squelch knob</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>AFC</source>
+        <translation type="unfinished">AFC</translation>
+    </message>
+</context>
+<context>
+    <name>RadioProfile</name>
+    <message>
+        <source>%1 at %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no model %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 needs a device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 needs host:port</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the name of the port is too long</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not host:port</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the time-out must be from 1 to %1 ms</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the speed must not be negative</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>Readers</name>
     <message>
         <source>%1 further problems</source>
@@ -2865,6 +2986,13 @@ Fremdes: %2</translation>
     </message>
 </context>
 <context>
+    <name>ReceiverChoice</name>
+    <message>
+        <source>no receiver is called &quot;%1&quot;; known are simulated, hamlib:MODEL@PORT and the profiles</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>ReceiverPanel</name>
     <message>
         <source>%1 (%2)</source>
@@ -3159,12 +3287,12 @@ Fremdes: %2</translation>
         <translation>Weiter nach</translation>
     </message>
     <message>
-        <source>Priority</source>
-        <translation>Vorrang</translation>
-    </message>
-    <message>
         <source>Look there every</source>
         <translation>Dort nachsehen alle</translation>
+    </message>
+    <message>
+        <source>Priority (0: none)</source>
+        <translation>Vorrang (0: keiner)</translation>
     </message>
 </context>
 <context>
