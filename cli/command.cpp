@@ -23,6 +23,7 @@ const std::vector<Command>& Commands() {
         {"versions", "[--data DIR] [--restore NUMBER] [--out OUT] FILE",
          "list or restore saved versions of a file", RunVersions},
         {"detect", "[OPTIONS] SWEEP.csv OUT.xml|OUT.csv", "find the signals in power sweeps", RunDetect},
+        {"scan", "[OPTIONS] LIST|--range A-B OUT.xml|OUT.csv|-", "scan channels by a receiver", RunScan},
     };
     return commands;
 }

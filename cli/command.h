@@ -23,6 +23,7 @@ int RunConvert(const QStringList& arguments);
 int RunCheck(const QStringList& arguments);
 int RunBands(const QStringList& arguments);
 int RunDetect(const QStringList& arguments);
+int RunScan(const QStringList& arguments);
 int RunJob(const QStringList& arguments);
 int RunFormats(const QStringList& arguments);
 int RunVersions(const QStringList& arguments);

@@ -67,6 +67,7 @@ protected:
     }
     Node* GetNode() const override { return m_node; }
     GeneralListParser* Parser() const override { return &m_use.parser(handler()); }
+    HalvoNodeMediatorCtrl* Controller() const override { return &m_use.controller(handler()); }
     void
     VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const override {
         m_use.controller(handler()).VisitRecords(visit);

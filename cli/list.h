@@ -15,6 +15,7 @@
 #include "interchange/format.h"
 
 class GeneralListParser;
+class HalvoNodeMediatorCtrl;
 class Node;
 
 namespace Interchange {
@@ -76,6 +77,8 @@ public:
     virtual GeneralListParser* Parser() const { return nullptr; }
     /// The node whose children are the entries; null for a list whose entries are no nodes.
     virtual Node* GetNode() const { return nullptr; }
+    /// Who has the entries that are nodes; null for others.
+    virtual HalvoNodeMediatorCtrl* Controller() const { return nullptr; }
     /// Adds an entry behind those that are there.
     virtual void AddEntry(const Interchange::JsonEntry& entry) = 0;
     /// Entries have been added or changed from outside.

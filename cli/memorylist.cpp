@@ -104,6 +104,10 @@ GeneralListParser* MemoryList::Parser() const {
     return &handler();
 }
 
+HalvoNodeMediatorCtrl* MemoryList::Controller() const {
+    return handler().GetMediatorCtrl();
+}
+
 void MemoryList::VisitRecords(
     const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const {
     handler().GetMediatorCtrl()->VisitRecords(visit);

@@ -31,6 +31,7 @@ protected:
     void AddEntry(const Interchange::JsonEntry& from) override;
     Node* GetNode() const override { return m_node; }
     GeneralListParser* Parser() const override;
+    HalvoNodeMediatorCtrl* Controller() const override;
     void
     VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const override;
 

@@ -36,7 +36,8 @@ Scanner::~Scanner() {
 
 /// Plans read lists that others write, and receivers are others' code: what they throw must not leave a scan
 /// that runs no more and does not know it.
-void Scanner::guarded(const std::function<void()>& work) {
+template <typename Work>
+void Scanner::guarded(Work work) {
     if (!IsRunning())
         return;
     try {
@@ -165,13 +166,14 @@ void Scanner::take(const Reading& reading) {
     m_signal->lastSeen = now;
     m_signal->stop.stop = m_clock.Time();
     m_signal->stop.level = std::max(m_signal->stop.level, reading.level);
-    m_watcher.StopChanged(m_signal->stop);
+    m_watcher.StopTold(m_signal->stop);
 }
 
 void Scanner::beginSignal(double level) {
     endAway(); // the priority channel comes first
     const qint64 time = m_clock.Time();
-    m_signal = Signal{{.number = ++m_counts.stops,
+    ++m_counts.stops;
+    m_signal = Signal{{.number = ++m_lastStop,
                        .frequency = m_step.frequency,
                        .bandwidth = m_receiver.Bandwidth(),
                        .level = level,
@@ -181,7 +183,7 @@ void Scanner::beginSignal(double level) {
                        .comment = m_step.comment},
                       m_clock.Now(),
                       m_clock.Now()};
-    m_watcher.StopChanged(m_signal->stop);
+    m_watcher.StopTold(m_signal->stop);
 }
 
 void Scanner::endSignal() {
@@ -189,7 +191,7 @@ void Scanner::endSignal() {
         return;
     ScanStop ended = std::exchange(m_signal, std::nullopt)->stop;
     ended.isActive = false;
-    m_watcher.StopChanged(ended);
+    m_watcher.StopTold(ended);
 }
 
 void Scanner::endAway() {
@@ -197,7 +199,7 @@ void Scanner::endAway() {
         return;
     ScanStop ended = std::exchange(m_away, std::nullopt)->signal.stop;
     ended.isActive = false;
-    m_watcher.StopChanged(ended);
+    m_watcher.StopTold(ended);
 }
 
 void Scanner::AnsweringChanged() {
@@ -216,6 +218,24 @@ void Scanner::AnsweringChanged() {
 void Scanner::retune() {
     if (!m_plan->Renew(m_step) || !tune(m_step))
         next();
+}
+
+/// A radio may take a frequency and then not go there.
+void Scanner::NotReached(const QString& reason) {
+    if (!m_isTuned)
+        return;
+    guarded([this, reason] {
+        noteUnreachable(reason);
+        if (m_away)
+            comeBack();
+        else
+            next();
+    });
+}
+
+void Scanner::noteUnreachable(const QString& reason) {
+    ++m_counts.unreachable;
+    m_unreachable = reason;
 }
 
 /// Tuned beside the channel by hand, the receiver stays there: the scan does not take it away from the
@@ -326,6 +346,8 @@ void Scanner::next() {
             m_passHadStep = true;
             return;
         }
+        if (const QString silent = m_receiver.WhySilent(); !silent.isEmpty())
+            return waitFor(silent);
     }
 }
 
@@ -358,8 +380,7 @@ bool Scanner::tune(const ScanStep& step) {
         return true;
     }
     m_step = before;
-    ++m_counts.unreachable;
-    m_unreachable = reason;
+    noteUnreachable(reason);
     return false;
 }
 

@@ -5,7 +5,6 @@
 
 #include <QCoreApplication>
 
-#include <functional>
 #include <memory>
 #include <set>
 
@@ -28,7 +27,7 @@ struct ScanSettings {
 
 /// A stop on a signal.
 struct ScanStop {
-    quint64 number = 0;   ///< in the order of the stops of a scan, from 1
+    quint64 number = 0;   ///< in the order of all stops of the scanner, from 1
     double frequency = 0; ///< Hz
     double bandwidth = 0; ///< Hz
     double level = 0;     ///< dBµV, the highest
@@ -53,8 +52,8 @@ class ScanWatcher {
 public:
     /// Channel, state or counts are others now.
     virtual void ScanChanged() = 0;
-    /// A stop began, went on or, no longer active, ended.
-    virtual void StopChanged(const ScanStop& stop) = 0;
+    /// A stop began, went on or, no longer active, ended; it ends before the next one begins.
+    virtual void StopTold(const ScanStop& stop) = 0;
     /// The scan ended, for that reason; an empty one is the operator's wish.
     virtual void ScanEnded(const QString& reason) = 0;
 
@@ -90,6 +89,7 @@ public:
 
     ScanState GetState() const;
     bool IsRunning() const { return m_plan != nullptr; }
+    bool IsHeld() const { return m_isHeld; }
     /// Why the scan waits or holds by itself; empty otherwise.
     const QString& GetReason() const { return m_reason; }
     /// What the receiver is tuned to; its item is not for others.
@@ -122,8 +122,10 @@ private:
     void Measured(double level, bool isOpen) override;
     void AnsweringChanged() override;
     void TunedElsewhere(double hertz) override;
+    void NotReached(const QString& reason) override;
 
-    void guarded(const std::function<void()>& work);
+    template <typename Work>
+    void guarded(Work work);
     void wake();
     void take(const Reading& reading);
     bool isSignal(const Reading& reading) const;
@@ -134,6 +136,7 @@ private:
     void next();
     bool tune(const ScanStep& step);
     void retune();
+    void noteUnreachable(const QString& reason);
     qint64 priorityAt() const;
     bool lookAtPriority();
     void comeBack();
@@ -151,6 +154,7 @@ private:
     ScanSettings m_settings;
     std::set<qint64> m_lockedOut; ///< Hz
     ScanCounts m_counts;
+    quint64 m_lastStop = 0; ///< number
     ScanStep m_step;
     std::optional<Signal> m_signal;
     std::optional<Away> m_away;

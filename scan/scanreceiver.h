@@ -13,6 +13,8 @@ public:
     virtual void AnsweringChanged() = 0;
     /// Somebody else tuned the receiver to a frequency (Hz).
     virtual void TunedElsewhere(double hertz) = 0;
+    /// The radio did not follow the last `Tune`.
+    virtual void NotReached(const QString& reason) = 0;
 
 protected:
     ~ScanReceiverWatcher() = default;

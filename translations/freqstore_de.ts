@@ -188,6 +188,13 @@
     </message>
 </context>
 <context>
+    <name>ChannelPlan</name>
+    <message>
+        <source>There are no channels in the list.</source>
+        <translation>In der Liste sind keine Kanäle.</translation>
+    </message>
+</context>
+<context>
     <name>ColumnTips</name>
     <message>
         <source>Automatic frequency control: the receiver follows the signal</source>
@@ -1310,6 +1317,17 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Edit</source>
         <translation>Bearbeiten</translation>
+    </message>
+</context>
+<context>
+    <name>HamlibReceiver</name>
+    <message>
+        <source>%1; tries again after %2 s</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>nothing was heard for %1 s</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -2773,6 +2791,116 @@ Fremdes: %2</translation>
     </message>
 </context>
 <context>
+    <name>Radio</name>
+    <message>
+        <source>its settings are wrong</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it does not take this</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it does not answer in time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the connection is broken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>its answer makes no sense</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it rejects this</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it has no such function</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no model %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation type="unfinished">%1: %2</translation>
+    </message>
+    <message>
+        <source>Antenna</source>
+        <translation type="unfinished">Antenne</translation>
+    </message>
+    <message>
+        <source>%1 is in none of its ranges</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Frequency</source>
+        <translation type="unfinished">Frequenz</translation>
+    </message>
+    <message>
+        <source>Demodulation</source>
+        <translation type="unfinished">Demodulation</translation>
+    </message>
+    <message>
+        <source>Attenuation</source>
+        <translation type="unfinished">Dämpfung</translation>
+    </message>
+    <message>
+        <source>RIT</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>BFO</source>
+        <translation type="unfinished">BFO</translation>
+    </message>
+    <message>
+        <source>Squelch knob</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>AFC</source>
+        <translation type="unfinished">AFC</translation>
+    </message>
+</context>
+<context>
+    <name>RadioProfile</name>
+    <message>
+        <source>%1 at %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no model %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 needs a device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 needs host:port</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the name of the port is too long</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not host:port</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the time-out must be from 1 to %1 ms</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the speed must not be negative</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>Readers</name>
     <message>
         <source>%1 further problems</source>
@@ -3033,16 +3161,70 @@ Fremdes: %2</translation>
         <source>Antenna</source>
         <translation>Antenne</translation>
     </message>
+    <message>
+        <source>%1 does not let this be set</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation type="unfinished">%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 %2 is not one of %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: connecting</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: connected</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: no answer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: refused</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation type="unfinished">%1: %2 {1,?}</translation>
+    </message>
+    <message>
+        <source>RIT</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Squelch knob</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ReceiverChoice</name>
+    <message>
+        <source>no receiver is called &quot;%1&quot;; known are simulated, hamlib:MODEL@PORT and the profiles</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>ReceiverPanel</name>
     <message>
-        <source>%1 receiver, %2 to %3</source>
-        <translation>%1-Empfänger, %2 bis %3</translation>
-    </message>
-    <message>
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>%1, %2 to %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ReceiverPort</name>
+    <message>
+        <source>the radio stays at %1</source>
+        <translation>das Gerät bleibt bei %1</translation>
     </message>
 </context>
 <context>
@@ -3221,6 +3403,298 @@ Fremdes: %2</translation>
     <message>
         <source>Restore Version</source>
         <translation>Version wiederherstellen</translation>
+    </message>
+</context>
+<context>
+    <name>Scan</name>
+    <message>
+        <source>Not scanning</source>
+        <translation>Kein Suchlauf</translation>
+    </message>
+    <message>
+        <source>Scanning</source>
+        <translation>Sucht</translation>
+    </message>
+    <message>
+        <source>Signal</source>
+        <translation>Signal</translation>
+    </message>
+    <message>
+        <source>Held</source>
+        <translation>Angehalten</translation>
+    </message>
+    <message>
+        <source>Waiting</source>
+        <translation>Wartet</translation>
+    </message>
+    <message>
+        <source>The range ends below its beginning.</source>
+        <translation>Der Bereich endet unter seinem Anfang.</translation>
+    </message>
+    <message>
+        <source>There is no such list here.</source>
+        <translation>Eine solche Liste gibt es hier nicht.</translation>
+    </message>
+    <message>
+        <source>Memory channels</source>
+        <translation>Speicherkanäle</translation>
+    </message>
+    <message>
+        <source>NOI bands</source>
+        <translation>NOI-Bänder</translation>
+    </message>
+    <message>
+        <source>Range</source>
+        <translation>Bereich</translation>
+    </message>
+    <message>
+        <source>Level over threshold</source>
+        <translation>Pegel über der Schwelle</translation>
+    </message>
+    <message>
+        <source>Squelch open</source>
+        <translation>Rauschsperre offen</translation>
+    </message>
+    <message>
+        <source>When the signal is gone</source>
+        <translation>Wenn das Signal weg ist</translation>
+    </message>
+    <message>
+        <source>After a time</source>
+        <translation>Nach einer Zeit</translation>
+    </message>
+    <message>
+        <source>By hand</source>
+        <translation>Von Hand</translation>
+    </message>
+    <message>
+        <source>Scanned</source>
+        <translation>Durchsucht</translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation>Von</translation>
+    </message>
+    <message>
+        <source>To</source>
+        <translation>Bis</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation>Schritt</translation>
+    </message>
+    <message>
+        <source>Settle</source>
+        <translation>Einschwingen</translation>
+    </message>
+    <message>
+        <source>Dwell</source>
+        <translation>Verweilen</translation>
+    </message>
+    <message>
+        <source>Stop at</source>
+        <translation>Halt bei</translation>
+    </message>
+    <message>
+        <source>Threshold</source>
+        <translation>Schwelle</translation>
+    </message>
+    <message>
+        <source>Go on</source>
+        <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>Go on after</source>
+        <translation>Weiter nach</translation>
+    </message>
+    <message>
+        <source>Look there every</source>
+        <translation>Dort nachsehen alle</translation>
+    </message>
+    <message>
+        <source>Priority (0: none)</source>
+        <translation>Vorrang (0: keiner)</translation>
+    </message>
+</context>
+<context>
+    <name>ScanActions</name>
+    <message>
+        <source>&amp;Scan</source>
+        <translation>Su&amp;chlauf</translation>
+    </message>
+    <message>
+        <source>Start or stop scanning what the panel of the scan says</source>
+        <translation>Startet oder beendet den Suchlauf, wie sein Feld ihn beschreibt</translation>
+    </message>
+    <message>
+        <source>&amp;Hold</source>
+        <translation>An&amp;halten</translation>
+    </message>
+    <message>
+        <source>Stay at this channel until it is pressed again</source>
+        <translation>Bleibt bei diesem Kanal, bis es nochmals gedrückt wird</translation>
+    </message>
+    <message>
+        <source>S&amp;kip</source>
+        <translation>Ü&amp;berspringen</translation>
+    </message>
+    <message>
+        <source>Go on to the next channel now</source>
+        <translation>Geht jetzt zum nächsten Kanal</translation>
+    </message>
+    <message>
+        <source>&amp;Lock out</source>
+        <translation>&amp;Sperren</translation>
+    </message>
+    <message>
+        <source>Go on, and leave this frequency out from now on</source>
+        <translation>Geht weiter und lässt diese Frequenz künftig aus</translation>
+    </message>
+    <message>
+        <source>Make &amp;priority channel</source>
+        <translation>Zum &amp;Vorrangkanal machen</translation>
+    </message>
+    <message>
+        <source>Look at the frequency that the receiver is tuned to again and again</source>
+        <translation>Schaut immer wieder nach der Frequenz, auf die der Empfänger abgestimmt ist</translation>
+    </message>
+    <message>
+        <source>&amp;Forget locked out</source>
+        <translation>Gesperrte &amp;freigeben</translation>
+    </message>
+    <message>
+        <source>Scan again what was locked out</source>
+        <translation>Durchsucht wieder, was gesperrt war</translation>
+    </message>
+    <message>
+        <source>Nothing is locked out.</source>
+        <translation>Nichts ist gesperrt.</translation>
+    </message>
+    <message>
+        <source>No scan runs.</source>
+        <translation>Kein Suchlauf ist im Gang.</translation>
+    </message>
+</context>
+<context>
+    <name>ScanDetections</name>
+    <message>
+        <source>scan</source>
+        <translation>Suchlauf</translation>
+    </message>
+    <message>
+        <source>channel %1</source>
+        <translation>Kanal %1</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
+    <name>ScanPanel</name>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>priority</source>
+        <translation>Vorrang</translation>
+    </message>
+    <message>
+        <source>channel %1</source>
+        <translation>Kanal %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln step(s)</source>
+        <translation>
+            <numerusform>%Ln Schritt</numerusform>
+            <numerusform>%Ln Schritte</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln pass(es)</source>
+        <translation>
+            <numerusform>%Ln Durchgang</numerusform>
+            <numerusform>%Ln Durchgänge</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln signal(s)</source>
+        <translation>
+            <numerusform>%Ln Signal</numerusform>
+            <numerusform>%Ln Signale</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln out of reach</source>
+        <translation>
+            <numerusform>%Ln außer Reichweite</numerusform>
+            <numerusform>%Ln außer Reichweite</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln locked out</source>
+        <translation>
+            <numerusform>%Ln gesperrt</numerusform>
+            <numerusform>%Ln gesperrt</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>Scanner</name>
+    <message>
+        <source>Tuned by hand to %1</source>
+        <translation>Von Hand auf %1 abgestimmt</translation>
+    </message>
+    <message>
+        <source>The receiver does not answer</source>
+        <translation>Der Empfänger antwortet nicht</translation>
+    </message>
+    <message>
+        <source>Everything is locked out.</source>
+        <translation>Alles ist gesperrt.</translation>
+    </message>
+    <message>
+        <source>Nothing can be reached: %1</source>
+        <translation>Nichts ist zu erreichen: %1</translation>
+    </message>
+</context>
+<context>
+    <name>Scanning</name>
+    <message>
+        <source>Scan</source>
+        <translation>Suchlauf</translation>
+    </message>
+    <message>
+        <source>Sc&amp;an</source>
+        <translation>Su&amp;chlauf</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln signal(s)</source>
+        <translation>
+            <numerusform>%Ln Signal</numerusform>
+            <numerusform>%Ln Signale</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>There is no list of memory channels.</source>
+        <translation>Es gibt keine Liste der Speicherkanäle.</translation>
+    </message>
+    <message>
+        <source>There are no NOI bands.</source>
+        <translation>Es gibt keine NOI-Bänder.</translation>
+    </message>
+    <message>
+        <source>The memory channels are being scanned: no job is opened or saved.</source>
+        <translation>Die Speicherkanäle werden durchsucht: Kein Auftrag wird geöffnet oder gespeichert.</translation>
+    </message>
+    <message>
+        <source>&amp;Scan</source>
+        <translation>&amp;Suchlauf</translation>
     </message>
 </context>
 <context>
@@ -3514,6 +3988,13 @@ Fremdes: %2</translation>
     <message>
         <source>Start or stop a classifier without a radio</source>
         <translation>Einen Klassifikator ohne Funkgerät starten oder anhalten</translation>
+    </message>
+</context>
+<context>
+    <name>SimulatedReceiver</name>
+    <message>
+        <source>Simulated %1 receiver</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

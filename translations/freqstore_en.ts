@@ -216,6 +216,54 @@
     </message>
 </context>
 <context>
+    <name>ScanPanel</name>
+    <message numerus="yes">
+        <source>%Ln step(s)</source>
+        <translation>
+            <numerusform>%Ln step</numerusform>
+            <numerusform>%Ln steps</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln pass(es)</source>
+        <translation>
+            <numerusform>%Ln pass</numerusform>
+            <numerusform>%Ln passes</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln signal(s)</source>
+        <translation>
+            <numerusform>%Ln signal</numerusform>
+            <numerusform>%Ln signals</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln out of reach</source>
+        <translation>
+            <numerusform>%Ln out of reach</numerusform>
+            <numerusform>%Ln out of reach</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln locked out</source>
+        <translation>
+            <numerusform>%Ln locked out</numerusform>
+            <numerusform>%Ln locked out</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>Scanning</name>
+    <message numerus="yes">
+        <source>%Ln signal(s)</source>
+        <translation>
+            <numerusform>%Ln signal</numerusform>
+            <numerusform>%Ln signals</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>SetColumnDialog</name>
     <message numerus="yes">
         <source>, %Ln rows cannot take it</source>

@@ -49,6 +49,7 @@
 #include "workstation/recentfiles.h"
 #include "workstation/safekeeping.h"
 #include "workstation/samples.h"
+#include "workstation/scanning.h"
 #include "workstation/simulatedclassifier.h"
 #include "workstation/simulatedsearch.h"
 #include "workstation/sweepimport.h"
@@ -152,6 +153,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     m_classifier->AddTo(*search);
     search->addSeparator();
     DetectionPanels::AddActions(*search, *m_window, *m_search, m_detectionIds);
+    addScanning();
     DetectionPanels::AddPicture(*m_window, *m_search, *m_sweeps, m_detectionIds.front());
     for (const QString& path : m_options.plugIns)
         loadPlugIn(path);
@@ -170,11 +172,13 @@ Workstation::Workstation(const Options& options) : m_options(options) {
 
 Workstation::~Workstation() {
     UndoHistory::Instance().SetOn(false);
+    m_scanning->Stop();
     m_safekeeping.reset();
     m_opener.reset();
     m_sweeps.reset();
     m_progress.reset();
     m_window.reset();
+    m_scanning.reset();
     for (const int id : FreqStore::Instance().GetListIds())
         FreqStore::Instance().RemoveFrequencyListDefinition(id);
     for (const auto& plugIn : m_plugIns) {
@@ -339,7 +343,10 @@ void Workstation::addActivities() {
 void Workstation::addEnding() {
     m_ending = std::make_unique<Ending>(*m_work, remembers() ? makeNoiKeeper() : nullptr);
     QObject::connect(m_ending.get(), &Ending::Begins, m_window.get(), &MainWindow::KeepArrangement);
-    m_window->SetCloseCheck([this] { return m_ending->MayClose(); });
+    m_window->SetCloseCheck([this] {
+        m_scanning->Stop(); // while it runs the job cannot be saved
+        return m_ending->MayClose();
+    });
 }
 
 void Workstation::SetAttended(bool attended) {
@@ -361,6 +368,16 @@ void Workstation::addSweepEntry() {
     SetTips(*action, MainWindow::tr("Add the signals in power sweeps to the detections"));
     menu->insertAction(m_window->GetActions().Get(WindowActions::OpenIntoList), action);
     QObject::connect(action, &QAction::triggered, m_sweeps.get(), &SweepImport::AskAndOpen);
+}
+
+void Workstation::addScanning() {
+    m_scanning = std::make_unique<Scanning>(Scanning::Parts{.window = *m_window,
+                                                            .receiver = *m_receiver,
+                                                            .search = *m_search,
+                                                            .job = *m_jobPanel,
+                                                            .channels = m_memoryId,
+                                                            .detections = m_detectionIds.front(),
+                                                            .remembers = remembers()});
 }
 
 void Workstation::registerLists() {

@@ -23,6 +23,7 @@ class QLibrary;
 class Receiver;
 class RecentFiles;
 class Safekeeping;
+class Scanning;
 class SimulatedClassifier;
 class SimulatedSearch;
 class SweepImport;
@@ -40,6 +41,7 @@ public:
     MainWindow& GetWindow() { return *m_window; }
     Receiver& GetReceiver() { return *m_receiver; }
     SimulatedSearch& GetSearch() { return *m_search; }
+    Scanning& GetScanning() { return *m_scanning; }
     SimulatedClassifier& GetClassifier() { return *m_classifier; }
     Job& GetJob() { return *m_job; }
     Ending& GetEnding() { return *m_ending; }
@@ -63,6 +65,7 @@ private:
     void prepareDirectories();
     void addJobPanel();
     void addSweepEntry();
+    void addScanning();
     void registerLists();
     bool remembers() const;
     QString fileToReopen(const QString& key) const;
@@ -115,6 +118,7 @@ private:
     std::unique_ptr<Job> m_job;
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<ProgressBox> m_progress;
+    std::unique_ptr<Scanning> m_scanning;
     std::unique_ptr<SweepImport> m_sweeps;
     std::unique_ptr<ListChanges> m_changes;
     std::unique_ptr<FileOpener> m_opener;

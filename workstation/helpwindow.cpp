@@ -41,6 +41,7 @@ constexpr TopicRow TopicRows[] = {
     {"ReceiverPanel", "find"},
     {"MemorySystemListView", "channels"},
     {"JobPanel", "channels"},
+    {"ScanPanel", "channels"},
     {"WkfListView", "edit"},
     {"SearchMCNOIListView", "search"},
     {"BandsPanel", "search"},

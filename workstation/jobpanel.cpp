@@ -64,7 +64,6 @@ JobPanel::JobPanel(Job& job, QWidget* parent)
     show->setText(tr("Show section..."));
     show->setToolTip(tr("Show the memory-scan section that the channels make"));
     m_save->setText(tr("Save"));
-    m_save->setToolTip(tr("Save the job"));
     for (QToolButton* button : {m_save, show})
         button->setFocusPolicy(Qt::TabFocus);
     auto* layout = new QHBoxLayout(this);
@@ -140,8 +139,14 @@ void JobPanel::showJob() {
     m_state->setPalette(colors);
     m_state->setVisible(!m_state->text().isEmpty());
     m_state->setToolTip(m_state->text());
-    m_save->setEnabled(!fileName.isEmpty() || m_job.IsModified());
+    m_save->setEnabled(m_whyOff.isEmpty() && (!fileName.isEmpty() || m_job.IsModified()));
+    m_save->setToolTip(m_whyOff.isEmpty() ? tr("Save the job") : m_whyOff);
     fillSection();
+}
+
+void JobPanel::SetWhyOff(const QString& reason) {
+    m_whyOff = reason;
+    showJob();
 }
 
 void JobPanel::fillSection() {

@@ -25,6 +25,8 @@ public:
     bool SaveAs();
     /// Asks whether unsaved changes are to be saved, and does it; false when the operator wants to stay.
     bool MayLeave();
+    /// Why the job can be neither opened nor saved now; empty when it can.
+    void SetWhyOff(const QString& reason);
     /// Shows the memory-scan section.
     void ShowSection();
 
@@ -44,5 +46,6 @@ private:
     QToolButton* m_save;
     QDialog* m_sectionWindow;
     QPlainTextEdit* m_section;
+    QString m_whyOff;
     QTimer m_refresh; ///< many changes are shown once
 };

@@ -127,12 +127,16 @@ void MainWindow::connectReceiver(Receiver& receiver) {
     FreqStore::Instance().SetTuner([&receiver](IFrequencyStoreItem& item, QWidget*, bool allSettings) {
         receiver.Tune(item, allSettings);
     });
-    connect(&receiver, &Receiver::Refused, this, &MainWindow::Tell);
+    connect(&receiver, &Receiver::Refused, this, [this](const QString& reason) {
+        if (m_tellsTuning)
+            Tell(reason);
+    });
     connect(&receiver, &Receiver::Tuned, this, [this](double hertz) {
         m_bar->SetTuned(hertz);
         markTuned(hertz);
         m_status->ShowTuned(hertz);
-        Tell(tr("Tuned to %1").arg(Quor::FrequencyText(hertz)));
+        if (m_tellsTuning)
+            Tell(tr("Tuned to %1").arg(Quor::FrequencyText(hertz)));
     });
     m_bar->SetTuned(receiver.GetFrequency());
     m_status->ShowTuned(receiver.GetFrequency());

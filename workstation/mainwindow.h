@@ -61,6 +61,8 @@ public:
     void KeepArrangement() const;
     /// Shows in the status line what was done last.
     void Tell(const QString& text);
+    /// Whether each tuning is told: a scan tunes all the time.
+    void SetTellsTuning(bool tells) { m_tellsTuning = tells; }
     /// Brings up the messages, or hides them.
     void ShowMessages(bool show);
     /// Shows a text in the status line for good.
@@ -162,6 +164,7 @@ private:
     QTimer* m_tabsChange; ///< many changes are shown once
     std::function<bool()> m_mayClose;
     bool m_remembersArrangement = false;
+    bool m_tellsTuning = true;
     bool m_isNarrow = false; ///< panels at the side are tabs
     std::map<int, Tab> m_lists;
 };

@@ -15,7 +15,6 @@ namespace {
 constexpr qint64 Second = 1000000; // µs
 constexpr qint64 StepTime = Second / 4;
 constexpr size_t EmitterCount = 70;
-constexpr size_t MaxRecords = 100000;
 /// How long classifier and direction finder take.
 constexpr qint64 ClassifierTime = 2 * Second;
 constexpr qint64 DirectionTime = 4 * Second;
@@ -304,6 +303,46 @@ void SimulatedSearch::Add(std::list<DetectionConventional>&& found, const QStrin
     for (DetectionConventional& record : found)
         record.SetID(++m_lastId);
     UndoRecords<DetectionConventional>::Append(m_listIds.first, m_detections, std::move(found));
+}
+
+/// The older half of the plain records goes, which the classified ones stay without.
+void SimulatedSearch::dropOldestPlain() {
+    constexpr quint64 Dropped = MaxRecords / 2;
+    std::erase_if(m_active, [&](Active& active) {
+        if (active.place >= Dropped) {
+            active.place -= Dropped;
+            return false;
+        }
+        m_classified.Edit(active.classifiedPlace, *active.classified,
+                          [](ExtendedDetectionConventional& record) { record.SetActive(false); });
+        m_emitters[active.emitter].onAir = false;
+        return true;
+    });
+    std::list<DetectionConventional>& detections = m_detections.GetList();
+    detections.erase(detections.begin(), std::next(detections.begin(), Dropped));
+}
+
+unsigned SimulatedSearch::Begin(DetectionConventional record, const QString& source) {
+    if (m_detections.Size() >= MaxRecords)
+        dropOldestPlain();
+    noteSource(source);
+    record.SetID(++m_lastId);
+    m_detections.PushBack(record);
+    return m_lastId;
+}
+
+bool SimulatedSearch::Amend(unsigned id, const std::function<void(DetectionConventional&)>& change) {
+    const std::list<DetectionConventional>& all = m_detections.Elements();
+    quint64 place = all.size();
+    for (auto record = all.rbegin(); record != all.rend(); ++record) { // it is among the newest
+        --place;
+        if (record->GetID() != id)
+            continue;
+        m_detections.Edit(place, *record, change);
+        m_detections.HasChanged(TChangeCode::ValueChanged);
+        return true;
+    }
+    return false;
 }
 
 /// The detections that come next are of that source.

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <functional>
 #include <map>
 #include <random>
 
@@ -19,6 +20,8 @@ class SimulatedSearch : public QObject {
     Q_OBJECT
 
 public:
+    /// So many there are at most, of each kind, but for those of files; then the older half goes.
+    static constexpr size_t MaxRecords = 100000;
     static constexpr char DetectionsPath[] = "/Search/Detections";
     static constexpr char ClassifiedPath[] = "/Search/ClassifiedDetections";
     /// Frequencies (Hz) of the emissions that are marked in the lists.
@@ -34,6 +37,10 @@ public:
     void Simulate(qint64 span, qint64 end);
     /// Appends detections of somebody else's to the plain ones, and numbers them. `source` is whose they are.
     void Add(std::list<DetectionConventional>&& found, const QString& source = QString());
+    /// The same for one that its maker goes on with; the answer is its number.
+    unsigned Begin(DetectionConventional record, const QString& source);
+    /// Changes a plain detection; false when it has gone.
+    bool Amend(unsigned id, const std::function<void(DetectionConventional&)>& change);
     /// Whose a detection is, by its number: the search's, or the source that it was added with.
     QString SourceOf(unsigned id) const;
     /// Identifiers of the lists in the store, for steps of undo.
@@ -83,6 +90,7 @@ private:
     void classify(const Active& active);
     void locate(const Active& active);
     void dropOldest();
+    void dropOldestPlain();
     void noteSource(const QString& source);
     double random(double from, double to);
 

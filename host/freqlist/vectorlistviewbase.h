@@ -55,6 +55,8 @@ public:
     void SelectAll();
     /// What is known of records beyond their fields, by ID, see `SortListView::SetRowNote`.
     void SetRecordNote(const QString& title, std::function<QString(unsigned id)> textOf);
+    /// The comment, by ID, that an entry of another list made from a record begins with.
+    void SetRecordComment(std::function<QString(unsigned id)> textOf) { m_commentOf = std::move(textOf); }
 
     void Update(Observable* subject, TChangeCode code) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -91,6 +93,7 @@ protected:
     int Item2Index(const SortListViewItem* item) const;
 
     const std::vector<QString>& Fields() const { return m_fields; }
+    QString RecordComment(unsigned id) const { return m_commentOf ? m_commentOf(id) : QString(); }
     /// Makes the copy complete and brings it up to date.
     void LoadAll();
     /// Records in their order, whatever the filter hides; selected rows. A filter that is still at work is
@@ -125,6 +128,7 @@ private:
     QBasicTimer m_tick;
     int m_tickMilliseconds;
     std::vector<QString> m_fields; ///< by column
+    std::function<QString(unsigned)> m_commentOf;
     RecordCopy m_copy{*this};
     bool m_arranging = false; ///< the page will be shown when all is done
 };

@@ -67,7 +67,7 @@ public:
 /// What a scan told.
 struct Told final : ScanWatcher {
     void ScanChanged() override {}
-    void StopChanged(const ScanStop& stop) override {
+    void StopTold(const ScanStop& stop) override {
         stops[stop.number] = stop;
         order.push_back(stop);
     }

@@ -88,8 +88,12 @@ protected:
         SendTo::Offer(bar, [view = QPointer(this->GetWidget()), this] {
             QVector<FreqStoreXml::FrequencyStoreEntry> entries;
             if (view) {
-                for (const T* record : this->SelectedRecords())
+                for (const T* record : this->SelectedRecords()) {
                     entries.append(SearchMC::EntryOf(*record));
+                    if (const QString comment = this->RecordComment(record->GetID()); !comment.isEmpty())
+                        entries.last().SetComment(comment + QStringLiteral(", ") +
+                                                  entries.last().GetComment());
+                }
             }
             return entries;
         });

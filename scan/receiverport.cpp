@@ -1,0 +1,72 @@
+#include "scan/receiverport.h"
+
+#include "host/base/frequencytext.h"
+#include "receiver/receiver.h"
+#include "scan/scanplan.h"
+
+#include <QScopedValueRollback>
+
+#include <cmath>
+
+namespace {
+
+/// How far a radio's own steps may lead it from what was asked, in Hz.
+constexpr double Rounding = 500;
+
+} // namespace
+
+ReceiverPort::ReceiverPort(Receiver& receiver) : m_receiver(receiver) {
+    connect(&receiver, &Receiver::Measured, this, [this](double dbMicrovolt, quint64 serial) {
+        if (m_isTuning)
+            m_early = {dbMicrovolt, serial};
+        else
+            takeLevel(dbMicrovolt, serial);
+    });
+    connect(&receiver, &Receiver::Refused, this, [this](const QString& reason) { m_refused = reason; });
+    connect(&receiver, &Receiver::StateChanged, this, [this] {
+        if (m_watcher && !m_isTuning)
+            m_watcher->AnsweringChanged();
+    });
+    connect(&receiver, &Receiver::Tuned, this, [this](double hertz) {
+        if (m_watcher && !m_isTuning && m_hasFollowed)
+            m_watcher->TunedElsewhere(hertz);
+    });
+}
+
+bool ReceiverPort::Tune(const ScanStep& step, QString& reason) {
+    const QScopedValueRollback tuning(m_isTuning, true);
+    m_wanted = step.frequency;
+    m_hasFollowed = false;
+    m_serial = m_receiver.GetSerial();
+    m_refused.clear();
+    const bool isWithAll = !step.item || m_receiver.Tune(*step.item, true);
+    // A channel that stands for several frequencies has the settings of all of them.
+    const bool isTuned = isWithAll && (step.item && !step.isFurther ? true : m_receiver.Tune(step.frequency));
+    m_serial = m_receiver.GetSerial();
+    if (!isTuned)
+        reason = m_refused;
+    else if (m_early && m_early->second >= m_serial)
+        takeLevel(m_early->first, m_early->second);
+    m_early.reset();
+    return isTuned;
+}
+
+QString ReceiverPort::WhySilent() const {
+    return m_receiver.GetState() == ReceiverState::Connected ? QString() : m_receiver.GetStateText();
+}
+
+double ReceiverPort::Bandwidth() const {
+    return m_receiver.Find<ValueNumeric<double>>(Keys::KeyBandwidth)->GetValue();
+}
+
+void ReceiverPort::takeLevel(double dbMicrovolt, quint64 serial) {
+    if (!m_watcher || serial < m_serial)
+        return;
+    const bool isFirst = !std::exchange(m_hasFollowed, true);
+    if (isFirst && !m_isTuning && std::abs(m_receiver.GetFrequency() - m_wanted) > Rounding)
+        return m_watcher->NotReached(
+            m_refused.isEmpty()
+                ? tr("the radio stays at %1").arg(Quor::FrequencyText(m_receiver.GetFrequency()))
+                : m_refused);
+    m_watcher->Measured(dbMicrovolt, m_receiver.IsSquelchOpen().value_or(m_receiver.GetOpen()->GetValue()));
+}
