@@ -111,7 +111,7 @@ void look(Running& work, qint64 done, qint64 total) {
         work.stepsBetween = std::min(work.stepsBetween * 2, MostSteps);
     else if (passed > LookInterval)
         work.stepsBetween = std::max(1, work.stepsBetween / 4);
-    work.stepsToLook = isEager ? 1 : work.stepsBetween;
+    work.stepsToLook = work.stepsBetween;
     if (isEager || now - work.lastTurn >= TurnInterval)
         turn(work, now, done, total);
     if (isCancelWanted && work.unbroken == 0)
@@ -236,7 +236,7 @@ bool LongWork::Run(const QString& title, const std::function<void()>& work) {
 
 void LongWork::Step(qint64 done, qint64 total) {
     if (Running* const work = runningHere) {
-        if (--work->stepsToLook <= 0 && !work->isTurning)
+        if ((--work->stepsToLook <= 0 || isEager) && !work->isTurning)
             look(*work, done, total);
     } else if (Part* const part = partHere) {
         part->done = done;
