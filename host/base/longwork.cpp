@@ -295,8 +295,10 @@ LongWork::Unbroken::Unbroken() {
 }
 
 LongWork::Unbroken::~Unbroken() {
-    if (runningHere)
-        --runningHere->unbroken;
+    if (!runningHere)
+        return;
+    --runningHere->unbroken;
+    runningHere->stepsToLook = 1; // a cancel that came meanwhile counts at the next step
 }
 
 LongWork::Standstill::Standstill() {

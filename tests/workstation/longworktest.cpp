@@ -110,6 +110,7 @@ protected:
             {"Cut", [=, this] { action(A::Cut)->trigger(); }},
             {"Fill", [=, this] { list->FillColumn(3, QStringLiteral("other")); }},
             {"PasteText", [=, this] { list->PasteText(Q("7055 kHz\n7060 kHz\n7065 kHz")); }},
+            {"Undo", [=] { UndoHistory::Instance().Stack().undo(); }},
             {"Sort", [=, this] { list->sortByColumn(1, Qt::AscendingOrder); }},
             {"Duplicates", [=, this] { ListImport::SelectDuplicates(*list); }},
             {"Merge",
@@ -136,6 +137,8 @@ TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
     const Act act = acts().at(GetParam());
     ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Copy)->isEnabled(); }));
     action(A::Copy)->trigger();
+    if (GetParam() == std::string("Undo"))
+        list->Duplicate();
     LongWork::SetDisplay(this);
     const QString before = state();
     int cancelled = 0;
@@ -152,6 +155,7 @@ TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
             break;
         }
         ++cancelled;
+        QCoreApplication::processEvents();
         ASSERT_EQ(state().toStdString(), before.toStdString());
         QTest::qWait(150); // what waits for a timer comes now
         ASSERT_EQ(state().toStdString(), before.toStdString());
@@ -164,7 +168,7 @@ TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
 INSTANTIATE_TEST_SUITE_P(Kinds, CancelledWork,
                          testing::Values("OpenLines", "OpenXml", "OpenCsv", "OpenProfiles", "OpenNoi",
                                          "OpenJob", "Paste", "Duplicate", "Delete", "Cut", "Fill",
-                                         "PasteText", "Sort", "Duplicates", "Merge", "Send"),
+                                         "PasteText", "Undo", "Sort", "Duplicates", "Merge", "Send"),
                          [](const auto& kind) { return std::string(kind.param); });
 
 /// The card of long work, worked with while it shows.
