@@ -45,7 +45,6 @@ struct Part {
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<Piece> pieces; ///< by the mutex
-    bool hasEnded = false;    ///< by the mutex: no more pieces come
 };
 
 struct Running {
@@ -104,7 +103,7 @@ void turn(Running& work, Clock::time_point now, qint64 done, qint64 total) {
 
 /// A look at the clock costs as much as some steps, so that it waits for a number of them.
 void look(Running& work, qint64 done, qint64 total) {
-    constexpr int MostSteps = 4096;
+    constexpr int MostSteps = 1024;
     const Clock::time_point now = Clock::now();
     const auto passed = now - std::exchange(work.lastLook, now);
     if (passed < LookInterval / 2)
@@ -118,11 +117,10 @@ void look(Running& work, qint64 done, qint64 total) {
         throw WorkCancelled();
 }
 
-void put(Part& part, Piece piece, bool isLast) {
+void put(Part& part, Piece piece) {
     std::unique_lock lock(part.mutex);
     part.changed.wait(lock, [&] { return part.isCancelled || part.pieces.size() < Part::MostPieces; });
     part.pieces.push_back(std::move(piece));
-    part.hasEnded = isLast;
     part.changed.notify_all();
 }
 
@@ -138,7 +136,7 @@ void make(Part& part, const std::function<LongWork::Take()>& next) {
             part.failure = std::current_exception();
         }
         isLast = !piece.take || part.isCancelled;
-        put(part, std::move(piece), isLast);
+        put(part, std::move(piece));
     }
     partHere = nullptr;
 }
