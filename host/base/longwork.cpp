@@ -12,6 +12,7 @@
 #include <deque>
 #include <mutex>
 #include <optional>
+#include <sys/resource.h>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -191,6 +192,13 @@ private:
     std::thread m_thread;
 };
 
+/// A thread takes address space for its stack and its heap, which a process with a limit may not have; where
+/// that ends within a thread, so does the process.
+bool mayHaveThreads() {
+    rlimit limit{};
+    return getrlimit(RLIMIT_AS, &limit) == 0 && limit.rlim_cur == RLIM_INFINITY;
+}
+
 } // namespace
 
 bool LongWork::Run(const QString& title, const std::function<void()>& work) {
@@ -277,7 +285,7 @@ void LongWork::Ahead(const std::function<Take()>& next) {
     Part part;
     std::optional<Maker> maker;
     try {
-        if (runningHere)
+        if (runningHere && mayHaveThreads())
             maker.emplace(part, next);
     } catch (const std::system_error&) { // there are no more threads
     }

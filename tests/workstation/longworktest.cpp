@@ -137,8 +137,10 @@ TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
     const Act act = acts().at(GetParam());
     ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Copy)->isEnabled(); }));
     action(A::Copy)->trigger();
-    if (GetParam() == std::string("Undo"))
+    if (GetParam() == std::string("Undo")) {
         list->Duplicate();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return tabText().contains("32"); }));
+    }
     LongWork::SetDisplay(this);
     const QString before = state();
     int cancelled = 0;
