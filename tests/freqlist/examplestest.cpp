@@ -286,7 +286,7 @@ TEST_F(Examples, LongWorkWritesAFile) {
     });
     // end
     EXPECT_TRUE(done);
-    EXPECT_EQ(Read("list.xml").count("<FrequencyStoreEntry>"), 2);
+    EXPECT_EQ(Read("list.xml").count("<FrequencyStoreEntry"), 2);
 }
 
 TEST_F(Examples, AConfigurationKeepsASetting) {
