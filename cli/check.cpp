@@ -2,7 +2,7 @@
 #include "cli/command.h"
 #include "cli/foreign.h"
 #include "cli/output.h"
-#include "cli/progressbar.h"
+#include "host/base/longwork.h"
 #include "sweep/sweepfile.h"
 #include "sweep/sweepreader.h"
 
@@ -24,7 +24,6 @@ QString kindOf(const FileNames& names, const QString& path, bool isRead) {
 
 /// Prints what there is to tell of a file; false when standard output takes no more.
 bool printLine(const QStringList& facts, const QString& path) {
-    ProgressBar::MakeRoom();
     return Output(stdout).Line(path + QStringLiteral(": ") + facts.join(QStringLiteral(", ")));
 }
 

@@ -1,8 +1,8 @@
 #include "cli/arguments.h"
 #include "cli/command.h"
 #include "cli/output.h"
-#include "cli/progressbar.h"
 #include "cli/samefile.h"
+#include "host/base/longwork.h"
 #include "host/base/numbers.h"
 #include "host/base/problems.h"
 #include "host/report/rgexception.h"
@@ -83,7 +83,6 @@ int detect(const QString& in, const QString& out, const SweepSettings& settings,
     if (summary.sweeps == 0)
         return ExitFile;
     writer.Commit();
-    ProgressBar::MakeRoom();
     Output(stdout).Line(QStringLiteral("%1: %2, %3, %4")
                             .arg(in, Counted(summary.sweeps, "sweep", "sweeps"),
                                  Counted(summary.rows, "row", "rows"),

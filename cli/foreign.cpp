@@ -3,7 +3,6 @@
 #include "cli/command.h"
 #include "cli/jsonfile.h"
 #include "cli/output.h"
-#include "cli/progressbar.h"
 #include "host/base/problems.h"
 
 #include <QFileInfo>
@@ -46,7 +45,6 @@ void tellAccount(const QString& path, const QString& what, const Interchange::Ac
         facts << Counted(account.refused, "line refused", "lines refused");
     if (const QString counts = account.CountsText(); !counts.isEmpty())
         facts << QStringLiteral("without a place or changed: ") + counts;
-    ProgressBar::MakeRoom();
     TellError(QStringLiteral("%1: %2: %3").arg(path, what, facts.join(QStringLiteral("; "))));
 }
 

@@ -3,7 +3,6 @@
 #include "cli/jsonfile.h"
 #include "cli/memorylist.h"
 #include "cli/output.h"
-#include "cli/progressbar.h"
 #include "cli/shapedentry.h"
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/common/paths.h"
@@ -403,11 +402,7 @@ bool CliList::VisitEntries(const EntryVisitor& visit) const {
     return true;
 }
 
-ProblemPrinter::ProblemPrinter()
-    : m_digest([](const Problem& problem) {
-          ProgressBar::MakeRoom();
-          TellError(problem.ToString());
-      }) {
+ProblemPrinter::ProblemPrinter() : m_digest([](const Problem& problem) { TellError(problem.ToString()); }) {
     Problems::SetSink([this](const Problem& problem) {
         m_count += problem.count;
         m_digest.Add(problem);

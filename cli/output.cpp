@@ -1,6 +1,7 @@
 #include "cli/output.h"
 
 #include "cli/command.h"
+#include "cli/progressbar.h"
 #include "host/base/terminaltext.h"
 
 #include <cerrno>
@@ -37,6 +38,8 @@ bool Output::Lines(std::string_view utf8) {
 }
 
 bool Output::put(QByteArrayView bytes) {
+    if (m_isTerminal)
+        ProgressBar::MakeRoom();
     const auto size = static_cast<size_t>(bytes.size());
     const bool isWhole = std::fwrite(bytes.data(), 1, size, m_stream) == size;
     if (!isWhole && m_stream == stdout && outputError == 0)

@@ -1165,6 +1165,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Paste Text</source>
         <translation>Text einfügen</translation>
     </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
 </context>
 <context>
     <name>GuardedApplication</name>
@@ -1607,6 +1611,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
             <numerusform>%n Doppelte innerhalb von %1 gewählt; der jeweils erste bleibt stehen</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Looking for duplicates</source>
+        <translation>Doppelte suchen</translation>
+    </message>
 </context>
 <context>
     <name>ListMerge</name>
@@ -1685,6 +1693,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Import into List</source>
         <translation>In Liste importieren</translation>
+    </message>
+    <message>
+        <source>Matching entries</source>
+        <translation>Einträge vergleichen</translation>
     </message>
 </context>
 <context>
@@ -2675,6 +2687,33 @@ Fremdes: %2</translation>
     </message>
 </context>
 <context>
+    <name>ProgressCard</name>
+    <message>
+        <source>about %1 s left</source>
+        <translation>noch etwa %1 s</translation>
+    </message>
+    <message>
+        <source>about %1 min left</source>
+        <translation>noch etwa %1 min</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Leave the lists as they were (Esc)</source>
+        <translation>Die Listen lassen, wie sie waren (Esc)</translation>
+    </message>
+    <message>
+        <source>Everything is put back as it was...</source>
+        <translation>Alles wird zurückgestellt ...</translation>
+    </message>
+</context>
+<context>
     <name>QObject</name>
     <message>
         <source>Range of %1 frequencies:</source>
@@ -3081,6 +3120,14 @@ Fremdes: %2</translation>
     <message>
         <source>has no %1</source>
         <translation>ohne %1</translation>
+    </message>
+    <message>
+        <source>Reading %1</source>
+        <translation>%1 wird gelesen</translation>
+    </message>
+    <message>
+        <source>Saving %1</source>
+        <translation>%1 wird gespeichert</translation>
     </message>
 </context>
 <context>
@@ -4054,6 +4101,10 @@ Fremdes: %2</translation>
         <source>Row %1 of %2</source>
         <translation>Zeile %1 von %2</translation>
     </message>
+    <message>
+        <source>Sort</source>
+        <translation>Sortieren</translation>
+    </message>
 </context>
 <context>
     <name>SweepDialog</name>
@@ -4509,6 +4560,13 @@ Fremdes: %2</translation>
     <message>
         <source>&quot;%1&quot; cannot be taken here</source>
         <translation>„%1“ ist hier nicht möglich</translation>
+    </message>
+</context>
+<context>
+    <name>VectorListViewBase</name>
+    <message>
+        <source>Sort</source>
+        <translation>Sortieren</translation>
     </message>
 </context>
 <context>

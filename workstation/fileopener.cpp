@@ -138,7 +138,10 @@ bool FileOpener::Open(const QString& path) {
     const OperatorAction action(tr("Open"));
     return WithinMemory(path, false, [&] {
         const KindRow& kind = rowOf(FileKindOf(path));
-        return (!kind.list || MayRead(*kind.list, path)) && m_read.at(kind.kind)(path);
+        if (!kind.list)
+            return m_read.at(kind.kind)(path);
+        return REPORTGENERATOR::ReadAsWork(
+            path, [&] { return MayRead(*kind.list, path) && m_read.at(kind.kind)(path); });
     });
 }
 
@@ -196,6 +199,7 @@ bool FileOpener::offerElsewhere(List list, const QString& path, FileKind kind) {
 }
 
 bool FileOpener::ask(const QString& text, const QString& question, const QString& yes) const {
+    const LongWork::Standstill standstill;
     QMessageBox box(QMessageBox::Question, tr("Open File"), text, QMessageBox::Yes | QMessageBox::Cancel,
                     m_window);
     box.setInformativeText(question);

@@ -12,6 +12,7 @@
 #include <deque>
 #include <mutex>
 #include <optional>
+#include <sys/resource.h>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -45,7 +46,6 @@ struct Part {
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<Piece> pieces; ///< by the mutex
-    bool hasEnded = false;    ///< by the mutex: no more pieces come
 };
 
 struct Running {
@@ -104,25 +104,24 @@ void turn(Running& work, Clock::time_point now, qint64 done, qint64 total) {
 
 /// A look at the clock costs as much as some steps, so that it waits for a number of them.
 void look(Running& work, qint64 done, qint64 total) {
-    constexpr int MostSteps = 4096;
+    constexpr int MostSteps = 1024;
     const Clock::time_point now = Clock::now();
     const auto passed = now - std::exchange(work.lastLook, now);
     if (passed < LookInterval / 2)
         work.stepsBetween = std::min(work.stepsBetween * 2, MostSteps);
     else if (passed > LookInterval)
         work.stepsBetween = std::max(1, work.stepsBetween / 4);
-    work.stepsToLook = isEager ? 1 : work.stepsBetween;
+    work.stepsToLook = work.stepsBetween;
     if (isEager || now - work.lastTurn >= TurnInterval)
         turn(work, now, done, total);
     if (isCancelWanted && work.unbroken == 0)
         throw WorkCancelled();
 }
 
-void put(Part& part, Piece piece, bool isLast) {
+void put(Part& part, Piece piece) {
     std::unique_lock lock(part.mutex);
     part.changed.wait(lock, [&] { return part.isCancelled || part.pieces.size() < Part::MostPieces; });
     part.pieces.push_back(std::move(piece));
-    part.hasEnded = isLast;
     part.changed.notify_all();
 }
 
@@ -138,7 +137,7 @@ void make(Part& part, const std::function<LongWork::Take()>& next) {
             part.failure = std::current_exception();
         }
         isLast = !piece.take || part.isCancelled;
-        put(part, std::move(piece), isLast);
+        put(part, std::move(piece));
     }
     partHere = nullptr;
 }
@@ -193,6 +192,13 @@ private:
     std::thread m_thread;
 };
 
+/// A thread takes address space for its stack and its heap, which a process with a limit may not have; where
+/// that ends within a thread, so does the process.
+bool mayHaveThreads() {
+    rlimit limit{};
+    return getrlimit(RLIMIT_AS, &limit) == 0 && limit.rlim_cur == RLIM_INFINITY;
+}
+
 } // namespace
 
 bool LongWork::Run(const QString& title, const std::function<void()>& work) {
@@ -236,7 +242,7 @@ bool LongWork::Run(const QString& title, const std::function<void()>& work) {
 
 void LongWork::Step(qint64 done, qint64 total) {
     if (Running* const work = runningHere) {
-        if (--work->stepsToLook <= 0 && !work->isTurning)
+        if ((--work->stepsToLook <= 0 || isEager) && !work->isTurning)
             look(*work, done, total);
     } else if (Part* const part = partHere) {
         part->done = done;
@@ -279,7 +285,7 @@ void LongWork::Ahead(const std::function<Take()>& next) {
     Part part;
     std::optional<Maker> maker;
     try {
-        if (runningHere)
+        if (runningHere && mayHaveThreads())
             maker.emplace(part, next);
     } catch (const std::system_error&) { // there are no more threads
     }
@@ -295,8 +301,10 @@ LongWork::Unbroken::Unbroken() {
 }
 
 LongWork::Unbroken::~Unbroken() {
-    if (runningHere)
-        --runningHere->unbroken;
+    if (!runningHere)
+        return;
+    --runningHere->unbroken;
+    runningHere->stepsToLook = 1; // a cancel that came meanwhile counts at the next step
 }
 
 LongWork::Standstill::Standstill() {

@@ -124,12 +124,34 @@ private:
     std::vector<std::unique_ptr<UndoPart>> m_parts;
 };
 
+namespace {
+
 /// The rows that the operator had selected in a list.
 struct Selection {
     int listId;
     std::vector<quint32> serials;
     int scrollPlace;
 };
+
+std::vector<Selection> selectionsOf(const std::vector<ListStep>& lists) {
+    std::vector<Selection> selections;
+    for (const ListStep& list : lists) {
+        if (const FrequencyNodeMediatorCtrl* controller = list.Controller())
+            selections.push_back(
+                {list.GetListId(), controller->SelectedSerials(), controller->ScrollPlace()});
+    }
+    return selections;
+}
+
+void select(const std::vector<ListStep>& lists, const std::vector<Selection>& selections) {
+    for (const ListStep& list : lists) {
+        const auto found = std::ranges::find(selections, list.GetListId(), &Selection::listId);
+        if (found != selections.end())
+            list.Select(found->serials, found->scrollPlace);
+    }
+}
+
+} // namespace
 
 struct UndoHistory::Running {
     int action;
@@ -148,11 +170,11 @@ public:
           m_texts(std::move(recording.Texts())),
           m_parts(std::move(recording.Parts())) {}
 
-    void undo() override { swap(ListStep::Direction::Undo); }
+    void undo() override { swapAsWork(ListStep::Direction::Undo); }
     /// The stack does a new step once; that has happened.
     void redo() override {
         if (std::exchange(m_isDone, true))
-            swap(ListStep::Direction::Redo);
+            swapAsWork(ListStep::Direction::Redo);
     }
     /// Undoes what was never pushed; answers with the lists that it changed.
     std::set<int> TakeBack() {
@@ -206,6 +228,29 @@ private:
         return std::all_of(m_lists.begin(), m_lists.end(),
                            [](const ListStep& list) { return list.CanSwap(); }) &&
                std::all_of(m_parts.begin(), m_parts.end(), [](const auto& part) { return part->CanSwap(); });
+    }
+    /// A step is swapped as a whole; one that the operator cancels is swapped back.
+    void swapAsWork(ListStep::Direction direction) {
+        using enum ListStep::Direction;
+        if (m_history.m_passesOver)
+            return;
+        const std::vector<Selection> selections = selectionsOf(m_lists);
+        const bool isWhole = LongWork::Run(text(), [&] {
+            try {
+                {
+                    const LongWork::Unbroken whole;
+                    swap(direction);
+                }
+                LongWork::Step(1, 1);
+            } catch (const WorkCancelled&) {
+                const LongWork::Unbroken whole;
+                swap(direction == Undo ? Redo : Undo);
+                select(m_lists, selections);
+                throw;
+            }
+        });
+        if (!isWhole)
+            m_history.stay();
     }
     void swap(ListStep::Direction direction) {
         const QScopedValueRollback swaps(m_history.m_swaps, true);
@@ -344,15 +389,20 @@ void UndoHistory::End(int action) {
 
 void UndoHistory::NoteBefore() {
     emit WorkBegins();
-    Running* const running = runningHere();
-    if (!running)
-        return;
-    running->selections.clear();
-    for (const ListStep& list : running->recording->Lists()) {
-        if (const FrequencyNodeMediatorCtrl* controller = list.Controller())
-            running->selections.push_back(
-                {list.GetListId(), controller->SelectedSerials(), controller->ScrollPlace()});
-    }
+    if (Running* const running = runningHere())
+        running->selections = selectionsOf(running->recording->Lists());
+}
+
+/// The stack comes back to where it was when it has done what it thinks is a step.
+void UndoHistory::stay() {
+    m_passesOver = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this, index = m_stack->index()] {
+            m_stack->setIndex(index);
+            m_passesOver = false;
+        },
+        Qt::QueuedConnection);
 }
 
 /// What the action goes on with is recorded anew.
@@ -368,12 +418,7 @@ void UndoHistory::Revert() {
         ChangeRecorder::SetActive(running->recording.get());
         std::erase_if(running->selections,
                       [&](const Selection& selection) { return !changed.contains(selection.listId); });
-        for (const ListStep& list : running->recording->Lists()) {
-            for (const Selection& selection : running->selections) {
-                if (selection.listId == list.GetListId())
-                    list.Select(selection.serials, selection.scrollPlace);
-            }
-        }
+        select(running->recording->Lists(), running->selections);
     }
     emit WorkTakenBack();
 }

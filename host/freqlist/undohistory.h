@@ -67,6 +67,7 @@ private:
     void NoteBefore() override;
     void Revert() override;
     Running* runningHere();
+    void stay();
     void push(Recording& recording);
     void keepWithinMemory();
 
@@ -76,4 +77,5 @@ private:
     int m_lastAction = 0;
     bool m_swaps = false; ///< a step is being undone or done again
     bool m_isTakingBack = false;
+    bool m_passesOver = false; ///< a step was cancelled; further ones wait until the stack knows
 };

@@ -1,5 +1,6 @@
 #include "host/freqlist/undostep.h"
 
+#include "host/base/longwork.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqlist/undocontent.h"
@@ -122,6 +123,7 @@ void ListStep::swapEntries() {
     KeptEntries taken;
     std::vector<Node*> leaving;
     m_present.ForEach([&](quint32 serial) {
+        LongWork::Step(static_cast<qint64>(leaving.size()), static_cast<qint64>(m_present.Count()));
         leaving.push_back(list->ChildBySerial(serial));
         taken.Take(*leaving.back());
     });
@@ -150,7 +152,10 @@ void ListStep::swapContents() {
         return;
     UndoBytes present;
     UndoBytes::Reader bytes(m_contents);
+    const auto count = static_cast<qint64>(m_changed.Count());
+    qint64 done = 0;
     while (!bytes.AtEnd()) {
+        LongWork::Step(std::min(done++, count), count);
         const auto change = bytes.Get<Change>();
         ValueBase* const value = find(change);
         if (!value) {

@@ -1,5 +1,8 @@
+#include "cli/interrupt.h"
 #include "cli/progressbar.h"
+#include "host/base/longwork.h"
 #include "host/freqstorexml/filehandling.h"
+#include "host/report/outputfile.h"
 #include "tests/cli/runcli.h"
 #include "tests/support/fulldisk.h"
 
@@ -181,6 +184,30 @@ TEST(ProgressBarTest, AFileDoesNotShowIt) {
     }
     EXPECT_EQ(ftell(out), 0);
     fclose(out);
+}
+
+class InterruptTest : public testing::Test, protected TestFolder {};
+
+TEST_F(InterruptTest, NothingHalfWrittenStaysAndTheProgramEndsByTheSignal) {
+    const QString path = Write("list.xml", "before");
+    EXPECT_EXIT(
+        {
+            LongWork::SetEager(true);
+            const Interrupt interrupt;
+            const bool isWhole = LongWork::Run(QString(), [&] {
+                REPORTGENERATOR::OutputFile file(path);
+                REPORTGENERATOR::WriteBytes(file.Device(), path, "after");
+                ::raise(SIGINT);
+                LongWork::Step(1, 2);
+                file.Commit();
+            });
+            if (!isWhole)
+                interrupt.EndProgram();
+            _exit(0);
+        },
+        testing::KilledBySignal(SIGINT), "");
+    EXPECT_EQ(Read("list.xml"), "before");
+    EXPECT_EQ(FileNames(), QStringList{"list.xml"});
 }
 
 } // namespace

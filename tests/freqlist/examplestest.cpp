@@ -1,6 +1,7 @@
 // The examples of the host's headers as they stand there, so that they compile and do what they say. The last
 // test compares the texts.
 
+#include "host/base/longwork.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
@@ -10,6 +11,7 @@
 #include "host/freqlist/undohistory.h"
 #include "host/freqlist/vectorlistview.h"
 #include "host/freqstorexml/filehandling.h"
+#include "host/freqstorexml/liststreams.h"
 #include "host/report/outputfile.h"
 #include "host/startup/cfgcenter.h"
 #include "host/valuetree/detection.h"
@@ -269,6 +271,24 @@ TEST_F(Examples, AnOutputFileReplacesTheOldOneAtTheEnd) {
     EXPECT_EQ(Read("list.txt"), "7055000\n");
 }
 
+TEST_F(Examples, LongWorkWritesAFile) {
+    const QString name = Path("list.xml");
+    const std::vector<FreqStoreXml::FrequencyStoreEntry> entries(2);
+    FreqStoreXml::FrequencyStoreListWriter writer(name, false);
+    const auto tr = [](const char* text) { return QString::fromLatin1(text); };
+    // longwork.h
+    const bool done = LongWork::Run(tr("Saving %1").arg(name), [&] {
+        for (size_t i = 0; i < entries.size(); ++i) {
+            LongWork::Step(qint64(i), qint64(entries.size()));
+            writer.Append(entries[i]);
+        }
+        writer.Commit();
+    });
+    // end
+    EXPECT_TRUE(done);
+    EXPECT_EQ(Read("list.xml").count("<FrequencyStoreEntry"), 2);
+}
+
 TEST_F(Examples, AConfigurationKeepsASetting) {
     const QString before = CfgCenter::GetDirectory();
     CfgCenter::SetDirectory(m_folder.path());
@@ -344,7 +364,7 @@ TEST_F(Examples, OfTheHeadersStandHereWordByWord) {
                 EXPECT_TRUE(here.contains(withoutBlanks(part))) << path.toStdString() << part.toStdString();
         }
     }
-    EXPECT_EQ(count, 23);
+    EXPECT_EQ(count, 24);
 }
 
 } // namespace

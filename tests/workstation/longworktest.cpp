@@ -10,6 +10,7 @@
 #include "host/freqlist/undohistory.h"
 #include "tests/support/text.h"
 #include "tests/workstation/windowfixture.h"
+#include "workstation/ending.h"
 #include "workstation/fileopener.h"
 #include "workstation/listimport.h"
 #include "workstation/progressbox.h"
@@ -32,7 +33,6 @@ protected:
         ASSERT_TRUE(station->LoadFiles());
         QTest::qWait(1);
         LongWork::SetEager(true);
-        window().GetTabs();
         list = dynamic_cast<FrequencyNodeListView*>(show("Local TargetList"));
         ASSERT_TRUE(list);
         list->SelectPlace(2);
@@ -110,6 +110,7 @@ protected:
             {"Cut", [=, this] { action(A::Cut)->trigger(); }},
             {"Fill", [=, this] { list->FillColumn(3, QStringLiteral("other")); }},
             {"PasteText", [=, this] { list->PasteText(Q("7055 kHz\n7060 kHz\n7065 kHz")); }},
+            {"Undo", [=] { UndoHistory::Instance().Stack().undo(); }},
             {"Sort", [=, this] { list->sortByColumn(1, Qt::AscendingOrder); }},
             {"Duplicates", [=, this] { ListImport::SelectDuplicates(*list); }},
             {"Merge",
@@ -134,7 +135,12 @@ protected:
 
 TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
     const Act act = acts().at(GetParam());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Copy)->isEnabled(); }));
     action(A::Copy)->trigger();
+    if (GetParam() == std::string("Undo")) {
+        list->Duplicate();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return tabText().contains("32"); }));
+    }
     LongWork::SetDisplay(this);
     const QString before = state();
     int cancelled = 0;
@@ -143,6 +149,7 @@ TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
     for (cancelAt = 1; cancelAt < 5000 && !isDone; cancelAt += 1 + cancelAt / 3) {
         SCOPED_TRACE(cancelAt);
         turns = 0;
+        window().GetActions().Refresh();
         const int count = LongWork::CancelCount();
         act();
         if (LongWork::CancelCount() == count) {
@@ -150,19 +157,120 @@ TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
             break;
         }
         ++cancelled;
-        ASSERT_EQ(state(), before);
+        QCoreApplication::processEvents();
+        ASSERT_EQ(state().toStdString(), before.toStdString());
         QTest::qWait(150); // what waits for a timer comes now
-        ASSERT_EQ(state(), before);
+        ASSERT_EQ(state().toStdString(), before.toStdString());
     }
     EXPECT_GT(cancelled, 0);
     EXPECT_TRUE(isDone);
-    EXPECT_NE(state(), before);
+    EXPECT_TRUE(state() != before);
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, CancelledWork,
                          testing::Values("OpenLines", "OpenXml", "OpenCsv", "OpenProfiles", "OpenNoi",
                                          "OpenJob", "Paste", "Duplicate", "Delete", "Cut", "Fill",
-                                         "PasteText", "Sort", "Duplicates", "Merge", "Send"),
+                                         "PasteText", "Undo", "Sort", "Duplicates", "Merge", "Send"),
                          [](const auto& kind) { return std::string(kind.param); });
+
+/// The card of long work, worked with while it shows.
+class ProgressBoxTest : public Windows, public testing::WithParamInterface<const char*> {
+protected:
+    void SetUp() override {
+        open({sample("targets.ltl")});
+        ASSERT_TRUE(station->LoadFiles());
+    }
+    /// Works until the card shows, and then calls `act` from its event loop; goes on until it is cancelled,
+    /// or for some steps.
+    bool work(const std::function<void(ProgressCard&)>& act) {
+        return LongWork::Run(Q("Reading many.ltl"), [&] {
+            QPointer<ProgressCard> card;
+            while (!card) {
+                LongWork::Step(40, 100);
+                card = window().findChild<ProgressCard*>();
+            }
+            QMetaObject::invokeMethod(
+                qApp, [&] { act(*card); }, Qt::QueuedConnection);
+            LongWork::SetEager(true);
+            for (int i = 0; i < 20; ++i)
+                LongWork::Step(41 + i, 100);
+        });
+    }
+    void TearDown() override {
+        LongWork::SetEager(false);
+        Windows::TearDown();
+    }
+};
+
+TEST_P(ProgressBoxTest, TheOperatorCancels) {
+    const std::map<std::string, std::function<void(ProgressCard&)>> ways = {
+        {"Button", [](ProgressCard& card) { QTest::mouseClick(card.GetCancelButton(), Qt::LeftButton); }},
+        {"Escape", [this](ProgressCard&) { key(Qt::Key_Escape); }},
+        {"Close", [this](ProgressCard&) { window().windowHandle()->close(); }},
+        {"Signal", [](ProgressCard&) { ::raise(SIGTERM); }},
+    };
+    bool isVisible = false;
+    EXPECT_FALSE(work([&](ProgressCard& card) {
+        isVisible = card.isVisible();
+        ways.at(GetParam())(card);
+    }));
+    EXPECT_TRUE(isVisible);
+    EXPECT_FALSE(window().findChild<ProgressCard*>());
+    const bool closes = std::string(GetParam()) == "Close";
+    EXPECT_TRUE(window().isVisible()) << "not before the work has ended";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window().isVisible() != closes; }));
+    const bool ends = std::string(GetParam()) == "Signal";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return station->GetEnding().IsEnding() == ends; }));
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, ProgressBoxTest, testing::Values("Button", "Escape", "Close", "Signal"),
+                         [](const auto& way) { return std::string(way.param); });
+
+/// Notes what reaches whom.
+class EventsOf : public QObject {
+public:
+    EventsOf() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        ++counts[{watched, event->type()}];
+        return false;
+    }
+    int Count(const QObject* watched, QEvent::Type type) { return counts[{watched, type}]; }
+
+    std::map<std::pair<const QObject*, QEvent::Type>, int> counts;
+};
+
+TEST_F(ProgressBoxTest, TheWindowPaintsAndNothingElseHappens) {
+    SortListView* list = show("Local TargetList");
+    list->setFocus();
+    QTest::qWait(1);
+    int ticks = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] { ++ticks; });
+    timer.start(0);
+    EventsOf events;
+    QPointer<ProgressCard> shown;
+    QObject later;
+    const auto posted = static_cast<QEvent::Type>(QEvent::User + 7);
+    EXPECT_TRUE(work([&](ProgressCard& card) {
+        shown = &card;
+        events.counts.clear();
+        key(Qt::Key_Delete);
+        QCoreApplication::postEvent(&later, new QEvent(posted));
+        window().resize(window().size() + QSize(40, 30));
+        list->viewport()->update();
+        QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers);
+        EXPECT_EQ(card.parentWidget()->size(), window().size());
+        EXPECT_GT(events.Count(&card, QEvent::Paint), 0);
+        EXPECT_EQ(events.Count(list->viewport(), QEvent::Paint), 0);
+        EXPECT_EQ(events.Count(&later, posted), 0);
+    }));
+    EXPECT_EQ(ticks, 0);
+    ASSERT_FALSE(shown);
+    const int rows = list->ShownCount();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ticks > 0 && events.Count(&later, posted) == 1; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return events.Count(list->viewport(), QEvent::Paint) > 0; }));
+    EXPECT_EQ(list->ShownCount(), rows) << "the key is not for later";
+    EXPECT_GE(window().centralWidget()->width(), window().width() / 2) << "it is laid out again";
+}
 
 } // namespace

@@ -47,6 +47,8 @@ public:
     /// Why and at which line (from 1) the document is refused; empty while it is not.
     const QString& Refusal() const { return m_refusal; }
     qint64 Line() const { return m_reader.lineNumber(); }
+    /// Characters of the text that have been read.
+    qint64 Position() const { return m_reader.characterOffset(); }
 
     bool IsStart() const { return m_reader.isStartElement(); }
     bool IsEnd() const { return m_reader.isEndElement(); }

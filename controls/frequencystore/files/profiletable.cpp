@@ -2,6 +2,7 @@
 #include "controls/frequencystore/files/generallistparser.h"
 #include "controls/frequencystore/files/linereader.h"
 #include "host/base/fixedplace.h"
+#include "host/base/longwork.h"
 #include "host/base/numbers.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
@@ -73,6 +74,7 @@ bool lookThrough(const QString& path, const QString& text, Outline& outline) {
     qsizetype begin = 0;
     int depth = 0; ///< of the profile around the present place; 0 outside of profiles
     while (reader.Next()) {
+        LongWork::Step(reader.Position(), text.size());
         if (reader.IsStart() && reader.Depth() == 1) {
             outline.root = reader.Name().toString();
             outline.version = reader.Attributes().value(QLatin1String("Version")).toString();
@@ -159,20 +161,25 @@ bool GeneralListParser::ParseProfileTable(const QString& path) {
     const QString refusal = RefuseToOpen(file, MaxFileSize);
     if (!refusal.isEmpty())
         return TellRefusal(FixedPlace::CannotOpenProfileTable, {path, 0, refusal});
-    const QString text = QString::fromUtf8(file.readAll());
+    QString text;
+    LongWork::Elsewhere([&] { text = QString::fromUtf8(file.readAll()); });
     file.close();
     reading.Finish();
     TraceLazily(FixedPlace::ProfileTableText, [&] { return text; });
 
     Prepare4NewFile();
     Outline outline;
-    const bool readable = lookThrough(path, text, outline);
+    bool readable = false;
+    LongWork::Elsewhere([&] { readable = lookThrough(path, text, outline); });
     if (readable && outline.profiles.empty())
         Problems::Report(TraceSource, {path, 0, noProfilesIn(outline)});
     if (readable) {
         FileProblems problems(path, TraceSource);
-        for (const QStringView profile : outline.profiles)
+        qint64 filled = 0;
+        for (const QStringView profile : outline.profiles) {
+            LongWork::Step(filled++, static_cast<qint64>(outline.profiles.size()));
             fillInProfiles(profile, problems);
+        }
     }
     ResetDataAfterNewFile();
     return readable && !outline.profiles.empty();

@@ -2,6 +2,7 @@
 
 #include "controls/frequencystore/files/carefulxmlreader.h"
 #include "controls/frequencystore/files/linereader.h"
+#include "host/base/longwork.h"
 #include "host/base/trace.h"
 #include "host/report/filestamps.h"
 #include "host/report/outputfile.h"
@@ -187,7 +188,7 @@ QString elementOf(const QString& section) {
 
 } // namespace
 
-std::optional<QString> ReadJobText(const QString& path) {
+static std::optional<QString> readText(const QString& path) {
     FileStamps::Reading reading(path);
     QFile file(path);
     if (const QString refusal = RefuseToOpen(file, MaxFileSize); !refusal.isEmpty()) {
@@ -207,6 +208,12 @@ std::optional<QString> ReadJobText(const QString& path) {
     if (text.endsWith(QLatin1Char('\n')))
         text.chop(1);
     declareUtf8(text);
+    return text;
+}
+
+std::optional<QString> ReadJobText(const QString& path) {
+    std::optional<QString> text;
+    LongWork::Elsewhere([&] { text = readText(path); });
     return text;
 }
 

@@ -2,6 +2,7 @@
 
 #include "controls/frequencystore/files/carefulxmlreader.h"
 #include "host/base/fileproblems.h"
+#include "host/base/longwork.h"
 #include "host/base/numbers.h"
 
 #include <QCoreApplication>
@@ -200,6 +201,7 @@ private:
 bool ScanReader::Read(JobChannels& result) {
     bool hasSubJob = false;
     while (m_reader.Next()) {
+        LongWork::Step(m_reader.Position(), 0);
         hasSubJob = hasSubJob || (m_reader.IsStart() && m_reader.Name() == SubJobElement);
         if (m_reader.IsStart() && m_reader.Name() == SectionElement && m_sectionDepth == 0) {
             m_sectionDepth = m_reader.Depth();
@@ -359,5 +361,7 @@ QString MemoryScanWriter::Finish() {
 }
 
 bool ReadScanChannels(const QString& job, bool vuhf, FileProblems& problems, JobChannels& result) {
-    return ScanReader(job, vuhf, problems).Read(result);
+    bool isRead = false;
+    LongWork::Elsewhere([&] { isRead = ScanReader(job, vuhf, problems).Read(result); });
+    return isRead;
 }
