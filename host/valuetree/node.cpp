@@ -367,21 +367,7 @@ bool Node::announceRemoval() {
 }
 
 bool Node::announceValues(RemovalCursor& cursor) {
-    ValueBase* first = FirstValue();
-    // Who followed the node has mostly ended just before: then most values have nobody to be told.
-    if (m_isFilled && !Life::Find(m_follower)) {
-        first = m_side ? m_side->firstValue : nullptr;
-        for (const Shape::Field& field : shape().Fields()) {
-            ValueBase& value = shaped(field);
-            value.forgetFollower();
-            if (value.HasObservers()) {
-                first = &value;
-                break;
-            }
-            value.m_isRemoving = 1;
-        }
-    }
-    for (ValueBase* value = first; value; value = cursor.nextValue) {
+    for (ValueBase* value = FirstValue(); value; value = cursor.nextValue) {
         cursor.nextValue = NextValue(value);
         value->AnnounceRemoval();
         if (cursor.dead)
