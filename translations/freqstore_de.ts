@@ -839,17 +839,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
 </context>
 <context>
     <name>ForeignExport</name>
-    <message numerus="yes">
-        <source>%n entries cannot be written</source>
-        <translation>
-            <numerusform>%n Eintrag kann nicht geschrieben werden</numerusform>
-            <numerusform>%n Einträge können nicht geschrieben werden</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>lost or changed: %1</source>
-        <translation>verloren oder geändert: %1</translation>
-    </message>
     <message>
         <source>Export</source>
         <translation>Exportieren</translation>
@@ -876,6 +865,17 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
             <numerusform>%n Eintrag geschrieben</numerusform>
             <numerusform>%n Einträge geschrieben</numerusform>
         </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n entries cannot be written.</source>
+        <translation>
+            <numerusform>%n Eintrag kann nicht geschrieben werden.</numerusform>
+            <numerusform>%n Einträge können nicht geschrieben werden.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Lost or changed: %1.</source>
+        <translation>Verloren oder geändert: %1.</translation>
     </message>
 </context>
 <context>

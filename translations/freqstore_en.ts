@@ -110,17 +110,17 @@
 <context>
     <name>ForeignExport</name>
     <message numerus="yes">
-        <source>%n entries cannot be written</source>
-        <translation>
-            <numerusform>%n entry cannot be written</numerusform>
-            <numerusform>%n entries cannot be written</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
         <source>%n entries written</source>
         <translation>
             <numerusform>%n entry written</numerusform>
             <numerusform>%n entries written</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n entries cannot be written.</source>
+        <translation>
+            <numerusform>%n entry cannot be written.</numerusform>
+            <numerusform>%n entries cannot be written.</numerusform>
         </translation>
     </message>
 </context>

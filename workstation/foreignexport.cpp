@@ -58,15 +58,15 @@ const Format& formatOf(const std::vector<const Format*>& formats, const QString&
 bool isMeant(QWidget& window, const Format& format, const QString& path, const Account& lost) {
     QStringList facts;
     if (lost.refused > 0)
-        facts << tr("%n entries cannot be written", nullptr, static_cast<int>(lost.refused));
+        facts << tr("%n entries cannot be written.", nullptr, static_cast<int>(lost.refused));
     if (const QString counts = lost.CountsText(); !counts.isEmpty())
-        facts << tr("lost or changed: %1").arg(counts);
+        facts << tr("Lost or changed: %1.").arg(counts);
     if (facts.isEmpty())
         return true;
     QMessageBox box(QMessageBox::Question, tr("Export"),
                     tr("%1 cannot hold all of the list.").arg(QLatin1String(format.name)),
                     QMessageBox::Yes | QMessageBox::Cancel, &window);
-    box.setInformativeText(facts.join(QStringLiteral(";\n")) + QLatin1Char('.'));
+    box.setInformativeText(facts.join(QLatin1Char('\n')));
     box.button(QMessageBox::Yes)->setText(tr("Write %1").arg(QFileInfo(path).fileName()));
     box.setDefaultButton(QMessageBox::Yes);
     return box.exec() == QMessageBox::Yes;

@@ -66,7 +66,7 @@ TEST_F(ForeignExports, WhatIsLostIsShownBeforeAnythingIsWritten) {
         action(A::ExportForeign)->trigger();
         return told;
     };
-    EXPECT_EQ(exported(QMessageBox::Cancel), "lost or changed: bandwidths (1).");
+    EXPECT_EQ(exported(QMessageBox::Cancel), "Lost or changed: bandwidths (1).");
     EXPECT_FALSE(QFileInfo::exists(Path("radio.csv")));
     exported(QMessageBox::Yes);
     EXPECT_TRUE(Read("radio.csv").contains("Guard,121.500000,")) << Read("radio.csv").toStdString();

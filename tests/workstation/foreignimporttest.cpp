@@ -2,8 +2,10 @@
 
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "host/freqlist/undohistory.h"
+#include "host/gui/listsettings.h"
 #include "tests/support/dialogs.h"
 #include "tests/workstation/windowfixture.h"
+#include "workstation/filedrop.h"
 #include "workstation/fileopener.h"
 #include "workstation/mergedialog.h"
 
@@ -12,10 +14,12 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
 #include <QTableWidget>
+#include <QToolButton>
 #include <QUndoStack>
 
 namespace {
@@ -326,6 +330,52 @@ TEST_F(ForeignImports, AListsOwnDialogOffersToImportThem) {
         accept);
     EXPECT_TRUE(asked.contains("radio.csv is CHIRP CSV, which Local TargetList does not read"))
         << asked.toStdString();
+}
+
+TEST_F(ForeignImports, DroppingRecentFilesImportIntoListAndPasteTakeThemToo) {
+    const QString path = Write("radio.csv", Chirp);
+    imported([&] { emit window().findChild<FileDrop*>()->Dropped({path}); }, accept);
+    EXPECT_EQ(entriesOf(Targets), 2);
+    emit window().GetRecentMenu()->aboutToShow();
+    ASSERT_FALSE(window().GetRecentMenu()->isEmpty());
+    QAction* recent = window().GetRecentMenu()->actions().front();
+    EXPECT_TRUE(recent->text().endsWith("radio.csv"));
+    imported([&] { recent->trigger(); }, [](const Shown&) {});
+    show("NOI Frequencies");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Merge)->isEnabled(); }));
+    imported(
+        [&] {
+            AnswerDialog(path);
+            action(A::Merge)->trigger();
+        },
+        accept);
+    EXPECT_EQ(entriesOf(Noi), 2);
+    QGuiApplication::clipboard()->setText(QString::fromLatin1(Chirp).replace("121.5", "7.05"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Paste)->isEnabled(); }));
+    QToolButton* button = nullptr;
+    for (QToolButton* each : window().BarOf(window().ShownList())->findChildren<QToolButton*>())
+        button = each->defaultAction() == action(A::Paste) ? each : button;
+    ASSERT_TRUE(button && button->isVisible());
+    imported([&] { QTest::mouseClick(button, Qt::LeftButton); },
+             [](const Shown& shown) {
+                 EXPECT_EQ(shown.Ok().text(), "Compare and Add...");
+                 WhenOpen<MergeDialog>([](MergeDialog& dialog) { dialog.accept(); });
+                 accept(shown);
+             });
+    EXPECT_EQ(entriesOf(Noi), 3) << "the other one is there";
+}
+
+TEST_F(ForeignImports, ADamagedProfileIsNone) {
+    const QString path = Write("list.tsv", Unsure);
+    openFile(path, [](const Shown& shown) {
+        shown.Choose("Unit-frequency", "MHz");
+        accept(shown);
+    });
+    const QString good = ListSettings::LoadText("Import/Tables");
+    for (const char* columns : {"x", "99:1,1:1,2:1", "1:1e6", ""}) {
+        ListSettings::SaveText("Import/Tables", good.section('|', 0, 4) + '|' + QString::fromLatin1(columns));
+        openFile(path, [](const Shown& shown) { EXPECT_FALSE(shown.Ok().isEnabled()); });
+    }
 }
 
 TEST_F(ForeignImports, OwnRowsArePastedWithoutAQuestion) {

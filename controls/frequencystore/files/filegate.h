@@ -16,7 +16,7 @@ public:
     virtual bool MayRead(List list, const QString& path) = 0;
     /// A list was handed a file; `read` says whether it could read it.
     virtual void WasRead(List list, const QString& path, bool read) = 0;
-    /// The list stands in this file now.
+    /// The list stands in this file now; in none when the path is empty.
     virtual void WasWritten(List list, const QString& path) = 0;
 };
 
