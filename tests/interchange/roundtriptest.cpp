@@ -183,7 +183,7 @@ TEST(FilesOfOthers, GetWordsOfWhatAnOperatorWroteIntoAComment) {
 
 TEST(CommentsOfFilesOfOthers, AreTakenApartAsTheyWerePutTogether) {
     const CommentParts parts{QStringLiteral("Tower"),
-                             QStringLiteral("north\nand south"),
+                             QStringLiteral("north\nand\x01south"),
                              {{QStringLiteral("Power"), QStringLiteral("50W; {a=b} 100 %")}}};
     const QString comment = JoinComment(parts);
     EXPECT_EQ(comment, QStringLiteral("Tower | north and south {Power=50W%3B %7Ba%3Db%7D 100 %25}"));
