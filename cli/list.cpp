@@ -14,6 +14,7 @@
 #include "controls/frequencystore/targets/wkflistentry.h"
 #include "host/base/numbers.h"
 #include "host/base/problems.h"
+#include "host/base/trace.h"
 #include "host/freqstorexml/filehandling.h"
 #include "host/report/xmlscanner.h"
 #include "host/valuetree/tree.h"
@@ -176,7 +177,9 @@ constexpr TellingMember TellingMembers[] = {
 QString kindOfJson(const QString& path) {
     QString kind;
     try {
-        ReadJson(path, {}, [&](const Interchange::JsonEntry& entry) {
+        Interchange::ReadOptions options;
+        options.isFirstLook = true;
+        ReadJson(path, options, [&](const Interchange::JsonEntry& entry) {
             const auto* telling = std::find_if(
                 std::begin(TellingMembers), std::end(TellingMembers),
                 [&](const TellingMember& member) { return entry.Has(QLatin1String(member.key)); });
@@ -361,7 +364,7 @@ bool CliList::Write(const QString& path) {
         WriteJson(path, *this, JsonFrameOf(path));
         return true;
     } catch (const RGException& exception) {
-        Problems::Report("jsonfile", Problem::FromText(exception.GetErrorText()));
+        TraceLazily("jsonfile", [&] { return exception.GetErrorText(); }); // it has been told
         return false;
     }
 }

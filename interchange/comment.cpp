@@ -1,6 +1,5 @@
 #include "interchange/comment.h"
 
-#include <QStringList>
 #include <QUrl>
 
 #include <algorithm>
@@ -10,14 +9,19 @@ namespace Interchange {
 namespace {
 
 constexpr QLatin1String Between(" | ");
-constexpr QLatin1String ExtrasBegin(" {");
+constexpr QStringView ExtrasBegin(u" {");
 constexpr char16_t BetweenExtras[] = u"; ";
 
 /// Characters that have a meaning in extras are written as "%7B" and the like.
 QString escaped(const QString& text) {
+    const auto isSpecial = [](QChar c) {
+        return c == u'%' || c == u';' || c == u'{' || c == u'}' || c == u'=';
+    };
+    if (std::none_of(text.begin(), text.end(), isSpecial))
+        return text;
     QString out;
     for (const QChar c : text) {
-        if (QStringLiteral("%;{}=").contains(c))
+        if (isSpecial(c))
             out += QLatin1Char('%') + QString::number(c.unicode(), 16).toUpper();
         else
             out += c;
@@ -29,11 +33,14 @@ QString unescaped(QStringView text) {
     return QUrl::fromPercentEncoding(text.toUtf8());
 }
 
-/// One line of text.
+/// One line of text, without characters that no file of text holds.
 QString inOneLine(const QString& text) {
-    return std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x20; })
-               ? text.simplified()
-               : text;
+    const auto isControl = [](QChar c) { return c.unicode() < 0x20 || c.unicode() == 0x7F; };
+    if (std::none_of(text.begin(), text.end(), isControl))
+        return text;
+    QString line = text;
+    std::replace_if(line.begin(), line.end(), isControl, QChar(u' '));
+    return line.simplified();
 }
 
 } // namespace
@@ -50,10 +57,15 @@ QString JoinComment(const CommentParts& parts) {
         text += Between + inOneLine(parts.notes);
     if (parts.extras.empty())
         return text;
-    QStringList extras;
-    for (const auto& [key, value] : parts.extras)
-        extras << escaped(inOneLine(key)) + QLatin1Char('=') + escaped(inOneLine(value));
-    return text + ExtrasBegin + extras.join(QString::fromUtf16(BetweenExtras)) + QLatin1Char('}');
+    QStringView between = ExtrasBegin;
+    for (const auto& [key, value] : parts.extras) {
+        text += between;
+        text += escaped(inOneLine(key));
+        text += u'=';
+        text += escaped(inOneLine(value));
+        between = BetweenExtras;
+    }
+    return text += u'}';
 }
 
 CommentParts SplitComment(const QString& comment) {

@@ -20,7 +20,8 @@ struct CommentParts {
     QString Extra(QLatin1String key) const;
 };
 
-/// Puts the texts into one; line breaks become blanks. Without a name the notes are the name.
+/// Puts the texts into one; line breaks and control characters become blanks. Without a name the notes are
+/// the name.
 QString JoinComment(const CommentParts& parts);
 /// Takes a comment apart. One that is not made so is all name.
 CommentParts SplitComment(const QString& comment);

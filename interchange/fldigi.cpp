@@ -56,6 +56,12 @@ void read(QIODevice& device, Reading& reading) {
     }
 }
 
+/// What was kept as one word, which has no blanks.
+std::string wordOf(const QString& kept, const char* usual) {
+    const QString word = kept.simplified().replace(u' ', u'_');
+    return word.isEmpty() ? usual : word.toStdString();
+}
+
 class FldigiEncoder : public Encoder {
 public:
     void Begin(std::string& out) override {
@@ -68,8 +74,9 @@ public:
         of.CountBandwidth(lost);
         AppendWholeHertz(out, of.hertz, lost);
         out += ' ' + of.Word("USB");
-        out += ' ' + of.Kept("Carrier", "0").toStdString();
-        out += ' ' + of.Kept("Modem", "NULL").toStdString() + ' ';
+        for (const auto& [key, usual] : {std::pair("Carrier", "0"), std::pair("Modem", "NULL")})
+            out += ' ' + wordOf(of.Kept(key, usual), usual);
+        out += ' ';
         if (!AppendPlainCell(out, of.Comment(), '\n'))
             lost.Count("control characters in names");
         out += '\n';

@@ -29,6 +29,8 @@ struct ReadOptions {
     bool keepExtras = false;
     /// Of a schedule, only what is on air at that time.
     std::optional<QDateTime> onAirAt;
+    /// Problems are not told, since the file is read again.
+    bool isFirstLook = false;
     /// Bytes read and bytes in all; false cancels.
     std::function<bool(qint64 done, qint64 total)> progress;
 };

@@ -264,6 +264,10 @@ private:
         if (high > low && high - low == bandwidth)
             return;
         constexpr double Lowest = 300; // of speech
+        if (bandwidth <= 0) {
+            low = high = 0;
+            return;
+        }
         low = word == "USB" ? Lowest : word == "LSB" ? -Lowest - bandwidth : -bandwidth / 2;
         high = low + bandwidth;
     }

@@ -40,7 +40,7 @@ Reading::Reading(QString fileName, const ReadOptions& options, const TakeEntry& 
     : m_fileName(std::move(fileName)),
       m_options(options),
       m_take(take),
-      m_problems(m_fileName, TraceSource) {}
+      m_problems(options.isFirstLook ? FileProblems(m_fileName) : FileProblems(m_fileName, TraceSource)) {}
 
 void Reading::Extra(std::string_view key, std::string_view value) {
     if (value.empty())

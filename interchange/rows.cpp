@@ -106,7 +106,9 @@ void AppendWholeHertz(std::string& out, double hertz, Account& lost) {
 void AppendFixed(std::string& out, double value, int decimals) {
     char text[512]; // the longest double has 309 digits before the point
     const auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals).ptr;
-    out.append(text, end);
+    const std::string_view number(text, static_cast<std::size_t>(end - text));
+    const bool isNegativeZero = value <= 0 && number.find_first_of("123456789") == number.npos;
+    out += isNegativeZero && number.front() == '-' ? number.substr(1) : number;
 }
 
 } // namespace Interchange

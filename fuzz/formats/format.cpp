@@ -55,8 +55,8 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
     return 0;
 }
 
-/// What the reader accepts is written without anything that it would refuse, and comes back the same from
-/// then on.
+/// What the reader accepts is written without anything that it would refuse. What a format has no word for
+/// may change by that once, and then no more.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     (void)FormatOfText(QString::fromUtf8(bytes));
@@ -68,11 +68,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     if (!format().makeEncoder)
         return 0;
-    const std::string written = ToBytes(format(), visiting(entries));
-    const Account lost = LookAtLosses(format(), visiting(entries));
-    const auto [again, refused] = read(QByteArray::fromStdString(written));
-    if (refused != 0 || static_cast<qint64>(again.size()) != lost.entries ||
-        ToBytes(format(), visiting(again)) != written)
-        std::abort();
+    std::string before;
+    for (int round = 0; round < 3; ++round) {
+        const Account lost = LookAtLosses(format(), visiting(entries));
+        const std::string written = ToBytes(format(), visiting(entries));
+        const auto [again, refused] = read(QByteArray::fromStdString(written));
+        const bool isChanged = round == 2 && written != before;
+        if (refused != 0 || static_cast<qint64>(again.size()) != lost.entries || isChanged)
+            std::abort();
+        entries = again;
+        before = written;
+    }
     return 0;
 }

@@ -101,6 +101,15 @@ TEST_F(JsonTest, FrequenciesThatCanBeNoneAreTold) {
     }
 }
 
+TEST_F(JsonTest, EachProblemIsToldOnce) {
+    const QString in = Write("cp1252.json", "[{\"frequency\":7e6,\"comment\":\"\xe4\"}]");
+    EXPECT_EQ(Cli("check", {in}).err,
+              (in + Q(":1: is not UTF-8 from here on; all is read as Windows-1252\n")).toStdString());
+    const QString out = Path("missing/out.json");
+    EXPECT_EQ(Cli("convert", {Sample("targets.ltl"), out}).err,
+              (out + Q(": cannot be written: No such file or directory\n")).toStdString());
+}
+
 TEST_F(JsonTest, ChannelsAreMergedIntoAJob) {
     const QString channels = Path("channels.json");
     ASSERT_TRUE(Cli("convert", {Sample("job-vuhf.pij"), channels}).Is(ExitDone));

@@ -169,9 +169,21 @@ TEST(FilesOfOthers, DoNotGetBackAModeThatWasChangedSince) {
     }
 }
 
+TEST(FilesOfOthers, GetWordsOfWhatAnOperatorWroteIntoAComment) {
+    FreqStoreXml::FrequencyStoreEntry entry;
+    entry.GetFFM_Settings().GetFrequency().SetValue(7e6);
+    for (const char* modem : {"", "two words"}) {
+        entry.SetComment(QStringLiteral("Call {Carrier=; Modem=%1}").arg(QLatin1String(modem)));
+        const Format& fldigi = *FormatOfId(QStringLiteral("fldigi"));
+        const std::string bytes = ToBytes(fldigi, visiting({entry}));
+        EXPECT_EQ(readText(fldigi, QByteArray::fromStdString(bytes)).entries,
+                  QStringList{QStringLiteral("7000000|2700|USB|Call")});
+    }
+}
+
 TEST(CommentsOfFilesOfOthers, AreTakenApartAsTheyWerePutTogether) {
     const CommentParts parts{QStringLiteral("Tower"),
-                             QStringLiteral("north\nand south"),
+                             QStringLiteral("north\nand\x01south"),
                              {{QStringLiteral("Power"), QStringLiteral("50W; {a=b} 100 %")}}};
     const QString comment = JoinComment(parts);
     EXPECT_EQ(comment, QStringLiteral("Tower | north and south {Power=50W%3B %7Ba%3Db%7D 100 %25}"));
