@@ -20,6 +20,7 @@ class NoiKeeper;
 class Preferences;
 class QLibrary;
 class Receiver;
+class ReceiverConnection;
 class RecentFiles;
 class Safekeeping;
 class SimulatedClassifier;
@@ -37,6 +38,7 @@ public:
 
     MainWindow& GetWindow() { return *m_window; }
     Receiver& GetReceiver() { return *m_receiver; }
+    ReceiverConnection& GetConnection() { return *m_connection; }
     SimulatedSearch& GetSearch() { return *m_search; }
     SimulatedClassifier& GetClassifier() { return *m_classifier; }
     Job& GetJob() { return *m_job; }
@@ -107,6 +109,7 @@ private:
     std::unique_ptr<SimulatedClassifier> m_classifier;
     std::unique_ptr<Job> m_job;
     std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<ReceiverConnection> m_connection;
     std::unique_ptr<SweepImport> m_sweeps;
     std::unique_ptr<ListChanges> m_changes;
     std::unique_ptr<FileOpener> m_opener;
