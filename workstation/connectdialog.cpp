@@ -125,7 +125,7 @@ void ConnectDialog::addConnection(QFormLayout& form) {
     constexpr int Longest = 60000;
     m_timeout->setRange(Shortest, Longest);
     m_timeout->setSingleStep(Shortest);
-    m_timeout->setSuffix(tr(" ms"));
+    m_timeout->setSuffix(QStringLiteral(" ms"));
     m_timeout->setToolTip(tr("How long one answer of the radio may take"));
     form.addRow(tr("T&ime-out:"), m_timeout);
     connect(m_port, &QComboBox::editTextChanged, this, &ConnectDialog::showProblem);
