@@ -146,15 +146,21 @@ void ConnectDialog::addTest(QFormLayout& form) {
     connect(m_test, &QPushButton::clicked, this, &ConnectDialog::test);
 }
 
-/// All words must be in it.
+/// All words must be in it. What is chosen is seen.
 void ConnectDialog::filter(const QString& words) {
     const QStringList wanted = words.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    int first = -1;
     for (int row = 0; row < m_models->count(); ++row) {
         QListWidgetItem* item = m_models->item(row);
         item->setHidden(!std::ranges::all_of(wanted, [item](const QString& word) {
             return item->text().contains(word, Qt::CaseInsensitive);
         }));
+        if (first < 0 && !item->isHidden())
+            first = row;
     }
+    const QListWidgetItem* chosen = m_models->currentItem();
+    if (first >= 0 && (!chosen || chosen->isHidden()))
+        m_models->setCurrentRow(first);
 }
 
 void ConnectDialog::chooseProfile(const QString& name) {
