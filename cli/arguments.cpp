@@ -21,7 +21,7 @@ bool Arguments::Take(const QStringList& arguments, int& exitCode) {
         return false;
     }
     const qsizetype count = m_parser.positionalArguments().size();
-    const bool countFits = m_files < 0 ? count > 0 : count == m_files;
+    const bool countFits = m_files == AnyNumber || (m_files < 0 ? count > 0 : count == m_files);
     if (parsed && countFits)
         return true;
     TellUsage(parsed ? QStringLiteral("wrong number of files") : m_parser.errorText());

@@ -10,7 +10,10 @@
 /// command line is told on standard error.
 class Arguments {
 public:
-    /// `usage` is shown by the help; `files` is the number of file names, or -1 for one or more. A command
+    /// In place of a number of file names; -1 stands for one or more.
+    static constexpr int AnyNumber = -2;
+
+    /// `usage` is shown by the help; `files` is the number of file names. A command
     /// that concerns no list has no `--list`.
     Arguments(const char* command, const char* usage, int files, bool takesList = true);
 

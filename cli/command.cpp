@@ -23,6 +23,9 @@ const std::vector<Command>& Commands() {
         {"versions", "[--data DIR] [--restore NUMBER] [--out OUT] FILE",
          "list or restore saved versions of a file", RunVersions},
         {"detect", "[OPTIONS] SWEEP.csv OUT.xml|OUT.csv", "find the signals in power sweeps", RunDetect},
+        {"receivers", "[--format table|json] [WORD...]", "list the models of receivers", RunReceivers},
+        {"tune", "[--receiver R] FREQUENCY [MODE [BANDWIDTH]]", "tune a receiver", RunTune},
+        {"level", "[--receiver R]", "print what a receiver receives", RunLevel},
         {"scan", "[OPTIONS] LIST|--range A-B OUT.xml|OUT.csv|-", "scan channels by a receiver", RunScan},
     };
     return commands;
@@ -37,7 +40,7 @@ void printHelp(FILE* stream) {
                        "Reads, shows, converts and checks lists of frequencies without a screen, and finds "
                        "signals.\n\nCommands:\n"));
     for (const Command& command : Commands())
-        out.Line(QString::asprintf("  %-8s %-48s %s", command.name, command.arguments, command.purpose));
+        out.Line(QString::asprintf("  %-9s %-48s %s", command.name, command.arguments, command.purpose));
     out.Text(QStringLiteral(
         "\nfreqstore-cli COMMAND --help tells more. Exit codes: 0 done, 1 wrong usage, 2 a file or "
         "the\noutput could not be read or written, or a file held errors, 3 diff found a difference.\n"));

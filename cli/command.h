@@ -29,6 +29,9 @@ int RunFormats(const QStringList& arguments);
 int RunVersions(const QStringList& arguments);
 int RunMerge(const QStringList& arguments);
 int RunDiff(const QStringList& arguments);
+int RunReceivers(const QStringList& arguments);
+int RunTune(const QStringList& arguments);
+int RunLevel(const QStringList& arguments);
 
 /// All commands, in the order of the help.
 const std::vector<Command>& Commands();

@@ -63,13 +63,14 @@ void checkDevice(const RadioProfile& profile) {
         return;
     const QByteArray path = profile.port.toLocal8Bit();
     if (access(path.constData(), F_OK) != 0)
-        throw RadioError{false, tr("%1 is not there").arg(profile.port)};
+        throw RadioError{false, QCoreApplication::translate("Radio", "%1 is not there").arg(profile.port)};
     if (access(path.constData(), R_OK | W_OK) != 0)
-        throw RadioError{true,
-                         tr("%1 may not be used; whoever uses it must be in its group, often \"dialout\"")
-                             .arg(profile.port)};
+        throw RadioError{
+            true, QCoreApplication::translate(
+                      "Radio", "%1 may not be used; whoever uses it must be in its group, often \"dialout\"")
+                      .arg(profile.port)};
     if (QFileInfo(profile.port).isFile() || QFileInfo(profile.port).isDir())
-        throw RadioError{true, tr("%1 is no device").arg(profile.port)};
+        throw RadioError{true, QCoreApplication::translate("Radio", "%1 is no device").arg(profile.port)};
 }
 
 void add(ReceiverReading& reading, Names::Id key, const QString& text) {

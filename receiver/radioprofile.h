@@ -28,9 +28,9 @@ struct RadioProfile {
     static constexpr int Dummy = 1;  ///< model without a radio
     static constexpr int Client = 2; ///< model that speaks to another program
 
-    QString name; ///< as the operator calls it; may be empty
+    QString name = {}; ///< as the operator calls it; may be empty
     int model = Dummy;
-    QString port;                 ///< a device, or host:port
+    QString port = {}; ///< a device, or host:port
     int speed = 0;                ///< baud; 0 for that of the model
     int timeout = DefaultTimeout; ///< ms that one answer may take
 

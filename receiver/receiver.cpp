@@ -342,6 +342,8 @@ void Receiver::Attach(std::unique_ptr<ReceiverLink> link) {
             [this](ReceiverState state, const QString& words) {
                 m_state = state;
                 m_words = words;
+                if (state != ReceiverState::Connected)
+                    setLevel(LowestLevel);
                 emit StateChanged();
             });
     connect(m_link.get(), &ReceiverLink::AbilitiesKnown, this,
@@ -352,17 +354,18 @@ void Receiver::Attach(std::unique_ptr<ReceiverLink> link) {
     m_link->Begin();
 }
 
-QString Receiver::GetStateText() const {
+QString Receiver::GetShortState() const {
     static constexpr const char* Texts[] = {
         QT_TR_NOOP("%1: connecting"),
         QT_TR_NOOP("%1: connected"),
         QT_TR_NOOP("%1: no answer"),
         QT_TR_NOOP("%1: refused"),
     };
-    if (!m_link)
-        return QString();
-    const QString text = tr(Texts[static_cast<size_t>(m_state)]).arg(m_link->GetName());
-    return m_words.isEmpty() ? text : tr("%1, %2").arg(text, m_words);
+    return m_link ? tr(Texts[static_cast<size_t>(m_state)]).arg(m_link->GetName()) : QString();
+}
+
+QString Receiver::GetStateText() const {
+    return m_words.isEmpty() ? GetShortState() : tr("%1, %2").arg(GetShortState(), m_words);
 }
 
 /// What is not named is what the radio lacks, but for what it has no part in.

@@ -31,6 +31,8 @@ public:
     ReceiverState GetState() const { return m_state; }
     /// What is attached and how it stands, in words for the operator; empty when nothing is attached.
     QString GetStateText() const;
+    /// The same without what was said.
+    QString GetShortState() const;
     /// Name of what is attached; empty when nothing is.
     QString GetName() const { return m_link ? m_link->GetName() : QString(); }
 

@@ -21,7 +21,9 @@ RadioProfile parseRadio(const QString& text, QString& error) {
     const QString model = text.left(at);
     profile.model = model.toInt(&isNumber);
     profile.port = at < 0 ? QString() : text.mid(at + 1);
-    error = isNumber ? profile.Problem() : tr("\"%1\" is no number of a model").arg(model);
+    error = isNumber
+                ? profile.Problem()
+                : QCoreApplication::translate("ReceiverChoice", "\"%1\" is no number of a model").arg(model);
     return profile;
 }
 

@@ -298,6 +298,113 @@
     </message>
 </context>
 <context>
+    <name>ConnectDialog</name>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>Ent&amp;fernen</translation>
+    </message>
+    <message>
+        <source>&amp;Test</source>
+        <translation>&amp;Testen</translation>
+    </message>
+    <message>
+        <source>Connect Receiver</source>
+        <translation>Empfänger verbinden</translation>
+    </message>
+    <message>
+        <source>&amp;Connect</source>
+        <translation>&amp;Verbinden</translation>
+    </message>
+    <message>
+        <source>name it to keep it</source>
+        <translation>benennen, um ihn zu behalten</translation>
+    </message>
+    <message>
+        <source>A receiver with a name is kept; choose it here the next time</source>
+        <translation>Ein Empfänger mit Namen wird behalten; er kann das nächste Mal hier gewählt werden</translation>
+    </message>
+    <message>
+        <source>Forget the receiver of this name</source>
+        <translation>Den Empfänger dieses Namens vergessen</translation>
+    </message>
+    <message>
+        <source>&amp;Name:</source>
+        <translation>&amp;Name:</translation>
+    </message>
+    <message>
+        <source>maker, model or number</source>
+        <translation>Hersteller, Modell oder Nummer</translation>
+    </message>
+    <message>
+        <source>&amp;Search:</source>
+        <translation>&amp;Suche:</translation>
+    </message>
+    <message>
+        <source>Models</source>
+        <translation>Modelle</translation>
+    </message>
+    <message>
+        <source>Simulated receiver</source>
+        <translation>Simulierter Empfänger</translation>
+    </message>
+    <message>
+        <source>%1 (model %2)</source>
+        <translation>%1 (Modell %2)</translation>
+    </message>
+    <message>
+        <source>&amp;Model:</source>
+        <translation>&amp;Modell:</translation>
+    </message>
+    <message>
+        <source>&amp;Port:</source>
+        <translation>&amp;Anschluss:</translation>
+    </message>
+    <message>
+        <source>that of the model</source>
+        <translation>die des Modells</translation>
+    </message>
+    <message>
+        <source>%1 baud</source>
+        <translation>%1 Baud</translation>
+    </message>
+    <message>
+        <source>Spee&amp;d:</source>
+        <translation>&amp;Geschwindigkeit:</translation>
+    </message>
+    <message>
+        <source>How long one answer of the radio may take</source>
+        <translation>Wie lange eine Antwort des Funkgeräts dauern darf</translation>
+    </message>
+    <message>
+        <source>T&amp;ime-out:</source>
+        <translation>&amp;Wartezeit:</translation>
+    </message>
+    <message>
+        <source>Connect for a moment and show what the radio answers; nothing is set</source>
+        <translation>Kurz verbinden und zeigen, was das Funkgerät antwortet; eingestellt wird nichts</translation>
+    </message>
+    <message>
+        <source>Connecting...</source>
+        <translation>Verbindet...</translation>
+    </message>
+    <message>
+        <source>No answer: %1</source>
+        <translation>Keine Antwort: %1</translation>
+    </message>
+    <message>
+        <source>Refused: %1</source>
+        <translation>Abgelehnt: %1</translation>
+    </message>
+    <message>
+        <source>%1 dBµV</source>
+        <translation>%1 dBµV</translation>
+    </message>
+    <message>
+        <source>It answers: %1</source>
+        <translation>Es antwortet: %1</translation>
+    </message>
+</context>
+<context>
     <name>DetConvListHandler</name>
     <message>
         <source>Search MC with Classifier</source>
@@ -519,6 +626,17 @@
     <message>
         <source>The list is empty.</source>
         <translation>Die Liste ist leer.</translation>
+    </message>
+</context>
+<context>
+    <name>Ending</name>
+    <message>
+        <source>keeps the memory channels, which were in no job</source>
+        <translation>enthält die Speicherkanäle, die in keinem Auftrag waren</translation>
+    </message>
+    <message>
+        <source>keeps the unsaved changes of the job </source>
+        <translation>enthält die ungesicherten Änderungen des Auftrags </translation>
     </message>
 </context>
 <context>
@@ -1327,11 +1445,11 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <name>HamlibReceiver</name>
     <message>
         <source>%1; tries again after %2 s</source>
-        <translation type="unfinished"></translation>
+        <translation>%1; neuer Versuch nach %2 s</translation>
     </message>
     <message>
         <source>nothing was heard for %1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>seit %1 s war nichts zu hören</translation>
     </message>
 </context>
 <context>
@@ -1614,6 +1732,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Looking for duplicates</source>
         <translation>Doppelte suchen</translation>
+    </message>
+    <message>
+        <source>All Known Files (*.xml *.sfl *.ltl *.csv *.noi *.pij);;All Files (*)</source>
+        <translation>Alle bekannten Dateien (*.xml *.sfl *.ltl *.csv *.noi *.pij);;Alle Dateien (*)</translation>
     </message>
 </context>
 <context>
@@ -2054,6 +2176,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>XML Lists</source>
         <translation>XML-Listen</translation>
+    </message>
+    <message>
+        <source>All Known Files (*.xml *.sfl *.ltl *.csv *.noi *.pij);;All Files (*)</source>
+        <translation>Alle bekannten Dateien (*.xml *.sfl *.ltl *.csv *.noi *.pij);;Alle Dateien (*)</translation>
     </message>
 </context>
 <context>
@@ -2833,110 +2959,122 @@ Fremdes: %2</translation>
     <name>Radio</name>
     <message>
         <source>its settings are wrong</source>
-        <translation type="unfinished"></translation>
+        <translation>seine Einstellungen sind falsch</translation>
     </message>
     <message>
         <source>it does not take this</source>
-        <translation type="unfinished"></translation>
+        <translation>es nimmt das nicht an</translation>
     </message>
     <message>
         <source>it does not answer in time</source>
-        <translation type="unfinished"></translation>
+        <translation>es antwortet nicht rechtzeitig</translation>
     </message>
     <message>
         <source>the connection is broken</source>
-        <translation type="unfinished"></translation>
+        <translation>die Verbindung ist unterbrochen</translation>
     </message>
     <message>
         <source>its answer makes no sense</source>
-        <translation type="unfinished"></translation>
+        <translation>seine Antwort ergibt keinen Sinn</translation>
     </message>
     <message>
         <source>it rejects this</source>
-        <translation type="unfinished"></translation>
+        <translation>es lehnt das ab</translation>
     </message>
     <message>
         <source>it has no such function</source>
-        <translation type="unfinished"></translation>
+        <translation>es hat keine solche Funktion</translation>
     </message>
     <message>
         <source>there is no model %1</source>
-        <translation type="unfinished"></translation>
+        <translation>es gibt kein Modell %1</translation>
     </message>
     <message>
         <source>%1: %2</source>
-        <translation type="unfinished">%1: %2</translation>
+        <translation>%1: %2</translation>
     </message>
     <message>
         <source>Antenna</source>
-        <translation type="unfinished">Antenne</translation>
+        <translation>Antenne</translation>
     </message>
     <message>
         <source>%1 is in none of its ranges</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 liegt in keinem seiner Bereiche</translation>
     </message>
     <message>
         <source>Frequency</source>
-        <translation type="unfinished">Frequenz</translation>
+        <translation>Frequenz</translation>
     </message>
     <message>
         <source>Demodulation</source>
-        <translation type="unfinished">Demodulation</translation>
+        <translation>Demodulation</translation>
     </message>
     <message>
         <source>Attenuation</source>
-        <translation type="unfinished">Dämpfung</translation>
+        <translation>Dämpfung</translation>
     </message>
     <message>
         <source>RIT</source>
-        <translation type="unfinished"></translation>
+        <translation>RIT</translation>
     </message>
     <message>
         <source>BFO</source>
-        <translation type="unfinished">BFO</translation>
+        <translation>BFO</translation>
     </message>
     <message>
         <source>Squelch knob</source>
-        <translation type="unfinished"></translation>
+        <translation>Squelch-Regler</translation>
     </message>
     <message>
         <source>AFC</source>
-        <translation type="unfinished">AFC</translation>
+        <translation>AFC</translation>
+    </message>
+    <message>
+        <source>%1 is not there</source>
+        <translation>%1 ist nicht da</translation>
+    </message>
+    <message>
+        <source>%1 may not be used; whoever uses it must be in its group, often &quot;dialout&quot;</source>
+        <translation>%1 darf nicht benutzt werden; wer es benutzt, muss in seiner Gruppe sein, oft &quot;dialout&quot;</translation>
+    </message>
+    <message>
+        <source>%1 is no device</source>
+        <translation>%1 ist kein Gerät</translation>
     </message>
 </context>
 <context>
     <name>RadioProfile</name>
     <message>
         <source>%1 at %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 an %2</translation>
     </message>
     <message>
         <source>there is no model %1</source>
-        <translation type="unfinished"></translation>
+        <translation>es gibt kein Modell %1</translation>
     </message>
     <message>
         <source>%1 needs a device</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 braucht ein Gerät</translation>
     </message>
     <message>
         <source>%1 needs host:port</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 braucht Rechner:Port</translation>
     </message>
     <message>
         <source>the name of the port is too long</source>
-        <translation type="unfinished"></translation>
+        <translation>der Name des Anschlusses ist zu lang</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is not host:port</source>
-        <translation type="unfinished"></translation>
+        <translation>&quot;%1&quot; ist nicht Rechner:Port</translation>
     </message>
     <message>
         <source>the time-out must be from 1 to %1 ms</source>
-        <translation type="unfinished"></translation>
+        <translation>die Wartezeit muss 1 bis %1 ms sein</translation>
     </message>
     <message>
         <source>the speed must not be negative</source>
-        <translation type="unfinished"></translation>
+        <translation>die Geschwindigkeit darf nicht negativ sein</translation>
     </message>
 </context>
 <context>
@@ -3210,50 +3348,85 @@ Fremdes: %2</translation>
     </message>
     <message>
         <source>%1 does not let this be set</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 lässt das nicht einstellen</translation>
     </message>
     <message>
         <source>%1: %2</source>
-        <translation type="unfinished">%1: %2</translation>
+        <translation>%1: %2</translation>
     </message>
     <message>
         <source>%1 %2 is not one of %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 %2 ist keiner der Werte %3</translation>
     </message>
     <message>
         <source>%1: connecting</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: verbindet</translation>
     </message>
     <message>
         <source>%1: connected</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: verbunden</translation>
     </message>
     <message>
         <source>%1: no answer</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: keine Antwort</translation>
     </message>
     <message>
         <source>%1: refused</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: abgelehnt</translation>
     </message>
     <message>
         <source>%1, %2</source>
-        <translation type="unfinished">%1: %2 {1,?}</translation>
+        <translation>%1, %2</translation>
     </message>
     <message>
         <source>RIT</source>
-        <translation type="unfinished"></translation>
+        <translation>RIT</translation>
     </message>
     <message>
         <source>Squelch knob</source>
-        <translation type="unfinished"></translation>
+        <translation>Squelch-Regler</translation>
     </message>
 </context>
 <context>
     <name>ReceiverChoice</name>
     <message>
         <source>no receiver is called &quot;%1&quot;; known are simulated, hamlib:MODEL@PORT and the profiles</source>
-        <translation type="unfinished"></translation>
+        <translation>kein Empfänger heißt &quot;%1&quot;; bekannt sind simulated, hamlib:MODELL@ANSCHLUSS und die benannten</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no number of a model</source>
+        <translation>&quot;%1&quot; ist keine Nummer eines Modells</translation>
+    </message>
+</context>
+<context>
+    <name>ReceiverConnection</name>
+    <message>
+        <source>&amp;Connect...</source>
+        <translation>&amp;Verbinden...</translation>
+    </message>
+    <message>
+        <source>Choose the receiver that the lists tune</source>
+        <translation>Den Empfänger wählen, den die Listen abstimmen</translation>
+    </message>
+    <message>
+        <source>&amp;Share on a port</source>
+        <translation>An einem Port &amp;freigeben</translation>
+    </message>
+    <message>
+        <source>Let programs of this machine follow and tune the receiver, on port %1 as rigctld would</source>
+        <translation>Programme dieses Rechners folgen dem Empfänger und stimmen ihn ab, an Port %1 wie bei rigctld</translation>
+    </message>
+    <message>
+        <source>The receiver is not shared any more</source>
+        <translation>Der Empfänger ist nicht mehr freigegeben</translation>
+    </message>
+    <message>
+        <source>Share on a port</source>
+        <translation>An einem Port freigeben</translation>
+    </message>
+    <message>
+        <source>The receiver is shared on 127.0.0.1, port %1</source>
+        <translation>Der Empfänger ist an 127.0.0.1, Port %1 freigegeben</translation>
     </message>
 </context>
 <context>
@@ -3264,7 +3437,7 @@ Fremdes: %2</translation>
     </message>
     <message>
         <source>%1, %2 to %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, %2 bis %3</translation>
     </message>
 </context>
 <context>
@@ -3415,6 +3588,13 @@ Fremdes: %2</translation>
     <message>
         <source>Memory Items List: Could not open %1 for writing, do you want to save to a different file?</source>
         <translation>Ergebnisliste: %1 kann nicht zum Schreiben geöffnet werden. In einer anderen Datei speichern?</translation>
+    </message>
+</context>
+<context>
+    <name>RigServer</name>
+    <message>
+        <source>port %1: %2</source>
+        <translation>Port %1: %2</translation>
     </message>
 </context>
 <context>
@@ -4041,7 +4221,7 @@ Fremdes: %2</translation>
     <name>SimulatedReceiver</name>
     <message>
         <source>Simulated %1 receiver</source>
-        <translation type="unfinished"></translation>
+        <translation>Simulierter %1-Empfänger</translation>
     </message>
 </context>
 <context>

@@ -24,8 +24,8 @@
 #include "host/startup/cfgcenter.h"
 #include "host/startup/settingsfile.h"
 #include "host/valuetree/tree.h"
+#include "receiver/hamlibreceiver.h"
 #include "receiver/receiver.h"
-#include "receiver/simulatedreceiver.h"
 #include "workstation/actions.h"
 #include "workstation/actiontips.h"
 #include "workstation/applicationkeys.h"
@@ -46,6 +46,7 @@
 #include "workstation/noikeeper.h"
 #include "workstation/preferences.h"
 #include "workstation/progressbox.h"
+#include "workstation/receiverconnection.h"
 #include "workstation/recentfiles.h"
 #include "workstation/safekeeping.h"
 #include "workstation/samples.h"
@@ -76,6 +77,8 @@ constexpr char PlugInStart[] = "FrequencyStorePlugInStart";
 constexpr char PlugInStop[] = "FrequencyStorePlugInStop";
 /// How long the search has been running when the demonstration begins.
 constexpr qint64 DemoMicroseconds = 600 * qint64(1000000);
+/// How long a radio may hold up the end of the program.
+constexpr std::chrono::milliseconds LongestFarewell(2000);
 /// How long rows may take to settle before a picture is taken.
 constexpr int SettleMilliseconds = 400;
 
@@ -117,12 +120,13 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     prepareDirectories();
     UndoHistory::Instance().SetOn(true);
     m_receiver = std::make_unique<Receiver>(options.receiver);
-    m_receiver->Attach(std::make_unique<SimulatedReceiver>(*m_receiver));
     m_search = std::make_unique<SimulatedSearch>(options.receiver);
     m_job = std::make_unique<Job>();
     const QString lostNoi = forgetLostNoi();
     m_window = std::make_unique<MainWindow>(*m_receiver);
     m_progress = std::make_unique<ProgressBox>(*m_window);
+    m_connection = std::make_unique<ReceiverConnection>(*m_receiver, *m_window);
+    m_connection->Connect(ReceiverChoice());
     m_changes = std::make_unique<ListChanges>();
     // Whoever started the program from a terminal sees there what the panel shows.
     QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded, [](const QString& text) {
@@ -168,6 +172,9 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     if (const QString folder = ListSettings::LoadText(SettingKeys::Folder);
         remembers() && QFileInfo(folder).isDir())
         useFolder(folder);
+    // What the window was tuned to last is for the simulated receiver: a radio shows what it does itself.
+    if (!m_options.radio.isEmpty())
+        m_connection->Connect(m_options.radio);
 }
 
 Workstation::~Workstation() {
@@ -176,6 +183,7 @@ Workstation::~Workstation() {
     m_safekeeping.reset();
     m_opener.reset();
     m_sweeps.reset();
+    m_connection.reset();
     m_progress.reset();
     m_window.reset();
     m_scanning.reset();
@@ -194,6 +202,8 @@ Workstation::~Workstation() {
     MemorySystemHandler::DeleteInstance();
     TargetListHandler::DeleteInstance();
     SettingsFile::KeepInMemory(false);
+    m_receiver.reset();
+    HamlibReceiver::WaitForAll(LongestFarewell);
 }
 
 void Workstation::prepareDirectories() {

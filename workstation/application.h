@@ -21,6 +21,7 @@ class Preferences;
 class ProgressBox;
 class QLibrary;
 class Receiver;
+class ReceiverConnection;
 class RecentFiles;
 class Safekeeping;
 class Scanning;
@@ -40,6 +41,7 @@ public:
 
     MainWindow& GetWindow() { return *m_window; }
     Receiver& GetReceiver() { return *m_receiver; }
+    ReceiverConnection& GetConnection() { return *m_connection; }
     SimulatedSearch& GetSearch() { return *m_search; }
     Scanning& GetScanning() { return *m_scanning; }
     SimulatedClassifier& GetClassifier() { return *m_classifier; }
@@ -117,6 +119,7 @@ private:
     std::unique_ptr<SimulatedClassifier> m_classifier;
     std::unique_ptr<Job> m_job;
     std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<ReceiverConnection> m_connection;
     std::unique_ptr<ProgressBox> m_progress;
     std::unique_ptr<Scanning> m_scanning;
     std::unique_ptr<SweepImport> m_sweeps;

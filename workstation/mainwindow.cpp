@@ -138,6 +138,9 @@ void MainWindow::connectReceiver(Receiver& receiver) {
         if (m_tellsTuning)
             Tell(tr("Tuned to %1").arg(Quor::FrequencyText(hertz)));
     });
+    const auto showState = [this, &receiver] { m_status->ShowReceiver(receiver); };
+    connect(&receiver, &Receiver::StateChanged, this, showState);
+    showState();
     m_bar->SetTuned(receiver.GetFrequency());
     m_status->ShowTuned(receiver.GetFrequency());
     connect(m_bar, &FrequencyBar::Clicked, this, [this, &receiver](double hertz, int listId) {

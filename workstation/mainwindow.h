@@ -43,6 +43,7 @@ public:
     QMenu* GetFileMenu() const { return m_fileMenu; }
     /// The menu that is filled with the files opened last.
     QMenu* GetRecentMenu() const { return m_recentMenu; }
+    QMenu* GetReceiverMenu() const { return m_receiverMenu; }
     TuningStrip* GetStrip() const { return m_strip; }
     WindowActions& GetActions() const { return *m_actions; }
     /// Adds a panel that can be moved and closed, and its entry in the View menu, whose mnemonic the title
@@ -160,6 +161,7 @@ private:
     QMenu* m_recentMenu;
     QMenu* m_editMenu = nullptr;
     QMenu* m_viewMenu = nullptr;
+    QMenu* m_receiverMenu = nullptr;
     QMenu* m_helpMenu = nullptr;
     QTimer* m_tabsChange; ///< many changes are shown once
     std::function<bool()> m_mayClose;

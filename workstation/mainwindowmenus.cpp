@@ -106,17 +106,17 @@ void MainWindow::makeViewMenu() {
 }
 
 void MainWindow::makeReceiverMenu() {
-    QMenu* menu = menuBar()->addMenu(tr("&Receiver"));
-    menu->setToolTipsVisible(true);
-    add(*menu, "receiver", tr("&Go to frequency"), tr("Type the frequency to tune to"),
+    m_receiverMenu = menuBar()->addMenu(tr("&Receiver"));
+    m_receiverMenu->setToolTipsVisible(true);
+    add(*m_receiverMenu, "receiver", tr("&Go to frequency"), tr("Type the frequency to tune to"),
         QKeySequence(Qt::CTRL | Qt::Key_G), [this] {
             m_strip->GetField()->setFocus(Qt::ShortcutFocusReason);
             m_strip->GetField()->selectAll();
         });
-    add(*menu, "step-up", tr("Step &up"), tr("Tune one step up"), QKeySequence(Qt::ALT | Qt::Key_Right),
-        [this] { m_strip->Step(1); });
-    add(*menu, "step-down", tr("Step &down"), tr("Tune one step down"), QKeySequence(Qt::ALT | Qt::Key_Left),
-        [this] { m_strip->Step(-1); });
+    add(*m_receiverMenu, "step-up", tr("Step &up"), tr("Tune one step up"),
+        QKeySequence(Qt::ALT | Qt::Key_Right), [this] { m_strip->Step(1); });
+    add(*m_receiverMenu, "step-down", tr("Step &down"), tr("Tune one step down"),
+        QKeySequence(Qt::ALT | Qt::Key_Left), [this] { m_strip->Step(-1); });
 }
 
 void MainWindow::makeHelpMenu() {

@@ -1,5 +1,6 @@
 #include "workstation/options.h"
 
+#include "receiver/receiverchoice.h"
 #include "workstation/language.h"
 
 #include <QCommandLineParser>
@@ -33,6 +34,22 @@ QString whyNoDirectory(const QString& path) {
 
 } // namespace
 
+/// A kind, or which receiver; whether there is a profile of that name is known when the settings are.
+void Options::takeReceiver(const QString& name, QString& error) {
+    const auto kind = std::ranges::find_if(
+        ReceiverKinds, [&](const NamedReceiver& known) { return name == QLatin1String(known.name); });
+    if (kind != std::end(ReceiverKinds)) {
+        receiver = kind->kind;
+        return;
+    }
+    radio = name;
+    QString wrong;
+    if (name.startsWith(QLatin1String("hamlib:")))
+        ReceiverChoice::Parse(name, wrong);
+    if (!wrong.isEmpty())
+        error = QStringLiteral("--receiver: %1").arg(wrong);
+}
+
 Options Options::Parse(const QStringList& arguments, QString& error) {
     const QString languages = Language::Known().join(QStringLiteral(" or "));
     QCommandLineParser parser;
@@ -43,9 +60,11 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
         QStringLiteral("data"), QStringLiteral("Directory of the lists' own files."), QStringLiteral("DIR"));
     const QCommandLineOption config(QStringLiteral("config"), QStringLiteral("Directory of the settings."),
                                     QStringLiteral("DIR"));
-    const QCommandLineOption receiver(QStringLiteral("receiver"),
-                                      QStringLiteral("The receiver: hf (the default) or vuhf."),
-                                      QStringLiteral("KIND"), QString::fromLatin1(ReceiverKinds[0].name));
+    const QCommandLineOption receiver(
+        QStringLiteral("receiver"),
+        QStringLiteral("The kind of receiver, hf (the default) or vuhf, or which one: a profile's name or "
+                       "hamlib:MODEL@PORT. May be given twice."),
+        QStringLiteral("KIND|NAME"));
     const QCommandLineOption screenshot(
         QStringLiteral("screenshot"),
         QStringLiteral("Write one PNG per tab and of the window to DIR, and exit."), QStringLiteral("DIR"));
@@ -87,13 +106,8 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
     options.traceMask = parser.value(trace).toUInt(&isNumber, 0);
     if (!isNumber)
         error = QStringLiteral("--trace takes a number, not \"%1\"").arg(parser.value(trace));
-    const auto kind =
-        std::find_if(std::begin(ReceiverKinds), std::end(ReceiverKinds),
-                     [&](const auto& known) { return parser.value(receiver) == QLatin1String(known.name); });
-    if (kind != std::end(ReceiverKinds))
-        options.receiver = kind->kind;
-    else
-        error = QStringLiteral("--receiver takes hf or vuhf, not \"%1\"").arg(parser.value(receiver));
+    for (const QString& name : parser.values(receiver))
+        options.takeReceiver(name, error);
     options.language = parser.value(language);
     if (parser.isSet(language) && !Language::Known().contains(options.language))
         error = QStringLiteral("--language takes %1, not \"%2\"").arg(languages, options.language);

@@ -12,6 +12,7 @@ struct Options {
     QString jobFile;
     QString language; ///< "de"; empty for that of the settings
     ReceiverKind receiver = ReceiverKind::HF;
+    QString radio; ///< what to connect, as `ReceiverChoice` takes it; empty for the simulated receiver
     unsigned traceMask = 0;
     bool demo = false;
     bool takesGuide = false; ///< pictures of the guide go into the folder of screenshots, with the samples
@@ -21,4 +22,7 @@ struct Options {
 
     /// Parses the arguments; on a wrong one `error` says what is wrong. Help and version end the program.
     static Options Parse(const QStringList& arguments, QString& error);
+
+private:
+    void takeReceiver(const QString& name, QString& error);
 };

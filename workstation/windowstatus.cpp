@@ -2,6 +2,7 @@
 
 #include "host/base/frequencytext.h"
 #include "host/gui/colorset.h"
+#include "receiver/receiver.h"
 #include "workstation/failurenote.h"
 
 #include <QLabel>
@@ -12,15 +13,17 @@ WindowStatus::WindowStatus(QStatusBar& bar)
     : QObject(&bar),
       m_bar(bar),
       m_failure(new FailureNote(&bar)),
+      m_receiver(new QLabel(&bar)),
       m_tuned(new QLabel(&bar)),
       m_problems(new QToolButton(&bar)) {
+    m_receiver->setObjectName(QStringLiteral("ReceiverName"));
     m_tuned->setToolTip(tr("Tuned frequency"));
     m_problems->setObjectName(QStringLiteral("Problems"));
     m_problems->setAutoRaise(true);
     m_problems->setFocusPolicy(Qt::TabFocus);
     m_problems->setToolTip(tr("Show or hide the messages"));
-    for (QWidget* widget : {static_cast<QWidget*>(m_failure), static_cast<QWidget*>(m_tuned),
-                            static_cast<QWidget*>(m_problems)})
+    for (QWidget* widget : {static_cast<QWidget*>(m_failure), static_cast<QWidget*>(m_receiver),
+                            static_cast<QWidget*>(m_tuned), static_cast<QWidget*>(m_problems)})
         bar.addPermanentWidget(widget);
     m_failure->hide();
     // Tips of menus come and go; then what was done last stands there again.
@@ -45,6 +48,19 @@ void WindowStatus::TellBriefly(const QString& text) {
 
 void WindowStatus::ShowTuned(double hertz) {
     m_tuned->setText(Quor::FrequencyText(hertz));
+}
+
+void WindowStatus::ShowReceiver(const Receiver& receiver) {
+    const bool isLost =
+        receiver.GetState() == ReceiverState::NoAnswer || receiver.GetState() == ReceiverState::Refused;
+    m_receiver->setText(receiver.GetState() == ReceiverState::Connected ? receiver.GetName()
+                                                                        : receiver.GetShortState());
+    m_receiver->setToolTip(receiver.GetStateText());
+    QPalette colors = m_bar.palette();
+    if (isLost)
+        colors.setColor(QPalette::WindowText,
+                        ColorSet::Instance().GetColorDefinition(IColorBase::ERROR_TEXT).GetColor());
+    m_receiver->setPalette(colors);
 }
 
 void WindowStatus::ShowProblems(int count) {

@@ -7,8 +7,10 @@ class FailureNote;
 class QLabel;
 class QStatusBar;
 class QToolButton;
+class Receiver;
 
-/// What the status bar shows for good: what was done last, what could not be saved, the frequency that the
+/// What the status bar shows for good: what was done last, what could not be saved, the receiver with
+/// its state, the frequency that the
 /// receiver is tuned to, and how many problems there are. It is as high with all of it as without.
 class WindowStatus : public QObject {
     Q_OBJECT
@@ -21,6 +23,8 @@ public:
     /// Shows a text for some seconds in place of what was told.
     void TellBriefly(const QString& text);
     void ShowTuned(double hertz);
+    /// Which receiver it is and how it stands.
+    void ShowReceiver(const Receiver& receiver);
     void ShowProblems(int count);
     /// A text for good.
     void AddNote(const QString& text, const QString& toolTip);
@@ -31,6 +35,7 @@ private:
     QStatusBar& m_bar;
     QString m_last; ///< what was told last
     FailureNote* m_failure;
+    QLabel* m_receiver;
     QLabel* m_tuned;
     QToolButton* m_problems;
 };

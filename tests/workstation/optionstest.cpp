@@ -50,14 +50,15 @@ TEST_P(WrongOptions, AreNamed) {
     EXPECT_TRUE(error.contains(GetParam().complaint)) << error.toStdString();
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Lines, WrongOptions,
-    testing::Values(WrongLine{{"--receiver", "uhf"}, "\"uhf\""},
-                    WrongLine{{"--receiver", "HF"}, "hf or vuhf"}, WrongLine{{"--trace", "all"}, "\"all\""},
-                    WrongLine{{"--language", "xx"}, "de or en, not \"xx\""},
-                    WrongLine{{"--colour"}, "colour"}, WrongLine{{"--data"}, "data"},
-                    WrongLine{{"--data", SAMPLES_DIR "/targets.ltl"}, "no directory"},
-                    WrongLine{{"--config", SAMPLES_DIR "/targets.ltl/x/y"}, "--config"},
-                    WrongLine{{"--screenshot", SAMPLES_DIR "/targets.ltl"}, "targets.ltl is no directory"}));
+INSTANTIATE_TEST_SUITE_P(Lines, WrongOptions,
+                         testing::Values(WrongLine{{"--receiver", "hamlib:x"}, "\"x\""},
+                                         WrongLine{{"--receiver", "hamlib:2@nowhere"}, "host:port"},
+                                         WrongLine{{"--trace", "all"}, "\"all\""},
+                                         WrongLine{{"--language", "xx"}, "de or en, not \"xx\""},
+                                         WrongLine{{"--colour"}, "colour"}, WrongLine{{"--data"}, "data"},
+                                         WrongLine{{"--data", SAMPLES_DIR "/targets.ltl"}, "no directory"},
+                                         WrongLine{{"--config", SAMPLES_DIR "/targets.ltl/x/y"}, "--config"},
+                                         WrongLine{{"--screenshot", SAMPLES_DIR "/targets.ltl"},
+                                                   "targets.ltl is no directory"}));
 
 } // namespace

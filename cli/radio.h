@@ -1,0 +1,27 @@
+#pragma once
+
+#include "cli/arguments.h"
+#include "receiver/receiver.h"
+
+/// A receiver that a command works with, while it lives.
+class CliRadio {
+public:
+    CliRadio();
+    ~CliRadio();
+
+    /// Adds `--receiver R` and `--config DIR`.
+    static void AddOptions(Arguments& args);
+    /// Connects what the options name, and waits until it is connected or will not be; false when it is not,
+    /// which is told. `exitCode` is then the program's.
+    bool Connect(const Arguments& args, int& exitCode);
+    /// Waits until a level is measured with all that was set; false when the receiver is lost meanwhile, or
+    /// has refused something, which is told.
+    bool WaitUntilSet();
+    Receiver& Get() { return m_receiver; }
+
+private:
+    Receiver m_receiver{ReceiverKind::HF};
+    QStringList m_refused;
+    bool m_isMeasured = false;
+    quint64 m_measured = 0;
+};

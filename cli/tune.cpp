@@ -1,0 +1,91 @@
+#include "cli/command.h"
+#include "cli/output.h"
+#include "cli/radio.h"
+#include "host/base/frequencyinput.h"
+#include "host/base/frequencytext.h"
+
+namespace {
+
+constexpr qsizetype MostWords = 3;
+
+/// Frequency, mode and bandwidth as the receiver has them, and the level.
+void printReceiver(Receiver& receiver) {
+    Output(stdout).Line(
+        QStringLiteral("%1 %2 %3 %4 dBµV")
+            .arg(Quor::FrequencyText(receiver.GetFrequency()),
+                 receiver.GetValue(Keys::KeyDemodulation)->GetStringValue(),
+                 Quor::BandwidthText(receiver.Find<ValueNumeric<double>>(Keys::KeyBandwidth)->GetValue()))
+            .arg(receiver.GetLevel()->GetValue(), 0, 'f', 1));
+}
+
+/// Sets what a word of the command line says; false, told, when the receiver does not take it.
+bool set(Receiver& receiver, Names::Id key, const QString& text) {
+    const auto setting = std::ranges::find_if(
+        receiver.GetSettings(), [key](const ReceiverSetting& known) { return known.key == key; });
+    const QString problem = receiver.ProblemOf(*setting, text);
+    if (problem.isEmpty())
+        receiver.GetValue(key)->SetStringValue(text);
+    else
+        TellError(problem);
+    return problem.isEmpty();
+}
+
+bool setAll(Receiver& receiver, const QStringList& words, double hertz, double bandwidth) {
+    if (words.size() > 1 && !set(receiver, Keys::KeyDemodulation, words[1].toUpper()))
+        return false;
+    if (words.size() > 2 && !set(receiver, Keys::KeyBandwidth, Quor::ToShortest(bandwidth)))
+        return false;
+    return receiver.Tune(hertz);
+}
+
+} // namespace
+
+int RunTune(const QStringList& arguments) {
+    Arguments args(
+        "tune",
+        "Tunes a receiver, and prints what it does then. A frequency or bandwidth without a unit is in Hz.",
+        -1, false);
+    CliRadio::AddOptions(args);
+    args.Parser().addPositionalArgument(QStringLiteral("FREQUENCY"),
+                                        QStringLiteral("As 7055000, 7055 kHz or 7.055MHz."));
+    args.Parser().addPositionalArgument(QStringLiteral("MODE"),
+                                        QStringLiteral("As the receiver names it, such as USB."),
+                                        QStringLiteral("[MODE"));
+    args.Parser().addPositionalArgument(QStringLiteral("BANDWIDTH"), QStringLiteral("As 2400 or 2.4kHz."),
+                                        QStringLiteral("[BANDWIDTH]]"));
+    int exitCode = ExitDone;
+    if (!args.Take(arguments, exitCode))
+        return exitCode;
+    const QStringList words = args.Files();
+    const Quor::FrequencyInput frequency = Quor::ReadFrequencyInput(words[0], 1);
+    const Quor::FrequencyInput bandwidth = Quor::ReadFrequencyInput(words.value(2, QStringLiteral("0")), 1);
+    const QString problem = frequency.IsFrequency() ? bandwidth.problem : frequency.problem;
+    if (words.size() > MostWords || !problem.isEmpty()) {
+        args.TellUsage(problem.isEmpty() ? QStringLiteral("more than a frequency, a mode and a bandwidth")
+                                         : problem);
+        return ExitUsage;
+    }
+    CliRadio radio;
+    if (!radio.Connect(args, exitCode))
+        return exitCode;
+    const bool isSet = setAll(radio.Get(), words, frequency.hertz, bandwidth.hertz);
+    if (!radio.WaitUntilSet() || !isSet)
+        return ExitFile;
+    printReceiver(radio.Get());
+    return ExitDone;
+}
+
+int RunLevel(const QStringList& arguments) {
+    Arguments args("level", "Prints what a receiver is tuned to, and its level. Nothing is set.", 0, false);
+    CliRadio::AddOptions(args);
+    int exitCode = ExitDone;
+    if (!args.Take(arguments, exitCode))
+        return exitCode;
+    CliRadio radio;
+    if (!radio.Connect(args, exitCode))
+        return exitCode;
+    if (!radio.WaitUntilSet())
+        return ExitFile;
+    printReceiver(radio.Get());
+    return ExitDone;
+}

@@ -1,0 +1,147 @@
+#include "receiver/rigserver.h"
+
+#include "host/valuetree/tree.h"
+#include "receiver/hamlibreceiver.h"
+#include "receiver/receiver.h"
+#include "receiver/simulatedreceiver.h"
+#include "tests/receiver/radioserver.h"
+
+namespace {
+
+/// A simulated receiver that other programs share.
+class SharedReceivers : public testing::Test {
+protected:
+    SharedReceivers() {
+        Tree::Instance()->GetRoot()->DeleteChildren();
+        receiver = std::make_unique<Receiver>(ReceiverKind::HF);
+        receiver->Attach(std::make_unique<SimulatedReceiver>(*receiver, SimulatedReceiver::Pace::OnDemand));
+        server = std::make_unique<RigServer>(*receiver);
+        QString error;
+        EXPECT_TRUE(server->Listen(0, error)) << error.toStdString();
+    }
+    std::unique_ptr<QTcpSocket> join() {
+        auto socket = std::make_unique<QTcpSocket>();
+        socket->connectToHost(QHostAddress::LocalHost, server->GetPort());
+        EXPECT_TRUE(socket->waitForConnected(Patience));
+        return socket;
+    }
+    /// All that comes until an end, or until the line is cut.
+    static QByteArray ask(QTcpSocket& socket, const QByteArray& text, const QByteArray& end) {
+        socket.write(text);
+        QByteArray answer;
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] {
+                answer += socket.readAll();
+                return answer.endsWith(end) || socket.state() == QAbstractSocket::UnconnectedState;
+            },
+            Patience))
+            << answer.toStdString();
+        return answer;
+    }
+    /// What the radio library's client says, which runs beside us.
+    QString client(const QStringList& command) const {
+        QProcess process;
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start("rigctl",
+                      QStringList{"-m", "2", "-r", QStringLiteral("127.0.0.1:%1").arg(server->GetPort())} +
+                          command);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, Patience));
+        return QString::fromLatin1(process.readAll()).trimmed();
+    }
+
+    std::unique_ptr<Receiver> receiver;
+    std::unique_ptr<RigServer> server;
+};
+
+struct Exchange {
+    const char* line;
+    const char* answer;
+};
+
+TEST_F(SharedReceivers, AnswersInTheShortAndTheLongForm) {
+    const auto socket = join();
+    const Exchange exchanges[] = {
+        {"F 7055000\n", "RPRT 0\n"},
+        {"f\n", "7055000\n"},
+        {"F7100000\r\n", "RPRT 0\n"},
+        {"+f\n", "get_freq:\nFrequency: 7100000\nRPRT 0\n"},
+        {"+\\set_freq 9410000\n", "set_freq: 9410000\nRPRT 0\n"},
+        {"M USB 2400\n", "RPRT 0\n"},
+        {"m\n", "USB\n2400\n"},
+        {"M LSB 0\n", "RPRT 0\n"},
+        {"+m\n", "get_mode:\nMode: LSB\nPassband: 2400\nRPRT 0\n"},
+        {"v\n", "VFOA\n"},
+        {"\\chk_vfo\n", "0\n"},
+        {"t\n", "0\n"},
+        // What is wrong or out of reach leaves all as it is.
+        {"F 99e9\n", "RPRT -1\n"},
+        {"F\n", "RPRT -1\n"},
+        {"F nan\n", "RPRT -1\n"},
+        {"M CWX 500\n", "RPRT -1\n"},
+        {"M USB 9999999\n", "RPRT -1\n"},
+        {"l RFPOWER\n", "RPRT -1\n"},
+        {"\xff\x01 %s%n\n", "RPRT -4\n"},
+        {"m\n", "LSB\n2400\n"},
+        {"f\n", "9410000\n"},
+        // Nothing is sent.
+        {"T 1\n", "RPRT -11\n"},
+        {"\\set_ptt 1\n", "RPRT -11\n"},
+        {"S 1 VFOB\n", "RPRT -11\n"},
+        {"b CQ\n", "RPRT -11\n"},
+        {"w FE\n", "RPRT -11\n"},
+    };
+    for (const Exchange& exchange : exchanges)
+        EXPECT_EQ(ask(*socket, exchange.line, exchange.answer), exchange.answer) << exchange.line;
+}
+
+TEST_F(SharedReceivers, OneClientDoesNotHarmAnother) {
+    const auto good = join();
+    const auto endless = join();
+    endless->write(QByteArray(100000, 'x'));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return endless->state() == QAbstractSocket::UnconnectedState; }, Patience));
+    const auto half = join();
+    half->write("F 70"); // goes before it has said all
+    half->abort();
+    EXPECT_EQ(ask(*good, "F 7055000\nf\n", "7055000\n"), "RPRT 0\n7055000\n");
+
+    std::vector<std::unique_ptr<QTcpSocket>> crowd;
+    for (int i = 0; i < 2 * RigServer::MostClients; ++i)
+        crowd.push_back(join());
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            return std::ranges::count_if(crowd, [](const auto& socket) {
+                       return socket->state() == QAbstractSocket::ConnectedState;
+                   }) == RigServer::MostClients - 1;
+        },
+        Patience));
+    EXPECT_EQ(ask(*good, "q\n", "."), "");
+    EXPECT_EQ(good->state(), QAbstractSocket::UnconnectedState);
+}
+
+TEST_F(SharedReceivers, TheLibrarysOwnClientWorksWithIt) {
+    EXPECT_EQ(client({"F", "7055000"}), "");
+    EXPECT_EQ(client({"M", "USB", "2400"}), "");
+    EXPECT_EQ(receiver->GetFrequency(), 7055000);
+    EXPECT_EQ(client({"f"}), "7055000");
+    EXPECT_EQ(client({"m"}), "USB\n2400");
+    EXPECT_EQ(client({"l", "STRENGTH"}).toInt(), std::lround(receiver->GetLevel()->GetValue() - 34));
+    EXPECT_TRUE(client({"T", "1"}).contains("not available", Qt::CaseInsensitive))
+        << client({"T", "1"}).toStdString();
+}
+
+TEST_F(SharedReceivers, OurOwnRadioWorksWithIt) {
+    receiver->Tune(9410000);
+    HamlibReceiver radio(
+        {QString(), RadioProfile::Client, QStringLiteral("127.0.0.1:%1").arg(server->GetPort())});
+    ReceiverReading last;
+    QObject::connect(&radio, &ReceiverLink::Read, [&](const ReceiverReading& reading) { last = reading; });
+    radio.Begin();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return last.level.has_value(); }, Patience));
+    radio.Set({{Keys::KeyFrequency, "7055000"}, {Keys::KeyDemodulation, "LSB"}}, 1);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return last.serial == 1; }, Patience));
+    EXPECT_EQ(receiver->GetFrequency(), 7055000);
+    EXPECT_EQ(receiver->GetValue(Keys::KeyDemodulation)->GetStringValue(), "LSB");
+}
+
+} // namespace

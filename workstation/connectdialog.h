@@ -1,0 +1,61 @@
+#pragma once
+
+#include "receiver/radioprofile.h"
+
+#include <QDialog>
+
+#include <memory>
+#include <optional>
+
+class HamlibReceiver;
+class QComboBox;
+class QDialogButtonBox;
+class QFormLayout;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+class QSpinBox;
+
+/// Asks which receiver is to be connected: the simulated one, or a model of radio with its port. What is
+/// connected often has a name and is kept. A test connects for a moment and shows what the radio answers.
+class ConnectDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    /// Begins with what is connected; nothing stands for the simulated receiver.
+    explicit ConnectDialog(const std::optional<RadioProfile>& present, QWidget* parent = nullptr);
+    ~ConnectDialog() override;
+
+    /// The radio that was chosen; nothing for the simulated receiver.
+    std::optional<RadioProfile> GetChoice() const;
+
+private:
+    void addProfiles(QFormLayout& form);
+    void addModels(QFormLayout& form);
+    void addConnection(QFormLayout& form);
+    void addTest(QFormLayout& form);
+    void filter(const QString& words);
+    void chooseProfile(const QString& name);
+    void removeProfile();
+    void show(const RadioProfile& profile);
+    void chooseModel();
+    void showProblem();
+    void fillPorts(RadioModel::Port port);
+    void test();
+    void keep();
+    int chosenModel() const;
+
+    std::vector<RadioProfile> m_profiles;
+    QComboBox* m_profile;
+    QPushButton* m_remove;
+    QLineEdit* m_search;
+    QListWidget* m_models;
+    QComboBox* m_port;
+    QComboBox* m_speed;
+    QSpinBox* m_timeout;
+    QPushButton* m_test;
+    QLabel* m_answer;
+    QDialogButtonBox* m_buttons;
+    std::unique_ptr<HamlibReceiver> m_tested; ///< while a test runs
+};
