@@ -32,7 +32,6 @@ struct Wish {
     double step = 0; ///< Hz; 0 for none
     ScanSettings settings{};
     double milliseconds = 0; ///< 0 for no end
-    quint64 passes = 0;      ///< 0 for no end
     QString list{};
     QString out{};
 };
@@ -103,7 +102,7 @@ constexpr Option Options[] = {
     {"for", "TIME", "End after that time, such as 10m (until Ctrl+C).",
      [](const QString& text, Wish& wish) { return parseTime(text, wish.milliseconds); }},
     {"passes", "N", "End after so many passes.",
-     [](const QString& text, Wish& wish) { return parsePositive(text, wish.passes); }},
+     [](const QString& text, Wish& wish) { return parsePositive(text, wish.settings.passes); }},
     {"settle", "TIME", "Time after tuning in which levels do not count (30ms).",
      [](const QString& text, Wish& wish) { return parseTime(text, wish.settings.settle); }},
     {"dwell", "TIME", "Time in which a signal is looked for (200ms).",
@@ -297,8 +296,6 @@ private:
             if (!m_told.isEmpty())
                 TellError(QStringLiteral("freqstore-cli scan: ") + m_told);
         }
-        if (m_wish.passes > 0 && m_scanner.GetCounts().passes >= m_wish.passes)
-            endSoon();
     }
     void StopTold(const ScanStop& stop) override {
         if (stop.isActive || m_failure)

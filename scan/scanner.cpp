@@ -336,7 +336,8 @@ void Scanner::next() {
         if (!m_plan->Next(step)) {
             if (!m_passHadStep)
                 return End(whyNothing());
-            ++m_counts.passes;
+            if (++m_counts.passes == m_settings.passes)
+                return Stop();
             m_passHadStep = m_planHadStep = false;
             m_plan->Begin();
             continue;

@@ -23,6 +23,7 @@ struct ScanSettings {
     double goOnSeconds = 2; ///< for which the signal is gone, or behind the stop
     double priority = 0;    ///< Hz; the channel that is looked at again and again; 0 for none
     double prioritySeconds = 5;
+    quint64 passes = 0; ///< after which the scan ends; 0 for never
 };
 
 /// A stop on a signal.

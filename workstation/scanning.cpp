@@ -57,6 +57,9 @@ void Scanning::addToWindow() {
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(new ScanPanel(m_scan, *actions));
     QDockWidget* dock = m_parts.window.AddPanel(area, tr("&Scan"), Qt::RightDockWidgetArea);
+    // It is high: among the panels at the side it shares the place of the highest one.
+    if (auto* details = m_parts.window.findChild<QDockWidget*>(QStringLiteral("DetailsPanel")))
+        m_parts.window.tabifyDockWidget(details, dock);
     dock->hide();
     TuningStrip* strip = m_parts.window.GetStrip();
     strip->AddActivity({tr("Scan"), [this] { return m_scan.IsRunning(); },

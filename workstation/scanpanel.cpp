@@ -10,6 +10,7 @@
 
 #include <QAction>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
@@ -94,7 +95,7 @@ ScanPanel::ScanPanel(Scan& scan, const ScanActions& actions, QWidget* parent)
 
 QWidget* ScanPanel::makeButtons(const ScanActions& actions) {
     auto* row = new QWidget(this);
-    auto* layout = new QHBoxLayout(row);
+    auto* layout = new QGridLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     for (const auto command :
          {ScanActions::Start, ScanActions::Hold, ScanActions::Skip, ScanActions::LockOut}) {
@@ -102,9 +103,9 @@ QWidget* ScanPanel::makeButtons(const ScanActions& actions) {
         button->setDefaultAction(actions.Get(command));
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
         button->setFocusPolicy(Qt::TabFocus);
-        layout->addWidget(button);
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        layout->addWidget(button, layout->count() / 2, layout->count() % 2);
     }
-    layout->addStretch(1);
     return row;
 }
 

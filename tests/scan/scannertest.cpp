@@ -49,6 +49,14 @@ TEST_F(Scans, EachStepTakesSettlingAndDwellAndPassesAreCounted) {
     EXPECT_EQ(receiver.tuned.size(), 5u);
 }
 
+TEST_F(Scans, SoManyPassesAndNoStepMore) {
+    settings.passes = 2;
+    start();
+    run(10'000);
+    EXPECT_THAT(receiver.tuned, ElementsAre(Low, Middle, High, Low, Middle, High));
+    EXPECT_EQ(told.ended, QString());
+}
+
 TEST_F(Scans, AStopTellsWhereFromWhenToWhenAndTheHighestLevel) {
     addSignal(Middle, 0, 2000, 35);
     addSignal(Middle, 1000, 1100, 50);

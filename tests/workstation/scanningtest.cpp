@@ -204,7 +204,7 @@ TEST_F(ScansInTheWindow, ThePanelShowsStateCountsAndWhatApplies) {
     panel->Refresh();
     EXPECT_EQ(text("ScanState"), "Signal");
     EXPECT_TRUE(text("ScanCurrent").contains("channel 1")) << text("ScanCurrent").toStdString();
-    EXPECT_EQ(text("ScanCounts"), "1 step(s), 0 pass(es), 1 signal(s)");
+    EXPECT_EQ(text("ScanCounts"), "1 step, 0 passes, 1 signal");
     key(Qt::Key_F7);
     panel->Refresh();
     EXPECT_EQ(text("ScanState"), "Held");
