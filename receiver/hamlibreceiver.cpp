@@ -1,5 +1,6 @@
 #include "receiver/hamlibreceiver.h"
 
+#include "receiver/hamlib.h"
 #include "receiver/radio.h"
 
 #include <condition_variable>
@@ -180,6 +181,7 @@ private:
 
 HamlibReceiver::HamlibReceiver(const RadioProfile& profile)
     : m_profile(profile), m_shared(std::make_shared<Shared>()) {
+    LoadHamlib();
     m_silence.setSingleShot(true);
     m_silence.setInterval(HeldUpFactor * profile.timeout);
     connect(&m_silence, &QTimer::timeout, this, &HamlibReceiver::noteSilence);

@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
+#include <clocale>
 #include <cmath>
 #include <mutex>
 #include <unistd.h>
@@ -84,6 +85,9 @@ QString flagText(bool isOn) {
 void LoadHamlib() {
     static std::once_flag loaded;
     std::call_once(loaded, [] {
+        // The library takes the locale of numbers away and gives it back by a name that is no more, unless
+        // that is the one which is always there. Nothing of ours depends on it.
+        std::setlocale(LC_NUMERIC, "C");
         rig_set_debug(RIG_DEBUG_NONE);
         rig_load_all_backends();
     });
@@ -120,7 +124,6 @@ void Radio::Closer::operator()(RIG* rig) const {
 }
 
 Radio::Radio(const RadioProfile& profile) {
-    LoadHamlib();
     checkDevice(profile);
     m_rig.reset(rig_init(static_cast<rig_model_t>(profile.model)));
     if (!m_rig)

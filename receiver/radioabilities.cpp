@@ -112,13 +112,19 @@ ReceiverAbility pitch(const RIG& rig) {
     return {Keys::BFOFrequency, LowestPitch, HighestPitch};
 }
 
+/// A client of another program reads fewer lines of an antenna than that program sends, and takes the rest
+/// for the answer to the next question.
+bool knowsAntennas(const RIG& rig) {
+    return rig.caps->get_ant && rig.caps->set_ant && rig.caps->rig_model != RIG_MODEL_NETRIGCTL;
+}
+
 /// By name and by number.
 void addAntennas(const RIG& rig, std::vector<ReceiverAbility>& abilities) {
     ant_t antennas = 0;
     for (const freq_range_t& range : rangesOf(rig))
         antennas |= range.ant;
     antennas &= (ant_t(1) << AntennaBits) - 1;
-    if (!rig.caps->set_ant || std::popcount(antennas) < 2)
+    if (!knowsAntennas(rig) || std::popcount(antennas) < 2)
         return;
     ReceiverAbility names{KeyAntenna};
     for (int bit = 0; bit < AntennaBits; ++bit) {
@@ -195,7 +201,7 @@ int RadioAbilities::ReadAntenna(RIG& rig) {
     ant_t transmits = 0;
     ant_t receives = 0;
     value_t option{};
-    if (!rig.caps->get_ant ||
+    if (!knowsAntennas(rig) ||
         rig_get_ant(&rig, RIG_VFO_CURR, RIG_ANT_CURR, &option, &current, &transmits, &receives) != RIG_OK)
         return 0;
     const ant_t antenna = current & ((ant_t(1) << AntennaBits) - 1);

@@ -25,6 +25,7 @@ constexpr ReceiverSetting HfSettings[] = {
     {Keys::BFOFrequency, QT_TRANSLATE_NOOP("Receiver", "BFO"), "Hz", Integer, -10000, 10000, 0},
     {Keys::OutputIFPath, QT_TRANSLATE_NOOP("Receiver", "Output IF path"), "", Choice, 0, 0, 0, OutputIFPaths},
     {Keys::Shift, QT_TRANSLATE_NOOP("Receiver", "Shift"), "Hz", Integer, 26, 39974, 20000},
+    {Keys::UseAttenuation, QT_TRANSLATE_NOOP("Receiver", "Manual attenuation"), "", Flag, 0, 0, 0, {}, true},
     {Keys::Attenuation, QT_TRANSLATE_NOOP("Receiver", "Attenuation"), "dB", Integer, 0, 40, 0, {}, true},
     {KeyAntenna, QT_TRANSLATE_NOOP("Receiver", "Antenna"), "", Choice, 0, 0, 1, Antennas, true},
     {Keys::AntennaID, nullptr, "", Integer, 0, 99, 1, {}, true},
