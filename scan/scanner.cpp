@@ -343,12 +343,15 @@ void Scanner::next() {
             continue;
         }
         m_planHadStep = true;
-        if (!isLockedOut(step.frequency) && tune(step)) {
-            m_passHadStep = true;
+        if (isLockedOut(step.frequency))
+            continue;
+        if (tune(step))
             return;
-        }
-        if (const QString silent = m_receiver.WhySilent(); !silent.isEmpty())
+        if (const QString silent = m_receiver.WhySilent(); !silent.isEmpty()) {
+            m_step = step; // where it begins when the receiver is there
+            m_step.item = nullptr;
             return waitFor(silent);
+        }
     }
 }
 
@@ -378,10 +381,12 @@ bool Scanner::tune(const ScanStep& step) {
     m_step.item = nullptr;
     if (m_isTuned) {
         ++m_counts.steps;
+        m_passHadStep = true;
         return true;
     }
     m_step = before;
-    noteUnreachable(reason);
+    if (m_receiver.WhySilent().isEmpty())
+        noteUnreachable(reason);
     return false;
 }
 

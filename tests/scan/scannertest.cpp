@@ -202,6 +202,24 @@ TEST_F(Scans, AReceiverThatGoesAwayIsWaitedForAndTunedAnew) {
     EXPECT_EQ(scanner.GetState(), ScanState::Scanning);
 }
 
+TEST_F(Scans, AReceiverThatIsNotThereYetMissesNoStep) {
+    receiver.silent = "connecting";
+    start();
+    EXPECT_EQ(scanner.GetState(), ScanState::Waiting);
+    run(10'000);
+    receiver.BeSilent(QString());
+    run(300);
+    EXPECT_THAT(receiver.tuned, ElementsAre(Low, Middle));
+    EXPECT_EQ(scanner.GetCounts().passes, 0u);
+    EXPECT_EQ(scanner.GetCounts().unreachable, 0u);
+    receiver.silent = "connecting";
+    scanner.Start(std::make_unique<SpanPlan>(std::vector<SpanPlan::Span>{{Low, Low}}, 1e6, "nothing"),
+                  settings);
+    receiver.BeSilent(QString());
+    run(300);
+    EXPECT_EQ(scanner.GetCounts().passes, 1u) << "one step is enough for a pass";
+}
+
 TEST_F(Scans, AReceiverWithoutALevelIsAskedAgain) {
     start();
     run(500);
