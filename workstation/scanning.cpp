@@ -23,6 +23,8 @@
 
 namespace {
 
+constexpr int PanelHeight = 400;
+
 QString settingName(Names::Id key) {
     return QStringLiteral("Scan/") + Names::Text(key);
 }
@@ -57,10 +59,15 @@ void Scanning::addToWindow() {
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(new ScanPanel(m_scan, *actions));
     QDockWidget* dock = m_parts.window.AddPanel(area, tr("&Scan"), Qt::RightDockWidgetArea);
-    // It is high: among the panels at the side it shares the place of the highest one.
-    if (auto* details = m_parts.window.findChild<QDockWidget*>(QStringLiteral("DetailsPanel")))
-        m_parts.window.tabifyDockWidget(details, dock);
     dock->hide();
+    // The first time it is asked for, it gets room from the panels above.
+    connect(
+        dock->toggleViewAction(), &QAction::triggered, dock,
+        [this, dock](bool shown) {
+            if (shown)
+                m_parts.window.resizeDocks({dock}, {PanelHeight}, Qt::Vertical);
+        },
+        Qt::SingleShotConnection);
     TuningStrip* strip = m_parts.window.GetStrip();
     strip->AddActivity({tr("Scan"), [this] { return m_scan.IsRunning(); },
                         [this] {

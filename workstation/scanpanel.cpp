@@ -20,6 +20,7 @@
 namespace {
 
 constexpr int RefreshMilliseconds = 100;
+constexpr int ShortestChoice = 12; ///< letters that a narrow panel shows of a choice
 
 VCLineEdit::LineEditType fieldType(ScanValue::Type type) {
     switch (type) {
@@ -34,7 +35,7 @@ VCLineEdit::LineEditType fieldType(ScanValue::Type type) {
     }
 }
 
-/// In the order of ScanState; of Idle when a scan has ended by an error.
+/// An idle scan with a reason has ended by an error.
 IColorBase::ECOLOR colorOf(ScanState state, bool hasReason) {
     if (state == ScanState::Waiting || (state == ScanState::Idle && hasReason))
         return IColorBase::ERROR_TEXT;
@@ -118,6 +119,8 @@ void ScanPanel::addSetting(const ScanValue& setting) {
         auto* box = new VCComboBoxClassic(this, name);
         auto& choice = m_scan.GetValues().Get<ValueSelection>(setting.key);
         box->SetValueSelection(&choice);
+        box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        box->setMinimumContentsLength(ShortestChoice);
         connect(box, &QComboBox::currentIndexChanged, this, &ScanPanel::showWhatApplies);
         editor = box;
     } else {
