@@ -153,7 +153,6 @@ void Scanner::Measured(double level, bool isOpen) {
 void Scanner::take(const Reading& reading) {
     const qint64 now = m_clock.Now();
     m_heard = now;
-    m_level = reading.level;
     if (std::exchange(m_isWaiting, false))
         m_reason.clear();
     if (now < m_settled)
