@@ -92,11 +92,13 @@ TEST_F(ScansInTheWindow, TheJobRestsWhileItsChannelsAreScannedHoweverThatEnds) {
         EXPECT_TRUE(QTest::qWaitFor([&] {
             return window().GetActions().Get(A::OpenIntoList)->statusTip().contains("scan surveillance");
         }));
+        EXPECT_FALSE(action(A::Save)->isEnabled());
         end();
         EXPECT_FALSE(scan().GetScanner().IsRunning());
         EXPECT_FALSE(channels.GetInScanSurveillance());
         EXPECT_FALSE(isClosed());
         EXPECT_FALSE(fileAction("open-job")->toolTip().contains('\n'));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return action(A::Save)->isEnabled(); }));
     }
     EXPECT_TRUE(station->GetJob().Open(sample("job-hf.pij")));
 }
