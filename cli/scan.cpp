@@ -9,6 +9,7 @@
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/report/rgexception.h"
 #include "host/startup/endsignals.h"
+#include "receiver/hamlibreceiver.h"
 #include "receiver/receiver.h"
 #include "receiver/receiverchoice.h"
 #include "receiver/receiverlink.h"
@@ -25,6 +26,7 @@ namespace {
 
 constexpr double HighestOfHF = 30e6; ///< Hz
 constexpr double LongestTime = 1e9;  ///< ms
+constexpr std::chrono::milliseconds LongestFarewell(2000);
 
 /// What the command line says.
 struct Wish {
@@ -374,5 +376,7 @@ int RunScan(const QStringList& arguments) {
     Receiver receiver(kindFor(*plan));
     receiver.Attach(choice.MakeLink(receiver));
     exitCode = scan(wish, receiver, std::move(plan));
+    receiver.Attach(nullptr);
+    HamlibReceiver::WaitForAll(LongestFarewell);
     return problems.Count() > 0 ? ExitFile : exitCode;
 }
