@@ -8,6 +8,7 @@
 #include "workstation/elidedlabel.h"
 #include "workstation/scanactions.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QFormLayout>
 #include <QGridLayout>
@@ -121,6 +122,7 @@ void ScanPanel::addSetting(const ScanValue& setting) {
         box->SetValueSelection(&choice);
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         box->setMinimumContentsLength(ShortestChoice);
+        box->view()->setAccessibleName(title);
         connect(box, &QComboBox::currentIndexChanged, this, &ScanPanel::showWhatApplies);
         editor = box;
     } else {
