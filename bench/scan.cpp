@@ -185,7 +185,9 @@ void ScanStepByRadio(benchmark::State& state) {
                 return secondsOf([&] {
                     QStringList refusals;
                     for (int i = 0; i < Steps; ++i) {
-                        bare->Set({.frequency = 2e6 + i * 1e3}, refusals);
+                        RadioWishes wishes;
+                        wishes.frequency = 2e6 + i * 1e3;
+                        bare->Set(wishes, refusals);
                         bare->Measure();
                     }
                 });

@@ -19,10 +19,12 @@ void occupyStandardStreams() {
     close(opened);
 }
 
+/// Before the first line of any library: some of the radio library's open sockets as soon as they are loaded.
+[[gnu::section(".preinit_array"), gnu::used]] void (*const occupyFirst)() = occupyStandardStreams;
+
 } // namespace
 
 int main(int argc, char** argv) {
-    occupyStandardStreams();
     // Who reads our output may go at any time; that is an error of writing like others.
     std::signal(SIGPIPE, SIG_IGN);
     if (const QString refusal = RefuseArguments(argc, argv); !refusal.isEmpty()) {

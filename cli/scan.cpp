@@ -9,6 +9,7 @@
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/report/rgexception.h"
 #include "host/startup/endsignals.h"
+#include "receiver/hamlibreceiver.h"
 #include "receiver/receiver.h"
 #include "receiver/receiverchoice.h"
 #include "receiver/receiverlink.h"
@@ -25,6 +26,7 @@ namespace {
 
 constexpr double HighestOfHF = 30e6; ///< Hz
 constexpr double LongestTime = 1e9;  ///< ms
+constexpr std::chrono::milliseconds LongestFarewell(2000);
 
 /// What the command line says.
 struct Wish {
@@ -32,7 +34,6 @@ struct Wish {
     double step = 0; ///< Hz; 0 for none
     ScanSettings settings{};
     double milliseconds = 0; ///< 0 for no end
-    quint64 passes = 0;      ///< 0 for no end
     QString list{};
     QString out{};
 };
@@ -103,7 +104,7 @@ constexpr Option Options[] = {
     {"for", "TIME", "End after that time, such as 10m (until Ctrl+C).",
      [](const QString& text, Wish& wish) { return parseTime(text, wish.milliseconds); }},
     {"passes", "N", "End after so many passes.",
-     [](const QString& text, Wish& wish) { return parsePositive(text, wish.passes); }},
+     [](const QString& text, Wish& wish) { return parsePositive(text, wish.settings.passes); }},
     {"settle", "TIME", "Time after tuning in which levels do not count (30ms).",
      [](const QString& text, Wish& wish) { return parseTime(text, wish.settings.settle); }},
     {"dwell", "TIME", "Time in which a signal is looked for (200ms).",
@@ -297,8 +298,6 @@ private:
             if (!m_told.isEmpty())
                 TellError(QStringLiteral("freqstore-cli scan: ") + m_told);
         }
-        if (m_wish.passes > 0 && m_scanner.GetCounts().passes >= m_wish.passes)
-            endSoon();
     }
     void StopTold(const ScanStop& stop) override {
         if (stop.isActive || m_failure)
@@ -377,5 +376,7 @@ int RunScan(const QStringList& arguments) {
     Receiver receiver(kindFor(*plan));
     receiver.Attach(choice.MakeLink(receiver));
     exitCode = scan(wish, receiver, std::move(plan));
+    receiver.Attach(nullptr);
+    HamlibReceiver::WaitForAll(LongestFarewell);
     return problems.Count() > 0 ? ExitFile : exitCode;
 }

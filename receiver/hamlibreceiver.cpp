@@ -50,7 +50,9 @@ struct News {
     QStringList refusals;
 
     void Add(const ReceiverReading& newer) {
-        std::vector<ReceiverWord> values = reading ? std::move(reading->values) : std::vector<ReceiverWord>();
+        std::vector<ReceiverWord> values;
+        if (reading && reading->serial == newer.serial) // else a wish may have changed them since
+            values = std::move(reading->values);
         values.insert(values.end(), newer.values.begin(), newer.values.end()); // the later one holds
         reading = newer;
         reading->values = std::move(values);

@@ -31,9 +31,7 @@ public:
     /// What is being scanned, or was last.
     ScanSource GetSource() const { return m_source; }
     /// Whether memory channels are being scanned: their list then opens and writes no file.
-    bool IsScanningChannels() const {
-        return m_isRunning && m_source == ScanSource::MemoryChannels;
-    }
+    bool IsScanningChannels() const { return m_isRunning && m_source == ScanSource::MemoryChannels; }
 
 signals:
     /// State, channel or counts are others.

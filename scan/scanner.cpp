@@ -153,7 +153,6 @@ void Scanner::Measured(double level, bool isOpen) {
 void Scanner::take(const Reading& reading) {
     const qint64 now = m_clock.Now();
     m_heard = now;
-    m_level = reading.level;
     if (std::exchange(m_isWaiting, false))
         m_reason.clear();
     if (now < m_settled)
@@ -336,18 +335,22 @@ void Scanner::next() {
         if (!m_plan->Next(step)) {
             if (!m_passHadStep)
                 return End(whyNothing());
-            ++m_counts.passes;
+            if (++m_counts.passes == m_settings.passes)
+                return Stop();
             m_passHadStep = m_planHadStep = false;
             m_plan->Begin();
             continue;
         }
         m_planHadStep = true;
-        if (!isLockedOut(step.frequency) && tune(step)) {
-            m_passHadStep = true;
+        if (isLockedOut(step.frequency))
+            continue;
+        if (tune(step))
             return;
-        }
-        if (const QString silent = m_receiver.WhySilent(); !silent.isEmpty())
+        if (const QString silent = m_receiver.WhySilent(); !silent.isEmpty()) {
+            m_step = step; // where it begins when the receiver is there
+            m_step.item = nullptr;
             return waitFor(silent);
+        }
     }
 }
 
@@ -377,10 +380,12 @@ bool Scanner::tune(const ScanStep& step) {
     m_step.item = nullptr;
     if (m_isTuned) {
         ++m_counts.steps;
+        m_passHadStep = true;
         return true;
     }
     m_step = before;
-    noteUnreachable(reason);
+    if (m_receiver.WhySilent().isEmpty())
+        noteUnreachable(reason);
     return false;
 }
 

@@ -23,6 +23,7 @@ struct ScanSettings {
     double goOnSeconds = 2; ///< for which the signal is gone, or behind the stop
     double priority = 0;    ///< Hz; the channel that is looked at again and again; 0 for none
     double prioritySeconds = 5;
+    quint64 passes = 0; ///< after which the scan ends; 0 for never
 };
 
 /// A stop on a signal.
@@ -97,8 +98,6 @@ public:
     /// Whether that is the priority channel.
     bool IsAtPriority() const { return m_isAtPriority; }
     const ScanCounts& GetCounts() const { return m_counts; }
-    /// dBµV, measured last.
-    double GetLevel() const { return m_level; }
 
 private:
     /// A stop with what says when it is over; times by the clock's `Now`.
@@ -160,10 +159,9 @@ private:
     std::optional<Away> m_away;
     QString m_reason;
     QString m_unreachable; ///< why the last step that could not be reached could not
-    double m_level = 0;
-    int m_levels = 0;     ///< that were measured at this step and count
-    qint64 m_settled = 0; ///< from when on they do
-    qint64 m_heard = 0;   ///< when the receiver answered last
+    int m_levels = 0;      ///< that were measured at this step and count
+    qint64 m_settled = 0;  ///< from when on they do
+    qint64 m_heard = 0;    ///< when the receiver answered last
     qint64 m_priorityAt = 0;
     std::optional<Reading> m_early; ///< measured while the receiver is being tuned
     bool m_isTuned = false;         ///< to the step, by the scan

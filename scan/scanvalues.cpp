@@ -30,7 +30,8 @@ constexpr ScanValue Settings[] = {
     {ScanKeys::ScanThreshold, QT_TRANSLATE_NOOP("Scan", "Threshold"), "dBµV", Integer, -40, 110, 20},
     {ScanKeys::GoOn, QT_TRANSLATE_NOOP("Scan", "Go on"), "", Choice, 0, 0, 0, GoOns},
     {ScanKeys::GoOnSeconds, QT_TRANSLATE_NOOP("Scan", "Go on after"), "s", Real, 0, 3600, 2},
-    {ScanKeys::Priority, QT_TRANSLATE_NOOP("Scan", "Priority (0: none)"), "", Frequency, 0, HighestFrequency, 0},
+    {ScanKeys::Priority, QT_TRANSLATE_NOOP("Scan", "Priority (0: none)"), "", Frequency, 0, HighestFrequency,
+     0},
     {ScanKeys::PrioritySeconds, QT_TRANSLATE_NOOP("Scan", "Look there every"), "s", Real, 0.1, 3600, 5},
 };
 

@@ -356,7 +356,8 @@ QString WindowActions::whyOff(Command command) const {
         return whyBarOff(barAction);
     switch (command) {
     case Save:
-        return m_save ? QString() : tr("%1 has no file of its own: use Save As.").arg(m_name);
+        return m_save ? m_view->WhyOff(Bar::SaveToJob)
+                      : tr("%1 has no file of its own: use Save As.").arg(m_name);
     case Cut: {
         const QString reason = whyBarOff(Bar::Copy);
         return reason.isEmpty() ? whyBarOff(Bar::Delete) : reason;

@@ -23,6 +23,8 @@
 
 namespace {
 
+constexpr int PanelHeight = 400;
+
 QString settingName(Names::Id key) {
     return QStringLiteral("Scan/") + Names::Text(key);
 }
@@ -58,6 +60,14 @@ void Scanning::addToWindow() {
     area->setWidget(new ScanPanel(m_scan, *actions));
     QDockWidget* dock = m_parts.window.AddPanel(area, tr("&Scan"), Qt::RightDockWidgetArea);
     dock->hide();
+    // The first time it is asked for, it gets room from the panels above.
+    connect(
+        dock->toggleViewAction(), &QAction::triggered, dock,
+        [this, dock](bool shown) {
+            if (shown)
+                m_parts.window.resizeDocks({dock}, {PanelHeight}, Qt::Vertical);
+        },
+        Qt::SingleShotConnection);
     TuningStrip* strip = m_parts.window.GetStrip();
     strip->AddActivity({tr("Scan"), [this] { return m_scan.IsRunning(); },
                         [this] {

@@ -8,8 +8,10 @@
 #include "workstation/elidedlabel.h"
 #include "workstation/scanactions.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
@@ -19,6 +21,7 @@
 namespace {
 
 constexpr int RefreshMilliseconds = 100;
+constexpr int ShortestChoice = 12; ///< letters that a narrow panel shows of a choice
 
 VCLineEdit::LineEditType fieldType(ScanValue::Type type) {
     switch (type) {
@@ -33,7 +36,7 @@ VCLineEdit::LineEditType fieldType(ScanValue::Type type) {
     }
 }
 
-/// In the order of ScanState; of Idle when a scan has ended by an error.
+/// An idle scan with a reason has ended by an error.
 IColorBase::ECOLOR colorOf(ScanState state, bool hasReason) {
     if (state == ScanState::Waiting || (state == ScanState::Idle && hasReason))
         return IColorBase::ERROR_TEXT;
@@ -94,7 +97,7 @@ ScanPanel::ScanPanel(Scan& scan, const ScanActions& actions, QWidget* parent)
 
 QWidget* ScanPanel::makeButtons(const ScanActions& actions) {
     auto* row = new QWidget(this);
-    auto* layout = new QHBoxLayout(row);
+    auto* layout = new QGridLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     for (const auto command :
          {ScanActions::Start, ScanActions::Hold, ScanActions::Skip, ScanActions::LockOut}) {
@@ -102,9 +105,9 @@ QWidget* ScanPanel::makeButtons(const ScanActions& actions) {
         button->setDefaultAction(actions.Get(command));
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
         button->setFocusPolicy(Qt::TabFocus);
-        layout->addWidget(button);
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        layout->addWidget(button, layout->count() / 2, layout->count() % 2);
     }
-    layout->addStretch(1);
     return row;
 }
 
@@ -117,6 +120,9 @@ void ScanPanel::addSetting(const ScanValue& setting) {
         auto* box = new VCComboBoxClassic(this, name);
         auto& choice = m_scan.GetValues().Get<ValueSelection>(setting.key);
         box->SetValueSelection(&choice);
+        box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        box->setMinimumContentsLength(ShortestChoice);
+        box->view()->setAccessibleName(title);
         connect(box, &QComboBox::currentIndexChanged, this, &ScanPanel::showWhatApplies);
         editor = box;
     } else {

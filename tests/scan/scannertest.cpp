@@ -49,6 +49,14 @@ TEST_F(Scans, EachStepTakesSettlingAndDwellAndPassesAreCounted) {
     EXPECT_EQ(receiver.tuned.size(), 5u);
 }
 
+TEST_F(Scans, SoManyPassesAndNoStepMore) {
+    settings.passes = 2;
+    start();
+    run(10'000);
+    EXPECT_THAT(receiver.tuned, ElementsAre(Low, Middle, High, Low, Middle, High));
+    EXPECT_EQ(told.ended, QString());
+}
+
 TEST_F(Scans, AStopTellsWhereFromWhenToWhenAndTheHighestLevel) {
     addSignal(Middle, 0, 2000, 35);
     addSignal(Middle, 1000, 1100, 50);
@@ -192,6 +200,24 @@ TEST_F(Scans, AReceiverThatGoesAwayIsWaitedForAndTunedAnew) {
     run(600);
     EXPECT_THAT(receiver.tuned, ElementsAre(Low, Middle, Middle, High, Low));
     EXPECT_EQ(scanner.GetState(), ScanState::Scanning);
+}
+
+TEST_F(Scans, AReceiverThatIsNotThereYetMissesNoStep) {
+    receiver.silent = "connecting";
+    start();
+    EXPECT_EQ(scanner.GetState(), ScanState::Waiting);
+    run(10'000);
+    receiver.BeSilent(QString());
+    run(300);
+    EXPECT_THAT(receiver.tuned, ElementsAre(Low, Middle));
+    EXPECT_EQ(scanner.GetCounts().passes, 0u);
+    EXPECT_EQ(scanner.GetCounts().unreachable, 0u);
+    receiver.silent = "connecting";
+    scanner.Start(std::make_unique<SpanPlan>(std::vector<SpanPlan::Span>{{Low, Low}}, 1e6, "nothing"),
+                  settings);
+    receiver.BeSilent(QString());
+    run(300);
+    EXPECT_EQ(scanner.GetCounts().passes, 1u) << "one step is enough for a pass";
 }
 
 TEST_F(Scans, AReceiverWithoutALevelIsAskedAgain) {

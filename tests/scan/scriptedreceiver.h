@@ -33,8 +33,8 @@ public:
     bool Tune(const ScanStep& step, QString& reason) override {
         if (onTune)
             onTune(step);
-        if (step.frequency < lowest) {
-            reason = QStringLiteral("too low");
+        if (step.frequency < lowest || !silent.isEmpty()) {
+            reason = silent.isEmpty() ? QStringLiteral("too low") : silent;
             return false;
         }
         tuned.push_back(step.frequency);

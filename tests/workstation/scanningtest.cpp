@@ -92,11 +92,13 @@ TEST_F(ScansInTheWindow, TheJobRestsWhileItsChannelsAreScannedHoweverThatEnds) {
         EXPECT_TRUE(QTest::qWaitFor([&] {
             return window().GetActions().Get(A::OpenIntoList)->statusTip().contains("scan surveillance");
         }));
+        EXPECT_FALSE(action(A::Save)->isEnabled());
         end();
         EXPECT_FALSE(scan().GetScanner().IsRunning());
         EXPECT_FALSE(channels.GetInScanSurveillance());
         EXPECT_FALSE(isClosed());
         EXPECT_FALSE(fileAction("open-job")->toolTip().contains('\n'));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return action(A::Save)->isEnabled(); }));
     }
     EXPECT_TRUE(station->GetJob().Open(sample("job-hf.pij")));
 }
@@ -204,7 +206,7 @@ TEST_F(ScansInTheWindow, ThePanelShowsStateCountsAndWhatApplies) {
     panel->Refresh();
     EXPECT_EQ(text("ScanState"), "Signal");
     EXPECT_TRUE(text("ScanCurrent").contains("channel 1")) << text("ScanCurrent").toStdString();
-    EXPECT_EQ(text("ScanCounts"), "1 step(s), 0 pass(es), 1 signal(s)");
+    EXPECT_EQ(text("ScanCounts"), "1 step, 0 passes, 1 signal");
     key(Qt::Key_F7);
     panel->Refresh();
     EXPECT_EQ(text("ScanState"), "Held");
