@@ -21,7 +21,6 @@
 #include <QMenu>
 #include <QMetaEnum>
 #include <QTimer>
-#include <QToolButton>
 #include <QUndoStack>
 
 namespace {
@@ -301,11 +300,6 @@ void WindowActions::SetList(FreqStoreListViewButtonBar* bar, FrequencyStoreListV
         });
         for (int i = 0; i < Bar::ActionCount; ++i)
             connect(bar->GetAction(static_cast<Bar::Action>(i)), &QAction::changed, this, later);
-        // The bar's button takes what other programs have copied, too.
-        for (QToolButton* const button : bar->findChildren<QToolButton*>()) {
-            if (button->defaultAction() == bar->GetAction(Bar::Paste))
-                button->setDefaultAction(Get(Paste));
-        }
     }
     if (const SortListView* shown = list())
         connect(shown, &SortListView::countsChanged, this, later);
