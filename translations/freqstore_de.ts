@@ -629,17 +629,6 @@
     </message>
 </context>
 <context>
-    <name>Ending</name>
-    <message>
-        <source>keeps the memory channels, which were in no job</source>
-        <translation>enthält die Speicherkanäle, die in keinem Auftrag waren</translation>
-    </message>
-    <message>
-        <source>keeps the unsaved changes of the job </source>
-        <translation>enthält die ungesicherten Änderungen des Auftrags </translation>
-    </message>
-</context>
-<context>
     <name>EntryListView</name>
     <message>
         <source>Edit</source>
@@ -1733,10 +1722,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Looking for duplicates</source>
         <translation>Doppelte suchen</translation>
     </message>
-    <message>
-        <source>All Known Files (*.xml *.sfl *.ltl *.csv *.noi *.pij);;All Files (*)</source>
-        <translation>Alle bekannten Dateien (*.xml *.sfl *.ltl *.csv *.noi *.pij);;Alle Dateien (*)</translation>
-    </message>
 </context>
 <context>
     <name>ListMerge</name>
@@ -2176,10 +2161,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>XML Lists</source>
         <translation>XML-Listen</translation>
-    </message>
-    <message>
-        <source>All Known Files (*.xml *.sfl *.ltl *.csv *.noi *.pij);;All Files (*)</source>
-        <translation>Alle bekannten Dateien (*.xml *.sfl *.ltl *.csv *.noi *.pij);;Alle Dateien (*)</translation>
     </message>
 </context>
 <context>
