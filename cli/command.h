@@ -28,6 +28,8 @@ int RunFormats(const QStringList& arguments);
 int RunVersions(const QStringList& arguments);
 int RunMerge(const QStringList& arguments);
 int RunDiff(const QStringList& arguments);
+int RunShare(const QStringList& arguments);
+int RunWatch(const QStringList& arguments);
 
 /// All commands, in the order of the help.
 const std::vector<Command>& Commands();

@@ -326,6 +326,16 @@ void FillFromJson(Node& node, const JsonEntry& entry) {
         std::any_of(std::begin(Takers), std::end(Takers), [&](auto taker) { return taker(*value, entry); });
 }
 
+void AppendJsonMembers(std::string& out, const std::vector<EntryField>& fields) {
+    const char* before = "";
+    for (const EntryField& field : fields) {
+        out += std::exchange(before, ",");
+        appendQuoted(out, field.key);
+        out += ':';
+        appendContent(out, field);
+    }
+}
+
 void PrintJson(const CliList& list, const TakeUtf8& take) {
     TextPieces pieces(take);
     std::string& out = pieces.Text();

@@ -9,6 +9,7 @@
 #include <vector>
 
 class CliList;
+struct EntryField;
 class Node;
 
 // A JSON file is an array with an object per entry, whose members have the names of the entry's values.
@@ -47,6 +48,8 @@ void ReadJson(const QString& path, const std::function<bool(const JsonEntry&)>& 
 /// Sets the values of an entry's node by the members of the same name.
 void FillFromJson(Node& node, const JsonEntry& entry);
 
+/// Appends an entry's members, such as "\"frequency\":7055000", separated by commas.
+void AppendJsonMembers(std::string& out, const std::vector<EntryField>& fields);
 /// Hands on a JSON file piece by piece, until `take` answers false.
 void PrintJson(const CliList& list, const TakeUtf8& take);
 /// Writes a JSON file; throws RGException, with the old file in place, when it cannot be written.

@@ -29,6 +29,7 @@ template <typename Handler>
 struct HandlerUse {
     QLatin1String listPath;
     const char* entryName;
+    const Shape& (*shape)();
     void (*start)(Handler&, Node*);
     GeneralListParser& (*parser)(Handler&); ///< which brackets the entries of a file
     HalvoNodeMediatorCtrl& (*controller)(Handler&);
@@ -67,6 +68,7 @@ protected:
         FillFromJson(node, from);
     }
     Node* GetNode() const override { return m_node; }
+    EntryNodes GetEntryNodes() const override { return {m_use.entryName, &m_use.shape()}; }
     GeneralListParser* Parser() const override { return &m_use.parser(handler()); }
     void
     VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const override {
@@ -97,6 +99,7 @@ std::unique_ptr<CliList> makeTargets() {
     static const HandlerUse<TargetListHandler> use = {
         Paths::Targets,
         "Target",
+        WkfTarget::Shape,
         [](TargetListHandler& handler, Node* node) { handler.Init(node, false); },
         [](TargetListHandler& handler) -> GeneralListParser& { return *handler.GetParser(); },
         [](TargetListHandler& handler) -> HalvoNodeMediatorCtrl& {
@@ -110,6 +113,7 @@ std::unique_ptr<CliList> makeNoi() {
     static const HandlerUse<NOIFrequencyHandler> use = {
         Paths::Noi,
         "Entry",
+        NOIFrequency::Shape,
         [](NOIFrequencyHandler& handler, Node* node) {
             handler.SetRemembersFile(false);
             handler.Init(node);

@@ -15,6 +15,7 @@
 class GeneralListParser;
 class JsonEntry;
 class Node;
+class Shape;
 
 namespace FreqStoreXml {
 class FrequencyStoreEntry;
@@ -69,6 +70,12 @@ public:
     virtual GeneralListParser* Parser() const { return nullptr; }
     /// The node whose children are the entries; null for a list whose entries are no nodes.
     virtual Node* GetNode() const { return nullptr; }
+    /// Name and shape of the entries' nodes; null for a list whose entries are no nodes.
+    struct EntryNodes {
+        const char* name = nullptr;
+        const Shape* shape = nullptr;
+    };
+    virtual EntryNodes GetEntryNodes() const { return {}; }
     /// Adds an entry behind those that are there.
     virtual void AddEntry(const JsonEntry& entry) = 0;
     /// Entries have been added or changed from outside.

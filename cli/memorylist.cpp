@@ -88,6 +88,10 @@ void MemoryList::AddEntry(const JsonEntry& from) {
     FillFromJson(node, from);
 }
 
+CliList::EntryNodes MemoryList::GetEntryNodes() const {
+    return {EntryName, handler().IsVUHF() ? &VUHFMemoryEntry::Shape() : &HFMemoryEntry::Shape()};
+}
+
 void MemoryList::EntriesChanged() {
     handler().SuspendMediatorCtrl(false, true);
 }

@@ -27,6 +27,7 @@ protected:
     void EndEntries(bool isWhole) override;
     void AddEntry(const JsonEntry& from) override;
     Node* GetNode() const override { return m_node; }
+    EntryNodes GetEntryNodes() const override;
     GeneralListParser* Parser() const override;
     void
     VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const override;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workstation/endsignals.h"
+#include "host/startup/endsignals.h"
 #include "workstation/noikeeper.h"
 
 #include <QObject>

@@ -6,6 +6,7 @@
 #include "host/freqlist/textstep.h"
 #include "host/freqlist/undostep.h"
 #include "host/report/rgexception.h"
+#include "host/valuetree/recorders.h"
 
 #include <QScopedValueRollback>
 #include <QThread>
@@ -250,7 +251,7 @@ void UndoHistory::SetOn(bool on) {
     OperatorAction::SetListener(on ? this : nullptr);
     if (on)
         return;
-    ChangeRecorder::SetActive(nullptr);
+    Recorders::SetForAction(nullptr);
     m_running.clear();
     m_stack->clear();
 }
@@ -284,7 +285,7 @@ int UndoHistory::Begin(const QString& name) {
         return m_running.back().action;
     }
     m_running.push_back({++m_lastAction, 0, std::make_unique<Recording>(name, m_texts)});
-    ChangeRecorder::SetActive(m_running.back().recording.get());
+    Recorders::SetForAction(m_running.back().recording.get());
     return m_lastAction;
 }
 
@@ -296,7 +297,7 @@ void UndoHistory::End(int action) {
         return;
     const std::unique_ptr<Recording> recording = std::move(ends->recording);
     m_running.erase(ends);
-    ChangeRecorder::SetActive(m_running.empty() ? nullptr : m_running.back().recording.get());
+    Recorders::SetForAction(m_running.empty() ? nullptr : m_running.back().recording.get());
     try {
         push(*recording);
     } catch (const std::bad_alloc&) {

@@ -1,4 +1,4 @@
-#include "workstation/endsignals.h"
+#include "host/startup/endsignals.h"
 
 #include <QSocketNotifier>
 
