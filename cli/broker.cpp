@@ -31,8 +31,8 @@ Broker::Broker(const Arguments& args, const QString& url) : m_address(BrokerAddr
 }
 
 int RunUntilSignal() {
-    const EndSignals signals;
-    QObject::connect(&signals, &EndSignals::Came, QCoreApplication::instance(),
+    const EndSignals ends;
+    QObject::connect(&ends, &EndSignals::Came, QCoreApplication::instance(),
                      [] { QCoreApplication::exit(ExitDone); });
     return QCoreApplication::exec();
 }

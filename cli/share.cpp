@@ -27,15 +27,12 @@ public:
         m_save.setSingleShot(true);
         m_save.setInterval(SaveMilliseconds);
         connect(&m_save, &QTimer::timeout, this, &SharedFile::Save);
-        connect(m_server.get(), &ListServer::Edited, this, [this] {
-            if (!m_save.isActive())
-                m_save.start();
-        });
+        connect(m_server.get(), &ListServer::Edited, this, &SharedFile::saveSoon);
         connect(m_server.get(), &ListServer::StateChanged, this, &SharedFile::tell);
         tell();
     }
-    /// Writes the list, with what the journal brought back; the journal begins anew. False, told, when the
-    /// file cannot be written: then the journal keeps all.
+    /// Writes the list; the journal begins anew. False, told, when the file cannot be written: then the
+    /// journal keeps all.
     bool Save() {
         m_save.stop();
         m_server->Flush();
@@ -50,9 +47,13 @@ public:
         }
         return true;
     }
-    bool HasUnsaved() const { return m_save.isActive(); }
+    bool HasUnsaved() const { return m_server->HasUnsaved(); }
 
 private:
+    void saveSoon() {
+        if (HasUnsaved() && !m_save.isActive())
+            m_save.start();
+    }
     void tell() {
         using State = ListServer::State;
         const State state = m_server->GetState();
@@ -60,6 +61,8 @@ private:
             TellError(QStringLiteral("freqstore-cli share: serves %1 at %2")
                           .arg(Counted(static_cast<qint64>(m_list.Count()), "entry", "entries"),
                                m_broker.Address().ToString()));
+        if (state == State::Serving)
+            saveSoon(); // what an earlier life left
         if (state == State::Offline && !m_server->Reason().isEmpty())
             TellError(QStringLiteral("freqstore-cli share: not connected: ") + m_server->Reason());
         if (state == State::Refused) {
@@ -93,10 +96,9 @@ int share(const Arguments& args) {
     const QString journal = args.IsSet("journal") ? args.Value("journal") : path + QStringLiteral(".share");
     Broker broker(args, args.Files().first());
     SharedFile shared(*list, kind, path, journal, broker);
-    if (!shared.Save())
-        return ExitFile;
     const int exitCode = RunUntilSignal();
-    return !shared.HasUnsaved() || shared.Save() ? exitCode : int(ExitFile);
+    const bool isKept = exitCode != ExitDone || !shared.HasUnsaved() || shared.Save();
+    return isKept ? exitCode : int(ExitFile);
 }
 
 } // namespace

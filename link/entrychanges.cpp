@@ -21,7 +21,7 @@ void EntryChanges::Changing(ValueBase& value, IObserver*) {
 
 /// An entry's values mostly change one after the other.
 void EntryChanges::note(const Node& child) {
-    if (m_deaf || child.GetParentNode() != m_list)
+    if (m_deaf > 0 || child.GetParentNode() != m_list)
         return;
     const quint32 serial = child.GetSerial();
     if (serial == 0 || (!m_serials.empty() && m_serials.back() == serial))

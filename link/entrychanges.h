@@ -19,8 +19,17 @@ public:
     size_t Count() const { return m_serials.size(); }
     bool Contains(quint32 serial) const;
     bool IsEmpty() const { return m_serials.empty(); }
-    /// While it is on, nothing is noted.
-    void SetDeaf(bool deaf) { m_deaf = deaf; }
+    /// While one lives, nothing is noted.
+    class Deaf {
+    public:
+        explicit Deaf(EntryChanges& changes) : m_changes(changes) { ++changes.m_deaf; }
+        ~Deaf() { --m_changes.m_deaf; }
+        Deaf(const Deaf&) = delete;
+        Deaf& operator=(const Deaf&) = delete;
+
+    private:
+        EntryChanges& m_changes;
+    };
 
 private:
     void Attached(Node& child) override { note(child); }
@@ -31,5 +40,5 @@ private:
     const Node* m_list;
     std::function<void()> m_noted;
     std::vector<quint32> m_serials;
-    bool m_deaf = false;
+    int m_deaf = 0; ///< how many of these live
 };

@@ -11,18 +11,6 @@ namespace {
 /// Changes within this time are asked for together.
 constexpr int GatherMilliseconds = 20;
 
-/// While it lives, what changes in the list is the server's doing.
-class Deaf {
-public:
-    explicit Deaf(EntryChanges& changes) : m_changes(changes) { changes.SetDeaf(true); }
-    ~Deaf() { m_changes.SetDeaf(false); }
-    Deaf(const Deaf&) = delete;
-    Deaf& operator=(const Deaf&) = delete;
-
-private:
-    EntryChanges& m_changes;
-};
-
 } // namespace
 
 ListClient::ListClient(ListReader& reader, const SharedList& list)
@@ -86,7 +74,7 @@ void ListClient::takeRows(const ListCopy::Changed& changed) {
     if (m_mirror.IsShown())
         Flush(); // what was changed here was changed on the rows before these
     {
-        const Deaf deaf(m_changes);
+        const EntryChanges::Deaf deaf(m_changes);
         if (changed.all) {
             const auto isOurs = [this](EntryId id) { return m_changing.count(id) > 0; };
             dropAddedThatAreHere();
@@ -296,7 +284,7 @@ void ListClient::takeAnswer(const QByteArray& payload) {
 void ListClient::takeVerdict(const Answer& answer) {
     const auto isIt = [&](const auto& asked) { return asked.second.request.number == answer.number; };
     const bool isAccepted = answer.verdict == Answer::Verdict::Accepted;
-    const Deaf deaf(m_changes);
+    const EntryChanges::Deaf deaf(m_changes);
     if (const auto change = std::find_if(m_changing.begin(), m_changing.end(), isIt);
         change != m_changing.end()) {
         const EntryId id = change->first;
@@ -343,7 +331,7 @@ void ListClient::refuseChange(EntryId id, const QString& reason) {
             if (wanted[i].second != theirs[i].second)
                 refusal.fields.push_back({wanted[i].first, wanted[i].second, theirs[i].second});
         }
-        const Deaf deaf(m_changes);
+        const EntryChanges::Deaf deaf(m_changes);
         m_mirror.Set(id, present);
     }
     emit Refused(refusal);
@@ -351,14 +339,22 @@ void ListClient::refuseChange(EntryId id, const QString& reason) {
 
 void ListClient::refuseAdded(quint32 serial, const QString& reason) {
     m_adding.erase(serial);
-    const Deaf deaf(m_changes);
-    m_list.node->DeleteNode(m_list.node->ChildBySerial(serial));
-    emit Refused({reason, {}, {}});
+    Refusal refusal{reason, {}, {}};
+    if (Node* const entry = m_list.node->ChildBySerial(serial)) {
+        const EntryLayout layout = EntryLayout::Of(*entry);
+        Wire::Writer writer;
+        layout.Put(writer, *entry);
+        for (const auto& [name, text] : layout.Texts(writer.View()))
+            refusal.fields.push_back({name, text, {}});
+        const EntryChanges::Deaf deaf(m_changes);
+        m_list.node->DeleteNode(entry);
+    }
+    emit Refused(refusal);
 }
 
 void ListClient::refuseRemoved(EntryId id, const QString& reason) {
     m_removing.erase(id);
-    const Deaf deaf(m_changes);
+    const EntryChanges::Deaf deaf(m_changes);
     Node* entry = m_mirror.EntryOf(id);
     if (const ListCopy::Row* const row = m_reader.Copy().Find(id); row && !entry)
         entry = m_mirror.Attach(id, row->Content());

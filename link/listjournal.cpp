@@ -41,13 +41,14 @@ struct ListJournal::Kept {
     std::vector<std::pair<Messages::EntryId, quint64>> written;
     std::map<Messages::EntryId, Changed> changed;
     Messages::EntryId lastId = 0;
+    qint64 bytes = 0; ///< of whole records
 
     /// False when the record is damaged.
     bool Take(QByteArrayView record);
 
 private:
     bool takeIdentities(Wire::Reader in);
-    bool takeDelta(QByteArrayView bytes);
+    bool takeDelta(QByteArrayView message);
 
     LayoutTable m_layouts;
 };
@@ -76,8 +77,8 @@ bool ListJournal::Kept::takeIdentities(Wire::Reader in) {
     return in.IsGood();
 }
 
-bool ListJournal::Kept::takeDelta(QByteArrayView bytes) {
-    const auto delta = Messages::Delta::Decode(bytes);
+bool ListJournal::Kept::takeDelta(QByteArrayView message) {
+    const auto delta = Messages::Delta::Decode(message);
     for (const Messages::Delta::Step& step : delta ? delta->steps : std::vector<Messages::Delta::Step>()) {
         if (step.removed != 0) {
             changed[step.removed] = {};
@@ -119,6 +120,7 @@ ListJournal::Kept ListJournal::read() {
         const QByteArrayView record = in.Block();
         if (!in.IsGood() || Wire::Hash(record) != hash || !kept.Take(record))
             break;
+        kept.bytes = bytes.size() - in.Left();
     }
     return kept;
 }
@@ -194,13 +196,15 @@ void ListJournal::Restore(const SharedList& list, RowTable& rows, LayoutTable& l
         rows.Put(entry->GetSerial(), entry->GetOrdinal(),
                  {id, entry->GetSerial(), 1, layout, contents.View()});
     }
-    if (QFile::exists(m_path))
-        openForAppending();
+    if (!QFile::exists(m_path))
+        return Begin(rows, layouts);
+    openBehind(kept.bytes);
+    m_changeBytes = kept.changed.empty() ? 0 : kept.bytes;
 }
 
-void ListJournal::openForAppending() {
+void ListJournal::openBehind(qint64 bytes) {
     m_file.close();
-    if (!m_file.open(QIODevice::Append))
+    if (!m_file.open(QIODevice::ReadWrite) || !m_file.resize(bytes) || !m_file.seek(bytes))
         fail(m_file.errorString());
     m_layoutsKept = 0; // numbers of another process are others
 }
@@ -220,7 +224,7 @@ void ListJournal::Begin(const RowTable& rows, const LayoutTable& layouts) {
     REPORTGENERATOR::PrivateFile file(QFileInfo(m_path).absolutePath());
     file.Write(out.View());
     file.Commit(QFileInfo(m_path).absoluteFilePath());
-    openForAppending();
+    openBehind(out.View().size());
     m_layoutsKept = layouts.Count();
     m_changeBytes = 0;
 }
@@ -234,8 +238,6 @@ void ListJournal::Append(QByteArrayView delta, const LayoutTable& layouts) {
 }
 
 void ListJournal::write(const QByteArray& records) {
-    if (!m_file.isOpen())
-        return;
     if (m_file.write(records) != records.size() || !m_file.flush() || fdatasync(m_file.handle()) != 0)
         fail(m_file.errorString());
     m_changeBytes += records.size();

@@ -12,12 +12,12 @@
 /// Entries are known again by their contents. All operations throw RGException "file: reason".
 class ListJournal {
 public:
-    /// The file is made by the first `Begin`. Refuses one that another process uses.
+    /// Refuses a file that another process uses.
     explicit ListJournal(const QString& path);
 
     /// Gives entries of the list, as they were read from its file, the identities that they had, and makes
     /// the kept changes to it again. `rows` gets a row for each entry. Bytes behind a record that is not
-    /// whole are passed over: their change was not accepted yet.
+    /// whole are dropped: their change was not accepted yet. Makes the file where there is none.
     void Restore(const SharedList& list, RowTable& rows, LayoutTable& layouts);
     /// Starts anew with the rows as they are: the list's file holds them.
     void Begin(const RowTable& rows, const LayoutTable& layouts);
@@ -30,7 +30,8 @@ private:
     struct Kept;
 
     Kept read();
-    void openForAppending();
+    /// Opens the file for what comes behind its whole records.
+    void openBehind(qint64 bytes);
     void write(const QByteArray& records);
     [[noreturn]] void fail(const QString& reason) const;
 

@@ -67,6 +67,10 @@ ListServer::ListServer(Seat& seat, const SharedList& list, const QString& listDi
     busChanged();
 }
 
+bool ListServer::HasUnsaved() const {
+    return m_journal && m_journal->ChangeBytes() > 0;
+}
+
 ListServer::~ListServer() {
     if (m_state != State::Serving)
         return;
@@ -169,17 +173,19 @@ void ListServer::serve() {
     m_publisher.SetSending(true);
     m_publisher.CatchUp(m_manifest);
     setState(State::Serving);
+    if (m_claim && m_claim->nonce != m_seat.Nonce())
+        claimNow(); // the second one's stands there
     publishFile();
 }
 
 /// Takes the list as it is.
 void ListServer::adopt() {
-    m_changes.SetDeaf(true);
     if (m_list.shape)
         m_publisher.layouts.Add(EntryLayout::Of(Names::Intern(m_list.entryName), *m_list.shape));
-    if (m_journal)
+    if (m_journal) {
+        const EntryChanges::Deaf deaf(m_changes);
         m_journal->Restore(m_list, m_publisher.rows, m_publisher.layouts);
-    m_changes.SetDeaf(false);
+    }
     std::vector<quint32> serials;
     for (const Node* entry : m_list.node->Children())
         serials.push_back(entry->GetSerial());
@@ -238,15 +244,8 @@ void ListServer::Flush() {
     const std::vector<quint32> serials = m_changes.Take();
     const std::vector<Step> steps = stepsOf(serials);
     const bool hadEdits = std::exchange(m_hasEdits, false);
-    try {
-        if (!steps.empty())
-            publishSteps(steps);
-    } catch (const RGException& exception) {
-        // What cannot be kept is in the list all the same; the operator of the server has to know.
-        Problems::Report(TraceSource, Problem::FromText(exception.GetErrorText()));
-        for (Waiting& waiting : m_answers)
-            waiting.answer.reason = tr("is not on the server's disk: %1").arg(exception.GetErrorText());
-    }
+    if (!steps.empty())
+        publishSteps(steps);
     answer();
     if (hadEdits)
         emit Edited();
@@ -254,8 +253,13 @@ void ListServer::Flush() {
 
 /// What clients are told has been kept before.
 void ListServer::publishSteps(const std::vector<Step>& steps) {
-    if (m_journal)
-        m_journal->Append(m_publisher.DeltaOf(steps), m_publisher.layouts);
+    try {
+        if (m_journal)
+            m_journal->Append(m_publisher.DeltaOf(steps), m_publisher.layouts);
+    } catch (const RGException& exception) {
+        // It is in the list all the same; the operator of the server has to know.
+        Problems::Report(TraceSource, Problem::FromText(exception.GetErrorText()));
+    }
     if (steps.size() > std::max(ManySteps, m_publisher.rows.Count() / 2)) {
         m_publisher.PublishAnew();
     } else {

@@ -37,6 +37,8 @@ public:
     void Flush();
     /// The list has been written to its file: the journal begins anew.
     void WasSaved();
+    /// Whether the journal has changes that the list's file may lack.
+    bool HasUnsaved() const;
     /// The id of an entry that has been published; 0 for another node.
     Messages::EntryId IdOf(const Node& entry) const;
 

@@ -68,12 +68,12 @@ private:
     Node* m_node;
 };
 
-/// A seat of a local broker with a list of its own, which it mirrors.
+/// A seat with a list of its own, which it mirrors.
 struct TestClient {
-    TestClient(LocalBroker& broker, const QString& user, bool hasFile = false)
+    TestClient(std::unique_ptr<MessageBus> itsBus, const QString& user, bool hasFile = false)
         : list(user),
-          bus(broker, user),
-          seat(bus, Q("north"), user),
+          bus(std::move(itsBus)),
+          seat(*bus, Q("north"), user),
           reader(seat, Q("Targets")),
           client(reader, list.Shared(hasFile)) {
         QObject::connect(&client, &ListClient::Refused, [this](const ListClient::Refusal& r) {
@@ -82,10 +82,14 @@ struct TestClient {
                 refused << QStringLiteral("%1: %2, not %3").arg(field.name, field.present, field.wanted);
         });
     }
+    TestClient(LocalBroker& broker, const QString& user, bool hasFile = false)
+        : TestClient(std::make_unique<LocalBus>(broker, user), user, hasFile) {}
     bool IsReady() const { return client.WhyNoEditing().isEmpty() && client.Pending() == 0; }
+    /// Breaks the connection to a local broker.
+    void Cut() { static_cast<LocalBus&>(*bus).Cut(); }
 
     TestList list;
-    LocalBus bus;
+    std::unique_ptr<MessageBus> bus;
     Seat seat;
     ListReader reader;
     ListClient client;
@@ -93,16 +97,19 @@ struct TestClient {
 };
 
 struct TestServer {
+    TestServer(std::unique_ptr<MessageBus> itsBus, const QString& user)
+        : list(user), bus(std::move(itsBus)), seat(*bus, Q("north"), user) {}
     explicit TestServer(LocalBroker& broker, const QString& user = QStringLiteral("server"))
-        : list(user), bus(broker, user), seat(bus, Q("north"), user) {}
+        : TestServer(std::make_unique<LocalBus>(broker, user), user) {}
     void Serve(const QString& directory = {}, std::unique_ptr<ListJournal> journal = nullptr,
                bool hasFile = false) {
         server = std::make_unique<ListServer>(seat, list.Shared(hasFile), directory, std::move(journal));
     }
     bool IsServing() const { return server->GetState() == ListServer::State::Serving; }
+    void Cut() { static_cast<LocalBus&>(*bus).Cut(); }
 
     TestList list;
-    LocalBus bus;
+    std::unique_ptr<MessageBus> bus;
     Seat seat;
     std::unique_ptr<ListServer> server;
 };
