@@ -142,8 +142,10 @@ void ListClient::settleChange(EntryId id) {
     m_changing.erase(id);
     const Messages::Row row = m_reader.Copy().Find(id)->Content();
     Node* const entry = m_mirror.EntryOf(id);
-    if (!entry)
-        return;
+    if (!entry) { // removed here meanwhile
+        m_mirror.SetRevision(id, row.revision, row.layout);
+        return noteRemoved(id);
+    }
     const bool isAsAsked = m_mirror.IsAs(*entry, m_mirror.LayoutOf(id), asked.request.contents);
     if (isAsAsked)
         return m_mirror.Set(id, row);
@@ -207,7 +209,7 @@ void ListClient::noteChanged(EntryId id, Node& entry) {
     request.id = id;
     request.base = m_mirror.RevisionOf(id);
     putContents(entry, m_mirror.LayoutOf(id), request);
-    m_changing[id] = send(std::move(request));
+    m_changing[id] = send(std::move(request), content.contents.toByteArray());
 }
 
 void ListClient::noteAdded(Node& entry) {
@@ -222,16 +224,20 @@ void ListClient::noteAdded(Node& entry) {
 }
 
 void ListClient::noteRemoved(EntryId id) {
+    if (m_changing.count(id) > 0)
+        return; // when that is settled
     const Messages::Revision base = m_mirror.RevisionOf(id);
+    const ListCopy::Row* const row = m_reader.Copy().Find(id);
     m_mirror.Forget(id);
-    m_changing.erase(id);
+    if (!row)
+        return;
     if (const QString reason = WhyNoEditing(); !reason.isEmpty())
         return refuseRemoved(id, reason);
     Request request;
     request.kind = Request::Kind::Remove;
     request.id = id;
     request.base = base;
-    m_removing[id] = send(std::move(request));
+    m_removing[id] = send(std::move(request), row->Content().contents.toByteArray());
 }
 
 /// The entry's contents, by its number where the server knows such a layout.
@@ -255,10 +261,19 @@ void ListClient::publish(const Request& request) {
         m_retry.start();
 }
 
-ListClient::Asked ListClient::send(Request request) {
+ListClient::Asked ListClient::send(Request request, const QByteArray& before) {
     request.number = ++m_lastNumber;
     publish(request);
-    return {std::move(request), false, 0};
+    return {std::move(request), before, false, 0};
+}
+
+/// A server that started anew counts revisions anew: what is as it was when it was changed here still is.
+void ListClient::sendAgain(Asked& asked, const Messages::Row& row) {
+    if (row.revision != asked.request.base && row.contents == asked.before) {
+        asked.request.base = row.revision;
+        asked.request.number = ++m_lastNumber;
+    }
+    publish(asked.request);
 }
 
 void ListClient::takeAnswer(const QByteArray& payload) {
@@ -377,20 +392,19 @@ void ListClient::askAgain() {
         return;
     for (const auto& [id, asked] : std::map(m_changing)) {
         const ListCopy::Row* const row = m_reader.Copy().Find(id);
-        Node* const entry = m_mirror.EntryOf(id);
-        if (!row || !entry) {
+        if (!row) {
             refuseChange(id, tr("the entry has been removed"));
         } else if (row->Content().contents == asked.request.contents) {
             settleChange(id);
-        } else if (row->Content().revision != asked.request.base) {
+        } else if (row->Content().revision != asked.request.base && row->Content().contents != asked.before) {
             refuseChange(id, tr("the entry has been changed meanwhile"));
         } else {
-            publish(asked.request);
+            sendAgain(m_changing[id], row->Content());
         }
     }
     for (const auto& [id, asked] : std::map(m_removing)) {
-        if (m_reader.Copy().Find(id))
-            publish(asked.request);
+        if (const ListCopy::Row* const row = m_reader.Copy().Find(id))
+            sendAgain(m_removing[id], row->Content());
         else
             m_removing.erase(id);
     }

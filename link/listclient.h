@@ -56,6 +56,7 @@ private:
     using EntryId = Messages::EntryId;
     struct Asked {
         Messages::Request request;
+        QByteArray before; ///< contents that it changes
         bool isAccepted = false;
         EntryId id = 0; ///< of an added entry, once it is known
     };
@@ -72,7 +73,8 @@ private:
     void noteChanged(EntryId id, Node& entry);
     void noteAdded(Node& entry);
     void noteRemoved(EntryId id);
-    Asked send(Messages::Request request);
+    Asked send(Messages::Request request, const QByteArray& before = {});
+    void sendAgain(Asked& asked, const Messages::Row& row);
     void publish(const Messages::Request& request);
     void putContents(const Node& entry, quint32 alike, Messages::Request& request) const;
     void takeAnswer(const QByteArray& payload);

@@ -146,7 +146,8 @@ private:
 
 } // namespace
 
-void ListJournal::Restore(const SharedList& list, RowTable& rows, LayoutTable& layouts) {
+void ListJournal::Restore(const SharedList& list, Messages::Revision revision, RowTable& rows,
+                          LayoutTable& layouts) {
     Kept kept = read();
     Identities present, before;
     std::map<Messages::EntryId, Kept::Changed> missing;
@@ -194,7 +195,7 @@ void ListJournal::Restore(const SharedList& list, RowTable& rows, LayoutTable& l
         const quint32 layout = layouts.NumberOf(*entry);
         layouts.At(layout)->Put(contents, *entry);
         rows.Put(entry->GetSerial(), entry->GetOrdinal(),
-                 {id, entry->GetSerial(), 1, layout, contents.View()});
+                 {id, entry->GetSerial(), revision, layout, contents.View()});
     }
     if (!QFile::exists(m_path))
         return Begin(rows, layouts);

@@ -16,9 +16,9 @@ public:
     explicit ListJournal(const QString& path);
 
     /// Gives entries of the list, as they were read from its file, the identities that they had, and makes
-    /// the kept changes to it again. `rows` gets a row for each entry. Bytes behind a record that is not
-    /// whole are dropped: their change was not accepted yet. Makes the file where there is none.
-    void Restore(const SharedList& list, RowTable& rows, LayoutTable& layouts);
+    /// the kept changes to it again. `rows` gets a row of `revision` for each entry. Bytes behind a record
+    /// that is not whole are dropped: their change was not accepted yet. Makes the file where there is none.
+    void Restore(const SharedList& list, Messages::Revision revision, RowTable& rows, LayoutTable& layouts);
     /// Starts anew with the rows as they are: the list's file holds them.
     void Begin(const RowTable& rows, const LayoutTable& layouts);
     /// Keeps a published change; it is on the disk when this returns.

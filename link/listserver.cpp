@@ -184,7 +184,7 @@ void ListServer::adopt() {
         m_publisher.layouts.Add(EntryLayout::Of(Names::Intern(m_list.entryName), *m_list.shape));
     if (m_journal) {
         const EntryChanges::Deaf deaf(m_changes);
-        m_journal->Restore(m_list, m_publisher.rows, m_publisher.layouts);
+        m_journal->Restore(m_list, m_publisher.NextRevision(), m_publisher.rows, m_publisher.layouts);
     }
     std::vector<quint32> serials;
     for (const Node* entry : m_list.node->Children())

@@ -98,7 +98,7 @@ class Journal : public testing::Test, protected TestFolder {
 protected:
     struct Life {
         explicit Life(const QString& path) : list(Q("life")), journal(std::make_unique<ListJournal>(path)) {}
-        void Restore() { journal->Restore(list.Shared(), rows, layouts); }
+        void Restore() { journal->Restore(list.Shared(), 1, rows, layouts); }
         std::map<QString, Messages::EntryId> Ids() const {
             std::map<QString, Messages::EntryId> ids;
             for (Node* entry : list.GetNode().Children())

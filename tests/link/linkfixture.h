@@ -29,7 +29,12 @@ public:
     explicit TestList(const QString& name)
         : m_node(Tree::Instance()->MakeNode(QStringLiteral("/LinkTest/") +
                                             QString(name).replace(QLatin1Char('/'), QLatin1Char('_')))) {}
-    ~TestList() { Tree::Instance()->GetNode(QStringLiteral("/LinkTest"))->DeleteNode(m_node); }
+    ~TestList() {
+        Node* const parent = m_node->GetParentNode();
+        for (const char* value : {"_FileName", "_FileLoaded"})
+            parent->DeleteValue(m_node->GetName() + QLatin1String(value));
+        parent->DeleteNode(m_node);
+    }
     TestList(const TestList&) = delete;
     TestList& operator=(const TestList&) = delete;
 
@@ -78,6 +83,7 @@ struct TestClient {
           client(reader, list.Shared(hasFile)) {
         QObject::connect(&client, &ListClient::Refused, [this](const ListClient::Refusal& r) {
             refused << r.reason;
+            ++refusals;
             for (const auto& field : r.fields)
                 refused << QStringLiteral("%1: %2, not %3").arg(field.name, field.present, field.wanted);
         });
@@ -94,6 +100,7 @@ struct TestClient {
     ListReader reader;
     ListClient client;
     QStringList refused;
+    int refusals = 0;
 };
 
 struct TestServer {

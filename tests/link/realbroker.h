@@ -32,9 +32,9 @@ class RealBroker : protected TestFolder {
 public:
     explicit RealBroker(const QStringList& users) {
         makeCertificates();
+        Write("passwords", "");
         for (const QString& user : users)
-            run("mosquitto_passwd",
-                {user == users.first() ? "-bc" : "-b", Path("passwords"), user, PasswordOf(user)});
+            run("mosquitto_passwd", {"-b", Path("passwords"), user, PasswordOf(user)});
         quint16 port = 0;
         close(ListeningSocket(port));
         m_port = port;
