@@ -97,7 +97,8 @@ TEST_F(SharedFiles, whatStartsAndCancelledDialogsWriteIsNoRequest) {
 class Journal : public testing::Test, protected TestFolder {
 protected:
     struct Life {
-        explicit Life(const QString& path) : list(Q("life")), journal(std::make_unique<ListJournal>(path)) {}
+        explicit Life(const QString& path)
+            : list(QStringLiteral("life%1").arg(++lives)), journal(std::make_unique<ListJournal>(path)) {}
         void Restore() { journal->Restore(list.Shared(), 1, rows, layouts); }
         std::map<QString, Messages::EntryId> Ids() const {
             std::map<QString, Messages::EntryId> ids;
@@ -121,6 +122,7 @@ protected:
             journal->Append(delta.Encode(), layouts);
         }
 
+        static inline int lives = 0;
         TestList list;
         std::unique_ptr<ListJournal> journal;
         RowTable rows;
