@@ -82,7 +82,9 @@ ListReader::State ListReader::stateNow() const {
         return State::Waiting;
     if (!m_copy.IsWhole())
         return State::Loading;
-    return m_seat.IsPresent(m_copy.Newest()->server.toUtf8()) ? State::Whole : State::ServerGone;
+    if (m_seat.IsPresent(m_copy.Newest()->server.toUtf8()))
+        return State::Whole;
+    return m_seat.KnowsAll() ? State::ServerGone : State::Loading;
 }
 
 QString ListReader::StateText() const {

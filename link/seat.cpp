@@ -33,6 +33,9 @@ Seat::Seat(MessageBus& bus, const QString& site, const QString& name, QObject* p
         bus.Subscribe(m_site + "/call", [this](const auto&, const auto&) { m_answer.start(); }));
     m_answer.setSingleShot(true);
     m_answer.setInterval(AnswerMilliseconds);
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(PatienceMilliseconds);
+    connect(&m_patience, &QTimer::timeout, this, &Seat::PresenceChanged);
     connect(&m_answer, &QTimer::timeout, this, &Seat::publishPresence);
     connect(&bus, &MessageBus::StateChanged, this, &Seat::stateChanged);
     if (bus.IsOnline())
@@ -45,6 +48,7 @@ Seat::~Seat() {
 }
 
 void Seat::comeIn() {
+    m_patience.start();
     publishPresence();
     CallAll();
 }

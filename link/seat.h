@@ -27,6 +27,8 @@ public:
     /// Seats that are there, by their paths, this one among them.
     const std::map<QByteArray, Messages::Presence>& Present() const { return m_present; }
     bool IsPresent(const QByteArray& seat) const { return m_present.count(seat) > 0; }
+    /// Whether all who are there have had the time to say so since the connection stands.
+    bool KnowsAll() const { return m_bus.IsOnline() && !m_patience.isActive(); }
     QString NameOf(const QByteArray& seat) const;
 
     /// Tells which entry is being edited here; id 0 for none.
@@ -63,6 +65,7 @@ private:
     std::map<QByteArray, Messages::Presence> m_present;
     std::map<quint64, std::function<void()>> m_echoes;
     quint64 m_lastEcho = 0;
+    QTimer m_patience;
     QTimer m_answer; ///< many calls at a time get one answer
     std::set<QByteArray> m_told;
     std::vector<std::unique_ptr<MessageBus::Subscription>> m_subscriptions;

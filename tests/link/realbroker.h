@@ -101,7 +101,7 @@ private:
         text.replace("listener 8883", "listener " + QByteArray::number(m_port) + " 127.0.0.1");
         text.replace("/etc/mosquitto/freqstore", folder);
         text.replace("/var/lib/mosquitto/", folder + "/");
-        text += "log_dest stdout\nlog_type error\nlog_type warning\nlog_type information\n";
+        text += "log_dest stderr\nlog_type error\nlog_type warning\nlog_type information\n";
         if (geteuid() == 0)
             text += "user root\n"; // the folder is this user's alone
         Write("mosquitto.conf", text);
