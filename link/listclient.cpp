@@ -417,8 +417,7 @@ void ListClient::stateChanged() {
     if (!isWhole) {
         m_mayEdit = false;
         m_helloNumber = 0;
-    } else if (!m_mayEdit && m_helloNumber == 0) {
-        m_isReadOnly = false;
+    } else if (!m_mayEdit && !m_isReadOnly && m_helloNumber == 0) {
         sayHello();
     }
     emit RightsChanged();
@@ -440,6 +439,7 @@ void ListClient::retry() {
         m_retry.stop();
 }
 
+/// Some brokers hang up on whoever publishes where he may not: it is not tried again.
 void ListClient::takeRefusedTopic(const QByteArray& topic) {
     if (topic != m_requestTopic)
         return;

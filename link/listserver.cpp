@@ -64,6 +64,10 @@ ListServer::ListServer(Seat& seat, const SharedList& list, const QString& listDi
         if (m_patience.isActive() && m_claim && m_claim->seat.toUtf8() == who)
             setState(State::Refused, tr("%1 serves this list already").arg(m_seat.NameOf(who)));
     });
+    connect(&seat.Bus(), &MessageBus::Refused, this, [this](const QByteArray& topic) {
+        if (topic == m_publisher.Topic() + "/claim")
+            setState(State::Refused, tr("the broker does not let this user serve the list"));
+    });
     busChanged();
 }
 

@@ -126,6 +126,7 @@ TEST_F(Programs, shareAListKeepWhatWasAcceptedAndPrintEachChange) {
     share = std::make_unique<CliProcess>(broker, Q("server"), QStringList{"share", Path("list.ltl")});
     EXPECT_TRUE(Until([&] { return client.WhyNoEditing().isEmpty() && client.Pending() == 0; }));
     EXPECT_EQ(list.At(3)->GetValue(Q("comment"))->GetStringValue(), Q("edited by \"anna\""));
+    ASSERT_TRUE(Until([&] { return share->Err().contains("serves"); }));
     share->terminate();
     EXPECT_TRUE(share->waitForFinished());
     EXPECT_EQ(share->exitCode(), 0) << share->Err().toStdString();
