@@ -11,7 +11,7 @@
 /// one.
 class RowTable {
 public:
-    static constexpr size_t RowsInChunk = 128;
+    static constexpr size_t RowsInChunk = 32;
 
     struct Row {
         Messages::EntryId id;
