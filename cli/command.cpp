@@ -22,6 +22,8 @@ const std::vector<Command>& Commands() {
         {"job", "show|merge [OPTIONS] FILES", "show or change the memory channels of a job", RunJob},
         {"versions", "[--data DIR] [--restore NUMBER] [--out OUT] FILE",
          "list or restore saved versions of a file", RunVersions},
+        {"share", "[--list KIND] [OPTIONS] URL FILE", "serve a list to other seats", RunShare},
+        {"watch", "[--list KIND] [OPTIONS] URL", "print a served list and its changes", RunWatch},
         {"detect", "[OPTIONS] SWEEP.csv OUT.xml|OUT.csv", "find the signals in power sweeps", RunDetect},
         {"receivers", "[--format table|json] [WORD...]", "list the models of receivers", RunReceivers},
         {"tune", "[--receiver R] FREQUENCY [MODE [BANDWIDTH]]", "tune a receiver", RunTune},

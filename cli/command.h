@@ -32,6 +32,8 @@ int RunDiff(const QStringList& arguments);
 int RunReceivers(const QStringList& arguments);
 int RunTune(const QStringList& arguments);
 int RunLevel(const QStringList& arguments);
+int RunShare(const QStringList& arguments);
+int RunWatch(const QStringList& arguments);
 
 /// All commands, in the order of the help.
 const std::vector<Command>& Commands();

@@ -171,6 +171,16 @@ void FillFromJson(Node& node, const JsonEntry& entry) {
     }
 }
 
+void AppendJsonMembers(std::string& out, const std::vector<EntryField>& fields) {
+    const char* before = "";
+    for (const EntryField& field : fields) {
+        out += std::exchange(before, ",");
+        AppendJsonText(out, field.key);
+        out += ':';
+        appendContent(out, field);
+    }
+}
+
 void PrintJson(const CliList& list, const JsonFrame& frame, const TakeUtf8& take) {
     TextPieces pieces(take);
     std::string& out = pieces.Text();

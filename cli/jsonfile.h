@@ -5,6 +5,7 @@
 #include "interchange/jsonentry.h"
 
 class CliList;
+struct EntryField;
 class Node;
 struct EntryField;
 
@@ -25,6 +26,8 @@ void AddToJson(Interchange::JsonEntry& entry, const EntryField& field);
 /// Sets the values of an entry's node by the members of the same name.
 void FillFromJson(Node& node, const Interchange::JsonEntry& entry);
 
+/// Appends an entry's members, such as "\"frequency\":7055000", separated by commas.
+void AppendJsonMembers(std::string& out, const std::vector<EntryField>& fields);
 /// Hands on a JSON file piece by piece, until `take` answers false.
 void PrintJson(const CliList& list, const Interchange::JsonFrame& frame, const TakeUtf8& take);
 /// Writes a JSON file; throws RGException, with the old file in place, when it cannot be written.

@@ -30,6 +30,8 @@ template <typename Handler>
 struct HandlerUse {
     QLatin1String listPath;
     Node& (*addEntry)(Node& list); ///< one with the values of a new entry and no comment
+    const char* entryName;
+    const Shape& (*shape)();
     void (*start)(Handler&, Node*);
     GeneralListParser& (*parser)(Handler&); ///< which brackets the entries of a file
     HalvoNodeMediatorCtrl& (*controller)(Handler&);
@@ -66,6 +68,7 @@ protected:
         FillFromJson(m_use.addEntry(*m_node), from);
     }
     Node* GetNode() const override { return m_node; }
+    EntryNodes GetEntryNodes() const override { return {m_use.entryName, &m_use.shape()}; }
     GeneralListParser* Parser() const override { return &m_use.parser(handler()); }
     HalvoNodeMediatorCtrl* Controller() const override { return &m_use.controller(handler()); }
     void
@@ -116,6 +119,8 @@ std::unique_ptr<CliList> makeTargets() {
     static const HandlerUse<TargetListHandler> use = {
         Paths::Targets,
         addTarget,
+        "Target",
+        WkfTarget::Shape,
         [](TargetListHandler& handler, Node* node) { handler.Init(node, false); },
         [](TargetListHandler& handler) -> GeneralListParser& { return *handler.GetParser(); },
         [](TargetListHandler& handler) -> HalvoNodeMediatorCtrl& {
@@ -129,6 +134,8 @@ std::unique_ptr<CliList> makeNoi() {
     static const HandlerUse<NOIFrequencyHandler> use = {
         Paths::Noi,
         [](Node& list) -> Node& { return AddShapedEntry<NOIFrequency>(list, "Entry", nullptr); },
+        "Entry",
+        NOIFrequency::Shape,
         [](NOIFrequencyHandler& handler, Node* node) {
             handler.SetRemembersFile(false);
             handler.Init(node);

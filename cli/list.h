@@ -17,6 +17,7 @@
 class GeneralListParser;
 class HalvoNodeMediatorCtrl;
 class Node;
+class Shape;
 
 namespace Interchange {
 class JsonEntry;
@@ -79,6 +80,12 @@ public:
     virtual Node* GetNode() const { return nullptr; }
     /// Who has the entries that are nodes; null for others.
     virtual HalvoNodeMediatorCtrl* Controller() const { return nullptr; }
+    /// Name and shape of the entries' nodes; null for a list whose entries are no nodes.
+    struct EntryNodes {
+        const char* name = nullptr;
+        const Shape* shape = nullptr;
+    };
+    virtual EntryNodes GetEntryNodes() const { return {}; }
     /// Adds an entry behind those that are there.
     virtual void AddEntry(const Interchange::JsonEntry& entry) = 0;
     /// Entries have been added or changed from outside.

@@ -118,6 +118,10 @@ void MemoryList::AddEntry(const Interchange::JsonEntry& from) {
     FillFromJson(add(*m_node, EntryName, handler().GetGeneralEntry()), from);
 }
 
+CliList::EntryNodes MemoryList::GetEntryNodes() const {
+    return {EntryName, handler().IsVUHF() ? &VUHFMemoryEntry::Shape() : &HFMemoryEntry::Shape()};
+}
+
 void MemoryList::EntriesChanged() {
     handler().SuspendMediatorCtrl(false, true);
 }

@@ -30,6 +30,7 @@ protected:
     void EndEntries(bool isWhole) override;
     void AddEntry(const Interchange::JsonEntry& from) override;
     Node* GetNode() const override { return m_node; }
+    EntryNodes GetEntryNodes() const override;
     GeneralListParser* Parser() const override;
     HalvoNodeMediatorCtrl* Controller() const override;
     void

@@ -51,6 +51,7 @@ protected:
         FillFromJson(AddShapedEntry<SearchMCDataResult>(*m_node, "Entry", nullptr), from);
     }
     Node* GetNode() const override { return m_node; }
+    EntryNodes GetEntryNodes() const override { return {"Entry", &SearchMCDataResult::Shape()}; }
     void
     VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const override {
         list().VisitRecords(visit);

@@ -28,6 +28,7 @@ install(FILES packaging/freqstore.mime.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/
 install(FILES workstation/icons/freqstore.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps
         COMPONENT programs)
 
+install(DIRECTORY docs/sharing DESTINATION ${doc}/freqstore COMPONENT programs)
 install(DIRECTORY docs/guide/ DESTINATION ${doc}/freqstore/guide COMPONENT programs FILES_MATCHING PATTERN "*.md")
 install(DIRECTORY ${PROJECT_BINARY_DIR}/guide/ DESTINATION ${doc}/freqstore/guide COMPONENT programs OPTIONAL
         FILES_MATCHING PATTERN "*.png")

@@ -11,7 +11,8 @@ import sys
 
 PAGES = re.compile(r"README\.md|CONTRIBUTING\.md|docs/.*\.md")
 GUIDE = "docs/guide/"
-FOR_USERS = ("README.md", "docs/file-formats.md", "docs/receivers.md", "docs/translating.md", GUIDE)  # they name what is in files, too
+FOR_USERS = ("README.md", "docs/file-formats.md", "docs/receivers.md", "docs/sharing/", "docs/translating.md",
+             GUIDE)  # they name what is in files, too
 SOURCES = (".h", ".cpp", ".py", ".sh", ".cmake", ".md")  # a name with one of these is a file's
 LISTS = "controls/frequencystore/"  # where paths of a list's folder begin
 MADE = re.compile(r"\.git|build.*|out")

@@ -6,6 +6,7 @@
 #include "host/freqlist/textstep.h"
 #include "host/freqlist/undostep.h"
 #include "host/report/rgexception.h"
+#include "host/valuetree/recorders.h"
 
 #include <QScopedValueRollback>
 #include <QThread>
@@ -327,7 +328,7 @@ void UndoHistory::SetOn(bool on) {
     LongWork::SetKeeper(on ? this : nullptr);
     if (on)
         return;
-    ChangeRecorder::SetActive(nullptr);
+    Recorders::SetForAction(nullptr);
     m_running.clear();
     m_stack->clear();
 }
@@ -367,7 +368,7 @@ int UndoHistory::Begin(const QString& name) {
         return running->action;
     }
     m_running.push_back({++m_lastAction, 0, std::make_unique<Recording>(name, m_texts), {}});
-    ChangeRecorder::SetActive(m_running.back().recording.get());
+    Recorders::SetForAction(m_running.back().recording.get());
     return m_lastAction;
 }
 
@@ -379,7 +380,7 @@ void UndoHistory::End(int action) {
         return;
     const std::unique_ptr<Recording> recording = std::move(ends->recording);
     m_running.erase(ends);
-    ChangeRecorder::SetActive(m_running.empty() ? nullptr : m_running.back().recording.get());
+    Recorders::SetForAction(m_running.empty() ? nullptr : m_running.back().recording.get());
     try {
         push(*recording);
     } catch (const std::bad_alloc&) {
@@ -409,13 +410,13 @@ void UndoHistory::stay() {
 void UndoHistory::Revert() {
     if (Running* const running = runningHere()) {
         const QScopedValueRollback isTakingBack(m_isTakingBack, true);
-        ChangeRecorder::SetActive(nullptr);
+        Recorders::SetForAction(nullptr);
         const std::unique_ptr<Recording> done = std::move(running->recording);
         done->Finish();
         Step step(*this, done->Name(), *done);
         const std::set<int> changed = step.TakeBack();
         running->recording = std::make_unique<Recording>(done->Name(), m_texts);
-        ChangeRecorder::SetActive(running->recording.get());
+        Recorders::SetForAction(running->recording.get());
         std::erase_if(running->selections,
                       [&](const Selection& selection) { return !changed.contains(selection.listId); });
         select(running->recording->Lists(), running->selections);

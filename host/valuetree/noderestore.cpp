@@ -1,5 +1,6 @@
 // Children that come back to the places from which they were removed.
 
+#include "host/valuetree/changerecorder.h"
 #include "host/valuetree/node.h"
 #include "host/valuetree/nodeparts.h"
 
@@ -85,6 +86,10 @@ void Node::Restore(std::span<const Returning> returning) {
     r.serialsBefore = places.serials.front() - 1;
     r.serials = countOn ? std::vector<quint32>() : std::move(places.serials);
     ++r.restores;
+    for (const Returning& place : returning) {
+        if (ChangeRecorder* recorder = ChangeRecorder::Active()) [[unlikely]]
+            recorder->Attached(*place.child);
+    }
     const WeakRef<Node> alive(this);
     NotifyObservers(TChangeCode::ChildrenChanged, nullptr);
     if (alive)

@@ -1,0 +1,266 @@
+// Figures of shared lists: through a mosquitto of the bench's own on this machine, and of the library alone.
+
+#include "bench/memoryprobe.h"
+#include "bench/targets.h"
+#include "controls/frequencystore/targets/wkflistentry.h"
+#include "link/listclient.h"
+#include "link/listserver.h"
+#include "link/localbus.h"
+#include "link/mqttbus.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+constexpr int Port = 28831;
+
+/// Handles events until something is so.
+template <typename Is>
+void until(Is isSo) {
+    while (!isSo())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+}
+
+/// A broker without encryption or passwords for the loopback, whose limits are those of the documentation.
+class BenchBroker {
+public:
+    BenchBroker() {
+        QFile file(m_dir.filePath(QStringLiteral("conf")));
+        file.open(QIODevice::WriteOnly);
+        file.write("listener " + QByteArray::number(Port) +
+                   " 127.0.0.1\nallow_anonymous true\nmax_queued_messages 0\nmax_inflight_messages 0\n");
+        file.close();
+        m_process.setProcessChannelMode(QProcess::MergedChannels);
+        m_process.start(QStringLiteral("mosquitto"), {QStringLiteral("-c"), file.fileName()});
+        QByteArray told;
+        while (!told.contains("running") && m_process.waitForReadyRead())
+            told += m_process.readAll();
+    }
+    ~BenchBroker() {
+        m_process.terminate();
+        m_process.waitForFinished();
+    }
+    std::unique_ptr<MqttBus> Connect() const {
+        BrokerAddress address;
+        address.host = QStringLiteral("127.0.0.1");
+        address.port = Port;
+        return std::make_unique<MqttBus>(address);
+    }
+    /// What the broker's process holds.
+    double Bytes() const {
+        QFile file(QStringLiteral("/proc/%1/statm").arg(m_process.processId()));
+        file.open(QIODevice::ReadOnly);
+        return file.readAll().split(' ')[1].toDouble() * 4096;
+    }
+
+private:
+    QTemporaryDir m_dir;
+    QProcess m_process;
+};
+
+SharedList targets(Node& node) {
+    return {&node, QStringLiteral("target"), QStringLiteral("Target"), &WkfTarget::Shape(), false};
+}
+
+/// The list of the bench, served.
+struct Served {
+    Served(std::unique_ptr<MessageBus> itsBus, int count)
+        : bus(std::move(itsBus)), seat(*bus, QStringLiteral("bench"), QStringLiteral("server")) {
+        Node& list = *Bench::Get().List(count).GetItemsRoot();
+        server = std::make_unique<ListServer>(seat, targets(list));
+        until([&] { return server->GetState() == ListServer::State::Serving; });
+        entries = list.Children();
+    }
+    /// Changes the n-th entry.
+    void Edit(size_t n) {
+        auto* const value = entries[n % entries.size()]->FindOwn<ValueNumeric<double>>(
+            Names::Intern(QStringLiteral("frequency")));
+        value->SetValue(value->GetValue() + 1);
+    }
+
+    std::unique_ptr<MessageBus> bus;
+    Seat seat;
+    std::unique_ptr<ListServer> server;
+    std::vector<Node*> entries;
+};
+
+/// A seat that follows the list; without a node it keeps the rows alone.
+struct Follower {
+    Follower(std::unique_ptr<MessageBus> itsBus, Node* node = nullptr)
+        : bus(std::move(itsBus)),
+          seat(*bus, QStringLiteral("bench"), QStringLiteral("client")),
+          reader(seat, QStringLiteral("target")) {
+        if (node)
+            client = std::make_unique<ListClient>(reader, targets(*node));
+    }
+    bool IsAt(Messages::Revision revision) const { return reader.Copy().Revision() >= revision; }
+    bool IsWhole() const { return reader.GetState() == ListReader::State::Whole; }
+
+    std::unique_ptr<MessageBus> bus;
+    Seat seat;
+    ListReader reader;
+    std::unique_ptr<ListClient> client;
+};
+
+/// A late joiner gets 20,000 entries into its tree, beside reading them from XML: the time on the clock,
+/// since the broker works, too.
+void ShareLateJoiner(benchmark::State& state) {
+    constexpr int Count = 20000;
+    const BenchBroker broker;
+    const QString xml = Bench::Get().File("shared.xml");
+    Bench::Get().List(Count).SaveFile(xml);
+    for (auto _ : state) {
+        std::vector<double> readings, joinings, ratios;
+        for (int i = 0; i < 5; ++i) {
+            Bench::Get().Empty();
+            readings.push_back(secondsOf([&] { TargetListHandler::Instance()->ReadFile(xml); }));
+            const Served served(broker.Connect(), Count);
+            Node& node = *Tree::Instance()->MakeNode(QStringLiteral("/Lists/Joined"));
+            joinings.push_back(secondsOf([&] {
+                const Follower late(broker.Connect(), &node);
+                until([&] { return late.IsWhole(); });
+            }));
+            if (node.ChildCount() != Count)
+                state.SkipWithError("the list is not whole");
+            node.DeleteChildren();
+            ratios.push_back(joinings.back() / readings.back());
+        }
+        report(state, medianOf(readings), medianOf(joinings), 3.0);
+        state.counters["ratio"] = medianOf(ratios);
+        state.SetLabel("reading them from XML");
+    }
+}
+BENCHMARK(ShareLateJoiner)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+
+/// An edit at the server of 100,000 entries beside one at 1,000, until all is published.
+void ShareEditOfLongList(benchmark::State& state) {
+    constexpr size_t Edits = 20000;
+    const auto edits = [](int count) {
+        return [count] {
+            LocalBroker broker;
+            Served served(std::make_unique<LocalBus>(broker, QStringLiteral("server")), count);
+            return processorSecondsOf([&] {
+                for (size_t i = 0; i < Edits; ++i) {
+                    served.Edit(i * 7919);
+                    served.server->Flush();
+                }
+            });
+        };
+    };
+    for (auto _ : state)
+        reportInTurn(state, "the same in a list of 1,000", 2.0, edits(1000), edits(100000));
+}
+BENCHMARK(ShareEditOfLongList)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+
+/// How long it takes until ten clients have an edit.
+void ShareEditToTenClients(benchmark::State& state) {
+    const BenchBroker broker;
+    Served served(broker.Connect(), 20000);
+    std::vector<std::unique_ptr<Follower>> clients;
+    for (int i = 0; i < 10; ++i)
+        clients.push_back(std::make_unique<Follower>(broker.Connect()));
+    const auto haveAll = [&](Messages::Revision revision) {
+        return std::all_of(clients.begin(), clients.end(),
+                           [&](const auto& client) { return client->IsWhole() && client->IsAt(revision); });
+    };
+    until([&] { return haveAll(1); });
+    for (auto _ : state) {
+        std::vector<double> times;
+        for (size_t i = 0; i < 200; ++i) {
+            const Messages::Revision next = served.server->Publisher().NextRevision();
+            times.push_back(secondsOf([&] {
+                served.Edit(i * 7919);
+                until([&] { return haveAll(next); });
+            }));
+        }
+        report(state, 0.1, medianOf(times), 1.0);
+        state.SetLabel("100 ms");
+    }
+}
+BENCHMARK(ShareEditToTenClients)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+
+/// Memory of a seat that follows 200,000 entries without a tree, and of the broker, an entry.
+void ShareMemory(benchmark::State& state) {
+    constexpr int Count = 200000;
+    for (auto _ : state) {
+        const BenchBroker broker;
+        const double empty = broker.Bytes();
+        const Served served(broker.Connect(), Count);
+        const double before = residentBytes();
+        forgetPeak();
+        const Follower late(broker.Connect());
+        until([&] { return late.IsWhole(); });
+        state.SetIterationTime(1e-9);
+        state.counters["bytes_while_joining"] = (peakBytes() - before) / Count;
+        state.counters["bytes_per_entry"] = (residentBytes() - before) / Count;
+        state.counters["broker_bytes_per_entry"] = (broker.Bytes() - empty) / Count;
+        state.counters["rows"] = static_cast<double>(late.reader.Copy().GetRows().size());
+    }
+}
+BENCHMARK(ShareMemory)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+
+/// A thousand changes a second for a minute: what is lost, how far a client lags behind, and what grows.
+void ShareManyChanges(benchmark::State& state) {
+    constexpr int Seconds = 60;
+    constexpr int PerTurn = 20;
+    const BenchBroker broker;
+    Served served(broker.Connect(), 20000);
+    const Follower client(broker.Connect());
+    until([&] { return client.IsWhole(); });
+    for (auto _ : state) {
+        QElapsedTimer clock;
+        clock.start();
+        double ours = 0, its = 0, longest = 0;
+        size_t edits = 0;
+        while (clock.elapsed() < Seconds * 1000) {
+            for (int i = 0; i < PerTurn; ++i)
+                served.Edit(++edits * 7919);
+            const qint64 next = static_cast<qint64>(edits);
+            until([&] { return clock.elapsed() >= next; });
+            if (edits == 5000) { // the log has come round
+                ours = residentBytes();
+                its = broker.Bytes();
+            }
+        }
+        longest = secondsOf([&] {
+            served.server->Flush();
+            until([&] { return client.IsAt(served.server->Publisher().Revision()); });
+        });
+        state.SetIterationTime(static_cast<double>(clock.elapsed()) / 1000);
+        state.counters["changes"] = static_cast<double>(edits);
+        state.counters["lag_s"] = longest;
+        state.counters["grown_bytes"] = residentBytes() - ours;
+        state.counters["broker_grown_bytes"] = broker.Bytes() - its;
+        state.counters["is_whole"] = client.IsWhole() ? 1 : 0;
+    }
+}
+BENCHMARK(ShareManyChanges)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+
+/// Bytes on the wire: of an entry in its chunk, and of an edit as each client gets it.
+void ShareBytes(benchmark::State& state) {
+    constexpr int Count = 20000;
+    LocalBroker broker;
+    Served served(std::make_unique<LocalBus>(broker, QStringLiteral("server")), Count);
+    for (auto _ : state) {
+        double chunks = 0, edit = 0;
+        for (const auto& [topic, payload] : broker.Retained()) {
+            if (topic.contains("/chunk/"))
+                chunks += static_cast<double>(topic.size() + payload.size());
+        }
+        served.Edit(1);
+        served.server->Flush();
+        for (const auto& [topic, payload] : broker.Retained()) {
+            if (topic.contains("/log/") || topic.contains("/manifest"))
+                edit += static_cast<double>(topic.size() + payload.size());
+        }
+        state.SetIterationTime(1e-9);
+        state.counters["bytes_per_entry"] = chunks / Count;
+        state.counters["bytes_per_edit"] = edit;
+    }
+}
+BENCHMARK(ShareBytes)->UseManualTime()->Iterations(1);
+
+} // namespace

@@ -1,0 +1,111 @@
+#pragma once
+
+#include "host/valuetree/valueptr.h"
+#include "link/entrychanges.h"
+#include "link/listjournal.h"
+#include "link/listpublisher.h"
+#include "link/seat.h"
+#include "link/sharedlist.h"
+
+#include <QElapsedTimer>
+
+/// Serves a list of this program to all seats of a site: publishes the entries under its node and what
+/// becomes of them, and does what clients ask for. It alone changes the list; undo, files and views of this
+/// program go on as ever. One seat serves a list: where another one does already, this one is refused.
+class ListServer : public QObject, public IObserver {
+    Q_OBJECT
+
+public:
+    enum class State {
+        Offline,
+        Claiming, ///< looks whether another one serves the list
+        Serving,
+        Refused, ///< another one does
+    };
+
+    /// The seat and the list outlive the server. Files that clients ask for lie in `listDirectory`; empty for
+    /// none. The journal, which may be null, keeps the entries' identities and what clients changed.
+    ListServer(Seat& seat, const SharedList& list, const QString& listDirectory = {},
+               std::unique_ptr<ListJournal> journal = nullptr);
+    ~ListServer() override;
+
+    State GetState() const { return m_state; }
+    /// Why it is refused or offline, for people.
+    QString Reason() const;
+    const ListPublisher& Publisher() const { return m_publisher; }
+    /// Publishes what has changed without waiting for the timer.
+    void Flush();
+    /// The list has been written to its file: the journal begins anew.
+    void WasSaved();
+    /// Whether the journal has changes that the list's file may lack.
+    bool HasUnsaved() const;
+    /// The id of an entry that has been published; 0 for another node.
+    Messages::EntryId IdOf(const Node& entry) const;
+
+    void Update(Observable* subject, TChangeCode code) override;
+
+signals:
+    void StateChanged();
+    /// A client's changes are in the list, and in the journal if there is one.
+    void Edited();
+
+private:
+    struct Vanished;
+    using Step = ListPublisher::Step;
+    struct Waiting {
+        QByteArray seat;
+        Messages::Answer answer;
+        quint32 added; ///< serial of an entry whose id is still to be told
+    };
+
+    void subscribe();
+    void setState(State state, const QString& reason = {});
+    void busChanged();
+    void claim();
+    void claimNow();
+    void decide();
+    void serve();
+    void takeClaim(const QByteArray& payload);
+
+    void adopt();
+    std::vector<Step> stepsOf(const std::vector<quint32>& serials);
+    bool noteStep(Node& entry, Vanished& vanished, std::vector<Step>& steps);
+    void publishSteps(const std::vector<Step>& steps);
+    void publishFile();
+
+    void takeRequest(const QByteArray& topic, const QByteArray& payload);
+    Messages::Answer perform(const Messages::Request& request, quint32& added);
+    /// Each tells why it is refused; empty when it is done.
+    Messages::Answer change(const Messages::Request& request);
+    QString set(const Messages::Request& request, Node& entry);
+    QString add(const Messages::Request& request, quint32& added);
+    QString load(const QString& name);
+    const EntryLayout* layoutOf(const Messages::Request& request, std::optional<EntryLayout>& own) const;
+    bool isKnown(const QByteArray& seat, quint64 number);
+    void answer();
+
+    Seat& m_seat;
+    SharedList m_list;
+    QString m_listDirectory;
+    ListPublisher m_publisher;
+    std::unique_ptr<ListJournal> m_journal;
+    EntryChanges m_changes;
+    QTimer m_timer;
+    State m_state = State::Offline;
+    QString m_reason;
+
+    std::optional<Messages::Claim> m_claim; ///< the latest at the broker
+    std::optional<Messages::Manifest> m_manifest;
+    QByteArray m_rival; ///< whose claim came before ours
+    bool m_sawOwnClaim = false;
+    QTimer m_patience;
+
+    ValueObservingPtr<Value<bool>> m_fileLoaded;
+    ValueObservingPtr<Value<QString>> m_fileName;
+    quint64 m_announced = 0;
+
+    std::map<QByteArray, std::deque<Messages::Answer>> m_answered; ///< the last ones, by seat
+    std::vector<Waiting> m_answers; ///< that wait for the change being published
+    bool m_hasEdits = false;        ///< of clients
+    std::vector<std::unique_ptr<MessageBus::Subscription>> m_subscriptions;
+};

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+/// A bus that carries messages between seats: who publishes knows no reader. A retained message is kept by
+/// the bus and given to whoever subscribes later; an empty one removes it. Topics are paths ("a/b/c"); in
+/// filters
+/// "+" stands for any one part and "#", at the end, for all further ones.
+///
+/// Everything happens in the thread of the object, the GUI thread; messages come from the event loop. While
+/// the bus is offline nothing that is published is kept for later: who publishes does it again when
+/// `StateChanged` tells that it is online.
+class MessageBus : public QObject {
+    Q_OBJECT
+
+public:
+    enum class State { Offline, Connecting, Online };
+    enum class Keep { No, Retained };
+    using Handler = std::function<void(const QByteArray& topic, const QByteArray& payload)>;
+
+    /// Ends the subscription with its own end. The bus may end first.
+    class Subscription {
+    public:
+        Subscription(MessageBus& bus, quint64 id) : m_bus(&bus), m_id(id) {}
+        ~Subscription();
+        Subscription(const Subscription&) = delete;
+        Subscription& operator=(const Subscription&) = delete;
+
+    private:
+        friend class MessageBus;
+        MessageBus* m_bus;
+        quint64 m_id;
+    };
+
+    using QObject::QObject;
+    ~MessageBus() override;
+
+    State GetState() const { return m_state; }
+    bool IsOnline() const { return m_state == State::Online; }
+    /// Why the bus is not online, for people; empty while it is, or nothing is known.
+    const QString& Reason() const { return m_reason; }
+    /// How the bus knows its user, as its rights are given to; never empty.
+    virtual QString UserName() const = 0;
+
+    /// Before `Connect`: what the bus publishes when the connection ends in any way.
+    virtual void SetWill(const QByteArray& topic, const QByteArray& payload) = 0;
+    /// Connects, and connects again whenever the connection breaks, until `Disconnect`.
+    virtual void Connect() = 0;
+    virtual void Disconnect() = 0;
+    virtual void Publish(const QByteArray& topic, const QByteArray& payload, Keep keep = Keep::No) = 0;
+
+    /// Has the handler called for each message that matches, retained ones first, again after each
+    /// reconnection.
+    [[nodiscard]] std::unique_ptr<Subscription> Subscribe(const QByteArray& filter, Handler handler);
+    /// Has retained messages that match sent again to who subscribed to them.
+    virtual void FetchAgain(const QByteArray& filter) = 0;
+
+    static bool Matches(QByteArrayView filter, QByteArrayView topic);
+
+signals:
+    void StateChanged();
+    /// The bus does not let this user publish there.
+    void Refused(const QByteArray& topic);
+
+protected:
+    virtual void startReceiving(const QByteArray& filter) = 0;
+    virtual void stopReceiving(const QByteArray& filter) = 0;
+    void setState(State state, const QString& reason = {});
+    void deliver(const QByteArray& topic, const QByteArray& payload);
+    /// Filters of all subscriptions.
+    std::vector<QByteArray> filters() const;
+
+private:
+    struct Entry {
+        quint64 id;
+        QByteArray filter;
+        std::shared_ptr<Handler> handler;
+        Subscription* owner;
+    };
+
+    void unsubscribe(quint64 id);
+
+    State m_state = State::Offline;
+    QString m_reason;
+    std::vector<Entry> m_entries;
+    quint64 m_lastId = 0;
+};

@@ -1,0 +1,125 @@
+#include "link/seat.h"
+
+#include "host/base/problems.h"
+#include "link/topics.h"
+
+#include <QRandomGenerator>
+
+namespace {
+
+constexpr char TraceSource[] = "sharelink";
+constexpr qsizetype LongestName = 200;
+constexpr size_t MostTold = 100;
+constexpr int AnswerMilliseconds = 100;
+
+} // namespace
+
+Seat::Seat(MessageBus& bus, const QString& site, const QString& name, QObject* parent)
+    : QObject(parent),
+      m_bus(bus),
+      m_site(Topics::Site(site)),
+      m_nonce(QRandomGenerator::system()->generate64()) {
+    m_path = Topics::Escaped(bus.UserName()) + '/' + QByteArray::number(m_nonce, 36);
+    m_topic = m_site + "/seats/" + m_path;
+    m_own.name = name.left(LongestName);
+    m_own.nonce = m_nonce;
+    bus.SetWill(m_topic, {});
+    m_subscriptions.push_back(
+        bus.Subscribe(m_site + "/seats/+/+",
+                      [this](const auto& topic, const auto& payload) { takePresence(topic, payload); }));
+    m_subscriptions.push_back(
+        bus.Subscribe(m_topic + "/echo", [this](const auto&, const auto& payload) { takeEcho(payload); }));
+    m_subscriptions.push_back(
+        bus.Subscribe(m_site + "/call", [this](const auto&, const auto&) { m_answer.start(); }));
+    m_answer.setSingleShot(true);
+    m_answer.setInterval(AnswerMilliseconds);
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(PatienceMilliseconds);
+    connect(&m_patience, &QTimer::timeout, this, &Seat::PresenceChanged);
+    connect(&m_answer, &QTimer::timeout, this, &Seat::publishPresence);
+    connect(&bus, &MessageBus::StateChanged, this, &Seat::stateChanged);
+    if (bus.IsOnline())
+        comeIn();
+    bus.Connect();
+}
+
+Seat::~Seat() {
+    m_bus.Publish(m_topic, {});
+}
+
+void Seat::comeIn() {
+    m_patience.start();
+    publishPresence();
+    CallAll();
+}
+
+void Seat::stateChanged() {
+    if (m_bus.IsOnline())
+        return comeIn();
+    m_echoes.clear();
+    m_present.clear();
+    emit PresenceChanged();
+}
+
+void Seat::publishPresence() {
+    m_bus.Publish(m_topic, m_own.Encode());
+}
+
+void Seat::SetEditing(const QString& list, Messages::EntryId id) {
+    if (m_own.id == id && m_own.list == list)
+        return;
+    m_own.list = list;
+    m_own.id = id;
+    publishPresence();
+}
+
+void Seat::CallAll() {
+    m_bus.Publish(m_site + "/call", "?");
+}
+
+QString Seat::NameOf(const QByteArray& seat) const {
+    const auto found = m_present.find(seat);
+    return found != m_present.end() ? found->second.name : Topics::Unescaped(seat.left(seat.indexOf('/')));
+}
+
+void Seat::takePresence(const QByteArray& topic, const QByteArray& payload) {
+    const QByteArray seat = Topics::SeatOf(topic);
+    if (payload.isEmpty()) {
+        m_present.erase(seat);
+    } else if (auto presence = Messages::Presence::Decode(payload)) {
+        presence->name.truncate(LongestName);
+        m_present[seat] = *presence;
+        emit Appeared(seat);
+    } else {
+        return TellOnce(topic, tr("is no presence of a seat"));
+    }
+    // An end of this seat that was told late, or by a stranger, is none.
+    if (payload.isEmpty() && seat == m_path)
+        publishPresence();
+    emit PresenceChanged();
+}
+
+void Seat::AfterWhatIsUnderWay(std::function<void()> then) {
+    if (!m_bus.IsOnline())
+        return;
+    m_echoes[++m_lastEcho] = std::move(then);
+    m_bus.Publish(m_topic + "/echo", QByteArray::number(m_lastEcho));
+}
+
+void Seat::takeEcho(const QByteArray& payload) {
+    const auto found = m_echoes.find(payload.toULongLong());
+    if (found == m_echoes.end())
+        return;
+    const std::function<void()> then = std::move(found->second);
+    m_echoes.erase(found);
+    then();
+}
+
+void Seat::TellOnce(const QByteArray& topic, const QString& reason) {
+    // Numbers of chunks are no kinds.
+    quint64 number = 0;
+    const QByteArray kind = Topics::NumberOf(topic, number) ? topic.left(topic.lastIndexOf('/')) : topic;
+    if (m_told.size() >= MostTold || !m_told.insert(kind).second)
+        return;
+    Problems::Report(TraceSource, {QString::fromUtf8(topic.left(LongestName)), 0, reason});
+}

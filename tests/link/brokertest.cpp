@@ -1,0 +1,294 @@
+// Against a mosquitto with the documented configuration.
+
+#include "host/report/rgexception.h"
+#include "tests/link/linkfixture.h"
+#include "tests/link/realbroker.h"
+
+#include <random>
+
+namespace {
+
+std::unique_ptr<MqttBus> busOf(const RealBroker& broker, const QString& user, int port = 0) {
+    return std::make_unique<MqttBus>(broker.AddressOf(user, port));
+}
+
+TEST(Broker, lateComersGetTwentyThousandEntriesAndEditsGoBothWays) {
+    const RealBroker broker({"server", "anna", "reader"});
+    TestServer server(busOf(broker, Q("server")), Q("server"));
+    server.list.Fill(20000);
+    server.Serve();
+    ASSERT_TRUE(Until([&] { return server.IsServing(); })) << server.server->Reason().toStdString();
+    TestClient anna(busOf(broker, Q("anna")), Q("anna"));
+    ASSERT_TRUE(Until([&] { return anna.IsReady(); })) << anna.client.WhyNoEditing().toStdString();
+    EXPECT_EQ(anna.list.Text(), server.list.Text());
+
+    TestList::Comment(*anna.list.At(77)).SetValue(Q("by anna"));
+    ASSERT_TRUE(Until([&] { return TestList::Comment(*server.list.At(77)).GetValue() == Q("by anna"); }));
+    TestClient reader(busOf(broker, Q("reader")), Q("reader"));
+    EXPECT_TRUE(Until([&] { return reader.client.WhyNoEditing().contains(Q("only read")); }));
+    EXPECT_EQ(reader.list.Text(), server.list.Text());
+}
+
+TEST(Broker, usersWithoutTheRightAreToldWhy) {
+    const RealBroker broker({"server", "anna"});
+    TestServer anna(busOf(broker, Q("anna")), Q("anna"));
+    anna.list.Fill(3);
+    anna.Serve();
+    EXPECT_TRUE(Until([&] { return anna.server->GetState() == ListServer::State::Refused; }));
+    EXPECT_EQ(anna.server->Reason(), Q("the broker does not let this user serve the list"));
+
+    BrokerAddress wrong = broker.AddressOf(Q("anna"));
+    wrong.password = Q("guess");
+    MqttBus bus(wrong);
+    bus.Connect();
+    EXPECT_TRUE(Until([&] { return bus.Reason() == Q("the broker refuses the user or the password"); }));
+    BrokerAddress stranger = broker.AddressOf(Q("anna"));
+    stranger.caFile.clear();
+    MqttBus distrusting(stranger);
+    distrusting.Connect();
+    EXPECT_TRUE(Until([&] { return !distrusting.Reason().isEmpty(); }));
+    EXPECT_FALSE(distrusting.IsOnline());
+}
+
+TEST(Broker, aBrokerThatIsKilledComesBackByItself) {
+    RealBroker broker({"server", "anna"});
+    TestServer server(busOf(broker, Q("server")), Q("server"));
+    server.list.Fill(500);
+    server.Serve();
+    TestClient anna(busOf(broker, Q("anna")), Q("anna"));
+    ASSERT_TRUE(Until([&] { return anna.IsReady(); }));
+    broker.Kill();
+    ASSERT_TRUE(Until([&] { return anna.reader.StateText().contains(Q("is old")); }));
+    TestList::Comment(*server.list.At(7)).SetValue(Q("meanwhile"));
+    EXPECT_EQ(anna.list.GetNode().ChildCount(), 500u);
+    broker.Start();
+    ASSERT_TRUE(Until([&] { return anna.IsReady() && anna.list.Text() == server.list.Text(); }))
+        << anna.reader.StateText().toStdString();
+    EXPECT_EQ(TestList::Comment(*anna.list.At(7)).GetValue(), Q("meanwhile"));
+}
+
+/// freqstore-cli as a process of its own.
+class CliProcess : public QProcess {
+public:
+    CliProcess(const RealBroker& broker, const QString& user, const QStringList& words) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(Q("FREQSTORE_SHARE_PASSWORD"), RealBroker::PasswordOf(user));
+        setProcessEnvironment(environment);
+        QStringList arguments = words;
+        arguments.insert(1, QStringLiteral("mqtts://%1@127.0.0.1:%2/north").arg(user).arg(broker.Port()));
+        start(Q(CLI_PROGRAM), arguments + QStringList{"--ca-file", broker.CaFile()});
+    }
+    ~CliProcess() override {
+        kill();
+        waitForFinished();
+    }
+    /// Standard output from the start.
+    const QByteArray& Out() {
+        setReadChannel(StandardOutput);
+        m_out += readAll();
+        return m_out;
+    }
+    const QByteArray& Err() { return m_err += readAllStandardError(); }
+
+private:
+    QByteArray m_out, m_err;
+};
+
+class Programs : public testing::Test, protected TestFolder {};
+
+TEST_F(Programs, shareAListKeepWhatWasAcceptedAndPrintEachChange) {
+    RealBroker broker({"server", "anna", "reader"});
+    ASSERT_TRUE(QFile::copy(Q(SAMPLES_DIR "/targets.ltl"), Path("list.ltl")));
+    QFile(Path("list.ltl")).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    auto share = std::make_unique<CliProcess>(broker, Q("server"), QStringList{"share", Path("list.ltl")});
+    CliProcess watch(broker, Q("reader"), {"watch"});
+
+    const TestList list(Q("anna"));
+    MqttBus bus(broker.AddressOf(Q("anna")));
+    Seat seat(bus, Q("north"), Q("anna"));
+    ListReader reader(seat, Q("target"));
+    const ListClient client(reader, {&list.GetNode(), Q("target"), Q("Target"), nullptr, false});
+    ASSERT_TRUE(Until([&] { return client.WhyNoEditing().isEmpty(); })) << share->Err().toStdString();
+    const auto count = static_cast<int>(list.GetNode().ChildCount());
+    ASSERT_GT(count, 10);
+    EXPECT_TRUE(Until([&] { return watch.Out().count('\n') == count; })) << watch.Err().toStdString();
+    EXPECT_EQ(watch.Out().count("\"event\":\"entry\""), count);
+
+    list.At(3)->GetValue(Q("comment"))->SetStringValue(Q("edited by \"anna\""));
+    EXPECT_TRUE(Until([&] { return watch.Out().contains("\"comment\":\"edited by \\\"anna\\\"\""); }));
+    EXPECT_EQ(watch.Out().count("\"event\":\"changed\""), 1);
+    ASSERT_TRUE(Until([&] { return client.Pending() == 0; }));
+    CliProcess second(broker, Q("server"), {"share", Path("list.ltl"), "--journal", Path("other")});
+    EXPECT_TRUE(second.waitForFinished() && second.exitCode() == 2);
+    EXPECT_TRUE(second.Err().contains("serves this list already")) << second.Err().toStdString();
+
+    share = nullptr; // killed: the journal has what the file may not have yet
+    share = std::make_unique<CliProcess>(broker, Q("server"), QStringList{"share", Path("list.ltl")});
+    EXPECT_TRUE(Until([&] { return client.WhyNoEditing().isEmpty() && client.Pending() == 0; }));
+    EXPECT_EQ(list.At(3)->GetValue(Q("comment"))->GetStringValue(), Q("edited by \"anna\""));
+    ASSERT_TRUE(Until([&] { return share->Err().contains("serves"); }));
+    share->terminate();
+    EXPECT_TRUE(share->waitForFinished());
+    EXPECT_EQ(share->exitCode(), 0) << share->Err().toStdString();
+    const QByteArray saved = Read("list.ltl");
+    EXPECT_TRUE(QString::fromUtf16(reinterpret_cast<const char16_t*>(saved.constData()), saved.size() / 2)
+                    .contains(Q("edited by")));
+}
+
+/// What five clients did, without a link: each has entries of its own, known by their frequencies.
+struct Model {
+    std::map<double, QString> entries;
+    std::map<QString, std::pair<double, QString>> before; ///< of each comment that was written
+
+    void Write(double frequency, const QString& comment) {
+        before[comment] = {frequency, entries[frequency]};
+        entries[frequency] = comment;
+    }
+    QStringList Text() const {
+        QStringList lines;
+        for (const auto& [frequency, comment] : entries)
+            lines << QStringLiteral("%1 %2").arg(frequency).arg(comment);
+        lines.sort();
+        return lines;
+    }
+};
+
+QStringList textOf(const TestList& list) {
+    Model model;
+    for (Node* entry : list.GetNode().Children())
+        model.entries[TestList::Frequency(*entry).GetValue()] = TestList::Comment(*entry).GetValue();
+    EXPECT_EQ(model.entries.size(), list.GetNode().ChildCount());
+    return model.Text();
+}
+
+class RandomEdits : public testing::Test, protected TestFolder {
+protected:
+    static constexpr int Clients = 5;
+
+    void SetUp() override {
+        server->list.Fill(100);
+        startServer();
+        for (Node* entry : server->list.GetNode().Children())
+            model.entries[TestList::Frequency(*entry).GetValue()] = TestList::Comment(*entry).GetValue();
+        for (int i = 0; i < Clients; ++i) {
+            const QString name = QStringLiteral("c%1").arg(i);
+            clients.push_back(std::make_unique<TestClient>(
+                std::make_unique<MqttBus>(broker.AddressOf(Q("anna"), proxy.Port())), name));
+            QObject::connect(&clients.back()->client, &ListClient::Refused,
+                             [this](const ListClient::Refusal& refusal) { takeBack(refusal); });
+        }
+        ASSERT_TRUE(Until([&] { return areReady(); }));
+    }
+    void startServer() {
+        server->Serve({}, std::make_unique<ListJournal>(Path("journal")));
+        server->server->WasSaved();
+    }
+    /// Kills the server, whose list is then as it was saved, and starts it anew.
+    void restartServer() {
+        const QStringList saved = textOf(server->list);
+        server->bus->Disconnect(); // its claim stays
+        server.reset();
+        server = std::make_unique<TestServer>(std::make_unique<MqttBus>(broker.AddressOf(Q("server"))),
+                                              Q("server"));
+        server->list.Fill(100);
+        server->Serve({}, std::make_unique<ListJournal>(Path("journal")));
+        EXPECT_EQ(textOf(server->list), saved);
+    }
+    void takeBack(const ListClient::Refusal& refusal) {
+        for (const auto& field : refusal.fields) {
+            if (field.name != Q("comment") || model.before.count(field.wanted) == 0)
+                continue;
+            const auto [frequency, comment] = model.before[field.wanted];
+            if (comment.isEmpty())
+                model.entries.erase(frequency);
+            else
+                model.entries[frequency] = comment;
+        }
+        if (refusal.fields.empty() && refusal.entry)
+            model.entries[TestList::Frequency(*refusal.entry.get()).GetValue()] =
+                TestList::Comment(*refusal.entry.get()).GetValue();
+    }
+    bool areReady() const {
+        return std::all_of(clients.begin(), clients.end(),
+                           [](const auto& client) { return client->IsReady(); });
+    }
+    void edit(int number) {
+        TestClient& client = *clients[number % Clients];
+        if (!client.IsReady())
+            return;
+        const QString comment = QStringLiteral("edit %1").arg(number);
+        std::vector<Node*> own;
+        for (Node* entry : client.list.GetNode().Children()) {
+            if (static_cast<qint64>(TestList::Frequency(*entry).GetValue()) / 1000 % Clients ==
+                number % Clients)
+                own.push_back(entry);
+        }
+        const auto kind = random() % 10;
+        if (kind < 2 || own.empty()) {
+            const double frequency = 1e8 + number * 5000 + number % Clients * 1000;
+            client.list.Add(frequency, comment);
+            return model.Write(frequency, comment);
+        }
+        Node* const entry = own[random() % own.size()];
+        const double frequency = TestList::Frequency(*entry).GetValue();
+        if (kind == 9) {
+            model.entries.erase(frequency);
+            client.list.GetNode().DeleteNode(entry);
+        } else {
+            TestList::Comment(*entry).SetValue(comment);
+            model.Write(frequency, comment);
+        }
+    }
+    void disturb() {
+        switch (random() % 60) {
+        case 0:
+            return proxy.Cut();
+        case 1:
+            return proxy.HalveNext();
+        case 2:
+            return proxy.SetDelay(static_cast<int>(random() % 30));
+        case 3:
+            return proxy.SetDelay(0);
+        case 4:
+            broker.Kill();
+            return broker.Start();
+        default:
+            return;
+        }
+    }
+
+    std::mt19937 random;
+    RealBroker broker{{"server", "anna"}};
+    FaultProxy proxy{broker.Port()};
+    std::unique_ptr<TestServer> server =
+        std::make_unique<TestServer>(std::make_unique<MqttBus>(broker.AddressOf(Q("server"))), Q("server"));
+    std::vector<std::unique_ptr<TestClient>> clients;
+    Model model;
+};
+
+TEST_F(RandomEdits, ofFiveClientsWithFaultsEndAlikeForAll) {
+    const unsigned seed = qEnvironmentVariableIsSet("LINK_SEED") ? qEnvironmentVariable("LINK_SEED").toUInt()
+                                                                 : std::random_device()();
+    SCOPED_TRACE(testing::Message() << "LINK_SEED=" << seed);
+    std::printf("LINK_SEED=%u\n", seed);
+    random.seed(seed);
+    for (int number = 0; number < 1500; ++number) {
+        edit(number);
+        disturb();
+        QTest::qWait(static_cast<int>(random() % 10));
+        if (number == 500 || number == 1000) {
+            proxy.SetDelay(0);
+            ASSERT_TRUE(Until([&] { return areReady(); }));
+            restartServer();
+        }
+    }
+    proxy.SetDelay(0);
+    EXPECT_TRUE(Until([&] {
+        return areReady() && std::all_of(clients.begin(), clients.end(), [&](const auto& client) {
+                   return client->list.Text() == server->list.Text();
+               });
+    }));
+    EXPECT_EQ(textOf(server->list), model.Text());
+}
+
+} // namespace

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "host/valuetree/tree.h"
+#include "link/listclient.h"
+#include "link/listserver.h"
+#include "link/localbus.h"
+#include "tests/support/text.h"
+
+#include <QElapsedTimer>
+
+#include <gtest/gtest.h>
+
+/// Runs the event loop until something is so; false after half a minute.
+inline bool Until(const std::function<bool()>& isSo) {
+    return QTest::qWaitFor(isSo, 30000);
+}
+
+inline const Shape& TestShape() {
+    static const Shape& shape =
+        Shape::Make({Shape::Number<double>(Names::Intern(Q("frequency")), 0.0, 3e9, 1.0),
+                     Shape::Text(Names::Intern(Q("comment"))), Shape::Flag(Names::Intern(Q("locked"))),
+                     Shape::Number<int>(Names::Intern(Q("priority")), 1, 11, 1)});
+    return shape;
+}
+
+/// A list in the tree, gone with its scope.
+class TestList {
+public:
+    explicit TestList(const QString& name)
+        : m_node(Tree::Instance()->MakeNode(QStringLiteral("/LinkTest/") +
+                                            QString(name).replace(QLatin1Char('/'), QLatin1Char('_')))) {}
+    ~TestList() {
+        Node* const parent = m_node->GetParentNode();
+        for (const char* value : {"_FileName", "_FileLoaded"})
+            parent->DeleteValue(m_node->GetName() + QLatin1String(value));
+        parent->DeleteNode(m_node);
+    }
+    TestList(const TestList&) = delete;
+    TestList& operator=(const TestList&) = delete;
+
+    Node& GetNode() const { return *m_node; }
+    SharedList Shared(bool hasFile = false) const {
+        return {m_node, QStringLiteral("Targets"), QStringLiteral("Target"), &TestShape(), hasFile};
+    }
+    Node* Add(double frequency, const QString& comment) const {
+        Node* const entry = Node::NewEntry(m_node, Names::Intern(QStringLiteral("Target")), TestShape());
+        m_node->AddItemUnique(entry);
+        entry->FillFromShape();
+        Frequency(*entry).SetValue(frequency);
+        Comment(*entry).SetValue(comment);
+        return entry;
+    }
+    void Fill(int count) const {
+        for (int i = 0; i < count; ++i)
+            Add(1e6 + i * 1000, QStringLiteral("entry %1").arg(i));
+    }
+    Node* At(size_t place) const { return m_node->Children()[place]; }
+    static ValueNumeric<double>& Frequency(Node& entry) { return entry.ShapedValue<ValueNumeric<double>>(0); }
+    static Value<QString>& Comment(Node& entry) { return entry.ShapedValue<Value<QString>>(1); }
+    /// All entries with all values, in order.
+    QStringList Text() const {
+        QStringList lines;
+        for (const Node* entry : m_node->Children()) {
+            QString line = entry->GetName();
+            for (const ValueBase* v = entry->FirstValue(); v; v = Node::NextValue(v))
+                line += QLatin1Char('|') + v->GetStringValue();
+            lines << line;
+        }
+        return lines;
+    }
+
+private:
+    Node* m_node;
+};
+
+/// A seat with a list of its own, which it mirrors.
+struct TestClient {
+    TestClient(std::unique_ptr<MessageBus> itsBus, const QString& user, bool hasFile = false)
+        : list(user),
+          bus(std::move(itsBus)),
+          seat(*bus, Q("north"), user),
+          reader(seat, Q("Targets")),
+          client(reader, list.Shared(hasFile)) {
+        QObject::connect(&client, &ListClient::Refused, [this](const ListClient::Refusal& r) {
+            refused << r.reason;
+            ++refusals;
+            for (const auto& field : r.fields)
+                refused << QStringLiteral("%1: %2, not %3").arg(field.name, field.present, field.wanted);
+        });
+    }
+    TestClient(LocalBroker& broker, const QString& user, bool hasFile = false)
+        : TestClient(std::make_unique<LocalBus>(broker, user), user, hasFile) {}
+    bool IsReady() const { return client.WhyNoEditing().isEmpty() && client.Pending() == 0; }
+    /// Breaks the connection to a local broker.
+    void Cut() { static_cast<LocalBus&>(*bus).Cut(); }
+
+    TestList list;
+    std::unique_ptr<MessageBus> bus;
+    Seat seat;
+    ListReader reader;
+    ListClient client;
+    QStringList refused;
+    int refusals = 0;
+};
+
+struct TestServer {
+    TestServer(std::unique_ptr<MessageBus> itsBus, const QString& user)
+        : list(user), bus(std::move(itsBus)), seat(*bus, Q("north"), user) {}
+    explicit TestServer(LocalBroker& broker, const QString& user = QStringLiteral("server"))
+        : TestServer(std::make_unique<LocalBus>(broker, user), user) {}
+    void Serve(const QString& directory = {}, std::unique_ptr<ListJournal> journal = nullptr,
+               bool hasFile = false) {
+        server = std::make_unique<ListServer>(seat, list.Shared(hasFile), directory, std::move(journal));
+    }
+    bool IsServing() const { return server->GetState() == ListServer::State::Serving; }
+    void Cut() { static_cast<LocalBus&>(*bus).Cut(); }
+
+    TestList list;
+    std::unique_ptr<MessageBus> bus;
+    Seat seat;
+    std::unique_ptr<ListServer> server;
+};

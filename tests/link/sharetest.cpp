@@ -1,0 +1,353 @@
+#include "tests/link/linkfixture.h"
+#include "tests/support/traces.h"
+
+#include <random>
+
+namespace {
+
+class Share : public testing::Test {
+protected:
+    bool AreEqual(const TestClient& client) {
+        return Until([&] { return client.IsReady() && client.list.Text() == server.list.Text(); });
+    }
+
+    LocalBroker broker;
+    TestServer server{broker};
+};
+
+TEST_F(Share, clientMirrorsAllEntriesWithAllValuesInOrder) {
+    server.list.Fill(1000);
+    TestList::Comment(*server.list.At(3)).SetValue(Q("Größe ±\n\"quoted\" 東"));
+    TestList::Frequency(*server.list.At(4)).SetValue(-0.125);
+    TestList::Frequency(*server.list.At(5)).SetValue(2999999999.25);
+    server.Serve();
+    TestClient client(broker, Q("anna"));
+    ASSERT_TRUE(AreEqual(client));
+    EXPECT_EQ(client.list.At(0)->WholeShape(), &TestShape());
+    EXPECT_EQ(client.reader.GetState(), ListReader::State::Whole);
+}
+
+TEST_F(Share, changesAtTheServerReachClients) {
+    server.list.Fill(300);
+    server.Serve();
+    TestClient client(broker, Q("anna"));
+    ASSERT_TRUE(AreEqual(client));
+    Node* const kept = client.list.At(7);
+
+    TestList::Comment(*server.list.At(7)).SetValue(Q("changed"));
+    server.list.GetNode().DeleteNode(server.list.At(100));
+    server.list.Add(5e6, Q("new"));
+    ASSERT_TRUE(AreEqual(client));
+    EXPECT_EQ(client.list.At(7), kept);
+    EXPECT_EQ(client.list.At(299)->GetParentNode(), &client.list.GetNode());
+}
+
+TEST_F(Share, anEntryThatTheServerTakesBackComesToItsOldPlace) {
+    server.list.Fill(10);
+    server.Serve();
+    TestClient client(broker, Q("anna"));
+    ASSERT_TRUE(AreEqual(client));
+    Node* const old = server.list.At(4);
+    const Node::Returning back{nullptr, old->GetSerial(), old->GetOrdinal()};
+    server.list.GetNode().DeleteNode(old);
+    ASSERT_TRUE(AreEqual(client));
+
+    TestClient late(broker, Q("later")); // has never seen it
+    ASSERT_TRUE(AreEqual(late));
+    const Messages::EntryId before = server.server->Publisher().rows.RemovedId(back.serial);
+    Node* const again = Node::NewEntry(&server.list.GetNode(), Names::Intern(Q("Target")), TestShape());
+    again->FillFromShape();
+    TestList::Comment(*again).SetValue(Q("is back"));
+    const Node::Returning returning[] = {{again, back.serial, back.ordinal}};
+    server.list.GetNode().Restore(returning);
+    ASSERT_TRUE(AreEqual(client));
+    ASSERT_TRUE(AreEqual(late));
+    EXPECT_EQ(late.client.IdOf(*late.list.At(4)), before);
+    EXPECT_NE(before, 0u);
+}
+
+TEST_F(Share, editsOfAClientReachTheServerAndOtherClients) {
+    server.list.Fill(50);
+    server.Serve();
+    TestClient anna(broker, Q("anna")), ben(broker, Q("ben"));
+    ASSERT_TRUE(AreEqual(anna));
+    ASSERT_TRUE(AreEqual(ben));
+
+    TestList::Comment(*anna.list.At(3)).SetValue(Q("by anna"));
+    ben.list.Add(77e6, Q("by ben"));
+    anna.list.GetNode().DeleteNode(anna.list.At(20));
+    ASSERT_TRUE(AreEqual(anna));
+    ASSERT_TRUE(AreEqual(ben));
+    EXPECT_EQ(TestList::Comment(*server.list.At(3)).GetValue(), Q("by anna"));
+    EXPECT_EQ(server.list.GetNode().ChildCount(), 50u);
+    EXPECT_EQ(TestList::Comment(*server.list.At(49)).GetValue(), Q("by ben"));
+    EXPECT_EQ(anna.refused + ben.refused, QStringList());
+}
+
+TEST_F(Share, quickEditsOfOneEntryEndAsTheLastOne) {
+    server.list.Fill(5);
+    server.Serve();
+    TestClient anna(broker, Q("anna"));
+    ASSERT_TRUE(AreEqual(anna));
+    Node* const added = anna.list.Add(1e6, Q("a"));
+    for (int i = 0; i < 20; ++i) {
+        TestList::Comment(*anna.list.At(2)).SetValue(QString::number(i));
+        TestList::Comment(*added).SetValue(QString::number(i));
+        anna.client.Flush();
+        QCoreApplication::processEvents();
+    }
+    ASSERT_TRUE(AreEqual(anna));
+    EXPECT_EQ(TestList::Comment(*server.list.At(2)).GetValue(), Q("19"));
+    EXPECT_EQ(TestList::Comment(*server.list.At(5)).GetValue(), Q("19"));
+    EXPECT_EQ(anna.refused, QStringList());
+}
+
+TEST_F(Share, theSecondOfTwoEditsIsRefusedWithThePresentState) {
+    server.list.Fill(5);
+    server.Serve();
+    TestClient anna(broker, Q("anna")), ben(broker, Q("ben"));
+    ASSERT_TRUE(AreEqual(anna));
+    ASSERT_TRUE(AreEqual(ben));
+    TestList::Comment(*anna.list.At(1)).SetValue(Q("anna's"));
+    TestList::Comment(*ben.list.At(1)).SetValue(Q("ben's"));
+    anna.client.Flush();
+    ben.client.Flush();
+    ASSERT_TRUE(AreEqual(anna));
+    ASSERT_TRUE(AreEqual(ben));
+    EXPECT_EQ(TestList::Comment(*ben.list.At(1)).GetValue(), Q("anna's"));
+    EXPECT_EQ(ben.refused,
+              QStringList({Q("the entry has been changed meanwhile"), Q("comment: anna's, not ben's")}));
+}
+
+TEST_F(Share, whoMayOnlyReadGetsHisEditsBackWithTheReason) {
+    server.list.Fill(5);
+    broker.SetRights([](const QString& user, const QByteArray& topic) {
+        return user != Q("reader") || !topic.contains("/request/");
+    });
+    server.Serve();
+    TestClient reader(broker, Q("reader"));
+    ASSERT_TRUE(Until([&] { return reader.client.WhyNoEditing().contains(Q("only read")); }));
+    const QStringList before = server.list.Text();
+    TestList::Comment(*reader.list.At(1)).SetValue(Q("no"));
+    reader.list.GetNode().DeleteNode(reader.list.At(3));
+    reader.list.Add(1, Q("no"));
+    ASSERT_TRUE(Until([&] { return reader.refusals == 3; }));
+    EXPECT_EQ(reader.list.Text(), before);
+    EXPECT_EQ(server.list.Text(), before);
+}
+
+TEST_F(Share, removedEntriesThatComeBackAtAClientComeBackForAll) {
+    server.list.Fill(6);
+    server.Serve();
+    TestClient anna(broker, Q("anna"));
+    ASSERT_TRUE(AreEqual(anna));
+    Node* const old = anna.list.At(2);
+    const Messages::EntryId id = anna.client.IdOf(*old);
+    const Node::Returning place{nullptr, old->GetSerial(), old->GetOrdinal()};
+    const QStringList before = server.list.Text();
+    anna.list.GetNode().DeleteNode(old);
+    ASSERT_TRUE(AreEqual(anna));
+    // As undo does.
+    Node* const again = Node::NewEntry(&anna.list.GetNode(), Names::Intern(Q("Target")), TestShape());
+    again->FillFromShape();
+    TestList::Frequency(*again).SetValue(1e6 + 2000);
+    TestList::Comment(*again).SetValue(Q("entry 2"));
+    const Node::Returning back[] = {{again, place.serial, place.ordinal}};
+    anna.list.GetNode().Restore(back);
+    ASSERT_TRUE(AreEqual(anna));
+    EXPECT_EQ(server.list.Text(), before);
+    EXPECT_EQ(anna.client.IdOf(*anna.list.At(2)), id);
+    EXPECT_EQ(anna.client.EntryOf(id), again);
+}
+
+TEST_F(Share, aListThatIsReadAnewKeepsTheIdentitiesOfEqualEntries) {
+    server.list.Fill(100);
+    server.Serve();
+    TestClient client(broker, Q("anna"));
+    ASSERT_TRUE(AreEqual(client));
+    Node* const kept = client.list.At(5);
+    const Messages::EntryId id = client.client.IdOf(*kept);
+    server.list.GetNode().DeleteChildren();
+    server.list.Fill(99);
+    ASSERT_TRUE(AreEqual(client));
+    EXPECT_EQ(client.client.IdOf(*client.list.At(5)), id);
+}
+
+TEST_F(Share, aListThatIsReplacedByALongOneIsShownOnlyWhole) {
+    server.list.Fill(20);
+    server.Serve();
+    TestClient client(broker, Q("anna"));
+    ASSERT_TRUE(AreEqual(client));
+    std::set<size_t> counts;
+    QObject::connect(&client.reader, &ListReader::RowsChanged,
+                     [&](const ListCopy::Changed&) { counts.insert(client.reader.Copy().GetRows().size()); });
+    server.list.GetNode().DeleteChildren();
+    server.list.Fill(9000);
+    ASSERT_TRUE(AreEqual(client));
+    EXPECT_EQ(counts, std::set<size_t>{9000});
+}
+
+/// What a reader lacks, as a part of its topic.
+class ShareWithLosses : public Share, public testing::WithParamInterface<const char*> {};
+
+TEST_P(ShareWithLosses, whatIsLostOnceIsAskedForAgain) {
+    server.list.Fill(2000);
+    server.Serve();
+    ASSERT_TRUE(Until([&] { return server.IsServing(); }));
+    for (int i = 0; i < 5; ++i) { // so that there is a log
+        TestList::Comment(*server.list.At(1)).SetValue(QString::number(i));
+        server.server->Flush();
+    }
+    std::set<QByteArray> lost;
+    broker.SetFilter([&](const QByteArray& topic, const QByteArray&) {
+        return !topic.contains(GetParam()) || !lost.insert(topic).second;
+    });
+    TestClient client(broker, Q("anna"));
+    ASSERT_TRUE(Until([&] { return !lost.empty(); }));
+    EXPECT_NE(client.reader.GetState(), ListReader::State::Whole);
+    EXPECT_EQ(client.list.GetNode().ChildCount(), 0u);
+    EXPECT_TRUE(AreEqual(client));
+}
+
+INSTANTIATE_TEST_SUITE_P(Parts, ShareWithLosses,
+                         testing::Values("/chunk/", "/chunk/3", "/layout/", "/log/", "/manifest"));
+
+TEST_F(Share, clientsKeepTheLastStateMarkedAsOldUntilAllIsBack) {
+    server.list.Fill(200);
+    server.Serve();
+    TestClient client(broker, Q("anna"));
+    ASSERT_TRUE(AreEqual(client));
+    const QStringList before = client.list.Text();
+    broker.Stop();
+    TestList::Comment(*server.list.At(1)).SetValue(Q("meanwhile"));
+    server.list.Add(1, Q("meanwhile"));
+    EXPECT_TRUE(client.reader.StateText().contains(Q("is old")));
+    EXPECT_FALSE(client.client.WhyNoEditing().isEmpty());
+    QTest::qWait(50);
+    EXPECT_EQ(client.list.Text(), before);
+    broker.Start();
+    ASSERT_TRUE(AreEqual(client));
+
+    broker.Stop();
+    broker.Forget();
+    TestList::Comment(*server.list.At(2)).SetValue(Q("again"));
+    broker.Start();
+    ASSERT_TRUE(AreEqual(client));
+    TestClient late(broker, Q("late"));
+    EXPECT_TRUE(AreEqual(late));
+}
+
+TEST_F(Share, aBrokerThatGoesBackToAnOldStateGetsWhatItLacks) {
+    server.list.Fill(700);
+    server.Serve();
+    ASSERT_TRUE(Until([&] { return server.IsServing(); }));
+    const auto old = broker.Retained();
+    for (int i = 0; i < 600; ++i) {
+        TestList::Comment(*server.list.At(static_cast<size_t>(i))).SetValue(Q("new"));
+        server.server->Flush();
+    }
+    broker.Stop();
+    broker.SetRetained(old);
+    broker.Start();
+    TestClient late(broker, Q("late"));
+    EXPECT_TRUE(AreEqual(late));
+}
+
+TEST_F(Share, theSecondServerIsRefusedAndTakesOverWhenTheFirstHasGone) {
+    server.list.Fill(3);
+    server.Serve();
+    ASSERT_TRUE(Until([&] { return server.IsServing(); }));
+    {
+        TestServer second(broker, Q("second"));
+        second.list.Fill(9);
+        second.Serve();
+        ASSERT_TRUE(Until([&] { return second.server->GetState() == ListServer::State::Refused; }));
+        EXPECT_TRUE(second.server->Reason().contains(Q("server serves this list already")));
+    }
+    TestClient client(broker, Q("anna"));
+    ASSERT_TRUE(AreEqual(client));
+    broker.SetFilter([](const QByteArray& topic, const QByteArray&) { return !topic.contains("/claim"); });
+    server.Cut(); // its claim stays
+    EXPECT_TRUE(Until([&] { return client.reader.GetState() == ListReader::State::ServerGone; }));
+    EXPECT_TRUE(client.reader.StateText().contains(Q("is old")));
+    broker.SetFilter({});
+    TestServer third(broker, Q("third"));
+    third.list.Fill(4);
+    third.Serve();
+    ASSERT_TRUE(Until([&] { return third.IsServing(); }));
+    EXPECT_TRUE(Until([&] { return client.list.Text() == third.list.Text(); }));
+}
+
+TEST_F(Share, oneOfTwoServersThatStartAtOnceServes) {
+    TestServer second(broker, Q("second"));
+    server.list.Fill(3);
+    second.list.Fill(4);
+    server.Serve();
+    second.Serve();
+    const auto is = [](const TestServer& one, ListServer::State state) {
+        return one.server->GetState() == state;
+    };
+    ASSERT_TRUE(Until([&] {
+        return (server.IsServing() && is(second, ListServer::State::Refused)) ||
+               (second.IsServing() && is(server, ListServer::State::Refused));
+    }));
+    QTest::qWait(100);
+    EXPECT_NE(server.IsServing(), second.IsServing());
+}
+
+TEST_F(Share, garbageAndForeignVersionsAreIgnoredAndToldOnce) {
+    const Traces traces;
+    server.list.Fill(300);
+    server.Serve();
+    TestClient client(broker, Q("anna"));
+    ASSERT_TRUE(AreEqual(client));
+    LocalBus hostile(broker, Q("mallory"));
+    hostile.Connect();
+    const QByteArray list = "freqstore/north/lists/Targets";
+    std::mt19937 random(7);
+    for (int i = 0; i < 300; ++i) {
+        const char* const parts[] = {"/manifest", "/chunk/1", "/log/3",
+                                     "/layout/0", "/file",    "/request/mallory/x",
+                                     "/claim",    "/chunk/x", "/log/99999999999999999999"};
+        QByteArray bytes(static_cast<qsizetype>(random() % 200), '\x01');
+        for (char& byte : bytes)
+            byte = static_cast<char>(random());
+        if (bytes.size() > 3 && i % 2 == 0) // a good head
+            bytes.replace(0, 3, QByteArray("\x01\x00", 2) + static_cast<char>(1 + random() % 8));
+        hostile.Publish(list + parts[random() % std::size(parts)], bytes, MessageBus::Keep::No);
+    }
+    hostile.Publish("freqstore/north/seats/mallory/x", "\xff\xff", MessageBus::Keep::No);
+    QTest::qWait(100);
+    TestList::Comment(*server.list.At(1)).SetValue(Q("after"));
+    EXPECT_TRUE(AreEqual(client));
+    EXPECT_FALSE(traces.problems.isEmpty());
+    EXPECT_LT(traces.problems.size(), 15);
+}
+
+TEST_F(Share, aServerOfAnotherMajorVersionIsRefusedWithWords) {
+    LocalBus other(broker, Q("other"));
+    other.Connect();
+    QByteArray manifest = Messages::Manifest{}.Encode();
+    manifest[0] = 9;
+    other.Publish("freqstore/north/lists/Targets/manifest", manifest, MessageBus::Keep::Retained);
+    TestClient client(broker, Q("anna"));
+    EXPECT_TRUE(Until([&] { return client.reader.GetState() == ListReader::State::OtherVersion; }));
+    EXPECT_TRUE(client.client.WhyNoEditing().contains(Q("another version")));
+}
+
+TEST_F(Share, seatsKnowWhoIsThereAndWhatIsEdited) {
+    server.list.Fill(3);
+    server.Serve();
+    TestClient anna(broker, Q("anna/+#%")), ben(broker, Q("ben"));
+    ASSERT_TRUE(AreEqual(anna));
+    ASSERT_TRUE(AreEqual(ben));
+    anna.client.SetEditing(anna.list.At(1));
+    EXPECT_TRUE(Until([&] { return ben.client.EditorsOf(*ben.list.At(1)) == QStringList(Q("anna/+#%")); }));
+    EXPECT_EQ(ben.client.EditorsOf(*ben.list.At(0)), QStringList());
+    EXPECT_EQ(anna.client.EditorsOf(*anna.list.At(1)), QStringList());
+    anna.Cut();
+    EXPECT_TRUE(Until([&] { return ben.client.EditorsOf(*ben.list.At(1)).isEmpty(); }));
+    EXPECT_EQ(ben.seat.Present().size(), 2u);
+}
+
+} // namespace
