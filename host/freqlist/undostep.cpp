@@ -21,9 +21,13 @@ void ListStep::NoteAttached(const Node& entry) {
 }
 
 /// Entries that came within the action leave nothing behind.
-void ListStep::NoteDetaching(const Node& entry) {
-    if (!m_present.Contains(entry.GetSerial()))
-        m_absent.Take(entry);
+NodeKeeper* ListStep::NoteDetaching(const Node& entry) {
+    if (m_present.Contains(entry.GetSerial()))
+        return nullptr;
+    if (entry.CanPark())
+        return &m_absent;
+    m_absent.Take(entry);
+    return nullptr;
 }
 
 void ListStep::NoteChanging(const Node& entry, Names::Id path, const ValueBase& value) {
@@ -119,19 +123,22 @@ void ListStep::swapEntries() {
     Node* const list = m_list.get();
     if (!list || (m_present.IsEmpty() && m_absent.IsEmpty()))
         return;
-    KeptEntries taken;
     std::vector<Node*> leaving;
-    m_present.ForEach([&](quint32 serial) {
-        leaving.push_back(list->ChildBySerial(serial));
-        taken.Take(*leaving.back());
-    });
-    taken.Finish();
+    m_present.ForEach([&](quint32 serial) { leaving.push_back(list->ChildBySerial(serial)); });
+    const bool canPark =
+        std::all_of(leaving.begin(), leaving.end(), [](const Node* entry) { return entry->CanPark(); });
+    KeptEntries taken;
+    if (canPark)
+        taken.Reserve(leaving.size());
+    else
+        std::for_each(leaving.begin(), leaving.end(), [&](const Node* entry) { taken.Take(*entry); });
     SerialRanges back = m_absent.Serials();
     const std::vector<Node::Returning> returning = m_absent.Make(*list);
+    const WeakRef<Node> alive(list);
+    list->DeleteNodes(leaving, canPark ? &taken : nullptr);
+    taken.Finish();
     m_absent = std::move(taken);
     m_present = std::move(back);
-    const WeakRef<Node> alive(list);
-    list->DeleteNodes(leaving);
     if (alive)
         list->Restore(returning);
 }
