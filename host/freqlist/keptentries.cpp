@@ -170,7 +170,7 @@ void KeptEntries::Reserve(size_t entries) {
 /// deleted it before all were told.
 void KeptEntries::Keep(Node* entry) {
     const Place place{entry->GetSerial(), entry->GetOrdinal()};
-    if (!entry->Park()) {
+    if (m_parkedBytes >= MostParked || !entry->Park()) {
         Take(*entry);
         delete entry;
         return;

@@ -14,6 +14,9 @@
 /// limits of their values, stands once. Values of types that have no form as bytes are kept as they are, too.
 class KeptEntries final : public NodeKeeper {
 public:
+    /// So much memory, in bytes, is for parked entries; any further ones are compact data at once.
+    static constexpr size_t MostParked = size_t(48) << 20;
+
     KeptEntries();
     KeptEntries(KeptEntries&&) noexcept;
     KeptEntries& operator=(KeptEntries&&) noexcept;
@@ -23,7 +26,7 @@ public:
     void Take(const Node& entry);
     /// Makes room, so that keeping so many entries needs no memory.
     void Reserve(size_t entries);
-    /// Keeps an entry itself, parked, while it is being removed.
+    /// Keeps an entry while it is being removed: itself, parked, when there is room.
     void Keep(Node* entry) override;
     /// No more are taken.
     void Finish();

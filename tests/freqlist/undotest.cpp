@@ -404,15 +404,15 @@ TEST_F(Undo, WhatIsDeletedIsKeptAsItIsWithinTheMemoryOfTheHistory) {
     for (int i = 0; i < 40; ++i)
         list.Add(i, QString(Characters, QLatin1Char(static_cast<char>('0' + i))));
     const QStringList before = dumpOf(list);
-    const auto deleteTwenty = [&] {
+    const auto deleteSome = [&](size_t count) {
         const OperatorAction action(QStringLiteral("Delete"));
         std::vector<Node*> entries = list.node->Children();
-        entries.resize(20);
+        entries.resize(count);
         list.node->DeleteNodes(entries);
     };
-    deleteTwenty();
+    deleteSome(20);
     EXPECT_GT(UndoHistory::Instance().InMemory(), InOneStep);
-    deleteTwenty();
+    deleteSome(20);
     EXPECT_GT(UndoHistory::Instance().InMemory(), InOneStep);
     EXPECT_LT(UndoHistory::Instance().InMemory(), UndoHistory::MostInMemory);
     stack().undo();
@@ -422,6 +422,11 @@ TEST_F(Undo, WhatIsDeletedIsKeptAsItIsWithinTheMemoryOfTheHistory) {
     stack().redo();
     EXPECT_LT(UndoHistory::Instance().InMemory(), UndoHistory::MostInMemory);
     stack().undo();
+    stack().undo();
+    EXPECT_TRUE(dumpOf(list) == before);
+    deleteSome(40); // more than there is memory for
+    EXPECT_GT(UndoHistory::Instance().InMemory(), InOneStep);
+    EXPECT_LT(UndoHistory::Instance().InMemory(), UndoHistory::MostInMemory);
     stack().undo();
     EXPECT_TRUE(dumpOf(list) == before);
 }
