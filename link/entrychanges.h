@@ -33,7 +33,10 @@ public:
 
 private:
     void Attached(Node& child) override { note(child); }
-    void Detaching(Node& child) override { note(child); }
+    NodeKeeper* Detaching(Node& child) override {
+        note(child);
+        return nullptr;
+    }
     void Changing(ValueBase& value, IObserver* originator) override;
     void note(const Node& child);
 

@@ -70,20 +70,25 @@ void Observable::setWord(quint64 word) {
 }
 
 Observable::~Observable() {
+    end();
+}
+
+void Observable::end() {
+    if (m_observed == 0)
+        return;
     if (m_observed & Watched) {
         auto& table = watchedSubjects();
         const auto found = table.find(this);
         Life::Release(found->second);
         table.erase(found);
     }
-    if (!(m_observed & Listed))
-        return;
     if (List* l = list()) {
         if (l->diedWhileNotifying)
             *l->diedWhileNotifying = true;
         delete l;
     }
     setWord(0);
+    m_observed = 0;
 }
 
 Life::Handle Observable::WatchedHandle() const {

@@ -62,6 +62,8 @@ protected:
     static Life::Handle handleOf(IObserver& observer);
     /// A follower that has ended is followed by another one.
     void forgetFollower() { m_observed &= static_cast<quint8>(~Followed); }
+    /// For all others the subject ends: nobody observes it, and weak references find nothing.
+    void end();
 
 private:
     struct List;

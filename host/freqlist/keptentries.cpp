@@ -34,6 +34,20 @@ const NumberLimits* limitsOf(const ValueBase& value) {
     return number ? &number->GetLimits() : nullptr;
 }
 
+/// What an entry of a shape takes in memory, as if it shared no text with others.
+size_t bytesOf(const Node& entry) {
+    const Shape& shape = *entry.WholeShape();
+    size_t bytes = shape.Bytes();
+    for (const Shape::Field& field : shape.Fields()) {
+        const ValueBase* const value = entry.ValueAtPlace(field.place);
+        if (const auto* text = value_cast<Value<QString>>(value))
+            bytes += sizeof(QString) + static_cast<size_t>(text->GetValue().size()) * sizeof(QChar);
+        else if (const auto* list = value_cast<ValueList<double>>(value))
+            bytes += list->Elements().capacity() * sizeof(double);
+    }
+    return bytes;
+}
+
 } // namespace
 
 /// What entries share: their shape with the items of its choices, or what is to be known of each of their
@@ -139,10 +153,42 @@ KeptEntries& KeptEntries::operator=(KeptEntries&&) noexcept = default;
 KeptEntries::~KeptEntries() = default;
 
 void KeptEntries::Take(const Node& entry) {
+    if (!m_taken.empty() && m_taken.back() == entry.GetSerial())
+        return; // removed once more by who was told of its removal
     ++m_count;
     m_taken.push_back(entry.GetSerial());
     m_bytes.Put(Place{entry.GetSerial(), entry.GetOrdinal()});
     put(entry);
+}
+
+void KeptEntries::Reserve(size_t entries) {
+    m_taken.reserve(entries);
+    m_parked.reserve(entries);
+}
+
+/// Who was told of its removal may have changed the entry, so that it can be parked no longer, or have
+/// deleted it before all were told.
+void KeptEntries::Keep(Node* entry) {
+    const Place place{entry->GetSerial(), entry->GetOrdinal()};
+    if (m_parkedBytes >= MostParked || !entry->Park()) {
+        Take(*entry);
+        delete entry;
+        return;
+    }
+    m_parkedBytes += sizeof(Parked) + bytesOf(*entry);
+    m_parked.push_back({std::unique_ptr<Node>(entry), place});
+    m_taken.push_back(place.serial);
+    ++m_count;
+}
+
+void KeptEntries::Pack() {
+    for (Parked& parked : std::exchange(m_parked, {})) {
+        m_bytes.Put(parked.place);
+        put(*parked.entry);
+        parked.entry.reset();
+    }
+    m_parkedBytes = 0;
+    m_bytes.Trim();
 }
 
 void KeptEntries::Finish() {
@@ -221,7 +267,7 @@ std::unique_ptr<Node> KeptEntries::make(UndoBytes::Reader& bytes, Node* parent) 
 
 std::vector<Node::Returning> KeptEntries::Make(Node& list) {
     std::vector<std::unique_ptr<Node>> entries;
-    entries.reserve(m_count);
+    entries.reserve(m_count - m_parked.size());
     std::vector<Node::Returning> returning;
     returning.reserve(m_count);
     UndoBytes::Reader bytes(m_bytes);
@@ -230,14 +276,18 @@ std::vector<Node::Returning> KeptEntries::Make(Node& list) {
         entries.push_back(make(bytes, &list));
         returning.push_back({entries.back().get(), place.serial, place.ordinal});
     }
+    for (const Parked& parked : m_parked)
+        returning.push_back({parked.entry.get(), parked.place.serial, parked.place.ordinal});
     std::sort(returning.begin(), returning.end(),
               [](const Node::Returning& a, const Node::Returning& b) { return a.serial < b.serial; });
     for (std::unique_ptr<Node>& entry : entries)
         (void)entry.release();
+    for (Parked& parked : m_parked)
+        (void)parked.entry.release();
     *this = KeptEntries();
     return returning;
 }
 
 size_t KeptEntries::InMemory() const {
-    return m_bytes.InMemory() + m_serials.InMemory();
+    return m_parkedBytes + m_bytes.InMemory() + m_serials.InMemory();
 }

@@ -46,9 +46,9 @@ public:
         if (ListStep* list = find(child.GetParentNode()))
             list->NoteAttached(child);
     }
-    void Detaching(Node& child) override {
-        if (ListStep* list = find(child.GetParentNode()))
-            list->NoteDetaching(child);
+    NodeKeeper* Detaching(Node& child) override {
+        ListStep* const list = find(child.GetParentNode());
+        return list ? list->NoteDetaching(child) : nullptr;
     }
     void Changing(ValueBase& value, IObserver* originator) override {
         const Node* entry = value.GetParentNode();
@@ -204,6 +204,10 @@ public:
             if (part->GetListId() != 0)
                 emit m_history.Changed(part->GetListId());
         }
+    }
+    void Pack() {
+        for (ListStep& list : m_lists)
+            list.Pack();
     }
     void Spill() {
         for (ListStep& list : m_lists)
@@ -453,10 +457,12 @@ size_t UndoHistory::InMemory() const {
 /// The oldest steps are wanted last.
 void UndoHistory::keepWithinMemory() {
     size_t bytes = InMemory();
-    for (int i = 0; i < m_stack->count() && bytes > MostInMemory; ++i) {
-        auto* step = const_cast<Step*>(static_cast<const Step*>(m_stack->command(i)));
-        bytes -= step->InMemory();
-        step->Spill();
-        bytes += step->InMemory();
+    for (void (Step::*const shrink)() : {&Step::Pack, &Step::Spill}) {
+        for (int i = 0; i < m_stack->count() && bytes > MostInMemory; ++i) {
+            auto* step = const_cast<Step*>(static_cast<const Step*>(m_stack->command(i)));
+            bytes -= step->InMemory();
+            (step->*shrink)();
+            bytes += step->InMemory();
+        }
     }
 }

@@ -16,15 +16,17 @@ class QUndoStack;
 /// the last hundred. Lists need do nothing for it: what comes, goes or changes under the nodes of their
 /// controllers is noted while an action runs. Never destroyed. GUI thread only.
 ///
-/// A step is undone and done again as it was done: entries come back to their places and paths as new nodes.
-/// One whose entries have gone meanwhile does nothing, says so and leaves the history. Long work that the
-/// operator cancels is taken back in the same way, with all that its action has done, and is no step.
+/// A step is undone and done again as it was done: entries come back to their places and paths, and are new
+/// nodes to all others. One whose entries have gone meanwhile does nothing, says so and leaves the history.
+/// Long work that the operator cancels is taken back in the same way, with all that its action has done, and
+/// is no step.
 class UndoHistory : public QObject, private OperatorAction::Listener, private LongWork::Keeper {
     Q_OBJECT
 
 public:
     static constexpr int MostSteps = 100;
-    /// What all steps may keep in memory, in bytes; the oldest go to temporary files when it is more.
+    /// What all steps may keep in memory, in bytes. When it is more, entries of the oldest become
+    /// compact data, and then the oldest go to temporary files.
     static constexpr size_t MostInMemory = size_t(64) << 20;
 
     static UndoHistory& Instance();

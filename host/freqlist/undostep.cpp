@@ -22,9 +22,13 @@ void ListStep::NoteAttached(const Node& entry) {
 }
 
 /// Entries that came within the action leave nothing behind.
-void ListStep::NoteDetaching(const Node& entry) {
-    if (!m_present.Contains(entry.GetSerial()))
-        m_absent.Take(entry);
+NodeKeeper* ListStep::NoteDetaching(const Node& entry) {
+    if (m_present.Contains(entry.GetSerial()))
+        return nullptr;
+    if (entry.CanPark())
+        return &m_absent;
+    m_absent.Take(entry);
+    return nullptr;
 }
 
 void ListStep::NoteChanging(const Node& entry, Names::Id path, const ValueBase& value) {
@@ -120,20 +124,24 @@ void ListStep::swapEntries() {
     Node* const list = m_list.get();
     if (!list || (m_present.IsEmpty() && m_absent.IsEmpty()))
         return;
-    KeptEntries taken;
     std::vector<Node*> leaving;
-    m_present.ForEach([&](quint32 serial) {
-        LongWork::Step(static_cast<qint64>(leaving.size()), static_cast<qint64>(m_present.Count()));
-        leaving.push_back(list->ChildBySerial(serial));
-        taken.Take(*leaving.back());
-    });
-    taken.Finish();
+    m_present.ForEach([&](quint32 serial) { leaving.push_back(list->ChildBySerial(serial)); });
+    const bool canPark =
+        std::all_of(leaving.begin(), leaving.end(), [](const Node* entry) { return entry->CanPark(); });
+    KeptEntries taken;
+    if (canPark)
+        taken.Reserve(leaving.size());
+    for (size_t i = 0; i < leaving.size() && !canPark; ++i) {
+        LongWork::Step(static_cast<qint64>(i), static_cast<qint64>(leaving.size()));
+        taken.Take(*leaving[i]);
+    }
     SerialRanges back = m_absent.Serials();
     const std::vector<Node::Returning> returning = m_absent.Make(*list);
+    const WeakRef<Node> alive(list);
+    list->DeleteNodes(leaving, canPark ? &taken : nullptr);
+    taken.Finish();
     m_absent = std::move(taken);
     m_present = std::move(back);
-    const WeakRef<Node> alive(list);
-    list->DeleteNodes(leaving);
     if (alive)
         list->Restore(returning);
 }

@@ -18,7 +18,8 @@ public:
 
     // While the action runs.
     void NoteAttached(const Node& entry);
-    void NoteDetaching(const Node& entry);
+    /// Who is to keep the entry; null when nobody.
+    NodeKeeper* NoteDetaching(const Node& entry);
     /// `path` is the value's below its entry, as a name.
     void NoteChanging(const Node& entry, Names::Id path, const ValueBase& value);
     void Finish();
@@ -40,6 +41,8 @@ public:
     void Select(const std::vector<quint32>& serials, int scrollPlace) const;
     FrequencyNodeMediatorCtrl* Controller() const;
 
+    /// Parked entries become compact data, which takes less memory and more time.
+    void Pack() { m_absent.Pack(); }
     void Spill();
     size_t InMemory() const;
 

@@ -4,6 +4,17 @@ class IObserver;
 class Node;
 class ValueBase;
 
+/// Who keeps children that are removed.
+class NodeKeeper {
+public:
+    /// The child is being removed and everybody has been told; it is still attached. The keeper owns it now
+    /// and takes it off its parent: by `Node::Park`, or by its deletion.
+    virtual void Keep(Node* child) = 0;
+
+protected:
+    ~NodeKeeper() = default;
+};
+
 /// What notes the changes of the tree while it is active; mostly none is. Nodes and values call it, whoever
 /// caused the change. GUI thread only.
 class ChangeRecorder {
@@ -12,8 +23,8 @@ public:
 
     /// The child has been attached to its parent; it mostly has no values yet.
     virtual void Attached(Node& child) = 0;
-    /// The child is about to be removed; nobody has been told yet, and it is whole.
-    virtual void Detaching(Node& child) = 0;
+    /// The child is about to be removed; nobody has been told yet, and it is whole. Null: nobody keeps it.
+    virtual NodeKeeper* Detaching(Node& child) = 0;
     /// The content of the value is about to change; it still has the old one. `originator` is not told.
     virtual void Changing(ValueBase& value, IObserver* originator) = 0;
 

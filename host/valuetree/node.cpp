@@ -33,6 +33,13 @@ struct Changes {
 };
 Changes changes;
 
+/// Who keeps the children that are being removed; also those that an observer removes meanwhile.
+struct Keeping {
+    const Node* parent = nullptr;
+    NodeKeeper* keeper = nullptr;
+};
+Keeping keeping;
+
 } // namespace
 
 /// Nearly all subjects that are asked are plain nodes.
@@ -89,9 +96,7 @@ Node::Node(Node* parent, const QString& name) : Node(parent, Names::Intern(name)
 
 Node::~Node() {
     announceRemoval();
-    for (RemovalCursor* c = RemovalCursor::innermost(); c; c = c->outer)
-        c->dead = c->dead || c->node == this;
-
+    stopRemovals();
     ITreeItem* const told = GetDeleteObserver();
     if (m_attached && m_parent)
         m_parent->unlinkChild(this);
@@ -114,6 +119,12 @@ Node::~Node() {
         Life::Release(m_side->slot);
     if (told)
         told->OnDeleted(this);
+}
+
+/// What goes through the parts of this node goes no further.
+void Node::stopRemovals() {
+    for (RemovalCursor* c = RemovalCursor::innermost(); c; c = c->outer)
+        c->dead = c->dead || c->node == this;
 }
 
 Node::Side& Node::side() {
@@ -283,13 +294,20 @@ void Node::unlinkChild(Node* child) {
     r.closeHolesIfMany();
 }
 
-bool Node::removeChild(Node* child) {
-    if (ChangeRecorder* recorder = ChangeRecorder::Active()) [[unlikely]]
-        recorder->Detaching(*child);
+void Node::removeChild(Node* child) {
+    NodeKeeper* const given = keeping.parent == this ? keeping.keeper : nullptr;
+    NodeKeeper* noting = nullptr;
+    ChangeRecorder* const recorder = ChangeRecorder::Active();
+    if (recorder) [[unlikely]]
+        noting = recorder->Detaching(*child);
     if (!child->announceRemoval())
-        return false;
-    delete child;
-    return true;
+        return;
+    if (recorder != ChangeRecorder::Active()) // ended by who was told
+        noting = nullptr;
+    if (NodeKeeper* const keeper = given ? given : noting)
+        keeper->Keep(child);
+    else
+        delete child;
 }
 
 bool Node::DeleteNode(Node* child) {
@@ -299,7 +317,7 @@ bool Node::DeleteNode(Node* child) {
     return true;
 }
 
-void Node::DeleteNodes(const std::vector<Node*>& children) {
+void Node::DeleteNodes(const std::vector<Node*>& children, NodeKeeper* keeper) {
     // Observers may delete other nodes of the selection meanwhile: go by place, which dead ones leave empty.
     std::vector<quint32> places;
     places.reserve(children.size());
@@ -309,6 +327,7 @@ void Node::DeleteNodes(const std::vector<Node*>& children) {
     }
     if (places.empty())
         return;
+    const QScopedValueRollback keeps(keeping, keeper ? Keeping{this, keeper} : keeping);
     Rare& r = rare();
     RemovalCursor cursor(this);
     ++r.removing;

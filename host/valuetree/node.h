@@ -13,6 +13,8 @@
 #include <string>
 #include <vector>
 
+class NodeKeeper;
+
 /// An item of the tree: a node or a value.
 class ITreeItem : public IDeleteSubject {
 public:
@@ -147,10 +149,18 @@ public:
     bool DeleteValue(const QString& name);
     /// Removes and destroys a child node; false when it is not a child of this node.
     bool DeleteNode(Node* child);
-    /// Removes and destroys the given children in one go: observers of this node are told once.
-    void DeleteNodes(const std::vector<Node*>& children);
+    /// Removes and destroys the given children in one go: observers of this node are told once. A keeper gets
+    /// them instead of the recorder of changes, and they are not destroyed.
+    void DeleteNodes(const std::vector<Node*>& children, NodeKeeper* keeper = nullptr);
     /// Removes and destroys all sub-nodes and values; observers of this node get code 1, once.
     void DeleteChildren();
+
+    /// Whether the node is what its shape says and no more, so that it can be parked.
+    bool CanPark() const;
+    /// Takes a node that is being removed off its parent as it is, to be attached again by `Restore`. For all
+    /// others it ends: nobody observes it or its values, and weak references find nothing. The caller owns it
+    /// then. False, with nothing done, when it cannot be parked, or not all have been told of its end.
+    bool Park();
 
     /// A node that takes the place of a child that was removed: its serial and its number among those of its
     /// name, which make its old path.
@@ -266,7 +276,8 @@ private:
     bool announceRemoval();
     bool announceValues(RemovalCursor& cursor);
     bool announceChildren(RemovalCursor& cursor);
-    bool removeChild(Node* child);
+    void removeChild(Node* child);
+    void stopRemovals();
 
     const Shape& shape() const { return Shape::at(m_shape); }
     ValueBase& shaped(const Shape::Field& field) const { return *ValueAtPlace(field.place); }

@@ -1,4 +1,4 @@
-// Children that come back to the places from which they were removed.
+// Children that are kept while they are removed, and come back to their places.
 
 #include "host/valuetree/changerecorder.h"
 #include "host/valuetree/node.h"
@@ -41,6 +41,41 @@ quint32 Node::RestoreCount() const {
 const Shape* Node::WholeShape() const {
     const bool hasChildren = ChildCount() > 0;
     return ShapeId() != Shape::None && !hasChildren ? &shape() : nullptr;
+}
+
+bool Node::CanPark() const {
+    if (!m_isFilled || (m_side && (m_side->firstValue || m_side->rare)))
+        return false;
+    const std::vector<Shape::Field>& fields = shape().Fields();
+    return std::all_of(fields.begin(), fields.end(), [this](const Shape::Field& field) {
+        const ValueBase& value = shaped(field);
+        return value.m_autoDelete && !value.m_hasHeadBeside;
+    });
+}
+
+bool Node::Park() {
+    if (!CanPark())
+        return false;
+    for (const Shape::Field& field : shape().Fields()) {
+        if (!shaped(field).m_isRemoving)
+            return false;
+    }
+    stopRemovals();
+    if (m_attached)
+        m_parent->unlinkChild(this);
+    m_parent = nullptr;
+    m_announced = false;
+    for (const Shape::Field& field : shape().Fields()) {
+        ValueBase& value = shaped(field);
+        value.end();
+        value.m_isRemoving = 0;
+    }
+    end();
+    m_follower = {};
+    if (m_side && m_side->slot != 0)
+        Life::Release(m_side->slot);
+    m_side.reset();
+    return true;
 }
 
 /// A child that was made by its path may have taken the bare name meanwhile: then the other one is numbered.

@@ -14,8 +14,11 @@ public:
     void Attached(Node& child) override {
         forEach([&](ChangeRecorder& recorder) { recorder.Attached(child); });
     }
-    void Detaching(Node& child) override {
-        forEach([&](ChangeRecorder& recorder) { recorder.Detaching(child); });
+    NodeKeeper* Detaching(Node& child) override {
+        NodeKeeper* const keeper = action ? action->Detaching(child) : nullptr;
+        for (ChangeRecorder* recorder : lasting)
+            recorder->Detaching(child);
+        return keeper;
     }
     void Changing(ValueBase& value, IObserver* originator) override {
         forEach([&](ChangeRecorder& recorder) { recorder.Changing(value, originator); });

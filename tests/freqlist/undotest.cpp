@@ -323,6 +323,114 @@ TEST_F(Undo, ObserversHearOfAReturnOnceAndFindTheEntryUnderItsOldPath) {
     EXPECT_EQ(Tree::Instance()->GetValue("/L/Entry#2/comment")->GetStringValue(), "station 1");
 }
 
+/// What an observer may do to an entry, or to a value of it, that tells it of its end.
+struct AtItsEnd {
+    const char* name;
+    void (*run)(Node& entry);
+};
+
+class UndoObserved : public Undo, public testing::WithParamInterface<std::tuple<AtItsEnd, List::Fill>> {};
+
+class Meddler : public Ear {
+public:
+    Meddler(Node& entry, void (*run)(Node&)) : m_entry(entry), m_run(run) {}
+    void Update(Observable* subject, TChangeCode code) override {
+        Ear::Update(subject, code);
+        if (code == TChangeCode::MediatorNodeEnds)
+            m_run(m_entry);
+    }
+
+private:
+    Node& m_entry;
+    void (*m_run)(Node&);
+};
+
+TEST_P(UndoObserved, EntriesEndForAllWhoHeldThemAndComeBackAsNewOnes) {
+    const auto& [deed, add] = GetParam();
+    List& list = make("/L", add, 3);
+    const QStringList before = dumpOf(list);
+    const auto remove = [&] {
+        const OperatorAction action(QStringLiteral("Delete"));
+        list.node->DeleteNode(list.At(1));
+    };
+    for (int round = 0; round < 2; ++round) { // deleted, and deleted again by redo
+        ValueBase* const comment = list.At(1)->FindOwnValue(FreqList::KeyComment);
+        const WeakRef<Node> node(list.At(1));
+        const WeakRef<ValueBase> value(comment);
+        Meddler ofNode(*list.At(1), deed.run);
+        Ear first, second;
+        list.At(1)->AddObserver(&ofNode);
+        comment->AddObserver(&first);
+        comment->AddObserver(&second);
+        if (round == 0)
+            remove();
+        else
+            stack().redo();
+        EXPECT_FALSE(node);
+        EXPECT_FALSE(value);
+        EXPECT_EQ(ofNode.heard.value(0), 18);
+        EXPECT_EQ(first.heard, QList<int>({2}));
+        EXPECT_EQ(second.heard, QList<int>({2}));
+        EXPECT_EQ(list.node->ChildCount(), 2u);
+        stack().undo();
+        ASSERT_EQ(dumpOf(list), before);
+        ValueBase* const back = list.At(1)->FindOwnValue(FreqList::KeyComment);
+        EXPECT_EQ(back->GetState(), TValueState::Valid);
+        back->SetStringValue(QStringLiteral("heard by nobody"));
+        back->SetStringValue(QStringLiteral("station 1"));
+        EXPECT_EQ(first.heard.size(), 1);
+        EXPECT_FALSE(node);
+        EXPECT_FALSE(value);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, UndoObserved,
+    testing::Combine(
+        testing::Values(AtItsEnd{"Nothing", [](Node&) {}},
+                        AtItsEnd{"Delay", [](Node& entry) { entry.FirstValue()->SetUpdateTimerTime(1); }},
+                        AtItsEnd{"DeleteIt", [](Node& entry) { entry.GetParentNode()->DeleteNode(&entry); }}),
+        testing::Values(addLoose, addShaped)),
+    [](const auto& row) {
+        return std::get<0>(row.param).name +
+               std::string(std::get<1>(row.param) == addLoose ? "Loose" : "Shaped");
+    });
+
+/// Entries are kept as they are while there is memory for them, and then the oldest are made small.
+TEST_F(Undo, WhatIsDeletedIsKeptAsItIsWithinTheMemoryOfTheHistory) {
+    constexpr int Characters = 1000000;
+    constexpr size_t InOneStep = 40000000; // of twenty entries, two bytes for each character
+    List& list = make("/L", addShaped);
+    for (int i = 0; i < 40; ++i)
+        list.Add(i, QString(Characters, QLatin1Char(static_cast<char>('0' + i))));
+    const QStringList before = dumpOf(list);
+    const auto deleteSome = [&](size_t count) {
+        const OperatorAction action(QStringLiteral("Delete"));
+        std::vector<Node*> entries = list.node->Children();
+        entries.resize(count);
+        list.node->DeleteNodes(entries);
+    };
+    deleteSome(20);
+    EXPECT_GT(UndoHistory::Instance().InMemory(), InOneStep);
+    deleteSome(20);
+    EXPECT_GT(UndoHistory::Instance().InMemory(), InOneStep);
+    EXPECT_LT(UndoHistory::Instance().InMemory(), UndoHistory::MostInMemory);
+    stack().undo();
+    stack().undo();
+    EXPECT_TRUE(dumpOf(list) == before);
+    stack().redo();
+    stack().redo();
+    EXPECT_LT(UndoHistory::Instance().InMemory(), UndoHistory::MostInMemory);
+    stack().undo();
+    stack().undo();
+    EXPECT_TRUE(dumpOf(list) == before);
+    deleteSome(40); // more than there is memory for
+    EXPECT_GT(UndoHistory::Instance().InMemory(), InOneStep);
+    EXPECT_LT(UndoHistory::Instance().InMemory(), UndoHistory::MostInMemory);
+    stack().undo();
+    EXPECT_TRUE(dumpOf(list) == before);
+}
+
 TEST_F(Undo, ATextThatFollowsIsPutBackByItsWriter) {
     List& list = make("/L", addLoose, 3);
     auto* job = GetOrCreateValue<Value<QString>>(Q("/Job"));
