@@ -4,7 +4,6 @@
 #include "cli/output.h"
 #include "host/gui/listsettings.h"
 #include "receiver/hamlibreceiver.h"
-#include "receiver/receiverchoice.h"
 
 #include <QEventLoop>
 #include <QStandardPaths>
@@ -49,12 +48,19 @@ void CliRadio::AddOptions(Arguments& args) {
                              QStringLiteral("DIR")});
 }
 
-bool CliRadio::Connect(const Arguments& args, int& exitCode) {
+std::optional<ReceiverChoice> CliRadio::Choice(const Arguments& args) {
     useSettings(args);
     QString error;
     const ReceiverChoice choice = ReceiverChoice::Parse(args.Value("receiver"), error);
-    if (!error.isEmpty()) {
-        args.TellUsage(error);
+    if (error.isEmpty())
+        return choice;
+    args.TellUsage(error);
+    return std::nullopt;
+}
+
+bool CliRadio::Connect(const Arguments& args, int& exitCode) {
+    const std::optional<ReceiverChoice> choice = Choice(args);
+    if (!choice) {
         exitCode = ExitUsage;
         return false;
     }
@@ -63,7 +69,7 @@ bool CliRadio::Connect(const Arguments& args, int& exitCode) {
         if (m_receiver.GetState() != ReceiverState::Connecting)
             loop.quit();
     });
-    m_receiver.Attach(choice.MakeLink(m_receiver));
+    m_receiver.Attach(choice->MakeLink(m_receiver));
     if (m_receiver.GetState() == ReceiverState::Connecting)
         loop.exec();
     if (m_receiver.GetState() == ReceiverState::Connected)

@@ -2,6 +2,9 @@
 
 #include "cli/arguments.h"
 #include "receiver/receiver.h"
+#include "receiver/receiverchoice.h"
+
+#include <optional>
 
 /// A receiver that a command works with, while it lives.
 class CliRadio {
@@ -11,6 +14,8 @@ public:
 
     /// Adds `--receiver R` and `--config DIR`.
     static void AddOptions(Arguments& args);
+    /// The receiver that the options name; nothing, told, when there is no such.
+    static std::optional<ReceiverChoice> Choice(const Arguments& args);
     /// Connects what the options name, and waits until it is connected or will not be; false when it is not,
     /// which is told. `exitCode` is then the program's.
     bool Connect(const Arguments& args, int& exitCode);

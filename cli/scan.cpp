@@ -1,6 +1,7 @@
 #include "cli/arguments.h"
 #include "cli/command.h"
 #include "cli/output.h"
+#include "cli/radio.h"
 #include "cli/samefile.h"
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "host/base/datetime.h"
@@ -11,7 +12,6 @@
 #include "host/startup/endsignals.h"
 #include "receiver/hamlibreceiver.h"
 #include "receiver/receiver.h"
-#include "receiver/receiverchoice.h"
 #include "receiver/receiverlink.h"
 #include "scan/receiverport.h"
 #include "scan/scanclock.h"
@@ -130,14 +130,12 @@ constexpr Option Options[] = {
      [](const QString& text, Wish& wish) { return parseSeconds(text, wish.settings.prioritySeconds); }},
 };
 
-void addOptions(QCommandLineParser& parser) {
+void addOptions(Arguments& args) {
+    CliRadio::AddOptions(args);
+    QCommandLineParser& parser = args.Parser();
     for (const Option& option : Options)
         parser.addOption({QString::fromLatin1(option.name), QString::fromUtf8(option.purpose),
                           QString::fromLatin1(option.value)});
-    parser.addOption({QStringLiteral("receiver"),
-                      QStringLiteral("The receiver: simulated (the default), hamlib:MODEL[@DEVICE or "
-                                     "HOST:PORT], or the name of a profile."),
-                      QStringLiteral("R"), QStringLiteral("simulated")});
     parser.addPositionalArgument(QStringLiteral("LIST"),
                                  QStringLiteral("Entries to scan, such as a job (.pij)."));
     parser.addPositionalArgument(
@@ -355,26 +353,23 @@ int RunScan(const QStringList& arguments) {
         "Tunes a receiver from entry to entry of a list, or through a range, and writes where it heard "
         "a signal. Ctrl+C ends it; what it has found is written.",
         -1);
-    addOptions(args.Parser());
+    addOptions(args);
     int exitCode = ExitDone;
     if (!args.Take(arguments, exitCode))
         return exitCode;
     Wish wish;
     if (!takeWish(args, wish))
         return ExitUsage;
-    QString error;
-    const ReceiverChoice choice = ReceiverChoice::Parse(args.Value("receiver"), error);
-    if (!error.isEmpty()) {
-        args.TellUsage(error);
+    const std::optional<ReceiverChoice> choice = CliRadio::Choice(args);
+    if (!choice)
         return ExitUsage;
-    }
     const ProblemPrinter problems;
     std::unique_ptr<CliList> list;
     std::unique_ptr<ScanPlan> plan = makePlan(args, wish, list);
     if (!plan)
         return problems.Count() > 0 ? ExitFile : ExitUsage;
     Receiver receiver(kindFor(*plan));
-    receiver.Attach(choice.MakeLink(receiver));
+    receiver.Attach(choice->MakeLink(receiver));
     exitCode = scan(wish, receiver, std::move(plan));
     receiver.Attach(nullptr);
     HamlibReceiver::WaitForAll(LongestFarewell);

@@ -1,4 +1,6 @@
 #include "host/freqstorexml/filehandling.h"
+#include "host/gui/listsettings.h"
+#include "receiver/radioprofile.h"
 #include "receiver/receiver.h"
 #include "receiver/simulatedreceiver.h"
 #include "tests/cli/runcli.h"
@@ -156,6 +158,17 @@ TEST_F(ScanTest, ARadioThatComesLateIsWaitedForAndScanned) {
     EXPECT_EQ(found, (std::vector<double>{7e6, 7.005e6, 7.01e6, 7.015e6, 7.02e6}));
     server.kill();
     server.waitForFinished();
+}
+
+TEST_F(ScanTest, AReceiverThatTheWorkstationKeepsIsFoundInItsSettings) {
+    constexpr int Dummy = 1;
+    ListSettings::SetDirectory(Path("config"));
+    RadioProfile::Save({{QStringLiteral("attic"), Dummy, QString()}});
+    EXPECT_TRUE(
+        ScanRange({"--receiver", "attic", "--config", Path("config"), "--passes", "1", "--threshold", "-200"},
+                  Path("out.xml"))
+            .Is(ExitDone, ""));
+    EXPECT_FALSE(ResultsOf(Path("out.xml")).empty());
 }
 
 TEST_F(ScanTest, WrongCommandLinesAreToldAndChangeNothing) {
