@@ -30,7 +30,8 @@ constexpr Member Others[] = {{"IsFavourite", "false", true},
                              {"CenterFrequency", "0", false}};
 
 bool knows(const QString& head) {
-    return head.contains(QLatin1Char('<') + QLatin1String(Root));
+    return head.trimmed().startsWith(QLatin1Char('<')) &&
+           head.contains(QLatin1Char('<') + QLatin1String(Root));
 }
 
 class Entries {

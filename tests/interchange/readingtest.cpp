@@ -177,6 +177,8 @@ TEST(ReadingFilesOfOthers, TellsWhatIsNoneOfThem) {
         EXPECT_TRUE(read.failure.startsWith(QString::fromLatin1(file.failure)))
             << file.format << ": " << read.failure.toStdString();
     }
+    for (const char* text : {"", "print('<ArrayOfMemoryEntry>')", "frequency,Freq\n1,2\n"})
+        EXPECT_EQ(FormatOfText(QString::fromUtf8(text)), nullptr) << text;
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, ReadingFiles, testing::ValuesIn(Rows),
