@@ -191,12 +191,16 @@ void Recovery::beginRound() {
     m_turns.start();
 }
 
-/// Begins the section of the next list that is to be walked; false when there is none. A list that is just
-/// being read has nothing of its own yet.
+/// Begins the section of the next list that is to be walked; false when there is none. One may have been
+/// saved or taken back since the round began; a list that is just being read has nothing of its own yet.
 bool Recovery::nextList() {
     while (m_next < m_toWalk.size()) {
         const ListFile& list = *m_toWalk[m_next++];
         m_changed.erase(list.id);
+        if (!list.isUnsaved()) {
+            m_writing.erase(list.id);
+            continue;
+        }
         std::unique_ptr<EntrySource> entries = list.entries ? list.entries() : nullptr;
         if (!list.text && !entries) {
             m_changed.insert(list.id);

@@ -179,4 +179,19 @@ TEST_F(OtherLists, OfDetectionsAreWholeThoughTheyChangeWhileTheyAreWalked) {
     EXPECT_EQ(bytes.count(QByteArray::number(Count - 1) + '"'), 1);
 }
 
+TEST_F(OtherLists, WhatIsTakenBackWhileARoundRunsIsNotKept) {
+    openAttended();
+    importDetections();
+    QObject::connect(&recovery(), &Recovery::Begun, &window(), [] {
+        QMetaObject::invokeMethod(
+            qApp, [] { UndoHistory::Instance().Stack().undo(); }, Qt::QueuedConnection);
+    });
+    bool isWritten = false;
+    QObject::connect(&recovery(), &Recovery::Written, &window(), [&] { isWritten = true; });
+    recovery().SetInterval(0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return isWritten; }));
+    EXPECT_EQ(UndoHistory::Instance().Stack().index(), 0);
+    EXPECT_TRUE(RecoveryReader(recovery().GetFileName()).GetSections().empty());
+}
+
 } // namespace
