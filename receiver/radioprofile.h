@@ -30,7 +30,7 @@ struct RadioProfile {
 
     QString name = {}; ///< as the operator calls it; may be empty
     int model = Dummy;
-    QString port = {}; ///< a device, or host:port
+    QString port = {};            ///< a device, or host:port
     int speed = 0;                ///< baud; 0 for that of the model
     int timeout = DefaultTimeout; ///< ms that one answer may take
 
