@@ -1,85 +1,17 @@
 // Undo and redo of what the operator does to lists: each list of the store has them without a line of its
 // own.
 
-#include "host/freqlist/freqstore.h"
-#include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/frequencynodemediator.h"
-#include "host/freqlist/frequencynodemediatorctrl.h"
-#include "host/freqlist/keys.h"
-#include "host/freqlist/undohistory.h"
-#include "host/valuetree/tree.h"
-#include "host/valuetree/valueselection.h"
+#include "tests/freqlist/undofixture.h"
 #include "tests/support/text.h"
 
 #include <QEventLoop>
 #include <QTimer>
-#include <QUndoStack>
 
-#include <gtest/gtest.h>
 #include <random>
 
+namespace UndoTests {
 namespace {
-
-const Names::Id Mode = Names::Intern(QStringLiteral("mode"));
-const Names::Id Further = Names::Intern(QStringLiteral("further"));
-
-/// One list of the store, whose entries are made in a way of its own.
-struct List {
-    using Fill = void (*)(Node& list, double hertz, const QString& comment);
-
-    List(const char* path, Fill make)
-        : node(Tree::Instance()->MakeNode(QString::fromLatin1(path))), add(make) {
-        controller.Init(node->GetPathName());
-        controller.IncrementVisibleCnt();
-        id = FreqStore::Instance().RegisterList(
-            {.name = QString::fromLatin1(path).section('/', -1), .controller = &controller});
-    }
-    ~List() { FreqStore::Instance().RemoveFrequencyListDefinition(id); }
-
-    void Add(double hertz, const QString& comment = QString()) const { add(*node, hertz, comment); }
-    Node* At(size_t index) const { return node->Children()[index]; }
-
-    Node* node;
-    FrequencyNodeMediatorCtrl controller{0};
-    Fill add;
-    int id;
-};
-
-/// Values one by one, a choice, a list of numbers and a sub-node among them.
-void addLoose(Node& list, double hertz, const QString& comment) {
-    auto* entry = new Node(&list, QStringLiteral("Entry"));
-    list.AddItemUnique(entry);
-    auto* frequency = new ValueNumeric<double>;
-    frequency->SetMinMax(0, hertz + 1e9, 1);
-    frequency->SetValue(hertz);
-    EXPECT_TRUE(entry->AddValue(FreqList::KeyFrequency, frequency));
-    Value<QString> text;
-    text.SetValue(comment);
-    entry->CreateValue(FreqList::KeyComment.Text(), text);
-    ValueSelection mode;
-    mode.AddItems({"AM", "USB", "CW"});
-    mode.SelectAt(static_cast<long>(hertz) % 3);
-    entry->CreateValue(Names::Text(Mode), mode);
-    ValueList<double> further;
-    further.Append({hertz + 1, hertz + 2});
-    entry->CreateValue(Names::Text(Further), further);
-    entry->AddNode(QStringLiteral("receiver"));
-    Value<int> antenna;
-    antenna.SetValue(static_cast<int>(hertz) % 7);
-    entry->GetNode(QStringLiteral("receiver"))->CreateValue(QStringLiteral("antenna"), antenna);
-}
-
-/// All values at once.
-void addShaped(Node& list, double hertz, const QString& comment) {
-    static const Shape& shape =
-        Shape::Make({Shape::Number<double>(FreqList::KeyFrequency, 0, 1e12, 1),
-                     Shape::Text(FreqList::KeyComment), Shape::Letter(FreqList::KeyType)});
-    Node* entry = Node::NewEntry(&list, Names::Intern(QStringLiteral("Target")), shape);
-    list.AddItemUnique(entry);
-    EXPECT_TRUE(entry->FillFromShape());
-    entry->ShapedValue<ValueNumeric<double>>(0).SetValue(hertz);
-    entry->ShapedValue<Value<QString>>(1).SetValue(comment);
-}
 
 /// All that can be seen of an entry.
 QString dumpOf(const Node& entry) {
@@ -102,30 +34,6 @@ QStringList dumpOf(const List& list) {
         texts << dumpOf(*entry);
     return texts;
 }
-
-class Undo : public testing::Test {
-protected:
-    Undo() { UndoHistory::Instance().SetOn(true); }
-    ~Undo() override {
-        UndoHistory::Instance().SetOn(false);
-        lists.clear();
-        Tree::Instance()->GetRoot()->DeleteChildren();
-    }
-
-    List& make(const char* path, List::Fill add, int entries = 0) {
-        lists.push_back(std::make_unique<List>(path, add));
-        for (int i = 0; i < entries; ++i)
-            lists.back()->Add(1000 + i, QStringLiteral("station %1").arg(i));
-        lists.back()->controller.ForceUpdateNow();
-        return *lists.back();
-    }
-    static QUndoStack& stack() { return UndoHistory::Instance().Stack(); }
-    static void setComment(const Node& entry, const QString& text) {
-        entry.FindOwn<Value<QString>>(FreqList::KeyComment)->SetValue(text);
-    }
-
-    std::vector<std::unique_ptr<List>> lists;
-};
 
 /// What an action may do to a list of ten entries.
 struct Deed {
@@ -467,95 +375,6 @@ TEST_F(Undo, ATextThatFollowsIsPutBackByItsWriter) {
     EXPECT_TRUE(writer.heard == QList<int>({3}));
 }
 
-class BookmarkView : public FrequencyNodeListView {
-public:
-    BookmarkView(unsigned listId) : FrequencyNodeListView(nullptr, listId) {
-        AddColumn(QStringLiteral("Frequency"), _compNumericWithSuffix, FreqList::ColumnFrequency);
-        AddColumn(QStringLiteral("Comment"), _compStandardString, FreqList::ColumnComment);
-    }
-    using FrequencyNodeListView::DeleteSelectedEntries;
-    QStringList Comments() {
-        QStringList texts;
-        for (SortListViewItemIterator it(this); it.current(); ++it)
-            texts << it.current()->text(1);
-        return texts;
-    }
-};
-
-TEST_F(Undo, RowsComeBackToTheirPlacesSelectedWhereTheOperatorWas) {
-    List& list = make("/L", addLoose, 300);
-    BookmarkView view(static_cast<unsigned>(list.id));
-    view.resize(400, 200);
-    view.show();
-    const QStringList before = view.Comments();
-    view.SelectPlace(150);
-    view.scrollToItem(view.currentItem(), QAbstractItemView::PositionAtCenter);
-    const int scroll = view.ScrollPlace();
-    ASSERT_GT(scroll, 0);
-    view.DeleteSelectedEntries();
-    EXPECT_EQ(view.RowCount(), 299);
-    view.SelectPlace(0);
-    stack().undo();
-    EXPECT_EQ(view.Comments(), before);
-    EXPECT_EQ(view.SelectedCount(), 1);
-    EXPECT_EQ(view.CurrentPlace(), 150);
-    EXPECT_EQ(view.ScrollPlace(), scroll);
-    view.sortByColumn(1, Qt::DescendingOrder);
-    view.SelectPlace(0);
-    const QString first = view.Comments().first();
-    view.DeleteSelectedEntries();
-    stack().undo();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(view.Comments().first(), first);
-}
-
-/// Counts what is asked of its rows.
-class CountingView : public BookmarkView {
-public:
-    using BookmarkView::BookmarkView;
-    QString RecordText(quint32 record, int column) const override {
-        ++texts;
-        return BookmarkView::RecordText(record, column);
-    }
-    mutable int texts = 0;
-};
-
-TEST_F(Undo, FewRowsComeBackToTheirPlacesWithoutALookAtAllOthers) {
-    constexpr int Rows = 5000;
-    List& list = make("/L", addLoose, Rows);
-    for (const int column : {-1, 0, 1}) {
-        CountingView view(static_cast<unsigned>(list.id));
-        view.resize(400, 200);
-        view.show();
-        view.sortByColumn(column, Qt::DescendingOrder);
-        QCoreApplication::processEvents();
-        const QStringList before = view.Comments();
-        for (const int row : {4000, 7}) { // one by one: the second comes back first
-            view.SelectPlace(row);
-            view.DeleteSelectedEntries();
-        }
-        view.SelectPlace(20);
-        view.texts = 0;
-        stack().undo();
-        stack().undo();
-        QCoreApplication::processEvents();
-        EXPECT_LT(view.texts, Rows / 10) << column;
-        EXPECT_TRUE(view.Comments() == before) << column;
-        EXPECT_EQ(view.CurrentPlace(), 4000) << column;
-    }
-    CountingView view(static_cast<unsigned>(list.id));
-    view.SelectPlace(4000);
-    view.DeleteSelectedEntries();
-    CountingView later(static_cast<unsigned>(list.id)); // in which the row has left no room
-    view.SetFilterText(QStringLiteral("station"));
-    while (view.IsFiltering())
-        QCoreApplication::processEvents();
-    stack().undo();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(view.ShownCount(), view.RowCount());
-    EXPECT_TRUE(later.Comments() == view.Comments());
-}
-
 /// Lists as plain rows.
 struct Row {
     QString path;
@@ -690,3 +509,4 @@ TEST_F(RandomWork, OfTenThousandActionsMatchesPlainLists) {
 }
 
 } // namespace
+} // namespace UndoTests

@@ -218,17 +218,7 @@ QString NOIFrequencyHandler::FileOpen() {
     const QString path = NoiDialogs::FileToOpen(m_readDirectory);
     if (!alive)
         return path;
-    if (isKeptOut(path) || !alive)
-        return QString();
-    const auto take = [&] {
-        const bool read = PathContains(path, ".xml") ? openXml(path) : openLines(path);
-        if (alive)
-            m_ready = true;
-        if (!path.isEmpty())
-            FileGate::WasRead(FileGate::List::Noi, path, read);
-        return true;
-    };
-    return REPORTGENERATOR::ReadAsWork(path, take) ? path : QString();
+    return takeFile(path, [&] { return PathContains(path, ".xml") ? openXml(path) : openLines(path); });
 }
 
 QString NOIFrequencyHandler::FileImport() {
@@ -236,14 +226,20 @@ QString NOIFrequencyHandler::FileImport() {
     const QString path = NoiDialogs::FileToImport(m_readDirectory);
     if (!alive)
         return path;
+    return takeFile(path, [&] { return PathContains(path, ".csv") && ParseNOIXmlFile(path); });
+}
+
+/// Reads a chosen file, unless it must not be or the operator cancels: then the answer is empty.
+QString NOIFrequencyHandler::takeFile(const QString& path, const std::function<bool()>& read) {
+    const QPointer<NOIFrequencyHandler> alive(this);
     if (isKeptOut(path) || !alive)
         return QString();
     const auto take = [&] {
-        const bool read = PathContains(path, ".csv") && ParseNOIXmlFile(path);
+        const bool wasRead = read();
         if (alive)
             m_ready = true;
         if (!path.isEmpty())
-            FileGate::WasRead(FileGate::List::Noi, path, read);
+            FileGate::WasRead(FileGate::List::Noi, path, wasRead);
         return true;
     };
     return REPORTGENERATOR::ReadAsWork(path, take) ? path : QString();

@@ -9,6 +9,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
 
 class FrequencyNodeMediator;
@@ -134,6 +135,7 @@ private:
     bool openLines(const QString& path);
     bool readTable(const QString& path);
     static bool isKeptOut(const QString& path);
+    QString takeFile(const QString& path, const std::function<bool()>& read);
     void noteContent(const QString& path, bool isWhole);
     void tellDoubtful(const QString& path);
     bool mustNotOverwrite() const;
