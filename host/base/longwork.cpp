@@ -146,6 +146,7 @@ void make(Part& part, const std::function<LongWork::Take()>& next) {
 Piece waitFor(Part& part) {
     if (isEager)
         look(*runningHere, part.done, part.total);
+    runningHere->stepsToLook = 1; // a piece takes longer than the steps that the number was found for
     std::unique_lock lock(part.mutex);
     while (!part.changed.wait_for(lock, LookInterval * 4, [&] { return !part.pieces.empty(); })) {
         lock.unlock();
