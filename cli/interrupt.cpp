@@ -20,7 +20,7 @@ Interrupt::Interrupt() {
         return;
     struct sigaction action {};
     action.sa_handler = cancel;
-    action.sa_flags = SA_RESETHAND | SA_RESTART;
+    action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
     sigemptyset(&action.sa_mask);
     sigaction(SIGINT, &action, nullptr);
 }
