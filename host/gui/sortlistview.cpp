@@ -304,7 +304,7 @@ bool SortListView::moveChanged() {
     std::vector<quint32> records = takeMisplaced(rows, order);
     for (quint32 record = m_sortedCount; record < count; ++record)
         records.push_back(record);
-    insertRecords(rows, std::move(records), order);
+    insertRecords(rows, records, order);
     m_order.Set(std::move(rows));
     return true;
 }
