@@ -10,6 +10,7 @@
 #include "host/freqlist/undohistory.h"
 #include "host/valuetree/value.h"
 
+#include <QCoreApplication>
 #include <QUndoStack>
 
 #include <algorithm>
@@ -18,6 +19,7 @@ namespace {
 
 constexpr int Rows = 100000;
 constexpr int Pairs = 5;
+constexpr double LongestTurn = 0.05;
 
 /// Undo is on as long as it lives.
 class WithUndo {
@@ -55,12 +57,13 @@ void reportMedians(benchmark::State& state, const std::vector<double>& baseline,
 
 /// Deleting all rows and undoing it, against reading them.
 void UndoDelete(benchmark::State& state) {
+    const auto rows = static_cast<int>(state.range(0));
     for (auto _ : state) {
         std::vector<double> baseline, ours, deleting;
         for (int i = 0; i < Pairs; ++i) {
-            Bench::Get().List(Rows);
+            Bench::Get().List(rows);
             deleting.push_back(processorSecondsOf(emptyList));
-            baseline.push_back(processorSecondsOf([] { Bench::Get().List(Rows); }));
+            baseline.push_back(processorSecondsOf([&] { Bench::Get().List(rows); }));
             WithUndo undo;
             ours.push_back(processorSecondsOf([&] {
                 {
@@ -69,12 +72,38 @@ void UndoDelete(benchmark::State& state) {
                 }
                 undo.Stack().undo();
             }));
-            if (listNode().ChildCount() != Rows)
+            if (listNode().ChildCount() != static_cast<size_t>(rows))
                 state.SkipWithError("rows are lost");
         }
         reportMedians(state, baseline, ours, 1.5);
         state.counters["delete_alone_s"] = medianOf(deleting);
     }
+}
+
+/// The longest turn of the event loop while rows that were deleted, and have rested, are made small.
+void UndoPacking(benchmark::State& state) {
+    UndoHistory& history = UndoHistory::Instance();
+    for (auto _ : state) {
+        Bench::Get().List(10 * Rows);
+        WithUndo undo;
+        history.SetRest(0);
+        {
+            const OperatorAction action(QStringLiteral("Delete"));
+            emptyList();
+        }
+        state.counters["resting"] = static_cast<double>(history.InMemory());
+        double longest = 0;
+        double all = 0;
+        while (history.InMemory() > UndoHistory::MostInMemory) {
+            const double turn = threadSecondsOf([] { QCoreApplication::processEvents(); });
+            longest = std::max(longest, turn);
+            all += turn;
+        }
+        state.counters["longest_turn_s"] = longest;
+        state.counters["goal"] = LongestTurn;
+        state.SetIterationTime(all);
+    }
+    Bench::Get().Forget();
 }
 
 /// Editing a value of all rows with undo, against the same without.
@@ -127,6 +156,7 @@ void UndoMemory(benchmark::State& state) {
 
 } // namespace
 
-BENCHMARK(UndoDelete)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(UndoDelete)->Arg(Rows)->Arg(3 * Rows)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(UndoPacking)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 BENCHMARK(UndoEdit)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 BENCHMARK(UndoMemory)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);

@@ -3,10 +3,10 @@
 
 #include "bench/figures.h"
 #include "bench/targets.h"
+#include "bench/turnclock.h"
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/targets/targetlistparser.h"
 #include "controls/frequencystore/targets/wkflistview.h"
-#include "host/base/longwork.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/frequencynodemediator.h"
 
@@ -102,38 +102,6 @@ void Waits(benchmark::State& state) {
         state.counters["goal"] = Goal;
     }
 }
-
-/// Notes for how long the window gets no turn while work runs, in processor seconds of the GUI thread.
-class TurnClock : public LongWork::Display {
-public:
-    TurnClock() : m_before(LongWork::SetDisplay(this)) {}
-    ~TurnClock() override { LongWork::SetDisplay(m_before); }
-
-    double LongestOf(const std::function<void()>& work) {
-        m_longest = 0;
-        m_last = now();
-        work();
-        note();
-        return m_longest;
-    }
-
-private:
-    static double now() {
-        timespec time{};
-        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
-    }
-    void Turn(const LongWork::Progress&) override { note(); }
-    void Hide() override {}
-    void note() {
-        const double present = now();
-        m_longest = std::max(m_longest, present - std::exchange(m_last, present));
-    }
-
-    LongWork::Display* m_before;
-    double m_last = 0;
-    double m_longest = 0;
-};
 
 /// The longest turn while a million targets are read, into an empty list and in place of others.
 void WaitsWhileReading(benchmark::State& state) {

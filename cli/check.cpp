@@ -2,7 +2,6 @@
 #include "cli/command.h"
 #include "cli/foreign.h"
 #include "cli/output.h"
-#include "host/base/longwork.h"
 #include "sweep/sweepfile.h"
 #include "sweep/sweepreader.h"
 
@@ -28,12 +27,7 @@ bool printLine(const QStringList& facts, const QString& path) {
 }
 
 int checkSweep(const QString& path, ProblemPrinter& problems) {
-    const SweepSummary summary = ReadSweepFile(
-        path, QTimeZone::systemTimeZone(), [](const Sweep&) {},
-        [](qint64 done, qint64 total) {
-            LongWork::Step(done, total);
-            return true;
-        });
+    const SweepSummary summary = ReadSweepFile(path, QTimeZone::systemTimeZone(), [](const Sweep&) {});
     problems.Flush();
     const bool isPrinted =
         printLine({QStringLiteral("power sweeps"), Counted(summary.sweeps, "sweep", "sweeps"),

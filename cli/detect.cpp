@@ -2,7 +2,6 @@
 #include "cli/command.h"
 #include "cli/output.h"
 #include "cli/samefile.h"
-#include "host/base/longwork.h"
 #include "host/base/numbers.h"
 #include "host/base/problems.h"
 #include "host/report/rgexception.h"
@@ -73,11 +72,7 @@ bool takeOptions(const Arguments& args, SweepSettings& settings, QTimeZone& zone
 int detect(const QString& in, const QString& out, const SweepSettings& settings, const QTimeZone& zone) {
     SweepResultWriter writer(out);
     const SweepSummary summary = DetectInSweepFile(
-        in, zone, settings, [&](const SweepDetection& detection) { writer.Append(detection); },
-        [](qint64 done, qint64 total) {
-            LongWork::Step(done, total);
-            return true;
-        });
+        in, zone, settings, [&](const SweepDetection& detection) { writer.Append(detection); });
     if (summary.sweeps == 0 && summary.problems == 0)
         Problems::Report("detect", {in, 0, QStringLiteral("holds no power sweeps")});
     if (summary.sweeps == 0)

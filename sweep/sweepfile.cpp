@@ -1,5 +1,6 @@
 #include "sweep/sweepfile.h"
 
+#include "host/base/longwork.h"
 #include "host/base/problems.h"
 #include "host/report/filestamps.h"
 #include "sweep/sweepreader.h"
@@ -7,7 +8,7 @@
 #include <QFile>
 
 SweepSummary ReadSweepFile(const QString& fileName, const QTimeZone& zone,
-                           const std::function<void(const Sweep&)>& receive, const SweepProgress& progress) {
+                           const std::function<void(const Sweep&)>& receive) {
     SweepSummary summary;
     FileStamps::Reading reading(fileName);
     QFile file(fileName);
@@ -21,9 +22,9 @@ SweepSummary ReadSweepFile(const QString& fileName, const QTimeZone& zone,
     const qint64 size = file.size();
     SweepReader reader(file, fileName, zone);
     Sweep sweep;
-    while (summary.isWhole && reader.Next(sweep)) {
+    while (reader.Next(sweep)) {
         receive(sweep);
-        summary.isWhole = progress(reader.BytesRead(), size);
+        LongWork::Step(reader.BytesRead(), size);
     }
     summary.sweeps = reader.Sweeps();
     summary.rows = reader.Rows();
@@ -32,11 +33,10 @@ SweepSummary ReadSweepFile(const QString& fileName, const QTimeZone& zone,
 }
 
 SweepSummary DetectInSweepFile(const QString& fileName, const QTimeZone& zone, const SweepSettings& settings,
-                               const std::function<void(const SweepDetection&)>& receive,
-                               const SweepProgress& progress) {
+                               const std::function<void(const SweepDetection&)>& receive) {
     SweepDetector detector(settings, receive);
-    const SweepSummary summary = ReadSweepFile(
-        fileName, zone, [&](const Sweep& sweep) { detector.Add(sweep); }, progress);
+    const SweepSummary summary =
+        ReadSweepFile(fileName, zone, [&](const Sweep& sweep) { detector.Add(sweep); });
     detector.Finish();
     return summary;
 }

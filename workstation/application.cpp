@@ -367,9 +367,9 @@ void Workstation::SetAttended(bool attended) {
 
 /// Signals in power sweeps stand beside those of the search.
 void Workstation::addSweepEntry() {
-    m_sweeps =
-        std::make_unique<SweepImport>(m_window.get(), [this](std::list<DetectionConventional>&& found) {
-            m_search->Add(std::move(found), m_sweeps->GetFileName());
+    m_sweeps = std::make_unique<SweepImport>(
+        m_window.get(), [this](std::list<DetectionConventional>&& found, const QString& source) {
+            m_search->Add(std::move(found), source);
         });
     QObject::connect(m_sweeps.get(), &SweepImport::Opened, m_window.get(), &MainWindow::Tell);
     QMenu* menu = m_window->GetFileMenu();

@@ -1,9 +1,24 @@
 #include "workstation/listchanges.h"
 
+#include "host/base/longwork.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/freqlist/undohistory.h"
+#include "host/freqlist/undopart.h"
 #include "host/valuetree/node.h"
+
+#include <QPointer>
+
+namespace {
+
+/// How a list stands to what it was read from or written to.
+struct Mark {
+    bool wasEmpty = true; ///< the list, when it was read or written
+    bool isChanged = false;
+    int saves = 0; ///< how often it was written
+};
+
+} // namespace
 
 /// One list, as its node tells of its children and of what changed in them, or as steps of undo do.
 class ListChanges::Watch : public IObserver {
@@ -28,26 +43,36 @@ public:
     }
 
     int GetListId() const { return m_listId; }
-    bool IsChanged() const { return m_isChanged; }
+    bool IsChanged() const { return m_mark.isChanged; }
+    const Mark& GetMark() const { return m_mark; }
+    /// The mark of before a file was read. What has been written since may be the file of before.
+    void TakeMark(const Mark& mark) {
+        m_mark.wasEmpty = mark.wasEmpty;
+        set(mark.isChanged || mark.saves != m_mark.saves);
+    }
 
     void MarkSaved() {
         if (FrequencyNodeMediatorCtrl* list = controller())
             list->ForceUpdateNow(); // what was read tells of itself now, and not later
-        m_wasEmpty = m_count() == 0;
+        if (!keepForUndo())
+            ++m_mark.saves;
+        m_mark.wasEmpty = m_count() == 0;
         set(false);
     }
-    void MarkChanged() { set(true); }
+    void MarkChanged() {
+        keepForUndo();
+        set(true);
+    }
     void NoteStep() {
         if (isMachineAtWork())
             noteChange();
     }
     /// Work on lists begins; it was cancelled, and nothing has changed.
-    void NoteBefore() { m_before = {m_wasEmpty, m_isChanged}; }
+    void NoteBefore() { m_before = m_mark; }
     void TakeBack() {
         if (FrequencyNodeMediatorCtrl* list = controller())
             list->ForceUpdateNow();
-        m_wasEmpty = m_before.first;
-        set(m_before.second);
+        TakeMark(m_before);
     }
     void Update(Observable*, TChangeCode code) override {
         const bool isNews = code != TChangeCode::Removing && code != TChangeCode::Announcement;
@@ -61,9 +86,10 @@ private:
             FreqStore::Instance().GetFrequencies(static_cast<unsigned>(m_listId)));
     }
     bool isMachineAtWork() const { return m_isMachineAtWork && m_isMachineAtWork(); }
-    void noteChange() { set(!m_wasEmpty || m_count() > 0); }
+    bool keepForUndo() const;
+    void noteChange() { set(!m_mark.wasEmpty || m_count() > 0); }
     void set(bool changed) {
-        if (std::exchange(m_isChanged, changed) != changed)
+        if (std::exchange(m_mark.isChanged, changed) != changed)
             emit m_owner.Changed(m_listId);
     }
 
@@ -72,10 +98,39 @@ private:
     WeakRef<Node> m_node;
     std::function<bool()> m_isMachineAtWork;
     std::function<qint64()> m_count;
-    bool m_wasEmpty = true; ///< when it was read or written
-    bool m_isChanged = false;
-    std::pair<bool, bool> m_before{}; ///< both, when work began
+    Mark m_mark;
+    Mark m_before; ///< when work began
 };
+
+/// Takes the mark of a list back, and there again, with the file that was read.
+class ListChanges::MarkPart final : public UndoPart {
+public:
+    MarkPart(ListChanges& owner, int listId, const Mark& mark)
+        : m_owner(&owner), m_listId(listId), m_kept(mark) {}
+
+    void Swap() override {
+        m_next = m_kept;
+        if (const Watch* watch = m_owner ? m_owner->find(m_listId) : nullptr)
+            m_kept = watch->GetMark();
+    }
+    /// The entries that came back have marked the list as changed.
+    void Settle() override {
+        if (Watch* watch = m_owner ? m_owner->find(m_listId) : nullptr)
+            watch->TakeMark(m_next);
+    }
+
+private:
+    QPointer<ListChanges> m_owner;
+    int m_listId;
+    Mark m_kept;
+    Mark m_next;
+};
+
+/// False when no action of the operator runs. Entries that were read have marked the list already.
+bool ListChanges::Watch::keepForUndo() const {
+    const Mark& before = LongWork::IsRunning() ? m_before : m_mark;
+    return UndoHistory::Instance().Add(std::make_unique<MarkPart>(m_owner, m_listId, before));
+}
 
 ListChanges::ListChanges() {
     connect(&UndoHistory::Instance(), &UndoHistory::Changed, this, &ListChanges::noteStep);
@@ -111,13 +166,16 @@ void ListChanges::noteStep(int listId) {
         watch->NoteStep();
 }
 
+/// What a step says of files when it is undone has been said before; see `MarkPart`.
 void ListChanges::MarkSaved(int listId) {
-    if (Watch* watch = find(listId))
+    Watch* const watch = find(listId);
+    if (watch && !UndoHistory::Instance().IsSwapping())
         watch->MarkSaved();
 }
 
 void ListChanges::MarkChanged(int listId) {
-    if (Watch* watch = find(listId))
+    Watch* const watch = find(listId);
+    if (watch && !UndoHistory::Instance().IsSwapping())
         watch->MarkChanged();
 }
 

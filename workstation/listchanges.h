@@ -10,7 +10,8 @@
 
 /// Whether lists have changed since they were read from their files or written there: by entries that came,
 /// went or got other values. One that was empty and is so again has not changed. What the operator does while
-/// a machine writes to the list is a change.
+/// a machine writes to the list is a change. When reading a file is undone the list is as changed as it was
+/// before.
 class ListChanges : public QObject {
     Q_OBJECT
 
@@ -35,6 +36,7 @@ signals:
 
 private:
     class Watch;
+    class MarkPart;
 
     Watch* find(int listId) const;
     void noteStep(int listId);

@@ -11,24 +11,22 @@
 
 class QWidget;
 
-/// Reads power sweeps for whoever keeps the detections, while a dialog shows how far it is.
+/// Reads power sweeps for whoever keeps the detections.
 class SweepImport : public QObject {
     Q_OBJECT
 
 public:
-    /// Takes some detections; they have no numbers yet.
-    using Receive = std::function<void(std::list<DetectionConventional>&&)>;
+    /// Takes the detections of a file, which have no numbers yet; `source` is its name without the folder.
+    using Receive = std::function<void(std::list<DetectionConventional>&&, const QString& source)>;
 
     /// The dialogs belong to `window`, which outlives this.
     SweepImport(QWidget* window, Receive receive);
 
     /// Asks for a file and for what counts as a signal, and opens it.
     void AskAndOpen();
-    /// Opens a file with the settings of the last time. False, with problems told, when it holds no sweep.
-    /// What was found before it is cancelled stays.
+    /// Opens a file with the settings of the last time, as long work. False, with problems told, when it
+    /// holds no sweep, and when the operator cancels.
     bool Open(const QString& path);
-    /// Name of the file that is being read, or was last, without its folder.
-    QString GetFileName() const { return m_fileName; }
 
 signals:
     /// The sweeps of a file as a picture.
@@ -37,14 +35,8 @@ signals:
     void Opened(const QString& text);
 
 private:
-    struct Reading;
-
-    bool showProgress(Reading& reading, qint64 done, qint64 total);
-
     QWidget* m_window;
     Receive m_receive;
     SweepSettings m_settings;
-    QString m_fileName;
     QTimeZone m_zone = QTimeZone::systemTimeZone();
-    bool m_isReading = false; ///< its dialog's event loop may ask for more
 };

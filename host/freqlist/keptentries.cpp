@@ -1,5 +1,6 @@
 #include "host/freqlist/keptentries.h"
 
+#include "host/base/longwork.h"
 #include "host/freqlist/undocontent.h"
 #include "host/valuetree/value.h"
 #include "host/valuetree/valueselection.h"
@@ -175,20 +176,26 @@ void KeptEntries::Keep(Node* entry) {
         delete entry;
         return;
     }
-    m_parkedBytes += sizeof(Parked) + bytesOf(*entry);
+    m_parkedBytes += sizeof(ParkedEntry) + bytesOf(*entry);
     m_parked.push_back({std::unique_ptr<Node>(entry), place});
     m_taken.push_back(place.serial);
     ++m_count;
 }
 
-void KeptEntries::Pack() {
-    for (Parked& parked : std::exchange(m_parked, {})) {
+bool KeptEntries::PackSome() {
+    constexpr int Some = 2000; // a few milliseconds
+    for (int i = 0; i < Some && !m_parked.empty(); ++i) {
+        const ParkedEntry& parked = m_parked.back();
+        m_parkedBytes -= sizeof(ParkedEntry) + bytesOf(*parked.entry);
         m_bytes.Put(parked.place);
         put(*parked.entry);
-        parked.entry.reset();
+        m_parked.pop_back();
     }
-    m_parkedBytes = 0;
+    if (!m_parked.empty())
+        return true;
+    m_parked.shrink_to_fit();
     m_bytes.Trim();
+    return false;
 }
 
 void KeptEntries::Finish() {
@@ -272,17 +279,18 @@ std::vector<Node::Returning> KeptEntries::Make(Node& list) {
     returning.reserve(m_count);
     UndoBytes::Reader bytes(m_bytes);
     while (!bytes.AtEnd()) {
+        LongWork::Step(static_cast<qint64>(entries.size()), static_cast<qint64>(m_count));
         const auto place = bytes.Get<Place>();
         entries.push_back(make(bytes, &list));
         returning.push_back({entries.back().get(), place.serial, place.ordinal});
     }
-    for (const Parked& parked : m_parked)
+    for (const ParkedEntry& parked : m_parked)
         returning.push_back({parked.entry.get(), parked.place.serial, parked.place.ordinal});
     std::sort(returning.begin(), returning.end(),
               [](const Node::Returning& a, const Node::Returning& b) { return a.serial < b.serial; });
     for (std::unique_ptr<Node>& entry : entries)
         (void)entry.release();
-    for (Parked& parked : m_parked)
+    for (ParkedEntry& parked : m_parked)
         (void)parked.entry.release();
     *this = KeptEntries();
     return returning;

@@ -9,13 +9,14 @@
 #include <memory>
 #include <vector>
 
-/// Entries that a step has taken out of a list. Those that can be parked are kept as they are, until their
-/// memory is wanted. All others are compact data: what many of them share, such as the names, types and
-/// limits of their values, stands once. Values of types that have no form as bytes are kept as they are, too.
+/// Entries that a step has taken out of a list. Those that can be parked are kept as they are, which costs
+/// neither time nor memory that the list did not have, until their memory is wanted. All others are compact
+/// data: what many of them share, such as the names, types and limits of their values, stands once. Values of
+/// types that have no form as bytes are kept as they are, too.
 class KeptEntries final : public NodeKeeper {
 public:
     /// So much memory, in bytes, is for parked entries; any further ones are compact data at once.
-    static constexpr size_t MostParked = size_t(48) << 20;
+    static constexpr size_t MostParked = size_t(512) << 20;
 
     KeptEntries();
     KeptEntries(KeptEntries&&) noexcept;
@@ -39,8 +40,10 @@ public:
     /// cannot be read.
     std::vector<Node::Returning> Make(Node& list);
 
-    /// Parked entries become compact data.
-    void Pack();
+    /// Some thousand parked entries become compact data; false when none are left.
+    bool PackSome();
+    /// Bytes of parked entries.
+    size_t Parked() const { return m_parkedBytes; }
     void Spill() { m_bytes.Spill(); }
     size_t InMemory() const;
 
@@ -52,7 +55,7 @@ private:
         quint32 ordinal;
     };
 
-    struct Parked {
+    struct ParkedEntry {
         std::unique_ptr<Node> entry;
         Place place;
     };
@@ -66,7 +69,7 @@ private:
     std::deque<Layout> m_layouts;
     quint32 m_lastLayout = 0;
     UndoBytes m_bytes;
-    std::vector<Parked> m_parked;
+    std::vector<ParkedEntry> m_parked;
     size_t m_parkedBytes = 0;
     size_t m_count = 0;           ///< parked ones and others
     std::vector<quint32> m_taken; ///< serials, until no more are taken

@@ -12,6 +12,7 @@
 #include <QThread>
 #include <QUndoStack>
 
+#include <algorithm>
 #include <set>
 
 namespace {
@@ -205,10 +206,22 @@ public:
                 emit m_history.Changed(part->GetListId());
         }
     }
-    void Pack() {
-        for (ListStep& list : m_lists)
-            list.Pack();
+    bool PackSome() {
+        return std::ranges::any_of(m_lists, [](ListStep& list) { return list.PackSome(); });
     }
+    void Pack() {
+        while (PackSome())
+            ;
+    }
+    /// Bytes of entries that are kept as they are.
+    size_t Resting() const {
+        size_t bytes = 0;
+        for (const ListStep& list : m_lists)
+            bytes += list.Parked();
+        return bytes;
+    }
+    /// Bytes of all else.
+    size_t Packed() const { return InMemory() - Resting(); }
     void Spill() {
         for (ListStep& list : m_lists)
             list.Spill();
@@ -285,7 +298,8 @@ private:
             others.push_back(text.Other());
             presents.push_back(text.Present());
         }
-        for (const auto& part : m_parts)
+        const std::vector<UndoPart*> parts = partsInOrder(direction);
+        for (UndoPart* part : parts)
             part->Swap(); // the lists' own notifications come after those of their files
         for (ListStep& list : m_lists)
             list.Swap(direction);
@@ -297,8 +311,20 @@ private:
             if (others[i])
                 m_texts[i].Put(*others[i], presents[i]);
         }
-        if (m_history.m_isTakingBack)
-            return;
+        for (UndoPart* part : parts)
+            part->Settle();
+        if (!m_history.m_isTakingBack)
+            show(direction);
+    }
+    std::vector<UndoPart*> partsInOrder(ListStep::Direction direction) const {
+        std::vector<UndoPart*> parts;
+        for (const auto& part : m_parts)
+            parts.push_back(part.get());
+        if (direction == ListStep::Direction::Undo)
+            std::ranges::reverse(parts);
+        return parts;
+    }
+    void show(ListStep::Direction direction) {
         for (const auto& part : m_parts) {
             if (part->GetListId() != 0)
                 emit m_history.Shown(part->GetListId());
@@ -325,6 +351,8 @@ UndoHistory& UndoHistory::Instance() {
 
 UndoHistory::UndoHistory() : m_stack(new QUndoStack(this)) {
     m_stack->setUndoLimit(MostSteps);
+    m_packing.setSingleShot(true);
+    connect(&m_packing, &QTimer::timeout, this, &UndoHistory::packInTurns);
 }
 
 void UndoHistory::SetOn(bool on) {
@@ -447,22 +475,44 @@ void UndoHistory::push(Recording& recording) {
     step->TellChanged();
 }
 
-size_t UndoHistory::InMemory() const {
-    size_t bytes = 0;
+size_t UndoHistory::sumOf(size_t (Step::*bytes)() const) const {
+    size_t sum = 0;
     for (int i = 0; i < m_stack->count(); ++i)
-        bytes += static_cast<const Step*>(m_stack->command(i))->InMemory();
-    return bytes;
+        sum += (static_cast<const Step*>(m_stack->command(i))->*bytes)();
+    return sum;
+}
+
+size_t UndoHistory::InMemory() const {
+    return sumOf(&Step::InMemory);
 }
 
 /// The oldest steps are wanted last.
+void UndoHistory::shrinkOldest(void (Step::*shrink)(), size_t (Step::*bytes)() const, size_t most) {
+    size_t sum = sumOf(bytes);
+    for (int i = 0; i < m_stack->count() && sum > most; ++i) {
+        auto* step = const_cast<Step*>(static_cast<const Step*>(m_stack->command(i)));
+        sum -= (step->*bytes)();
+        (step->*shrink)();
+        sum += (step->*bytes)();
+    }
+}
+
 void UndoHistory::keepWithinMemory() {
-    size_t bytes = InMemory();
-    for (void (Step::*const shrink)() : {&Step::Pack, &Step::Spill}) {
-        for (int i = 0; i < m_stack->count() && bytes > MostInMemory; ++i) {
-            auto* step = const_cast<Step*>(static_cast<const Step*>(m_stack->command(i)));
-            bytes -= step->InMemory();
-            (step->*shrink)();
-            bytes += step->InMemory();
-        }
+    shrinkOldest(&Step::Pack, &Step::Resting, MostResting);
+    shrinkOldest(&Step::Spill, &Step::Packed, MostInMemory);
+    if (InMemory() > MostInMemory && !m_packing.isActive())
+        m_packing.start(m_rest);
+}
+
+/// Packs the oldest entries that rest, a few milliseconds at a time.
+void UndoHistory::packInTurns() {
+    for (int i = 0; i < m_stack->count() && InMemory() > MostInMemory; ++i) {
+        auto* step = const_cast<Step*>(static_cast<const Step*>(m_stack->command(i)));
+        if (step->Resting() == 0)
+            continue;
+        step->PackSome();
+        shrinkOldest(&Step::Spill, &Step::Packed, MostInMemory);
+        m_packing.start(0);
+        return;
     }
 }

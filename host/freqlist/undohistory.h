@@ -1,11 +1,13 @@
 #pragma once
 
 #include "host/base/longwork.h"
+#include "host/freqlist/keptentries.h"
 #include "host/freqlist/undopart.h"
 #include "host/valuetree/node.h"
 #include "host/valuetree/operatoraction.h"
 
 #include <QObject>
+#include <QTimer>
 
 #include <memory>
 #include <vector>
@@ -26,8 +28,12 @@ class UndoHistory : public QObject, private OperatorAction::Listener, private Lo
 public:
     static constexpr int MostSteps = 100;
     /// What all steps may keep in memory, in bytes. When it is more, entries of the oldest become
-    /// compact data, and then the oldest go to temporary files.
+    /// compact data, and the oldest of this go to temporary files. Entries that were deleted may rest as they
+    /// are for a while, since what is undone is mostly undone soon.
     static constexpr size_t MostInMemory = size_t(64) << 20;
+    /// What entries that rest may take, in bytes.
+    static constexpr size_t MostResting = KeptEntries::MostParked;
+    static constexpr int UsualRest = 60000; ///< milliseconds
 
     static UndoHistory& Instance();
 
@@ -39,9 +45,13 @@ public:
     void Follow(Value<QString>& text, Node& list);
     /// Makes something else a part of the running action's step; false, and it is gone, when none runs.
     bool Add(std::unique_ptr<UndoPart> part);
+    /// Whether a step is being undone or done again.
+    bool IsSwapping() const { return m_swaps; }
     void ForEachPart(const std::function<void(UndoPart&)>& visit);
     /// Bytes that all steps keep in memory.
     size_t InMemory() const;
+    /// How long entries may rest, in milliseconds.
+    void SetRest(int milliseconds) { m_rest = milliseconds; }
 
 signals:
     /// A step has changed that list, or has been undone or done again.
@@ -71,13 +81,18 @@ private:
     Running* runningHere();
     void stay();
     void push(Recording& recording);
+    size_t sumOf(size_t (Step::*bytes)() const) const;
+    void shrinkOldest(void (Step::*shrink)(), size_t (Step::*bytes)() const, size_t most);
     void keepWithinMemory();
+    void packInTurns();
 
     QUndoStack* m_stack;
+    QTimer m_packing; ///< until entries have rested, and then each turn in which some of them are packed
+    int m_rest = UsualRest;
     std::vector<Followed> m_texts;
     std::vector<Running> m_running; ///< the innermost last
     int m_lastAction = 0;
-    bool m_swaps = false; ///< a step is being undone or done again
+    bool m_swaps = false;
     bool m_isTakingBack = false;
     bool m_passesOver = false; ///< a step was cancelled; further ones wait until the stack knows
 };

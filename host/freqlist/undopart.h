@@ -17,6 +17,8 @@ public:
     virtual bool CanSwap() const { return true; }
     /// Throws RGException, with nothing changed, when what is kept cannot be read.
     virtual void Swap() = 0;
+    /// All parts and lists of the step have been swapped.
+    virtual void Settle() {}
     /// Bytes that the part keeps in memory, and `Spill` moves as many as it can into a temporary file.
     virtual size_t InMemory() const { return 0; }
     virtual void Spill() {}

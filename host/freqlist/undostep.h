@@ -41,8 +41,11 @@ public:
     void Select(const std::vector<quint32>& serials, int scrollPlace) const;
     FrequencyNodeMediatorCtrl* Controller() const;
 
-    /// Parked entries become compact data, which takes less memory and more time.
-    void Pack() { m_absent.Pack(); }
+    /// Some parked entries become compact data, which takes less memory and more time; false when none are
+    /// left.
+    bool PackSome() { return m_absent.PackSome(); }
+    /// Bytes of parked entries.
+    size_t Parked() const { return m_absent.Parked(); }
     void Spill();
     size_t InMemory() const;
 

@@ -84,8 +84,10 @@ protected:
     }
 
     bool Sort(int column, bool ascending) override {
+        if (!VectorListViewBase::Sort(column, ascending))
+            return false;
         m_key = nullptr;
-        return VectorListViewBase::Sort(column, ascending);
+        return true;
     }
     /// Sorts by a key, asked for once of each record. The same column in the other direction turns the
     /// present order round. False when there is nothing to do. The key, which must stay, then places new
@@ -94,11 +96,11 @@ protected:
         const SortStep step = NextSort(column, ascending);
         if (step == SortStep::Nothing)
             return false;
-        m_key = &key;
         std::vector<quint32> order = step == SortStep::Anew ? RecordSort::OrderBy(key, m_records) : Order();
         if (step == SortStep::Reverse || !ascending)
             std::reverse(order.begin(), order.end());
-        SetOrder(std::move(order));
+        m_key = &key;
+        SetOrder(std::move(order), column, ascending);
         ShowOrderUnlessArranging();
         return true;
     }

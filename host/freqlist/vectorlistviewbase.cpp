@@ -51,7 +51,7 @@ protected:
         if (end == All || std::min(end, ShownCount()) > m_view->m_copy.Taken())
             m_view->LoadAll();
     }
-    void SortNow() override { m_view->sortByHeader(); }
+    bool SortNow() override { return m_view->sortByHeader(); }
     double FrequencyOfRow(int row) const override { return m_view->RecordFrequency(m_rows.RecordAt(row)); }
 
 private:
@@ -136,8 +136,8 @@ std::vector<quint32> VectorListViewBase::Order() const {
     return m_list->Order().Records();
 }
 
-void VectorListViewBase::SetOrder(std::vector<quint32> order) {
-    m_list->Order().Set(std::move(order));
+void VectorListViewBase::SetOrder(std::vector<quint32> order, int column, bool ascending) {
+    m_list->Order().SetSorted(std::move(order), column, ascending);
 }
 
 void VectorListViewBase::SelectRow(int row) {
@@ -250,6 +250,7 @@ void VectorListViewBase::LoadAll() {
 
 void VectorListViewBase::load(int atMost) {
     const QScopedValueRollback arranging(m_arranging, true);
+    const LongWork::Unbroken whole;
     m_copy.TakeAnew(atMost);
     const int selectedBefore = SelectedCount();
     m_list->Selection().Resize(RecordCount());
@@ -298,28 +299,31 @@ void VectorListViewBase::AddColumn(const QString& title, const QString& field, C
     m_fields.push_back(field);
 }
 
-void VectorListViewBase::sortByHeader() {
+/// False when the operator cancelled.
+bool VectorListViewBase::sortByHeader() {
     const QScopedValueRollback arranging(m_arranging, true);
     LoadAll();
     bool isSorted = true;
+    bool isWhole = true;
     if (m_list->SortColumn() < 0)
         m_list->Order().Reset(RecordCount());
     else
-        LongWork::Run(tr("Sort"), [&] {
-            const LongWork::Unbroken whole; // views note the order that is to come at once
+        isWhole = LongWork::Run(tr("Sort"), [&] {
             isSorted = Sort(m_list->SortColumn(), m_list->SortOrder() == Qt::AscendingOrder);
         });
-    if (isSorted)
+    if (isWhole && isSorted)
         m_list->ShowOrder();
+    return isWhole;
 }
 
 bool VectorListViewBase::Sort(int column, bool ascending) {
     if (NextSort(column, ascending) == SortStep::Nothing)
         return false;
     SetOrder(SortedPositions(
-        static_cast<size_t>(RecordCount()),
-        [&](size_t record) { return CellText(static_cast<quint32>(record), column); },
-        m_list->compareFunction(column), ascending));
+                 static_cast<size_t>(RecordCount()),
+                 [&](size_t record) { return CellText(static_cast<quint32>(record), column); },
+                 m_list->compareFunction(column), ascending),
+             column, ascending);
     return true;
 }
 

@@ -80,7 +80,8 @@ protected:
     /// A new item for a row, outside any list; the caller owns it.
     virtual SortListViewItem* CreateItem(int row) = 0;
     /// Brings the records into the order of a column, by the texts of its cells; false when nothing changed.
-    /// Views that sort by something else override this.
+    /// Views that sort by something else override this. Throws WorkCancelled, with nothing changed, when the
+    /// operator cancels.
     virtual bool Sort(int column, bool ascending);
     /// Takes what changed of the records and shows it, at once.
     virtual void UpdateView();
@@ -103,9 +104,9 @@ protected:
     quint32 RecordOfRow(int row) const;
 
     using SortStep = RecordOrder::Step;
-    /// What has to be done to sort by a column in that direction; it counts as done from then on.
-    [[nodiscard]] SortStep NextSort(int column, bool ascending);
-    void SetOrder(std::vector<quint32> order);
+    /// What has to be done to sort by a column in that direction, and the order when it is done.
+    SortStep NextSort(int column, bool ascending);
+    void SetOrder(std::vector<quint32> order, int column, bool ascending);
     /// Shows the page in the order just set, unless that is about to happen anyway. What was selected stays
     /// selected.
     void ShowOrderUnlessArranging();
@@ -120,7 +121,7 @@ private:
     void load(int atMost);
     bool follow(int atMost);
     void showRecords(int selectedBefore);
-    void sortByHeader();
+    bool sortByHeader();
 
     PageList* m_list;
     FreqStoreListViewButtonBar* m_bar = nullptr; ///< the window's; forgotten when it ends

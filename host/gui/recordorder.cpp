@@ -1,7 +1,6 @@
 #include "host/gui/recordorder.h"
 
 #include <numeric>
-#include <utility>
 
 void RecordOrder::Reset(int count) {
     m_count = count;
@@ -9,11 +8,16 @@ void RecordOrder::Reset(int count) {
     m_records.clear();
 }
 
-RecordOrder::Step RecordOrder::Next(int column, bool ascending) {
+RecordOrder::Step RecordOrder::Next(int column, bool ascending) const {
     if (m_count == 0 || (column == m_column && ascending == m_ascending))
         return Step::Nothing;
+    return column == m_column ? Step::Reverse : Step::Anew;
+}
+
+void RecordOrder::SetSorted(std::vector<quint32> records, int column, bool ascending) {
+    m_records = std::move(records);
+    m_column = column;
     m_ascending = ascending;
-    return std::exchange(m_column, column) == column ? Step::Reverse : Step::Anew;
 }
 
 void RecordOrder::Append(int count) {

@@ -19,9 +19,11 @@ public:
 
     /// So many records in the order of their list.
     void Reset(int count);
-    /// What has to be done to sort by a column in that direction; it counts as done from then on.
-    [[nodiscard]] Step Next(int column, bool ascending);
+    /// What has to be done to sort by a column in that direction.
+    Step Next(int column, bool ascending) const;
     void Set(std::vector<quint32> records) { m_records = std::move(records); }
+    /// The records as they have been sorted by a column in that direction.
+    void SetSorted(std::vector<quint32> records, int column, bool ascending);
     bool IsSorted() const { return m_column >= 0; }
     /// So many records more, behind all others.
     void Append(int count);

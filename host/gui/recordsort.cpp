@@ -69,8 +69,12 @@ std::vector<quint32> indices(const std::vector<Place>& places) {
 template <typename HeadOf, typename Less>
 std::vector<quint32> orderTexts(size_t size, HeadOf headOf, Less less) {
     std::vector<Place> places = sortedPlaces(size, headOf);
-    const auto goesBefore = [&](const Place& a, const Place& b) { return less(a.index, b.index); };
-    for (auto from = places.begin(); from != places.end();) {
+    auto from = places.begin();
+    const auto goesBefore = [&](const Place& a, const Place& b) {
+        LongWork::Step(from - places.begin(), static_cast<qint64>(size));
+        return less(a.index, b.index);
+    };
+    while (from != places.end()) {
         const auto to = std::find_if(from, places.end(),
                                      [head = from->key](const Place& place) { return place.key != head; });
         if (to - from > 1 && !std::is_sorted(from, to, goesBefore))

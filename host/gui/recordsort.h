@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/base/longwork.h"
 #include "host/base/numbers.h"
 
 #include <functional>
@@ -56,7 +57,8 @@ inline bool Less(const QString& a, const QString& b) {
     return a < b;
 }
 
-/// `Records` is any sequence of records with an index.
+/// `Records` is any sequence of records with an index, which stay as they are meanwhile. Its steps are those
+/// of LongWork: throws WorkCancelled when the operator cancels.
 template <typename Record, typename Records>
 std::vector<quint32> OrderBy(const Key<Record>& key, const Records& records) {
     return std::visit(
@@ -68,6 +70,7 @@ std::vector<quint32> OrderBy(const Key<Record>& key, const Records& records) {
                 keys;
             keys.reserve(records.size());
             for (size_t i = 0; i < records.size(); ++i) {
+                LongWork::Step(static_cast<qint64>(i), static_cast<qint64>(records.size()));
                 if constexpr (std::is_same_v<Result, double>)
                     keys.push_back(Quor::OrderedBits(keyOf(records[i])));
                 else if constexpr (std::is_same_v<Result, QString>)
@@ -75,7 +78,9 @@ std::vector<quint32> OrderBy(const Key<Record>& key, const Records& records) {
                 else
                     keys.push_back(&keyOf(records[i]));
             }
-            return Order(keys);
+            std::vector<quint32> order;
+            LongWork::Elsewhere([&] { order = Order(keys); });
+            return order;
         },
         key);
 }

@@ -218,9 +218,7 @@ void SortListView::customEvent(QEvent* event) {
     m_sortPosted = false;
     if (!m_sortAllowed || IsEditing())
         m_sortWanted = true;
-    else if (m_sortColumn >= 0)
-        SortNow();
-    if (std::exchange(m_isSortCancelled, false)) { // the rows are in no order
+    else if (m_sortColumn >= 0 && !SortNow()) { // the rows are in no order
         m_sortColumn = -1;
         showSortIndicator();
     }
@@ -234,8 +232,7 @@ void SortListView::sortByColumn(int column, Qt::SortOrder order) {
     m_sortColumn = column < columnCount() ? column : -1;
     m_sortOrder = order;
     showSortIndicator();
-    SortNow();
-    if (std::exchange(m_isSortCancelled, false)) { // the rows stand as they did
+    if (!SortNow()) {
         std::tie(m_sortColumn, m_sortOrder) = before;
         m_inOrder = wasInOrder;
         showSortIndicator();
@@ -247,20 +244,22 @@ void SortListView::setShowSortIndicator(bool show) {
     showSortIndicator();
 }
 
-void SortListView::SortNow() {
+bool SortListView::SortNow() {
     NeedAllRows();
+    bool isWhole = true;
     ++m_filling; // rows that fill themselves to be sorted ask for a sort, too
     if (m_sortColumn < 0)
         m_order.Reset(RowCount());
     else if (!m_inOrder || !moveChanged())
-        m_isSortCancelled = !sortAll();
+        isWhole = sortAll();
     --m_filling;
-    if (m_isSortCancelled)
-        return;
+    if (!isWhole)
+        return false;
     m_inOrder = m_sortColumn >= 0;
     m_changed.clear();
     m_sortedCount = static_cast<quint32>(RowCount());
     ShowOrder();
+    return true;
 }
 
 /// Equal rows stay in the order that they have, so that a list can be sorted by one column within another.

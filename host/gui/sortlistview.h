@@ -283,8 +283,8 @@ protected:
     void customEvent(QEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     /// Puts the rows into the order of the sort column. A list that holds items for its page only sorts what
-    /// they show.
-    virtual void SortNow();
+    /// they show. False when the operator cancelled: the rows stand as they did.
+    [[nodiscard]] virtual bool SortNow();
 
     RecordOrder m_order;
     RecordFilter m_filter;
@@ -356,7 +356,6 @@ private:
     bool m_sortPosted = false;
     bool m_sortWanted = false; ///< asked for while it was not allowed
     bool m_inOrder = false;    ///< all but those that changed or came stand in the order of the sort column
-    bool m_isSortCancelled = false;
     std::vector<quint32> m_changed; ///< records that changed since they were sorted, some more than once
     quint32 m_sortedCount = 0;      ///< records that there were then; the others came
     int m_filling = 0;

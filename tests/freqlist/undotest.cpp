@@ -6,6 +6,8 @@
 #include "tests/support/text.h"
 
 #include <QEventLoop>
+#include <QScopeGuard>
+#include <QTest>
 #include <QTimer>
 
 #include <random>
@@ -304,13 +306,16 @@ INSTANTIATE_TEST_SUITE_P(
                std::string(std::get<1>(row.param) == addLoose ? "Loose" : "Shaped");
     });
 
-/// Entries are kept as they are while there is memory for them, and then the oldest are made small.
-TEST_F(Undo, WhatIsDeletedIsKeptAsItIsWithinTheMemoryOfTheHistory) {
-    constexpr int Characters = 1000000;
-    constexpr size_t InOneStep = 40000000; // of twenty entries, two bytes for each character
+/// Entries that were deleted rest as they are, and after a while the oldest are made small.
+TEST_F(Undo, WhatIsDeletedRestsAndIsThenKeptWithinTheMemoryOfTheHistory) {
+    constexpr int Characters = 10000;
+    constexpr size_t InOneStep = 40000000; // of 2000 entries, two bytes for each character
+    UndoHistory& history = UndoHistory::Instance();
+    history.SetRest(1);
+    const auto usual = qScopeGuard([&] { history.SetRest(UndoHistory::UsualRest); });
     List& list = make("/L", addShaped);
-    for (int i = 0; i < 40; ++i)
-        list.Add(i, QString(Characters, QLatin1Char(static_cast<char>('0' + i))));
+    for (int i = 0; i < 5000; ++i)
+        list.Add(i, QString(Characters, QLatin1Char(static_cast<char>('0' + i % 50))));
     const QStringList before = dumpOf(list);
     const auto deleteSome = [&](size_t count) {
         const OperatorAction action(QStringLiteral("Delete"));
@@ -318,23 +323,26 @@ TEST_F(Undo, WhatIsDeletedIsKeptAsItIsWithinTheMemoryOfTheHistory) {
         entries.resize(count);
         list.node->DeleteNodes(entries);
     };
-    deleteSome(20);
-    EXPECT_GT(UndoHistory::Instance().InMemory(), InOneStep);
-    deleteSome(20);
-    EXPECT_GT(UndoHistory::Instance().InMemory(), InOneStep);
-    EXPECT_LT(UndoHistory::Instance().InMemory(), UndoHistory::MostInMemory);
+    const auto isPacked = [&] { return history.InMemory() < UndoHistory::MostInMemory; };
+    deleteSome(2000);
+    EXPECT_GT(history.InMemory(), InOneStep);
+    EXPECT_TRUE(isPacked()) << "there is room for one step";
+    deleteSome(2000);
+    EXPECT_GT(history.InMemory(), 2 * InOneStep);
+    ASSERT_TRUE(QTest::qWaitFor(isPacked));
+    EXPECT_GT(history.InMemory(), InOneStep) << "the last step rests on";
     stack().undo();
     stack().undo();
     EXPECT_TRUE(dumpOf(list) == before);
-    stack().redo();
-    stack().redo();
-    EXPECT_LT(UndoHistory::Instance().InMemory(), UndoHistory::MostInMemory);
-    stack().undo();
+    deleteSome(5000);
+    EXPECT_GT(history.InMemory(), 2 * InOneStep);
+    const size_t all = history.InMemory();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return history.InMemory() < all; }));
+    EXPECT_FALSE(isPacked()) << "some are packed in one turn";
     stack().undo();
     EXPECT_TRUE(dumpOf(list) == before);
-    deleteSome(40); // more than there is memory for
-    EXPECT_GT(UndoHistory::Instance().InMemory(), InOneStep);
-    EXPECT_LT(UndoHistory::Instance().InMemory(), UndoHistory::MostInMemory);
+    stack().redo();
+    ASSERT_TRUE(QTest::qWaitFor(isPacked));
     stack().undo();
     EXPECT_TRUE(dumpOf(list) == before);
 }

@@ -2,18 +2,23 @@
 
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/common/sendto.h"
+#include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "controls/frequencystore/merge/fileentries.h"
 #include "controls/frequencystore/merge/listmerge.h"
+#include "controls/frequencystore/results/searchmcdatahandler.h"
+#include "controls/frequencystore/results/searchmcdatareader.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/undohistory.h"
+#include "tests/support/dialogs.h"
 #include "tests/support/text.h"
 #include "tests/workstation/windowfixture.h"
 #include "workstation/ending.h"
 #include "workstation/fileopener.h"
 #include "workstation/listimport.h"
 #include "workstation/progressbox.h"
+#include "workstation/simulatedsearch.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -33,6 +38,11 @@ protected:
         ASSERT_TRUE(station->LoadFiles());
         QTest::qWait(1);
         LongWork::SetEager(true);
+        station->GetSearch().Simulate(60000000, 1700000000000000);
+        show("Search MC with Classifier");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !tabText().endsWith(" 0"); }));
+        detections = show("Detections");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !tabText().endsWith(" 0"); }));
         list = dynamic_cast<FrequencyNodeListView*>(show("Local TargetList"));
         ASSERT_TRUE(list);
         list->SelectPlace(2);
@@ -54,8 +64,8 @@ protected:
     /// All that the operator sees of the lists, and what can be undone.
     QString state() {
         QString all;
-        for (const char* name :
-             {"/Lists/LocalTargetList", "/Lists/NOIFrequencies", "/Lists/MemoryChannels"}) {
+        for (const char* name : {"/Lists/LocalTargetList", "/Lists/NOIFrequencies", "/Lists/MemoryChannels",
+                                 "/Lists/SearchMCDataResults"}) {
             const Node* node = Tree::Instance()->GetNode(QString::fromLatin1(name));
             for (const Node* entry : node ? node->Children() : std::vector<Node*>())
                 all += entry->GetPathName() + QString::fromStdString(entry->GetAsStdString()) + '\n';
@@ -63,11 +73,16 @@ protected:
         for (int row = 0; row < list->ShownCount(); ++row)
             all += QString::number(row) + list->topLevelItem(row)->CellText(1) +
                    (list->topLevelItem(row)->isSelected() ? "*\n" : "\n");
+        for (int row = 0; row < detections->ShownCount() && detections->topLevelItem(row); ++row)
+            all += detections->topLevelItem(row)->CellText(0) + '\n';
+        for (const QString& name : FileNames())
+            all += name + Read(name).toBase64() + '\n';
         const QUndoStack& stack = UndoHistory::Instance().Stack();
-        all += QStringLiteral("%1 of %2, sorted %3, %4\n")
+        all += QStringLiteral("%1 of %2, sorted %3 and %4, %5\n")
                    .arg(stack.index())
                    .arg(stack.count())
                    .arg(list->SortColumn())
+                   .arg(detections->SortColumn())
                    .arg(title());
         for (int tab = 0; tab < window().GetTabs()->count(); ++tab)
             all += window().GetTabs()->tabText(tab) + '|' + window().GetTabs()->tabToolTip(tab) + '\n';
@@ -81,6 +96,7 @@ protected:
     void Hide() override {}
 
     FrequencyNodeListView* list = nullptr;
+    SortListView* detections = nullptr;
     int turns = 0;
     int cancelAt = 0;
 };
@@ -94,6 +110,7 @@ protected:
     using Act = std::function<void()>;
 
     std::map<std::string, Act> acts() {
+        const QString resultLines = Write("lines.csv", "7055000\t3000\ta\tlocked\t5\t9\n");
         const QString other = Write("other.ltl", lines(25));
         auto* const controller =
             dynamic_cast<HalvoNodeMediatorCtrl*>(FreqStore::Instance().GetFrequencies(list->GetID()));
@@ -104,6 +121,25 @@ protected:
             {"OpenProfiles", [=, this] { openFile(*station, sample("profiles.xml")); }},
             {"OpenNoi", [=, this] { openFile(*station, sample("interest.xml")); }},
             {"OpenJob", [=, this] { openFile(*station, sample("job-vuhf.pij")); }},
+            {"OpenResults", [=, this] { openFile(*station, sample("results.xml")); }},
+            {"OpenResultLines",
+             [=] {
+                 const OperatorAction step(Q("Open"));
+                 SearchMCDataReader(*SearchMCDataHandler::Instance()->GetMediatorCtrl())
+                     .ReadFile(resultLines);
+             }},
+            {"OpenChannelLines", [=, this] { openFile(*station, sample("airband.sfl")); }},
+            {"OpenChannels", [=] { MemorySystemHandler::Instance()->ReadFile(sample("memory-vuhf.xml")); }},
+            {"OpenSweep", [=, this] { openFile(*station, sample("sweep.csv")); }},
+            {"Save", [=, this] { action(A::Save)->trigger(); }},
+            {"SaveResults",
+             [=, this] {
+                 AnswerDialog(Path("results.xml"));
+                 SearchMCDataHandler::Instance()->SaveToFile(false);
+             }},
+            {"SaveChannels", [=, this] { MemorySystemHandler::Instance()->SaveFile(Path("channels.xml")); }},
+            {"SortDetections", [=, this] { detections->sortByColumn(0, Qt::DescendingOrder); }},
+            {"SortDetectionsByText", [=, this] { detections->sortByColumn(5, Qt::DescendingOrder); }},
             {"Paste", [=, this] { action(A::Paste)->trigger(); }},
             {"Duplicate", [=, this] { list->Duplicate(); }},
             {"Delete", [=, this] { action(A::Delete)->trigger(); }},
@@ -137,9 +173,13 @@ TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
     const Act act = acts().at(GetParam());
     ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Copy)->isEnabled(); }));
     action(A::Copy)->trigger();
-    if (GetParam() == std::string("Undo")) {
+    const std::string kind = GetParam();
+    if (kind == "Undo" || kind == "Save") {
         list->Duplicate();
         ASSERT_TRUE(QTest::qWaitFor([&] { return tabText().contains("32"); }));
+    }
+    if (kind == "SaveChannels") {
+        ASSERT_TRUE(MemorySystemHandler::Instance()->ReadFile(sample("memory-vuhf.xml")));
     }
     QTest::qWait(150); // the tabs follow
     LongWork::SetDisplay(this);
@@ -158,7 +198,7 @@ TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
             break;
         }
         ++cancelled;
-        if (GetParam() == std::string("Undo"))
+        if (kind == "Undo")
             QTest::qWait(150); // the stack and the counts in the tabs follow
         ASSERT_EQ(state().toStdString(), before.toStdString());
         QTest::qWait(150); // what waits for a timer comes now
@@ -171,8 +211,11 @@ TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
 
 INSTANTIATE_TEST_SUITE_P(Kinds, CancelledWork,
                          testing::Values("OpenLines", "OpenXml", "OpenCsv", "OpenProfiles", "OpenNoi",
-                                         "OpenJob", "Paste", "Duplicate", "Delete", "Cut", "Fill",
-                                         "PasteText", "Undo", "Sort", "Duplicates", "Merge", "Send"),
+                                         "OpenJob", "OpenResults", "OpenResultLines", "OpenChannelLines",
+                                         "OpenChannels", "OpenSweep", "Save", "SaveResults", "SaveChannels",
+                                         "SortDetections", "SortDetectionsByText", "Paste", "Duplicate",
+                                         "Delete", "Cut", "Fill", "PasteText", "Undo", "Sort", "Duplicates",
+                                         "Merge", "Send"),
                          [](const auto& kind) { return std::string(kind.param); });
 
 /// The card of long work, worked with while it shows.

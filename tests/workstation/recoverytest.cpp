@@ -8,6 +8,7 @@
 #include "host/startup/cfgcenter.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/fulldisk.h"
+#include "tests/support/ordinaryuser.h"
 #include "tests/support/traces.h"
 #include "tests/workstation/stationfixture.h"
 #include "workstation/ending.h"
@@ -274,6 +275,31 @@ TEST_F(Recoveries, AreWrittenAgainWhenTheirFolderVanishesAndToldWhenItCannotBeMa
     recovery().WriteNow();
     ASSERT_EQ(files().size(), 1);
     EXPECT_EQ(RecoveryReader(folder().filePath(files().first())).GetSections().front().entries, 3);
+}
+
+TEST_F(Recoveries, OfADataFolderThatTakesNothingAreToldAndNothingElseIsLost) {
+    const OrdinaryUser user(m_folder.path());
+    ASSERT_TRUE(user.IsOne() && QDir().mkpath(Path("data")));
+    const QString mine = Write("mine.ltl", "7055000\t3000\tmine\tAM\tg\tred\t3\n");
+    const QFile::Permissions readOnly = QFile::ReadOwner | QFile::ExeOwner;
+    ASSERT_TRUE(QFile::setPermissions(Path("data"), readOnly));
+    start({mine});
+    ASSERT_TRUE(station->LoadFiles());
+    ASSERT_TRUE(TargetListHandler::Instance()->AddNew());
+    for (int i = 0; i < 3; ++i)
+        EXPECT_FALSE(recovery().WriteNow());
+    EXPECT_EQ(messages().count("data/recovery: cannot be written: "), 1) << messages().toStdString();
+    // What the operator saves elsewhere is saved, though no version of it is kept.
+    ASSERT_TRUE(TargetListHandler::Instance()->SaveFile(mine));
+    EXPECT_EQ(FileRecords(mine).Count(), 2);
+    EXPECT_EQ(messages().count("data/versions: cannot be written: "), 1);
+    noi().InsertNewValue(7e6, 3000, "interest");
+    station->GetEnding().Keep();
+    EXPECT_TRUE(messages().contains("NoiFrequencies")) << messages().toStdString();
+    ASSERT_TRUE(QFile::setPermissions(Path("data"), readOnly | QFile::WriteOwner));
+    EXPECT_TRUE(recovery().WriteNow());
+    ASSERT_EQ(files().size(), 1);
+    EXPECT_EQ(RecoveryReader(folder().filePath(files().first())).GetSections().size(), 2u);
 }
 
 TEST_F(Recoveries, OfAJobBringItsChannelsBack) {

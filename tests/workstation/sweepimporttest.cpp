@@ -1,17 +1,15 @@
 #include "workstation/sweepimport.h"
 
+#include "host/base/longwork.h"
 #include "host/base/problems.h"
 #include "tests/support/testfolder.h"
 #include "workstation/sweepdialog.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
-#include <QProgressDialog>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTimer>
 
 namespace {
 
@@ -23,38 +21,12 @@ protected:
         m_before = Problems::SetSink([this](const Problem& problem) { problems << problem.reason; });
     }
     ~SweepImports() override { Problems::SetSink(m_before); }
-    /// A sweep file that is read long enough for its dialog to be seen.
-    QString longFile() const {
-        const QByteArray sweeps = Read(Sample);
-        QByteArray all;
-        for (int hour = 10; hour < 28; ++hour) {
-            const QByteArray time = "2024-03-3" + QByteArray::number(hour / 24) + ", " +
-                                    QByteArray::number(hour % 24).rightJustified(2, '0');
-            all += QByteArray(sweeps).replace("2024-03-30, 09", time);
-        }
-        return Write("long.csv", all);
-    }
-    /// Does something with the progress dialog once it is seen.
-    void whenDialogIsSeen(const std::function<void(QProgressDialog&)>& act) {
-        m_timer.disconnect();
-        m_timer.callOnTimeout([this, act] {
-            if (auto* dialog = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget())) {
-                m_timer.stop();
-                ++dialogsSeen;
-                act(*dialog);
-            }
-        });
-        m_timer.start(0);
-    }
-
     QWidget window;
     std::list<DetectionConventional> list;
-    SweepImport import{&window, [this](auto&& found) { list.splice(list.end(), found); }};
+    SweepImport import{&window, [this](auto&& found, const QString&) { list.splice(list.end(), found); }};
     QStringList problems;
-    int dialogsSeen = 0;
 
 private:
-    QTimer m_timer;
     Problems::Sink m_before;
 };
 
@@ -82,22 +54,29 @@ TEST_F(SweepImports, WhatIsNoSweepIsToldAndChangesNothing) {
     EXPECT_TRUE(list.empty());
 }
 
-TEST_F(SweepImports, ALongFileShowsHowFarItIsAndCanBeCancelled) {
-    const QString file = longFile();
-    whenDialogIsSeen([](QProgressDialog&) {});
-    ASSERT_TRUE(import.Open(file));
-    const size_t whole = list.size();
-    EXPECT_GT(whole, 100u);
-    list.clear();
-    whenDialogIsSeen([&](QProgressDialog& dialog) {
-        EXPECT_FALSE(import.Open(Sample)) << "one at a time";
-        dialog.cancel();
-    });
-    EXPECT_TRUE(import.Open(file));
-    EXPECT_EQ(dialogsSeen, 2);
-    EXPECT_GT(list.size(), 0u);
-    EXPECT_LT(list.size(), whole);
-    EXPECT_EQ(problems.join("; "), "another file of sweeps is being read");
+/// Cancels the work at its first turn.
+class CancelAtOnce : public LongWork::Display {
+public:
+    CancelAtOnce() {
+        LongWork::SetDisplay(this);
+        LongWork::SetEager(true);
+    }
+    ~CancelAtOnce() override {
+        LongWork::SetEager(false);
+        LongWork::SetDisplay(nullptr);
+    }
+    void Turn(const LongWork::Progress&) override { LongWork::Cancel(); }
+    void Hide() override {}
+};
+
+TEST_F(SweepImports, WhatIsCancelledLeavesNothing) {
+    QSignalSpy opened(&import, &SweepImport::Opened);
+    QSignalSpy read(&import, &SweepImport::SweepsRead);
+    const CancelAtOnce cancel;
+    EXPECT_FALSE(import.Open(Sample));
+    EXPECT_TRUE(list.empty());
+    EXPECT_EQ(opened.size() + read.size(), 0);
+    EXPECT_TRUE(problems.isEmpty());
 }
 
 TEST(SweepDialogs, ASettingIsTakenAndAnUnknownZoneRefused) {

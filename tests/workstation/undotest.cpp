@@ -2,6 +2,7 @@
 
 #include "controls/frequencystore/common/paths.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
+#include "controls/frequencystore/targets/targetlisthandler.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/undohistory.h"
@@ -139,10 +140,10 @@ TEST_F(UndoInTheWindow, AFileThatWasReadOverAListIsTakenBackWithItsName) {
     EXPECT_EQ(title(), "Local TargetList - targets.ltl");
     undo();
     EXPECT_EQ(rowsOf(targets), before);
-    EXPECT_EQ(title(), "Local TargetList - targets.xml*");
+    EXPECT_EQ(title(), "Local TargetList - targets.xml");
     redo();
     EXPECT_NE(rowsOf(targets), before);
-    EXPECT_TRUE(title().startsWith("Local TargetList - targets.ltl"));
+    EXPECT_EQ(title(), "Local TargetList - targets.ltl");
 
     SortListView* noi = show("NOI Frequencies");
     const QStringList noiBefore = rowsOf(noi);
@@ -155,6 +156,40 @@ TEST_F(UndoInTheWindow, AFileThatWasReadOverAListIsTakenBackWithItsName) {
     EXPECT_EQ(textAt(Paths::NoiDefinition), definition);
     EXPECT_EQ(NOIFrequencyHandler::Instance()->GetCurrentFileName(), file);
     EXPECT_TRUE(title().startsWith("NOI Frequencies - interest.noi"));
+}
+
+TEST_F(UndoInTheWindow, AReadThatIsUndoneLeavesTheMarkOfBefore) {
+    const QString mine = Write("mine.ltl", Read(sample("targets.ltl")));
+    open({mine});
+    ASSERT_TRUE(station->LoadFiles());
+    SortListView* targets = show("Local TargetList");
+    const auto edit = [&] {
+        targets->setFocus();
+        targets->SelectPlace(0);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Delete)->isEnabled(); }));
+        action(A::Delete)->trigger();
+    };
+    edit();
+    ASSERT_TRUE(station->GetOpener().Open(sample("targets.xml")));
+    EXPECT_EQ(title(), "Local TargetList - targets.xml");
+    edit();
+    undo();
+    undo();
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl*") << "the first edit is in no file";
+    redo();
+    EXPECT_EQ(title(), "Local TargetList - targets.xml*") << "as it was left";
+    undo();
+    action(A::Save)->trigger();
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl");
+    redo();
+    undo();
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl");
+    // The file of before is overwritten with the other content.
+    redo();
+    ASSERT_TRUE(TargetListHandler::Instance()->SaveFile(mine));
+    FileGate::WasWritten(FileGate::List::Targets, mine);
+    undo();
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl*");
 }
 
 TEST_F(UndoInTheWindow, AJobThatWasOpenedIsTakenBackWithItsFile) {

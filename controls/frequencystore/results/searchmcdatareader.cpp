@@ -32,10 +32,33 @@ constexpr const char* FieldNames[] = {
     QT_TRANSLATE_NOOP("Readers", "type letter"), QT_TRANSLATE_NOOP("Readers", "lock state"),
     QT_TRANSLATE_NOOP("Readers", "lock time"),   QT_TRANSLATE_NOOP("Readers", "confidence")};
 
-/// A line taken apart. What it lacks, or is no number, is as in a new result, or 0.
-class Line {
+/// What a line says of a result; what it lacks is as in a new one.
+struct Line {
+    double frequency; ///< Hz
+    std::optional<double> bandwidth;
+    std::optional<QString> lockState;
+    std::optional<quint64> lockTime;
+    std::optional<int> confidence;
+
+    /// The type letter follows from the rest. Lines have no comment: that of a new entry.
+    void FillIn(SearchMCDataResult& result) const {
+        result.SetFrequency(frequency);
+        if (bandwidth)
+            result.SetBandwidth(*bandwidth);
+        if (lockState)
+            result.SetLocked(*lockState);
+        if (lockTime)
+            result.SetLockTime(*lockTime);
+        if (confidence)
+            result.SetConfidence(*confidence);
+        result.SetComment(Quor::ToShortest(frequency));
+    }
+};
+
+/// A line taken apart, as long as the reader stays at it. A number that is none is 0.
+class LineParts {
 public:
-    explicit Line(const LineReader& reader) {
+    explicit LineParts(const LineReader& reader) {
         QStringView parts[MaxParts];
         const unsigned char partCount = reader.Fields(parts, MaxParts);
         for (unsigned char i = 0; i < partCount && m_count < FieldCount; ++i) {
@@ -57,24 +80,25 @@ public:
         }
         return QString();
     }
-    double Hertz() const { return m_numbers[Frequency]; }
-    /// The type letter follows from the rest. Lines have no comment: that of a new entry.
-    void FillIn(SearchMCDataResult& result) const {
-        result.SetFrequency(Hertz());
+    Line Contents() const {
+        Line line{m_numbers[Frequency], {}, {}, {}, {}};
         if (m_count > Bandwidth)
-            result.SetBandwidth(m_numbers[Bandwidth]);
+            line.bandwidth = m_numbers[Bandwidth];
         if (m_count > LockState)
-            result.SetLocked(m_fields[LockState].toString());
-        if (qint64 time = 0; m_count > LockTime && Quor::ParseInt(m_fields[LockTime], time) && time >= 0)
-            result.SetLockTime(static_cast<quint64>(time));
-        else if (m_count > LockTime)
-            result.SetLockTime(m_fields[LockTime].toULongLong());
+            line.lockState = m_fields[LockState].toString();
+        if (m_count > LockTime)
+            line.lockTime = lockTime();
         if (m_count > Confidence)
-            result.SetConfidence(m_fields[Confidence].toInt());
-        result.SetComment(Quor::ToShortest(Hertz()));
+            line.confidence = m_fields[Confidence].toInt();
+        return line;
     }
 
 private:
+    quint64 lockTime() const {
+        qint64 time = 0;
+        return Quor::ParseInt(m_fields[LockTime], time) && time >= 0 ? static_cast<quint64>(time)
+                                                                     : m_fields[LockTime].toULongLong();
+    }
     static QString nameOf(size_t field) { return QCoreApplication::translate("Readers", FieldNames[field]); }
     static constexpr unsigned char MaxParts = 64; ///< empty ones, too
     static bool isText(size_t field) { return field == TypeLetter || field == LockState; }
@@ -85,14 +109,35 @@ private:
     size_t m_count = 0;
 };
 
+/// Some lines, and what is wrong with them is told; none at the end of the file.
+std::vector<Line> nextLines(LineReader& reader) {
+    constexpr size_t MostLines = 2048;
+    std::vector<Line> lines;
+    QStringView view;
+    while (lines.size() < MostLines && reader.Next(view)) {
+        if (view.trimmed().isEmpty())
+            continue;
+        const LineParts parts(reader);
+        if (const QString refusal = parts.Refusal(); !refusal.isEmpty())
+            reader.ReportProblem(refusal);
+        lines.push_back(parts.Contents());
+        reader.CheckFrequency(lines.back().frequency);
+    }
+    return lines;
+}
+
 /// Whether the file holds exported lines: these have TABs, a heading row has none.
 bool holdsLines(const QString& path) {
-    QFile file(path);
-    if (!RefuseToOpen(file).isEmpty())
-        return false;
-    LineReader reader(file, path, LineReader::Telling::Nothing);
-    QStringView line;
-    return !reader.RefuseContent() && reader.Next(line) && line.contains(QLatin1Char('\t'));
+    bool hasTab = false;
+    LongWork::Elsewhere([&] {
+        QFile file(path);
+        if (!RefuseToOpen(file).isEmpty())
+            return;
+        LineReader reader(file, path, LineReader::Telling::Nothing);
+        QStringView line;
+        hasTab = !reader.RefuseContent() && reader.Next(line) && line.contains(QLatin1Char('\t'));
+    });
+    return hasTab;
 }
 
 } // namespace
@@ -149,8 +194,9 @@ void SearchMCDataReader::readLines(const QString& path) {
     QFile file(path);
     if (const QString refusal = RefuseToOpen(file); !refusal.isEmpty())
         throw RGException(path + QStringLiteral(": ") + refusal);
-    LineReader reader(file, path);
-    if (const std::optional<Problem> refusal = reader.RefuseContent())
+    std::optional<LineReader> reader;
+    LongWork::Elsewhere([&] { reader.emplace(file, path); });
+    if (const std::optional<Problem> refusal = reader->RefuseContent())
         throw RGException(refusal->ToString());
     Node* node = m_list.GetNode();
     if (!node)
@@ -158,18 +204,18 @@ void SearchMCDataReader::readLines(const QString& path) {
     m_list.Suspend(true);
     m_isEmptied = true;
     node->DeleteChildren();
-    QStringView view;
-    while (reader.Next(view)) {
-        LongWork::Step(file.pos(), file.size());
-        if (view.trimmed().isEmpty())
-            continue;
-        const Line line(reader);
-        if (const QString refusal = line.Refusal(); !refusal.isEmpty())
-            reader.ReportProblem(refusal);
-        SearchMCDataResult result = addResult(*node);
-        line.FillIn(result);
-        reader.CheckFrequency(line.Hertz());
-    }
+    LongWork::Ahead([&]() -> LongWork::Take {
+        std::vector<Line> lines = nextLines(*reader);
+        if (lines.empty())
+            return {};
+        return [node, lines = std::move(lines), done = file.pos(), size = file.size()] {
+            for (const Line& line : lines) {
+                SearchMCDataResult result = addResult(*node);
+                line.FillIn(result);
+            }
+            LongWork::Step(done, size);
+        };
+    });
     reading.Finish();
     m_list.Suspend(false);
 }
