@@ -3,11 +3,10 @@
 
 #include "bench/figures.h"
 #include "bench/targets.h"
-
-#include <QFile>
-
 #include "interchange/formatlist.h"
 #include "interchange/jsonentry.h"
+
+#include <QFile>
 
 namespace {
 

@@ -162,11 +162,6 @@ public:
         return names;
     }
     size_t Count() const override { return m_records.size(); }
-    void
-    VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const override {
-        for (const Record& record : m_records)
-            visit(SearchMC::ToEntry(record));
-    }
     Interchange::Content Content() const override {
         if constexpr (isExtended)
             return {.results = [this](const auto& visit) {
@@ -174,7 +169,10 @@ public:
                     visit(SearchMC::ToResult(record, Variants...));
             }};
         else
-            return CliList::Content();
+            return {.entries = [this](const auto& visit) {
+                for (const Record& record : m_records)
+                    visit(SearchMC::ToEntry(record));
+            }};
     }
     bool VisitEntries(const EntryVisitor& visit) const override {
         Fields fields;

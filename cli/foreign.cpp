@@ -4,13 +4,12 @@
 #include "cli/jsonfile.h"
 #include "cli/output.h"
 #include "host/base/problems.h"
+#include "interchange/formatlist.h"
+#include "interchange/table.h"
 
 #include <QFileInfo>
 
 #include <optional>
-
-#include "interchange/formatlist.h"
-#include "interchange/table.h"
 
 namespace {
 
@@ -85,7 +84,7 @@ void Foreign::AddOptions(QCommandLineParser& parser) {
         {QStringLiteral("keep-extras"),
          QStringLiteral("Keep in the comment what other programs' files say and lists have no place for.")});
     parser.addOption({QStringLiteral("on-air"),
-                      QStringLiteral("Of a schedule, take only what is on air at a time, or now."),
+                      QStringLiteral("Of a file with times on air, take only what is on air at a time, or now."),
                       QStringLiteral("TIME|now")});
 }
 
@@ -101,7 +100,12 @@ bool Foreign::Read(const Arguments& args, CliList& list, const QString& path, QS
     options.keepExtras = args.IsSet("keep-extras");
     if (args.IsSet("on-air") && !(options.onAirAt = timeOnAir(args)))
         return false;
-    const QString what = format ? QString::fromLatin1(format->name) : QStringLiteral("table");
+    const QString what = format ? format->Name() : QStringLiteral("table");
+    if (options.onAirAt && !(format && format->hasSchedule)) {
+        Problems::Report(TraceSource,
+                         {path, 0, QStringLiteral("--on-air: a %1 has no times on air").arg(what)});
+        return false;
+    }
     std::optional<Interchange::TableChoice> choice;
     if (isTable && !(choice = choiceFor(args, path)))
         return false;
@@ -125,7 +129,7 @@ bool Foreign::CheckTo(const Arguments& args, int& exitCode) {
         return true;
     exitCode = ExitUsage;
     args.TellUsage(format
-                       ? QStringLiteral("files of %1 are only read").arg(QLatin1String(format->name))
+                       ? QStringLiteral("files of %1 are only read").arg(format->Name())
                        : QStringLiteral("no format is called \"%1\": %2").arg(args.Value("to"), idsOf(true)));
     return false;
 }
@@ -138,14 +142,13 @@ bool Foreign::Write(const Arguments& args, const CliList& list, const QString& p
                       &format == &Interchange::OwnJson ? Interchange::JsonArray : Interchange::JsonLines);
             return true;
         }
-        const Interchange::Account written =
+        const std::optional<Interchange::Account> written =
             Interchange::Write(format, path, list.Content(), [&](const Interchange::Account& lost) {
                 if (const QString text = lost.CountsText(); !text.isEmpty())
-                    TellError(
-                        QStringLiteral("%1: %2 cannot hold: %3").arg(path, QLatin1String(format.name), text));
+                    TellError(QStringLiteral("%1: %2 cannot hold: %3").arg(path, format.Name(), text));
                 return true;
             });
-        return written.refused == 0;
+        return written && written->refused == 0;
     } catch (const RGException&) { // told
         return false;
     }

@@ -8,13 +8,12 @@
 #include "host/valuetree/node.h"
 #include "host/valuetree/value.h"
 #include "host/valuetree/valueselection.h"
+#include "interchange/formatlist.h"
 
 #include <QFile>
 
 #include <algorithm>
 #include <utility>
-
-#include "interchange/formatlist.h"
 
 using Interchange::AppendJsonText;
 using Interchange::JsonEntry;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "cli/output.h"
-
 #include "interchange/jsonentry.h"
 
 class CliList;

@@ -71,10 +71,6 @@ protected:
     EntryNodes GetEntryNodes() const override { return {m_use.entryName, &m_use.shape()}; }
     GeneralListParser* Parser() const override { return &m_use.parser(handler()); }
     HalvoNodeMediatorCtrl* Controller() const override { return &m_use.controller(handler()); }
-    void
-    VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const override {
-        m_use.controller(handler()).VisitRecords(visit);
-    }
 
 private:
     static Handler& handler() { return *Handler::Instance(); }
@@ -361,7 +357,8 @@ bool CliList::ReadJson(const QString& path, const Interchange::ReadOptions& opti
 }
 
 Interchange::Content CliList::Content() const {
-    return {.entries = [this](const auto& visit) { VisitRecords(visit); }};
+    HalvoNodeMediatorCtrl* const controller = Controller();
+    return controller ? controller->Content() : Interchange::Content();
 }
 
 bool CliList::Write(const QString& path) {

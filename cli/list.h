@@ -3,6 +3,7 @@
 #include "cli/listfiles.h"
 #include "host/base/problemdigest.h"
 #include "host/base/query.h"
+#include "interchange/format.h"
 
 #include <QString>
 #include <QStringList>
@@ -11,8 +12,6 @@
 #include <memory>
 #include <optional>
 #include <vector>
-
-#include "interchange/format.h"
 
 class GeneralListParser;
 class HalvoNodeMediatorCtrl;
@@ -60,9 +59,6 @@ public:
                   Interchange::Account& account);
     /// What a file of another program gets of the list.
     virtual Interchange::Content Content() const;
-    /// Gives each entry as an interchange record.
-    virtual void
-    VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const = 0;
     /// How the list tells formats by names.
     virtual const FileNames& Names() const = 0;
     /// Number of entries.

@@ -19,15 +19,6 @@ MemorySystemHandler& handler() {
     return *MemorySystemHandler::Instance();
 }
 
-/// The frequencies of a range beside the channel's own, Hz; none of a channel that is no range.
-std::vector<double> frequenciesOf(const Node& channel) {
-    std::vector<double> frequencies;
-    const auto* const list = channel.FindOwn<ValueList<double>>(Keys::RangeFrequencies);
-    for (quint64 i = 0; list && i < list->Size(); ++i)
-        frequencies.push_back(list->At(static_cast<long>(i)));
-    return frequencies;
-}
-
 } // namespace
 
 MemoryList::MemoryList(bool vuhf) : m_node(Tree::Instance()->MakeNode(Paths::MemoryChannels)) {
@@ -76,41 +67,12 @@ void MemoryList::EndEntries(bool isWhole) {
     handler().ResetDataAfterNewFile();
 }
 
-Interchange::Content MemoryList::Content() const {
-    Interchange::Account lost;
-    const std::vector<Node*> channels = m_node->Children();
-    lost.Count("settings of the receiver", static_cast<qint64>(channels.size()));
-    for (const Node* channel : channels) {
-        if (!frequenciesOf(*channel).empty())
-            lost.Count("ranges, each of whose frequencies is written");
-    }
-    const auto visitAll = [this, channels](const auto& visit) {
-        auto channel = channels.begin();
-        VisitRecords([&](const FreqStoreXml::FrequencyStoreEntry& entry) {
-            visit(entry);
-            if (channel == channels.end())
-                return;
-            FreqStoreXml::FrequencyStoreEntry other = entry;
-            for (const double hertz : frequenciesOf(**channel++)) {
-                other.GetFFM_Settings().GetFrequency().SetValue(hertz);
-                visit(other);
-            }
-        });
-    };
-    return {.entries = visitAll, .lost = lost};
-}
-
 GeneralListParser* MemoryList::Parser() const {
     return &handler();
 }
 
 HalvoNodeMediatorCtrl* MemoryList::Controller() const {
     return handler().GetMediatorCtrl();
-}
-
-void MemoryList::VisitRecords(
-    const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const {
-    handler().GetMediatorCtrl()->VisitRecords(visit);
 }
 
 void MemoryList::AddEntry(const Interchange::JsonEntry& from) {

@@ -10,9 +10,6 @@ public:
 
     const FileNames& Names() const override;
 
-    /// Each frequency of a range is an entry of its own.
-    Interchange::Content Content() const override;
-
     /// Opens a job: its channels are the list. False, told, when it is none.
     bool OpenJob(const QString& path);
     /// Takes all channels out of the list.
@@ -33,8 +30,6 @@ protected:
     EntryNodes GetEntryNodes() const override;
     GeneralListParser* Parser() const override;
     HalvoNodeMediatorCtrl* Controller() const override;
-    void
-    VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const override;
 
 private:
     Node* m_node;

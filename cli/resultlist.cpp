@@ -52,10 +52,7 @@ protected:
     }
     Node* GetNode() const override { return m_node; }
     EntryNodes GetEntryNodes() const override { return {"Entry", &SearchMCDataResult::Shape()}; }
-    void
-    VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) const override {
-        list().VisitRecords(visit);
-    }
+    Interchange::Content Content() const override { return list().Content(); }
 
 private:
     static HalvoNodeMediatorCtrl& list() { return *SearchMCDataHandler::Instance()->GetMediatorCtrl(); }

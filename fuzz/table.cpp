@@ -1,12 +1,11 @@
 #include "interchange/table.h"
 
 #include "host/base/problems.h"
+#include "interchange/reading.h"
 
 #include <QBuffer>
 
 #include <cstdlib>
-
-#include "interchange/reading.h"
 
 using namespace Interchange;
 

@@ -1,5 +1,6 @@
 #include "interchange/account.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 namespace Interchange {
@@ -16,7 +17,8 @@ void Account::Count(std::string_view what, qint64 times) {
 QString Account::CountsText() const {
     QStringList texts;
     for (const auto& [what, count] : m_counts)
-        texts << QStringLiteral("%1 (%2)").arg(QString::fromStdString(what)).arg(count);
+        texts
+            << QStringLiteral("%1 (%2)").arg(QCoreApplication::translate("Account", what.c_str())).arg(count);
     return texts.join(QStringLiteral(", "));
 }
 

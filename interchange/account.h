@@ -16,11 +16,11 @@ public:
     qint64 entries = 0; ///< taken
     qint64 refused = 0; ///< records that are no entries, each told with its line
 
-    /// Counts a thing that had to be left out or changed, in the operator's words ("Power", "bandwidth from
-    /// the mode").
+    /// Counts a thing that had to be left out or changed: a field by the file's word for it ("Power"), or a
+    /// text of the context `Account` ("bandwidths from the mode").
     void Count(std::string_view what, qint64 times = 1);
     const std::map<std::string, qint64, std::less<>>& Counts() const { return m_counts; }
-    /// "Power (12), Tone (3)"; empty when nothing was counted.
+    /// "Power (12), Tone (3)", in the operator's language; empty when nothing was counted.
     QString CountsText() const;
 
 private:

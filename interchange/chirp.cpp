@@ -1,8 +1,10 @@
-#include <algorithm>
-
 #include "interchange/formatlist.h"
 #include "interchange/outgoing.h"
 #include "interchange/rows.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
 
 namespace Interchange {
 
@@ -42,7 +44,7 @@ void read(QIODevice& device, Reading& reading) {
     while (isBegun && isComment(rows))
         isBegun = rows.Next();
     if (!isBegun)
-        reading.Fail(0, QStringLiteral("has no headings"));
+        reading.Fail(0, QCoreApplication::translate("Readers", "has no headings"));
     const Heading heading(rows);
     const int location = heading.Find("Location");
     const int name = heading.Find("Name");
@@ -50,7 +52,7 @@ void read(QIODevice& device, Reading& reading) {
     const int mode = heading.Find("Mode");
     const int comment = heading.Find("Comment");
     if (frequency < 0)
-        reading.Fail(rows.Line(), QStringLiteral("has no column \"Frequency\""));
+        reading.Fail(rows.Line(), QCoreApplication::translate("Readers", "has no column \"Frequency\""));
     struct Extra {
         std::size_t column;
         std::string key;

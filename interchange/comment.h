@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -20,8 +22,24 @@ struct CommentParts {
     QString Extra(QLatin1String key) const;
 };
 
-/// Puts the texts into one; line breaks and control characters become blanks. Without a name the notes are
-/// the name.
+/// Makes comments of texts in UTF-8, one after the other. Line breaks and control characters become blanks.
+class CommentMaker {
+public:
+    /// An extra of the next comment.
+    void Extra(std::string_view key, std::string_view value);
+    void ForgetExtras() { m_extras.clear(); }
+    bool HasExtras() const { return !m_extras.empty(); }
+    /// The comment; without a name the notes are the name. Its extras are forgotten.
+    QString Take(std::string_view name, std::string_view notes);
+    /// The same for a comment that wants the extras behind its own.
+    QString Take(const QString& comment);
+
+private:
+    std::string m_extras; ///< "key=value; key=value"
+    std::string m_text;
+};
+
+/// Puts the texts into one, as `CommentMaker` does.
 QString JoinComment(const CommentParts& parts);
 /// Takes a comment apart. One that is not made so is all name.
 CommentParts SplitComment(const QString& comment);

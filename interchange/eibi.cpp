@@ -2,6 +2,8 @@
 #include "interchange/rows.h"
 #include "interchange/schedule.h"
 
+#include <QCoreApplication>
+
 namespace Interchange {
 
 namespace {
@@ -18,26 +20,26 @@ bool knows(const QString& head) {
 }
 
 void read(QIODevice& device, Reading& reading) {
-    Rows rows(device, reading, {';', false, false});
+    Rows rows(device, reading, {';', false, false}, false);
     if (!rows.Next())
         return;
-    const std::optional<QDateTime> onAirAt =
-        reading.Options().onAirAt ? std::optional(reading.Options().onAirAt->toUTC()) : std::nullopt;
     while (rows.Next()) {
         if (!rows.HasCells(LeastFields, MostFields))
             continue;
         Schedule schedule;
         if (!TakeTimes(rows.Cell(1), schedule)) {
-            reading.Refuse(rows.Line(), QStringLiteral("\"%1\" is no time on air").arg(TextOf(rows.Cell(1))));
+            reading.Refuse(
+                rows.Line(),
+                QCoreApplication::translate("Readers", "\"%1\" is no time on air").arg(TextOf(rows.Cell(1))));
             continue;
         }
         TakeDays(rows.Cell(2), schedule);
         schedule.firstDay = DayOfYear(rows.Cell(9));
         schedule.lastDay = DayOfYear(rows.Cell(10));
-        if (onAirAt && !schedule.IsOnAir(onAirAt->date(), onAirAt->time()))
+        if (!reading.IsWanted(schedule))
             continue;
         if (!schedule.isDaysKnown)
-            reading.GetAccount().Count("days in words, taken as daily");
+            reading.GetAccount().Count(QT_TRANSLATE_NOOP("Account", "days in words, taken as daily"));
         reading.Keep("Time", rows.Cell(1));
         reading.Keep("Days", rows.Cell(2));
         constexpr std::pair<std::size_t, std::string_view> Others[] = {
@@ -53,12 +55,13 @@ void read(QIODevice& device, Reading& reading) {
 
 const Format EibiSchedule{
     "eibi",
-    "EiBi schedule",
+    QT_TRANSLATE_NOOP("Format", "EiBi schedule"),
     ".csv",
     "countries, languages, targets and remarks have no place in our lists; the time on air "
     "stands in the comment",
     knows,
     read,
-    nullptr};
+    nullptr,
+    true};
 
 } // namespace Interchange

@@ -1,10 +1,11 @@
-#include <QRegularExpression>
-
-#include <algorithm>
-
 #include "interchange/formatlist.h"
 #include "interchange/outgoing.h"
 #include "interchange/rows.h"
+
+#include <QCoreApplication>
+#include <QRegularExpression>
+
+#include <algorithm>
 
 namespace Interchange {
 
@@ -41,7 +42,8 @@ void read(QIODevice& device, Reading& reading) {
         if (modem.empty() ||
             !std::all_of(frequency.begin(), frequency.end(), [](char c) { return c >= '0' && c <= '9'; })) {
             reading.Refuse(rows.Line(),
-                           QStringLiteral("does not begin with a frequency in whole Hz, a mode, a carrier "
+                           QCoreApplication::translate(
+                               "Readers", "does not begin with a frequency in whole Hz, a mode, a carrier "
                                           "and a modem"));
             continue;
         }
@@ -78,7 +80,7 @@ public:
             out += ' ' + wordOf(of.Kept(key, usual), usual);
         out += ' ';
         if (!AppendPlainCell(out, of.Comment(), '\n'))
-            lost.Count("control characters in names");
+            lost.Count(QT_TRANSLATE_NOOP("Account", "control characters in names"));
         out += '\n';
     }
 };
@@ -87,7 +89,7 @@ public:
 
 const Format FldigiFrequencies{
     "fldigi",
-    "fldigi frequencies",
+    QT_TRANSLATE_NOOP("Format", "fldigi frequencies"),
     ".txt",
     "carriers and modems have no place in our lists; bandwidths have none in the file",
     knows,

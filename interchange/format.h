@@ -2,6 +2,8 @@
 
 #include "host/freqstorexml/detectionresult.h"
 #include "host/freqstorexml/frequencystoreentry.h"
+#include "host/freqstorexml/listcontent.h"
+#include "interchange/account.h"
 
 #include <QDateTime>
 #include <QString>
@@ -11,8 +13,6 @@
 #include <optional>
 #include <span>
 #include <string>
-
-#include "interchange/account.h"
 
 class QIODevice;
 
@@ -27,12 +27,10 @@ class Reading;
 struct ReadOptions {
     /// Fields that our records have no place for are kept in the comment, see `JoinComment`.
     bool keepExtras = false;
-    /// Of a schedule, only what is on air at that time.
+    /// Only what is on air at that time, of a format that has schedules.
     std::optional<QDateTime> onAirAt;
     /// Problems are not told, since the file is read again.
     bool isFirstLook = false;
-    /// Bytes read and bytes in all; false cancels.
-    std::function<bool(qint64 done, qint64 total)> progress;
 };
 
 /// Receives one entry; the object is used again for the next.
@@ -56,7 +54,7 @@ public:
 /// One kind of file.
 struct Format {
     const char* id;      ///< on command lines
-    const char* name;    ///< in the operator's words
+    const char* name;    ///< a text of the context `Format`
     const char* endings; ///< of names, ".csv .txt"; a file is known by its content first
     const char* lost;    ///< what the format cannot hold of our entries, or we of its, in a sentence
     /// Whether the beginning of a file's text is that of such a file.
@@ -66,7 +64,11 @@ struct Format {
     void (*read)(QIODevice& device, Reading& reading);
     /// Null for a format that is only read.
     std::unique_ptr<Encoder> (*makeEncoder)();
+    /// Whether its entries are on air at times that the reader knows.
+    bool hasSchedule = false;
 
+    /// Its name in the operator's language.
+    QString Name() const;
     /// "read, write", "read" or "write".
     const char* Ways() const { return !read ? "write" : makeEncoder ? "read, write" : "read"; }
 };
@@ -82,41 +84,21 @@ const Format* FormatOfText(const QString& head);
 
 /// Reads a file and hands on its entries in their order. Lines that are no entries are told as problems and
 /// counted. Throws RGException "file:line: reason" for a file that cannot be read to its end, having handed
-/// on the entries before, and `Cancelled`.
+/// on the entries before.
 Account Read(const Format& format, const QString& path, const ReadOptions& options, const TakeEntry& take);
 /// The same for an open device of the caller's; `name` stands for it in error texts.
 Account Read(const Format& format, QIODevice& device, const QString& name, const ReadOptions& options,
              const TakeEntry& take);
 
-/// Visits all entries of a list in their order.
-using VisitEntries =
-    std::function<void(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>&)>;
-/// The same for a list of detections with what a classifier found.
-using VisitResults = std::function<void(const std::function<void(const FreqStoreXml::DetectionResult&)>&)>;
-/// What goes into a file: entries or results.
-struct Content {
-    VisitEntries entries = {};
-    VisitResults results = {};
-    Account lost = {}; ///< what the list has and its entries do not, however they are written
-};
+using Content = FreqStoreXml::ListContent;
+using VisitEntries = FreqStoreXml::VisitEntries;
 
-/// What would be lost if the entries were written in that format.
-Account LookAtLosses(const Format& format, const Content& content);
-Account LookAtLosses(const Format& format, const VisitEntries& entries);
 /// Writes a file, whole or not at all; throws RGException "file: reason". What the format cannot hold is told
-/// to `confirm` before the file takes its place; when that answers false, `Cancelled` is thrown, and the file
-/// is as it was.
-Account Write(const Format& format, const QString& path, const Content& content,
-              const std::function<bool(const Account&)>& confirm = {});
-Account Write(const Format& format, const QString& path, const VisitEntries& entries);
-/// The bytes that would be written.
-std::string ToBytes(const Format& format, const Content& content);
-std::string ToBytes(const Format& format, const VisitEntries& entries);
-
-/// Reading or writing was cancelled by its caller.
-class Cancelled : public RGException {
-public:
-    using RGException::RGException;
-};
+/// to `confirm` before the file takes its place; when that answers false, the file is as it was, and nothing
+/// is given back.
+std::optional<Account> Write(const Format& format, const QString& path, const Content& content,
+                             const std::function<bool(const Account&)>& confirm = {});
+/// The bytes that would be written, and what they could not hold.
+std::string ToBytes(const Format& format, const Content& content, Account* lost = nullptr);
 
 } // namespace Interchange

@@ -2,16 +2,16 @@
 #include "host/base/textdecoder.h"
 #include "host/report/byteinput.h"
 #include "host/report/outputfile.h"
+#include "interchange/format.h"
+#include "interchange/formatlist.h"
+#include "interchange/reading.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QFile>
 
 #include <algorithm>
 #include <iterator>
-
-#include "interchange/format.h"
-#include "interchange/formatlist.h"
-#include "interchange/reading.h"
 
 namespace Interchange {
 
@@ -42,15 +42,15 @@ void countRest(const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) {
     constexpr int LeastUrgent = 10;
     const int priority = profile.GetPriority().toInt();
     const std::pair<bool, const char*> rest[] = {
-        {settings.GetLevel() != 0, "levels"},
-        {settings.GetDetail().GetBFOFrequency() != 0, "BFO frequencies"},
-        {priority >= MostUrgent && priority <= LeastUrgent, "priorities"},
-        {says(profile.GetThreatClass()), "threat classes"},
+        {settings.GetLevel() != 0, QT_TRANSLATE_NOOP("Account", "levels")},
+        {settings.GetDetail().GetBFOFrequency() != 0, QT_TRANSLATE_NOOP("Account", "BFO frequencies")},
+        {priority >= MostUrgent && priority <= LeastUrgent, QT_TRANSLATE_NOOP("Account", "priorities")},
+        {says(profile.GetThreatClass()), QT_TRANSLATE_NOOP("Account", "threat classes")},
         {says(profile.GetProfileID()) || says(profile.GetProfileName()) || says(profile.GetSignalClass()) ||
              says(profile.GetTransmissionSystem()),
-         "profiles"},
-        {entry.GetDetection().HasStartTime(), "times on air"},
-        {!entry.GetResultList().GetReason().isEmpty(), "results"},
+         QT_TRANSLATE_NOOP("Account", "profiles")},
+        {entry.GetDetection().HasStartTime(), QT_TRANSLATE_NOOP("Account", "times on air")},
+        {!entry.GetResultList().GetReason().isEmpty(), QT_TRANSLATE_NOOP("Account", "results")},
     };
     for (const auto& [isThere, what] : rest) {
         if (isThere)
@@ -67,7 +67,7 @@ double hertzOf(const FreqStoreXml::DetectionResult& result) {
 }
 
 void countRest(const FreqStoreXml::DetectionResult&, Account& lost) {
-    lost.Count("classifications, levels and times");
+    lost.Count(QT_TRANSLATE_NOOP("Account", "classifications, levels and times"));
 }
 
 /// Encodes all that there is; `pass` may take the bytes away after each entry. Gives those that stay.
@@ -80,7 +80,7 @@ std::string encode(const Format& format, const Content& content, Account& lost, 
             // Readers refuse other frequencies, and most formats round to whole Hz.
             if (const double hertz = hertzOf(entry); hertz < 1 || !FileProblems::IsFrequency(hertz)) {
                 ++lost.refused;
-                lost.Count("entries without a frequency of 1 Hz to 1 THz");
+                lost.Count(QT_TRANSLATE_NOOP("Account", "entries without a frequency of 1 Hz to 1 THz"));
                 return;
             }
             countRest(entry, lost);
@@ -88,6 +88,8 @@ std::string encode(const Format& format, const Content& content, Account& lost, 
         encoder->Append(bytes, entry, lost);
         pass(bytes);
     };
+    for (const auto& [what, count] : content.lost)
+        lost.Count(what, count);
     encoder->Begin(bytes);
     if (content.entries)
         content.entries(append);
@@ -101,6 +103,10 @@ std::string encode(const Format& format, const Content& content, Account& lost, 
 
 std::span<const Format* const> Formats() {
     return All;
+}
+
+QString Format::Name() const {
+    return QCoreApplication::translate("Format", name);
 }
 
 const Format* FormatOfId(const QString& id) {
@@ -136,7 +142,8 @@ Account Read(const Format& format, QIODevice& device, const QString& name, const
              const TakeEntry& take) {
     Reading reading(name, options, take);
     if (!format.read)
-        reading.Fail(0, QStringLiteral("files of %1 are only written").arg(QLatin1String(format.name)));
+        reading.Fail(
+            0, QCoreApplication::translate("Readers", "files of %1 are only written").arg(format.Name()));
     format.read(device, reading);
     return reading.GetAccount();
 }
@@ -150,19 +157,9 @@ void Encoder::Append(std::string& out, const FreqStoreXml::DetectionResult& resu
     Append(out, entry, lost);
 }
 
-Account LookAtLosses(const Format& format, const Content& content) {
-    Account lost = content.lost;
-    encode(format, content, lost, [](std::string& bytes) { bytes.clear(); });
-    return lost;
-}
-
-Account LookAtLosses(const Format& format, const VisitEntries& entries) {
-    return LookAtLosses(format, Content{.entries = entries});
-}
-
-Account Write(const Format& format, const QString& path, const Content& content,
-              const std::function<bool(const Account&)>& confirm) {
-    Account lost = content.lost;
+std::optional<Account> Write(const Format& format, const QString& path, const Content& content,
+                             const std::function<bool(const Account&)>& confirm) {
+    Account lost;
     REPORTGENERATOR::OutputFile file(path);
     const std::string rest = encode(format, content, lost, [&](std::string& bytes) {
         if (bytes.size() < FlushAt)
@@ -172,22 +169,14 @@ Account Write(const Format& format, const QString& path, const Content& content,
     });
     REPORTGENERATOR::WriteBytes(file.Device(), path, rest);
     if (confirm && !confirm(lost))
-        throw Cancelled(REPORTGENERATOR::ErrorText(path, 0, QStringLiteral("writing was cancelled")));
+        return std::nullopt;
     file.Commit();
     return lost;
 }
 
-Account Write(const Format& format, const QString& path, const VisitEntries& entries) {
-    return Write(format, path, Content{.entries = entries});
-}
-
-std::string ToBytes(const Format& format, const Content& content) {
-    Account lost;
-    return encode(format, content, lost, [](std::string&) {});
-}
-
-std::string ToBytes(const Format& format, const VisitEntries& entries) {
-    return ToBytes(format, Content{.entries = entries});
+std::string ToBytes(const Format& format, const Content& content, Account* lost) {
+    Account own;
+    return encode(format, content, lost ? *lost : own, [](std::string&) {});
 }
 
 } // namespace Interchange

@@ -1,8 +1,9 @@
-#include <QRegularExpression>
-
 #include "interchange/formatlist.h"
 #include "interchange/outgoing.h"
 #include "interchange/rows.h"
+
+#include <QCoreApplication>
+#include <QRegularExpression>
 
 namespace Interchange {
 
@@ -36,7 +37,7 @@ void readBookmarks(QIODevice& device, Reading& reading) {
         if (isComment(rows))
             continue;
         if (rows.Count() == TagFields && !isBehindTags) {
-            reading.GetAccount().Count("colours of tags");
+            reading.GetAccount().Count(QT_TRANSLATE_NOOP("Account", "colours of tags"));
             continue;
         }
         if (!rows.HasCells(BookmarkFields, BookmarkFields))
@@ -67,14 +68,14 @@ public:
         pad(out, 12, true, [&] { AppendWholeHertz(out, of.hertz, lost); });
         pad(out, 25, false, [&] {
             if (!AppendPlainCell(out, of.Comment(), ';'))
-                lost.Count("\";\" in names");
+                lost.Count(QT_TRANSLATE_NOOP("Account", "\";\" in names"));
         });
         pad(out, 20, false, [&] { out += of.Word("Demod Off"); });
         pad(out, 10, true, [&] { AppendWholeHertz(out, of.bandwidth, lost); });
         out.resize(out.size() - 1);
         out += ' ';
         if (!AppendPlainCell(out, of.Kept("Tags", "Untagged"), ';'))
-            lost.Count("\";\" in tags");
+            lost.Count(QT_TRANSLATE_NOOP("Account", "\";\" in tags"));
         out += '\n';
     }
 
@@ -103,7 +104,7 @@ void readBands(QIODevice& device, Reading& reading) {
         const std::optional<double> begin = HertzOf(rows.Cell(0), 1);
         const std::optional<double> end = HertzOf(rows.Cell(1), 1);
         if (rows.Count() < BandFields || !begin || !end || *end < *begin) {
-            reading.Refuse(rows.Line(), QStringLiteral("is no band"));
+            reading.Refuse(rows.Line(), QCoreApplication::translate("Readers", "is no band"));
             continue;
         }
         std::string middle;
@@ -125,7 +126,7 @@ void readBands(QIODevice& device, Reading& reading) {
 
 const Format GqrxBookmarks{
     "gqrx",
-    "Gqrx bookmarks",
+    QT_TRANSLATE_NOOP("Format", "Gqrx bookmarks"),
     ".csv",
     "colours of tags have no place in our lists; \";\" and fractions of a Hz have none in the file",
     knowsBookmarks,
@@ -133,7 +134,7 @@ const Format GqrxBookmarks{
     []() -> std::unique_ptr<Encoder> { return std::make_unique<BookmarkEncoder>(); }};
 
 const Format GqrxBandPlan{
-    "gqrx-bands", "Gqrx band plan",
+    "gqrx-bands", QT_TRANSLATE_NOOP("Format", "Gqrx band plan"),
     ".csv",       "steps and colours have no place in our lists; a band is its middle and its width",
     knowsBands,   readBands,
     nullptr};

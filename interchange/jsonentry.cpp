@@ -2,12 +2,13 @@
 
 #include "host/base/numbers.h"
 #include "host/report/byteinput.h"
+#include "interchange/reading.h"
+
+#include <QCoreApplication>
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-
-#include "interchange/reading.h"
 
 namespace Interchange {
 
@@ -44,13 +45,13 @@ void JsonEntry::Begin(qint64 line) {
 void JsonEntry::countBytes(std::size_t bytes) {
     m_bytes += bytes;
     if (m_bytes > LargestEntry)
-        Fail(QStringLiteral("is larger than 16 MiB"));
+        Fail(QCoreApplication::translate("Readers", "is larger than 16 MiB"));
 }
 
 void JsonEntry::Add(std::string_view key) {
     countBytes(key.size() + 1);
     if (m_count == MostMembers)
-        Fail(QStringLiteral("has more than %1 members").arg(MostMembers));
+        Fail(QCoreApplication::translate("Readers", "has more than %1 members").arg(MostMembers));
     if (m_count == m_members.size())
         m_members.emplace_back();
     Member& member = m_members[m_count];
@@ -59,7 +60,7 @@ void JsonEntry::Add(std::string_view key) {
         const auto added = m_members.begin() + static_cast<std::ptrdiff_t>(m_count);
         member.name = TextOf(key);
         if (std::any_of(m_members.begin(), added, [key](const Member& other) { return other.key == key; }))
-            Fail(member.name, "is there twice");
+            Fail(member.name, QT_TRANSLATE_NOOP("Readers", "is there twice"));
         member.key = key;
     }
     member.kind = Kind::Null;
@@ -109,14 +110,16 @@ bool JsonEntry::Has(const QString& key) const {
 }
 
 void JsonEntry::Fail(const QString& reason) const {
-    throw RGException(REPORTGENERATOR::ErrorText(m_fileName, m_line,
-                                                 QStringLiteral("entry %1 %2").arg(m_number).arg(reason)));
+    throw RGException(REPORTGENERATOR::ErrorText(
+        m_fileName, m_line, QCoreApplication::translate("Readers", "entry %1 %2").arg(m_number).arg(reason)));
 }
 
 void JsonEntry::Fail(const QString& key, const char* reason) const {
-    throw RGException(REPORTGENERATOR::ErrorText(
-        m_fileName, m_line,
-        QStringLiteral("entry %1: \"%2\" %3").arg(m_number).arg(key, QLatin1String(reason))));
+    throw RGException(
+        REPORTGENERATOR::ErrorText(m_fileName, m_line,
+                                   QCoreApplication::translate("Readers", "entry %1: \"%2\" %3")
+                                       .arg(m_number)
+                                       .arg(key, QCoreApplication::translate("Readers", reason))));
 }
 
 void JsonEntry::Take(const QString& key, QString& content) const {
@@ -124,7 +127,7 @@ void JsonEntry::Take(const QString& key, QString& content) const {
     if (!member)
         return;
     if (member->kind != Kind::Text)
-        Fail(key, "is no text");
+        Fail(key, QT_TRANSLATE_NOOP("Readers", "is no text"));
     content = m_texts.Get(member->text);
 }
 
@@ -133,7 +136,7 @@ void JsonEntry::Take(const QString& key, bool& content) const {
     if (!member)
         return;
     if (member->kind != Kind::True && member->kind != Kind::False)
-        Fail(key, "is neither true nor false");
+        Fail(key, QT_TRANSLATE_NOOP("Readers", "is neither true nor false"));
     content = member->kind == Kind::True;
 }
 
@@ -143,7 +146,7 @@ double JsonEntry::numberOf(const Member& member) const {
         member.kind == Kind::Number || (member.kind == Kind::Text && !otherNameOf(member.name).isEmpty());
     const std::optional<double> number = isNumber ? REPORTGENERATOR::ParseNumber(member.text) : std::nullopt;
     if (!number)
-        Fail(member.name, "is no number");
+        Fail(member.name, QT_TRANSLATE_NOOP("Readers", "is no number"));
     return *number;
 }
 
@@ -157,7 +160,7 @@ void JsonEntry::Take(const QString& key, std::vector<double>& content) const {
     if (!member)
         return;
     if (member->kind != Kind::Numbers)
-        Fail(key, "is no array of numbers");
+        Fail(key, QT_TRANSLATE_NOOP("Readers", "is no array of numbers"));
     content = member->numbers;
 }
 
@@ -172,11 +175,11 @@ void JsonEntry::Take(const QString& key, qint64& content, qint64 least, qint64 g
         const double number = numberOf(*member);
         constexpr double Limit = 0x1p63; // the first double beyond the type
         if (std::floor(number) != number || number < -Limit || number >= Limit)
-            Fail(key, "is no whole number");
+            Fail(key, QT_TRANSLATE_NOOP("Readers", "is no whole number"));
         whole = static_cast<qint64>(number);
     }
     if (whole < least || whole > greatest)
-        Fail(key, "is out of range");
+        Fail(key, QT_TRANSLATE_NOOP("Readers", "is out of range"));
     content = whole;
 }
 
@@ -189,7 +192,7 @@ void JsonEntry::TakeTextOrNumber(const QString& key, QString& content) const {
     else if (member->kind == Kind::Text)
         content = m_texts.Get(member->text);
     else
-        Fail(key, "is neither text nor number");
+        Fail(key, QT_TRANSLATE_NOOP("Readers", "is neither text nor number"));
 }
 
 void JsonEntry::VisitRest(const std::function<void(std::string_view, std::string_view)>& take) const {
@@ -255,13 +258,14 @@ public:
 
 private:
     [[noreturn]] void failAsNone() const {
-        m_reading.Fail(Line(), m_depth == 0 ? QStringLiteral("is no JSON array of entries")
-                                            : QStringLiteral("an entry is no JSON object"));
+        m_reading.Fail(Line(), m_depth == 0
+                                   ? QCoreApplication::translate("Readers", "is no JSON array of entries")
+                                   : QCoreApplication::translate("Readers", "an entry is no JSON object"));
     }
     void handOn() {
         static const QString frequency = QStringLiteral("frequency");
         if (!m_entry.Has(frequency))
-            m_entry.Fail(frequency, "is missing");
+            m_entry.Fail(frequency, QT_TRANSLATE_NOOP("Readers", "is missing"));
         double hertz = 0;
         m_entry.Take(frequency, hertz);
         m_reading.Problems().CheckFrequency(m_entry.Line(), hertz);

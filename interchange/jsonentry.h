@@ -1,12 +1,11 @@
 #pragma once
 
 #include "host/report/textform.h"
+#include "interchange/format.h"
+#include "interchange/jsonevents.h"
 
 #include <string>
 #include <vector>
-
-#include "interchange/format.h"
-#include "interchange/jsonevents.h"
 
 namespace Interchange {
 

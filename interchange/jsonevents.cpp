@@ -3,13 +3,14 @@
 #include "host/report/byteinput.h"
 #include "host/report/textform.h"
 #include "host/report/textinput.h"
+#include "interchange/reading.h"
+
+#include <QCoreApplication>
 
 #include <algorithm>
 #include <exception>
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
-
-#include "interchange/reading.h"
 
 namespace Interchange {
 
@@ -138,9 +139,10 @@ private:
 
 QString reasonOf(rapidjson::ParseErrorCode code, bool isAtEnd) {
     if (code == rapidjson::kParseErrorDocumentEmpty)
-        return QStringLiteral("there is no JSON text");
-    return isAtEnd ? QStringLiteral("the JSON text is cut")
-                   : QStringLiteral("is no JSON: %1").arg(QLatin1String(rapidjson::GetParseError_En(code)));
+        return QCoreApplication::translate("Readers", "there is no JSON text");
+    return isAtEnd ? QCoreApplication::translate("Readers", "the JSON text is cut")
+                   : QCoreApplication::translate("Readers", "is no JSON: %1")
+                         .arg(QLatin1String(rapidjson::GetParseError_En(code)));
 }
 
 } // namespace
@@ -161,7 +163,6 @@ const REPORTGENERATOR::EscapeTable JsonEscapes = []() constexpr {
 
 void ReadJsonEvents(QIODevice& device, Reading& reading, JsonEvents& events) {
     REPORTGENERATOR::TextInput text(device, reading.FileName());
-    reading.Follow(device);
     text.Tell(reading.Problems());
     REPORTGENERATOR::ByteInput input(text.Device(), reading.FileName());
     ByteStream stream(input);
@@ -175,14 +176,18 @@ void ReadJsonEvents(QIODevice& device, Reading& reading, JsonEvents& events) {
         if (handler.Thrown())
             std::rethrow_exception(handler.Thrown());
         if (handler.IsTooDeep())
-            reading.Fail(stream.Line(), QStringLiteral("is nested deeper than %1").arg(DeepestNesting));
+            reading.Fail(
+                stream.Line(),
+                QCoreApplication::translate("Readers", "is nested deeper than %1").arg(DeepestNesting));
         if (stream.IsPieceTooLarge())
-            reading.Fail(stream.Line(), QStringLiteral("one piece of text is larger than 16 MiB"));
+            reading.Fail(stream.Line(),
+                         QCoreApplication::translate("Readers", "one piece of text is larger than 16 MiB"));
         if (result.IsError())
             reading.Fail(stream.Line(), reasonOf(result.Code(), stream.IsAtEnd()));
         rapidjson::SkipWhitespace(stream);
         if (!stream.IsAtEnd() && !events.TakesMoreTexts())
-            reading.Fail(stream.Line(), QStringLiteral("something stands behind the JSON text"));
+            reading.Fail(stream.Line(),
+                         QCoreApplication::translate("Readers", "something stands behind the JSON text"));
     } while (!stream.IsAtEnd());
 }
 

@@ -1,12 +1,14 @@
-#include <QRegularExpression>
-
-#include <array>
-#include <map>
-
 #include "interchange/formatlist.h"
 #include "interchange/jsonevents.h"
 #include "interchange/outgoing.h"
 #include "interchange/rows.h"
+#include "interchange/schedule.h"
+
+#include <QCoreApplication>
+#include <QRegularExpression>
+
+#include <array>
+#include <map>
 
 namespace Interchange {
 
@@ -52,7 +54,21 @@ constexpr LabelExtra Extras[] = {
     {"Sig bw", "0", &Label::signal},
 };
 
+/// Always, as far as the label says nothing that can be understood.
+Schedule scheduleOf(const Label& label) {
+    Schedule schedule;
+    if (!label.begin.empty() && !label.end.empty())
+        TakeTimes(std::string(label.begin).append(1, '-').append(label.end), schedule);
+    if (label.days.size() == AllDays.size()) {
+        for (std::size_t day = 0; day < AllDays.size(); ++day)
+            schedule.days &= label.days[day] == '_' ? ~(1U << day) : ~0U;
+    }
+    return schedule;
+}
+
 void take(const Label& label, Reading& reading) {
+    if (!reading.IsWanted(scheduleOf(label)))
+        return;
     const std::optional<double> low = HertzOf(label.low, 1);
     const std::optional<double> high = HertzOf(label.high, 1);
     std::string width;
@@ -192,7 +208,7 @@ private:
     }
     void takeLabel() {
         if (!m_hasMode) { // as of a frequency with a decimal comma
-            m_reading.Refuse(Line(), QStringLiteral("its second field is no mode"));
+            m_reading.Refuse(Line(), QCoreApplication::translate("Readers", "its second field is no mode"));
             return;
         }
         const std::string name = decoded(m_fields[2]);
@@ -354,17 +370,22 @@ constexpr char Lost[] = "types, offsets, schedules and the side of the pass band
 
 } // namespace
 
-const Format KiwiCsv{
-    "kiwi-csv", "KiwiSDR labels, CSV", ".csv", Lost, knowsCsv, readCsv, []() -> std::unique_ptr<Encoder> {
-        return std::make_unique<CsvEncoder>();
-    }};
+const Format KiwiCsv{"kiwi-csv",
+                     QT_TRANSLATE_NOOP("Format", "KiwiSDR labels, CSV"),
+                     ".csv",
+                     Lost,
+                     knowsCsv,
+                     readCsv,
+                     []() -> std::unique_ptr<Encoder> { return std::make_unique<CsvEncoder>(); },
+                     true};
 
 const Format KiwiJson{"kiwi-json",
-                      "KiwiSDR labels, JSON",
+                      QT_TRANSLATE_NOOP("Format", "KiwiSDR labels, JSON"),
                       ".json",
                       Lost,
                       knowsJson,
                       readJson,
-                      []() -> std::unique_ptr<Encoder> { return std::make_unique<JsonEncoder>(); }};
+                      []() -> std::unique_ptr<Encoder> { return std::make_unique<JsonEncoder>(); },
+                      true};
 
 } // namespace Interchange

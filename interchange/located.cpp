@@ -2,6 +2,8 @@
 
 #include "host/report/textform.h"
 
+#include <QCoreApplication>
+
 #include <cmath>
 
 namespace Interchange {
@@ -18,7 +20,7 @@ bool hasLocation(const FreqStoreXml::DetectionResult& result) {
 
 void refuse(Account& lost) {
     ++lost.refused;
-    lost.Count("entries without a location");
+    lost.Count(QT_TRANSLATE_NOOP("Account", "entries without a location"));
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
-
 #include "interchange/format.h"
+
+#include <string>
 
 namespace Interchange {
 

@@ -1,5 +1,7 @@
 #include "interchange/outgoing.h"
 
+#include <QCoreApplication>
+
 namespace Interchange {
 
 Outgoing::Outgoing(const FreqStoreXml::FrequencyStoreEntry& entry, ModeWords words, bool hasNone,
@@ -11,7 +13,7 @@ Outgoing::Outgoing(const FreqStoreXml::FrequencyStoreEntry& entry, ModeWords wor
       word(WordOf(words, demodulation, bandwidth)),
       m_words(words) {
     if (word.empty() && !(hasNone && demodulation.isEmpty()))
-        lost.Count("modes that are none here");
+        lost.Count(QT_TRANSLATE_NOOP("Account", "modes that are none here"));
     ++lost.entries;
 }
 
@@ -31,7 +33,7 @@ std::string Outgoing::Word(const char* none) const {
 
 void Outgoing::CountBandwidth(Account& lost) const {
     if (bandwidth > 0 && ModeOf(m_words, word).bandwidth != bandwidth)
-        lost.Count("bandwidths");
+        lost.Count(QT_TRANSLATE_NOOP("Account", "bandwidths"));
 }
 
 } // namespace Interchange

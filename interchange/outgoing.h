@@ -1,10 +1,10 @@
 #pragma once
 
-#include <string>
-
 #include "interchange/comment.h"
 #include "interchange/format.h"
 #include "interchange/modes.h"
+
+#include <string>
 
 namespace Interchange {
 

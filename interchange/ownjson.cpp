@@ -1,14 +1,14 @@
 #include "host/base/numbers.h"
-
-#include <QJsonDocument>
-#include <QJsonObject>
-
-#include <optional>
-
 #include "interchange/formatlist.h"
 #include "interchange/jsonentry.h"
 #include "interchange/reading.h"
 #include "interchange/recordmembers.h"
+
+#include <QCoreApplication>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <optional>
 
 namespace Interchange {
 
@@ -59,7 +59,7 @@ void takeMember(const RecordMember& member, const JsonEntry& entry) {
         entry.Take(member.name, written);
         const std::optional<Timestamp> read = ParseTime(written.toStdString());
         if (!read && !written.isEmpty())
-            entry.Fail(member.name, "is no time");
+            entry.Fail(member.name, QT_TRANSLATE_NOOP("Readers", "is no time"));
         **time = read.value_or(Timestamp());
     }
 }
@@ -123,7 +123,7 @@ const Format OwnJson{"json",
                      makeEncoder<JsonArray>};
 
 const Format OwnJsonLines{"jsonl",
-                          "JSON lines",
+                          QT_TRANSLATE_NOOP("Format", "JSON lines"),
                           ".jsonl .ndjson",
                           "nothing that the list's own XML has; the command line writes all",
                           knowsLines,

@@ -1,8 +1,9 @@
 #include "interchange/reading.h"
 
 #include "host/report/byteinput.h"
+#include "interchange/schedule.h"
 
-#include <QIODevice>
+#include <QCoreApplication>
 
 #include <cmath>
 
@@ -11,7 +12,6 @@ namespace Interchange {
 namespace {
 
 constexpr char TraceSource[] = "interchange";
-constexpr qint64 EntriesPerProgress = 4096;
 
 QString shortText(std::string_view text) {
     constexpr std::size_t Longest = 60;
@@ -40,59 +40,52 @@ Reading::Reading(QString fileName, const ReadOptions& options, const TakeEntry& 
     : m_fileName(std::move(fileName)),
       m_options(options),
       m_take(take),
+      m_onAirAt(options.onAirAt ? std::optional(options.onAirAt->toUTC()) : std::nullopt),
       m_problems(options.isFirstLook ? FileProblems(m_fileName) : FileProblems(m_fileName, TraceSource)) {}
+
+bool Reading::IsWanted(const Schedule& schedule) const {
+    return !m_onAirAt || schedule.IsOnAir(m_onAirAt->date(), m_onAirAt->time());
+}
 
 void Reading::Extra(std::string_view key, std::string_view value) {
     if (value.empty())
         return;
     m_account.Count(key);
     if (m_options.keepExtras)
-        m_comment.extras.emplace_back(TextOf(key), TextOf(value));
+        m_comment.Extra(key, value);
 }
 
 void Reading::Keep(std::string_view key, std::string_view value) {
     if (!value.empty())
-        m_comment.extras.emplace_back(TextOf(key), TextOf(value));
+        m_comment.Extra(key, value);
 }
 
 bool Reading::Take(const Station& station) {
     const std::optional<double> hertz = HertzOf(station.frequency, station.hertzPerUnit);
     if (!hertz || *hertz <= 0 || !FileProblems::IsFrequency(*hertz)) {
-        Refuse(station.line,
-               station.frequency.empty()
-                   ? QStringLiteral("has no frequency")
-                   : QStringLiteral("\"%1\" is no frequency").arg(shortText(station.frequency)));
+        Refuse(station.line, station.frequency.empty()
+                                 ? QCoreApplication::translate("Readers", "has no frequency")
+                                 : QCoreApplication::translate("Readers", "\"%1\" is no frequency")
+                                       .arg(shortText(station.frequency)));
         return false;
     }
     m_entry.Reset();
     m_entry.GetFFM_Settings().GetFrequency().SetValue(*hertz);
     const std::optional<double> bandwidth = HertzOf(station.bandwidth, station.hertzPerBandwidth);
     if (!station.bandwidth.empty() && (!bandwidth || *bandwidth < 0))
-        m_account.Count("bandwidths that are none");
+        m_account.Count(QT_TRANSLATE_NOOP("Account", "bandwidths that are none"));
     setMode(station, bandwidth.value_or(0));
-    m_comment.name = TextOf(station.name);
-    m_comment.notes = TextOf(station.notes);
-    m_entry.SetComment(JoinComment(m_comment));
-    m_comment.extras.clear();
+    m_entry.SetComment(m_comment.Take(station.name, station.notes));
     CountEntry();
     m_take(m_entry);
     return true;
 }
 
 void Reading::Take(FreqStoreXml::FrequencyStoreEntry& entry) {
-    if (!m_comment.extras.empty()) {
-        CommentParts parts = SplitComment(entry.GetComment());
-        parts.extras.insert(parts.extras.end(), m_comment.extras.begin(), m_comment.extras.end());
-        entry.SetComment(JoinComment(parts));
-        m_comment.extras.clear();
-    }
+    if (m_comment.HasExtras())
+        entry.SetComment(m_comment.Take(entry.GetComment()));
     CountEntry();
     m_take(entry);
-}
-
-void Reading::CountEntry() {
-    ++m_account.entries;
-    showProgress();
 }
 
 void Reading::setMode(const Station& station, double bandwidth) {
@@ -105,27 +98,20 @@ void Reading::setMode(const Station& station, double bandwidth) {
     FreqStoreXml::FFM_Settings& settings = m_entry.GetFFM_Settings();
     settings.SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod(m_lastMode.name));
     if (!m_lastMode.isKnown)
-        m_account.Count("unknown modes");
+        m_account.Count(QT_TRANSLATE_NOOP("Account", "unknown modes"));
     if (!m_lastMode.isExact)
         Extra("Mode", station.mode);
     if (bandwidth <= 0 && m_lastMode.bandwidth > 0) {
         bandwidth = m_lastMode.bandwidth;
-        m_account.Count("bandwidths from the mode");
+        m_account.Count(QT_TRANSLATE_NOOP("Account", "bandwidths from the mode"));
     }
     if (bandwidth > 0)
         settings.GetIFBandwidth().SetValue(bandwidth);
 }
 
-void Reading::showProgress() {
-    if (!m_options.progress || !m_device || m_account.entries % EntriesPerProgress != 0)
-        return;
-    if (!m_options.progress(m_device->pos(), m_device->size()))
-        throw Cancelled(REPORTGENERATOR::ErrorText(m_fileName, 0, QStringLiteral("reading was cancelled")));
-}
-
 void Reading::Refuse(qint64 line, const QString& reason) {
     ++m_account.refused;
-    m_comment.extras.clear();
+    m_comment.ForgetExtras();
     m_problems.Report(line, reason);
 }
 

@@ -2,14 +2,15 @@
 
 #include "host/base/fileproblems.h"
 #include "host/report/textform.h"
-
-#include <string_view>
-
 #include "interchange/comment.h"
 #include "interchange/format.h"
 #include "interchange/modes.h"
 
+#include <string_view>
+
 namespace Interchange {
+
+struct Schedule;
 
 /// One frequency as a file tells it. Texts are UTF-8 and the reader's.
 struct Station {
@@ -33,8 +34,8 @@ public:
     const ReadOptions& Options() const { return m_options; }
     Account& GetAccount() { return m_account; }
     FileProblems& Problems() { return m_problems; }
-    /// The device whose place tells how far the reading is; the caller's.
-    void Follow(const QIODevice& device) { m_device = &device; }
+    /// Whether what has that schedule is wanted: all, or what is on air at the time that was asked for.
+    bool IsWanted(const Schedule& schedule) const;
 
     /// A field of the next station that our records have no place for; an empty value is none.
     void Extra(std::string_view key, std::string_view value);
@@ -45,7 +46,7 @@ public:
     /// The next entry, as our own files have it.
     void Take(FreqStoreXml::FrequencyStoreEntry& entry);
     /// Counts an entry that its list takes from the reader itself.
-    void CountEntry();
+    void CountEntry() { ++m_account.entries; }
     /// A record that is no station. Its extras are forgotten.
     void Refuse(qint64 line, const QString& reason);
     /// Throws RGException that names file and line.
@@ -53,16 +54,15 @@ public:
 
 private:
     void setMode(const Station& station, double bandwidth);
-    void showProgress();
 
     QString m_fileName;
     const ReadOptions& m_options;
     const TakeEntry& m_take;
-    const QIODevice* m_device = nullptr;
+    const std::optional<QDateTime> m_onAirAt; ///< UTC
     Account m_account;
     FileProblems m_problems;
     FreqStoreXml::FrequencyStoreEntry m_entry;
-    CommentParts m_comment;
+    CommentMaker m_comment;
     std::string m_lastWord; ///< and its mode, as most stations of a file have the same few
     ModeWords m_lastWords = ModeWords::Chirp;
     Mode m_lastMode;

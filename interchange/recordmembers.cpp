@@ -2,10 +2,9 @@
 
 #include "host/report/irgobject.h"
 #include "host/report/textform.h"
+#include "interchange/jsonevents.h"
 
 #include <algorithm>
-
-#include "interchange/jsonevents.h"
 
 namespace Interchange {
 

@@ -1,5 +1,6 @@
 #include "interchange/rows.h"
 
+#include <QCoreApplication>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -8,12 +9,12 @@
 
 namespace Interchange {
 
-Rows::Rows(QIODevice& device, Reading& reading, FreqStoreXml::CsvDialect dialect)
+Rows::Rows(QIODevice& device, Reading& reading, FreqStoreXml::CsvDialect dialect, bool isUtf8)
     : m_reading(reading),
       m_input(device, reading.FileName()),
       m_scanner(m_input.Device(), reading.FileName(), dialect) {
-    reading.Follow(device);
-    m_input.Tell(reading.Problems());
+    if (isUtf8 || m_input.Form().encoding != TextEncoding::Windows1252)
+        m_input.Tell(reading.Problems());
 }
 
 std::string_view Rows::Cell(std::size_t column) const {
@@ -23,13 +24,15 @@ std::string_view Rows::Cell(std::size_t column) const {
 bool Rows::HasCells(std::size_t least, std::size_t most) {
     const std::size_t count = Count();
     if (count < least || count > most)
-        m_reading.Refuse(Line(),
-                         (least + 1 == most
-                              ? QStringLiteral("has %1 fields instead of %2 or %3").arg(count).arg(least)
-                              : QStringLiteral("has %1 fields instead of %2").arg(count))
-                             .arg(most));
+        m_reading.Refuse(
+            Line(), (least + 1 == most
+                         ? QCoreApplication::translate("Readers", "has %1 fields instead of %2 or %3")
+                               .arg(count)
+                               .arg(least)
+                         : QCoreApplication::translate("Readers", "has %1 fields instead of %2").arg(count))
+                        .arg(most));
     else if (count < most && !m_scanner.RowEnds())
-        m_reading.Refuse(Line(), QStringLiteral("is cut: the file ends within it"));
+        m_reading.Refuse(Line(), QCoreApplication::translate("Readers", "is cut: the file ends within it"));
     else
         return true;
     return false;
@@ -99,7 +102,7 @@ bool AppendPlainCell(std::string& out, const QString& text, char separator) {
 
 void AppendWholeHertz(std::string& out, double hertz, Account& lost) {
     if (hertz != std::round(hertz))
-        lost.Count("fractions of a Hz");
+        lost.Count(QT_TRANSLATE_NOOP("Account", "fractions of a Hz"));
     AppendFixed(out, hertz, 0);
 }
 

@@ -2,18 +2,17 @@
 
 #include "host/freqstorexml/csvscanner.h"
 #include "host/report/textinput.h"
+#include "interchange/reading.h"
 
 #include <initializer_list>
-
-#include "interchange/reading.h"
 
 namespace Interchange {
 
 /// The rows of a table in a text file of any encoding.
 class Rows {
 public:
-    /// Follows the device for the progress, and tells when it is not UTF-8.
-    Rows(QIODevice& device, Reading& reading, FreqStoreXml::CsvDialect dialect);
+    /// Tells when the device's text is not UTF-8, unless files of the format may be Windows-1252.
+    Rows(QIODevice& device, Reading& reading, FreqStoreXml::CsvDialect dialect, bool isUtf8 = true);
 
     /// Goes to the next row that has anything in it.
     [[nodiscard]] bool Next() { return m_scanner.NextRow(); }
@@ -43,10 +42,6 @@ public:
 
     /// Negative for a column that is not there.
     int Find(std::string_view heading) const;
-    /// Whether the row has so many cells, blank ones behind them aside, and the file does not end within it;
-    /// one that has not is refused. Fewer cells than `most` are good only where a line end says that there
-    /// are no others.
-    [[nodiscard]] bool HasCells(std::size_t least, std::size_t most);
     std::size_t Count() const { return m_names.size(); }
     const std::string& NameAt(std::size_t column) const { return m_names[column]; }
 

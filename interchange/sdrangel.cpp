@@ -1,6 +1,8 @@
 #include "interchange/formatlist.h"
 #include "interchange/rows.h"
 
+#include <QCoreApplication>
+
 namespace Interchange {
 
 namespace {
@@ -49,7 +51,7 @@ public:
             out += ',';
         };
         if (!settings.AnalogDemodToName(settings.GetAnalogDemod()).isEmpty())
-            lost.Count("modes");
+            lost.Count(QT_TRANSLATE_NOOP("Account", "modes"));
         AppendWholeHertz(out, settings.GetFrequency().GetValue(), lost);
         out += ',';
         kept("Enable", "1");
@@ -80,13 +82,13 @@ void readAnnotations(QIODevice& device, Reading& reading) {
         const std::optional<double> start = HertzOf(rows.Cell(0), 1);
         const std::optional<double> width = HertzOf(rows.Cell(1), 1);
         if (!start || !width || *width < 0) {
-            reading.Refuse(rows.Line(), QStringLiteral("has no start and width"));
+            reading.Refuse(rows.Line(), QCoreApplication::translate("Readers", "has no start and width"));
             continue;
         }
         std::string middle;
         AppendFixed(middle, *start + *width / 2, 3);
         if (rows.Count() >= 7)
-            reading.GetAccount().Count("colours");
+            reading.GetAccount().Count(QT_TRANSLATE_NOOP("Account", "colours"));
         reading.Take(
             {.line = rows.Line(), .frequency = middle, .bandwidth = rows.Cell(1), .name = rows.Cell(2)});
     }
@@ -96,7 +98,7 @@ void readAnnotations(QIODevice& device, Reading& reading) {
 
 const Format ScannerCsv{
     "sdrangel",
-    "SDRangel frequency scanner",
+    QT_TRANSLATE_NOOP("Format", "SDRangel frequency scanner"),
     ".csv",
     "channels, thresholds and squelch have no place in our lists; modes have none in the file",
     knowsScanner,
@@ -104,7 +106,7 @@ const Format ScannerCsv{
     []() -> std::unique_ptr<Encoder> { return std::make_unique<ScannerEncoder>(); }};
 
 const Format AnnotationsCsv{"sdrangel-annotations",
-                            "SDRangel annotations",
+                            QT_TRANSLATE_NOOP("Format", "SDRangel annotations"),
                             ".csv",
                             "colours have no place in our lists; an annotation is its middle and its width",
                             knowsAnnotations,

@@ -1,12 +1,13 @@
-#include <QHash>
-
-#include <charconv>
-#include <cmath>
-
 #include "interchange/formatlist.h"
 #include "interchange/jsonevents.h"
 #include "interchange/outgoing.h"
 #include "interchange/rows.h"
+
+#include <QCoreApplication>
+#include <QHash>
+
+#include <charconv>
+#include <cmath>
 
 namespace Interchange {
 
@@ -37,7 +38,9 @@ public:
         if (frame.hasFrequency)
             take(frame);
         else if (frame.isObject && m_frames.size() >= 1 && m_frames.back().name == "bookmarks")
-            m_reading.Refuse(Line(), QStringLiteral("\"%1\" has no frequency").arg(TextOf(frame.name)));
+            m_reading.Refuse(
+                Line(),
+                QCoreApplication::translate("Readers", "\"%1\" has no frequency").arg(TextOf(frame.name)));
     }
     void Key(std::string_view key) override { m_key = key; }
     void Take(Scalar kind, std::string_view text) override {
@@ -68,7 +71,7 @@ private:
         size_t number = std::size(Modes);
         std::from_chars(frame.mode.data(), frame.mode.data() + frame.mode.size(), number);
         if (number >= std::size(Modes) && !frame.mode.empty()) {
-            m_reading.GetAccount().Count("unknown modes");
+            m_reading.GetAccount().Count(QT_TRANSLATE_NOOP("Account", "unknown modes"));
             m_reading.Extra("Mode", frame.mode);
         }
         if (const std::string_view list = listName(); list != "General")
@@ -138,7 +141,7 @@ private:
             unique = QStringLiteral("%1 (%2)").arg(name).arg(++m_names[name]);
         m_names.insert(unique, 1);
         if (unique != name)
-            lost.Count("names that are there twice");
+            lost.Count(QT_TRANSLATE_NOOP("Account", "names that are there twice"));
         return unique;
     }
 
@@ -149,7 +152,7 @@ private:
 
 const Format SdrPlusJson{
     "sdrpp",
-    "SDR++ frequency manager",
+    QT_TRANSLATE_NOOP("Format", "SDR++ frequency manager"),
     ".json",
     "names of lists have no place in our lists; modes beyond its eight, and names that are there "
     "twice, have none in the file",

@@ -1,10 +1,9 @@
 #include "host/report/xmlscanner.h"
-
-#include <map>
-
 #include "interchange/formatlist.h"
 #include "interchange/outgoing.h"
 #include "interchange/rows.h"
+
+#include <map>
 
 namespace Interchange {
 
@@ -40,7 +39,6 @@ public:
         : m_input(device, reading.FileName()),
           m_scanner(m_input.Device(), reading.FileName(), false),
           m_reading(reading) {
-        reading.Follow(device);
         m_input.Tell(reading.Problems());
     }
 
@@ -153,7 +151,7 @@ private:
 
 const Format SdrSharpXml{
     "sdrsharp",
-    "SDR# frequencies",
+    QT_TRANSLATE_NOOP("Format", "SDR# frequencies"),
     ".xml",
     "groups, favourites and shifts have no place in our lists; modes beyond its eight have none in "
     "the file",

@@ -1,13 +1,14 @@
 #include "interchange/table.h"
 
+#include "interchange/rows.h"
+
+#include <QCoreApplication>
 #include <QFile>
 #include <QRegularExpression>
 #include <QStringDecoder>
 
 #include <algorithm>
 #include <map>
-
-#include "interchange/rows.h"
 
 namespace Interchange {
 
@@ -187,7 +188,8 @@ public:
             m_look.rows.push_back(cells);
         }
         if (m_look.rows.empty())
-            throw RGException(REPORTGENERATOR::ErrorText(name, 0, QStringLiteral("holds no rows")));
+            throw RGException(
+                REPORTGENERATOR::ErrorText(name, 0, QCoreApplication::translate("Readers", "holds no rows")));
     }
 
     TableLook Look() {
@@ -302,12 +304,12 @@ QString TableChoice::WhyOpen(const QStringList& headings) const {
         return column.field == TableField::Frequency;
     });
     if (frequency == columns.end())
-        return QStringLiteral("no column is known to hold the frequency");
+        return QCoreApplication::translate("Readers", "no column is known to hold the frequency");
     for (std::size_t i = 0; i < columns.size(); ++i) {
         const bool hasUnit =
             columns[i].field == TableField::Frequency || columns[i].field == TableField::Bandwidth;
         if (hasUnit && columns[i].hertzPerUnit == 0)
-            return QStringLiteral("nothing tells the unit of column \"%1\"")
+            return QCoreApplication::translate("Readers", "nothing tells the unit of column \"%1\"")
                 .arg(headings.value(static_cast<qsizetype>(i)));
     }
     return QString();
@@ -425,13 +427,20 @@ namespace {
 /// Makes stations of the rows of a table.
 class TableReader {
 public:
-    TableReader(const TableChoice& choice, Reading& reading) : m_choice(choice), m_reading(reading) {}
+    TableReader(const TableChoice& choice, Reading& reading) : m_choice(choice), m_reading(reading) {
+        for (std::size_t i = 0; i < choice.columns.size(); ++i) {
+            if (!choice.hasHeadings || choice.columns[i].field != TableField::None)
+                m_columns = i + 1;
+        }
+    }
 
     void TakeHeadings(const Rows& rows) {
         for (std::size_t i = 0; i < rows.Count(); ++i)
             m_headings.emplace_back(rows.Cell(i));
     }
-    void Take(const Rows& rows) {
+    void Take(Rows& rows) {
+        if (!isWhole(rows))
+            return;
         Station station{.line = rows.Line()};
         m_withoutUnit = {};
         for (std::size_t i = 0; i < rows.Count(); ++i)
@@ -439,10 +448,16 @@ public:
         if (m_withoutUnit.empty())
             m_reading.Take(station);
         else
-            m_reading.Refuse(station.line, QStringLiteral("\"%1\" has no unit").arg(TextOf(m_withoutUnit)));
+            m_reading.Refuse(
+                station.line,
+                QCoreApplication::translate("Readers", "\"%1\" has no unit").arg(TextOf(m_withoutUnit)));
     }
 
 private:
+    /// Between commas a cell too many may be the decimals of a frequency ("121,5").
+    bool isWhole(Rows& rows) const {
+        return m_choice.separator != ',' || rows.HasCells(1, std::max(m_columns, m_headings.size()));
+    }
     void takeCell(std::size_t place, std::string_view cell, Station& station) {
         const TableColumn column = place < m_choice.columns.size() ? m_choice.columns[place] : TableColumn();
         switch (column.field) {
@@ -483,6 +498,7 @@ private:
 
     const TableChoice& m_choice;
     Reading& m_reading;
+    std::size_t m_columns = 0; ///< those that hold anything
     std::vector<std::string> m_headings;
     std::string m_frequency;
     std::string m_bandwidth;
@@ -496,7 +512,6 @@ Account ReadTable(QIODevice& device, const QString& name, const TableChoice& cho
     Reading reading(name, options, take);
     inEncoding(device, choice.encoding, [&](QIODevice& text) {
         Rows rows(text, reading, {choice.separator, true, true});
-        reading.Follow(device);
         TableReader reader(choice, reading);
         bool isHeading = choice.hasHeadings;
         while (rows.Next()) {

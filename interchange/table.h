@@ -1,12 +1,12 @@
 #pragma once
 
+#include "interchange/format.h"
+
 #include <QByteArray>
 #include <QStringList>
 
 #include <optional>
 #include <vector>
-
-#include "interchange/format.h"
 
 namespace Interchange {
 

@@ -53,6 +53,113 @@
     </message>
 </context>
 <context>
+    <name>Account</name>
+    <message>
+        <source>settings of the receiver</source>
+        <translation>Einstellungen des Empfängers</translation>
+    </message>
+    <message>
+        <source>ranges, each of whose frequencies is written</source>
+        <translation>Bereiche, deren Frequenzen einzeln geschrieben werden</translation>
+    </message>
+    <message>
+        <source>days in words, taken as daily</source>
+        <translation>Tage in Worten, als täglich gelesen</translation>
+    </message>
+    <message>
+        <source>control characters in names</source>
+        <translation>Steuerzeichen in Namen</translation>
+    </message>
+    <message>
+        <source>levels</source>
+        <translation>Pegel</translation>
+    </message>
+    <message>
+        <source>BFO frequencies</source>
+        <translation>BFO-Frequenzen</translation>
+    </message>
+    <message>
+        <source>priorities</source>
+        <translation>Prioritäten</translation>
+    </message>
+    <message>
+        <source>threat classes</source>
+        <translation>Bedrohungsklassen</translation>
+    </message>
+    <message>
+        <source>profiles</source>
+        <translation>Profile</translation>
+    </message>
+    <message>
+        <source>times on air</source>
+        <translation>Sendezeiten</translation>
+    </message>
+    <message>
+        <source>results</source>
+        <translation>Ergebnisse</translation>
+    </message>
+    <message>
+        <source>classifications, levels and times</source>
+        <translation>Klassifikationen, Pegel und Zeiten</translation>
+    </message>
+    <message>
+        <source>entries without a frequency of 1 Hz to 1 THz</source>
+        <translation>Einträge ohne Frequenz von 1 Hz bis 1 THz</translation>
+    </message>
+    <message>
+        <source>colours of tags</source>
+        <translation>Farben von Schlagwörtern</translation>
+    </message>
+    <message>
+        <source>&quot;;&quot; in names</source>
+        <translation>„;“ in Namen</translation>
+    </message>
+    <message>
+        <source>&quot;;&quot; in tags</source>
+        <translation>„;“ in Schlagwörtern</translation>
+    </message>
+    <message>
+        <source>entries without a location</source>
+        <translation>Einträge ohne Ort</translation>
+    </message>
+    <message>
+        <source>modes that are none here</source>
+        <translation>Betriebsarten, die das Format nicht kennt</translation>
+    </message>
+    <message>
+        <source>bandwidths</source>
+        <translation>Bandbreiten</translation>
+    </message>
+    <message>
+        <source>bandwidths that are none</source>
+        <translation>ungültige Bandbreiten</translation>
+    </message>
+    <message>
+        <source>unknown modes</source>
+        <translation>unbekannte Betriebsarten</translation>
+    </message>
+    <message>
+        <source>bandwidths from the mode</source>
+        <translation>Bandbreiten aus der Betriebsart</translation>
+    </message>
+    <message>
+        <source>fractions of a Hz</source>
+        <translation>Bruchteile eines Hz</translation>
+    </message>
+    <message>
+        <source>modes</source>
+        <translation>Betriebsarten</translation>
+    </message>
+    <message>
+        <source>colours</source>
+        <translation>Farben</translation>
+    </message>
+    <message>
+        <source>names that are there twice</source>
+        <translation>doppelte Namen</translation>
+    </message>
+</context>
+<context>
     <name>BandPlan</name>
     <message>
         <source>Region 1 (Europe, Africa)</source>
@@ -178,6 +285,33 @@
     <message>
         <source>Edit</source>
         <translation>Bearbeiten</translation>
+    </message>
+</context>
+<context>
+    <name>BrokerAddress</name>
+    <message>
+        <source>is no address such as mqtts://user@broker/site</source>
+        <translation>ist keine Adresse wie mqtts://user@broker/site</translation>
+    </message>
+    <message>
+        <source>has a password, which belongs into a file or the environment</source>
+        <translation>enthält ein Passwort; das gehört in eine Datei oder in die Umgebung</translation>
+    </message>
+    <message>
+        <source>does not name a site, as in mqtts://broker/site</source>
+        <translation>nennt keinen Standort wie in mqtts://broker/site</translation>
+    </message>
+    <message>
+        <source>is another machine, to which only mqtts:// connects</source>
+        <translation>ist ein anderer Rechner, mit dem nur mqtts:// verbindet</translation>
+    </message>
+    <message>
+        <source>may be read by others; its mode must be 600</source>
+        <translation>ist für andere lesbar; die Rechte müssen 600 sein</translation>
+    </message>
+    <message>
+        <source>holds no password in its first line</source>
+        <translation>enthält in der ersten Zeile kein Passwort</translation>
     </message>
 </context>
 <context>
@@ -1031,6 +1165,53 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
 </context>
 <context>
+    <name>Format</name>
+    <message>
+        <source>EiBi schedule</source>
+        <translation>EiBi-Sendeplan</translation>
+    </message>
+    <message>
+        <source>fldigi frequencies</source>
+        <translation>fldigi-Frequenzen</translation>
+    </message>
+    <message>
+        <source>Gqrx bookmarks</source>
+        <translation>Gqrx-Lesezeichen</translation>
+    </message>
+    <message>
+        <source>Gqrx band plan</source>
+        <translation>Gqrx-Bandplan</translation>
+    </message>
+    <message>
+        <source>KiwiSDR labels, CSV</source>
+        <translation>KiwiSDR-Marken, CSV</translation>
+    </message>
+    <message>
+        <source>KiwiSDR labels, JSON</source>
+        <translation>KiwiSDR-Marken, JSON</translation>
+    </message>
+    <message>
+        <source>JSON lines</source>
+        <translation>JSON-Zeilen</translation>
+    </message>
+    <message>
+        <source>SDRangel frequency scanner</source>
+        <translation>SDRangel-Frequenzscanner</translation>
+    </message>
+    <message>
+        <source>SDRangel annotations</source>
+        <translation>SDRangel-Anmerkungen</translation>
+    </message>
+    <message>
+        <source>SDR++ frequency manager</source>
+        <translation>SDR++-Frequenzverwaltung</translation>
+    </message>
+    <message>
+        <source>SDR# frequencies</source>
+        <translation>SDR#-Frequenzen</translation>
+    </message>
+</context>
+<context>
     <name>FreqStoreListViewButtonBar</name>
     <message>
         <source>New</source>
@@ -1686,6 +1867,29 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
 </context>
 <context>
+    <name>ListClient</name>
+    <message>
+        <source>the broker lets this user only read the list</source>
+        <translation>der Broker lässt diesen Benutzer die Liste nur lesen</translation>
+    </message>
+    <message>
+        <source>waits for the server&apos;s leave to edit</source>
+        <translation>wartet auf die Erlaubnis des Servers zu ändern</translation>
+    </message>
+    <message>
+        <source>the entry has been removed</source>
+        <translation>der Eintrag wurde entfernt</translation>
+    </message>
+    <message>
+        <source>is no answer</source>
+        <translation>ist keine Antwort</translation>
+    </message>
+    <message>
+        <source>the entry has been changed meanwhile</source>
+        <translation>der Eintrag wurde inzwischen geändert</translation>
+    </message>
+</context>
+<context>
     <name>ListImport</name>
     <message>
         <source>%1 holds no entries</source>
@@ -1804,6 +2008,99 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>Matching entries</source>
         <translation>Einträge vergleichen</translation>
+    </message>
+</context>
+<context>
+    <name>ListReader</name>
+    <message>
+        <source>is no message of a list</source>
+        <translation>ist keine Nachricht einer Liste</translation>
+    </message>
+    <message>
+        <source>%1; what is shown is old</source>
+        <translation>%1; was zu sehen ist, ist veraltet</translation>
+    </message>
+    <message>
+        <source>not connected</source>
+        <translation>nicht verbunden</translation>
+    </message>
+    <message>
+        <source>not connected: %1</source>
+        <translation>nicht verbunden: %1</translation>
+    </message>
+    <message>
+        <source>waits for a server</source>
+        <translation>wartet auf einen Server</translation>
+    </message>
+    <message>
+        <source>loads, %1 %</source>
+        <translation>lädt, %1 %</translation>
+    </message>
+    <message>
+        <source>loads</source>
+        <translation>lädt</translation>
+    </message>
+    <message>
+        <source>up to date</source>
+        <translation>auf dem neuesten Stand</translation>
+    </message>
+    <message>
+        <source>the server has gone</source>
+        <translation>der Server ist nicht mehr da</translation>
+    </message>
+    <message>
+        <source>the server is of another version, which this program does not understand</source>
+        <translation>der Server hat eine andere Version, die dieses Programm nicht versteht</translation>
+    </message>
+</context>
+<context>
+    <name>ListServer</name>
+    <message>
+        <source>is no request</source>
+        <translation>ist keine Anfrage</translation>
+    </message>
+    <message>
+        <source>the entry has been removed</source>
+        <translation>der Eintrag wurde entfernt</translation>
+    </message>
+    <message>
+        <source>the entry has been changed meanwhile</source>
+        <translation>der Eintrag wurde inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>the contents are none of this list</source>
+        <translation>der Inhalt ist keiner dieser Liste</translation>
+    </message>
+    <message>
+        <source>this server loads no files for clients</source>
+        <translation>dieser Server lädt keine Dateien für andere</translation>
+    </message>
+    <message>
+        <source>a file is asked for by its bare name in the server&apos;s list directory</source>
+        <translation>eine Datei wird mit ihrem bloßen Namen im Listenordner des Servers verlangt</translation>
+    </message>
+    <message>
+        <source>the server&apos;s list directory has no file &quot;%1&quot;</source>
+        <translation>im Listenordner des Servers ist keine Datei „%1“</translation>
+    </message>
+    <message>
+        <source>%1 serves this list already</source>
+        <translation>%1 gibt diese Liste schon frei</translation>
+    </message>
+    <message>
+        <source>the broker does not let this user serve the list</source>
+        <translation>der Broker lässt diesen Benutzer die Liste nicht freigeben</translation>
+    </message>
+</context>
+<context>
+    <name>LocalBus</name>
+    <message>
+        <source>the broker has gone</source>
+        <translation>der Broker ist nicht mehr da</translation>
+    </message>
+    <message>
+        <source>the connection broke</source>
+        <translation>die Verbindung ist abgebrochen</translation>
     </message>
 </context>
 <context>
@@ -2471,6 +2768,17 @@ Fremdes: %2</translation>
     <message>
         <source>What becomes of the entry, and which row of the list it belongs to</source>
         <translation>Was aus dem Eintrag wird, und zu welcher Zeile der Liste er gehört</translation>
+    </message>
+</context>
+<context>
+    <name>MqttBus</name>
+    <message>
+        <source>the broker refuses the user or the password</source>
+        <translation>der Broker weist Benutzer oder Passwort ab</translation>
+    </message>
+    <message>
+        <source>%1: the certificates cannot be read</source>
+        <translation>%1: die Zertifikate sind nicht lesbar</translation>
     </message>
 </context>
 <context>
@@ -3247,6 +3555,166 @@ Fremdes: %2</translation>
     <message>
         <source>Saving %1</source>
         <translation>%1 wird gespeichert</translation>
+    </message>
+    <message>
+        <source>has no headings</source>
+        <translation>hat keine Überschriften</translation>
+    </message>
+    <message>
+        <source>has no column &quot;Frequency&quot;</source>
+        <translation>hat keine Spalte „Frequency“</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no time on air</source>
+        <translation>„%1“ ist keine Sendezeit</translation>
+    </message>
+    <message>
+        <source>does not begin with a frequency in whole Hz, a mode, a carrier and a modem</source>
+        <translation>beginnt nicht mit einer Frequenz in ganzen Hz, einer Betriebsart, einem Träger und einem Modem</translation>
+    </message>
+    <message>
+        <source>files of %1 are only written</source>
+        <translation>%1: solche Dateien werden nur geschrieben</translation>
+    </message>
+    <message>
+        <source>is no band</source>
+        <translation>ist kein Band</translation>
+    </message>
+    <message>
+        <source>is larger than 16 MiB</source>
+        <translation>ist größer als 16 MiB</translation>
+    </message>
+    <message>
+        <source>has more than %1 members</source>
+        <translation>hat mehr als %1 Felder</translation>
+    </message>
+    <message>
+        <source>is there twice</source>
+        <translation>ist doppelt da</translation>
+    </message>
+    <message>
+        <source>entry %1 %2</source>
+        <translation>Eintrag %1 %2</translation>
+    </message>
+    <message>
+        <source>entry %1: &quot;%2&quot; %3</source>
+        <translation>Eintrag %1: „%2“ %3</translation>
+    </message>
+    <message>
+        <source>is no text</source>
+        <translation>ist kein Text</translation>
+    </message>
+    <message>
+        <source>is neither true nor false</source>
+        <translation>ist weder true noch false</translation>
+    </message>
+    <message>
+        <source>is no number</source>
+        <translation>ist keine Zahl</translation>
+    </message>
+    <message>
+        <source>is no array of numbers</source>
+        <translation>ist keine Liste von Zahlen</translation>
+    </message>
+    <message>
+        <source>is no whole number</source>
+        <translation>ist keine ganze Zahl</translation>
+    </message>
+    <message>
+        <source>is out of range</source>
+        <translation>liegt außerhalb des Bereichs</translation>
+    </message>
+    <message>
+        <source>is neither text nor number</source>
+        <translation>ist weder Text noch Zahl</translation>
+    </message>
+    <message>
+        <source>is no JSON array of entries</source>
+        <translation>ist keine JSON-Liste von Einträgen</translation>
+    </message>
+    <message>
+        <source>an entry is no JSON object</source>
+        <translation>ein Eintrag ist kein JSON-Objekt</translation>
+    </message>
+    <message>
+        <source>is missing</source>
+        <translation>fehlt</translation>
+    </message>
+    <message>
+        <source>there is no JSON text</source>
+        <translation>es ist kein JSON-Text da</translation>
+    </message>
+    <message>
+        <source>the JSON text is cut</source>
+        <translation>der JSON-Text ist abgeschnitten</translation>
+    </message>
+    <message>
+        <source>is no JSON: %1</source>
+        <translation>ist kein JSON: %1</translation>
+    </message>
+    <message>
+        <source>is nested deeper than %1</source>
+        <translation>ist tiefer als %1 verschachtelt</translation>
+    </message>
+    <message>
+        <source>one piece of text is larger than 16 MiB</source>
+        <translation>ein Stück Text ist größer als 16 MiB</translation>
+    </message>
+    <message>
+        <source>something stands behind the JSON text</source>
+        <translation>hinter dem JSON-Text steht noch etwas</translation>
+    </message>
+    <message>
+        <source>its second field is no mode</source>
+        <translation>das zweite Feld ist keine Betriebsart</translation>
+    </message>
+    <message>
+        <source>is no time</source>
+        <translation>ist keine Zeit</translation>
+    </message>
+    <message>
+        <source>has no frequency</source>
+        <translation>hat keine Frequenz</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no frequency</source>
+        <translation>„%1“ ist keine Frequenz</translation>
+    </message>
+    <message>
+        <source>has %1 fields instead of %2 or %3</source>
+        <translation>hat %1 Felder statt %2 oder %3</translation>
+    </message>
+    <message>
+        <source>has %1 fields instead of %2</source>
+        <translation>hat %1 Felder statt %2</translation>
+    </message>
+    <message>
+        <source>is cut: the file ends within it</source>
+        <translation>ist abgeschnitten: die Datei endet mitten darin</translation>
+    </message>
+    <message>
+        <source>has no start and width</source>
+        <translation>hat weder Anfang noch Breite</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has no frequency</source>
+        <translation>„%1“ hat keine Frequenz</translation>
+    </message>
+    <message>
+        <source>holds no rows</source>
+        <translation>enthält keine Zeilen</translation>
+    </message>
+    <message>
+        <source>no column is known to hold the frequency</source>
+        <translation>keine Spalte ist als die der Frequenz bekannt</translation>
+    </message>
+    <message>
+        <source>nothing tells the unit of column &quot;%1&quot;</source>
+        <translation>nichts nennt die Einheit der Spalte „%1“</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has no unit</source>
+        <translation>„%1“ hat keine Einheit</translation>
     </message>
 </context>
 <context>
@@ -4125,6 +4593,13 @@ Fremdes: %2</translation>
     <message>
         <source>Detection Results</source>
         <translation>Detektionen</translation>
+    </message>
+</context>
+<context>
+    <name>Seat</name>
+    <message>
+        <source>is no presence of a seat</source>
+        <translation>ist keine Anwesenheit eines Platzes</translation>
     </message>
 </context>
 <context>

@@ -21,6 +21,7 @@
 #include <QMenu>
 #include <QMetaEnum>
 #include <QTimer>
+#include <QToolButton>
 #include <QUndoStack>
 
 namespace {
@@ -300,6 +301,13 @@ void WindowActions::SetList(FreqStoreListViewButtonBar* bar, FrequencyStoreListV
         });
         for (int i = 0; i < Bar::ActionCount; ++i)
             connect(bar->GetAction(static_cast<Bar::Action>(i)), &QAction::changed, this, later);
+        // The bar's button takes what other programs have copied, too.
+        for (QToolButton* const button : bar->findChildren<QToolButton*>()) {
+            if (button->defaultAction() != bar->GetAction(Bar::Paste))
+                continue;
+            button->setDefaultAction(Get(Paste));
+            button->removeAction(bar->GetAction(Bar::Paste)); // two would be a menu
+        }
     }
     if (const SortListView* shown = list())
         connect(shown, &SortListView::countsChanged, this, later);

@@ -4,6 +4,8 @@
 #include "host/freqstorexml/csvlayout.h"
 #include "host/freqstorexml/csvoptions.h"
 #include "host/report/xmlscanner.h"
+#include "interchange/format.h"
+#include "interchange/table.h"
 #include "sweep/sweepreader.h"
 
 #include <QCoreApplication>
@@ -11,9 +13,6 @@
 #include <QFileInfo>
 
 #include <cmath>
-
-#include "interchange/format.h"
-#include "interchange/table.h"
 
 namespace {
 

@@ -9,6 +9,7 @@
 #include "host/base/problems.h"
 #include "host/freqlist/undohistory.h"
 #include "host/report/filework.h"
+#include "interchange/format.h"
 #include "workstation/memoryneed.h"
 
 #include <QFileInfo>
@@ -17,8 +18,6 @@
 #include <QPushButton>
 
 #include <vector>
-
-#include "interchange/format.h"
 
 namespace {
 
@@ -98,7 +97,7 @@ const KindRow& rowOf(FileKind kind) {
 QString whatIs(FileKind kind, const QString& path) {
     const char* const name = rowOf(kind).name;
     const Interchange::Format* const format = name ? nullptr : Interchange::FormatOfFile(path);
-    return format ? QString::fromLatin1(format->name) : FileOpener::tr(name ? name : "");
+    return format ? format->Name() : FileOpener::tr(name ? name : "");
 }
 
 QString shortName(const QString& path) {

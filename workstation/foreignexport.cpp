@@ -5,6 +5,7 @@
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/gui/guibase.h"
 #include "host/gui/listsettings.h"
+#include "interchange/format.h"
 
 #include <QCoreApplication>
 #include <QFileDialog>
@@ -15,8 +16,6 @@
 
 #include <algorithm>
 #include <vector>
-
-#include "interchange/format.h"
 
 namespace ForeignExport {
 
@@ -43,8 +42,7 @@ QStringList endingsOf(const Format& format) {
 }
 
 QString filterOf(const Format& format) {
-    return QStringLiteral("%1 (*%2)")
-        .arg(QLatin1String(format.name), endingsOf(format).join(QStringLiteral(" *")));
+    return QStringLiteral("%1 (*%2)").arg(format.Name(), endingsOf(format).join(QStringLiteral(" *")));
 }
 
 /// The format that a dialog's filter names.
@@ -64,7 +62,7 @@ bool isMeant(QWidget& window, const Format& format, const QString& path, const A
     if (facts.isEmpty())
         return true;
     QMessageBox box(QMessageBox::Question, tr("Export"),
-                    tr("%1 cannot hold all of the list.").arg(QLatin1String(format.name)),
+                    tr("%1 cannot hold all of the list.").arg(format.Name()),
                     QMessageBox::Yes | QMessageBox::Cancel, &window);
     box.setInformativeText(facts.join(QLatin1Char('\n')));
     box.button(QMessageBox::Yes)->setText(tr("Write %1").arg(QFileInfo(path).fileName()));
@@ -102,18 +100,16 @@ void AskAndWrite(QWidget& window, FrequencyStoreListView& view, const QString& l
 }
 
 bool Write(QWidget& window, FrequencyStoreListView& view, const Format& format, const QString& path) {
-    const Interchange::VisitEntries entries = [&view](const auto& visit) { view.VisitRecords(visit); };
-    const QPointer<QWidget> alive(view.GetWidget());
-    const Account lost = Interchange::LookAtLosses(format, entries);
-    if (!isMeant(window, format, path, lost) || !alive)
-        return false;
     try {
-        const Account written = Interchange::Write(format, path, entries);
-        emit FreqStore::Instance().Told(
-            tr("%1 (%2): %3")
-                .arg(QFileInfo(path).fileName(), QLatin1String(format.name),
-                     tr("%n entries written", nullptr, static_cast<int>(written.entries))));
-        return true;
+        const std::optional<Account> written =
+            Interchange::Write(format, path, view.Content(),
+                               [&](const Account& lost) { return isMeant(window, format, path, lost); });
+        if (written)
+            emit FreqStore::Instance().Told(
+                tr("%1 (%2): %3")
+                    .arg(QFileInfo(path).fileName(), format.Name(),
+                         tr("%n entries written", nullptr, static_cast<int>(written->entries))));
+        return written.has_value();
     } catch (const RGException&) { // told by the writer
         return false;
     }

@@ -7,8 +7,6 @@
 
 namespace {
 
-/// The format whose entries have times of their own that its reader knows.
-constexpr char WithSchedule[] = "eibi";
 constexpr qsizetype HeadSize = 64 * 1024; ///< characters of a text that tell its format
 
 } // namespace
@@ -25,7 +23,7 @@ ForeignSource ForeignSource::OfText(const QString& text) {
 }
 
 bool ForeignSource::HasSchedule() const {
-    return m_format && QLatin1String(m_format->id) == QLatin1String(WithSchedule);
+    return m_format && m_format->hasSchedule;
 }
 
 QString ForeignSource::ShownName() const {
@@ -33,8 +31,7 @@ QString ForeignSource::ShownName() const {
 }
 
 QString ForeignSource::KindName() const {
-    return m_format ? QString::fromLatin1(m_format->name)
-                    : QCoreApplication::translate("ForeignImport", "a table");
+    return m_format ? m_format->Name() : QCoreApplication::translate("ForeignImport", "a table");
 }
 
 Interchange::TableLook ForeignSource::LookAtTable(const Interchange::TableHints& hints) const {

@@ -2,15 +2,14 @@
 
 #include "host/base/problems.h"
 #include "host/freqstorexml/stagedentries.h"
+#include "interchange/format.h"
+#include "interchange/table.h"
 
 #include <QByteArray>
 #include <QString>
 
 #include <memory>
 #include <vector>
-
-#include "interchange/format.h"
-#include "interchange/table.h"
 
 /// What reading a file of another program gives.
 struct ForeignReading {

@@ -1,12 +1,11 @@
 #pragma once
 
+#include "interchange/table.h"
 #include "workstation/foreignsource.h"
 
 #include <QWidget>
 
 #include <vector>
-
-#include "interchange/table.h"
 
 class QCheckBox;
 class QComboBox;

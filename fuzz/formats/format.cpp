@@ -1,12 +1,11 @@
 #include "interchange/format.h"
 
 #include "host/base/problems.h"
+#include "interchange/reading.h"
 
 #include <QBuffer>
 
 #include <cstdlib>
-
-#include "interchange/reading.h"
 
 // One fuzzer for each format that is read: FORMAT_ID is its id, FORMAT_COUNT the number of the fuzzers.
 
@@ -36,11 +35,11 @@ std::pair<Entries, qint64> read(QByteArray bytes) {
     return {entries, account.refused};
 }
 
-VisitEntries visiting(const Entries& entries) {
-    return [&](const auto& visit) {
+Content contentOf(const Entries& entries) {
+    return {.entries = [&](const auto& visit) {
         for (const FreqStoreXml::FrequencyStoreEntry& entry : entries)
             visit(entry);
-    };
+    }};
 }
 
 } // namespace
@@ -70,8 +69,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         return 0;
     std::string before;
     for (int round = 0; round < 3; ++round) {
-        const Account lost = LookAtLosses(format(), visiting(entries));
-        const std::string written = ToBytes(format(), visiting(entries));
+        Account lost;
+        const std::string written = ToBytes(format(), contentOf(entries), &lost);
         const auto [again, refused] = read(QByteArray::fromStdString(written));
         const bool isChanged = round == 2 && written != before;
         if (refused != 0 || static_cast<qint64>(again.size()) != lost.entries || isChanged)

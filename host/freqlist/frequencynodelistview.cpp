@@ -401,14 +401,12 @@ bool FrequencyNodeListView::TuneToCurrent() {
     return mediator != nullptr;
 }
 
-bool FrequencyNodeListView::VisitRecords(
-    const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) {
+FreqStoreXml::ListContent FrequencyNodeListView::Content() {
     auto* list = dynamic_cast<FrequencyNodeMediatorCtrl*>(m_controller);
     if (!list)
-        return false;
+        return {};
     list->ForceUpdateNow();
-    list->VisitRecords(visit);
-    return true;
+    return list->Content();
 }
 
 /// A list that takes copied entries takes its own.

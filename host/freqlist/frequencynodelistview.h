@@ -76,7 +76,7 @@ public:
     void SelectFrequency(double hertz) override;
     bool TuneToCurrent() override;
     bool CanDuplicate() const override;
-    bool VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) override;
+    FreqStoreXml::ListContent Content() override;
     void Duplicate() override;
     std::vector<double> SelectedFrequencies() override;
     std::optional<std::vector<bool>> ShownEntries() override;

@@ -3,6 +3,7 @@
 #include "host/freqlist/mediator.h"
 #include "host/freqlist/multiviewmediator.h"
 #include "host/freqstorexml/frequencystorelisthelper.h"
+#include "host/freqstorexml/listcontent.h"
 
 #include <QBasicTimer>
 #include <QObject>
@@ -80,7 +81,9 @@ public:
     [[nodiscard]] bool SaveFrequencies(const QString& fileName);
     /// Gives each entry as an interchange record, which is good during the call.
     void VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit);
-    /// The same, as CSV when `csv` is set; throws RGException with file and reason instead.
+    /// What other programs' files get of the list.
+    virtual FreqStoreXml::ListContent Content();
+    /// Writes all entries, as CSV when `csv` is set; throws RGException with file and reason instead.
     void WriteFrequencies(const QString& fileName, bool csv,
                           FreqStoreXml::FrequencyStoreListHelper::ListType type);
     /// Writes all entries in the export form of the list type: search MC results as one line of text per
@@ -126,6 +129,9 @@ protected:
     /// Makes the mediator of an entry node; null for an observable that gets none.
     virtual Mediator* CreateMediator(Observable* entryNode);
     void timerEvent(QTimerEvent* event) override;
+    /// Gives each entry with its record, which is good during the call.
+    void ForEachRecord(
+        const std::function<void(FrequencyNodeMediator&, const FreqStoreXml::FrequencyStoreEntry&)>& visit);
 
 private:
     void followNewChildren();
@@ -134,8 +140,6 @@ private:
     void closeHoles();
     void scheduleUpdate();
     void forEachEntry(const std::function<void(FrequencyNodeMediator&)>& visit);
-    void forEachRecord(
-        const std::function<void(FrequencyNodeMediator&, const FreqStoreXml::FrequencyStoreEntry&)>& visit);
     void writeList(FreqStoreXml::FrequencyStoreListWriter& writer);
     void writeLines(const QString& fileName);
     void makePlainEntry(const FreqStoreXml::FrequencyStoreEntry& entry);

@@ -54,7 +54,7 @@ void FrequencyNodeMediatorCtrl::forEachEntry(const std::function<void(FrequencyN
 }
 
 /// Each mediator describes itself into a list of one, so that a million entries never stand in memory.
-void FrequencyNodeMediatorCtrl::forEachRecord(
+void FrequencyNodeMediatorCtrl::ForEachRecord(
     const std::function<void(FrequencyNodeMediator&, const FrequencyStoreEntry&)>& visit) {
     FrequencyStoreList one;
     forEachEntry([&](FrequencyNodeMediator& mediator) {
@@ -66,12 +66,16 @@ void FrequencyNodeMediatorCtrl::forEachRecord(
 }
 
 void FrequencyNodeMediatorCtrl::VisitRecords(const std::function<void(const FrequencyStoreEntry&)>& visit) {
-    forEachRecord([&](FrequencyNodeMediator&, const FrequencyStoreEntry& entry) { visit(entry); });
+    ForEachRecord([&](FrequencyNodeMediator&, const FrequencyStoreEntry& entry) { visit(entry); });
+}
+
+FreqStoreXml::ListContent FrequencyNodeMediatorCtrl::Content() {
+    return {.entries = [this](const auto& visit) { VisitRecords(visit); }};
 }
 
 void FrequencyNodeMediatorCtrl::writeList(FrequencyStoreListWriter& writer) {
     bool begun = false;
-    forEachRecord([&](FrequencyNodeMediator& mediator, const FrequencyStoreEntry& entry) {
+    ForEachRecord([&](FrequencyNodeMediator& mediator, const FrequencyStoreEntry& entry) {
         if (!begun)
             writer.Begin(FrequencyStoreList::NameToUsage(mediator.GetUsage()));
         begun = true;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/freqstorexml/listcontent.h"
+
 #include <QString>
 
 #include <functional>
@@ -53,12 +55,8 @@ public:
     /// Which entries the filter shows so far, by the serials of their nodes or the places of their records;
     /// nothing when there is no filter.
     virtual std::optional<std::vector<bool>> ShownEntries() { return std::nullopt; }
-    /// Gives each entry of the list as an interchange record, whatever the filter hides; it is good during
-    /// the call. False for a view that has none.
-    virtual bool
-    VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& /*visit*/) {
-        return false;
-    }
+    /// All that the list gives as records, whatever the filter hides.
+    virtual FreqStoreXml::ListContent Content() { return {}; }
     virtual QWidget* GetWidget() = 0;
     virtual SortListView* GetListView() = 0;
     /// Gives the view the button bar of its window, which the window owns; null means none.

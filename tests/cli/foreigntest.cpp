@@ -1,8 +1,7 @@
+#include "interchange/format.h"
 #include "tests/cli/runcli.h"
 
 #include <QDomDocument>
-
-#include "interchange/format.h"
 
 namespace {
 
@@ -161,6 +160,8 @@ TEST_F(ForeignTest, SchedulesAreReadForATime) {
     EXPECT_EQ(shown[0].toObject()[Q("comment")].toString(), Q("Evening {Time=1800-1900}"));
     EXPECT_TRUE(
         Cli("show", {path, "--on-air", "tomorrow"}).Is(ExitFile, Q("--on-air \"tomorrow\" is neither")));
+    EXPECT_TRUE(Cli("show --on-air now", {Write(Q("radio.csv"), Chirp())})
+                    .Is(ExitFile, Q("--on-air: a CHIRP CSV has no times on air")));
 }
 
 TEST(Samples, OfOtherProgramsAreKnown) {
@@ -186,7 +187,7 @@ TEST(Samples, OfOtherProgramsAreKnown) {
         {"sdrsharp-newer.xml", ExitDone, "SDR# frequencies, 1 entry"},
         {"gqrx-bandplan.csv", ExitDone, "Gqrx band plan, 2 entries"},
         {"sdrangel-annotations.csv", ExitDone, "SDRangel annotations, 1 entry"},
-        {"eibi-sked.csv", ExitFile, ":2: is not UTF-8"},
+        {"eibi-sked.csv", ExitDone, "EiBi schedule, 3 entries"},
         {"chirp-awkward.csv", ExitFile, ":5: \"121,5\" is no frequency"},
         {"sdrpp-old.json", ExitDone, "SDR++ frequency manager, 2 entries"},
         {"scanner-table.tsv", ExitFile, "--columns \"name=Call,frequency=Freq:MHz,notes=Remarks\""},

@@ -1,14 +1,13 @@
 #pragma once
 
 #include "host/base/problems.h"
+#include "interchange/format.h"
 
 #include <QBuffer>
 #include <QStringList>
 
 #include <gtest/gtest.h>
 #include <vector>
-
-#include "interchange/format.h"
 
 namespace Interchange {
 
@@ -52,11 +51,11 @@ inline ReadText readText(const Format& format, QByteArray bytes, const ReadOptio
     return result;
 }
 
-inline VisitEntries visiting(const std::vector<FreqStoreXml::FrequencyStoreEntry>& entries) {
-    return [&entries](const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) {
+inline Content contentOf(const std::vector<FreqStoreXml::FrequencyStoreEntry>& entries) {
+    return {.entries = [&entries](const auto& visit) {
         for (const FreqStoreXml::FrequencyStoreEntry& entry : entries)
             visit(entry);
-    };
+    }};
 }
 
 } // namespace Interchange

@@ -1,3 +1,4 @@
+#include "interchange/formatlist.h"
 #include "tests/interchange/formatfixture.h"
 
 namespace Interchange {
@@ -115,7 +116,7 @@ const Row Rows[] = {
      {"5890000|0||Radio \u00D6sterreich {Time=0600-0700; Days=Mo-Fr}",
       "9410000|0||BBC {Time=2300-0200; Days=irr}"},
      "ITU (2), Language (2), P (2), Remarks (1), Target (2), days in words, taken as daily (1)",
-     {"file:2: is not UTF-8 from here on; all is read as Windows-1252", "file:4: \"2300\" is no time on air"},
+     {"file:4: \"2300\" is no time on air"},
      1},
     {"KiwiJson",
      "kiwi-json",
@@ -210,34 +211,42 @@ TEST(ReadingSchedules, KeepsWhatIsOnAir) {
         {"0600-0700;;1101;0301", "2026-11-22T06:30:00Z", true},
         {"0600-0700;;0301;1101", "2026-11-22T06:30:00Z", false},
     };
-    const Format* const eibi = FormatOfId(QStringLiteral("eibi"));
     for (const OnAirRow& row : rows) {
         const QStringList parts = QString::fromLatin1(row.schedule).split(QLatin1Char(';'));
-        const QString text = QStringLiteral("kHz:75;Time(UTC):93;Days:59;ITU:49\n"
+        const QString eibi = QStringLiteral("kHz:75;Time(UTC):93;Days:59;ITU:49\n"
                                             "5890;%1;%2;D;Name;D;Eu;;1;%3;%4;\n")
                                  .arg(parts[0], parts[1], parts[2], parts[3]);
         ReadOptions options;
         options.onAirAt = QDateTime::fromString(QString::fromLatin1(row.at), Qt::ISODate);
-        EXPECT_EQ(readText(*eibi, text.toUtf8(), options).entries.size(), row.isOnAir ? 1 : 0)
+        EXPECT_EQ(readText(EibiSchedule, eibi.toUtf8(), options).entries.size(), row.isOnAir ? 1 : 0)
             << row.schedule << " at " << row.at;
     }
 }
 
-TEST(ReadingFilesOfOthers, IsCancelled) {
-    QByteArray text = "# rfcarrier\n";
-    for (int i = 0; i < 10000; ++i)
-        text += "7040000 LSB 0 RTTY\n";
-    ReadOptions options;
-    qint64 seen = 0;
-    options.progress = [&](qint64 done, qint64 total) {
-        EXPECT_LE(done, total);
-        seen = done;
-        return false;
-    };
-    const ReadText read = readText(*FormatOfId(QStringLiteral("fldigi")), text, options);
-    EXPECT_EQ(read.failure, QStringLiteral("file: reading was cancelled"));
-    EXPECT_GT(seen, 0);
-    EXPECT_LT(read.entries.size(), 10000);
+TEST(ReadingSchedules, OfLabelsKeepsWhatIsOnAir) {
+    const QByteArray texts[] = {
+        "Freq kHz;Mode;Ident;Notes;Extension;Type;PB low;PB high;Offset;DOW;Begin;End;Sig bw\n"
+        "198.00;AM;Always;;;T1;;;0;MTWTFSS;'0000;'2400;0\n"
+        "7850;USB;Mondays;;;T1;;;0;M______;'0600;'1800;0\n"
+        "9410;AM;Nights;;;T1;;;0;MTWTFSS;'2200;'0500;0\n",
+        "{\"dx\":[[198,\"AM\",\"Always\",\"\",{\"T1\":1}],"
+        "[7850,\"USB\",\"Mondays\",\"\",{\"d0\":64,\"b0\":600,\"e0\":1800}],"
+        "[9410,\"AM\",\"Nights\",\"\",{\"b0\":2200,\"e0\":500}]]}"};
+    const std::pair<const char*, QStringList> times[] = {
+        {"2026-11-23T07:00:00Z", {QStringLiteral("Always"), QStringLiteral("Mondays")}},
+        {"2026-11-24T07:00:00Z", {QStringLiteral("Always")}},
+        {"2026-11-24T23:00:00Z", {QStringLiteral("Always"), QStringLiteral("Nights")}}};
+    for (const QByteArray& text : texts) {
+        for (const auto& [at, names] : times) {
+            ReadOptions options;
+            options.onAirAt = QDateTime::fromString(QString::fromLatin1(at), Qt::ISODate);
+            const ReadText read = readText(*FormatOfText(QString::fromUtf8(text)), text, options);
+            QStringList onAir;
+            for (const FreqStoreXml::FrequencyStoreEntry& entry : read.records)
+                onAir << entry.GetComment();
+            EXPECT_EQ(onAir, names) << at;
+        }
+    }
 }
 
 } // namespace

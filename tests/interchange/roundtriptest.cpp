@@ -1,9 +1,8 @@
+#include "interchange/comment.h"
+#include "interchange/recordmembers.h"
 #include "tests/interchange/formatfixture.h"
 
 #include <random>
-
-#include "interchange/comment.h"
-#include "interchange/recordmembers.h"
 
 namespace Interchange {
 
@@ -45,7 +44,7 @@ TEST(FilesOfOthers, ComeBackByteForByteWhenAllIsKept) {
         const Format& format = *FormatOfId(QString::fromLatin1(sample.format));
         const ReadText read = readText(format, sample.text, options);
         EXPECT_EQ(read.refused, 0);
-        EXPECT_EQ(ToBytes(format, visiting(read.records)), sample.text) << sample.format;
+        EXPECT_EQ(ToBytes(format, contentOf(read.records)), sample.text) << sample.format;
     }
 }
 
@@ -88,9 +87,9 @@ TEST(FilesOfOthers, KeepFrequenciesAndTexts) {
         if (!format->makeEncoder || !format->read)
             continue;
         SCOPED_TRACE(format->id);
-        const Account lost = LookAtLosses(*format, visiting(entries));
+        Account lost;
+        const std::string bytes = ToBytes(*format, contentOf(entries), &lost);
         EXPECT_EQ(lost.entries, static_cast<qint64>(entries.size()));
-        const std::string bytes = ToBytes(*format, visiting(entries));
         const ReadText read = readText(*format, QByteArray::fromStdString(bytes));
         EXPECT_EQ(read.failure, QString());
         ASSERT_EQ(read.records.size(), entries.size()) << read.problems.value(0).toStdString();
@@ -108,7 +107,7 @@ TEST(FilesOfOthers, KeepFrequenciesAndTexts) {
         }
         // What was read once is written and read again without a change.
         EXPECT_EQ(
-            readText(*format, QByteArray::fromStdString(ToBytes(*format, visiting(read.records)))).entries,
+            readText(*format, QByteArray::fromStdString(ToBytes(*format, contentOf(read.records)))).entries,
             read.entries);
     }
 }
@@ -141,7 +140,7 @@ TEST(OwnJsonFiles, KeepAllThatARecordHas) {
         fill(entry, random);
     for (const char* id : {"json", "jsonl"}) {
         const Format& format = *FormatOfId(QString::fromLatin1(id));
-        const std::string bytes = ToBytes(format, visiting(entries));
+        const std::string bytes = ToBytes(format, contentOf(entries));
         EXPECT_EQ(FormatOfText(QString::fromStdString(bytes)), &format);
         const ReadText read = readText(format, QByteArray::fromStdString(bytes));
         EXPECT_EQ(read.failure.toStdString(), "");
@@ -159,11 +158,11 @@ TEST(FilesOfOthers, DoNotGetBackAModeThatWasChangedSince) {
     ReadText read =
         readText(chirp, "Location,Name,Frequency,Mode,rToneFreq\n0,Dig,7.034500,CWR,88.5\n", options);
     ASSERT_EQ(read.records.size(), 1U);
-    EXPECT_NE(ToBytes(chirp, visiting(read.records)).find(",CWR,"), std::string::npos);
+    EXPECT_NE(ToBytes(chirp, contentOf(read.records)).find(",CWR,"), std::string::npos);
     FreqStoreXml::FFM_Settings& settings = read.records[0].GetFFM_Settings();
     settings.SetAnalogDemod(FreqStoreXml::FFM_Settings::NameToAnalogDemod(QStringLiteral("USB")));
     for (const char* id : {"chirp-csv", "kiwi-csv", "fldigi", "sdrsharp"}) {
-        const std::string bytes = ToBytes(*FormatOfId(QString::fromLatin1(id)), visiting(read.records));
+        const std::string bytes = ToBytes(*FormatOfId(QString::fromLatin1(id)), contentOf(read.records));
         EXPECT_NE(bytes.find("USB"), std::string::npos) << id;
         EXPECT_EQ(bytes.find("CWR"), std::string::npos) << id;
     }
@@ -175,7 +174,7 @@ TEST(FilesOfOthers, GetWordsOfWhatAnOperatorWroteIntoAComment) {
     for (const char* modem : {"", "two words"}) {
         entry.SetComment(QStringLiteral("Call {Carrier=; Modem=%1}").arg(QLatin1String(modem)));
         const Format& fldigi = *FormatOfId(QStringLiteral("fldigi"));
-        const std::string bytes = ToBytes(fldigi, visiting({entry}));
+        const std::string bytes = ToBytes(fldigi, contentOf({entry}));
         EXPECT_EQ(readText(fldigi, QByteArray::fromStdString(bytes)).entries,
                   QStringList{QStringLiteral("7000000|2700|USB|Call")});
     }

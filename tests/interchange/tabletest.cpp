@@ -84,7 +84,12 @@ const TableRow Rows[] = {
      "# exported\nFrequency Hz,Comment\n7055000\n\n7060000,b,c\n",
      "frequency=Frequency Hz:Hz,name=Comment",
      "",
-     {"7055000|0||", "7060000|0||b"}},
+     {"7055000|0||"}},
+    {"CellsBehindTheHeadings",
+     "Freq MHz;Name\n121.5;a;\n121.6;b;c\n",
+     "frequency=Freq MHz:MHz,name=Name",
+     "",
+     {"121500000|0||a", "121600000|0||b"}},
 };
 
 INSTANTIATE_TEST_SUITE_P(Others, Tables, testing::ValuesIn(Rows),
@@ -98,6 +103,21 @@ TEST(TablesOfOthers, RefuseCellsWithoutAUnitWhereEachHasOne) {
     const TableLook found = look(text);
     EXPECT_EQ(found.choice.WhyOpen(found.headings), QString());
     EXPECT_EQ(entriesOf(text, found.choice).size(), 60);
+}
+
+TEST(TablesOfOthers, RefuseRowsInWhichACommaMayBeDecimal) {
+    const char* const tables[] = {"Freq MHz,Name\n118.1,Ground\n121,5,Tower\n",
+                                  "Freq MHz,Name,\n118.1,Ground,\n121,5,Tower,\n",
+                                  "Freq MHz,Name,Info\n118.1,Ground\n121,5,Tower,\n"};
+    for (const char* text : tables) {
+        QStringList problems;
+        const Problems::Sink before =
+            Problems::SetSink([&](const Problem& problem) { problems << problem.ToString(); });
+        EXPECT_EQ(entriesOf(text, look(text).choice), QStringList{QStringLiteral("118100000|0||Ground")});
+        Problems::SetSink(before);
+        ASSERT_EQ(problems.size(), 1) << text;
+        EXPECT_TRUE(problems[0].startsWith(QStringLiteral("file:3: has "))) << problems[0].toStdString();
+    }
 }
 
 TEST(TablesOfOthers, AreReadAsTheOperatorSays) {

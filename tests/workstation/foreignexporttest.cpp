@@ -1,6 +1,7 @@
 #include "workstation/foreignexport.h"
 
 #include "host/freqlist/frequencystorelistview.h"
+#include "interchange/format.h"
 #include "tests/support/dialogs.h"
 #include "tests/workstation/windowfixture.h"
 #include "workstation/simulatedclassifier.h"
@@ -8,15 +9,14 @@
 
 #include <QTimer>
 
-#include "interchange/format.h"
-
 namespace {
 
 class ForeignExports : public Windows {};
 
 TEST_F(ForeignExports, EveryListLeavesInEveryFormatAndComesBack) {
-    open({"--demo"});
+    open({"--demo", "--receiver", "vuhf"}); // which has locations
     ASSERT_TRUE(station->LoadFiles());
+    qint64 allPlaces = 0;
     station->GetSearch().SetRunning(false);
     station->GetClassifier().SetRunning(false);
     QTimer answers; // as some formats hold all of a list, and others ask
@@ -29,9 +29,18 @@ TEST_F(ForeignExports, EveryListLeavesInEveryFormatAndComesBack) {
         window().GetTabs()->setCurrentIndex(tab);
         FrequencyStoreListView* view = window().ViewOf(window().ShownList());
         std::vector<double> frequencies;
-        ASSERT_TRUE(view->VisitRecords([&](const FreqStoreXml::FrequencyStoreEntry& entry) {
-            frequencies.push_back(entry.GetFFM_Settings().GetFrequency().GetValue());
-        }));
+        qint64 places = 0;
+        const Interchange::Content content = view->Content();
+        if (content.entries)
+            content.entries([&](const FreqStoreXml::FrequencyStoreEntry& entry) {
+                frequencies.push_back(entry.GetFFM_Settings().GetFrequency().GetValue());
+            });
+        else
+            content.results([&](const FreqStoreXml::DetectionResult& result) {
+                frequencies.push_back(result.GetFrequency().GetValue());
+                places += result.HasLongitude() && result.GetLongitude() != 0 ? 1 : 0;
+            });
+        EXPECT_EQ(content.lost.empty(), window().TabName(tab) != "Memory Channels");
         ASSERT_FALSE(frequencies.empty()) << window().TabName(tab).toStdString();
         for (const Interchange::Format* format : Interchange::Formats()) {
             if (!format->makeEncoder)
@@ -40,18 +49,21 @@ TEST_F(ForeignExports, EveryListLeavesInEveryFormatAndComesBack) {
             const QString path = Path(QString::fromLatin1(format->id));
             ASSERT_TRUE(ForeignExport::Write(window(), *view, *format, path));
             if (!format->read) {
-                EXPECT_TRUE(QFileInfo::exists(path));
+                const QByteArray name = QByteArray(format->id) == "kml" ? "<Placemark" : "\"Point\"";
+                EXPECT_EQ(Read(QString::fromLatin1(format->id)).count(name), places);
+                allPlaces += places;
                 continue;
             }
             EXPECT_EQ(Interchange::FormatOfFile(path), format);
-            const Interchange::Account lost =
-                Interchange::LookAtLosses(*format, [&](const auto& visit) { view->VisitRecords(visit); });
+            Interchange::Account lost;
+            Interchange::ToBytes(*format, view->Content(), &lost);
             const Interchange::Account back =
                 Interchange::Read(*format, path, {}, [](const FreqStoreXml::FrequencyStoreEntry&) {});
             EXPECT_EQ(back.refused, 0);
             EXPECT_EQ(static_cast<size_t>(back.entries + lost.refused), frequencies.size());
         }
     }
+    EXPECT_GT(allPlaces, 0);
 }
 
 TEST_F(ForeignExports, WhatIsLostIsShownBeforeAnythingIsWritten) {

@@ -30,6 +30,18 @@ constexpr TypeInfo Types[] = {
     {MediatorType::MemoryVUHF, FrequencyStoreList::MemoryChannels, make<MemoryMediatorVUHF>},
 };
 
+/// The frequencies of a range beside the channel's own, Hz; none of a channel that is no range.
+std::vector<double> furtherOf(FrequencyNodeMediator& mediator) {
+    std::vector<double> frequencies;
+    const auto* const channel = dynamic_cast<const MemoryMediator*>(&mediator);
+    bool isRange = false;
+    if (!channel || !channel->GetInRange(isRange) || !isRange)
+        return frequencies;
+    for (double hertz = 0; channel->GetFrequencyInRange(static_cast<long>(frequencies.size()), hertz);)
+        frequencies.push_back(hertz);
+    return frequencies;
+}
+
 const TypeInfo* infoOf(MediatorType type) {
     for (const TypeInfo& info : Types) {
         if (info.type == type)
@@ -58,6 +70,26 @@ FrequencyNodeMediator* HalvoNodeMediatorCtrl::GetItemwithIndex(int index) {
         });
     }
     return mediator;
+}
+
+FreqStoreXml::ListContent HalvoNodeMediatorCtrl::Content() {
+    if (m_type != MediatorType::MemoryHF && m_type != MediatorType::MemoryVUHF)
+        return FrequencyNodeMediatorCtrl::Content();
+    qint64 ranges = 0;
+    ForEach([&](FrequencyNodeMediator& mediator) { ranges += furtherOf(mediator).empty() ? 0 : 1; });
+    const auto visitAll = [this](const auto& visit) {
+        ForEachRecord([&](FrequencyNodeMediator& mediator, const FreqStoreXml::FrequencyStoreEntry& entry) {
+            visit(entry);
+            FreqStoreXml::FrequencyStoreEntry other = entry;
+            for (const double hertz : furtherOf(mediator)) {
+                other.GetFFM_Settings().GetFrequency().SetValue(hertz);
+                visit(other);
+            }
+        });
+    };
+    return {.entries = visitAll,
+            .lost = {{QT_TRANSLATE_NOOP("Account", "settings of the receiver"), static_cast<qint64>(size())},
+                     {QT_TRANSLATE_NOOP("Account", "ranges, each of whose frequencies is written"), ranges}}};
 }
 
 QString HalvoNodeMediatorCtrl::GetUsageName() const {

@@ -14,6 +14,8 @@ public:
     /// The mediator at a 0-based index in list order, in constant time; null, traced, when there is none.
     FrequencyNodeMediator* GetItemwithIndex(int index);
     QString GetUsageName() const override;
+    /// Each frequency of a range of memory channels is an entry of its own.
+    FreqStoreXml::ListContent Content() override;
 
 protected:
     Mediator* CreateMediator(Observable* entryNode) override;

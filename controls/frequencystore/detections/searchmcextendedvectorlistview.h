@@ -68,6 +68,12 @@ public:
                           .constData()
                    << (&column == &Columns().back() ? "\n" : ",");
     }
+    FreqStoreXml::ListContent Content() override {
+        return {.results = [this](const auto& visit) {
+            for (const ExtendedDetectionConventional* record : AllRecords())
+                visit(SearchMC::ToResult(*record, variant));
+        }};
+    }
     void appendDetectionResult(FreqStoreXml::DetectionResultList& list,
                                const ExtendedDetectionConventional& record) override {
         list.AppendDetectionResult(SearchMC::ToResult(record, variant));

@@ -87,11 +87,6 @@ public:
         if (SearchMC::InitBar(*this, *bar, m_connected))
             ConnectBar(*bar);
     }
-    bool VisitRecords(const std::function<void(const FreqStoreXml::FrequencyStoreEntry&)>& visit) override {
-        for (const T* record : this->AllRecords())
-            visit(SearchMC::EntryOf(*record));
-        return true;
-    }
     /// Fills the store's form of a copied record.
     virtual void addValuesToFrequencyListCopyStruct(const T& record, FrequencyListCopyStruct& row) {
         SearchMC::FillCopyRow(row, record, m_copyIds);

@@ -61,6 +61,16 @@ SearchMCVectorListView::SearchMCVectorListView(QWidget* parent, const char* name
     connect(this, &VectorListViewBase::selectionChanged, this, &SearchMCVectorListView::slotSelectionChanged);
 }
 
+FreqStoreXml::ListContent SearchMCVectorListView::Content() {
+    return {.entries = [this](const auto& visit) {
+        for (const DetectionConventional* record : AllRecords()) {
+            FreqStoreXml::FrequencyStoreEntry entry = SearchMC::ToEntry(*record);
+            entry.SetComment(SearchMC::EntryOf(*record).GetComment());
+            visit(entry);
+        }
+    }};
+}
+
 void SearchMCVectorListView::ConnectBar(FreqStoreListViewButtonBar& bar) {
     using Bar = FreqStoreListViewButtonBar;
     OfferSending(bar);

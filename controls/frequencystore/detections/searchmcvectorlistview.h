@@ -13,6 +13,9 @@ public:
 
     explicit SearchMCVectorListView(QWidget* parent, const char* name = ViewName);
 
+    /// Times and levels, too, and the comment that copies have.
+    FreqStoreXml::ListContent Content() override;
+
     /// For views with a frequency axis of their own; this one has none.
     void Index2PixState(int) {}
     void Values2Axis(PixStateVector*) {}

@@ -21,7 +21,7 @@ using FreqStoreXml::FrequencyStoreEntry;
 struct MergedList {
     MediatorType type;
     std::span<const FreqList::Key* const> keys;
-    /// The template of its entries, which has the limits of the receiver; null where there is none.
+    /// The template of its entries, which has the limits of the receiver; null where they do not matter.
     const GeneralEntry* (*source)();
     /// Brings up to date what is made of the list, after entries changed in themselves.
     void (*follow)();
@@ -124,8 +124,8 @@ constexpr MergedList Lists[] = {
     {MediatorType::TargetList, TargetKeys, noSource, [] {}},
     {MediatorType::MemoryHF, ChannelKeysHF, sourceOfChannels, followChannels},
     {MediatorType::MemoryVUHF, ChannelKeysVUHF, sourceOfChannels, followChannels},
-    {MediatorType::NoiFrequencies, NoiKeys,
-     []() -> const GeneralEntry* { return NOIFrequencyHandler::Instance()->GetGeneralEntry(); },
+    // Its files, too, may have what this receiver does not reach.
+    {MediatorType::NoiFrequencies, NoiKeys, noSource,
      [] { NOIFrequencyHandler::Instance()->UpdateNOIList(); }},
 };
 

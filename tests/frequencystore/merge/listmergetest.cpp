@@ -143,6 +143,9 @@ TEST_F(ListMergeTest, ChannelsThatAreAddedAndChangedGoIntoTheJob) {
 
 TEST_F(ListMergeTest, BandsThatAreAddedAndChangedGoIntoTheBandList) {
     HalvoNodeMediatorCtrl& list = Bands("1000\tone\t100\n");
+    auto* receiver = GetOrCreateValue<ValueNumeric<double>>(Q("/Receiver/frequency"));
+    receiver->SetMinMax(0, 2000, 1); // which need not reach what is of interest
+    NOIFrequencyHandler::Instance()->SetFrequencyValue_Path(Q("/Receiver/frequency"));
     const QByteArray theirs = "1000\t200\tone\tAM\tg\tred\t3\n";
     for (const QByteArray& lines : {theirs, theirs + "3000\t200\ttwo\tAM\tg\tred\t3\n"}) {
         ListMerge merge(list, Read("theirs.ltl", lines, MediatorType::NoiFrequencies));
