@@ -5,6 +5,7 @@
 #include "host/base/numbers.h"
 #include "host/base/problems.h"
 #include "host/report/rgexception.h"
+#include "link/recordform.h"
 
 namespace {
 
@@ -136,6 +137,30 @@ EntryField* fill(EntryField* field, const Record& record, const Member<Record> (
     return field;
 }
 
+/// The fields of a kind of records, of whose contents `fillAll` takes care.
+template <typename Record>
+Fields fieldsOfKind() {
+    Fields fields;
+    addFields(fields, PlainMembers);
+    if constexpr (std::is_same_v<Record, Extended>)
+        addFields(fields, ExtendedMembers);
+    return fields;
+}
+
+template <typename Record>
+void fillAll(Fields& fields, const Record& record) {
+    [[maybe_unused]] EntryField* behind = fill<Plain>(fields.data(), record, PlainMembers);
+    if constexpr (std::is_same_v<Record, Extended>)
+        fill(behind, record, ExtendedMembers);
+}
+
+template <typename Record>
+Fields fieldsOfRecord(const Record& record) {
+    Fields fields = fieldsOfKind<Record>();
+    fillAll(fields, record);
+    return fields;
+}
+
 template <typename Record, size_t Count>
 void takeMembers(Record& record, const JsonEntry& entry, const Member<Record> (&members)[Count]) {
     for (const Member<Record>& member : members)
@@ -151,7 +176,7 @@ template <typename Record, Variant... Variants>
 class DetectionList final : public CliList {
 public:
     ~DetectionList() override {
-        LeaveToNextList([records = std::move(m_records)] {});
+        LeaveToNextList([records = std::move(m_records.GetList())] {});
     }
     const FileNames& Names() const override {
         static constexpr FileNames names{.read = CsvMark,
@@ -161,28 +186,24 @@ public:
                                              isExtended ? FileFormat::DetectionXml : FileFormat::StoreXml};
         return names;
     }
-    size_t Count() const override { return m_records.size(); }
+    size_t Count() const override { return m_records.Size(); }
+    ValueBase* Records() override { return &m_records; }
     Interchange::Content Content() const override {
         if constexpr (isExtended)
             return {.results = [this](const auto& visit) {
-                for (const Record& record : m_records)
+                for (const Record& record : m_records.Elements())
                     visit(SearchMC::ToResult(record, Variants...));
             }};
         else
             return {.entries = [this](const auto& visit) {
-                for (const Record& record : m_records)
+                for (const Record& record : m_records.Elements())
                     visit(SearchMC::ToEntry(record));
             }};
     }
     bool VisitEntries(const EntryVisitor& visit) const override {
-        Fields fields;
-        addFields(fields, PlainMembers);
-        if constexpr (isExtended)
-            addFields(fields, ExtendedMembers);
-        for (const Record& record : m_records) {
-            [[maybe_unused]] EntryField* behind = fill<Plain>(fields.data(), record, PlainMembers);
-            if constexpr (isExtended)
-                fill(behind, record, ExtendedMembers);
+        Fields fields = fieldsOfKind<Record>();
+        for (const Record& record : m_records.Elements()) {
+            fillAll(fields, record);
             if (!visit(fields))
                 return false;
         }
@@ -192,7 +213,7 @@ public:
 protected:
     bool ReadFile(const QString& path) override {
         try {
-            SearchMC::ReadFile(path, m_records);
+            SearchMC::ReadFile(path, m_records.GetList());
             return true;
         } catch (const RGException& exception) {
             Problems::Report("detectionlist", Problem::FromText(exception.GetErrorText()));
@@ -201,7 +222,7 @@ protected:
     }
     bool WriteFile(const QString& path) override {
         std::vector<const Record*> records;
-        for (const Record& record : m_records)
+        for (const Record& record : m_records.Elements())
             records.push_back(&record);
         const bool csv = path.contains(QLatin1String(".csv"));
         try {
@@ -211,13 +232,13 @@ protected:
             return false;
         }
     }
-    void BeginEntries() override { m_records.clear(); }
+    void BeginEntries() override { m_records.Clear(); }
     void EndEntries(bool isWhole) override {
         if (!isWhole)
-            m_records.clear();
+            m_records.Clear();
     }
     void AddEntry(const JsonEntry& entry) override {
-        Record& record = m_records.emplace_back();
+        Record& record = m_records.GetList().emplace_back();
         takeMembers<Plain>(record, entry, PlainMembers);
         if constexpr (isExtended)
             takeMembers(record, entry, ExtendedMembers);
@@ -226,10 +247,18 @@ protected:
 private:
     static constexpr bool isExtended = std::is_same_v<Record, Extended>;
 
-    std::list<Record> m_records;
+    ValueList<Record> m_records;
 };
 
 } // namespace
+
+Fields FieldsOfDetection(const EntryLayout& layout, QByteArrayView contents) {
+    if (RecordForm<Plain>::IsLayoutOf(layout))
+        return fieldsOfRecord(RecordForm<Plain>::Take(contents));
+    if (RecordForm<Extended>::IsLayoutOf(layout))
+        return fieldsOfRecord(RecordForm<Extended>::Take(contents));
+    return {};
+}
 
 std::unique_ptr<CliList> MakeDetections() {
     return std::make_unique<DetectionList<DetectionConventional>>();

@@ -17,6 +17,7 @@ class GeneralListParser;
 class HalvoNodeMediatorCtrl;
 class Node;
 class Shape;
+class ValueBase;
 
 namespace Interchange {
 class JsonEntry;
@@ -82,6 +83,8 @@ public:
         const Shape* shape = nullptr;
     };
     virtual EntryNodes GetEntryNodes() const { return {}; }
+    /// The value whose records are the entries; null for a list whose entries are no records.
+    virtual ValueBase* Records() { return nullptr; }
     /// Adds an entry behind those that are there.
     virtual void AddEntry(const Interchange::JsonEntry& entry) = 0;
     /// Entries have been added or changed from outside.
@@ -126,6 +129,10 @@ QStringList ListKinds();
 
 /// Results of a classifier.
 std::unique_ptr<CliList> MakeResults();
+/// The members of a detection that travels between seats, as those of a list of detections; none when the
+/// layout is that of something else.
+class EntryLayout;
+std::vector<EntryField> FieldsOfDetection(const EntryLayout& layout, QByteArrayView contents);
 /// Lists of detections: plain, of an HF and of a VHF/UHF search with classifier.
 std::unique_ptr<CliList> MakeDetections();
 std::unique_ptr<CliList> MakeDetectionsHF();

@@ -6,6 +6,7 @@
 #include "cli/output.h"
 #include "host/report/rgexception.h"
 #include "link/listserver.h"
+#include "link/recordserver.h"
 
 #include <QCoreApplication>
 
@@ -13,6 +14,24 @@ namespace {
 
 /// Clients' changes within this time are written to the file together; until then the journal has them.
 constexpr int SaveMilliseconds = 5000;
+
+/// Tells the operator what has become of a server; one that is refused ends the program.
+template <typename Server>
+void tellState(const Server& server, const CliList& list, const Broker& broker) {
+    using State = ListClaim::State;
+    const State state = server.GetState();
+    if (state == State::Serving)
+        TellError(QStringLiteral("freqstore-cli share: serves %1 at %2")
+                      .arg(Counted(static_cast<qint64>(list.Count()), "entry", "entries"),
+                           broker.Address().ToString()));
+    else if (state == State::Refused)
+        TellError(QStringLiteral("freqstore-cli share: ") + server.Reason());
+    else if (!server.Reason().isEmpty())
+        TellError(QStringLiteral("freqstore-cli share: not connected: ") + server.Reason());
+    if (state == State::Refused)
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [] { QCoreApplication::exit(ExitFile); }, Qt::QueuedConnection);
+}
 
 /// A list with its file and its server.
 class SharedFile : public QObject {
@@ -55,21 +74,9 @@ private:
             m_save.start();
     }
     void tell() {
-        using State = ListServer::State;
-        const State state = m_server->GetState();
-        if (state == State::Serving)
-            TellError(QStringLiteral("freqstore-cli share: serves %1 at %2")
-                          .arg(Counted(static_cast<qint64>(m_list.Count()), "entry", "entries"),
-                               m_broker.Address().ToString()));
-        if (state == State::Serving)
+        tellState(*m_server, m_list, m_broker);
+        if (m_server->GetState() == ListServer::State::Serving)
             saveSoon(); // what an earlier life left
-        if (state == State::Offline && !m_server->Reason().isEmpty())
-            TellError(QStringLiteral("freqstore-cli share: not connected: ") + m_server->Reason());
-        if (state == State::Refused) {
-            TellError(QStringLiteral("freqstore-cli share: ") + m_server->Reason());
-            QMetaObject::invokeMethod(
-                this, [] { QCoreApplication::exit(ExitFile); }, Qt::QueuedConnection);
-        }
     }
 
     CliList& m_list;
@@ -79,6 +86,15 @@ private:
     QTimer m_save;
 };
 
+/// Records are served as the file has them: no client changes them.
+int shareRecords(CliList& list, const QString& kind, Broker& broker) {
+    RecordServer server(broker.GetSeat(), *list.Records(), kind);
+    const auto tell = [&] { tellState(server, list, broker); };
+    QObject::connect(&server, &RecordServer::StateChanged, tell);
+    tell();
+    return RunUntilSignal();
+}
+
 int share(const Arguments& args) {
     const QString path = args.Files().at(1);
     const QString kind = args.IsSet("list") ? args.Value("list") : ListKindOf(path);
@@ -86,15 +102,13 @@ int share(const Arguments& args) {
     const std::unique_ptr<CliList> list = args.List(path);
     if (!list)
         return ExitUsage;
-    if (!list->GetEntryNodes().shape) {
-        args.TellUsage(QStringLiteral("a list of kind \"%1\" cannot be shared").arg(kind));
-        return ExitUsage;
-    }
     if (!list->Read(path))
         return ExitFile;
     problems.Flush();
     const QString journal = args.IsSet("journal") ? args.Value("journal") : path + QStringLiteral(".share");
     Broker broker(args, args.Files().first());
+    if (list->Records())
+        return shareRecords(*list, kind, broker);
     SharedFile shared(*list, kind, path, journal, broker);
     const int exitCode = RunUntilSignal();
     const bool isKept = exitCode != ExitDone || !shared.HasUnsaved() || shared.Save();
@@ -107,7 +121,7 @@ int RunShare(const QStringList& arguments) {
     Arguments args(
         "share",
         "Serves the list of a file to other seats, through the broker at mqtts://USER@HOST/SITE, until a "
-        "signal ends it. What clients change is written to the file.",
+        "signal ends it. What clients change is written to the file; detections they only see.",
         2);
     Broker::AddOptions(args.Parser());
     args.Parser().addOption({QStringLiteral("role"),

@@ -28,6 +28,8 @@ private:
     void tell() {
         if (const QString text = m_reader.StateText(); !text.isEmpty())
             TellError(QStringLiteral("freqstore-cli watch: ") + text);
+        if (m_reader.GetState() == ListReader::State::Refused)
+            QCoreApplication::exit(ExitFile);
         if (m_once && m_printed && !m_reader.Copy().WantsChunks())
             QCoreApplication::exit(ExitDone);
     }
@@ -72,9 +74,11 @@ private:
             return true;
         const char* const event = !m_printed ? "entry" : isNew ? "added" : "changed";
         const EntryLayout& layout = *m_reader.Copy().Layouts().At(content.layout);
-        const std::unique_ptr<Node> entry = layout.MakeEntry(*m_scratch, nullptr, content.contents);
+        std::vector<EntryField> fields = FieldsOfDetection(layout, content.contents);
+        if (fields.empty())
+            fields = FieldsOf(*layout.MakeEntry(*m_scratch, nullptr, content.contents));
         out += std::string("{\"event\":\"") + event + "\",\"id\":" + std::to_string(id) + ",";
-        AppendJsonMembers(out, FieldsOf(*entry));
+        AppendJsonMembers(out, fields);
         out += "}\n";
         return pieces.Proceed();
     }

@@ -14,14 +14,19 @@ install_missing_packages() {
     local sudo=()
     [ "$(id -u)" -eq 0 ] || sudo=(sudo)
     "${sudo[@]}" apt-get update -qq
-    # The tests start a broker of their own: what is installed here starts no service.
-    local policy=/usr/sbin/policy-rc.d own_policy= status=0
-    if [ ! -e $policy ]; then
-        own_policy=$policy
-        printf '#!/bin/sh\nexit 101\n' | "${sudo[@]}" install -m 755 /dev/stdin $policy
-    fi
-    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" \
-        >/dev/null || status=$?
-    [ -z "$own_policy" ] || "${sudo[@]}" rm -f $own_policy
-    return $status
+    install_without_services "${missing[@]}"
+}
+
+# Installs packages none of whose services starts: the tests start a broker of their own. A policy for services that the
+# machine has itself stays; ours does not outlive this.
+install_without_services() {
+    local policy=${POLICY_RC_D:-/usr/sbin/policy-rc.d} sudo=()
+    [ "$(id -u)" -eq 0 ] || sudo=(sudo)
+    (
+        if [ ! -e "$policy" ]; then
+            trap '"${sudo[@]}" rm -f "$policy"' EXIT
+            printf '#!/bin/sh\nexit 101\n' | "${sudo[@]}" install -m 755 /dev/stdin "$policy"
+        fi
+        "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "$@" >/dev/null
+    )
 }

@@ -247,10 +247,10 @@ EntryLayout EntryLayout::Of(const Node& entry) {
     return layout;
 }
 
-EntryLayout EntryLayout::Of(Names::Id name, const Shape& shape) {
+EntryLayout EntryLayout::Of(Names::Id name, const std::vector<Shape::Field>& fields) {
     EntryLayout layout;
     layout.m_name = name;
-    for (const Shape::Field& from : shape.Fields()) {
+    for (const Shape::Field& from : fields) {
         if (!kindOf(from.type))
             continue;
         Field& field = layout.m_fields.emplace_back();

@@ -17,8 +17,8 @@ public:
 
     /// The layout of an entry as it is.
     static EntryLayout Of(const Node& entry);
-    /// An entry of this shape as it is made new.
-    static EntryLayout Of(Names::Id name, const Shape& shape);
+    /// An entry of these fields as it is made new.
+    static EntryLayout Of(Names::Id name, const std::vector<Shape::Field>& fields);
 
     QByteArray Encode() const;
     /// None for bytes that are no layout.

@@ -100,6 +100,9 @@ private:
     QTimer m_retry;
     QByteArray m_requestTopic;
 
+    /// Requests that are repeated so often without any answer are given up.
+    static constexpr int MostUnanswered = 3;
+
     quint64 m_lastNumber = 0;
     quint64 m_helloNumber = 0;
     quint64 m_loadNumber = 0;
@@ -108,6 +111,7 @@ private:
     std::map<quint32, Asked> m_adding; ///< by serial
     bool m_mayEdit = false;
     bool m_isReadOnly = false;
+    int m_unanswered = 0; ///< turns of `m_retry` since the last answer
 
     ValueObservingPtr<Value<bool>> m_fileLoaded;
     ValueObservingPtr<Value<QString>> m_fileName;

@@ -7,10 +7,11 @@
 namespace {
 
 constexpr quint32 FirstRevisions = 1u << 27;
+/// From so many on, a change is published as a new generation when it is most of the list.
+constexpr size_t ManySteps = 4096;
 
 } // namespace
 
-using Messages::Chunk;
 using Messages::Delta;
 using Messages::Manifest;
 
@@ -31,10 +32,9 @@ void ListPublisher::touch(quint32 chunk) {
 }
 
 void ListPublisher::sendChunk(quint32 chunk) {
-    Chunk message{m_generation, m_revision, {}};
-    for (const quint32 serial : rows.SerialsIn(chunk))
-        message.rows.push_back(rows.Find(serial)->bytes);
-    send(Topics::Numbered(m_topic + "/chunk", chunk), message.Encode());
+    if (m_isSending)
+        send(Topics::Numbered(m_topic + "/chunk", chunk),
+             Messages::Chunk::EncodeRows(m_generation, m_revision, rows.CountIn(chunk), rows.BytesOf(chunk)));
     m_chunks[chunk].published = m_revision;
     m_chunksAtBroker = std::max(m_chunksAtBroker, chunk + 1);
 }
@@ -71,7 +71,7 @@ QByteArray ListPublisher::DeltaOf(const std::vector<Step>& steps) const {
         if (step.removed != 0) {
             delta.steps.push_back({step.chunk, step.removed, {}});
         } else {
-            const RowTable::Row& row = *rows.Find(step.serial);
+            const RowTable::Row row = *rows.Find(step.serial);
             delta.steps.push_back({row.chunk, 0, row.bytes});
         }
     }
@@ -79,6 +79,8 @@ QByteArray ListPublisher::DeltaOf(const std::vector<Step>& steps) const {
 }
 
 void ListPublisher::Publish(const std::vector<Step>& steps) {
+    if (steps.size() > std::max(ManySteps, rows.Count() / 2))
+        return PublishAnew();
     ++m_revision;
     sendLayouts();
     for (const Step& step : steps)
@@ -106,10 +108,15 @@ void ListPublisher::PublishAnew() {
     m_dirty.clear();
     rows.Deal();
     m_chunks.assign(rows.ChunkCount(), {});
-    CatchUp(std::nullopt);
+    catchUp(std::nullopt);
 }
 
-void ListPublisher::CatchUp(const std::optional<Manifest>& atBroker) {
+void ListPublisher::StartSending(const std::optional<Manifest>& atBroker) {
+    m_isSending = true;
+    catchUp(atBroker);
+}
+
+void ListPublisher::catchUp(const std::optional<Manifest>& atBroker) {
     const bool isOurs = atBroker && atBroker->generation == m_generation && atBroker->revision <= m_revision;
     const Messages::Revision known = isOurs ? atBroker->revision : 0;
     if (atBroker)

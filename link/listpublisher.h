@@ -8,7 +8,7 @@
 /// of the latest changes in a fixed number of places. A change costs its own bytes, the manifest, and at most
 /// the chunks that it touches, since a chunk is published anew when the log loses its oldest change to it.
 ///
-/// Until `SetSending` all goes on but the sending; `CatchUp` then sends what the broker lacks.
+/// Until `StartSending` all goes on but the sending.
 class ListPublisher {
 public:
     /// Places of the log: changes that a reader may lag behind without reading chunks again.
@@ -29,15 +29,17 @@ public:
         Messages::EntryId removed = 0;
         quint32 chunk = 0;
     };
-    /// Publishes a change of rows that have been put or removed.
+    /// Publishes a change of rows that have been put or removed. One of most of a long list goes out as a new
+    /// generation.
     void Publish(const std::vector<Step>& steps);
     /// The same as a message, for the revision that is the newest.
     QByteArray DeltaOf(const std::vector<Step>& steps) const;
     /// Publishes all rows as a new generation, spread over chunks in order.
     void PublishAnew();
-    /// Sends what a broker that has this manifest lacks; all when it has none of this generation.
-    void CatchUp(const std::optional<Messages::Manifest>& atBroker);
-    void SetSending(bool sending) { m_isSending = sending; }
+    /// Sends what a broker that has this manifest lacks, all when it has none of this generation, and from
+    /// then on what changes.
+    void StartSending(const std::optional<Messages::Manifest>& atBroker);
+    void StopSending() { m_isSending = false; }
 
     const QByteArray& Topic() const { return m_topic; }
 
@@ -47,6 +49,7 @@ private:
         Messages::Revision dirtySince = 0;
     };
 
+    void catchUp(const std::optional<Messages::Manifest>& atBroker);
     void touch(quint32 chunk);
     void sendChunk(quint32 chunk);
     void sendManifest();

@@ -15,7 +15,14 @@ ListReader::ListReader(Seat& seat, const QString& list, QObject* parent)
     : QObject(parent), m_seat(seat), m_topic(Topics::List(seat.SiteTopic(), list)) {
     m_stall.setInterval(StallMilliseconds);
     connect(&m_stall, &QTimer::timeout, this, &ListReader::askAgain);
-    connect(&seat.Bus(), &MessageBus::StateChanged, this, &ListReader::update);
+    connect(&seat.Bus(), &MessageBus::StateChanged, this, [this] {
+        m_isRefused = false;
+        update();
+    });
+    connect(&seat.Bus(), &MessageBus::SubscriptionRefused, this, [this](const QByteArray& filter) {
+        m_isRefused = m_isRefused || filter.startsWith(m_topic);
+        update();
+    });
     connect(&seat, &Seat::PresenceChanged, this, &ListReader::update);
     subscribe("/manifest", &ListReader::takeManifest);
     subscribe("/layout/+", &ListReader::takeLayout);
@@ -76,6 +83,8 @@ void ListReader::took(const QByteArray& topic, const QByteArray& payload, ListCo
 ListReader::State ListReader::stateNow() const {
     if (!m_seat.Bus().IsOnline())
         return State::Offline;
+    if (m_isRefused || m_seat.IsRefused())
+        return State::Refused;
     if (m_isOtherVersion)
         return State::OtherVersion;
     if (!m_copy.Newest())
@@ -96,7 +105,7 @@ QString ListReader::StateText() const {
         return withOld(m_seat.Bus().Reason().isEmpty() ? tr("not connected")
                                                        : tr("not connected: %1").arg(m_seat.Bus().Reason()));
     case State::Waiting:
-        return tr("waits for a server");
+        return waitingText();
     case State::Loading:
         return withOld(m_copy.WantsChunks() && m_copy.Newest()->chunks > 0
                            ? tr("loads, %1 %").arg(100 * m_copy.HeldChunks() / m_copy.Newest()->chunks)
@@ -107,8 +116,19 @@ QString ListReader::StateText() const {
         return withOld(tr("the server has gone"));
     case State::OtherVersion:
         return withOld(tr("the server is of another version, which this program does not understand"));
+    case State::Refused:
+        return withOld(tr("the broker does not let this user read the list"));
     }
     return {};
+}
+
+/// Brokers mostly do not tell whoever has no right, but send nothing.
+QString ListReader::waitingText() const {
+    if (m_seat.IsDeaf())
+        return tr("waits for a server; the broker passes nothing of this site on to this user");
+    return m_seat.KnowsAll()
+               ? tr("waits for a server: nobody has served the list, or this user may not read it")
+               : tr("waits for a server");
 }
 
 void ListReader::update() {

@@ -15,6 +15,7 @@ public:
         Whole,        ///< all is there, and the server is, too
         ServerGone,   ///< all is there, as the server left it
         OtherVersion, ///< the server speaks another major version
+        Refused,      ///< the broker does not let this user read the list; tried anew when it is back
     };
 
     /// The seat outlives the reader.
@@ -47,6 +48,7 @@ private:
     void took(const QByteArray& topic, const QByteArray& payload, ListCopy::Taken taken);
     void update();
     State stateNow() const;
+    QString waitingText() const;
     void askAgain();
 
     Seat& m_seat;
@@ -54,6 +56,7 @@ private:
     ListCopy m_copy;
     State m_state = State::Offline;
     bool m_isOtherVersion = false;
+    bool m_isRefused = false;
     QString m_text;
     std::optional<Messages::FileState> m_file;
     QTimer m_stall;

@@ -19,7 +19,7 @@ constexpr size_t MostSeats = 10000;
 } // namespace
 
 void ListServer::takeRequest(const QByteArray& topic, const QByteArray& payload) {
-    if (m_state != State::Serving || payload.isEmpty())
+    if (!m_claim.IsServing() || payload.isEmpty())
         return;
     const auto request = payload.size() > LargestRequest ? std::nullopt : Request::Decode(payload);
     if (!request)
@@ -73,10 +73,10 @@ Answer ListServer::perform(const Request& request, quint32& added) {
 
 /// Changes or removes an entry, if it is as the client knows it.
 Answer ListServer::change(const Request& request) {
-    const quint32 serial = m_publisher.rows.SerialOf(request.id);
-    if (m_changes.Count() > FewChanges || m_changes.Contains(serial))
+    if (m_changes.Count() > FewChanges || m_changes.Contains(m_publisher.rows.SerialOf(request.id)))
         Flush(); // the entry's revision is that of what it holds
-    const RowTable::Row* const row = m_publisher.rows.Find(m_publisher.rows.SerialOf(request.id));
+    const quint32 serial = m_publisher.rows.SerialOf(request.id);
+    const auto row = m_publisher.rows.Find(serial);
     Node* const entry = row ? m_list.node->ChildBySerial(serial) : nullptr;
     if (!entry)
         return {0, Answer::Verdict::OutOfDate, tr("the entry has been removed"), 0};
@@ -145,7 +145,7 @@ QString ListServer::load(const QString& name) {
 }
 
 void ListServer::publishFile() {
-    if (!m_fileName || !m_fileLoaded || m_state != State::Serving)
+    if (!m_fileName || !m_fileLoaded || !m_claim.IsServing())
         return;
     const Messages::FileState state{m_fileLoaded->GetValue(), QFileInfo(m_fileName->GetValue()).fileName(),
                                     m_announced, m_publisher.Revision()};

@@ -5,8 +5,6 @@
 #include "host/valuetree/tree.h"
 #include "link/topics.h"
 
-#include <QPointer>
-
 using Messages::EntryId;
 
 namespace {
@@ -14,8 +12,6 @@ namespace {
 constexpr char TraceSource[] = "sharelink";
 /// Changes within this time are one message.
 constexpr int GatherMilliseconds = 20;
-/// From so many on, a change is published as a new generation when it is most of the list.
-constexpr size_t ManySteps = 4096;
 /// Answers that are kept for each client.
 constexpr size_t MostAnswers = 256;
 
@@ -43,14 +39,12 @@ ListServer::ListServer(Seat& seat, const SharedList& list, const QString& listDi
       m_publisher(seat.Bus(), Topics::List(seat.SiteTopic(), list.name), QString::fromUtf8(seat.Path())),
       m_journal(std::move(journal)),
       m_changes(*list.node, [this] { m_timer.start(); }),
+      m_claim(seat, m_publisher.Topic()),
       m_fileLoaded(this),
       m_fileName(this) {
     m_timer.setSingleShot(true);
     m_timer.setInterval(GatherMilliseconds);
     connect(&m_timer, &QTimer::timeout, this, &ListServer::Flush);
-    m_patience.setSingleShot(true);
-    m_patience.setInterval(Seat::PatienceMilliseconds);
-    connect(&m_patience, &QTimer::timeout, this, &ListServer::claimNow);
     if (list.hasFile) {
         m_fileLoaded.Reset(
             GetOrCreateValue<Value<bool>>(list.node->GetPathName() + QStringLiteral("_FileLoaded")));
@@ -58,134 +52,38 @@ ListServer::ListServer(Seat& seat, const SharedList& list, const QString& listDi
             GetOrCreateValue<Value<QString>>(list.node->GetPathName() + QStringLiteral("_FileName")));
     }
     adopt();
-    subscribe();
-    connect(&seat.Bus(), &MessageBus::StateChanged, this, &ListServer::busChanged);
-    connect(&seat, &Seat::Appeared, this, [this](const QByteArray& who) {
-        if (m_patience.isActive() && m_claim && m_claim->seat.toUtf8() == who)
-            setState(State::Refused, tr("%1 serves this list already").arg(m_seat.NameOf(who)));
+    m_requests =
+        seat.Bus().Subscribe(m_publisher.Topic() + "/request/+/+",
+                             [this](const auto& t, const auto& payload) { takeRequest(t, payload); });
+    connect(&m_claim, &ListClaim::Won, this, [this] {
+        Flush();
+        m_publisher.StartSending(m_claim.AtBroker());
     });
-    connect(&seat.Bus(), &MessageBus::Refused, this, [this](const QByteArray& topic) {
-        if (topic == m_publisher.Topic() + "/claim")
-            setState(State::Refused, tr("the broker does not let this user serve the list"));
-    });
-    busChanged();
+    connect(&m_claim, &ListClaim::StateChanged, this, &ListServer::claimChanged);
+    m_claim.Start();
+}
+
+ListServer::~ListServer() {
+    if (m_claim.IsServing())
+        Flush();
+}
+
+void ListServer::claimChanged() {
+    if (m_claim.IsServing())
+        publishFile();
+    else
+        m_publisher.StopSending();
+    emit StateChanged();
 }
 
 bool ListServer::HasUnsaved() const {
     return m_journal && m_journal->ChangeBytes() > 0;
 }
 
-ListServer::~ListServer() {
-    if (m_state != State::Serving)
-        return;
-    Flush();
-    m_seat.Bus().Publish(m_publisher.Topic() + "/claim", {}, MessageBus::Keep::Retained);
-}
-
-void ListServer::subscribe() {
-    MessageBus& bus = m_seat.Bus();
-    const QByteArray& topic = m_publisher.Topic();
-    m_subscriptions.push_back(
-        bus.Subscribe(topic + "/claim", [this](const auto&, const auto& payload) { takeClaim(payload); }));
-    m_subscriptions.push_back(bus.Subscribe(topic + "/manifest", [this](const auto&, const auto& payload) {
-        if (m_state == State::Claiming)
-            m_manifest = Messages::Manifest::Decode(payload);
-    }));
-    m_subscriptions.push_back(bus.Subscribe(
-        topic + "/request/+/+", [this](const auto& t, const auto& payload) { takeRequest(t, payload); }));
-}
-
-void ListServer::setState(State state, const QString& reason) {
-    m_patience.stop();
-    if (m_state == state && m_reason == reason)
-        return;
-    m_state = state;
-    m_reason = reason;
-    emit StateChanged();
-}
-
-QString ListServer::Reason() const {
-    return m_state == State::Offline ? m_seat.Bus().Reason() : m_reason;
-}
-
-void ListServer::busChanged() {
-    if (m_state == State::Refused)
-        return;
-    if (!m_seat.Bus().IsOnline())
-        return setState(State::Offline);
-    m_publisher.SetSending(false);
-    m_claim.reset();
-    m_manifest.reset();
-    setState(State::Claiming);
-    m_seat.AfterWhatIsUnderWay([self = QPointer(this)] {
-        if (self)
-            self->claim();
-    });
-}
-
-void ListServer::takeClaim(const QByteArray& payload) {
-    m_claim = Messages::Claim::Decode(payload);
-    if (!m_claim || m_claim->seat.isEmpty())
-        return;
-    if (m_claim->nonce == m_seat.Nonce()) {
-        m_sawOwnClaim = true;
-    } else if (m_state == State::Serving) {
-        claimNow(); // whoever claims later is the second
-    } else if (!m_sawOwnClaim) {
-        m_rival = m_claim->seat.toUtf8();
-    }
-}
-
-/// All seats see claims in the same order: the first one since the look holds.
-void ListServer::claim() {
-    if (m_state != State::Claiming)
-        return;
-    m_rival.clear();
-    m_sawOwnClaim = false;
-    if (!m_claim || m_claim->seat.isEmpty() || m_claim->nonce == m_seat.Nonce())
-        return claimNow();
-    m_patience.start();
-    m_seat.CallAll();
-}
-
-void ListServer::claimNow() {
-    m_seat.Bus().Publish(m_publisher.Topic() + "/claim",
-                         Messages::Claim{QString::fromUtf8(m_seat.Path()), m_seat.Nonce()}.Encode(),
-                         MessageBus::Keep::Retained);
-    if (m_state != State::Claiming)
-        return;
-    m_seat.AfterWhatIsUnderWay([self = QPointer(this)] {
-        if (self)
-            self->decide();
-    });
-}
-
-void ListServer::decide() {
-    if (m_state != State::Claiming)
-        return;
-    if (!m_rival.isEmpty())
-        return setState(State::Refused, tr("%1 serves this list already").arg(m_seat.NameOf(m_rival)));
-    if (!m_sawOwnClaim)
-        return setState(State::Refused, tr("the broker does not let this user serve the list"));
-    serve();
-}
-
-void ListServer::serve() {
-    m_timer.stop();
-    if (!m_changes.IsEmpty())
-        Flush();
-    m_publisher.SetSending(true);
-    m_publisher.CatchUp(m_manifest);
-    setState(State::Serving);
-    if (m_claim && m_claim->nonce != m_seat.Nonce())
-        claimNow(); // the second one's stands there
-    publishFile();
-}
-
 /// Takes the list as it is.
 void ListServer::adopt() {
     if (m_list.shape)
-        m_publisher.layouts.Add(EntryLayout::Of(Names::Intern(m_list.entryName), *m_list.shape));
+        m_publisher.layouts.Add(EntryLayout::Of(Names::Intern(m_list.entryName), m_list.shape->Fields()));
     if (m_journal) {
         const EntryChanges::Deaf deaf(m_changes);
         m_journal->Restore(m_list, m_publisher.NextRevision(), m_publisher.rows, m_publisher.layouts);
@@ -201,7 +99,7 @@ std::vector<ListServer::Step> ListServer::stepsOf(const std::vector<quint32>& se
     std::vector<Step> steps;
     Vanished vanished;
     for (const quint32 serial : serials) {
-        const RowTable::Row* const row = m_publisher.rows.Find(serial);
+        const auto row = m_publisher.rows.Find(serial);
         if (row && !m_list.node->ChildBySerial(serial))
             vanished.serials[row->Content().contents.toByteArray()].push_back(serial);
     }
@@ -227,18 +125,20 @@ bool ListServer::noteStep(Node& entry, Vanished& vanished, std::vector<Step>& st
     m_publisher.layouts.At(layout)->Put(writer, entry);
     const QByteArray contents = writer.Take();
     EntryId id = 0;
-    if (const RowTable::Row* const row = rows.Find(serial)) {
+    Messages::Revision revision = m_publisher.NextRevision();
+    if (const auto row = rows.Find(serial)) {
         const Messages::Row old = row->Content();
         if (old.layout == layout && old.contents == contents)
             return false;
         id = old.id;
     } else if (const quint32 before = vanished.Take(contents)) {
-        id = rows.Find(before)->id;
+        const Messages::Row old = rows.Find(before)->Content();
+        id = old.id;
+        revision = old.revision; // edits that clients made of it are still good
     } else {
         id = rows.RemovedId(serial);
     }
-    rows.Put(serial, entry.GetOrdinal(),
-             {id != 0 ? id : rows.NewId(), serial, m_publisher.NextRevision(), layout, contents});
+    rows.Put(serial, entry.GetOrdinal(), {id != 0 ? id : rows.NewId(), serial, revision, layout, contents});
     steps.push_back({serial, 0, 0});
     return true;
 }
@@ -248,32 +148,30 @@ void ListServer::Flush() {
     const std::vector<quint32> serials = m_changes.Take();
     const std::vector<Step> steps = stepsOf(serials);
     const bool hadEdits = std::exchange(m_hasEdits, false);
-    if (!steps.empty())
-        publishSteps(steps);
+    if (!steps.empty()) {
+        keep(steps);
+        m_publisher.Publish(steps);
+    }
     answer();
     if (hadEdits)
         emit Edited();
 }
 
-/// What clients are told has been kept before.
-void ListServer::publishSteps(const std::vector<Step>& steps) {
+/// What clients are told of has been kept before.
+void ListServer::keep(const std::vector<Step>& steps) {
+    if (!m_journal)
+        return;
     try {
-        if (m_journal)
-            m_journal->Append(m_publisher.DeltaOf(steps), m_publisher.layouts);
+        m_journal->Append(m_publisher.DeltaOf(steps), m_publisher.layouts);
     } catch (const RGException& exception) {
         // It is in the list all the same; the operator of the server has to know.
         Problems::Report(TraceSource, Problem::FromText(exception.GetErrorText()));
-    }
-    if (steps.size() > std::max(ManySteps, m_publisher.rows.Count() / 2)) {
-        m_publisher.PublishAnew();
-    } else {
-        m_publisher.Publish(steps);
     }
 }
 
 void ListServer::answer() {
     for (auto& [seat, answer, added] : std::exchange(m_answers, {})) {
-        if (const RowTable::Row* const row = m_publisher.rows.Find(added))
+        if (const auto row = m_publisher.rows.Find(added))
             answer.id = row->id;
         m_seat.Bus().Publish(m_publisher.Topic() + "/answer/" + seat, answer.Encode());
         std::deque<Messages::Answer>& answered = m_answered[seat];
@@ -290,6 +188,6 @@ void ListServer::WasSaved() {
 }
 
 EntryId ListServer::IdOf(const Node& entry) const {
-    const RowTable::Row* const row = m_publisher.rows.Find(entry.GetSerial());
+    const auto row = m_publisher.rows.Find(entry.GetSerial());
     return row && entry.GetParentNode() == m_list.node ? row->id : 0;
 }

@@ -2,12 +2,12 @@
 
 #include "host/valuetree/valueptr.h"
 #include "link/entrychanges.h"
+#include "link/listclaim.h"
 #include "link/listjournal.h"
 #include "link/listpublisher.h"
-#include "link/seat.h"
 #include "link/sharedlist.h"
 
-#include <QElapsedTimer>
+#include <deque>
 
 /// Serves a list of this program to all seats of a site: publishes the entries under its node and what
 /// becomes of them, and does what clients ask for. It alone changes the list; undo, files and views of this
@@ -16,12 +16,7 @@ class ListServer : public QObject, public IObserver {
     Q_OBJECT
 
 public:
-    enum class State {
-        Offline,
-        Claiming, ///< looks whether another one serves the list
-        Serving,
-        Refused, ///< another one does
-    };
+    using State = ListClaim::State;
 
     /// The seat and the list outlive the server. Files that clients ask for lie in `listDirectory`; empty for
     /// none. The journal, which may be null, keeps the entries' identities and what clients changed.
@@ -29,9 +24,9 @@ public:
                std::unique_ptr<ListJournal> journal = nullptr);
     ~ListServer() override;
 
-    State GetState() const { return m_state; }
+    State GetState() const { return m_claim.GetState(); }
     /// Why it is refused or offline, for people.
-    QString Reason() const;
+    QString Reason() const { return m_claim.Reason(); }
     const ListPublisher& Publisher() const { return m_publisher; }
     /// Publishes what has changed without waiting for the timer.
     void Flush();
@@ -58,19 +53,11 @@ private:
         quint32 added; ///< serial of an entry whose id is still to be told
     };
 
-    void subscribe();
-    void setState(State state, const QString& reason = {});
-    void busChanged();
-    void claim();
-    void claimNow();
-    void decide();
-    void serve();
-    void takeClaim(const QByteArray& payload);
-
     void adopt();
+    void claimChanged();
     std::vector<Step> stepsOf(const std::vector<quint32>& serials);
     bool noteStep(Node& entry, Vanished& vanished, std::vector<Step>& steps);
-    void publishSteps(const std::vector<Step>& steps);
+    void keep(const std::vector<Step>& steps);
     void publishFile();
 
     void takeRequest(const QByteArray& topic, const QByteArray& payload);
@@ -91,14 +78,7 @@ private:
     std::unique_ptr<ListJournal> m_journal;
     EntryChanges m_changes;
     QTimer m_timer;
-    State m_state = State::Offline;
-    QString m_reason;
-
-    std::optional<Messages::Claim> m_claim; ///< the latest at the broker
-    std::optional<Messages::Manifest> m_manifest;
-    QByteArray m_rival; ///< whose claim came before ours
-    bool m_sawOwnClaim = false;
-    QTimer m_patience;
+    ListClaim m_claim;
 
     ValueObservingPtr<Value<bool>> m_fileLoaded;
     ValueObservingPtr<Value<QString>> m_fileName;
@@ -107,5 +87,5 @@ private:
     std::map<QByteArray, std::deque<Messages::Answer>> m_answered; ///< the last ones, by seat
     std::vector<Waiting> m_answers; ///< that wait for the change being published
     bool m_hasEdits = false;        ///< of clients
-    std::vector<std::unique_ptr<MessageBus::Subscription>> m_subscriptions;
+    std::unique_ptr<MessageBus::Subscription> m_requests;
 };

@@ -22,8 +22,8 @@ void LocalBroker::Start() {
     }
 }
 
-bool LocalBroker::mayPublish(const QString& user, const QByteArray& topic) const {
-    return !m_rights || m_rights(user, topic);
+bool LocalBroker::mayRead(const LocalBus& bus, const QByteArray& filter) const {
+    return !m_readRights || m_readRights(bus.UserName(), filter);
 }
 
 void LocalBroker::publish(const QByteArray& topic, const QByteArray& payload, MessageBus::Keep keep) {
@@ -34,9 +34,7 @@ void LocalBroker::publish(const QByteArray& topic, const QByteArray& payload, Me
             m_retained[topic] = payload;
     }
     for (LocalBus* bus : m_buses) {
-        const std::vector<QByteArray> filters = bus->filters();
-        const auto matches = [&](const QByteArray& filter) { return MessageBus::Matches(filter, topic); };
-        if (bus->IsOnline() && std::any_of(filters.begin(), filters.end(), matches))
+        if (bus->IsOnline() && bus->isWanted(topic) && mayRead(*bus, topic))
             send(*bus, topic, payload);
     }
 }
@@ -52,7 +50,12 @@ void LocalBroker::send(LocalBus& bus, const QByteArray& topic, const QByteArray&
 }
 
 void LocalBroker::sendRetained(LocalBus& bus, const QByteArray& filter) {
-    for (const auto& [topic, payload] : std::map(m_retained)) {
+    if (!mayRead(bus, filter)) {
+        QMetaObject::invokeMethod(
+            &bus, [&bus, filter] { emit bus.SubscriptionRefused(filter); }, Qt::QueuedConnection);
+        return;
+    }
+    for (const auto& [topic, payload] : m_retained) {
         if (MessageBus::Matches(filter, topic))
             send(bus, topic, payload);
     }
@@ -108,7 +111,7 @@ void LocalBus::leave(const QString& reason) {
 void LocalBus::Publish(const QByteArray& topic, const QByteArray& payload, Keep keep) {
     if (!IsOnline())
         return;
-    if (m_broker->mayPublish(m_user, topic))
+    if (!m_broker->m_rights || m_broker->m_rights(m_user, topic))
         m_broker->publish(topic, payload, keep);
     else
         QMetaObject::invokeMethod(

@@ -2,7 +2,7 @@
 
 #include "link/messagebus.h"
 
-#include <map>
+#include <unordered_map>
 
 class LocalBus;
 
@@ -19,17 +19,19 @@ public:
     void Stop();
     void Start();
     void Forget() { m_retained.clear(); }
+    using Messages = std::unordered_map<QByteArray, QByteArray>; ///< payloads by topics
     /// As a broker that comes back with an older state of its disk.
-    void SetRetained(std::map<QByteArray, QByteArray> retained) { m_retained = std::move(retained); }
+    void SetRetained(Messages retained) { m_retained = std::move(retained); }
     bool IsRunning() const { return m_isRunning; }
 
-    const std::map<QByteArray, QByteArray>& Retained() const { return m_retained; }
+    const Messages& Retained() const { return m_retained; }
     /// What passes: answers false for a message that gets lost on its way from this broker.
     using Filter = std::function<bool(const QByteArray& topic, const QByteArray& payload)>;
     void SetFilter(Filter filter) { m_filter = std::move(filter); }
-    /// Who may publish where; everyone anywhere without one.
+    /// Who may publish to a topic, and who may read one or subscribe to a filter; everyone without one.
     using Rights = std::function<bool(const QString& user, const QByteArray& topic)>;
     void SetRights(Rights rights) { m_rights = std::move(rights); }
+    void SetReadRights(Rights rights) { m_readRights = std::move(rights); }
 
 private:
     friend class LocalBus;
@@ -37,12 +39,13 @@ private:
     void publish(const QByteArray& topic, const QByteArray& payload, MessageBus::Keep keep);
     void send(LocalBus& bus, const QByteArray& topic, const QByteArray& payload);
     void sendRetained(LocalBus& bus, const QByteArray& filter);
-    bool mayPublish(const QString& user, const QByteArray& topic) const;
+    bool mayRead(const LocalBus& bus, const QByteArray& filter) const;
 
     std::vector<LocalBus*> m_buses;
-    std::map<QByteArray, QByteArray> m_retained;
+    Messages m_retained;
     Filter m_filter;
     Rights m_rights;
+    Rights m_readRights;
     bool m_isRunning = true;
 };
 

@@ -41,6 +41,11 @@ std::vector<QByteArray> MessageBus::filters() const {
     return all;
 }
 
+bool MessageBus::isWanted(QByteArrayView topic) const {
+    return std::any_of(m_entries.begin(), m_entries.end(),
+                       [&](const Entry& entry) { return Matches(entry.filter, topic); });
+}
+
 void MessageBus::setState(State state, const QString& reason) {
     if (m_state == state && m_reason == reason)
         return;

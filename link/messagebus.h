@@ -10,8 +10,7 @@
 
 /// A bus that carries messages between seats: who publishes knows no reader. A retained message is kept by
 /// the bus and given to whoever subscribes later; an empty one removes it. Topics are paths ("a/b/c"); in
-/// filters
-/// "+" stands for any one part and "#", at the end, for all further ones.
+/// filters "+" stands for any one part and "#", at the end, for all further ones.
 ///
 /// Everything happens in the thread of the object, the GUI thread; messages come from the event loop. While
 /// the bus is offline nothing that is published is kept for later: who publishes does it again when
@@ -65,8 +64,11 @@ public:
 
 signals:
     void StateChanged();
-    /// The bus does not let this user publish there.
+    /// The bus does not let this user publish there. A bus may also drop such a message and say nothing.
     void Refused(const QByteArray& topic);
+    /// The bus does not let this user read there; told again for each connection. A bus may also take the
+    /// subscription and deliver nothing.
+    void SubscriptionRefused(const QByteArray& filter);
 
 protected:
     virtual void startReceiving(const QByteArray& filter) = 0;
@@ -75,6 +77,8 @@ protected:
     void deliver(const QByteArray& topic, const QByteArray& payload);
     /// Filters of all subscriptions.
     std::vector<QByteArray> filters() const;
+    /// Whether a subscription matches.
+    bool isWanted(QByteArrayView topic) const;
 
 private:
     struct Entry {

@@ -56,6 +56,8 @@ struct Chunk {
     std::vector<QByteArrayView> rows; ///< each to be read by `Row::Read`
 
     QByteArray Encode() const;
+    /// The same of rows that stand one behind the other, each behind its length.
+    static QByteArray EncodeRows(quint64 generation, Revision revision, size_t count, QByteArrayView rows);
     static std::optional<Chunk> Decode(QByteArrayView bytes);
 };
 

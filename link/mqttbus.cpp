@@ -21,6 +21,8 @@ constexpr int KeepAliveSeconds = 20;
 constexpr int LoopMilliseconds = 1000;
 /// Messages under way that wait for the other side's answer.
 constexpr int MostUnderWay = 1000;
+/// From this code on, an answer to a subscription is a refusal.
+constexpr int SubscriptionFails = 0x80;
 constexpr auto FirstPause = 200ms;
 constexpr auto LongestPause = 5s;
 constexpr auto GoodBye = 1s;
@@ -58,6 +60,7 @@ struct MqttBus::Worker : std::enable_shared_from_this<Worker> {
         mosquitto_disconnect_v5_callback_set(connection, onDisconnect);
         mosquitto_message_callback_set(connection, onMessage);
         mosquitto_publish_v5_callback_set(connection, onPublished);
+        mosquitto_subscribe_v5_callback_set(connection, onSubscribed);
     }
     ~Worker() { mosquitto_destroy(connection); }
     Worker(const Worker&) = delete;
@@ -82,15 +85,13 @@ struct MqttBus::Worker : std::enable_shared_from_this<Worker> {
     void Publish(const QByteArray& topic, const QByteArray& payload, bool retain) {
         int message = 0;
         if (mosquitto_publish(connection, &message, topic.constData(), static_cast<int>(payload.size()),
-                              payload.constData(), AtLeastOnce, retain) != MOSQ_ERR_SUCCESS)
-            return;
-        const std::lock_guard lock(mutex);
-        if (const auto early = answered.find(message); early != answered.end()) {
-            tellIfRefused(early->second, topic);
-            answered.erase(early);
-        } else {
-            underWay[message] = topic;
-        }
+                              payload.constData(), AtLeastOnce, retain) == MOSQ_ERR_SUCCESS)
+            note(message, topic);
+    }
+    void Subscribe(const QByteArray& filter) {
+        int message = 0;
+        if (mosquitto_subscribe(connection, &message, filter.constData(), AtLeastOnce) == MOSQ_ERR_SUCCESS)
+            note(message, filter);
     }
 
     mosquitto* connection = nullptr;
@@ -156,20 +157,39 @@ private:
         const std::lock_guard lock(self.mutex);
         self.tell(&MqttBus::deliver, topic, payload);
     }
+    using Refusal = void (MessageBus::*)(const QByteArray&);
     static void onPublished(mosquitto*, void* worker, int message, int code, const mosquitto_property*) {
-        Worker& self = of(worker);
-        const std::lock_guard lock(self.mutex);
-        const auto found = self.underWay.find(message);
-        if (found == self.underWay.end()) {
-            self.answered[message] = code;
+        of(worker).takeAnswer(message, code == MQTT_RC_NOT_AUTHORIZED ? &MqttBus::Refused : nullptr);
+    }
+    static void onSubscribed(mosquitto*, void* worker, int message, int count, const int* codes,
+                             const mosquitto_property*) {
+        const bool isRefused =
+            std::any_of(codes, codes + count, [](int c) { return c >= SubscriptionFails; });
+        of(worker).takeAnswer(message, isRefused ? &MqttBus::SubscriptionRefused : nullptr);
+    }
+    /// Notes what a message is about, whose answer may have been quicker.
+    void note(int message, const QByteArray& topic) {
+        const std::lock_guard lock(mutex);
+        if (const auto early = answered.find(message); early != answered.end()) {
+            tellRefusal(early->second, topic);
+            answered.erase(early);
+        } else {
+            underWay[message] = topic;
+        }
+    }
+    void takeAnswer(int message, Refusal signal) {
+        const std::lock_guard lock(mutex);
+        const auto found = underWay.find(message);
+        if (found == underWay.end()) {
+            answered[message] = signal;
             return;
         }
-        self.tellIfRefused(code, found->second);
-        self.underWay.erase(found);
+        tellRefusal(signal, found->second);
+        underWay.erase(found);
     }
-    void tellIfRefused(int code, const QByteArray& topic) {
-        if (code == MQTT_RC_NOT_AUTHORIZED)
-            tell(&MqttBus::Refused, topic);
+    void tellRefusal(Refusal signal, const QByteArray& topic) {
+        if (signal)
+            tell(signal, topic);
     }
 
     std::mutex mutex;
@@ -181,7 +201,8 @@ private:
     std::atomic<bool> wasConnected = false;
     QString refusal;
     std::unordered_map<int, QByteArray> underWay; ///< topics of messages that wait for their answer
-    std::unordered_map<int, int> answered;        ///< answers that were quicker than the note of their topic
+    std::unordered_map<int, Refusal>
+        answered; ///< answers, null for good ones, quicker than their topic's note
 };
 
 MqttBus::MqttBus(const BrokerAddress& address, QObject* parent)
@@ -264,7 +285,7 @@ void MqttBus::FetchAgain(const QByteArray& filter) {
 
 void MqttBus::startReceiving(const QByteArray& filter) {
     if (m_worker)
-        mosquitto_subscribe(m_worker->connection, nullptr, filter.constData(), AtLeastOnce);
+        m_worker->Subscribe(filter);
 }
 
 void MqttBus::stopReceiving(const QByteArray& filter) {

@@ -2,9 +2,22 @@
 
 #include <algorithm>
 
-const RowTable::Row* RowTable::Find(quint32 serial) const {
-    const auto found = m_rows.find(serial);
-    return found == m_rows.end() ? nullptr : &found->second;
+namespace {
+
+QByteArray blockOf(QByteArrayView row) {
+    Wire::Writer writer;
+    writer.Block(row);
+    return writer.Take();
+}
+
+} // namespace
+
+std::optional<RowTable::Row> RowTable::Find(quint32 serial) const {
+    const auto found = m_places.find(serial);
+    if (found == m_places.end())
+        return std::nullopt;
+    const auto [id, chunk, ordinal] = found->second;
+    return Row{id, chunk, ordinal, stretchOf(serial, chunk).row};
 }
 
 quint32 RowTable::SerialOf(Messages::EntryId id) const {
@@ -12,42 +25,59 @@ quint32 RowTable::SerialOf(Messages::EntryId id) const {
     return found == m_serials.end() ? 0 : found->second;
 }
 
+/// The row must be in the chunk.
+RowTable::Stretch RowTable::stretchOf(quint32 serial, quint32 chunk) const {
+    const auto& [serials, rows] = m_chunks[chunk];
+    const auto number =
+        static_cast<size_t>(std::find(serials.begin(), serials.end(), serial) - serials.begin());
+    Wire::Reader in(rows);
+    for (size_t before = 0; before < number; ++before)
+        in.Block();
+    const qsizetype begin = rows.size() - in.Left();
+    const QByteArrayView row = in.Block();
+    return {number, begin, rows.size() - in.Left() - begin, row};
+}
+
 quint32 RowTable::chunkWithRoom() {
-    while (!m_chunks.empty() && m_chunks.back().size() >= RowsInChunk && !m_roomy.empty()) {
-        const quint32 chunk = m_roomy.back();
-        if (m_chunks[chunk].size() < RowsInChunk)
-            return chunk;
+    const auto isFull = [this](quint32 chunk) { return CountIn(chunk) >= RowsInChunk; };
+    const auto last = [this] { return static_cast<quint32>(m_chunks.size() - 1); };
+    while (!m_chunks.empty() && isFull(last()) && !m_roomy.empty()) {
+        if (!isFull(m_roomy.back()))
+            return m_roomy.back();
         m_roomy.pop_back();
     }
-    if (m_chunks.empty() || m_chunks.back().size() >= RowsInChunk)
+    if (m_chunks.empty() || isFull(last()))
         m_chunks.emplace_back();
-    return static_cast<quint32>(m_chunks.size() - 1);
+    return last();
 }
 
-void RowTable::leaveChunk(quint32 serial, quint32 chunk) {
-    std::vector<quint32>& serials = m_chunks[chunk];
-    if (serials.size() == RowsInChunk)
-        m_roomy.push_back(chunk);
-    std::erase(serials, serial);
+void RowTable::append(quint32 serial, quint32 chunk, QByteArrayView row) {
+    m_chunks[chunk].serials.push_back(serial);
+    m_chunks[chunk].rows += blockOf(row);
 }
 
-const RowTable::Row& RowTable::Put(quint32 serial, quint32 ordinal, const Messages::Row& row) {
+/// Puts the row in the place of the one of serial `before`, which may be the same.
+void RowTable::putAnew(quint32 serial, quint32 before, const QByteArray& row) {
+    Chunk& chunk = m_chunks[m_places[before].chunk];
+    const Stretch old = stretchOf(before, m_places[before].chunk);
+    m_sum.Remove(Wire::Hash(old.row));
+    chunk.serials[old.number] = serial;
+    chunk.rows.replace(old.begin, old.size, blockOf(row));
+}
+
+void RowTable::Put(quint32 serial, quint32 ordinal, const Messages::Row& row) {
     Wire::Writer writer;
     row.Put(writer);
-    QByteArray bytes = writer.Take();
+    const QByteArray bytes = writer.Take();
     const quint32 before = SerialOf(row.id);
-    const Row* const old = before == 0 ? nullptr : Find(before);
-    const quint32 chunk = old ? old->chunk : chunkWithRoom();
-    if (old)
-        m_sum.Remove(Wire::Hash(old->bytes));
-    if (before != serial) {
-        std::vector<quint32>& serials = m_chunks[chunk];
-        const auto place = std::find(serials.begin(), serials.end(), before);
-        if (old && place != serials.end())
-            *place = serial;
-        else
-            serials.push_back(serial);
-        m_rows.erase(before);
+    quint32 chunk = 0;
+    if (before != 0) {
+        chunk = m_places[before].chunk;
+        putAnew(serial, before, bytes);
+        if (before != serial)
+            m_places.erase(before);
+    } else {
+        append(serial, chunk = chunkWithRoom(), bytes);
     }
     m_sum.Add(Wire::Hash(bytes));
     m_serials[row.id] = serial;
@@ -55,44 +85,56 @@ const RowTable::Row& RowTable::Put(quint32 serial, quint32 ordinal, const Messag
         m_removedIds.erase(back->second.serial);
         m_removed.erase(back);
     }
-    return m_rows[serial] = {row.id, chunk, ordinal, std::move(bytes)};
+    m_places[serial] = {row.id, chunk, ordinal};
 }
 
 quint32 RowTable::Remove(quint32 serial) {
-    const auto found = m_rows.find(serial);
-    const auto [id, chunk, ordinal, bytes] = std::move(found->second);
-    m_rows.erase(found);
+    const auto found = m_places.find(serial);
+    const auto [id, chunk, ordinal] = found->second;
+    m_places.erase(found);
     m_serials.erase(id);
-    m_sum.Remove(Wire::Hash(bytes));
-    leaveChunk(serial, chunk);
+    const Stretch row = stretchOf(serial, chunk);
+    m_sum.Remove(Wire::Hash(row.row));
+    if (CountIn(chunk) == RowsInChunk)
+        m_roomy.push_back(chunk);
+    m_chunks[chunk].rows.remove(row.begin, row.size);
+    std::erase(m_chunks[chunk].serials, serial);
     m_removed[id] = {serial, ordinal};
     m_removedIds[serial] = id;
     m_removedOrder.push_back(id);
-    if (m_removedOrder.size() > MostRemoved) {
-        if (const auto oldest = m_removed.find(m_removedOrder.front()); oldest != m_removed.end()) {
-            m_removedIds.erase(oldest->second.serial);
-            m_removed.erase(oldest);
-        }
-        m_removedOrder.pop_front();
-    }
+    if (m_removedOrder.size() > MostRemoved)
+        forgetOldestRemoved();
     return chunk;
 }
 
-void RowTable::Deal() {
-    m_chunks.clear();
-    m_roomy.clear();
-    for (const quint32 serial : Serials()) {
-        const quint32 chunk = chunkWithRoom();
-        m_rows[serial].chunk = chunk;
-        m_chunks[chunk].push_back(serial);
+void RowTable::forgetOldestRemoved() {
+    if (const auto oldest = m_removed.find(m_removedOrder.front()); oldest != m_removed.end()) {
+        m_removedIds.erase(oldest->second.serial);
+        m_removed.erase(oldest);
     }
+    m_removedOrder.pop_front();
+}
+
+void RowTable::Deal() {
+    const std::vector<Chunk> before = std::exchange(m_chunks, {});
+    m_roomy.clear();
+    std::vector<std::pair<quint32, QByteArrayView>> all;
+    all.reserve(Count());
+    for (const auto& [serials, rows] : before) {
+        Wire::Reader in(rows);
+        for (const quint32 serial : serials)
+            all.emplace_back(serial, in.Block());
+    }
+    std::sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (const auto& [serial, row] : all)
+        append(serial, m_places[serial].chunk = chunkWithRoom(), row);
 }
 
 std::vector<quint32> RowTable::Serials() const {
     std::vector<quint32> serials;
-    serials.reserve(m_rows.size());
-    for (const auto& row : m_rows)
-        serials.push_back(row.first);
+    serials.reserve(Count());
+    for (const auto& place : m_places)
+        serials.push_back(place.first);
     std::sort(serials.begin(), serials.end());
     return serials;
 }

@@ -7,8 +7,9 @@
 #include <unordered_map>
 
 /// The rows of a list that is served, as they were published last: found by the serial of the entry's node
-/// and by the entry's id, and dealt out to chunks. What changes costs the same in a long list as in a short
-/// one.
+/// and by the entry's id, and dealt out to chunks. The bytes of a chunk's rows stand one behind the other, as
+/// they are published: a chunk costs one look at memory, not one for each row, and what changes costs the
+/// same in a long list as in a short one.
 class RowTable {
 public:
     static constexpr size_t RowsInChunk = 32;
@@ -16,8 +17,8 @@ public:
     struct Row {
         Messages::EntryId id;
         quint32 chunk;
-        quint32 ordinal; ///< of the entry's node
-        QByteArray bytes;
+        quint32 ordinal;      ///< of the entry's node
+        QByteArrayView bytes; ///< good until a row is put or removed
 
         Messages::Row Content() const { return *Messages::Row::Read(bytes); }
     };
@@ -27,10 +28,11 @@ public:
         quint32 ordinal;
     };
 
-    const Row* Find(quint32 serial) const;
+    /// Nothing for an unknown serial.
+    std::optional<Row> Find(quint32 serial) const;
     /// Serial of an entry's node; 0 for an unknown id.
     quint32 SerialOf(Messages::EntryId id) const;
-    size_t Count() const { return m_rows.size(); }
+    size_t Count() const { return m_places.size(); }
     quint64 Checksum() const { return m_sum.Sum(); }
 
     Messages::EntryId NewId() { return ++m_lastId; }
@@ -39,14 +41,16 @@ public:
     Messages::EntryId LastId() const { return m_lastId; }
 
     /// Sets the row of a serial, which a new one gets a chunk for; the id may have had another serial before.
-    const Row& Put(quint32 serial, quint32 ordinal, const Messages::Row& row);
+    void Put(quint32 serial, quint32 ordinal, const Messages::Row& row);
     /// Removes the row; the chunk in which it was.
     quint32 Remove(quint32 serial);
     /// Deals out all rows anew, in list order.
     void Deal();
 
     size_t ChunkCount() const { return m_chunks.size(); }
-    const std::vector<quint32>& SerialsIn(quint32 chunk) const { return m_chunks[chunk]; }
+    size_t CountIn(quint32 chunk) const { return m_chunks[chunk].serials.size(); }
+    /// The rows of a chunk, each behind its length.
+    QByteArrayView BytesOf(quint32 chunk) const { return m_chunks[chunk].rows; }
     /// All serials, in order.
     std::vector<quint32> Serials() const;
 
@@ -58,12 +62,31 @@ public:
 private:
     static constexpr size_t MostRemoved = 65536;
 
-    quint32 chunkWithRoom();
-    void leaveChunk(quint32 serial, quint32 chunk);
+    struct Place {
+        Messages::EntryId id;
+        quint32 chunk;
+        quint32 ordinal;
+    };
+    struct Chunk {
+        std::vector<quint32> serials; ///< of the rows, in their order
+        QByteArray rows;
+    };
+    /// Where a row stands in its chunk.
+    struct Stretch {
+        size_t number;
+        qsizetype begin, size; ///< with its length in front
+        QByteArrayView row;
+    };
 
-    std::unordered_map<quint32, Row> m_rows; ///< by serial
+    quint32 chunkWithRoom();
+    Stretch stretchOf(quint32 serial, quint32 chunk) const;
+    void putAnew(quint32 serial, quint32 before, const QByteArray& row);
+    void append(quint32 serial, quint32 chunk, QByteArrayView row);
+    void forgetOldestRemoved();
+
+    std::unordered_map<quint32, Place> m_places; ///< by serial
     std::unordered_map<Messages::EntryId, quint32> m_serials;
-    std::vector<std::vector<quint32>> m_chunks;
+    std::vector<Chunk> m_chunks;
     std::vector<quint32> m_roomy; ///< chunks that may have room, besides the last one
     Wire::Checksum m_sum;
     Messages::EntryId m_lastId = 0;

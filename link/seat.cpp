@@ -38,6 +38,12 @@ Seat::Seat(MessageBus& bus, const QString& site, const QString& name, QObject* p
     connect(&m_patience, &QTimer::timeout, this, &Seat::PresenceChanged);
     connect(&m_answer, &QTimer::timeout, this, &Seat::publishPresence);
     connect(&bus, &MessageBus::StateChanged, this, &Seat::stateChanged);
+    connect(&bus, &MessageBus::SubscriptionRefused, this, [this](const QByteArray& filter) {
+        if (!filter.startsWith(m_site + "/seats/"))
+            return;
+        m_isRefused = true;
+        emit PresenceChanged();
+    });
     if (bus.IsOnline())
         comeIn();
     bus.Connect();
@@ -47,6 +53,7 @@ Seat::~Seat() {
     m_bus.Publish(m_topic, {});
 }
 
+/// The others are called: they answer within the time that is started here.
 void Seat::comeIn() {
     m_patience.start();
     publishPresence();
@@ -54,6 +61,7 @@ void Seat::comeIn() {
 }
 
 void Seat::stateChanged() {
+    m_isRefused = false;
     if (m_bus.IsOnline())
         return comeIn();
     m_echoes.clear();

@@ -29,6 +29,11 @@ public:
     bool IsPresent(const QByteArray& seat) const { return m_present.count(seat) > 0; }
     /// Whether all who are there have had the time to say so since the connection stands.
     bool KnowsAll() const { return m_bus.IsOnline() && !m_patience.isActive(); }
+    /// Whether the bus passes nothing on to this seat, not even what it told of itself: its user has no right
+    /// at the site. Brokers do not tell.
+    bool IsDeaf() const { return KnowsAll() && !IsPresent(m_path); }
+    /// Whether the bus has told that its user may not read who is at the site, without which no seat works.
+    bool IsRefused() const { return m_isRefused; }
     QString NameOf(const QByteArray& seat) const;
 
     /// Tells which entry is being edited here; id 0 for none.
@@ -44,7 +49,7 @@ public:
     void TellOnce(const QByteArray& topic, const QString& reason);
 
 signals:
-    /// Someone came, went or edits something else.
+    /// Someone came, went or edits something else, or what is known of the rights here has changed.
     void PresenceChanged();
     /// A seat answered `CallAll`, or came.
     void Appeared(const QByteArray& seat);
@@ -65,6 +70,7 @@ private:
     std::map<QByteArray, Messages::Presence> m_present;
     std::map<quint64, std::function<void()>> m_echoes;
     quint64 m_lastEcho = 0;
+    bool m_isRefused = false;
     QTimer m_patience;
     QTimer m_answer; ///< many calls at a time get one answer
     std::set<QByteArray> m_told;

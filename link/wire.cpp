@@ -26,6 +26,8 @@ void Writer::Whole(qint64 number) {
 }
 
 void Writer::Number(double number) {
+    if (!std::isfinite(number))
+        number = 0;
     const bool isMinusZero = number == 0 && std::signbit(number);
     if (std::abs(number) < MostWhole && std::trunc(number) == number && !isMinusZero) {
         Byte(WholeNumber);

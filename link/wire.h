@@ -15,7 +15,7 @@ public:
     void Count(quint64 number);
     /// A number with sign; near 0 it is short on both sides.
     void Whole(qint64 number);
-    /// Whole numbers take the bytes of `Whole`, others nine.
+    /// Whole numbers take a byte more than those of `Whole`, others nine; what is no number travels as 0.
     void Number(double number);
     void Fixed(quint64 bits);
     void Text(QStringView text);

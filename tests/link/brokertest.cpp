@@ -75,7 +75,8 @@ public:
         environment.insert(Q("FREQSTORE_SHARE_PASSWORD"), RealBroker::PasswordOf(user));
         setProcessEnvironment(environment);
         QStringList arguments = words;
-        arguments.insert(1, QStringLiteral("mqtts://%1@127.0.0.1:%2/north").arg(user).arg(broker.Port()));
+        const QString at = user.isEmpty() ? QString() : user + QLatin1Char('@');
+        arguments.insert(1, Q("mqtts://") + at + QStringLiteral("127.0.0.1:%1/north").arg(broker.Port()));
         start(Q(CLI_PROGRAM), arguments + QStringList{"--ca-file", broker.CaFile()});
     }
     ~CliProcess() override {
@@ -133,6 +134,63 @@ TEST_F(Programs, shareAListKeepWhatWasAcceptedAndPrintEachChange) {
     const QByteArray saved = Read("list.ltl");
     EXPECT_TRUE(QString::fromUtf16(reinterpret_cast<const char16_t*>(saved.constData()), saved.size() / 2)
                     .contains(Q("edited by")));
+}
+
+/// A list of each kind, and what a user without rights is told.
+class Kinds : public Programs, public testing::WithParamInterface<std::pair<const char*, const char*>> {};
+
+TEST_P(Kinds, areSharedWithAllThatTheirEntriesHave) {
+    const auto [kind, sample] = GetParam();
+    const QString file = QStringLiteral(SAMPLES_DIR "/%1").arg(Q(sample));
+    const RealBroker broker({"server", "reader"});
+    CliProcess share(broker, Q("server"), {"share", file, "--list", kind, "--journal", Path("journal")});
+    CliProcess watch(broker, Q("reader"), {"watch", "--list", kind, "--once"});
+    ASSERT_TRUE(watch.waitForFinished()) << share.Err().toStdString();
+    EXPECT_EQ(watch.exitCode(), 0) << watch.Err().toStdString();
+    const QList<QByteArray> shown = watch.Out().split('\n');
+    QProcess show;
+    show.start(Q(CLI_PROGRAM), {"show", file, "--list", kind, "--format", "jsonl"});
+    ASSERT_TRUE(show.waitForFinished());
+    const QList<QByteArray> expected = show.readAllStandardOutput().split('\n');
+    ASSERT_GT(expected.size(), 2);
+    ASSERT_EQ(shown.size(), expected.size());
+    for (qsizetype i = 0; i + 1 < shown.size(); ++i) {
+        const QByteArray entry = '{' + shown[i].mid(shown[i].indexOf(',', shown[i].indexOf("\"id\"")) + 1);
+        EXPECT_EQ(entry.toStdString(), expected[i].toStdString());
+    }
+}
+
+using Kind = std::pair<const char*, const char*>;
+INSTANTIATE_TEST_SUITE_P(Lists, Kinds,
+                         testing::Values(Kind{"target", "targets.ltl"}, Kind{"noi", "interest.noi"},
+                                         Kind{"memory-hf", "memory-hf.xml"},
+                                         Kind{"memory-vuhf", "memory-vuhf.xml"},
+                                         Kind{"results", "results.xml"},
+                                         Kind{"detections", "interchange/detections.jsonl"},
+                                         Kind{"detections-hf", "interchange/detections.jsonl"},
+                                         Kind{"detections-vuhf", "interchange/detections.jsonl"}));
+
+TEST_F(Programs, endWithTheReasonWhereTheBrokerRefusesTheList) {
+    const RealBroker broker({}, RealBroker::Rights::NoListsForAnybody);
+    CliProcess watch(broker, QString(), {"watch"});
+    ASSERT_TRUE(watch.waitForFinished());
+    EXPECT_EQ(watch.exitCode(), 2);
+    EXPECT_TRUE(watch.Err().contains("does not let this user read the list")) << watch.Err().toStdString();
+    CliProcess share(broker, QString(),
+                     {"share", Q(SAMPLES_DIR "/targets.ltl"), "--journal", Path("journal")});
+    ASSERT_TRUE(share.waitForFinished());
+    EXPECT_EQ(share.exitCode(), 2);
+    EXPECT_TRUE(share.Err().contains("does not let this user read")) << share.Err().toStdString();
+}
+
+TEST_F(Programs, tellWhoGetsNothingThatHeMayHaveNoRight) {
+    const RealBroker broker({"server", "ben"}); // ben is not on the access list
+    CliProcess share(broker, Q("server"),
+                     {"share", Q(SAMPLES_DIR "/targets.ltl"), "--journal", Path("journal")});
+    CliProcess watch(broker, Q("ben"), {"watch"});
+    EXPECT_TRUE(Until([&] { return watch.Err().contains("this user may not read it"); }))
+        << watch.Err().toStdString();
+    EXPECT_TRUE(watch.Out().isEmpty());
 }
 
 /// What five clients did, without a link: each has entries of its own, known by their frequencies.

@@ -30,7 +30,9 @@ inline int ListeningSocket(quint16& port) {
 /// an authority and passwords that it makes. It is ended by its own process.
 class RealBroker : protected TestFolder {
 public:
-    explicit RealBroker(const QStringList& users) {
+    /// Brokers that refuse subscriptions to lists tell it; the access list of the documentation does not.
+    enum class Rights { AccessList, NoListsForAnybody };
+    explicit RealBroker(const QStringList& users, Rights rights = Rights::AccessList) : m_rights(rights) {
         makeCertificates();
         Write("passwords", "");
         for (const QString& user : users)
@@ -102,13 +104,34 @@ private:
         text.replace("/etc/mosquitto/freqstore", folder);
         text.replace("/var/lib/mosquitto/", folder + "/");
         text += "log_dest stderr\nlog_type error\nlog_type warning\nlog_type information\n";
+        if (m_rights == Rights::NoListsForAnybody)
+            refuseLists(text);
         if (geteuid() == 0)
             text += "user root\n"; // the folder is this user's alone
         Write("mosquitto.conf", text);
         QFile::copy(Q(SHARING_DIR "/access"), Path("access"));
     }
+    /// By a plug-in that comes with the broker, for users without a name.
+    void refuseLists(QByteArray& text) const {
+        const QDir libraries(Q("/usr/lib"));
+        QByteArray plugin;
+        for (const QString& folder : libraries.entryList(QDir::Dirs)) {
+            const QString path = libraries.filePath(folder + Q("/mosquitto_dynamic_security.so"));
+            plugin = QFile::exists(path) ? path.toUtf8() : plugin;
+        }
+        const QByteArray rule = R"("acltype":"subscribePattern","topic":"freqstore/+/lists/#","allow":false)";
+        Write("rules", R"({"defaultACLAccess":{"publishClientSend":true,"publishClientReceive":true,)"
+                       R"("subscribe":true,"unsubscribe":true},"clients":[],"anonymousGroup":"all",)"
+                       R"("groups":[{"groupname":"all","roles":[{"rolename":"r"}]}],)"
+                       R"("roles":[{"rolename":"r","acls":[{)" +
+                           rule + "}]}]}");
+        text.replace("allow_anonymous false", "allow_anonymous true");
+        text.replace("password_file", "#").replace("acl_file", "#");
+        text += "plugin " + plugin + "\nplugin_opt_config_file " + Path("rules").toUtf8() + "\n";
+    }
 
     QProcess m_process;
+    Rights m_rights;
     int m_port = 0;
 };
 

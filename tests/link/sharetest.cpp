@@ -136,6 +136,56 @@ TEST_F(Share, whoMayOnlyReadGetsHisEditsBackWithTheReason) {
     EXPECT_EQ(server.list.Text(), before);
 }
 
+TEST_F(Share, whoseRequestsGetNoAnswerIsToldUntilTheyDo) {
+    server.list.Fill(5);
+    server.Serve();
+    TestClient anna(broker, Q("anna"));
+    ASSERT_TRUE(AreEqual(anna));
+    const QStringList before = server.list.Text();
+    broker.SetFilter([](const QByteArray& topic, const QByteArray&) { return !topic.contains("/request/"); });
+    TestList::Comment(*anna.list.At(1)).SetValue(Q("no"));
+    ASSERT_TRUE(Until([&] { return anna.refusals == 1; }));
+    EXPECT_TRUE(anna.client.WhyNoEditing().contains(Q("no answer")));
+    EXPECT_EQ(anna.list.Text(), before);
+    broker.SetFilter({});
+    ASSERT_TRUE(AreEqual(anna));
+}
+
+/// What is not to be read, as a part of a filter.
+class ShareWithoutRights : public Share, public testing::WithParamInterface<const char*> {};
+
+TEST_P(ShareWithoutRights, tellsWhoMayNotRead) {
+    server.list.Fill(5);
+    broker.Stop();
+    broker.SetReadRights([](const QString&, const QByteArray& topic) { return !topic.contains(GetParam()); });
+    broker.Start();
+    server.Serve();
+    TestClient anna(broker, Q("anna"));
+    ASSERT_TRUE(Until([&] { return server.server->GetState() == ListServer::State::Refused; }));
+    EXPECT_EQ(server.server->Reason(), Q("the broker does not let this user read what a server needs"));
+    ASSERT_TRUE(Until([&] { return anna.reader.GetState() == ListReader::State::Refused; }));
+    EXPECT_EQ(anna.client.WhyNoEditing(), Q("the broker does not let this user read the list"));
+    broker.Stop(); // rights are given at the broker, which is asked anew when it is back
+    broker.SetReadRights({});
+    broker.Start();
+    EXPECT_TRUE(Until([&] { return anna.reader.GetState() == ListReader::State::Waiting; }));
+}
+
+INSTANTIATE_TEST_SUITE_P(Topics, ShareWithoutRights, testing::Values("/lists/", "/seats/"));
+
+TEST_F(Share, whoHearsNothingIsToldThatHeMayHaveNoRight) {
+    broker.Stop();
+    broker.SetFilter([](const QByteArray&, const QByteArray&) { return false; });
+    broker.Start();
+    server.Serve();
+    TestClient anna(broker, Q("anna"));
+    ASSERT_TRUE(Until([&] { return anna.reader.StateText().contains(Q("passes nothing")); }));
+    EXPECT_TRUE(Until([&] { return server.server->Reason().contains(Q("passes nothing")); }));
+    broker.SetFilter({});
+    anna.seat.CallAll();
+    ASSERT_TRUE(Until([&] { return anna.reader.StateText().contains(Q("may not read")); }));
+}
+
 TEST_F(Share, removedEntriesThatComeBackAtAClientComeBackForAll) {
     server.list.Fill(6);
     server.Serve();
@@ -172,6 +222,40 @@ TEST_F(Share, aListThatIsReadAnewKeepsTheIdentitiesOfEqualEntries) {
     ASSERT_TRUE(AreEqual(client));
     EXPECT_EQ(client.client.IdOf(*client.list.At(5)), id);
 }
+
+/// A list of the server's, by comments, that replaces one of "0" to "4" while a client's edit of "2" is under
+/// way.
+struct Reload {
+    const char* comments;
+    const char* after; ///< as far as anybody may have it
+};
+class ShareWithReloads : public Share, public testing::WithParamInterface<Reload> {};
+
+TEST_P(ShareWithReloads, anEditUnderWayHitsItsEntryOrNone) {
+    const auto fill = [this](const QString& comments) {
+        for (const QChar comment : comments)
+            server.list.Add(1e6, comment);
+    };
+    fill(Q("01234"));
+    server.Serve();
+    TestClient anna(broker, Q("anna"));
+    ASSERT_TRUE(AreEqual(anna));
+    TestList::Comment(*anna.list.At(2)).SetValue(Q("E"));
+    anna.client.Flush();
+    server.list.GetNode().DeleteChildren();
+    fill(Q(GetParam().comments));
+    ASSERT_TRUE(AreEqual(anna));
+    QString after;
+    for (Node* entry : server.list.GetNode().Children())
+        after += TestList::Comment(*entry).GetValue();
+    EXPECT_EQ(after, Q(GetParam().after));
+    EXPECT_EQ(anna.refusals, after.contains(QLatin1Char('E')) ? 0 : 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Lists, ShareWithReloads,
+                         testing::Values(Reload{"01234", "01E34"}, Reload{"20134", "E0134"},
+                                         Reload{"01x34", "01x34"}, Reload{"0134", "0134"}, Reload{"", ""},
+                                         Reload{"22", "E2"}));
 
 TEST_F(Share, aListThatIsReplacedByALongOneIsShownOnlyWhole) {
     server.list.Fill(20);
