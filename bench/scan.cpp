@@ -4,22 +4,16 @@
 #include "scan/scan.h"
 
 #include "bench/figures.h"
-#include "bench/memoryprobe.h"
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/memory/hfmemoryentry.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/valuetree/tree.h"
-#include "receiver/hamlibreceiver.h"
-#include "receiver/radio.h"
 #include "receiver/receiver.h"
 #include "scan/receiverport.h"
 #include "scan/scanclock.h"
 
-#include <QCoreApplication>
-#include <QProcess>
-#include <QThread>
-
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 
 namespace {
 
@@ -108,101 +102,23 @@ void ScanStepBesideBareCalls(benchmark::State& state) {
 }
 BENCHMARK(ScanStepBesideBareCalls)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 
-/// Ten more passes over ten thousand channels take no more memory than the first one.
+/// Ten more passes over ten thousand channels allocate no more than the first one. What is resident would
+/// tell pages, not bytes.
 void ScanMemory(benchmark::State& state) {
+    constexpr int Passes = 10;
     ChannelScan bench;
     for (auto _ : state) {
         bench.scan.Start();
         bench.Pass(1);
-        const double before = residentBytes();
-        state.SetIterationTime(secondsOf([&] { bench.Pass(10); }));
-        state.counters["grown_kB"] = (residentBytes() - before) / 1024;
+        const auto allocated = static_cast<double>(mallinfo2().uordblks);
+        state.SetIterationTime(secondsOf([&] { bench.Pass(Passes); }));
+        const double grown = static_cast<double>(mallinfo2().uordblks) - allocated;
+        state.counters["grown"] = grown;
+        state.counters["bytes_per_entry"] = grown / Channels / Passes;
+        state.counters["bytes_goal"] = 0.01;
         state.counters["passes"] = static_cast<double>(bench.scan.GetScanner().GetCounts().passes);
     }
 }
 BENCHMARK(ScanMemory)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
-
-/// A server of the radio library, with a radio that there is not.
-class RadioServer {
-public:
-    RadioServer() {
-        m_process.setStandardErrorFile(QProcess::nullDevice());
-        m_process.start(QStringLiteral("rigctld"),
-                        {QStringLiteral("-m"), QStringLiteral("1"), QStringLiteral("-T"),
-                         QStringLiteral("127.0.0.1"), QStringLiteral("-t"), Port});
-    }
-    ~RadioServer() {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-    /// Null when there is no such server on this machine.
-    static std::unique_ptr<Radio> Connect(const RadioProfile& profile) {
-        for (int tries = 0; tries < 100; ++tries) {
-            try {
-                return std::make_unique<Radio>(profile);
-            } catch (const RadioError&) {
-                QThread::msleep(50);
-            }
-        }
-        return nullptr;
-    }
-
-    inline static const QString Port = QStringLiteral("14539");
-
-private:
-    QProcess m_process;
-};
-
-/// The wall time of a step by a radio behind a network connection, beside setting and measuring alone.
-void ScanStepByRadio(benchmark::State& state) {
-    constexpr int Steps = 100; // each takes some tens of milliseconds
-    const RadioServer server;
-    RadioProfile profile;
-    profile.model = RadioProfile::Client;
-    profile.port = QStringLiteral("127.0.0.1:") + RadioServer::Port;
-    const std::unique_ptr<Radio> bare = RadioServer::Connect(profile);
-    if (!bare)
-        return state.SkipWithError("rigctld is not there");
-    Receiver receiver(ReceiverKind::HF);
-    receiver.Attach(std::make_unique<HamlibReceiver>(profile));
-    while (receiver.GetState() != ReceiverState::Connected)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    ReceiverPort port(receiver);
-    MachineClock clock;
-    Scan scan(port, clock);
-    for (const auto& [key, text] : {std::pair{Names::Id(ScanKeys::Settle), "0"},
-                                    {ScanKeys::Dwell, "0"},
-                                    {ScanKeys::ScanThreshold, "110"},
-                                    {ScanKeys::Step, "1000"},
-                                    {ScanKeys::From, "2000000"},
-                                    {ScanKeys::To, "29000000"}})
-        scan.GetValues().Find(key)->SetStringValue(QLatin1String(text));
-    scan.GetValues().Get<ValueSelection>(ScanKeys::Source).SelectAt(2);
-    for (auto _ : state) {
-        reportInTurn(
-            state, "set and measure by the radio library", 1.2,
-            [&] {
-                return secondsOf([&] {
-                    QStringList refusals;
-                    for (int i = 0; i < Steps; ++i) {
-                        RadioWishes wishes;
-                        wishes.frequency = 2e6 + i * 1e3;
-                        bare->Set(wishes, refusals);
-                        bare->Measure();
-                    }
-                });
-            },
-            [&] {
-                scan.Start();
-                const double seconds = secondsOf([&] {
-                    while (scan.GetScanner().GetCounts().steps < Steps)
-                        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-                });
-                scan.Stop();
-                return seconds;
-            });
-    }
-}
-BENCHMARK(ScanStepByRadio)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -69,7 +69,10 @@ bool CliRadio::Connect(const Arguments& args, int& exitCode) {
         if (m_receiver.GetState() != ReceiverState::Connecting)
             loop.quit();
     });
-    m_receiver.Attach(choice->MakeLink(m_receiver));
+    if (choice->radio)
+        m_receiver.Attach(std::make_unique<HamlibReceiver>(*choice->radio, HamlibReceiver::Lost::GivenUp));
+    else
+        m_receiver.Attach(choice->MakeLink(m_receiver));
     if (m_receiver.GetState() == ReceiverState::Connecting)
         loop.exec();
     if (m_receiver.GetState() == ReceiverState::Connected)

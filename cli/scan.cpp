@@ -282,6 +282,8 @@ public:
         if (m_failure)
             std::rethrow_exception(m_failure);
         m_writer.Commit();
+        if (m_reason.isEmpty() && Counts().steps == 0)
+            m_reason = QStringLiteral("the receiver was never reached");
         if (!m_reason.isEmpty())
             TellError(QStringLiteral("freqstore-cli scan: ") + m_reason);
         return m_reason.isEmpty() ? ExitDone : ExitFile;

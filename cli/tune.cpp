@@ -18,24 +18,31 @@ void printReceiver(Receiver& receiver) {
             .arg(receiver.GetLevel()->GetValue(), 0, 'f', 1));
 }
 
-/// Sets what a word of the command line says; false, told, when the receiver does not take it.
-bool set(Receiver& receiver, Names::Id key, const QString& text) {
+/// Whether the receiver takes what a word of the command line says; it is told when not.
+bool takes(const Receiver& receiver, Names::Id key, const QString& text) {
     const auto setting = std::ranges::find_if(
         receiver.GetSettings(), [key](const ReceiverSetting& known) { return known.key == key; });
     const QString problem = receiver.ProblemOf(*setting, text);
-    if (problem.isEmpty())
-        receiver.GetValue(key)->SetStringValue(text);
-    else
+    if (!problem.isEmpty())
         TellError(problem);
     return problem.isEmpty();
 }
 
-bool setAll(Receiver& receiver, const QStringList& words, double hertz, double bandwidth) {
-    if (words.size() > 1 && !set(receiver, Keys::KeyDemodulation, words[1].toUpper()))
+/// All of it or nothing.
+bool setAll(Receiver& receiver, const QStringList& words, double hertz, double width) {
+    const QString demodulation = words.value(1).toUpper();
+    const QString bandwidth = Quor::ToShortest(width);
+    if (words.size() > 1 && !takes(receiver, Keys::KeyDemodulation, demodulation))
         return false;
-    if (words.size() > 2 && !set(receiver, Keys::KeyBandwidth, Quor::ToShortest(bandwidth)))
+    if (words.size() > 2 && !takes(receiver, Keys::KeyBandwidth, bandwidth))
         return false;
-    return receiver.Tune(hertz);
+    if (!receiver.Tune(hertz))
+        return false;
+    if (words.size() > 2)
+        receiver.SetMode(demodulation, bandwidth);
+    else if (words.size() > 1)
+        receiver.GetValue(Keys::KeyDemodulation)->SetStringValue(demodulation);
+    return true;
 }
 
 } // namespace

@@ -73,8 +73,10 @@ struct HamlibReceiver::Shared {
 /// Owns the radio.
 class RadioThread {
 public:
-    RadioThread(std::shared_ptr<HamlibReceiver::Shared> shared, RadioProfile profile)
-        : m_shared(std::move(shared)), m_profile(std::move(profile)) {}
+    using Lost = HamlibReceiver::Lost;
+
+    RadioThread(std::shared_ptr<HamlibReceiver::Shared> shared, RadioProfile profile, Lost lost)
+        : m_shared(std::move(shared)), m_profile(std::move(profile)), m_lost(lost) {}
 
     void Run() {
         blockPipeSignal();
@@ -88,10 +90,12 @@ public:
                     serve(radio);
             } catch (const RadioError& error) {
                 forgetWishes();
-                tell({error.isRefusal ? ReceiverState::Refused : ReceiverState::NoAnswer,
-                      HamlibReceiver::tr("%1; tries again after %2 s")
-                          .arg(error.words)
-                          .arg(std::chrono::duration<double>(pause).count())});
+                const auto state = error.isRefusal ? ReceiverState::Refused : ReceiverState::NoAnswer;
+                if (m_lost == Lost::GivenUp)
+                    return tell({state, error.words});
+                tell({state, HamlibReceiver::tr("%1; tries again after %2 s")
+                                 .arg(error.words)
+                                 .arg(std::chrono::duration<double>(pause).count())});
             }
             waitFor(pause, false);
             pause = std::min(pause * 2, std::chrono::milliseconds(LongestPause));
@@ -177,12 +181,13 @@ private:
 
     std::shared_ptr<HamlibReceiver::Shared> m_shared;
     RadioProfile m_profile;
+    Lost m_lost;
     quint64 m_serial = 0; ///< of the newest wish that was carried out
     Clock::time_point m_nextPoll;
 };
 
-HamlibReceiver::HamlibReceiver(const RadioProfile& profile)
-    : m_profile(profile), m_shared(std::make_shared<Shared>()) {
+HamlibReceiver::HamlibReceiver(const RadioProfile& profile, Lost lost)
+    : m_profile(profile), m_lost(lost), m_shared(std::make_shared<Shared>()) {
     LoadHamlib();
     m_silence.setSingleShot(true);
     m_silence.setInterval(HeldUpFactor * profile.timeout);
@@ -200,8 +205,8 @@ void HamlibReceiver::Begin() {
     emit StateChanged(ReceiverState::Connecting, QString());
     m_silence.start();
     Threads::Instance().Add(1);
-    std::thread([shared = m_shared, profile = m_profile] {
-        RadioThread(shared, profile).Run();
+    std::thread([shared = m_shared, profile = m_profile, lost = m_lost] {
+        RadioThread(shared, profile, lost).Run();
         Threads::Instance().Add(-1);
     }).detach();
 }

@@ -9,13 +9,16 @@
 #include <memory>
 
 /// A radio behind a receiver. All that may wait for the radio is done by a thread of its own, which is let
-/// go, not waited for, when this ends: it closes the radio as soon as that lets it. When the radio is lost
-/// the thread tries again, with growing pauses.
+/// go, not waited for, when this ends: it closes the radio as soon as that lets it.
 class HamlibReceiver : public ReceiverLink {
     Q_OBJECT
 
 public:
-    explicit HamlibReceiver(const RadioProfile& profile);
+    /// What becomes of a radio that is lost or cannot be reached: it is tried again, with growing pauses, or
+    /// that was all.
+    enum class Lost { TriedAgain, GivenUp };
+
+    explicit HamlibReceiver(const RadioProfile& profile, Lost lost = Lost::TriedAgain);
     ~HamlibReceiver() override;
 
     QString GetName() const override { return m_profile.Title(); }
@@ -34,6 +37,7 @@ private:
     void noteSilence();
 
     RadioProfile m_profile;
+    Lost m_lost;
     std::shared_ptr<Shared> m_shared; ///< with the thread
     QTimer m_silence;                 ///< runs out when the thread is held up
     bool m_isConnected = false;

@@ -3,6 +3,7 @@
 #include "host/base/frequencytext.h"
 #include "receiver/hamlib.h"
 #include "receiver/radioabilities.h"
+#include "receiver/s9.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -16,10 +17,7 @@ namespace {
 
 constexpr int MostSilences = 3;
 constexpr int MaxSquelch = 100;
-constexpr size_t OtherCount = 6;    ///< settings that are read in turn
-constexpr double S9Below30MHz = 34; // dBµV at 50 ohms: -73 dBm
-constexpr double S9Above30MHz = 14; // -93 dBm
-constexpr double ShortWaveEnd = 30e6;
+constexpr size_t OtherCount = 6; ///< settings that are read in turn
 
 QString tr(const char* text) {
     return QCoreApplication::translate("Radio", text);
@@ -308,7 +306,7 @@ ReceiverReading Radio::Measure() {
     value_t value{};
     if (rig_has_get_level(m_rig.get(), RIG_LEVEL_STRENGTH) &&
         check(rig_get_level(m_rig.get(), RIG_VFO_CURR, RIG_LEVEL_STRENGTH, &value), QString(), nullptr))
-        reading.level = value.i + (m_frequency < ShortWaveEnd ? S9Below30MHz : S9Above30MHz);
+        reading.level = value.i + S9At(m_frequency);
     dcd_t dcd = RIG_DCD_OFF;
     // A squelch that lets all through says nothing of the signal.
     if (m_squelch > 0 && m_rig->caps->get_dcd &&

@@ -254,6 +254,8 @@ bool Receiver::Tune(IFrequencyStoreItem& item, bool allSettings) {
         else
             problems << problem;
     }
+    if (std::ranges::any_of(wanted, [](const auto& said) { return is(*said.first, Keys::KeyBandwidth); }))
+        keepBandwidth();
     hand();
     if (!problems.isEmpty())
         emit Refused(tr("Tuned to %1, but %2")
@@ -302,6 +304,21 @@ void Receiver::coupleAntenna(const ReceiverSetting& setting) {
         number->SetValue(static_cast<int>(names->GetCurrentKey()));
     else if (is(setting, Keys::AntennaID))
         names->Select(static_cast<long>(number->GetValue()));
+}
+
+void Receiver::SetMode(const QString& demodulation, const QString& bandwidth) {
+    const QScopedValueRollback collects(m_collects, true);
+    GetValue(Keys::KeyDemodulation)->SetStringValue(demodulation);
+    GetValue(Keys::KeyBandwidth)->SetStringValue(bandwidth);
+    keepBandwidth();
+    hand();
+}
+
+/// With a new demodulation a bandwidth that stays what it was is to be said again.
+void Receiver::keepBandwidth() {
+    const Names::Id demodulation = Keys::KeyDemodulation;
+    if (std::ranges::find(m_wishes, demodulation, &ReceiverWord::key) != m_wishes.end())
+        m_wishes.push_back({Keys::KeyBandwidth, GetValue(Keys::KeyBandwidth)->GetStringValue()});
 }
 
 void Receiver::hand() {

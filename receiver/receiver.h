@@ -70,6 +70,10 @@ public:
     /// those that the receiver lacks are left out, and `Refused` names them.
     bool Tune(IFrequencyStoreItem& item, bool allSettings);
 
+    /// Sets demodulation and bandwidth at once, as their values write them: a demodulation that is set alone
+    /// lets a radio choose the bandwidth. Both must be without a `ProblemOf`.
+    void SetMode(const QString& demodulation, const QString& bandwidth);
+
     /// What is wrong with a text as a setting's value; empty when nothing is.
     QString ProblemOf(const ReceiverSetting& setting, const QString& text) const;
 
@@ -99,6 +103,7 @@ private:
     bool saysNothing(const ReceiverSetting& setting, const QString& text) const;
     void settle(Live& live);
     void tell(const QString& problem);
+    void keepBandwidth();
     void hand();
     void coupleAntenna(const ReceiverSetting& setting);
     void updateOpen();

@@ -16,21 +16,47 @@ constexpr SettingChoice OutputIFPaths[] = {{"48.0 kHz", 48.0, 0}, {"455.0 kHz", 
 constexpr SettingChoice Antennas[] = {
     {"Automatic", 0, 0}, {"Discone", 1, 1}, {"Log-periodic", 2, 2}, {"Horn", 3, 3}};
 
+constexpr ReceiverSetting LevelThreshold{
+    Keys::Threshold, QT_TRANSLATE_NOOP("Receiver", "Threshold"), "dBµV", Integer, -40, 110, 20};
+constexpr ReceiverSetting Offset{
+    KeyOffset, QT_TRANSLATE_NOOP("Receiver", "RIT"), "Hz", Integer, -9999, 9999, 0, {}, true};
+constexpr ReceiverSetting SquelchKnob{
+    KeySquelchLevel, QT_TRANSLATE_NOOP("Receiver", "Squelch knob"), "%", Integer, 0, 100, 0, {}, true};
+
+/// What lies before the tuner, which on short wave only radios have.
+constexpr ReceiverSetting manualAttenuation(bool isOfRadios) {
+    return {.key = Keys::UseAttenuation,
+            .title = QT_TRANSLATE_NOOP("Receiver", "Manual attenuation"),
+            .unit = "",
+            .type = Flag,
+            .isOfRadios = isOfRadios};
+}
+constexpr ReceiverSetting attenuation(bool isOfRadios) {
+    return {Keys::Attenuation, QT_TRANSLATE_NOOP("Receiver", "Attenuation"), "dB", Integer, 0, 40, 0, {},
+            isOfRadios};
+}
+constexpr ReceiverSetting antenna(bool isOfRadios) {
+    return {KeyAntenna, QT_TRANSLATE_NOOP("Receiver", "Antenna"), "", Choice, 0, 0, 1, Antennas, isOfRadios};
+}
+constexpr ReceiverSetting antennaNumber(bool isOfRadios) {
+    return {Keys::AntennaID, nullptr, "", Integer, 0, 99, 1, {}, isOfRadios};
+}
+
 constexpr ReceiverSetting HfSettings[] = {
     {Keys::KeyFrequency, QT_TRANSLATE_NOOP("Receiver", "Frequency"), "", Frequency, 9e3, 30e6, 6060e3},
     {Keys::KeyBandwidth, QT_TRANSLATE_NOOP("Receiver", "Bandwidth"), "", Bandwidth, 100, 40e3, 6000},
     {Keys::KeyDemodulation, QT_TRANSLATE_NOOP("Receiver", "Demodulation"), "", Choice, 0, 0, 1,
      HfDemodulations},
-    {Keys::Threshold, QT_TRANSLATE_NOOP("Receiver", "Threshold"), "dBµV", Integer, -40, 110, 20},
+    LevelThreshold,
     {Keys::BFOFrequency, QT_TRANSLATE_NOOP("Receiver", "BFO"), "Hz", Integer, -10000, 10000, 0},
     {Keys::OutputIFPath, QT_TRANSLATE_NOOP("Receiver", "Output IF path"), "", Choice, 0, 0, 0, OutputIFPaths},
     {Keys::Shift, QT_TRANSLATE_NOOP("Receiver", "Shift"), "Hz", Integer, 26, 39974, 20000},
-    {Keys::UseAttenuation, QT_TRANSLATE_NOOP("Receiver", "Manual attenuation"), "", Flag, 0, 0, 0, {}, true},
-    {Keys::Attenuation, QT_TRANSLATE_NOOP("Receiver", "Attenuation"), "dB", Integer, 0, 40, 0, {}, true},
-    {KeyAntenna, QT_TRANSLATE_NOOP("Receiver", "Antenna"), "", Choice, 0, 0, 1, Antennas, true},
-    {Keys::AntennaID, nullptr, "", Integer, 0, 99, 1, {}, true},
-    {KeyOffset, QT_TRANSLATE_NOOP("Receiver", "RIT"), "Hz", Integer, -9999, 9999, 0, {}, true},
-    {KeySquelchLevel, QT_TRANSLATE_NOOP("Receiver", "Squelch knob"), "%", Integer, 0, 100, 0, {}, true},
+    manualAttenuation(true),
+    attenuation(true),
+    antenna(true),
+    antennaNumber(true),
+    Offset,
+    SquelchKnob,
 };
 
 constexpr ReceiverSetting VuhfSettings[] = {
@@ -38,15 +64,15 @@ constexpr ReceiverSetting VuhfSettings[] = {
     {Keys::KeyBandwidth, QT_TRANSLATE_NOOP("Receiver", "Bandwidth"), "", Bandwidth, 100, 20e6, 150e3},
     {Keys::KeyDemodulation, QT_TRANSLATE_NOOP("Receiver", "Demodulation"), "", Choice, 0, 0, 2,
      VuhfDemodulations},
-    {Keys::Threshold, QT_TRANSLATE_NOOP("Receiver", "Threshold"), "dBµV", Integer, -40, 110, 20},
+    LevelThreshold,
     {Keys::UseSquelch, QT_TRANSLATE_NOOP("Receiver", "Squelch"), "", Flag},
     {Keys::AFC, QT_TRANSLATE_NOOP("Receiver", "AFC"), "", Flag},
-    {Keys::UseAttenuation, QT_TRANSLATE_NOOP("Receiver", "Manual attenuation"), "", Flag},
-    {Keys::Attenuation, QT_TRANSLATE_NOOP("Receiver", "Attenuation"), "dB", Integer, 0, 40, 0},
-    {KeyAntenna, QT_TRANSLATE_NOOP("Receiver", "Antenna"), "", Choice, 0, 0, 1, Antennas},
-    {Keys::AntennaID, nullptr, "", Integer, 0, 99, 1},
-    {KeyOffset, QT_TRANSLATE_NOOP("Receiver", "RIT"), "Hz", Integer, -9999, 9999, 0, {}, true},
-    {KeySquelchLevel, QT_TRANSLATE_NOOP("Receiver", "Squelch knob"), "%", Integer, 0, 100, 0, {}, true},
+    manualAttenuation(false),
+    attenuation(false),
+    antenna(false),
+    antennaNumber(false),
+    Offset,
+    SquelchKnob,
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "host/base/numbers.h"
 #include "receiver/hamlib.h"
 #include "receiver/receiver.h"
+#include "receiver/s9.h"
 
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -11,9 +12,6 @@
 
 namespace {
 
-constexpr double ShortWaveEnd = 30e6;
-constexpr double S9Below30MHz = 34; // dBµV
-constexpr double S9Above30MHz = 14;
 constexpr quint64 StrengthBit = RIG_LEVEL_STRENGTH;
 
 using Words = QList<QByteArray>;
@@ -70,17 +68,18 @@ Reply setMode(Receiver& receiver, const Words& words) {
     if (!receiver.ProblemOf(settingOf(receiver, Keys::KeyDemodulation), mode).isEmpty() ||
         (width > 0 && !receiver.ProblemOf(settingOf(receiver, Keys::KeyBandwidth), bandwidth).isEmpty()))
         return {-RIG_EINVAL};
-    receiver.GetValue(Keys::KeyDemodulation)->SetStringValue(mode);
     if (width > 0)
-        receiver.GetValue(Keys::KeyBandwidth)->SetStringValue(bandwidth);
+        receiver.SetMode(mode, bandwidth);
+    else
+        receiver.GetValue(Keys::KeyDemodulation)->SetStringValue(mode);
     return {};
 }
 
 Reply getLevel(Receiver& receiver, const Words& words) {
     if (words.size() != 1 || words[0] != "STRENGTH")
         return {-RIG_EINVAL};
-    const double s9 = receiver.GetFrequency() < ShortWaveEnd ? S9Below30MHz : S9Above30MHz;
-    return {RIG_OK, {{"STRENGTH", QByteArray::number(std::lround(receiver.GetLevel()->GetValue() - s9))}}};
+    const double level = receiver.GetLevel()->GetValue() - S9At(receiver.GetFrequency());
+    return {RIG_OK, {{"STRENGTH", QByteArray::number(std::lround(level))}}};
 }
 
 Reply getVfo(Receiver&, const Words&) {

@@ -2,6 +2,7 @@
 
 #include "host/base/frequencytext.h"
 #include "receiver/hamlibreceiver.h"
+#include "workstation/helpwindow.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -12,6 +13,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSpinBox>
 
 #include <algorithm>
@@ -65,7 +67,9 @@ ConnectDialog::ConnectDialog(const std::optional<RadioProfile>& present, QWidget
         accept();
     });
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    show(present.value_or(RadioProfile{QString(), NoModel}));
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+            [this] { HelpWindow::ShowFor(*this, this); });
+    fill(present.value_or(RadioProfile{QString(), NoModel}));
     resize(UsualSize);
 }
 
@@ -166,7 +170,7 @@ void ConnectDialog::filter(const QString& words) {
 void ConnectDialog::chooseProfile(const QString& name) {
     const auto found = std::ranges::find(m_profiles, name, &RadioProfile::name);
     if (found != m_profiles.end())
-        show(*found);
+        fill(*found);
 }
 
 void ConnectDialog::removeProfile() {
@@ -178,7 +182,7 @@ void ConnectDialog::removeProfile() {
     m_profile->clearEditText();
 }
 
-void ConnectDialog::show(const RadioProfile& profile) {
+void ConnectDialog::fill(const RadioProfile& profile) {
     for (int row = 0; row < m_models->count(); ++row) {
         if (m_models->item(row)->data(Qt::UserRole).toInt() == profile.model)
             m_models->setCurrentRow(row);
@@ -233,7 +237,7 @@ void ConnectDialog::showProblem() {
 }
 
 void ConnectDialog::test() {
-    m_tested = std::make_unique<HamlibReceiver>(*GetChoice());
+    m_tested = std::make_unique<HamlibReceiver>(*GetChoice(), HamlibReceiver::Lost::GivenUp);
     m_answer->setText(tr("Connecting..."));
     connect(m_tested.get(), &ReceiverLink::StateChanged, m_answer,
             [this](ReceiverState state, const QString& words) {

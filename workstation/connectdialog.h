@@ -38,7 +38,7 @@ private:
     void filter(const QString& words);
     void chooseProfile(const QString& name);
     void removeProfile();
-    void show(const RadioProfile& profile);
+    void fill(const RadioProfile& profile);
     void chooseModel();
     void showProblem();
     void fillPorts(RadioModel::Port port);

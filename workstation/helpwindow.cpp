@@ -24,8 +24,9 @@ constexpr int Margins = 32; ///< of the text, beside a picture
 constexpr char English[] = "en";
 constexpr char FirstTopic[] = "start";
 
-constexpr const char* TopicNames[] = {FirstTopic,     "find",   "channels",    "edit", "search", "bar",
-                                      "time-picture", "export", "preferences", "keys", "files"};
+constexpr const char* TopicNames[] = {FirstTopic, "find",        "receivers", "channels",
+                                      "edit",     "search",      "bar",       "time-picture",
+                                      "export",   "preferences", "keys",      "files"};
 
 /// What the guide says of a widget, by its class.
 struct TopicRow {
@@ -38,10 +39,11 @@ constexpr TopicRow TopicRows[] = {
     {"TimePicture", "time-picture"},
     {"DetailsPanel", "edit"},
     {"TuningStrip", "find"},
-    {"ReceiverPanel", "find"},
+    {"ReceiverPanel", "receivers"},
+    {"ConnectDialog", "receivers"},
     {"MemorySystemListView", "channels"},
     {"JobPanel", "channels"},
-    {"ScanPanel", "channels"},
+    {"ScanPanel", "receivers"},
     {"WkfListView", "edit"},
     {"SearchMCNOIListView", "search"},
     {"BandsPanel", "search"},

@@ -29,13 +29,19 @@ TEST(RadioCommands, TuneSetsWhatTheReceiverTakesAndPrintsIt) {
         {"tune --receiver hamlib:1 99GHz", ExitFile, "outside"},
         {"tune --receiver hamlib:1 7055kHz XYZ", ExitFile, "\"XYZ\""},
         {"tune --receiver hamlib:2@127.0.0.1:1 7055kHz", ExitFile, "no answer"},
+        {"level --receiver hamlib:2@127.0.0.1:1", ExitFile, "no answer"},
+        {"level --receiver hamlib:2014@/nowhere/tty", ExitFile, "is not there"},
+        {"level --receiver hamlib:99999", ExitUsage, "no model 99999"},
         {"tune --receiver hamlib:2 7055kHz", ExitUsage, "host:port"},
         {"tune --receiver attic 7055kHz", ExitUsage, "\"attic\""},
         {"tune seven", ExitUsage, "seven"},
         {"tune 1 2 3 4", ExitUsage, "more than"},
     };
-    for (const Tuning& tuning : tunings)
-        EXPECT_TRUE(Cli(tuning.words).Is(tuning.exitCode, tuning.told)) << tuning.words;
+    for (const Tuning& tuning : tunings) {
+        const CliResult result = Cli(tuning.words);
+        EXPECT_TRUE(result.Is(tuning.exitCode, tuning.told)) << tuning.words;
+        EXPECT_EQ(result.err.find("tries again"), std::string::npos) << result.err;
+    }
 }
 
 } // namespace

@@ -206,6 +206,10 @@ TEST_F(ScanTest, WhatCannotBeScannedOrWrittenIsTold) {
     EXPECT_TRUE(Cli("scan", {Path("none.ltl"), Path("out.xml")}).Is(ExitFile, "none.ltl: no such file"));
     EXPECT_TRUE(
         Cli("scan --range 1kHz-2kHz --step 1k", {Path("out.xml")}).Is(ExitFile, "Nothing can be reached"));
+    const QStringList nobody{"--receiver", "hamlib:2@127.0.0.1:1", "--for", "1s"};
+    const CliResult never = ScanRange(nobody, Path("out.xml"));
+    EXPECT_TRUE(never.Is(ExitFile, "never reached")) << never.out;
+    EXPECT_TRUE(never.Is(ExitFile, "tries again")) << "as long as it has time";
     EXPECT_TRUE(ScanRange({"--passes", "1"}, Q("/proc/out.xml")).Is(ExitFile, Q("/proc/out.xml")));
 }
 

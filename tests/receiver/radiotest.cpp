@@ -1,59 +1,10 @@
 #include "host/valuetree/tree.h"
-#include "receiver/hamlibreceiver.h"
-#include "receiver/receiver.h"
-#include "receiver/receiverchoice.h"
 #include "receiver/simulatedreceiver.h"
-#include "tests/receiver/radioserver.h"
-
-#include <QElapsedTimer>
-#include <QSignalSpy>
-
-using namespace std::chrono_literals;
+#include "tests/receiver/attachedradio.h"
 
 namespace {
 
-/// A receiver with a radio behind it.
-class Radios : public testing::Test {
-protected:
-    Radios() {
-        Tree::Instance()->GetRoot()->DeleteChildren();
-        receiver = std::make_unique<Receiver>(ReceiverKind::HF);
-        QObject::connect(receiver.get(), &Receiver::Refused,
-                         [this](const QString& reason) { refused << reason; });
-        QObject::connect(receiver.get(), &Receiver::Measured,
-                         [this](double, quint64 serial) { measured = serial; });
-    }
-    void TearDown() override {
-        receiver.reset();
-        EXPECT_TRUE(HamlibReceiver::WaitForAll(20s)) << "the radio is closed";
-    }
-    void attach(int model, const QString& port, int timeout = 500) {
-        RadioProfile profile{QString(), model, port};
-        profile.timeout = timeout;
-        EXPECT_EQ(profile.Problem(), QString());
-        receiver->Attach(std::make_unique<HamlibReceiver>(profile));
-    }
-    bool comesTo(ReceiverState state) {
-        return QTest::qWaitFor([&] { return receiver->GetState() == state; }, Patience);
-    }
-    bool comesTo(Names::Id key, const QString& wanted) {
-        return QTest::qWaitFor([&] { return text(key) == wanted; }, Patience);
-    }
-    /// Whether a level has been measured with all that was set.
-    bool isMeasured() {
-        return QTest::qWaitFor([&] { return measured >= receiver->GetSerial(); }, Patience);
-    }
-    QString text(Names::Id key) const { return receiver->GetValue(key)->GetStringValue(); }
-    std::string told() const { return (receiver->GetStateText() + '\n' + refused.join('\n')).toStdString(); }
-    const ReceiverSetting& setting(Names::Id key) const {
-        return *std::ranges::find_if(receiver->GetSettings(),
-                                     [key](const ReceiverSetting& known) { return known.key == key; });
-    }
-
-    std::unique_ptr<Receiver> receiver;
-    QStringList refused;
-    quint64 measured = 0;
-};
+using Radios = AttachedRadios;
 
 TEST_F(Radios, ConnectingReadsTheRadioAndSetsNothing) {
     RadioServer server;
@@ -133,19 +84,6 @@ TEST_F(Radios, LimitsAndChoicesAreThoseOfTheModel) {
     EXPECT_FALSE(receiver->CanSet(setting(KeyOffset)));
 }
 
-TEST_F(Radios, TheLevelIsOverS9OfTheFrequency) {
-    RadioServer server;
-    attach(RadioProfile::Client, server.Port());
-    ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
-    for (const auto& [hertz, s9] : {std::pair{7055000.0, 34.0}, {144800000.0, 14.0}}) {
-        receiver->Tune(hertz);
-        ASSERT_TRUE(isMeasured());
-        // The dummy's strength is made up anew each time, from S0 on.
-        EXPECT_GE(receiver->GetLevel()->GetValue(), s9 - 60);
-        EXPECT_LE(receiver->GetLevel()->GetValue(), s9 + 66);
-    }
-}
-
 TEST_F(Radios, AServerThatGoesAndComesBackIsFollowedAgain) {
     RadioServer server;
     attach(RadioProfile::Client, server.Port());
@@ -181,7 +119,14 @@ TEST_F(Radios, WhatCannotBeOpenedIsToldWithItsReason) {
         attach(bad.model, bad.port);
         EXPECT_TRUE(comesTo(bad.state)) << told();
         EXPECT_TRUE(receiver->GetStateText().contains(bad.words)) << told();
+        EXPECT_TRUE(receiver->GetStateText().contains("tries again")) << told();
+        attach(bad.model, bad.port, 500, HamlibReceiver::Lost::GivenUp);
+        EXPECT_TRUE(comesTo(bad.state)) << told();
+        EXPECT_TRUE(receiver->GetStateText().contains(bad.words)) << told();
+        EXPECT_FALSE(receiver->GetStateText().contains("tries again")) << told();
     }
+    EXPECT_TRUE(HamlibReceiver::WaitForAll(std::chrono::milliseconds(Patience)))
+        << "who has given up holds nothing any more";
 }
 
 } // namespace

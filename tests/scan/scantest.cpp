@@ -130,6 +130,17 @@ TEST_F(ChannelScans, ChannelsTuneWithTheirOwnSettingsAndStopAtTheirOwnThresholds
     EXPECT_EQ(read(ScanKeys::State), "Not scanning");
 }
 
+TEST_F(ChannelScans, ABandwidthThatStaysIsSaidWithANewMode) {
+    add<ValueNumeric<double>>(*addChannel(7e6, "LSB", 30), Keys::KeyBandwidth)->SetValue(6000);
+    addChannel(6e6, "AM", 50);
+    ASSERT_TRUE(scan->Start());
+    EXPECT_EQ(link->wishes["bandwidth"], "6000");
+    link->wishes.clear();
+    step(-30);
+    EXPECT_EQ(link->wishes["demodulation"], "AM");
+    EXPECT_FALSE(link->wishes.contains("bandwidth")) << "the channel has none";
+}
+
 TEST_F(ChannelScans, AChannelOfSeveralFrequenciesGivesAStepForEach) {
     Node* range = addChannel(7e6, "LSB", 30);
     add<Value<bool>>(*range, Keys::Range)->SetValue(true);

@@ -3,6 +3,7 @@
 #include "host/gui/listsettings.h"
 #include "receiver/hamlibreceiver.h"
 #include "tests/support/testfolder.h"
+#include "workstation/helpwindow.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -55,6 +56,18 @@ TEST_F(ConnectDialogs, AModelIsFoundByItsWordsAndKeptUnderItsName) {
     EXPECT_EQ(next.GetChoice()->port, "attic:4532");
 }
 
+TEST_F(ConnectDialogs, F1ShowsTheGuideOfReceivers) {
+    ConnectDialog dialog(std::nullopt);
+    dialog.show();
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    QTest::keyClick(&dialog, Qt::Key_F1);
+    const auto* help = dialog.findChild<HelpWindow*>();
+    ASSERT_TRUE(help);
+    EXPECT_TRUE(help->isVisible());
+    EXPECT_EQ(help->GetTopic(), "receivers");
+}
+
 TEST_F(ConnectDialogs, ATestShowsWhatTheRadioAnswers) {
     for (const auto& [profile, answer] :
          {std::pair{RadioProfile{{}, RadioProfile::Dummy}, "145.000000 MHz, FM"},
@@ -65,6 +78,7 @@ TEST_F(ConnectDialogs, ATestShowsWhatTheRadioAnswers) {
             [&, &words = answer] { return part<QLabel>(dialog, "Answer")->text().contains(words); },
             Patience))
             << part<QLabel>(dialog, "Answer")->text().toStdString();
+        EXPECT_FALSE(part<QLabel>(dialog, "Answer")->text().contains("again")) << "a test is made once";
     }
     EXPECT_TRUE(HamlibReceiver::WaitForAll(std::chrono::milliseconds(Patience)));
 }
