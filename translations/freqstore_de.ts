@@ -4019,6 +4019,13 @@ Fremdes: %2</translation>
         <source>holds unsaved work of %1, which is not there</source>
         <translation>enthält Ungespeichertes von %1, das nicht da ist</translation>
     </message>
+    <message numerus="yes">
+        <source>%1: %n entries restored</source>
+        <translation>
+            <numerusform>%1: %n Eintrag wiederhergestellt</numerusform>
+            <numerusform>%1: %n Einträge wiederhergestellt</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>ResultDialogs</name>
@@ -4784,24 +4791,12 @@ Fremdes: %2</translation>
         <translation>Sweeps (*.csv);;Alle Dateien (*)</translation>
     </message>
     <message>
-        <source>another file of sweeps is being read</source>
-        <translation>eine andere Datei mit Sweeps wird gerade gelesen</translation>
-    </message>
-    <message>
         <source>holds no power sweeps</source>
         <translation>enthält keine Sweeps</translation>
     </message>
     <message>
         <source>%1: %2 detections in %3 sweeps</source>
         <translation>%1: %2 Detektionen in %3 Sweeps</translation>
-    </message>
-    <message>
-        <source>Looking for signals...</source>
-        <translation>Signale werden gesucht...</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>

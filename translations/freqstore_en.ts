@@ -214,6 +214,13 @@
             <numerusform>%1: %n entries, written %2 UTC</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%1: %n entries restored</source>
+        <translation>
+            <numerusform>%1: %n entry restored</numerusform>
+            <numerusform>%1: %n entries restored</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>ScanPanel</name>

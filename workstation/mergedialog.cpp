@@ -105,7 +105,6 @@ void MergeDialog::addTable() {
     m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
     QHeaderView& header = *m_table->horizontalHeader();
     header.setHighlightSections(false);
-    header.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     for (int column = 0; column < MergeModel::ColumnCount; ++column)
         header.resizeSection(column, fontMetrics().horizontalAdvance(QLatin1Char('0')) * Widths[column]);
     header.setSectionResizeMode(MergeModel::ColumnComment, QHeaderView::Stretch);

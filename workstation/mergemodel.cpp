@@ -49,6 +49,11 @@ constexpr const char* Choices[] = {
     QT_TRANSLATE_NOOP("MergeModel", "Keep mine"), QT_TRANSLATE_NOOP("MergeModel", "Take theirs"),
     QT_TRANSLATE_NOOP("MergeModel", "Keep both"), QT_TRANSLATE_NOOP("MergeModel", "Join comments")};
 
+Qt::Alignment alignmentOf(int column) {
+    const bool isNumber = column == MergeModel::ColumnFrequency || column == MergeModel::ColumnBandwidth;
+    return (isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
+}
+
 const StateInfo& infoOf(State state) {
     return States[static_cast<size_t>(state)];
 }
@@ -176,10 +181,8 @@ QVariant MergeModel::data(const QModelIndex& index, int role) const {
         return tipOf(row, column);
     case Qt::ForegroundRole:
         return colorOf(row, column);
-    case Qt::TextAlignmentRole: {
-        const bool isNumber = column == ColumnFrequency || column == ColumnBandwidth;
-        return QVariant((isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
-    }
+    case Qt::TextAlignmentRole:
+        return QVariant(alignmentOf(column));
     default:
         return QVariant();
     }
@@ -188,6 +191,8 @@ QVariant MergeModel::data(const QModelIndex& index, int role) const {
 QVariant MergeModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal)
         return role == Qt::DisplayRole ? QVariant(static_cast<int>(MergeRow(section)) + 1) : QVariant();
+    if (role == Qt::TextAlignmentRole)
+        return QVariant(alignmentOf(section));
     if (role == Qt::ToolTipRole && section == ColumnState)
         return tr("What becomes of the entry, and which row of the list it belongs to");
     return role == Qt::DisplayRole ? QVariant(tr(Columns[section].title)) : QVariant();

@@ -2,6 +2,7 @@
 
 #include "host/base/datetime.h"
 #include "host/base/problems.h"
+#include "host/freqlist/freqstore.h"
 #include "host/gui/guibase.h"
 #include "host/report/filestamps.h"
 #include "host/report/outputfile.h"
@@ -127,7 +128,11 @@ bool RecoveryOffer::restore(const Row& row) {
         const QTemporaryDir folder;
         const QString copy = folder.filePath(QStringLiteral("recovered") + row.section->head.suffix);
         row.file->reader.Extract(*row.section, copy);
-        return row.list->takeContent(copy);
+        if (!row.list->takeContent(copy))
+            return false;
+        emit FreqStore::Instance().Told(
+            tr("%1: %n entries restored", "", static_cast<int>(row.list->count())).arg(row.list->name));
+        return true;
     });
 }
 

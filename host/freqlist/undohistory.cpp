@@ -23,8 +23,10 @@ QString withoutMarks(QString name) {
     return name.remove(QLatin1Char('&')).remove(QChar(0x2026)).remove(QStringLiteral("..."));
 }
 
+/// Changes come by the hundred thousand, and the GUI thread stays the same.
 int loopLevel() {
-    return QThread::currentThread()->loopLevel();
+    static const QThread* const thread = QThread::currentThread();
+    return thread->loopLevel();
 }
 
 } // namespace
@@ -88,10 +90,10 @@ private:
     ListStep* find(const Node* node) {
         if (!node || loopLevel() != m_level)
             return nullptr;
-        if (m_last < m_lists.size() && m_lists[m_last].GetNode() == node)
+        if (m_last < m_lists.size() && m_lists[m_last].IsOf(*node))
             return &m_lists[m_last];
-        const auto found = std::find_if(m_lists.begin(), m_lists.end(),
-                                        [node](const ListStep& list) { return list.GetNode() == node; });
+        const auto found =
+            std::ranges::find_if(m_lists, [node](const ListStep& list) { return list.IsOf(*node); });
         if (found == m_lists.end())
             return nullptr;
         m_last = static_cast<size_t>(found - m_lists.begin());
@@ -363,6 +365,7 @@ void UndoHistory::SetOn(bool on) {
     Recorders::SetForAction(nullptr);
     m_running.clear();
     m_stack->clear();
+    m_packing.stop();
 }
 
 UndoHistory::~UndoHistory() = default;

@@ -7,7 +7,7 @@
 
 #include <QSet>
 
-ListStep::ListStep(int listId, Node& list) : m_listId(listId), m_list(&list) {
+ListStep::ListStep(int listId, Node& list) : m_listId(listId), m_list(&list), m_address(&list) {
     const FrequencyNodeMediatorCtrl* views = Controller();
     m_scrollBefore = views ? views->ScrollPlace() : 0;
 }

@@ -26,6 +26,8 @@ public:
 
     int GetListId() const { return m_listId; }
     const Node* GetNode() const { return m_list.get(); }
+    /// Whether it is about that node; cheap. A list that has gone is never swapped, whatever is taken for it.
+    bool IsOf(const Node& list) const { return &list == m_address; }
     bool IsEmpty() const { return m_absent.IsEmpty() && m_present.IsEmpty() && m_changed.IsEmpty(); }
     /// How many entries came, went or changed; of an action that replaced entries, those that came.
     size_t EntryCount() const;
@@ -64,6 +66,7 @@ private:
 
     int m_listId;
     WeakRef<Node> m_list;
+    const Node* m_address; ///< only to be compared
     KeptEntries m_absent;
     SerialRanges m_present;
     UndoBytes m_contents;

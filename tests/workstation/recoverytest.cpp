@@ -202,6 +202,7 @@ TEST_F(Recoveries, AreOfferedAndGoneWhenTheyAreInTheNextOne) {
     answer("restore");
     EXPECT_FALSE(station->OfferRecovery());
     EXPECT_EQ(entriesOf(Noi), 3);
+    EXPECT_EQ(status(), "NOI Frequencies: 3 entries restored");
     EXPECT_TRUE(files().contains("dead.recovery")) << "nothing else holds it yet";
     recovery().WriteNow();
     EXPECT_FALSE(files().contains("dead.recovery"));
