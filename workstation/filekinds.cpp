@@ -45,15 +45,14 @@ QString usageOf(const QString& path) {
     return QString();
 }
 
-constexpr const char* OwnMarks[] = {".xml", ".sfl", ".ltl", ".csv", ".noi", ".pij"};
 constexpr char OwnJson[] = "json"; ///< of the command line's programs
 
 /// Whether a file is a table that no list reads as its own.
 bool isTable(const QString& path) {
     const QString name = QFileInfo(path).fileName();
     const bool isCsv = PathContains(name, ".csv");
-    const bool isOurs = std::any_of(std::begin(OwnMarks), std::end(OwnMarks),
-                                    [&](const char* mark) { return PathContains(path, mark); });
+    const bool isOurs =
+        std::ranges::any_of(OwnFiles, [&](const OwnFileRow& own) { return PathContains(path, own.mark); });
     if ((isOurs && !isCsv) || QFileInfo(path).suffix() == QLatin1String(OwnJson))
         return false;
     try {
@@ -68,8 +67,8 @@ bool isTable(const QString& path) {
 
 QString KnownFilesFilter() {
     QStringList patterns;
-    for (const char* const mark : OwnMarks)
-        patterns << QLatin1Char('*') + QLatin1String(mark);
+    for (const OwnFileRow& own : OwnFiles)
+        patterns << QLatin1Char('*') + QLatin1String(own.mark);
     for (const Interchange::Format* const format : Interchange::Formats()) {
         for (const QString& ending : QString::fromLatin1(format->endings).split(QLatin1Char(' ')))
             patterns << QLatin1Char('*') + ending;
