@@ -72,6 +72,21 @@ std::optional<Interchange::TableChoice> choiceFor(const Arguments& args, const Q
     return std::nullopt;
 }
 
+/// Whether a file is a table that the list does not read as its own.
+bool isTableOfOthers(const CliList& list, const QString& path) {
+    if (!QFileInfo(path).isFile())
+        return false;
+    const FileFormat own = list.Names().FormatRead(path);
+    if (own != FileFormat::Csv || !list.Parser())
+        return own == FileFormat::Unknown;
+    try {
+        const Interchange::TableLook look = Interchange::LookAtTable(path);
+        return look.MayHoldFrequencies() && !look.IsOwn();
+    } catch (const RGException&) {
+        return false; // the list's reader tells what is wrong
+    }
+}
+
 } // namespace
 
 void Foreign::AddOptions(QCommandLineParser& parser) {
@@ -83,17 +98,16 @@ void Foreign::AddOptions(QCommandLineParser& parser) {
     parser.addOption(
         {QStringLiteral("keep-extras"),
          QStringLiteral("Keep in the comment what other programs' files say and lists have no place for.")});
-    parser.addOption({QStringLiteral("on-air"),
-                      QStringLiteral("Of a file with times on air, take only what is on air at a time, or now."),
-                      QStringLiteral("TIME|now")});
+    parser.addOption(
+        {QStringLiteral("on-air"),
+         QStringLiteral("Of a file with times on air, take only what is on air at a time, or now."),
+         QStringLiteral("TIME|now")});
 }
 
 bool Foreign::Read(const Arguments& args, CliList& list, const QString& path, QString* kind) {
     const Interchange::Format* const format =
         args.IsSet("columns") ? nullptr : Interchange::FormatOfFile(path);
-    const bool isTable =
-        args.IsSet("columns") ||
-        (!format && list.Names().FormatRead(path) == FileFormat::Unknown && QFileInfo(path).isFile());
+    const bool isTable = args.IsSet("columns") || (!format && isTableOfOthers(list, path));
     if (!format && !isTable)
         return list.Read(path);
     Interchange::ReadOptions options;

@@ -34,7 +34,7 @@ constexpr std::size_t FlushAt = 1 << 16;
 /// Counts what no foreign format has a place for.
 void countRest(const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) {
     const auto says = [](const QString& text) {
-        return !text.isEmpty() && text != QLatin1String("undefined");
+        return !text.isEmpty() && text != QLatin1String("undefined") && text != QLatin1String("Not defined");
     };
     const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
     const FreqStoreXml::Profile_Data& profile = entry.GetProfile_Data();

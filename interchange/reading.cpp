@@ -107,6 +107,10 @@ void Reading::setMode(const Station& station, double bandwidth) {
     }
     if (bandwidth > 0)
         settings.GetIFBandwidth().SetValue(bandwidth);
+    // The word that a writer would choose by the bandwidth may be another one.
+    if (m_options.keepExtras && m_lastMode.isKnown && m_lastMode.isExact &&
+        WordOf(station.words, m_lastMode.name, bandwidth) != station.mode)
+        Keep("Mode", station.mode);
 }
 
 void Reading::Refuse(qint64 line, const QString& reason) {

@@ -7,7 +7,7 @@
 #include <QHash>
 
 #include <charconv>
-#include <cmath>
+#include <map>
 
 namespace Interchange {
 
@@ -17,6 +17,7 @@ namespace {
 // Hz and the number of a mode. An export is one list without its name; in old files the bookmarks stand
 // directly in their list. In all of them a bookmark is an object with a frequency.
 
+constexpr char UsualList[] = "General";
 constexpr std::string_view Modes[] = {"NFM", "WFM", "AM", "DSB", "USB", "CW", "LSB", "RAW"};
 
 bool knows(const QString& head) {
@@ -74,7 +75,7 @@ private:
             m_reading.GetAccount().Count(QT_TRANSLATE_NOOP("Account", "unknown modes"));
             m_reading.Extra("Mode", frame.mode);
         }
-        if (const std::string_view list = listName(); list != "General")
+        if (const std::string_view list = listName(); list != UsualList)
             m_reading.Extra("List", list);
         m_reading.Take({.line = Line(),
                         .frequency = frame.frequency,
@@ -105,47 +106,78 @@ void read(QIODevice& device, Reading& reading) {
 class BookmarkEncoder : public Encoder {
 public:
     void Begin(std::string& out) override {
-        out += "{\n    \"bookmarkDisplayMode\": 1,\n    \"lists\": {\n        \"General\": {\n            "
-               "\"bookmarks\": {";
+        out += "{\n    \"bookmarkDisplayMode\": 1,\n    \"lists\": {";
+        beginList(out, QLatin1String(UsualList));
     }
 
     void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) override {
         const Outgoing of(entry, ModeWords::SdrPlus, false, lost);
-        out += lost.entries == 1 ? "\n" : ",\n";
-        out += "                ";
-        AppendJsonText(out, uniqueName(of.Comment(), of.hertz, lost));
-        out += ": {\"bandwidth\": ";
-        appendNumber(out, of.bandwidth);
-        out += ", \"frequency\": ";
-        appendNumber(out, of.hertz);
-        const auto* const found = std::find(std::begin(Modes), std::end(Modes), of.word);
-        out +=
-            ", \"mode\": " + std::to_string(found == std::end(Modes) ? 0 : found - std::begin(Modes)) + "}";
+        const QString list = of.Kept("List", UsualList);
+        List& names = m_lists[list];
+        std::string& to = list == QLatin1String(UsualList) ? out : names.bookmarks;
+        to += names.counts.isEmpty() ? "\n" : ",\n";
+        to += "                ";
+        AppendJsonText(to, uniqueName(of.Comment(), of.hertz, names.counts, lost));
+        to += ": {\"bandwidth\": ";
+        appendNumber(to, of.bandwidth);
+        to += ", \"frequency\": ";
+        appendNumber(to, of.hertz);
+        to += ", \"mode\": " + std::to_string(modeOf(of)) + "}";
     }
 
     void End(std::string& out) override {
-        out += "\n            },\n            \"showOnWaterfall\": true\n        }\n    },\n    "
-               "\"selectedList\": "
-               "\"General\"\n}\n";
+        endList(out);
+        for (const auto& [name, list] : m_lists) {
+            if (list.bookmarks.empty())
+                continue;
+            out += ',';
+            beginList(out, name);
+            out += list.bookmarks;
+            endList(out);
+        }
+        out += "\n    },\n    \"selectedList\": \"General\"\n}\n";
     }
 
 private:
-    static void appendNumber(std::string& out, double hertz) {
-        AppendFixed(out, hertz, hertz == std::round(hertz) ? 1 : 3);
+    struct List {
+        std::string bookmarks;      ///< none of the usual list, which go into the file at once
+        QHash<QString, int> counts; ///< of names, with the last number that each was given
+    };
+
+    static void beginList(std::string& out, const QString& name) {
+        out += "\n        ";
+        AppendJsonText(out, name);
+        out += ": {\n            \"bookmarks\": {";
     }
-    /// Bookmarks are known by their names: none may be there twice.
-    QString uniqueName(const QString& wanted, double hertz, Account& lost) {
+    static void endList(std::string& out) {
+        out += "\n            },\n            \"showOnWaterfall\": true\n        }";
+    }
+    static void appendNumber(std::string& out, double hertz) {
+        AppendFixed(out, hertz, 3);
+        while (out.ends_with('0') && out[out.size() - 2] != '.')
+            out.pop_back();
+    }
+    /// Of an entry without a demodulation, that of another program, which was kept.
+    static qint64 modeOf(const Outgoing& of) {
+        const auto* const found = std::find(std::begin(Modes), std::end(Modes), of.Word(""));
+        if (found != std::end(Modes))
+            return found - std::begin(Modes);
+        return of.demodulation.isEmpty() ? of.Kept("Mode", "0").toUInt() : 0;
+    }
+    /// Bookmarks of a list are known by their names: none may be there twice.
+    static QString uniqueName(const QString& wanted, double hertz, QHash<QString, int>& names,
+                              Account& lost) {
         const QString name = wanted.isEmpty() ? QStringLiteral("%1 Hz").arg(hertz, 0, 'f', 0) : wanted;
         QString unique = name;
-        while (m_names.contains(unique))
-            unique = QStringLiteral("%1 (%2)").arg(name).arg(++m_names[name]);
-        m_names.insert(unique, 1);
+        while (names.contains(unique))
+            unique = QStringLiteral("%1 (%2)").arg(name).arg(++names[name]);
+        names.insert(unique, 1);
         if (unique != name)
             lost.Count(QT_TRANSLATE_NOOP("Account", "names that are there twice"));
         return unique;
     }
 
-    QHash<QString, int> m_names; ///< with the last number that each was given
+    std::map<QString, List> m_lists;
 };
 
 } // namespace

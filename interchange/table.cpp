@@ -1,5 +1,7 @@
 #include "interchange/table.h"
 
+#include "host/freqstorexml/csvlayout.h"
+#include "host/freqstorexml/csvoptions.h"
 #include "interchange/rows.h"
 
 #include <QCoreApplication>
@@ -8,6 +10,7 @@
 #include <QStringDecoder>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 
 namespace Interchange {
@@ -52,19 +55,23 @@ double takeUnit(std::string_view& number) {
     return 0;
 }
 
-/// A number in the C locale: blanks between digits, and with a decimal comma the points, group thousands.
+/// Whether a text begins with three digits and no fourth one.
+bool beginsWithThousands(std::string_view text) {
+    const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
+    return digits == 3;
+}
+
+/// A number in the C locale: blanks, and with a decimal comma the points, may group thousands.
 std::string plainNumber(std::string_view text, bool hasDecimalComma) {
+    constexpr std::string_view Unbroken = "\xC2\xA0"; // a blank
     std::string number;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c == ',' && hasDecimalComma)
-            number += '.';
-        else if (c == ' ' || c == '\'' || (c == '.' && hasDecimalComma))
-            continue;
-        else if (text.substr(i).starts_with("\xC2\xA0")) // a blank that does not break
-            ++i;
-        else
-            number += c;
+    while (!text.empty()) {
+        const char c = text.front();
+        const std::size_t size = text.starts_with(Unbroken) ? Unbroken.size() : 1;
+        const bool isGap = size > 1 || c == ' ' || c == '\'' || (c == '.' && hasDecimalComma);
+        if (!isGap || !beginsWithThousands(text.substr(size)))
+            number += c == ',' && hasDecimalComma ? '.' : c;
+        text.remove_prefix(size);
     }
     return number;
 }
@@ -373,6 +380,28 @@ bool TableLook::MayHoldFrequencies() const {
                                                             [](const TableColumn& column) {
                                                                 return column.field == TableField::Frequency;
                                                             }));
+}
+
+bool TableLook::IsOwn() const {
+    using FreqStoreXml::CsvLayout;
+    const CsvLayout& ours = CsvLayout::Of(FreqStoreXml::FrequencyStoreListHelper::XmlList);
+    const qsizetype frequency = headings.indexOf(QLatin1String("Frequency"));
+    for (qsizetype i = 0; i < headings.size(); ++i) {
+        const std::string name = headings[i].toStdString();
+        const bool isNone = choice.hasHeadings && headings[i] == QString::number(i + 1);
+        if (!isNone && !ours.Find(name) && !CsvLayout::OfDetectionResults().Find(name) &&
+            name != FreqStoreXml::CsvOptions::SafeMark)
+            return false;
+    }
+    constexpr double LeastLarge = 30'000; // Hz; below it nobody listens, and in MHz it is all that there is
+    bool areSmall = true;
+    bool haveDecimals = false;
+    for (const QStringList& row : rows) {
+        const double number = row.value(frequency).toDouble();
+        areSmall = areSmall && number < LeastLarge;
+        haveDecimals = haveDecimals || number != std::trunc(number);
+    }
+    return frequency >= 0 && !(areSmall && haveDecimals);
 }
 
 TableLook LookAtTable(QIODevice& device, const QString& name, const TableHints& hints) {

@@ -67,6 +67,8 @@ struct TableLook {
     double LikelyUnit(qsizetype column) const;
     /// Whether it may be a table of frequencies at all: no markup, and several columns or one of numbers.
     bool MayHoldFrequencies() const;
+    /// Whether it may be our own CSV: all its headings are ours, and its frequencies can be in Hz.
+    bool IsOwn() const;
 };
 
 /// Looks at the beginning of a table, and tells nothing; throws RGException for what is no text or has no

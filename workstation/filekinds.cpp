@@ -1,8 +1,6 @@
 #include "workstation/filekinds.h"
 
 #include "controls/frequencystore/files/filekind.h"
-#include "host/freqstorexml/csvlayout.h"
-#include "host/freqstorexml/csvoptions.h"
 #include "host/report/xmlscanner.h"
 #include "interchange/format.h"
 #include "interchange/table.h"
@@ -11,8 +9,6 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
-
-#include <cmath>
 
 namespace {
 
@@ -49,43 +45,19 @@ QString usageOf(const QString& path) {
     return QString();
 }
 
-constexpr const char* OwnMarks[] = {".xml", ".sfl", ".ltl", ".csv", ".noi", ".pij"};
 constexpr char OwnJson[] = "json"; ///< of the command line's programs
-
-/// A table whose headings are all ours, and whose frequencies can be in Hz, is our own.
-bool isOwn(const Interchange::TableLook& look) {
-    using FreqStoreXml::CsvLayout;
-    const CsvLayout& ours = CsvLayout::Of(FreqStoreXml::FrequencyStoreListHelper::XmlList);
-    const qsizetype frequency = look.headings.indexOf(QLatin1String("Frequency"));
-    for (qsizetype i = 0; i < look.headings.size(); ++i) {
-        const std::string name = look.headings[i].toStdString();
-        const bool isNone = look.choice.hasHeadings && look.headings[i] == QString::number(i + 1);
-        if (!isNone && !ours.Find(name) && !CsvLayout::OfDetectionResults().Find(name) &&
-            name != FreqStoreXml::CsvOptions::SafeMark)
-            return false;
-    }
-    constexpr double LeastLarge = 30'000; // Hz; below it nobody listens, and in MHz it is all that there is
-    bool areSmall = true;
-    bool haveDecimals = false;
-    for (const QStringList& row : look.rows) {
-        const double number = row.value(frequency).toDouble();
-        areSmall = areSmall && number < LeastLarge;
-        haveDecimals = haveDecimals || number != std::trunc(number);
-    }
-    return frequency >= 0 && !(areSmall && haveDecimals);
-}
 
 /// Whether a file is a table that no list reads as its own.
 bool isTable(const QString& path) {
     const QString name = QFileInfo(path).fileName();
     const bool isCsv = PathContains(name, ".csv");
-    const bool isOurs = std::any_of(std::begin(OwnMarks), std::end(OwnMarks),
-                                    [&](const char* mark) { return PathContains(path, mark); });
+    const bool isOurs =
+        std::ranges::any_of(OwnFiles, [&](const OwnFileRow& own) { return PathContains(path, own.mark); });
     if ((isOurs && !isCsv) || QFileInfo(path).suffix() == QLatin1String(OwnJson))
         return false;
     try {
         const Interchange::TableLook look = Interchange::LookAtTable(path);
-        return look.MayHoldFrequencies() && !(isCsv && isOwn(look));
+        return look.MayHoldFrequencies() && !(isCsv && look.IsOwn());
     } catch (const RGException&) {
         return false; // whoever reads the file tells what is wrong with it
     }
@@ -95,8 +67,8 @@ bool isTable(const QString& path) {
 
 QString KnownFilesFilter() {
     QStringList patterns;
-    for (const char* const mark : OwnMarks)
-        patterns << QLatin1Char('*') + QLatin1String(mark);
+    for (const OwnFileRow& own : OwnFiles)
+        patterns << QLatin1Char('*') + QLatin1String(own.mark);
     for (const Interchange::Format* const format : Interchange::Formats()) {
         for (const QString& ending : QString::fromLatin1(format->endings).split(QLatin1Char(' ')))
             patterns << QLatin1Char('*') + ending;

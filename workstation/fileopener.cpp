@@ -1,6 +1,7 @@
 #include "workstation/fileopener.h"
 
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/files/filekind.h"
 #include "controls/frequencystore/files/filelook.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "controls/frequencystore/noi/noifrequencyhandler.h"
@@ -25,29 +26,29 @@ constexpr char TraceSource[] = "fileopener";
 
 using FileGate::List;
 
-/// A list as its tab calls it, with its node and the marks of the names that it reads.
+/// A list as its tab calls it, with its node and the kinds of files that it reads.
 struct ListRow {
     List list;
     const char* name;
     Node* (*node)();
-    std::vector<const char*> marks;
-    bool marksEndName; ///< else they may stand anywhere in the path
+    std::vector<OwnFile> kinds;
+    bool marksEndName; ///< else their marks may stand anywhere in the path
 };
 const ListRow Lists[] = {
     {List::Targets,
      QT_TRANSLATE_NOOP("FileOpener", "Local TargetList"),
      [] { return TargetListHandler::Instance()->GetItemsRoot(); },
-     {".xml", ".sfl", ".ltl", ".csv"},
+     {OwnFile::Xml, OwnFile::SflLines, OwnFile::LtlLines, OwnFile::Csv},
      false},
     {List::MemoryChannels,
      QT_TRANSLATE_NOOP("FileOpener", "Memory Channels"),
      [] { return MemorySystemHandler::Instance()->GetItemsRoot(); },
-     {".xml", ".sfl", ".pij"},
+     {OwnFile::Xml, OwnFile::SflLines, OwnFile::Job},
      true},
     {List::Noi,
      QT_TRANSLATE_NOOP("FileOpener", "NOI Frequencies"),
      [] { return NOIFrequencyHandler::Instance()->GetItemsRoot(); },
-     {".xml", ".noi", ".csv"},
+     {OwnFile::Xml, OwnFile::NoiLines, OwnFile::Csv},
      false},
 };
 
@@ -67,8 +68,9 @@ size_t sizeOf(List list) {
 
 bool readsByName(List list, const QString& path) {
     const ListRow& row = rowOf(list);
-    return std::any_of(row.marks.begin(), row.marks.end(), [&](const char* mark) {
-        return row.marksEndName ? path.endsWith(QLatin1String(mark)) : path.contains(QLatin1String(mark));
+    return std::any_of(row.kinds.begin(), row.kinds.end(), [&](OwnFile kind) {
+        const char* const mark = RowOf(kind).mark;
+        return row.marksEndName ? path.endsWith(QLatin1String(mark)) : PathContains(path, mark);
     });
 }
 

@@ -147,6 +147,10 @@ TEST_F(ForeignTest, TablesAreReadWhenTheirUnitIsKnown) {
                   .toObject()[Q("frequency")]
                   .toDouble(),
               5'505'000.0);
+    const QString sure = Write(Q("sure.csv"), "Freq MHz,Name\n121.5,Guard\n");
+    EXPECT_EQ(ShownBy("show", {sure})[0].toObject()[Q("frequency")].toDouble(), 121'500'000.0);
+    EXPECT_TRUE(Cli("show", {Write(Q("open.csv"), "Frequency,Station\n121.5,Guard\n")})
+                    .Is(ExitFile, Q("--columns \"frequency=Frequency:MHz,name=Station\"")));
     EXPECT_TRUE(
         Cli("show", {open, "--columns", "frequency=Freq:parsec"}).Is(ExitFile, Q("\"parsec\" is no unit")));
 }

@@ -30,11 +30,32 @@ const Sample Samples[] = {
     {"fldigi", "# rfcarrier rig_mode carrier mode usage\n14070000 USB 1000 BPSK31 PSK calling\n"},
     {"kiwi-csv", "Freq kHz;Mode;Ident;Notes;Extension;Type;PB low;PB high;Offset;DOW;Begin;End;Sig bw\n"
                  "198.000;AM;\"BBC \"\"4\"\"\";Droitwich;;T1;-4900;4900;0;MTWTFSS;'0000;'2400;0\n"
-                 "7850.000;USB;CHU;\"time; signal\";;T3;300;2700;25;M____S_;'0600;'1800;0\n"},
+                 "7850.000;USB;CHU;\"time; signal\";;T3;300;2700;25;M____S_;'0600;'1800;0\n"
+                 "121500.000;AM;Narrow;;;T0;-2500;2500;0;MTWTFSS;'0000;'2400;0\n"},
     {"kiwi-json",
      "{\"dx\":[\n[198.000,\"AM\",\"BBC\",\"Droitwich\",{\"T1\":1,\"lo\":-4900,\"hi\":4900}],\n"
      "[7850.000,\"USB\",\"CHU\",\"\",{\"T3\":1,\"lo\":300,\"hi\":2700,\"o\":25,\"d0\":66,\"b0\":600,"
      "\"e0\":1800}]\n]}\n"},
+    {"sdrpp", R"({
+    "bookmarkDisplayMode": 1,
+    "lists": {
+        "General": {
+            "bookmarks": {
+                "Wide": {"bandwidth": 150000.0, "frequency": 98500000.0, "mode": 0},
+                "Odd": {"bandwidth": 0.0, "frequency": 7000000.0, "mode": 4865}
+            },
+            "showOnWaterfall": true
+        },
+        "Air": {
+            "bookmarks": {
+                "Wide": {"bandwidth": 10000.0, "frequency": 121500000.5, "mode": 2}
+            },
+            "showOnWaterfall": true
+        }
+    },
+    "selectedList": "General"
+}
+)"},
 };
 
 TEST(FilesOfOthers, ComeBackByteForByteWhenAllIsKept) {

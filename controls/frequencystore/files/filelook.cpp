@@ -183,25 +183,22 @@ void lookAtXml(QFile& file, FileLook& look) {
 
 /// The kinds of files by the marks in their names; the first that a name has counts.
 struct Kind {
-    const char* mark;
-    const char* name;
+    OwnFile kind;
     void (*look)(QFile& file, FileLook& look);
 };
 
 constexpr Kind Kinds[] = {
-    {".sfl", "SFL lines", lookAtLinesOf<SflLayout>},
-    {".ltl", "LTL lines", lookAtLinesOf<LtlLayout>},
-    {".xml", "XML", lookAtXml},
-    {".csv", "CSV", lookAtCsv},
-    {".noi", "NOI lines", lookAtLinesOf<NoiLayout>},
+    {OwnFile::Job, lookAtXml},
+    {OwnFile::SflLines, lookAtLinesOf<SflLayout>},
+    {OwnFile::LtlLines, lookAtLinesOf<LtlLayout>},
+    {OwnFile::Xml, lookAtXml},
+    {OwnFile::Csv, lookAtCsv},
+    {OwnFile::NoiLines, lookAtLinesOf<NoiLayout>},
 };
-constexpr Kind JobKind{".pij", "job", lookAtXml};
 
 const Kind* kindOf(const QString& path) {
-    if (path.endsWith(QLatin1String(JobKind.mark)))
-        return &JobKind;
     const auto* const kind =
-        std::ranges::find_if(Kinds, [&](const Kind& known) { return PathContains(path, known.mark); });
+        std::ranges::find_if(Kinds, [&](const Kind& known) { return IsNamedAs(known.kind, path); });
     return kind == std::end(Kinds) ? nullptr : kind;
 }
 
@@ -215,7 +212,7 @@ FileLook LookAtFile(const QString& path) {
     if (look.refusal.isEmpty() && !kind)
         look.refusal = QCoreApplication::translate("Readers", "is of no known kind of file");
     if (kind)
-        look.kind = QString::fromLatin1(kind->name);
+        look.kind = QString::fromLatin1(RowOf(kind->kind).name);
     if (!look.refusal.isEmpty())
         return look;
     try {

@@ -23,10 +23,11 @@ namespace {
 constexpr char TraceSource[] = "filerecords";
 
 struct LineKind {
-    const char* mark;
+    OwnFile kind;
     const LineLayout& layout;
 };
-constexpr LineKind LineKinds[] = {{".sfl", SflLayout}, {".ltl", LtlLayout}, {".noi", NoiLayout}};
+constexpr LineKind LineKinds[] = {
+    {OwnFile::SflLines, SflLayout}, {OwnFile::LtlLines, LtlLayout}, {OwnFile::NoiLines, NoiLayout}};
 
 } // namespace
 
@@ -68,11 +69,11 @@ FileRecords::FileRecords(const QString& path) {
 }
 
 bool FileRecords::read(const QString& path) {
-    if (path.endsWith(QLatin1String(".pij")))
+    if (IsNamedAs(OwnFile::Job, path))
         return readJob(path);
     Collector collector(m_records);
     for (const LineKind& kind : LineKinds)
-        if (PathContains(path, kind.mark))
+        if (IsNamedAs(kind.kind, path))
             return collector.ReadLines(path, kind.layout);
     const auto take = [&](const FrequencyStoreEntry& entry) {
         const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
@@ -81,9 +82,9 @@ bool FileRecords::read(const QString& path) {
                       FreqStoreXml::FFM_Settings::AnalogDemodToName(settings.GetAnalogDemod()),
                       entry.GetProfile_Data().GetPriority(), entry.GetProfile_Data().GetThreatClass());
     };
-    if (PathContains(path, ".xml") && !FreqStoreXml::FileHandling().IsValidFormat(path))
+    if (IsNamedAs(OwnFile::Xml, path) && !FreqStoreXml::FileHandling().IsValidFormat(path))
         return collector.ParseProfileTable(path);
-    if (PathContains(path, ".xml"))
+    if (IsNamedAs(OwnFile::Xml, path))
         FreqStoreXml::ReadXml(path, take);
     else
         FreqStoreXml::ReadCsv(path, FreqStoreXml::FrequencyStoreListHelper::XmlList, take);

@@ -103,22 +103,21 @@ bool readJob(const QString& path, MediatorType list, Entries& entries) {
 
 /// The kinds of files by the marks in their names; the first that a name has counts.
 struct Kind {
-    const char* mark;
+    OwnFile kind;
     bool (*read)(const QString& path, MediatorType list, Entries& entries);
 };
 constexpr Kind Kinds[] = {
-    {".sfl", readLines<SflLayout>},
-    {".ltl", readLines<LtlLayout>},
-    {".noi", readLines<NoiLayout>},
-    {".xml", readXml},
-    {".csv", readCsv},
+    {OwnFile::Job, readJob},
+    {OwnFile::SflLines, readLines<SflLayout>},
+    {OwnFile::LtlLines, readLines<LtlLayout>},
+    {OwnFile::NoiLines, readLines<NoiLayout>},
+    {OwnFile::Xml, readXml},
+    {OwnFile::Csv, readCsv},
 };
 
 bool readByName(const QString& path, MediatorType list, Entries& entries) {
-    if (path.endsWith(QLatin1String(".pij")))
-        return readJob(path, list, entries);
     for (const Kind& kind : Kinds) {
-        if (PathContains(path, kind.mark))
+        if (IsNamedAs(kind.kind, path))
             return kind.read(path, list, entries);
     }
     Problems::Report(TraceSource, {path, 0, QStringLiteral("is of no known kind of file")});
