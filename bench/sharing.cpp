@@ -3,6 +3,7 @@
 #include "bench/memoryprobe.h"
 #include "bench/targets.h"
 #include "controls/frequencystore/targets/wkflistentry.h"
+#include "host/valuetree/detection.h"
 #include "link/listclient.h"
 #include "link/listserver.h"
 #include "link/localbus.h"

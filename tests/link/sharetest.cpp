@@ -398,6 +398,27 @@ TEST_F(Share, garbageAndForeignVersionsAreIgnoredAndToldOnce) {
     EXPECT_LT(traces.problems.size(), 15);
 }
 
+/// Whatever numbers stand in messages, memory is taken for what has come.
+TEST_F(Share, messagesWithWrongCountsAreNoList) {
+    LocalBus hostile(broker, Q("mallory"));
+    hostile.Connect();
+    TestClient anna(broker, Q("anna"));
+    const QByteArray list = "freqstore/north/lists/Targets";
+    Messages::Manifest manifest{1, 5, 6, quint64(1) << 62, 0, 0, 0, 0, Q("mallory/x")};
+    hostile.Publish(list + "/manifest", manifest.Encode(), MessageBus::Keep::Retained);
+    ASSERT_TRUE(Until([&] { return anna.reader.Copy().Newest().has_value(); }));
+    EXPECT_FALSE(anna.reader.Copy().IsWhole());
+    manifest.revision = 7;
+    manifest.chunks = 1;
+    hostile.Publish(list + "/manifest", manifest.Encode(), MessageBus::Keep::Retained);
+    for (const quint64 count : {quint64(1) << 62, quint64(100), quint64(1)})
+        hostile.Publish(list + "/chunk/0", Messages::Chunk::EncodeRows(1, 7, count, QByteArray(1000, '\0')),
+                        MessageBus::Keep::Retained);
+    hostile.Publish(list + "/chunk/0", Messages::Chunk{1, 7, {}}.Encode(), MessageBus::Keep::Retained);
+    EXPECT_TRUE(Until([&] { return anna.reader.Copy().IsInconsistent(); }));
+    EXPECT_EQ(anna.list.GetNode().ChildCount(), 0u);
+}
+
 TEST_F(Share, presenceOfMoreSeatsThanThereCanBeIsNotKept) {
     LocalBus hostile(broker, Q("mallory"));
     hostile.Connect();
