@@ -3,10 +3,13 @@
 #include "bench/memoryprobe.h"
 #include "bench/targets.h"
 #include "controls/frequencystore/targets/wkflistentry.h"
+#include "host/valuetree/detection.h"
 #include "link/listclient.h"
 #include "link/listserver.h"
 #include "link/localbus.h"
 #include "link/mqttbus.h"
+#include "link/recordclient.h"
+#include "link/recordserver.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -154,6 +157,41 @@ void ShareEditOfLongList(benchmark::State& state) {
         reportInTurn(state, "the same in a list of 1,000", 2.0, edits(1000), edits(100000));
 }
 BENCHMARK(ShareEditOfLongList)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+
+/// A record that a search appends to a list of 100,000, beside one of 1,000, until a client shows it.
+void ShareRecordOfLongList(benchmark::State& state) {
+    constexpr unsigned Records = 5000;
+    const auto appends = [](unsigned count) {
+        return [count] {
+            LocalBroker broker;
+            LocalBus bus(broker, QStringLiteral("server"));
+            Seat seat(bus, QStringLiteral("bench"), QStringLiteral("server"));
+            ValueList<DetectionConventional> found, shown;
+            const auto record = [](unsigned id) {
+                DetectionConventional detection;
+                detection.SetID(id);
+                detection.SetFrequency(7e6 + id * 12.5);
+                return detection;
+            };
+            for (unsigned id = 0; id < count; ++id)
+                found.PushBack(record(id));
+            RecordServer server(seat, found, QStringLiteral("target"));
+            Follower late(std::make_unique<LocalBus>(broker, QStringLiteral("client")));
+            const RecordClient client(late.reader, shown);
+            until([&] { return shown.Size() == count; });
+            return processorSecondsOf([&] {
+                for (unsigned id = 0; id < Records; ++id) {
+                    found.PushBack(record(id));
+                    server.Flush();
+                    until([&] { return shown.Size() == found.Size(); });
+                }
+            });
+        };
+    };
+    for (auto _ : state)
+        reportInTurn(state, "the same in a list of 1,000", 2.0, appends(1000), appends(100000));
+}
+BENCHMARK(ShareRecordOfLongList)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 
 /// How long it takes until ten clients have an edit.
 void ShareEditToTenClients(benchmark::State& state) {

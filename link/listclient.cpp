@@ -211,10 +211,11 @@ void ListClient::Update(Observable* subject, TChangeCode code) {
         Request request;
         request.kind = Request::Kind::Load;
         request.text = name;
-        m_loadNumber = send(std::move(request)).request.number;
+        m_loading = send(std::move(request)).request;
         return;
     }
-    setFileValues();
     if (isRequest)
-        emit Refused({reason, {}, {}});
+        refuseLoading(reason);
+    else
+        setFileValues();
 }

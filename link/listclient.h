@@ -31,7 +31,9 @@ public:
     /// Why entries cannot be changed here; empty when they can.
     QString WhyNoEditing() const;
     /// Changes that the server has not answered yet.
-    size_t Pending() const { return m_changing.size() + m_adding.size() + m_removing.size(); }
+    size_t Pending() const {
+        return m_changing.size() + m_adding.size() + m_removing.size() + (m_loading ? 1 : 0);
+    }
     /// The id of a mirrored entry; 0 for another node.
     Messages::EntryId IdOf(const Node& entry) const;
     /// The mirrored entry; null when it is not here.
@@ -84,6 +86,7 @@ private:
     void refuseChange(EntryId id, const QString& reason);
     void refuseAdded(quint32 serial, const QString& reason);
     void refuseRemoved(EntryId id, const QString& reason);
+    void refuseLoading(const QString& reason);
     void refuseAll(const QString& reason);
     void askAgain();
     void retry();
@@ -105,7 +108,7 @@ private:
 
     quint64 m_lastNumber = 0;
     quint64 m_helloNumber = 0;
-    quint64 m_loadNumber = 0;
+    std::optional<Messages::Request> m_loading; ///< a file, until that is answered
     std::map<EntryId, Asked> m_changing;
     std::map<EntryId, Asked> m_removing;
     std::map<quint32, Asked> m_adding; ///< by serial

@@ -1,5 +1,7 @@
 #include "link/listcopy.h"
 
+#include "link/rowtable.h"
+
 #include <algorithm>
 
 using Messages::Chunk;
@@ -149,7 +151,7 @@ bool ListCopy::apply(const Delta& delta, Assembled& to, const std::vector<Held>*
 }
 
 bool ListCopy::putChunks(Assembled& assembled) const {
-    assembled.rows.reserve(m_manifest->count);
+    assembled.rows.reserve(std::min<quint64>(m_manifest->count, m_chunks.size() * RowTable::RowsInChunk));
     for (size_t number = 0; number < m_chunks.size(); ++number) {
         if (m_chunks[number].bytes.isEmpty())
             continue;

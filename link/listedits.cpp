@@ -120,10 +120,10 @@ void ListClient::takeAnswer(const QByteArray& payload) {
         m_mayEdit = isAccepted;
         emit RightsChanged();
         askAgain();
-    } else if (answer->number == m_loadNumber) {
-        m_loadNumber = 0;
+    } else if (m_loading && answer->number == m_loading->number) {
         if (!isAccepted)
-            emit Refused({answer->reason, {}, {}});
+            return refuseLoading(answer->reason);
+        m_loading.reset();
         setFileValues();
     } else {
         takeVerdict(*answer);
@@ -210,6 +210,12 @@ void ListClient::refuseRemoved(EntryId id, const QString& reason) {
     emit Refused({reason, entry, {}});
 }
 
+void ListClient::refuseLoading(const QString& reason) {
+    m_loading.reset();
+    setFileValues();
+    emit Refused({reason, {}, {}});
+}
+
 void ListClient::refuseAll(const QString& reason) {
     while (!m_changing.empty())
         refuseChange(m_changing.begin()->first, reason);
@@ -217,6 +223,8 @@ void ListClient::refuseAll(const QString& reason) {
         refuseAdded(m_adding.begin()->first, reason);
     while (!m_removing.empty())
         refuseRemoved(m_removing.begin()->first, reason);
+    if (m_loading)
+        refuseLoading(reason);
 }
 
 /// Requests and answers may have been lost with a connection: what is not in the rows is asked for once more,
@@ -244,6 +252,8 @@ void ListClient::askAgain() {
     }
     for (const auto& [serial, asked] : m_adding)
         publish(asked.request);
+    if (m_loading)
+        publish(*m_loading);
 }
 
 void ListClient::stateChanged() {

@@ -67,14 +67,9 @@ void ListPublisher::send(const QByteArray& topic, const QByteArray& payload) {
 QByteArray ListPublisher::DeltaOf(const std::vector<Step>& steps) const {
     Delta delta{m_generation, m_revision, rows.Count(), rows.Checksum(), {}};
     delta.steps.reserve(steps.size());
-    for (const Step& step : steps) {
-        if (step.removed != 0) {
-            delta.steps.push_back({step.chunk, step.removed, {}});
-        } else {
-            const RowTable::Row row = *rows.Find(step.serial);
-            delta.steps.push_back({row.chunk, 0, row.bytes});
-        }
-    }
+    for (const Step& step : steps)
+        delta.steps.push_back(
+            {step.chunk, step.removed, step.serial == 0 ? QByteArrayView() : rows.Find(step.serial)->bytes});
     return delta.Encode();
 }
 
@@ -84,7 +79,7 @@ void ListPublisher::Publish(const std::vector<Step>& steps) {
     ++m_revision;
     sendLayouts();
     for (const Step& step : steps)
-        touch(step.removed != 0 ? step.chunk : rows.Find(step.serial)->chunk);
+        touch(step.chunk);
     // The oldest change leaves the log: what it touched stands in chunks from now on.
     if (m_revision - m_logFrom >= LogPlaces) {
         while (!m_dirty.empty() && m_chunks[m_dirty.front()].dirtySince <= m_logFrom) {

@@ -23,11 +23,11 @@ public:
     /// The revision that rows of the next change get.
     Messages::Revision NextRevision() const { return m_revision + 1; }
 
-    /// What a change did to a row: it is new or changed, or was removed from a chunk.
+    /// What a change did to a row of a chunk: it is new or changed, or was removed.
     struct Step {
-        quint32 serial = 0;
-        Messages::EntryId removed = 0;
         quint32 chunk = 0;
+        quint32 serial = 0; ///< 0: removed
+        Messages::EntryId removed = 0;
     };
     /// Publishes a change of rows that have been put or removed. One of most of a long list goes out as a new
     /// generation.

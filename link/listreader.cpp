@@ -107,6 +107,8 @@ QString ListReader::StateText() const {
     case State::Waiting:
         return waitingText();
     case State::Loading:
+        if (m_copy.IsWhole())
+            return tr("all is here; waits for the server to say that it is, too");
         return withOld(m_copy.WantsChunks() && m_copy.Newest()->chunks > 0
                            ? tr("loads, %1 %").arg(100 * m_copy.HeldChunks() / m_copy.Newest()->chunks)
                            : tr("loads"));

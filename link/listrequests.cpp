@@ -15,6 +15,8 @@ namespace {
 constexpr size_t FewChanges = 64;
 constexpr qsizetype LargestRequest = 256 * 1024;
 constexpr size_t MostSeats = 10000;
+/// Lists have a few: a client that makes ever new ones wants to fill everybody's memory.
+constexpr quint32 MostLayouts = 1000;
 
 } // namespace
 
@@ -97,7 +99,8 @@ const EntryLayout* ListServer::layoutOf(const Request& request, std::optional<En
     if (request.layout.isEmpty())
         return m_publisher.layouts.At(request.layoutNumber);
     own = EntryLayout::Decode(request.layout);
-    return own && m_publisher.layouts.Similar(*own) ? &*own : nullptr;
+    const bool isKnown = own && m_publisher.layouts.Count() < MostLayouts;
+    return isKnown && m_publisher.layouts.Similar(*own) ? &*own : nullptr;
 }
 
 QString ListServer::set(const Request& request, Node& entry) {

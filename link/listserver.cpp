@@ -110,7 +110,7 @@ std::vector<ListServer::Step> ListServer::stepsOf(const std::vector<quint32>& se
     for (const auto& left : vanished.serials) {
         for (const quint32 serial : left) {
             const EntryId id = m_publisher.rows.Find(serial)->id;
-            steps.push_back({0, id, m_publisher.rows.Remove(serial)});
+            steps.push_back({m_publisher.rows.Remove(serial), 0, id});
         }
     }
     return steps;
@@ -138,8 +138,9 @@ bool ListServer::noteStep(Node& entry, Vanished& vanished, std::vector<Step>& st
     } else {
         id = rows.RemovedId(serial);
     }
-    rows.Put(serial, entry.GetOrdinal(), {id != 0 ? id : rows.NewId(), serial, revision, layout, contents});
-    steps.push_back({serial, 0, 0});
+    const quint32 chunk = rows.Put(serial, entry.GetOrdinal(),
+                                   {id != 0 ? id : rows.NewId(), serial, revision, layout, contents});
+    steps.push_back({chunk, serial, 0});
     return true;
 }
 

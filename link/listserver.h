@@ -7,6 +7,8 @@
 #include "link/listpublisher.h"
 #include "link/sharedlist.h"
 
+#include <QRandomGenerator>
+
 #include <deque>
 
 /// Serves a list of this program to all seats of a site: publishes the entries under its node and what
@@ -82,7 +84,8 @@ private:
 
     ValueObservingPtr<Value<bool>> m_fileLoaded;
     ValueObservingPtr<Value<QString>> m_fileName;
-    quint64 m_announced = 0;
+    /// Begins anywhere, so that it is not that of an earlier server.
+    quint64 m_announced = 1 + QRandomGenerator::global()->bounded(1u << 30);
 
     std::map<QByteArray, std::deque<Messages::Answer>> m_answered; ///< the last ones, by seat
     std::vector<Waiting> m_answers; ///< that wait for the change being published

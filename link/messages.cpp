@@ -275,6 +275,7 @@ std::optional<FileState> FileState::Decode(QByteArrayView bytes) {
 
 QByteArray Chunk::EncodeRows(quint64 generation, Revision revision, size_t count, QByteArrayView rows) {
     Out out(Form<Chunk>::Number);
+    out.Reserve(rows.size() + 64);
     out.Fixed(generation);
     out.Count(revision);
     out.Count(count);

@@ -80,7 +80,7 @@ struct MqttBus::Worker : std::enable_shared_from_this<Worker> {
         mosquitto_disconnect(connection); // what was published before still goes out
         wake.notify_all();
         std::unique_lock lock(mutex);
-        wake.wait_for(lock, GoodBye, [this] { return ended || !started; });
+        wake.wait_for(lock, GoodBye, [this] { return ended || !started || connecting; });
     }
     void Publish(const QByteArray& topic, const QByteArray& payload, bool retain) {
         int message = 0;
@@ -99,8 +99,8 @@ struct MqttBus::Worker : std::enable_shared_from_this<Worker> {
 private:
     void run(const std::string& host, int port) {
         auto pause = std::chrono::milliseconds(FirstPause);
-        int result = mosquitto_connect_async(connection, host.c_str(), port, KeepAliveSeconds);
-        while (true) {
+        while (!isStopping()) {
+            int result = connect(host, port);
             while (result == MOSQ_ERR_SUCCESS) {
                 result = mosquitto_loop(connection, LoopMilliseconds, 1);
                 if (wasConnected.exchange(false))
@@ -111,13 +111,31 @@ private:
                 tell(&MqttBus::disconnected, reasonOf(result));
             if (wake.wait_for(lock, pause, [this] { return stopping; }))
                 break;
-            lock.unlock();
             pause = std::min<std::chrono::milliseconds>(pause * 2, LongestPause);
-            result = mosquitto_reconnect_async(connection);
         }
         const std::lock_guard lock(mutex);
         ended = true;
         wake.notify_all();
+    }
+    /// Waits until there is a connection or none. The library's calls that do not wait begin with TLS at
+    /// once, which fails now and then, and when the connection is refused goes on without a pause.
+    int connect(const std::string& host, int port) {
+        setConnecting(true);
+        const int result = std::exchange(wasTried, true)
+                               ? mosquitto_reconnect(connection)
+                               : mosquitto_connect(connection, host.c_str(), port, KeepAliveSeconds);
+        const int error = errno;
+        setConnecting(false);
+        errno = error;
+        return result == MOSQ_ERR_SUCCESS && isStopping() ? MOSQ_ERR_NO_CONN : result;
+    }
+    void setConnecting(bool is) {
+        const std::lock_guard lock(mutex);
+        connecting = is;
+    }
+    bool isStopping() {
+        const std::lock_guard lock(mutex);
+        return stopping;
     }
     QString reasonOf(int result) {
         if (!refusal.isEmpty())
@@ -196,6 +214,8 @@ private:
     std::condition_variable wake;
     MqttBus* bus;
     bool started = false;
+    bool wasTried = false;
+    bool connecting = false;
     bool stopping = false;
     bool ended = false;
     std::atomic<bool> wasConnected = false;

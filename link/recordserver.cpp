@@ -55,8 +55,9 @@ private:
         if (old && old->Content().contents == m_writer.View())
             return;
         const Messages::EntryId id = old ? old->id : publisher.rows.NewId();
-        publisher.rows.Put(serial, 0, {id, serial, publisher.NextRevision(), 0, m_writer.View()});
-        steps.push_back({serial, 0, 0});
+        const quint32 chunk =
+            publisher.rows.Put(serial, 0, {id, serial, publisher.NextRevision(), 0, m_writer.View()});
+        steps.push_back({chunk, serial, 0});
     }
     void add(ListPublisher& publisher, const Record& record, std::vector<Step>& steps) {
         m_serials.push_back(++m_lastSerial);
@@ -64,7 +65,7 @@ private:
     }
     void remove(ListPublisher& publisher, quint32 serial, std::vector<Step>& steps) const {
         const Messages::EntryId id = publisher.rows.Find(serial)->id;
-        steps.push_back({0, id, publisher.rows.Remove(serial)});
+        steps.push_back({publisher.rows.Remove(serial), 0, id});
     }
 
     /// Which record of the list before each of the list now is, by contents and in order; none for others.

@@ -65,7 +65,7 @@ void RowTable::putAnew(quint32 serial, quint32 before, const QByteArray& row) {
     chunk.rows.replace(old.begin, old.size, blockOf(row));
 }
 
-void RowTable::Put(quint32 serial, quint32 ordinal, const Messages::Row& row) {
+quint32 RowTable::Put(quint32 serial, quint32 ordinal, const Messages::Row& row) {
     Wire::Writer writer;
     row.Put(writer);
     const QByteArray bytes = writer.Take();
@@ -86,6 +86,7 @@ void RowTable::Put(quint32 serial, quint32 ordinal, const Messages::Row& row) {
         m_removed.erase(back);
     }
     m_places[serial] = {row.id, chunk, ordinal};
+    return chunk;
 }
 
 quint32 RowTable::Remove(quint32 serial) {

@@ -40,8 +40,9 @@ public:
     void KeepIdsFrom(Messages::EntryId id) { m_lastId = std::max(m_lastId, id); }
     Messages::EntryId LastId() const { return m_lastId; }
 
-    /// Sets the row of a serial, which a new one gets a chunk for; the id may have had another serial before.
-    void Put(quint32 serial, quint32 ordinal, const Messages::Row& row);
+    /// Sets the row of a serial, which a new one gets a chunk for, and tells the chunk; the id may have had
+    /// another serial before.
+    quint32 Put(quint32 serial, quint32 ordinal, const Messages::Row& row);
     /// Removes the row; the chunk in which it was.
     quint32 Remove(quint32 serial);
     /// Deals out all rows anew, in list order.

@@ -10,6 +10,9 @@ namespace {
 constexpr char TraceSource[] = "sharelink";
 constexpr qsizetype LongestName = 200;
 constexpr size_t MostTold = 100;
+/// What anybody may publish as presence is bounded.
+constexpr size_t MostSeats = 10000;
+constexpr qsizetype LargestPresence = 4096;
 constexpr int AnswerMilliseconds = 100;
 
 } // namespace
@@ -94,7 +97,10 @@ void Seat::takePresence(const QByteArray& topic, const QByteArray& payload) {
     const QByteArray seat = Topics::SeatOf(topic);
     if (payload.isEmpty()) {
         m_present.erase(seat);
-    } else if (auto presence = Messages::Presence::Decode(payload)) {
+    } else if (auto presence =
+                   payload.size() <= LargestPresence ? Messages::Presence::Decode(payload) : std::nullopt) {
+        if (m_present.size() >= MostSeats && !IsPresent(seat))
+            return;
         presence->name.truncate(LongestName);
         m_present[seat] = *presence;
         emit Appeared(seat);

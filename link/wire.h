@@ -11,6 +11,8 @@ namespace Wire {
 
 class Writer {
 public:
+    /// Takes memory for so many bytes at once.
+    void Reserve(qsizetype bytes) { m_bytes.reserve(bytes); }
     void Byte(quint8 byte) { m_bytes += static_cast<char>(byte); }
     void Count(quint64 number);
     /// A number with sign; near 0 it is short on both sides.

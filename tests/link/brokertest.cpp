@@ -29,6 +29,49 @@ TEST(Broker, lateComersGetTwentyThousandEntriesAndEditsGoBothWays) {
     EXPECT_EQ(reader.list.Text(), server.list.Text());
 }
 
+/// A user who may edit, and nothing else, tries what he can.
+TEST(Broker, aHostileUserChangesNothingThatHeMayNot) {
+    const RealBroker broker({"server", "anna", "reader"});
+    TestServer server(busOf(broker, Q("server")), Q("server"));
+    server.list.Fill(300);
+    server.Serve();
+    TestClient reader(busOf(broker, Q("reader")), Q("reader"));
+    ASSERT_TRUE(Until([&] { return reader.reader.GetState() == ListReader::State::Whole; }));
+    const QStringList before = server.list.Text();
+
+    auto hostile = busOf(broker, Q("anna"));
+    std::set<QByteArray> refused;
+    QObject::connect(hostile.get(), &MessageBus::Refused, [&](const QByteArray& t) { refused.insert(t); });
+    hostile->Connect();
+    ASSERT_TRUE(Until([&] { return hostile->IsOnline(); }));
+    const QByteArray list = "freqstore/north/lists/Targets";
+    const std::set<QByteArray> forbidden{list + "/manifest",
+                                         list + "/chunk/0",
+                                         list + "/layout/0",
+                                         list + "/log/1",
+                                         list + "/claim",
+                                         list + "/file",
+                                         list + "/request/reader/x",
+                                         list + "/answer/reader/x",
+                                         "freqstore/north/seats/reader/x"};
+    for (const QByteArray& topic : forbidden)
+        hostile->Publish(topic, Messages::Manifest{}.Encode(), MessageBus::Keep::Retained);
+    EXPECT_TRUE(Until([&] { return refused == forbidden; }));
+    const QByteArray own = list + "/request/anna/x";
+    hostile->Publish(own, QByteArray(16 * 1024 * 1024, '\x01'), MessageBus::Keep::No);
+    hostile->Publish("freqstore/north/seats/anna/x", QByteArray(16 * 1024 * 1024, '\x01'),
+                     MessageBus::Keep::No);
+    hostile->Publish(own, QByteArray(100 * 1024 * 1024, '\x01'), MessageBus::Keep::No); // the broker hangs up
+    ASSERT_TRUE(Until([&] { return !hostile->IsOnline(); }));
+    hostile = nullptr;
+
+    TestList::Comment(*server.list.At(1)).SetValue(Q("after"));
+    ASSERT_TRUE(Until([&] { return TestList::Comment(*reader.list.At(1)).GetValue() == Q("after"); }));
+    TestList::Comment(*server.list.At(1)).SetValue(Q("entry 1"));
+    EXPECT_TRUE(Until([&] { return reader.list.Text() == before; }));
+    EXPECT_EQ(reader.seat.Present().size(), 2u);
+}
+
 TEST(Broker, usersWithoutTheRightAreToldWhy) {
     const RealBroker broker({"server", "anna"});
     TestServer anna(busOf(broker, Q("anna")), Q("anna"));
@@ -58,7 +101,9 @@ TEST(Broker, aBrokerThatIsKilledComesBackByItself) {
     TestClient anna(busOf(broker, Q("anna")), Q("anna"));
     ASSERT_TRUE(Until([&] { return anna.IsReady(); }));
     broker.Kill();
-    ASSERT_TRUE(Until([&] { return anna.reader.StateText().contains(Q("is old")); }));
+    ASSERT_TRUE(Until([&] {
+        return anna.reader.StateText().contains(Q("Connection refused; what is shown is old"));
+    })) << anna.reader.StateText().toStdString();
     TestList::Comment(*server.list.At(7)).SetValue(Q("meanwhile"));
     EXPECT_EQ(anna.list.GetNode().ChildCount(), 500u);
     broker.Start();

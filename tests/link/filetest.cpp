@@ -54,6 +54,53 @@ TEST_F(SharedFiles, aNewlyLoadedListIsAnnouncedWhenItIsHere) {
     EXPECT_EQ(fileNameOf(client.list).GetValue(), Q("Targets.xml"));
 }
 
+TEST_F(SharedFiles, whoComesLaterAndWhoChangesServersLearnsOfTheListThatIsThere) {
+    fileLoadedOf(server.list).SetValue(true); // nothing is announced
+    TestClient client(broker, Q("anna"), true);
+    int loaded = 0;
+    QObject::connect(&client.client, &ListClient::FileLoaded, [&] { ++loaded; });
+    ASSERT_TRUE(Until([&] { return client.IsReady() && loaded == 1; }));
+    client.Cut();
+    client.bus->Connect();
+    ASSERT_TRUE(Until([&] { return client.IsReady(); }));
+    EXPECT_EQ(loaded, 1); // it is the same list
+    server.server = nullptr;
+    server.Serve(Path("lists"), nullptr, true);
+    EXPECT_TRUE(Until([&] { return loaded == 2; }));
+}
+
+TEST_F(SharedFiles, aRequestThatGetsLostIsAskedAgain) {
+    TestClient client(broker, Q("anna"), true);
+    ASSERT_TRUE(Until([&] { return client.IsReady(); }));
+    int lost = 0;
+    broker.SetFilter([&](const QByteArray& topic, const QByteArray&) {
+        return !topic.contains("/request/") || ++lost > 1;
+    });
+    fileNameOf(client.list).SetValue(Q("good.xml"));
+    EXPECT_TRUE(Until([&] { return fileNameOf(server.list).GetValue() == Path("lists/good.xml"); }));
+    EXPECT_TRUE(Until([&] { return client.IsReady(); }));
+    EXPECT_EQ(client.refused, QStringList());
+}
+
+/// A client's own program asks for no empty name: others may.
+TEST_F(SharedFiles, anEmptyNameIsRefusedWithTheReason) {
+    LocalBus other(broker, Q("mallory"));
+    other.Connect();
+    std::optional<Messages::Answer> answer;
+    const QByteArray list = "freqstore/north/lists/Targets";
+    const auto answers = other.Subscribe(list + "/answer/mallory/x", [&](const auto&, const auto& payload) {
+        answer = Messages::Answer::Decode(payload);
+    });
+    ASSERT_TRUE(Until([&] { return server.IsServing(); }));
+    Messages::Request request;
+    request.kind = Messages::Request::Kind::Load;
+    request.number = 1;
+    other.Publish(list + "/request/mallory/x", request.Encode(), MessageBus::Keep::No);
+    ASSERT_TRUE(Until([&] { return answer.has_value(); }));
+    EXPECT_EQ(answer->verdict, Messages::Answer::Verdict::Refused);
+    EXPECT_TRUE(answer->reason.contains(Q("bare name")));
+}
+
 struct Asked {
     const char* name;
     const char* reason; ///< empty: taken
@@ -80,7 +127,8 @@ TEST_P(AskedFiles, areBareNamesOfTheServersDirectory) {
 INSTANTIATE_TEST_SUITE_P(Names, AskedFiles,
                          testing::Values(Asked{"good.xml", ""}, Asked{"../secret.xml", "bare name"},
                                          Asked{"/etc/passwd", "bare name"}, Asked{"a\\b.xml", "bare name"},
-                                         Asked{".hidden", "bare name"}, Asked{"link.xml", "has no file"},
+                                         Asked{".hidden", "bare name"}, Asked{"..", "bare name"},
+                                         Asked{".", "bare name"}, Asked{"link.xml", "has no file"},
                                          Asked{"none.xml", "has no file"}));
 
 TEST_F(SharedFiles, whatStartsAndCancelledDialogsWriteIsNoRequest) {

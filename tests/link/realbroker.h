@@ -102,7 +102,7 @@ private:
         const QByteArray folder = m_folder.path().toUtf8();
         text.replace("listener 8883", "listener " + QByteArray::number(m_port) + " 127.0.0.1");
         text.replace("/etc/mosquitto/freqstore", folder);
-        text.replace("/var/lib/mosquitto/", folder + "/");
+        text += "persistence true\npersistence_location " + folder + "/\n"; // as Debian's own file has them
         text += "log_dest stderr\nlog_type error\nlog_type warning\nlog_type information\n";
         if (m_rights == Rights::NoListsForAnybody)
             refuseLists(text);

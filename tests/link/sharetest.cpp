@@ -7,6 +7,10 @@ namespace {
 
 class Share : public testing::Test {
 protected:
+    void Serve(int count) {
+        server.list.Fill(count);
+        server.Serve();
+    }
     bool AreEqual(const TestClient& client) {
         return Until([&] { return client.IsReady() && client.list.Text() == server.list.Text(); });
     }
@@ -28,8 +32,7 @@ TEST_F(Share, clientMirrorsAllEntriesWithAllValuesInOrder) {
 }
 
 TEST_F(Share, changesAtTheServerReachClients) {
-    server.list.Fill(300);
-    server.Serve();
+    Serve(300);
     TestClient client(broker, Q("anna"));
     ASSERT_TRUE(AreEqual(client));
     Node* const kept = client.list.At(7);
@@ -43,8 +46,7 @@ TEST_F(Share, changesAtTheServerReachClients) {
 }
 
 TEST_F(Share, anEntryThatTheServerTakesBackComesToItsOldPlace) {
-    server.list.Fill(10);
-    server.Serve();
+    Serve(10);
     TestClient client(broker, Q("anna"));
     ASSERT_TRUE(AreEqual(client));
     Node* const old = server.list.At(4);
@@ -67,8 +69,7 @@ TEST_F(Share, anEntryThatTheServerTakesBackComesToItsOldPlace) {
 }
 
 TEST_F(Share, editsOfAClientReachTheServerAndOtherClients) {
-    server.list.Fill(50);
-    server.Serve();
+    Serve(50);
     TestClient anna(broker, Q("anna")), ben(broker, Q("ben"));
     ASSERT_TRUE(AreEqual(anna));
     ASSERT_TRUE(AreEqual(ben));
@@ -85,8 +86,7 @@ TEST_F(Share, editsOfAClientReachTheServerAndOtherClients) {
 }
 
 TEST_F(Share, quickEditsOfOneEntryEndAsTheLastOne) {
-    server.list.Fill(5);
-    server.Serve();
+    Serve(5);
     TestClient anna(broker, Q("anna"));
     ASSERT_TRUE(AreEqual(anna));
     Node* const added = anna.list.Add(1e6, Q("a"));
@@ -103,8 +103,7 @@ TEST_F(Share, quickEditsOfOneEntryEndAsTheLastOne) {
 }
 
 TEST_F(Share, theSecondOfTwoEditsIsRefusedWithThePresentState) {
-    server.list.Fill(5);
-    server.Serve();
+    Serve(5);
     TestClient anna(broker, Q("anna")), ben(broker, Q("ben"));
     ASSERT_TRUE(AreEqual(anna));
     ASSERT_TRUE(AreEqual(ben));
@@ -137,8 +136,7 @@ TEST_F(Share, whoMayOnlyReadGetsHisEditsBackWithTheReason) {
 }
 
 TEST_F(Share, whoseRequestsGetNoAnswerIsToldUntilTheyDo) {
-    server.list.Fill(5);
-    server.Serve();
+    Serve(5);
     TestClient anna(broker, Q("anna"));
     ASSERT_TRUE(AreEqual(anna));
     const QStringList before = server.list.Text();
@@ -187,8 +185,7 @@ TEST_F(Share, whoHearsNothingIsToldThatHeMayHaveNoRight) {
 }
 
 TEST_F(Share, removedEntriesThatComeBackAtAClientComeBackForAll) {
-    server.list.Fill(6);
-    server.Serve();
+    Serve(6);
     TestClient anna(broker, Q("anna"));
     ASSERT_TRUE(AreEqual(anna));
     Node* const old = anna.list.At(2);
@@ -211,8 +208,7 @@ TEST_F(Share, removedEntriesThatComeBackAtAClientComeBackForAll) {
 }
 
 TEST_F(Share, aListThatIsReadAnewKeepsTheIdentitiesOfEqualEntries) {
-    server.list.Fill(100);
-    server.Serve();
+    Serve(100);
     TestClient client(broker, Q("anna"));
     ASSERT_TRUE(AreEqual(client));
     Node* const kept = client.list.At(5);
@@ -258,8 +254,7 @@ INSTANTIATE_TEST_SUITE_P(Lists, ShareWithReloads,
                                          Reload{"22", "E2"}));
 
 TEST_F(Share, aListThatIsReplacedByALongOneIsShownOnlyWhole) {
-    server.list.Fill(20);
-    server.Serve();
+    Serve(20);
     TestClient client(broker, Q("anna"));
     ASSERT_TRUE(AreEqual(client));
     std::set<size_t> counts;
@@ -275,8 +270,7 @@ TEST_F(Share, aListThatIsReplacedByALongOneIsShownOnlyWhole) {
 class ShareWithLosses : public Share, public testing::WithParamInterface<const char*> {};
 
 TEST_P(ShareWithLosses, whatIsLostOnceIsAskedForAgain) {
-    server.list.Fill(2000);
-    server.Serve();
+    Serve(2000);
     ASSERT_TRUE(Until([&] { return server.IsServing(); }));
     for (int i = 0; i < 5; ++i) { // so that there is a log
         TestList::Comment(*server.list.At(1)).SetValue(QString::number(i));
@@ -297,8 +291,7 @@ INSTANTIATE_TEST_SUITE_P(Parts, ShareWithLosses,
                          testing::Values("/chunk/", "/chunk/3", "/layout/", "/log/", "/manifest"));
 
 TEST_F(Share, clientsKeepTheLastStateMarkedAsOldUntilAllIsBack) {
-    server.list.Fill(200);
-    server.Serve();
+    Serve(200);
     TestClient client(broker, Q("anna"));
     ASSERT_TRUE(AreEqual(client));
     const QStringList before = client.list.Text();
@@ -322,8 +315,7 @@ TEST_F(Share, clientsKeepTheLastStateMarkedAsOldUntilAllIsBack) {
 }
 
 TEST_F(Share, aBrokerThatGoesBackToAnOldStateGetsWhatItLacks) {
-    server.list.Fill(700);
-    server.Serve();
+    Serve(700);
     ASSERT_TRUE(Until([&] { return server.IsServing(); }));
     const auto old = broker.Retained();
     for (int i = 0; i < 600; ++i) {
@@ -338,8 +330,7 @@ TEST_F(Share, aBrokerThatGoesBackToAnOldStateGetsWhatItLacks) {
 }
 
 TEST_F(Share, theSecondServerIsRefusedAndTakesOverWhenTheFirstHasGone) {
-    server.list.Fill(3);
-    server.Serve();
+    Serve(3);
     ASSERT_TRUE(Until([&] { return server.IsServing(); }));
     {
         TestServer second(broker, Q("second"));
@@ -381,8 +372,7 @@ TEST_F(Share, oneOfTwoServersThatStartAtOnceServes) {
 
 TEST_F(Share, garbageAndForeignVersionsAreIgnoredAndToldOnce) {
     const Traces traces;
-    server.list.Fill(300);
-    server.Serve();
+    Serve(300);
     TestClient client(broker, Q("anna"));
     ASSERT_TRUE(AreEqual(client));
     LocalBus hostile(broker, Q("mallory"));
@@ -408,6 +398,40 @@ TEST_F(Share, garbageAndForeignVersionsAreIgnoredAndToldOnce) {
     EXPECT_LT(traces.problems.size(), 15);
 }
 
+/// Whatever numbers stand in messages, memory is taken for what has come.
+TEST_F(Share, messagesWithWrongCountsAreNoList) {
+    LocalBus hostile(broker, Q("mallory"));
+    hostile.Connect();
+    TestClient anna(broker, Q("anna"));
+    const QByteArray list = "freqstore/north/lists/Targets";
+    Messages::Manifest manifest{1, 5, 6, quint64(1) << 62, 0, 0, 0, 0, Q("mallory/x")};
+    hostile.Publish(list + "/manifest", manifest.Encode(), MessageBus::Keep::Retained);
+    ASSERT_TRUE(Until([&] { return anna.reader.Copy().Newest().has_value(); }));
+    EXPECT_FALSE(anna.reader.Copy().IsWhole());
+    manifest.revision = 7;
+    manifest.chunks = 1;
+    hostile.Publish(list + "/manifest", manifest.Encode(), MessageBus::Keep::Retained);
+    for (const quint64 count : {quint64(1) << 62, quint64(100), quint64(1)})
+        hostile.Publish(list + "/chunk/0", Messages::Chunk::EncodeRows(1, 7, count, QByteArray(1000, '\0')),
+                        MessageBus::Keep::Retained);
+    hostile.Publish(list + "/chunk/0", Messages::Chunk{1, 7, {}}.Encode(), MessageBus::Keep::Retained);
+    EXPECT_TRUE(Until([&] { return anna.reader.Copy().IsInconsistent(); }));
+    EXPECT_EQ(anna.list.GetNode().ChildCount(), 0u);
+}
+
+TEST_F(Share, presenceOfMoreSeatsThanThereCanBeIsNotKept) {
+    LocalBus hostile(broker, Q("mallory"));
+    hostile.Connect();
+    const QByteArray presence = Messages::Presence{Q("x"), {}, 0, 1}.Encode();
+    for (int i = 0; i < 12000; ++i)
+        hostile.Publish("freqstore/north/seats/mallory/" + QByteArray::number(i), presence,
+                        MessageBus::Keep::Retained);
+    TestClient anna(broker, Q("anna"));
+    EXPECT_TRUE(Until([&] { return anna.seat.Present().size() >= 10000; }));
+    EXPECT_TRUE(Until([&] { return anna.seat.KnowsAll(); }));
+    EXPECT_EQ(anna.seat.Present().size(), 10000u);
+}
+
 TEST_F(Share, aServerOfAnotherMajorVersionIsRefusedWithWords) {
     LocalBus other(broker, Q("other"));
     other.Connect();
@@ -420,8 +444,7 @@ TEST_F(Share, aServerOfAnotherMajorVersionIsRefusedWithWords) {
 }
 
 TEST_F(Share, seatsKnowWhoIsThereAndWhatIsEdited) {
-    server.list.Fill(3);
-    server.Serve();
+    Serve(3);
     TestClient anna(broker, Q("anna/+#%")), ben(broker, Q("ben"));
     ASSERT_TRUE(AreEqual(anna));
     ASSERT_TRUE(AreEqual(ben));
