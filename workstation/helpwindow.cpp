@@ -25,7 +25,7 @@ constexpr char English[] = "en";
 constexpr char FirstTopic[] = "start";
 
 constexpr const char* TopicNames[] = {FirstTopic,     "find",   "channels",    "edit", "search", "bar",
-                                      "time-picture", "export", "preferences", "keys", "files"};
+                                      "time-picture", "export", "sharing",  "preferences", "keys", "files"};
 
 /// What the guide says of a widget, by its class.
 struct TopicRow {
@@ -48,6 +48,10 @@ constexpr TopicRow TopicRows[] = {
     {"SearchMCDataListView", "search"},
     {"SearchMCVectorListView", "search"},
     {"SearchMCExtendedVectorListView", "search"},
+    {"ShareSiteView", "sharing"},
+    {"ShareSeatsPanel", "sharing"},
+    {"ShareDialog", "sharing"},
+    {"ShareRefusal", "sharing"},
     {"PreferencesDialog", "preferences"},
     {"MessagesPanel", "files"},
 };

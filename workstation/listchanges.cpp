@@ -37,6 +37,10 @@ public:
         set(false);
     }
     void MarkChanged() { set(true); }
+    void SetFollowed(bool followed) {
+        m_isFollowed = followed;
+        MarkSaved();
+    }
     void NoteStep() {
         if (isMachineAtWork())
             noteChange();
@@ -63,6 +67,7 @@ private:
     bool isMachineAtWork() const { return m_isMachineAtWork && m_isMachineAtWork(); }
     void noteChange() { set(!m_wasEmpty || m_count() > 0); }
     void set(bool changed) {
+        changed = changed && m_isFollowed;
         if (std::exchange(m_isChanged, changed) != changed)
             emit m_owner.Changed(m_listId);
     }
@@ -73,6 +78,7 @@ private:
     std::function<bool()> m_isMachineAtWork;
     std::function<qint64()> m_count;
     bool m_wasEmpty = true; ///< when it was read or written
+    bool m_isFollowed = true;
     bool m_isChanged = false;
     std::pair<bool, bool> m_before{}; ///< both, when work began
 };
@@ -109,6 +115,11 @@ ListChanges::Watch* ListChanges::find(int listId) const {
 void ListChanges::noteStep(int listId) {
     if (Watch* watch = find(listId))
         watch->NoteStep();
+}
+
+void ListChanges::SetFollowed(int listId, bool followed) {
+    if (Watch* watch = find(listId))
+        watch->SetFollowed(followed);
 }
 
 void ListChanges::MarkSaved(int listId) {
