@@ -2,7 +2,8 @@
 packages=(g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-tools-dev
           qt6-l10n-tools qt6-translations-l10n libgl-dev libgtest-dev libgmock-dev libbenchmark-dev
           libgeographiclib-dev libexpat1-dev libxml2-utils fonts-dejavu-core python3 tzdata valgrind desktop-file-utils
-          appstream xvfb xdotool rapidjson-dev libhamlib-dev libhamlib-utils socat libmosquitto-dev mosquitto openssl)
+          appstream xvfb xdotool rapidjson-dev libhamlib-dev libhamlib-utils socat libmosquitto-dev mosquitto openssl
+          qtkeychain-qt6-dev)
 
 install_missing_packages() {
     local missing=() package

@@ -2459,6 +2459,22 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>XML Lists</source>
         <translation>XML-Listen</translation>
     </message>
+    <message>
+        <source>The targets are not saved, and those of the site take their place.</source>
+        <translation>Die Ziele sind nicht gesichert, und die des Standorts treten an ihre Stelle.</translation>
+    </message>
+    <message>
+        <source>Share</source>
+        <translation>Teilen</translation>
+    </message>
+    <message>
+        <source>The targets are those of a site: %1.</source>
+        <translation>Die Ziele sind die eines Standorts: %1.</translation>
+    </message>
+    <message>
+        <source>is not read: the targets are those of a site, whose server alone reads files</source>
+        <translation>wird nicht gelesen: die Ziele sind die eines Standorts, und Dateien liest allein dessen Server</translation>
+    </message>
 </context>
 <context>
     <name>MemoryDialogs</name>
@@ -4667,6 +4683,461 @@ Fremdes: %2</translation>
             <numerusform>%Ln Zeile gesetzt</numerusform>
             <numerusform>%Ln Zeilen gesetzt</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>ShareCommands</name>
+    <message>
+        <source>S&amp;hare</source>
+        <translation>T&amp;eilen</translation>
+    </message>
+    <message>
+        <source>&amp;Connect...</source>
+        <translation>&amp;Verbinden...</translation>
+    </message>
+    <message>
+        <source>Share lists with other seats through a broker</source>
+        <translation>Listen mit anderen Plätzen über einen Broker teilen</translation>
+    </message>
+    <message>
+        <source>&amp;Disconnect</source>
+        <translation>&amp;Trennen</translation>
+    </message>
+    <message>
+        <source>Share no list any more; what is shown stays</source>
+        <translation>Keine Liste mehr teilen; was zu sehen ist, bleibt</translation>
+    </message>
+    <message>
+        <source>S&amp;eats</source>
+        <translation>P&amp;lätze</translation>
+    </message>
+    <message>
+        <source>Keyring</source>
+        <translation>Schlüsselbund</translation>
+    </message>
+    <message>
+        <source>the password is not kept: %1</source>
+        <translation>das Passwort wird nicht aufgehoben: %1</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>Password for %1:</source>
+        <translation>Passwort für %1:</translation>
+    </message>
+</context>
+<context>
+    <name>ShareDialog</name>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>Ent&amp;fernen</translation>
+    </message>
+    <message>
+        <source>host, or host:port</source>
+        <translation>Rechner oder Rechner:Port</translation>
+    </message>
+    <message>
+        <source>&amp;Encrypted (TLS)</source>
+        <translation>V&amp;erschlüsselt (TLS)</translation>
+    </message>
+    <message>
+        <source>lists of one site belong together</source>
+        <translation>Listen eines Standorts gehören zusammen</translation>
+    </message>
+    <message>
+        <source>those of the system</source>
+        <translation>die des Systems</translation>
+    </message>
+    <message>
+        <source>from the keyring, if it is there</source>
+        <translation>aus dem Schlüsselbund, wenn es dort ist</translation>
+    </message>
+    <message>
+        <source>&amp;Keep it in the desktop&apos;s keyring</source>
+        <translation>Im Schlüsselbund des Des&amp;ktops aufheben</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>C&amp;lient: show and edit the site&apos;s targets</source>
+        <translation>Tei&amp;lnehmer: die Ziele des Standorts sehen und bearbeiten</translation>
+    </message>
+    <message>
+        <source>Ser&amp;ver: let others work on lists of this window</source>
+        <translation>Ser&amp;ver: andere an Listen dieses Fensters arbeiten lassen</translation>
+    </message>
+    <message>
+        <source>Co&amp;nnect when the program starts</source>
+        <translation>Beim Start des &amp;Programms verbinden</translation>
+    </message>
+    <message>
+        <source>&amp;Test</source>
+        <translation>&amp;Testen</translation>
+    </message>
+    <message>
+        <source>Share Lists</source>
+        <translation>Listen teilen</translation>
+    </message>
+    <message>
+        <source>&amp;Connect</source>
+        <translation>Ver&amp;binden</translation>
+    </message>
+    <message>
+        <source>name it to keep it</source>
+        <translation>benennen, um sie zu behalten</translation>
+    </message>
+    <message>
+        <source>A connection with a name is kept, without its password; choose it here the next time</source>
+        <translation>Eine Verbindung mit Namen bleibt, ohne ihr Passwort; das nächste Mal hier wählen</translation>
+    </message>
+    <message>
+        <source>Forget the connection of this name</source>
+        <translation>Die Verbindung dieses Namens vergessen</translation>
+    </message>
+    <message>
+        <source>Na&amp;me:</source>
+        <translation>Na&amp;me:</translation>
+    </message>
+    <message>
+        <source>A broker of another machine is reached in no other way</source>
+        <translation>Ein Broker auf einem anderen Rechner ist anders nicht zu erreichen</translation>
+    </message>
+    <message>
+        <source>&amp;Broker:</source>
+        <translation>Br&amp;oker:</translation>
+    </message>
+    <message>
+        <source>&amp;Site:</source>
+        <translation>&amp;Standort:</translation>
+    </message>
+    <message>
+        <source>&amp;Authorities:</source>
+        <translation>&amp;Aussteller:</translation>
+    </message>
+    <message>
+        <source>Certificates of authorities (CA)</source>
+        <translation>Zertifikate der Aussteller (CA)</translation>
+    </message>
+    <message>
+        <source>Certificates by which the broker&apos;s is checked</source>
+        <translation>Zertifikate, mit denen das des Brokers geprüft wird</translation>
+    </message>
+    <message>
+        <source>Without a keyring it is asked for each time</source>
+        <translation>Ohne Schlüsselbund wird jedes Mal danach gefragt</translation>
+    </message>
+    <message>
+        <source>&amp;User:</source>
+        <translation>Ben&amp;utzer:</translation>
+    </message>
+    <message>
+        <source>&amp;Password:</source>
+        <translation>Pass&amp;wort:</translation>
+    </message>
+    <message>
+        <source>Pass&amp;word file:</source>
+        <translation>Pa&amp;sswortdatei:</translation>
+    </message>
+    <message>
+        <source>File with the password</source>
+        <translation>Datei mit dem Passwort</translation>
+    </message>
+    <message>
+        <source>Its first line is the password; nobody else may read it (mode 600)</source>
+        <translation>Ihre erste Zeile ist das Passwort; niemand sonst darf sie lesen (Modus 600)</translation>
+    </message>
+    <message>
+        <source>Certi&amp;ficate:</source>
+        <translation>&amp;Zertifikat:</translation>
+    </message>
+    <message>
+        <source>Certificate of this seat</source>
+        <translation>Zertifikat dieses Platzes</translation>
+    </message>
+    <message>
+        <source>Ke&amp;y:</source>
+        <translation>S&amp;chlüssel:</translation>
+    </message>
+    <message>
+        <source>Key of the certificate</source>
+        <translation>Schlüssel des Zertifikats</translation>
+    </message>
+    <message>
+        <source>This seat is:</source>
+        <translation>Dieser Platz ist:</translation>
+    </message>
+    <message>
+        <source>It serves:</source>
+        <translation>Er stellt bereit:</translation>
+    </message>
+    <message>
+        <source>Connect for a moment and show what the broker answers; nothing is shared</source>
+        <translation>Kurz verbinden und zeigen, was der Broker antwortet; nichts wird geteilt</translation>
+    </message>
+    <message>
+        <source>Name the broker&apos;s machine.</source>
+        <translation>Den Rechner des Brokers nennen.</translation>
+    </message>
+    <message>
+        <source>Name the site.</source>
+        <translation>Den Standort nennen.</translation>
+    </message>
+    <message>
+        <source>The keyring is asked...</source>
+        <translation>Der Schlüsselbund wird gefragt...</translation>
+    </message>
+</context>
+<context>
+    <name>ShareEditing</name>
+    <message>
+        <source>Being edited by</source>
+        <translation>Bearbeitet gerade</translation>
+    </message>
+</context>
+<context>
+    <name>ShareKind</name>
+    <message>
+        <source>Targets</source>
+        <translation>Ziele</translation>
+    </message>
+    <message>
+        <source>NOI Frequencies</source>
+        <translation>NOI-Frequenzen</translation>
+    </message>
+    <message>
+        <source>Memory Channels HF</source>
+        <translation>Speicherkanäle HF</translation>
+    </message>
+    <message>
+        <source>Memory Channels V/UHF</source>
+        <translation>Speicherkanäle V/UHF</translation>
+    </message>
+</context>
+<context>
+    <name>ShareProbe</name>
+    <message>
+        <source>Connecting...</source>
+        <translation>Verbindet...</translation>
+    </message>
+    <message>
+        <source>Not connected: %1</source>
+        <translation>Nicht verbunden: %1</translation>
+    </message>
+    <message>
+        <source>%1 by %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>The broker lets %1 in.</source>
+        <translation>Der Broker lässt %1 ein.</translation>
+    </message>
+    <message>
+        <source>No list is served there.</source>
+        <translation>Dort wird keine Liste bereitgestellt.</translation>
+    </message>
+    <message>
+        <source>Served: %1.</source>
+        <translation>Bereitgestellt: %1.</translation>
+    </message>
+    <message>
+        <source>There: %1.</source>
+        <translation>Da: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>ShareRefusal</name>
+    <message>
+        <source>&amp;Try Again with Mine</source>
+        <translation>Nochmals mit &amp;meinem Stand</translation>
+    </message>
+    <message>
+        <source>Not Accepted</source>
+        <translation>Nicht angenommen</translation>
+    </message>
+    <message>
+        <source>What differs</source>
+        <translation>Was sich unterscheidet</translation>
+    </message>
+    <message>
+        <source>Entry</source>
+        <translation>Eintrag</translation>
+    </message>
+    <message>
+        <source>Mine</source>
+        <translation>Mein Stand</translation>
+    </message>
+    <message>
+        <source>Theirs</source>
+        <translation>Ihr Stand</translation>
+    </message>
+    <message>
+        <source>&amp;Keep Theirs</source>
+        <translation>Ihren &amp;behalten</translation>
+    </message>
+    <message>
+        <source>removed</source>
+        <translation>entfernt</translation>
+    </message>
+    <message>
+        <source>there</source>
+        <translation>da</translation>
+    </message>
+    <message>
+        <source>Change the entries to what they were to be, whatever they are now</source>
+        <translation>Die Einträge so ändern, wie sie sein sollten, was immer sie jetzt sind</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1: %n change(s) not accepted: %2. The list shows what the site has.</source>
+        <translation>
+            <numerusform>%1: %n Änderung nicht angenommen: %2. Die Liste zeigt den Stand des Standorts.</numerusform>
+            <numerusform>%1: %n Änderungen nicht angenommen: %2. Die Liste zeigt den Stand des Standorts.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ShareSeatsPanel</name>
+    <message>
+        <source>Seats of the site</source>
+        <translation>Plätze des Standorts</translation>
+    </message>
+    <message>
+        <source>Seat</source>
+        <translation>Platz</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>Benutzer</translation>
+    </message>
+    <message>
+        <source>Edits</source>
+        <translation>Bearbeitet</translation>
+    </message>
+    <message>
+        <source>%1 (this seat)</source>
+        <translation>%1 (dieser Platz)</translation>
+    </message>
+</context>
+<context>
+    <name>ShareSiteList</name>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+</context>
+<context>
+    <name>ShareSiteView</name>
+    <message>
+        <source>The seat that serves this list has no entries in it.</source>
+        <translation>Der Platz, der diese Liste bereitstellt, hat keine Einträge darin.</translation>
+    </message>
+    <message>
+        <source>The entries come when the seat that serves this list is there.</source>
+        <translation>Die Einträge kommen, wenn der Platz da ist, der diese Liste bereitstellt.</translation>
+    </message>
+    <message>
+        <source>Write a copy of the list into a file of this machine</source>
+        <translation>Eine Kopie der Liste in eine Datei dieses Rechners schreiben</translation>
+    </message>
+    <message>
+        <source>The list is one of another seat: %1.</source>
+        <translation>Die Liste ist die eines anderen Platzes: %1.</translation>
+    </message>
+    <message>
+        <source>A copy was written to %1</source>
+        <translation>Eine Kopie steht in %1</translation>
+    </message>
+    <message>
+        <source>Save a Copy of the List</source>
+        <translation>Kopie der Liste sichern</translation>
+    </message>
+    <message>
+        <source>XML Lists</source>
+        <translation>XML-Listen</translation>
+    </message>
+    <message>
+        <source>Export List</source>
+        <translation>Liste exportieren</translation>
+    </message>
+    <message>
+        <source>CSV Lists</source>
+        <translation>CSV-Listen</translation>
+    </message>
+</context>
+<context>
+    <name>Sharing</name>
+    <message>
+        <source>the list comes</source>
+        <translation>die Liste kommt</translation>
+    </message>
+    <message>
+        <source>%1 of %2 entries</source>
+        <translation>%1 von %2 Einträgen</translation>
+    </message>
+    <message>
+        <source>the list cannot be served</source>
+        <translation>die Liste kann nicht bereitgestellt werden</translation>
+    </message>
+    <message>
+        <source>waits for a server</source>
+        <translation>wartet auf einen Server</translation>
+    </message>
+    <message>
+        <source>the server has gone</source>
+        <translation>der Server ist weg</translation>
+    </message>
+    <message>
+        <source>the list comes anew</source>
+        <translation>die Liste kommt neu</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>connecting</source>
+        <translation>verbindet</translation>
+    </message>
+    <message numerus="yes">
+        <source>client, %Ln seat(s)</source>
+        <translation>
+            <numerusform>Teilnehmer, %Ln Platz</numerusform>
+            <numerusform>Teilnehmer, %Ln Plätze</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>server, %Ln seat(s)</source>
+        <translation>
+            <numerusform>Server, %Ln Platz</numerusform>
+            <numerusform>Server, %Ln Plätze</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>old since %1</source>
+        <translation>alt seit %1</translation>
+    </message>
+    <message>
+        <source>refused</source>
+        <translation>abgelehnt</translation>
+    </message>
+    <message>
+        <source>No list is shared.</source>
+        <translation>Keine Liste wird geteilt.</translation>
+    </message>
+    <message>
+        <source>%1 (this seat)</source>
+        <translation>%1 (dieser Platz)</translation>
+    </message>
+    <message>
+        <source>There: %1</source>
+        <translation>Da: %1</translation>
+    </message>
+    <message>
+        <source>Try Again</source>
+        <translation>Nochmals versuchen</translation>
     </message>
 </context>
 <context>

@@ -288,6 +288,33 @@
     </message>
 </context>
 <context>
+    <name>ShareRefusal</name>
+    <message numerus="yes">
+        <source>%1: %n change(s) not accepted: %2. The list shows what the site has.</source>
+        <translation>
+            <numerusform>%1: %n change was not accepted: %2. The list shows what the site has.</numerusform>
+            <numerusform>%1: %n changes were not accepted: %2. The list shows what the site has.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>Sharing</name>
+    <message numerus="yes">
+        <source>client, %Ln seat(s)</source>
+        <translation>
+            <numerusform>client, %Ln seat</numerusform>
+            <numerusform>client, %Ln seats</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>server, %Ln seat(s)</source>
+        <translation>
+            <numerusform>server, %Ln seat</numerusform>
+            <numerusform>server, %Ln seats</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>UndoHistory</name>
     <message numerus="yes">
         <source>%1 %n entries</source>

@@ -51,6 +51,8 @@
 #include "workstation/safekeeping.h"
 #include "workstation/samples.h"
 #include "workstation/scanning.h"
+#include "workstation/sharecommands.h"
+#include "workstation/sharing.h"
 #include "workstation/simulatedclassifier.h"
 #include "workstation/simulatedsearch.h"
 #include "workstation/sweepimport.h"
@@ -162,6 +164,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     for (const QString& path : m_options.plugIns)
         loadPlugIn(path);
     addPreferences();
+    addSharing();
     addEnding();
     addSafekeeping();
     const QString platform = QGuiApplication::platformName();
@@ -180,6 +183,8 @@ Workstation::Workstation(const Options& options) : m_options(options) {
 Workstation::~Workstation() {
     UndoHistory::Instance().SetOn(false);
     m_scanning->Stop();
+    m_shareCommands.reset();
+    m_sharing.reset();
     m_safekeeping.reset();
     m_opener.reset();
     m_sweeps.reset();
@@ -285,8 +290,7 @@ void Workstation::addOpener() {
                                                                      return m_sweeps->Open(path);
                                                                  }},
                                                                 {FileKind::Targets, [](const QString& path) {
-                                                                     return TargetListHandler::Instance()
-                                                                         ->ReadFile(path);
+                                                                     return readTargets(path);
                                                                  }}});
     QObject::connect(m_opener.get(), &FileOpener::Told, m_window.get(), [this](const QString& text) {
         m_window->GetMessages()->AddTrace(text);
@@ -400,6 +404,8 @@ void Workstation::registerLists() {
     TargetListHandler& handler = *TargetListHandler::Instance();
     handler.SetTemplate({m_receiver->PathOf(Keys::KeyFrequency), m_receiver->PathOf(Keys::KeyBandwidth),
                          m_receiver->PathOf(Keys::KeyDemodulation)});
+    handler.SetClientServer(!shareAtStart().url.isEmpty() &&
+                            shareAtStart().role == ShareProfile::Role::Client);
     handler.Init(targets, haveDefault);
     m_targetsId = handler.AddToFreqStore();
     if (haveDefault && targets->ChildCount() > 0)
@@ -501,7 +507,8 @@ bool Workstation::LoadFiles() {
         openFile(job);
     for (const QString& file : m_options.files)
         openFile(file);
-    if (const QString targets = fileToReopen(SettingKeys::TargetsFile); !targets.isEmpty())
+    if (const QString targets = fileToReopen(SettingKeys::TargetsFile);
+        !targets.isEmpty() && !TargetListHandler::Instance()->IsClient())
         openFile(targets);
     if (m_options.demo) {
         m_search->Simulate(DemoMicroseconds, QDateTime::currentMSecsSinceEpoch() * 1000);

@@ -25,6 +25,8 @@ class ReceiverConnection;
 class RecentFiles;
 class Safekeeping;
 class Scanning;
+class ShareCommands;
+class Sharing;
 class SimulatedClassifier;
 class SimulatedSearch;
 class SweepImport;
@@ -44,6 +46,7 @@ public:
     ReceiverConnection& GetConnection() { return *m_connection; }
     SimulatedSearch& GetSearch() { return *m_search; }
     Scanning& GetScanning() { return *m_scanning; }
+    Sharing& GetSharing() { return *m_sharing; }
     SimulatedClassifier& GetClassifier() { return *m_classifier; }
     Job& GetJob() { return *m_job; }
     Ending& GetEnding() { return *m_ending; }
@@ -56,6 +59,8 @@ public:
     bool LoadFiles();
     /// Asks about lists that a process which ended has left unsaved. True when nothing was asked.
     bool OfferRecovery();
+    /// Connects to the site that the command line or the settings name, if they name one.
+    void BeginSharing();
     Safekeeping& GetSafekeeping() { return *m_safekeeping; }
     /// Shows ways to begin, unless the program was started before or has something to show.
     void WelcomeAtFirstStart();
@@ -75,6 +80,7 @@ private:
     bool openFile(const QString& path);
     bool importFile(const QString& path);
     void openAll(const QStringList& paths);
+    static bool readTargets(const QString& path);
     QString dataDirectory() const;
     void addPreferences();
     void welcome();
@@ -100,6 +106,12 @@ private:
     void keepOtherLists();
     void addOpener();
     void addEnding();
+    void addSharing();
+    ShareProfile shareAtStart() const;
+    bool mayBecomeClient();
+    void beginSharing();
+    void endSharing(bool mirrored);
+    void followRights(int listId);
     void offerSaveToJob();
     void showWriteFailure();
     void resolveWriteFailure(const QString& path);
@@ -130,6 +142,9 @@ private:
     std::unique_ptr<DirectoryLock> m_settingsLock; ///< null when the settings are nobody's to keep
     std::unique_ptr<DirectoryLock> m_lock;         ///< null when the lists' own files stay as they are
     std::unique_ptr<Safekeeping> m_safekeeping;    ///< null when nothing is to be kept
+    std::unique_ptr<Sharing> m_sharing;
+    std::unique_ptr<ShareCommands> m_shareCommands;
+    QString m_ownTargets; ///< their file, while those of a site are to take their place
     bool m_isAttended = false;
     int m_targetsId = 0; ///< identifiers of lists in the store
     int m_noiId = 0;

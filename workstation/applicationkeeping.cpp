@@ -1,7 +1,9 @@
 #include "controls/frequencystore/noi/noifrequencyhandler.h"
+#include "controls/frequencystore/targets/targetlisthandler.h"
 #include "host/base/problems.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
+#include "host/freqlist/frequencynodemediatorctrl.h"
 #include "host/gui/guibase.h"
 #include "host/startup/settingsfile.h"
 #include "workstation/application.h"
@@ -13,6 +15,7 @@
 #include "workstation/mainwindow.h"
 #include "workstation/preferences.h"
 #include "workstation/safekeeping.h"
+#include "workstation/sharing.h"
 #include "workstation/simulatedsearch.h"
 #include "workstation/unsavedwork.h"
 
@@ -100,6 +103,10 @@ void Workstation::keepOtherLists() {
     if (const ListFile* list = m_safekeeping->Find(m_detectionIds.front()))
         keepStepsOf(*list);
     const auto keep = [this](int id) {
+        const auto* entries = dynamic_cast<FrequencyNodeMediatorCtrl*>(
+            FreqStore::Instance().GetFrequencies(static_cast<unsigned>(id)));
+        if (entries && entries->GetNode() && Sharing::IsOfOthers(*entries->GetNode()))
+            return; // the seat that serves it keeps it
         if (const ListFile* list = m_safekeeping->Add(id))
             keepStepsOf(*list);
     };
@@ -154,5 +161,6 @@ QString Workstation::saveKept(const ListFile& list) {
 }
 
 bool Workstation::OfferRecovery() {
+    TargetListHandler::Instance()->SetClientServer(false); // what is restored is this seat's own
     return !m_safekeeping || !m_safekeeping->OfferRecovery();
 }

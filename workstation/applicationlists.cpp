@@ -19,6 +19,7 @@
 #include "workstation/jobpanel.h"
 #include "workstation/listchanges.h"
 #include "workstation/mainwindow.h"
+#include "workstation/sharing.h"
 #include "workstation/simulatedclassifier.h"
 #include "workstation/unsavedwork.h"
 
@@ -108,6 +109,8 @@ void Workstation::fileChanged(FileGate::List list) {
                                                {FileGate::List::Results, m_resultsId}};
     const QString file = m_opener->FileOf(list);
     const int id = ids.at(list);
+    if (list == FileGate::List::Targets && TargetListHandler::Instance()->IsClient() && !file.isEmpty())
+        return m_opener->SetFileOf(list, QString()); // a copy: the list stands in no file here
     m_changes->MarkSaved(id);
     const auto* entries = dynamic_cast<FrequencyNodeMediatorCtrl*>(
         FreqStore::Instance().GetFrequencies(static_cast<unsigned>(id)));
@@ -118,7 +121,9 @@ void Workstation::fileChanged(FileGate::List list) {
         TargetListHandler::Instance()->NoteFile(file);
     m_window->GetBar()->FitAll();
     noteFile(file);
-    if (remembers() && list == FileGate::List::Targets)
+    if (m_sharing)
+        m_sharing->NoteFile(id);
+    if (remembers() && list == FileGate::List::Targets && !TargetListHandler::Instance()->IsClient())
         ListSettings::SaveText(SettingKeys::TargetsFile, file);
     resolveWriteFailure(file);
 }
@@ -136,8 +141,11 @@ void Workstation::offerSaveToJob() {
     if (FreqStoreListViewButtonBar* bar = m_window->BarOf(m_memoryId))
         bar->SetWhyOff(FreqStoreListViewButtonBar::SaveToJob,
                        file.isEmpty() ? MainWindow::tr("No job is open.") : QString());
-    if (!file.isEmpty() && state == Job::FileState::Same)
+    if (!file.isEmpty() && state == Job::FileState::Same) {
         resolveWriteFailure(file);
+        if (m_sharing)
+            m_sharing->NoteFile(m_memoryId);
+    }
 }
 
 /// Writers note their failure and tell it, in either order.

@@ -1,6 +1,8 @@
 #include "workstation/detailspanel.h"
 
 #include "controls/frequencystore/common/keys.h"
+#include "host/base/frequencytext.h"
+#include "host/freqlist/buttonbar.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/gui/sortlistview.h"
@@ -74,6 +76,24 @@ QString readingOf(const ValueBase& value) {
 
 } // namespace
 
+QString DetailsPanel::TitleOf(const QString& name) {
+    for (const Known& known : Values) {
+        if (known.key.Text() == name)
+            return tr(known.title);
+    }
+    return name;
+}
+
+QString DetailsPanel::TextOf(const QString& name, const QString& content) {
+    bool isNumber = false;
+    const double hertz = content.toDouble(&isNumber);
+    if (isNumber && name == Keys::KeyFrequency.Text())
+        return Quor::FrequencyText(hertz);
+    if (isNumber && name == Keys::KeyBandwidth.Text())
+        return Quor::BandwidthText(hertz);
+    return content;
+}
+
 DetailsPanel::DetailsPanel(QAction* tune, QWidget* parent)
     : QWidget(parent), m_heading(new ElidedLabel(this)) {
     auto* layout = new QVBoxLayout(this);
@@ -131,6 +151,11 @@ void DetailsPanel::Refresh() {
         else if (row)
             showCells();
         m_rebuilds = false;
+    }
+    const QString whyOff = m_view && entry ? m_view->WhyOff(FreqStoreListViewButtonBar::Edit) : QString();
+    if (m_values) {
+        m_values->setEnabled(whyOff.isEmpty());
+        m_values->setToolTip(whyOff);
     }
     const int selected = m_list ? m_list->SelectedCount() : 0;
     m_heading->setText(!row           ? tr("No entry is selected")

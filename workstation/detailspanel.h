@@ -25,6 +25,10 @@ public:
     /// The action that tunes is not owned.
     explicit DetailsPanel(QAction* tune, QWidget* parent = nullptr);
 
+    /// A value of an entry, by its name in the tree, as operators call it and read it.
+    static QString TitleOf(const QString& name);
+    static QString TextOf(const QString& name, const QString& content);
+
     /// Shows the rows of that view from now on, until it ends or another one is set; null for none.
     void SetView(FrequencyStoreListView* view);
     /// Shows the present row.

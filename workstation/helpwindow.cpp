@@ -24,9 +24,9 @@ constexpr int Margins = 32; ///< of the text, beside a picture
 constexpr char English[] = "en";
 constexpr char FirstTopic[] = "start";
 
-constexpr const char* TopicNames[] = {FirstTopic, "find",        "receivers", "channels",
-                                      "edit",     "search",      "bar",       "time-picture",
-                                      "export",   "preferences", "keys",      "files"};
+constexpr const char* TopicNames[] = {FirstTopic,    "find", "receivers",    "channels", "edit",
+                                      "search",      "bar",  "time-picture", "export",   "sharing",
+                                      "preferences", "keys", "files"};
 
 /// What the guide says of a widget, by its class.
 struct TopicRow {
@@ -50,6 +50,10 @@ constexpr TopicRow TopicRows[] = {
     {"SearchMCDataListView", "search"},
     {"SearchMCVectorListView", "search"},
     {"SearchMCExtendedVectorListView", "search"},
+    {"ShareSiteView", "sharing"},
+    {"ShareSeatsPanel", "sharing"},
+    {"ShareDialog", "sharing"},
+    {"ShareRefusal", "sharing"},
     {"PreferencesDialog", "preferences"},
     {"MessagesPanel", "files"},
 };

@@ -63,6 +63,10 @@ public:
         keepForUndo();
         set(true);
     }
+    void SetFollowed(bool followed) {
+        m_isFollowed = followed;
+        MarkSaved();
+    }
     void NoteStep() {
         if (isMachineAtWork())
             noteChange();
@@ -89,6 +93,7 @@ private:
     bool keepForUndo() const;
     void noteChange() { set(!m_mark.wasEmpty || m_count() > 0); }
     void set(bool changed) {
+        changed = changed && m_isFollowed;
         if (std::exchange(m_mark.isChanged, changed) != changed)
             emit m_owner.Changed(m_listId);
     }
@@ -98,6 +103,7 @@ private:
     WeakRef<Node> m_node;
     std::function<bool()> m_isMachineAtWork;
     std::function<qint64()> m_count;
+    bool m_isFollowed = true;
     Mark m_mark;
     Mark m_before; ///< when work began
 };
@@ -164,6 +170,11 @@ ListChanges::Watch* ListChanges::find(int listId) const {
 void ListChanges::noteStep(int listId) {
     if (Watch* watch = find(listId))
         watch->NoteStep();
+}
+
+void ListChanges::SetFollowed(int listId, bool followed) {
+    if (Watch* watch = find(listId))
+        watch->SetFollowed(followed);
 }
 
 /// What a step says of files when it is undone has been said before; see `MarkPart`.

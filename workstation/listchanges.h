@@ -25,6 +25,8 @@ public:
     /// Follows a list that nothing but steps of the operator's change, as undo notes them: machines may write
     /// to it at any time. `count` tells how many entries it has.
     void FollowSteps(int listId, std::function<qint64()> count);
+    /// A list that is not followed has not changed, whatever becomes of it.
+    void SetFollowed(int listId, bool followed);
     /// What the list has now is what its file has.
     void MarkSaved(int listId);
     /// What the list has now is in no file, whatever was read or written.

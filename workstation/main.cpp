@@ -40,6 +40,8 @@ int main(int argc, char** argv) {
         new FirstPaint(window);
     else if (workstation.OfferRecovery())
         workstation.WelcomeAtFirstStart();
+    if (!workstation.GetEnding().IsEnding())
+        workstation.BeginSharing();
     if (!workstation.GetEnding().IsEnding()) // a signal may have come meanwhile
         QApplication::exec();
     return workstation.GetEnding().ExitCode();

@@ -64,6 +64,8 @@ public:
     void Tell(const QString& text);
     /// Whether each tuning is told: a scan tunes all the time.
     void SetTellsTuning(bool tells) { m_tellsTuning = tells; }
+    /// What the status line shows for good.
+    WindowStatus& GetStatus() const { return *m_status; }
     /// Brings up the messages, or hides them.
     void ShowMessages(bool show);
     /// Shows a text in the status line for good.

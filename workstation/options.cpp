@@ -50,6 +50,23 @@ void Options::takeReceiver(const QString& name, QString& error) {
         error = QStringLiteral("--receiver: %1").arg(wrong);
 }
 
+/// A list of this program is shared from its start on.
+void Options::takeShare(const QCommandLineParser& parser, QString& error) {
+    const auto path = [&](const char* option) {
+        const QString name = parser.value(QLatin1String(option));
+        return name.isEmpty() ? name : QFileInfo(name).absoluteFilePath();
+    };
+    share = {.url = parser.value(QStringLiteral("share")),
+             .passwordFile = path("password-file"),
+             .caFile = path("ca-file"),
+             .certificateFile = path("certificate"),
+             .keyFile = path("key")};
+    if (const QString role = parser.value(QStringLiteral("role")); !ShareProfile::TakeRole(role, share.role))
+        error = QStringLiteral("--role takes client or server, not \"%1\"").arg(role);
+    if (const QString problem = share.url.isEmpty() ? QString() : share.Problem(); !problem.isEmpty())
+        error = QStringLiteral("--share: %1").arg(problem);
+}
+
 Options Options::Parse(const QStringList& arguments, QString& error) {
     const QString languages = Language::Known().join(QStringLiteral(" or "));
     QCommandLineParser parser;
@@ -85,11 +102,27 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
                              QStringLiteral("Write the pictures of the guide to DIR, and exit."),
                              QStringLiteral("DIR"));
     guide.setFlags(QCommandLineOption::HiddenFromHelp); // the build has them made
+    const QList<QCommandLineOption> shared{
+        {QStringLiteral("share"),
+         QStringLiteral("Share lists of a site through a broker: mqtts://USER@HOST/SITE."),
+         QStringLiteral("URL")},
+        {QStringLiteral("role"), QStringLiteral("What this seat is there: client (the default) or server."),
+         QStringLiteral("ROLE"), QStringLiteral("client")},
+        {QStringLiteral("password-file"),
+         QStringLiteral("File whose first line is the password; its mode must be 600."),
+         QStringLiteral("FILE")},
+        {QStringLiteral("ca-file"),
+         QStringLiteral("Certificates of the authorities that the broker's is checked by."),
+         QStringLiteral("FILE")},
+        {QStringLiteral("certificate"), QStringLiteral("Certificate of this client."),
+         QStringLiteral("FILE")},
+        {QStringLiteral("key"), QStringLiteral("Key of this client's certificate."), QStringLiteral("FILE")}};
     QCommandLineOption timeStart(QStringLiteral("time-start"),
                                  QStringLiteral("End after the first paint and print the memory in use."));
     timeStart.setFlags(QCommandLineOption::HiddenFromHelp); // for bench/start
     parser.addOptions(
         {data, config, receiver, job, screenshot, trace, plugIn, demo, language, guide, timeStart});
+    parser.addOptions(shared);
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("Files to read: jobs, NOI lists, target lists."),
                                  QStringLiteral("[FILE...]"));
@@ -108,6 +141,7 @@ Options Options::Parse(const QStringList& arguments, QString& error) {
         error = QStringLiteral("--trace takes a number, not \"%1\"").arg(parser.value(trace));
     for (const QString& name : parser.values(receiver))
         options.takeReceiver(name, error);
+    options.takeShare(parser, error);
     options.language = parser.value(language);
     if (parser.isSet(language) && !Language::Known().contains(options.language))
         error = QStringLiteral("--language takes %1, not \"%2\"").arg(languages, options.language);

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "receiver/receiversettings.h"
+#include "workstation/shareprofile.h"
 
 #include <QStringList>
+
+class QCommandLineParser;
 
 /// What the command line asks of the workstation. Names of files and plug-ins are absolute.
 struct Options {
@@ -13,6 +16,7 @@ struct Options {
     QString language; ///< "de"; empty for that of the settings
     ReceiverKind receiver = ReceiverKind::HF;
     QString radio; ///< what to connect, as `ReceiverChoice` takes it; empty for the simulated receiver
+    ShareProfile share; ///< what to take part in; without a url what the settings say
     unsigned traceMask = 0;
     bool demo = false;
     bool takesGuide = false; ///< pictures of the guide go into the folder of screenshots, with the samples
@@ -25,4 +29,5 @@ struct Options {
 
 private:
     void takeReceiver(const QString& name, QString& error);
+    void takeShare(const QCommandLineParser& parser, QString& error);
 };

@@ -9,12 +9,19 @@
 #include <QStatusBar>
 #include <QToolButton>
 
+namespace {
+
+constexpr int LongestSharing = 420; ///< pixels; a reason may be long
+
+} // namespace
+
 WindowStatus::WindowStatus(QStatusBar& bar)
     : QObject(&bar),
       m_bar(bar),
       m_failure(new FailureNote(&bar)),
       m_receiver(new QLabel(&bar)),
       m_tuned(new QLabel(&bar)),
+      m_sharing(new QToolButton(&bar)),
       m_problems(new QToolButton(&bar)) {
     m_receiver->setObjectName(QStringLiteral("ReceiverName"));
     m_tuned->setToolTip(tr("Tuned frequency"));
@@ -22,10 +29,15 @@ WindowStatus::WindowStatus(QStatusBar& bar)
     m_problems->setAutoRaise(true);
     m_problems->setFocusPolicy(Qt::TabFocus);
     m_problems->setToolTip(tr("Show or hide the messages"));
-    for (QWidget* widget : {static_cast<QWidget*>(m_failure), static_cast<QWidget*>(m_receiver),
-                            static_cast<QWidget*>(m_tuned), static_cast<QWidget*>(m_problems)})
+    m_sharing->setObjectName(QStringLiteral("Sharing"));
+    m_sharing->setAutoRaise(true);
+    m_sharing->setFocusPolicy(Qt::TabFocus);
+    for (QWidget* widget : {static_cast<QWidget*>(m_failure), static_cast<QWidget*>(m_sharing),
+                            static_cast<QWidget*>(m_receiver), static_cast<QWidget*>(m_tuned),
+                            static_cast<QWidget*>(m_problems)})
         bar.addPermanentWidget(widget);
     m_failure->hide();
+    m_sharing->hide();
     // Tips of menus come and go; then what was done last stands there again.
     connect(&bar, &QStatusBar::messageChanged, this, [this](const QString& text) {
         if (text.isEmpty() && !m_last.isEmpty())
@@ -63,13 +75,25 @@ void WindowStatus::ShowReceiver(const Receiver& receiver) {
     m_receiver->setPalette(colors);
 }
 
-void WindowStatus::ShowProblems(int count) {
-    m_problems->setText(count == 0 ? tr("No problems") : tr("%n problem(s)", "", count));
+/// In the colour of errors, or as the bar is.
+void WindowStatus::colour(QToolButton& button, bool isError) const {
     QPalette colors = m_bar.palette();
-    if (count > 0)
+    if (isError)
         colors.setColor(QPalette::ButtonText,
                         ColorSet::Instance().GetColorDefinition(IColorBase::ERROR_TEXT).GetColor());
-    m_problems->setPalette(colors);
+    button.setPalette(colors);
+}
+
+void WindowStatus::ShowSharing(const QString& text, const QString& toolTip, bool isBroken) {
+    m_sharing->setVisible(!text.isEmpty());
+    m_sharing->setText(m_sharing->fontMetrics().elidedText(text, Qt::ElideRight, LongestSharing));
+    m_sharing->setToolTip(toolTip);
+    colour(*m_sharing, isBroken);
+}
+
+void WindowStatus::ShowProblems(int count) {
+    m_problems->setText(count == 0 ? tr("No problems") : tr("%n problem(s)", "", count));
+    colour(*m_problems, count > 0);
 }
 
 void WindowStatus::AddNote(const QString& text, const QString& toolTip) {

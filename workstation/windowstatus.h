@@ -25,6 +25,10 @@ public:
     void ShowTuned(double hertz);
     /// Which receiver it is and how it stands.
     void ShowReceiver(const Receiver& receiver);
+    /// What is shared, with what is known of it beyond; empty for nothing. `isBroken` when it is to be seen
+    /// to.
+    void ShowSharing(const QString& text, const QString& toolTip, bool isBroken);
+    QToolButton* GetSharingButton() const { return m_sharing; }
     void ShowProblems(int count);
     /// A text for good.
     void AddNote(const QString& text, const QString& toolTip);
@@ -32,10 +36,13 @@ public:
     QToolButton* GetProblemsButton() const { return m_problems; }
 
 private:
+    void colour(QToolButton& button, bool isError) const;
+
     QStatusBar& m_bar;
     QString m_last; ///< what was told last
     FailureNote* m_failure;
     QLabel* m_receiver;
     QLabel* m_tuned;
+    QToolButton* m_sharing;
     QToolButton* m_problems;
 };

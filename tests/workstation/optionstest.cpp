@@ -33,6 +33,18 @@ TEST(Options, WithoutArgumentsTheReceiverIsAnHfReceiverAndNothingIsRead) {
     EXPECT_TRUE(options.files.isEmpty());
 }
 
+TEST(Options, ASiteIsSharedInARole) {
+    QString error;
+    const Options options = Options::Parse({"freqstore", "--share", "mqtts://anna@host/north", "--role",
+                                            "server", "--password-file", "pw", "--ca-file", "/ca.crt"},
+                                           error);
+    EXPECT_EQ(error, QString());
+    EXPECT_EQ(options.share.url, "mqtts://anna@host/north");
+    EXPECT_EQ(options.share.role, ShareProfile::Role::Server);
+    EXPECT_EQ(options.share.passwordFile, QDir::current().filePath("pw"));
+    EXPECT_EQ(options.share.caFile, "/ca.crt");
+}
+
 struct WrongLine {
     QStringList arguments;
     const char* complaint;
@@ -50,15 +62,17 @@ TEST_P(WrongOptions, AreNamed) {
     EXPECT_TRUE(error.contains(GetParam().complaint)) << error.toStdString();
 }
 
-INSTANTIATE_TEST_SUITE_P(Lines, WrongOptions,
-                         testing::Values(WrongLine{{"--receiver", "hamlib:x"}, "\"x\""},
-                                         WrongLine{{"--receiver", "hamlib:2@nowhere"}, "host:port"},
-                                         WrongLine{{"--trace", "all"}, "\"all\""},
-                                         WrongLine{{"--language", "xx"}, "de or en, not \"xx\""},
-                                         WrongLine{{"--colour"}, "colour"}, WrongLine{{"--data"}, "data"},
-                                         WrongLine{{"--data", SAMPLES_DIR "/targets.ltl"}, "no directory"},
-                                         WrongLine{{"--config", SAMPLES_DIR "/targets.ltl/x/y"}, "--config"},
-                                         WrongLine{{"--screenshot", SAMPLES_DIR "/targets.ltl"},
-                                                   "targets.ltl is no directory"}));
+INSTANTIATE_TEST_SUITE_P(
+    Lines, WrongOptions,
+    testing::Values(WrongLine{{"--receiver", "hamlib:x"}, "\"x\""},
+                    WrongLine{{"--receiver", "hamlib:2@nowhere"}, "host:port"},
+                    WrongLine{{"--share", "mqtt://broker.example.org/north"}, "mqtts://"},
+                    WrongLine{{"--share", "mqtts://anna:pw@host/north"}, "password"},
+                    WrongLine{{"--role", "boss"}, "\"boss\""}, WrongLine{{"--trace", "all"}, "\"all\""},
+                    WrongLine{{"--language", "xx"}, "de or en, not \"xx\""},
+                    WrongLine{{"--colour"}, "colour"}, WrongLine{{"--data"}, "data"},
+                    WrongLine{{"--data", SAMPLES_DIR "/targets.ltl"}, "no directory"},
+                    WrongLine{{"--config", SAMPLES_DIR "/targets.ltl/x/y"}, "--config"},
+                    WrongLine{{"--screenshot", SAMPLES_DIR "/targets.ltl"}, "targets.ltl is no directory"}));
 
 } // namespace

@@ -20,12 +20,13 @@ EntryListView::EntryListView(QWidget* parent, unsigned listId, const char* name)
     setSelectionMode(ExtendedSelection);
 }
 
-void EntryListView::AddColumns(std::span<const EntryColumn> columns, const QString& kind) {
+void EntryListView::AddColumns(const EntryColumns& all, const QString& kind) {
+    const std::span<const EntryColumn> columns = all.columns;
     // One less than there are columns; setting the last function makes up for it.
     SetCompareFunctionLength(static_cast<int>(columns.size()) - 1);
     std::vector<int> widths;
     for (const EntryColumn& column : columns) {
-        AddColumn(QCoreApplication::translate(metaObject()->className(), column.title), column.compare,
+        AddColumn(QCoreApplication::translate(all.context, column.title), column.compare,
                   column.id);
         setColumnAlignment(static_cast<unsigned>(columnCount() - 1), column.alignment);
         ColumnTips::Set(*headerItem(), columnCount() - 1, column.title);

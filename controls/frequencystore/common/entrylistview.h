@@ -23,6 +23,12 @@ struct EntryColumn {
     Alignment alignment = Right;
 };
 
+/// The columns of a kind of list, with the class in whose context their titles are translated.
+struct EntryColumns {
+    std::span<const EntryColumn> columns;
+    const char* context;
+};
+
 /// What the views of this library's lists of entries share: how their columns are made, copied and selected,
 /// and how they meet their button bar.
 class EntryListView : public FrequencyNodeListView {
@@ -31,7 +37,10 @@ protected:
 
     /// Once, in the constructor of the view. `columns` must stay. Widths are remembered under the object name
     /// and `kind`.
-    void AddColumns(std::span<const EntryColumn> columns, const QString& kind = QString());
+    void AddColumns(const EntryColumns& columns, const QString& kind = QString());
+    void AddColumns(std::span<const EntryColumn> columns) {
+        AddColumns({columns, metaObject()->className()});
+    }
 
     /// Puts the selected entries on the clipboard as XML, the current one first, and into the store's copy
     /// buffer. Without any both stay as they are.

@@ -88,6 +88,18 @@ FrequencyStoreListView* CreateMemorySystemListView(QWidget* parent, unsigned lis
     return new MemorySystemListView(parent, listId);
 }
 
+template <>
+const EntryColumns& MemoryColumns<false>() {
+    static constexpr EntryColumns columns{ColumnsHF, "MemorySystemListView"};
+    return columns;
+}
+
+template <>
+const EntryColumns& MemoryColumns<true>() {
+    static constexpr EntryColumns columns{ColumnsVUHF, "MemorySystemListView"};
+    return columns;
+}
+
 MemorySystemListView::MemorySystemListView(QWidget* parent, unsigned listId)
     : EntryListView(parent, listId, "MemorySystemListView") {
     setFocusPolicy(Qt::StrongFocus);
@@ -95,9 +107,9 @@ MemorySystemListView::MemorySystemListView(QWidget* parent, unsigned listId)
     setEnabled(true);
     // The columns of the two kinds are remembered apart.
     if (handler().IsVUHF())
-        AddColumns(ColumnsVUHF, QStringLiteral("VUHF"));
+        AddColumns(MemoryColumns<true>(), QStringLiteral("VUHF"));
     else
-        AddColumns(ColumnsHF, QStringLiteral("HF"));
+        AddColumns(MemoryColumns<false>(), QStringLiteral("HF"));
     connect(this, &SortListView::doubleClicked, this,
             qOverload<SortListViewItem*>(&MemorySystemListView::slotEdit));
     connect(this, &SortListView::returnPressed, this,

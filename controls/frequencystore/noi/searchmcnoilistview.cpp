@@ -31,9 +31,14 @@ FrequencyStoreListView* CreateSearchMCNOIListView(QWidget* parent, unsigned list
     return new SearchMCNOIListView(parent, listId);
 }
 
+const EntryColumns& NoiColumns() {
+    static constexpr EntryColumns columns{Columns, "SearchMCNOIListView"};
+    return columns;
+}
+
 SearchMCNOIListView::SearchMCNOIListView(QWidget* parent, unsigned listId)
     : EntryListView(parent, listId, "SearchMCNOIListView") {
-    AddColumns(Columns);
+    AddColumns(NoiColumns());
     const auto edit = qOverload<SortListViewItem*>(&SearchMCNOIListView::slotEdit);
     connect(this, &SortListView::doubleClicked, this, edit);
     connect(this, &SortListView::returnPressed, this, edit);

@@ -27,6 +27,10 @@ public:
     void Init(Node* node, bool loadDefault);
     /// As a client the handler reads no files itself; set before `Init`.
     void SetClientServer(bool client) { m_client = client; }
+    bool IsClient() const { return m_client; }
+    /// Why targets cannot be added, changed or removed at present; empty, as at first, when they can.
+    void SetWhyNoEditing(const QString& reason) { m_whyNoEditing = reason; }
+    const QString& WhyNoEditing() const { return m_whyNoEditing; }
     /// Start directory of the file dialogs.
     void SetTargetListDirectory(const QString& directory) { m_directory = directory; }
 
@@ -91,6 +95,7 @@ private:
     static TargetListHandler* m_pInstance;
 
     bool m_client = false;
+    QString m_whyNoEditing;
     bool m_loadDefault = false;
     ValueObservingPtr<Value<bool>> m_fileLoaded;
     ValueObservingPtr<Value<QString>> m_fileName;

@@ -48,6 +48,12 @@ QString WkfListView::EmptyText() const {
         "No targets yet. Open a list or drop its file on the window, or paste entries of another list.");
 }
 
+QString WkfListView::WhyOff(int action) const {
+    const bool edits = action == Bar::New || action == Bar::Edit || action == Bar::Paste ||
+                       action == Bar::Delete || action == Bar::Read || action == Bar::Import;
+    return edits && Controller() ? TargetListHandler::Instance()->WhyNoEditing() : QString();
+}
+
 void WkfListView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {
     if (!bar)
         return;

@@ -12,6 +12,7 @@ public:
 
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;
     QString EmptyText() const override;
+    QString WhyOff(int action) const override;
 
 public slots:
     void slotReadTargetList();

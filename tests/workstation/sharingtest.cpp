@@ -1,0 +1,286 @@
+#include "host/valuetree/operatoraction.h"
+#include "tests/link/realbroker.h"
+#include "tests/support/dialogs.h"
+#include "tests/workstation/sharefixture.h"
+#include "workstation/fileopener.h"
+#include "workstation/safekeeping.h"
+
+#include <QDialog>
+#include <QPushButton>
+#include <QTreeWidget>
+
+namespace {
+
+constexpr char Targets[] = "Local TargetList";
+
+TEST_F(Shares, AClientHasTheSitesTargetsInPlaceOfItsOwnAndInNoFile) {
+    open({sample("targets.ltl")});
+    ASSERT_TRUE(station->LoadFiles());
+    show(Targets);
+    const QString own = window().FileOf(idOf(Targets));
+    ASSERT_FALSE(own.isEmpty());
+    OtherSeat server(broker, "target");
+    server.Serve(3);
+    share(Role::Client);
+    EXPECT_FALSE(comments().isEmpty()) << "its own stay until the site's are here";
+    EXPECT_FALSE(action(A::Paste)->isEnabled());
+    EXPECT_TRUE(action(A::Paste)->toolTip().contains("those of a site"));
+    ASSERT_TRUE(isReady());
+    EXPECT_EQ(comments(), server.Comments());
+    EXPECT_EQ(window().FileOf(idOf(Targets)), QString());
+    EXPECT_FALSE(tabText().endsWith('*')) << "what the site has is not this seat's to save";
+    EXPECT_TRUE(shareStatus().startsWith("north: client, 2 seat")) << shareStatus().toStdString();
+    EXPECT_FALSE(UndoHistory::Instance().Stack().canUndo());
+
+    OtherSeat::Comment(*server.At(0)).SetValue(Q("theirs"));
+    {
+        const OperatorAction edit(Q("Edit"));
+        OtherSeat::Comment(*targets().Children()[1]).SetValue(Q("mine"));
+    }
+    ASSERT_TRUE(Until([&] {
+        return server.Comments() == QStringList{"theirs", "mine", "entry 2"} &&
+               comments() == server.Comments();
+    }));
+    UndoHistory::Instance().Stack().undo();
+    ASSERT_TRUE(Until([&] {
+        return server.Comments() == QStringList{"theirs", "entry 1", "entry 2"};
+    })) << "an undone step is asked for; what others did is no step";
+    EXPECT_FALSE(UndoHistory::Instance().Stack().canUndo());
+    EXPECT_FALSE(tabText().endsWith('*'));
+    EXPECT_FALSE(station->GetOpener().Open(sample("targets.ltl"))) << "the server alone reads files";
+    EXPECT_EQ(comments(), server.Comments());
+
+    sharing().Disconnect();
+    EXPECT_EQ(comments(), server.Comments()) << "nothing that was shown is lost";
+    EXPECT_TRUE(window().GetTabs()->tabText(0).endsWith('*')) << "it is in no file";
+    EXPECT_TRUE(action(A::Open)->isEnabled());
+    EXPECT_TRUE(station->GetOpener().Open(sample("targets.ltl")));
+}
+
+TEST_F(Shares, AConnectionThatNeverStandsLeavesTheOwnListInItsFile) {
+    open({sample("targets.ltl")});
+    ASSERT_TRUE(station->LoadFiles());
+    show(Targets);
+    const QString own = window().FileOf(idOf(Targets));
+    const QStringList before = comments();
+    ASSERT_FALSE(own.isEmpty());
+    broker.Stop();
+    share(Role::Client);
+    EXPECT_TRUE(shareStatus().contains("connecting"));
+    sharing().Disconnect();
+    EXPECT_EQ(comments(), before);
+    EXPECT_EQ(window().FileOf(idOf(Targets)), own);
+    EXPECT_FALSE(tabText().endsWith('*'));
+    EXPECT_TRUE(window().findChild<QToolButton*>(Q("Sharing"))->isHidden());
+}
+
+TEST_F(Shares, AServerTakesWhatClientsAskForAndKeepsItBesideItsFile) {
+    open({Write("mine.ltl", Read(sample("targets.ltl")))});
+    ASSERT_TRUE(station->LoadFiles());
+    show(Targets);
+    share(Role::Server, {"noi"});
+    OtherSeat client(broker, "target", "bert");
+    client.Follow();
+    OtherSeat bands(broker, "noi", "carla");
+    bands.Follow();
+    ASSERT_TRUE(Until(
+        [&] { return client.Client().WhyNoEditing().isEmpty() && bands.Client().WhyNoEditing().isEmpty(); }));
+    EXPECT_EQ(client.Comments(), comments());
+    EXPECT_TRUE(shareStatus().startsWith("north: server, 3 seat")) << shareStatus().toStdString();
+    EXPECT_FALSE(tabText().endsWith('*'));
+    OtherSeat::Comment(*client.At(0)).SetValue(Q("from a client"));
+    bands.Add(9e6, Q("a band"));
+    const Node& noi = *Tree::Instance()->GetNode(Paths::Noi);
+    ASSERT_TRUE(Until([&] { return comments().first() == "from a client" && noi.ChildCount() == 1; }));
+    EXPECT_TRUE(Until([&] { return tabText().endsWith('*'); })) << "it is not in the list's file yet";
+    EXPECT_TRUE(QFile::exists(Path("mine.ltl.share")));
+    EXPECT_TRUE(Until([] {
+        return Tree::Instance()->GetValue(Paths::NoiDefinition)->GetStringValue().startsWith("9000000");
+    })) << "what is made of the list follows";
+
+    // Another file: its entries are another journal's.
+    ASSERT_TRUE(station->GetOpener().Open(Write("other.ltl", Read(sample("targets.ltl")).left(400))));
+    ASSERT_TRUE(
+        Until([&] { return QFile::exists(Path("other.ltl.share")) && client.Comments() == comments(); }));
+    EXPECT_TRUE(isReady());
+}
+
+TEST_F(Shares, AnotherServerOfTheSameListIsRefused) {
+    OtherSeat first(broker, "target", "bert");
+    first.Serve(1);
+    ASSERT_TRUE(Until([&] { return first.Server().GetState() == ListServer::State::Serving; }));
+    open({});
+    share(Role::Server);
+    ASSERT_TRUE(Until([&] { return sharing().GetState() == Sharing::State::Refused; }));
+    EXPECT_TRUE(shareStatus().contains("bert serves this list already")) << shareStatus().toStdString();
+}
+
+TEST_F(Shares, ListsOfOthersAreListsOfTheirOwnThatNothingHereKeeps) {
+    open({});
+    OtherSeat server(broker, "noi");
+    server.Serve(2);
+    OtherSeat targets(broker, "target", "bert");
+    targets.Serve(1);
+    share(Role::Client);
+    constexpr char Theirs[] = "NOI Frequencies (north)";
+    ASSERT_TRUE(isReady(Theirs));
+    SortListView* const list = show(Theirs);
+    ASSERT_TRUE(Until([&] { return list->RowCount() == 2; }));
+    const int id = idOf(Theirs);
+    EXPECT_EQ(entriesOf("/Lists/NOIFrequencies"), 0) << "the local list is another one";
+    EXPECT_FALSE(station->GetSafekeeping().Find(id)) << "no recovery, no question at the end";
+    EXPECT_TRUE(sharing().IsOfOthers(id));
+    EXPECT_FALSE(UndoHistory::Instance().Stack().canUndo()) << "what others do is no step";
+
+    select(list, 0);
+    ASSERT_TRUE(Until([&] { return action(A::Copy)->isEnabled(); }));
+    action(A::Copy)->trigger();
+    action(A::Paste)->trigger();
+    ASSERT_TRUE(Until([&] { return server.Comments() == QStringList{"entry 0", "entry 1", "entry 0"}; }));
+    EXPECT_FALSE(tabText().endsWith('*'));
+    select(list, 1);
+    ASSERT_TRUE(Until([&] { return action(A::Delete)->isEnabled(); }));
+    action(A::Delete)->trigger();
+    ASSERT_TRUE(Until([&] { return server.Comments() == QStringList{"entry 0", "entry 0"}; }));
+    action(A::Undo)->trigger();
+    ASSERT_TRUE(Until([&] { return server.Comments() == QStringList{"entry 0", "entry 1", "entry 0"}; }));
+    action(A::New)->trigger();
+    ASSERT_TRUE(Until([&] { return server.Comments().size() == 4 && list->RowCount() == 4; }));
+    EXPECT_EQ(messages(), QString());
+
+    sharing().Disconnect();
+    EXPECT_EQ(idOf(Theirs), 0);
+    EXPECT_EQ(Tree::Instance()->GetNode(Q("/Shared/north/noi")), nullptr);
+}
+
+TEST_F(Shares, WhatIsOldSaysSoAndComesRightByItself) {
+    open({});
+    auto server = std::make_unique<OtherSeat>(broker, "target");
+    server->Serve(3);
+    share(Role::Client);
+    ASSERT_TRUE(isReady());
+    show(Targets);
+    broker.Stop();
+    EXPECT_EQ(sharing().GetState(), Sharing::State::Old);
+    EXPECT_TRUE(shareStatus().contains("old since ")) << shareStatus().toStdString();
+    EXPECT_EQ(comments().size(), 3);
+    EXPECT_FALSE(action(A::Paste)->isEnabled());
+    {
+        const OperatorAction edit(Q("Edit"));
+        OtherSeat::Comment(*targets().Children()[0]).SetValue(Q("lost?"));
+    }
+    ASSERT_TRUE(Until([&] { return comments().first() == "entry 0"; })) << "it is put back";
+    const auto* refused = window().findChild<QDialog*>();
+    ASSERT_TRUE(refused && refused->isVisible()) << "and told, beside what was wanted";
+    auto* again = refused->findChild<QPushButton*>(Q("TryAgain"));
+    EXPECT_FALSE(again->isEnabled());
+    broker.Start();
+    ASSERT_TRUE(isReady());
+    ASSERT_TRUE(again->isEnabled());
+    again->click();
+    ASSERT_TRUE(Until([&] { return server->Comments().first() == "lost?"; }));
+
+    server->StopServing();
+    server.reset();
+    ASSERT_TRUE(Until([&] { return shareStatus().contains("the server has gone"); }));
+    EXPECT_EQ(comments().size(), 3);
+}
+
+TEST_F(Shares, AnOutOfDateEditShowsBothStatesAndMayBeTriedAgain) {
+    open({});
+    OtherSeat server(broker, "target");
+    server.Serve(2);
+    share(Role::Client);
+    ASSERT_TRUE(isReady());
+    // Both change it before either hears of the other.
+    OtherSeat::Comment(*targets().Children()[0]).SetValue(Q("mine"));
+    OtherSeat::Comment(*server.At(0)).SetValue(Q("theirs"));
+    ASSERT_TRUE(Until([&] { return window().findChild<QDialog*>() && comments().first() == "theirs"; }));
+    auto* fields = window().findChild<QDialog*>()->findChild<QTreeWidget*>();
+    ASSERT_EQ(fields->topLevelItemCount(), 1);
+    const QTreeWidgetItem* field = fields->topLevelItem(0)->child(0);
+    EXPECT_EQ(field->text(0) + '|' + field->text(1) + '|' + field->text(2), "Comment|mine|theirs");
+    window().findChild<QDialog*>()->findChild<QPushButton*>(Q("TryAgain"))->click();
+    ASSERT_TRUE(Until([&] { return server.Comments() == QStringList{"mine", "entry 1"}; }));
+
+    // One whose entry has gone cannot be had back by that; one that was to go can.
+    targets().DeleteNode(targets().Children()[1]);
+    OtherSeat::Comment(*server.At(1)).SetValue(Q("changed"));
+    ASSERT_TRUE(Until([&] { return comments() == QStringList{"mine", "changed"}; }));
+    ASSERT_TRUE(Until([&] { return window().findChild<QPushButton*>(Q("TryAgain")); }));
+    window().findChild<QPushButton*>(Q("TryAgain"))->click();
+    ASSERT_TRUE(Until([&] { return server.Comments() == QStringList{"mine"}; }));
+}
+
+/// With the documented configuration, from the command line to the list.
+TEST_F(Shares, ThroughABrokerThatIsKilledAndComesBackNothingIsLost) {
+    RealBroker real({"server", "anna"});
+    OtherSeat server(std::make_unique<MqttBus>(real.AddressOf(Q("server"))), "target", Q("server"));
+    server.Serve(3);
+    const QString password = Write("pw", RealBroker::PasswordOf(Q("anna")).toUtf8());
+    QFile(password).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    open({"--share", QStringLiteral("mqtts://anna@127.0.0.1:%1/north").arg(real.Port()), "--ca-file",
+          real.CaFile(), "--password-file", password});
+    station->BeginSharing();
+    ASSERT_TRUE(isReady()) << messages().toStdString();
+    show(Targets);
+    OtherSeat::Comment(*targets().Children()[0]).SetValue(Q("before"));
+    ASSERT_TRUE(Until([&] { return server.Comments().first() == "before"; }));
+    real.Kill();
+    ASSERT_TRUE(Until([&] { return sharing().GetState() == Sharing::State::Old; }));
+    OtherSeat::Comment(*server.At(1)).SetValue(Q("meanwhile"));
+    EXPECT_EQ(comments(), (QStringList{"before", "entry 1", "entry 2"})) << "the last whole state stays";
+    real.Start();
+    ASSERT_TRUE(isReady());
+    ASSERT_TRUE(Until([&] { return comments() == QStringList{"before", "meanwhile", "entry 2"}; }));
+    OtherSeat::Comment(*targets().Children()[2]).SetValue(Q("after"));
+    ASSERT_TRUE(Until([&] { return server.Comments() == QStringList{"before", "meanwhile", "after"}; }));
+    EXPECT_FALSE(messages().contains("secret"));
+}
+
+TEST_F(Shares, WhoMayOnlyReadSeesWhy) {
+    broker.SetRights([](const QString& user, const QByteArray& topic) {
+        return user == "server" || !topic.contains("/request/");
+    });
+    open({});
+    OtherSeat server(broker, "target");
+    server.Serve(1);
+    share(Role::Client);
+    show(Targets);
+    ASSERT_TRUE(Until([&] {
+        return comments().size() == 1 && action(A::Delete)->toolTip().contains("only read the list");
+    }));
+    EXPECT_FALSE(action(A::Delete)->isEnabled());
+    EXPECT_EQ(sharing().GetState(), Sharing::State::Shared);
+}
+
+TEST_F(Shares, RowsTellWhoEditsThem) {
+    open({});
+    OtherSeat server(broker, "target");
+    server.Serve(3);
+    OtherSeat other(broker, "target", "bert");
+    other.Follow();
+    share(Role::Client);
+    ASSERT_TRUE(isReady());
+    SortListView* const list = show(Targets);
+    ASSERT_TRUE(Until([&] { return list->RowCount() == 3 && other.Comments().size() == 3; }));
+    other.Client().SetEditing(other.At(1));
+    ASSERT_TRUE(Until([&] { return !list->topLevelItem(1)->icon(0).isNull(); }));
+    EXPECT_TRUE(list->topLevelItem(1)->toolTip(0).contains("bert"));
+    EXPECT_TRUE(list->topLevelItem(0)->icon(0).isNull());
+    EXPECT_FALSE(list->topLevelItem(0)->toolTip(0).contains("bert"));
+    other.Client().SetEditing(nullptr);
+    ASSERT_TRUE(Until([&] { return list->topLevelItem(1)->icon(0).isNull(); }));
+
+    select(list, 2);
+    ASSERT_TRUE(Until([&] { return action(A::EditCell)->isEnabled(); }))
+        << action(A::EditCell)->toolTip().toStdString();
+    action(A::EditCell)->trigger();
+    ASSERT_TRUE(list->IsEditing());
+    ASSERT_TRUE(Until([&] { return !other.Client().EditorsOf(*other.At(2)).isEmpty(); }));
+    EXPECT_EQ(other.Client().EditorsOf(*other.At(2)), QStringList{"anna"});
+    key(Qt::Key_Escape);
+    ASSERT_TRUE(Until([&] { return other.Client().EditorsOf(*other.At(2)).isEmpty(); }));
+}
+
+} // namespace

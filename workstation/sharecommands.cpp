@@ -1,0 +1,150 @@
+#include "workstation/sharecommands.h"
+
+#include "controls/frequencystore/common/keys.h"
+#include "host/base/problems.h"
+#include "host/report/rgexception.h"
+#include "workstation/actiontips.h"
+#include "workstation/mainwindow.h"
+#include "workstation/sharedialog.h"
+#include "workstation/shareediting.h"
+#include "workstation/sharepassword.h"
+#include "workstation/sharerefusal.h"
+#include "workstation/shareseatspanel.h"
+#include "workstation/sharing.h"
+#include "workstation/windowstatus.h"
+
+#include <QDockWidget>
+#include <QInputDialog>
+#include <QMenu>
+#include <QToolButton>
+
+namespace {
+
+constexpr char TraceSource[] = "sharing";
+
+} // namespace
+
+ShareCommands::ShareCommands(Sharing& sharing, MainWindow& window, bool remembers)
+    : m_sharing(sharing),
+      m_window(window),
+      m_remembers(remembers),
+      m_editing(std::make_unique<ShareEditing>(sharing, window)) {
+    addMenu();
+    addPanel();
+    connect(&sharing, &Sharing::Changed, this, &ShareCommands::showState);
+    connect(&sharing, &Sharing::Refused, this, &ShareCommands::showRefusal);
+    connect(&sharing, &Sharing::RightsChanged, this, [this] {
+        if (m_refusal)
+            m_refusal->Refresh();
+    });
+    showState();
+}
+
+ShareCommands::~ShareCommands() {
+    delete m_refusal;
+}
+
+void ShareCommands::addMenu() {
+    QMenu* menu = m_window.AddMenu(tr("S&hare"));
+    QAction* connects = menu->addAction(tr("&Connect..."), this, &ShareCommands::ask);
+    connects->setObjectName(QStringLiteral("connect-site"));
+    SetTips(*connects, tr("Share lists with other seats through a broker"));
+    m_disconnect = menu->addAction(tr("&Disconnect"), this, &ShareCommands::disconnect);
+    m_disconnect->setObjectName(QStringLiteral("disconnect-site"));
+    SetTips(*m_disconnect, tr("Share no list any more; what is shown stays"));
+}
+
+/// Where the state is shown, a click shows who is there.
+void ShareCommands::addPanel() {
+    auto* panel = new ShareSeatsPanel(m_sharing);
+    QDockWidget* dock = m_window.AddPanel(panel, tr("S&eats"), Qt::RightDockWidgetArea);
+    dock->hide();
+    connect(&m_sharing, &Sharing::Changed, panel, &ShareSeatsPanel::Refresh);
+    connect(m_window.GetStatus().GetSharingButton(), &QToolButton::clicked, dock->toggleViewAction(),
+            &QAction::trigger);
+}
+
+void ShareCommands::ask() {
+    const ShareProfile atStart = m_remembers ? ShareProfile::AtStart() : ShareProfile();
+    const ShareProfile present = m_sharing.IsOn() ? m_sharing.Profile() : atStart;
+    const QPointer<ShareCommands> alive(this);
+    ShareDialog dialog(m_sharing, present, !atStart.url.isEmpty(), &m_window);
+    if (dialog.exec() != QDialog::Accepted || !alive)
+        return;
+    const ShareProfile choice = dialog.GetChoice();
+    if (m_remembers)
+        ShareProfile::SetAtStart(dialog.IsAtStart() ? choice : ShareProfile());
+    if (dialog.KeepsPassword())
+        SharePassword::Keep(choice, dialog.Password(), *this, [](const QString& reason) {
+            Problems::Report(TraceSource, {tr("Keyring"), 0, tr("the password is not kept: %1").arg(reason)});
+        });
+    if (dialog.Password().isEmpty())
+        Connect(choice);
+    else
+        connectWith(choice, dialog.Password());
+}
+
+void ShareCommands::Connect(const ShareProfile& profile) {
+    try {
+        SharePassword::Find(profile, *this, [this, profile](const QString& password) {
+            // A certificate may stand for a password.
+            const bool needsNone =
+                !password.isEmpty() || !profile.certificateFile.isEmpty() || profile.Address().user.isEmpty();
+            if (!needsNone && m_mayAsk && m_mayAsk())
+                askForPassword(profile);
+            else
+                connectWith(profile, password);
+        });
+    } catch (const RGException& exception) {
+        Problems::Report(TraceSource, Problem::FromText(exception.GetErrorText()));
+    }
+}
+
+void ShareCommands::askForPassword(const ShareProfile& profile) {
+    const QPointer<ShareCommands> alive(this);
+    bool isGiven = false;
+    const QString password =
+        QInputDialog::getText(&m_window, tr("Password"), tr("Password for %1:").arg(profile.url),
+                              QLineEdit::Password, QString(), &isGiven);
+    if (alive && isGiven)
+        connectWith(profile, password);
+}
+
+void ShareCommands::connectWith(const ShareProfile& profile, const QString& password) {
+    const bool becomesClient = profile.role == ShareProfile::Role::Client && !m_sharing.IsMirrored();
+    if (becomesClient && m_mayBecomeClient && !m_mayBecomeClient())
+        return;
+    try {
+        m_sharing.Connect(profile, password);
+    } catch (const RGException& exception) {
+        Problems::Report(TraceSource, Problem::FromText(exception.GetErrorText()));
+    }
+}
+
+void ShareCommands::disconnect() {
+    m_sharing.Disconnect();
+}
+
+void ShareCommands::showState() {
+    using State = Sharing::State;
+    const State state = m_sharing.GetState();
+    m_window.GetStatus().ShowSharing(m_sharing.StateText(), m_sharing.Details(),
+                                     state == State::Old || state == State::Refused);
+    m_disconnect->setEnabled(m_sharing.IsOn());
+}
+
+/// What was to become of entries is shown beside what they are; all else is told. What the program itself
+/// makes of an entry's values is no wish of the operator's.
+void ShareCommands::showRefusal(int listId, const ListClient::Refusal& whole) {
+    ListClient::Refusal refusal = whole;
+    std::erase_if(refusal.fields, [](const auto& field) { return field.name == Keys::KeyType.Text(); });
+    if (refusal.fields.empty() && !whole.fields.empty())
+        return;
+    if (!refusal.entry && refusal.fields.empty())
+        return Problems::Report(TraceSource, {m_sharing.Site(), 0, refusal.reason});
+    if (!m_refusal) {
+        m_refusal = new ShareRefusal(m_sharing, &m_window);
+        m_refusal->show();
+    }
+    m_refusal->Add(listId, refusal);
+}

@@ -1,0 +1,148 @@
+#pragma once
+
+#include "link/listclient.h"
+#include "link/listserver.h"
+#include "workstation/sharekinds.h"
+#include "workstation/shareprofile.h"
+
+#include <QDateTime>
+
+class ShareSiteList;
+
+/// What this program has at a site: one connection, on which it serves lists of its own or mirrors the site's
+/// targets in place of its own, and shows the other lists of the site as lists of their own.
+class Sharing : public QObject {
+    Q_OBJECT
+
+public:
+    enum class State {
+        Off,
+        Connecting,
+        Loading, ///< some of the site's list is missing
+        Shared,
+        Old,     ///< what is shown is not what the site has now
+        Refused, ///< another seat serves the list, or the broker does not let this one
+    };
+    /// A list of the program that can be shared.
+    struct Own {
+        const ShareKind* kind;
+        int listId; ///< in the store
+        Node* node;
+        /// Where a server keeps what it accepted.
+        std::function<QString()> journal;
+    };
+    using BusMaker = std::function<std::unique_ptr<MessageBus>(const BrokerAddress&)>;
+
+    /// The first one are the targets. The nodes outlive this.
+    explicit Sharing(std::vector<Own> own);
+    ~Sharing() override;
+    /// Another bus than MQTT.
+    void SetBusMaker(BusMaker maker) { m_makeBus = std::move(maker); }
+    std::unique_ptr<MessageBus> MakeBus(const BrokerAddress& address) const { return m_makeBus(address); }
+
+    /// Kinds of lists that a server may serve besides its targets.
+    QStringList KindsToServe() const;
+
+    /// In place of what was connected before. Throws RGException when certificates or a journal cannot be
+    /// read; then nothing is connected.
+    void Connect(const ShareProfile& profile, const QString& password);
+    void Disconnect();
+    bool IsOn() const { return m_seat != nullptr; }
+    /// Whether the targets are those of the site, or are about to be.
+    bool IsClient() const { return IsOn() && m_profile.role == ShareProfile::Role::Client; }
+    /// Whether the targets have become those of the site.
+    bool IsMirrored() const;
+    const ShareProfile& Profile() const { return m_profile; }
+    const QString& Site() const { return m_site; }
+
+    State GetState() const;
+    /// In a few words, and with all that is known.
+    QString StateText() const;
+    QString Details() const;
+
+    /// Someone at the site, as people read him.
+    struct Present {
+        QString name, user;
+        QString edits; ///< the list; empty for none
+        bool isSelf;
+    };
+    std::vector<Present> WhoIsThere() const;
+    /// An entry that others edit, with their names.
+    struct Edited {
+        int listId;
+        Node* entry;
+        QStringList names;
+    };
+    std::vector<Edited> EditedByOthers() const;
+    /// Lists that are shared, by their identifiers in the store.
+    std::vector<int> SharedLists() const;
+    /// Tells the others which entry is being edited here; null for none.
+    void SetEditing(const Node* entry);
+
+    /// Why entries of a list cannot be changed; empty when they can, and for lists that are not shared.
+    QString WhyNoEditing(int listId) const;
+    /// A list of another seat, which is kept there.
+    bool IsOfOthers(int listId) const;
+    /// That node, or one that a list of another seat will have.
+    static bool IsOfOthers(const Node& list);
+    /// The list stands in another file now, or has been saved.
+    void NoteFile(int listId);
+    /// Does again what was not taken, with what the entry is now. False when there is nothing that it could
+    /// be done to.
+    bool TryAgain(int listId, const ListClient::Refusal& refusal);
+
+signals:
+    /// Before the first list is served or mirrored.
+    void Began();
+    /// Whether the targets were those of the site, as which they stay.
+    void Ended(bool mirrored);
+    /// The state or its texts, who is there, or who edits what.
+    void Changed();
+    /// `WhyNoEditing` may answer otherwise.
+    void RightsChanged(int listId);
+    /// The site's list is here for the first time since the connection was asked for.
+    void Mirrored();
+    void Refused(int listId, const ListClient::Refusal& refusal);
+
+private:
+    /// A list as it is shared: one of server and client.
+    struct Part {
+        const ShareKind* kind;
+        int listId;
+        Node* node;
+        QString journal;
+        std::unique_ptr<ListServer> server{};
+        std::unique_ptr<ListReader> reader{};
+        std::unique_ptr<ListClient> client{};
+    };
+
+    void serve(const Own& own);
+    void startServer(Part& part);
+    void restartServer(int listId);
+    void follow(const Own& own);
+    void followClient(ListClient& client, int listId);
+    void takeClaim(const QByteArray& topic, const QByteArray& payload);
+    void noteState();
+    const Part* find(int listId) const;
+    const ListClient* clientOf(int listId) const;
+    Edited entryOf(const QString& list, Messages::EntryId id) const;
+    /// The list's name at the site and the entry's id; 0 for an entry that is not shared.
+    std::pair<QString, Messages::EntryId> shared(const Node& entry) const;
+    State stateOf(const ListReader& reader) const;
+    State stateOf(const ListServer& server) const;
+    QString entriesText(const ListReader& reader) const;
+    QString reason() const;
+
+    std::vector<Own> m_own;
+    BusMaker m_makeBus;
+    ShareProfile m_profile;
+    QString m_site;
+    std::unique_ptr<MessageBus> m_bus;
+    std::unique_ptr<Seat> m_seat;
+    std::vector<std::unique_ptr<Part>> m_parts; ///< the targets first
+    std::unique_ptr<MessageBus::Subscription> m_claims;
+    std::vector<std::unique_ptr<ShareSiteList>> m_others;
+    QDateTime m_oldSince; ///< invalid while what is shown is the site's
+    bool m_wasShared = false;
+    bool m_wasMirrored = false;
+};
