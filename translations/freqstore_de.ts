@@ -1867,6 +1867,25 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
 </context>
 <context>
+    <name>ListClaim</name>
+    <message>
+        <source>the broker does not let this user serve the list</source>
+        <translation>der Broker lässt diesen Benutzer die Liste nicht freigeben</translation>
+    </message>
+    <message>
+        <source>%1 serves this list already</source>
+        <translation>%1 gibt diese Liste schon frei</translation>
+    </message>
+    <message>
+        <source>the broker does not let this user read what a server needs</source>
+        <translation>der Broker lässt diesen Benutzer nicht lesen, was ein Server braucht</translation>
+    </message>
+    <message>
+        <source>the broker passes nothing of this site on to this user</source>
+        <translation>der Broker gibt diesem Benutzer nichts von diesem Standort weiter</translation>
+    </message>
+</context>
+<context>
     <name>ListClient</name>
     <message>
         <source>the broker lets this user only read the list</source>
@@ -1887,6 +1906,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>the entry has been changed meanwhile</source>
         <translation>der Eintrag wurde inzwischen geändert</translation>
+    </message>
+    <message>
+        <source>no answer: this user may not ask the server, or it has gone</source>
+        <translation>keine Antwort: dieser Benutzer darf den Server nicht fragen, oder der ist fort</translation>
     </message>
 </context>
 <context>
@@ -2052,6 +2075,22 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>the server is of another version, which this program does not understand</source>
         <translation>der Server hat eine andere Version, die dieses Programm nicht versteht</translation>
     </message>
+    <message>
+        <source>all is here; waits for the server to say that it is, too</source>
+        <translation>alles ist da; wartet, bis der Server sagt, dass auch er da ist</translation>
+    </message>
+    <message>
+        <source>the broker does not let this user read the list</source>
+        <translation>der Broker lässt diesen Benutzer die Liste nicht lesen</translation>
+    </message>
+    <message>
+        <source>waits for a server; the broker passes nothing of this site on to this user</source>
+        <translation>wartet auf einen Server; der Broker gibt diesem Benutzer nichts von diesem Standort weiter</translation>
+    </message>
+    <message>
+        <source>waits for a server: nobody has served the list, or this user may not read it</source>
+        <translation>wartet auf einen Server: niemand hat die Liste freigegeben, oder dieser Benutzer darf sie nicht lesen</translation>
+    </message>
 </context>
 <context>
     <name>ListServer</name>
@@ -2082,14 +2121,6 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>the server&apos;s list directory has no file &quot;%1&quot;</source>
         <translation>im Listenordner des Servers ist keine Datei „%1“</translation>
-    </message>
-    <message>
-        <source>%1 serves this list already</source>
-        <translation>%1 gibt diese Liste schon frei</translation>
-    </message>
-    <message>
-        <source>the broker does not let this user serve the list</source>
-        <translation>der Broker lässt diesen Benutzer die Liste nicht freigeben</translation>
     </message>
 </context>
 <context>
@@ -3910,6 +3941,20 @@ Fremdes: %2</translation>
     <message>
         <source>the radio stays at %1</source>
         <translation>das Gerät bleibt bei %1</translation>
+    </message>
+</context>
+<context>
+    <name>RecordClient</name>
+    <message>
+        <source>%1 is no list of records</source>
+        <translation>%1 ist keine Liste von Datensätzen</translation>
+    </message>
+</context>
+<context>
+    <name>RecordServer</name>
+    <message>
+        <source>%1 is no list of records</source>
+        <translation>%1 ist keine Liste von Datensätzen</translation>
     </message>
 </context>
 <context>
