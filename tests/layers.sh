@@ -55,7 +55,7 @@ room tests/frequencystore tests/support host $lists/{common,files,targets,memory
 for program in $parts cli workstation; do
     tests_of tests/$program $program
 done
-allowed[tests/workstation]+=" examples/bookmarks tests/link" # seats beside the window, and their broker
+allowed[tests/workstation]+=" examples/bookmarks tests/link tests/receiver" # seats and radios beside the window
 tests_of tests/recoverychild workstation
 room bench host controls $parts workstation cli
 room fuzz host controls $parts
