@@ -1,5 +1,7 @@
 #include "interchange/rows.h"
 
+#include "host/base/textdecoder.h"
+
 #include <QCoreApplication>
 #include <QRegularExpression>
 
@@ -67,14 +69,20 @@ bool BeginsWithHeadings(const QString& text, QChar separator, std::initializer_l
 }
 
 void AppendCell(std::string& out, std::string_view utf8, char separator) {
-    const char special[] = {separator, '"', '\n', '\r', 0};
     const bool isFramed = !utf8.empty() && (utf8.front() == ' ' || utf8.back() == ' ');
-    if (!isFramed && utf8.find_first_of(special) == std::string_view::npos) {
+    const auto isSpecial = [separator](char c) {
+        return c == separator || c == '"' || (c >= 0 && c < ' ') || c == 0x7F;
+    };
+    if (!isFramed && std::ranges::none_of(utf8, isSpecial)) {
         out += utf8;
         return;
     }
     out += '"';
     for (const char c : utf8) {
+        if (IsStrayControl(QLatin1Char(c))) {
+            out += "\xEF\xBF\xBD"; // a file full of them would not be taken for text
+            continue;
+        }
         if (c == '"')
             out += '"';
         out += c;

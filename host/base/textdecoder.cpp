@@ -159,11 +159,15 @@ void lookAtAll(QIODevice& device, qint64 begin, TextForm& form) {
 }
 
 /// A text has hardly any control characters and hardly any that are badly encoded. One with a mark says
-/// itself that it is text.
-void lookAtHead(TextForm& form) {
+/// itself that it is text. Writers put U+FFFD where a character has no place: that is no bad encoding.
+void lookAtHead(const QByteArray& head, TextForm& form) {
     constexpr qsizetype Few = 8;
     constexpr qsizetype LeastShare = 10;
-    const auto isStrange = [](QChar c) { return IsStrayControl(c) || c == QChar::ReplacementCharacter; };
+    const std::string_view rest = viewOf(head).substr(Utf8Length(viewOf(head)));
+    const bool isWellFormed = form.encoding == TextEncoding::Utf8 && (rest.empty() || isBegun(rest));
+    const auto isStrange = [&](QChar c) {
+        return IsStrayControl(c) || (c == QChar::ReplacementCharacter && !isWellFormed);
+    };
     const qsizetype strange = std::count_if(form.head.cbegin(), form.head.cend(), isStrange);
     if (form.markSize > 0 || !form.refusal.isEmpty() || strange <= Few ||
         strange * LeastShare < form.head.size())
@@ -192,7 +196,7 @@ TextForm LookAtText(QIODevice& device) {
         lookAtAll(device, begin, form);
     head.remove(0, form.markSize);
     TextDecoder(form.encoding).Append(form.head, head);
-    lookAtHead(form);
+    lookAtHead(head, form);
     if (device.isSequential())
         device.skip(form.markSize);
     else

@@ -133,6 +133,23 @@ TEST(FilesOfOthers, KeepFrequenciesAndTexts) {
     }
 }
 
+/// A short file that consists of little else is still a text.
+TEST(FilesOfOthers, WithNothingButLostCharactersInATextAreReadAgain) {
+    for (const char16_t lost : {u'\uFFFD', u'\x01', u'\x7F'}) {
+        std::vector<FreqStoreXml::FrequencyStoreEntry> entries(1);
+        entries[0].GetFFM_Settings().GetFrequency().SetValue(7e6);
+        entries[0].SetComment(QString(200, lost));
+        for (const Format* format : Formats()) {
+            if (!format->makeEncoder || !format->read)
+                continue;
+            const ReadText read =
+                readText(*format, QByteArray::fromStdString(ToBytes(*format, contentOf(entries))));
+            EXPECT_EQ(read.failure, QString()) << format->id << int(lost);
+            EXPECT_EQ(read.records.size(), 1u) << format->id << int(lost);
+        }
+    }
+}
+
 /// Sets each member of the record, or leaves it empty.
 void fill(REPORTGENERATOR::IRGObject& record, std::mt19937& random) {
     const QString texts[] = {QStringLiteral("a\"\\\n\u0001"), QStringLiteral("\u00E4\U0001F4E1"),
