@@ -99,6 +99,7 @@ void UndoPacking(benchmark::State& state) {
             longest = std::max(longest, turn);
             all += turn;
         }
+        history.SetRest(UndoHistory::UsualRest);
         state.counters["longest_turn_s"] = longest;
         state.counters["goal"] = LongestTurn;
         state.SetIterationTime(all);
