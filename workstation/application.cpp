@@ -69,7 +69,6 @@
 #include <QUndoStack>
 
 #include <algorithm>
-
 #include <cstdio>
 
 namespace {
