@@ -91,7 +91,7 @@ void UndoPacking(benchmark::State& state) {
             const OperatorAction action(QStringLiteral("Delete"));
             emptyList();
         }
-        state.counters["resting"] = static_cast<double>(history.InMemory());
+        state.SetLabel(std::to_string(history.InMemory() >> 20) + " MB rest");
         double longest = 0;
         double all = 0;
         while (history.InMemory() > UndoHistory::MostInMemory) {
@@ -99,6 +99,7 @@ void UndoPacking(benchmark::State& state) {
             longest = std::max(longest, turn);
             all += turn;
         }
+        history.SetRest(UndoHistory::UsualRest);
         state.counters["longest_turn_s"] = longest;
         state.counters["goal"] = LongestTurn;
         state.SetIterationTime(all);

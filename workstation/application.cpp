@@ -70,6 +70,7 @@
 #include <QTimer>
 #include <QUndoStack>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -121,6 +122,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     Problems::SetSink([&early](const Problem& problem) { early.push_back(problem); });
     prepareDirectories();
     UndoHistory::Instance().SetOn(true);
+    UndoHistory::Instance().SetMostResting(static_cast<size_t>(std::max<qint64>(AvailableMemory(), 0)) / 4);
     m_receiver = std::make_unique<Receiver>(options.receiver);
     m_search = std::make_unique<SimulatedSearch>(options.receiver);
     m_job = std::make_unique<Job>();

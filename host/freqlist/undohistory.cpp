@@ -501,7 +501,7 @@ void UndoHistory::shrinkOldest(void (Step::*shrink)(), size_t (Step::*bytes)() c
 }
 
 void UndoHistory::keepWithinMemory() {
-    shrinkOldest(&Step::Pack, &Step::Resting, MostResting);
+    shrinkOldest(&Step::Pack, &Step::Resting, m_mostResting);
     shrinkOldest(&Step::Spill, &Step::Packed, MostInMemory);
     if (InMemory() > MostInMemory && !m_packing.isActive())
         m_packing.start(m_rest);

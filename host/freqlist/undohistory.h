@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -31,7 +32,7 @@ public:
     /// compact data, and the oldest of this go to temporary files. Entries that were deleted may rest as they
     /// are for a while, since what is undone is mostly undone soon.
     static constexpr size_t MostInMemory = size_t(64) << 20;
-    /// What entries that rest may take, in bytes.
+    /// What entries that rest may take, in bytes, where there is memory.
     static constexpr size_t MostResting = KeptEntries::MostParked;
     static constexpr int UsualRest = 60000; ///< milliseconds
 
@@ -52,6 +53,8 @@ public:
     size_t InMemory() const;
     /// How long entries may rest, in milliseconds.
     void SetRest(int milliseconds) { m_rest = milliseconds; }
+    /// What entries that rest may take, in bytes, `MostResting` at most.
+    void SetMostResting(size_t bytes) { m_mostResting = std::min(bytes, MostResting); }
 
 signals:
     /// A step has changed that list, or has been undone or done again.
@@ -89,6 +92,7 @@ private:
     QUndoStack* m_stack;
     QTimer m_packing; ///< until entries have rested, and then each turn in which some of them are packed
     int m_rest = UsualRest;
+    size_t m_mostResting = MostResting;
     std::vector<Followed> m_texts;
     std::vector<Running> m_running; ///< the innermost last
     int m_lastAction = 0;
