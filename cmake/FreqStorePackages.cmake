@@ -65,8 +65,8 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_LIBRARIES_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/triggers)
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_DEPENDS "${same_libraries}")
-# A recommended broker would start on every seat.
-set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SUGGESTS "freqstore-doc, mosquitto")
+# A recommended broker would start on every seat; rigctld is for those who share a radio between programs.
+set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SUGGESTS "freqstore-doc, libhamlib-utils, mosquitto")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${same_libraries}, qt6-base-dev")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS freqstore-doc)
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)

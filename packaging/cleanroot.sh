@@ -17,6 +17,8 @@ grep -Eq '^Local TargetList +[1-9][0-9]{2,} ' table
 test -s pictures/window.png
 freqstore-cli show /usr/share/frequencystore/samples/targets.xml >list
 test "$(wc -l <list)" -gt 500
+test "$(freqstore-cli receivers | wc -l)" -gt 250
+freqstore-cli tune --receiver hamlib:1 7055kHz LSB | grep -q '^7055.000 kHz LSB'
 grep -q 'application/x-freqstore-job+xml:\*\.pij' /usr/share/mime/globs2
 
 # A plug-in against the development package, with nothing but a compiler besides.

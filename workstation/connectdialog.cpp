@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QSpinBox>
 
@@ -23,6 +24,7 @@ namespace {
 constexpr int NoModel = 0; ///< stands for the simulated receiver
 constexpr int Speeds[] = {1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200};
 constexpr QSize UsualSize(560, 620);
+constexpr QSize Frame(20, 60); ///< what a window has around it, and some room
 const QStringList NetworkPorts{QStringLiteral("localhost:4532"), QStringLiteral("localhost:7356")};
 
 /// Serial lines of this machine; those by id stay the same whatever is plugged in first.
@@ -70,7 +72,7 @@ ConnectDialog::ConnectDialog(const std::optional<RadioProfile>& present, QWidget
     connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
             [this] { HelpWindow::ShowFor(*this, this); });
     fill(present.value_or(RadioProfile{QString(), NoModel}));
-    resize(UsualSize);
+    resize(UsualSize.boundedTo(screen()->availableSize() - Frame));
 }
 
 ConnectDialog::~ConnectDialog() = default;

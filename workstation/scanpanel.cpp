@@ -65,6 +65,7 @@ ScanPanel::ScanPanel(Scan& scan, const ScanActions& actions, QWidget* parent)
       m_counts(new QLabel(this)),
       m_form(new QFormLayout(this)) {
     m_form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    m_form->setRowWrapPolicy(QFormLayout::WrapLongRows);
     QFont bold = m_state->font();
     bold.setBold(true);
     m_state->setFont(bold);
@@ -105,6 +106,12 @@ QWidget* ScanPanel::makeButtons(const ScanActions& actions) {
         button->setDefaultAction(actions.Get(command));
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
         button->setFocusPolicy(Qt::TabFocus);
+        // In the dark a button that is down looks much as the others do.
+        connect(button, &QToolButton::toggled, button, [button](bool isOn) {
+            QFont font = button->font();
+            font.setBold(isOn);
+            button->setFont(font);
+        });
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         layout->addWidget(button, layout->count() / 2, layout->count() % 2);
     }

@@ -20,15 +20,20 @@ public:
         QObject::connect(&m_server, &QTcpServer::newConnection, [this] {
             QTcpSocket* client = m_server.nextPendingConnection();
             QObject::connect(client, &QTcpSocket::readyRead, client, [this, client] {
-                for (; client->canReadLine(); ++questions)
-                    reply(*client, client->readLine().trimmed());
+                for (; client->canReadLine(); ++questions) {
+                    const QByteArray line = client->readLine().trimmed();
+                    if (line.startsWith("F "))
+                        tuned << line.mid(2).toDouble();
+                    reply(*client, line);
+                }
             });
         });
     }
     QString Port() const { return QStringLiteral("127.0.0.1:%1").arg(m_server.serverPort()); }
 
     Manner manner = Manner::Good;
-    int questions = 0; ///< so far
+    int questions = 0;   ///< so far
+    QList<double> tuned; ///< Hz, that were set
 
 private:
     static QByteArray goodReply(const QByteArray& line) {
@@ -114,6 +119,22 @@ INSTANTIATE_TEST_SUITE_P(Manners, BadManners,
                          testing::Values(BadServer::Manner::Silent, BadServer::Manner::Halves,
                                          BadServer::Manner::Nonsense, BadServer::Manner::OthersReplies,
                                          BadServer::Manner::Drops));
+
+TEST_F(BadRadios, NewerSettingsTakeThePlaceOfThoseThatWait) {
+    Receiver receiver(ReceiverKind::HF);
+    quint64 measured = 0;
+    QObject::connect(&receiver, &Receiver::Measured, [&](double, quint64 serial) { measured = serial; });
+    receiver.Attach(
+        std::make_unique<HamlibReceiver>(RadioProfile{QString(), RadioProfile::Client, server.Port()}));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return receiver.GetState() == ReceiverState::Connected; }, Patience));
+    constexpr int Turns = 500;
+    for (int i = 1; i <= Turns; ++i) // the server is of this thread and answers none of them meanwhile
+        ASSERT_TRUE(receiver.Tune(7e6 + i));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return measured == receiver.GetSerial(); }, Patience));
+    ASSERT_FALSE(server.tuned.isEmpty());
+    EXPECT_EQ(server.tuned.last(), 7e6 + Turns);
+    EXPECT_LE(server.tuned.size(), 2) << "the first one at most was under way";
+}
 
 TEST_F(BadRadios, LettingGoDoesNotWaitForTheRadio) {
     server.manner = BadServer::Manner::Silent;

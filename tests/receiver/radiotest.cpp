@@ -92,6 +92,9 @@ TEST_F(Radios, AServerThatGoesAndComesBackIsFollowedAgain) {
     ASSERT_TRUE(comesTo(ReceiverState::NoAnswer)) << told();
     EXPECT_FALSE(receiver->Tune(7055000));
     EXPECT_TRUE(refused.value(0).contains("no answer")) << told();
+    for (const char* pause : {"after 0.5 s", "after 1 s", "after 2 s"})
+        EXPECT_TRUE(QTest::qWaitFor([&] { return receiver->GetStateText().endsWith(pause); }, Patience))
+            << told();
     server.Start();
     server.Ask("F 21300000");
     ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();

@@ -248,6 +248,35 @@ TEST_F(Receivers, AFrequencyOfTheBarIsRoundedToOneHertz) {
     EXPECT_EQ(tuned[0][0].toDouble(), 7055000.0);
 }
 
+/// A radio that says what a test wants.
+class TalkingLink final : public ReceiverLink {
+public:
+    QString GetName() const override { return QStringLiteral("Talker"); }
+    void Begin() override { emit StateChanged(ReceiverState::Connected, QString()); }
+    void Set(const std::vector<ReceiverWord>&, quint64) override {}
+    void Say(quint64 serial, Names::Id key, const char* text) {
+        ReceiverReading reading;
+        reading.serial = serial;
+        reading.values = {{key, QString::fromLatin1(text)}};
+        emit Read(reading);
+    }
+};
+
+TEST_F(Receivers, WhatTheRadioSaidBeforeAWishDoesNotUndoIt) {
+    auto attached = std::make_unique<TalkingLink>();
+    TalkingLink* link = attached.get();
+    receiver->Attach(std::move(attached));
+    ASSERT_TRUE(receiver->Tune(7055000));
+    const quint64 before = receiver->GetSerial();
+    ASSERT_TRUE(receiver->Tune(9410000));
+    link->Say(before, Keys::KeyFrequency, "7055000");
+    EXPECT_EQ(text(Keys::KeyFrequency), "9410000");
+    link->Say(before, Keys::KeyBandwidth, "2400");
+    EXPECT_EQ(text(Keys::KeyBandwidth), "2400") << "nobody has set that since";
+    link->Say(receiver->GetSerial(), Keys::KeyFrequency, "9410500");
+    EXPECT_EQ(text(Keys::KeyFrequency), "9410500") << "the knob was turned";
+}
+
 /// The first carrier that the simulation has above a frequency, in a bandwidth of 1 kHz.
 double carrierAbove(const SimulatedReceiver& receiver, double hertz, double raster) {
     double place = std::ceil(hertz / raster) * raster;

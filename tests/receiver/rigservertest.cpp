@@ -94,6 +94,28 @@ TEST_F(SharedReceivers, AnswersInTheShortAndTheLongForm) {
         EXPECT_EQ(ask(*socket, exchange.line, exchange.answer), exchange.answer) << exchange.line;
 }
 
+/// Keeps what was wished last.
+class WishLink final : public ReceiverLink {
+public:
+    explicit WishLink(QStringList& wished) : m_wished(wished) {}
+    QString GetName() const override { return QStringLiteral("Wishes"); }
+    void Begin() override { emit StateChanged(ReceiverState::Connected, QString()); }
+    void Set(const std::vector<ReceiverWord>& wishes, quint64) override {
+        for (const ReceiverWord& word : wishes)
+            m_wished << Names::Text(word.key) + '=' + word.text;
+    }
+
+private:
+    QStringList& m_wished;
+};
+
+TEST_F(SharedReceivers, ABandwidthThatStaysIsSaidWithANewMode) {
+    QStringList wished;
+    receiver->Attach(std::make_unique<WishLink>(wished));
+    EXPECT_EQ(ask(*join(), "M USB 6000\n", "RPRT 0\n"), "RPRT 0\n");
+    EXPECT_EQ(wished.join(' '), "demodulation=USB bandwidth=6000");
+}
+
 TEST_F(SharedReceivers, OneClientDoesNotHarmAnother) {
     const auto good = join();
     const auto endless = join();

@@ -25,10 +25,6 @@ TEST_F(SerialRadios, ConnectingSetsNothingAndTuningSetsWhatIsTuned) {
     receiver->GetValue(Keys::KeyDemodulation)->SetStringValue("AM");
     ASSERT_TRUE(isMeasured()) << told();
     EXPECT_EQ(radio.set.join(' '), "FA00009410000 MD5");
-    receiver->SetMode("CW", "600");
-    receiver->SetMode("CWR", "600");
-    ASSERT_TRUE(isMeasured()) << told();
-    EXPECT_EQ(radio.set.join(' '), "FA00009410000 MD5");
 }
 
 TEST_F(SerialRadios, TheMetersS9IsAnotherLevelOnShortWaveThanAbove) {

@@ -8,6 +8,7 @@
 #include "tests/workstation/windowfixture.h"
 #include "workstation/connectdialog.h"
 #include "workstation/frequencybar.h"
+#include "workstation/receiverpanel.h"
 #include "workstation/scanning.h"
 #include "workstation/simulatedsearch.h"
 
@@ -34,13 +35,16 @@ protected:
             dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
         });
         window().findChild<QAction*>("connect-receiver")->trigger();
+        window().activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
     }
     /// What the radio library's own client says, with the window at work meanwhile.
-    QString rigctl(const QStringList& command) const {
+    std::string rigctl(const QStringList& command) const {
         QProcess client;
+        client.setProcessChannelMode(QProcess::MergedChannels);
         client.start("rigctl", QStringList{"-m", "2", "-r", server.Port()} + command);
         EXPECT_TRUE(QTest::qWaitFor([&] { return client.state() == QProcess::NotRunning; }, Patience));
-        return QString::fromLatin1(client.readAll()).trimmed();
+        return client.readAll().trimmed().toStdString();
     }
     template <typename Condition>
     static bool comes(Condition condition) {
@@ -80,14 +84,15 @@ TEST_F(RadioWalks, ConnectTuneTurnTheKnobScanAndLoseIt) {
     struct Channel {
         int row;
         const char* frequency;
-        const char* mode; ///< and passband
+        const char* mode; ///< and the passband of the radio next to the channel's
     };
-    for (const Channel& channel : {Channel{5, "2500000", "AM\n6000"},
+    for (const Channel& channel : {Channel{5, "2500000", "AM\n8000"},
                                    {6, "2863000", "USB\n2700"},
                                    {10, "4996000", "CW\n500"},
-                                   {11, "5000000", "AM\n6000"}}) {
+                                   {11, "5000000", "AM\n8000"}}) {
         select(channels, channel.row);
         channels->setFocus();
+        ASSERT_TRUE(comes([&] { return action(A::Tune)->isEnabled(); }));
         key(Qt::Key_Return, Qt::ControlModifier);
         ASSERT_TRUE(comes([&] { return measured >= receiver.GetSerial(); }));
         EXPECT_EQ(rigctl({"f"}), channel.frequency);
@@ -95,7 +100,7 @@ TEST_F(RadioWalks, ConnectTuneTurnTheKnobScanAndLoseIt) {
     }
 
     EXPECT_EQ(rigctl({"F", "9410000"}), "");
-    auto* field = window().findChild<QLineEdit*>("frequency");
+    auto* field = window().findChild<ReceiverPanel*>()->findChild<QLineEdit*>("frequency");
     EXPECT_TRUE(comes([&] { return field->text() == "9410.000 kHz"; })) << field->text().toStdString();
     EXPECT_EQ(window().GetBar()->GetTuned(), 9410000);
 

@@ -76,6 +76,40 @@ TEST_F(ReceiverPanels, ThePanelSetsTheReceiverAndRefusesWithTheReasonBelowTheFie
     EXPECT_EQ(field->text(), "7055.000 kHz");
 }
 
+/// A radio that can be tuned and no more.
+class TunedLink final : public ReceiverLink {
+public:
+    QString GetName() const override { return QStringLiteral("Plain"); }
+    void Begin() override {
+        emit AbilitiesKnown({ReceiverAbility{Keys::KeyFrequency, 1e6, 2e6}});
+        emit StateChanged(ReceiverState::Connected, QStringLiteral("no frills"));
+    }
+    void Set(const std::vector<ReceiverWord>&, quint64) override {}
+    void Lose() { emit StateChanged(ReceiverState::NoAnswer, QStringLiteral("unplugged")); }
+};
+
+TEST_F(ReceiverPanels, WhatARadioLacksIsOffWithTheReasonAndAllIsWhileItIsAway) {
+    const NoiBands bands;
+    const ReceiverPanel panel(*receiver, bands);
+    auto attached = std::make_unique<TunedLink>();
+    TunedLink* link = attached.get();
+    receiver->Attach(std::move(attached));
+    const auto whyOff = [&](const char* name) {
+        const auto* editor = panel.findChild<QWidget*>(QLatin1String(name));
+        return editor->isEnabled() ? QStringLiteral("on") : editor->parentWidget()->toolTip();
+    };
+    const auto* state = panel.findChild<QLabel*>("ReceiverState");
+    EXPECT_EQ(state->text(), "Plain: connected, no frills, 1.000 MHz to 2.000 MHz");
+    EXPECT_EQ(whyOff("frequency"), "on");
+    EXPECT_EQ(whyOff("threshold"), "on");
+    EXPECT_EQ(whyOff("demodulation"), "Plain does not let this be set");
+    EXPECT_TRUE(panel.findChild<QWidget*>(KeyOffset.Text())->parentWidget()->isHidden());
+    link->Lose();
+    EXPECT_EQ(state->text(), "Plain: no answer, unplugged");
+    EXPECT_EQ(whyOff("frequency"), "Plain: no answer, unplugged");
+    EXPECT_EQ(whyOff("threshold"), "on") << "is the workstation's own";
+}
+
 TEST_F(ReceiverPanels, StepsGoFromBandToBandWithinReach) {
     NoiBands bands;
     BandSteps steps(*receiver, bands);

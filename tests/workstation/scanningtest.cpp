@@ -112,6 +112,23 @@ TEST_F(ScansInTheWindow, ARangeLeavesTheJobAlone) {
     EXPECT_FALSE(isClosed());
 }
 
+TEST_F(ScansInTheWindow, NoiBandsAreScannedInSteps) {
+    openWithJob();
+    Tree::Instance()->GetValue(Paths::NoiDefinition)->SetStringValue("7000000,7010000;2182000,2182100;");
+    Tree::Instance()->Find<ValueSelection>(ScanValues::PathOf(ScanKeys::Source))->SelectAt(1);
+    write(ScanKeys::Dwell, "0");
+    std::vector<double> tuned;
+    QObject::connect(&station->GetReceiver(), &Receiver::Tuned,
+                     [&](double hertz) { tuned.push_back(hertz); });
+    key(Qt::Key_F6);
+    for (const size_t steps : {2u, 3u, 4u, 5u}) {
+        link->Measure(-30);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return tuned.size() == steps; }));
+    }
+    EXPECT_EQ(tuned, (std::vector<double>{2182050, 7000000, 7005000, 7010000, 2182050}));
+    Tree::Instance()->GetValue(Paths::NoiDefinition)->SetStringValue("");
+}
+
 TEST_F(ScansInTheWindow, TheWindowClosesWhileAScanRuns) {
     openWithJob();
     key(Qt::Key_F6);
