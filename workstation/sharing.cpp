@@ -150,6 +150,11 @@ void Sharing::restartServer(int listId) {
     noteState();
 }
 
+void Sharing::AskForFile(const QString& name) {
+    GetOrCreateValue<Value<QString>>(m_own.front().node->GetPathName() + QStringLiteral("_FileName"))
+        ->SetValue(name);
+}
+
 void Sharing::follow(const Own& own) {
     auto part = std::make_unique<Part>(Part{own.kind, own.listId, own.node, QString()});
     part->reader = std::make_unique<ListReader>(*m_seat, own.kind->Name());

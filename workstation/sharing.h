@@ -85,6 +85,8 @@ public:
     bool IsOfOthers(int listId) const;
     /// That node, or one that a list of another seat will have.
     static bool IsOfOthers(const Node& list);
+    /// Asks the server of the targets to load a file, by its bare name in the server's own folder.
+    void AskForFile(const QString& name);
     /// The list stands in another file now, or has been saved.
     void NoteFile(int listId);
     /// Does again what was not taken, with what the entry is now. False when there is nothing that it could
