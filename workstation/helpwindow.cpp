@@ -24,8 +24,8 @@ constexpr int Margins = 32; ///< of the text, beside a picture
 constexpr char English[] = "en";
 constexpr char FirstTopic[] = "start";
 
-constexpr const char* TopicNames[] = {FirstTopic,     "find",   "channels",    "edit", "search", "bar",
-                                      "time-picture", "export", "sharing",  "preferences", "keys", "files"};
+constexpr const char* TopicNames[] = {FirstTopic,     "find",   "channels", "edit",        "search", "bar",
+                                      "time-picture", "export", "sharing",  "preferences", "keys",   "files"};
 
 /// What the guide says of a widget, by its class.
 struct TopicRow {

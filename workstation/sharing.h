@@ -126,6 +126,7 @@ private:
     void takeClaim(const QByteArray& topic, const QByteArray& payload);
     void noteState();
     const Part* find(int listId) const;
+    const Part* targets() const;
     const ListClient* clientOf(int listId) const;
     Edited entryOf(const QString& list, Messages::EntryId id) const;
     /// The list's name at the site and the entry's id; 0 for an entry that is not shared.
