@@ -4772,6 +4772,26 @@ Fremdes: %2</translation>
         <source>Password for %1:</source>
         <translation>Passwort für %1:</translation>
     </message>
+    <message>
+        <source>&amp;Open at the Server...</source>
+        <translation>Beim Server ö&amp;ffnen...</translation>
+    </message>
+    <message>
+        <source>Open at the Server</source>
+        <translation>Beim Server öffnen</translation>
+    </message>
+    <message>
+        <source>Name of the file in the server&apos;s folder:</source>
+        <translation>Name der Datei im Ordner des Servers:</translation>
+    </message>
+    <message>
+        <source>Ask the server to show a file of its own folder in place of the targets</source>
+        <translation>Den Server bitten, eine Datei seines Ordners anstelle der Ziele zu zeigen</translation>
+    </message>
+    <message>
+        <source>This seat shows no targets of a site.</source>
+        <translation>Dieser Platz zeigt keine Ziele eines Standorts.</translation>
+    </message>
 </context>
 <context>
     <name>ShareDialog</name>
@@ -5455,6 +5475,13 @@ Fremdes: %2</translation>
     <message>
         <source>Export Local Target List (*.csv)</source>
         <translation>Exportierte lokale Zielliste (*.csv)</translation>
+    </message>
+</context>
+<context>
+    <name>TargetListHandler</name>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
     </message>
 </context>
 <context>

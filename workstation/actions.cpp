@@ -371,14 +371,19 @@ QString WindowActions::whyOff(Command command) const {
     case SetColumn:
         return whyCellsOff();
     case PasteText:
-        return entries() && entries()->CanDuplicate() ? QString() : tr("%1 takes no entries.").arg(m_name);
+        return entries() && entries()->CanDuplicate() ? m_view->WhyOff(Bar::Paste)
+                                                      : tr("%1 takes no entries.").arg(m_name);
     case CopyText:
         return list()->SelectedCount() > 0 ? QString() : tr("No entry is selected.");
     case Duplicate:
         if (!m_view->CanDuplicate())
             return tr("%1 takes no copies of its entries.").arg(m_name);
+        if (const QString reason = m_view->WhyOff(Bar::Paste); !reason.isEmpty())
+            return reason;
         return list()->SelectedCount() > 0 ? QString() : tr("No entry is selected.");
     case Merge:
+        if (const QString reason = m_view->WhyOff(Bar::Paste); !reason.isEmpty())
+            return reason;
         return ListMerge::WhyOff(FreqStore::Instance().GetFrequencies(m_view->GetID()));
     case ExportForeign:
         return list()->RowCount() > 0 ? QString() : tr("%1 has no entries.").arg(m_name);

@@ -83,7 +83,8 @@ void Workstation::openAll(const QStringList& paths) {
 }
 
 void Workstation::WelcomeAtFirstStart() {
-    if (remembers() && m_options.files.isEmpty() && m_options.jobFile.isEmpty() && WelcomePage::IsWanted())
+    if (remembers() && m_options.files.isEmpty() && m_options.jobFile.isEmpty() &&
+        shareAtStart().url.isEmpty() && WelcomePage::IsWanted())
         welcome();
 }
 

@@ -49,6 +49,8 @@ void ShareCommands::addMenu() {
     QAction* connects = menu->addAction(tr("&Connect..."), this, &ShareCommands::ask);
     connects->setObjectName(QStringLiteral("connect-site"));
     SetTips(*connects, tr("Share lists with other seats through a broker"));
+    m_file = menu->addAction(tr("&Open at the Server..."), this, &ShareCommands::askForFile);
+    m_file->setObjectName(QStringLiteral("open-at-server"));
     m_disconnect = menu->addAction(tr("&Disconnect"), this, &ShareCommands::disconnect);
     m_disconnect->setObjectName(QStringLiteral("disconnect-site"));
     SetTips(*m_disconnect, tr("Share no list any more; what is shown stays"));
@@ -82,6 +84,15 @@ void ShareCommands::ask() {
         Connect(choice);
     else
         connectWith(choice, dialog.Password());
+}
+
+/// Paths of this machine mean nothing there.
+void ShareCommands::askForFile() {
+    const QPointer<ShareCommands> alive(this);
+    const QString name = QInputDialog::getText(&m_window, tr("Open at the Server"),
+                                               tr("Name of the file in the server's folder:"));
+    if (alive && !name.isEmpty() && m_sharing.IsMirrored())
+        m_sharing.AskForFile(name);
 }
 
 void ShareCommands::Connect(const ShareProfile& profile) {
@@ -131,6 +142,10 @@ void ShareCommands::showState() {
     m_window.GetStatus().ShowSharing(m_sharing.StateText(), m_sharing.Details(),
                                      state == State::Old || state == State::Refused);
     m_disconnect->setEnabled(m_sharing.IsOn());
+    m_file->setEnabled(m_sharing.IsMirrored());
+    SetTips(*m_file, m_sharing.IsMirrored()
+                         ? tr("Ask the server to show a file of its own folder in place of the targets")
+                         : tr("This seat shows no targets of a site."));
 }
 
 /// What was to become of entries is shown beside what they are; all else is told. What the program itself

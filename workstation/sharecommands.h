@@ -34,6 +34,7 @@ private:
     void addMenu();
     void addPanel();
     void ask();
+    void askForFile();
     void askForPassword(const ShareProfile& profile);
     void connectWith(const ShareProfile& profile, const QString& password);
     void disconnect();
@@ -45,6 +46,7 @@ private:
     bool m_remembers;
     std::function<bool()> m_mayBecomeClient;
     std::function<bool()> m_mayAsk;
+    QAction* m_file = nullptr;
     QAction* m_disconnect = nullptr;
     std::unique_ptr<ShareEditing> m_editing;
     QPointer<ShareRefusal> m_refusal; ///< while one is open

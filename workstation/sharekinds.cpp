@@ -1,6 +1,5 @@
 #include "workstation/sharekinds.h"
 
-#include "controls/frequencystore/common/entrylistview.h"
 #include "controls/frequencystore/memory/hfmemoryentry.h"
 #include "controls/frequencystore/memory/memorylistviewfactory.h"
 #include "controls/frequencystore/memory/vuhfmemoryentry.h"

@@ -76,8 +76,9 @@ void Sharing::Connect(const ShareProfile& profile, const QString& password) {
         Disconnect();
         throw;
     }
-    m_claims = m_bus->Subscribe(m_seat->SiteTopic() + "/lists/+/claim",
-                                [this](const auto& topic, const auto& payload) { takeClaim(topic, payload); });
+    m_claims =
+        m_bus->Subscribe(m_seat->SiteTopic() + "/lists/+/claim",
+                         [this](const auto& topic, const auto& payload) { takeClaim(topic, payload); });
     connect(m_bus.get(), &MessageBus::StateChanged, this, &Sharing::noteState);
     connect(m_seat.get(), &Seat::PresenceChanged, this, &Sharing::noteState);
     for (const auto& part : m_parts)
@@ -110,8 +111,8 @@ void Sharing::serve(const Own& own) {
 void Sharing::startServer(Part& part) {
     auto journal = std::make_unique<ListJournal>(part.journal);
     const QString directory = part.kind->hasFile ? QDir::currentPath() : QString();
-    part.server = std::make_unique<ListServer>(*m_seat, part.kind->ListOf(*part.node), directory,
-                                               std::move(journal));
+    part.server =
+        std::make_unique<ListServer>(*m_seat, part.kind->ListOf(*part.node), directory, std::move(journal));
     connect(part.server.get(), &ListServer::StateChanged, this, &Sharing::noteState);
     connect(part.server.get(), &ListServer::Edited, this, [id = part.listId] {
         if (FrequencyNodeMediatorCtrl* const list = controllerOf(id))
@@ -121,11 +122,11 @@ void Sharing::startServer(Part& part) {
 
 /// What is in a file now is in its journal's keeping, not in that of the file before.
 void Sharing::NoteFile(int listId) {
-    const auto part = std::ranges::find_if(m_parts, [&](const auto& p) { return p->listId == listId; });
-    if (part == m_parts.end() || !(*part)->server)
+    const Part* const part = find(listId);
+    if (!part || !part->server)
         return;
     try {
-        (*part)->server->WasSaved();
+        part->server->WasSaved();
     } catch (const RGException& exception) {
         Problems::Report("sharing", Problem::FromText(exception.GetErrorText()));
     }
@@ -148,6 +149,11 @@ void Sharing::restartServer(int listId) {
         m_parts.erase(part);
     }
     noteState();
+}
+
+void Sharing::AskForFile(const QString& name) {
+    GetOrCreateValue<Value<QString>>(m_own.front().node->GetPathName() + QStringLiteral("_FileName"))
+        ->SetValue(name);
 }
 
 void Sharing::follow(const Own& own) {
@@ -181,10 +187,11 @@ void Sharing::takeClaim(const QByteArray& topic, const QByteArray& payload) {
     const auto isShown = [kind](const auto& known) { return &known->Kind() == kind; };
     if (std::ranges::any_of(m_parts, isIt) || std::ranges::any_of(m_others, isShown))
         return;
-    const auto own = std::ranges::find_if(
-        m_own, [kind](const Own& o) { return QLatin1String(o.kind->entryName) == QLatin1String(kind->entryName); });
-    m_others.push_back(std::make_unique<ShareSiteList>(
-        *m_seat, m_site, *kind, own == m_own.end() ? QPixmap() : iconOf(own->listId)));
+    const auto own = std::ranges::find_if(m_own, [kind](const Own& o) {
+        return QLatin1String(o.kind->entryName) == QLatin1String(kind->entryName);
+    });
+    m_others.push_back(std::make_unique<ShareSiteList>(*m_seat, m_site, *kind,
+                                                       own == m_own.end() ? QPixmap() : iconOf(own->listId)));
     followClient(m_others.back()->Client(), m_others.back()->ListId());
     noteState();
 }
@@ -227,10 +234,12 @@ Sharing::State Sharing::stateOf(const ListServer& server) const {
 }
 
 Sharing::State Sharing::GetState() const {
-    if (!IsOn() || m_parts.empty())
-        return IsOn() ? State::Refused : State::Off;
-    const Part& targets = *m_parts.front();
-    return targets.server ? stateOf(*targets.server) : stateOf(*targets.reader);
+    if (!IsOn())
+        return State::Off;
+    const Part* const part = targets();
+    if (!part)
+        return State::Refused;
+    return part->server ? stateOf(*part->server) : stateOf(*part->reader);
 }
 
 QString Sharing::entriesText(const ListReader& reader) const {
@@ -242,15 +251,20 @@ QString Sharing::entriesText(const ListReader& reader) const {
     return tr("%1 of %2 entries").arg(locale.toString(held), locale.toString(manifest->count));
 }
 
+/// Null when its journal could not be opened.
+const Sharing::Part* Sharing::targets() const {
+    return find(m_own.front().listId);
+}
+
 QString Sharing::reason() const {
-    if (!m_bus->IsOnline())
-        return m_bus->Reason();
-    const Part* const targets = m_parts.empty() ? nullptr : m_parts.front().get();
-    if (!targets)
+    if (!m_bus->IsOnline()) // some reasons are sentences of the operating system
+        return m_bus->Reason().endsWith(QLatin1Char('.')) ? m_bus->Reason().chopped(1) : m_bus->Reason();
+    const Part* const part = targets();
+    if (!part)
         return tr("the list cannot be served");
-    if (targets->server)
-        return targets->server->Reason();
-    switch (targets->reader->GetState()) {
+    if (part->server)
+        return part->server->Reason();
+    switch (part->reader->GetState()) {
     case ListReader::State::Waiting:
         return tr("waits for a server");
     case ListReader::State::ServerGone:
@@ -258,7 +272,7 @@ QString Sharing::reason() const {
     case ListReader::State::Loading:
         return tr("the list comes anew");
     default:
-        return targets->reader->StateText();
+        return part->reader->StateText();
     }
 }
 
@@ -274,11 +288,12 @@ QString Sharing::StateText() const {
         text = withReason(tr("connecting"));
         break;
     case State::Loading:
-        text = entriesText(*m_parts.front()->reader);
+        text = entriesText(*targets()->reader);
         break;
     case State::Shared: {
         const int seats = static_cast<int>(m_seat->Present().size());
-        text = IsClient() ? tr("client, %Ln seat(s)", nullptr, seats) : tr("server, %Ln seat(s)", nullptr, seats);
+        text = IsClient() ? tr("client, %Ln seat(s)", nullptr, seats)
+                          : tr("server, %Ln seat(s)", nullptr, seats);
         break;
     }
     case State::Old:
@@ -339,9 +354,9 @@ Sharing::Edited Sharing::entryOf(const QString& list, Messages::EntryId id) cons
     for (const auto& part : m_parts) {
         if (list != QLatin1String(part->kind->name))
             continue;
-        Node* const entry =
-            part->server ? part->node->ChildBySerial(part->server->Publisher().rows.SerialOf(id))
-                         : part->client->EntryOf(id);
+        Node* const entry = part->server
+                                ? part->node->ChildBySerial(part->server->Publisher().rows.SerialOf(id))
+                                : part->client->EntryOf(id);
         return {part->listId, entry, {}};
     }
     for (const auto& other : m_others) {
@@ -356,7 +371,8 @@ std::vector<Sharing::Edited> Sharing::EditedByOthers() const {
     if (!IsOn())
         return all;
     for (const auto& [path, presence] : m_seat->Present()) {
-        Edited edited = presence.id == 0 || path == m_seat->Path() ? Edited{} : entryOf(presence.list, presence.id);
+        Edited edited =
+            presence.id == 0 || path == m_seat->Path() ? Edited{} : entryOf(presence.list, presence.id);
         if (!edited.entry)
             continue;
         auto known = std::ranges::find(all, edited.entry, &Edited::entry);
@@ -383,11 +399,15 @@ void Sharing::SetEditing(const Node* entry) {
     m_seat->SetEditing(id != 0 ? list : QString(), id);
 }
 
+const Sharing::Part* Sharing::find(int listId) const {
+    const auto found =
+        std::ranges::find_if(m_parts, [&](const auto& part) { return part->listId == listId; });
+    return found == m_parts.end() ? nullptr : found->get();
+}
+
 const ListClient* Sharing::clientOf(int listId) const {
-    for (const auto& part : m_parts) {
-        if (part->listId == listId)
-            return part->client.get();
-    }
+    if (const Part* const part = find(listId))
+        return part->client.get();
     for (const auto& other : m_others) {
         if (other->ListId() == listId)
             return &other->Client();

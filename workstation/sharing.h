@@ -85,6 +85,8 @@ public:
     bool IsOfOthers(int listId) const;
     /// That node, or one that a list of another seat will have.
     static bool IsOfOthers(const Node& list);
+    /// Asks the server of the targets to load a file, by its bare name in the server's own folder.
+    void AskForFile(const QString& name);
     /// The list stands in another file now, or has been saved.
     void NoteFile(int listId);
     /// Does again what was not taken, with what the entry is now. False when there is nothing that it could
@@ -124,6 +126,7 @@ private:
     void takeClaim(const QByteArray& topic, const QByteArray& payload);
     void noteState();
     const Part* find(int listId) const;
+    const Part* targets() const;
     const ListClient* clientOf(int listId) const;
     Edited entryOf(const QString& list, Messages::EntryId id) const;
     /// The list's name at the site and the entry's id; 0 for an entry that is not shared.

@@ -26,11 +26,11 @@ public:
     OtherSeat(LocalBroker& broker, const char* kind, const QString& user = QStringLiteral("server"))
         : OtherSeat(std::make_unique<LocalBus>(broker, user), kind, user) {}
 
-    void Serve(int entries = 0) {
+    void Serve(int entries = 0, const QString& folder = {}) {
         for (int i = 0; i < entries; ++i)
             Add(7e6 + i * 1000, QStringLiteral("entry %1").arg(i));
         m_controller.ForceUpdateNow();
-        m_server = std::make_unique<ListServer>(m_seat, m_kind.ListOf(*m_node));
+        m_server = std::make_unique<ListServer>(m_seat, m_kind.ListOf(*m_node), folder);
     }
     void StopServing() { m_server.reset(); }
     void Follow() {

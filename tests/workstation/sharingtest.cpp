@@ -1,3 +1,4 @@
+#include "host/gui/listsettings.h"
 #include "host/valuetree/operatoraction.h"
 #include "tests/link/realbroker.h"
 #include "tests/support/dialogs.h"
@@ -74,6 +75,51 @@ TEST_F(Shares, AConnectionThatNeverStandsLeavesTheOwnListInItsFile) {
     EXPECT_TRUE(window().findChild<QToolButton*>(Q("Sharing"))->isHidden());
 }
 
+TEST_F(Shares, AClientThatWasToConnectReadsNoFileAndAsksForOneByItsName) {
+    const QString own = Write("mine.ltl", Read(sample("targets.ltl")));
+    start({own});
+    ASSERT_TRUE(station->LoadFiles()); // it is remembered
+    station.reset();
+    Tree::Instance()->GetRoot()->DeleteChildren();
+    ListSettings::SetDirectory(Path("config"));
+    ShareProfile::SetAtStart({.url = Q("mqtt://localhost/north"), .role = Role::Client});
+    open({});
+    EXPECT_TRUE(station->LoadFiles()) << messages().toStdString();
+    EXPECT_EQ(entriesOf("/Lists/LocalTargetList"), 0);
+    OtherSeat server(broker, "target");
+    server.Serve(1, m_folder.path());
+    sharing().SetBusMaker([this](const auto&) { return std::make_unique<LocalBus>(broker, Q("anna")); });
+    station->BeginSharing();
+    ASSERT_TRUE(isReady());
+    const auto served = [&] {
+        return Tree::Instance()->GetValue(server.GetNode().GetPathName() + "_FileName")->GetStringValue();
+    };
+    AnswerDialog(own);
+    window().BarOf(idOf(Targets))->GetAction(Bar::Read)->trigger();
+    ASSERT_TRUE(Until([&] { return messages().contains("bare name"); })) << "a path of this machine";
+    EXPECT_EQ(served(), QString());
+    sharing().AskForFile(Q("mine.ltl"));
+    ASSERT_TRUE(Until([&] { return served() == Path("mine.ltl"); }));
+    EXPECT_EQ(comments(), server.Comments());
+}
+
+TEST_F(Shares, TargetsThatAreNotSavedAreNotReplacedUnasked) {
+    open({"--share", "mqtt://localhost/north"});
+    sharing().SetBusMaker([this](const auto&) { return std::make_unique<LocalBus>(broker, Q("anna")); });
+    show(Targets);
+    action(A::New)->trigger();
+    ASSERT_TRUE(Until([&] { return tabText().endsWith('*'); }));
+    station->BeginSharing();
+    EXPECT_FALSE(sharing().IsOn());
+    EXPECT_TRUE(messages().contains("not saved")) << messages().toStdString();
+    QString asked;
+    station->SetAttended(true);
+    AnswerQuestion(QMessageBox::Discard, asked);
+    station->BeginSharing();
+    EXPECT_TRUE(sharing().IsOn());
+    station->SetAttended(false);
+}
+
 TEST_F(Shares, AServerTakesWhatClientsAskForAndKeepsItBesideItsFile) {
     open({Write("mine.ltl", Read(sample("targets.ltl")))});
     ASSERT_TRUE(station->LoadFiles());
@@ -98,11 +144,19 @@ TEST_F(Shares, AServerTakesWhatClientsAskForAndKeepsItBesideItsFile) {
         return Tree::Instance()->GetValue(Paths::NoiDefinition)->GetStringValue().startsWith("9000000");
     })) << "what is made of the list follows";
 
-    // Another file: its entries are another journal's.
-    ASSERT_TRUE(station->GetOpener().Open(Write("other.ltl", Read(sample("targets.ltl")).left(400))));
-    ASSERT_TRUE(
-        Until([&] { return QFile::exists(Path("other.ltl.share")) && client.Comments() == comments(); }));
-    EXPECT_TRUE(isReady());
+    // Another file, asked for by a client: its entries are another journal's.
+    const QStringList before = comments();
+    Write("data/other.ltl", Read(sample("targets.ltl")).left(400) + '\n');
+    Tree::Instance()
+        ->GetValue(client.GetNode().GetPathName() + "_FileName")
+        ->SetStringValue(Q("other.ltl"), nullptr);
+    ASSERT_TRUE(Until([&] {
+        return QFile::exists(Path("data/other.ltl.share")) && comments() != before && isReady() &&
+               client.Comments() == comments();
+    }));
+    EXPECT_EQ(window().FileOf(idOf(Targets)), Path("data/other.ltl"));
+    UndoHistory::Instance().Stack().undo();
+    EXPECT_EQ(comments(), before) << "what was not saved can be had back";
 }
 
 TEST_F(Shares, AnotherServerOfTheSameListIsRefused) {

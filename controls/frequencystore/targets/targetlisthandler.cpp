@@ -11,6 +11,7 @@
 #include "host/freqstorexml/filehandling.h"
 #include "host/report/filework.h"
 #include "host/startup/cfgcenter.h"
+#include "host/valuetree/operatoraction.h"
 #include "host/valuetree/tree.h"
 
 #include <QPointer>
@@ -226,8 +227,10 @@ void TargetListHandler::Update(Observable* subject, TChangeCode code) {
         m_fileLoaded.ForgetIfRemoved(subject, code) || m_fileName.ForgetIfRemoved(subject, code);
     } else if (code == TChangeCode::ValueChanged && m_fileName && subject == m_fileName.get()) {
         m_currentFile = m_fileName->GetValue();
-        if (m_pParser && !m_client)
+        if (m_pParser && !m_client) {
+            const OperatorAction action(tr("Open")); // by another hand; what was there can be had back
             ReadFile(m_currentFile);
+        }
     } else if (code == TChangeCode::Announcement) {
         emit signalNewFileLoaded();
     }

@@ -1,0 +1,47 @@
+#include "workstation/sharepassword.h"
+
+#include "host/report/rgexception.h"
+#include "tests/link/linkfixture.h"
+#include "tests/support/testfolder.h"
+
+namespace {
+
+class SharePasswords : public testing::Test, protected TestFolder {
+protected:
+    // A keyring of whoever runs the tests is none of theirs.
+    SharePasswords() { qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus"); }
+    ~SharePasswords() override {
+        qunsetenv("FREQSTORE_SHARE_PASSWORD");
+        qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus);
+    }
+    QString found() {
+        std::optional<QString> password;
+        SharePassword::Find(m_profile, m_context, [&](const QString& p) { password = p; });
+        EXPECT_TRUE(Until([&] { return password.has_value(); }));
+        return password.value_or("nothing came");
+    }
+
+    const QByteArray m_bus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    QObject m_context;
+    ShareProfile m_profile{.url = Q("mqtt://anna@localhost/north")};
+};
+
+TEST_F(SharePasswords, ComeFromTheEnvironmentOrAFileOfTheOperatorsOwn) {
+    qputenv("FREQSTORE_SHARE_PASSWORD", "of the environment");
+    EXPECT_EQ(found(), "of the environment");
+    m_profile.passwordFile = Write("pw", "of a file\n");
+    QFile(Path("pw")).setPermissions(QFile::ReadOwner | QFile::ReadOther);
+    EXPECT_THROW(found(), RGException);
+    QFile(Path("pw")).setPermissions(QFile::ReadOwner);
+    EXPECT_EQ(found(), "of a file");
+}
+
+TEST_F(SharePasswords, WithoutAKeyringNoneIsFoundAndNoneIsKeptWhichIsSaid) {
+    EXPECT_EQ(found(), "");
+    QString reason;
+    SharePassword::Keep(m_profile, Q("secret"), m_context, [&](const QString& why) { reason = why; });
+    EXPECT_TRUE(Until([&] { return !reason.isEmpty(); }));
+    EXPECT_FALSE(reason.contains("secret"));
+}
+
+} // namespace
