@@ -24,10 +24,10 @@ void tellState(const Server& server, const CliList& list, const Broker& broker) 
         TellError(QStringLiteral("freqstore-cli share: serves %1 at %2")
                       .arg(Counted(static_cast<qint64>(list.Count()), "entry", "entries"),
                            broker.Address().ToString()));
-    else if (state == State::Refused)
-        TellError(QStringLiteral("freqstore-cli share: ") + server.Reason());
     else if (!server.Reason().isEmpty())
-        TellError(QStringLiteral("freqstore-cli share: not connected: ") + server.Reason());
+        TellError(QStringLiteral("freqstore-cli share: ") +
+                  (state == State::Offline ? QStringLiteral("not connected: ") : QString()) +
+                  server.Reason());
     if (state == State::Refused)
         QMetaObject::invokeMethod(
             QCoreApplication::instance(), [] { QCoreApplication::exit(ExitFile); }, Qt::QueuedConnection);

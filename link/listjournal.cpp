@@ -98,8 +98,8 @@ ListJournal::ListJournal(const QString& path)
     : m_path(path), m_lock(path + QStringLiteral(".lock")), m_file(path) {
     m_lock.setStaleLockTime(0);
     if (!m_lock.tryLock(0))
-        fail(m_lock.error() == QLockFile::LockFailedError ? QStringLiteral("is used by another program")
-                                                          : QStringLiteral("cannot be locked"));
+        fail(m_lock.error() == QLockFile::LockFailedError ? tr("is used by another program")
+                                                          : tr("cannot be locked"));
 }
 
 void ListJournal::fail(const QString& reason) const {
@@ -112,7 +112,7 @@ ListJournal::Kept ListJournal::read() {
     if (!file.exists())
         return kept;
     if (!file.open(QIODevice::ReadOnly) || file.size() > LargestFile)
-        fail(file.isOpen() ? QStringLiteral("is too long") : file.errorString());
+        fail(file.isOpen() ? tr("is too long") : file.errorString());
     const QByteArray bytes = file.readAll();
     Wire::Reader in(bytes);
     while (!in.AtEnd()) {

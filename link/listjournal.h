@@ -4,6 +4,7 @@
 #include "link/rowtable.h"
 #include "link/sharedlist.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QLockFile>
 
@@ -11,6 +12,7 @@
 /// file was written, so that neither an end of the program nor of its power loses one that was accepted.
 /// Entries are known again by their contents. All operations throw RGException "file: reason".
 class ListJournal {
+    Q_DECLARE_TR_FUNCTIONS(ListJournal)
 public:
     /// Refuses a file that another process uses.
     explicit ListJournal(const QString& path);

@@ -165,7 +165,7 @@ private:
     static void onDisconnect(mosquitto*, void* worker, int code, const mosquitto_property*) {
         Worker& self = of(worker);
         const std::lock_guard lock(self.mutex);
-        if (code != 0)
+        if (code != 0 && self.refusal.isEmpty()) // that tells more
             self.tell(&MqttBus::disconnected, QString::fromUtf8(mosquitto_strerror(code)));
     }
     static void onMessage(mosquitto*, void* worker, const mosquitto_message* message) {

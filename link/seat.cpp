@@ -13,6 +13,7 @@ constexpr size_t MostTold = 100;
 /// What anybody may publish as presence is bounded.
 constexpr size_t MostSeats = 10000;
 constexpr qsizetype LargestPresence = 4096;
+/// Calls within this time get one answer, besides the first one, which gets its own at once.
 constexpr int AnswerMilliseconds = 100;
 
 } // namespace
@@ -33,13 +34,16 @@ Seat::Seat(MessageBus& bus, const QString& site, const QString& name, QObject* p
     m_subscriptions.push_back(
         bus.Subscribe(m_topic + "/echo", [this](const auto&, const auto& payload) { takeEcho(payload); }));
     m_subscriptions.push_back(
-        bus.Subscribe(m_site + "/call", [this](const auto&, const auto&) { m_answer.start(); }));
+        bus.Subscribe(m_site + "/call", [this](const auto&, const auto&) { answerCall(); }));
     m_answer.setSingleShot(true);
     m_answer.setInterval(AnswerMilliseconds);
     m_patience.setSingleShot(true);
     m_patience.setInterval(PatienceMilliseconds);
     connect(&m_patience, &QTimer::timeout, this, &Seat::PresenceChanged);
-    connect(&m_answer, &QTimer::timeout, this, &Seat::publishPresence);
+    connect(&m_answer, &QTimer::timeout, this, [this] {
+        if (m_isCalledAgain)
+            answerCall();
+    });
     connect(&bus, &MessageBus::StateChanged, this, &Seat::stateChanged);
     connect(&bus, &MessageBus::SubscriptionRefused, this, [this](const QByteArray& filter) {
         if (!filter.startsWith(m_site + "/seats/"))
@@ -70,6 +74,14 @@ void Seat::stateChanged() {
     m_echoes.clear();
     m_present.clear();
     emit PresenceChanged();
+}
+
+void Seat::answerCall() {
+    m_isCalledAgain = m_answer.isActive();
+    if (m_isCalledAgain)
+        return;
+    publishPresence();
+    m_answer.start();
 }
 
 void Seat::publishPresence() {

@@ -57,6 +57,7 @@ signals:
 private:
     void stateChanged();
     void comeIn();
+    void answerCall();
     void publishPresence();
     void takePresence(const QByteArray& topic, const QByteArray& payload);
     void takeEcho(const QByteArray& payload);
@@ -72,7 +73,8 @@ private:
     quint64 m_lastEcho = 0;
     bool m_isRefused = false;
     QTimer m_patience;
-    QTimer m_answer; ///< many calls at a time get one answer
+    QTimer m_answer; ///< runs after an answer to a call
+    bool m_isCalledAgain = false;
     std::set<QByteArray> m_told;
     std::vector<std::unique_ptr<MessageBus::Subscription>> m_subscriptions;
 };

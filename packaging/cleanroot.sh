@@ -21,6 +21,12 @@ test "$(freqstore-cli receivers | wc -l)" -gt 250
 freqstore-cli tune --receiver hamlib:1 7055kHz LSB | grep -q '^7055.000 kHz LSB'
 grep -q 'application/x-freqstore-job+xml:\*\.pij' /usr/share/mime/globs2
 
+# A broker is suggested and does not come along; without one, sharing tells what it lacks.
+dpkg-query -W -f '${Suggests}' freqstore | grep -q mosquitto
+if dpkg-query -W -f '${Depends} ${Recommends}' freqstore | grep -qw mosquitto || command -v mosquitto; then exit 1; fi
+timeout 5 freqstore-cli watch mqtt://127.0.0.1/north 2>log || true
+grep -q 'not connected: Connection refused' log
+
 # A plug-in against the development package, with nothing but a compiler besides.
 install ./libfreqstore-dev_*.deb ./freqstore-doc_*.deb g++ cmake make
 quietly cmake -S /usr/share/doc/freqstore-doc/examples -B plugin
