@@ -1951,6 +1951,21 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
 </context>
 <context>
+    <name>ListJournal</name>
+    <message>
+        <source>is used by another program</source>
+        <translation>wird von einem anderen Programm benutzt</translation>
+    </message>
+    <message>
+        <source>cannot be locked</source>
+        <translation>kann nicht gesperrt werden</translation>
+    </message>
+    <message>
+        <source>is too long</source>
+        <translation>ist zu lang</translation>
+    </message>
+</context>
+<context>
     <name>ListMerge</name>
     <message>
         <source>Frequency</source>
