@@ -88,7 +88,7 @@ void takeFlag(Wire::Reader& reader, const Target& target) {
 
 /// The place of the chosen item, counted from 1; 0 for none.
 void putChoice(Wire::Writer& writer, const ValueBase& value) {
-    writer.Count(static_cast<quint64>(as<ValueSelection>(value).GetCurrentIndex() + 1));
+    writer.Count(static_cast<quint64>(as<ValueSelection>(value).GetCurrentIndex()) + 1);
 }
 
 void takeChoice(Wire::Reader& reader, const Target& target) {
