@@ -3,7 +3,7 @@
 #include "interchange/outgoing.h"
 #include "interchange/rows.h"
 
-#include <map>
+#include <algorithm>
 
 namespace Interchange {
 
@@ -52,7 +52,7 @@ public:
                 break;
             case XmlScanner::Token::Text:
                 if (depth == MemberDepth)
-                    m_members[m_member] += m_scanner.Text();
+                    m_members[m_count - 1].content += m_scanner.Text();
                 break;
             case XmlScanner::Token::EndElement:
                 if (depth-- == EntryDepth)
@@ -71,14 +71,19 @@ private:
     void start(int depth) {
         if (depth == EntryDepth) {
             m_line = m_scanner.Line();
-            m_members.clear();
+            m_count = 0;
         } else if (depth == MemberDepth) {
-            m_member = m_scanner.Name();
+            m_members.resize(std::max(m_members.size(), ++m_count));
+            m_members[m_count - 1].name = m_scanner.Name();
+            m_members[m_count - 1].content.clear();
         }
     }
-    std::string_view member(const char* name) const {
-        const auto found = m_members.find(name);
-        return found == m_members.end() ? std::string_view() : Trimmed(found->second);
+    std::string_view member(std::string_view name) const {
+        for (std::size_t i = 0; i < m_count; ++i) {
+            if (m_members[i].name == name)
+                return Trimmed(m_members[i].content);
+        }
+        return {};
     }
     void take() {
         for (const Member& other : Others) {
@@ -97,8 +102,12 @@ private:
     XmlScanner m_scanner;
     Reading& m_reading;
     qint64 m_line = 0;
-    std::string m_member;
-    std::map<std::string, std::string, std::less<>> m_members;
+    struct Content {
+        std::string name;
+        std::string content;
+    };
+    std::vector<Content> m_members; ///< whose memory serves the next entry
+    std::size_t m_count = 0;        ///< of this entry's
 };
 
 void read(QIODevice& device, Reading& reading) {
