@@ -226,8 +226,8 @@ BENCHMARK(SettingByRadio)->UseManualTime()->Iterations(1)->Unit(benchmark::kMill
 /// The longest turn of the event loop, in wall time, while the operator tunes a radio whose server takes
 /// connections and says nothing, and connects it anew.
 void TurnWhileRadioIsSilent(benchmark::State& state) {
-    constexpr int Turns = 2000; // of 1 ms and more
-    constexpr int TurnsOfConnection = 400;
+    constexpr int Rounds = 5;  ///< the median counts: other work on the machine takes turns away, too
+    constexpr int Turns = 400; ///< of 1 ms and more, in a round
     constexpr int TurnsOfTuning = 50;
     QTcpServer silent; // nobody takes the connections: the system does
     silent.listen(QHostAddress::LocalHost);
@@ -242,21 +242,24 @@ void TurnWhileRadioIsSilent(benchmark::State& state) {
     station.GetWindow().show();
     QApplication::processEvents();
     for (auto _ : state) {
-        double longest = 0;
+        std::vector<double> longests;
         int states = 0;
         QObject::connect(&station.GetReceiver(), &Receiver::StateChanged, &silent, [&] { ++states; });
-        const auto turn = [&](int i) {
-            if (i % TurnsOfConnection == 0)
-                station.GetReceiver().Attach(std::make_unique<HamlibReceiver>(profile));
-            if (i % TurnsOfTuning == 0)
-                station.GetReceiver().Tune(frequencyOf(i));
-            QApplication::processEvents();
-        };
-        for (int i = 0; i < Turns; ++i) {
-            longest = std::max(longest, secondsOf([&] { turn(i); }));
-            QThread::msleep(1);
+        for (int round = 0; round < Rounds; ++round) {
+            double longest =
+                secondsOf([&] { station.GetReceiver().Attach(std::make_unique<HamlibReceiver>(profile)); });
+            for (int i = 0; i < Turns; ++i) {
+                longest = std::max(longest, secondsOf([&] {
+                                       if (i % TurnsOfTuning == 0)
+                                           station.GetReceiver().Tune(frequencyOf(i));
+                                       QApplication::processEvents();
+                                   }));
+                QThread::msleep(1);
+            }
+            longest = std::max(longest, secondsOf([&] { station.GetReceiver().Attach(nullptr); }));
+            longests.push_back(longest);
         }
-        longest = std::max(longest, secondsOf([&] { station.GetReceiver().Attach(nullptr); }));
+        const double longest = medianOf(longests);
         state.SetIterationTime(longest);
         state.counters["ours_s"] = longest;
         state.counters["goal"] = LongestTurn;
