@@ -4206,10 +4206,6 @@ Fremdes: %2</translation>
 <context>
     <name>ShareCommands</name>
     <message>
-        <source>S&amp;hare</source>
-        <translation>T&amp;eilen</translation>
-    </message>
-    <message>
         <source>&amp;Connect...</source>
         <translation>&amp;Verbinden...</translation>
     </message>
@@ -4264,6 +4260,10 @@ Fremdes: %2</translation>
     <message>
         <source>This seat shows no targets of a site.</source>
         <translation>Dieser Platz zeigt keine Ziele eines Standorts.</translation>
+    </message>
+    <message>
+        <source>Share</source>
+        <translation>Teilen</translation>
     </message>
 </context>
 <context>
@@ -5685,6 +5685,10 @@ Fremdes: %2</translation>
             <numerusform>%n Problem</numerusform>
             <numerusform>%n Probleme</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Nothing is shared</source>
+        <translation>Nichts wird geteilt</translation>
     </message>
 </context>
 <context>

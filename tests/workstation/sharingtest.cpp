@@ -183,7 +183,6 @@ TEST_F(Shares, ListsOfOthersAreListsOfTheirOwnThatNothingHereKeeps) {
     const int id = idOf(Theirs);
     EXPECT_EQ(entriesOf("/Lists/NOIFrequencies"), 0) << "the local list is another one";
     EXPECT_FALSE(station->GetSafekeeping().Find(id)) << "no recovery, no question at the end";
-    EXPECT_TRUE(sharing().IsOfOthers(id));
     EXPECT_FALSE(UndoHistory::Instance().Stack().canUndo()) << "what others do is no step";
 
     select(list, 0);
@@ -206,6 +205,46 @@ TEST_F(Shares, ListsOfOthersAreListsOfTheirOwnThatNothingHereKeeps) {
     EXPECT_EQ(idOf(Theirs), 0);
     EXPECT_EQ(Tree::Instance()->GetNode(Q("/Shared/north/noi")), nullptr);
 }
+
+/// A kind of list, the tab that it has at a client, and the receiver that has channels of that kind.
+struct Kind {
+    const char* kind;
+    const char* tab;
+    const char* receiver;
+};
+
+void PrintTo(const Kind& kind, std::ostream* out) {
+    *out << kind.kind;
+}
+
+class SharedKinds : public Shares, public testing::WithParamInterface<Kind> {};
+
+TEST_P(SharedKinds, TakeEntriesOfThisSeatAndOfOthers) {
+    open({"--receiver", GetParam().receiver});
+    OtherSeat server(broker, GetParam().kind);
+    server.Serve(1);
+    share(Role::Server); // which has the other lists of the site, too
+    ASSERT_TRUE(isReady(GetParam().tab));
+    SortListView* const list = show(GetParam().tab);
+    action(A::New)->trigger();
+    ASSERT_TRUE(Until([&] { return server.Comments().size() == 2 && list->RowCount() == 2; }));
+    OtherSeat::Comment(*server.At(1)).SetValue(Q("named there"));
+    select(list, 0);
+    ASSERT_TRUE(Until([&] { return action(A::Duplicate)->isEnabled(); }));
+    action(A::Duplicate)->trigger();
+    action(A::Copy)->trigger();
+    action(A::Paste)->trigger();
+    EXPECT_TRUE(Until([&] { return server.Comments().size() == 4 && list->RowCount() == 4; }));
+    EXPECT_EQ(server.Comments().mid(0, 3), (QStringList{"entry 0", "named there", "entry 0"}));
+    EXPECT_EQ(messages(), QString());
+    EXPECT_EQ(window().findChild<QDialog*>(), nullptr) << "nothing is refused";
+}
+
+INSTANTIATE_TEST_SUITE_P(All, SharedKinds,
+                         testing::Values(Kind{"noi", "NOI Frequencies (north)", "hf"},
+                                         Kind{"memory-hf", "Memory Channels HF (north)", "hf"},
+                                         Kind{"memory-vuhf", "Memory Channels V/UHF (north)", "hf"},
+                                         Kind{"memory-hf", "Memory Channels HF (north)", "vuhf"}));
 
 TEST_F(Shares, WhatIsOldSaysSoAndComesRightByItself) {
     open({});
