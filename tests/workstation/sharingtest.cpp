@@ -6,7 +6,6 @@
 #include "workstation/fileopener.h"
 #include "workstation/safekeeping.h"
 
-#include <QDialog>
 #include <QPushButton>
 #include <QTreeWidget>
 
@@ -237,7 +236,7 @@ TEST_P(SharedKinds, TakeEntriesOfThisSeatAndOfOthers) {
     EXPECT_TRUE(Until([&] { return server.Comments().size() == 4 && list->RowCount() == 4; }));
     EXPECT_EQ(server.Comments().mid(0, 3), (QStringList{"entry 0", "named there", "entry 0"}));
     EXPECT_EQ(messages(), QString());
-    EXPECT_EQ(window().findChild<QDialog*>(), nullptr) << "nothing is refused";
+    EXPECT_EQ(refused(), nullptr) << "nothing is refused";
 }
 
 INSTANTIATE_TEST_SUITE_P(All, SharedKinds,
@@ -263,9 +262,8 @@ TEST_F(Shares, WhatIsOldSaysSoAndComesRightByItself) {
         OtherSeat::Comment(*targets().Children()[0]).SetValue(Q("lost?"));
     }
     ASSERT_TRUE(Until([&] { return comments().first() == "entry 0"; })) << "it is put back";
-    const auto* refused = window().findChild<QDialog*>();
-    ASSERT_TRUE(refused && refused->isVisible()) << "and told, beside what was wanted";
-    auto* again = refused->findChild<QPushButton*>(Q("TryAgain"));
+    ASSERT_TRUE(refused() && refused()->isVisible()) << "and told, beside what was wanted";
+    auto* again = refused()->findChild<QPushButton*>(Q("TryAgain"));
     EXPECT_FALSE(again->isEnabled());
     broker.Start();
     ASSERT_TRUE(isReady());
@@ -288,20 +286,20 @@ TEST_F(Shares, AnOutOfDateEditShowsBothStatesAndMayBeTriedAgain) {
     // Both change it before either hears of the other.
     OtherSeat::Comment(*targets().Children()[0]).SetValue(Q("mine"));
     OtherSeat::Comment(*server.At(0)).SetValue(Q("theirs"));
-    ASSERT_TRUE(Until([&] { return window().findChild<QDialog*>() && comments().first() == "theirs"; }));
-    auto* fields = window().findChild<QDialog*>()->findChild<QTreeWidget*>();
+    ASSERT_TRUE(Until([&] { return refused() && comments().first() == "theirs"; }));
+    auto* fields = refused()->findChild<QTreeWidget*>();
     ASSERT_EQ(fields->topLevelItemCount(), 1);
     const QTreeWidgetItem* field = fields->topLevelItem(0)->child(0);
     EXPECT_EQ(field->text(0) + '|' + field->text(1) + '|' + field->text(2), "Comment|mine|theirs");
-    window().findChild<QDialog*>()->findChild<QPushButton*>(Q("TryAgain"))->click();
+    refused()->findChild<QPushButton*>(Q("TryAgain"))->click();
     ASSERT_TRUE(Until([&] { return server.Comments() == QStringList{"mine", "entry 1"}; }));
 
     // One whose entry has gone cannot be had back by that; one that was to go can.
     targets().DeleteNode(targets().Children()[1]);
     OtherSeat::Comment(*server.At(1)).SetValue(Q("changed"));
     ASSERT_TRUE(Until([&] { return comments() == QStringList{"mine", "changed"}; }));
-    ASSERT_TRUE(Until([&] { return window().findChild<QPushButton*>(Q("TryAgain")); }));
-    window().findChild<QPushButton*>(Q("TryAgain"))->click();
+    ASSERT_TRUE(Until([&] { return refused(); }));
+    refused()->findChild<QPushButton*>(Q("TryAgain"))->click();
     ASSERT_TRUE(Until([&] { return server.Comments() == QStringList{"mine"}; }));
 }
 
