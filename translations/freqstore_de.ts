@@ -4748,10 +4748,6 @@ Fremdes: %2</translation>
 <context>
     <name>ShareCommands</name>
     <message>
-        <source>S&amp;hare</source>
-        <translation>T&amp;eilen</translation>
-    </message>
-    <message>
         <source>&amp;Connect...</source>
         <translation>&amp;Verbinden...</translation>
     </message>
@@ -4806,6 +4802,10 @@ Fremdes: %2</translation>
     <message>
         <source>This seat shows no targets of a site.</source>
         <translation>Dieser Platz zeigt keine Ziele eines Standorts.</translation>
+    </message>
+    <message>
+        <source>Share</source>
+        <translation>Teilen</translation>
     </message>
 </context>
 <context>
@@ -6215,6 +6215,10 @@ Fremdes: %2</translation>
             <numerusform>%n Problem</numerusform>
             <numerusform>%n Probleme</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Nothing is shared</source>
+        <translation>Nichts wird geteilt</translation>
     </message>
 </context>
 <context>

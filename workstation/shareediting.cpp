@@ -10,6 +10,7 @@
 #include "workstation/sharing.h"
 
 #include <QApplication>
+#include <QPointer>
 #include <QToolButton>
 
 #include <algorithm>
@@ -60,10 +61,11 @@ void ShareEditing::noteLists() {
         FrequencyStoreListView* const view = m_window.ViewOf(id);
         if (!view || !m_noted.insert(id).second)
             continue;
-        view->GetListView()->SetRowNote({tr("Being edited by"), [this](const SortListViewItem& row) {
-                                             const Node* const entry = nodeOf(&row);
-                                             return entry ? editorsOf(*entry) : QString();
-                                         }});
+        view->GetListView()->SetRowNote(
+            {tr("Being edited by"), [self = QPointer(this)](const SortListViewItem& row) {
+                 const Node* const entry = nodeOf(&row);
+                 return self && entry ? self->editorsOf(*entry) : QString();
+             }});
     }
     std::erase_if(m_noted, [&](int id) { return std::ranges::find(shared, id) == shared.end(); });
 }

@@ -420,10 +420,6 @@ QString Sharing::WhyNoEditing(int listId) const {
     return client ? client->WhyNoEditing() : QString();
 }
 
-bool Sharing::IsOfOthers(int listId) const {
-    return std::ranges::any_of(m_others, [&](const auto& other) { return other->ListId() == listId; });
-}
-
 bool Sharing::IsOfOthers(const Node& list) {
     return list.GetPathName().startsWith(ShareSiteList::Root);
 }

@@ -81,9 +81,7 @@ public:
 
     /// Why entries of a list cannot be changed; empty when they can, and for lists that are not shared.
     QString WhyNoEditing(int listId) const;
-    /// A list of another seat, which is kept there.
-    bool IsOfOthers(int listId) const;
-    /// That node, or one that a list of another seat will have.
+    /// Whether a list's node is that of a list of another seat, which is kept there.
     static bool IsOfOthers(const Node& list);
     /// Asks the server of the targets to load a file, by its bare name in the server's own folder.
     void AskForFile(const QString& name);

@@ -88,6 +88,7 @@ void WindowStatus::ShowSharing(const QString& text, const QString& toolTip, bool
     m_sharing->setVisible(!text.isEmpty());
     m_sharing->setText(m_sharing->fontMetrics().elidedText(text, Qt::ElideRight, LongestSharing));
     m_sharing->setToolTip(toolTip);
+    m_sharing->setAccessibleName(text.isEmpty() ? tr("Nothing is shared") : text);
     colour(*m_sharing, isBroken);
 }
 

@@ -7,6 +7,7 @@
 #include "link/localbus.h"
 #include "tests/link/linkfixture.h"
 #include "tests/workstation/windowfixture.h"
+#include "workstation/sharerefusal.h"
 #include "workstation/sharing.h"
 
 #include <QToolButton>
@@ -100,6 +101,8 @@ protected:
         }
         return 0;
     }
+    /// What is shown of refused changes; null while none is.
+    ShareRefusal* refused() { return window().findChild<ShareRefusal*>(); }
     QString shareStatus() { return window().findChild<QToolButton*>(Q("Sharing"))->text(); }
 
     LocalBroker broker;

@@ -6,7 +6,6 @@
 #include "workstation/fileopener.h"
 #include "workstation/safekeeping.h"
 
-#include <QDialog>
 #include <QPushButton>
 #include <QTreeWidget>
 
@@ -183,7 +182,6 @@ TEST_F(Shares, ListsOfOthersAreListsOfTheirOwnThatNothingHereKeeps) {
     const int id = idOf(Theirs);
     EXPECT_EQ(entriesOf("/Lists/NOIFrequencies"), 0) << "the local list is another one";
     EXPECT_FALSE(station->GetSafekeeping().Find(id)) << "no recovery, no question at the end";
-    EXPECT_TRUE(sharing().IsOfOthers(id));
     EXPECT_FALSE(UndoHistory::Instance().Stack().canUndo()) << "what others do is no step";
 
     select(list, 0);
@@ -207,6 +205,46 @@ TEST_F(Shares, ListsOfOthersAreListsOfTheirOwnThatNothingHereKeeps) {
     EXPECT_EQ(Tree::Instance()->GetNode(Q("/Shared/north/noi")), nullptr);
 }
 
+/// A kind of list, the tab that it has at a client, and the receiver that has channels of that kind.
+struct Kind {
+    const char* kind;
+    const char* tab;
+    const char* receiver;
+};
+
+void PrintTo(const Kind& kind, std::ostream* out) {
+    *out << kind.kind;
+}
+
+class SharedKinds : public Shares, public testing::WithParamInterface<Kind> {};
+
+TEST_P(SharedKinds, TakeEntriesOfThisSeatAndOfOthers) {
+    open({"--receiver", GetParam().receiver});
+    OtherSeat server(broker, GetParam().kind);
+    server.Serve(1);
+    share(Role::Server); // which has the other lists of the site, too
+    ASSERT_TRUE(isReady(GetParam().tab));
+    SortListView* const list = show(GetParam().tab);
+    action(A::New)->trigger();
+    ASSERT_TRUE(Until([&] { return server.Comments().size() == 2 && list->RowCount() == 2; }));
+    OtherSeat::Comment(*server.At(1)).SetValue(Q("named there"));
+    select(list, 0);
+    ASSERT_TRUE(Until([&] { return action(A::Duplicate)->isEnabled(); }));
+    action(A::Duplicate)->trigger();
+    action(A::Copy)->trigger();
+    action(A::Paste)->trigger();
+    EXPECT_TRUE(Until([&] { return server.Comments().size() == 4 && list->RowCount() == 4; }));
+    EXPECT_EQ(server.Comments().mid(0, 3), (QStringList{"entry 0", "named there", "entry 0"}));
+    EXPECT_EQ(messages(), QString());
+    EXPECT_EQ(refused(), nullptr) << "nothing is refused";
+}
+
+INSTANTIATE_TEST_SUITE_P(All, SharedKinds,
+                         testing::Values(Kind{"noi", "NOI Frequencies (north)", "hf"},
+                                         Kind{"memory-hf", "Memory Channels HF (north)", "hf"},
+                                         Kind{"memory-vuhf", "Memory Channels V/UHF (north)", "hf"},
+                                         Kind{"memory-hf", "Memory Channels HF (north)", "vuhf"}));
+
 TEST_F(Shares, WhatIsOldSaysSoAndComesRightByItself) {
     open({});
     auto server = std::make_unique<OtherSeat>(broker, "target");
@@ -224,9 +262,8 @@ TEST_F(Shares, WhatIsOldSaysSoAndComesRightByItself) {
         OtherSeat::Comment(*targets().Children()[0]).SetValue(Q("lost?"));
     }
     ASSERT_TRUE(Until([&] { return comments().first() == "entry 0"; })) << "it is put back";
-    const auto* refused = window().findChild<QDialog*>();
-    ASSERT_TRUE(refused && refused->isVisible()) << "and told, beside what was wanted";
-    auto* again = refused->findChild<QPushButton*>(Q("TryAgain"));
+    ASSERT_TRUE(refused() && refused()->isVisible()) << "and told, beside what was wanted";
+    auto* again = refused()->findChild<QPushButton*>(Q("TryAgain"));
     EXPECT_FALSE(again->isEnabled());
     broker.Start();
     ASSERT_TRUE(isReady());
@@ -249,20 +286,20 @@ TEST_F(Shares, AnOutOfDateEditShowsBothStatesAndMayBeTriedAgain) {
     // Both change it before either hears of the other.
     OtherSeat::Comment(*targets().Children()[0]).SetValue(Q("mine"));
     OtherSeat::Comment(*server.At(0)).SetValue(Q("theirs"));
-    ASSERT_TRUE(Until([&] { return window().findChild<QDialog*>() && comments().first() == "theirs"; }));
-    auto* fields = window().findChild<QDialog*>()->findChild<QTreeWidget*>();
+    ASSERT_TRUE(Until([&] { return refused() && comments().first() == "theirs"; }));
+    auto* fields = refused()->findChild<QTreeWidget*>();
     ASSERT_EQ(fields->topLevelItemCount(), 1);
     const QTreeWidgetItem* field = fields->topLevelItem(0)->child(0);
     EXPECT_EQ(field->text(0) + '|' + field->text(1) + '|' + field->text(2), "Comment|mine|theirs");
-    window().findChild<QDialog*>()->findChild<QPushButton*>(Q("TryAgain"))->click();
+    refused()->findChild<QPushButton*>(Q("TryAgain"))->click();
     ASSERT_TRUE(Until([&] { return server.Comments() == QStringList{"mine", "entry 1"}; }));
 
     // One whose entry has gone cannot be had back by that; one that was to go can.
     targets().DeleteNode(targets().Children()[1]);
     OtherSeat::Comment(*server.At(1)).SetValue(Q("changed"));
     ASSERT_TRUE(Until([&] { return comments() == QStringList{"mine", "changed"}; }));
-    ASSERT_TRUE(Until([&] { return window().findChild<QPushButton*>(Q("TryAgain")); }));
-    window().findChild<QPushButton*>(Q("TryAgain"))->click();
+    ASSERT_TRUE(Until([&] { return refused(); }));
+    refused()->findChild<QPushButton*>(Q("TryAgain"))->click();
     ASSERT_TRUE(Until([&] { return server.Comments() == QStringList{"mine"}; }));
 }
 
