@@ -118,7 +118,7 @@ private:
         wake.notify_all();
     }
     /// Waits until there is a connection or none. The library's calls that do not wait begin with TLS at
-    /// once, which fails now and then, and when the connection is refused goes on without a pause.
+    /// once, and when the connection is refused go on with that without a pause.
     int connect(const std::string& host, int port) {
         setConnecting(true);
         const int result = std::exchange(wasTried, true)
@@ -280,12 +280,14 @@ void MqttBus::Disconnect() {
 void MqttBus::connected() {
     if (!m_worker)
         return;
+    m_mayReceive = true;
     for (const QByteArray& filter : filters())
         startReceiving(filter);
     setState(State::Online);
 }
 
 void MqttBus::disconnected(const QString& reason) {
+    m_mayReceive = false;
     setState(State::Connecting, reason);
 }
 
@@ -303,12 +305,13 @@ void MqttBus::FetchAgain(const QByteArray& filter) {
         stopReceiving(filter);
 }
 
+/// What is said before the broker has let us in breaks the connection that is being made.
 void MqttBus::startReceiving(const QByteArray& filter) {
-    if (m_worker)
+    if (m_worker && m_mayReceive)
         m_worker->Subscribe(filter);
 }
 
 void MqttBus::stopReceiving(const QByteArray& filter) {
-    if (m_worker)
+    if (m_worker && m_mayReceive)
         mosquitto_unsubscribe(m_worker->connection, nullptr, filter.constData());
 }

@@ -35,5 +35,6 @@ private:
 
     BrokerAddress m_address;
     std::pair<QByteArray, QByteArray> m_will;
+    bool m_mayReceive = false; ///< the broker has taken the connection
     std::shared_ptr<Worker> m_worker;
 };

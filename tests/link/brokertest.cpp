@@ -72,6 +72,19 @@ TEST(Broker, aHostileUserChangesNothingThatHeMayNot) {
     EXPECT_EQ(reader.seat.Present().size(), 2u);
 }
 
+TEST(Broker, whoComesInHearsOfNoFault) {
+    const RealBroker broker({"anna"});
+    for (int i = 0; i < 10; ++i) {
+        const auto bus = busOf(broker, Q("anna"));
+        QStringList reasons;
+        QObject::connect(bus.get(), &MessageBus::StateChanged, [&] { reasons << bus->Reason(); });
+        Seat seat(*bus, Q("north"), Q("anna"));
+        const ListReader reader(seat, Q("Targets"));
+        ASSERT_TRUE(Until([&] { return bus->IsOnline(); }));
+        EXPECT_EQ(reasons.join(QString()), QString());
+    }
+}
+
 TEST(Broker, usersWithoutTheRightAreToldWhy) {
     const RealBroker broker({"server", "anna"});
     TestServer anna(busOf(broker, Q("anna")), Q("anna"));
