@@ -108,6 +108,11 @@ bool Foreign::Read(const Arguments& args, CliList& list, const QString& path, QS
     const Interchange::Format* const format =
         args.IsSet("columns") ? nullptr : Interchange::FormatOfFile(path);
     const bool isTable = args.IsSet("columns") || (!format && isTableOfOthers(list, path));
+    if (args.IsSet("on-air") && !(format && format->hasSchedule)) {
+        Problems::Report(TraceSource,
+                         {path, 0, QStringLiteral("has no times on air, which --on-air asks for")});
+        return false;
+    }
     if (!format && !isTable)
         return list.Read(path);
     Interchange::ReadOptions options;
@@ -115,11 +120,6 @@ bool Foreign::Read(const Arguments& args, CliList& list, const QString& path, QS
     if (args.IsSet("on-air") && !(options.onAirAt = timeOnAir(args)))
         return false;
     const QString what = format ? format->Name() : QStringLiteral("table");
-    if (options.onAirAt && !(format && format->hasSchedule)) {
-        Problems::Report(TraceSource,
-                         {path, 0, QStringLiteral("--on-air: a %1 has no times on air").arg(what)});
-        return false;
-    }
     std::optional<Interchange::TableChoice> choice;
     if (isTable && !(choice = choiceFor(args, path)))
         return false;

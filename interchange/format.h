@@ -91,7 +91,6 @@ Account Read(const Format& format, QIODevice& device, const QString& name, const
              const TakeEntry& take);
 
 using Content = FreqStoreXml::ListContent;
-using VisitEntries = FreqStoreXml::VisitEntries;
 
 /// Writes a file, whole or not at all; throws RGException "file: reason". What the format cannot hold is told
 /// to `confirm` before the file takes its place; when that answers false, the file is as it was, and nothing

@@ -31,7 +31,6 @@ public:
     Reading(QString fileName, const ReadOptions& options, const TakeEntry& take);
 
     const QString& FileName() const { return m_fileName; }
-    const ReadOptions& Options() const { return m_options; }
     Account& GetAccount() { return m_account; }
     FileProblems& Problems() { return m_problems; }
     /// Whether what has that schedule is wanted: all, or what is on air at the time that was asked for.

@@ -164,8 +164,9 @@ TEST_F(ForeignTest, SchedulesAreReadForATime) {
     EXPECT_EQ(shown[0].toObject()[Q("comment")].toString(), Q("Evening {Time=1800-1900}"));
     EXPECT_TRUE(
         Cli("show", {path, "--on-air", "tomorrow"}).Is(ExitFile, Q("--on-air \"tomorrow\" is neither")));
-    EXPECT_TRUE(Cli("show --on-air now", {Write(Q("radio.csv"), Chirp())})
-                    .Is(ExitFile, Q("--on-air: a CHIRP CSV has no times on air")));
+    for (const QString& other : {Write(Q("radio.csv"), Chirp()), Sample(Q("targets.ltl"))})
+        EXPECT_TRUE(Cli("show --on-air now", {other})
+                        .Is(ExitFile, other + Q(": has no times on air, which --on-air asks for")));
 }
 
 TEST(Samples, OfOtherProgramsAreKnown) {
