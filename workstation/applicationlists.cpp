@@ -141,11 +141,10 @@ void Workstation::offerSaveToJob() {
     if (FreqStoreListViewButtonBar* bar = m_window->BarOf(m_memoryId))
         bar->SetWhyOff(FreqStoreListViewButtonBar::SaveToJob,
                        file.isEmpty() ? MainWindow::tr("No job is open.") : QString());
-    if (!file.isEmpty() && state == Job::FileState::Same) {
+    if (!file.isEmpty() && state == Job::FileState::Same)
         resolveWriteFailure(file);
-        if (m_sharing)
-            m_sharing->NoteFile(m_memoryId);
-    }
+    if (m_sharing)
+        m_sharing->NoteFile(m_memoryId);
 }
 
 /// Writers note their failure and tell it, in either order.

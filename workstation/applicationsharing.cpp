@@ -8,31 +8,28 @@
 #include "workstation/application.h"
 #include "workstation/fileopener.h"
 #include "workstation/frequencybar.h"
+#include "workstation/job.h"
 #include "workstation/listchanges.h"
 #include "workstation/mainwindow.h"
 #include "workstation/sharecommands.h"
 #include "workstation/sharing.h"
 #include "workstation/unsavedwork.h"
 
-#include <QDir>
 #include <QMessageBox>
 #include <QUndoStack>
 
-/// A server keeps what it accepted beside the list's file, or in the data directory without one.
 void Workstation::addSharing() {
-    const auto own = [this](const char* kind, int listId, QLatin1String node) {
-        const QString name = QString::fromLatin1(kind);
-        return Sharing::Own{FindShareKind(name), listId, Tree::Instance()->MakeNode(node),
-                            [this, listId, folder = QDir::currentPath(), name] {
-                                const QString file = m_window->FileOf(listId);
-                                return (file.isEmpty() ? QDir(folder).filePath(name) : file) +
-                                       QStringLiteral(".share");
-                            }};
+    const auto own = [this](const char* kind, int listId, QLatin1String node, std::function<bool()> isSaved) {
+        return Sharing::Own{FindShareKind(QString::fromLatin1(kind)), listId,
+                            Tree::Instance()->MakeNode(node),
+                            [this, listId] { return m_window->FileOf(listId); }, std::move(isSaved)};
     };
+    const auto isSaved = [this](int id) { return [this, id] { return !m_changes->IsChanged(id); }; };
     const char* const memory = MemorySystemHandler::Instance()->IsVUHF() ? "memory-vuhf" : "memory-hf";
-    m_sharing = std::make_unique<Sharing>(
-        std::vector<Sharing::Own>{own("target", m_targetsId, Paths::Targets), own("noi", m_noiId, Paths::Noi),
-                                  own(memory, m_memoryId, Paths::MemoryChannels)});
+    m_sharing = std::make_unique<Sharing>(std::vector<Sharing::Own>{
+        own("target", m_targetsId, Paths::Targets, isSaved(m_targetsId)),
+        own("noi", m_noiId, Paths::Noi, isSaved(m_noiId)),
+        own(memory, m_memoryId, Paths::MemoryChannels, [this] { return !m_job->IsModified(); })});
     QObject::connect(m_sharing.get(), &Sharing::Began, m_window.get(), [this] { beginSharing(); });
     QObject::connect(m_sharing.get(), &Sharing::Ended, m_window.get(),
                      [this](bool mirrored) { endSharing(mirrored); });

@@ -133,6 +133,8 @@ void ShareCommands::connectWith(const ShareProfile& profile, const QString& pass
 }
 
 void ShareCommands::disconnect() {
+    if (m_refusal)
+        m_refusal->close();
     m_sharing.Disconnect();
 }
 
@@ -157,7 +159,7 @@ void ShareCommands::showRefusal(int listId, const ListClient::Refusal& whole) {
         return;
     if (!refusal.entry && refusal.fields.empty())
         return Problems::Report(TraceSource, {m_sharing.Site(), 0, refusal.reason});
-    if (!m_refusal) {
+    if (!m_refusal || m_refusal->isHidden()) { // one that was closed goes by itself
         m_refusal = new ShareRefusal(m_sharing, &m_window);
         m_refusal->show();
     }

@@ -11,6 +11,7 @@
 #include "workstation/sharesitelist.h"
 
 #include <QDir>
+#include <QFile>
 #include <QLocale>
 #include <QSysInfo>
 
@@ -40,6 +41,7 @@ void setFields(Node& entry, const std::vector<ListClient::Refusal::Field>& field
 
 Sharing::Sharing(std::vector<Own> own)
     : m_own(std::move(own)),
+      m_folder(QDir::currentPath()),
       m_makeBus([](const BrokerAddress& address) { return std::make_unique<MqttBus>(address); }) {}
 
 Sharing::~Sharing() {
@@ -92,6 +94,8 @@ void Sharing::Disconnect() {
     const bool wasMirrored = IsMirrored();
     m_claims.reset();
     m_others.clear();
+    for (const auto& part : m_parts)
+        endServer(*part);
     m_parts.clear();
     m_seat.reset();
     m_bus.reset();
@@ -104,15 +108,22 @@ void Sharing::Disconnect() {
 }
 
 void Sharing::serve(const Own& own) {
-    m_parts.push_back(std::make_unique<Part>(Part{own.kind, own.listId, own.node, own.journal()}));
-    startServer(*m_parts.back());
+    m_parts.push_back(std::make_unique<Part>(Part{own.kind, own.listId, own.node}));
+    startServer(*m_parts.back(), own);
 }
 
-void Sharing::startServer(Part& part) {
+/// Beside the list's file, or in the data directory without one.
+QString Sharing::journalOf(const Own& own) const {
+    const QString file = own.file();
+    return (file.isEmpty() ? QDir(m_folder).filePath(own.kind->Name()) : file) + QStringLiteral(".share");
+}
+
+void Sharing::startServer(Part& part, const Own& own) {
+    part.journal = journalOf(own);
+    part.isLoose = own.file().isEmpty();
     auto journal = std::make_unique<ListJournal>(part.journal);
-    const QString directory = part.kind->hasFile ? QDir::currentPath() : QString();
-    part.server =
-        std::make_unique<ListServer>(*m_seat, part.kind->ListOf(*part.node), directory, std::move(journal));
+    part.server = std::make_unique<ListServer>(*m_seat, part.kind->ListOf(*part.node),
+                                               part.kind->hasFile ? m_folder : QString(), std::move(journal));
     connect(part.server.get(), &ListServer::StateChanged, this, &Sharing::noteState);
     connect(part.server.get(), &ListServer::Edited, this, [id = part.listId] {
         if (FrequencyNodeMediatorCtrl* const list = controllerOf(id))
@@ -120,10 +131,23 @@ void Sharing::startServer(Part& part) {
     });
 }
 
+/// What was accepted into a list without a file is the window's to keep from now on; another such list is to
+/// know nothing of it.
+void Sharing::endServer(Part& part) {
+    const bool wasServed = part.server != nullptr;
+    part.server.reset();
+    if (wasServed && part.isLoose)
+        QFile::remove(part.journal);
+}
+
 /// What is in a file now is in its journal's keeping, not in that of the file before.
 void Sharing::NoteFile(int listId) {
     const Part* const part = find(listId);
     if (!part || !part->server)
+        return;
+    const Own& own = *std::ranges::find(m_own, listId, &Own::listId);
+    const bool isAnother = journalOf(own) != part->journal;
+    if (!isAnother && !(own.isSaved() && part->server->HasUnsaved()))
         return;
     try {
         part->server->WasSaved();
@@ -131,19 +155,19 @@ void Sharing::NoteFile(int listId) {
         Problems::Report("sharing", Problem::FromText(exception.GetErrorText()));
     }
     // The server may be asking for the file itself.
-    QMetaObject::invokeMethod(
-        this, [this, listId] { restartServer(listId); }, Qt::QueuedConnection);
+    if (isAnother)
+        QMetaObject::invokeMethod(
+            this, [this, listId] { restartServer(listId); }, Qt::QueuedConnection);
 }
 
 void Sharing::restartServer(int listId) {
-    const auto own = std::ranges::find(m_own, listId, &Own::listId);
+    const Own& own = *std::ranges::find(m_own, listId, &Own::listId);
     const auto part = std::ranges::find_if(m_parts, [&](const auto& p) { return p->listId == listId; });
-    if (part == m_parts.end() || !(*part)->server || own->journal() == (*part)->journal)
+    if (part == m_parts.end() || !(*part)->server || journalOf(own) == (*part)->journal)
         return;
-    (*part)->server.reset();
-    (*part)->journal = own->journal();
+    endServer(**part);
     try {
-        startServer(**part);
+        startServer(**part, own);
     } catch (const RGException& exception) {
         Problems::Report("sharing", Problem::FromText(exception.GetErrorText()));
         m_parts.erase(part);
@@ -157,7 +181,7 @@ void Sharing::AskForFile(const QString& name) {
 }
 
 void Sharing::follow(const Own& own) {
-    auto part = std::make_unique<Part>(Part{own.kind, own.listId, own.node, QString()});
+    auto part = std::make_unique<Part>(Part{own.kind, own.listId, own.node});
     part->reader = std::make_unique<ListReader>(*m_seat, own.kind->Name());
     part->client = std::make_unique<ListClient>(*part->reader, own.kind->ListOf(*own.node));
     followClient(*part->client, own.listId);

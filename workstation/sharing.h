@@ -28,8 +28,8 @@ public:
         const ShareKind* kind;
         int listId; ///< in the store
         Node* node;
-        /// Where a server keeps what it accepted.
-        std::function<QString()> journal;
+        std::function<QString()> file; ///< in which the list stands; empty for none
+        std::function<bool()> isSaved; ///< whether that holds what the list has
     };
     using BusMaker = std::function<std::unique_ptr<MessageBus>(const BrokerAddress&)>;
 
@@ -110,14 +110,17 @@ private:
         const ShareKind* kind;
         int listId;
         Node* node;
-        QString journal;
+        QString journal{};    ///< what a server has accepted and the list's file may lack
+        bool isLoose = false; ///< the list is in no file
         std::unique_ptr<ListServer> server{};
         std::unique_ptr<ListReader> reader{};
         std::unique_ptr<ListClient> client{};
     };
 
     void serve(const Own& own);
-    void startServer(Part& part);
+    QString journalOf(const Own& own) const;
+    void startServer(Part& part, const Own& own);
+    static void endServer(Part& part);
     void restartServer(int listId);
     void follow(const Own& own);
     void followClient(ListClient& client, int listId);
@@ -135,6 +138,7 @@ private:
     QString reason() const;
 
     std::vector<Own> m_own;
+    const QString m_folder; ///< of the lists' own files
     BusMaker m_makeBus;
     ShareProfile m_profile;
     QString m_site;

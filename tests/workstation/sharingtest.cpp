@@ -158,6 +158,40 @@ TEST_F(Shares, AServerTakesWhatClientsAskForAndKeepsItBesideItsFile) {
     EXPECT_EQ(comments(), before) << "what was not saved can be had back";
 }
 
+TEST_F(Shares, WhatAServerAcceptedOutlivesItsCrash) {
+    open({Write("mine.ltl", Read(sample("targets.ltl")))});
+    ASSERT_TRUE(station->LoadFiles());
+    share(Role::Server);
+    OtherSeat client(broker, "target", "bert");
+    client.Follow();
+    ASSERT_TRUE(Until([&] { return client.Client().WhyNoEditing().isEmpty(); }));
+    OtherSeat::Comment(*client.At(0)).SetValue(Q("accepted"));
+    ASSERT_TRUE(Until([&] { return client.Client().Pending() == 0 && comments().first() == "accepted"; }));
+    // What a crash would leave now.
+    Write("crashed.ltl", Read("mine.ltl"));
+    Write("crashed.ltl.share", Read("mine.ltl.share"));
+    ASSERT_TRUE(station->GetOpener().Open(Path("crashed.ltl")));
+    EXPECT_NE(comments().first(), "accepted");
+    EXPECT_TRUE(Until([&] { return comments().first() == "accepted"; }));
+    ASSERT_TRUE(station->GetOpener().Open(Path("mine.ltl")));
+    QTest::qWait(0);
+    ASSERT_TRUE(isReady());
+    EXPECT_NE(comments().first(), "accepted") << "the list was left unsaved for another one";
+}
+
+TEST_F(Shares, OfAListInNoFileNothingStaysForTheNextOne) {
+    open({});
+    share(Role::Server);
+    OtherSeat client(broker, "target", "bert");
+    client.Follow();
+    ASSERT_TRUE(Until([&] { return client.Client().WhyNoEditing().isEmpty(); }));
+    client.Add(7e6, Q("added"));
+    ASSERT_TRUE(Until([&] { return comments() == QStringList{"added"}; }));
+    EXPECT_TRUE(QFile::exists(Path("data/target.share")));
+    sharing().Disconnect();
+    EXPECT_FALSE(QFile::exists(Path("data/target.share")));
+}
+
 TEST_F(Shares, AnotherServerOfTheSameListIsRefused) {
     OtherSeat first(broker, "target", "bert");
     first.Serve(1);
