@@ -70,9 +70,7 @@ bool BeginsWithHeadings(const QString& text, QChar separator, std::initializer_l
 
 void AppendCell(std::string& out, std::string_view utf8, char separator) {
     const bool isFramed = !utf8.empty() && (utf8.front() == ' ' || utf8.back() == ' ');
-    const auto isSpecial = [separator](char c) {
-        return c == separator || c == '"' || (c >= 0 && c < ' ') || c == 0x7F;
-    };
+    const auto isSpecial = [separator](char c) { return c == separator || c == '"' || (c >= 0 && c < ' '); };
     if (!isFramed && std::ranges::none_of(utf8, isSpecial)) {
         out += utf8;
         return;

@@ -166,7 +166,8 @@ void lookAtHead(const QByteArray& head, TextForm& form) {
     const std::string_view rest = viewOf(head).substr(Utf8Length(viewOf(head)));
     const bool isWellFormed = form.encoding == TextEncoding::Utf8 && (rest.empty() || isBegun(rest));
     const auto isStrange = [&](QChar c) {
-        return IsStrayControl(c) || (c == QChar::ReplacementCharacter && !isWellFormed);
+        constexpr char16_t RubOut = 0x7F; // which writers keep
+        return (IsStrayControl(c) && c != RubOut) || (c == QChar::ReplacementCharacter && !isWellFormed);
     };
     const qsizetype strange = std::count_if(form.head.cbegin(), form.head.cend(), isStrange);
     if (form.markSize > 0 || !form.refusal.isEmpty() || strange <= Few ||

@@ -51,7 +51,6 @@ constexpr EscapeTable MakeXmlAttributeEscapes() {
 
 constexpr EscapeTable MakeCsvEscapes() {
     EscapeTable table = WithoutControls();
-    table[0x7F] = Replacement;
     table['"'] = "\"\"";
     return table;
 }
