@@ -77,7 +77,7 @@ void AppendCell(std::string& out, std::string_view utf8, char separator) {
     }
     out += '"';
     for (const char c : utf8) {
-        if (IsStrayControl(QLatin1Char(c))) {
+        if (c < 0x7F && IsStrayControl(QLatin1Char(c))) {
             out += "\xEF\xBF\xBD"; // a file full of them would not be taken for text
             continue;
         }
