@@ -15,7 +15,7 @@ struct Options {
     QString jobFile;
     QString language; ///< "de"; empty for that of the settings
     ReceiverKind receiver = ReceiverKind::HF;
-    QString radio; ///< what to connect, as `ReceiverChoice` takes it; empty for the simulated receiver
+    QString radio;      ///< what to connect, as `ReceiverChoice` takes it; empty for the simulated receiver
     ShareProfile share; ///< what to take part in; without a url what the settings say
     unsigned traceMask = 0;
     bool demo = false;

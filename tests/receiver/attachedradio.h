@@ -3,7 +3,7 @@
 #include "host/valuetree/tree.h"
 #include "receiver/hamlibreceiver.h"
 #include "receiver/receiver.h"
-#include "tests/receiver/radioserver.h"
+#include "tests/support/radioserver.h"
 
 /// A receiver with a radio behind it.
 class AttachedRadios : public testing::Test {

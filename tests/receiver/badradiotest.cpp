@@ -1,7 +1,7 @@
 #include "host/valuetree/tree.h"
 #include "receiver/hamlibreceiver.h"
 #include "receiver/receiver.h"
-#include "tests/receiver/radioserver.h"
+#include "tests/support/radioserver.h"
 
 #include <QMap>
 #include <QTemporaryDir>

@@ -4,7 +4,7 @@
 #include "receiver/hamlibreceiver.h"
 #include "receiver/receiver.h"
 #include "receiver/simulatedreceiver.h"
-#include "tests/receiver/radioserver.h"
+#include "tests/support/radioserver.h"
 
 namespace {
 

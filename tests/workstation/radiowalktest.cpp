@@ -3,8 +3,8 @@
 
 #include "controls/frequencystore/common/paths.h"
 #include "receiver/hamlibreceiver.h"
-#include "tests/receiver/radioserver.h"
 #include "tests/support/dialogs.h"
+#include "tests/support/radioserver.h"
 #include "tests/workstation/windowfixture.h"
 #include "workstation/connectdialog.h"
 #include "workstation/frequencybar.h"

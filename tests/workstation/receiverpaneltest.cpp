@@ -99,7 +99,7 @@ TEST_F(ReceiverPanels, WhatARadioLacksIsOffWithTheReasonAndAllIsWhileItIsAway) {
         return editor->isEnabled() ? QStringLiteral("on") : editor->parentWidget()->toolTip();
     };
     const auto* state = panel.findChild<QLabel*>("ReceiverState");
-    EXPECT_EQ(state->text(), "Plain: connected, no frills, 1.000 MHz to 2.000 MHz");
+    EXPECT_EQ(state->text(), "Plain: connected, no frills, 1 MHz to 2 MHz");
     EXPECT_EQ(whyOff("frequency"), "on");
     EXPECT_EQ(whyOff("threshold"), "on");
     EXPECT_EQ(whyOff("demodulation"), "Plain does not let this be set");

@@ -26,8 +26,7 @@ void EntryListView::AddColumns(const EntryColumns& all, const QString& kind) {
     SetCompareFunctionLength(static_cast<int>(columns.size()) - 1);
     std::vector<int> widths;
     for (const EntryColumn& column : columns) {
-        AddColumn(QCoreApplication::translate(all.context, column.title), column.compare,
-                  column.id);
+        AddColumn(QCoreApplication::translate(all.context, column.title), column.compare, column.id);
         setColumnAlignment(static_cast<unsigned>(columnCount() - 1), column.alignment);
         ColumnTips::Set(*headerItem(), columnCount() - 1, column.title);
         widths.push_back(column.width);
