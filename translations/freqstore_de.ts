@@ -4425,7 +4425,7 @@ Fremdes: %2</translation>
         <translation>Suchlauf</translation>
     </message>
     <message>
-        <source>Sc&amp;an</source>
+        <source>S&amp;can</source>
         <translation>Su&amp;chlauf</translation>
     </message>
     <message numerus="yes">
@@ -4804,8 +4804,8 @@ Fremdes: %2</translation>
         <translation>Dieser Platz zeigt keine Ziele eines Standorts.</translation>
     </message>
     <message>
-        <source>Share</source>
-        <translation>Teilen</translation>
+        <source>Sh&amp;are</source>
+        <translation>&amp;Teilen</translation>
     </message>
 </context>
 <context>

@@ -51,7 +51,7 @@ Scanning::~Scanning() {
 }
 
 void Scanning::addToWindow() {
-    QMenu* menu = m_parts.window.AddMenu(tr("Sc&an"));
+    QMenu* menu = m_parts.window.AddMenu(tr("S&can"));
     const auto* actions = new ScanActions(*menu, m_scan, m_parts.receiver); // the menu's
     auto* area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);

@@ -45,7 +45,7 @@ ShareCommands::~ShareCommands() {
 }
 
 void ShareCommands::addMenu() {
-    QMenu* menu = m_window.AddMenu(tr("Share")); // other menus have all of its letters as keys
+    QMenu* menu = m_window.AddMenu(tr("Sh&are"));
     QAction* connects = menu->addAction(tr("&Connect..."), this, &ShareCommands::ask);
     connects->setObjectName(QStringLiteral("connect-site"));
     SetTips(*connects, tr("Share lists with other seats through a broker"));
