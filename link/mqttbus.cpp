@@ -2,6 +2,8 @@
 
 #include "host/report/rgexception.h"
 
+#include <QFile>
+
 #include <atomic>
 #include <cerrno>
 #include <chrono>

@@ -97,7 +97,7 @@ QString RadioProfile::Problem() const {
 std::vector<RadioProfile> RadioProfile::Load() {
     std::vector<RadioProfile> profiles;
     const QJsonDocument kept = QJsonDocument::fromJson(ListSettings::LoadText(ProfilesKey).toUtf8());
-    for (const QJsonValue& value : kept.array()) {
+    for (const auto& value : kept.array()) {
         const QJsonObject object = value.toObject();
         const RadioProfile profile{
             object[QLatin1String("name")].toString(), object[QLatin1String("model")].toInt(),

@@ -191,7 +191,10 @@ void ProgressBox::Turn(const LongWork::Progress& progress) {
         showCard(progress);
     qApp->installEventFilter(this);
     // The name is that of the platform for which it was made; all event loops of Unix heed it.
-    QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers);
+    QEventLoop::ProcessEventsFlags events = QEventLoop::X11ExcludeTimers;
+    if (!m_card) // who types on in short work is heard after it
+        events |= QEventLoop::ExcludeUserInputEvents;
+    QCoreApplication::processEvents(events);
     qApp->removeEventFilter(this);
 }
 

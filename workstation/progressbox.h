@@ -36,7 +36,8 @@ private:
 /// Shows long work in the windows of the program. Soon after it begins every window shows its last picture,
 /// since its lists may be half-filled; after half a second there is a card with title, percentage, time left
 /// and Cancel (or Esc). Windows can be moved, resized and uncovered; a window that is to be closed cancels
-/// the work and closes when that has ended. No timer runs, no other input arrives.
+/// the work and closes when that has ended. No timer runs. Input of before the card waits for the end of the
+/// work, other input is dropped.
 class ProgressBox : public QObject, private LongWork::Display {
     Q_OBJECT
 
