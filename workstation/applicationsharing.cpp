@@ -13,6 +13,7 @@
 #include "workstation/mainwindow.h"
 #include "workstation/sharecommands.h"
 #include "workstation/sharing.h"
+#include "workstation/simulatedsearch.h"
 #include "workstation/unsavedwork.h"
 
 #include <QMessageBox>
@@ -26,10 +27,22 @@ void Workstation::addSharing() {
     };
     const auto isSaved = [this](int id) { return [this, id] { return !m_changes->IsChanged(id); }; };
     const char* const memory = MemorySystemHandler::Instance()->IsVUHF() ? "memory-vuhf" : "memory-hf";
+    const auto records = [](const char* kind, int listId, const char* path) {
+        return Sharing::Own{FindShareKind(QString::fromLatin1(kind)),
+                            listId,
+                            nullptr,
+                            {},
+                            {},
+                            Tree::Instance()->GetValue(QString::fromLatin1(path))};
+    };
+    const char* const classified =
+        m_options.receiver == ReceiverKind::VUHF ? "detections-vuhf" : "detections-hf";
     m_sharing = std::make_unique<Sharing>(std::vector<Sharing::Own>{
         own("target", m_targetsId, Paths::Targets, isSaved(m_targetsId)),
         own("noi", m_noiId, Paths::Noi, isSaved(m_noiId)),
-        own(memory, m_memoryId, Paths::MemoryChannels, [this] { return !m_job->IsModified(); })});
+        own(memory, m_memoryId, Paths::MemoryChannels, [this] { return !m_job->IsModified(); }),
+        records("detections", m_detectionIds[0], SimulatedSearch::DetectionsPath),
+        records(classified, m_detectionIds[1], SimulatedSearch::ClassifiedPath)});
     QObject::connect(m_sharing.get(), &Sharing::Began, m_window.get(), [this] { beginSharing(); });
     QObject::connect(m_sharing.get(), &Sharing::Ended, m_window.get(),
                      [this](bool mirrored) { endSharing(mirrored); });

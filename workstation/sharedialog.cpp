@@ -11,6 +11,7 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -25,6 +26,7 @@ namespace {
 
 constexpr int UsualWidth = 560;
 constexpr int AnswerLines = 3;
+constexpr int KindColumns = 2;
 
 QLineEdit* makeField(QWidget* parent, const char* name, const QString& placeholder = {}) {
     auto* field = new QLineEdit(parent);
@@ -165,20 +167,21 @@ void ShareDialog::addRole(QFormLayout& form) {
     m_server->setObjectName(QStringLiteral("Server"));
     form.addRow(tr("This seat is:"), m_client);
     form.addRow(QString(), m_server);
-    auto* row = new QHBoxLayout;
+    auto* grid = new QGridLayout;
     auto* targets = makeBox(this, "target", FindShareKind(QStringLiteral("target"))->Title());
     targets->setChecked(true);
     targets->setEnabled(false);
-    row->addWidget(targets);
+    grid->addWidget(targets, 0, 0);
     for (const QString& name : m_sharing.KindsToServe()) {
         auto* box = makeBox(this, name.toLatin1().constData(), FindShareKind(name)->Title());
         m_kinds.emplace_back(name, box);
-        row->addWidget(box);
+        grid->addWidget(box, static_cast<int>(m_kinds.size()) / KindColumns,
+                        static_cast<int>(m_kinds.size()) % KindColumns);
         connect(m_server, &QRadioButton::toggled, box, &QWidget::setEnabled);
         box->setEnabled(false);
     }
-    row->addStretch();
-    form.addRow(tr("It serves:"), row);
+    grid->setColumnStretch(KindColumns, 1);
+    form.addRow(tr("It serves:"), grid);
     form.addRow(QString(), m_atStart);
 }
 

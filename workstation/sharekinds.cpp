@@ -7,6 +7,7 @@
 #include "controls/frequencystore/noi/noilistviewfactory.h"
 #include "controls/frequencystore/targets/wkflistentry.h"
 #include "host/freqstorexml/frequencystoreentry.h"
+#include "workstation/sharerecordkind.h"
 
 #include <QCoreApplication>
 
@@ -34,6 +35,11 @@ constexpr char MemoryEntry[] = "MemItem";
 constexpr int StoreTypeOfTargets = 2;
 constexpr int StoreTypeOfOthers = 4;
 
+constexpr char DetectionEntry[] = "Detection"; // no node has it
+constexpr ShareKind kindOfRecords(const char* name, const char* title, const ShareRecordKind& records) {
+    return {name, title, DetectionEntry, nullptr, MediatorType{}, 0, false, nullptr, nullptr, &records};
+}
+
 constexpr ShareKind Kinds[] = {
     {"target", QT_TRANSLATE_NOOP("ShareKind", "Targets"), "Target", WkfTarget::Shape,
      MediatorType::TargetList, StoreTypeOfTargets, true, nullptr, nullptr},
@@ -45,6 +51,11 @@ constexpr ShareKind Kinds[] = {
     {"memory-vuhf", QT_TRANSLATE_NOOP("ShareKind", "Memory Channels V/UHF"), MemoryEntry,
      VUHFMemoryEntry::Shape, MediatorType::MemoryVUHF, StoreTypeOfOthers, false, MemoryColumns<true>,
      addEntry<VUHFMemoryEntry, MemoryEntry>},
+    kindOfRecords("detections", QT_TRANSLATE_NOOP("ShareKind", "Detections"), PlainDetections),
+    kindOfRecords("detections-hf", QT_TRANSLATE_NOOP("ShareKind", "Search MC with Classifier HF"),
+                  DetectionsOfHF),
+    kindOfRecords("detections-vuhf", QT_TRANSLATE_NOOP("ShareKind", "Search MC with Classifier V/UHF"),
+                  DetectionsOfVUHF),
 };
 
 } // namespace

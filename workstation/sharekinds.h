@@ -6,11 +6,13 @@
 #include <span>
 
 struct EntryColumns;
+struct ShareRecordKind;
 namespace FreqStoreXml {
 class FrequencyStoreEntry;
 }
 
-/// A kind of list that seats share, by the name that it has at each site.
+/// A kind of list that seats share, by the name that it has at each site: one of entries, which are nodes, or
+/// one of records, of which the members from `shape` to `add` say nothing.
 struct ShareKind {
     const char* name;
     const char* title; ///< of such a list of another seat, to be translated
@@ -23,11 +25,14 @@ struct ShareKind {
     const EntryColumns& (*columns)();
     /// Adds an entry at the end of a list; without one to take values from it is a new one. Null as above.
     void (*add)(Node& list, const FreqStoreXml::FrequencyStoreEntry* from);
+    const ShareRecordKind* records = nullptr; ///< null for a list of entries
 
     QString Name() const { return QString::fromLatin1(name); }
     /// In the language of the window.
     QString Title() const;
-    /// The list under that node, as the link is told of it.
+    /// Whether such a list of another seat is a list of its own.
+    bool IsOfItsOwn() const { return columns || records; }
+    /// The list of entries under that node, as the link is told of it.
     SharedList ListOf(Node& node) const;
 };
 

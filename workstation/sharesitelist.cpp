@@ -1,10 +1,12 @@
 #include "workstation/sharesitelist.h"
 
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
+#include "controls/frequencystore/detections/detconvlisthandler.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/pixstatevector.h"
 #include "host/valuetree/tree.h"
 #include "link/topics.h"
+#include "workstation/sharerecordkind.h"
 #include "workstation/sharesiteview.h"
 
 #include <QCoreApplication>
@@ -32,29 +34,50 @@ PixStateVector* makeLine(const QString& path) {
 } // namespace
 
 ShareSiteList::ShareSiteList(Seat& seat, const QString& site, const ShareKind& kind, const QPixmap& icon)
-    : m_kind(kind),
-      m_node(makeNode(site, kind)),
-      m_controller(std::make_unique<HalvoNodeMediatorCtrl>(kind.mediators, kind.storeType)),
-      m_reader(std::make_unique<ListReader>(seat, kind.Name())),
-      m_client(std::make_unique<ListClient>(*m_reader, kind.ListOf(*m_node))) {
-    m_controller->SetEntryMaker(
-        [this](const FreqStoreXml::FrequencyStoreEntry& entry) { m_kind.add(*m_node, &entry); });
-    m_controller->Init(m_node->GetPathName());
-    m_controller->IncrementVisibleCnt();
+    : m_kind(kind), m_node(makeNode(site, kind)), m_reader(std::make_unique<ListReader>(seat, kind.Name())) {
     const QString title = QCoreApplication::translate("ShareSiteList", "%1 (%2)").arg(kind.Title(), site);
-    m_listId = FreqStore::Instance().RegisterList(
-        {.name = title,
-         .icon = icon,
-         .pixStateFactory = [path = m_node->GetPathName()] { return makeLine(path); },
-         .controller = m_controller.get(),
-         .viewFactory = [this, title](QWidget* parent, unsigned id) -> FrequencyStoreListView* {
-             return new ShareSiteView(parent, id, {&m_kind, m_node, m_client.get(), title});
-         }});
+    ListRegistration list = kind.records ? records(title) : entries(title);
+    list.name = title;
+    list.icon = icon;
+    m_listId = FreqStore::Instance().RegisterList(std::move(list));
 }
 
 ShareSiteList::~ShareSiteList() {
     FreqStore::Instance().RemoveFrequencyListDefinition(m_listId);
+    m_records.reset();
     m_client.reset();
     m_controller.reset();
     m_node->GetParentNode()->DeleteNode(m_node);
+}
+
+ListRegistration ShareSiteList::entries(const QString& title) {
+    m_controller = std::make_unique<HalvoNodeMediatorCtrl>(m_kind.mediators, m_kind.storeType);
+    m_client = std::make_unique<ListClient>(*m_reader, m_kind.ListOf(*m_node));
+    m_controller->SetEntryMaker(
+        [this](const FreqStoreXml::FrequencyStoreEntry& entry) { m_kind.add(*m_node, &entry); });
+    m_controller->Init(m_node->GetPathName());
+    m_controller->IncrementVisibleCnt();
+    return {.pixStateFactory = [path = m_node->GetPathName()] { return makeLine(path); },
+            .controller = m_controller.get(),
+            .viewFactory = [this, title](QWidget* parent, unsigned id) -> FrequencyStoreListView* {
+                return new ShareSiteView(parent, id, {&m_kind, m_node, m_client.get(), title});
+            }};
+}
+
+ListRegistration ShareSiteList::records(const QString& title) {
+    const DetectionPaths paths{m_node->GetPathName() + QStringLiteral("/Records"),
+                               m_node->GetPathName() + QStringLiteral("/Marked")};
+    GetOrCreateValue<ValueList<double>>(paths.marked);
+    m_records = std::make_unique<RecordClient>(*m_reader, *m_kind.records->makeList(paths.emissions));
+    return {.pixStateFactory = [&kind = *m_kind.records, paths] { return kind.makeLine(paths); },
+            .available4WideView = false, // as the local lists of detections
+            .viewFactory = [&kind = *m_kind.records, paths,
+                            title](QWidget* parent,
+                                   unsigned id) { return kind.makeView(parent, id, paths, title); }};
+}
+
+QString ShareSiteList::StateText() const {
+    return m_records && m_records->IsOfOtherKind()
+               ? QCoreApplication::translate("ShareSiteList", "its records are of another kind")
+               : m_reader->StateText();
 }

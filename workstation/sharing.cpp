@@ -97,6 +97,7 @@ void Sharing::Disconnect() {
     for (const auto& part : m_parts)
         endServer(*part);
     m_parts.clear();
+    m_records.clear();
     m_seat.reset();
     m_bus.reset();
     m_oldSince = {};
@@ -108,8 +109,16 @@ void Sharing::Disconnect() {
 }
 
 void Sharing::serve(const Own& own) {
+    if (own.records)
+        return serveRecords(own);
     m_parts.push_back(std::make_unique<Part>(Part{own.kind, own.listId, own.node}));
     startServer(*m_parts.back(), own);
+}
+
+/// A search or an import goes on writing them; nobody else does, so nothing need be kept.
+void Sharing::serveRecords(const Own& own) {
+    m_records.emplace_back(own.kind, std::make_unique<RecordServer>(*m_seat, *own.records, own.kind->Name()));
+    connect(m_records.back().second.get(), &RecordServer::StateChanged, this, &Sharing::noteState);
 }
 
 /// Beside the list's file, or in the data directory without one.
@@ -184,6 +193,7 @@ void Sharing::follow(const Own& own) {
     auto part = std::make_unique<Part>(Part{own.kind, own.listId, own.node});
     part->reader = std::make_unique<ListReader>(*m_seat, own.kind->Name());
     part->client = std::make_unique<ListClient>(*part->reader, own.kind->ListOf(*own.node));
+    connect(part->reader.get(), &ListReader::StateChanged, this, &Sharing::noteState);
     followClient(*part->client, own.listId);
     // After the client, which shows the rows.
     connect(part->reader.get(), &ListReader::RowsChanged, this, [this] {
@@ -194,10 +204,16 @@ void Sharing::follow(const Own& own) {
 }
 
 void Sharing::followClient(ListClient& client, int listId) {
-    connect(&client.Reader(), &ListReader::StateChanged, this, &Sharing::noteState);
     connect(&client, &ListClient::RightsChanged, this, [this, listId] { emit RightsChanged(listId); });
     connect(&client, &ListClient::Refused, this,
             [this, listId](const ListClient::Refusal& refusal) { emit Refused(listId, refusal); });
+}
+
+/// Whether a list of that kind is shared or shown already.
+bool Sharing::isHere(const ShareKind& kind) const {
+    return std::ranges::any_of(m_parts, [&](const auto& part) { return part->kind == &kind; }) ||
+           std::ranges::any_of(m_records, [&](const auto& served) { return served.first == &kind; }) ||
+           std::ranges::any_of(m_others, [&](const auto& other) { return &other->Kind() == &kind; });
 }
 
 /// Another seat serves a list.
@@ -205,18 +221,18 @@ void Sharing::takeClaim(const QByteArray& topic, const QByteArray& payload) {
     const QByteArray list = topic.left(topic.lastIndexOf('/'));
     const ShareKind* const kind = FindShareKind(Topics::Unescaped(list.mid(list.lastIndexOf('/') + 1)));
     const auto claim = Messages::Claim::Decode(payload);
-    if (!kind || !kind->columns || !claim || claim->seat.isEmpty() || claim->nonce == m_seat->Nonce())
-        return;
-    const auto isIt = [kind](const auto& known) { return known->kind == kind; };
-    const auto isShown = [kind](const auto& known) { return &known->Kind() == kind; };
-    if (std::ranges::any_of(m_parts, isIt) || std::ranges::any_of(m_others, isShown))
+    if (!kind || !kind->IsOfItsOwn() || isHere(*kind) || !claim || claim->seat.isEmpty() ||
+        claim->nonce == m_seat->Nonce())
         return;
     const auto own = std::ranges::find_if(m_own, [kind](const Own& o) {
         return QLatin1String(o.kind->entryName) == QLatin1String(kind->entryName);
     });
     m_others.push_back(std::make_unique<ShareSiteList>(*m_seat, m_site, *kind,
                                                        own == m_own.end() ? QPixmap() : iconOf(own->listId)));
-    followClient(m_others.back()->Client(), m_others.back()->ListId());
+    const ShareSiteList& shown = *m_others.back();
+    connect(&shown.Reader(), &ListReader::StateChanged, this, &Sharing::noteState);
+    if (shown.Client())
+        followClient(*shown.Client(), shown.ListId());
     noteState();
 }
 
@@ -339,8 +355,12 @@ QString Sharing::Details() const {
         if (!state.isEmpty())
             lines << tr("%1: %2").arg(part->kind->Title(), state);
     }
+    for (const auto& [kind, server] : m_records) {
+        if (!server->Reason().isEmpty())
+            lines << tr("%1: %2").arg(kind->Title(), server->Reason());
+    }
     for (const auto& other : m_others)
-        lines << tr("%1: %2").arg(other->Kind().Title(), other->Client().Reader().StateText());
+        lines << tr("%1: %2").arg(other->Kind().Title(), other->StateText());
     QStringList seats;
     for (const Present& present : WhoIsThere())
         seats << (present.isSelf ? tr("%1 (this seat)").arg(present.name) : present.name);
@@ -367,8 +387,8 @@ std::pair<QString, Messages::EntryId> Sharing::shared(const Node& entry) const {
             return {part->kind->Name(), part->server ? part->server->IdOf(entry) : part->client->IdOf(entry)};
     }
     for (const auto& other : m_others) {
-        if (other->Client().List().node == entry.GetParentNode())
-            return {other->Kind().Name(), other->Client().IdOf(entry)};
+        if (other->Client() && other->Client()->List().node == entry.GetParentNode())
+            return {other->Kind().Name(), other->Client()->IdOf(entry)};
     }
     return {};
 }
@@ -384,8 +404,8 @@ Sharing::Edited Sharing::entryOf(const QString& list, Messages::EntryId id) cons
         return {part->listId, entry, {}};
     }
     for (const auto& other : m_others) {
-        if (list == QLatin1String(other->Kind().name))
-            return {other->ListId(), other->Client().EntryOf(id), {}};
+        if (other->Client() && list == QLatin1String(other->Kind().name))
+            return {other->ListId(), other->Client()->EntryOf(id), {}};
     }
     return {};
 }
@@ -434,7 +454,7 @@ const ListClient* Sharing::clientOf(int listId) const {
         return part->client.get();
     for (const auto& other : m_others) {
         if (other->ListId() == listId)
-            return &other->Client();
+            return other->Client();
     }
     return nullptr;
 }

@@ -2,6 +2,7 @@
 
 #include "link/listclient.h"
 #include "link/listserver.h"
+#include "link/recordserver.h"
 #include "workstation/sharekinds.h"
 #include "workstation/shareprofile.h"
 
@@ -26,14 +27,15 @@ public:
     /// A list of the program that can be shared.
     struct Own {
         const ShareKind* kind;
-        int listId; ///< in the store
-        Node* node;
+        int listId;                    ///< in the store
+        Node* node;                    ///< null for a list of records, as are the next two
         std::function<QString()> file; ///< in which the list stands; empty for none
         std::function<bool()> isSaved; ///< whether that holds what the list has
+        ValueBase* records = nullptr;  ///< null for a list of entries
     };
     using BusMaker = std::function<std::unique_ptr<MessageBus>(const BrokerAddress&)>;
 
-    /// The first one are the targets. The nodes outlive this.
+    /// The first one are the targets. Nodes and records outlive this.
     explicit Sharing(std::vector<Own> own);
     ~Sharing() override;
     /// Another bus than MQTT.
@@ -118,12 +120,14 @@ private:
     };
 
     void serve(const Own& own);
+    void serveRecords(const Own& own);
     QString journalOf(const Own& own) const;
     void startServer(Part& part, const Own& own);
     static void endServer(Part& part);
     void restartServer(int listId);
     void follow(const Own& own);
     void followClient(ListClient& client, int listId);
+    bool isHere(const ShareKind& kind) const;
     void takeClaim(const QByteArray& topic, const QByteArray& payload);
     void noteState();
     const Part* find(int listId) const;
@@ -145,6 +149,7 @@ private:
     std::unique_ptr<MessageBus> m_bus;
     std::unique_ptr<Seat> m_seat;
     std::vector<std::unique_ptr<Part>> m_parts; ///< the targets first
+    std::vector<std::pair<const ShareKind*, std::unique_ptr<RecordServer>>> m_records;
     std::unique_ptr<MessageBus::Subscription> m_claims;
     std::vector<std::unique_ptr<ShareSiteList>> m_others;
     QDateTime m_oldSince; ///< invalid while what is shown is the site's

@@ -16,8 +16,10 @@ const char* const ListIcon[] = {
     ".bbbx###xbbx#.", "..bbx###xxx#..", "..bbx##x####..", "....x#xax#....", "..............",
 };
 
+} // namespace
+
 template <typename Record>
-PixStateVector* createLine(const DetectionPaths& paths) {
+PixStateVector* MakeDetectionLine(const DetectionPaths& paths) {
     auto* line = new PixStateVectorSearchMC<Record>(0);
     line->Init(paths.emissions);
     line->SetMarkedPath(paths.marked);
@@ -25,10 +27,11 @@ PixStateVector* createLine(const DetectionPaths& paths) {
     return line;
 }
 
-} // namespace
+template PixStateVector* MakeDetectionLine<DetectionConventional>(const DetectionPaths& paths);
+template PixStateVector* MakeDetectionLine<ExtendedDetectionConventional>(const DetectionPaths& paths);
 
 PixStateVector* CreateSearchMCPixStateVector() {
-    return createLine<DetectionConventional>(DetConvListHandler::Instance()->GetPaths());
+    return MakeDetectionLine<DetectionConventional>(DetConvListHandler::Instance()->GetPaths());
 }
 
 DetConvListHandler* DetConvListHandler::m_pInstance = nullptr;
@@ -54,8 +57,8 @@ int DetConvListHandler::AddToFreqStore(bool vuhf, const QString& name) {
     m_listId = -1;
     const auto makeExtendedView = vuhf ? MakeExtendedDetectionViewVUHF : MakeExtendedDetectionViewHF;
     const auto makeView = m_extended ? makeExtendedView : MakeDetectionView;
-    const auto makeLine =
-        m_extended ? createLine<ExtendedDetectionConventional> : createLine<DetectionConventional>;
+    const auto makeLine = m_extended ? MakeDetectionLine<ExtendedDetectionConventional>
+                                     : MakeDetectionLine<DetectionConventional>;
     const std::shared_ptr<const DetectionPaths> paths = pathsOfNewList();
     m_listId = FreqStore::Instance().RegisterList(
         {.name = m_extended ? tr("Search MC with Classifier") : name,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/base/observer.h"
+#include "host/valuetree/detection.h"
 
 #include <QObject>
 
@@ -53,5 +54,10 @@ private:
     bool m_extended = false;
 };
 
-/// Makes the frequency-bar line of plain detections over the handler's paths; the caller owns it.
+/// Makes the frequency-bar line of a list of detections; the caller owns it.
+template <typename Record>
+PixStateVector* MakeDetectionLine(const DetectionPaths& paths);
+extern template PixStateVector* MakeDetectionLine<DetectionConventional>(const DetectionPaths& paths);
+extern template PixStateVector* MakeDetectionLine<ExtendedDetectionConventional>(const DetectionPaths& paths);
+/// The same for plain detections over the handler's paths.
 PixStateVector* CreateSearchMCPixStateVector();
