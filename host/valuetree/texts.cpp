@@ -2,7 +2,7 @@
 
 #include <array>
 #include <memory>
-#include <tuple>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -60,9 +60,13 @@ public:
         if (text.size() > LongText)
             return text.toString();
         if (text.size() >= m_end - m_at) {
+            const auto [array, begin] = Array::allocate(ChunkSize);
+            if (!array)
+                throw std::bad_alloc(); // which that function leaves to us
             letGo();
-            std::tie(m_array, m_at) = Array::allocate(ChunkSize);
-            m_end = m_at + ChunkSize;
+            m_array = array;
+            m_at = begin;
+            m_end = begin + ChunkSize;
         }
         char16_t* const start = std::exchange(m_at, m_at + text.size() + 1);
         std::copy_n(text.utf16(), text.size(), start);
@@ -100,9 +104,9 @@ public:
             m_misses -= m_misses > 0 ? 1 : 0;
         } else {
             ++m_misses;
-            if (known != 0)
-                cells.Release(known);
-            known = cells.Add(text.toString());
+            const Id before = std::exchange(known, cells.Add(text.toString()));
+            if (before != 0)
+                cells.Release(before);
         }
         cells.Share(known);
         return known;
