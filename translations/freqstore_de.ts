@@ -4996,6 +4996,18 @@ Fremdes: %2</translation>
         <source>Memory Channels V/UHF</source>
         <translation>Speicherkanäle V/UHF</translation>
     </message>
+    <message>
+        <source>Detections</source>
+        <translation>Detektionen</translation>
+    </message>
+    <message>
+        <source>Search MC with Classifier HF</source>
+        <translation>Search MC mit Klassifikator HF</translation>
+    </message>
+    <message>
+        <source>Search MC with Classifier V/UHF</source>
+        <translation>Search MC mit Klassifikator V/UHF</translation>
+    </message>
 </context>
 <context>
     <name>ShareProbe</name>
@@ -5107,6 +5119,10 @@ Fremdes: %2</translation>
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
     </message>
+    <message>
+        <source>its records are of another kind</source>
+        <translation>ihre Datensätze sind von anderer Art</translation>
+    </message>
 </context>
 <context>
     <name>ShareSiteView</name>
@@ -5145,6 +5161,10 @@ Fremdes: %2</translation>
     <message>
         <source>CSV Lists</source>
         <translation>CSV-Listen</translation>
+    </message>
+    <message>
+        <source>Detections come when the seat that serves this list has some.</source>
+        <translation>Detektionen kommen, wenn der Platz, der diese Liste bereitstellt, welche hat.</translation>
     </message>
 </context>
 <context>

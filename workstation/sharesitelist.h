@@ -9,8 +9,7 @@
 class HalvoNodeMediatorCtrl;
 struct ListRegistration;
 
-/// A list that another seat serves, as a list of this program: with a node and a tab of its
-/// own, in no file.
+/// A list that another seat serves, as a list of this program: with a node and a tab of its own, in no file.
 class ShareSiteList {
 public:
     /// Below it stand the nodes of all such lists.

@@ -431,8 +431,10 @@ std::vector<int> Sharing::SharedLists() const {
     std::vector<int> ids;
     for (const auto& part : m_parts)
         ids.push_back(part->listId);
-    for (const auto& other : m_others)
-        ids.push_back(other->ListId());
+    for (const auto& other : m_others) {
+        if (other->Client())
+            ids.push_back(other->ListId());
+    }
     return ids;
 }
 

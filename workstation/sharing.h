@@ -76,7 +76,7 @@ public:
         QStringList names;
     };
     std::vector<Edited> EditedByOthers() const;
-    /// Lists that are shared, by their identifiers in the store.
+    /// Lists of entries that are shared, by their identifiers in the store.
     std::vector<int> SharedLists() const;
     /// Tells the others which entry is being edited here; null for none.
     void SetEditing(const Node* entry);
