@@ -2,6 +2,7 @@
 
 #include "bench/memoryprobe.h"
 #include "bench/targets.h"
+#include "bench/turnclock.h"
 #include "controls/frequencystore/targets/wkflistentry.h"
 #include "host/valuetree/detection.h"
 #include "link/listclient.h"
@@ -296,6 +297,46 @@ void ShareManyChanges(benchmark::State& state) {
     }
 }
 BENCHMARK(ShareManyChanges)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
+
+/// The longest turn of a window, in processor time of its thread, while a list of 100,000 is served, comes to
+/// a client, and comes to it again because the server has read it anew.
+void ShareWaits(benchmark::State& state) {
+    constexpr int Count = 100000;
+    TurnClock clock;
+    double longest = 0;
+    const auto during = [&](const std::function<void()>& work) {
+        longest = std::max(longest, clock.LongestOf(work));
+    };
+    const auto report = [&](const char* what) { state.counters[what] = std::exchange(longest, 0); };
+    const auto turnsUntil = [&](const std::function<bool()>& isSo) {
+        while (!isSo())
+            during([] { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20); });
+    };
+    Node& list = *Bench::Get().List(Count).GetItemsRoot();
+    Node& node = *Tree::Instance()->MakeNode(QStringLiteral("/Lists/Joined"));
+    for (auto _ : state) {
+        const BenchBroker broker;
+        const auto bus = broker.Connect();
+        Seat seat(*bus, QStringLiteral("bench"), QStringLiteral("server"));
+        std::unique_ptr<ListServer> server;
+        during([&] { server = std::make_unique<ListServer>(seat, targets(list)); });
+        turnsUntil([&] { return server->GetState() == ListServer::State::Serving; });
+        report("serve");
+        const Follower late(broker.Connect(), &node);
+        turnsUntil([&] { return late.IsWhole(); });
+        report("join");
+        Bench::Get().Forget();
+        Bench::Get().List(Count);
+        const Messages::Revision next = server->Publisher().NextRevision();
+        turnsUntil([&] { return late.IsWhole() && late.IsAt(next); });
+        report("read_again");
+        if (node.ChildCount() != Count)
+            state.SkipWithError("the list is not whole");
+        state.counters["goal"] = 0.05;
+    }
+    node.DeleteChildren();
+}
+BENCHMARK(ShareWaits)->Iterations(1)->Unit(benchmark::kSecond);
 
 /// Bytes on the wire: of an entry in its chunk, and of an edit as each client gets it.
 void ShareBytes(benchmark::State& state) {

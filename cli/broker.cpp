@@ -1,6 +1,7 @@
 #include "cli/broker.h"
 
 #include "cli/command.h"
+#include "host/base/longwork.h"
 #include "host/startup/endsignals.h"
 
 #include <QCoreApplication>
@@ -30,7 +31,9 @@ Broker::Broker(const Arguments& args, const QString& url) : m_address(BrokerAddr
     m_seat = std::make_unique<Seat>(*m_bus, m_address.site, name);
 }
 
+/// What a command does for hours is no work that others wait for.
 int RunUntilSignal() {
+    const LongWork::Standstill waiting;
     const EndSignals ends;
     QObject::connect(&ends, &EndSignals::Came, QCoreApplication::instance(),
                      [] { QCoreApplication::exit(ExitDone); });

@@ -1,6 +1,7 @@
 #include "link/listclient.h"
 
 #include "host/valuetree/tree.h"
+#include "link/inturns.h"
 #include "link/topics.h"
 
 using Messages::Request;
@@ -75,19 +76,25 @@ void ListClient::SetEditing(const Node* entry) {
 void ListClient::takeRows(const ListCopy::Changed& changed) {
     if (m_mirror.IsShown())
         Flush(); // what was changed here was changed on the rows before these
-    {
-        const EntryChanges::Deaf deaf(m_changes);
-        if (changed.all) {
-            const auto isOurs = [this](EntryId id) { return m_changing.count(id) > 0; };
-            dropAddedThatAreHere();
-            m_mirror.ShowAll(isOurs);
-        }
-        for (const EntryId id : changed.ids)
-            takeRow(id);
-    }
+    const size_t count = changed.all ? m_reader.Copy().GetRows().size() : changed.ids.size();
+    InTurns(tr("Showing the shared list"), count, [&] { showRows(changed); });
     if (changed.all)
         askAgain();
     takeFile();
+}
+
+void ListClient::showRows(const ListCopy::Changed& changed) {
+    const EntryChanges::Deaf deaf(m_changes);
+    if (changed.all) {
+        const auto isOurs = [this](EntryId id) { return m_changing.count(id) > 0; };
+        dropAddedThatAreHere();
+        m_mirror.ShowAll(isOurs);
+    }
+    size_t taken = 0;
+    for (const EntryId id : changed.ids) {
+        StepOf(taken++, changed.ids.size());
+        takeRow(id);
+    }
 }
 
 /// The answer to a request may have been lost with the server: then its entry is among the rows.

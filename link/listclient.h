@@ -65,6 +65,7 @@ private:
 
     // From the server.
     void takeRows(const ListCopy::Changed& changed);
+    void showRows(const ListCopy::Changed& changed);
     void takeRow(EntryId id);
     void takeNewRow(EntryId id, const Messages::Row& row);
     void takeFile();

@@ -1,6 +1,9 @@
 #include "link/listcopy.h"
 
+#include "link/inturns.h"
 #include "link/rowtable.h"
+
+#include <QCoreApplication>
 
 #include <algorithm>
 
@@ -119,7 +122,7 @@ ListCopy::Taken ListCopy::complete() {
     if (!m_manifest || !hasLayouts())
         return Taken::Progress;
     if (!m_isCurrent)
-        return assemble();
+        return assembleIfAllIsHere();
     if (applyDeltas())
         return Taken::Changed;
     // The log has gone on without us.
@@ -153,6 +156,7 @@ bool ListCopy::apply(const Delta& delta, Assembled& to, const std::vector<Held>*
 bool ListCopy::putChunks(Assembled& assembled) const {
     assembled.rows.reserve(std::min<quint64>(m_manifest->count, m_chunks.size() * RowTable::RowsInChunk));
     for (size_t number = 0; number < m_chunks.size(); ++number) {
+        StepOf(number, m_chunks.size());
         if (m_chunks[number].bytes.isEmpty())
             continue;
         const auto chunk = Chunk::Decode(m_chunks[number].bytes);
@@ -167,7 +171,7 @@ bool ListCopy::putChunks(Assembled& assembled) const {
 }
 
 /// Makes the rows of all chunks and of the log, if both are there.
-ListCopy::Taken ListCopy::assemble() {
+ListCopy::Taken ListCopy::assembleIfAllIsHere() {
     if (m_isInconsistent || m_heldChunks < m_manifest->chunks || !MissingChunks(1).empty())
         return Taken::Progress;
     m_deltas.erase(m_deltas.begin(), m_deltas.lower_bound(m_manifest->logFrom));
@@ -181,6 +185,14 @@ ListCopy::Taken ListCopy::assemble() {
         wanted = std::max(wanted, chunk.revision);
     if (last < wanted)
         return Taken::Progress;
+    Taken taken = Taken::Progress;
+    InTurns(QCoreApplication::translate("ListCopy", "Loading the shared list"),
+            static_cast<size_t>(m_manifest->count), [&] { taken = assemble(last); });
+    return taken;
+}
+
+/// Up to the change of the log that came last.
+ListCopy::Taken ListCopy::assemble(Messages::Revision last) {
     Assembled assembled;
     bool isGood = putChunks(assembled);
     quint64 count = m_manifest->count;

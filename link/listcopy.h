@@ -65,7 +65,8 @@ private:
     Taken complete();
     bool hasLayouts() const;
     bool isRow(const std::optional<Messages::Row>& row) const;
-    Taken assemble();
+    Taken assembleIfAllIsHere();
+    Taken assemble(Messages::Revision last);
     bool putChunks(Assembled& assembled) const;
     bool applyDeltas();
     static bool apply(const Messages::Delta& delta, Assembled& to, const std::vector<Held>* chunks);

@@ -2,6 +2,7 @@
 
 #include "host/report/privatefile.h"
 #include "host/report/rgexception.h"
+#include "link/inturns.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -166,6 +167,7 @@ void ListJournal::Restore(const SharedList& list, Messages::Revision revision, R
     std::vector<Node*> removed;
     Wire::Writer contents;
     for (Node* const entry : list.node->Children()) {
+        StepOf(entries.size(), list.node->ChildCount());
         contents.Clear();
         layouts.At(layouts.NumberOf(*entry))->Put(contents, *entry);
         const quint64 hash = Wire::Hash(contents.View());
@@ -191,6 +193,7 @@ void ListJournal::Restore(const SharedList& list, Messages::Revision revision, R
         entries.emplace_back(entry, id);
     }
     for (const auto& [entry, id] : entries) {
+        StepOf(rows.Count(), entries.size());
         contents.Clear();
         const quint32 layout = layouts.NumberOf(*entry);
         layouts.At(layout)->Put(contents, *entry);
@@ -213,7 +216,10 @@ void ListJournal::openBehind(qint64 bytes) {
 void ListJournal::Begin(const RowTable& rows, const LayoutTable& layouts) {
     Wire::Writer identities;
     identities.Count(rows.LastId());
+    size_t kept = 0;
+    const LongWork::Unbroken whole;
     for (const quint32 serial : rows.Serials()) {
+        StepOf(kept++, rows.Count());
         const Messages::Row row = rows.Find(serial)->Content();
         identities.Count(row.id);
         identities.Fixed(Wire::Hash(row.contents));

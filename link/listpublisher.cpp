@@ -1,5 +1,6 @@
 #include "link/listpublisher.h"
 
+#include "link/inturns.h"
 #include "link/topics.h"
 
 #include <QRandomGenerator>
@@ -112,6 +113,7 @@ void ListPublisher::StartSending(const std::optional<Manifest>& atBroker) {
 }
 
 void ListPublisher::catchUp(const std::optional<Manifest>& atBroker) {
+    const LongWork::Unbroken whole;
     const bool isOurs = atBroker && atBroker->generation == m_generation && atBroker->revision <= m_revision;
     const Messages::Revision known = isOurs ? atBroker->revision : 0;
     if (atBroker)
@@ -121,6 +123,7 @@ void ListPublisher::catchUp(const std::optional<Manifest>& atBroker) {
     sendLayouts();
     const quint32 before = m_chunksAtBroker;
     for (quint32 chunk = 0; chunk < m_chunks.size(); ++chunk) {
+        StepOf(chunk, m_chunks.size());
         if (!isOurs || m_chunks[chunk].published > known)
             sendChunk(chunk);
     }

@@ -3,6 +3,7 @@
 #include "host/base/problems.h"
 #include "host/report/rgexception.h"
 #include "host/valuetree/tree.h"
+#include "link/inturns.h"
 #include "link/topics.h"
 
 using Messages::EntryId;
@@ -51,21 +52,23 @@ ListServer::ListServer(Seat& seat, const SharedList& list, const QString& listDi
         m_fileName.Reset(
             GetOrCreateValue<Value<QString>>(list.node->GetPathName() + QStringLiteral("_FileName")));
     }
-    adopt();
+    InTurns(tr("Sharing the list"), list.node->ChildCount(), [this] { adopt(); });
     m_requests =
         seat.Bus().Subscribe(m_publisher.Topic() + "/request/+/+",
                              [this](const auto& t, const auto& payload) { takeRequest(t, payload); });
     connect(&m_claim, &ListClaim::Won, this, [this] {
         Flush();
-        m_publisher.StartSending(m_claim.AtBroker());
+        InTurns(tr("Sharing the list"), m_publisher.rows.Count(),
+                [this] { m_publisher.StartSending(m_claim.AtBroker()); });
     });
     connect(&m_claim, &ListClaim::StateChanged, this, &ListServer::claimChanged);
     m_claim.Start();
 }
 
 ListServer::~ListServer() {
+    const LongWork::Unbroken whole;
     if (m_claim.IsServing())
-        Flush();
+        publishChanges(m_changes.Take()); // in one turn: the window may be ending, too
 }
 
 void ListServer::claimChanged() {
@@ -98,17 +101,22 @@ void ListServer::adopt() {
 std::vector<ListServer::Step> ListServer::stepsOf(const std::vector<quint32>& serials) {
     std::vector<Step> steps;
     Vanished vanished;
+    size_t seen = 0;
     for (const quint32 serial : serials) {
+        StepOf(seen++, serials.size());
         const auto row = m_publisher.rows.Find(serial);
         if (row && !m_list.node->ChildBySerial(serial))
             vanished.serials[row->Content().contents.toByteArray()].push_back(serial);
     }
+    size_t noted = 0;
     for (const quint32 serial : serials) {
+        StepOf(noted++, serials.size());
         if (Node* const entry = m_list.node->ChildBySerial(serial))
             noteStep(*entry, vanished, steps);
     }
     for (const auto& left : vanished.serials) {
         for (const quint32 serial : left) {
+            StepOf(steps.size(), serials.size());
             const EntryId id = m_publisher.rows.Find(serial)->id;
             steps.push_back({m_publisher.rows.Remove(serial), 0, id});
         }
@@ -147,6 +155,10 @@ bool ListServer::noteStep(Node& entry, Vanished& vanished, std::vector<Step>& st
 void ListServer::Flush() {
     m_timer.stop();
     const std::vector<quint32> serials = m_changes.Take();
+    InTurns(tr("Sharing the list"), serials.size(), [&] { publishChanges(serials); });
+}
+
+void ListServer::publishChanges(const std::vector<quint32>& serials) {
     const std::vector<Step> steps = stepsOf(serials);
     const bool hadEdits = std::exchange(m_hasEdits, false);
     if (!steps.empty()) {

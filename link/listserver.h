@@ -59,6 +59,7 @@ private:
     void claimChanged();
     std::vector<Step> stepsOf(const std::vector<quint32>& serials);
     bool noteStep(Node& entry, Vanished& vanished, std::vector<Step>& steps);
+    void publishChanges(const std::vector<quint32>& serials);
     void keep(const std::vector<Step>& steps);
     void publishFile();
 

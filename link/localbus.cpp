@@ -52,7 +52,8 @@ void LocalBroker::send(LocalBus& bus, const QByteArray& topic, const QByteArray&
 void LocalBroker::sendRetained(LocalBus& bus, const QByteArray& filter) {
     if (!mayRead(bus, filter)) {
         QMetaObject::invokeMethod(
-            &bus, [&bus, filter] { emit bus.SubscriptionRefused(filter); }, Qt::QueuedConnection);
+            &bus, [&bus, filter] { bus.inOrder([&bus, filter] { emit bus.SubscriptionRefused(filter); }); },
+            Qt::QueuedConnection);
         return;
     }
     for (const auto& [topic, payload] : m_retained) {
@@ -115,7 +116,7 @@ void LocalBus::Publish(const QByteArray& topic, const QByteArray& payload, Keep 
         m_broker->publish(topic, payload, keep);
     else
         QMetaObject::invokeMethod(
-            this, [this, topic] { emit Refused(topic); }, Qt::QueuedConnection);
+            this, [this, topic] { inOrder([this, topic] { emit Refused(topic); }); }, Qt::QueuedConnection);
 }
 
 void LocalBus::FetchAgain(const QByteArray& filter) {

@@ -1,5 +1,7 @@
 #include "link/messagebus.h"
 
+#include "host/base/longwork.h"
+
 #include <QPointer>
 
 #include <algorithm>
@@ -14,10 +16,11 @@ MessageBus::~MessageBus() {
         entry.owner->m_bus = nullptr;
 }
 
-std::unique_ptr<MessageBus::Subscription> MessageBus::Subscribe(const QByteArray& filter, Handler handler) {
+std::unique_ptr<MessageBus::Subscription> MessageBus::Subscribe(const QByteArray& filter, Handler handler,
+                                                                Waits waits) {
     auto subscription = std::make_unique<Subscription>(*this, ++m_lastId);
     m_entries.push_back(
-        {m_lastId, filter, std::make_shared<Handler>(std::move(handler)), subscription.get()});
+        {m_lastId, filter, std::make_shared<Handler>(std::move(handler)), subscription.get(), waits});
     startReceiving(filter);
     return subscription;
 }
@@ -47,23 +50,51 @@ bool MessageBus::isWanted(QByteArrayView topic) const {
 }
 
 void MessageBus::setState(State state, const QString& reason) {
-    if (m_state == state && m_reason == reason)
+    const QString phrase = reason.endsWith(QLatin1Char('.')) ? reason.chopped(1) : reason;
+    if (m_state == state && m_reason == phrase)
         return;
     m_state = state;
-    m_reason = reason;
-    emit StateChanged();
+    m_reason = phrase; // goes into sentences
+    inOrder([this] { emit StateChanged(); });
+}
+
+void MessageBus::inOrder(std::function<void()> act) {
+    if (m_waiting.empty() && !LongWork::IsRunning())
+        return act();
+    m_waiting.push_back(std::move(act));
+    LongWork::WhenDone([bus = QPointer(this)] {
+        if (bus)
+            QMetaObject::invokeMethod(bus, &MessageBus::doWaiting, Qt::QueuedConnection);
+    });
+}
+
+/// What is done may begin work of its own, and end the bus.
+void MessageBus::doWaiting() {
+    const QPointer alive(this);
+    while (alive && !m_waiting.empty() && !LongWork::IsRunning()) {
+        const std::function<void()> act = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        act();
+    }
 }
 
 /// Handlers may subscribe, end subscriptions or the bus.
 void MessageBus::deliver(const QByteArray& topic, const QByteArray& payload) {
-    std::vector<std::weak_ptr<Handler>> handlers;
+    std::vector<std::pair<std::weak_ptr<Handler>, Waits>> handlers;
     for (const Entry& entry : m_entries) {
         if (Matches(entry.filter, topic))
-            handlers.push_back(entry.handler);
+            handlers.emplace_back(entry.handler, entry.waits);
     }
-    for (const auto& weak : handlers) {
-        if (const std::shared_ptr<Handler> handler = weak.lock())
-            (*handler)(topic, payload);
+    const QPointer alive(this);
+    for (const auto& [weak, waits] : handlers) {
+        const auto call = [weak = weak, topic, payload] {
+            if (const std::shared_ptr<Handler> handler = weak.lock())
+                (*handler)(topic, payload);
+        };
+        if (waits == Waits::ForWork && alive)
+            inOrder(call);
+        else
+            call();
     }
 }
 

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QString>
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -12,15 +13,18 @@
 /// the bus and given to whoever subscribes later; an empty one removes it. Topics are paths ("a/b/c"); in
 /// filters "+" stands for any one part and "#", at the end, for all further ones.
 ///
-/// Everything happens in the thread of the object, the GUI thread; messages come from the event loop. While
-/// the bus is offline nothing that is published is kept for later: who publishes does it again when
-/// `StateChanged` tells that it is online.
+/// Everything happens in the thread of the object, the GUI thread; messages come from the event loop. What
+/// comes while LongWork runs, in whose middle no list may be touched, waits for its end and is then told in
+/// its order. While the bus is offline nothing that is published is kept for later: who publishes does it
+/// again when `StateChanged` tells that it is online.
 class MessageBus : public QObject {
     Q_OBJECT
 
 public:
     enum class State { Offline, Connecting, Online };
     enum class Keep { No, Retained };
+    /// Whether messages wait while LongWork runs; `Never` is for handlers that touch no list.
+    enum class Waits { ForWork, Never };
     using Handler = std::function<void(const QByteArray& topic, const QByteArray& payload)>;
 
     /// Ends the subscription with its own end. The bus may end first.
@@ -56,7 +60,8 @@ public:
 
     /// Has the handler called for each message that matches, retained ones first, again after each
     /// reconnection.
-    [[nodiscard]] std::unique_ptr<Subscription> Subscribe(const QByteArray& filter, Handler handler);
+    [[nodiscard]] std::unique_ptr<Subscription> Subscribe(const QByteArray& filter, Handler handler,
+                                                          Waits waits = Waits::ForWork);
     /// Has retained messages that match sent again to who subscribed to them.
     virtual void FetchAgain(const QByteArray& filter) = 0;
 
@@ -73,8 +78,11 @@ signals:
 protected:
     virtual void startReceiving(const QByteArray& filter) = 0;
     virtual void stopReceiving(const QByteArray& filter) = 0;
+    /// The state holds at once; that it has changed is told in order.
     void setState(State state, const QString& reason = {});
     void deliver(const QByteArray& topic, const QByteArray& payload);
+    /// Does it now or, while LongWork runs, behind what waits already.
+    void inOrder(std::function<void()> act);
     /// Filters of all subscriptions.
     std::vector<QByteArray> filters() const;
     /// Whether a subscription matches.
@@ -86,12 +94,15 @@ private:
         QByteArray filter;
         std::shared_ptr<Handler> handler;
         Subscription* owner;
+        Waits waits;
     };
 
+    void doWaiting();
     void unsubscribe(quint64 id);
 
     State m_state = State::Offline;
     QString m_reason;
     std::vector<Entry> m_entries;
     quint64 m_lastId = 0;
+    std::deque<std::function<void()>> m_waiting;
 };

@@ -1,5 +1,7 @@
 #include "link/mirror.h"
 
+#include "link/inturns.h"
+
 Node* Mirror::EntryOf(EntryId id) const {
     const auto found = m_entries.find(id);
     return found == m_entries.end() ? nullptr : m_list.node->ChildBySerial(found->second.serial);
@@ -153,8 +155,10 @@ void Mirror::SetRevision(EntryId id, Messages::Revision revision, quint32 layout
 Mirror::Sorted Mirror::rowsByPlace() const {
     Sorted rows;
     rows.reserve(m_copy.GetRows().size());
-    for (const auto& [id, row] : m_copy.GetRows())
+    for (const auto& [id, row] : m_copy.GetRows()) {
+        StepOf(rows.size(), m_copy.GetRows().size());
         rows.emplace_back(row.Content().place, id);
+    }
     std::sort(rows.begin(), rows.end());
     return rows;
 }
@@ -163,7 +167,9 @@ Mirror::Sorted Mirror::rowsByPlace() const {
 bool Mirror::keepsOrder(const Sorted& rows) const {
     quint32 last = 0;
     bool sawNew = false;
+    size_t seen = 0;
     for (const auto& [place, id] : rows) {
+        StepOf(seen++, rows.size());
         const auto known = m_entries.find(id);
         sawNew = sawNew || known == m_entries.end();
         if (known == m_entries.end())
@@ -182,18 +188,25 @@ void Mirror::ShowAll(const std::function<bool(EntryId)>& keep) {
     const bool staysInOrder = keepsOrder(rows);
     std::vector<Node*> ended;
     std::vector<EntryId> endedIds;
+    size_t seen = 0;
     for (const auto& [id, entry] : m_entries) {
+        StepOf(seen++, m_entries.size());
         if (staysInOrder && m_copy.Find(id))
             continue;
         ended.push_back(m_list.node->ChildBySerial(entry.serial));
         endedIds.push_back(id);
     }
-    for (const EntryId id : endedIds)
+    size_t forgotten = 0;
+    for (const EntryId id : endedIds) {
+        StepOf(forgotten++, endedIds.size());
         forget(id, !m_copy.Find(id));
+    }
     m_list.node->DeleteNodes(ended);
     // Places are of this state of the list.
     m_places.clear();
+    size_t shown = 0;
     for (const auto& [place, id] : rows) {
+        StepOf(shown++, rows.size());
         const Messages::Row row = m_copy.Find(id)->Content();
         const auto known = m_entries.find(id);
         if (known == m_entries.end()) {

@@ -14,7 +14,8 @@ public:
 
     /// Whether the node holds the rows; before, it holds what it held without the link.
     bool IsShown() const { return m_isShown; }
-    /// Makes the entries as the rows of the copy are. Entries that `keep` answers for stay as they are.
+    /// Makes the entries as the rows of the copy are, in steps of LongWork. Entries that `keep` answers for
+    /// stay as they are.
     void ShowAll(const std::function<bool(EntryId)>& keep);
 
     /// An entry that is not mirrored yet, from its row.

@@ -177,7 +177,6 @@ private:
         const std::lock_guard lock(self.mutex);
         self.tell(&MqttBus::deliver, topic, payload);
     }
-    using Refusal = void (MessageBus::*)(const QByteArray&);
     static void onPublished(mosquitto*, void* worker, int message, int code, const mosquitto_property*) {
         of(worker).takeAnswer(message, code == MQTT_RC_NOT_AUTHORIZED ? &MqttBus::Refused : nullptr);
     }
@@ -209,7 +208,7 @@ private:
     }
     void tellRefusal(Refusal signal, const QByteArray& topic) {
         if (signal)
-            tell(signal, topic);
+            tell(&MqttBus::refused, signal, topic);
     }
 
     std::mutex mutex;
@@ -291,6 +290,10 @@ void MqttBus::connected() {
 void MqttBus::disconnected(const QString& reason) {
     m_mayReceive = false;
     setState(State::Connecting, reason);
+}
+
+void MqttBus::refused(Refusal signal, const QByteArray& topic) {
+    inOrder([this, signal, topic] { emit(this->*signal)(topic); });
 }
 
 void MqttBus::Publish(const QByteArray& topic, const QByteArray& payload, Keep keep) {

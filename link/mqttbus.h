@@ -32,6 +32,8 @@ private:
 
     void connected();
     void disconnected(const QString& reason);
+    using Refusal = void (MessageBus::*)(const QByteArray& topic); ///< the signal that tells it
+    void refused(Refusal signal, const QByteArray& topic);
 
     BrokerAddress m_address;
     std::pair<QByteArray, QByteArray> m_will;

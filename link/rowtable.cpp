@@ -1,5 +1,7 @@
 #include "link/rowtable.h"
 
+#include "link/inturns.h"
+
 #include <algorithm>
 
 namespace {
@@ -117,18 +119,23 @@ void RowTable::forgetOldestRemoved() {
 }
 
 void RowTable::Deal() {
+    const LongWork::Unbroken whole;
     const std::vector<Chunk> before = std::exchange(m_chunks, {});
     m_roomy.clear();
     std::vector<std::pair<quint32, QByteArrayView>> all;
     all.reserve(Count());
     for (const auto& [serials, rows] : before) {
+        StepOf(all.size(), Count());
         Wire::Reader in(rows);
         for (const quint32 serial : serials)
             all.emplace_back(serial, in.Block());
     }
     std::sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
-    for (const auto& [serial, row] : all)
+    size_t dealt = 0;
+    for (const auto& [serial, row] : all) {
+        StepOf(dealt++, all.size());
         append(serial, m_places[serial].chunk = chunkWithRoom(), row);
+    }
 }
 
 std::vector<quint32> RowTable::Serials() const {

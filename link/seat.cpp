@@ -33,8 +33,9 @@ Seat::Seat(MessageBus& bus, const QString& site, const QString& name, QObject* p
                       [this](const auto& topic, const auto& payload) { takePresence(topic, payload); }));
     m_subscriptions.push_back(
         bus.Subscribe(m_topic + "/echo", [this](const auto&, const auto& payload) { takeEcho(payload); }));
-    m_subscriptions.push_back(
-        bus.Subscribe(m_site + "/call", [this](const auto&, const auto&) { answerCall(); }));
+    // Others take a seat that does not answer for gone.
+    m_subscriptions.push_back(bus.Subscribe(
+        m_site + "/call", [this](const auto&, const auto&) { answerCall(); }, MessageBus::Waits::Never));
     m_answer.setSingleShot(true);
     m_answer.setInterval(AnswerMilliseconds);
     m_patience.setSingleShot(true);

@@ -1911,6 +1911,17 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>no answer: this user may not ask the server, or it has gone</source>
         <translation>keine Antwort: dieser Benutzer darf den Server nicht fragen, oder der ist fort</translation>
     </message>
+    <message>
+        <source>Showing the shared list</source>
+        <translation>Die geteilte Liste wird angezeigt</translation>
+    </message>
+</context>
+<context>
+    <name>ListCopy</name>
+    <message>
+        <source>Loading the shared list</source>
+        <translation>Die geteilte Liste wird geladen</translation>
+    </message>
 </context>
 <context>
     <name>ListImport</name>
@@ -2136,6 +2147,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     <message>
         <source>the server&apos;s list directory has no file &quot;%1&quot;</source>
         <translation>im Listenordner des Servers ist keine Datei „%1“</translation>
+    </message>
+    <message>
+        <source>Sharing the list</source>
+        <translation>Die Liste wird geteilt</translation>
     </message>
 </context>
 <context>

@@ -118,10 +118,13 @@ TEST(Broker, aBrokerThatIsKilledComesBackByItself) {
     server.Serve();
     TestClient anna(busOf(broker, Q("anna")), Q("anna"));
     ASSERT_TRUE(Until([&] { return anna.IsReady(); }));
+    QStringList states;
+    QObject::connect(&anna.reader, &ListReader::StateChanged, [&] { states << anna.reader.StateText(); });
     broker.Kill();
     ASSERT_TRUE(Until([&] {
         return anna.reader.StateText().contains(Q("Connection refused; what is shown is old"));
     })) << anna.reader.StateText().toStdString();
+    EXPECT_TRUE(states.filter(Q(".;")).isEmpty()) << states.join('\n').toStdString();
     TestList::Comment(*server.list.At(7)).SetValue(Q("meanwhile"));
     EXPECT_EQ(anna.list.GetNode().ChildCount(), 500u);
     broker.Start();
@@ -333,6 +336,18 @@ protected:
         return std::all_of(clients.begin(), clients.end(),
                            [](const auto& client) { return client->IsReady(); });
     }
+    /// What each waits for, for whoever looks at a failure.
+    std::string states() const {
+        QStringList lines{QStringLiteral("server: %1 %2")
+                              .arg(int(server->server->GetState()))
+                              .arg(server->server->Reason())};
+        for (const auto& client : clients)
+            lines << QStringLiteral("%1, %2; %3 pending; as the server: %4")
+                         .arg(client->reader.StateText(), client->client.WhyNoEditing())
+                         .arg(client->client.Pending())
+                         .arg(client->list.Text() == server->list.Text());
+        return lines.join('\n').toStdString();
+    }
     void edit(int number) {
         TestClient& client = *clients[number % Clients];
         if (!client.IsReady())
@@ -399,7 +414,7 @@ TEST_F(RandomEdits, ofFiveClientsWithFaultsEndAlikeForAll) {
         QTest::qWait(static_cast<int>(random() % 10));
         if (number == 500 || number == 1000) {
             proxy.SetDelay(0);
-            ASSERT_TRUE(Until([&] { return areReady(); }));
+            ASSERT_TRUE(Until([&] { return areReady(); })) << states();
             restartServer();
         }
     }
@@ -408,7 +423,7 @@ TEST_F(RandomEdits, ofFiveClientsWithFaultsEndAlikeForAll) {
         return areReady() && std::all_of(clients.begin(), clients.end(), [&](const auto& client) {
                    return client->list.Text() == server->list.Text();
                });
-    }));
+    })) << states();
     EXPECT_EQ(textOf(server->list), model.Text());
 }
 

@@ -1,3 +1,4 @@
+#include "host/base/longwork.h"
 #include "tests/link/linkfixture.h"
 #include "tests/support/traces.h"
 
@@ -29,6 +30,65 @@ TEST_F(Share, clientMirrorsAllEntriesWithAllValuesInOrder) {
     ASSERT_TRUE(AreEqual(client));
     EXPECT_EQ(client.list.At(0)->WholeShape(), &TestShape());
     EXPECT_EQ(client.reader.GetState(), ListReader::State::Whole);
+}
+
+/// Handles events from the middle of the work, as the window's display does.
+class EventsMeanwhile : public LongWork::Display {
+public:
+    explicit EventsMeanwhile(std::function<void()> look)
+        : m_look(std::move(look)), m_before(LongWork::SetDisplay(this)) {
+        LongWork::SetEager(true);
+    }
+    ~EventsMeanwhile() override {
+        LongWork::SetEager(false);
+        LongWork::SetDisplay(m_before);
+    }
+
+private:
+    void Turn(const LongWork::Progress&) override {
+        QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers);
+        m_look();
+    }
+    void Hide() override {}
+
+    std::function<void()> m_look;
+    LongWork::Display* m_before;
+};
+
+TEST_F(Share, whatComesWhileALongListIsShownIsTakenAfterwardsInOrder) {
+    constexpr int Count = 3000;
+    Serve(Count);
+    TestClient watcher(broker, Q("watcher"));
+    ASSERT_TRUE(AreEqual(watcher));
+    TestClient late(broker, Q("late"));
+    LocalBus other(broker, Q("other"));
+    other.Connect();
+    QList<QByteArray> heard, calls;
+    const auto log = late.bus->Subscribe("test/log", [&](const auto&, const auto& text) { heard << text; });
+    const auto calling = late.bus->Subscribe(
+        "test/call", [&](const auto&, const auto& text) { calls << text; }, MessageBus::Waits::Never);
+    QList<QByteArray> sent;
+    size_t partlyShown = 0;
+    {
+        const EventsMeanwhile display([&] {
+            EXPECT_TRUE(heard.isEmpty());
+            const size_t shown = late.list.GetNode().ChildCount();
+            if (shown == 0 || shown == Count || shown % 1000 != 0)
+                return;
+            ++partlyShown;
+            EXPECT_EQ(calls.size(), sent.size());
+            sent << QByteArray::number(quint64(shown));
+            other.Publish("test/log", sent.back(), MessageBus::Keep::No);
+            other.Publish("test/call", sent.back(), MessageBus::Keep::No);
+            TestList::Comment(*server.list.At(7)).SetValue(QString::fromLatin1(sent.back()));
+            server.server->Flush();
+        });
+        ASSERT_TRUE(AreEqual(late));
+    }
+    ASSERT_TRUE(Until([&] { return heard.size() == sent.size(); }));
+    EXPECT_GE(partlyShown, 2u);
+    EXPECT_EQ(heard, sent);
+    EXPECT_EQ(TestList::Comment(*late.list.At(7)).GetValue().toLatin1(), sent.back());
 }
 
 TEST_F(Share, changesAtTheServerReachClients) {
