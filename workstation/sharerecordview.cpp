@@ -1,4 +1,4 @@
-#include "workstation/sharerecordkind.h"
+#include "workstation/sharerecordview.h"
 
 #include "controls/frequencystore/detections/searchmcextendedvectorlistview.h"
 #include "controls/frequencystore/detections/searchmcvectorlistview.h"
