@@ -11,6 +11,10 @@
 #include <QHeaderView>
 #include <QPointer>
 
+namespace {
+constexpr int LeastRest = 20; ///< characters
+}
+
 EntryListView::EntryListView(QWidget* parent, unsigned listId, const char* name)
     : FrequencyNodeListView(parent, listId) {
     setObjectName(QString::fromLatin1(name));
@@ -37,10 +41,35 @@ void EntryListView::AddColumns(const EntryColumns& all, const QString& kind) {
     header()->setStretchLastSection(false);
     FitColumns(widths);
     for (size_t i = 0; i < columns.size(); ++i) {
-        if (columns[i].takesRest)
-            setColumnWidthMode(static_cast<int>(i), QHeaderView::Stretch);
+        if (!columns[i].takesRest)
+            continue;
+        m_rest = static_cast<int>(i);
+        m_restLeast =
+            std::min(header()->sectionSize(m_rest), LeastRest * QFontMetrics(font()).averageCharWidth());
+        setColumnWidthMode(m_rest, QHeaderView::Stretch);
     }
     SetColumnWidthPersistantName(objectName() + kind);
+    connect(header(), &QHeaderView::sectionResized, this, [this](int column) {
+        if (column != m_rest)
+            giveRest();
+    });
+    giveRest();
+}
+
+/// In a list that is too narrow for all columns it keeps a width of its own, and the list scrolls.
+void EntryListView::giveRest() {
+    if (m_rest < 0)
+        return;
+    const int others = header()->length() - header()->sectionSize(m_rest);
+    const bool isNarrow = viewport()->width() - others < m_restLeast;
+    setColumnWidthMode(m_rest, isNarrow ? QHeaderView::Fixed : QHeaderView::Stretch);
+    if (isNarrow && !header()->isSectionHidden(m_rest))
+        header()->resizeSection(m_rest, m_restLeast);
+}
+
+void EntryListView::resizeEvent(QResizeEvent* event) {
+    FrequencyNodeListView::resizeEvent(event);
+    giveRest();
 }
 
 void EntryListView::CopyEntries(TracePlace place) {

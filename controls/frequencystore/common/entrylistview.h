@@ -19,7 +19,7 @@ struct EntryColumn {
     unsigned id;                    ///< of the setting that it shows
     int width;                      ///< in digits
     const char* copyName = nullptr; ///< of its text in the store's copy buffer; null when it has none there
-    bool takesRest = false;         ///< of the list's width
+    bool takesRest = false;         ///< of the list's width, of one column at most
     Alignment alignment = Right;
 };
 
@@ -72,8 +72,13 @@ protected:
         for (const auto& [action, slot] : barSlots)
             connect(bar.GetAction(action), &QAction::triggered, static_cast<View*>(this), slot);
     }
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void giveRest();
+
+    int m_rest = -1;     ///< the column that takes what the others leave
+    int m_restLeast = 0; ///< pixels that it has in any case
     struct CopiedColumn {
         unsigned column;
         unsigned copyId;
