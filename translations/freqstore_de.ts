@@ -5177,10 +5177,6 @@ Fremdes: %2</translation>
         <source>CSV Lists</source>
         <translation>CSV-Listen</translation>
     </message>
-    <message>
-        <source>Detections come when the seat that serves this list has some.</source>
-        <translation>Detektionen kommen, wenn der Platz, der diese Liste bereitstellt, welche hat.</translation>
-    </message>
 </context>
 <context>
     <name>Sharing</name>

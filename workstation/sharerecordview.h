@@ -14,9 +14,8 @@ struct ShareRecordKind {
     ValueBase* (*makeList)(const QString& path);
     /// The caller owns it.
     PixStateVector* (*makeLine)(const DetectionPaths& paths);
-    /// The parent owns it. `title` is that of the list.
-    FrequencyStoreListView* (*makeView)(QWidget* parent, unsigned listId, const DetectionPaths& paths,
-                                        const QString& title);
+    /// The parent owns it.
+    FrequencyStoreListView* (*makeView)(QWidget* parent, unsigned listId, const DetectionPaths& paths);
 };
 
 extern const ShareRecordKind PlainDetections;

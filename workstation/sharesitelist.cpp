@@ -36,7 +36,7 @@ PixStateVector* makeLine(const QString& path) {
 ShareSiteList::ShareSiteList(Seat& seat, const QString& site, const ShareKind& kind, const QPixmap& icon)
     : m_kind(kind), m_node(makeNode(site, kind)), m_reader(std::make_unique<ListReader>(seat, kind.Name())) {
     const QString title = QCoreApplication::translate("ShareSiteList", "%1 (%2)").arg(kind.Title(), site);
-    ListRegistration list = kind.records ? records(title) : entries(title);
+    ListRegistration list = kind.records ? records() : entries(title);
     list.name = title;
     list.icon = icon;
     m_listId = FreqStore::Instance().RegisterList(std::move(list));
@@ -64,16 +64,15 @@ ListRegistration ShareSiteList::entries(const QString& title) {
             }};
 }
 
-ListRegistration ShareSiteList::records(const QString& title) {
+ListRegistration ShareSiteList::records() {
     const DetectionPaths paths{m_node->GetPathName() + QStringLiteral("/Records"),
                                m_node->GetPathName() + QStringLiteral("/Marked")};
     GetOrCreateValue<ValueList<double>>(paths.marked);
     m_records = std::make_unique<RecordClient>(*m_reader, *m_kind.records->makeList(paths.emissions));
     return {.pixStateFactory = [&kind = *m_kind.records, paths] { return kind.makeLine(paths); },
             .available4WideView = false, // as the local lists of detections
-            .viewFactory = [&kind = *m_kind.records, paths,
-                            title](QWidget* parent,
-                                   unsigned id) { return kind.makeView(parent, id, paths, title); }};
+            .viewFactory = [&kind = *m_kind.records, paths](
+                               QWidget* parent, unsigned id) { return kind.makeView(parent, id, paths); }};
 }
 
 QString ShareSiteList::StateText() const {

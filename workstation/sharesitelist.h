@@ -31,7 +31,7 @@ public:
 
 private:
     ListRegistration entries(const QString& title);
-    ListRegistration records(const QString& title);
+    ListRegistration records();
 
     const ShareKind& m_kind;
     Node* m_node;
