@@ -7,7 +7,7 @@
 #include "controls/frequencystore/noi/noilistviewfactory.h"
 #include "controls/frequencystore/targets/wkflistentry.h"
 #include "host/freqstorexml/frequencystoreentry.h"
-#include "workstation/sharerecordview.h"
+#include "workstation/sharerecordkind.h"
 
 #include <QCoreApplication>
 

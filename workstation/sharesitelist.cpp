@@ -6,7 +6,7 @@
 #include "host/freqlist/pixstatevector.h"
 #include "host/valuetree/tree.h"
 #include "link/topics.h"
-#include "workstation/sharerecordview.h"
+#include "workstation/sharerecordkind.h"
 #include "workstation/sharesiteview.h"
 
 #include <QCoreApplication>

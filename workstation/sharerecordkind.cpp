@@ -1,4 +1,4 @@
-#include "workstation/sharerecordview.h"
+#include "workstation/sharerecordkind.h"
 
 #include "controls/frequencystore/detections/detconvlisthandler.h"
 #include "controls/frequencystore/detections/detectionlistviewfactory.h"
