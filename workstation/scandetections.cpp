@@ -26,7 +26,7 @@ void ScanDetections::Write(const ScanStop& stop) {
     DetectionConventional record;
     fill(record, stop);
     m_number = stop.number;
-    m_id = m_search.Begin(std::move(record), tr("scan"));
+    m_id = m_search.Begin(record, tr("scan"));
     m_isOpen = true;
     if (stop.channel == 0)
         return;

@@ -50,7 +50,7 @@ ShareProfile fromJson(const QJsonObject& object) {
     for (const TextMember& member : TextMembers)
         profile.*member.text = object[member.key].toString();
     ShareProfile::TakeRole(object[RoleMember].toString(), profile.role);
-    for (const QJsonValue& kind : object[KindsMember].toArray())
+    for (const auto& kind : object[KindsMember].toArray())
         profile.kinds << kind.toString();
     return profile;
 }
@@ -98,7 +98,7 @@ bool ShareProfile::TakeRole(const QString& word, Role& role) {
 
 std::vector<ShareProfile> ShareProfile::Load() {
     std::vector<ShareProfile> profiles;
-    for (const QJsonValue& value : kept(ProfilesKey).array()) {
+    for (const auto& value : kept(ProfilesKey).array()) {
         const ShareProfile profile = fromJson(value.toObject());
         if (!profile.name.isEmpty() && profile.Problem().isEmpty())
             profiles.push_back(profile);
