@@ -10,6 +10,8 @@ namespace {
 constexpr quint32 FirstRevisions = 1u << 27;
 /// From so many on, a change is published as a new generation when it is most of the list.
 constexpr size_t ManySteps = 4096;
+/// Brokers limit what they take at once.
+constexpr qsizetype LargestDelta = 4 * 1024 * 1024;
 
 } // namespace
 
@@ -74,8 +76,15 @@ QByteArray ListPublisher::DeltaOf(const std::vector<Step>& steps) const {
     return delta.Encode();
 }
 
+qsizetype ListPublisher::bytesOf(const std::vector<Step>& steps) const {
+    qsizetype bytes = 0;
+    for (const Step& step : steps)
+        bytes += step.serial == 0 ? 0 : rows.Find(step.serial)->bytes.size();
+    return bytes;
+}
+
 void ListPublisher::Publish(const std::vector<Step>& steps) {
-    if (steps.size() > std::max(ManySteps, rows.Count() / 2))
+    if (steps.size() > std::max(ManySteps, rows.Count() / 2) || bytesOf(steps) > LargestDelta)
         return PublishAnew();
     ++m_revision;
     sendLayouts();

@@ -29,8 +29,8 @@ public:
         quint32 serial = 0; ///< 0: removed
         Messages::EntryId removed = 0;
     };
-    /// Publishes a change of rows that have been put or removed. One of most of a long list goes out as a new
-    /// generation.
+    /// Publishes a change of rows that have been put or removed. One of most of a long list, or of more bytes
+    /// than go into a message, goes out as a new generation.
     void Publish(const std::vector<Step>& steps);
     /// The same as a message, for the revision that is the newest.
     QByteArray DeltaOf(const std::vector<Step>& steps) const;
@@ -49,6 +49,7 @@ private:
         Messages::Revision dirtySince = 0;
     };
 
+    qsizetype bytesOf(const std::vector<Step>& steps) const;
     void catchUp(const std::optional<Messages::Manifest>& atBroker);
     void touch(quint32 chunk);
     void sendChunk(quint32 chunk);

@@ -27,16 +27,18 @@ protected:
     void stopReceiving(const QByteArray& filter) override;
 
 private:
+    struct Connection;
     struct Worker;
-    friend struct Worker;
+    struct Will {
+        QByteArray topic, payload;
+    };
 
-    void connected();
+    void connected(const std::shared_ptr<Connection>& connection);
     void disconnected(const QString& reason);
     using Refusal = void (MessageBus::*)(const QByteArray& topic); ///< the signal that tells it
     void refused(Refusal signal, const QByteArray& topic);
 
-    BrokerAddress m_address;
-    std::pair<QByteArray, QByteArray> m_will;
-    bool m_mayReceive = false; ///< the broker has taken the connection
+    QString m_user;
     std::shared_ptr<Worker> m_worker;
+    std::shared_ptr<Connection> m_connection; ///< which the broker has taken, null while there is none
 };

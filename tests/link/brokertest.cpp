@@ -1,8 +1,10 @@
 // Against a mosquitto with the documented configuration.
 
 #include "host/report/rgexception.h"
+#include "link/topics.h"
 #include "tests/link/linkfixture.h"
 #include "tests/link/realbroker.h"
+#include "tests/support/traces.h"
 
 #include <random>
 
@@ -61,8 +63,9 @@ TEST(Broker, aHostileUserChangesNothingThatHeMayNot) {
     hostile->Publish(own, QByteArray(16 * 1024 * 1024, '\x01'), MessageBus::Keep::No);
     hostile->Publish("freqstore/north/seats/anna/x", QByteArray(16 * 1024 * 1024, '\x01'),
                      MessageBus::Keep::No);
-    hostile->Publish(own, QByteArray(100 * 1024 * 1024, '\x01'), MessageBus::Keep::No); // the broker hangs up
-    ASSERT_TRUE(Until([&] { return !hostile->IsOnline(); }));
+    const Traces traces;
+    hostile->Publish(own, QByteArray(100 * 1024 * 1024, '\x01'), MessageBus::Keep::No);
+    EXPECT_EQ(traces.problems.filter(Q("more than the broker takes")).size(), 1);
     hostile = nullptr;
 
     TestList::Comment(*server.list.At(1)).SetValue(Q("after"));
@@ -70,6 +73,18 @@ TEST(Broker, aHostileUserChangesNothingThatHeMayNot) {
     TestList::Comment(*server.list.At(1)).SetValue(Q("entry 1"));
     EXPECT_TRUE(Until([&] { return reader.list.Text() == before; }));
     EXPECT_EQ(reader.seat.Present().size(), 2u);
+}
+
+TEST(Broker, aChangeOfMoreBytesThanTheBrokerTakesAtOnceArrives) {
+    const RealBroker broker({"server", "anna"});
+    TestServer server(busOf(broker, Q("server")), Q("server"));
+    server.list.Fill(200);
+    server.Serve();
+    TestClient anna(busOf(broker, Q("anna")), Q("anna"));
+    ASSERT_TRUE(Until([&] { return anna.IsReady(); }));
+    for (Node* entry : server.list.GetNode().Children())
+        TestList::Comment(*entry).SetValue(QString(200000, QChar(u'x')));
+    EXPECT_TRUE(Until([&] { return anna.list.Text() == server.list.Text(); }));
 }
 
 TEST(Broker, whoComesInHearsOfNoFault) {
@@ -131,6 +146,29 @@ TEST(Broker, aBrokerThatIsKilledComesBackByItself) {
     ASSERT_TRUE(Until([&] { return anna.IsReady() && anna.list.Text() == server.list.Text(); }))
         << anna.reader.StateText().toStdString();
     EXPECT_EQ(TestList::Comment(*anna.list.At(7)).GetValue(), Q("meanwhile"));
+}
+
+/// A broker that came back with an older state would have the end of what was sent without its beginning.
+TEST(Broker, whatABrokenConnectionHadUnderWayIsNotSentAgain) {
+    RealBroker broker({"server", "anna"});
+    FaultProxy proxy(broker.Port());
+    MqttBus sender(broker.AddressOf(Q("server"), proxy.Port()));
+    MqttBus reader(broker.AddressOf(Q("anna")));
+    const QByteArray topic = Topics::List(Topics::Site(Q("north")), Q("Targets")) + "/manifest";
+    QList<QByteArray> heard;
+    const auto hearing = reader.Subscribe(topic, [&](const auto&, const auto& payload) { heard << payload; });
+    reader.Connect();
+    sender.Connect();
+    ASSERT_TRUE(Until([&] { return reader.IsOnline() && sender.IsOnline(); }));
+    sender.Publish(topic, "first", MessageBus::Keep::Retained);
+    ASSERT_TRUE(Until([&] { return heard.contains("first"); }));
+    proxy.HalveNext();
+    sender.Publish(topic, "lost", MessageBus::Keep::Retained);
+    ASSERT_TRUE(Until([&] { return !sender.IsOnline(); }));
+    ASSERT_TRUE(Until([&] { return sender.IsOnline(); }));
+    sender.Publish(topic, "last", MessageBus::Keep::Retained);
+    ASSERT_TRUE(Until([&] { return heard.contains("last"); }));
+    EXPECT_FALSE(heard.contains("lost"));
 }
 
 /// freqstore-cli as a process of its own.
