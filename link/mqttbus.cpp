@@ -58,9 +58,8 @@ struct MqttBus::Connection : std::enable_shared_from_this<Connection> {
         if (result == MOSQ_ERR_SUCCESS)
             note(message, topic);
         else if (result == MOSQ_ERR_OVERSIZE_PACKET)
-            Problems::Report(TraceSource, {QString::fromUtf8(topic), 0,
-                                           tr("%n byte(s) are more than the broker takes at once", nullptr,
-                                              static_cast<int>(payload.size()))});
+            Problems::Report(TraceSource,
+                             {QString::fromUtf8(topic), 0, tr("is larger than the broker takes at once")});
     }
     void Subscribe(const QByteArray& filter) {
         int message = 0;

@@ -2857,6 +2857,10 @@ Fremdes: %2</translation>
         <source>%1: the certificates cannot be read</source>
         <translation>%1: die Zertifikate sind nicht lesbar</translation>
     </message>
+    <message>
+        <source>is larger than the broker takes at once</source>
+        <translation>ist größer, als der Broker auf einmal nimmt</translation>
+    </message>
 </context>
 <context>
     <name>NOIFrequencyHandler</name>

@@ -65,7 +65,7 @@ TEST(Broker, aHostileUserChangesNothingThatHeMayNot) {
                      MessageBus::Keep::No);
     const Traces traces;
     hostile->Publish(own, QByteArray(100 * 1024 * 1024, '\x01'), MessageBus::Keep::No);
-    EXPECT_EQ(traces.problems.filter(Q("more than the broker takes")).size(), 1);
+    EXPECT_EQ(traces.problems.filter(Q("larger than the broker takes")).size(), 1);
     hostile = nullptr;
 
     TestList::Comment(*server.list.At(1)).SetValue(Q("after"));
