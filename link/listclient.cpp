@@ -86,7 +86,7 @@ void ListClient::takeRows(const ListCopy::Changed& changed) {
 void ListClient::showRows(const ListCopy::Changed& changed) {
     const EntryChanges::Deaf deaf(m_changes);
     if (changed.all) {
-        const auto isOurs = [this](EntryId id) { return m_changing.count(id) > 0; };
+        const auto isOurs = [this](EntryId id) { return m_changing.count(id) + m_removing.count(id) > 0; };
         dropAddedThatAreHere();
         m_mirror.ShowAll(isOurs);
     }
@@ -163,22 +163,29 @@ void ListClient::settleChange(EntryId id) {
 }
 
 void ListClient::settleAdded(quint32 serial, EntryId id) {
+    const Asked asked = m_adding[serial];
     m_adding.erase(serial);
     const Messages::Row row = m_reader.Copy().Find(id)->Content();
-    Node* const entry = m_list.node->ChildBySerial(serial);
+    Node* entry = m_list.node->ChildBySerial(serial);
     if (!entry) { // removed here before the server knew of it
         m_mirror.Attach(id, row);
         m_list.node->DeleteNode(m_mirror.EntryOf(id));
         return noteRemoved(id);
     }
+    const bool isEdited = !isAsAsked(*entry, asked.request);
     if (m_mirror.Has(id) || !m_mirror.Bind(id, row, *entry)) {
+        std::unique_ptr<Node> same = isEdited ? m_mirror.CopyOf(*entry) : nullptr;
         m_list.node->DeleteNode(entry);
-        if (!m_mirror.Has(id))
-            m_mirror.Attach(id, row);
-        return;
+        if (m_mirror.Has(id))
+            m_mirror.Destroy(id);
+        entry = m_mirror.Attach(id, row, std::move(same));
     }
-    if (!m_mirror.IsAs(*entry, row.layout, row.contents))
-        noteChanged(id, *entry);
+    if (!isEdited)
+        return m_mirror.Set(id, row);
+    if (row.contents == asked.request.contents)
+        return noteChanged(id, *entry);
+    m_changing[id] = {};
+    refuseChange(id, tr("the entry has been changed meanwhile"));
 }
 
 /// A newly loaded list is announced when it is here.

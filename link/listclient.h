@@ -20,7 +20,7 @@ public:
         };
         QString reason;
         WeakRef<Node> entry;       ///< null when there is none any more
-        std::vector<Field> fields; ///< those that differ
+        std::vector<Field> fields; ///< those that differ; all, with nothing present, when there is no entry
     };
 
     /// The reader and the list outlive the client. The list's node is emptied when the server's list comes.
@@ -79,6 +79,8 @@ private:
     Asked send(Messages::Request request, const QByteArray& before = {});
     void sendAgain(Asked& asked, const Messages::Row& row);
     void publish(const Messages::Request& request);
+    static std::vector<std::pair<QString, QString>> textsOf(const Node& entry);
+    bool isAsAsked(const Node& entry, const Messages::Request& request) const;
     void putContents(const Node& entry, quint32 alike, Messages::Request& request) const;
     void takeAnswer(const QByteArray& payload);
     void takeVerdict(const Messages::Answer& answer);

@@ -27,9 +27,13 @@ void ListClient::noteLocal(quint32 serial) {
 
 /// One change of an entry is under way at a time.
 void ListClient::noteChanged(EntryId id, Node& entry) {
-    const ListCopy::Row* const row = m_reader.Copy().Find(id);
-    if (!row || m_changing.count(id) > 0)
+    if (m_changing.count(id) > 0)
         return;
+    const ListCopy::Row* const row = m_reader.Copy().Find(id);
+    if (!row) {
+        m_changing[id] = {};
+        return refuseChange(id, tr("the entry has been removed"));
+    }
     const Messages::Row content = row->Content();
     if (m_mirror.IsAs(entry, content.layout, content.contents))
         return;
@@ -88,6 +92,13 @@ void ListClient::putContents(const Node& entry, quint32 alike, Request& request)
     request.contents = writer.Take();
 }
 
+/// Whether nothing of it has been changed here since.
+bool ListClient::isAsAsked(const Node& entry, const Request& request) const {
+    Request now;
+    putContents(entry, request.layoutNumber, now);
+    return now.layout == request.layout && now.contents == request.contents;
+}
+
 void ListClient::publish(const Request& request) {
     m_reader.GetSeat().Bus().Publish(m_requestTopic, request.Encode());
     if (!m_retry.isActive())
@@ -110,6 +121,7 @@ void ListClient::sendAgain(Asked& asked, const Messages::Row& row) {
 }
 
 void ListClient::takeAnswer(const QByteArray& payload) {
+    Flush(); // entries may be made anew
     const auto answer = Answer::Decode(payload);
     if (!answer)
         return m_reader.GetSeat().TellOnce(m_reader.Topic() + "/answer", tr("is no answer"));
@@ -163,18 +175,23 @@ void ListClient::takeVerdict(const Answer& answer) {
     }
 }
 
+/// Each value's name and content.
+std::vector<std::pair<QString, QString>> ListClient::textsOf(const Node& entry) {
+    const EntryLayout layout = EntryLayout::Of(entry);
+    Wire::Writer writer;
+    layout.Put(writer, entry);
+    return layout.Texts(writer.View());
+}
+
 /// Both states are told, and the server's is put back.
 void ListClient::refuseChange(EntryId id, const QString& reason) {
     m_changing.erase(id);
     Node* const entry = m_mirror.EntryOf(id);
     const ListCopy::Row* const row = m_reader.Copy().Find(id);
-    Refusal refusal{reason, entry, {}};
+    Refusal refusal{reason, row ? entry : nullptr, {}};
     if (entry && row) {
         const Messages::Row present = row->Content();
-        const EntryLayout own = EntryLayout::Of(*entry);
-        Wire::Writer writer;
-        own.Put(writer, *entry);
-        const auto wanted = own.Texts(writer.View());
+        const auto wanted = textsOf(*entry);
         const auto theirs = m_reader.Copy().Layouts().At(present.layout)->Texts(present.contents);
         for (size_t i = 0; i < std::min(wanted.size(), theirs.size()); ++i) {
             if (wanted[i].second != theirs[i].second)
@@ -182,6 +199,9 @@ void ListClient::refuseChange(EntryId id, const QString& reason) {
         }
         const EntryChanges::Deaf deaf(m_changes);
         m_mirror.Set(id, present);
+    } else if (entry) {
+        for (const auto& [name, text] : textsOf(*entry))
+            refusal.fields.push_back({name, text, {}});
     }
     emit Refused(refusal);
 }
@@ -190,10 +210,7 @@ void ListClient::refuseAdded(quint32 serial, const QString& reason) {
     m_adding.erase(serial);
     Refusal refusal{reason, {}, {}};
     if (Node* const entry = m_list.node->ChildBySerial(serial)) {
-        const EntryLayout layout = EntryLayout::Of(*entry);
-        Wire::Writer writer;
-        layout.Put(writer, *entry);
-        for (const auto& [name, text] : layout.Texts(writer.View()))
+        for (const auto& [name, text] : textsOf(*entry))
             refusal.fields.push_back({name, text, {}});
         const EntryChanges::Deaf deaf(m_changes);
         m_list.node->DeleteNode(entry);
@@ -281,6 +298,7 @@ void ListClient::sayHello() {
 void ListClient::retry() {
     if (m_reader.GetState() != ListReader::State::Whole || m_isReadOnly)
         return;
+    Flush();
     if (m_mayEdit && Pending() == 0)
         return m_retry.stop();
     if (++m_unanswered == MostUnanswered) {
@@ -298,6 +316,7 @@ void ListClient::retry() {
 void ListClient::takeRefusedTopic(const QByteArray& topic) {
     if (topic != m_requestTopic)
         return;
+    Flush();
     m_isReadOnly = true;
     m_mayEdit = false;
     refuseAll(WhyNoEditing());

@@ -26,8 +26,15 @@ bool Mirror::IsAs(const Node& entry, quint32 layout, QByteArrayView contents) co
     return writer.View() == contents;
 }
 
-Node* Mirror::make(const Messages::Row& row) const {
-    return m_copy.Layouts().At(row.layout)->MakeEntry(*m_list.node, m_list.shape, row.contents).release();
+std::unique_ptr<Node> Mirror::make(const Messages::Row& row) const {
+    return m_copy.Layouts().At(row.layout)->MakeEntry(*m_list.node, m_list.shape, row.contents);
+}
+
+std::unique_ptr<Node> Mirror::CopyOf(const Node& entry) const {
+    const EntryLayout layout = EntryLayout::Of(entry);
+    Wire::Writer writer;
+    layout.Put(writer, entry);
+    return layout.MakeEntry(*m_list.node, m_list.shape, writer.View());
 }
 
 void Mirror::insert(EntryId id, const Messages::Row& row, Node& entry) {
@@ -87,27 +94,31 @@ bool Mirror::restore(EntryId id, Node& entry, quint32 place) {
 }
 
 /// Nearly all new entries come at the end. One that comes between others without having been there before has
-/// all entries behind it made anew.
-Node* Mirror::Attach(EntryId id, const Messages::Row& row) {
-    Node* const entry = make(row);
+/// all entries behind it made anew, but for those that have been removed here.
+Node* Mirror::Attach(EntryId id, const Messages::Row& row, std::unique_ptr<Node> node) {
+    Node* const entry = node ? node.release() : make(row).release();
     const auto after = m_places.upper_bound(row.place);
     if (restore(id, *entry, row.place) || after == m_places.end()) {
         m_list.node->AddItemUnique(entry); // does nothing to one that is back
         insert(id, row, *entry);
         return entry;
     }
-    Sorted behind(after, m_places.end());
+    std::vector<std::pair<EntryId, std::unique_ptr<Node>>> behind;
     std::vector<Node*> nodes;
-    for (const auto& [place, other] : behind) {
-        nodes.push_back(EntryOf(other));
+    for (const auto& [place, other] : Sorted(after, m_places.end())) {
+        Node* const old = EntryOf(other);
+        if (!old)
+            continue;
+        nodes.push_back(old);
+        behind.emplace_back(other, CopyOf(*old));
         forget(other, false);
     }
     m_list.node->DeleteNodes(nodes);
     m_list.node->AddItemUnique(entry);
     insert(id, row, *entry);
-    for (const auto& [place, other] : behind) {
+    for (auto& [other, copy] : behind) {
         if (const ListCopy::Row* const its = m_copy.Find(other))
-            Attach(other, its->Content());
+            Attach(other, its->Content(), std::move(copy));
     }
     return entry;
 }
@@ -134,7 +145,7 @@ void Mirror::Set(EntryId id, const Messages::Row& row) {
     const Entry its = known;
     forget(id, false);
     m_list.node->DeleteNode(entry);
-    const Node::Returning back[] = {{make(row), its.serial, its.ordinal}};
+    const Node::Returning back[] = {{make(row).release(), its.serial, its.ordinal}};
     m_list.node->Restore(back);
     insert(id, row, *back[0].child);
 }
@@ -188,12 +199,17 @@ void Mirror::ShowAll(const std::function<bool(EntryId)>& keep) {
     const bool staysInOrder = keepsOrder(rows);
     std::vector<Node*> ended;
     std::vector<EntryId> endedIds;
+    std::unordered_map<EntryId, std::unique_ptr<Node>> kept;
     size_t seen = 0;
     for (const auto& [id, entry] : m_entries) {
         StepOf(seen++, m_entries.size());
-        if (staysInOrder && m_copy.Find(id))
+        Node* const node = m_list.node->ChildBySerial(entry.serial);
+        const bool isKept = m_copy.Find(id) && keep(id);
+        if (m_copy.Find(id) && (staysInOrder || (isKept && !node)))
             continue;
-        ended.push_back(m_list.node->ChildBySerial(entry.serial));
+        if (isKept)
+            kept[id] = CopyOf(*node);
+        ended.push_back(node);
         endedIds.push_back(id);
     }
     size_t forgotten = 0;
@@ -210,7 +226,11 @@ void Mirror::ShowAll(const std::function<bool(EntryId)>& keep) {
         const Messages::Row row = m_copy.Find(id)->Content();
         const auto known = m_entries.find(id);
         if (known == m_entries.end()) {
-            Attach(id, row);
+            const auto own = kept.find(id);
+            if (own != kept.end())
+                Attach(id, row, std::move(own->second));
+            else if (!keep(id))
+                Attach(id, row);
             continue;
         }
         known->second.place = place;

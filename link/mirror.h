@@ -15,11 +15,14 @@ public:
     /// Whether the node holds the rows; before, it holds what it held without the link.
     bool IsShown() const { return m_isShown; }
     /// Makes the entries as the rows of the copy are, in steps of LongWork. Entries that `keep` answers for
-    /// stay as they are.
+    /// stay as they are, those that are not here included.
     void ShowAll(const std::function<bool(EntryId)>& keep);
 
-    /// An entry that is not mirrored yet, from its row.
-    Node* Attach(EntryId id, const Messages::Row& row);
+    /// An entry that is not mirrored yet, from its row, or a node that is made for it. Entries that it comes
+    /// before may be made anew, with what they hold here.
+    Node* Attach(EntryId id, const Messages::Row& row, std::unique_ptr<Node> node = nullptr);
+    /// A node like this one, not attached.
+    std::unique_ptr<Node> CopyOf(const Node& entry) const;
     /// Sets the entry as its row is.
     void Set(EntryId id, const Messages::Row& row);
     /// Destroys the entry; what follows learns of it as of any other removal.
@@ -55,7 +58,7 @@ private:
 
     Sorted rowsByPlace() const;
     bool keepsOrder(const Sorted& rows) const;
-    Node* make(const Messages::Row& row) const;
+    std::unique_ptr<Node> make(const Messages::Row& row) const;
     void insert(EntryId id, const Messages::Row& row, Node& entry);
     void forget(EntryId id, bool remember);
     bool isBetween(quint32 serial, quint32 place) const;

@@ -323,6 +323,18 @@ QStringList textOf(const TestList& list) {
     return model.Text();
 }
 
+/// What the first has, and what the second has instead.
+std::string difference(QStringList first, QStringList second) {
+    const QStringList whole = first;
+    for (const QString& line : std::as_const(second))
+        first.removeOne(line);
+    for (const QString& line : whole)
+        second.removeOne(line);
+    return first.isEmpty() && second.isEmpty()
+               ? std::string()
+               : (first.join('\n') + Q("\ninstead of\n") + second.join('\n')).toStdString();
+}
+
 class RandomEdits : public testing::Test, protected TestFolder {
 protected:
     static constexpr int Clients = 5;
@@ -354,13 +366,16 @@ protected:
                                               Q("server"));
         server->list.Fill(100);
         server->Serve({}, std::make_unique<ListJournal>(Path("journal")));
-        EXPECT_EQ(textOf(server->list), saved);
+        EXPECT_EQ(difference(textOf(server->list), saved), std::string());
     }
     void takeBack(const ListClient::Refusal& refusal) {
         for (const auto& field : refusal.fields) {
             if (field.name != Q("comment") || model.before.count(field.wanted) == 0)
                 continue;
-            const auto [frequency, comment] = model.before[field.wanted];
+            auto [frequency, comment] = model.before[field.wanted];
+            // Changes of an entry that follow each other quickly are taken back at once.
+            while (comment != field.present && model.before.count(comment) > 0)
+                comment = model.before[comment].second;
             if (comment.isEmpty())
                 model.entries.erase(frequency);
             else
@@ -462,7 +477,7 @@ TEST_F(RandomEdits, ofFiveClientsWithFaultsEndAlikeForAll) {
                    return client->list.Text() == server->list.Text();
                });
     })) << states();
-    EXPECT_EQ(textOf(server->list), model.Text());
+    EXPECT_EQ(difference(textOf(server->list), model.Text()), std::string());
 }
 
 } // namespace

@@ -120,3 +120,18 @@ struct TestServer {
     Seat seat;
     std::unique_ptr<ListServer> server;
 };
+
+/// A server and a broker of this process.
+class ShareFixture : public testing::Test {
+protected:
+    void Serve(int count) {
+        server.list.Fill(count);
+        server.Serve();
+    }
+    bool AreEqual(const TestClient& client) {
+        return Until([&] { return client.IsReady() && client.list.Text() == server.list.Text(); });
+    }
+
+    LocalBroker broker;
+    TestServer server{broker};
+};

@@ -6,19 +6,7 @@
 
 namespace {
 
-class Share : public testing::Test {
-protected:
-    void Serve(int count) {
-        server.list.Fill(count);
-        server.Serve();
-    }
-    bool AreEqual(const TestClient& client) {
-        return Until([&] { return client.IsReady() && client.list.Text() == server.list.Text(); });
-    }
-
-    LocalBroker broker;
-    TestServer server{broker};
-};
+class Share : public ShareFixture {};
 
 TEST_F(Share, clientMirrorsAllEntriesWithAllValuesInOrder) {
     server.list.Fill(1000);
