@@ -23,6 +23,25 @@ constexpr ReceiverSetting Offset{
 constexpr ReceiverSetting SquelchKnob{
     KeySquelchLevel, QT_TRANSLATE_NOOP("Receiver", "Squelch knob"), "%", Integer, 0, 100, 0, {}, true};
 
+// What each receiver has, with limits of its own; the last number is the one that it begins with.
+
+constexpr ReceiverSetting frequency(double min, double max, double first) {
+    return {Keys::KeyFrequency, QT_TRANSLATE_NOOP("Receiver", "Frequency"), "", Frequency, min, max, first};
+}
+constexpr ReceiverSetting bandwidth(double min, double max, double first) {
+    return {Keys::KeyBandwidth, QT_TRANSLATE_NOOP("Receiver", "Bandwidth"), "", Bandwidth, min, max, first};
+}
+constexpr ReceiverSetting demodulation(double first, std::span<const SettingChoice> choices) {
+    return {Keys::KeyDemodulation,
+            QT_TRANSLATE_NOOP("Receiver", "Demodulation"),
+            "",
+            Choice,
+            0,
+            0,
+            first,
+            choices};
+}
+
 /// What lies before the tuner, which on short wave only radios have.
 constexpr ReceiverSetting manualAttenuation(bool isOfRadios) {
     return {.key = Keys::UseAttenuation,
@@ -43,10 +62,9 @@ constexpr ReceiverSetting antennaNumber(bool isOfRadios) {
 }
 
 constexpr ReceiverSetting HfSettings[] = {
-    {Keys::KeyFrequency, QT_TRANSLATE_NOOP("Receiver", "Frequency"), "", Frequency, 9e3, 30e6, 6060e3},
-    {Keys::KeyBandwidth, QT_TRANSLATE_NOOP("Receiver", "Bandwidth"), "", Bandwidth, 100, 40e3, 6000},
-    {Keys::KeyDemodulation, QT_TRANSLATE_NOOP("Receiver", "Demodulation"), "", Choice, 0, 0, 1,
-     HfDemodulations},
+    frequency(9e3, 30e6, 6060e3),
+    bandwidth(100, 40e3, 6000),
+    demodulation(1, HfDemodulations),
     LevelThreshold,
     {Keys::BFOFrequency, QT_TRANSLATE_NOOP("Receiver", "BFO"), "Hz", Integer, -10000, 10000, 0},
     {Keys::OutputIFPath, QT_TRANSLATE_NOOP("Receiver", "Output IF path"), "", Choice, 0, 0, 0, OutputIFPaths},
@@ -60,10 +78,9 @@ constexpr ReceiverSetting HfSettings[] = {
 };
 
 constexpr ReceiverSetting VuhfSettings[] = {
-    {Keys::KeyFrequency, QT_TRANSLATE_NOOP("Receiver", "Frequency"), "", Frequency, 20e6, 3e9, 98.5e6},
-    {Keys::KeyBandwidth, QT_TRANSLATE_NOOP("Receiver", "Bandwidth"), "", Bandwidth, 100, 20e6, 150e3},
-    {Keys::KeyDemodulation, QT_TRANSLATE_NOOP("Receiver", "Demodulation"), "", Choice, 0, 0, 2,
-     VuhfDemodulations},
+    frequency(20e6, 3e9, 98.5e6),
+    bandwidth(100, 20e6, 150e3),
+    demodulation(2, VuhfDemodulations),
     LevelThreshold,
     {Keys::UseSquelch, QT_TRANSLATE_NOOP("Receiver", "Squelch"), "", Flag},
     {Keys::AFC, QT_TRANSLATE_NOOP("Receiver", "AFC"), "", Flag},

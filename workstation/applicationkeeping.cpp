@@ -4,6 +4,7 @@
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/freqlist/listsaving.h"
 #include "host/gui/guibase.h"
 #include "host/startup/settingsfile.h"
 #include "workstation/application.h"
@@ -151,7 +152,7 @@ QString Workstation::saveKept(const ListFile& list) {
         return file;
     if (!file.contains(list.suffix))
         file += list.suffix;
-    if (!list.writeCopy(file))
+    if (!ListSaving::Do(list.id, [&] { return list.writeCopy(file); }))
         return QString();
     m_window->SetFileOf(list.id, file);
     m_changes->MarkSaved(list.id);

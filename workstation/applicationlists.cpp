@@ -74,10 +74,7 @@ QString Workstation::saveTargets() {
     const QString file = m_opener->FileOf(FileGate::List::Targets);
     if (!holdsTargets(file))
         return list.Save2File(false);
-    if (!list.SaveFile(file))
-        return QString();
-    FileGate::WasWritten(FileGate::List::Targets, file);
-    return file;
+    return list.SaveAsOwn(file) ? file : QString();
 }
 
 void Workstation::addWork(int listId, const QString& nodePath, std::function<bool()> isUnsaved,

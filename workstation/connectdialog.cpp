@@ -44,9 +44,9 @@ QStringList serialPorts() {
 
 ConnectDialog::ConnectDialog(const std::optional<RadioProfile>& present, QWidget* parent)
     : QDialog(parent),
-      m_profiles(RadioProfile::Load()),
-      m_profile(new QComboBox(this)),
-      m_remove(new QPushButton(tr("&Remove"), this)),
+      m_profile(new ProfileRow(m_profiles.GetNames(),
+                               tr("A receiver with a name is kept; choose it here the next time"),
+                               tr("Forget the receiver of this name"), this)),
       m_search(new QLineEdit(this)),
       m_models(new QListWidget(this)),
       m_port(new QComboBox(this)),
@@ -58,17 +58,23 @@ ConnectDialog::ConnectDialog(const std::optional<RadioProfile>& present, QWidget
     setWindowTitle(tr("Connect Receiver"));
     auto* form = new QFormLayout(this);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    addProfiles(*form);
+    form->addRow(tr("&Name:"), m_profile);
     addModels(*form);
     addConnection(*form);
     addTest(*form);
     m_buttons->button(QDialogButtonBox::Ok)->setText(tr("&Connect"));
     form->addRow(m_buttons);
     connect(m_buttons, &QDialogButtonBox::accepted, this, [this] {
-        keep();
+        if (const std::optional<RadioProfile> choice = GetChoice())
+            m_profiles.Keep(*choice);
         accept();
     });
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(m_profile, &ProfileRow::Chosen, this,
+            [this](const QString& name) { fill(*m_profiles.Find(name)); });
+    connect(m_profile, &ProfileRow::Edited, this, &ConnectDialog::showProblem);
+    connect(m_profile, &ProfileRow::Forgotten, this,
+            [this](const QString& name) { m_profiles.Forget(name); });
     connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
             [this] { HelpWindow::ShowFor(*this, this); });
     fill(present.value_or(RadioProfile{QString(), NoModel}));
@@ -76,27 +82,6 @@ ConnectDialog::ConnectDialog(const std::optional<RadioProfile>& present, QWidget
 }
 
 ConnectDialog::~ConnectDialog() = default;
-
-void ConnectDialog::addProfiles(QFormLayout& form) {
-    m_profile->setObjectName(QStringLiteral("Profile"));
-    m_profile->setEditable(true);
-    m_profile->setInsertPolicy(QComboBox::NoInsert);
-    m_profile->lineEdit()->setPlaceholderText(tr("name it to keep it"));
-    m_profile->setToolTip(tr("A receiver with a name is kept; choose it here the next time"));
-    for (const RadioProfile& profile : m_profiles)
-        m_profile->addItem(profile.name);
-    m_profile->setCurrentIndex(-1);
-    m_remove->setToolTip(tr("Forget the receiver of this name"));
-    m_remove->setAutoDefault(false);
-    auto* row = new QHBoxLayout;
-    row->addWidget(m_profile, 1);
-    row->addWidget(m_remove);
-    form.addRow(tr("&Name:"), row);
-    qobject_cast<QLabel*>(form.labelForField(row))->setBuddy(m_profile);
-    connect(m_profile, &QComboBox::textActivated, this, &ConnectDialog::chooseProfile);
-    connect(m_profile, &QComboBox::editTextChanged, this, &ConnectDialog::showProblem);
-    connect(m_remove, &QPushButton::clicked, this, &ConnectDialog::removeProfile);
-}
 
 void ConnectDialog::addModels(QFormLayout& form) {
     m_search->setObjectName(QStringLiteral("Search"));
@@ -169,28 +154,13 @@ void ConnectDialog::filter(const QString& words) {
         m_models->setCurrentRow(first);
 }
 
-void ConnectDialog::chooseProfile(const QString& name) {
-    const auto found = std::ranges::find(m_profiles, name, &RadioProfile::name);
-    if (found != m_profiles.end())
-        fill(*found);
-}
-
-void ConnectDialog::removeProfile() {
-    std::erase_if(m_profiles,
-                  [this](const RadioProfile& profile) { return profile.name == m_profile->currentText(); });
-    RadioProfile::Save(m_profiles);
-    m_profile->removeItem(m_profile->findText(m_profile->currentText()));
-    m_profile->setCurrentIndex(-1);
-    m_profile->clearEditText();
-}
-
 void ConnectDialog::fill(const RadioProfile& profile) {
     for (int row = 0; row < m_models->count(); ++row) {
         if (m_models->item(row)->data(Qt::UserRole).toInt() == profile.model)
             m_models->setCurrentRow(row);
     }
     m_models->scrollToItem(m_models->currentItem(), QAbstractItemView::PositionAtCenter);
-    m_profile->setEditText(profile.name);
+    m_profile->SetName(profile.name);
     if (!profile.port.isEmpty())
         m_port->setEditText(profile.port);
     m_speed->setCurrentIndex(std::max(m_speed->findData(profile.speed), 0));
@@ -223,7 +193,7 @@ void ConnectDialog::fillPorts(RadioModel::Port port) {
 std::optional<RadioProfile> ConnectDialog::GetChoice() const {
     if (chosenModel() == NoModel)
         return std::nullopt;
-    return RadioProfile{m_profile->currentText().trimmed(), chosenModel(), m_port->currentText().trimmed(),
+    return RadioProfile{m_profile->GetName(), chosenModel(), m_port->currentText().trimmed(),
                         m_speed->currentData().toInt(), m_timeout->value()};
 }
 
@@ -235,7 +205,6 @@ void ConnectDialog::showProblem() {
     m_answer->setText(problem);
     m_test->setEnabled(choice && problem.isEmpty());
     m_buttons->button(QDialogButtonBox::Ok)->setEnabled(problem.isEmpty());
-    m_remove->setEnabled(m_profile->isEnabled() && m_profile->findText(m_profile->currentText()) >= 0);
 }
 
 void ConnectDialog::test() {
@@ -266,14 +235,4 @@ void ConnectDialog::test() {
             m_answer, [this] { m_tested.reset(); }, Qt::QueuedConnection);
     });
     m_tested->Begin();
-}
-
-void ConnectDialog::keep() {
-    const std::optional<RadioProfile> choice = GetChoice();
-    if (!choice || choice->name.isEmpty())
-        return;
-    std::erase_if(m_profiles, [&](const RadioProfile& profile) { return profile.name == choice->name; });
-    m_profiles.push_back(*choice);
-    std::ranges::sort(m_profiles, {}, &RadioProfile::name);
-    RadioProfile::Save(m_profiles);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "receiver/radioprofile.h"
+#include "workstation/profilerow.h"
 
 #include <QDialog>
 
@@ -31,24 +32,19 @@ public:
     std::optional<RadioProfile> GetChoice() const;
 
 private:
-    void addProfiles(QFormLayout& form);
     void addModels(QFormLayout& form);
     void addConnection(QFormLayout& form);
     void addTest(QFormLayout& form);
     void filter(const QString& words);
-    void chooseProfile(const QString& name);
-    void removeProfile();
     void fill(const RadioProfile& profile);
     void chooseModel();
     void showProblem();
     void fillPorts(RadioModel::Port port);
     void test();
-    void keep();
     int chosenModel() const;
 
-    std::vector<RadioProfile> m_profiles;
-    QComboBox* m_profile;
-    QPushButton* m_remove;
+    KeptProfiles<RadioProfile> m_profiles;
+    ProfileRow* m_profile;
     QLineEdit* m_search;
     QListWidget* m_models;
     QComboBox* m_port;

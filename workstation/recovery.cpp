@@ -1,9 +1,11 @@
 #include "workstation/recovery.h"
 
+#include "host/base/longwork.h"
 #include "host/base/problems.h"
 #include "host/base/quoros.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/freqlist/listsaving.h"
 #include "host/freqlist/undohistory.h"
 #include "host/report/filestamps.h"
 #include "host/report/leftovers.h"
@@ -166,7 +168,8 @@ void Recovery::beginRound() {
             controller->ForceUpdateNow();
     }
     emit Begun();
-    m_replacing += std::exchange(m_replaced, {});
+    m_replacing.insert(m_replacing.end(), m_replaced.begin(), m_replaced.end());
+    m_replaced.clear();
     m_writing.clear();
     m_toWalk.clear();
     m_next = 0;
@@ -254,8 +257,8 @@ void Recovery::ended(const QString& failure) {
     if (failure.isEmpty()) {
         m_kept = m_writing;
         m_told.clear();
-        for (const QString& file : std::exchange(m_replacing, {}))
-            QFile::remove(file);
+        for (const RecoveryDone& section : std::exchange(m_replacing, {}))
+            section.Close();
         emit Written();
     } else {
         m_changed.insert(m_writing.begin(), m_writing.end()); // the file before may be the one that failed
@@ -285,7 +288,26 @@ bool Recovery::WriteNow() {
     return m_told.isEmpty() && m_changed.empty();
 }
 
-void Recovery::Replace(const QStringList& files) {
-    m_replaced += files;
+void Recovery::Replace(const std::vector<RecoveryDone>& sections) {
+    m_replaced.insert(m_replaced.end(), sections.begin(), sections.end());
     schedule(0);
+}
+
+/// The program may be killed at any moment from here on. What is said holds by the time of the new file, and
+/// so begins to hold in the very step that puts it in place.
+void Recovery::LetGoWith(const QString& path, const QString& aside) {
+    const ListFile* const list = FindListFile(m_lists, ListSaving::Current());
+    const std::optional<FileStamps::State> file = FileStamps::State::Of(aside);
+    if (!list || !file)
+        return;
+    const RecoveryPast past{list->key, QFileInfo(path).absoluteFilePath(), file->modified};
+    for (const std::vector<RecoveryDone>& sections : {m_replaced, m_replacing})
+        for (const RecoveryDone& section : sections)
+            if (section.key == list->key)
+                RecoveryForm::AddPast(section.path, past);
+    if (m_isRunning || m_kept.contains(list->id))
+        LongWork::Elsewhere([&] {
+            QMetaObject::invokeMethod(
+                m_writer, [&] { m_writer->AddPast(past); }, Qt::BlockingQueuedConnection);
+        });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workstation/listfiles.h"
+#include "workstation/recoveryfile.h"
 
 #include <QLockFile>
 #include <QObject>
@@ -34,9 +35,11 @@ public:
     /// Writes at once what is in no file, and waits until it is on the disk. Unless the program goes on, the
     /// file stays for the next start. False, told, when it could not be written.
     bool WriteNow();
-    /// Writes soon; these files of processes that have ended are removed when that is done, since what they
-    /// held is in the lists.
-    void Replace(const QStringList& files);
+    /// Writes soon; these sections are closed when that is done, since what they held is in the lists.
+    void Replace(const std::vector<RecoveryDone>& sections);
+    /// The list that is being saved (see ListSaving) is about to have the file `aside` as `path`: once it
+    /// has, what is kept of the list here is past. Returns when that is on the disk.
+    void LetGoWith(const QString& path, const QString& aside);
     /// For what a list does not tell by its entries: a job's text, and that it was saved.
     void NoteChange(int listId);
     QString GetFileName() const { return m_path; }
@@ -83,7 +86,7 @@ private:
     std::vector<const ListFile*>::size_type m_next = 0;
     bool m_isRunning = false; ///< a round, to its end on the disk
     bool m_staysAtEnd = false;
-    QStringList m_replaced;  ///< files that the next round makes useless
-    QStringList m_replacing; ///< files that the present round makes useless
+    std::vector<RecoveryDone> m_replaced;  ///< what the next round makes useless
+    std::vector<RecoveryDone> m_replacing; ///< what the present round makes useless
     QString m_told;
 };

@@ -1,17 +1,23 @@
 #include "workstation/recoveryfile.h"
 
 #include "host/report/byteinput.h"
+#include "host/report/filestamps.h"
 #include "host/report/privatefile.h"
 
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <optional>
+#include <unistd.h>
+
 namespace {
 
 constexpr char SectionMark[] = "list ";
 constexpr char PieceMark[] = "piece ";
 constexpr char EndMark[] = "end ";
+constexpr char PastMark[] = "past ";
 constexpr qint64 LongestLine = 1 << 16;
 constexpr qint64 BlockBytes = 1 << 20;
 constexpr char EntryEnd[] = "</FrequencyStoreEntry>";
@@ -30,6 +36,10 @@ QByteArray encoded(const QString& text) {
 
 QString decoded(const QByteArray& text) {
     return QString::fromUtf8(QByteArray::fromPercentEncoding(text));
+}
+
+QByteArray hashOf(const QByteArray& bytes) {
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
 }
 
 } // namespace
@@ -54,12 +64,50 @@ bool RecoveryHead::FromLine(const QByteArray& line) {
     return !key.isEmpty() && !suffix.contains(QLatin1Char('/'));
 }
 
+/// The last word is the hash of those before: a line that was cut may look like another one.
+QByteArray RecoveryPast::ToLine() const {
+    const QByteArray words =
+        QByteArrayList{encoded(key), encoded(file), QByteArray::number(fileTime)}.join(' ');
+    return PastMark + words + ' ' + hashOf(words) + '\n';
+}
+
+bool RecoveryPast::FromLine(const QByteArray& line) {
+    const QList<QByteArray> words = wordsBehind(line, PastMark);
+    if (words.size() != 4 || hashOf(words.first(3).join(' ')) != words[3])
+        return false;
+    key = decoded(words[0]);
+    file = decoded(words[1]);
+    fileTime = words[2].toLongLong();
+    return true;
+}
+
+bool RecoveryPast::Holds() const {
+    if (file.isEmpty())
+        return true;
+    const std::optional<FileStamps::State> state = FileStamps::State::Of(file);
+    return state && state->modified == fileTime;
+}
+
+bool RecoveryForm::AddPast(const QString& path, const RecoveryPast& past) {
+    QFile file(path);
+    const QByteArray line = past.ToLine();
+    return file.open(QIODevice::Append | QIODevice::ExistingOnly | QIODevice::Unbuffered) &&
+           file.write(line) == line.size() && ::fsync(file.handle()) == 0;
+}
+
 QByteArray RecoveryForm::PieceLine(qsizetype bytes) {
     return PieceMark + QByteArray::number(bytes) + '\n';
 }
 
 QByteArray RecoveryForm::EndLine(qint64 entries, const QByteArray& hash) {
     return EndMark + QByteArray::number(entries) + ' ' + hash + '\n';
+}
+
+void RecoveryDone::Close() const {
+    if (isLast)
+        QFile::remove(path);
+    else
+        RecoveryForm::AddPast(path, {key, QString(), 0});
 }
 
 RecoveryReader::RecoveryReader(const QString& path) : m_path(path) {
@@ -89,6 +137,15 @@ qint64 RecoveryReader::countEntries(const RecoverySection& section) const {
     return count;
 }
 
+void RecoveryReader::note(const RecoveryPast& past) {
+    const auto section =
+        std::ranges::find(m_sections, past.key, [](const RecoverySection& one) { return one.head.key; });
+    if (section == m_sections.end() || !past.Holds())
+        return;
+    section->isPast = true;
+    section->savedIn = past.file;
+}
+
 void RecoveryReader::read() {
     QFile file(m_path);
     if (!file.open(QIODevice::ReadOnly) || file.readLine(LongestLine) != RecoveryForm::FirstLine)
@@ -103,6 +160,10 @@ void RecoveryReader::read() {
             hash.reset();
             hash.addData(line);
             m_sections.push_back(std::move(next));
+            continue;
+        }
+        if (RecoveryPast past; !open && past.FromLine(line)) {
+            note(past);
             continue;
         }
         if (!open)

@@ -21,9 +21,25 @@ struct RecoveryHead {
     bool FromLine(const QByteArray& line);
 };
 
+/// What is said of a list behind the sections: that its section is past.
+struct RecoveryPast {
+    QString key;
+    /// The file that the list was about to be saved in; empty when the section is past whatever stands where.
+    QString file;
+    /// The time of what was to take that file's place, in nanoseconds since 1970: the section is past when
+    /// the file has it.
+    qint64 fileTime = 0;
+
+    QByteArray ToLine() const;
+    /// False when the line says something else, or not all of it.
+    bool FromLine(const QByteArray& line);
+    bool Holds() const;
+};
+
 /// The form of a recovery file: a line that says what it is, and for each list a section of a head, pieces
 /// that each say how long they are, and an end with the number of entries and the SHA-256 of all before it in
-/// the section. A file that was cut or damaged anywhere tells how much of it can be trusted.
+/// the section. Lines may be added behind the last section that say which are past. A file that was cut or
+/// damaged anywhere tells how much of it can be trusted.
 namespace RecoveryForm {
 
 inline constexpr char FirstLine[] = "freqstore recovery 1\n";
@@ -33,6 +49,9 @@ inline constexpr char FolderName[] = "recovery";
 
 QByteArray PieceLine(qsizetype bytes);
 QByteArray EndLine(qint64 entries, const QByteArray& hash);
+/// Adds a line to a recovery file, and brings it to the disk. False when it cannot be written; the file says
+/// what it did before. Any thread.
+bool AddPast(const QString& path, const RecoveryPast& past);
 
 } // namespace RecoveryForm
 
@@ -42,6 +61,19 @@ struct RecoverySection {
     qint64 entries = -1;                           ///< of a list that is not whole, those before the cut
     bool isWhole = false;                          ///< else pieces may be missing at the end, or are damaged
     std::vector<std::pair<qint64, qint64>> pieces; ///< offset and length of each in the file
+    /// Its list was saved since, or the operator has decided about it.
+    bool isPast = false;
+    /// The file that it was saved in then; empty when there is none to be shown.
+    QString savedIn;
+};
+
+/// A section of a file that another process has left, and that is done with.
+struct RecoveryDone {
+    QString path;
+    QString key;
+    bool isLast; ///< nothing else is left in the file, which goes
+
+    void Close() const;
 };
 
 /// Reads a recovery file without holding its content.
@@ -58,6 +90,7 @@ public:
 
 private:
     void read();
+    void note(const RecoveryPast& past);
     qint64 countEntries(const RecoverySection& section) const;
 
     QString m_path;

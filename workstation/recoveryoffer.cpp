@@ -55,27 +55,48 @@ RecoveryOffer::RecoveryOffer(const QString& dataFolder, const ListFiles& lists, 
         if (!lock)
             continue;
         m_files.push_back(std::make_unique<File>(File{RecoveryReader(path), std::move(lock), 0}));
-        File& file = *m_files.back();
-        for (const RecoverySection& section : file.reader.GetSections()) {
-            if (!section.isWhole && section.entries == 0)
-                continue;
-            ++file.left;
-            const auto list = std::ranges::find(lists, section.head.key, &ListFile::key);
-            if (list == lists.end()) { // a plug-in's that is not there this time
-                Problems::Report(
-                    TraceSource,
-                    {path, 0, tr("holds unsaved work of %1, which is not there").arg(section.head.key)});
-                continue;
-            }
-            m_rows.push_back({&file, &section, &*list});
-        }
-        if (file.left == 0)
-            putAside(path);
+        takeRows(lists, *m_files.back());
     }
     std::ranges::stable_sort(m_rows, std::greater(), [](const Row& row) { return row.section->head.time; });
 }
 
 RecoveryOffer::~RecoveryOffer() = default;
+
+void RecoveryOffer::takeRows(const ListFiles& lists, File& file) {
+    const QString& path = file.reader.GetPath();
+    std::vector<RecoveryDone> past;
+    for (const RecoverySection& section : file.reader.GetSections()) {
+        const auto list = std::ranges::find(lists, section.head.key, &ListFile::key);
+        if (section.isPast) {
+            past.push_back({path, section.head.key, false});
+            if (list != lists.end() && !section.savedIn.isEmpty())
+                m_saved.emplace_back(&*list, section.savedIn);
+            continue;
+        }
+        if (!section.isWhole && section.entries == 0)
+            continue;
+        ++file.left;
+        if (list != lists.end()) {
+            m_rows.push_back({&file, &section, &*list});
+            continue;
+        }
+        // a plug-in's that is not there this time
+        Problems::Report(TraceSource,
+                         {path, 0, tr("holds unsaved work of %1, which is not there").arg(section.head.key)});
+    }
+    if (file.left == 0 && past.empty())
+        return putAside(path);
+    for (RecoveryDone& section : past) { // whatever becomes of the files that they were saved in
+        section.isLast = file.left == 0;
+        section.Close();
+    }
+}
+
+void RecoveryOffer::OpenSaved() const {
+    for (const auto& [list, path] : m_saved)
+        if (list->writeCopy && list->file().isEmpty() && list->count() == 0)
+            list->open(path);
+}
 
 std::vector<RecoveryRow> RecoveryOffer::describe() const {
     std::vector<RecoveryRow> rows;
@@ -106,16 +127,19 @@ void RecoveryOffer::Ask(QWidget* window) {
     if (answer != RecoveryDialog::Discard)
         return;
     for (const size_t row : rows)
-        if (--m_rows[row].file->left == 0)
-            QFile::remove(m_rows[row].file->reader.GetPath());
+        doneWith(m_rows[row]).Close();
 }
 
-/// A file goes when what it held is in the recovery file of this process.
+RecoveryDone RecoveryOffer::doneWith(const Row& row) {
+    return {row.file->reader.GetPath(), row.section->head.key, --row.file->left == 0};
+}
+
+/// What was restored goes when it is in the recovery file of this process.
 void RecoveryOffer::restore(const std::vector<size_t>& rows) {
-    QStringList done;
+    std::vector<RecoveryDone> done;
     for (const size_t row : rows)
-        if (restore(m_rows[row]) && --m_rows[row].file->left == 0)
-            done << m_rows[row].file->reader.GetPath();
+        if (restore(m_rows[row]))
+            done.push_back(doneWith(m_rows[row]));
     m_recovery.Replace(done);
 }
 

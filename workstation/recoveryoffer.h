@@ -23,6 +23,9 @@ public:
     ~RecoveryOffer();
 
     bool IsEmpty() const { return m_rows.empty(); }
+    /// Nothing is offered of a list that was saved when its process ended. It takes that file, unless it has
+    /// another one or entries.
+    void OpenSaved() const;
     /// What there is, in words, for when nobody can be asked.
     QString GetText() const;
     /// Asks what becomes of it and does that. A list takes the file that it had, before it takes what was not
@@ -41,6 +44,8 @@ private:
         const ListFile* list;
     };
 
+    void takeRows(const ListFiles& lists, File& file);
+    static RecoveryDone doneWith(const Row& row);
     void restore(const std::vector<size_t>& rows);
     bool restore(const Row& row);
     void saveAs(QWidget* window, const Row& row);
@@ -49,4 +54,5 @@ private:
     Recovery& m_recovery;
     std::vector<std::unique_ptr<File>> m_files;
     std::vector<Row> m_rows; ///< newest first
+    std::vector<std::pair<const ListFile*, QString>> m_saved;
 };

@@ -31,6 +31,7 @@ void RecoveryWriter::write(const QByteArray& bytes) {
 void RecoveryWriter::Begin() {
     m_failure.clear();
     m_next.clear();
+    m_past.clear();
     m_written = 0;
     try {
         m_file = std::make_unique<REPORTGENERATOR::PrivateFile>(QFileInfo(m_path).path());
@@ -93,6 +94,8 @@ void RecoveryWriter::KeepSection(const QString& key) {
 
 void RecoveryWriter::Commit() {
     attempt([this] {
+        for (const RecoveryPast& past : m_past)
+            write(past.ToLine());
         m_file->Commit(m_path);
         m_last = m_next;
     });
@@ -101,6 +104,13 @@ void RecoveryWriter::Commit() {
         emit Done();
     else
         emit Failed(m_failure);
+}
+
+void RecoveryWriter::AddPast(const RecoveryPast& past) {
+    if (m_last.contains(past.key))
+        RecoveryForm::AddPast(m_path, past);
+    if (m_file && m_next.contains(past.key))
+        m_past.push_back(past);
 }
 
 void RecoveryWriter::Remove() {

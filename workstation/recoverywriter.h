@@ -28,7 +28,9 @@ public:
     /// Takes the section of a list over from the file before, which has it.
     void KeepSection(const QString& key);
     void Commit();
-    void Abort() { m_file.reset(); }
+    /// Says of a list's section that it is past, in the file in place and in the one that is being written,
+    /// where they have it. What cannot be said is offered once more, and lost is nothing.
+    void AddPast(const RecoveryPast& past);
     /// There is nothing to recover any more.
     void Remove();
 
@@ -59,7 +61,8 @@ private:
     QCryptographicHash m_hash{QCryptographicHash::Sha256};
     qint64 m_written = 0;
     std::atomic<qint64> m_waiting = 0;
-    QString m_key;                   ///< of the section that is being written
-    std::map<QString, Place> m_next; ///< sections of the file that is being written
-    std::map<QString, Place> m_last; ///< sections of the file that is in place
+    QString m_key;                    ///< of the section that is being written
+    std::map<QString, Place> m_next;  ///< sections of the file that is being written
+    std::map<QString, Place> m_last;  ///< sections of the file that is in place
+    std::vector<RecoveryPast> m_past; ///< of the file that is being written
 };

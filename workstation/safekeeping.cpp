@@ -37,6 +37,8 @@ Safekeeping::Safekeeping(MainWindow& window, const ListOwners& owners)
     addAction();
     Configure();
     m_versions.SetQuestion([this](const QString& path) { return m_watch.AskBeforeSave(path); });
+    m_versions.SetFollower(
+        [this](const QString& path, const QString& aside) { m_recovery.LetGoWith(path, aside); });
     m_watch.SetMerge([&window](const ListFile& list, const QString& path) {
         return ListImport::Import(window, static_cast<unsigned>(list.id), path);
     });
@@ -122,6 +124,7 @@ void Safekeeping::restore(const ListFile& list, const FileVersions::Version& ver
 
 bool Safekeeping::OfferRecovery() {
     RecoveryOffer offer(m_dataFolder, m_lists, m_recovery);
+    offer.OpenSaved();
     if (offer.IsEmpty())
         return false;
     if (m_mayAsk && m_mayAsk()) {

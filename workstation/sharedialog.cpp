@@ -7,7 +7,6 @@
 #include "workstation/sharing.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFormLayout>
@@ -19,8 +18,6 @@
 #include <QRadioButton>
 #include <QToolButton>
 #include <QUrl>
-
-#include <algorithm>
 
 namespace {
 
@@ -52,9 +49,10 @@ void addRow(QFormLayout& form, const QString& label, QHBoxLayout* row, QWidget* 
 ShareDialog::ShareDialog(const Sharing& sharing, const ShareProfile& present, bool atStart, QWidget* parent)
     : QDialog(parent),
       m_sharing(sharing),
-      m_profiles(ShareProfile::Load()),
-      m_profile(new QComboBox(this)),
-      m_remove(new QPushButton(tr("&Remove"), this)),
+      m_profile(new ProfileRow(
+          m_profiles.GetNames(),
+          tr("A connection with a name is kept, without its password; choose it here the next time"),
+          tr("Forget the connection of this name"), this)),
       m_broker(makeField(this, "Broker", tr("host, or host:port"))),
       m_isEncrypted(makeBox(this, "Encrypted", tr("&Encrypted (TLS)"))),
       m_site(makeField(this, "Site", tr("lists of one site belong together"))),
@@ -74,7 +72,7 @@ ShareDialog::ShareDialog(const Sharing& sharing, const ShareProfile& present, bo
     setWindowTitle(tr("Share Lists"));
     auto* form = new QFormLayout(this);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    addProfiles(*form);
+    form->addRow(tr("Na&me:"), m_profile);
     addBroker(*form);
     addUser(*form);
     addRole(*form);
@@ -82,10 +80,15 @@ ShareDialog::ShareDialog(const Sharing& sharing, const ShareProfile& present, bo
     m_buttons->button(QDialogButtonBox::Ok)->setText(tr("&Connect"));
     form->addRow(m_buttons);
     connect(m_buttons, &QDialogButtonBox::accepted, this, [this] {
-        keep();
+        m_profiles.Keep(GetChoice());
         accept();
     });
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(m_profile, &ProfileRow::Chosen, this,
+            [this](const QString& name) { showProfile(*m_profiles.Find(name)); });
+    connect(m_profile, &ProfileRow::Edited, this, &ShareDialog::showProblem);
+    connect(m_profile, &ProfileRow::Forgotten, this,
+            [this](const QString& name) { m_profiles.Forget(name); });
     m_atStart->setChecked(atStart);
     showProfile(present);
     resize(UsualWidth, sizeHint().height());
@@ -109,27 +112,6 @@ void ShareDialog::addFile(QFormLayout& form, const QString& label, QLineEdit* fi
             field->setText(path);
     });
     addRow(form, label, row, field);
-}
-
-void ShareDialog::addProfiles(QFormLayout& form) {
-    m_profile->setObjectName(QStringLiteral("Profile"));
-    m_profile->setEditable(true);
-    m_profile->setInsertPolicy(QComboBox::NoInsert);
-    m_profile->lineEdit()->setPlaceholderText(tr("name it to keep it"));
-    m_profile->setToolTip(tr("A connection with a name is kept, without its password; choose it here the "
-                             "next time"));
-    for (const ShareProfile& profile : m_profiles)
-        m_profile->addItem(profile.name);
-    m_profile->setCurrentIndex(-1);
-    m_remove->setToolTip(tr("Forget the connection of this name"));
-    m_remove->setAutoDefault(false);
-    auto* row = new QHBoxLayout;
-    row->addWidget(m_profile, 1);
-    row->addWidget(m_remove);
-    addRow(form, tr("Na&me:"), row, m_profile);
-    connect(m_profile, &QComboBox::textActivated, this, &ShareDialog::chooseProfile);
-    connect(m_profile, &QComboBox::editTextChanged, this, &ShareDialog::showProblem);
-    connect(m_remove, &QPushButton::clicked, this, &ShareDialog::removeProfile);
 }
 
 void ShareDialog::addBroker(QFormLayout& form) {
@@ -201,24 +183,9 @@ void ShareDialog::addTest(QFormLayout& form) {
     connect(m_test, &QPushButton::clicked, this, &ShareDialog::test);
 }
 
-void ShareDialog::chooseProfile(const QString& name) {
-    const auto found = std::ranges::find(m_profiles, name, &ShareProfile::name);
-    if (found != m_profiles.end())
-        showProfile(*found);
-}
-
-void ShareDialog::removeProfile() {
-    std::erase_if(m_profiles,
-                  [this](const ShareProfile& profile) { return profile.name == m_profile->currentText(); });
-    ShareProfile::Save(m_profiles);
-    m_profile->removeItem(m_profile->findText(m_profile->currentText()));
-    m_profile->setCurrentIndex(-1);
-    m_profile->clearEditText();
-}
-
 void ShareDialog::showProfile(const ShareProfile& profile) {
     const QUrl url(profile.url);
-    m_profile->setEditText(profile.name);
+    m_profile->SetName(profile.name);
     m_broker->setText(url.port() < 0 ? url.host() : QStringLiteral("%1:%2").arg(url.host()).arg(url.port()));
     m_isEncrypted->setChecked(url.scheme() != QLatin1String("mqtt"));
     m_site->setText(url.path().mid(1));
@@ -241,7 +208,7 @@ ShareProfile ShareDialog::GetChoice() const {
     url.setUserName(m_user->text().trimmed());
     url.setPath(QLatin1Char('/') + m_site->text().trimmed());
     ShareProfile profile;
-    profile.name = m_profile->currentText().trimmed();
+    profile.name = m_profile->GetName();
     profile.url = url.toString(QUrl::FullyEncoded);
     profile.role = m_server->isChecked() ? ShareProfile::Role::Server : ShareProfile::Role::Client;
     profile.passwordFile = m_passwordFile->text().trimmed();
@@ -276,7 +243,6 @@ void ShareDialog::showProblem() {
     m_answer->setText(problem);
     m_test->setEnabled(problem.isEmpty());
     m_buttons->button(QDialogButtonBox::Ok)->setEnabled(problem.isEmpty());
-    m_remove->setEnabled(m_profile->findText(m_profile->currentText()) >= 0);
 }
 
 void ShareDialog::test() {
@@ -302,14 +268,4 @@ void ShareDialog::probe(const QString& password) {
     const auto showAnswer = [this] { m_answer->setText(m_probe->Answer()); };
     connect(m_probe.get(), &ShareProbe::Changed, this, showAnswer);
     showAnswer();
-}
-
-void ShareDialog::keep() {
-    const ShareProfile choice = GetChoice();
-    if (choice.name.isEmpty())
-        return;
-    std::erase_if(m_profiles, [&](const ShareProfile& profile) { return profile.name == choice.name; });
-    m_profiles.push_back(choice);
-    std::ranges::sort(m_profiles, {}, &ShareProfile::name);
-    ShareProfile::Save(m_profiles);
 }

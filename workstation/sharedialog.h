@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workstation/profilerow.h"
 #include "workstation/shareprofile.h"
 
 #include <QDialog>
@@ -7,7 +8,6 @@
 #include <memory>
 
 class QCheckBox;
-class QComboBox;
 class QDialogButtonBox;
 class QFormLayout;
 class QLabel;
@@ -37,23 +37,18 @@ public:
 
 private:
     void addFile(QFormLayout& form, const QString& label, QLineEdit* field, const QString& title);
-    void addProfiles(QFormLayout& form);
     void addBroker(QFormLayout& form);
     void addUser(QFormLayout& form);
     void addRole(QFormLayout& form);
     void addTest(QFormLayout& form);
-    void chooseProfile(const QString& name);
-    void removeProfile();
     void showProfile(const ShareProfile& profile);
     void showProblem();
     void test();
     void probe(const QString& password);
-    void keep();
 
     const Sharing& m_sharing;
-    std::vector<ShareProfile> m_profiles;
-    QComboBox* m_profile;
-    QPushButton* m_remove;
+    KeptProfiles<ShareProfile> m_profiles;
+    ProfileRow* m_profile;
     QLineEdit* m_broker;
     QCheckBox* m_isEncrypted;
     QLineEdit* m_site;

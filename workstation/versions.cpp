@@ -18,8 +18,10 @@ Versions::Answer Versions::FileIsChanged(const QString& path) {
     return m_question ? m_question(path) : Answer::WriteBeside;
 }
 
-void Versions::Replacing(const QString& path) {
+void Versions::Replacing(const QString& path, const QString& aside) {
     keep(path, -1);
+    if (m_follower)
+        m_follower(path, aside);
 }
 
 void Versions::Replaced(const QString& path, qint64 entries) {

@@ -24,6 +24,9 @@ public:
     FileVersions& GetStore() { return m_store; }
     /// Without a question such a file stays, and what is new stands beside it.
     void SetQuestion(Question question) { m_question = std::move(question); }
+    /// Who is told of a file that is about to be replaced by the one `aside`, which keeps its time.
+    using Follower = std::function<void(const QString& path, const QString& aside)>;
+    void SetFollower(Follower follower) { m_follower = std::move(follower); }
 
     /// While one lives, files that are written are nobody's: no version is kept.
     class Pause {
@@ -40,12 +43,13 @@ public:
 
 private:
     Answer FileIsChanged(const QString& path) override;
-    void Replacing(const QString& path) override;
+    void Replacing(const QString& path, const QString& aside) override;
     void Replaced(const QString& path, qint64 entries) override;
     void keep(const QString& path, qint64 entries);
 
     FileVersions m_store;
     Question m_question;
+    Follower m_follower;
     WriteGuard* m_before;
     QString m_told; ///< the last failure, which is told once
 };

@@ -3,6 +3,7 @@
 #include "host/base/frequencytext.h"
 #include "host/gui/colorset.h"
 #include "receiver/receiver.h"
+#include "workstation/elidedlabel.h"
 #include "workstation/failurenote.h"
 
 #include <QLabel>
@@ -11,7 +12,9 @@
 
 namespace {
 
-constexpr int LongestSharing = 420; ///< pixels; a reason may be long
+// Pixels: names and reasons may be long, and beside them stays room for what is told.
+constexpr int LongestSharing = 420;
+constexpr int LongestReceiver = 260;
 
 } // namespace
 
@@ -19,11 +22,12 @@ WindowStatus::WindowStatus(QStatusBar& bar)
     : QObject(&bar),
       m_bar(bar),
       m_failure(new FailureNote(&bar)),
-      m_receiver(new QLabel(&bar)),
+      m_receiver(new ElidedLabel(&bar, Qt::ElideMiddle)),
       m_tuned(new QLabel(&bar)),
       m_sharing(new QToolButton(&bar)),
       m_problems(new QToolButton(&bar)) {
     m_receiver->setObjectName(QStringLiteral("ReceiverName"));
+    m_receiver->setMaximumWidth(LongestReceiver); // the name is cut in the middle: its state stands behind it
     m_tuned->setToolTip(tr("Tuned frequency"));
     m_problems->setObjectName(QStringLiteral("Problems"));
     m_problems->setAutoRaise(true);

@@ -285,7 +285,7 @@ void OutputFile::Commit() {
         if (keepsChanged())
             return;
         if (currentGuard)
-            currentGuard->Replacing(m_target);
+            currentGuard->Replacing(m_target, m_temporary->Name());
         check(m_temporary->MoveTo(m_target));
         if (currentGuard)
             currentGuard->Replaced(m_target, m_entries);

@@ -19,8 +19,9 @@ public:
     /// The file differs from what this process has read or written. A dialog may be shown: the new content is
     /// complete and aside.
     virtual Answer FileIsChanged(const QString& path) = 0;
-    /// The file is about to be replaced; it need not be there.
-    virtual void Replacing(const QString& path) = 0;
+    /// The file, which need not be there, is about to be replaced by the one `aside`. That one is complete
+    /// and on the disk, and keeps its time when it takes the place.
+    virtual void Replacing(const QString& path, const QString& aside) = 0;
     /// The file has its new content, with so many entries; -1 when the writer does not count.
     virtual void Replaced(const QString& path, qint64 entries) = 0;
 };

@@ -6,7 +6,6 @@
 // A state is the comments of all entries, joined by commas. It goes on until it is killed.
 
 #include "controls/frequencystore/common/keys.h"
-#include "controls/frequencystore/files/filegate.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
 #include "controls/frequencystore/targets/wkflistentry.h"
 #include "host/valuetree/tree.h"
@@ -37,16 +36,14 @@ void say(const char* what, const QString& text) {
     std::fflush(stdout);
 }
 
-/// One action of the operator.
+/// One action of the operator, who saves where there is a file.
 void act(QRandomGenerator& chance, const QString& file) {
     TargetListHandler& list = *TargetListHandler::Instance();
     const std::vector<Node*> entries = list.GetItemsRoot()->Children();
     const quint32 what = chance.bounded(12);
     if (what == 0) {
-        if (list.SaveFile(file)) {
-            FileGate::WasWritten(FileGate::List::Targets, file);
+        if (!file.isEmpty() && list.SaveAsOwn(file))
             say("saved", state());
-        }
     } else if (what < 3 && !entries.empty()) {
         list.GetItemsRoot()->DeleteNode(entries[chance.bounded(static_cast<quint32>(entries.size()))]);
     } else if (what < 6 && !entries.empty()) {
@@ -65,7 +62,7 @@ int main(int argc, char** argv) {
         return 1;
     const QString folder = QString::fromLocal8Bit(argv[1]);
     QRandomGenerator chance(QByteArray(argv[2]).toUInt());
-    const bool onlyLooks = QByteArray(argv[3]) == "look";
+    const QByteArray mode(argv[3]); // "look" ends here, "keep" saves nothing that was not kept before
     const QApplication application(argc, argv);
     QString error;
     Workstation station(
@@ -83,15 +80,20 @@ int main(int argc, char** argv) {
     });
     station.OfferRecovery();
     say("has", state());
-    if (onlyLooks)
+    if (mode == "look")
         return 0;
     Recovery& recovery = station.GetSafekeeping().GetRecovery();
     recovery.SetInterval(IntervalMilliseconds);
     QString begun;
     QObject::connect(&recovery, &Recovery::Begun, &recovery, [&] { begun = state(); });
-    QObject::connect(&recovery, &Recovery::Written, &recovery, [&] { say("kept", begun); });
+    bool maySave = mode != "keep";
+    QObject::connect(&recovery, &Recovery::Written, &recovery, [&] {
+        say("kept", begun);
+        maySave = true;
+    });
     QTimer work;
-    QObject::connect(&work, &QTimer::timeout, &work, [&] { act(chance, folder + "/targets.ltl"); });
+    QObject::connect(&work, &QTimer::timeout, &work,
+                     [&] { act(chance, maySave ? folder + "/targets.ltl" : QString()); });
     work.start(1);
     return QApplication::exec();
 }

@@ -113,7 +113,10 @@ struct Guard : WriteGuard {
         seen << "asked " + QFileInfo(path).fileName();
         return answer;
     }
-    void Replacing(const QString& path) override { seen << "replacing " + QFileInfo(path).fileName(); }
+    void Replacing(const QString& path, const QString& aside) override {
+        EXPECT_TRUE(QFile::exists(aside));
+        seen << "replacing " + QFileInfo(path).fileName();
+    }
     void Replaced(const QString& path, qint64 entries) override {
         seen << QStringLiteral("replaced %1 %2").arg(QFileInfo(path).fileName()).arg(entries);
     }

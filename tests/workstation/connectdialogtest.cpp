@@ -54,6 +54,14 @@ TEST_F(ConnectDialogs, AModelIsFoundByItsWordsAndKeptUnderItsName) {
     ASSERT_TRUE(next.GetChoice());
     EXPECT_EQ(next.GetChoice()->model, RadioProfile::Client);
     EXPECT_EQ(next.GetChoice()->port, "attic:4532");
+
+    auto* remove = part<QPushButton>(next, "RemoveProfile");
+    profile->setEditText("Att");
+    EXPECT_FALSE(remove->isEnabled()) << "nothing has that name";
+    profile->setEditText("Attic");
+    remove->click();
+    EXPECT_EQ(next.GetChoice()->name, QString());
+    EXPECT_EQ(part<QComboBox>(ConnectDialog(std::nullopt), "Profile")->count(), 0);
 }
 
 TEST_F(ConnectDialogs, F1ShowsTheGuideOfReceivers) {

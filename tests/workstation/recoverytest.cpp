@@ -4,23 +4,16 @@
 #include "controls/frequencystore/targets/targetlisthandler.h"
 #include "controls/frequencystore/targets/targetlistparser.h"
 #include "host/report/filestamps.h"
-#include "host/report/fileversions.h"
 #include "host/startup/cfgcenter.h"
-#include "tests/support/dialogs.h"
 #include "tests/support/fulldisk.h"
 #include "tests/support/ordinaryuser.h"
 #include "tests/support/traces.h"
-#include "tests/workstation/stationfixture.h"
+#include "tests/workstation/recoveryfixture.h"
 #include "workstation/ending.h"
 #include "workstation/job.h"
 #include "workstation/listwalk.h"
-#include "workstation/recoverydialog.h"
-#include "workstation/recoverywriter.h"
-#include "workstation/safekeeping.h"
 
 #include <QProcess>
-#include <QPushButton>
-#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTreeWidget>
@@ -29,14 +22,6 @@
 #include <sys/stat.h>
 
 namespace {
-
-QByteArray listOf(int entries) {
-    QByteArray text = "<?xml version=\"1.0\"?>\n<FrequencyStoreList Version=\"1\" Usage=\"NOI\">\n";
-    for (int i = 0; i < entries; ++i)
-        text += "<FrequencyStoreEntry><Comment>c</Comment><FFM_Settings><Frequency>" +
-                QByteArray::number(7000000 + i) + "</Frequency></FFM_Settings></FrequencyStoreEntry>\n";
-    return text + "</FrequencyStoreList>\n";
-}
 
 class RecoveryFiles : public testing::Test, protected TestFolder {
 protected:
@@ -129,37 +114,6 @@ TEST_F(RecoveryFiles, KeepTheOldOneWhenTheNewOneFails) {
     EXPECT_EQ(failures.size(), 1);
     EXPECT_GT(Read("file").size(), 100'000);
 }
-
-class Recoveries : public Workstations {
-protected:
-    static constexpr char Noi[] = "/Lists/NOIFrequencies";
-
-    static NOIFrequencyHandler& noi() { return *NOIFrequencyHandler::Instance(); }
-    Recovery& recovery() { return station->GetSafekeeping().GetRecovery(); }
-    QDir folder() const { return QDir(Path("data/recovery")); }
-    QStringList files() const { return folder().entryList({"*.recovery"}, QDir::Files); }
-    /// Leaves a recovery file with these frequencies of interest, as a process that was killed does.
-    void leave(int entries, const QString& name = "dead.recovery") {
-        QDir().mkpath(folder().path());
-        RecoveryWriter writer(folder().filePath(name));
-        writer.Begin();
-        writer.BeginSection({"noi", ".xml", 1'000'000, QString(), 0});
-        writer.Append(listOf(entries));
-        writer.EndSection(entries);
-        writer.Commit();
-    }
-    void startAttended() {
-        start({});
-        station->SetAttended(true);
-    }
-    void answer(const char* button) {
-        WhenOpen<RecoveryDialog>([button](RecoveryDialog& dialog) {
-            dialog.findChild<QPushButton*>(QLatin1String(button))->click();
-            if (dialog.isVisible())
-                dialog.reject();
-        });
-    }
-};
 
 TEST_F(Recoveries, HoldWhatIsInNoFileAndEndWithIt) {
     start({});
@@ -373,6 +327,38 @@ TEST_F(Recoveries, ThatTheirFileHasOutlivedAreShownAndNotMeant) {
     }
 }
 
+TEST_F(Recoveries, ThatWereDecidedAboutAreNotOfferedAgainWithTheRestOfTheirFile) {
+    QDir().mkpath(folder().path());
+    RecoveryWriter writer(folder().filePath("dead.recovery"));
+    writer.Begin();
+    for (const char* key : {"noi", "targets", "results"}) {
+        writer.BeginSection({key, ".xml", 1'000'000, QString(), 0});
+        writer.Append(listOf(2));
+        writer.EndSection(2);
+    }
+    writer.Commit();
+    const auto decide = [&](const char* button, const char* list) {
+        int offered = 0;
+        WhenOpen<RecoveryDialog>([&](RecoveryDialog& dialog) {
+            auto* table = dialog.findChild<QTreeWidget*>();
+            offered = table->topLevelItemCount();
+            for (int row = 0; row < offered; ++row)
+                if (table->topLevelItem(row)->text(0) != QLatin1String(list))
+                    table->topLevelItem(row)->setCheckState(0, Qt::Unchecked);
+            WhenOpen<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Discard)->click(); });
+            dialog.findChild<QPushButton*>(QLatin1String(button))->click();
+        });
+        EXPECT_FALSE(station->OfferRecovery());
+        recovery().WriteNow();
+        return offered;
+    };
+    startAttended();
+    EXPECT_EQ(decide("discard", "NOI Frequencies"), 3);
+    EXPECT_EQ(decide("restore", "Data Results"), 2);
+    EXPECT_EQ(decide("restore", "Local TargetList"), 1);
+    EXPECT_FALSE(files().contains("dead.recovery"));
+}
+
 class SharedDirectories : public Recoveries {};
 
 TEST_F(SharedDirectories, KeepListAndSettingsOfTheFirstWindow) {
@@ -406,70 +392,6 @@ TEST_F(SharedDirectories, KeepListAndSettingsOfTheFirstWindow) {
     EXPECT_EQ(Read(settings), before);
     first.kill();
     first.waitForFinished();
-}
-
-/// A process that works until it is killed.
-class Life : public QProcess {
-public:
-    Life(const QString& folder, quint32 seed, const char* mode) {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("QT_QPA_PLATFORM", "offscreen");
-        setProcessEnvironment(environment);
-        start(RECOVERY_CHILD, {folder, QString::number(seed), mode});
-    }
-    /// Kills it when it has said so many lines; all that it has said.
-    QList<QByteArray> LinesUntilKilled(int lines) {
-        QByteArray said;
-        while (said.count('\n') < lines && waitForReadyRead(60000))
-            said += readAllStandardOutput();
-        kill();
-        waitForFinished();
-        said += readAllStandardOutput();
-        return said.left(said.lastIndexOf('\n') + 1).split('\n');
-    }
-};
-
-TEST_F(Recoveries, BringBackAllButTheLastMomentsOfAProcessThatIsKilled) {
-    const quint32 seed = QRandomGenerator::global()->generate();
-    QRandomGenerator chance(seed);
-    SCOPED_TRACE(testing::Message() << "seed " << seed);
-    std::printf("seed %u\n", seed);
-    QList<QByteArray> may{""}; // the states that the next life may begin with
-    int restored = 0;
-    bool hasFile = false;
-    for (int life = 0; life <= 20; ++life) {
-        Life process(m_folder.path(), chance.generate(), "work");
-        const QList<QByteArray> lines = process.LinesUntilKilled(static_cast<int>(chance.bounded(2, 200)));
-        ASSERT_TRUE(lines.front().startsWith("has ")) << life << process.readAllStandardError().toStdString();
-        const QByteArray begin = lines.front().mid(4);
-        EXPECT_TRUE(may.contains(begin))
-            << "life " << life << " begins with " << begin.toStdString() << "\nof\n"
-            << may.join('\n').toStdString();
-        restored += begin.isEmpty() ? 0 : 1;
-        if (life == 0 || !may.isEmpty())
-            may = {begin};
-        for (const QByteArray& line : lines.mid(1)) {
-            const QByteArray state = line.mid(line.indexOf(' ') + 1);
-            // What was kept of a list without a file knows nothing of its first file, and is offered beside
-            // it until the next round.
-            const bool isFirstFile = line.startsWith("saved ") && !std::exchange(hasFile, true);
-            if (line.startsWith("did ") || isFirstFile)
-                may << state;
-            else if (!line.isEmpty()) // all before it is past
-                may = may.mid(may.lastIndexOf(state));
-        }
-        EXPECT_TRUE(!QFile::exists(Path("targets.ltl")) || FileRecords(Path("targets.ltl")).IsWhole())
-            << life;
-        for (const FileVersions::Version& version :
-             FileVersions(Path("data/versions")).Of(Path("targets.ltl")))
-            EXPECT_TRUE(FileVersions::IsWhole(version)) << life;
-        for (const QString& name : files()) {
-            const RecoveryReader reader(folder().filePath(name));
-            for (const RecoverySection& section : reader.GetSections())
-                EXPECT_TRUE(section.isWhole) << life;
-        }
-    }
-    EXPECT_GT(restored, 10);
 }
 
 } // namespace

@@ -373,6 +373,22 @@ TEST_F(Windows, MessagesStayAwayUntilThereIsAProblemOrTheyAreAskedFor) {
     EXPECT_EQ(window().statusBar()->height(), height);
 }
 
+TEST_F(Windows, ALongNameOfAReceiverLeavesRoomForWhatIsTold) {
+    struct Link : ReceiverLink {
+        QString GetName() const override { return QString(40, 'W') + " on the mast behind the house"; }
+        void Begin() override { emit StateChanged(ReceiverState::NoAnswer, "nobody is there"); }
+        void Set(const std::vector<ReceiverWord>&, quint64) override {}
+    };
+    open({});
+    window().resize(1024, 600);
+    station->GetReceiver().Attach(std::make_unique<Link>());
+    QCoreApplication::processEvents();
+    const auto* label = window().findChild<QLabel*>("ReceiverName");
+    EXPECT_GT(label->x(), window().width() / 2);
+    EXPECT_LT(window().findChild<QToolButton*>("Problems")->geometry().right(), window().width());
+    EXPECT_EQ(label->toolTip(), Link().GetName() + ": no answer, nobody is there");
+}
+
 TEST_F(Windows, TheNextStartIsWhereTheLastOneEnded) {
     open({sample("targets.ltl")});
     ASSERT_TRUE(station->LoadFiles());

@@ -5,6 +5,7 @@
 #include "host/base/trace.h"
 #include "host/freqlist/buttonbar.h"
 #include "host/freqlist/freqstore.h"
+#include "host/freqlist/listsaving.h"
 #include "host/gui/guibase.h"
 #include "host/report/filework.h"
 #include "host/report/rgexception.h"
@@ -82,8 +83,11 @@ void SearchMCVectorListView::ConnectBar(FreqStoreListViewButtonBar& bar) {
 void SearchMCVectorListView::writeFile(bool csv) {
     SearchMC::WriteAskedFile(this, tr("Detection Results"), csv, {TraceSource, TraceSource},
                              [&](const QString& file) {
-                                 SearchMC::WriteFile(file, csv, AllRecords());
-                                 if (!csv)
-                                     FreqStore::Instance().NoteSaved(static_cast<int>(GetID()));
+                                 const auto write = [&] { SearchMC::WriteFile(file, csv, AllRecords()); };
+                                 if (csv)
+                                     return write();
+                                 const auto listId = static_cast<int>(GetID());
+                                 ListSaving::Do(listId, write);
+                                 FreqStore::Instance().NoteSaved(listId);
                              });
 }

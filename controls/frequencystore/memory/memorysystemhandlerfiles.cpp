@@ -9,6 +9,7 @@
 #include "host/base/fileproblems.h"
 #include "host/base/longwork.h"
 #include "host/base/trace.h"
+#include "host/freqlist/listsaving.h"
 #include "host/freqstorexml/stagedentries.h"
 #include "host/report/filework.h"
 #include "host/report/readsafely.h"
@@ -441,7 +442,8 @@ void MemorySystemHandler::SaveData2JobFile() {
 /// The job's file is from then on the one that was written, which may stand beside the one that was asked
 /// for.
 bool MemorySystemHandler::writeJob(const QString& path) {
-    const QString written = WriteJobText(path, m_jobFile->GetValue());
+    const QString written =
+        ListSaving::Do(m_pMedCtrl.get(), [&] { return WriteJobText(path, m_jobFile->GetValue()); });
     if (written.isEmpty())
         return false;
     m_jobFileName = written;

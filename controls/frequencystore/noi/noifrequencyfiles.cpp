@@ -11,6 +11,7 @@
 #include "host/base/tokenizer.h"
 #include "host/base/trace.h"
 #include "host/freqlist/frequencynodemediator.h"
+#include "host/freqlist/listsaving.h"
 #include "host/freqstorexml/filehandling.h"
 #include "host/freqstorexml/liststreams.h"
 #include "host/freqstorexml/stagedentries.h"
@@ -295,7 +296,8 @@ NOIFrequencyHandler::Saved NOIFrequencyHandler::saveTo(const QString& path) {
     const bool lines = PathContains(path, ".noi");
     if (!lines && m_pMedCtrl->size() == 0)
         return Saved::Nothing;
-    if (!(lines ? writeLines(path) : writeEntries(path, false)))
+    if (!ListSaving::Do(m_pMedCtrl.get(),
+                        [&] { return lines ? writeLines(path) : writeEntries(path, false); }))
         return Saved::Failed;
     m_currentFile = path;
     m_incomplete = false;

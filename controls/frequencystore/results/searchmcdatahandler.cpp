@@ -11,6 +11,7 @@
 #include "host/base/quoros.h"
 #include "host/base/trace.h"
 #include "host/freqlist/freqstore.h"
+#include "host/freqlist/listsaving.h"
 #include "host/freqlist/pixstatevector.h"
 #include "host/report/filework.h"
 #include "host/startup/cfgcenter.h"
@@ -126,7 +127,10 @@ QString SearchMCDataHandler::writeFile(QString (SearchMCDataHandler::*nameOf)(QS
 QString SearchMCDataHandler::SaveToFile(bool silent) {
     const QString name = writeFile(
         &SearchMCDataHandler::GetSaveFileName,
-        [](HalvoNodeMediatorCtrl& list, const QString& file) { return list.SaveFrequencies(file); }, silent);
+        [](HalvoNodeMediatorCtrl& list, const QString& file) {
+            return ListSaving::Do(&list, [&] { return list.SaveFrequencies(file); });
+        },
+        silent);
     if (!name.isEmpty())
         FileGate::WasWritten(FileGate::List::Results, name);
     return name;

@@ -7,6 +7,7 @@
 #include "controls/frequencystore/targets/wkflistentry.h"
 #include "host/base/problems.h"
 #include "host/base/trace.h"
+#include "host/freqlist/listsaving.h"
 #include "host/freqlist/undohistory.h"
 #include "host/freqstorexml/filehandling.h"
 #include "host/report/filework.h"
@@ -176,10 +177,15 @@ QString TargetListHandler::Save2File(bool toCurrentFile) {
         m_currentFile = QString::fromLatin1(DefaultFile);
     const QPointer<TargetListHandler> alive(this);
     const QString path = toCurrentFile ? m_currentFile : TargetDialogs::FileToSave(m_directory);
-    if (path.isEmpty() || !alive || !SaveFile(path))
-        return QString();
-    FileGate::WasWritten(FileGate::List::Targets, path);
-    return path;
+    return !path.isEmpty() && alive && SaveAsOwn(path) ? path : QString();
+}
+
+bool TargetListHandler::SaveAsOwn(const QString& path) {
+    const bool isSaved =
+        m_pParser && ListSaving::Do(m_pParser->GetMediatorCtrl(), [&] { return SaveFile(path); });
+    if (isSaved)
+        FileGate::WasWritten(FileGate::List::Targets, path);
+    return isSaved;
 }
 
 QString TargetListHandler::Export2File() {

@@ -49,6 +49,8 @@ public:
     bool ReadFile(const QString& path);
     /// Writes the list to a path; false, told and traced, when it cannot be written.
     bool SaveFile(const QString& path);
+    /// Writes the list to a path, which is its file from then on.
+    bool SaveAsOwn(const QString& path);
 
     /// Paths of the receiver's values that new targets take their frequency, bandwidth (numbers, in Hz) and
     /// demodulation from; those that are empty or lead nowhere are left out.
