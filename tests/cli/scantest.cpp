@@ -171,6 +171,12 @@ TEST_F(ScanTest, AReceiverThatTheWorkstationKeepsIsFoundInItsSettings) {
     EXPECT_FALSE(ResultsOf(Path("out.xml")).empty());
 }
 
+TEST_F(ScanTest, ARangeWithoutAnEndInSightIsBegunAtOnce) {
+    const CliResult result =
+        Cli("scan --receiver hamlib:1 --range 1-1000000GHz --step 1 --for 100ms", {Path("out.xml")});
+    EXPECT_TRUE(result.Is(ExitFile, "never reached")) << result.out << result.err;
+}
+
 TEST_F(ScanTest, WrongCommandLinesAreToldAndChangeNothing) {
     const QString out = Write("out.xml", "old");
     const QString job = Sample("job-hf.pij");

@@ -141,6 +141,33 @@ TEST_F(SharedReceivers, OneClientDoesNotHarmAnother) {
     EXPECT_EQ(good->state(), QAbstractSocket::UnconnectedState);
 }
 
+TEST_F(SharedReceivers, WhoAsksAndDoesNotListenIsCutOff) {
+    const auto deaf = join();
+    deaf->setReadBufferSize(1);
+    deaf->setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, 4096);
+    QByteArray questions;
+    for (int i = 0; i < 1000; ++i)
+        questions += "\\dump_state\n";
+    qint64 asked = 0;
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            if (deaf->isOpen() && deaf->bytesToWrite() == 0) // the end of the line is seen by who writes
+                asked += deaf->write(asked < 1'000'000 ? questions : "f\n");
+            return deaf->state() == QAbstractSocket::UnconnectedState;
+        },
+        Patience))
+        << asked << " bytes of questions";
+}
+
+TEST_F(SharedReceivers, WhoHasSaidAllIsAnswered) {
+    QProcess shell; // ends its side of the line behind the question
+    shell.start("socat", {"-t", "10", "-", QStringLiteral("TCP:127.0.0.1:%1").arg(server->GetPort())});
+    shell.write("F 7055000\n\\dump_state\nf\n");
+    shell.closeWriteChannel();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shell.state() == QProcess::NotRunning; }, Patience));
+    EXPECT_TRUE(shell.readAll().endsWith("7055000\n"));
+}
+
 TEST_F(SharedReceivers, TheLibrarysOwnClientWorksWithIt) {
     EXPECT_EQ(client({"F", "7055000"}), "");
     EXPECT_EQ(client({"M", "USB", "2400"}), "");
