@@ -25,10 +25,7 @@ void useSettings(const Arguments& args) {
 
 CliRadio::CliRadio() {
     QObject::connect(&m_receiver, &Receiver::Refused, [this](const QString& reason) { m_refused << reason; });
-    QObject::connect(&m_receiver, &Receiver::Measured, [this](double, quint64 serial) {
-        m_isMeasured = true;
-        m_measured = serial;
-    });
+    QObject::connect(&m_receiver, &Receiver::Followed, [this](quint64 serial) { m_followed = serial; });
 }
 
 CliRadio::~CliRadio() {
@@ -84,7 +81,7 @@ bool CliRadio::Connect(const Arguments& args, int& exitCode) {
 
 bool CliRadio::WaitUntilSet() {
     const auto isDone = [this] {
-        return (m_isMeasured && m_measured >= m_receiver.GetSerial()) || !m_refused.isEmpty() ||
+        return (m_followed && *m_followed >= m_receiver.GetSerial()) || !m_refused.isEmpty() ||
                m_receiver.GetState() != ReceiverState::Connected;
     };
     QEventLoop loop;
@@ -92,7 +89,7 @@ bool CliRadio::WaitUntilSet() {
         if (isDone())
             loop.quit();
     };
-    QObject::connect(&m_receiver, &Receiver::Measured, &loop, look);
+    QObject::connect(&m_receiver, &Receiver::Followed, &loop, look);
     QObject::connect(&m_receiver, &Receiver::StateChanged, &loop, look);
     if (!isDone())
         loop.exec();

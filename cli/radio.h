@@ -19,7 +19,7 @@ public:
     /// Connects what the options name, and waits until it is connected or will not be; false when it is not,
     /// which is told. `exitCode` is then the program's.
     bool Connect(const Arguments& args, int& exitCode);
-    /// Waits until a level is measured with all that was set; false when the receiver is lost meanwhile, or
+    /// Waits until the receiver has followed all that was set; false when the receiver is lost meanwhile, or
     /// has refused something, which is told.
     bool WaitUntilSet();
     Receiver& Get() { return m_receiver; }
@@ -27,6 +27,5 @@ public:
 private:
     Receiver m_receiver{ReceiverKind::HF};
     QStringList m_refused;
-    bool m_isMeasured = false;
-    quint64 m_measured = 0;
+    std::optional<quint64> m_followed; ///< serial
 };

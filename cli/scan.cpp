@@ -183,32 +183,48 @@ std::vector<SpanPlan::Span> bandsOf(HalvoNodeMediatorCtrl& list) {
     return spans;
 }
 
-/// Null, told, when the list cannot be read or scanned; `list` has the entries.
-std::unique_ptr<ScanPlan> makePlan(const Arguments& args, const Wish& wish, std::unique_ptr<CliList>& list) {
-    const QString empty = QStringLiteral("There is nothing in the list.");
+/// What is scanned.
+struct Work {
+    std::unique_ptr<CliList> list{}; ///< with the entries; null for a range
+    std::unique_ptr<ScanPlan> plan{};
+    double highest = 0; ///< Hz
+};
+
+/// A range may have more steps than anybody can count.
+Work planSpans(std::vector<SpanPlan::Span> spans, double step) {
+    Work work;
+    for (const SpanPlan::Span& span : spans)
+        work.highest = std::max(work.highest, span.to);
+    work.plan =
+        std::make_unique<SpanPlan>(std::move(spans), step, QStringLiteral("There is nothing in the list."));
+    return work;
+}
+
+Work planChannels(HalvoNodeMediatorCtrl& list) {
+    Work work;
+    work.plan = std::make_unique<ChannelPlan>(list);
+    ScanStep step;
+    for (work.plan->Begin(); work.plan->Next(step);)
+        work.highest = std::max(work.highest, step.frequency);
+    return work;
+}
+
+/// Without a plan, told, when the list cannot be read or scanned.
+Work makeWork(const Arguments& args, const Wish& wish) {
     if (wish.range)
-        return std::make_unique<SpanPlan>(std::vector<SpanPlan::Span>{*wish.range}, wish.step, empty);
-    list = args.List(wish.list);
+        return planSpans({*wish.range}, wish.step);
+    std::unique_ptr<CliList> list = args.List(wish.list);
     if (!list)
-        return nullptr;
+        return {};
     HalvoNodeMediatorCtrl* controller = list->Controller();
     if (!controller)
         args.TellUsage(QStringLiteral("a list of this kind cannot be scanned"));
     if (!controller || !list->Read(wish.list))
-        return nullptr;
+        return {};
     controller->ForceUpdateNow();
-    if (wish.step > 0)
-        return std::make_unique<SpanPlan>(bandsOf(*controller), wish.step, empty);
-    return std::make_unique<ChannelPlan>(*controller);
-}
-
-/// Which receiver reaches what is scanned.
-ReceiverKind kindFor(ScanPlan& plan) {
-    ScanStep step;
-    double highest = 0;
-    for (plan.Begin(); plan.Next(step);)
-        highest = std::max(highest, step.frequency);
-    return highest > HighestOfHF ? ReceiverKind::VUHF : ReceiverKind::HF;
+    Work work = wish.step > 0 ? planSpans(bandsOf(*controller), wish.step) : planChannels(*controller);
+    work.list = std::move(list);
+    return work;
 }
 
 /// Takes the stops of a scan to where they are written.
@@ -366,13 +382,13 @@ int RunScan(const QStringList& arguments) {
     if (!choice)
         return ExitUsage;
     const ProblemPrinter problems;
-    std::unique_ptr<CliList> list;
-    std::unique_ptr<ScanPlan> plan = makePlan(args, wish, list);
-    if (!plan)
+    Work work = makeWork(args, wish);
+    if (!work.plan)
         return problems.Count() > 0 ? ExitFile : ExitUsage;
-    Receiver receiver(kindFor(*plan));
+    // The one of the two that reaches it.
+    Receiver receiver(work.highest > HighestOfHF ? ReceiverKind::VUHF : ReceiverKind::HF);
     receiver.Attach(choice->MakeLink(receiver));
-    exitCode = scan(wish, receiver, std::move(plan));
+    exitCode = scan(wish, receiver, std::move(work.plan));
     receiver.Attach(nullptr);
     HamlibReceiver::WaitForAll(LongestFarewell);
     return problems.Count() > 0 ? ExitFile : exitCode;

@@ -8,14 +8,15 @@ namespace {
 
 constexpr qsizetype MostWords = 3;
 
-/// Frequency, mode and bandwidth as the receiver has them, and the level.
+/// Frequency, mode and bandwidth as the receiver has them, and the level if it measures one.
 void printReceiver(Receiver& receiver) {
-    Output(stdout).Line(
-        QStringLiteral("%1 %2 %3 %4 dBµV")
-            .arg(Quor::FrequencyText(receiver.GetFrequency()),
-                 receiver.GetValue(Keys::KeyDemodulation)->GetStringValue(),
-                 Quor::BandwidthText(receiver.Find<ValueNumeric<double>>(Keys::KeyBandwidth)->GetValue()))
-            .arg(receiver.GetLevel()->GetValue(), 0, 'f', 1));
+    QStringList parts{
+        Quor::FrequencyText(receiver.GetFrequency()),
+        receiver.GetValue(Keys::KeyDemodulation)->GetStringValue(),
+        Quor::BandwidthText(receiver.Find<ValueNumeric<double>>(Keys::KeyBandwidth)->GetValue())};
+    if (receiver.HasLevel())
+        parts << QStringLiteral("%1 dBµV").arg(receiver.GetLevel()->GetValue(), 0, 'f', 1);
+    Output(stdout).Line(parts.join(QLatin1Char(' ')));
 }
 
 /// Whether the receiver takes what a word of the command line says; it is told when not.
@@ -94,5 +95,8 @@ int RunLevel(const QStringList& arguments) {
     if (!radio.WaitUntilSet())
         return ExitFile;
     printReceiver(radio.Get());
-    return ExitDone;
+    if (radio.Get().HasLevel())
+        return ExitDone;
+    TellError(QStringLiteral("%1 tells no level").arg(radio.Get().GetName()));
+    return ExitFile;
 }

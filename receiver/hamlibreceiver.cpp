@@ -16,7 +16,8 @@ namespace {
 constexpr auto PollInterval = 150ms;
 constexpr auto FirstPause = 500ms; // before it is tried again
 constexpr auto LongestPause = 30000ms;
-constexpr int HeldUpFactor = 3; // time-outs after which the thread counts as held up
+constexpr int HeldUpFactor = 3;      // time-outs after which the thread counts as held up,
+constexpr int ShortestHeldUp = 1000; // ms, but it may rest between two polls
 
 /// The threads that have a radio, let go or not.
 struct Threads {
@@ -116,6 +117,7 @@ private:
         const QString info = radio.GetInfo();
         ReceiverReading reading = radio.ReadAll();
         std::unique_lock lock(m_shared->mutex);
+        m_shared->wishes.reset(); // of who did not know yet that it was gone
         reading.serial = m_shared->serial;
         m_shared->news.abilities = abilities;
         m_shared->news.state = {ReceiverState::Connected, info};
@@ -154,8 +156,10 @@ private:
         m_shared->wishes.reset();
     }
 
+    /// Tells that there is no radio, of which nothing is known any more.
     void tell(News::State state) {
         const std::lock_guard lock(m_shared->mutex);
+        m_shared->news = {};
         m_shared->news.state = std::move(state);
         call();
     }
@@ -190,7 +194,7 @@ HamlibReceiver::HamlibReceiver(const RadioProfile& profile, Lost lost)
     : m_profile(profile), m_lost(lost), m_shared(std::make_shared<Shared>()) {
     LoadHamlib();
     m_silence.setSingleShot(true);
-    m_silence.setInterval(HeldUpFactor * profile.timeout);
+    m_silence.setInterval(std::max(HeldUpFactor * profile.timeout, ShortestHeldUp));
     connect(&m_silence, &QTimer::timeout, this, &HamlibReceiver::noteSilence);
 }
 
@@ -227,8 +231,13 @@ void HamlibReceiver::hear() {
         news = std::exchange(m_shared->news, {});
         m_shared->isAwaited = false;
     }
+    // Who is told that it is there finds it as it is.
     if (news.abilities)
         emit AbilitiesKnown(*news.abilities);
+    for (const QString& reason : news.refusals)
+        emit Failed(reason);
+    if (news.reading)
+        emit Read(*news.reading);
     if (news.state) {
         m_isConnected = news.state->state == ReceiverState::Connected;
         emit StateChanged(news.state->state, news.state->words);
@@ -240,10 +249,6 @@ void HamlibReceiver::hear() {
         m_silence.start();
     else
         m_silence.stop();
-    for (const QString& reason : news.refusals)
-        emit Failed(reason);
-    if (news.reading)
-        emit Read(*news.reading);
 }
 
 void HamlibReceiver::noteSilence() {

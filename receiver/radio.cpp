@@ -156,8 +156,7 @@ void Radio::configure(const char* name, const QByteArray& value) {
 
 /// Whether the radio has done it. One that is gone, or silent for long, is an error.
 bool Radio::check(int code, const QString& what, QStringList* refusals) {
-    m_silences = isSilence(code) ? m_silences + 1 : 0;
-    if (isBroken(code) || m_silences >= MostSilences)
+    if (isBroken(code) || (isSilence(code) && ++m_silences >= MostSilences))
         throw RadioError{false, textOf(code)};
     if (code != RIG_OK && refusals)
         *refusals << tr("%1: %2").arg(what, textOf(code));
@@ -203,6 +202,10 @@ void Radio::setFrequency(double hertz, QStringList& refusals) {
 void Radio::setMode(const RadioWishes& wishes, QStringList& refusals) {
     const auto width = static_cast<long>(wishes.bandwidth.value_or(0));
     const rmode_t mode = wishes.mode ? RadioAbilities::ModeOf(*m_rig, *wishes.mode, width) : m_mode;
+    if (mode == RIG_MODE_NONE) {
+        refusals << tr("%1: %2").arg(tr("Demodulation"), textOf(RIG_EINVAL));
+        return;
+    }
     const pbwidth_t passband = RadioAbilities::PassbandOf(*m_rig, mode, width);
     if (check(rig_set_mode(m_rig.get(), RIG_VFO_CURR, mode, passband), tr("Demodulation"), &refusals))
         m_mode = mode;
@@ -235,7 +238,11 @@ void Radio::setOthers(const RadioWishes& wishes, QStringList& refusals) {
 
 void Radio::readTuning(ReceiverReading& reading) {
     freq_t hertz = 0;
-    if (check(rig_get_freq(m_rig.get(), RIG_VFO_CURR, &hertz), QString(), nullptr) && std::isfinite(hertz)) {
+    const int code = rig_get_freq(m_rig.get(), RIG_VFO_CURR, &hertz);
+    // A level says less: nonsense is read as one, too.
+    if (!isSilence(code))
+        m_silences = 0;
+    if (check(code, QString(), nullptr) && std::isfinite(hertz)) {
         m_frequency = std::round(hertz);
         add(reading, Keys::KeyFrequency, QString::number(m_frequency, 'f', 0));
     }
@@ -263,7 +270,8 @@ void Radio::readOther(size_t which, ReceiverReading& reading) {
         add(reading, Keys::UseAttenuation, flagText(m_attenuates));
         if (m_attenuates)
             add(reading, Keys::Attenuation, QString::number(m_attenuation = value.i));
-    } else if (which == 1 && gets(RIG_LEVEL_SQL)) {
+    } else if (which == 1 && gets(RIG_LEVEL_SQL) && value.f >= 0 && value.f <= 1) {
+        // Some programs say it in dB.
         m_squelch = static_cast<int>(std::lround(value.f * MaxSquelch));
         add(reading, KeySquelchLevel, QString::number(m_squelch));
     } else if (which == 2 && gets(RIG_LEVEL_CWPITCH)) {

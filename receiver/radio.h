@@ -73,7 +73,7 @@ private:
     void readOther(size_t which, ReceiverReading& reading);
 
     Handle m_rig;
-    int m_silences = 0; ///< questions in a row without an answer
+    int m_silences = 0; ///< questions without an answer since it told its frequency last
     double m_frequency = 0;
     quint64 m_mode = 0;
     int m_attenuation = 0;

@@ -174,12 +174,7 @@ QString RadioAbilities::ModeName(rmode_t mode) {
 rmode_t RadioAbilities::ModeOf(const RIG& rig, const QString& name, long width) {
     if (name == QLatin1String("FM") && width > WidestNarrowFm && (modesOf(rig) & RIG_MODE_WFM))
         return RIG_MODE_WFM;
-    for (int bit = 0; bit < ModeBits; ++bit) {
-        const rmode_t mode = rmode_t(1) << bit;
-        if ((modesOf(rig) & mode) && ModeName(mode) == name)
-            return mode;
-    }
-    return RIG_MODE_NONE;
+    return rig_parse_mode(name.toLatin1().constData());
 }
 
 pbwidth_t RadioAbilities::PassbandOf(const RIG& rig, rmode_t mode, long width) {

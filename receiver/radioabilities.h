@@ -11,8 +11,7 @@ std::vector<ReceiverAbility> Of(RIG& rig);
 bool Receives(const RIG& rig, double hertz);
 /// "USB"; empty for none.
 QString ModeName(rmode_t mode);
-/// RIG_MODE_NONE when the radio has none of that name. FM of a broadcast's width (Hz) is WFM where there is
-/// such.
+/// RIG_MODE_NONE for a name that none has. FM of a broadcast's width (Hz) is WFM where the radio has that.
 rmode_t ModeOf(const RIG& rig, const QString& name, long width);
 /// The passband of a mode that is nearest to a width (Hz); the normal one for a width of 0.
 pbwidth_t PassbandOf(const RIG& rig, rmode_t mode, long width);

@@ -235,9 +235,18 @@ bool Receiver::Tune(IFrequencyStoreItem& item, bool allSettings) {
         emit Refused(tr("The entry has no frequency"));
         return false;
     }
+    return tuneWith(item, hertz, allSettings ? GetSettings() : GetSettings().first(1));
+}
+
+bool Receiver::TuneLike(IFrequencyStoreItem& item, double hertz) {
+    return tuneWith(item, hertz, GetSettings());
+}
+
+/// The first of the settings is the frequency.
+bool Receiver::tuneWith(IFrequencyStoreItem& item, double hertz, std::span<const ReceiverSetting> settings) {
     // What the item carries is read first: setting the receiver may change the item.
     std::vector<std::pair<const ReceiverSetting*, QString>> wanted;
-    for (const ReceiverSetting& setting : GetSettings().subspan(allSettings ? 1 : GetSettings().size())) {
+    for (const ReceiverSetting& setting : settings.subspan(1)) {
         if (setting.isOfRadios && !CanSet(setting))
             continue;
         if (const QString text = textOf(item, setting); !text.isNull() && !saysNothing(setting, text))
@@ -255,7 +264,7 @@ bool Receiver::Tune(IFrequencyStoreItem& item, bool allSettings) {
             problems << problem;
     }
     if (std::ranges::any_of(wanted, [](const auto& said) { return is(*said.first, Keys::KeyBandwidth); }))
-        keepBandwidth();
+        sayAgainWith(Keys::KeyDemodulation, Keys::KeyBandwidth);
     hand();
     if (!problems.isEmpty())
         emit Refused(tr("Tuned to %1, but %2")
@@ -310,18 +319,19 @@ void Receiver::SetMode(const QString& demodulation, const QString& bandwidth) {
     const QScopedValueRollback collects(m_collects, true);
     GetValue(Keys::KeyDemodulation)->SetStringValue(demodulation);
     GetValue(Keys::KeyBandwidth)->SetStringValue(bandwidth);
-    keepBandwidth();
+    sayAgainWith(Keys::KeyDemodulation, Keys::KeyBandwidth);
     hand();
 }
 
-/// With a new demodulation a bandwidth that stays what it was is to be said again.
-void Receiver::keepBandwidth() {
-    const Names::Id demodulation = Keys::KeyDemodulation;
-    if (std::ranges::find(m_wishes, demodulation, &ReceiverWord::key) != m_wishes.end())
-        m_wishes.push_back({Keys::KeyBandwidth, GetValue(Keys::KeyBandwidth)->GetStringValue()});
+/// A setting that stays what it was, but of which the radio is to be told with another one.
+void Receiver::sayAgainWith(Names::Id wished, Names::Id other) {
+    if (std::ranges::find(m_wishes, wished, &ReceiverWord::key) != m_wishes.end())
+        m_wishes.push_back({other, GetValue(other)->GetStringValue()});
 }
 
 void Receiver::hand() {
+    // While it was off, the radio knew of none.
+    sayAgainWith(Keys::UseAttenuation, Keys::Attenuation);
     const std::vector<ReceiverWord> wishes = std::exchange(m_wishes, {});
     if (m_link && !wishes.empty())
         m_link->Set(wishes, m_serial);
@@ -341,9 +351,13 @@ void Receiver::updateOpen() {
 
 void Receiver::Attach(std::unique_ptr<ReceiverLink> link) {
     m_link = std::move(link);
+    m_hasLevel = false;
     m_isSquelchOpen.reset();
-    for (Live& live : m_live)
+    m_serial = 0;
+    for (Live& live : m_live) {
         live.isAble = !live.setting->isOfRadios;
+        live.serial = 0;
+    }
     std::vector<ReceiverAbility> abilities;
     for (const ReceiverSetting& setting : GetSettings()) {
         if (!setting.isOfRadios)
@@ -405,6 +419,12 @@ void Receiver::takeAbility(Live& live, const ReceiverAbility& ability) {
     else if (auto* whole = value_cast<ValueNumeric<int>>(live.value))
         whole->SetMinMax(static_cast<int>(ability.min), static_cast<int>(ability.max),
                          static_cast<int>(ability.step));
+    // What it was before may be none of them.
+    auto* number = numeric_cast(live.value);
+    if (number && !live.only.empty()) {
+        const auto above = std::ranges::upper_bound(live.only, number->ValueAsDouble());
+        number->SetFromDouble(above == live.only.begin() ? *above : *std::prev(above));
+    }
     if (auto* selection = value_cast<ValueSelection>(live.value)) {
         const QString chosen = selection->GetStringValue();
         selection->DeleteItems();
@@ -436,9 +456,11 @@ void Receiver::take(const ReceiverReading& reading) {
         }
     }
     m_isSquelchOpen = reading.isSquelchOpen;
-    if (!reading.level)
+    m_hasLevel = reading.level.has_value();
+    emit Followed(reading.serial);
+    if (!m_hasLevel && !m_isSquelchOpen)
         return;
-    setLevel(*reading.level);
+    setLevel(reading.level.value_or(LowestLevel));
     emit Measured(m_level->GetValue(), reading.serial);
 }
 

@@ -53,11 +53,13 @@ public:
 
     /// The level at the input of the demodulator, in dBµV; written by the receiver only.
     ValueNumeric<double>* GetLevel() const { return m_level; }
+    /// Whether what is attached measures a level; without it is the lowest.
+    bool HasLevel() const { return m_hasLevel; }
     /// Whether the level opens the audio; written by the receiver only.
     Value<bool>* GetOpen() const { return m_open; }
     /// Whether the radio's own squelch is open; nothing when the radio does not tell.
     std::optional<bool> IsSquelchOpen() const { return m_isSquelchOpen; }
-    /// Number of the newest change of a setting, counted up from 0.
+    /// Number of the newest change of a setting, counted up from 0 for each that is attached.
     quint64 GetSerial() const { return m_serial; }
     /// Hz.
     double GetFrequency() const { return Find<ValueNumeric<double>>(Keys::KeyFrequency)->GetValue(); }
@@ -69,6 +71,8 @@ public:
     /// frequency that the receiver reaches all stays as it is and the answer is false. Of the other settings
     /// those that the receiver lacks are left out, and `Refused` names them.
     bool Tune(IFrequencyStoreItem& item, bool allSettings);
+    /// Tunes to a frequency (Hz) with all the settings that the item carries.
+    bool TuneLike(IFrequencyStoreItem& item, double hertz);
 
     /// Sets demodulation and bandwidth at once, as their values write them: a demodulation that is set alone
     /// lets a radio choose the bandwidth. Both must be without a `ProblemOf`.
@@ -83,8 +87,10 @@ signals:
     void Refused(const QString& reason);
     /// The state, its words or what can be set are others.
     void StateChanged();
-    /// A level (dBµV) was measured after all changes up to that serial had been carried out. Where the radio
-    /// has not followed a change, the values show what it does, before this is told.
+    /// All changes up to that serial have been carried out. Where the radio has not followed one, the values
+    /// show what it does, before this is told.
+    void Followed(quint64 serial);
+    /// A level (dBµV) was measured, or where there is none the squelch looked at, after that.
     void Measured(double dbMicrovolt, quint64 serial);
 
 private:
@@ -103,7 +109,8 @@ private:
     bool saysNothing(const ReceiverSetting& setting, const QString& text) const;
     void settle(Live& live);
     void tell(const QString& problem);
-    void keepBandwidth();
+    bool tuneWith(IFrequencyStoreItem& item, double hertz, std::span<const ReceiverSetting> settings);
+    void sayAgainWith(Names::Id wished, Names::Id other);
     void hand();
     void coupleAntenna(const ReceiverSetting& setting);
     void updateOpen();
@@ -122,6 +129,7 @@ private:
     std::unique_ptr<ReceiverLink> m_link;
     ReceiverState m_state = ReceiverState::Connected;
     QString m_words; ///< what was said of the state
+    bool m_hasLevel = false;
     std::optional<bool> m_isSquelchOpen;
     quint64 m_serial = 0;
     std::vector<ReceiverWord> m_wishes; ///< not yet handed on

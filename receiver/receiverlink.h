@@ -40,7 +40,8 @@ public:
     virtual void Set(const std::vector<ReceiverWord>& wishes, quint64 serial) = 0;
 
 signals:
-    /// `words` says more, such as what a radio has answered; it may be empty.
+    /// Who is connected has told its abilities and was read before. `words` says more, such as what a radio
+    /// has answered; it may be empty.
     void StateChanged(ReceiverState state, const QString& words);
     /// What the radio can do is known; settings that are not named are those that it lacks.
     void AbilitiesKnown(const std::vector<ReceiverAbility>& abilities);

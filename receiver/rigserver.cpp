@@ -245,7 +245,7 @@ void RigServer::accept() {
 }
 
 void RigServer::hear(QTcpSocket& client) {
-    while (client.canReadLine()) {
+    while (client.canReadLine() && client.bytesToWrite() <= MostUnread) {
         const QByteArray line = client.readLine().trimmed();
         if (line == "q" || line == "Q" || line == "\\quit" || line.size() > LongestLine) {
             client.disconnectFromHost();
@@ -254,7 +254,9 @@ void RigServer::hear(QTcpSocket& client) {
         if (!line.isEmpty())
             client.write(answer(line));
     }
-    if (client.bytesAvailable() > LongestLine)
+    client.flush(); // one that has ended its side is gone with the next turn of the loop
+    if (client.bytesToWrite() > MostUnread ||
+        (!client.canReadLine() && client.bytesAvailable() > LongestLine))
         client.abort();
 }
 

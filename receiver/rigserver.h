@@ -11,14 +11,16 @@ class Receiver;
 
 /// Answers other programs of this machine, such as loggers and decoders, in the line protocol that radio
 /// programs share: they read and set the receiver's frequency and mode, and read its level. What would key a
-/// transmitter is refused. Clients do not know of each other; one that sends lines without an end is cut off.
+/// transmitter is refused. Clients do not know of each other; one that sends lines without an
+/// end, or does not read its answers, is cut off.
 class RigServer : public QObject {
     Q_OBJECT
 
 public:
     static constexpr quint16 UsualPort = 4532;
     static constexpr int MostClients = 8;
-    static constexpr int LongestLine = 256; ///< bytes
+    static constexpr int LongestLine = 256;  ///< bytes
+    static constexpr int MostUnread = 65536; ///< bytes of answers that a client may leave lying
 
     /// The receiver is not owned and outlives this.
     explicit RigServer(Receiver& receiver, QObject* parent = nullptr);

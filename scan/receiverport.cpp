@@ -35,20 +35,20 @@ ReceiverPort::ReceiverPort(Receiver& receiver) : m_receiver(receiver) {
 
 bool ReceiverPort::Tune(const ScanStep& step, QString& reason) {
     const QScopedValueRollback tuning(m_isTuning, true);
+    m_refused.clear();
+    m_early.reset();
+    const bool isTuned =
+        step.item ? m_receiver.TuneLike(*step.item, step.frequency) : m_receiver.Tune(step.frequency);
+    if (!isTuned) { // it is where it was
+        reason = m_refused;
+        return false;
+    }
     m_wanted = step.frequency;
     m_hasFollowed = false;
     m_serial = m_receiver.GetSerial();
-    m_refused.clear();
-    const bool isWithAll = !step.item || m_receiver.Tune(*step.item, true);
-    // A channel that stands for several frequencies has the settings of all of them.
-    const bool isTuned = isWithAll && (step.item && !step.isFurther ? true : m_receiver.Tune(step.frequency));
-    m_serial = m_receiver.GetSerial();
-    if (!isTuned)
-        reason = m_refused;
-    else if (m_early && m_early->second >= m_serial)
+    if (m_early && m_early->second >= m_serial)
         takeLevel(m_early->first, m_early->second);
-    m_early.reset();
-    return isTuned;
+    return true;
 }
 
 QString ReceiverPort::WhySilent() const {

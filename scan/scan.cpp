@@ -2,6 +2,8 @@
 
 namespace {
 
+constexpr double LeastStep = 1; // Hz
+
 /// In the order of ScanState.
 constexpr const char* States[] = {
     QT_TRANSLATE_NOOP("Scan", "Not scanning"), QT_TRANSLATE_NOOP("Scan", "Scanning"),
@@ -31,8 +33,16 @@ std::unique_ptr<ScanPlan> Scan::makeRange(QString& reason) const {
         reason = tr("The range ends below its beginning.");
         return nullptr;
     }
-    return std::make_unique<SpanPlan>(std::vector<SpanPlan::Span>{{from, to}},
-                                      m_values.GetNumber(ScanKeys::Step), QString());
+    return MakeSpans({{from, to}}, QString(), reason);
+}
+
+std::unique_ptr<ScanPlan> Scan::MakeSpans(std::vector<SpanPlan::Span> spans, const QString& whyEmpty,
+                                          QString& reason) const {
+    const double step = m_values.GetNumber(ScanKeys::Step);
+    if (step >= LeastStep)
+        return std::make_unique<SpanPlan>(std::move(spans), step, whyEmpty);
+    reason = tr("The step is too small.");
+    return nullptr;
 }
 
 bool Scan::Start() {

@@ -21,6 +21,9 @@ public:
 
     /// How a source is scanned; the range is the scan's own.
     void SetPlan(ScanSource source, MakePlan make);
+    /// A plan of spans in the steps that the settings say; null, with the reason, when that is none.
+    std::unique_ptr<ScanPlan> MakeSpans(std::vector<SpanPlan::Span> spans, const QString& whyEmpty,
+                                        QString& reason) const;
     /// Begins a scan of what the settings say. False, told by `Ended`, when that is nothing.
     bool Start();
     void Stop() { m_scanner.Stop(); }

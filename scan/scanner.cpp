@@ -225,10 +225,7 @@ void Scanner::NotReached(const QString& reason) {
         return;
     guarded([this, reason] {
         noteUnreachable(reason);
-        if (m_away)
-            comeBack();
-        else
-            next();
+        goOn();
     });
 }
 
@@ -257,7 +254,7 @@ void Scanner::waitFor(const QString& reason) {
     endSignal();
     m_isWaiting = true;
     m_isTuned = false;
-    m_isAtPriority = false;
+    leavePriority();
     m_reason = reason;
     m_heard = m_clock.Now();
 }
@@ -276,7 +273,7 @@ void Scanner::wake() {
         if (!m_isTuned)
             return next();
         if (now >= silentAt())
-            return waitFor(tr("The receiver does not answer"));
+            return waitFor(tr("The receiver tells no level"));
         if (m_isHeld)
             return;
         if (now >= goOnAt())
@@ -327,7 +324,10 @@ void Scanner::goOn() {
 /// Tunes to the next step that can be reached. After many that cannot it leaves the rest to the next turn of
 /// the event loop, without a step.
 void Scanner::next() {
-    m_isAtPriority = m_isByHand = m_isTuned = false;
+    leavePriority();
+    m_isTuned = false;
+    if (std::exchange(m_isByHand, false))
+        m_reason.clear();
     if (m_clock.Now() >= priorityAt() && lookAtPriority())
         return;
     for (int tried = 0; tried < TriedAtOnce; ++tried) {
@@ -413,10 +413,16 @@ bool Scanner::lookAtPriority() {
     return m_isAtPriority;
 }
 
+/// What is looked at between two looks at the priority channel has its time, however often that is due.
+void Scanner::leavePriority() {
+    if (std::exchange(m_isAtPriority, false))
+        m_priorityAt = std::max(m_priorityAt, m_clock.Now() + m_settings.settle + m_settings.dwell);
+}
+
 /// Back to the signal that was left; the time away does not count as its silence.
 void Scanner::comeBack() {
     Away away = *std::exchange(m_away, std::nullopt);
-    m_isAtPriority = false;
+    leavePriority();
     const qint64 gone = m_clock.Now() - away.left;
     m_signal = away.signal;
     m_signal->lastSeen += gone;

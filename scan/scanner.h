@@ -138,6 +138,7 @@ private:
     void noteUnreachable(const QString& reason);
     qint64 priorityAt() const;
     bool lookAtPriority();
+    void leavePriority();
     void comeBack();
     void waitFor(const QString& reason);
     qint64 goOnAt() const;

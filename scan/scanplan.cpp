@@ -44,7 +44,6 @@ bool ChannelPlan::fill(FrequencyNodeMediator& entry, unsigned long index, size_t
     step = ScanStep{.frequency = hertz,
                     .item = &entry,
                     .channel = static_cast<long>(index) + 1,
-                    .isFurther = further > 0,
                     .serial = node->GetSerial()};
     entry.GetComment(step.comment, 0);
     if (const auto* threshold = node->FindOwn<ValueNumeric<int>>(Keys::Threshold))
@@ -55,8 +54,12 @@ bool ChannelPlan::fill(FrequencyNodeMediator& entry, unsigned long index, size_t
 bool ChannelPlan::Next(ScanStep& step) {
     while (m_list && m_next < m_list->size()) {
         FrequencyNodeMediator* entry = m_list->At(m_next);
+        const Node* node = entry ? entry->GetNode() : nullptr;
+        if (m_further > 0 && node && node->GetSerial() != m_given)
+            m_further = 0; // another one has taken its place
         if (entry && fill(*entry, m_next, m_further, step)) {
             ++m_further;
+            m_given = step.serial;
             return true;
         }
         ++m_next;

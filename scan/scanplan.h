@@ -16,7 +16,6 @@ struct ScanStep {
     double frequency = 0;                ///< Hz
     IFrequencyStoreItem* item = nullptr; ///< the channel with its settings; null for a frequency alone
     long channel = 0;                    ///< the number of the channel, from 1; 0 for none
-    bool isFurther = false;              ///< a further frequency of a channel that stands for several
     QString comment{};
     std::optional<double> threshold{}; ///< dBµV; the channel's own
     quint32 serial = 0;                ///< of the channel's node
@@ -61,6 +60,7 @@ private:
     QPointer<FrequencyNodeMediatorCtrl> m_list;
     unsigned long m_next = 0;
     size_t m_further = 0; ///< how many frequencies of the next channel have been given
+    quint32 m_given = 0;  ///< serial of that channel's node
 };
 
 /// Spans of frequencies in steps; a span that is narrower than a step is looked at in its middle.

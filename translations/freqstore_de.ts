@@ -4425,8 +4425,8 @@ Fremdes: %2</translation>
         <translation>Von Hand auf %1 abgestimmt</translation>
     </message>
     <message>
-        <source>The receiver does not answer</source>
-        <translation>Der Empfänger antwortet nicht</translation>
+        <source>The receiver tells no level</source>
+        <translation>Der Empfänger meldet keinen Pegel</translation>
     </message>
     <message>
         <source>Everything is locked out.</source>

@@ -100,12 +100,11 @@ std::unique_ptr<ScanPlan> Scanning::planChannels(QString& reason) const {
     return nullptr;
 }
 
-std::unique_ptr<ScanPlan> Scanning::planBands(QString&) const {
+std::unique_ptr<ScanPlan> Scanning::planBands(QString& reason) const {
     std::vector<SpanPlan::Span> spans;
     for (const NoiBands::Band& band : m_parts.window.GetBands().GetBands())
         spans.push_back({band.from, band.to});
-    return std::make_unique<SpanPlan>(std::move(spans), m_scan.GetValues().GetNumber(ScanKeys::Step),
-                                      tr("There are no NOI bands."));
+    return m_scan.MakeSpans(std::move(spans), tr("There are no NOI bands."), reason);
 }
 
 void Scanning::follow(bool isRunning) {

@@ -1,4 +1,5 @@
 #include "tests/cli/runcli.h"
+#include "tests/support/badserver.h"
 
 namespace {
 
@@ -42,6 +43,16 @@ TEST(RadioCommands, TuneSetsWhatTheReceiverTakesAndPrintsIt) {
         EXPECT_TRUE(result.Is(tuning.exitCode, tuning.told)) << tuning.words;
         EXPECT_EQ(result.err.find("tries again"), std::string::npos) << result.err;
     }
+}
+
+TEST(RadioCommands, ARadioThatTellsNoLevelIsTuned) {
+    BadServer server;
+    server.others = {{"l STRENGTH", "RPRT -11\n"}};
+    const CliResult result =
+        Cli("tune", {"--receiver", "hamlib:2@" + server.Port(), "9410kHz", "USB", "2400"});
+    EXPECT_EQ(result.exitCode, ExitDone) << result.err;
+    EXPECT_EQ(result.out, "9410.000 kHz USB 2.400 kHz\n");
+    EXPECT_EQ(server.Tuned(), std::vector<double>{9410e3});
 }
 
 } // namespace

@@ -5,14 +5,12 @@
 #include "receiver/simulatedreceiver.h"
 #include "tests/cli/runcli.h"
 #include "tests/support/fulldisk.h"
+#include "tests/support/radioserver.h"
 
 #include <QProcess>
 #include <QTimer>
 
-#include <arpa/inet.h>
 #include <csignal>
-#include <sys/socket.h>
-#include <unistd.h>
 
 using namespace FreqStoreXml;
 
@@ -125,21 +123,8 @@ TEST_F(ScanTest, AReaderThatGoesEndsIt) {
     EXPECT_EQ(shell.readAllStandardOutput().count('\n'), 2);
 }
 
-/// A port of this machine that nobody has, for the moment.
-quint16 FreePort() {
-    const int end = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    EXPECT_EQ(bind(end, reinterpret_cast<sockaddr*>(&address), size), 0);
-    EXPECT_EQ(getsockname(end, reinterpret_cast<sockaddr*>(&address), &size), 0);
-    close(end);
-    return ntohs(address.sin_port);
-}
-
 TEST_F(ScanTest, ARadioThatComesLateIsWaitedForAndScanned) {
-    const QString port = QStringLiteral("127.0.0.1:%1").arg(FreePort());
+    const QString port = QStringLiteral("127.0.0.1:%1").arg(freePort());
     QProcess scan;
     scan.start(CLI_PROGRAM, QStringList{"scan", "--receiver", "hamlib:2@" + port, "--range", "7MHz-7.02MHz",
                                         "--step", "5k", "--passes", "1", "--threshold", "-40"} +
@@ -169,6 +154,12 @@ TEST_F(ScanTest, AReceiverThatTheWorkstationKeepsIsFoundInItsSettings) {
                   Path("out.xml"))
             .Is(ExitDone, ""));
     EXPECT_FALSE(ResultsOf(Path("out.xml")).empty());
+}
+
+TEST_F(ScanTest, ARangeWithoutAnEndInSightIsBegunAtOnce) {
+    const CliResult result =
+        Cli("scan --receiver hamlib:1 --range 1-1000000GHz --step 1 --for 100ms", {Path("out.xml")});
+    EXPECT_TRUE(result.Is(ExitFile, "never reached")) << result.out << result.err;
 }
 
 TEST_F(ScanTest, WrongCommandLinesAreToldAndChangeNothing) {

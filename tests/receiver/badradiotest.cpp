@@ -1,83 +1,13 @@
 #include "host/valuetree/tree.h"
 #include "receiver/hamlibreceiver.h"
 #include "receiver/receiver.h"
-#include "tests/support/radioserver.h"
+#include "tests/support/badserver.h"
 
-#include <QMap>
 #include <QTemporaryDir>
 
 using namespace std::chrono_literals;
 
 namespace {
-
-/// A server that begins well and then misbehaves.
-class BadServer {
-public:
-    enum class Manner { Good, Silent, Halves, Nonsense, OthersReplies, Drops };
-
-    BadServer() {
-        EXPECT_TRUE(m_server.listen(QHostAddress::LocalHost));
-        QObject::connect(&m_server, &QTcpServer::newConnection, [this] {
-            QTcpSocket* client = m_server.nextPendingConnection();
-            QObject::connect(client, &QTcpSocket::readyRead, client, [this, client] {
-                for (; client->canReadLine(); ++questions) {
-                    const QByteArray line = client->readLine().trimmed();
-                    if (line.startsWith("F "))
-                        tuned << line.mid(2).toDouble();
-                    reply(*client, line);
-                }
-            });
-        });
-    }
-    QString Port() const { return QStringLiteral("127.0.0.1:%1").arg(m_server.serverPort()); }
-
-    Manner manner = Manner::Good;
-    int questions = 0;   ///< so far
-    QList<double> tuned; ///< Hz, that were set
-
-private:
-    static QByteArray goodReply(const QByteArray& line) {
-        static const QMap<QByteArray, QByteArray> replies{
-            {"\\chk_vfo", "0\n"},
-            {"\\dump_state",
-             "0\n2\n0\n100000 2000000000 0x2f -1 -1 0x1 0x0\n0 0 0 0 0 0 0\n0 0 0 0 0 0 0\n"
-             "0x2f 1\n0 0\n0x2f 0\n0 0\n0\n0\n0\n0\n0\n0\n0x0\n0x0\n0x40000000\n0x0\n0x0\n0x0\n"},
-            {"f", "7055000\n"},
-            {"m", "USB\n2400\n"},
-            {"v", "VFOA\n"},
-            {"s", "0\nVFOA\n"},
-            {"l STRENGTH", "-20\n"},
-            {"\\get_powerstat", "1\n"},
-            {"\\get_lock_mode", "0\n"}};
-        return replies.value(line, "RPRT 0\n");
-    }
-    void reply(QTcpSocket& client, const QByteArray& line) {
-        const QByteArray good = goodReply(line);
-        switch (manner) {
-        case Manner::Good:
-            client.write(good);
-            return;
-        case Manner::Silent:
-            return;
-        case Manner::Halves: // the rest comes with the next turn of the loop
-            client.write(good.left(good.size() / 2));
-            client.flush();
-            QMetaObject::invokeMethod(
-                &client, [&client, good] { client.write(good.mid(good.size() / 2)); }, Qt::QueuedConnection);
-            return;
-        case Manner::Nonsense:
-            client.write("\x01\xff%s%n garbage\n");
-            return;
-        case Manner::OthersReplies:
-            client.write("RPRT -1\n14074000\n" + good);
-            return;
-        case Manner::Drops:
-            client.abort();
-        }
-    }
-
-    QTcpServer m_server;
-};
 
 class BadRadios : public testing::Test {
 protected:
@@ -131,9 +61,28 @@ TEST_F(BadRadios, NewerSettingsTakeThePlaceOfThoseThatWait) {
     for (int i = 1; i <= Turns; ++i) // the server is of this thread and answers none of them meanwhile
         ASSERT_TRUE(receiver.Tune(7e6 + i));
     ASSERT_TRUE(QTest::qWaitFor([&] { return measured == receiver.GetSerial(); }, Patience));
-    ASSERT_FALSE(server.tuned.isEmpty());
-    EXPECT_EQ(server.tuned.last(), 7e6 + Turns);
-    EXPECT_LE(server.tuned.size(), 2) << "the first one at most was under way";
+    ASSERT_FALSE(server.Tuned().empty());
+    EXPECT_EQ(server.Tuned().back(), 7e6 + Turns);
+    EXPECT_LE(server.Tuned().size(), 2u) << "the first one at most was under way";
+}
+
+TEST_F(BadRadios, WhatIsNoneOfTheirRangesOrLimitsIsNotHandedOn) {
+    server.others = {{"m", "PKTUSB\n2400\n"}, {"l SQL", "-150.0\n"}};
+    Receiver receiver(ReceiverKind::HF);
+    receiver.Attach(
+        std::make_unique<HamlibReceiver>(RadioProfile{QString(), RadioProfile::Client, server.Port()}));
+    ValueBase* mode = receiver.GetValue(Keys::KeyDemodulation);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return mode->GetStringValue() == "PKTUSB"; }, Patience));
+    EXPECT_EQ(receiver.GetValue(KeySquelchLevel)->GetStringValue(), "0") << "its squelch is in other units";
+    const auto isSaid = [&](const QByteArray& line) {
+        return QTest::qWaitFor([&] { return server.lines.contains(line); }, Patience);
+    };
+    server.others.remove("m");
+    mode->SetStringValue("LSB");
+    EXPECT_TRUE(isSaid("M LSB 0"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return mode->GetStringValue() == "USB"; }, Patience));
+    mode->SetStringValue("PKTUSB"); // it was in this mode, which it does not name
+    EXPECT_TRUE(isSaid("M PKTUSB 0")) << server.lines.join('|').toStdString();
 }
 
 TEST_F(BadRadios, LettingGoDoesNotWaitForTheRadio) {
@@ -145,7 +94,7 @@ TEST_F(BadRadios, LettingGoDoesNotWaitForTheRadio) {
         receiver.Attach(std::make_unique<HamlibReceiver>(profile));
         EXPECT_EQ(receiver.GetState(), ReceiverState::Connecting);
         EXPECT_FALSE(receiver.Tune(7055000));
-        ASSERT_TRUE(QTest::qWaitFor([&] { return server.questions > 0; }, Patience));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !server.lines.isEmpty(); }, Patience));
     }
     EXPECT_FALSE(HamlibReceiver::WaitForAll(0ms))
         << "the receiver ended while its thread waits for the answer";

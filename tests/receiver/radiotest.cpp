@@ -104,6 +104,72 @@ TEST_F(Radios, AServerThatGoesAndComesBackIsFollowedAgain) {
     EXPECT_EQ(server.Ask("f"), "7055000");
 }
 
+TEST_F(Radios, WhatWasSetBeforeItWasConnectedDoesNotHideWhatItSays) {
+    receiver->Attach(std::make_unique<SimulatedReceiver>(*receiver, SimulatedReceiver::Pace::OnDemand));
+    receiver->Tune(7055000);
+    RadioServer server;
+    server.Ask("F 14250000");
+    attach(RadioProfile::Client, server.Port());
+    EXPECT_TRUE(comesTo(Keys::KeyFrequency, "14250000")) << told();
+}
+
+TEST_F(Radios, ManualAttenuationSetsTheStepThatIsShown) {
+    RadioServer server;
+    server.Ask("L ATT 20");
+    attach(RadioProfile::Client, server.Port());
+    ASSERT_TRUE(comesTo(Keys::Attenuation, "20")) << told();
+    server.Ask("L ATT 0");
+    attach(RadioProfile::Client, server.Port());
+    ASSERT_TRUE(comesTo(Keys::UseAttenuation, "false")) << told();
+    ASSERT_EQ(text(Keys::Attenuation), "20");
+    ASSERT_TRUE(comesTo(ReceiverState::Connected));
+    receiver->GetValue(Keys::UseAttenuation)->SetStringValue("true");
+    ASSERT_TRUE(isMeasured());
+    EXPECT_EQ(server.Ask("l ATT"), "20");
+}
+
+TEST_F(Radios, WhatIsSetAsSoonAsItIsBackReachesIt) {
+    RadioServer server;
+    attach(RadioProfile::Client, server.Port());
+    ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
+    receiver->Tune(7055000);
+    ASSERT_TRUE(isMeasured());
+    server.Stop();
+    ASSERT_TRUE(comesTo(ReceiverState::NoAnswer)) << told();
+    server.Start(); // a new one, elsewhere
+    QObject::connect(receiver.get(), &Receiver::StateChanged, receiver.get(), [this] {
+        if (receiver->GetState() == ReceiverState::Connected)
+            receiver->Tune(7055000);
+    });
+    ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return server.Ask("f") == "7055000"; }, Patience)) << told();
+}
+
+TEST_F(Radios, OneThatHasGoneShowsNoLevelOfBefore) {
+    RadioServer server;
+    attach(RadioProfile::Client, server.Port(), 500, HamlibReceiver::Lost::GivenUp);
+    ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return receiver->GetLevel()->GetValue() > -40; }, Patience));
+    receiver->Tune(7055000);
+    while (server.Ask("f") != "7055000") // its level waits to be heard
+        ;
+    server.Stop();
+    ASSERT_TRUE(HamlibReceiver::WaitForAll(std::chrono::milliseconds(Patience)));
+    ASSERT_TRUE(comesTo(ReceiverState::NoAnswer)) << told();
+    EXPECT_EQ(receiver->GetLevel()->GetValue(), -40);
+}
+
+TEST_F(Radios, AShortTimeOutIsNotOverBetweenTwoQuestions) {
+    attach(RadioProfile::Dummy, QString(), 20);
+    ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
+    int states = 0;
+    int readings = 0;
+    QObject::connect(receiver.get(), &Receiver::StateChanged, [&] { ++states; });
+    QObject::connect(receiver.get(), &Receiver::Measured, [&] { ++readings; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return readings > 4; }, Patience));
+    EXPECT_EQ(states, 0) << told();
+}
+
 struct BadPort {
     int model;
     const char* port;

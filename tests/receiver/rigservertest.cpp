@@ -6,6 +6,8 @@
 #include "receiver/simulatedreceiver.h"
 #include "tests/support/radioserver.h"
 
+#include <QDeadlineTimer>
+
 namespace {
 
 /// A simulated receiver that other programs share.
@@ -139,6 +141,32 @@ TEST_F(SharedReceivers, OneClientDoesNotHarmAnother) {
         Patience));
     EXPECT_EQ(ask(*good, "q\n", "."), "");
     EXPECT_EQ(good->state(), QAbstractSocket::UnconnectedState);
+}
+
+TEST_F(SharedReceivers, WhoAsksAndDoesNotListenIsCutOff) {
+    const auto deaf = join();
+    deaf->setReadBufferSize(1);
+    deaf->setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, 4096);
+    QByteArray questions;
+    for (int i = 0; i < 1000; ++i)
+        questions += "\\dump_state\n";
+    qint64 asked = 0;
+    const QDeadlineTimer patience(Patience);
+    while (deaf->isOpen() && !patience.hasExpired()) {
+        if (deaf->bytesToWrite() == 0) // the end of the line is seen by who writes
+            asked += deaf->write(asked < 1'000'000 ? questions : "f\n");
+        QCoreApplication::processEvents();
+    }
+    EXPECT_EQ(deaf->state(), QAbstractSocket::UnconnectedState) << asked << " bytes of questions";
+}
+
+TEST_F(SharedReceivers, WhoHasSaidAllIsAnswered) {
+    QProcess shell; // ends its side of the line behind the question
+    shell.start("socat", {"-t", "10", "-", QStringLiteral("TCP:127.0.0.1:%1").arg(server->GetPort())});
+    shell.write("F 7055000\n\\dump_state\nf\n");
+    shell.closeWriteChannel();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shell.state() == QProcess::NotRunning; }, Patience));
+    EXPECT_TRUE(shell.readAll().endsWith("7055000\n"));
 }
 
 TEST_F(SharedReceivers, TheLibrarysOwnClientWorksWithIt) {

@@ -186,6 +186,36 @@ TEST_F(Scans, FromASignalItComesBackToThePriorityChannelAndStaysThereWhenItIsHea
                 testing::Not(testing::Contains(5e6)));
 }
 
+TEST_F(Scans, APriorityChannelThatIsDueAlreadyLeavesTheOthersTheirTurn) {
+    settings.priority = 5e6;
+    settings.prioritySeconds = 0.1; // less than a step takes
+    addSignal(Middle, 0, 3000);
+    start();
+    run(10 * 230 - 1);
+    EXPECT_THAT(receiver.tuned, ElementsAre(5e6, Low, 5e6, Middle, 5e6, Middle, 5e6, Middle, 5e6, Middle));
+    run(6000);
+    EXPECT_EQ(told.stops.size(), 1u);
+    EXPECT_FALSE(told.stops[1].isActive);
+    EXPECT_THAT(receiver.tuned, testing::Contains(High));
+}
+
+TEST_F(Scans, AStopThatTheReceiverDoesNotComeBackToEnds) {
+    settings.priority = 5e6;
+    settings.prioritySeconds = 1;
+    addSignal(Low, 0, 60'000);
+    receiver.onTune = [this](const ScanStep& step) {
+        receiver.measures = step.frequency != Low || clock.now < 1000; // not before it has refused
+    };
+    start();
+    run(1600);
+    ASSERT_EQ(receiver.tuned.back(), Low);
+    receiver.Refuse("the band is closed");
+    EXPECT_EQ(receiver.tuned.back(), Middle);
+    EXPECT_FALSE(told.stops[1].isActive);
+    EXPECT_EQ(scanner.GetState(), ScanState::Scanning);
+    EXPECT_EQ(scanner.GetCounts().unreachable, 1u);
+}
+
 TEST_F(Scans, AReceiverThatGoesAwayIsWaitedForAndTunedAnew) {
     addSignal(Middle, 0, 60'000);
     start();
@@ -226,7 +256,7 @@ TEST_F(Scans, AReceiverWithoutALevelIsAskedAgain) {
     receiver.measures = false;
     run(5000);
     EXPECT_EQ(scanner.GetState(), ScanState::Waiting);
-    EXPECT_EQ(scanner.GetReason(), QString("The receiver does not answer"));
+    EXPECT_EQ(scanner.GetReason(), QString("The receiver tells no level"));
     run(20'000);
     EXPECT_EQ(scanner.GetState(), ScanState::Waiting);
     receiver.measures = true;
@@ -248,6 +278,10 @@ TEST_F(Scans, WhoTurnsTheKnobHasTheReceiver) {
     scanner.Hold(false);
     run(100);
     EXPECT_THAT(receiver.tuned, ElementsAre(Low, Middle));
+    receiver.TurnKnob(3e6);
+    scanner.Skip();
+    EXPECT_EQ(scanner.GetState(), ScanState::Held);
+    EXPECT_EQ(scanner.GetReason(), QString()) << "it is on a channel again";
 }
 
 TEST_F(Scans, WhatCannotBeReachedIsLeftOutAndNothingAtAllEndsTheScan) {

@@ -150,6 +150,10 @@ TEST_F(ChannelScans, AChannelOfSeveralFrequenciesGivesAStepForEach) {
     addChannel(6e6, "AM", 50);
     ASSERT_TRUE(scan->Start());
     EXPECT_THAT(steps(4), ElementsAre(7.1e6, 7.2e6, 6e6, 7e6));
+    step(-30);
+    const quint64 before = link->serial;
+    EXPECT_EQ(step(-30), 7.2e6);
+    EXPECT_EQ(link->serial, before + 1) << "its frequency alone is another";
 }
 
 TEST_F(ChannelScans, WhoChangesTheListWhileItIsScannedIsFollowed) {
@@ -161,8 +165,7 @@ TEST_F(ChannelScans, WhoChangesTheListWhileItIsScannedIsFollowed) {
     channels->DeleteNode(second);
     list.ForceUpdateNow();
     addChannel(8e6, "AM", 50);
-    EXPECT_EQ(step(-30), 5e6) << "the one behind took its place";
-    EXPECT_THAT(steps(3), ElementsAre(7e6, 8e6, 5e6));
+    EXPECT_THAT(steps(5), ElementsAre(7e6, 5e6, 7e6, 8e6, 5e6)) << "none is left out";
     channels->DeleteChildren();
     list.ForceUpdateNow();
     step(-30);
@@ -194,6 +197,21 @@ TEST_F(ChannelScans, ARadioThatDoesNotFollowIsPassedOver) {
     link->Measure(-30, "9990000"); // by hand, now that it had followed
     EXPECT_EQ(read(ScanKeys::Hold), "true");
     EXPECT_EQ(read(ScanKeys::Reason), "Tuned by hand to 9990.000 kHz");
+}
+
+TEST_F(ChannelScans, APriorityChannelOutOfReachDoesNotTakeItFromASignal) {
+    addChannel(7e6, "LSB", 30);
+    addChannel(6e6, "AM", 50);
+    write(ScanKeys::GoOn, "By hand");
+    write(ScanKeys::Priority, "145000000");
+    write(ScanKeys::PrioritySeconds, "1");
+    ASSERT_TRUE(scan->Start());
+    EXPECT_EQ(step(40), 7e6);
+    clock.now += 1000;
+    clock.Fire();
+    EXPECT_EQ(step(40), 7e6);
+    EXPECT_TRUE(stops[1].isActive);
+    EXPECT_EQ(read(ScanKeys::State), "Signal");
 }
 
 TEST_F(ChannelScans, ALostReceiverIsSaidAndTheScanGoesOnWhenItIsBack) {
@@ -241,6 +259,11 @@ TEST_F(ChannelScans, ARangeThatIsNoneIsToldAndNothingBegins) {
     EXPECT_TRUE(scan->Start());
     EXPECT_THAT(steps(3), ElementsAre(7205000, 7210000, 7200000));
     EXPECT_FALSE(scan->IsScanningChannels());
+    for (const char* wrong : {"0", "-5000"}) {
+        write(ScanKeys::Step, wrong);
+        EXPECT_FALSE(scan->Start()) << wrong;
+        EXPECT_EQ(read(ScanKeys::Reason), "The step is too small.");
+    }
 }
 
 TEST(SpanPlans, SpansAreGoneThroughInStepsAndNarrowOnesInTheirMiddle) {

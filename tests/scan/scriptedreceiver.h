@@ -53,6 +53,7 @@ public:
         silent = reason;
         m_watcher->AnsweringChanged();
     }
+    void Refuse(const QString& reason) { m_watcher->NotReached(reason); }
     void TurnKnob(double hertz) { m_watcher->TunedElsewhere(hertz); }
 
     std::function<double(double hertz)> level = [](double) { return 0.0; }; ///< dBµV
