@@ -117,6 +117,17 @@ constexpr Row Rows[] = {
     {Fldigi, "PKTLSB", "LSB", 3000, Mapped},
     {Fldigi, "USB-D", "USB", 3000, Mapped},
     {Fldigi, "LSB-D", "LSB", 3000, Mapped},
+    {Fldigi, "PKT-U", "USB", 3000, Mapped},
+    {Fldigi, "PKT-L", "LSB", 3000, Mapped},
+    {Fldigi, "DATA-U", "USB", 3000, Mapped},
+    {Fldigi, "DATA-L", "LSB", 3000, Mapped},
+    {Fldigi, "DIGU", "USB", 3000, Mapped},
+    {Fldigi, "DIGL", "LSB", 3000, Mapped},
+    {Fldigi, "CW-U", "CW", Morse, Mapped},
+    {Fldigi, "CW-L", "CW", Morse, Mapped},
+    {Fldigi, "CW-R", "CW", Morse, Mapped},
+    {Fldigi, "AM-D", "AM", Broadcast, Mapped},
+    {Fldigi, "FM-D", "FM", Narrow, Mapped},
 };
 
 bool isSame(std::string_view a, std::string_view b) {
