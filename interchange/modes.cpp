@@ -42,7 +42,7 @@ constexpr Row Rows[] = {
     {Chirp, "NCW", "CW", 250},
     {Chirp, "CWR", "CW", Morse, Mapped},
     {Chirp, "NCWR", "CW", 250, Mapped},
-    {Chirp, "Auto", "", 0, Mapped},
+    {Chirp, "Auto", "", 0},
     {Chirp, "RTTY", "RTTY", 500},
     {Chirp, "RTTYR", "RTTYR", 500},
     {Chirp, "FSK", "FSK", 500},
@@ -66,7 +66,7 @@ constexpr Row Rows[] = {
     {Gqrx, "WFM (stereo)", "FM", Wide, Mapped},
     {Gqrx, "WFM (oirt)", "FM", 160000, Mapped},
     {Gqrx, "Raw I/Q", "IQ", 0},
-    {Gqrx, "Demod Off", "", 0, Mapped},
+    {Gqrx, "Demod Off", "", 0},
 
     {SdrPlus, "NFM", "FM", Narrow},
     {SdrPlus, "WFM", "FM", 150000},
