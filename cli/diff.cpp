@@ -1,4 +1,5 @@
 #include "cli/command.h"
+#include "cli/foreign.h"
 #include "cli/output.h"
 #include "cli/twolists.h"
 #include "host/base/frequencytext.h"
@@ -161,6 +162,7 @@ int RunDiff(const QStringList& arguments) {
                              QStringLiteral("FORMAT"), QStringLiteral("text")});
     args.Parser().addOption({QStringLiteral("json"), QStringLiteral("The same as --format json.")});
     TwoLists::AddTolerance(args.Parser());
+    Foreign::AddOptions(args.Parser());
     args.Parser().addPositionalArgument(QStringLiteral("A"), QStringLiteral("First list."));
     args.Parser().addPositionalArgument(QStringLiteral("B"), QStringLiteral("Second list."));
     int exitCode = ExitDone;
@@ -175,7 +177,7 @@ int RunDiff(const QStringList& arguments) {
         return ExitUsage;
     ProblemPrinter problems;
     TwoLists lists;
-    if (!lists.Read(args.Files(), kind, tolerance))
+    if (!lists.Read(args, kind, tolerance))
         return ExitFile;
     problems.Flush();
     if (printDifferences(lists, *printer))

@@ -3,12 +3,14 @@
 #include "cli/command.h"
 #include "cli/jsonfile.h"
 #include "cli/output.h"
+#include "controls/frequencystore/files/filekind.h"
 #include "host/base/problems.h"
 #include "interchange/formatlist.h"
 #include "interchange/table.h"
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <optional>
 
 namespace {
@@ -104,10 +106,21 @@ void Foreign::AddOptions(QCommandLineParser& parser) {
          QStringLiteral("TIME|now")});
 }
 
+bool Foreign::IsOfOthers(const CliList& list, const QString& path) {
+    if (!list.Parser())
+        return false;
+    if (const Interchange::Format* const format = Interchange::FormatOfFile(path))
+        return format->read && !IsOwnJson(format);
+    const bool isNamedAsOurs = std::ranges::any_of(OwnFiles, [&path](const OwnFileRow& own) {
+        return own.kind != OwnFile::Csv && IsNamedAs(own.kind, path);
+    });
+    return !isNamedAsOurs && isTableOfOthers(list, path);
+}
+
 bool Foreign::Read(const Arguments& args, CliList& list, const QString& path, QString* kind) {
-    const Interchange::Format* const format =
-        args.IsSet("columns") ? nullptr : Interchange::FormatOfFile(path);
-    const bool isTable = args.IsSet("columns") || (!format && isTableOfOthers(list, path));
+    const bool isTold = args.IsSet("columns") && args.Files().size() == 1;
+    const Interchange::Format* const format = isTold ? nullptr : Interchange::FormatOfFile(path);
+    const bool isTable = isTold || (!format && isTableOfOthers(list, path));
     if (args.IsSet("on-air") && !(format && format->hasSchedule)) {
         Problems::Report(TraceSource,
                          {path, 0, QStringLiteral("has no times on air, which --on-air asks for")});

@@ -11,9 +11,13 @@ namespace Foreign {
 void AddOptions(QCommandLineParser& parser);
 
 /// Reads a file of any kind into the list: one of another program by its content, a table by `--columns`, any
-/// other by the list's own reader. False, told, when it could not be read. `kind`, when given, is what it
-/// was, and empty for a file of the list's own.
+/// other by the list's own reader. Of several files `--columns` is for those that are nothing else. False,
+/// told, when it could not be read. `kind`, when given, is what it was, and empty for a file of the list's
+/// own.
 bool Read(const Arguments& args, CliList& list, const QString& path, QString* kind = nullptr);
+
+/// Whether a file that the list takes is one of another program, or a table that is none of ours.
+bool IsOfOthers(const CliList& list, const QString& path);
 
 /// Whether a file is written in the format of another program that is named by `--to`; false, told and with
 /// the exit code, when there is no such format or it is only read.

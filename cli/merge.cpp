@@ -1,4 +1,5 @@
 #include "cli/command.h"
+#include "cli/foreign.h"
 #include "cli/jsonfile.h"
 #include "cli/memorylist.h"
 #include "cli/output.h"
@@ -25,6 +26,7 @@ bool isJob(const QString& path) {
 void addOptions(QCommandLineParser& parser) {
     parser.addOption({QStringLiteral("out"), QStringLiteral("File to write."), QStringLiteral("C")});
     TwoLists::AddTolerance(parser);
+    Foreign::AddOptions(parser);
     parser.addOption({QStringLiteral("prefer"),
                       QStringLiteral("What holds where entries of both differ: first or second (first)."),
                       QStringLiteral("WHICH"), QStringLiteral("first")});
@@ -83,7 +85,11 @@ struct Counts {
 class Merger {
 public:
     Merger(TwoLists& lists, const QString& nameOfSecond, bool prefersSecond)
-        : m_lists(lists), m_name(nameOfSecond), m_prefersSecond(prefersSecond) {}
+        : m_lists(lists),
+          m_name(nameOfSecond),
+          m_prefersSecond(prefersSecond),
+          m_hasPriorities(lists.First().Names().FormatRead(nameOfSecond) != FileFormat::SflLines &&
+                          !Foreign::IsOfOthers(lists.First(), nameOfSecond)) {}
 
     Counts Run() {
         const std::vector<Node*> mine = m_lists.First().GetNode()->Children();
@@ -120,7 +126,7 @@ private:
         const std::vector<EntryField> entry = m_lists.Second().At(place);
         std::vector<EntryMerge::Difference> differences = EntryMerge::Differences(
             ComparedFields(FieldsOf(mine)), ComparedFields(entry), EntryMerge::Silence::IsEqual);
-        if (m_lists.First().Names().FormatRead(m_name) == FileFormat::SflLines) // have none: it is made up
+        if (!m_hasPriorities)
             std::erase_if(differences, [](const EntryMerge::Difference& difference) {
                 return difference.key == Keys::Priority.Text();
             });
@@ -142,6 +148,7 @@ private:
     TwoLists& m_lists;
     QString m_name;
     bool m_prefersSecond;
+    bool m_hasPriorities; ///< else the second list's file has none, and they are made up
     Counts m_counts;
 };
 
@@ -173,7 +180,7 @@ int RunMerge(const QStringList& arguments) {
     if (!takeOptions(args, options))
         return ExitUsage;
     TwoLists lists;
-    if (!lists.Read(args.Files(), options.kind, options.tolerance,
+    if (!lists.Read(args, options.kind, options.tolerance,
                     isJob(options.out) ? TwoLists::Reader(openJob) : TwoLists::Reader()))
         return ExitFile;
     const QStringList files = args.Files();

@@ -1,5 +1,6 @@
 #include "cli/twolists.h"
 
+#include "cli/foreign.h"
 #include "host/base/frequencytext.h"
 #include "host/base/numbers.h"
 
@@ -24,7 +25,8 @@ bool doesRead(const QString& kind, const QString& path) {
     if (!told.isEmpty() || kind.isEmpty())
         return told == kind;
     const std::unique_ptr<CliList> list = MakeList(kind);
-    return list && list->Names().FormatRead(path) != FileFormat::Unknown;
+    return list &&
+           (list->Names().FormatRead(path) != FileFormat::Unknown || Foreign::IsOfOthers(*list, path));
 }
 
 } // namespace
@@ -90,8 +92,11 @@ bool TwoLists::TakeTolerance(const Arguments& args, double& hertz) {
     return false;
 }
 
-bool TwoLists::Read(const QStringList& paths, const QString& kind, double tolerance,
-                    const Reader& readFirst) {
+bool TwoLists::Read(const Arguments& args, const QString& kind, double tolerance, const Reader& readFirst) {
+    const QStringList paths = args.Files();
+    const Reader read = [&args](CliList& list, const QString& path) {
+        return Foreign::IsOfOthers(list, path) ? Foreign::Read(args, list, path) : list.Read(path);
+    };
     EntryMerge::KeyMaker maker;
     const auto keysOf = [&maker](const CliList& list, StoredEntries* stored) {
         std::vector<EntryMerge::Key> keys;
@@ -104,12 +109,12 @@ bool TwoLists::Read(const QStringList& paths, const QString& kind, double tolera
         return keys;
     };
     m_first = MakeList(kind);
-    if (!m_first->Read(paths[1]))
+    if (!read(*m_first, paths[1]))
         return false;
     const std::vector<EntryMerge::Key> theirs = keysOf(*m_first, &m_second);
     m_first.reset(); // one list of a kind at a time
     m_first = MakeList(kind);
-    if (!(readFirst ? readFirst(*m_first, paths[0]) : m_first->Read(paths[0])))
+    if (!(readFirst ? readFirst : read)(*m_first, paths[0]))
         return false;
     const std::vector<EntryMerge::Key> mine = keysOf(*m_first, nullptr);
     m_sizeOfFirst = mine.size();

@@ -35,10 +35,10 @@ public:
     static void AddTolerance(QCommandLineParser& parser);
     static bool TakeTolerance(const Arguments& args, double& hertz);
 
-    /// Reads both files and compares them; false, told, when one cannot be read. `readFirst` reads the first
-    /// one into the list, `CliList::Read` when it is empty.
+    /// Reads both files of the command line and compares them; false, told, when one cannot be read.
+    /// `readFirst` reads the first one into the list, which else is read as what it is.
     using Reader = std::function<bool(CliList& list, const QString& path)>;
-    bool Read(const QStringList& paths, const QString& kind, double tolerance, const Reader& readFirst = {});
+    bool Read(const Arguments& args, const QString& kind, double tolerance, const Reader& readFirst = {});
 
     CliList& First() { return *m_first; }
     const StoredEntries& Second() const { return m_second; }

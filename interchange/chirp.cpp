@@ -10,9 +10,11 @@ namespace Interchange {
 
 namespace {
 
-// The memory channels of a channel editor. Frequencies are in MHz with six decimals, steps in kHz.
+// The memory channels of a channel editor. Frequencies are in MHz with six decimals, steps in kHz. A location
+// is the channel's number in the radio; those that follow one another from 0 on go without saying.
 
 constexpr double HertzPerMegahertz = 1e6;
+constexpr char LocationKey[] = "Location";
 
 /// A column with what stands in it for a channel that has nothing to say there.
 struct Column {
@@ -29,9 +31,11 @@ constexpr Column Columns[] = {
 };
 
 bool knows(const QString& head) {
-    const QStringList cells = FirstContentLine(head).remove(QLatin1Char('"')).split(QLatin1Char(','));
-    return cells.contains(QLatin1String("Location")) && cells.contains(QLatin1String("Frequency")) &&
-           (cells.contains(QLatin1String("Duplex")) || cells.contains(QLatin1String("rToneFreq")));
+    const QStringList cells = FirstCells(head, QLatin1Char(','));
+    const auto has = [&cells](const char* heading) {
+        return cells.contains(QLatin1String(heading), Qt::CaseInsensitive);
+    };
+    return has("Location") && has("Frequency") && (has("Duplex") || has("rToneFreq"));
 }
 
 bool isComment(const Rows& rows) {
@@ -67,10 +71,7 @@ void read(QIODevice& device, Reading& reading) {
         if (known == std::end(Columns) || known->usual)
             extras.push_back({i, heading.NameAt(i), known == std::end(Columns) ? "" : known->usual});
     }
-    const auto cell = [&](int column) {
-        return column < 0 ? std::string_view() : rows.Cell(static_cast<std::size_t>(column));
-    };
-    std::string place;
+    qint64 nextLocation = 0;
     while (rows.Next()) {
         if (isComment(rows) || !rows.HasCells(1, heading.Count()))
             continue;
@@ -78,15 +79,19 @@ void read(QIODevice& device, Reading& reading) {
             if (const std::string_view content = rows.Cell(extra.column); content != extra.usual)
                 reading.Extra(extra.key, content);
         }
+        const std::optional<int> number = REPORTGENERATOR::ParseInteger(rows.CellIn(location));
+        if (number.value_or(-1) != nextLocation)
+            reading.Extra(LocationKey, rows.CellIn(location));
+        nextLocation = (number ? *number : nextLocation) + 1;
         Station station{.line = rows.Line(),
-                        .frequency = cell(frequency),
+                        .frequency = rows.CellIn(frequency),
                         .hertzPerUnit = HertzPerMegahertz,
                         .words = ModeWords::Chirp,
-                        .mode = cell(mode),
-                        .name = cell(name),
-                        .notes = cell(comment)};
+                        .mode = rows.CellIn(mode),
+                        .name = rows.CellIn(name),
+                        .notes = rows.CellIn(comment)};
         if (station.name.empty() && station.notes.empty())
-            station.name = cell(location);
+            station.name = rows.CellIn(location);
         reading.Take(station);
     }
 }
@@ -110,7 +115,7 @@ public:
                 out += ',';
             const QLatin1String heading(column.heading);
             if (heading == QLatin1String("Location"))
-                out += std::to_string(lost.entries - 1);
+                out += std::to_string(locationOf(of));
             else if (heading == QLatin1String("Name"))
                 AppendCell(out, of.parts.name, ',');
             else if (heading == QLatin1String("Frequency"))
@@ -122,8 +127,18 @@ public:
             else
                 AppendCell(out, of.Kept(column.heading, column.usual), ',');
         }
+        of.CountRest(lost);
         out += "\r\n";
     }
+
+private:
+    /// The channel's number that was kept, unless the list has been put into another order since.
+    qint64 locationOf(const Outgoing& of) {
+        m_nextLocation = std::max<qint64>(m_nextLocation, of.Kept(LocationKey, "0").toInt());
+        return m_nextLocation++;
+    }
+
+    qint64 m_nextLocation = 0;
 };
 
 } // namespace

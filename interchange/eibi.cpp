@@ -11,6 +11,7 @@ namespace {
 // A schedule of shortwave broadcasts: frequencies in kHz, times in UTC, Windows-1252. The time on air is kept
 // in the comment, whatever is asked for.
 
+constexpr char InactiveEntry[] = "8"; // in the field of what an entry is valid for
 constexpr std::size_t LeastFields = 5;
 constexpr std::size_t MostFields = 12; // with the empty one behind the last separator
 
@@ -34,6 +35,7 @@ void read(QIODevice& device, Reading& reading) {
             continue;
         }
         TakeDays(rows.Cell(2), schedule);
+        schedule.isActive = rows.Cell(8) != InactiveEntry;
         schedule.firstDay = DayOfYear(rows.Cell(9));
         schedule.lastDay = DayOfYear(rows.Cell(10));
         if (!reading.IsWanted(schedule))

@@ -16,8 +16,10 @@ namespace {
 
 constexpr char HeadingLine[] = "# rfcarrier rig_mode carrier mode usage";
 
+/// Entries without the heading, as somebody may paste them: TABs are those of tables, of which the lines of
+/// our own lists are some.
 bool knows(const QString& head) {
-    static const QRegularExpression entry(QStringLiteral("^\\d{4,}\\s+[A-Z][\\w-]*\\s+\\d+\\s+\\S+(\\s|$)"));
+    static const QRegularExpression entry(QStringLiteral("^\\d{5,} +[A-Z][\\w-]* +\\d+ +[A-Z0-9/_-]+( |$)"));
     return head.startsWith(QLatin1String("# rfcarrier")) || entry.match(FirstContentLine(head)).hasMatch();
 }
 
@@ -81,6 +83,7 @@ public:
         out += ' ';
         if (!AppendPlainCell(out, of.Comment(), '\n'))
             lost.Count(QT_TRANSLATE_NOOP("Account", "control characters in names"));
+        of.CountRest(lost);
         out += '\n';
     }
 };

@@ -23,11 +23,15 @@ bool isComment(const Rows& rows) {
     return Trimmed(rows.First()).starts_with('#');
 }
 
+/// Bookmarks without their tags, as somebody may paste them, are known by the program's blanks and words: a
+/// spreadsheet's table may have the same columns in other units.
 bool knowsBookmarks(const QString& head) {
     static const QRegularExpression tag(QStringLiteral("^[^;]*;\\s*#[0-9a-fA-F]{6}$"));
-    static const QRegularExpression bookmark(QStringLiteral("^\\d+\\s*;[^;]*;[^;]*;\\s*\\d+\\s*;[^;]*$"));
+    static const QRegularExpression bookmark(QStringLiteral("^\\d+ *; [^;]*; ([^;]*); +\\d+ *;( [^;]*)?$"));
     const QString line = FirstContentLine(head);
-    return tag.match(line).hasMatch() || bookmark.match(line).hasMatch();
+    const QRegularExpressionMatch found = bookmark.match(line);
+    return tag.match(line).hasMatch() ||
+           (found.hasMatch() && ModeOf(ModeWords::Gqrx, found.captured(1).trimmed().toStdString()).isKnown);
 }
 
 void readBookmarks(QIODevice& device, Reading& reading) {
@@ -76,6 +80,7 @@ public:
         out += ' ';
         if (!AppendPlainCell(out, of.Kept("Tags", "Untagged"), ';'))
             lost.Count(QT_TRANSLATE_NOOP("Account", "\";\" in tags"));
+        of.CountRest(lost);
         out += '\n';
     }
 
@@ -113,12 +118,15 @@ void readBands(QIODevice& device, Reading& reading) {
         AppendFixed(width, *end - *begin, 3);
         reading.Extra("Step", rows.Cell(3));
         reading.Extra("Color", rows.Cell(4));
+        std::string name(rows.Cell(5));
+        for (std::size_t i = BandFields; i < rows.Count(); ++i) // there are no quotes
+            name.append(", ").append(rows.Cell(i));
         reading.Take({.line = rows.Line(),
                       .frequency = middle,
                       .bandwidth = width,
                       .words = ModeWords::Chirp, // which are those of band plans
                       .mode = rows.Cell(2),
-                      .name = rows.Cell(5)});
+                      .name = name});
     }
 }
 

@@ -17,6 +17,10 @@ namespace {
 constexpr std::size_t MostMembers = 1000;
 constexpr std::size_t LargestEntry = 16 * 1024 * 1024; // bytes
 
+/// Members that entries of other programs have, and none of ours.
+constexpr std::string_view ForeignMembers[] = {"name",  "mode",        "label",    "title",
+                                               "notes", "description", "callsign", "station"};
+
 /// What lists call by different names.
 constexpr std::pair<QLatin1String, QLatin1String> SameMembers[] = {
     {QLatin1String("bandwidth"), QLatin1String("bandwidthsel")},
@@ -256,6 +260,16 @@ public:
     }
     bool TakesMoreTexts() const override { return m_entryDepth == 1; }
 
+    /// Throws when the frequencies of the file can be no hertz.
+    void CheckFrequencies() const {
+        if (m_brokenLine > 0 && !m_anyLarge)
+            m_reading.Fail(m_brokenLine,
+                           QCoreApplication::translate(
+                               "Readers", "the frequencies are no hertz: all are below 30000, some have "
+                                          "decimals, and the member \"%1\" is of another program")
+                               .arg(m_foreign));
+    }
+
 private:
     [[noreturn]] void failAsNone() const {
         m_reading.Fail(Line(), m_depth == 0
@@ -269,9 +283,25 @@ private:
         double hertz = 0;
         m_entry.Take(frequency, hertz);
         m_reading.Problems().CheckFrequency(m_entry.Line(), hertz);
+        note(hertz);
         if (!m_take(m_entry))
             throw Enough();
     }
+
+    void note(double hertz) {
+        m_anyLarge = m_anyLarge || std::abs(hertz) >= LeastLarge;
+        if (m_anyLarge || m_brokenLine > 0 || hertz == std::trunc(hertz))
+            return;
+        for (const std::string_view name : ForeignMembers) {
+            m_foreign = TextOf(name);
+            if (m_entry.Has(m_foreign)) {
+                m_brokenLine = m_entry.Line();
+                return;
+            }
+        }
+    }
+
+    static constexpr double LeastLarge = 30'000; // Hz; below it nobody listens, and in MHz it is all there is
 
     Reading& m_reading;
     JsonEntry m_entry;
@@ -279,6 +309,9 @@ private:
     int m_depth = 0;
     int m_entryDepth = 1; ///< of the entries' objects: 1 for lines, 2 for an array
     bool m_hasBegun = false;
+    bool m_anyLarge = false; ///< of the frequencies
+    qint64 m_brokenLine = 0; ///< of the first one with decimals in an entry with a member of other programs
+    QString m_foreign;       ///< that member
 };
 
 } // namespace
@@ -287,6 +320,7 @@ void ReadJsonEntries(QIODevice& device, Reading& reading, const std::function<bo
     EntryEvents events(reading, take);
     try {
         ReadJsonEvents(device, reading, events);
+        events.CheckFrequencies();
     } catch (const Enough&) {
     }
 }

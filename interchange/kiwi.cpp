@@ -44,13 +44,14 @@ struct Label {
 
 /// The members of a label that our records have no place for, and what stands for nothing in them.
 struct LabelExtra {
-    const char* key;
+    const char* key;   ///< that no other format has for something else
     const char* usual; ///< in the table
     std::string_view Label::*member;
 };
 constexpr LabelExtra Extras[] = {
-    {"Extension", "", &Label::extension}, {"Type", "T0", &Label::type},     {"Offset", "0", &Label::offset},
-    {"DOW", "MTWTFSS", &Label::days},     {"Begin", "0000", &Label::begin}, {"End", "2400", &Label::end},
+    {"Extension", "", &Label::extension}, {"Type", "T0", &Label::type},
+    {"Offset Hz", "0", &Label::offset},   {"DOW", "MTWTFSS", &Label::days},
+    {"Begin", "0000", &Label::begin},     {"End", "2400", &Label::end},
     {"Sig bw", "0", &Label::signal},
 };
 
@@ -72,10 +73,11 @@ void take(const Label& label, Reading& reading) {
     const std::optional<double> low = HertzOf(label.low, 1);
     const std::optional<double> high = HertzOf(label.high, 1);
     std::string width;
-    if (low && high && *high > *low) {
+    if (low && high && *high > *low)
         AppendFixed(width, *high - *low, 0);
-        reading.Extra("PB low", label.low);
-        reading.Extra("PB high", label.high);
+    for (const auto& [key, edge] : {std::pair("PB low", label.low), std::pair("PB high", label.high)}) {
+        if (!width.empty() || edge != "0")
+            reading.Extra(key, edge);
     }
     for (const LabelExtra& extra : Extras) {
         if (label.*extra.member != extra.usual)
@@ -173,7 +175,9 @@ public:
     explicit Labels(Reading& reading) : m_reading(reading) {}
 
     void Begin(bool) override {
-        if (++m_depth == LabelDepth) {
+        if (++m_depth == LabelDepth - 1)
+            m_isLabels = m_key == "dx"; // else it is a table of something else
+        if (m_depth == LabelDepth) {
             m_fields = {};
             m_fieldCount = 0;
             m_hasMode = false;
@@ -181,7 +185,7 @@ public:
         }
     }
     void End(bool) override {
-        if (m_depth-- == LabelDepth)
+        if (m_depth-- == LabelDepth && m_isLabels)
             takeLabel();
     }
     void Key(std::string_view key) override { m_key = key; }
@@ -196,13 +200,21 @@ public:
 private:
     static constexpr int LabelDepth = 3;
 
+    static bool isType(std::string_view option) {
+        return option.size() > 1 && option[0] == 'T' && option[1] >= '0' && option[1] <= '9';
+    }
+    static bool isKnown(std::string_view option) {
+        constexpr std::string_view Known[] = {"lo", "hi", "o", "d0", "b0", "e0", "p", "s"};
+        return isType(option) || std::ranges::find(Known, option) != std::end(Known);
+    }
+
     std::string_view option(const char* key) const {
         const auto found = m_options.find(key);
         return found == m_options.end() ? std::string_view() : std::string_view(found->second);
     }
     std::string_view type() const {
         const auto found = std::find_if(m_options.begin(), m_options.end(), [](const auto& known) {
-            return known.first.size() > 1 && known.first[0] == 'T' && known.second == "1";
+            return isType(known.first) && known.second == "1";
         });
         return found == m_options.end() ? std::string_view() : std::string_view(found->first);
     }
@@ -216,6 +228,10 @@ private:
         const std::string days = daysOf(option("d0"));
         const std::string begin = timeOf(option("b0"));
         const std::string end = timeOf(option("e0"));
+        for (const auto& [key, content] : m_options) {
+            if (!isKnown(key))
+                m_reading.Extra(key, content);
+        }
         take({.line = Line(),
               .frequency = m_fields[0],
               .mode = m_fields[1],
@@ -235,6 +251,7 @@ private:
 
     Reading& m_reading;
     int m_depth = 0;
+    bool m_isLabels = false;
     std::string m_key;
     std::array<std::string, 4> m_fields;
     std::size_t m_fieldCount = 0;
@@ -266,6 +283,8 @@ public:
                          [key](const LabelExtra& extra) { return extra.key == QLatin1String(key); });
         return m_entry.Kept(key, known->usual);
     }
+
+    void CountRest(Account& lost) const { m_entry.CountRest(lost); }
 
     std::string frequency; ///< kHz
     QString mode;
@@ -308,10 +327,11 @@ public:
         out += ';';
         AppendFixed(out, label.high, 0);
         for (const QString& text :
-             {label.Extra("Offset"), label.Extra("DOW"), apostrophe + label.Extra("Begin"),
+             {label.Extra("Offset Hz"), label.Extra("DOW"), apostrophe + label.Extra("Begin"),
               apostrophe + label.Extra("End"), label.Extra("Sig bw")})
             append(out, text);
         out += '\n';
+        label.CountRest(lost);
     }
 
 private:
@@ -339,7 +359,7 @@ public:
         AppendFixed(out, label.low, 0);
         out += ",\"hi\":";
         AppendFixed(out, label.high, 0);
-        if (const QString offset = label.Extra("Offset"); offset != QLatin1String("0"))
+        if (const QString offset = label.Extra("Offset Hz"); offset != QLatin1String("0"))
             out += ",\"o\":" + number(offset);
         if (const QString days = label.Extra("DOW"); days != QLatin1String(AllDays.data()))
             out += ",\"d0\":" + std::to_string(maskOf(days));
@@ -353,6 +373,7 @@ public:
         if (const QString signal = label.Extra("Sig bw"); signal != QLatin1String("0"))
             out += ",\"s\":" + number(signal);
         out += "}]";
+        label.CountRest(lost);
     }
 
     void End(std::string& out) override { out += "\n]}\n"; }

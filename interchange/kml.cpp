@@ -13,7 +13,7 @@ namespace {
 using namespace REPORTGENERATOR;
 
 bool knows(const QString& head) {
-    return head.contains(QLatin1String("<kml"));
+    return head.trimmed().startsWith(u'<') && head.contains(QLatin1String("<kml"));
 }
 
 class PlacemarkEncoder : public PlaceEncoder {

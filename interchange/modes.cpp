@@ -42,7 +42,7 @@ constexpr Row Rows[] = {
     {Chirp, "NCW", "CW", 250},
     {Chirp, "CWR", "CW", Morse, Mapped},
     {Chirp, "NCWR", "CW", 250, Mapped},
-    {Chirp, "Auto", "", 0, Mapped},
+    {Chirp, "Auto", "", 0},
     {Chirp, "RTTY", "RTTY", 500},
     {Chirp, "RTTYR", "RTTYR", 500},
     {Chirp, "FSK", "FSK", 500},
@@ -66,7 +66,7 @@ constexpr Row Rows[] = {
     {Gqrx, "WFM (stereo)", "FM", Wide, Mapped},
     {Gqrx, "WFM (oirt)", "FM", 160000, Mapped},
     {Gqrx, "Raw I/Q", "IQ", 0},
-    {Gqrx, "Demod Off", "", 0, Mapped},
+    {Gqrx, "Demod Off", "", 0},
 
     {SdrPlus, "NFM", "FM", Narrow},
     {SdrPlus, "WFM", "FM", 150000},
@@ -117,6 +117,17 @@ constexpr Row Rows[] = {
     {Fldigi, "PKTLSB", "LSB", 3000, Mapped},
     {Fldigi, "USB-D", "USB", 3000, Mapped},
     {Fldigi, "LSB-D", "LSB", 3000, Mapped},
+    {Fldigi, "PKT-U", "USB", 3000, Mapped},
+    {Fldigi, "PKT-L", "LSB", 3000, Mapped},
+    {Fldigi, "DATA-U", "USB", 3000, Mapped},
+    {Fldigi, "DATA-L", "LSB", 3000, Mapped},
+    {Fldigi, "DIGU", "USB", 3000, Mapped},
+    {Fldigi, "DIGL", "LSB", 3000, Mapped},
+    {Fldigi, "CW-U", "CW", Morse, Mapped},
+    {Fldigi, "CW-L", "CW", Morse, Mapped},
+    {Fldigi, "CW-R", "CW", Morse, Mapped},
+    {Fldigi, "AM-D", "AM", Broadcast, Mapped},
+    {Fldigi, "FM-D", "FM", Narrow, Mapped},
 };
 
 bool isSame(std::string_view a, std::string_view b) {

@@ -4,12 +4,33 @@
 
 namespace Interchange {
 
+OutgoingComment::OutgoingComment(const QString& comment)
+    : parts(SplitComment(comment)), m_isAskedFor(parts.extras.size()) {}
+
+QString OutgoingComment::Kept(const char* key, const char* usual) const {
+    SetAskedFor(key);
+    const QString text = parts.Extra(QLatin1String(key));
+    return text.isNull() ? QString::fromLatin1(usual) : text;
+}
+
+void OutgoingComment::SetAskedFor(const char* key) const {
+    for (std::size_t i = 0; i < parts.extras.size(); ++i)
+        m_isAskedFor[i] = m_isAskedFor[i] || parts.extras[i].first == QLatin1String(key);
+}
+
+void OutgoingComment::CountRest(Account& lost) const {
+    for (std::size_t i = 0; i < parts.extras.size(); ++i) {
+        if (!m_isAskedFor[i])
+            lost.Count(parts.extras[i].first.toStdString());
+    }
+}
+
 Outgoing::Outgoing(const FreqStoreXml::FrequencyStoreEntry& entry, ModeWords words, bool hasNone,
                    Account& lost)
-    : hertz(entry.GetFFM_Settings().GetFrequency().GetValue()),
+    : OutgoingComment(entry.GetComment()),
+      hertz(entry.GetFFM_Settings().GetFrequency().GetValue()),
       bandwidth(entry.GetFFM_Settings().GetIFBandwidth().GetValue()),
       demodulation(FreqStoreXml::FFM_Settings::AnalogDemodToName(entry.GetFFM_Settings().GetAnalogDemod())),
-      parts(SplitComment(entry.GetComment())),
       word(WordOf(words, demodulation, bandwidth)),
       m_words(words) {
     if (word.empty() && !(hasNone && demodulation.isEmpty()))
@@ -17,16 +38,14 @@ Outgoing::Outgoing(const FreqStoreXml::FrequencyStoreEntry& entry, ModeWords wor
     ++lost.entries;
 }
 
-QString Outgoing::Kept(const char* key, const char* usual) const {
-    const QString text = parts.Extra(QLatin1String(key));
-    return text.isNull() ? QString::fromLatin1(usual) : text;
-}
-
 std::string Outgoing::Word(const char* none) const {
-    if (const std::string kept = parts.Extra(QLatin1String("Mode")).toStdString(); !kept.empty()) {
+    constexpr char Key[] = "Mode";
+    if (const std::string kept = parts.Extra(QLatin1String(Key)).toStdString(); !kept.empty()) {
         const Mode meant = ModeOf(m_words, kept);
-        if (meant.isKnown && meant.name == demodulation)
+        if (meant.isKnown && meant.name == demodulation) {
+            SetAskedFor(Key);
             return kept;
+        }
     }
     return std::string(word.empty() ? std::string_view(none) : word);
 }

@@ -5,11 +5,33 @@
 #include "interchange/modes.h"
 
 #include <string>
+#include <vector>
 
 namespace Interchange {
 
+/// The comment of an entry on its way into a file.
+class OutgoingComment {
+public:
+    explicit OutgoingComment(const QString& comment);
+
+    const CommentParts parts;
+
+    /// The comment without what was kept in it.
+    QString Comment() const { return JoinComment({parts.name, parts.notes, {}}); }
+    /// What was kept under a key, or else what stands for nothing.
+    QString Kept(const char* key, const char* usual) const;
+    /// Counts what was kept and nobody has asked for since: the format has no place for it.
+    void CountRest(Account& lost) const;
+
+protected:
+    void SetAskedFor(const char* key) const;
+
+private:
+    mutable std::vector<bool> m_isAskedFor; ///< of the comment's extras
+};
+
 /// An entry on its way into a file: what all writers need of it.
-class Outgoing {
+class Outgoing : public OutgoingComment {
 public:
     /// Counts the entry, and as lost a mode for which this one has no word. `hasNone`
     /// says whether it has one for no mode.
@@ -18,13 +40,8 @@ public:
     const double hertz;
     const double bandwidth; ///< Hz; 0 for none
     const QString demodulation;
-    const CommentParts parts;
     const std::string_view word; ///< of the mode; empty when there is none
 
-    /// The comment without what was kept in it.
-    QString Comment() const { return JoinComment({parts.name, parts.notes, {}}); }
-    /// What was kept under a key, or else what stands for nothing.
-    QString Kept(const char* key, const char* usual) const;
     /// The word of the mode: the one that was kept when it was read, if it still means the demodulation, else
     /// the format's; `none` without any.
     std::string Word(const char* none) const;

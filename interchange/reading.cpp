@@ -21,7 +21,7 @@ QString shortText(std::string_view text) {
 } // namespace
 
 std::string_view Trimmed(std::string_view text) {
-    constexpr std::string_view Blanks = " \t\r";
+    constexpr std::string_view Blanks = " \t\r\n";
     const std::size_t begin = text.find_first_not_of(Blanks);
     if (begin == std::string_view::npos)
         return {};
@@ -71,8 +71,10 @@ bool Reading::Take(const Station& station) {
     }
     m_entry.Reset();
     m_entry.GetFFM_Settings().GetFrequency().SetValue(*hertz);
-    const std::optional<double> bandwidth = HertzOf(station.bandwidth, station.hertzPerBandwidth);
-    if (!station.bandwidth.empty() && (!bandwidth || *bandwidth < 0))
+    std::optional<double> bandwidth = HertzOf(station.bandwidth, station.hertzPerBandwidth);
+    if (bandwidth && !FileProblems::IsFrequency(*bandwidth))
+        bandwidth.reset();
+    if (!bandwidth && !station.bandwidth.empty())
         m_account.Count(QT_TRANSLATE_NOOP("Account", "bandwidths that are none"));
     setMode(station, bandwidth.value_or(0));
     m_entry.SetComment(m_comment.Take(station.name, station.notes));

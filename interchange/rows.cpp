@@ -14,9 +14,21 @@ namespace Interchange {
 Rows::Rows(QIODevice& device, Reading& reading, FreqStoreXml::CsvDialect dialect, bool isUtf8)
     : m_reading(reading),
       m_input(device, reading.FileName()),
-      m_scanner(m_input.Device(), reading.FileName(), dialect) {
+      m_scanner(m_input.Device(), reading.FileName(),
+                {dialect.separator, dialect.quotes, dialect.lenient, true}) {
     if (isUtf8 || m_input.Form().encoding != TextEncoding::Windows1252)
         m_input.Tell(reading.Problems());
+}
+
+bool Rows::Next() {
+    const bool isRow = m_scanner.NextRow();
+    if (m_scanner.IsCut())
+        refuseAsCut();
+    return isRow && !m_scanner.IsCut();
+}
+
+void Rows::refuseAsCut() {
+    m_reading.Refuse(Line(), QCoreApplication::translate("Readers", "is cut: the file ends within it"));
 }
 
 std::string_view Rows::Cell(std::size_t column) const {
@@ -34,7 +46,7 @@ bool Rows::HasCells(std::size_t least, std::size_t most) {
                          : QCoreApplication::translate("Readers", "has %1 fields instead of %2").arg(count))
                         .arg(most));
     else if (count < most && !m_scanner.RowEnds())
-        m_reading.Refuse(Line(), QCoreApplication::translate("Readers", "is cut: the file ends within it"));
+        refuseAsCut();
     else
         return true;
     return false;
@@ -58,14 +70,21 @@ QString FirstContentLine(const QString& text) {
     return content.match(text).captured().trimmed();
 }
 
+QStringList FirstCells(const QString& text, QChar separator) {
+    QStringList cells = FirstContentLine(text).split(separator);
+    for (QString& cell : cells)
+        cell = cell.remove(QLatin1Char('"')).trimmed();
+    return cells;
+}
+
 bool BeginsWithHeadings(const QString& text, QChar separator, std::initializer_list<const char*> headings) {
-    const QStringList cells = FirstContentLine(text).split(separator);
+    const QStringList cells = FirstCells(text, separator);
     if (cells.size() < static_cast<qsizetype>(headings.size()))
         return false;
-    return std::equal(headings.begin(), headings.end(), cells.begin(), [](const char* heading, QString cell) {
-        return cell.remove(QLatin1Char('"')).trimmed().compare(QLatin1String(heading), Qt::CaseInsensitive) ==
-               0;
-    });
+    return std::equal(headings.begin(), headings.end(), cells.begin(),
+                      [](const char* heading, const QString& cell) {
+                          return cell.compare(QLatin1String(heading), Qt::CaseInsensitive) == 0;
+                      });
 }
 
 void AppendCell(std::string& out, std::string_view utf8, char separator) {

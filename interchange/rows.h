@@ -14,8 +14,9 @@ public:
     /// Tells when the device's text is not UTF-8, unless files of the format may be Windows-1252.
     Rows(QIODevice& device, Reading& reading, FreqStoreXml::CsvDialect dialect, bool isUtf8 = true);
 
-    /// Goes to the next row that has anything in it.
-    [[nodiscard]] bool Next() { return m_scanner.NextRow(); }
+    /// Goes to the next row that has anything in it. A last one that the file's end cuts within a character
+    /// is refused.
+    [[nodiscard]] bool Next();
     qint64 Line() const { return m_scanner.Line(); }
     /// Whether the row has so many cells and the file does not end within it; one that has not is refused.
     /// Fewer cells than `most` are good only where a line end says that there are no others.
@@ -23,10 +24,16 @@ public:
     std::size_t Count() const { return m_scanner.Cells().size(); }
     /// A cell without the blanks around it; empty when the row is shorter.
     std::string_view Cell(std::size_t column) const;
+    /// The same for where a heading was found; empty for a column that is not there.
+    std::string_view CellIn(int column) const {
+        return column < 0 ? std::string_view() : Cell(static_cast<std::size_t>(column));
+    }
     /// The first cell as it stands, for dialects in which it is the whole line.
     std::string_view First() const { return m_scanner.Cells().front(); }
 
 private:
+    void refuseAsCut();
+
     Reading& m_reading;
     REPORTGENERATOR::TextInput m_input;
     FreqStoreXml::CsvScanner m_scanner;
@@ -51,6 +58,8 @@ private:
 
 /// The first line of a text that has anything in it and is no comment, which begins with "#".
 QString FirstContentLine(const QString& text);
+/// The cells of that line, without quotes and the blanks around them.
+QStringList FirstCells(const QString& text, QChar separator);
 /// Whether the first line of the content begins with these headings, whatever blanks stand around them.
 bool BeginsWithHeadings(const QString& text, QChar separator, std::initializer_list<const char*> headings);
 

@@ -103,7 +103,7 @@ std::optional<int> DayOfYear(std::string_view text) {
 bool Schedule::IsOnAir(const QDate& date, const QTime& time) const {
     const int minute = time.msecsSinceStartOfDay() / 60000;
     const auto begins = [this](const QDate& day) {
-        if ((days & (1U << (day.dayOfWeek() - 1))) == 0)
+        if (!isActive || (days & (1U << (day.dayOfWeek() - 1))) == 0)
             return false;
         const int ofYear = day.month() * 100 + day.day();
         const bool isAfterFirst = !firstDay || ofYear >= *firstDay;

@@ -15,6 +15,7 @@ struct Schedule {
     int end = 24 * 60;           ///< the same; not after `begin` when it goes past midnight
     unsigned days = 0x7F;        ///< bit 0 is Monday; those on which it begins
     bool isDaysKnown = true;     ///< else the days are in words of their own ("irr"), and all count
+    bool isActive = true;        ///< else it is in the list and on air no more
     std::optional<int> firstDay; ///< of the season, as month * 100 + day; it may go past the end of a year
     std::optional<int> lastDay;
 

@@ -1,7 +1,11 @@
 #include "interchange/formatlist.h"
+#include "interchange/outgoing.h"
 #include "interchange/rows.h"
 
 #include <QCoreApplication>
+
+#include <algorithm>
+#include <span>
 
 namespace Interchange {
 
@@ -10,28 +14,54 @@ namespace {
 // Tables of a receiver's program: the channels of its frequency scanner, and the annotations of its spectrum.
 // All numbers are in Hz, a level in dB.
 
-constexpr std::size_t Fields = 7;
 constexpr FreqStoreXml::CsvDialect Table{',', true, true};
 
 bool knowsScanner(const QString& head) {
     return BeginsWithHeadings(head, QLatin1Char(','), {"Freq (Hz)", "Enable", "Notes"});
 }
 
+/// Counts the columns of a table that its reader does not take itself; `keys` are what some are kept under.
+class OtherColumns {
+public:
+    using Key =
+        std::pair<std::string_view, std::string_view>; ///< heading and key; an empty key passes it over
+
+    OtherColumns(const Heading& heading, std::span<const Key> keys) {
+        for (std::size_t i = 0; i < heading.Count(); ++i) {
+            const auto known = std::ranges::find(keys, heading.NameAt(i), &Key::first);
+            if (known == keys.end())
+                m_columns.emplace_back(i, heading.NameAt(i));
+            else if (!known->second.empty())
+                m_columns.emplace_back(i, known->second);
+        }
+    }
+    void Count(const Rows& rows, Reading& reading) const {
+        for (const auto& [column, key] : m_columns)
+            reading.Extra(key, rows.Cell(column));
+    }
+
+private:
+    std::vector<std::pair<std::size_t, std::string>> m_columns;
+};
+
 void readScanner(QIODevice& device, Reading& reading) {
     Rows rows(device, reading, Table);
     if (!rows.Next())
         return;
+    const Heading heading(rows);
+    constexpr OtherColumns::Key Keys[] = {{"Freq (Hz)", ""},  {"Enable", ""},    {"Notes", ""},
+                                          {"Ch BW (Hz)", ""}, {"TH (dB)", "TH"}, {"Sq (dB)", "Sq"}};
+    const OtherColumns others(heading, Keys);
+    const int bandwidth = heading.Find("Ch BW (Hz)"); // which the first such programs did not write
     while (rows.Next()) {
-        if (!rows.HasCells(Fields, Fields))
+        if (!rows.HasCells(heading.Count(), heading.Count()))
             continue;
         if (const std::string_view enabled = rows.Cell(1); enabled != "1" && enabled != "true")
             reading.Extra("Enable", enabled);
-        reading.Extra("Channel", rows.Cell(3));
-        reading.Extra("TH", rows.Cell(5));
-        reading.Extra("Sq", rows.Cell(6));
+        others.Count(rows, reading);
         reading.Take({.line = rows.Line(),
                       .frequency = rows.Cell(0),
-                      .bandwidth = rows.Cell(4),
+                      .bandwidth = rows.CellIn(bandwidth),
                       .name = rows.Cell(2)});
     }
 }
@@ -43,11 +73,10 @@ public:
     }
 
     void Append(std::string& out, const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) override {
-        const CommentParts parts = SplitComment(entry.GetComment());
+        const OutgoingComment comment(entry.GetComment());
         const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
         const auto kept = [&](const char* key, const char* usual) {
-            const QString text = parts.Extra(QLatin1String(key));
-            AppendCell(out, text.isNull() ? QString::fromLatin1(usual) : text, ',');
+            AppendCell(out, comment.Kept(key, usual), ',');
             out += ',';
         };
         if (!settings.AnalogDemodToName(settings.GetAnalogDemod()).isEmpty())
@@ -55,7 +84,7 @@ public:
         AppendWholeHertz(out, settings.GetFrequency().GetValue(), lost);
         out += ',';
         kept("Enable", "1");
-        AppendCell(out, JoinComment({parts.name, parts.notes, {}}), ',');
+        AppendCell(out, comment.Comment(), ',');
         out += ',';
         kept("Channel", "");
         if (const double bandwidth = settings.GetIFBandwidth().GetValue(); bandwidth > 0)
@@ -64,20 +93,27 @@ public:
         kept("TH", "");
         kept("Sq", "");
         out.back() = '\n';
+        comment.CountRest(lost);
         ++lost.entries;
     }
 };
 
 bool knowsAnnotations(const QString& head) {
-    return BeginsWithHeadings(head, QLatin1Char(','), {"Start", "Width", "Text", "Show"});
+    return BeginsWithHeadings(head, QLatin1Char(','), {"Start", "Width", "Text"});
 }
 
 void readAnnotations(QIODevice& device, Reading& reading) {
     Rows rows(device, reading, Table);
     if (!rows.Next())
         return;
+    const Heading heading(rows);
+    constexpr OtherColumns::Key Keys[] = {{"Start", ""}, {"Width", ""}, {"Text", ""}, {"Show", ""},
+                                          {"Red", ""},   {"Green", ""}, {"Blue", ""}};
+    const OtherColumns others(heading, Keys);
+    const int show = heading.Find("Show");
+    const bool hasColours = heading.Find("Red") >= 0;
     while (rows.Next()) {
-        if (!rows.HasCells(Fields, Fields))
+        if (!rows.HasCells(heading.Count(), heading.Count()))
             continue;
         const std::optional<double> start = HertzOf(rows.Cell(0), 1);
         const std::optional<double> width = HertzOf(rows.Cell(1), 1);
@@ -87,8 +123,11 @@ void readAnnotations(QIODevice& device, Reading& reading) {
         }
         std::string middle;
         AppendFixed(middle, *start + *width / 2, 3);
-        if (rows.Count() >= 7)
+        if (hasColours)
             reading.GetAccount().Count(QT_TRANSLATE_NOOP("Account", "colours"));
+        if (rows.CellIn(show) == "0") // which hides it
+            reading.Extra("Show", "0");
+        others.Count(rows, reading);
         reading.Take(
             {.line = rows.Line(), .frequency = middle, .bandwidth = rows.Cell(1), .name = rows.Cell(2)});
     }

@@ -30,7 +30,7 @@ public:
     explicit Bookmarks(Reading& reading) : m_reading(reading) {}
 
     void Begin(bool isObject) override {
-        m_frames.push_back({m_key, isObject, false, {}, {}, {}});
+        m_frames.push_back({m_key, isObject, false, {}, {}, {}, {}});
         m_key.clear();
     }
     void End(bool) override {
@@ -55,6 +55,8 @@ public:
             frame.bandwidth = text;
         } else if (m_key == "mode") {
             frame.mode = kind == Scalar::Number ? std::string(text) : std::string();
+        } else if (kind != Scalar::False && kind != Scalar::Null) {
+            frame.rest.emplace_back(m_key, kind == Scalar::True ? "true" : text);
         }
     }
 
@@ -66,6 +68,7 @@ private:
         std::string frequency;
         std::string bandwidth;
         std::string mode;
+        std::vector<std::pair<std::string, std::string>> rest;
     };
 
     void take(const Frame& frame) {
@@ -75,6 +78,8 @@ private:
             m_reading.GetAccount().Count(QT_TRANSLATE_NOOP("Account", "unknown modes"));
             m_reading.Extra("Mode", frame.mode);
         }
+        for (const auto& [key, content] : frame.rest)
+            m_reading.Extra(key, content);
         if (const std::string_view list = listName(); list != UsualList)
             m_reading.Extra("List", list);
         m_reading.Take({.line = Line(),
@@ -123,6 +128,7 @@ public:
         to += ", \"frequency\": ";
         appendNumber(to, of.hertz);
         to += ", \"mode\": " + std::to_string(modeOf(of)) + "}";
+        of.CountRest(lost);
     }
 
     void End(std::string& out) override {

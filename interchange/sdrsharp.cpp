@@ -4,6 +4,7 @@
 #include "interchange/rows.h"
 
 #include <algorithm>
+#include <span>
 
 namespace Interchange {
 
@@ -27,6 +28,13 @@ constexpr Member Others[] = {{"IsFavourite", "false", true},
                              {"Shift", "0", true},
                              {"IsScanned", "false", false},
                              {"CenterFrequency", "0", false}};
+
+constexpr std::string_view Taken[] = {"Name", "Frequency", "DetectorType", "FilterBandwidth"};
+
+bool isKnown(std::string_view name) {
+    return std::ranges::find(Taken, name) != std::end(Taken) ||
+           std::ranges::any_of(Others, [name](const Member& other) { return name == other.name; });
+}
 
 bool knows(const QString& head) {
     return head.trimmed().startsWith(QLatin1Char('<')) &&
@@ -90,6 +98,10 @@ private:
             if (const std::string_view content = member(other.name); content != other.usual)
                 m_reading.Extra(other.name, content);
         }
+        for (const Content& other : std::span(m_members).first(m_count)) {
+            if (!isKnown(other.name))
+                m_reading.Extra(other.name, Trimmed(other.content));
+        }
         m_reading.Take({.line = m_line,
                         .frequency = member("Frequency"),
                         .bandwidth = member("FilterBandwidth"),
@@ -134,6 +146,7 @@ public:
         appendHertz(out, "FilterBandwidth", of.bandwidth, lost);
         for (const Member& other : std::span(Others).subspan(3))
             appendOther(out, other, of);
+        of.CountRest(lost);
         out += "  </MemoryEntry>\n";
     }
 

@@ -3,6 +3,7 @@
 #include "host/freqstorexml/csvlayout.h"
 #include "host/freqstorexml/csvoptions.h"
 #include "interchange/rows.h"
+#include "interchange/tablecell.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -18,13 +19,6 @@ namespace Interchange {
 namespace {
 
 constexpr std::size_t RowsLookedAt = 50;
-
-struct Unit {
-    const char* name;
-    double hertz;
-};
-// The longer names come first: one ends with another.
-constexpr Unit Units[] = {{"GHz", 1e9}, {"MHz", 1e6}, {"kHz", 1e3}, {"Hz", 1}};
 
 struct FieldWord {
     TableField field;
@@ -42,53 +36,10 @@ constexpr FieldWord Words[] = {
      "^(notes?|remarks?|bemerkung|info|comment|kommentar|description|beschreibung)"},
 };
 
-/// Takes a unit off the end of a number ("121.5 MHz"); 0 when there is none.
-double takeUnit(std::string_view& number) {
-    for (const Unit& unit : Units) {
-        const std::string_view name = unit.name;
-        if (number.size() > name.size() &&
-            qstrnicmp(number.data() + number.size() - name.size(), name.data(), name.size()) == 0) {
-            number = Trimmed(number.substr(0, number.size() - name.size()));
-            return unit.hertz;
-        }
-    }
-    return 0;
-}
-
-/// Whether a text begins with three digits and no fourth one.
-bool beginsWithThousands(std::string_view text) {
-    const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
-    return digits == 3;
-}
-
-/// A number in the C locale: blanks, and with a decimal comma the points, may group thousands.
-std::string plainNumber(std::string_view text, bool hasDecimalComma) {
-    constexpr std::string_view Unbroken = "\xC2\xA0"; // a blank
-    std::string number;
-    while (!text.empty()) {
-        const char c = text.front();
-        const std::size_t size = text.starts_with(Unbroken) ? Unbroken.size() : 1;
-        const bool isGap = size > 1 || c == ' ' || c == '\'' || (c == '.' && hasDecimalComma);
-        if (!isGap || !beginsWithThousands(text.substr(size)))
-            number += c == ',' && hasDecimalComma ? '.' : c;
-        text.remove_prefix(size);
-    }
-    return number;
-}
-
-/// The unit that a heading names: "Freq (kHz)", "freq_hz"; 0 for none.
-double unitInHeading(const QString& heading) {
-    static const QRegularExpression unit(QStringLiteral("(^|[^a-z])(g|m|k)?hz($|[^a-z])"),
-                                         QRegularExpression::CaseInsensitiveOption);
-    const QRegularExpressionMatch found = unit.match(heading);
-    return found.hasMatch() ? HertzOfUnit(QString(found.captured(2) + QStringLiteral("Hz"))) : 0;
-}
-
-bool isNumber(const QString& cell, bool hasDecimalComma) {
-    const QByteArray utf8 = cell.trimmed().toUtf8();
-    std::string_view text(utf8.constData(), static_cast<std::size_t>(utf8.size()));
-    takeUnit(text);
-    return HertzOf(plainNumber(text, hasDecimalComma), 1).has_value();
+/// Whether a row is none of the table, by its first cell: a comment, or the separator for a spreadsheet.
+bool isPassedOver(std::string_view first) {
+    constexpr std::string_view Separator = "sep=";
+    return first.starts_with('#') || (first.starts_with(Separator) && first.size() <= Separator.size() + 1);
 }
 
 /// How often a separator stands in a line outside of quotes.
@@ -185,14 +136,15 @@ public:
         m_look.encoding = nameOf(input.Form().encoding);
         m_look.choice.encoding = hints.encoding;
         m_look.choice.separator = hints.separator ? hints.separator : findSeparator(input.Form().head);
-        FreqStoreXml::CsvScanner scanner(input.Device(), name, {m_look.choice.separator, true, true});
-        while (m_look.rows.size() < RowsLookedAt && scanner.NextRow()) {
-            if (scanner.Cells().front().starts_with('#'))
-                continue;
+        FreqStoreXml::CsvScanner scanner(input.Device(), name, {m_look.choice.separator, true, true, true});
+        while (m_look.rows.size() < RowsLookedAt && scanner.NextRow() && !scanner.IsCut()) {
             QStringList cells;
             for (const std::string_view cell : scanner.Cells())
                 cells << TextOf(Trimmed(cell));
-            m_look.rows.push_back(cells);
+            if (!isPassedOver(scanner.Cells().front()))
+                m_look.rows.push_back(cells);
+            else if (m_look.rows.empty() && cells[0].startsWith(u'#'))
+                m_marked = cells;
         }
         if (m_look.rows.empty())
             throw RGException(
@@ -208,27 +160,39 @@ public:
 
 private:
     void findDecimalMark() {
-        static const QRegularExpression withComma(QStringLiteral("^[\\d .]*\\d,\\d+( ?[GMk]?Hz)?$"));
-        static const QRegularExpression withPoint(QStringLiteral("^\\d+\\.\\d+( ?[GMk]?Hz)?$"));
         int commas = 0;
         int points = 0;
         for (const QStringList& row : m_look.rows) {
             for (const QString& cell : row) {
-                commas += withComma.match(cell).hasMatch() ? 1 : 0;
-                points += withPoint.match(cell).hasMatch() ? 1 : 0;
+                commas += HasDecimals(cell, QLatin1Char(',')) ? 1 : 0;
+                points += HasDecimals(cell, QLatin1Char('.')) ? 1 : 0;
             }
         }
         m_look.choice.hasDecimalComma = m_hints.hasDecimalComma.value_or(commas > points);
     }
     /// Headings have no numbers; the rows below some.
-    void findHeadings() {
+    bool areHeadings(const QStringList& row) const {
         const bool comma = m_look.choice.hasDecimalComma;
-        const QStringList first = m_look.rows.front();
-        m_look.choice.hasHeadings = m_hints.hasHeadings.value_or(std::none_of(
-            first.begin(), first.end(), [&](const QString& cell) { return isNumber(cell, comma); }));
+        return std::none_of(row.begin(), row.end(),
+                            [comma](const QString& cell) { return IsNumber(cell, comma); });
+    }
+    /// Where no row can be the headings, they may stand in the last comment before the rows.
+    void findMarkedHeadings(qsizetype columns) {
+        if (m_marked.size() != columns || columns < 2 || areHeadings(m_look.rows.front()) ||
+            !areHeadings(m_marked) || !m_hints.hasHeadings.value_or(true))
+            return;
+        const QString first = m_marked[0].mid(1).trimmed();
+        m_marked[0] = first.isEmpty() ? m_marked[0] : first;
+        m_look.choice.isHeadingMarked = true;
+        m_look.rows.insert(m_look.rows.begin(), m_marked);
+    }
+    void findHeadings() {
         qsizetype columns = 0;
         for (const QStringList& row : m_look.rows)
             columns = std::max(columns, row.size());
+        findMarkedHeadings(columns);
+        const QStringList first = m_look.rows.front();
+        m_look.choice.hasHeadings = m_hints.hasHeadings.value_or(areHeadings(first));
         for (qsizetype i = 0; i < columns; ++i) {
             const QString heading = m_look.choice.hasHeadings ? first.value(i) : QString();
             m_look.headings << (heading.isEmpty() ? QString::number(i + 1) : heading);
@@ -273,7 +237,7 @@ private:
         for (qsizetype i = 0; i < m_look.headings.size(); ++i) {
             if (columns[static_cast<std::size_t>(i)].field == TableField::None && !m_look.rows.empty() &&
                 std::all_of(m_look.rows.begin(), m_look.rows.end(), [&](const QStringList& row) {
-                    return isNumber(row.value(i), m_look.choice.hasDecimalComma);
+                    return IsNumber(row.value(i), m_look.choice.hasDecimalComma);
                 })) {
                 columns[static_cast<std::size_t>(i)].field = TableField::Frequency;
                 return;
@@ -283,22 +247,10 @@ private:
 
     const TableHints& m_hints;
     TableLook m_look;
+    QStringList m_marked; ///< the last comment before the first row
 };
 
-QString unitName(double hertz) {
-    const auto* const unit = std::find_if(std::begin(Units), std::end(Units),
-                                          [hertz](const Unit& known) { return known.hertz == hertz; });
-    return unit == std::end(Units) ? QStringLiteral("?") : QString::fromLatin1(unit->name);
-}
-
 } // namespace
-
-double HertzOfUnit(QStringView unit) {
-    const auto* const found = std::find_if(std::begin(Units), std::end(Units), [unit](const Unit& known) {
-        return unit.compare(QLatin1String(known.name), Qt::CaseInsensitive) == 0;
-    });
-    return found == std::end(Units) ? 0 : found->hertz;
-}
 
 QString TableFieldWord(TableField field) {
     const auto* const found = std::find_if(std::begin(Words), std::end(Words),
@@ -333,21 +285,34 @@ QString TableChoice::ToText(const QStringList& headings) const {
         if (column.field == TableField::Frequency || column.field == TableField::Bandwidth)
             text += column.hertzPerUnit == TableColumn::InEachCell
                         ? QString()
-                        : QLatin1Char(':') + unitName(column.hertzPerUnit);
+                        : QLatin1Char(':') + NameOfUnit(column.hertzPerUnit);
         texts << text;
     }
     return texts.join(QLatin1Char(','));
 }
 
 double TableLook::SureUnit(qsizetype column) const {
-    if (const double unit = unitInHeading(headings[column]); unit > 0)
-        return unit;
+    if (const double unit = UnitInHeading(headings[column]); unit > 0)
+        return mayBeGrouped(column, unit) ? 0 : unit;
     const bool areNamed = !rows.empty() && std::all_of(rows.begin(), rows.end(), [&](const QStringList& row) {
         const std::string cell = row.value(column).toStdString();
         std::string_view number = cell;
-        return cell.empty() || takeUnit(number) > 0;
+        return cell.empty() || TakeUnit(number) > 0;
     });
     return areNamed ? TableColumn::InEachCell : 0;
+}
+
+/// Decimals of a kHz that are all three digits long may as well be the thousands of another country.
+bool TableLook::mayBeGrouped(qsizetype column, double unit) const {
+    constexpr double LargestGrouped = 1000; // Hz
+    bool areGrouped = false;
+    for (const QStringList& row : rows) {
+        const QString cell = row.value(column);
+        if (cell.contains(u',') && !MayBeThousands(cell))
+            return false;
+        areGrouped = areGrouped || cell.contains(u',');
+    }
+    return areGrouped && choice.hasDecimalComma && unit <= LargestGrouped;
 }
 
 double TableLook::LikelyUnit(qsizetype column) const {
@@ -355,7 +320,7 @@ double TableLook::LikelyUnit(qsizetype column) const {
     double greatest = 0;
     bool areWhole = true;
     for (const QStringList& row : rows) {
-        const std::string number = plainNumber(row.value(column).toStdString(), choice.hasDecimalComma);
+        const std::string number = PlainNumber(row.value(column).toStdString(), choice.hasDecimalComma);
         if (const std::optional<double> value = HertzOf(number, 1); value && *value > 0) {
             least = std::min(least, *value);
             greatest = std::max(greatest, *value);
@@ -447,7 +412,7 @@ void TakeTableOptions(const QString& options, const QStringList& headings, Table
                                   .arg(heading, headings.join(QStringLiteral(", "))));
         const bool hasUnit = known->field == TableField::Frequency || known->field == TableField::Bandwidth;
         choice.columns[static_cast<std::size_t>(column)] = {
-            known->field, hasUnit && unit == 0 ? unitInHeading(headings[column]) : unit};
+            known->field, hasUnit && unit == 0 ? UnitInHeading(headings[column]) : unit};
     }
 }
 
@@ -517,11 +482,11 @@ private:
     std::string_view number(std::string_view cell, const TableColumn& column, std::string& plain,
                             double& hertzPerUnit) {
         std::string_view digits = cell;
-        const double unit = takeUnit(digits);
+        const double unit = TakeUnit(digits);
         hertzPerUnit = unit > 0 ? unit : column.hertzPerUnit;
         if (hertzPerUnit < 0 && !digits.empty())
             m_withoutUnit = cell;
-        plain = plainNumber(digits, m_choice.hasDecimalComma);
+        plain = PlainNumber(digits, m_choice.hasDecimalComma);
         return plain;
     }
 
@@ -544,7 +509,9 @@ Account ReadTable(QIODevice& device, const QString& name, const TableChoice& cho
         TableReader reader(choice, reading);
         bool isHeading = choice.hasHeadings;
         while (rows.Next()) {
-            if (rows.First().starts_with('#'))
+            const bool isMarkedHeading =
+                isHeading && choice.isHeadingMarked && rows.Count() == choice.columns.size();
+            if (isPassedOver(rows.First()) && !isMarkedHeading)
                 continue;
             if (std::exchange(isHeading, false))
                 reader.TakeHeadings(rows);

@@ -31,6 +31,7 @@ struct TableColumn {
 struct TableChoice {
     char separator = ',';
     bool hasHeadings = true;
+    bool isHeadingMarked = false; ///< "#" stands in front of the headings, as of a comment
     bool hasDecimalComma = false;
     QByteArray encoding; ///< by name ("windows-1251"); empty for the one that the content tells
     std::vector<TableColumn> columns;
@@ -69,6 +70,9 @@ struct TableLook {
     bool MayHoldFrequencies() const;
     /// Whether it may be our own CSV: all its headings are ours, and its frequencies can be in Hz.
     bool IsOwn() const;
+
+private:
+    bool mayBeGrouped(qsizetype column, double unit) const;
 };
 
 /// Looks at the beginning of a table, and tells nothing; throws RGException for what is no text or has no
@@ -85,8 +89,5 @@ Account ReadTable(QIODevice& device, const QString& name, const TableChoice& cho
                   const ReadOptions& options, const TakeEntry& take);
 Account ReadTable(const QString& path, const TableChoice& choice, const ReadOptions& options,
                   const TakeEntry& take);
-
-/// Hz of a unit's name, whatever its case; 0 for an unknown one.
-double HertzOfUnit(QStringView unit);
 
 } // namespace Interchange

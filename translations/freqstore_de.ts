@@ -3797,6 +3797,10 @@ Fremdes: %2</translation>
         <source>&quot;%1&quot; has no unit</source>
         <translation>„%1“ hat keine Einheit</translation>
     </message>
+    <message>
+        <source>the frequencies are no hertz: all are below 30000, some have decimals, and the member &quot;%1&quot; is of another program</source>
+        <translation>die Frequenzen sind keine Hertz: alle liegen unter 30000, manche haben Nachkommastellen, und „%1“ kommt von einem anderen Programm</translation>
+    </message>
 </context>
 <context>
     <name>Receiver</name>

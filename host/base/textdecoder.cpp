@@ -81,14 +81,6 @@ bool isUtf16(std::string_view head, TextEncoding& encoding) {
     return true;
 }
 
-/// Whether these bytes, at which UTF-8 ends, are the beginning of a character.
-bool isBegun(std::string_view bytes) {
-    const auto lead = static_cast<unsigned char>(bytes.front());
-    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    return lead >= 0xC2 && lead <= 0xF4 && bytes.size() < length &&
-           std::ranges::all_of(bytes.substr(1), [](char c) { return (c & 0xC0) == 0x80; });
-}
-
 /// What a pass over a file without a mark finds, as offsets from its beginning; negative for nothing.
 struct Pass {
     qint64 foreign = -1; ///< first byte that is not UTF-8
@@ -116,7 +108,7 @@ Pass passOver(QIODevice& device) {
         if (pass.foreign < 0) {
             good = static_cast<qsizetype>(Utf8Length(viewOf(block)));
             const std::string_view rest = viewOf(block).substr(static_cast<std::size_t>(good));
-            if (!rest.empty() && !isBegun(rest)) {
+            if (!rest.empty() && !BeginsCharacter(rest)) {
                 pass.foreign = offset + good;
                 good = block.size();
             }
@@ -164,7 +156,7 @@ void lookAtHead(const QByteArray& head, TextForm& form) {
     constexpr qsizetype Few = 8;
     constexpr qsizetype LeastShare = 10;
     const std::string_view rest = viewOf(head).substr(Utf8Length(viewOf(head)));
-    const bool isWellFormed = form.encoding == TextEncoding::Utf8 && (rest.empty() || isBegun(rest));
+    const bool isWellFormed = form.encoding == TextEncoding::Utf8 && (rest.empty() || BeginsCharacter(rest));
     const auto isStrange = [&](QChar c) {
         constexpr char16_t RubOut = 0x7F; // which writers keep
         return (IsStrayControl(c) && c != RubOut) || (c == QChar::ReplacementCharacter && !isWellFormed);
@@ -238,6 +230,13 @@ std::size_t Utf8Length(std::string_view bytes) {
         i += length;
     }
     return i;
+}
+
+bool BeginsCharacter(std::string_view bytes) {
+    const auto lead = static_cast<unsigned char>(bytes.front());
+    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+    return lead >= 0xC2 && lead <= 0xF4 && bytes.size() < length &&
+           std::ranges::all_of(bytes.substr(1), [](char c) { return (c & 0xC0) == 0x80; });
 }
 
 void AppendControls(QStringView text, qsizetype from, std::vector<quint32>& places) {

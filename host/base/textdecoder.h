@@ -32,6 +32,8 @@ TextForm LookAtText(QIODevice& device);
 
 /// Number of the bytes at the beginning that are well-formed UTF-8.
 std::size_t Utf8Length(std::string_view bytes);
+/// Whether these bytes, at which UTF-8 ends, are the beginning of a character.
+bool BeginsCharacter(std::string_view bytes);
 
 /// Whether a character has no place in a line of text: control characters but TAB, LF, CR and FF.
 inline bool IsStrayControl(QChar c) {

@@ -1,6 +1,6 @@
 #include "host/freqstorexml/csvscanner.h"
 
-#include "host/report/textform.h"
+#include "host/base/textdecoder.h"
 
 #include <algorithm>
 #include <utility>
@@ -82,9 +82,18 @@ std::string_view CsvScanner::TakeRow() {
         row = row.substr(0, row.find_last_not_of(EndOfText) + 1);
         m_rowEnds = true;
     }
-    if (!m_isAscii && !REPORTGENERATOR::IsUtf8(row))
+    return m_isAscii ? row : WholeCharacters(row);
+}
+
+/// The row without a character that the file's end cuts; throws for any other that is none.
+std::string_view CsvScanner::WholeCharacters(std::string_view row) {
+    const std::size_t good = Utf8Length(row);
+    if (good == row.size())
+        return row;
+    m_isCut = m_dialect.takesCut && !m_rowEnds && BeginsCharacter(row.substr(good));
+    if (!m_isCut)
         Fail(QStringLiteral("this is not UTF-8 text"));
-    return row;
+    return row.substr(0, good);
 }
 
 void CsvScanner::Split(std::string_view row) {

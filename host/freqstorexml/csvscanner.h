@@ -18,6 +18,8 @@ struct CsvDialect {
     /// A quote within a cell that does not begin with one is text, and so is what stands behind the quotes of
     /// one that does. The separator must be given.
     bool lenient = false;
+    /// A last row that ends within a character is given without that character, see `IsCut`; else it fails.
+    bool takesCut = false;
 };
 
 /// Takes a CSV file (RFC 4180, UTF-8, lines ending with LF, CR or both) apart into rows of cells. The first
@@ -34,6 +36,8 @@ public:
     const std::vector<std::string_view>& Cells() const { return m_cells; }
     /// Whether a line end follows the row: only the last one may lack it.
     bool RowEnds() const { return m_rowEnds; }
+    /// Whether the file ends within a character of the row.
+    bool IsCut() const { return m_isCut; }
     /// The line on which the row begins.
     qint64 Line() const { return m_input.Line(); }
     /// Throws RGException that names the line on which the row begins.
@@ -43,6 +47,7 @@ private:
     void FindSeparator(std::string_view heading);
     std::size_t FindEnd(std::size_t from, bool& quoted);
     std::string_view TakeRow();
+    std::string_view WholeCharacters(std::string_view row);
     void Split(std::string_view row);
     std::size_t SplitQuoted(std::string_view row, std::size_t at);
     bool OpensQuotes(std::string_view row, std::size_t at) const;
@@ -50,6 +55,7 @@ private:
     REPORTGENERATOR::ByteInput m_input;
     CsvDialect m_dialect; ///< its separator is known from the first row on
     bool m_rowEnds = true;
+    bool m_isCut = false;
     bool m_isAscii = true;          ///< the current row
     std::size_t m_behindQuotes = 0; ///< place behind the last quote of the row at hand that closed a cell
     std::size_t m_rowSize = 0;      ///< of the current row with its line end; skipped by the next call

@@ -181,6 +181,24 @@ TEST_F(MergeTest, DifferencesAreToldInTheOrderOfTheListsAndByTheExitCode) {
               ExitDone);
 }
 
+TEST_F(MergeTest, FilesOfOtherProgramsAreReadToo) {
+    const QString mine = Targets("mine.ltl", {"121500000 9000 Guard AM"});
+    const QString radio = Write(Q("radio.csv"), "Location,Name,Frequency,Duplex,Mode\n0,Emergency,121.5,,AM\n"
+                                                "1,Relay,145.6,,FM\n");
+    const QString table = Write(Q("table.tsv"), "Freq\tCall\n121.5\tGuard\n");
+    const QString out = Path("out.ltl");
+    EXPECT_TRUE(Cli("merge --prefer second", {mine, radio, "--out", out})
+                    .Is(ExitDone, Q("1 entry added, 1 changed")));
+    EXPECT_EQ(Content(out), "1.215e+08 Emergency AM, 1.456e+08 Relay FM");
+    EXPECT_EQ(ShownBy("show", {out})[0].toObject()[Q("priority")].toInt(), 10) << "the radio has none";
+    EXPECT_EQ(Cli("diff", {radio, radio}).exitCode, ExitDone);
+    EXPECT_NE(Cli("diff", {radio, mine}).out.find("- 145.600000 MHz FM \"Relay\""), std::string::npos);
+    EXPECT_TRUE(Cli("diff", {mine, table}).Is(ExitFile, Q("--columns \"frequency=Freq:MHz,name=Call\"")));
+    const CliResult told = Cli("diff --columns frequency=Freq:MHz,name=Call", {table, radio});
+    EXPECT_EQ(told.exitCode, ExitDifferent);
+    EXPECT_NE(told.out.find("+ 145.600000 MHz FM \"Relay\""), std::string::npos) << told.out;
+}
+
 TEST_F(MergeTest, ADiffOfWhatCannotBeReadIsNoAnswer) {
     const QString good = Targets("good.ltl", {"1000 9000 one AM"});
     const QString doubtful = Write("doubtful.ltl", "1000\tx\tone\tAM\tg\tNot defined\t10\t\n");

@@ -44,22 +44,34 @@ const Row Rows[] = {
      "7,Dig,7.0345,split,7.120000,,88.5,88.5,023,NN,CWR,5.00,,,,,\r\n",
      {"121500000|9000|AM|Tower", "145600000|16000|FM|DB0XY, \"hill\"", "438725000|0||2",
       "7034500|500|CW|Dig"},
-     "Duplex (2), Mode (1), Offset (2), Skip (1), TStep (1), Tone (1), bandwidths from the mode (3), "
+     "Duplex (2), Location (1), Mode (1), Offset (2), Skip (1), TStep (1), Tone (1), bandwidths from the "
+     "mode (3), "
      "cToneFreq (1)"},
     {"ChirpWithWhatIsNoFrequency",
      "chirp-csv",
      "Frequency,Location,rToneFreq\n\"121,5\",1,88.5\n-7,2,88.5\n1e30,3,88.5\n0,4,88.5\n,5,88.5\n7.1,6,88."
      "5\n",
      {"7100000|0||6"},
-     "",
+     "Location (1)",
      {"file:2: \"121,5\" is no frequency", "file:3: \"-7\" is no frequency",
       "file:4: \"1e30\" is no frequency", "file:5: \"0\" is no frequency", "file:6: has no frequency"}},
     {"ChirpWithDecimalCommasAndAnEndWithin",
      "chirp-csv",
      "Location,Frequency,Name,rToneFreq\n1,121,500000,Tower,88.5\n2,7.1\n3,145.6,Cal",
      {"7100000|0||2"},
-     "",
+     "Location (1)",
      {"file:2: has 5 fields instead of 4", "file:4: is cut: the file ends within it"}},
+    {"ChirpWithHeadingsOfAnotherHand",
+     "chirp-csv",
+     "location, name, frequency, duplex, mode\r\n3, Tower, 121.5,, Auto\r\n",
+     {"121500000|0||Tower"},
+     "Location (1)"},
+    {"CutWithinACharacter",
+     "chirp-csv",
+     "Location,Frequency,Duplex,Name\n0,7.1,,A\n1,121.5,,T\xC3",
+     {"7100000|0||A"},
+     "",
+     {"file:3: is cut: the file ends within it"}},
     {"GqrxWithTags",
      "gqrx",
      "# Tag name          ;  color\nUntagged            ; #c0c0c0\nAir                 ; #00ff00\n\n"
@@ -70,11 +82,15 @@ const Row Rows[] = {
      {"121500000|10000|AM|Guard \u00FC", "98500000|160000|FM|Radio"},
      "Mode (1), Tags (1), colours of tags (2)",
      {"file:8: has 3 fields instead of 5"}},
+    {"GqrxWithoutTags",
+     "gqrx",
+     "   145500000; Relay                    ; Narrow FM           ;      10000;\n",
+     {"145500000|10000|FM|Relay"}},
     {"GqrxBandPlan",
      "gqrx-bands",
      "# begin, end, mode, step, color, name\n1810000, 2000000, LSB, 100, #80AAFF00, "
-     "160m\n5,4,,,#80AAFF00,no\n",
-     {"1905000|190000|LSB|160m"},
+     "160m, top\n5,4,,,#80AAFF00,no\n",
+     {"1905000|190000|LSB|160m, top"},
      "Color (1), Step (1)",
      {"file:3: is no band"}},
     {"ScannerOfSdrangel",
@@ -85,19 +101,34 @@ const Row Rows[] = {
      {"145500000|12500||Calling", "118100000|0||Tower, north"},
      "Channel (1), Enable (1), TH (1)",
      {"file:4: has 8 fields instead of 7", "file:5: has 3 fields instead of 7"}},
+    {"ScannerOfAnOlderSdrangel",
+     "sdrangel",
+     "Freq (Hz),Enable,Notes\n145500000,1,Calling\n",
+     {"145500000|0||Calling"}},
+    {"ScannerOfANewerSdrangel",
+     "sdrangel",
+     "Freq (Hz),Enable,Notes,Delay,Ch BW (Hz)\n145500000,1,Calling,7,12500\n145600000,1,,,1e300\n",
+     {"145500000|12500||Calling", "145600000|0||"},
+     "Delay (1), bandwidths that are none (1)"},
     {"AnnotationsOfSdrangel",
      "sdrangel-annotations",
      "Start,Width,Text,Show,Red,Green,Blue\n87500000,20500000,Broadcast,1,255,0,0\n,,,\n",
      {"97750000|20500000||Broadcast"},
      "colours (1)",
      {"file:3: has 4 fields instead of 7"}},
+    {"AnnotationsWithoutColours",
+     "sdrangel-annotations",
+     "Start,Width,Text,Show\n87500000,20500000,Broadcast,0\n",
+     {"97750000|20500000||Broadcast"},
+     "Show (1)"},
     {"Fldigi",
      "fldigi",
      "# rfcarrier rig_mode carrier mode usage\n14070000 USB 1000 BPSK31 PSK calling\n7040000 LSB 0 RTTY\n"
-     "7.1 USB 0 CW no\n",
-     {"14070000|2700|USB|PSK calling", "7040000|2700|LSB|"},
-     "Carrier (1), Modem (2), bandwidths from the mode (2)",
-     {"file:4: does not begin with a frequency in whole Hz, a mode, a carrier and a modem"}},
+     "7.1 USB 0 CW no\n14074000 DATA-U 0 FT8 \xC3\xA4\n14075000 USB 0 FT8 \xC3",
+     {"14070000|2700|USB|PSK calling", "7040000|2700|LSB|", "14074000|3000|USB|\u00E4"},
+     "Carrier (1), Mode (1), Modem (3), bandwidths from the mode (3)",
+     {"file:4: does not begin with a frequency in whole Hz, a mode, a carrier and a modem",
+      "file:6: is cut: the file ends within it"}},
     {"KiwiCsv",
      "kiwi-csv",
      "Freq kHz;Mode;Ident;Notes;Extension;Type;PB low;PB high;Offset;DOW;Begin;End;Sig bw\n"
@@ -122,20 +153,21 @@ const Row Rows[] = {
      "kiwi-json",
      "{\"dx\":[\n[198,\"AM\",\"BBC%204\",\"Droit\\nwich\",{\"T1\":1,\"lo\":-4900,\"hi\":4900}],\n"
      "[7850,\"USB\",\"CHU 100% sure\",\"\",{\"T3\":1,\"d0\":66,\"b0\":600,\"e0\":1800,\"o\":25}],\n"
-     "[\"x\",\"AM\",\"no\"],\n[121,5,\"AM\",\"Comma\",\"\"]\n]}\n",
-     {"198000|9800|AM|BBC 4 | Droit wich", "7850000|2400|USB|CHU 100% sure"},
-     "Begin (1), DOW (1), End (1), Offset (1), PB high (1), PB low (1), Type (2), bandwidths from the mode "
-     "(1)",
+     "[\"x\",\"AM\",\"no\"],\n[121,5,\"AM\",\"Comma\",\"\"],\n"
+     "[5000,\"AM\",\"WWV\",\"\",{\"WL\":1,\"lo\":-50}]\n],\"types\":[[1,\"active\"]]}\n",
+     {"198000|9800|AM|BBC 4 | Droit wich", "7850000|2400|USB|CHU 100% sure", "5000000|9800|AM|WWV"},
+     "Begin (1), DOW (1), End (1), Offset Hz (1), PB high (1), PB low (2), Type (2), WL (1), bandwidths from "
+     "the mode (2)",
      {"file:4: \"x\" is no frequency", "file:5: its second field is no mode"}},
     {"SdrPlus",
      "sdrpp",
      "{\"bookmarkDisplayMode\":1,\"lists\":{\"General\":{\"bookmarks\":{\n"
-     "\"Guard\":{\"bandwidth\":10000.0,\"frequency\":121500000.0,\"mode\":2},\n"
+     "\"Guard\":{\"bandwidth\":10000.0,\"frequency\":121500000.0,\"mode\":2,\"notes\":\"all day\"},\n"
      "\"Odd\":{\"bandwidth\":0,\"frequency\":7e6,\"mode\":4865}\n"
      "},\"showOnWaterfall\":true},\"Old\":{\"Radio\":{\"frequency\":98500000,\"mode\":1}}},"
      "\"selectedList\":\"General\"}",
      {"121500000|10000|AM|Guard", "7000000|0||Odd", "98500000|150000|FM|Radio"},
-     "List (1), Mode (1), bandwidths from the mode (1), unknown modes (1)"},
+     "List (1), Mode (1), bandwidths from the mode (1), notes (1), unknown modes (1)"},
     {"SdrPlusExport",
      "sdrpp",
      "{\"bookmarks\":{\"A\":{\"frequency\":7e6,\"mode\":6},\"B\":{\"mode\":6}}}",
@@ -146,13 +178,15 @@ const Row Rows[] = {
      "sdrsharp",
      "<?xml version=\"1.0\"?>\n<ArrayOfMemoryEntry xmlns:xsd=\"http://www.w3.org/2001/XMLSchema\">\n"
      "  <MemoryEntry>\n    <IsFavourite>true</IsFavourite><Name>A &amp; B</Name><GroupName>Air</GroupName>\n"
-     "    <Frequency>121500000</Frequency><DetectorType>AM</DetectorType><Shift>0</Shift>\n"
+     "    "
+     "<Frequency>\n121500000\n</Frequency><Squelch>12</Squelch><DetectorType>AM</DetectorType><Shift>0</"
+     "Shift>\n"
      "    <FilterBandwidth>10000</FilterBandwidth>\n  </MemoryEntry>\n  "
      "<MemoryEntry><Name>no</Name></MemoryEntry>\n"
      "</ArrayOfMemoryEntry>\n",
      {"121500000|10000|AM|A & B"},
-     "GroupName (1), IsFavourite (1)",
-     {"file:8: has no frequency"}},
+     "GroupName (1), IsFavourite (1), Squelch (1)",
+     {"file:10: has no frequency"}},
 };
 
 struct BadFile {
@@ -171,6 +205,10 @@ TEST(ReadingFilesOfOthers, TellsWhatIsNoneOfThem) {
         {"sdrsharp", "<ArrayOfMemoryEntry>\n<MemoryEntry><Name>A", "file:2: "},
         {"chirp-csv", "Location,Name\n1,2\n", "file:1: has no column \"Frequency\""},
         {"chirp-csv", "Location,Frequency,Name\n1,7.1,\"a", "file:2: a quoted cell does not end"},
+        {"json", "[{\"frequency\":118,\"name\":\"A\"},\n{\"frequency\":121.5,\"name\":\"Guard\"}]",
+         "file:2: the frequencies are no hertz: all are below 30000, some have decimals, and the member "
+         "\"name\" is of another program"},
+        {"jsonl", "{\"frequency\":121.5,\"mode\":\"AM\"}", "file:1: the frequencies are no hertz"},
     };
     for (const BadFile& file : files) {
         const ReadText read =
@@ -178,7 +216,10 @@ TEST(ReadingFilesOfOthers, TellsWhatIsNoneOfThem) {
         EXPECT_TRUE(read.failure.startsWith(QString::fromLatin1(file.failure)))
             << file.format << ": " << read.failure.toStdString();
     }
-    for (const char* text : {"", "print('<ArrayOfMemoryEntry>')", "frequency,Freq\n1,2\n"})
+    for (const char* text : {"", "print('<ArrayOfMemoryEntry>')", "frequency,Freq\n1,2\n",
+                             "7055000\tCALLING\t2700\tUSB\n", // lines of our own
+                             "7055 LSB 2700 Net\n",           // rows of somebody's spreadsheet, in kHz
+                             "145500;Relay;FM;12500;hill\n", "7055;Net;LSB;2700;\n", "7055 \"<kml\"\n"})
         EXPECT_EQ(FormatOfText(QString::fromUtf8(text)), nullptr) << text;
 }
 
@@ -186,7 +227,7 @@ INSTANTIATE_TEST_SUITE_P(Formats, ReadingFiles, testing::ValuesIn(Rows),
                          [](const auto& row) { return std::string(row.param.what); });
 
 struct OnAirRow {
-    const char* schedule; ///< times;days;first;last
+    const char* schedule; ///< times;days;first;last;what it is valid for, 1 when that is not said
     const char* at;
     bool isOnAir;
 };
@@ -210,12 +251,14 @@ TEST(ReadingSchedules, KeepsWhatIsOnAir) {
         {"0600-0700;alt;;", "2026-11-22T06:30:00Z", true},
         {"0600-0700;;1101;0301", "2026-11-22T06:30:00Z", true},
         {"0600-0700;;0301;1101", "2026-11-22T06:30:00Z", false},
+        {"0600-0700;;;;8", "2026-11-22T06:30:00Z", false}, // inactive
     };
     for (const OnAirRow& row : rows) {
         const QStringList parts = QString::fromLatin1(row.schedule).split(QLatin1Char(';'));
-        const QString eibi = QStringLiteral("kHz:75;Time(UTC):93;Days:59;ITU:49\n"
-                                            "5890;%1;%2;D;Name;D;Eu;;1;%3;%4;\n")
-                                 .arg(parts[0], parts[1], parts[2], parts[3]);
+        const QString eibi =
+            QStringLiteral("kHz:75;Time(UTC):93;Days:59;ITU:49\n"
+                           "5890;%1;%2;D;Name;D;Eu;;%5;%3;%4;\n")
+                .arg(parts[0], parts[1], parts[2], parts[3], parts.value(4, QStringLiteral("1")));
         ReadOptions options;
         options.onAirAt = QDateTime::fromString(QString::fromLatin1(row.at), Qt::ISODate);
         EXPECT_EQ(readText(EibiSchedule, eibi.toUtf8(), options).entries.size(), row.isOnAir ? 1 : 0)

@@ -1,4 +1,5 @@
 #include "interchange/comment.h"
+#include "interchange/formatlist.h"
 #include "interchange/recordmembers.h"
 #include "tests/interchange/formatfixture.h"
 
@@ -19,7 +20,9 @@ const Sample Samples[] = {
      "CrossMode,Mode,TStep,Skip,Power,Comment,URCALL,RPT1CALL,RPT2CALL,DVCODE\r\n"
      "0,DB0XY,145.600000,-,0.600000,TSQL,88.5,103.5,023,NN,023,Tone->Tone,NFM,12.50,S,50W,\"hill, "
      "north\",,,,\r\n"
-     "1,Dig,7.034500,split,7.120000,,88.5,88.5,023,NN,023,Tone->Tone,CWR,5.00,,,,,,,\r\n"},
+     "1,Dig,7.034500,split,7.120000,,88.5,88.5,023,NN,023,Tone->Tone,CWR,5.00,,,,,,,\r\n"
+     "40,Net,7.100000,,0.000000,,88.5,88.5,023,NN,023,Tone->Tone,LSB,5.00,,,,,,,\r\n"
+     "41,Second,7.110000,,0.000000,,88.5,88.5,023,NN,023,Tone->Tone,LSB,5.00,,,,,,,\r\n"},
     {"gqrx", "# Tag name          ;  color\nUntagged            ; #c0c0c0\n\n"
              "# Frequency ; Name                     ; Modulation          ;  Bandwidth; Tags\n"
              "   121500000; Guard                    ; AM                  ;      10000; Air,Sea\n"
@@ -27,7 +30,8 @@ const Sample Samples[] = {
     {"sdrangel",
      "Freq (Hz),Enable,Notes,Channel,Ch BW (Hz),TH (dB),Sq (dB)\n145500000,1,Calling,,12500,-60,\n"
      "118100000,0,\"Tower, north\",2,,,\n"},
-    {"fldigi", "# rfcarrier rig_mode carrier mode usage\n14070000 USB 1000 BPSK31 PSK calling\n"},
+    {"fldigi", "# rfcarrier rig_mode carrier mode usage\n14070000 USB 1000 BPSK31 PSK calling\n"
+               "14074000 PKT-U 0 FT8 digital\n"},
     {"kiwi-csv", "Freq kHz;Mode;Ident;Notes;Extension;Type;PB low;PB high;Offset;DOW;Begin;End;Sig bw\n"
                  "198.000;AM;\"BBC \"\"4\"\"\";Droitwich;;T1;-4900;4900;0;MTWTFSS;'0000;'2400;0\n"
                  "7850.000;USB;CHU;\"time; signal\";;T3;300;2700;25;M____S_;'0600;'1800;0\n"
@@ -203,6 +207,30 @@ TEST(FilesOfOthers, DoNotGetBackAModeThatWasChangedSince) {
         const std::string bytes = ToBytes(*FormatOfId(QString::fromLatin1(id)), contentOf(read.records));
         EXPECT_NE(bytes.find("USB"), std::string::npos) << id;
         EXPECT_EQ(bytes.find("CWR"), std::string::npos) << id;
+    }
+}
+
+TEST(FilesOfOthers, TellWhatWasKeptAndHasNoPlaceInThem) {
+    ReadOptions options;
+    options.keepExtras = true;
+    const ReadText read =
+        readText(ChirpCsv, "Location,Name,Frequency,Duplex,Offset,Mode\n0,Relay,145.6,-,0.6,CWR\n", options);
+    const std::pair<const char*, const char*> told[] = {
+        {"chirp-csv", ""},
+        {"gqrx", "Duplex (1), Mode (1), Offset (1)"},
+        {"sdrpp", "Duplex (1), Mode (1), Offset (1)"},
+        {"sdrsharp", "Duplex (1), Mode (1), Offset (1)"},
+        {"kiwi-csv", "Duplex (1), Mode (1), Offset (1)"},
+        {"kiwi-json", "Duplex (1), Mode (1), Offset (1)"},
+        {"sdrangel", "Duplex (1), Mode (1), Offset (1), modes (1)"},
+        {"fldigi", "Duplex (1), Offset (1)"}, // which has the same word
+        {"json", ""},
+    };
+    for (const auto& [id, counts] : told) {
+        Account lost;
+        const std::string bytes =
+            ToBytes(*FormatOfId(QString::fromLatin1(id)), contentOf(read.records), &lost);
+        EXPECT_EQ(lost.CountsText().toStdString(), counts) << bytes;
     }
 }
 
