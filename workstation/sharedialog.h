@@ -48,6 +48,7 @@ private:
     void showProblem();
     void test();
     void probe(const QString& password);
+    void forgetPassword();
     void keep();
 
     const Sharing& m_sharing;
@@ -61,6 +62,7 @@ private:
     QLineEdit* m_user;
     QLineEdit* m_password;
     QCheckBox* m_keepsPassword;
+    QPushButton* m_forget;
     QLineEdit* m_passwordFile;
     QLineEdit* m_certificateFile;
     QLineEdit* m_keyFile;
