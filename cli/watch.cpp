@@ -1,9 +1,10 @@
-// Prints a list that another seat serves, and what becomes of it.
+// Prints a list that another seat serves, and what becomes of it, or which lists there are.
 
 #include "cli/broker.h"
 #include "cli/command.h"
 #include "cli/jsonfile.h"
 #include "cli/output.h"
+#include "cli/sitelists.h"
 #include "host/report/rgexception.h"
 #include "host/valuetree/tree.h"
 #include "link/listreader.h"
@@ -90,23 +91,47 @@ private:
     std::unordered_map<EntryId, quint64> m_known; ///< hashes of the contents that were printed
 };
 
+/// Options that do not go together; empty when they do.
+QString whyWrong(const Arguments& args) {
+    const QString format = args.Value("format");
+    if (format != QLatin1String("table") && format != QLatin1String("jsonl"))
+        return QStringLiteral("--format takes table or jsonl, not \"%1\"").arg(format);
+    for (const char* option : {"list", "once"}) {
+        if (args.IsSet("lists") && args.IsSet(option))
+            return QStringLiteral("--lists tells of all lists, --%1 of one").arg(QLatin1String(option));
+    }
+    return args.IsSet("format") && !args.IsSet("lists") ? QStringLiteral("--format belongs to --lists")
+                                                        : QString();
+}
+
 } // namespace
 
 int RunWatch(const QStringList& arguments) {
     Arguments args(
         "watch",
         "Prints the entries of a list that another seat serves, one JSON object a line, when all of it is "
-        "here, and then each change, until a signal ends it.",
+        "here, and then each change, until a signal ends it; or tells which lists there are.",
         1);
     Broker::AddOptions(args.Parser());
     args.Parser().addOption({QStringLiteral("once"), QStringLiteral("End when all entries are printed.")});
+    args.Parser().addOption(
+        {QStringLiteral("lists"), QStringLiteral("Print the lists that the site has instead, and end.")});
+    args.Parser().addOption({QStringLiteral("format"),
+                             QStringLiteral("Of --lists: table (the default) or jsonl, one JSON object a line."),
+                             QStringLiteral("FORMAT"), QStringLiteral("table")});
     args.Parser().addPositionalArgument(QStringLiteral("URL"), QStringLiteral("Broker and site."));
     int exitCode = ExitDone;
     if (!args.Take(arguments, exitCode))
         return exitCode;
+    if (const QString wrong = whyWrong(args); !wrong.isEmpty()) {
+        args.TellUsage(wrong);
+        return ExitUsage;
+    }
     const ProblemPrinter problems;
     try {
         Broker broker(args, args.Files().first());
+        if (args.IsSet("lists"))
+            return PrintSiteLists(broker, args.Value("format") == QLatin1String("jsonl"));
         const Watch watch(broker, args.Value("list"), args.IsSet("once"));
         return RunUntilSignal();
     } catch (const RGException& exception) {

@@ -1163,6 +1163,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>No file is used while a scan surveillance runs.</source>
         <translation>Während einer Suchlauf-Überwachung wird keine Datei verwendet.</translation>
     </message>
+    <message>
+        <source>The targets are those of a site, whose server alone reads files in their place. Add the entries instead.</source>
+        <translation>Die Ziele sind die eines Standorts; nur dessen Server liest Dateien an ihrer Stelle. Stattdessen die Einträge hinzufügen.</translation>
+    </message>
 </context>
 <context>
     <name>Format</name>
@@ -4787,24 +4791,12 @@ Fremdes: %2</translation>
         <translation>Keine Liste mehr teilen; was zu sehen ist, bleibt</translation>
     </message>
     <message>
-        <source>S&amp;eats</source>
-        <translation>P&amp;lätze</translation>
-    </message>
-    <message>
         <source>Keyring</source>
         <translation>Schlüsselbund</translation>
     </message>
     <message>
-        <source>the password is not kept: %1</source>
-        <translation>das Passwort wird nicht aufgehoben: %1</translation>
-    </message>
-    <message>
         <source>Password</source>
         <translation>Passwort</translation>
-    </message>
-    <message>
-        <source>Password for %1:</source>
-        <translation>Passwort für %1:</translation>
     </message>
     <message>
         <source>&amp;Open at the Server...</source>
@@ -4829,6 +4821,30 @@ Fremdes: %2</translation>
     <message>
         <source>Sh&amp;are</source>
         <translation>&amp;Teilen</translation>
+    </message>
+    <message>
+        <source>Sit&amp;e</source>
+        <translation>&amp;Standort</translation>
+    </message>
+    <message>
+        <source>the password is not kept: %1; a password file does without a keyring</source>
+        <translation>das Passwort wird nicht aufgehoben: %1; eine Passwortdatei kommt ohne Schlüsselbund aus</translation>
+    </message>
+    <message>
+        <source>no password: %1; a password file does without a keyring</source>
+        <translation>kein Passwort: %1; eine Passwortdatei kommt ohne Schlüsselbund aus</translation>
+    </message>
+    <message>
+        <source>Password for %1 (%2):</source>
+        <translation>Passwort für %1 (%2):</translation>
+    </message>
+    <message>
+        <source>%1: waits for the keyring</source>
+        <translation>%1: wartet auf den Schlüsselbund</translation>
+    </message>
+    <message>
+        <source>The desktop&apos;s keyring is asked for the password; it may have to be unlocked.</source>
+        <translation>Der Schlüsselbund des Desktops wird nach dem Passwort gefragt; vielleicht ist er zu entsperren.</translation>
     </message>
 </context>
 <context>
@@ -4990,8 +5006,28 @@ Fremdes: %2</translation>
         <translation>Den Standort nennen.</translation>
     </message>
     <message>
-        <source>The keyring is asked...</source>
-        <translation>Der Schlüsselbund wird gefragt...</translation>
+        <source>F&amp;orget</source>
+        <translation>Ve&amp;rgessen</translation>
+    </message>
+    <message>
+        <source>Remove the password of this user at this broker from the desktop&apos;s keyring</source>
+        <translation>Das Passwort dieses Benutzers bei diesem Broker aus dem Schlüsselbund des Desktops entfernen</translation>
+    </message>
+    <message>
+        <source>The keyring is asked; it may have to be unlocked.</source>
+        <translation>Der Schlüsselbund wird gefragt; vielleicht ist er zu entsperren.</translation>
+    </message>
+    <message>
+        <source>No password: %1. Type it, or name a password file.</source>
+        <translation>Kein Passwort: %1. Es eingeben oder eine Passwortdatei nennen.</translation>
+    </message>
+    <message>
+        <source>The keyring has no password of this user any more.</source>
+        <translation>Der Schlüsselbund hat kein Passwort dieses Benutzers mehr.</translation>
+    </message>
+    <message>
+        <source>The password was not removed: %1.</source>
+        <translation>Das Passwort wurde nicht entfernt: %1.</translation>
     </message>
 </context>
 <context>
@@ -5033,6 +5069,17 @@ Fremdes: %2</translation>
     </message>
 </context>
 <context>
+    <name>SharePassword</name>
+    <message>
+        <source>there is none in the keyring</source>
+        <translation>im Schlüsselbund ist keines</translation>
+    </message>
+    <message>
+        <source>the keyring is locked</source>
+        <translation>der Schlüsselbund ist gesperrt</translation>
+    </message>
+</context>
+<context>
     <name>ShareProbe</name>
     <message>
         <source>Connecting...</source>
@@ -5041,10 +5088,6 @@ Fremdes: %2</translation>
     <message>
         <source>Not connected: %1</source>
         <translation>Nicht verbunden: %1</translation>
-    </message>
-    <message>
-        <source>%1 by %2</source>
-        <translation>%1 von %2</translation>
     </message>
     <message>
         <source>The broker lets %1 in.</source>
@@ -5061,6 +5104,22 @@ Fremdes: %2</translation>
     <message>
         <source>There: %1.</source>
         <translation>Da: %1.</translation>
+    </message>
+    <message>
+        <source>%1 by %2 (%3)</source>
+        <translation>%1 von %2 (%3)</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>Not served: %1.</source>
+        <translation>Nicht bereitgestellt: %1.</translation>
+    </message>
+    <message>
+        <source>But it passes nothing of this site on to this user: see its access list.</source>
+        <translation>Aber er gibt von diesem Standort nichts an diesen Benutzer weiter: siehe seine Zugriffsliste.</translation>
     </message>
 </context>
 <context>
@@ -5114,7 +5173,18 @@ Fremdes: %2</translation>
     </message>
 </context>
 <context>
-    <name>ShareSeatsPanel</name>
+    <name>ShareSiteList</name>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>its records are of another kind</source>
+        <translation>ihre Datensätze sind von anderer Art</translation>
+    </message>
+</context>
+<context>
+    <name>ShareSitePanel</name>
     <message>
         <source>Seats of the site</source>
         <translation>Plätze des Standorts</translation>
@@ -5132,19 +5202,28 @@ Fremdes: %2</translation>
         <translation>Bearbeitet</translation>
     </message>
     <message>
+        <source>Lists of the site</source>
+        <translation>Listen des Standorts</translation>
+    </message>
+    <message>
+        <source>List</source>
+        <translation>Liste</translation>
+    </message>
+    <message>
+        <source>Entries</source>
+        <translation>Einträge</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Served by</source>
+        <translation>Bereitgestellt von</translation>
+    </message>
+    <message>
         <source>%1 (this seat)</source>
         <translation>%1 (dieser Platz)</translation>
-    </message>
-</context>
-<context>
-    <name>ShareSiteList</name>
-    <message>
-        <source>%1 (%2)</source>
-        <translation>%1 (%2)</translation>
-    </message>
-    <message>
-        <source>its records are of another kind</source>
-        <translation>ihre Datensätze sind von anderer Art</translation>
     </message>
 </context>
 <context>
@@ -5314,6 +5393,29 @@ Fremdes: %2</translation>
     <message>
         <source>Clear</source>
         <translation>Leeren</translation>
+    </message>
+</context>
+<context>
+    <name>SiteLists</name>
+    <message>
+        <source>waits for its server</source>
+        <translation>wartet auf den Server</translation>
+    </message>
+    <message>
+        <source>served</source>
+        <translation>bereitgestellt</translation>
+    </message>
+    <message>
+        <source>the server has gone</source>
+        <translation>der Server ist weg</translation>
+    </message>
+    <message>
+        <source>begins</source>
+        <translation>beginnt</translation>
+    </message>
+    <message>
+        <source>of another version</source>
+        <translation>von anderer Version</translation>
     </message>
 </context>
 <context>

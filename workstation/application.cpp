@@ -162,7 +162,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     search->addSeparator();
     DetectionPanels::AddActions(*search, *m_window, *m_search, m_detectionIds);
     addScanning();
-    DetectionPanels::AddPicture(*m_window, *m_search, *m_sweeps, m_detectionIds.front());
+    DetectionPanels::AddPicture(*m_window, *m_search, *m_sweeps, m_detectionIds);
     for (const QString& path : m_options.plugIns)
         loadPlugIn(path);
     addPreferences();

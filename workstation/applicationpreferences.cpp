@@ -12,6 +12,7 @@
 #include "workstation/messagespanel.h"
 #include "workstation/preferences.h"
 #include "workstation/preferencesdialog.h"
+#include "workstation/sharing.h"
 #include "workstation/simulatedclassifier.h"
 #include "workstation/simulatedsearch.h"
 #include "workstation/tuningstrip.h"
@@ -64,10 +65,10 @@ bool Workstation::openFile(const QString& path) {
 /// A file of another program goes where the operator says; with nobody there, it becomes the list of targets.
 bool Workstation::importFile(const QString& path) {
     const ForeignSource source(path);
-    const auto listId = static_cast<unsigned>(m_isAttended ? m_window->ShownList() : m_targetsId);
-    ForeignPlan plan = ForeignImport::Propose(listId, ForeignImport::Way::Open);
     if (!m_isAttended)
-        return ForeignImport::Take(*m_window, source, plan);
+        return ForeignImport::Take(*m_window, source, {static_cast<unsigned>(m_targetsId), true});
+    ForeignPlan plan =
+        ForeignImport::Propose(static_cast<unsigned>(m_window->ShownList()), ForeignImport::Way::Open);
     // What stands in no file is hardly to be given up.
     plan.replaces = plan.replaces && !m_window->FileOf(static_cast<int>(plan.listId)).isEmpty();
     return ForeignImport::Ask(*m_window, source, plan);
@@ -108,6 +109,7 @@ void Workstation::welcome() {
     });
     QObject::connect(
         page, &WelcomePage::FileWanted, m_window.get(), [this] { askAndOpen(); }, Qt::QueuedConnection);
+    QObject::connect(m_sharing.get(), &Sharing::Began, page, &WelcomePage::End);
     QObject::connect(page, &WelcomePage::GuideWanted, m_window.get(),
                      [this] { HelpWindow::ShowFor(*m_window, nullptr); });
 }

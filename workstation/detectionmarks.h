@@ -3,6 +3,7 @@
 #include "host/valuetree/detection.h"
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 /// A detection as a picture shows it.
@@ -19,14 +20,20 @@ struct DetectionMark {
     bool operator==(const DetectionMark&) const = default;
 };
 
-/// Follows a list of detections of the value tree, and looks only at those that came or changed.
-class DetectionMarks : private IObserver {
+/// Follows a list of detections of the value tree, plain ones or ones with results, and looks only at those
+/// that came or changed.
+class DetectionMarks {
 public:
     /// The list at that path, which need not be there.
     explicit DetectionMarks(const QString& path);
-    ~DetectionMarks() override;
+    ~DetectionMarks();
     DetectionMarks(const DetectionMarks&) = delete;
     DetectionMarks& operator=(const DetectionMarks&) = delete;
+
+    /// Whether a list of detections is there.
+    static bool IsList(const QString& path);
+    /// Follows another list from now on.
+    void SetList(const QString& path);
 
     /// By place in the list, as they are now.
     const std::vector<DetectionMark>& Get();
@@ -36,9 +43,10 @@ public:
     std::function<void()> OnChanged;
 
 private:
-    void Update(Observable* subject, TChangeCode code) override;
+    class List;
+    template <typename T>
+    class ListOf;
 
-    WeakRef<ValueList<DetectionConventional>> m_list;
-    ValueList<DetectionConventional>::Seen m_seen;
+    std::unique_ptr<List> m_list; ///< null when none is there
     std::vector<DetectionMark> m_marks;
 };

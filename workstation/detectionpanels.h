@@ -11,9 +11,12 @@ class SweepImport;
 namespace DetectionPanels {
 
 /// Adds the time picture as a panel, hidden at first, which shows the frequencies that the bar shows and the
-/// sweeps that are opened; `listId` is the list of plain detections. Window, search and import outlive it.
-void AddPicture(MainWindow& window, SimulatedSearch& search, SweepImport& sweeps, int listId);
-/// Adds "Newest first", for these lists of detections, and "Clear detections" to a menu.
+/// sweeps that are opened; `listIds` are the program's own lists of detections, plain ones first. Of other
+/// lists it shows the one that was looked at last. Window, search and import outlive it.
+void AddPicture(MainWindow& window, SimulatedSearch& search, SweepImport& sweeps,
+                const std::vector<int>& listIds);
+/// Adds "Newest first", for all lists of detections, and "Clear detections", for the program's own, to a
+/// menu.
 void AddActions(QMenu& menu, MainWindow& window, SimulatedSearch& search, const std::vector<int>& listIds);
 
 } // namespace DetectionPanels

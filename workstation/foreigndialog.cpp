@@ -291,7 +291,10 @@ const ImportList* ForeignDialog::list() const {
 
 ForeignPlan ForeignDialog::GetPlan() const {
     const ImportList* const into = list();
-    return into ? ForeignPlan{into->id, m_replaces->isChecked() || into->Count() == 0} : ForeignPlan();
+    if (!into)
+        return {};
+    const bool takesPlace = into->Count() == 0 && into->WhyOff(true).isEmpty();
+    return {into->id, m_replaces->isChecked() || takesPlace};
 }
 
 /// Why nothing can be done yet; empty when it can.

@@ -133,7 +133,8 @@ ForeignPlan Propose(unsigned listId, Way way) {
     const auto shown = std::ranges::find(lists, listId, &ImportList::id);
     const ImportList& list = shown == lists.end() ? lists.front() : *shown;
     // Files of channels are added by the list's own commands, too.
-    return {list.id, way == Way::Open && list.list != FileGate::List::MemoryChannels};
+    const bool replaces = way == Way::Open && list.list != FileGate::List::MemoryChannels;
+    return {list.id, replaces && list.WhyOff(true).isEmpty()};
 }
 
 bool IsForeign(const QString& text, const QStringList& titles) {

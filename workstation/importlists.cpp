@@ -26,6 +26,17 @@ const Row Rows[] = {
      []() -> GeneralListParser* { return NOIFrequencyHandler::Instance(); }},
 };
 
+/// Of the targets of a site.
+QString whySiteTakesNone(bool replaces) {
+    const TargetListHandler& targets = *TargetListHandler::Instance();
+    const QString& reason = targets.WhyNoEditing();
+    return reason.isEmpty() && replaces && targets.IsClient()
+               ? QCoreApplication::translate(
+                     "ForeignImport", "The targets are those of a site, whose server alone reads files "
+                                      "in their place. Add the entries instead.")
+               : reason;
+}
+
 } // namespace
 
 std::vector<ImportList> ImportLists() {
@@ -49,6 +60,10 @@ qsizetype ImportList::Count() const {
 }
 
 QString ImportList::WhyOff(bool replaces) const {
+    if (list == FileGate::List::Targets) {
+        if (QString reason = whySiteTakesNone(replaces); !reason.isEmpty())
+            return reason;
+    }
     if (list == FileGate::List::MemoryChannels && MemorySystemHandler::Instance()->GetInScanSurveillance())
         return QCoreApplication::translate("ForeignImport",
                                            "No file is used while a scan surveillance runs.");

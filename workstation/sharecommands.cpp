@@ -9,7 +9,7 @@
 #include "workstation/shareediting.h"
 #include "workstation/sharepassword.h"
 #include "workstation/sharerefusal.h"
-#include "workstation/shareseatspanel.h"
+#include "workstation/sharesitepanel.h"
 #include "workstation/sharing.h"
 #include "workstation/windowstatus.h"
 
@@ -56,12 +56,12 @@ void ShareCommands::addMenu() {
     SetTips(*m_disconnect, tr("Share no list any more; what is shown stays"));
 }
 
-/// Where the state is shown, a click shows who is there.
+/// Where the state is shown, a click shows who and what is there.
 void ShareCommands::addPanel() {
-    auto* panel = new ShareSeatsPanel(m_sharing);
-    QDockWidget* dock = m_window.AddPanel(panel, tr("S&eats"), Qt::RightDockWidgetArea);
+    auto* panel = new ShareSitePanel(m_sharing);
+    QDockWidget* dock = m_window.AddPanel(panel, tr("Sit&e"), Qt::RightDockWidgetArea);
     dock->hide();
-    connect(&m_sharing, &Sharing::Changed, panel, &ShareSeatsPanel::Refresh);
+    connect(&m_sharing, &Sharing::Changed, panel, &ShareSitePanel::Refresh);
     connect(m_window.GetStatus().GetSharingButton(), &QToolButton::clicked, dock->toggleViewAction(),
             &QAction::trigger);
 }
@@ -78,12 +78,25 @@ void ShareCommands::ask() {
         ShareProfile::SetAtStart(dialog.IsAtStart() ? choice : ShareProfile());
     if (dialog.KeepsPassword())
         SharePassword::Keep(choice, dialog.Password(), *this, [](const QString& reason) {
-            Problems::Report(TraceSource, {tr("Keyring"), 0, tr("the password is not kept: %1").arg(reason)});
+            if (!reason.isEmpty())
+                Problems::Report(TraceSource,
+                                 {tr("Keyring"), 0,
+                                  tr("the password is not kept: %1; a password file does without "
+                                     "a keyring")
+                                      .arg(reason)});
         });
     if (dialog.Password().isEmpty())
         Connect(choice);
-    else
+    else {
+        forgetFinding();
         connectWith(choice, dialog.Password());
+    }
+}
+
+/// A password that comes now is not wanted any more.
+void ShareCommands::forgetFinding() {
+    m_finding.reset();
+    m_waitsAtSite.clear();
 }
 
 /// Paths of this machine mean nothing there.
@@ -95,28 +108,43 @@ void ShareCommands::askForFile() {
         m_sharing.AskForFile(name);
 }
 
+/// The keyring may have to be unlocked by the operator first, which takes as long as it does.
 void ShareCommands::Connect(const ShareProfile& profile) {
+    m_finding = std::make_unique<QObject>();
     try {
-        SharePassword::Find(profile, *this, [this, profile](const QString& password) {
-            // A certificate may stand for a password.
-            const bool needsNone =
-                !password.isEmpty() || !profile.certificateFile.isEmpty() || profile.Address().user.isEmpty();
-            if (!needsNone && m_mayAsk && m_mayAsk())
-                askForPassword(profile);
-            else
-                connectWith(profile, password);
-        });
+        m_waitsAtSite = SharePassword::IsInKeyring(profile) ? profile.Address().site : QString();
+        SharePassword::Find(profile, *m_finding,
+                            [this, profile](const QString& password, const QString& whyNone) {
+                                m_waitsAtSite.clear();
+                                showState();
+                                takePassword(profile, password, whyNone);
+                            });
     } catch (const RGException& exception) {
+        m_waitsAtSite.clear();
         Problems::Report(TraceSource, Problem::FromText(exception.GetErrorText()));
     }
+    showState();
 }
 
-void ShareCommands::askForPassword(const ShareProfile& profile) {
+/// Without one that is needed the operator is asked; a seat without one tells what it lacks, and tries.
+void ShareCommands::takePassword(const ShareProfile& profile, const QString& password,
+                                 const QString& whyNone) {
+    const bool lacksOne = password.isEmpty() && profile.NeedsPassword();
+    if (lacksOne && m_mayAsk && m_mayAsk())
+        return askForPassword(profile, whyNone);
+    if (lacksOne)
+        Problems::Report(
+            TraceSource,
+            {profile.url, 0, tr("no password: %1; a password file does without a keyring").arg(whyNone)});
+    connectWith(profile, password);
+}
+
+void ShareCommands::askForPassword(const ShareProfile& profile, const QString& whyNone) {
     const QPointer<ShareCommands> alive(this);
     bool isGiven = false;
-    const QString password =
-        QInputDialog::getText(&m_window, tr("Password"), tr("Password for %1:").arg(profile.url),
-                              QLineEdit::Password, QString(), &isGiven);
+    const QString password = QInputDialog::getText(&m_window, tr("Password"),
+                                                   tr("Password for %1 (%2):").arg(profile.url, whyNone),
+                                                   QLineEdit::Password, QString(), &isGiven);
     if (alive && isGiven)
         connectWith(profile, password);
 }
@@ -135,15 +163,22 @@ void ShareCommands::connectWith(const ShareProfile& profile, const QString& pass
 void ShareCommands::disconnect() {
     if (m_refusal)
         m_refusal->close();
+    forgetFinding();
     m_sharing.Disconnect();
+    showState();
 }
 
 void ShareCommands::showState() {
     using State = Sharing::State;
     const State state = m_sharing.GetState();
-    m_window.GetStatus().ShowSharing(m_sharing.StateText(), m_sharing.Details(),
-                                     state == State::Old || state == State::Refused);
-    m_disconnect->setEnabled(m_sharing.IsOn());
+    if (m_waitsAtSite.isEmpty())
+        m_window.GetStatus().ShowSharing(m_sharing.StateText(), m_sharing.Details(),
+                                         state == State::Old || state == State::Refused);
+    else
+        m_window.GetStatus().ShowSharing(
+            tr("%1: waits for the keyring").arg(m_waitsAtSite),
+            tr("The desktop's keyring is asked for the password; it may have to be unlocked."), false);
+    m_disconnect->setEnabled(m_sharing.IsOn() || !m_waitsAtSite.isEmpty());
     m_file->setEnabled(m_sharing.IsMirrored());
     SetTips(*m_file, m_sharing.IsMirrored()
                          ? tr("Ask the server to show a file of its own folder in place of the targets")

@@ -35,8 +35,10 @@ private:
     void addPanel();
     void ask();
     void askForFile();
-    void askForPassword(const ShareProfile& profile);
+    void takePassword(const ShareProfile& profile, const QString& password, const QString& whyNone);
+    void askForPassword(const ShareProfile& profile, const QString& whyNone);
     void connectWith(const ShareProfile& profile, const QString& password);
+    void forgetFinding();
     void disconnect();
     void showState();
     void showRefusal(int listId, const ListClient::Refusal& refusal);
@@ -49,5 +51,7 @@ private:
     QAction* m_file = nullptr;
     QAction* m_disconnect = nullptr;
     std::unique_ptr<ShareEditing> m_editing;
-    QPointer<ShareRefusal> m_refusal; ///< while one is open
+    std::unique_ptr<QObject> m_finding; ///< what is done when the password that was asked for last is found
+    QString m_waitsAtSite;              ///< for the keyring; empty when it does not
+    QPointer<ShareRefusal> m_refusal;   ///< while one is open
 };

@@ -60,6 +60,7 @@ ShareDialog::ShareDialog(const Sharing& sharing, const ShareProfile& present, bo
       m_user(makeField(this, "User")),
       m_password(makeField(this, "Password", tr("from the keyring, if it is there"))),
       m_keepsPassword(makeBox(this, "KeepPassword", tr("&Keep it in the desktop's keyring"))),
+      m_forget(new QPushButton(tr("F&orget"), this)),
       m_passwordFile(makeField(this, "PasswordFile", tr("none"))),
       m_certificateFile(makeField(this, "CertificateFile", tr("none"))),
       m_keyFile(makeField(this, "KeyFile", tr("none"))),
@@ -131,9 +132,15 @@ void ShareDialog::addBroker(QFormLayout& form) {
 void ShareDialog::addUser(QFormLayout& form) {
     m_password->setEchoMode(QLineEdit::Password);
     m_keepsPassword->setToolTip(tr("Without a keyring it is asked for each time"));
+    m_forget->setObjectName(QStringLiteral("Forget"));
+    m_forget->setToolTip(tr("Remove the password of this user at this broker from the desktop's keyring"));
+    m_forget->setAutoDefault(false);
+    auto* keeping = new QHBoxLayout;
+    keeping->addWidget(m_keepsPassword, 1);
+    keeping->addWidget(m_forget);
     form.addRow(tr("&User:"), m_user);
     form.addRow(tr("&Password:"), m_password);
-    form.addRow(QString(), m_keepsPassword);
+    form.addRow(QString(), keeping);
     addFile(form, tr("Pass&word file:"), m_passwordFile, tr("File with the password"));
     m_passwordFile->setToolTip(tr("Its first line is the password; nobody else may read it (mode 600)"));
     addFile(form, tr("Certi&ficate:"), m_certificateFile, tr("Certificate of this seat"));
@@ -142,6 +149,7 @@ void ShareDialog::addUser(QFormLayout& form) {
     connect(m_password, &QLineEdit::textChanged, this,
             [this](const QString& text) { m_keepsPassword->setEnabled(!text.isEmpty()); });
     m_keepsPassword->setEnabled(false);
+    connect(m_forget, &QPushButton::clicked, this, &ShareDialog::forgetPassword);
 }
 
 void ShareDialog::addRole(QFormLayout& form) {
@@ -242,15 +250,24 @@ void ShareDialog::showProblem() {
     m_probe.reset();
     m_answer->setText(problem);
     m_test->setEnabled(problem.isEmpty());
+    m_forget->setEnabled(problem.isEmpty() && !m_user->text().trimmed().isEmpty());
     m_buttons->button(QDialogButtonBox::Ok)->setEnabled(problem.isEmpty());
 }
 
 void ShareDialog::test() {
     if (!m_password->text().isEmpty())
         return probe(m_password->text());
-    m_answer->setText(tr("The keyring is asked..."));
+    m_answer->setText(tr("The keyring is asked; it may have to be unlocked."));
     try {
-        SharePassword::Find(GetChoice(), *this, [this](const QString& password) { probe(password); });
+        const ShareProfile asked = GetChoice();
+        SharePassword::Find(asked, *this, [this, asked](const QString& password, const QString& whyNone) {
+            if (GetChoice().url != asked.url)
+                return; // it is for another broker
+            if (password.isEmpty() && asked.NeedsPassword())
+                m_answer->setText(tr("No password: %1. Type it, or name a password file.").arg(whyNone));
+            else
+                probe(password);
+        });
     } catch (const RGException& exception) {
         m_answer->setText(exception.GetErrorText());
     }
@@ -268,4 +285,12 @@ void ShareDialog::probe(const QString& password) {
     const auto showAnswer = [this] { m_answer->setText(m_probe->Answer()); };
     connect(m_probe.get(), &ShareProbe::Changed, this, showAnswer);
     showAnswer();
+}
+
+void ShareDialog::forgetPassword() {
+    m_answer->setText(tr("The keyring is asked; it may have to be unlocked."));
+    SharePassword::Forget(GetChoice(), *this, [this](const QString& reason) {
+        m_answer->setText(reason.isEmpty() ? tr("The keyring has no password of this user any more.")
+                                           : tr("The password was not removed: %1.").arg(reason));
+    });
 }

@@ -45,6 +45,7 @@ private:
     void showProblem();
     void test();
     void probe(const QString& password);
+    void forgetPassword();
 
     const Sharing& m_sharing;
     KeptProfiles<ShareProfile> m_profiles;
@@ -56,6 +57,7 @@ private:
     QLineEdit* m_user;
     QLineEdit* m_password;
     QCheckBox* m_keepsPassword;
+    QPushButton* m_forget;
     QLineEdit* m_passwordFile;
     QLineEdit* m_certificateFile;
     QLineEdit* m_keyFile;

@@ -64,6 +64,11 @@ QString ShareKind::Title() const {
     return QCoreApplication::translate("ShareKind", title);
 }
 
+QString ShareKind::TitleOf(const QString& list) {
+    const ShareKind* const kind = FindShareKind(list);
+    return kind ? kind->Title() : list;
+}
+
 SharedList ShareKind::ListOf(Node& node) const {
     return {&node, Name(), QString::fromLatin1(entryName), &shape(), hasFile};
 }

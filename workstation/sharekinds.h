@@ -30,6 +30,8 @@ struct ShareKind {
     QString Name() const { return QString::fromLatin1(name); }
     /// In the language of the window.
     QString Title() const;
+    /// The same of a list's name at a site; the name of a kind that this program cannot show.
+    static QString TitleOf(const QString& list);
     /// Whether such a list of another seat is a list of its own.
     bool IsOfItsOwn() const { return columns || records; }
     /// The list of entries under that node, as the link is told of it.

@@ -1,61 +1,52 @@
 #include "workstation/shareprobe.h"
 
-#include "link/messages.h"
-#include "link/topics.h"
 #include "workstation/sharekinds.h"
 
-namespace {
+#include <QLocale>
 
-QString titleOf(const QString& list) {
-    const ShareKind* const kind = FindShareKind(list);
-    return kind ? kind->Title() : list;
-}
-
-} // namespace
-
-ShareProbe::ShareProbe(std::unique_ptr<MessageBus> bus, const QString& site) : m_bus(std::move(bus)) {
-    const QByteArray topic = Topics::Site(site);
-    m_subscriptions.push_back(
-        m_bus->Subscribe(topic + "/seats/+/+", [this](const QByteArray& seat, const QByteArray& payload) {
-            const auto presence = Messages::Presence::Decode(payload);
-            if (!presence)
-                return;
-            m_seats[seat] = presence->name;
-            emit Changed();
-        }));
-    m_subscriptions.push_back(
-        m_bus->Subscribe(topic + "/lists/+/claim", [this](const QByteArray& claimed, const auto& payload) {
-            const auto claim = Messages::Claim::Decode(payload);
-            if (!claim || claim->seat.isEmpty())
-                return;
-            const QByteArray list = claimed.left(claimed.lastIndexOf('/'));
-            m_lists[Topics::Unescaped(list.mid(list.lastIndexOf('/') + 1))] =
-                claim->seat.section(QLatin1Char('/'), 0, 0);
-            emit Changed();
-        }));
-    connect(m_bus.get(), &MessageBus::StateChanged, this, [this, topic] {
-        if (m_bus->IsOnline())
-            m_bus->Publish(topic + "/call", "?");
-        emit Changed();
-    });
-    m_bus->Connect();
+ShareProbe::ShareProbe(std::unique_ptr<MessageBus> bus, const QString& site)
+    : m_bus(std::move(bus)), m_seat(*m_bus, site, m_bus->UserName()), m_lists(m_seat) {
+    connect(m_bus.get(), &MessageBus::StateChanged, this, &ShareProbe::Changed);
+    connect(&m_lists, &SiteLists::Changed, this, &ShareProbe::Changed);
 }
 
 ShareProbe::~ShareProbe() = default;
 
+QString ShareProbe::listsText() const {
+    QStringList served;
+    QStringList others;
+    for (const SiteLists::List& list : m_lists.Get()) {
+        const QString title = ShareKind::TitleOf(list.name);
+        if (list.state == SiteLists::State::Served)
+            served << tr("%1 by %2 (%3)").arg(title, list.ServerText(), QLocale().toString(list.entries));
+        else
+            others << tr("%1 (%2)").arg(title, SiteLists::StateText(list.state));
+    }
+    QStringList texts;
+    if (!served.isEmpty())
+        texts << tr("Served: %1.").arg(served.join(QStringLiteral(", ")));
+    else if (m_lists.IsComplete())
+        texts << tr("No list is served there.");
+    if (!others.isEmpty())
+        texts << tr("Not served: %1.").arg(others.join(QStringLiteral(", ")));
+    return texts.join(QLatin1Char(' '));
+}
+
 QString ShareProbe::Answer() const {
     if (!m_bus->IsOnline())
         return m_bus->Reason().isEmpty() ? tr("Connecting...") : tr("Not connected: %1").arg(m_bus->Reason());
-    QStringList lists;
-    for (const auto& [list, server] : m_lists)
-        lists << tr("%1 by %2").arg(titleOf(list), server);
+    QStringList texts{tr("The broker lets %1 in.").arg(m_bus->UserName())};
+    if (m_seat.IsDeaf() || m_seat.IsRefused())
+        return texts.first() + QLatin1Char(' ') +
+               tr("But it passes nothing of this site on to this user: see its access list.");
+    texts << listsText();
     QStringList seats;
-    for (const auto& [topic, name] : m_seats)
-        seats << name;
-    QString text = tr("The broker lets %1 in.").arg(m_bus->UserName());
-    text += QLatin1Char(' ') + (lists.isEmpty() ? tr("No list is served there.")
-                                                : tr("Served: %1.").arg(lists.join(QStringLiteral(", "))));
+    for (const auto& [path, presence] : m_seat.Present()) {
+        if (path != m_seat.Path())
+            seats << presence.name;
+    }
     if (!seats.isEmpty())
-        text += QLatin1Char(' ') + tr("There: %1.").arg(seats.join(QStringLiteral(", ")));
-    return text;
+        texts << tr("There: %1.").arg(seats.join(QStringLiteral(", ")));
+    texts.removeAll(QString());
+    return texts.join(QLatin1Char(' '));
 }

@@ -1,12 +1,8 @@
 #pragma once
 
-#include "link/messagebus.h"
+#include "link/sitelists.h"
 
-#include <QStringList>
-
-#include <map>
-
-/// Looks for a moment who is at a site and what is served there.
+/// Looks for a moment, as a seat of the site, who is there and what lists it has.
 class ShareProbe : public QObject {
     Q_OBJECT
 
@@ -21,8 +17,9 @@ signals:
     void Changed();
 
 private:
+    QString listsText() const;
+
     std::unique_ptr<MessageBus> m_bus;
-    std::map<QByteArray, QString> m_seats;
-    std::map<QString, QString> m_lists; ///< with the user that serves each
-    std::vector<std::unique_ptr<MessageBus::Subscription>> m_subscriptions;
+    Seat m_seat;
+    SiteLists m_lists;
 };

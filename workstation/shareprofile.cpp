@@ -73,6 +73,10 @@ BrokerAddress ShareProfile::Address() const {
     return address;
 }
 
+bool ShareProfile::NeedsPassword() const {
+    return certificateFile.isEmpty() && !Address().user.isEmpty();
+}
+
 QString ShareProfile::Problem() const {
     try {
         Address();

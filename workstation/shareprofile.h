@@ -21,6 +21,8 @@ struct ShareProfile {
 
     /// What is connected to, without a password. Throws RGException when the profile is none.
     BrokerAddress Address() const;
+    /// Whether the broker asks for a password: a certificate may stand for one. Throws as `Address`.
+    bool NeedsPassword() const;
     /// What is wrong with it; empty when nothing is.
     QString Problem() const;
     static QString RoleName(Role role);

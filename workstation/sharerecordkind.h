@@ -7,6 +7,7 @@ class PixStateVector;
 class QWidget;
 class ValueBase;
 struct DetectionPaths;
+struct DetectionTexts;
 
 /// How records of another seat are shown.
 struct ShareRecordKind {
@@ -15,7 +16,8 @@ struct ShareRecordKind {
     /// The caller owns it.
     PixStateVector* (*makeLine)(const DetectionPaths& paths);
     /// The parent owns it.
-    FrequencyStoreListView* (*makeView)(QWidget* parent, unsigned listId, const DetectionPaths& paths);
+    FrequencyStoreListView* (*makeView)(QWidget* parent, unsigned listId, const DetectionPaths& paths,
+                                        const DetectionTexts& texts);
 };
 
 extern const ShareRecordKind PlainDetections;

@@ -2,6 +2,7 @@
 
 #include "controls/frequencystore/common/halvonodemediatorctrl.h"
 #include "controls/frequencystore/detections/detconvlisthandler.h"
+#include "controls/frequencystore/detections/detectionlistviewfactory.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/pixstatevector.h"
 #include "host/valuetree/tree.h"
@@ -10,6 +11,7 @@
 #include "workstation/sharesiteview.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 
 namespace {
 
@@ -36,7 +38,7 @@ PixStateVector* makeLine(const QString& path) {
 ShareSiteList::ShareSiteList(Seat& seat, const QString& site, const ShareKind& kind, const QPixmap& icon)
     : m_kind(kind), m_node(makeNode(site, kind)), m_reader(std::make_unique<ListReader>(seat, kind.Name())) {
     const QString title = QCoreApplication::translate("ShareSiteList", "%1 (%2)").arg(kind.Title(), site);
-    ListRegistration list = kind.records ? records() : entries(title);
+    ListRegistration list = kind.records ? records(title) : entries(title);
     list.name = title;
     list.icon = icon;
     m_listId = FreqStore::Instance().RegisterList(std::move(list));
@@ -57,22 +59,27 @@ ListRegistration ShareSiteList::entries(const QString& title) {
         [this](const FreqStoreXml::FrequencyStoreEntry& entry) { m_kind.add(*m_node, &entry); });
     m_controller->Init(m_node->GetPathName());
     m_controller->IncrementVisibleCnt();
-    return {.pixStateFactory = [path = m_node->GetPathName()] { return makeLine(path); },
-            .controller = m_controller.get(),
-            .viewFactory = [this, title](QWidget* parent, unsigned id) -> FrequencyStoreListView* {
-                return new ShareSiteView(parent, id, {&m_kind, m_node, m_client.get(), title});
-            }};
+    return {
+        .pixStateFactory = [path = m_node->GetPathName()] { return makeLine(path); },
+        .controller = m_controller.get(),
+        .viewFactory = [this, title](QWidget* parent, unsigned id) -> FrequencyStoreListView* {
+            return new ShareSiteView(parent, id, {&m_kind, m_node, m_client.get(), m_reader.get(), title});
+        }};
 }
 
-ListRegistration ShareSiteList::records() {
+ListRegistration ShareSiteList::records(const QString& title) {
     const DetectionPaths paths{m_node->GetPathName() + QStringLiteral("/Records"),
                                m_node->GetPathName() + QStringLiteral("/Marked")};
     GetOrCreateValue<ValueList<double>>(paths.marked);
     m_records = std::make_unique<RecordClient>(*m_reader, *m_kind.records->makeList(paths.emissions));
+    const DetectionTexts texts{
+        ShareSiteView::SettingsName + m_kind.Name(), title,
+        [reader = QPointer(m_reader.get())] { return ShareSiteView::TextOfNone(reader); }};
     return {.pixStateFactory = [&kind = *m_kind.records, paths] { return kind.makeLine(paths); },
             .available4WideView = false, // as the local lists of detections
-            .viewFactory = [&kind = *m_kind.records, paths](
-                               QWidget* parent, unsigned id) { return kind.makeView(parent, id, paths); }};
+            .viewFactory = [&kind = *m_kind.records, paths,
+                            texts](QWidget* parent,
+                                   unsigned id) { return kind.makeView(parent, id, paths, texts); }};
 }
 
 QString ShareSiteList::StateText() const {

@@ -31,7 +31,7 @@ public:
 
 private:
     ListRegistration entries(const QString& title);
-    ListRegistration records();
+    ListRegistration records(const QString& title);
 
     const ShareKind& m_kind;
     Node* m_node;

@@ -21,16 +21,20 @@ constexpr char TraceSource[] = "sharesiteview";
 } // namespace
 
 ShareSiteView::ShareSiteView(QWidget* parent, unsigned listId, const Source& source)
-    : EntryListView(parent, listId, "ShareSiteView"), m_source(source) {
+    : EntryListView(parent, listId, SettingsName.data()), m_source(source) {
     AddColumns(source.kind->columns(), source.kind->Name());
     connect(this, &SortListView::doubleClicked, this, &ShareSiteView::edit);
     connect(this, &SortListView::returnPressed, this, &ShareSiteView::edit);
 }
 
 QString ShareSiteView::EmptyText() const {
-    const bool isHere = m_source.client && m_source.client->WhyNoEditing().isEmpty();
-    return isHere ? tr("The seat that serves this list has no entries in it.")
-                  : tr("The entries come when the seat that serves this list is there.");
+    return TextOfNone(m_source.reader);
+}
+
+QString ShareSiteView::TextOfNone(const ListReader* reader) {
+    return reader && reader->GetState() == ListReader::State::Whole
+               ? tr("The seat that serves this list has no entries in it.")
+               : tr("The entries come when the seat that serves this list is there.");
 }
 
 void ShareSiteView::InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) {

@@ -2,7 +2,10 @@
 
 #include "controls/frequencystore/common/entrylistview.h"
 
+#include <QPointer>
+
 class ListClient;
+class ListReader;
 struct ShareKind;
 
 /// View of a list that another seat serves. Its actions work on the entries, and write copies of them into
@@ -16,8 +19,14 @@ public:
         const ShareKind* kind;
         Node* node;
         const ListClient* client;
+        QPointer<const ListReader> reader; ///< of the client
         QString title;
     };
+    /// Begins the name under which such a list's columns are remembered.
+    static constexpr QLatin1String SettingsName{"ShareSiteView"};
+    /// What an empty one says; the reader may have ended.
+    static QString TextOfNone(const ListReader* reader);
+
     ShareSiteView(QWidget* parent, unsigned listId, const Source& source);
 
     void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override;

@@ -78,9 +78,9 @@ void Sharing::Connect(const ShareProfile& profile, const QString& password) {
         Disconnect();
         throw;
     }
-    m_claims =
-        m_bus->Subscribe(m_seat->SiteTopic() + "/lists/+/claim",
-                         [this](const auto& topic, const auto& payload) { takeClaim(topic, payload); });
+    m_lists = std::make_unique<SiteLists>(*m_seat);
+    connect(m_lists.get(), &SiteLists::Claimed, this, &Sharing::takeClaim);
+    connect(m_lists.get(), &SiteLists::Changed, this, &Sharing::Changed);
     connect(m_bus.get(), &MessageBus::StateChanged, this, &Sharing::noteState);
     connect(m_seat.get(), &Seat::PresenceChanged, this, &Sharing::noteState);
     for (const auto& part : m_parts)
@@ -92,7 +92,7 @@ void Sharing::Disconnect() {
     if (!IsOn())
         return;
     const bool wasMirrored = IsMirrored();
-    m_claims.reset();
+    m_lists.reset();
     m_others.clear();
     for (const auto& part : m_parts)
         endServer(*part);
@@ -217,12 +217,9 @@ bool Sharing::isHere(const ShareKind& kind) const {
 }
 
 /// Another seat serves a list.
-void Sharing::takeClaim(const QByteArray& topic, const QByteArray& payload) {
-    const QByteArray list = topic.left(topic.lastIndexOf('/'));
-    const ShareKind* const kind = FindShareKind(Topics::Unescaped(list.mid(list.lastIndexOf('/') + 1)));
-    const auto claim = Messages::Claim::Decode(payload);
-    if (!kind || !kind->IsOfItsOwn() || isHere(*kind) || !claim || claim->seat.isEmpty() ||
-        claim->nonce == m_seat->Nonce())
+void Sharing::takeClaim(const QString& list, const Messages::Claim& claim) {
+    const ShareKind* const kind = FindShareKind(list);
+    if (!kind || !kind->IsOfItsOwn() || isHere(*kind) || claim.nonce == m_seat->Nonce())
         return;
     const auto own = std::ranges::find_if(m_own, [kind](const Own& o) {
         return QLatin1String(o.kind->entryName) == QLatin1String(kind->entryName);
@@ -233,6 +230,9 @@ void Sharing::takeClaim(const QByteArray& topic, const QByteArray& payload) {
     connect(&shown.Reader(), &ListReader::StateChanged, this, &Sharing::noteState);
     if (shown.Client())
         followClient(*shown.Client(), shown.ListId());
+    else // what an empty one says depends on the state
+        connect(&shown.Reader(), &ListReader::StateChanged, this,
+                [this, id = shown.ListId()] { emit RightsChanged(id); });
     noteState();
 }
 
@@ -379,6 +379,10 @@ std::vector<Sharing::Present> Sharing::WhoIsThere() const {
                        kind ? kind->Title() : QString(), path == m_seat->Path()});
     }
     return all;
+}
+
+std::vector<SiteLists::List> Sharing::WhatIsThere() const {
+    return m_lists ? m_lists->Get() : std::vector<SiteLists::List>();
 }
 
 std::pair<QString, Messages::EntryId> Sharing::shared(const Node& entry) const {

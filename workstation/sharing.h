@@ -3,6 +3,7 @@
 #include "link/listclient.h"
 #include "link/listserver.h"
 #include "link/recordserver.h"
+#include "link/sitelists.h"
 #include "workstation/sharekinds.h"
 #include "workstation/shareprofile.h"
 
@@ -69,6 +70,8 @@ public:
         bool isSelf;
     };
     std::vector<Present> WhoIsThere() const;
+    /// The lists of the site, also those that this program cannot show; by name.
+    std::vector<SiteLists::List> WhatIsThere() const;
     /// An entry that others edit, with their names.
     struct Edited {
         int listId;
@@ -100,7 +103,7 @@ signals:
     void Ended(bool mirrored);
     /// The state or its texts, who is there, or who edits what.
     void Changed();
-    /// `WhyNoEditing` may answer otherwise.
+    /// `WhyNoEditing` may answer otherwise, or an empty list is known to be one.
     void RightsChanged(int listId);
     /// The site's list is here for the first time since the connection was asked for.
     void Mirrored();
@@ -128,7 +131,7 @@ private:
     void follow(const Own& own);
     void followClient(ListClient& client, int listId);
     bool isHere(const ShareKind& kind) const;
-    void takeClaim(const QByteArray& topic, const QByteArray& payload);
+    void takeClaim(const QString& list, const Messages::Claim& claim);
     void noteState();
     const Part* find(int listId) const;
     const Part* targets() const;
@@ -150,7 +153,7 @@ private:
     std::unique_ptr<Seat> m_seat;
     std::vector<std::unique_ptr<Part>> m_parts; ///< the targets first
     std::vector<std::pair<const ShareKind*, std::unique_ptr<RecordServer>>> m_records;
-    std::unique_ptr<MessageBus::Subscription> m_claims;
+    std::unique_ptr<SiteLists> m_lists;
     std::vector<std::unique_ptr<ShareSiteList>> m_others;
     QDateTime m_oldSince; ///< invalid while what is shown is the site's
     bool m_wasShared = false;

@@ -59,6 +59,12 @@ TimePicture::TimePicture(const QString& detectionsPath, QWidget* parent)
     };
 }
 
+void TimePicture::SetList(const QString& detectionsPath, SourceOf sourceOf) {
+    m_sourceOf = std::move(sourceOf);
+    m_shownSource.clear();
+    m_marks.SetList(detectionsPath);
+}
+
 int TimePicture::leftMargin() const {
     return QFontMetrics(font()).horizontalAdvance(QStringLiteral("00:00:00 ")) + Margin;
 }

@@ -20,6 +20,10 @@ public:
     /// Shows the list of detections at that path of the value tree.
     explicit TimePicture(const QString& detectionsPath, QWidget* parent = nullptr);
 
+    /// Where detections come from, by their number.
+    using SourceOf = std::function<QString(unsigned id)>;
+    /// Shows the list at another path from now on. Null when nothing is known of sources.
+    void SetList(const QString& detectionsPath, SourceOf sourceOf);
     void SetRange(double fromHertz, double toHertz);
     /// The time on top and the span below it, both in microseconds.
     void SetTimes(double newest, double span);
@@ -30,9 +34,6 @@ public:
     bool IsFollowing() const { return m_following; }
     /// Shows sweeps behind the detections, all of their time and frequencies; null takes them away.
     void SetWaterfall(std::shared_ptr<const Waterfall> waterfall);
-    /// Where detections come from, by their number.
-    using SourceOf = std::function<QString(unsigned id)>;
-    void SetSources(SourceOf sourceOf) { m_sourceOf = std::move(sourceOf); }
     /// Shows only the detections of that source; an empty one shows all.
     void SetShownSource(const QString& source);
     QString GetShownSource() const { return m_shownSource; }

@@ -77,7 +77,7 @@ WelcomePage::WelcomePage(QWidget& place)
         layout->addWidget(button);
         layout->addWidget(tip);
         connect(button, &QPushButton::clicked, this, [this, wanted = way.wanted] {
-            end();
+            End();
             emit(this->*wanted)();
         });
     }
@@ -88,7 +88,7 @@ WelcomePage::WelcomePage(QWidget& place)
     close->setObjectName(QStringLiteral("close"));
     layout->addWidget(close, 0, Qt::AlignRight);
     layout->addStretch(2);
-    connect(close, &QPushButton::clicked, this, &WelcomePage::end);
+    connect(close, &QPushButton::clicked, this, &WelcomePage::End);
     area->setWidget(content);
     place.installEventFilter(this);
     setGeometry(place.rect());
@@ -97,7 +97,7 @@ WelcomePage::WelcomePage(QWidget& place)
     setFocus();
 }
 
-void WelcomePage::end() {
+void WelcomePage::End() {
     if (m_again->isChecked() == IsWanted())
         CfgCenter::GetAppCfg(ICfg::StartUp).SetBool(SettingKey, !m_again->isChecked());
     close();
@@ -111,7 +111,7 @@ bool WelcomePage::eventFilter(QObject* watched, QEvent* event) {
 
 void WelcomePage::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape)
-        end();
+        End();
     else
         QFrame::keyPressEvent(event);
 }

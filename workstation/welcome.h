@@ -16,6 +16,8 @@ public:
     /// Shows itself over `place`, whose it is then, as large as that.
     explicit WelcomePage(QWidget& place);
 
+    /// Something was begun.
+    void End();
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
@@ -28,7 +30,5 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void end();
-
     QCheckBox* m_again;
 };

@@ -26,6 +26,7 @@ public:
 
     /// Binds the view to the record list at that path; false, and the view is empty, when there is none.
     bool Set_ValuePath(const QString& path);
+    const QString& ValuePath() const { return m_path; }
     /// A view that is not connected follows nothing; connected again, it looks for its list anew.
     void SetConnected(bool connected) override;
     /// A view that stands still goes on showing the records that it has; to save them takes up what waits.

@@ -73,11 +73,16 @@ TEST_F(ShareDialogs, ATestShowsWhatTheBrokerAnswers) {
     part<QPushButton>(dialog, "Test")->click();
     const auto answer = [&] { return part<QLabel>(dialog, "Answer")->text(); };
     EXPECT_TRUE(Until([&] {
-        return answer().contains("lets anna in") && answer().contains("NOI Frequencies by server");
+        return answer().contains("lets anna in") && answer().contains("NOI Frequencies by server (1)");
     })) << answer().toStdString();
     EXPECT_EQ(passwords, QStringList{"pw"});
+    EXPECT_FALSE(answer().contains("There: anna")) << "who asks knows that he is there";
     broker.Stop();
     EXPECT_TRUE(answer().contains("Not connected")) << answer().toStdString();
+    broker.SetReadRights([](const QString&, const QByteArray&) { return false; });
+    broker.Start();
+    EXPECT_TRUE(Until([&] { return answer().contains("passes nothing of this site on"); }))
+        << answer().toStdString();
 }
 
 } // namespace

@@ -15,14 +15,19 @@ protected:
         qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus);
     }
     QString found() {
+        whyNone.clear();
         std::optional<QString> password;
-        SharePassword::Find(m_profile, m_context, [&](const QString& p) { password = p; });
+        SharePassword::Find(m_profile, m_context, [&](const QString& p, const QString& why) {
+            password = p;
+            whyNone = why;
+        });
         EXPECT_TRUE(Until([&] { return password.has_value(); }));
         return password.value_or("nothing came");
     }
 
     const QByteArray m_bus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
     QObject m_context;
+    QString whyNone;
     ShareProfile m_profile{.url = Q("mqtt://anna@localhost/north")};
 };
 
@@ -38,10 +43,16 @@ TEST_F(SharePasswords, ComeFromTheEnvironmentOrAFileOfTheOperatorsOwn) {
 
 TEST_F(SharePasswords, WithoutAKeyringNoneIsFoundAndNoneIsKeptWhichIsSaid) {
     EXPECT_EQ(found(), "");
+    EXPECT_FALSE(whyNone.isEmpty());
+    EXPECT_FALSE(whyNone.contains("there is none")) << "nobody knows";
     QString reason;
     SharePassword::Keep(m_profile, Q("secret"), m_context, [&](const QString& why) { reason = why; });
     EXPECT_TRUE(Until([&] { return !reason.isEmpty(); }));
     EXPECT_FALSE(reason.contains("secret"));
+    std::optional<QString> whyNotForgotten;
+    SharePassword::Forget(m_profile, m_context, [&](const QString& why) { whyNotForgotten = why; });
+    EXPECT_TRUE(Until([&] { return whyNotForgotten.has_value(); }));
+    EXPECT_NE(whyNotForgotten, QString()) << "it may still be there";
 }
 
 } // namespace

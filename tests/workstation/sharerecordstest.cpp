@@ -8,7 +8,9 @@
 #include "tests/workstation/sharefixture.h"
 #include "workstation/safekeeping.h"
 #include "workstation/simulatedsearch.h"
+#include "workstation/timepicture.h"
 
+#include <QDockWidget>
 #include <QMenu>
 
 namespace {
@@ -205,6 +207,78 @@ TEST_F(SharedDetections, WithResultsHaveTheColumnsOfTheirReceiver) {
     EXPECT_TRUE(Until([&] {
         return sharing().Details().contains("Classifier HF: its records are of another kind");
     })) << sharing().Details().toStdString();
+}
+
+TEST_F(SharedDetections, SayWhatTheyAreAndRememberTheirOwnColumns) {
+    open({});
+    OtherRecords<DetectionConventional> other(broker, "detections", "bert");
+    other.Serve();
+    share(Role::Client);
+    constexpr char Theirs[] = "Detections (north)";
+    ASSERT_TRUE(Until([&] { return idOf(Theirs) != 0; }));
+    FrequencyStoreListView* const view = window().ViewOf(idOf(Theirs));
+    FrequencyStoreListView* const own = window().ViewOf(idOf("Detections"));
+    ASSERT_TRUE(view && own);
+    EXPECT_TRUE(Until([&] { return view->EmptyText().contains("has no entries in it"); }));
+    broker.Stop();
+    EXPECT_TRUE(Until([&] { return view->EmptyText().contains("come when the seat"); }));
+    EXPECT_TRUE(own->EmptyText().contains("while a search runs"));
+    EXPECT_NE(view->GetWidget()->objectName(), own->GetWidget()->objectName());
+    EXPECT_EQ(window().BarOf(idOf(Theirs))->GetCaption(), Theirs);
+    EXPECT_NE(window().BarOf(idOf("Detections"))->GetCaption(), Theirs);
+}
+
+TEST_F(SharedDetections, AreWhatThePictureAndNewestFirstShowWhileTheyAreLookedAt) {
+    open({});
+    auto* const picture = window().findChild<TimePicture*>();
+    auto* const dock = dynamic_cast<QDockWidget*>(picture->parentWidget());
+    ASSERT_TRUE(dock);
+    dock->show();
+    for (QAction* action : window().findChildren<QAction*>()) {
+        if (action->text() == "&Newest first")
+            action->trigger();
+    }
+    OtherRecords<ExtendedDetectionConventional> other(broker, "detections-vuhf", "bert");
+    for (unsigned id = 1; id <= 3; ++id)
+        other.list.PushBack(detection<ExtendedDetectionConventional>(id));
+    other.Serve();
+    share(Role::Client);
+    constexpr char Theirs[] = "Search MC with Classifier V/UHF (north)";
+    ASSERT_TRUE(Until([&] { return idOf(Theirs) != 0; }));
+    SortListView* const list = show(Theirs);
+    const auto isOnTop = [&](const char* hertz) {
+        const QString text = list->topLevelItemCount() > 0 ? list->topLevelItem(0)->text(0) : QString();
+        return QString(text).remove('.').remove(' ').startsWith(hertz);
+    };
+    EXPECT_TRUE(Until([&] { return list->RowCount() == 3 && isOnTop("7003"); }));
+    other.list.PushBack(detection<ExtendedDetectionConventional>(9));
+    EXPECT_TRUE(Until([&] { return list->RowCount() == 4 && isOnTop("7009"); }));
+
+    const auto seen = [&] {
+        const QImage image = picture->grab().toImage().copy(picture->Plot());
+        int pixels = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                pixels += image.pixelColor(x, y) != picture->palette().color(QPalette::Base);
+        }
+        return pixels;
+    };
+    picture->SetRange(7e6, 7.02e6);
+    picture->ShowAllTimes();
+    EXPECT_TRUE(Until([&] { return seen() > 0; }));
+    EXPECT_EQ(dock->windowTitle(), QStringLiteral("Time picture: ") + Theirs);
+    EXPECT_EQ(dock->toggleViewAction()->text(), "&Time picture");
+    emit picture->RecordClicked(3);
+    const auto selected = [&] { return window().ViewOf(idOf(Theirs))->SelectedText(); };
+    EXPECT_TRUE(Until([&] { return selected().remove('.').contains("7009"); })) << selected().toStdString();
+    show("Local TargetList");
+    EXPECT_EQ(dock->windowTitle(), QStringLiteral("Time picture: ") + Theirs) << "it was looked at last";
+    show("Detections");
+    EXPECT_EQ(dock->windowTitle(), "Time picture");
+    EXPECT_TRUE(Until([&] { return seen() == 0; })) << "there are none here";
+    show(Theirs);
+    sharing().Disconnect();
+    EXPECT_EQ(dock->windowTitle(), "Time picture");
 }
 
 } // namespace

@@ -4,8 +4,12 @@
 #include "tests/support/dialogs.h"
 #include "tests/workstation/sharefixture.h"
 #include "workstation/fileopener.h"
+#include "workstation/foreignimport.h"
+#include "workstation/importlists.h"
 #include "workstation/safekeeping.h"
+#include "workstation/sharesitepanel.h"
 
+#include <QInputDialog>
 #include <QPushButton>
 #include <QTreeWidget>
 
@@ -406,6 +410,96 @@ TEST_F(Shares, RowsTellWhoEditsThem) {
     EXPECT_EQ(other.Client().EditorsOf(*other.At(2)), QStringList{"anna"});
     key(Qt::Key_Escape);
     ASSERT_TRUE(Until([&] { return other.Client().EditorsOf(*other.At(2)).isEmpty(); }));
+}
+
+TEST_F(Shares, ThePanelShowsWhatTheSiteHas) {
+    open({});
+    OtherSeat noi(broker, "noi", "carla");
+    noi.Serve(2);
+    share(Role::Server);
+    const auto* const lists = window().findChild<ShareSitePanel*>()->findChild<QTreeWidget*>(Q("Lists"));
+    const auto shown = [&] {
+        QStringList rows;
+        for (int row = 0; row < lists->topLevelItemCount(); ++row) {
+            QStringList texts;
+            for (int column = 0; column < lists->columnCount(); ++column)
+                texts << lists->topLevelItem(row)->text(column);
+            rows << texts.join('|');
+        }
+        return rows;
+    };
+    EXPECT_TRUE(Until([&] {
+        return shown() == QStringList{"NOI Frequencies|2|served|carla", "Targets|0|served|anna"};
+    })) << shown().join('\n').toStdString();
+    noi.Bus().Cut();
+    EXPECT_TRUE(Until([&] { return shown().value(0) == "NOI Frequencies|2|the server has gone|carla"; }))
+        << shown().join('\n').toStdString();
+    sharing().Disconnect();
+    EXPECT_TRUE(shown().isEmpty());
+}
+
+TEST_F(Shares, EntriesOfOtherProgramsComeOnlyWhereTheyMayBeAdded) {
+    bool mayEdit = false;
+    broker.SetRights([&](const QString& user, const QByteArray& topic) {
+        return user == "server" || mayEdit || !topic.contains("/request/");
+    });
+    open({});
+    OtherSeat server(broker, "target");
+    server.Serve(1);
+    const auto whyOff = [](bool replaces) { return ImportLists().front().WhyOff(replaces); };
+    EXPECT_EQ(whyOff(true) + whyOff(false), "");
+    share(Role::Client);
+    EXPECT_TRUE(Until([&] { return whyOff(true).contains("only read the list"); })) << whyOff(true).toStdString();
+    EXPECT_EQ(whyOff(true), whyOff(false));
+    const auto id = static_cast<unsigned>(idOf(Targets));
+    sharing().Disconnect();
+    mayEdit = true;
+    share(Role::Client);
+    ASSERT_TRUE(isReady());
+    EXPECT_EQ(whyOff(false), "");
+    EXPECT_TRUE(whyOff(true).contains("server alone reads files")) << whyOff(true).toStdString();
+    EXPECT_FALSE(ForeignImport::Propose(id, ForeignImport::Way::Open).replaces);
+    EXPECT_FALSE(station->GetOpener().Open(sample("interchange/chirp.csv")));
+    EXPECT_EQ(server.Comments(), QStringList{"entry 0"});
+}
+
+/// Nothing is known of the desktop's keyring.
+class WithoutKeyring : public Shares {
+protected:
+    WithoutKeyring() { qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus"); }
+    ~WithoutKeyring() override { qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus); }
+
+private:
+    const QByteArray m_bus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+};
+
+TEST_F(WithoutKeyring, ThatItIsAskedAndWhatItLacksIsTold) {
+    open({"--share", "mqtt://anna@localhost/north"});
+    int connections = 0;
+    sharing().SetBusMaker([&](const BrokerAddress& address) {
+        ++connections;
+        return std::make_unique<LocalBus>(broker, address.user);
+    });
+    QAction* const disconnects = window().findChild<QAction*>(Q("disconnect-site"));
+    station->BeginSharing();
+    EXPECT_EQ(shareStatus(), "north: waits for the keyring");
+    disconnects->trigger();
+    EXPECT_EQ(shareStatus(), "");
+    station->BeginSharing();
+    ASSERT_TRUE(Until([&] { return sharing().IsOn(); })) << "it tries without a password";
+    EXPECT_FALSE(shareStatus().contains("keyring"));
+    EXPECT_TRUE(messages().contains("a password file does without a keyring")) << messages().toStdString();
+    EXPECT_EQ(connections, 1) << "what was not wanted any more was not done";
+
+    station->SetAttended(true);
+    WhenOpen<QInputDialog>([](QInputDialog& dialog) {
+        EXPECT_TRUE(dialog.labelText().contains("mqtt://anna@localhost/north"));
+        dialog.setTextValue("typed");
+        dialog.accept();
+    });
+    sharing().Disconnect();
+    station->BeginSharing();
+    EXPECT_TRUE(Until([&] { return connections == 2; }));
 }
 
 } // namespace

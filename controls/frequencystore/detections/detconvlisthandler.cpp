@@ -66,6 +66,6 @@ int DetConvListHandler::AddToFreqStore(bool vuhf, const QString& name) {
          .pixStateFactory = [makeLine, paths] { return makeLine(*paths); },
          .available4WideView = false,
          .viewFactory = [makeView, paths](QWidget* parent,
-                                          unsigned id) { return makeView(parent, id, *paths); }});
+                                          unsigned id) { return makeView(parent, id, *paths, {}); }});
     return m_listId;
 }

@@ -16,21 +16,23 @@ constexpr char ViewName[] = "SearchMCExtListViewHF";
 } // namespace
 
 FrequencyStoreListView* MakeExtendedDetectionViewHF(QWidget* parent, unsigned listId,
-                                                    const DetectionPaths& paths) {
-    return SearchMC::MakeView<SearchMCExtendedVectorListViewHF>(parent, ViewName, listId, paths);
+                                                    const DetectionPaths& paths,
+                                                    const DetectionTexts& texts) {
+    return SearchMC::MakeView<SearchMCExtendedVectorListViewHF>(parent, ViewName, listId, paths, texts);
 }
 
 FrequencyStoreListView* MakeExtendedDetectionViewVUHF(QWidget* parent, unsigned listId,
-                                                      const DetectionPaths& paths) {
-    return SearchMC::MakeView<SearchMCExtendedVectorListViewVUHF>(parent, ViewName, listId, paths);
+                                                      const DetectionPaths& paths,
+                                                      const DetectionTexts& texts) {
+    return SearchMC::MakeView<SearchMCExtendedVectorListViewVUHF>(parent, ViewName, listId, paths, texts);
 }
 
 FrequencyStoreListView* CreateSearchMCExtendedVectorListViewHF(QWidget* parent, unsigned listId) {
-    return MakeExtendedDetectionViewHF(parent, listId, DetConvListHandler::Instance()->GetPaths());
+    return MakeExtendedDetectionViewHF(parent, listId, DetConvListHandler::Instance()->GetPaths(), {});
 }
 
 FrequencyStoreListView* CreateSearchMCExtendedVectorListViewVUHF(QWidget* parent, unsigned listId) {
-    return MakeExtendedDetectionViewVUHF(parent, listId, DetConvListHandler::Instance()->GetPaths());
+    return MakeExtendedDetectionViewVUHF(parent, listId, DetConvListHandler::Instance()->GetPaths(), {});
 }
 
 SearchMCExtendedVectorListView::SearchMCExtendedVectorListView(QWidget* parent, const char* name)

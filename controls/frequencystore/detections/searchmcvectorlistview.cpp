@@ -46,13 +46,14 @@ void SearchMC::WriteAskedFile(QWidget* view, const QString& kind, bool csv, cons
     }
 }
 
-FrequencyStoreListView* MakeDetectionView(QWidget* parent, unsigned listId, const DetectionPaths& paths) {
-    return SearchMC::MakeView<SearchMCVectorListView>(parent, SearchMCVectorListView::ViewName, listId,
-                                                      paths);
+FrequencyStoreListView* MakeDetectionView(QWidget* parent, unsigned listId, const DetectionPaths& paths,
+                                          const DetectionTexts& texts) {
+    return SearchMC::MakeView<SearchMCVectorListView>(parent, SearchMCVectorListView::ViewName, listId, paths,
+                                                      texts);
 }
 
 FrequencyStoreListView* CreateSearchMCVectorListView(QWidget* parent, unsigned listId) {
-    return MakeDetectionView(parent, listId, DetConvListHandler::Instance()->GetPaths());
+    return MakeDetectionView(parent, listId, DetConvListHandler::Instance()->GetPaths(), {});
 }
 
 SearchMCVectorListView::SearchMCVectorListView(QWidget* parent, const char* name)

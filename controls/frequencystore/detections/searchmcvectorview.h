@@ -2,8 +2,10 @@
 
 #include "controls/frequencystore/common/sendto.h"
 #include "controls/frequencystore/detections/detconvlisthandler.h"
+#include "controls/frequencystore/detections/detectionlistviewfactory.h"
 #include "controls/frequencystore/detections/searchmcmediator.h"
 #include "host/base/traceplace.h"
+#include "host/freqlist/buttonbar.h"
 #include "host/valuetree/tree.h"
 
 #include <QPointer>
@@ -28,8 +30,9 @@ void WriteAskedFile(QWidget* view, const QString& kind, bool csv, const WritePla
 /// A new view over a list of detections.
 template <typename View>
 FrequencyStoreListView* MakeView(QWidget* parent, const char* name, unsigned listId,
-                                 const DetectionPaths& paths) {
-    auto* view = new View(parent, name);
+                                 const DetectionPaths& paths, const DetectionTexts& texts) {
+    auto* view = new View(parent, texts.settings.isEmpty() ? name : texts.settings.toLatin1().constData());
+    view->SetTexts(texts);
     view->SetID(listId);
     view->Set_ValuePath(paths.emissions);
     view->setEmissionMarkedPath(paths.marked);
@@ -57,7 +60,16 @@ public:
         return record ? static_cast<qint64>(record->GetID()) : -1;
     }
 
-    QString EmptyText() const override { return SearchMC::EmptyText(); }
+    /// Before the view gets its bar.
+    void SetTexts(const DetectionTexts& texts) { m_texts = texts; }
+    void InitFreqStoreWidget(FreqStoreListViewButtonBar* bar) override {
+        SearchMCView<T, VectorListView<T, Adapter>>::InitFreqStoreWidget(bar);
+        if (bar && !m_texts.caption.isEmpty())
+            bar->SetCaption(m_texts.caption);
+    }
+    QString EmptyText() const override {
+        return m_texts.emptyText ? m_texts.emptyText() : SearchMC::EmptyText();
+    }
     bool TuneToCurrent() override { return tuneToRow(this->CurrentRow()); }
 
 protected:
@@ -113,4 +125,5 @@ private:
         return record != nullptr;
     }
     QString m_markedPath;
+    DetectionTexts m_texts;
 };
