@@ -392,9 +392,7 @@ void ShareRecordWaits(benchmark::State& state) {
         const RecordClient client(late.reader, shown);
         turns.Until([&] { return shown.Size() == Count; });
         turns.Report(state, "join");
-        auto& records = found.GetList();
-        for (auto record = records.begin(); record != records.end(); ++record)
-            record = records.erase(record);
+        found.GetList().remove_if([](const auto& record) { return record.GetID() % 2 == 0; });
         found.HasChanged(TChangeCode::ValueChanged);
         turns.Until([&] { return shown.Size() == Count / 2; });
         turns.Report(state, "half_goes");
