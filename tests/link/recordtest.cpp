@@ -175,11 +175,7 @@ TEST_F(PlainRecords, goAndComeInTurnsAndWholeWhateverHappensMeanwhile) {
              served.HasChanged(TChangeCode::ValueChanged);
          }},
         {"a reader asks", [&] { late = std::make_unique<ListReader>(other, Q("detections")); }},
-        {"the bus breaks",
-         [&] {
-             broker.Stop();
-             broker.Start();
-         }},
+        {"the bus breaks", [&] { broker.IsRunning() ? broker.Stop() : broker.Start(); }},
     };
     for (const auto& [what, happen] : meanwhile) {
         for (const bool goes : {true, false}) {
@@ -198,6 +194,8 @@ TEST_F(PlainRecords, goAndComeInTurnsAndWholeWhateverHappensMeanwhile) {
             served.GetList().swap(records);
             served.HasChanged(TChangeCode::ValueChanged);
             server->Flush();
+            if (!broker.IsRunning())
+                broker.Start();
             ASSERT_TRUE(AreEqual());
             EXPECT_GT(turns, 5000);
         }

@@ -100,18 +100,24 @@ TEST_F(Share, whatIsTooMuchForOneTurnIsHandledInTheNextInOrder) {
 }
 
 TEST_F(Share, aListThatWasCutWhileItWentOutComesWhole) {
-    Serve(3000);
+    Serve(5000);
     ASSERT_TRUE(Until([&] { return server.IsServing(); }));
+    const QByteArray chunk = "freqstore/north/lists/Targets/chunk/20";
+    const QByteArray before = broker.Retained().at(chunk);
     for (Node* const entry : server.list.GetNode().Children())
         TestList::Comment(*entry).SetValue(Q("new"));
     {
-        const EventsMeanwhile display([this, sent = 0]() mutable {
-            if (broker.Retained().size() > 50 && ++sent == 20) { // in the middle of its chunks
+        int turnsSince = 0; // that chunk went out
+        const EventsMeanwhile display([&] {
+            if (broker.Retained().at(chunk) == before)
+                return;
+            if (++turnsSince == 1)
                 broker.Stop();
+            else if (turnsSince == 20)
                 broker.Start();
-            }
         });
         server.server->Flush();
+        EXPECT_GT(turnsSince, 20);
     }
     Join(Q("late"));
 }
