@@ -4,6 +4,8 @@
 #include "bench/targets.h"
 #include "bench/turnclock.h"
 #include "controls/frequencystore/targets/wkflistentry.h"
+#include "controls/frequencystore/targets/wkflistview.h"
+#include "host/freqlist/buttonbar.h"
 #include "host/valuetree/detection.h"
 #include "link/listclient.h"
 #include "link/listserver.h"
@@ -298,45 +300,106 @@ void ShareManyChanges(benchmark::State& state) {
 }
 BENCHMARK(ShareManyChanges)->UseManualTime()->Iterations(1)->Unit(benchmark::kSecond);
 
-/// The longest turn of a window, in processor time of its thread, while a list of 100,000 is served, comes to
-/// a client, and comes to it again because the server has read it anew.
-void ShareWaits(benchmark::State& state) {
-    constexpr int Count = 100000;
-    TurnClock clock;
-    double longest = 0;
-    const auto during = [&](const std::function<void()>& work) {
-        longest = std::max(longest, clock.LongestOf(work));
-    };
-    const auto report = [&](const char* what) { state.counters[what] = std::exchange(longest, 0); };
-    const auto turnsUntil = [&](const std::function<bool()>& isSo) {
+/// Gives a list's node the entries of another one.
+void copyEntries(const Node& from, Node& node) {
+    const std::vector<Node*> entries = from.Children();
+    const EntryLayout layout = EntryLayout::Of(*entries.front());
+    Wire::Writer contents;
+    for (const Node* entry : entries) {
+        contents.Clear();
+        layout.Put(contents, *entry);
+        node.AddItemUnique(layout.MakeEntry(node, &WkfTarget::Shape(), contents.View()).release());
+    }
+}
+
+/// The longest turn of a window, in processor time of its thread.
+class Turns {
+public:
+    void During(const std::function<void()>& work) {
+        m_longest = std::max(m_longest, m_clock.LongestOf(work));
+    }
+    void Until(const std::function<bool()>& isSo) {
         while (!isSo())
-            during([] { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20); });
-    };
-    Node& list = *Bench::Get().List(Count).GetItemsRoot();
-    Node& node = *Tree::Instance()->MakeNode(QStringLiteral("/Lists/Joined"));
+            During([] { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20); });
+    }
+    void Report(benchmark::State& state, const char* what) {
+        state.counters[what] = std::exchange(m_longest, 0);
+    }
+
+private:
+    TurnClock m_clock;
+    double m_longest = 0;
+};
+
+/// While a list of 100,000 is served, comes to a client that shows it in a view, and comes to it again
+/// because the server has read it anew.
+void ShareWaits(benchmark::State& state) {
+    Turns turns;
+    constexpr int Count = 100000;
+    Node& list = *Tree::Instance()->MakeNode(QStringLiteral("/Lists/Served"));
+    Node& node = *Bench::Get().List(Count).GetItemsRoot();
+    copyEntries(node, list);
+    Bench::Get().Empty();
+    WkfListView view(nullptr, Bench::Get().ListId());
+    FreqStoreListViewButtonBar bar;
+    view.InitFreqStoreWidget(&bar);
+    view.resize(1200, 800);
+    view.show();
     for (auto _ : state) {
         const BenchBroker broker;
         const auto bus = broker.Connect();
         Seat seat(*bus, QStringLiteral("bench"), QStringLiteral("server"));
         std::unique_ptr<ListServer> server;
-        during([&] { server = std::make_unique<ListServer>(seat, targets(list)); });
-        turnsUntil([&] { return server->GetState() == ListServer::State::Serving; });
-        report("serve");
+        turns.During([&] { server = std::make_unique<ListServer>(seat, targets(list)); });
+        turns.Until([&] { return server->GetState() == ListServer::State::Serving; });
+        turns.Report(state, "serve");
         const Follower late(broker.Connect(), &node);
-        turnsUntil([&] { return late.IsWhole(); });
-        report("join");
-        Bench::Get().Forget();
-        Bench::Get().List(Count);
+        turns.Until([&] { return late.IsWhole() && view.RowCount() == Count; });
+        turns.Report(state, "join");
+        list.DeleteChildren();
+        copyEntries(node, list);
         const Messages::Revision next = server->Publisher().NextRevision();
-        turnsUntil([&] { return late.IsWhole() && late.IsAt(next); });
-        report("read_again");
-        if (node.ChildCount() != Count)
-            state.SkipWithError("the list is not whole");
+        turns.Until([&] { return late.IsWhole() && late.IsAt(next) && view.RowCount() == Count; });
+        turns.Report(state, "read_again");
         state.counters["goal"] = 0.05;
     }
-    node.DeleteChildren();
+    list.DeleteChildren();
+    Bench::Get().Empty();
 }
 BENCHMARK(ShareWaits)->Iterations(1)->Unit(benchmark::kSecond);
+
+/// While half of 100,000 detections go at once, at the server and at a client that shows them.
+void ShareRecordWaits(benchmark::State& state) {
+    constexpr unsigned Count = 100000;
+    Turns turns;
+    LocalBroker broker;
+    LocalBus bus(broker, QStringLiteral("server"));
+    Seat seat(bus, QStringLiteral("bench"), QStringLiteral("server"));
+    ValueList<ExtendedDetectionConventional> found, shown;
+    for (unsigned id = 0; id < Count; ++id) {
+        ExtendedDetectionConventional detection;
+        detection.SetID(id);
+        detection.SetFrequency(7e6 + id * 12.5);
+        detection.Result().demodulator = "FSK " + std::to_string(id);
+        found.PushBack(detection);
+    }
+    for (auto _ : state) {
+        std::unique_ptr<RecordServer> server;
+        turns.During([&] { server = std::make_unique<RecordServer>(seat, found, QStringLiteral("target")); });
+        turns.Until([&] { return server->GetState() == RecordServer::State::Serving; });
+        turns.Report(state, "serve");
+        Follower late(std::make_unique<LocalBus>(broker, QStringLiteral("client")));
+        const RecordClient client(late.reader, shown);
+        turns.Until([&] { return shown.Size() == Count; });
+        turns.Report(state, "join");
+        found.GetList().remove_if([](const auto& record) { return record.GetID() % 2 == 0; });
+        found.HasChanged(TChangeCode::ValueChanged);
+        turns.Until([&] { return shown.Size() == Count / 2; });
+        turns.Report(state, "half_goes");
+        state.counters["goal"] = 0.05;
+    }
+}
+BENCHMARK(ShareRecordWaits)->Iterations(1)->Unit(benchmark::kSecond);
 
 /// Bytes on the wire: of an entry in its chunk, and of an edit as each client gets it.
 void ShareBytes(benchmark::State& state) {

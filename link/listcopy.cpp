@@ -16,6 +16,10 @@ namespace {
 constexpr quint32 MostChunks = 1000000;
 constexpr size_t MostDeltas = 4096;
 
+QString loadingTitle() {
+    return QCoreApplication::translate("ListCopy", "Loading the shared list");
+}
+
 } // namespace
 
 /// Rows in the making.
@@ -41,6 +45,17 @@ struct ListCopy::Assembled {
 const ListCopy::Row* ListCopy::Find(Messages::EntryId id) const {
     const auto found = m_rows.find(id);
     return found == m_rows.end() ? nullptr : &found->second;
+}
+
+ListCopy::Order ListCopy::InOrder() const {
+    Order order;
+    order.reserve(m_rows.size());
+    for (const auto& [id, row] : m_rows) {
+        StepOf(order.size(), m_rows.size());
+        order.emplace_back(row.Content().place, id);
+    }
+    std::sort(order.begin(), order.end());
+    return order;
 }
 
 ListCopy::Taken ListCopy::TakeManifest(QByteArrayView bytes) {
@@ -186,8 +201,7 @@ ListCopy::Taken ListCopy::assembleIfAllIsHere() {
     if (last < wanted)
         return Taken::Progress;
     Taken taken = Taken::Progress;
-    InTurns(QCoreApplication::translate("ListCopy", "Loading the shared list"),
-            static_cast<size_t>(m_manifest->count), [&] { taken = assemble(last); });
+    InTurns(loadingTitle(), static_cast<size_t>(m_manifest->count), [&] { taken = assemble(last); });
     return taken;
 }
 
@@ -219,25 +233,33 @@ ListCopy::Taken ListCopy::assemble(Messages::Revision last) {
     return Taken::Changed;
 }
 
+/// Makes one more change to rows that are whole, in one turn. False when they do not fit together.
+bool ListCopy::applyDelta(const Delta& delta) {
+    size_t looked = 0;
+    for (const Delta::Step& step : delta.steps) {
+        StepOf(looked++, delta.steps.size());
+        if (step.removed == 0 && !isRow(Messages::Row::Read(step.row)))
+            return false;
+    }
+    Assembled rows{std::move(m_rows), m_sum};
+    apply(delta, rows, nullptr);
+    m_rows = std::move(rows.rows);
+    m_sum = rows.sum;
+    return m_rows.size() == delta.count && m_sum.Sum() == delta.checksum;
+}
+
 /// Goes on from whole rows by the changes that follow. False when none does.
 bool ListCopy::applyDeltas() {
     const Messages::Revision before = m_revision;
     while (!m_deltas.empty() && m_deltas.begin()->first <= m_revision + 1) {
-        const auto delta = Delta::Decode(m_deltas.begin()->second);
         const QByteArray bytes = m_deltas.begin()->second; // what the steps look at
+        const auto delta = Delta::Decode(bytes);
         m_deltas.erase(m_deltas.begin());
         if (delta->revision <= m_revision)
             continue;
-        Assembled rows{std::move(m_rows), m_sum};
-        const auto isGood = [&](const Delta::Step& step) {
-            return step.removed != 0 || isRow(Messages::Row::Read(step.row));
-        };
-        const bool areRows = std::all_of(delta->steps.begin(), delta->steps.end(), isGood);
-        if (areRows)
-            apply(*delta, rows, nullptr);
-        m_rows = std::move(rows.rows);
-        m_sum = rows.sum;
-        if (!areRows || m_rows.size() != delta->count || m_sum.Sum() != delta->checksum) {
+        bool fits = false;
+        InTurns(loadingTitle(), delta->steps.size(), [&] { fits = applyDelta(*delta); });
+        if (!fits) {
             m_isCurrent = false;
             DropAssembly();
             break;

@@ -32,6 +32,9 @@ public:
     using Rows = std::unordered_map<Messages::EntryId, Row>;
     const Rows& GetRows() const { return m_rows; }
     const Row* Find(Messages::EntryId id) const;
+    /// The rows' places and ids, by places; in steps of LongWork.
+    using Order = std::vector<std::pair<quint32, Messages::EntryId>>;
+    Order InOrder() const;
     const LayoutTable& Layouts() const { return m_layouts; }
     const std::optional<Messages::Manifest>& Newest() const { return m_manifest; }
     /// Of the rows; 0 before they were whole for the first time.
@@ -69,6 +72,7 @@ private:
     Taken assemble(Messages::Revision last);
     bool putChunks(Assembled& assembled) const;
     bool applyDeltas();
+    bool applyDelta(const Messages::Delta& delta);
     static bool apply(const Messages::Delta& delta, Assembled& to, const std::vector<Held>* chunks);
 
     std::optional<Messages::Manifest> m_manifest;

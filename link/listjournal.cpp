@@ -2,10 +2,10 @@
 
 #include "host/report/privatefile.h"
 #include "host/report/rgexception.h"
+#include "link/bycontents.h"
 #include "link/inturns.h"
 
 #include <QFileInfo>
-#include <QHash>
 
 #include <unistd.h>
 
@@ -126,31 +126,10 @@ ListJournal::Kept ListJournal::read() {
     return kept;
 }
 
-namespace {
-
-/// Which identity an entry has by its contents, first come, first served.
-class Identities {
-public:
-    void Add(quint64 contents, Messages::EntryId id) { m_ids[contents].push_back(id); }
-    Messages::EntryId Take(quint64 contents) {
-        const auto found = m_ids.find(contents);
-        if (found == m_ids.end() || found->empty())
-            return 0;
-        const Messages::EntryId id = found->front();
-        found->pop_front();
-        return id;
-    }
-
-private:
-    QHash<quint64, std::deque<Messages::EntryId>> m_ids;
-};
-
-} // namespace
-
 void ListJournal::Restore(const SharedList& list, Messages::Revision revision, RowTable& rows,
                           LayoutTable& layouts) {
     Kept kept = read();
-    Identities present, before;
+    ByContents present, before; // ids: first come, first served
     std::map<Messages::EntryId, Kept::Changed> missing;
     for (const auto& [id, contents] : kept.written) {
         const bool isChanged = kept.changed.count(id) > 0;
@@ -171,8 +150,8 @@ void ListJournal::Restore(const SharedList& list, Messages::Revision revision, R
         contents.Clear();
         layouts.At(layouts.NumberOf(*entry))->Put(contents, *entry);
         const quint64 hash = Wire::Hash(contents.View());
-        Messages::EntryId id = present.Take(hash);
-        if (const Messages::EntryId old = id == 0 ? before.Take(hash) : 0; old != 0) {
+        Messages::EntryId id = present.Take(hash).value_or(0);
+        if (const Messages::EntryId old = id == 0 ? before.Take(hash).value_or(0) : 0; old != 0) {
             const Kept::Changed& changed = kept.changed[id = old];
             if (changed.layout.isEmpty())
                 removed.push_back(entry);

@@ -35,7 +35,7 @@ void ListPublisher::touch(quint32 chunk) {
 }
 
 void ListPublisher::sendChunk(quint32 chunk) {
-    if (m_isSending)
+    if (isSending())
         send(Topics::Numbered(m_topic + "/chunk", chunk),
              Messages::Chunk::EncodeRows(m_generation, m_revision, rows.CountIn(chunk), rows.BytesOf(chunk)));
     m_chunks[chunk].published = m_revision;
@@ -63,16 +63,18 @@ void ListPublisher::sendLayouts() {
 }
 
 void ListPublisher::send(const QByteArray& topic, const QByteArray& payload) {
-    if (m_isSending)
+    if (isSending())
         m_bus.Publish(topic, payload, MessageBus::Keep::Retained);
 }
 
 QByteArray ListPublisher::DeltaOf(const std::vector<Step>& steps) const {
     Delta delta{m_generation, m_revision, rows.Count(), rows.Checksum(), {}};
     delta.steps.reserve(steps.size());
-    for (const Step& step : steps)
+    for (const Step& step : steps) {
+        StepOf(delta.steps.size(), steps.size());
         delta.steps.push_back(
             {step.chunk, step.removed, step.serial == 0 ? QByteArrayView() : rows.Find(step.serial)->bytes});
+    }
     return delta.Encode();
 }
 
@@ -117,7 +119,7 @@ void ListPublisher::PublishAnew() {
 }
 
 void ListPublisher::StartSending(const std::optional<Manifest>& atBroker) {
-    m_isSending = true;
+    m_connection = m_bus.Connections();
     catchUp(atBroker);
 }
 
@@ -141,6 +143,6 @@ void ListPublisher::catchUp(const std::optional<Manifest>& atBroker) {
     sendManifest();
     for (auto chunk = static_cast<quint32>(m_chunks.size()); chunk < before; ++chunk)
         send(Topics::Numbered(m_topic + "/chunk", chunk), {});
-    if (m_isSending)
+    if (isSending())
         m_chunksAtBroker = static_cast<quint32>(m_chunks.size());
 }

@@ -37,9 +37,10 @@ public:
     /// Publishes all rows as a new generation, spread over chunks in order.
     void PublishAnew();
     /// Sends what a broker that has this manifest lacks, all when it has none of this generation, and from
-    /// then on what changes.
+    /// then on what changes. Nothing is sent in a later connection of the bus, which may lack what got lost
+    /// between.
     void StartSending(const std::optional<Messages::Manifest>& atBroker);
-    void StopSending() { m_isSending = false; }
+    void StopSending() { m_connection = 0; }
 
     const QByteArray& Topic() const { return m_topic; }
 
@@ -56,13 +57,14 @@ private:
     void sendManifest();
     /// Layouts that have not been sent yet.
     void sendLayouts();
+    bool isSending() const { return m_connection != 0 && m_connection == m_bus.Connections(); }
     void send(const QByteArray& topic, const QByteArray& payload);
     quint32 publishedChunks() const;
 
     MessageBus& m_bus;
     QByteArray m_topic;
     QString m_seat;
-    bool m_isSending = false;
+    quint64 m_connection = 0; ///< of the bus, to which all is sent; 0 while nothing is
     quint64 m_generation = 0;
     Messages::Revision m_revision = 0;
     Messages::Revision m_logFrom = 1;

@@ -3,6 +3,7 @@
 #include "host/base/problems.h"
 #include "host/report/rgexception.h"
 #include "host/valuetree/tree.h"
+#include "link/bycontents.h"
 #include "link/inturns.h"
 #include "link/topics.h"
 
@@ -17,20 +18,6 @@ constexpr int GatherMilliseconds = 20;
 constexpr size_t MostAnswers = 256;
 
 } // namespace
-
-/// Rows whose entries have gone, by contents: a list that is read again gets them back.
-struct ListServer::Vanished {
-    QHash<QByteArray, std::deque<quint32>> serials;
-
-    quint32 Take(const QByteArray& contents) {
-        const auto found = serials.find(contents);
-        if (found == serials.end() || found->empty())
-            return 0;
-        const quint32 serial = found->front();
-        found->pop_front();
-        return serial;
-    }
-};
 
 ListServer::ListServer(Seat& seat, const SharedList& list, const QString& listDirectory,
                        std::unique_ptr<ListJournal> journal)
@@ -100,13 +87,16 @@ void ListServer::adopt() {
 
 std::vector<ListServer::Step> ListServer::stepsOf(const std::vector<quint32>& serials) {
     std::vector<Step> steps;
-    Vanished vanished;
+    std::vector<quint32> gone;
+    ByContents vanished; // serials of those: a list that is read again gets its rows back
     size_t seen = 0;
     for (const quint32 serial : serials) {
         StepOf(seen++, serials.size());
         const auto row = m_publisher.rows.Find(serial);
-        if (row && !m_list.node->ChildBySerial(serial))
-            vanished.serials[row->Content().contents.toByteArray()].push_back(serial);
+        if (!row || m_list.node->ChildBySerial(serial))
+            continue;
+        gone.push_back(serial);
+        vanished.Add(Wire::Hash(row->Content().contents), serial);
     }
     size_t noted = 0;
     for (const quint32 serial : serials) {
@@ -114,10 +104,11 @@ std::vector<ListServer::Step> ListServer::stepsOf(const std::vector<quint32>& se
         if (Node* const entry = m_list.node->ChildBySerial(serial))
             noteStep(*entry, vanished, steps);
     }
-    for (const auto& left : vanished.serials) {
-        for (const quint32 serial : left) {
-            StepOf(steps.size(), serials.size());
-            const EntryId id = m_publisher.rows.Find(serial)->id;
+    size_t looked = 0;
+    for (const quint32 serial : gone) {
+        StepOf(looked++, gone.size());
+        if (const auto row = m_publisher.rows.Find(serial)) {
+            const EntryId id = row->id;
             steps.push_back({m_publisher.rows.Remove(serial), 0, id});
         }
     }
@@ -125,7 +116,7 @@ std::vector<ListServer::Step> ListServer::stepsOf(const std::vector<quint32>& se
 }
 
 /// False when the entry is as it was published.
-bool ListServer::noteStep(Node& entry, Vanished& vanished, std::vector<Step>& steps) {
+bool ListServer::noteStep(Node& entry, ByContents& vanished, std::vector<Step>& steps) {
     RowTable& rows = m_publisher.rows;
     const quint32 serial = entry.GetSerial();
     const quint32 layout = m_publisher.layouts.NumberOf(entry);
@@ -139,8 +130,8 @@ bool ListServer::noteStep(Node& entry, Vanished& vanished, std::vector<Step>& st
         if (old.layout == layout && old.contents == contents)
             return false;
         id = old.id;
-    } else if (const quint32 before = vanished.Take(contents)) {
-        const Messages::Row old = rows.Find(before)->Content();
+    } else if (const auto before = vanished.Take(Wire::Hash(contents))) {
+        const Messages::Row old = rows.Find(*before)->Content();
         id = old.id;
         revision = old.revision; // edits that clients made of it are still good
     } else {

@@ -11,6 +11,8 @@
 
 #include <deque>
 
+class ByContents;
+
 /// Serves a list of this program to all seats of a site: publishes the entries under its node and what
 /// becomes of them, and does what clients ask for. It alone changes the list; undo, files and views of this
 /// program go on as ever. One seat serves a list: where another one does already, this one is refused.
@@ -47,7 +49,6 @@ signals:
     void Edited();
 
 private:
-    struct Vanished;
     using Step = ListPublisher::Step;
     struct Waiting {
         QByteArray seat;
@@ -58,7 +59,7 @@ private:
     void adopt();
     void claimChanged();
     std::vector<Step> stepsOf(const std::vector<quint32>& serials);
-    bool noteStep(Node& entry, Vanished& vanished, std::vector<Step>& steps);
+    bool noteStep(Node& entry, ByContents& vanished, std::vector<Step>& steps);
     void publishChanges(const std::vector<quint32>& serials);
     void keep(const std::vector<Step>& steps);
     void publishFile();

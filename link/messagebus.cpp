@@ -2,13 +2,26 @@
 
 #include "host/base/longwork.h"
 
+#include <QElapsedTimer>
 #include <QPointer>
 
 #include <algorithm>
 
+namespace {
+
+/// Nanoseconds of handling messages before the window gets its turn.
+constexpr qint64 MostInTurn = 10'000'000;
+
+} // namespace
+
 MessageBus::Subscription::~Subscription() {
     if (m_bus)
         m_bus->unsubscribe(m_id);
+}
+
+MessageBus::MessageBus(QObject* parent) : QObject(parent) {
+    m_turn.setSingleShot(true);
+    connect(&m_turn, &QTimer::timeout, this, &MessageBus::doWaiting);
 }
 
 MessageBus::~MessageBus() {
@@ -53,6 +66,8 @@ void MessageBus::setState(State state, const QString& reason) {
     const QString phrase = reason.endsWith(QLatin1Char('.')) ? reason.chopped(1) : reason;
     if (m_state == state && m_reason == phrase)
         return;
+    if (state == State::Online && m_state != State::Online)
+        ++m_connections;
     m_state = state;
     m_reason = phrase; // goes into sentences
     inOrder([this] { emit StateChanged(); });
@@ -61,20 +76,39 @@ void MessageBus::setState(State state, const QString& reason) {
 void MessageBus::inOrder(std::function<void()> act) {
     if (m_waiting.empty() && !LongWork::IsRunning())
         return act();
+    wait(std::move(act));
+}
+
+void MessageBus::wait(std::function<void()> act) {
     m_waiting.push_back(std::move(act));
-    LongWork::WhenDone([bus = QPointer(this)] {
-        if (bus)
-            QMetaObject::invokeMethod(bus, &MessageBus::doWaiting, Qt::QueuedConnection);
-    });
+    if (!m_turn.isActive())
+        m_turn.start();
+}
+
+bool MessageBus::mayAct() {
+    if (!m_turn.isActive()) {
+        m_turn.start();
+        m_spent = 0;
+    }
+    return m_spent < MostInTurn && !LongWork::IsRunning();
 }
 
 /// What is done may begin work of its own, and end the bus.
+void MessageBus::actInTurn(const std::function<void()>& act) {
+    const QPointer alive(this);
+    QElapsedTimer timer;
+    timer.start();
+    act();
+    if (alive)
+        m_spent += timer.nsecsElapsed();
+}
+
 void MessageBus::doWaiting() {
     const QPointer alive(this);
-    while (alive && !m_waiting.empty() && !LongWork::IsRunning()) {
+    while (alive && !m_waiting.empty() && mayAct()) {
         const std::function<void()> act = std::move(m_waiting.front());
         m_waiting.pop_front();
-        act();
+        actInTurn(act);
     }
 }
 
@@ -91,10 +125,12 @@ void MessageBus::deliver(const QByteArray& topic, const QByteArray& payload) {
             if (const std::shared_ptr<Handler> handler = weak.lock())
                 (*handler)(topic, payload);
         };
-        if (waits == Waits::ForWork && alive)
-            inOrder(call);
-        else
+        if (waits == Waits::Never || !alive)
             call();
+        else if (m_waiting.empty() && mayAct())
+            actInTurn(call);
+        else
+            wait(call);
     }
 }
 

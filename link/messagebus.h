@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 
 #include <deque>
 #include <functional>
@@ -15,8 +16,9 @@
 ///
 /// Everything happens in the thread of the object, the GUI thread; messages come from the event loop. What
 /// comes while LongWork runs, in whose middle no list may be touched, waits for its end and is then told in
-/// its order. While the bus is offline nothing that is published is kept for later: who publishes does it
-/// again when `StateChanged` tells that it is online.
+/// its order. So does what is too much for one turn of the event loop, for the next one. While the bus is
+/// offline nothing that is published is kept for later: who publishes does it again when `StateChanged` tells
+/// that it is online.
 class MessageBus : public QObject {
     Q_OBJECT
 
@@ -41,11 +43,13 @@ public:
         quint64 m_id;
     };
 
-    using QObject::QObject;
+    explicit MessageBus(QObject* parent = nullptr);
     ~MessageBus() override;
 
     State GetState() const { return m_state; }
     bool IsOnline() const { return m_state == State::Online; }
+    /// How often the bus has come online.
+    quint64 Connections() const { return m_connections; }
     /// Why the bus is not online, for people; empty while it is, or nothing is known.
     const QString& Reason() const { return m_reason; }
     /// How the bus knows its user, as its rights are given to; never empty.
@@ -97,12 +101,18 @@ private:
         Waits waits;
     };
 
+    void wait(std::function<void()> act);
+    bool mayAct();
+    void actInTurn(const std::function<void()>& act);
     void doWaiting();
     void unsubscribe(quint64 id);
 
     State m_state = State::Offline;
+    quint64 m_connections = 0;
     QString m_reason;
     std::vector<Entry> m_entries;
     quint64 m_lastId = 0;
     std::deque<std::function<void()>> m_waiting;
+    QTimer m_turn;      ///< runs out at the next turn of the event loop, if messages came in this one
+    qint64 m_spent = 0; ///< nanoseconds in this turn
 };

@@ -54,10 +54,8 @@ private:
         Messages::Revision revision;
         quint32 layout;
     };
-    using Sorted = std::vector<std::pair<quint32, EntryId>>; ///< by places
 
-    Sorted rowsByPlace() const;
-    bool keepsOrder(const Sorted& rows) const;
+    bool keepsOrder(const ListCopy::Order& rows) const;
     std::unique_ptr<Node> make(const Messages::Row& row) const;
     void insert(EntryId id, const Messages::Row& row, Node& entry);
     void forget(EntryId id, bool remember);

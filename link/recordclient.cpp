@@ -1,6 +1,7 @@
 #include "link/recordclient.h"
 
 #include "host/report/rgexception.h"
+#include "link/inturns.h"
 #include "link/recordform.h"
 
 #include <algorithm>
@@ -44,67 +45,67 @@ private:
         quint64 place; ///< in the list, from 0
         const Record* record;
     };
+    using Places = std::unordered_map<EntryId, Shown>;
 
     static Record recordOf(const ListCopy::Row& row) {
         return RecordForm<Record>::Take(row.Content().contents);
     }
 
-    /// False, with nothing done, when records have gone or come between others.
+    /// False, with nothing done, when records have gone or come between others. The list changes in one turn.
     bool takeEach(const ListCopy& copy, const std::vector<EntryId>& ids) {
-        std::vector<std::pair<quint32, EntryId>> news;
+        ListCopy::Order news;
+        std::vector<std::pair<Shown, Record>> changed;
         for (const EntryId id : ids) {
+            StepOf(news.size() + changed.size(), ids.size());
             const ListCopy::Row* const row = copy.Find(id);
-            if (!row && m_shown.count(id) > 0)
+            const auto shown = m_shown.find(id);
+            if (!row && shown != m_shown.end())
                 return false;
-            if (row && m_shown.count(id) == 0)
+            if (row && shown != m_shown.end())
+                changed.emplace_back(shown->second, recordOf(*row));
+            else if (row)
                 news.emplace_back(row->Content().place, id);
         }
         std::sort(news.begin(), news.end());
         news.erase(std::unique(news.begin(), news.end()), news.end());
         if (!news.empty() && news.front().first <= m_lastPlace)
             return false;
-        bool isEdited = false;
-        for (const EntryId id : ids) {
-            const auto shown = m_shown.find(id);
-            if (shown == m_shown.end())
-                continue;
-            isEdited = true;
-            m_list.Edit(shown->second.place, *shown->second.record,
-                        [&](Record& record) { record = recordOf(*copy.Find(id)); });
-        }
-        if (isEdited)
+        List added = recordsOf(copy, news, m_shown);
+        for (auto& [shown, record] : changed)
+            m_list.Edit(shown.place, *shown.record, [&](Record& its) { its = std::move(record); });
+        if (!changed.empty())
             m_list.HasChanged(TChangeCode::ValueChanged);
-        List added;
-        for (const auto& [place, id] : news)
-            added.push_back(recordOf(*copy.Find(id)));
         m_list.Append(std::move(added));
         auto record = std::prev(m_list.Elements().end(), static_cast<std::ptrdiff_t>(news.size()));
         for (const auto& [place, id] : news)
-            note(id, place, *record++);
+            m_shown[id].record = &*record++;
         return true;
     }
     void fill(const ListCopy& copy) {
-        std::vector<std::pair<quint32, EntryId>> rows;
-        rows.reserve(copy.GetRows().size());
-        for (const auto& [id, row] : copy.GetRows())
-            rows.emplace_back(row.Content().place, id);
-        std::sort(rows.begin(), rows.end());
-        m_shown.clear();
+        Places shown;
         m_lastPlace = 0;
-        List records;
-        for (const auto& [place, id] : rows)
-            note(id, place, records.emplace_back(recordOf(*copy.Find(id))));
-        m_list.GetList() = std::move(records);
+        List records = recordsOf(copy, copy.InOrder(), shown);
+        m_shown = std::move(shown);
+        m_list.GetList().swap(records);
         m_list.HasChanged(TChangeCode::ValueChanged);
+        for (const size_t before = records.size(); !records.empty(); records.pop_front())
+            StepOf(before - records.size(), before);
     }
-    void note(EntryId id, quint32 place, const Record& record) {
-        const auto number = static_cast<quint64>(m_shown.size());
-        m_shown[id] = {number, &record};
-        m_lastPlace = place;
+    /// The records of rows, which are noted as shown behind those that are.
+    List recordsOf(const ListCopy& copy, const ListCopy::Order& rows, Places& shown) {
+        List records;
+        shown.reserve(shown.size() + rows.size());
+        for (const auto& [place, id] : rows) {
+            StepOf(records.size(), rows.size());
+            const Record& record = records.emplace_back(recordOf(*copy.Find(id)));
+            shown[id] = {static_cast<quint64>(shown.size()), &record};
+        }
+        m_lastPlace = rows.empty() ? m_lastPlace : rows.back().first;
+        return records;
     }
 
     ValueList<Record>& m_list;
-    std::unordered_map<EntryId, Shown> m_shown;
+    Places m_shown;
     quint32 m_lastPlace = 0; ///< of the last row
 };
 
@@ -131,8 +132,11 @@ RecordClient::RecordClient(ListReader& reader, ValueBase& records) : m_reader(re
 RecordClient::~RecordClient() = default;
 
 void RecordClient::take(const ListCopy::Changed& changed) {
-    if (m_value)
-        m_isOfOtherKind = !m_filler->Take(m_reader.Copy(), changed);
+    if (!m_value)
+        return;
+    const ListCopy& copy = m_reader.Copy();
+    InTurns(tr("Showing the shared list"), changed.all ? copy.GetRows().size() : changed.ids.size(),
+            [&] { m_isOfOtherKind = !m_filler->Take(copy, changed); });
 }
 
 void RecordClient::Update(Observable*, TChangeCode code) {

@@ -36,6 +36,8 @@ private:
     template <typename Record>
     class RowsOf;
 
+    void publishChanges();
+
     WeakRef<ValueBase> m_value;
     ListPublisher m_publisher;
     std::unique_ptr<Rows> m_rows;

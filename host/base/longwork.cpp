@@ -65,6 +65,9 @@ LongWork::Display* currentDisplay = nullptr;
 LongWork::Keeper* currentKeeper = nullptr;
 std::atomic<bool> isCancelWanted = false;
 int cancelCount = 0;
+/// Of the work that ended last: one that follows at once does not put off the window's turn.
+Clock::time_point lastEnd;
+Clock::time_point lastTurnBefore;
 bool isEager = false;
 static_assert(std::atomic<bool>::is_always_lock_free);
 
@@ -216,10 +219,14 @@ bool LongWork::Run(const QString& title, const std::function<void()>& work) {
     }
     Running mine;
     mine.titles.append(title);
+    if (mine.begin - lastEnd < LookInterval)
+        mine.lastTurn = lastTurnBefore;
     isCancelWanted = false;
     struct Begin {
         explicit Begin(Running& work) { runningHere = &work; }
         ~Begin() {
+            lastTurnBefore = runningHere->lastTurn;
+            lastEnd = Clock::now();
             runningHere = nullptr;
             if (currentDisplay)
                 currentDisplay->Hide();

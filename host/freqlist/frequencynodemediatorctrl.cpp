@@ -17,6 +17,8 @@ namespace {
 constexpr int TickMilliseconds = 40;
 /// More changed entries than these count as all.
 constexpr size_t MostChanges = 10000;
+/// From so many new entries on the window paints while they get their rows.
+constexpr unsigned long ManyNewRows = 5000;
 
 } // namespace
 
@@ -221,8 +223,14 @@ void FrequencyNodeMediatorCtrl::ForceUpdateNow() {
 
 void FrequencyNodeMediatorCtrl::OnTimer() {
     m_timer.stop();
-    if (IsDirty())
+    if (!IsDirty())
+        return;
+    if (!m_node || m_node->ChildCount() < size() + ManyNewRows)
+        return ForceUpdateNow();
+    LongWork::Run(tr("Showing the list"), [this] {
+        const LongWork::Unbroken whole;
         ForceUpdateNow();
+    });
 }
 
 void FrequencyNodeMediatorCtrl::timerEvent(QTimerEvent* event) {

@@ -3,6 +3,7 @@
 #include "host/base/problems.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QThread>
 
 #include <gmock/gmock.h>
@@ -62,6 +63,17 @@ TEST_F(LongWorkTest, ShowsHowFarItIsAndWhichPart) {
     EXPECT_EQ(shown[2].part, QStringLiteral("Open"));
     EXPECT_EQ(hidden, 1);
     EXPECT_THAT(kept, ElementsAre(QStringLiteral("begin")));
+}
+
+TEST_F(LongWorkTest, ShortWorksInARowDoNotPutOffTheTurn) {
+    for (int i = 0; i < 10; ++i) {
+        LongWork::Run(QStringLiteral("Look"), [] {
+            QElapsedTimer time;
+            for (time.start(); time.elapsed() < 15;)
+                LongWork::Step(1, 2);
+        });
+    }
+    EXPECT_FALSE(shown.empty());
 }
 
 TEST_F(LongWorkTest, ACancelEndsTheOutermostWorkAndPutsBackWhatItDid) {

@@ -9,6 +9,7 @@
 #include <QElapsedTimer>
 
 #include <gtest/gtest.h>
+#include <list>
 
 /// Runs the event loop until something is so; false after half a minute.
 inline bool Until(const std::function<bool()>& isSo) {
@@ -53,6 +54,23 @@ public:
     void Fill(int count) const {
         for (int i = 0; i < count; ++i)
             Add(1e6 + i * 1000, QStringLiteral("entry %1").arg(i));
+    }
+    /// Removes an entry; where it was.
+    Node::Returning Remove(size_t place) const {
+        Node* const entry = At(place);
+        const Node::Returning was{nullptr, entry->GetSerial(), entry->GetOrdinal()};
+        m_node->DeleteNode(entry);
+        return was;
+    }
+    /// Puts an entry where one was, as undo does.
+    Node* AddAt(const Node::Returning& place, double frequency, const QString& comment) const {
+        Node* const entry = Node::NewEntry(m_node, Names::Intern(QStringLiteral("Target")), TestShape());
+        entry->FillFromShape();
+        Frequency(*entry).SetValue(frequency);
+        Comment(*entry).SetValue(comment);
+        const Node::Returning back[] = {{entry, place.serial, place.ordinal}};
+        m_node->Restore(back);
+        return entry;
     }
     Node* At(size_t place) const { return m_node->Children()[place]; }
     static ValueNumeric<double>& Frequency(Node& entry) { return entry.ShapedValue<ValueNumeric<double>>(0); }
@@ -131,7 +149,17 @@ protected:
     bool AreEqual(const TestClient& client) {
         return Until([&] { return client.IsReady() && client.list.Text() == server.list.Text(); });
     }
+    /// A client that shows what the server has.
+    TestClient& Join(const QString& user) {
+        TestClient& client = m_clients.emplace_back(broker, user);
+        EXPECT_TRUE(AreEqual(client));
+        return client;
+    }
+    ~ShareFixture() override { broker.SetFilter({}); }
 
     LocalBroker broker;
     TestServer server{broker};
+
+private:
+    std::list<TestClient> m_clients;
 };

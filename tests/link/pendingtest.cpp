@@ -44,8 +44,7 @@ private:
 TEST_P(PendingEditsMadeAnew, entriesKeepWhatWaitsForTheServer) {
     Serve(Count);
     RemoveOne();
-    TestClient anna(broker, Q("anna"));
-    ASSERT_TRUE(AreEqual(anna));
+    TestClient& anna = Join(Q("anna"));
     broker.SetFilter([](const QByteArray& topic, const QByteArray&) { return !topic.contains("/request/"); });
     const double changed = TestList::Frequency(*anna.list.At(7)).GetValue();
     TestList::Comment(*anna.list.At(7)).SetValue(Q("mine"));
@@ -76,9 +75,8 @@ INSTANTIATE_TEST_SUITE_P(Ways, PendingEditsMadeAnew,
 
 TEST_F(PendingEdits, anAddedEntryThatIsEditedOnBeforeItIsAnsweredKeepsTheEdit) {
     Serve(5);
-    TestClient anna(broker, Q("anna")), ben(broker, Q("ben"));
-    ASSERT_TRUE(AreEqual(anna));
-    ASSERT_TRUE(AreEqual(ben));
+    TestClient& anna = Join(Q("anna"));
+    const TestClient& ben = Join(Q("ben"));
     broker.SetFilter(
         [](const QByteArray& topic, const QByteArray&) { return !topic.contains("/request/anna/"); });
     Node* const added = anna.list.Add(5e6, Q("first"));
@@ -95,8 +93,7 @@ TEST_F(PendingEdits, anAddedEntryThatIsEditedOnBeforeItIsAnsweredKeepsTheEdit) {
 
 TEST_F(PendingEdits, whatWasTypedIntoAnEntryThatIsRemovedElsewhereIsTold) {
     Serve(5);
-    TestClient anna(broker, Q("anna"));
-    ASSERT_TRUE(AreEqual(anna));
+    TestClient& anna = Join(Q("anna"));
     server.list.GetNode().DeleteNode(server.list.At(1));
     TestList::Comment(*anna.list.At(1)).SetValue(Q("typed"));
     ASSERT_TRUE(Until([&] { return anna.list.GetNode().ChildCount() == 4; }));

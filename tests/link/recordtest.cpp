@@ -5,6 +5,7 @@
 #include "link/recordclient.h"
 #include "link/recordserver.h"
 #include "tests/link/linkfixture.h"
+#include "tests/support/eventsmeanwhile.h"
 
 #include <random>
 
@@ -46,6 +47,7 @@ protected:
             records.push_back(makeRecord<Record>(id));
         served.Append(std::move(records));
     }
+    ~Records() override { broker.SetFilter({}); }
     void Share() {
         server = std::make_unique<RecordServer>(serverSeat, served, Q("detections"));
         client = std::make_unique<RecordClient>(reader, shown);
@@ -151,6 +153,57 @@ TEST_F(PlainRecords, staySharedWhenTheBrokerComesBackAndStayShownWhenTheListHasG
     list = nullptr;
     server->Flush();
     EXPECT_EQ(shown.Size(), 2u);
+}
+
+TEST_F(PlainRecords, goAndComeInTurnsAndWholeWhateverHappensMeanwhile) {
+    Fill(5000);
+    std::set<quint64> whole;
+    QObject::connect(&reader, &ListReader::RowsChanged,
+                     [&](const auto&) { whole.insert(reader.Copy().GetRows().size()); });
+    Share();
+    ASSERT_TRUE(AreEqual());
+    LocalBus otherBus(broker, Q("ben"));
+    Seat other(otherBus, Q("north"), Q("ben"));
+    std::unique_ptr<ListReader> late;
+    unsigned id = 10000;
+    const std::pair<const char*, std::function<void()>> meanwhile[] = {
+        {"nothing", [] {}},
+        {"a record comes", [&] { served.PushBack(makeRecord<DetectionConventional>(++id)); }},
+        {"a record goes",
+         [&] {
+             served.GetList().pop_front();
+             served.HasChanged(TChangeCode::ValueChanged);
+         }},
+        {"a reader asks", [&] { late = std::make_unique<ListReader>(other, Q("detections")); }},
+        {"the bus breaks", [&] { broker.IsRunning() ? broker.Stop() : broker.Start(); }},
+    };
+    for (const auto& [what, happen] : meanwhile) {
+        for (const bool goes : {true, false}) {
+            SCOPED_TRACE(std::string(what) + (goes ? ", records go" : ", records come"));
+            int turns = 0;
+            const EventsMeanwhile display([&, happen = happen] {
+                if (++turns < 20000 && turns % 7000 == 100) // at longer times than it is read in
+                    happen();
+                EXPECT_EQ(whole.count(shown.Size()), 1u) << shown.Size();
+            });
+            List::Container records = served.Elements();
+            if (goes)
+                records.remove_if([](const auto& record) { return record.GetID() % 2 == 0; });
+            while (!goes && records.size() < 5000)
+                records.push_front(makeRecord<DetectionConventional>(++id));
+            served.GetList().swap(records);
+            served.HasChanged(TChangeCode::ValueChanged);
+            server->Flush();
+            if (!broker.IsRunning())
+                broker.Start();
+            ASSERT_TRUE(AreEqual());
+            EXPECT_GT(turns, 5000);
+        }
+        ListReader last(other, Q("detections"));
+        ASSERT_TRUE(Until([&] { return last.GetState() == ListReader::State::Whole; }));
+        EXPECT_EQ(last.Copy().GetRows().size(), served.Size());
+        EXPECT_TRUE(!late || late->Copy().GetRows().size() == served.Size());
+    }
 }
 
 TEST_F(PlainRecords, areNotShownInAListOfAnotherKind) {

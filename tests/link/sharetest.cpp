@@ -1,5 +1,5 @@
-#include "host/base/longwork.h"
 #include "tests/link/linkfixture.h"
+#include "tests/support/eventsmeanwhile.h"
 #include "tests/support/traces.h"
 
 #include <random>
@@ -14,40 +14,15 @@ TEST_F(Share, clientMirrorsAllEntriesWithAllValuesInOrder) {
     TestList::Frequency(*server.list.At(4)).SetValue(-0.125);
     TestList::Frequency(*server.list.At(5)).SetValue(2999999999.25);
     server.Serve();
-    TestClient client(broker, Q("anna"));
-    ASSERT_TRUE(AreEqual(client));
+    TestClient& client = Join(Q("anna"));
     EXPECT_EQ(client.list.At(0)->WholeShape(), &TestShape());
     EXPECT_EQ(client.reader.GetState(), ListReader::State::Whole);
 }
 
-/// Handles events from the middle of the work, as the window's display does.
-class EventsMeanwhile : public LongWork::Display {
-public:
-    explicit EventsMeanwhile(std::function<void()> look)
-        : m_look(std::move(look)), m_before(LongWork::SetDisplay(this)) {
-        LongWork::SetEager(true);
-    }
-    ~EventsMeanwhile() override {
-        LongWork::SetEager(false);
-        LongWork::SetDisplay(m_before);
-    }
-
-private:
-    void Turn(const LongWork::Progress&) override {
-        QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers);
-        m_look();
-    }
-    void Hide() override {}
-
-    std::function<void()> m_look;
-    LongWork::Display* m_before;
-};
-
 TEST_F(Share, whatComesWhileALongListIsShownIsTakenAfterwardsInOrder) {
     constexpr int Count = 3000;
     Serve(Count);
-    TestClient watcher(broker, Q("watcher"));
-    ASSERT_TRUE(AreEqual(watcher));
+    Join(Q("watcher"));
     TestClient late(broker, Q("late"));
     LocalBus other(broker, Q("other"));
     other.Connect();
@@ -79,10 +54,54 @@ TEST_F(Share, whatComesWhileALongListIsShownIsTakenAfterwardsInOrder) {
     EXPECT_EQ(TestList::Comment(*late.list.At(7)).GetValue().toLatin1(), sent.back());
 }
 
+TEST_F(Share, whatIsTooMuchForOneTurnIsHandledInTheNextInOrder) {
+    LocalBus sending(broker, Q("sending")), reading(broker, Q("reading"));
+    sending.Connect();
+    reading.Connect();
+    QList<qsizetype> heard, heardAtTurns;
+    const auto subscription = reading.Subscribe("test/+", [&](const auto&, const QByteArray& number) {
+        QElapsedTimer work;
+        for (work.start(); work.elapsed() < 3;)
+            ;
+        heard << number.toInt();
+    });
+    QTimer turns;
+    QObject::connect(&turns, &QTimer::timeout, [&] { heardAtTurns << heard.size(); });
+    turns.start(0);
+    for (int i = 0; i < 30; ++i)
+        sending.Publish("test/x", QByteArray::number(i), MessageBus::Keep::No);
+    ASSERT_TRUE(Until([&] { return heard.size() == 30; }));
+    EXPECT_TRUE(std::is_sorted(heard.begin(), heard.end()));
+    const auto isBetween = [](qsizetype count) { return count > 0 && count < 30; };
+    EXPECT_TRUE(std::any_of(heardAtTurns.begin(), heardAtTurns.end(), isBetween));
+}
+
+TEST_F(Share, aListThatWasCutWhileItWentOutComesWhole) {
+    Serve(5000);
+    ASSERT_TRUE(Until([&] { return server.IsServing(); }));
+    const QByteArray chunk = "freqstore/north/lists/Targets/chunk/20";
+    const QByteArray before = broker.Retained().at(chunk);
+    for (Node* const entry : server.list.GetNode().Children())
+        TestList::Comment(*entry).SetValue(Q("new"));
+    {
+        int turnsSince = 0; // that chunk went out
+        const EventsMeanwhile display([&] {
+            if (broker.Retained().at(chunk) == before)
+                return;
+            if (++turnsSince == 1)
+                broker.Stop();
+            else if (turnsSince == 20)
+                broker.Start();
+        });
+        server.server->Flush();
+        EXPECT_GT(turnsSince, 20);
+    }
+    Join(Q("late"));
+}
+
 TEST_F(Share, changesAtTheServerReachClients) {
     Serve(300);
-    TestClient client(broker, Q("anna"));
-    ASSERT_TRUE(AreEqual(client));
+    TestClient& client = Join(Q("anna"));
     Node* const kept = client.list.At(7);
 
     TestList::Comment(*server.list.At(7)).SetValue(Q("changed"));
@@ -95,21 +114,14 @@ TEST_F(Share, changesAtTheServerReachClients) {
 
 TEST_F(Share, anEntryThatTheServerTakesBackComesToItsOldPlace) {
     Serve(10);
-    TestClient client(broker, Q("anna"));
-    ASSERT_TRUE(AreEqual(client));
-    Node* const old = server.list.At(4);
-    const Node::Returning back{nullptr, old->GetSerial(), old->GetOrdinal()};
-    server.list.GetNode().DeleteNode(old);
+    TestClient& client = Join(Q("anna"));
+    const Node::Returning place = server.list.Remove(4);
     ASSERT_TRUE(AreEqual(client));
 
     TestClient late(broker, Q("later")); // has never seen it
     ASSERT_TRUE(AreEqual(late));
-    const Messages::EntryId before = server.server->Publisher().rows.RemovedId(back.serial);
-    Node* const again = Node::NewEntry(&server.list.GetNode(), Names::Intern(Q("Target")), TestShape());
-    again->FillFromShape();
-    TestList::Comment(*again).SetValue(Q("is back"));
-    const Node::Returning returning[] = {{again, back.serial, back.ordinal}};
-    server.list.GetNode().Restore(returning);
+    const Messages::EntryId before = server.server->Publisher().rows.RemovedId(place.serial);
+    server.list.AddAt(place, 0, Q("is back"));
     ASSERT_TRUE(AreEqual(client));
     ASSERT_TRUE(AreEqual(late));
     EXPECT_EQ(late.client.IdOf(*late.list.At(4)), before);
@@ -118,9 +130,8 @@ TEST_F(Share, anEntryThatTheServerTakesBackComesToItsOldPlace) {
 
 TEST_F(Share, editsOfAClientReachTheServerAndOtherClients) {
     Serve(50);
-    TestClient anna(broker, Q("anna")), ben(broker, Q("ben"));
-    ASSERT_TRUE(AreEqual(anna));
-    ASSERT_TRUE(AreEqual(ben));
+    TestClient& anna = Join(Q("anna"));
+    TestClient& ben = Join(Q("ben"));
 
     TestList::Comment(*anna.list.At(3)).SetValue(Q("by anna"));
     ben.list.Add(77e6, Q("by ben"));
@@ -135,8 +146,7 @@ TEST_F(Share, editsOfAClientReachTheServerAndOtherClients) {
 
 TEST_F(Share, quickEditsOfOneEntryEndAsTheLastOne) {
     Serve(5);
-    TestClient anna(broker, Q("anna"));
-    ASSERT_TRUE(AreEqual(anna));
+    TestClient& anna = Join(Q("anna"));
     Node* const added = anna.list.Add(1e6, Q("a"));
     for (int i = 0; i < 20; ++i) {
         TestList::Comment(*anna.list.At(2)).SetValue(QString::number(i));
@@ -152,9 +162,8 @@ TEST_F(Share, quickEditsOfOneEntryEndAsTheLastOne) {
 
 TEST_F(Share, theSecondOfTwoEditsIsRefusedWithThePresentState) {
     Serve(5);
-    TestClient anna(broker, Q("anna")), ben(broker, Q("ben"));
-    ASSERT_TRUE(AreEqual(anna));
-    ASSERT_TRUE(AreEqual(ben));
+    TestClient& anna = Join(Q("anna"));
+    TestClient& ben = Join(Q("ben"));
     TestList::Comment(*anna.list.At(1)).SetValue(Q("anna's"));
     TestList::Comment(*ben.list.At(1)).SetValue(Q("ben's"));
     anna.client.Flush();
@@ -185,8 +194,7 @@ TEST_F(Share, whoMayOnlyReadGetsHisEditsBackWithTheReason) {
 
 TEST_F(Share, whoseRequestsGetNoAnswerIsToldUntilTheyDo) {
     Serve(5);
-    TestClient anna(broker, Q("anna"));
-    ASSERT_TRUE(AreEqual(anna));
+    TestClient& anna = Join(Q("anna"));
     const QStringList before = server.list.Text();
     broker.SetFilter([](const QByteArray& topic, const QByteArray&) { return !topic.contains("/request/"); });
     TestList::Comment(*anna.list.At(1)).SetValue(Q("no"));
@@ -234,21 +242,12 @@ TEST_F(Share, whoHearsNothingIsToldThatHeMayHaveNoRight) {
 
 TEST_F(Share, removedEntriesThatComeBackAtAClientComeBackForAll) {
     Serve(6);
-    TestClient anna(broker, Q("anna"));
-    ASSERT_TRUE(AreEqual(anna));
-    Node* const old = anna.list.At(2);
-    const Messages::EntryId id = anna.client.IdOf(*old);
-    const Node::Returning place{nullptr, old->GetSerial(), old->GetOrdinal()};
+    TestClient& anna = Join(Q("anna"));
+    const Messages::EntryId id = anna.client.IdOf(*anna.list.At(2));
     const QStringList before = server.list.Text();
-    anna.list.GetNode().DeleteNode(old);
+    const Node::Returning place = anna.list.Remove(2);
     ASSERT_TRUE(AreEqual(anna));
-    // As undo does.
-    Node* const again = Node::NewEntry(&anna.list.GetNode(), Names::Intern(Q("Target")), TestShape());
-    again->FillFromShape();
-    TestList::Frequency(*again).SetValue(1e6 + 2000);
-    TestList::Comment(*again).SetValue(Q("entry 2"));
-    const Node::Returning back[] = {{again, place.serial, place.ordinal}};
-    anna.list.GetNode().Restore(back);
+    Node* const again = anna.list.AddAt(place, 1e6 + 2000, Q("entry 2"));
     ASSERT_TRUE(AreEqual(anna));
     EXPECT_EQ(server.list.Text(), before);
     EXPECT_EQ(anna.client.IdOf(*anna.list.At(2)), id);
@@ -257,8 +256,7 @@ TEST_F(Share, removedEntriesThatComeBackAtAClientComeBackForAll) {
 
 TEST_F(Share, aListThatIsReadAnewKeepsTheIdentitiesOfEqualEntries) {
     Serve(100);
-    TestClient client(broker, Q("anna"));
-    ASSERT_TRUE(AreEqual(client));
+    TestClient& client = Join(Q("anna"));
     Node* const kept = client.list.At(5);
     const Messages::EntryId id = client.client.IdOf(*kept);
     server.list.GetNode().DeleteChildren();
@@ -282,8 +280,7 @@ TEST_P(ShareWithReloads, anEditUnderWayHitsItsEntryOrNone) {
     };
     fill(Q("01234"));
     server.Serve();
-    TestClient anna(broker, Q("anna"));
-    ASSERT_TRUE(AreEqual(anna));
+    TestClient& anna = Join(Q("anna"));
     TestList::Comment(*anna.list.At(2)).SetValue(Q("E"));
     anna.client.Flush();
     server.list.GetNode().DeleteChildren();
@@ -303,8 +300,7 @@ INSTANTIATE_TEST_SUITE_P(Lists, ShareWithReloads,
 
 TEST_F(Share, aListThatIsReplacedByALongOneIsShownOnlyWhole) {
     Serve(20);
-    TestClient client(broker, Q("anna"));
-    ASSERT_TRUE(AreEqual(client));
+    TestClient& client = Join(Q("anna"));
     std::set<size_t> counts;
     QObject::connect(&client.reader, &ListReader::RowsChanged,
                      [&](const ListCopy::Changed&) { counts.insert(client.reader.Copy().GetRows().size()); });
@@ -340,8 +336,7 @@ INSTANTIATE_TEST_SUITE_P(Parts, ShareWithLosses,
 
 TEST_F(Share, clientsKeepTheLastStateMarkedAsOldUntilAllIsBack) {
     Serve(200);
-    TestClient client(broker, Q("anna"));
-    ASSERT_TRUE(AreEqual(client));
+    TestClient& client = Join(Q("anna"));
     const QStringList before = client.list.Text();
     broker.Stop();
     TestList::Comment(*server.list.At(1)).SetValue(Q("meanwhile"));
@@ -387,8 +382,7 @@ TEST_F(Share, theSecondServerIsRefusedAndTakesOverWhenTheFirstHasGone) {
         ASSERT_TRUE(Until([&] { return second.server->GetState() == ListServer::State::Refused; }));
         EXPECT_TRUE(second.server->Reason().contains(Q("server serves this list already")));
     }
-    TestClient client(broker, Q("anna"));
-    ASSERT_TRUE(AreEqual(client));
+    TestClient& client = Join(Q("anna"));
     broker.SetFilter([](const QByteArray& topic, const QByteArray&) { return !topic.contains("/claim"); });
     server.Cut(); // its claim stays
     EXPECT_TRUE(Until([&] { return client.reader.GetState() == ListReader::State::ServerGone; }));
@@ -421,8 +415,7 @@ TEST_F(Share, oneOfTwoServersThatStartAtOnceServes) {
 TEST_F(Share, garbageAndForeignVersionsAreIgnoredAndToldOnce) {
     const Traces traces;
     Serve(300);
-    TestClient client(broker, Q("anna"));
-    ASSERT_TRUE(AreEqual(client));
+    TestClient& client = Join(Q("anna"));
     LocalBus hostile(broker, Q("mallory"));
     hostile.Connect();
     const QByteArray list = "freqstore/north/lists/Targets";
@@ -493,9 +486,8 @@ TEST_F(Share, aServerOfAnotherMajorVersionIsRefusedWithWords) {
 
 TEST_F(Share, seatsKnowWhoIsThereAndWhatIsEdited) {
     Serve(3);
-    TestClient anna(broker, Q("anna/+#%")), ben(broker, Q("ben"));
-    ASSERT_TRUE(AreEqual(anna));
-    ASSERT_TRUE(AreEqual(ben));
+    TestClient& anna = Join(Q("anna/+#%"));
+    TestClient& ben = Join(Q("ben"));
     anna.client.SetEditing(anna.list.At(1));
     EXPECT_TRUE(Until([&] { return ben.client.EditorsOf(*ben.list.At(1)) == QStringList(Q("anna/+#%")); }));
     EXPECT_EQ(ben.client.EditorsOf(*ben.list.At(0)), QStringList());

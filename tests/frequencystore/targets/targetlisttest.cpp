@@ -5,6 +5,7 @@
 #include "host/freqstorexml/frequencystorelist.h"
 #include "host/valuetree/valueselection.h"
 #include "tests/frequencystore/targets/targetfixture.h"
+#include "tests/support/eventsmeanwhile.h"
 #include "tests/support/fulldisk.h"
 #include "tests/support/recorder.h"
 
@@ -218,6 +219,18 @@ TEST_F(TargetListTest, TheControllerKeepsTheOrderOfTheNodes) {
         EXPECT_EQ(Controller().GetItemwithIndex(index), nullptr);
     EXPECT_EQ(traces.texts.size(), 4);
     EXPECT_EQ(traces.texts.last(), Q("iIndex >= size() of MediatorList"));
+}
+
+TEST_F(TargetListTest, RowsOfManyNewEntriesAreMadeWhileTheWindowPaints) {
+    constexpr int Many = 6000;
+    for (int i = 0; i < Many; ++i)
+        AddTarget(i);
+    int turns = 0;
+    {
+        const EventsMeanwhile display([&] { ++turns; });
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Controller().size() == Many; }));
+    }
+    EXPECT_GE(turns, Many);
 }
 
 TEST_F(TargetListTest, ManyChangesAreOneRefreshAndASuspendedControllerMakesNone) {
