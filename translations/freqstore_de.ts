@@ -4289,6 +4289,10 @@ Fremdes: %2</translation>
         <source>Priority (0: none)</source>
         <translation>Vorrang (0: keiner)</translation>
     </message>
+    <message>
+        <source>The step is too small.</source>
+        <translation>Die Schrittweite ist zu klein.</translation>
+    </message>
 </context>
 <context>
     <name>ScanActions</name>
