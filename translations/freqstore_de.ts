@@ -4463,6 +4463,14 @@ Fremdes: %2</translation>
         <translation>Es gibt keine Liste der Speicherkanäle.</translation>
     </message>
     <message>
+        <source>The scan has begun</source>
+        <translation>Der Suchlauf hat begonnen</translation>
+    </message>
+    <message>
+        <source>The scan has ended</source>
+        <translation>Der Suchlauf ist zu Ende</translation>
+    </message>
+    <message>
         <source>There are no NOI bands.</source>
         <translation>Es gibt keine NOI-Bänder.</translation>
     </message>
