@@ -60,6 +60,9 @@ int RunReceivers(const QStringList& arguments) {
         return !std::ranges::all_of(
             words, [&](const QString& word) { return text.contains(word, Qt::CaseInsensitive); });
     });
+    if (models.empty())
+        TellError(QStringLiteral(
+            "no model has all of these words; a program that speaks rigctld's protocol is model 2"));
     (format == QLatin1String("json") ? printJson : printTable)(models);
     return ExitDone;
 }

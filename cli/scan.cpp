@@ -102,7 +102,9 @@ constexpr Option Options[] = {
     {"step", "HZ", "Step of a range, or of the bands of a list of interest, such as 5k.",
      [](const QString& text, Wish& wish) { return parsePositive(text, wish.step); }},
     {"for", "TIME", "End after that time, such as 10m (until Ctrl+C).",
-     [](const QString& text, Wish& wish) { return parseTime(text, wish.milliseconds); }},
+     [](const QString& text, Wish& wish) {
+         return parseTime(text, wish.milliseconds) && wish.milliseconds > 0;
+     }},
     {"passes", "N", "End after so many passes.",
      [](const QString& text, Wish& wish) { return parsePositive(text, wish.settings.passes); }},
     {"settle", "TIME", "Time after tuning in which levels do not count (30ms).",

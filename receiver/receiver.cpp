@@ -223,8 +223,10 @@ void Receiver::tell(const QString& problem) {
     emit Refused(tr("%1 receiver: %2").arg(ReceiverName(m_kind), problem));
 }
 
-/// A radio has no mode "NONE"; it stays in its own.
+/// A radio has no mode "NONE" and often no pitch of 0 Hz; it stays at its own.
 bool Receiver::saysNothing(const ReceiverSetting& setting, const QString& text) const {
+    if (is(setting, Keys::BFOFrequency))
+        return text == QLatin1String("0") && Find<ValueNumeric<int>>(Keys::BFOFrequency)->GetMin() > 0;
     return is(setting, Keys::KeyDemodulation) && text == QLatin1String("NONE") &&
            !Find<ValueSelection>(Keys::KeyDemodulation)->GetItem(text);
 }

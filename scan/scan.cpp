@@ -84,8 +84,11 @@ void Scan::obey(Names::Id command) {
     const bool isOn = flag.GetValue();
     if (command == Names::Id(ScanKeys::Running))
         return isOn ? void(Start()) : Stop();
-    if (command == Names::Id(ScanKeys::Hold))
-        return m_scanner.Hold(isOn);
+    if (command == Names::Id(ScanKeys::Hold)) {
+        m_scanner.Hold(isOn);
+        flag.SetValue(m_scanner.IsHeld(), this); // without a scan nothing is
+        return;
+    }
     if (!isOn)
         return;
     flag.SetValue(false, this);

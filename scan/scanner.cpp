@@ -90,7 +90,6 @@ void Scanner::SetSettings(const ScanSettings& settings) {
 void Scanner::Hold(bool on) {
     guarded([this, on] {
         m_isHeld = on;
-        m_reason.clear();
         if (!on && m_isByHand)
             next();
     });
@@ -243,7 +242,7 @@ void Scanner::TunedElsewhere(double hertz) {
     guarded([this, hertz] {
         endAway();
         endSignal();
-        m_isTuned = false;
+        m_isTuned = m_isWaiting = false;
         m_isHeld = m_isByHand = true;
         m_reason = tr("Tuned by hand to %1").arg(Quor::FrequencyText(hertz));
     });

@@ -17,6 +17,19 @@ const std::vector<double>* furtherOf(const Node& channel) {
     return isRange && isRange->GetValue() && further ? &further->Elements() : nullptr;
 }
 
+/// One of the frequencies (Hz) of a channel, counted from its own, which is 0.
+std::optional<double> frequencyOf(FrequencyNodeMediator& channel, size_t further) {
+    const Node* node = channel.GetNode();
+    double hertz = 0;
+    if (!node || !channel.GetFrequency(hertz, 0))
+        return std::nullopt;
+    if (further == 0)
+        return hertz;
+    const std::vector<double>* frequencies = furtherOf(*node);
+    return frequencies && further <= frequencies->size() ? std::optional((*frequencies)[further - 1])
+                                                         : std::nullopt;
+}
+
 } // namespace
 
 ChannelPlan::ChannelPlan(FrequencyNodeMediatorCtrl& list) : m_list(&list) {}
@@ -28,20 +41,13 @@ void ChannelPlan::Begin() {
         m_list->ForceUpdateNow();
 }
 
-/// `further` counts the frequencies of the channel, its own being 0.
 bool ChannelPlan::fill(FrequencyNodeMediator& entry, unsigned long index, size_t further,
                        ScanStep& step) const {
-    const Node* node = entry.GetNode();
-    double hertz = 0;
-    if (!node || !entry.GetFrequency(hertz, 0))
+    const std::optional<double> hertz = frequencyOf(entry, further);
+    if (!hertz)
         return false;
-    if (further > 0) {
-        const std::vector<double>* frequencies = furtherOf(*node);
-        if (!frequencies || further > frequencies->size())
-            return false;
-        hertz = (*frequencies)[further - 1];
-    }
-    step = ScanStep{.frequency = hertz,
+    const Node* node = entry.GetNode();
+    step = ScanStep{.frequency = *hertz,
                     .item = &entry,
                     .channel = static_cast<long>(index) + 1,
                     .serial = node->GetSerial()};
@@ -71,9 +77,10 @@ bool ChannelPlan::Next(ScanStep& step) {
 bool ChannelPlan::Find(double hertz, ScanStep& step) {
     for (unsigned long i = 0; m_list && i < m_list->size(); ++i) {
         FrequencyNodeMediator* entry = m_list->At(i);
-        for (size_t further = 0; entry && fill(*entry, i, further, step); ++further) {
-            if (std::abs(step.frequency - hertz) < SameFrequency)
-                return true;
+        std::optional<double> present;
+        for (size_t further = 0; entry && (present = frequencyOf(*entry, further)); ++further) {
+            if (std::abs(*present - hertz) < SameFrequency)
+                return fill(*entry, i, further, step);
         }
     }
     return false;

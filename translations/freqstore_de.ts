@@ -4301,6 +4301,10 @@ Fremdes: %2</translation>
         <source>Priority (0: none)</source>
         <translation>Vorrang (0: keiner)</translation>
     </message>
+    <message>
+        <source>The step is too small.</source>
+        <translation>Die Schrittweite ist zu klein.</translation>
+    </message>
 </context>
 <context>
     <name>ScanActions</name>
@@ -4469,6 +4473,14 @@ Fremdes: %2</translation>
     <message>
         <source>There is no list of memory channels.</source>
         <translation>Es gibt keine Liste der Speicherkanäle.</translation>
+    </message>
+    <message>
+        <source>The scan has begun</source>
+        <translation>Der Suchlauf hat begonnen</translation>
+    </message>
+    <message>
+        <source>The scan has ended</source>
+        <translation>Der Suchlauf ist zu Ende</translation>
     </message>
     <message>
         <source>There are no NOI bands.</source>

@@ -111,6 +111,7 @@ void Scanning::follow(bool isRunning) {
     MemorySystemHandler::Instance()->SetInScanSurveillance(m_scan.IsScanningChannels());
     closeJob(m_scan.IsScanningChannels());
     m_parts.window.SetTellsTuning(!isRunning);
+    m_parts.window.Tell(isRunning ? tr("The scan has begun") : tr("The scan has ended"));
     if (isRunning)
         saveSettings();
 }

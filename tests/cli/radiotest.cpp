@@ -13,6 +13,7 @@ TEST(RadioCommands, ModelsAreFoundByTheirWords) {
     EXPECT_EQ(model["model"].toInt(), 2014);
     EXPECT_EQ(model["port"].toString(), "serial");
     EXPECT_EQ(model["speed"].toInt(), 57600);
+    EXPECT_NE(Cli("receivers gqrx").err.find("model 2"), std::string::npos) << "it is none of them";
     EXPECT_TRUE(Cli("receivers --format xml").Is(ExitUsage, "table or json"));
 }
 

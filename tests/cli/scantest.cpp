@@ -175,6 +175,7 @@ TEST_F(ScanTest, WrongCommandLinesAreToldAndChangeNothing) {
         {{"--dwell", "-1s", job, out}, "--dwell \"-1s\" is no TIME"},
         {{"--dwell", "1d", job, out}, "--dwell \"1d\" is no TIME"},
         {{"--for", "soon", job, out}, "--for \"soon\" is no TIME"},
+        {{"--for", "0s", job, out}, "--for \"0s\" is no TIME"},
         {{"--passes", "none", job, out}, "--passes \"none\" is no N"},
         {{"--stop-at", "noise", job, out}, "--stop-at \"noise\" is no WHAT"},
         {{"--receiver", "none", job, out}, "\"none\""},

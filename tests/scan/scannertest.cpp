@@ -282,6 +282,16 @@ TEST_F(Scans, WhoTurnsTheKnobHasTheReceiver) {
     scanner.Skip();
     EXPECT_EQ(scanner.GetState(), ScanState::Held);
     EXPECT_EQ(scanner.GetReason(), QString()) << "it is on a channel again";
+    receiver.measures = false;
+    run(4500); // waits, and has tuned anew
+    ASSERT_EQ(scanner.GetState(), ScanState::Waiting);
+    scanner.Hold(true);
+    EXPECT_EQ(scanner.GetReason(), QString("The receiver tells no level"));
+    receiver.TurnKnob(3e6);
+    EXPECT_EQ(scanner.GetState(), ScanState::Held);
+    const size_t before = receiver.tuned.size();
+    run(60'000);
+    EXPECT_EQ(receiver.tuned.size(), before);
 }
 
 TEST_F(Scans, WhatCannotBeReachedIsLeftOutAndNothingAtAllEndsTheScan) {

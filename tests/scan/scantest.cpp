@@ -230,6 +230,8 @@ TEST_F(ChannelScans, CommandsAndSettingsAreValues) {
     addChannel(7e6, "LSB", 30);
     addChannel(6e6, "AM", 50);
     addChannel(5e6, "AM", 50);
+    write(ScanKeys::Hold, "true");
+    EXPECT_EQ(read(ScanKeys::Hold), "false") << "there is nothing to hold";
     write(ScanKeys::Running, "true");
     write(ScanKeys::Hold, "true");
     EXPECT_EQ(read(ScanKeys::State), "Held");

@@ -17,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 
 using namespace std::chrono_literals;
 
@@ -81,6 +82,7 @@ TEST_F(RadioWalks, ConnectTuneTurnTheKnobScanAndLoseIt) {
     quint64 measured = 0;
     QObject::connect(&receiver, &Receiver::Measured, channels,
                      [&](double, quint64 serial) { measured = serial; });
+    const QSignalSpy refused(&receiver, &Receiver::Refused);
     struct Channel {
         int row;
         const char* frequency;
@@ -98,6 +100,8 @@ TEST_F(RadioWalks, ConnectTuneTurnTheKnobScanAndLoseIt) {
         EXPECT_EQ(rigctl({"f"}), channel.frequency);
         EXPECT_EQ(rigctl({"m"}), channel.mode);
     }
+
+    EXPECT_EQ(refused.size(), 0) << "a BFO of 0 is none that the radio lacks";
 
     EXPECT_EQ(rigctl({"F", "9410000"}), "");
     auto* field = window().findChild<ReceiverPanel*>()->findChild<QLineEdit*>("frequency");

@@ -12,6 +12,7 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QMenu>
+#include <QStatusBar>
 #include <QToolButton>
 
 namespace {
@@ -106,8 +107,11 @@ TEST_F(ScansInTheWindow, TheJobRestsWhileItsChannelsAreScannedHoweverThatEnds) {
 TEST_F(ScansInTheWindow, ARangeLeavesTheJobAlone) {
     openWithJob();
     Tree::Instance()->Find<ValueSelection>(ScanValues::PathOf(ScanKeys::Source))->SelectAt(2);
+    station->GetReceiver().Tune(6060000);
     key(Qt::Key_F6);
     EXPECT_TRUE(scan().GetScanner().IsRunning());
+    EXPECT_EQ(window().statusBar()->currentMessage(), "The scan has begun")
+        << "not where it was tuned before";
     EXPECT_FALSE(MemorySystemHandler::Instance()->GetInScanSurveillance());
     EXPECT_FALSE(isClosed());
 }
