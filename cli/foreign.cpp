@@ -31,7 +31,9 @@ std::optional<QDateTime> timeOnAir(const Arguments& args) {
     const QString text = args.Value("on-air");
     if (text == QLatin1String("now"))
         return QDateTime::currentDateTimeUtc();
-    const QDateTime time = QDateTime::fromString(text, Qt::ISODate);
+    QDateTime time = QDateTime::fromString(text, Qt::ISODate);
+    if (time.timeSpec() == Qt::LocalTime) // no zone is named
+        time.setTimeSpec(Qt::UTC);
     if (time.isValid())
         return time;
     args.TellUsage(
@@ -63,11 +65,18 @@ std::optional<Interchange::TableChoice> choiceFor(const Arguments& args, const Q
         const QString open = look.choice.WhyOpen(look.headings);
         if (open.isEmpty())
             return look.choice;
+        const QString proposal = look.proposal.ToText(look.headings);
         Problems::Report(
             TraceSource,
-            {path, 1,
-             QStringLiteral("is a table of another program, and %1; if it is so, say: --columns \"%2\"")
-                 .arg(open, look.proposal.ToText(look.headings))});
+            proposal.isEmpty()
+                ? Problem{path, 0,
+                          QStringLiteral(
+                              "is of no known kind of file; if it is a table, --columns tells what "
+                              "it holds")}
+                : Problem{path, 1,
+                          QStringLiteral("is a table of another program, and %1; if it is so, say: "
+                                         "--columns \"%2\"")
+                              .arg(open, proposal)});
     } catch (const RGException& exception) {
         Problems::Report(TraceSource, Problem::FromText(exception.GetErrorText()));
     }

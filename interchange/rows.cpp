@@ -125,10 +125,28 @@ bool AppendPlainCell(std::string& out, const QString& text, char separator) {
     return isWhole;
 }
 
-void AppendWholeHertz(std::string& out, double hertz, Account& lost) {
+namespace {
+
+void countFraction(double hertz, Account& lost) {
     if (hertz != std::round(hertz))
         lost.Count(QT_TRANSLATE_NOOP("Account", "fractions of a Hz"));
+}
+
+} // namespace
+
+void AppendWholeHertz(std::string& out, double hertz, Account& lost) {
+    countFraction(hertz, lost);
     AppendFixed(out, hertz, 0);
+}
+
+void AppendKilohertz(std::string& out, double hertz, Account& lost) {
+    countFraction(hertz, lost);
+    AppendFixed(out, hertz / 1e3, 3);
+}
+
+void AppendMegahertz(std::string& out, double hertz, Account& lost) {
+    countFraction(hertz, lost);
+    AppendFixed(out, hertz / 1e6, 6);
 }
 
 void AppendFixed(std::string& out, double value, int decimals) {

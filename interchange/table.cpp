@@ -220,7 +220,7 @@ private:
         for (qsizetype i = 0; i < m_look.headings.size(); ++i) {
             TableColumn& column = m_look.proposal.columns[static_cast<std::size_t>(i)];
             if (hasUnit(column.field) && column.hertzPerUnit == 0)
-                column.hertzPerUnit = m_look.LikelyUnit(i);
+                column.hertzPerUnit = m_look.LikelyUnit(i, column.field);
         }
     }
     static bool hasUnit(TableField field) {
@@ -315,7 +315,7 @@ bool TableLook::mayBeGrouped(qsizetype column, double unit) const {
     return areGrouped && choice.hasDecimalComma && unit <= LargestGrouped;
 }
 
-double TableLook::LikelyUnit(qsizetype column) const {
+double TableLook::LikelyUnit(qsizetype column, TableField field) const {
     double least = 1e300;
     double greatest = 0;
     bool areWhole = true;
@@ -329,8 +329,11 @@ double TableLook::LikelyUnit(qsizetype column) const {
     }
     constexpr double LeastHertz = 9000; // where radio begins
     constexpr double GreatestMegahertz = 40000;
+    constexpr double GreatestKilohertz = 250; // of a bandwidth
     if (greatest == 0)
         return 0;
+    if (field == TableField::Bandwidth)
+        return greatest <= GreatestKilohertz ? 1000 : 1;
     if (areWhole && least >= 100 * LeastHertz)
         return 1;
     if (!areWhole && greatest < GreatestMegahertz && least < 1000)

@@ -50,6 +50,11 @@ const TableRow Rows[] = {
      "name=Name,frequency=Frequency:MHz",
      "nothing tells the unit of column \"Frequency\"",
      {"118100000|0||Tower", "121500000|0||Guard"}},
+    {"UnitsOpenOfBandwidths",
+     "Freq;Bandwidth\n118.1;8.33\n98.5;180\n",
+     "frequency=Freq:MHz,bandwidth=Bandwidth:kHz",
+     "nothing tells the unit of column \"Freq\"",
+     {"118100000|8330||", "98500000|180000||"}},
     {"UnitOpenKilohertz",
      "freq\tname\n5505\tShannon\n198\tBBC\n",
      "frequency=freq:kHz,name=name",
@@ -179,7 +184,7 @@ TEST(TablesOfOthers, AreLookedAtAsTheOperatorSays) {
         device, QStringLiteral("file"),
         {.separator = ';', .hasHeadings = false, .hasDecimalComma = false, .encoding = "windows-1251"});
     EXPECT_EQ(found.rows[0][1], QStringLiteral("\u0422\u0430"));
-    EXPECT_EQ(found.LikelyUnit(0), 1e6);
+    EXPECT_EQ(found.LikelyUnit(0, TableField::Frequency), 1e6);
     EXPECT_EQ(found.SureUnit(0), 0);
     found.choice.columns = {{TableField::Frequency, 1e6}, {TableField::Name, 0}};
     EXPECT_EQ(entriesOf(bytes, found.choice), (QStringList{QStringLiteral("118100000|0||\u0422\u0430"),
