@@ -56,12 +56,12 @@ void tellAccount(const QString& path, const QString& what, const Interchange::Ac
 std::optional<Interchange::TableChoice> choiceFor(const Arguments& args, const QString& path) {
     try {
         Interchange::TableLook look = Interchange::LookAtTable(path);
-        if (look.headings.size() < 2 && !args.IsSet("columns")) {
+        if (!look.MayHoldFrequencies() && !args.IsSet("columns")) {
             Problems::Report(TraceSource, {path, 0, QStringLiteral("is of no known kind of file")});
             return std::nullopt;
         }
         if (args.IsSet("columns"))
-            Interchange::TakeTableOptions(args.Value("columns"), look.headings, look.choice);
+            Interchange::TakeTableOptions(args.Value("columns"), look, look.choice);
         const QString open = look.choice.WhyOpen(look.headings);
         if (open.isEmpty())
             return look.choice;

@@ -65,9 +65,8 @@ int Heading::Find(std::string_view heading) const {
 }
 
 QString FirstContentLine(const QString& text) {
-    static const QRegularExpression content(QStringLiteral("^[ \\t]*[^#\\s].*$"),
-                                            QRegularExpression::MultilineOption);
-    return content.match(text).captured().trimmed();
+    static const QRegularExpression content(QStringLiteral("(?:^|[\\r\\n])[ \\t]*([^#\\s][^\\r\\n]*)"));
+    return content.match(text).captured(1).trimmed();
 }
 
 QStringList FirstCells(const QString& text, QChar separator) {

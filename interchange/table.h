@@ -82,7 +82,7 @@ TableLook LookAtTable(const QString& path, const TableHints& hints = {});
 
 /// Changes a choice by the options of a command line, "frequency=Freq:MHz,name=Call"; columns that they do
 /// not name hold nothing. Throws RGException with the reason.
-void TakeTableOptions(const QString& options, const QStringList& headings, TableChoice& choice);
+void TakeTableOptions(const QString& options, const TableLook& look, TableChoice& choice);
 
 /// Reads a table; throws RGException as `Read` does.
 Account ReadTable(QIODevice& device, const QString& name, const TableChoice& choice,

@@ -155,6 +155,9 @@ TEST_F(ForeignTest, TablesAreReadWhenTheirUnitIsKnown) {
     EXPECT_EQ(ShownBy("show", {sure})[0].toObject()[Q("frequency")].toDouble(), 121'500'000.0);
     EXPECT_TRUE(Cli("show", {Write(Q("open.csv"), "Frequency,Station\n121.5,Guard\n")})
                     .Is(ExitFile, Q("--columns \"frequency=Frequency:MHz,name=Station\"")));
+    const QString numbers = Write(Q("numbers.txt"), "118.1 MHz\n121.5 MHz\n");
+    EXPECT_TRUE(Cli("show", {numbers}).Is(ExitFile, Q("--columns \"frequency=1\"")));
+    EXPECT_EQ(ShownBy("show", {numbers, "--columns", "frequency=1"}).size(), 2);
     EXPECT_TRUE(Cli("show", {Write(Q("notes.txt"), "milk, eggs\nbread, tea\n")})
                     .Is(ExitFile, Q("notes.txt: is of no known kind of file; if it is a table, --columns")));
     EXPECT_TRUE(

@@ -50,6 +50,11 @@ const TableRow Rows[] = {
      "name=Name,frequency=Frequency:MHz",
      "nothing tells the unit of column \"Frequency\"",
      {"118100000|0||Tower", "121500000|0||Guard"}},
+    {"NotesBeforeTheName",
+     "Freq MHz;Comment;Name\r121.5;north;Guard\r",
+     "frequency=Freq MHz:MHz,notes=Comment,name=Name",
+     "",
+     {"121500000|0||Guard | north"}},
     {"UnitsOpenOfBandwidths",
      "Freq;Bandwidth\n118.1;8.33\n98.5;180\n",
      "frequency=Freq:MHz,bandwidth=Bandwidth:kHz",
@@ -154,7 +159,7 @@ TEST(TablesOfOthers, RefuseRowsInWhichACommaMayBeDecimal) {
 TEST(TablesOfOthers, AreReadAsTheOperatorSays) {
     const QByteArray text = "a,b,c\n1,2,7055\n";
     TableLook found = look(text);
-    TakeTableOptions(QStringLiteral("frequency=c:kHz, comment=2"), found.headings, found.choice);
+    TakeTableOptions(QStringLiteral("frequency=c:kHz, comment=2"), found, found.choice);
     EXPECT_EQ(entriesOf(text, found.choice), QStringList{QStringLiteral("7055000|0||2")});
     struct Bad {
         const char* options;
@@ -167,7 +172,7 @@ TEST(TablesOfOthers, AreReadAsTheOperatorSays) {
     };
     for (const Bad& row : bad) {
         try {
-            TakeTableOptions(QString::fromLatin1(row.options), found.headings, found.choice);
+            TakeTableOptions(QString::fromLatin1(row.options), found, found.choice);
             ADD_FAILURE() << row.options;
         } catch (const RGException& exception) {
             EXPECT_EQ(exception.GetErrorText().toStdString(), row.reason);
