@@ -31,7 +31,9 @@ std::optional<QDateTime> timeOnAir(const Arguments& args) {
     const QString text = args.Value("on-air");
     if (text == QLatin1String("now"))
         return QDateTime::currentDateTimeUtc();
-    const QDateTime time = QDateTime::fromString(text, Qt::ISODate);
+    QDateTime time = QDateTime::fromString(text, Qt::ISODate);
+    if (time.timeSpec() == Qt::LocalTime) // no zone is named
+        time.setTimeSpec(Qt::UTC);
     if (time.isValid())
         return time;
     args.TellUsage(
@@ -54,20 +56,27 @@ void tellAccount(const QString& path, const QString& what, const Interchange::Ac
 std::optional<Interchange::TableChoice> choiceFor(const Arguments& args, const QString& path) {
     try {
         Interchange::TableLook look = Interchange::LookAtTable(path);
-        if (look.headings.size() < 2 && !args.IsSet("columns")) {
+        if (!look.MayHoldFrequencies() && !args.IsSet("columns")) {
             Problems::Report(TraceSource, {path, 0, QStringLiteral("is of no known kind of file")});
             return std::nullopt;
         }
         if (args.IsSet("columns"))
-            Interchange::TakeTableOptions(args.Value("columns"), look.headings, look.choice);
+            Interchange::TakeTableOptions(args.Value("columns"), look, look.choice);
         const QString open = look.choice.WhyOpen(look.headings);
         if (open.isEmpty())
             return look.choice;
+        const QString proposal = look.proposal.ToText(look.headings);
         Problems::Report(
             TraceSource,
-            {path, 1,
-             QStringLiteral("is a table of another program, and %1; if it is so, say: --columns \"%2\"")
-                 .arg(open, look.proposal.ToText(look.headings))});
+            proposal.isEmpty()
+                ? Problem{path, 0,
+                          QStringLiteral(
+                              "is of no known kind of file; if it is a table, --columns tells what "
+                              "it holds")}
+                : Problem{path, 1,
+                          QStringLiteral("is a table of another program, and %1; if it is so, say: "
+                                         "--columns \"%2\"")
+                              .arg(open, proposal)});
     } catch (const RGException& exception) {
         Problems::Report(TraceSource, Problem::FromText(exception.GetErrorText()));
     }

@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     try {
         const TableLook look = LookAtTable(device, QStringLiteral("fuzz"));
         TableChoice choice = look.choice;
-        TakeTableOptions(look.proposal.ToText(look.headings), look.headings, choice);
+        TakeTableOptions(look.proposal.ToText(look.headings), look, choice);
         if (!choice.WhyOpen(look.headings).isEmpty())
             return 0;
         device.seek(0);

@@ -119,7 +119,7 @@ public:
             else if (heading == QLatin1String("Name"))
                 AppendCell(out, of.parts.name, ',');
             else if (heading == QLatin1String("Frequency"))
-                AppendFixed(out, of.hertz / HertzPerMegahertz, 6);
+                AppendMegahertz(out, of.hertz, lost);
             else if (heading == QLatin1String("Mode"))
                 out += of.Word("Auto");
             else if (heading == QLatin1String("Comment"))
@@ -134,7 +134,8 @@ public:
 private:
     /// The channel's number that was kept, unless the list has been put into another order since.
     qint64 locationOf(const Outgoing& of) {
-        m_nextLocation = std::max<qint64>(m_nextLocation, of.Kept(LocationKey, "0").toInt());
+        if (of.parts.Extra(QLatin1String(LocationKey)).toInt() >= m_nextLocation)
+            m_nextLocation = of.Kept(LocationKey, "0").toInt();
         return m_nextLocation++;
     }
 

@@ -16,8 +16,8 @@ constexpr std::size_t LeastFields = 5;
 constexpr std::size_t MostFields = 12; // with the empty one behind the last separator
 
 bool knows(const QString& head) {
-    return head.startsWith(QLatin1String("kHz:")) &&
-           FirstContentLine(head).contains(QLatin1String("Time(UTC)"));
+    const QString line = FirstContentLine(head);
+    return line.startsWith(QLatin1String("kHz:")) && line.contains(QLatin1String("Time(UTC)"));
 }
 
 void read(QIODevice& device, Reading& reading) {

@@ -34,7 +34,9 @@ constexpr std::size_t FlushAt = 1 << 16;
 /// Counts what no foreign format has a place for.
 void countRest(const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost) {
     const auto says = [](const QString& text) {
-        return !text.isEmpty() && text != QLatin1String("undefined") && text != QLatin1String("Not defined");
+        constexpr QLatin1String Nothing[] = {QLatin1String(""), QLatin1String("undefined"),
+                                             QLatin1String("Not defined"), QLatin1String("not classified")};
+        return std::ranges::find(Nothing, text) == std::end(Nothing);
     };
     const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
     const FreqStoreXml::Profile_Data& profile = entry.GetProfile_Data();

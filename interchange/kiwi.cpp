@@ -8,6 +8,7 @@
 #include <QRegularExpression>
 
 #include <array>
+#include <cmath>
 #include <map>
 
 namespace Interchange {
@@ -271,7 +272,7 @@ class LabelOut {
 public:
     LabelOut(const FreqStoreXml::FrequencyStoreEntry& entry, Account& lost)
         : m_entry(entry, ModeWords::Kiwi, false, lost), mode(QString::fromStdString(m_entry.Word("AM"))) {
-        AppendFixed(frequency, m_entry.hertz / 1000, 3);
+        AppendKilohertz(frequency, m_entry.hertz, lost);
         setPassBand(m_entry.word, m_entry.bandwidth);
     }
     const QString& Name() const { return m_entry.parts.name; }
@@ -304,6 +305,7 @@ private:
             return;
         }
         low = word == "USB" ? Lowest : word == "LSB" ? -Lowest - bandwidth : -bandwidth / 2;
+        low = std::floor(low); // both are written without decimals
         high = low + bandwidth;
     }
 };

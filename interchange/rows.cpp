@@ -65,9 +65,8 @@ int Heading::Find(std::string_view heading) const {
 }
 
 QString FirstContentLine(const QString& text) {
-    static const QRegularExpression content(QStringLiteral("^[ \\t]*[^#\\s].*$"),
-                                            QRegularExpression::MultilineOption);
-    return content.match(text).captured().trimmed();
+    static const QRegularExpression content(QStringLiteral("(?:^|[\\r\\n])[ \\t]*([^#\\s][^\\r\\n]*)"));
+    return content.match(text).captured(1).trimmed();
 }
 
 QStringList FirstCells(const QString& text, QChar separator) {
@@ -125,10 +124,28 @@ bool AppendPlainCell(std::string& out, const QString& text, char separator) {
     return isWhole;
 }
 
-void AppendWholeHertz(std::string& out, double hertz, Account& lost) {
+namespace {
+
+void countFraction(double hertz, Account& lost) {
     if (hertz != std::round(hertz))
         lost.Count(QT_TRANSLATE_NOOP("Account", "fractions of a Hz"));
+}
+
+} // namespace
+
+void AppendWholeHertz(std::string& out, double hertz, Account& lost) {
+    countFraction(hertz, lost);
     AppendFixed(out, hertz, 0);
+}
+
+void AppendKilohertz(std::string& out, double hertz, Account& lost) {
+    countFraction(hertz, lost);
+    AppendFixed(out, hertz / 1e3, 3);
+}
+
+void AppendMegahertz(std::string& out, double hertz, Account& lost) {
+    countFraction(hertz, lost);
+    AppendFixed(out, hertz / 1e6, 6);
 }
 
 void AppendFixed(std::string& out, double value, int decimals) {

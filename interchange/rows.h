@@ -71,6 +71,9 @@ void AppendCell(std::string& out, const QString& text, char separator);
 [[nodiscard]] bool AppendPlainCell(std::string& out, const QString& text, char separator);
 /// A cell whose content must be a whole number in Hz; counted when it has a fraction.
 void AppendWholeHertz(std::string& out, double hertz, Account& lost);
+/// The same in kHz with three decimals, and in MHz with six.
+void AppendKilohertz(std::string& out, double hertz, Account& lost);
+void AppendMegahertz(std::string& out, double hertz, Account& lost);
 /// Appends a number with so many decimals, rounded.
 void AppendFixed(std::string& out, double value, int decimals);
 

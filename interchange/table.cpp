@@ -30,8 +30,9 @@ constexpr FieldWord Words[] = {
      "^(rx\\W*)?(freq|frequenz|qrg|receive frequency|downlink|kanalfrequenz)"},
     {TableField::Bandwidth, "bandwidth", "^(band\\W?width|bandbreite|bw\\b|width|ch\\W*bw)"},
     {TableField::Mode, "mode", "^(mode\\b|modulation|demod|betriebsart|modus)"},
-    {TableField::Name, "name",
-     "^(name|call|station|label|alpha\\W*tag|comment|kommentar|description|beschreibung|ident|title|text)"},
+    {TableField::Name, "name", "^(name|call|station|label|alpha\\W*tag|ident|title|text)"},
+    // Without any of these.
+    {TableField::Name, "name", "^(comment|kommentar|description|beschreibung)"},
     {TableField::Notes, "notes",
      "^(notes?|remarks?|bemerkung|info|comment|kommentar|description|beschreibung)"},
 };
@@ -56,10 +57,11 @@ qsizetype countOf(QChar separator, const QString& line) {
 /// The separator whose count is the same in most lines, and the greatest.
 char findSeparator(const QString& head) {
     QStringList lines;
-    for (const QString& line :
-         head.split(QLatin1Char('\n')).first(std::min<qsizetype>(RowsLookedAt, head.count(u'\n') + 1))) {
+    for (const QString& line : QString(head).replace(u'\r', u'\n').split(u'\n')) {
         if (!line.trimmed().isEmpty() && !line.startsWith(QLatin1Char('#')))
             lines << line;
+        if (static_cast<std::size_t>(lines.size()) == RowsLookedAt)
+            break;
     }
     char best = ',';
     qsizetype most = 0;
@@ -204,6 +206,8 @@ private:
         std::vector<TableColumn>& columns = m_look.choice.columns;
         columns.resize(static_cast<std::size_t>(m_look.headings.size()));
         for (const FieldWord& word : Words) {
+            if (std::ranges::find(columns, word.field, &TableColumn::field) != columns.end())
+                continue;
             const QRegularExpression pattern(QString::fromLatin1(word.headings),
                                              QRegularExpression::CaseInsensitiveOption);
             for (qsizetype i = 0; i < m_look.headings.size(); ++i) {
@@ -220,7 +224,9 @@ private:
         for (qsizetype i = 0; i < m_look.headings.size(); ++i) {
             TableColumn& column = m_look.proposal.columns[static_cast<std::size_t>(i)];
             if (hasUnit(column.field) && column.hertzPerUnit == 0)
-                column.hertzPerUnit = m_look.LikelyUnit(i);
+                column.hertzPerUnit = m_look.SureUnit(i);
+            if (hasUnit(column.field) && column.hertzPerUnit == 0)
+                column.hertzPerUnit = m_look.LikelyUnit(i, column.field);
         }
     }
     static bool hasUnit(TableField field) {
@@ -315,7 +321,7 @@ bool TableLook::mayBeGrouped(qsizetype column, double unit) const {
     return areGrouped && choice.hasDecimalComma && unit <= LargestGrouped;
 }
 
-double TableLook::LikelyUnit(qsizetype column) const {
+double TableLook::LikelyUnit(qsizetype column, TableField field) const {
     double least = 1e300;
     double greatest = 0;
     bool areWhole = true;
@@ -329,8 +335,11 @@ double TableLook::LikelyUnit(qsizetype column) const {
     }
     constexpr double LeastHertz = 9000; // where radio begins
     constexpr double GreatestMegahertz = 40000;
+    constexpr double GreatestKilohertz = 250; // of a bandwidth
     if (greatest == 0)
         return 0;
+    if (field == TableField::Bandwidth)
+        return greatest <= GreatestKilohertz ? 1000 : 1;
     if (areWhole && least >= 100 * LeastHertz)
         return 1;
     if (!areWhole && greatest < GreatestMegahertz && least < 1000)
@@ -380,7 +389,8 @@ TableLook LookAtTable(const QString& path, const TableHints& hints) {
     return LookAtTable(file, path, hints);
 }
 
-void TakeTableOptions(const QString& options, const QStringList& headings, TableChoice& choice) {
+void TakeTableOptions(const QString& options, const TableLook& look, TableChoice& choice) {
+    const QStringList& headings = look.headings;
     choice.columns.assign(static_cast<std::size_t>(headings.size()), {});
     for (const QString& option : options.split(QLatin1Char(','))) {
         const qsizetype equals = option.indexOf(QLatin1Char('='));
@@ -412,7 +422,7 @@ void TakeTableOptions(const QString& options, const QStringList& headings, Table
                                   .arg(heading, headings.join(QStringLiteral(", "))));
         const bool hasUnit = known->field == TableField::Frequency || known->field == TableField::Bandwidth;
         choice.columns[static_cast<std::size_t>(column)] = {
-            known->field, hasUnit && unit == 0 ? UnitInHeading(headings[column]) : unit};
+            known->field, hasUnit && unit == 0 ? look.SureUnit(column) : unit};
     }
 }
 

@@ -64,8 +64,8 @@ struct TableLook {
 
     /// Hz of the unit that the heading of a column or all of its cells (`InEachCell`) name; 0 for none.
     double SureUnit(qsizetype column) const;
-    /// What the numbers of a column suggest; 0 for a column without any.
-    double LikelyUnit(qsizetype column) const;
+    /// What the numbers of a column suggest, which holds that field; 0 for a column without any.
+    double LikelyUnit(qsizetype column, TableField field) const;
     /// Whether it may be a table of frequencies at all: no markup, and several columns or one of numbers.
     bool MayHoldFrequencies() const;
     /// Whether it may be our own CSV: all its headings are ours, and its frequencies can be in Hz.
@@ -82,7 +82,7 @@ TableLook LookAtTable(const QString& path, const TableHints& hints = {});
 
 /// Changes a choice by the options of a command line, "frequency=Freq:MHz,name=Call"; columns that they do
 /// not name hold nothing. Throws RGException with the reason.
-void TakeTableOptions(const QString& options, const QStringList& headings, TableChoice& choice);
+void TakeTableOptions(const QString& options, const TableLook& look, TableChoice& choice);
 
 /// Reads a table; throws RGException as `Read` does.
 Account ReadTable(QIODevice& device, const QString& name, const TableChoice& choice,

@@ -215,7 +215,7 @@ void TablePanel::showUnits(const Field& field) const {
     if (column < 0)
         return;
     const double unit = m_choice.columns[static_cast<size_t>(column)].hertzPerUnit;
-    const QString likely = nameOfUnit(m_look.LikelyUnit(column));
+    const QString likely = nameOfUnit(m_look.LikelyUnit(column, field.field));
     if (unit == 0)
         field.unit->addItem(likely.isEmpty() ? tr("Unit?") : tr("Unit? %1 is likely").arg(likely), 0.0);
     for (const Unit& known : Units)

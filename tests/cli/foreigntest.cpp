@@ -1,5 +1,6 @@
 #include "interchange/format.h"
 #include "tests/cli/runcli.h"
+#include "tests/support/clock.h"
 
 #include <QDomDocument>
 
@@ -67,11 +68,14 @@ TEST_F(ForeignTest, ListsAreWrittenForOtherPrograms) {
     }
     EXPECT_TRUE(Cli("convert", {in, Path(Q("out")), "--to", "chirp"})
                     .Is(ExitUsage, Q("no format is called \"chirp\": chirp-csv")));
+    const CliResult plain = Cli("convert", {Sample(Q("airband.sfl")), Path(Q("out")), "--to", "gqrx"});
+    EXPECT_EQ(plain.err.find("threat classes"), std::string::npos) << plain.err;
     const CliResult lossy = Cli("convert", {Sample(Q("targets.ltl")), Path(Q("out")), "--to", "chirp-csv"});
     EXPECT_TRUE(lossy.Is(ExitDone));
-    EXPECT_NE(lossy.err.find(
-                  "CHIRP CSV cannot hold: bandwidths (286), modes that are none here (40), priorities ("),
-              std::string::npos)
+    EXPECT_NE(
+        lossy.err.find("CHIRP CSV cannot hold: bandwidths (286), fractions of a Hz (1), modes that are none "
+                       "here (40), priorities ("),
+        std::string::npos)
         << lossy.err;
 }
 
@@ -151,6 +155,11 @@ TEST_F(ForeignTest, TablesAreReadWhenTheirUnitIsKnown) {
     EXPECT_EQ(ShownBy("show", {sure})[0].toObject()[Q("frequency")].toDouble(), 121'500'000.0);
     EXPECT_TRUE(Cli("show", {Write(Q("open.csv"), "Frequency,Station\n121.5,Guard\n")})
                     .Is(ExitFile, Q("--columns \"frequency=Frequency:MHz,name=Station\"")));
+    const QString numbers = Write(Q("numbers.txt"), "118.1 MHz\n121.5 MHz\n");
+    EXPECT_TRUE(Cli("show", {numbers}).Is(ExitFile, Q("--columns \"frequency=1\"")));
+    EXPECT_EQ(ShownBy("show", {numbers, "--columns", "frequency=1"}).size(), 2);
+    EXPECT_TRUE(Cli("show", {Write(Q("notes.txt"), "milk, eggs\nbread, tea\n")})
+                    .Is(ExitFile, Q("notes.txt: is of no known kind of file; if it is a table, --columns")));
     EXPECT_TRUE(
         Cli("show", {open, "--columns", "frequency=Freq:parsec"}).Is(ExitFile, Q("\"parsec\" is no unit")));
 }
@@ -162,6 +171,8 @@ TEST_F(ForeignTest, SchedulesAreReadForATime) {
     const QJsonArray shown = ShownBy("show", {path, "--on-air", "2026-05-01T18:30:00Z"});
     ASSERT_EQ(shown.size(), 1);
     EXPECT_EQ(shown[0].toObject()[Q("comment")].toString(), Q("Evening {Time=1800-1900}"));
+    const Zone tokyo("Asia/Tokyo"); // where it is another time
+    EXPECT_EQ(ShownBy("show", {path, "--on-air", "2026-05-01T18:30:00"}), shown);
     EXPECT_TRUE(
         Cli("show", {path, "--on-air", "tomorrow"}).Is(ExitFile, Q("--on-air \"tomorrow\" is neither")));
     for (const QString& other : {Write(Q("radio.csv"), Chirp()), Sample(Q("targets.ltl"))})

@@ -63,7 +63,7 @@ const Row Rows[] = {
      {"file:2: has 5 fields instead of 4", "file:4: is cut: the file ends within it"}},
     {"ChirpWithHeadingsOfAnotherHand",
      "chirp-csv",
-     "location, name, frequency, duplex, mode\r\n3, Tower, 121.5,, Auto\r\n",
+     "# mine\rlocation, name, frequency, mode, duplex\r3, Tower, 121.5, Auto,\r",
      {"121500000|0||Tower"},
      "Location (1)"},
     {"CutWithinACharacter",

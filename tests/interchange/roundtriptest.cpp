@@ -122,6 +122,10 @@ TEST(FilesOfOthers, KeepFrequenciesAndTexts) {
             const FreqStoreXml::FFM_Settings& before = entries[i].GetFFM_Settings();
             const FreqStoreXml::FFM_Settings& after = read.records[i].GetFFM_Settings();
             ASSERT_EQ(after.GetFrequency().GetValue(), before.GetFrequency().GetValue()) << i;
+            const double bandwidth = before.GetIFBandwidth().GetValue();
+            if (bandwidth > 0 && !lost.Counts().contains("bandwidths")) {
+                ASSERT_EQ(after.GetIFBandwidth().GetValue(), bandwidth) << i;
+            }
             if (!entries[i].GetComment().isEmpty()) {
                 ASSERT_EQ(read.records[i].GetComment(), entries[i].GetComment()) << i;
             }
@@ -231,6 +235,34 @@ TEST(FilesOfOthers, TellWhatWasKeptAndHasNoPlaceInThem) {
         const std::string bytes =
             ToBytes(*FormatOfId(QString::fromLatin1(id)), contentOf(read.records), &lost);
         EXPECT_EQ(lost.CountsText().toStdString(), counts) << bytes;
+    }
+}
+
+TEST(FilesOfOthers, GiveNoChannelNumberTwice) {
+    ReadOptions options;
+    options.keepExtras = true;
+    const ReadText read =
+        readText(ChirpCsv, "Location,Name,Frequency,Duplex\n5,A,7.1,\n3,B,7.2,\n9,C,7.3,\n", options);
+    Account lost;
+    const std::string bytes = ToBytes(ChirpCsv, contentOf(read.records), &lost);
+    EXPECT_EQ(lost.CountsText(), QStringLiteral("Location (1)"));
+    for (const char* row : {"\n5,A,", "\n6,B,", "\n9,C,"})
+        EXPECT_NE(bytes.find(row), std::string::npos) << bytes;
+}
+
+TEST(FilesOfOthers, KeepFractionsOfAHertzOrTellThem) {
+    FreqStoreXml::FrequencyStoreEntry entry;
+    entry.GetFFM_Settings().GetFrequency().SetValue(66666.667);
+    for (const Format* format : Formats()) {
+        if (!format->makeEncoder || !format->read)
+            continue;
+        Account lost;
+        const std::string bytes = ToBytes(*format, contentOf({entry}), &lost);
+        const ReadText read = readText(*format, QByteArray::fromStdString(bytes));
+        ASSERT_EQ(read.records.size(), 1u) << format->id;
+        EXPECT_NE(read.records[0].GetFFM_Settings().GetFrequency().GetValue() == 66666.667,
+                  lost.Counts().contains("fractions of a Hz"))
+            << bytes;
     }
 }
 

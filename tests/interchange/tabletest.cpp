@@ -50,6 +50,16 @@ const TableRow Rows[] = {
      "name=Name,frequency=Frequency:MHz",
      "nothing tells the unit of column \"Frequency\"",
      {"118100000|0||Tower", "121500000|0||Guard"}},
+    {"NotesBeforeTheName",
+     "Freq MHz;Comment;Name\r121.5;north;Guard\r",
+     "frequency=Freq MHz:MHz,notes=Comment,name=Name",
+     "",
+     {"121500000|0||Guard | north"}},
+    {"UnitsOpenOfBandwidths",
+     "Freq;Bandwidth\n118.1;8.33\n98.5;180\n",
+     "frequency=Freq:MHz,bandwidth=Bandwidth:kHz",
+     "nothing tells the unit of column \"Freq\"",
+     {"118100000|8330||", "98500000|180000||"}},
     {"UnitOpenKilohertz",
      "freq\tname\n5505\tShannon\n198\tBBC\n",
      "frequency=freq:kHz,name=name",
@@ -149,7 +159,7 @@ TEST(TablesOfOthers, RefuseRowsInWhichACommaMayBeDecimal) {
 TEST(TablesOfOthers, AreReadAsTheOperatorSays) {
     const QByteArray text = "a,b,c\n1,2,7055\n";
     TableLook found = look(text);
-    TakeTableOptions(QStringLiteral("frequency=c:kHz, comment=2"), found.headings, found.choice);
+    TakeTableOptions(QStringLiteral("frequency=c:kHz, comment=2"), found, found.choice);
     EXPECT_EQ(entriesOf(text, found.choice), QStringList{QStringLiteral("7055000|0||2")});
     struct Bad {
         const char* options;
@@ -162,7 +172,7 @@ TEST(TablesOfOthers, AreReadAsTheOperatorSays) {
     };
     for (const Bad& row : bad) {
         try {
-            TakeTableOptions(QString::fromLatin1(row.options), found.headings, found.choice);
+            TakeTableOptions(QString::fromLatin1(row.options), found, found.choice);
             ADD_FAILURE() << row.options;
         } catch (const RGException& exception) {
             EXPECT_EQ(exception.GetErrorText().toStdString(), row.reason);
@@ -179,7 +189,7 @@ TEST(TablesOfOthers, AreLookedAtAsTheOperatorSays) {
         device, QStringLiteral("file"),
         {.separator = ';', .hasHeadings = false, .hasDecimalComma = false, .encoding = "windows-1251"});
     EXPECT_EQ(found.rows[0][1], QStringLiteral("\u0422\u0430"));
-    EXPECT_EQ(found.LikelyUnit(0), 1e6);
+    EXPECT_EQ(found.LikelyUnit(0, TableField::Frequency), 1e6);
     EXPECT_EQ(found.SureUnit(0), 0);
     found.choice.columns = {{TableField::Frequency, 1e6}, {TableField::Name, 0}};
     EXPECT_EQ(entriesOf(bytes, found.choice), (QStringList{QStringLiteral("118100000|0||\u0422\u0430"),

@@ -83,7 +83,7 @@ TEST_F(ForeignExports, WhatIsLostIsShownBeforeAnythingIsWritten) {
         return told;
     };
     EXPECT_EQ(exported(QMessageBox::Cancel).toStdString(),
-              "Lost or changed: bandwidths (1), priorities (2), threat classes (2).");
+              "Lost or changed: bandwidths (1), fractions of a Hz (1), priorities (2), threat classes (2).");
     EXPECT_FALSE(QFileInfo::exists(Path("radio.csv")));
     exported(QMessageBox::Yes);
     EXPECT_TRUE(Read("radio.csv").contains("Guard,121.500000,")) << Read("radio.csv").toStdString();
