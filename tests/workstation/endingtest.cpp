@@ -146,6 +146,13 @@ TEST_F(Endings, WithNobodyToAskWhatIsLostIsToldAndCounts) {
     EXPECT_EQ(LookAtFile(Path("data/NoiFrequencies-2.xml")).rows, 1) << messages().toStdString();
 }
 
+TEST_F(Endings, AListThatNeverHadAnEntryIsNotMissedByTheNextStart) {
+    start({});
+    station->GetEnding().Keep();
+    start({});
+    EXPECT_EQ(messages(), "");
+}
+
 TEST_F(Endings, UnsavedChangesOfAJobAreKeptForTheNextStart) {
     const QString job = Write("my.pij", Read(sample("job-hf.pij")));
     start({"--job", job});
