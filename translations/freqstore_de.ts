@@ -434,10 +434,6 @@
 <context>
     <name>ConnectDialog</name>
     <message>
-        <source>&amp;Remove</source>
-        <translation>Ent&amp;fernen</translation>
-    </message>
-    <message>
         <source>&amp;Test</source>
         <translation>&amp;Testen</translation>
     </message>
@@ -448,10 +444,6 @@
     <message>
         <source>&amp;Connect</source>
         <translation>&amp;Verbinden</translation>
-    </message>
-    <message>
-        <source>name it to keep it</source>
-        <translation>benennen, um ihn zu behalten</translation>
     </message>
     <message>
         <source>A receiver with a name is kept; choose it here the next time</source>
@@ -2540,6 +2532,18 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>is not read: the targets are those of a site, whose server alone reads files</source>
         <translation>wird nicht gelesen: die Ziele sind die eines Standorts, und Dateien liest allein dessen Server</translation>
     </message>
+    <message>
+        <source>Unsaved Work</source>
+        <translation>Nicht gespeicherte Arbeit</translation>
+    </message>
+    <message>
+        <source>%1 has unsaved changes. Save them?</source>
+        <translation>%1 hat ungesicherte Änderungen. Sollen sie gespeichert werden?</translation>
+    </message>
+    <message>
+        <source>Undo brings them back, but only until the program ends.</source>
+        <translation>Rückgängig holt sie zurück, aber nur bis zum Ende des Programms.</translation>
+    </message>
 </context>
 <context>
     <name>MemoryDialogs</name>
@@ -3184,6 +3188,17 @@ Fremdes: %2</translation>
     <message>
         <source>There is no such folder.</source>
         <translation>Es gibt keinen solchen Ordner.</translation>
+    </message>
+</context>
+<context>
+    <name>ProfileRow</name>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>Ent&amp;fernen</translation>
+    </message>
+    <message>
+        <source>name it to keep it</source>
+        <translation>zum Behalten benennen</translation>
     </message>
 </context>
 <context>
@@ -4862,10 +4877,6 @@ Fremdes: %2</translation>
 <context>
     <name>ShareDialog</name>
     <message>
-        <source>&amp;Remove</source>
-        <translation>Ent&amp;fernen</translation>
-    </message>
-    <message>
         <source>host, or host:port</source>
         <translation>Rechner oder Rechner:Port</translation>
     </message>
@@ -4916,10 +4927,6 @@ Fremdes: %2</translation>
     <message>
         <source>&amp;Connect</source>
         <translation>Ver&amp;binden</translation>
-    </message>
-    <message>
-        <source>name it to keep it</source>
-        <translation>benennen, um sie zu behalten</translation>
     </message>
     <message>
         <source>A connection with a name is kept, without its password; choose it here the next time</source>

@@ -302,6 +302,7 @@ void Workstation::addOpener() {
                 bar->EnableActions(); // a list may wait for a file now
         }
     });
+    m_opener->SetMayLeave([this](FileGate::List list) { return mayLeave(list); });
     QObject::connect(m_opener.get(), &FileOpener::FileChanged, m_window.get(),
                      [this](FileGate::List list) { fileChanged(list); });
     // The list of memory channels is that of the job.

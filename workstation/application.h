@@ -93,6 +93,8 @@ private:
     void keepStepsOf(const ListFile& list);
     QString saveKept(const ListFile& list);
     QString saveTargets();
+    int idOf(FileGate::List list) const;
+    bool mayLeave(FileGate::List list);
     void fileChanged(FileGate::List list);
     void addActivities();
     QString forgetLostNoi() const;

@@ -81,7 +81,7 @@ void Workstation::addSafekeeping() {
     if (!m_options.screenshotDirectory.isEmpty())
         return;
     const auto open = [this](const QString& path) {
-        return path == m_job->GetFileName() ? m_job->Open(path) : m_opener->Open(path);
+        return path == m_job->GetFileName() ? m_job->Open(path) : m_opener->OpenInPlace(path);
     };
     m_safekeeping = std::make_unique<Safekeeping>(
         *m_window, ListOwners{*m_window, *m_changes, *m_job, *m_search, m_targetsId, m_noiId, m_memoryId,

@@ -24,6 +24,7 @@
 #include "workstation/unsavedwork.h"
 
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QTimer>
 
 namespace {
@@ -99,13 +100,33 @@ void Workstation::setSaver(int listId) {
     });
 }
 
-/// A list shows another file now, or stands in one.
-void Workstation::fileChanged(FileGate::List list) {
+/// Of a list that stands in a file of its own.
+int Workstation::idOf(FileGate::List list) const {
     const std::map<FileGate::List, int> ids = {{FileGate::List::Targets, m_targetsId},
                                                {FileGate::List::Noi, m_noiId},
                                                {FileGate::List::Results, m_resultsId}};
+    return ids.at(list);
+}
+
+/// Asked before another file takes the place of what a list holds: the end of the program asks no more.
+bool Workstation::mayLeave(FileGate::List list) {
+    const int id = idOf(list);
+    if (!m_changes->IsChanged(id))
+        return true;
+    QMessageBox box(QMessageBox::Question, MainWindow::tr("Unsaved Work"),
+                    MainWindow::tr("%1 has unsaved changes. Save them?")
+                        .arg(FreqStore::Instance().GetDefinition(id)->GetName()),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, m_window.get());
+    box.setInformativeText(MainWindow::tr("Undo brings them back, but only until the program ends."));
+    box.setDefaultButton(QMessageBox::Save);
+    const int answer = box.exec();
+    return answer == QMessageBox::Discard || (answer == QMessageBox::Save && !m_work->Save(id).isEmpty());
+}
+
+/// A list shows another file now, or stands in one.
+void Workstation::fileChanged(FileGate::List list) {
     const QString file = m_opener->FileOf(list);
-    const int id = ids.at(list);
+    const int id = idOf(list);
     if (list == FileGate::List::Targets && TargetListHandler::Instance()->IsClient() && !file.isEmpty())
         return m_opener->SetFileOf(list, QString()); // a copy: the list stands in no file here
     m_changes->MarkSaved(id);

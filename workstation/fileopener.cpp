@@ -17,6 +17,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QScopedValueRollback>
 
 #include <vector>
 
@@ -146,6 +147,11 @@ bool FileOpener::Open(const QString& path) {
     });
 }
 
+bool FileOpener::OpenInPlace(const QString& path) {
+    const QScopedValueRollback isDecided(m_isDecided, true);
+    return Open(path);
+}
+
 bool FileOpener::MayRead(List list, const QString& path) {
     const FileKind kind = FileKindOf(path);
     const bool isReadable = readsByName(list, path) && kind != FileKind::Sweep && kind != FileKind::Foreign;
@@ -164,7 +170,7 @@ bool FileOpener::MayRead(List list, const QString& path) {
     if (!look.refusal.isEmpty() || !isReadable)
         return refuse(TraceSource, list, path, namesLine ? 0 : look.firstProblemLine,
                       look.refusal.isEmpty() ? tr("is of no known kind of file") : look.refusal);
-    return mayTake(list, path, look);
+    return mayTake(list, path, look) && mayLeave(list);
 }
 
 /// Asks about what can be read and is hardly meant.
@@ -184,6 +190,14 @@ bool FileOpener::mayTake(List list, const QString& path, const FileLook& look) c
                                  : tr("Read it all the same, in place of the %n entries that are there?", "",
                                       static_cast<int>(sizeOf(list)));
     return ask(QStringLiteral("%1: %2.").arg(shortName(path), doubt), question, tr("Read It"));
+}
+
+/// A file of channels is added to what is there.
+bool FileOpener::mayLeave(List list) const {
+    if (!m_attended || m_isDecided || !m_mayLeave || list == List::MemoryChannels)
+        return true;
+    const LongWork::Standstill standstill;
+    return m_mayLeave(list);
 }
 
 bool FileOpener::offerElsewhere(List list, const QString& path, FileKind kind) {

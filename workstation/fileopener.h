@@ -31,8 +31,15 @@ public:
     /// Who tells how many bytes of memory are left; that of the machine unless set.
     void SetMemoryProbe(std::function<qint64()> probe) { m_availableMemory = std::move(probe); }
 
+    /// Who lets the operator save what a list holds before another file takes its place; false when the list
+    /// is to stay.
+    using MayLeave = std::function<bool(FileGate::List list)>;
+    void SetMayLeave(MayLeave mayLeave) { m_mayLeave = std::move(mayLeave); }
+
     /// Hands a file to whom it belongs. False, told, when it was not read or only in part.
     bool Open(const QString& path);
+    /// The same where the operator has decided what becomes of what the list holds.
+    bool OpenInPlace(const QString& path);
 
     /// The file whose content a list shows; empty when that is no file's.
     QString FileOf(FileGate::List list) const;
@@ -55,11 +62,14 @@ private:
                 const QString& reason) const;
     bool offerElsewhere(FileGate::List list, const QString& path, FileKind kind);
     bool mayTake(FileGate::List list, const QString& path, const FileLook& look) const;
+    bool mayLeave(FileGate::List list) const;
 
     QWidget* m_window;
     std::map<FileKind, Read> m_read;
     std::map<FileGate::List, QString> m_files;
     std::function<qint64()> m_availableMemory;
+    MayLeave m_mayLeave;
+    bool m_isDecided = false; ///< what becomes of what lists hold
     FileGate::Guard* m_guardBefore;
     bool m_attended = true;
 };

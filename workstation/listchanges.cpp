@@ -8,17 +8,7 @@
 #include "host/valuetree/node.h"
 
 #include <QPointer>
-
-namespace {
-
-/// How a list stands to what it was read from or written to.
-struct Mark {
-    bool wasEmpty = true; ///< the list, when it was read or written
-    bool isChanged = false;
-    int saves = 0; ///< how often it was written
-};
-
-} // namespace
+#include <QScopedValueRollback>
 
 /// One list, as its node tells of its children and of what changed in them, or as steps of undo do.
 class ListChanges::Watch : public IObserver {
@@ -43,45 +33,60 @@ public:
     }
 
     int GetListId() const { return m_listId; }
-    bool IsChanged() const { return m_mark.isChanged; }
     const Mark& GetMark() const { return m_mark; }
-    /// The mark of before a file was read. What has been written since may be the file of before.
+    /// The mark of another time, at which the list held what it holds now. What was written since may be the
+    /// file of then.
     void TakeMark(const Mark& mark) {
-        m_mark.wasEmpty = mark.wasEmpty;
-        set(mark.isChanged || mark.saves != m_mark.saves);
+        const bool isOfSameFile = mark.saves == m_mark.saves;
+        if (isOfSameFile)
+            m_mark.wasEmpty = mark.wasEmpty;
+        set(mark.isChanged || !isOfSameFile || mark.others != m_mark.others);
     }
 
     void MarkSaved() {
         if (FrequencyNodeMediatorCtrl* list = controller())
             list->ForceUpdateNow(); // what was read tells of itself now, and not later
-        if (!keepForUndo())
+        if (!UndoHistory::Instance().IsRecording())
             ++m_mark.saves;
         m_mark.wasEmpty = m_count() == 0;
         set(false);
     }
-    void MarkChanged() {
-        keepForUndo();
-        set(true);
-    }
+    void MarkChanged() { set(true); }
     void SetFollowed(bool followed) {
         m_isFollowed = followed;
         MarkSaved();
     }
     void NoteStep() {
+        if (FrequencyNodeMediatorCtrl* list = controller(); list && list->HasNewContents())
+            list->ForceUpdateNow(); // what comes later is none of the step's
         if (isMachineAtWork())
             noteChange();
     }
+    /// An action begins, or a step is swapped: what waits to be told is none of its.
+    void NoteWaiting() {
+        if (const FrequencyNodeMediatorCtrl* list = controller(); list && list->HasNewContents())
+            ++m_mark.others;
+    }
     /// Work on lists begins; it was cancelled, and nothing has changed.
-    void NoteBefore() { m_before = m_mark; }
+    void NoteBefore() {
+        if (!UndoHistory::Instance().IsRecording())
+            NoteWaiting();
+        m_before = m_mark;
+    }
     void TakeBack() {
         if (FrequencyNodeMediatorCtrl* list = controller())
             list->ForceUpdateNow();
+        m_mark.others = m_before.others; // none can change a list while work runs
         TakeMark(m_before);
     }
     void Update(Observable*, TChangeCode code) override {
         const bool isNews = code != TChangeCode::Removing && code != TChangeCode::Announcement;
-        if (isNews && !isMachineAtWork())
-            noteChange();
+        if (!isNews || isMachineAtWork())
+            return;
+        UndoHistory& history = UndoHistory::Instance();
+        if (!m_owner.m_tellsStep && !history.IsSwapping() && !history.IsRecording())
+            ++m_mark.others;
+        noteChange();
     }
 
 private:
@@ -90,7 +95,6 @@ private:
             FreqStore::Instance().GetFrequencies(static_cast<unsigned>(m_listId)));
     }
     bool isMachineAtWork() const { return m_isMachineAtWork && m_isMachineAtWork(); }
-    bool keepForUndo() const;
     void noteChange() { set(!m_mark.wasEmpty || m_count() > 0); }
     void set(bool changed) {
         changed = changed && m_isFollowed;
@@ -108,43 +112,36 @@ private:
     Mark m_before; ///< when work began
 };
 
-/// Takes the mark of a list back, and there again, with the file that was read.
-class ListChanges::MarkPart final : public UndoPart {
+/// Knows the marks of all lists at the other end of a step. Those of the lists that the step is about are
+/// taken when it tells of them: the entries that came back have marked these as changed.
+class ListChanges::MarksPart final : public UndoPart {
 public:
-    MarkPart(ListChanges& owner, int listId, const Mark& mark)
-        : m_owner(&owner), m_listId(listId), m_kept(mark) {}
+    explicit MarksPart(ListChanges& owner) : m_owner(&owner), m_kept(owner.marks()) {}
 
     void Swap() override {
-        m_next = m_kept;
-        if (const Watch* watch = m_owner ? m_owner->find(m_listId) : nullptr)
-            m_kept = watch->GetMark();
-    }
-    /// The entries that came back have marked the list as changed.
-    void Settle() override {
-        if (Watch* watch = m_owner ? m_owner->find(m_listId) : nullptr)
-            watch->TakeMark(m_next);
+        if (!m_owner)
+            return;
+        m_owner->noteWaiting();
+        m_owner->m_swapped = std::exchange(m_kept, m_owner->marks());
     }
 
 private:
     QPointer<ListChanges> m_owner;
-    int m_listId;
-    Mark m_kept;
-    Mark m_next;
+    Marks m_kept;
 };
 
-/// False when no action of the operator runs. Entries that were read have marked the list already.
-bool ListChanges::Watch::keepForUndo() const {
-    const Mark& before = LongWork::IsRunning() ? m_before : m_mark;
-    return UndoHistory::Instance().Add(std::make_unique<MarkPart>(m_owner, m_listId, before));
-}
-
 ListChanges::ListChanges() {
+    connect(&UndoHistory::Instance(), &UndoHistory::Begun, this, [this] {
+        noteWaiting();
+        UndoHistory::Instance().Add(std::make_unique<MarksPart>(*this));
+    });
     connect(&UndoHistory::Instance(), &UndoHistory::Changed, this, &ListChanges::noteStep);
     connect(&UndoHistory::Instance(), &UndoHistory::WorkBegins, this, [this] {
         for (const auto& watch : m_watches)
             watch->NoteBefore();
     });
     connect(&UndoHistory::Instance(), &UndoHistory::WorkTakenBack, this, [this] {
+        const QScopedValueRollback tellsStep(m_tellsStep, true);
         for (const auto& watch : m_watches)
             watch->TakeBack();
     });
@@ -167,9 +164,27 @@ ListChanges::Watch* ListChanges::find(int listId) const {
     return found == m_watches.end() ? nullptr : found->get();
 }
 
+ListChanges::Marks ListChanges::marks() const {
+    Marks marks;
+    for (const auto& watch : m_watches)
+        marks.emplace(watch->GetListId(), watch->GetMark());
+    return marks;
+}
+
+void ListChanges::noteWaiting() {
+    for (const auto& watch : m_watches)
+        watch->NoteWaiting();
+}
+
 void ListChanges::noteStep(int listId) {
-    if (Watch* watch = find(listId))
-        watch->NoteStep();
+    Watch* const watch = find(listId);
+    if (!watch)
+        return;
+    const QScopedValueRollback tellsStep(m_tellsStep, true);
+    watch->NoteStep();
+    const auto mark = m_swapped.find(listId);
+    if (UndoHistory::Instance().IsSwapping() && mark != m_swapped.end())
+        watch->TakeMark(mark->second);
 }
 
 void ListChanges::SetFollowed(int listId, bool followed) {
@@ -177,7 +192,7 @@ void ListChanges::SetFollowed(int listId, bool followed) {
         watch->SetFollowed(followed);
 }
 
-/// What a step says of files when it is undone has been said before; see `MarkPart`.
+/// What a step says of files when it is undone has been said before; see `MarksPart`.
 void ListChanges::MarkSaved(int listId) {
     Watch* const watch = find(listId);
     if (watch && !UndoHistory::Instance().IsSwapping())
@@ -192,5 +207,5 @@ void ListChanges::MarkChanged(int listId) {
 
 bool ListChanges::IsChanged(int listId) const {
     const Watch* watch = find(listId);
-    return watch && watch->IsChanged();
+    return watch && watch->GetMark().isChanged;
 }

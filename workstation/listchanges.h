@@ -5,13 +5,14 @@
 #include <QObject>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
 /// Whether lists have changed since they were read from their files or written there: by entries that came,
 /// went or got other values. One that was empty and is so again has not changed. What the operator does while
-/// a machine writes to the list is a change. When reading a file is undone the list is as changed as it was
-/// before.
+/// a machine writes to the list is a change. A step that is undone, or done again, leaves the list as changed
+/// as it was there, unless it has been saved since or others have changed it.
 class ListChanges : public QObject {
     Q_OBJECT
 
@@ -37,11 +38,24 @@ signals:
     void Changed(int listId);
 
 private:
+    /// How a list stands to what it was read from or written to.
+    struct Mark {
+        bool wasEmpty = true; ///< the list, when it was read or written
+        bool isChanged = false;
+        int saves = 0;  ///< how often it was written
+        int others = 0; ///< how often it was changed by what is no step
+    };
+    using Marks = std::map<int, Mark>; ///< by list
+
     class Watch;
-    class MarkPart;
+    class MarksPart;
 
     Watch* find(int listId) const;
+    Marks marks() const;
+    void noteWaiting();
     void noteStep(int listId);
 
     std::vector<std::unique_ptr<Watch>> m_watches;
+    Marks m_swapped;          ///< those of where undo or redo leads
+    bool m_tellsStep = false; ///< lists tell of what a step, or cancelled work, has changed
 };

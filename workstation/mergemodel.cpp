@@ -54,6 +54,17 @@ Qt::Alignment alignmentOf(int column) {
     return (isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
 }
 
+/// What comes is to be seen in a cell, too, however long what is there.
+QString beginningOf(QString text) {
+    constexpr qsizetype Longest = 16;
+    if (text.size() <= Longest)
+        return text;
+    text.truncate(Longest - 1);
+    if (text.back().isHighSurrogate())
+        text.chop(1);
+    return text.trimmed() + QChar(0x2026);
+}
+
 const StateInfo& infoOf(State state) {
     return States[static_cast<size_t>(state)];
 }
@@ -146,7 +157,7 @@ QString MergeModel::textOf(size_t row, int column) const {
                 .arg(cell.theirs, QLatin1String(cell.offset > 0 ? "+" : "-"),
                      Quor::ShortFrequencyText(std::abs(cell.offset)));
         if (cell.differs)
-            return QStringLiteral("%1 → %2").arg(cell.mine, cell.theirs);
+            return QStringLiteral("%1 → %2").arg(beginningOf(cell.mine), cell.theirs);
         return cell.theirs.isEmpty() ? cell.mine : cell.theirs;
     }
 }

@@ -147,7 +147,9 @@ bool NoiKeeper::MayLeave() {
 
 bool NoiKeeper::Keep() {
     const State state = save();
-    m_fileToRemember = state == State::Emptied ? QString() : list().GetCurrentFileName();
+    const QString& present = list().GetCurrentFileName();
+    // A list that never had an entry has no file either, and the next start would miss one.
+    m_fileToRemember = state != State::Emptied && QFileInfo::exists(present) ? present : QString();
     if (state == State::NoFile) {
         const QString file = nameOfNewFile();
         if (list().SaveFile(file))

@@ -22,7 +22,8 @@ ProfileRow::ProfileRow(const QStringList& names, const QString& tip, const QStri
     m_remove->setObjectName(QStringLiteral("RemoveProfile"));
     m_remove->setToolTip(removeTip);
     m_remove->setAutoDefault(false);
-    setFocusProxy(m_name); // for the label's key
+    setFocusPolicy(m_name->focusPolicy()); // else the key of a label passes it by
+    setFocusProxy(m_name);
     connect(m_name, &QComboBox::textActivated, this, &ProfileRow::Chosen);
     connect(m_name, &QComboBox::editTextChanged, this, [this] {
         showName();

@@ -64,12 +64,16 @@ RecoveryOffer::~RecoveryOffer() = default;
 
 void RecoveryOffer::takeRows(const ListFiles& lists, File& file) {
     const QString& path = file.reader.GetPath();
-    std::vector<RecoveryDone> past;
+    std::vector<RecoveryDone> saved;
+    bool isAnyPast = false;
     for (const RecoverySection& section : file.reader.GetSections()) {
         const auto list = std::ranges::find(lists, section.head.key, &ListFile::key);
         if (section.isPast) {
-            past.push_back({path, section.head.key, false});
-            if (list != lists.end() && !section.savedIn.isEmpty())
+            isAnyPast = true;
+            if (section.savedIn.isEmpty())
+                continue;
+            saved.push_back({path, section.head.key, false});
+            if (list != lists.end())
                 m_saved.emplace_back(&*list, section.savedIn);
             continue;
         }
@@ -84,12 +88,13 @@ void RecoveryOffer::takeRows(const ListFiles& lists, File& file) {
         Problems::Report(TraceSource,
                          {path, 0, tr("holds unsaved work of %1, which is not there").arg(section.head.key)});
     }
-    if (file.left == 0 && past.empty())
-        return putAside(path);
-    for (RecoveryDone& section : past) { // whatever becomes of the files that they were saved in
-        section.isLast = file.left == 0;
-        section.Close();
-    }
+    if (file.left == 0 && !isAnyPast)
+        putAside(path);
+    else if (file.left == 0)
+        QFile::remove(path);
+    else
+        for (const RecoveryDone& section : saved) // whatever becomes of the files that they were saved in
+            section.Close();
 }
 
 void RecoveryOffer::OpenSaved() const {

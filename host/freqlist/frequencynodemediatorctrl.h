@@ -71,6 +71,8 @@ public:
     Node* GetNode() const { return m_node; }
 
     void ForceUpdateNow() override;
+    /// Whether contents of entries have changed that the node's observers are told of at the next update.
+    bool HasNewContents() const { return m_entriesChanged; }
     /// The periodic update: does what is due and stops the timer.
     void OnTimer();
     void Suspend(bool suspend);

@@ -404,6 +404,7 @@ int UndoHistory::Begin(const QString& name) {
     }
     m_running.push_back({++m_lastAction, 0, std::make_unique<Recording>(name, m_texts), {}});
     Recorders::SetForAction(m_running.back().recording.get());
+    emit Begun();
     return m_lastAction;
 }
 

@@ -46,6 +46,8 @@ public:
     void Follow(Value<QString>& text, Node& list);
     /// Makes something else a part of the running action's step; false, and it is gone, when none runs.
     bool Add(std::unique_ptr<UndoPart> part);
+    /// Whether an action runs in this event loop, and so makes a step of what changes.
+    bool IsRecording() { return runningHere() != nullptr; }
     /// Whether a step is being undone or done again.
     bool IsSwapping() const { return m_swaps; }
     void ForEachPart(const std::function<void(UndoPart&)>& visit);
@@ -57,6 +59,8 @@ public:
     void SetMostResting(size_t bytes) { m_mostResting = std::min(bytes, MostResting); }
 
 signals:
+    /// An action begins, which is no part of another one: parts can be added to its step.
+    void Begun();
     /// A step has changed that list, or has been undone or done again.
     void Changed(int listId);
     /// A step of that list has been undone or done again.

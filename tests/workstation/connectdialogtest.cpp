@@ -64,6 +64,16 @@ TEST_F(ConnectDialogs, AModelIsFoundByItsWordsAndKeptUnderItsName) {
     EXPECT_EQ(part<QComboBox>(ConnectDialog(std::nullopt), "Profile")->count(), 0);
 }
 
+TEST_F(ConnectDialogs, TheKeyOfALabelLeadsToItsField) {
+    ConnectDialog dialog(RadioProfile{});
+    dialog.show();
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    QTest::keyClick(&dialog, Qt::Key_N, Qt::AltModifier);
+    QTest::keyClicks(dialog.focusWidget(), "Attic");
+    EXPECT_EQ(dialog.GetChoice()->name, "Attic");
+}
+
 TEST_F(ConnectDialogs, F1ShowsTheGuideOfReceivers) {
     ConnectDialog dialog(std::nullopt);
     dialog.show();

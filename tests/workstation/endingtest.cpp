@@ -12,6 +12,7 @@
 #include "tests/workstation/stationfixture.h"
 #include "tests/workstation/unsavedquestion.h"
 #include "workstation/failurenote.h"
+#include "workstation/fileopener.h"
 #include "workstation/simulatedclassifier.h"
 #include "workstation/simulatedsearch.h"
 #include "workstation/unsaveddialog.h"
@@ -146,6 +147,13 @@ TEST_F(Endings, WithNobodyToAskWhatIsLostIsToldAndCounts) {
     EXPECT_EQ(LookAtFile(Path("data/NoiFrequencies-2.xml")).rows, 1) << messages().toStdString();
 }
 
+TEST_F(Endings, AListThatNeverHadAnEntryIsNotMissedByTheNextStart) {
+    start({});
+    station->GetEnding().Keep();
+    start({});
+    EXPECT_EQ(messages(), "");
+}
+
 TEST_F(Endings, UnsavedChangesOfAJobAreKeptForTheNextStart) {
     const QString job = Write("my.pij", Read(sample("job-hf.pij")));
     start({"--job", job});
@@ -269,6 +277,28 @@ TEST_F(UnsavedLists, WhatMachinesWriteAndWhatIsGoneAgainIsNotAskedAbout) {
     station->GetWindow().show();
     addResult(9e6);
     EXPECT_EQ(close(QDialogButtonBox::Discard).rows.size(), 1);
+}
+
+TEST_F(UnsavedLists, AreAskedAboutBeforeAnotherFileTakesTheirPlace) {
+    const QString mine = Write("mine.ltl", Read(sample("targets.ltl")));
+    const QString other = Write("other.xml", Read(sample("targets.xml")));
+    const QByteArray before = Read("other.xml");
+    start({mine});
+    ASSERT_TRUE(station->LoadFiles());
+    station->SetAttended(true);
+    const auto open = [&](Box::StandardButton answer, const QString& path) {
+        return Answered(answer, [&] { station->GetOpener().Open(path); });
+    };
+    addTarget(7e6);
+    EXPECT_EQ(open(Box::Cancel, other), "Unsaved Work|Local TargetList has unsaved changes. Save them?");
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl*");
+    open(Box::Save, other);
+    EXPECT_EQ(title(), "Local TargetList - other.xml");
+    EXPECT_EQ(LookAtFile(mine).rows, 528);
+    addTarget(8e6);
+    open(Box::Discard, mine);
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl");
+    EXPECT_EQ(Read("other.xml"), before);
 }
 
 TEST_F(UnsavedLists, AreWrittenForRecoveryWhenNobodyCanBeAsked) {

@@ -56,6 +56,20 @@ protected:
 constexpr char Theirs[] = "1000000\tuno\t9000\tAM\n2000000\ttwo\t9000\tAM\n3000400\tthree\t9000\tAM\n"
                           "4000000\tfour\t9000\tAM\n0\tnone\t9000\tAM\n";
 
+TEST_F(ListImportTest, WhatComesIsSeenBesideALongComment) {
+    Tree::Instance()
+        ->GetNode(Q("/Lists/LocalTargetList"))
+        ->Children()
+        .front()
+        ->GetValue(Q("comment"))
+        ->SetStringValue("the beginning of a long comment");
+    import("1000000\tuno\t9000\tAM\n", [](MergeDialog&, QTableView& table) {
+        EXPECT_EQ(textAt(table, 0, 4), Q("the beginning o… → uno"));
+    EXPECT_EQ(table.model()->index(0, 4).data(Qt::ToolTipRole),
+              Q("Mine: the beginning of a long comment\nTheirs: uno"));
+});
+} // namespace
+
 TEST_F(ListImportTest, WhatIsChosenByKeysIsDone) {
     import(Theirs, [&](MergeDialog& dialog, QTableView& table) {
         EXPECT_EQ(plan(dialog), "Add 1, Change 0, Leave 4");

@@ -199,7 +199,7 @@ TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
         }
         ++cancelled;
         if (kind == "Undo")
-            QTest::qWait(150); // the stack and the counts in the tabs follow
+            (void)QTest::qWaitFor([&] { return state() == before; }); // stack and counts in the tabs follow
         ASSERT_EQ(state().toStdString(), before.toStdString());
         QTest::qWait(150); // what waits for a timer comes now
         ASSERT_EQ(state().toStdString(), before.toStdString());

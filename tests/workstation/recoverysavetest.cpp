@@ -84,6 +84,16 @@ TEST_F(Recoveries, OfEachListEndInTheVeryStepThatPutsItsFileInPlace) {
     }
 }
 
+TEST_F(Recoveries, ThatWereRestoredEndWithTheNextSave) {
+    leave(3);
+    startAttended();
+    answer("restore");
+    EXPECT_FALSE(station->OfferRecovery());
+    noi().SetCurrentFileName(Path("bands.xml"));
+    ASSERT_FALSE(noi().FileSave(true).isEmpty());
+    EXPECT_TRUE(RecoveryReader(folder().filePath("dead.recovery")).GetSections().front().isPast);
+}
+
 /// The program was killed when the file stood, and before it knew that.
 TEST_F(Recoveries, GiveAListTheFileThatItWasSavedInAtLast) {
     leave(3);

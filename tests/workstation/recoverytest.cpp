@@ -354,6 +354,10 @@ TEST_F(Recoveries, ThatWereDecidedAboutAreNotOfferedAgainWithTheRestOfTheirFile)
     };
     startAttended();
     EXPECT_EQ(decide("discard", "NOI Frequencies"), 3);
+    const QByteArray bytes = Read("data/recovery/dead.recovery");
+    WhenOpen<RecoveryDialog>([](RecoveryDialog& dialog) { dialog.reject(); });
+    EXPECT_FALSE(station->OfferRecovery());
+    EXPECT_EQ(Read("data/recovery/dead.recovery"), bytes) << "it does not grow by being offered";
     EXPECT_EQ(decide("restore", "Data Results"), 2);
     EXPECT_EQ(decide("restore", "Local TargetList"), 1);
     EXPECT_FALSE(files().contains("dead.recovery"));

@@ -177,7 +177,7 @@ TEST_F(UndoInTheWindow, AReadThatIsUndoneLeavesTheMarkOfBefore) {
     undo();
     EXPECT_EQ(title(), "Local TargetList - mine.ltl*") << "the first edit is in no file";
     redo();
-    EXPECT_EQ(title(), "Local TargetList - targets.xml*") << "as it was left";
+    EXPECT_EQ(title(), "Local TargetList - targets.xml") << "as it was left, with its edit undone";
     undo();
     action(A::Save)->trigger();
     EXPECT_EQ(title(), "Local TargetList - mine.ltl");
@@ -190,6 +190,61 @@ TEST_F(UndoInTheWindow, AReadThatIsUndoneLeavesTheMarkOfBefore) {
     FileGate::WasWritten(FileGate::List::Targets, mine);
     undo();
     EXPECT_EQ(title(), "Local TargetList - mine.ltl*");
+}
+
+TEST_F(UndoInTheWindow, AStepThatIsUndoneTakesItsMarkWithIt) {
+    const QString targets = Write("mine.ltl", Read(sample("targets.ltl")));
+    const QString interest = Write("mine.noi", Read(sample("interest.noi")));
+    open({targets, interest});
+    ASSERT_TRUE(station->LoadFiles());
+    const std::pair<const char*, const char*> lists[] = {{"Local TargetList", "/Lists/LocalTargetList"},
+                                                         {"NOI Frequencies", "/Lists/NOIFrequencies"}};
+    for (const auto& [name, path] : lists) {
+        SCOPED_TRACE(name);
+        SortListView* list = show(name);
+        const auto comment = [&] {
+            const Node* entry = Tree::Instance()->GetNode(path)->Children().front();
+            return entry->FindOwn<Value<QString>>(Keys::KeyComment);
+        };
+        const auto isMarked = [&] { return title().endsWith('*'); };
+        const std::function<void()> steps[] = {
+            [&] {
+                list->setFocus();
+                list->SelectPlace(1);
+                ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Delete)->isEnabled(); }));
+                action(A::Delete)->trigger();
+            },
+            [&] {
+                const OperatorAction edit("Edit");
+                comment()->SetValue(comment()->GetValue() + " edited");
+            },
+        };
+        for (const auto& step : steps) {
+            step();
+            EXPECT_TRUE(isMarked());
+            undo();
+            EXPECT_FALSE(isMarked());
+            redo();
+            EXPECT_TRUE(isMarked());
+            step();
+            undo();
+            EXPECT_TRUE(isMarked()) << "one of two steps is there still";
+            undo();
+            EXPECT_FALSE(isMarked());
+            redo();
+            action(A::Save)->trigger();
+            EXPECT_FALSE(isMarked());
+            undo();
+            EXPECT_TRUE(isMarked());
+            redo();
+            EXPECT_FALSE(isMarked());
+        }
+        steps[0]();
+        comment()->SetValue("by others");
+        undo();
+        EXPECT_TRUE(isMarked()) << "what is no step is in no file";
+        action(A::Save)->trigger();
+    }
 }
 
 TEST_F(UndoInTheWindow, AJobThatWasOpenedIsTakenBackWithItsFile) {
