@@ -10,6 +10,7 @@
 #include "workstation/sharesitepanel.h"
 
 #include <QInputDialog>
+#include <QLabel>
 #include <QPushButton>
 #include <QTreeWidget>
 
@@ -432,10 +433,13 @@ TEST_F(Shares, ThePanelShowsWhatTheSiteHas) {
         return shown() == QStringList{"NOI Frequencies|2|served|carla", "Targets|0|served|anna"};
     })) << shown().join('\n').toStdString();
     noi.Bus().Cut();
-    EXPECT_TRUE(Until([&] { return shown().value(0) == "NOI Frequencies|2|the server has gone|carla"; }))
+    EXPECT_TRUE(Until([&] { return shown().value(0) == "NOI Frequencies|2|server gone|carla"; }))
         << shown().join('\n').toStdString();
+    const auto* const state = lists->parentWidget()->findChild<QLabel*>(Q("State"));
+    EXPECT_TRUE(state->text().startsWith("north: server")) << state->text().toStdString();
     sharing().Disconnect();
     EXPECT_TRUE(shown().isEmpty());
+    EXPECT_TRUE(state->text().startsWith("No list is shared"));
 }
 
 TEST_F(Shares, EntriesOfOtherProgramsComeOnlyWhereTheyMayBeAdded) {
