@@ -5333,6 +5333,10 @@ Fremdes: %2</translation>
         <source>Try Again</source>
         <translation>Nochmals versuchen</translation>
     </message>
+    <message>
+        <source>The list is one of another seat: %1.</source>
+        <translation>Die Liste ist die eines anderen Platzes: %1.</translation>
+    </message>
 </context>
 <context>
     <name>SimulatedClassifier</name>
