@@ -125,15 +125,15 @@ QString SiteLists::List::ServerText() const {
 QString SiteLists::StateText(State state) {
     switch (state) {
     case State::Unknown:
-        return tr("waits for its server");
+        return tr("waits");
     case State::Served:
         return tr("served");
     case State::ServerGone:
-        return tr("the server has gone");
+        return tr("server gone");
     case State::Beginning:
         return tr("begins");
     case State::OtherVersion:
-        return tr("of another version");
+        return tr("other version");
     }
     return {};
 }

@@ -5237,12 +5237,16 @@ Fremdes: %2</translation>
         <translation>Zustand</translation>
     </message>
     <message>
-        <source>Served by</source>
-        <translation>Bereitgestellt von</translation>
-    </message>
-    <message>
         <source>%1 (this seat)</source>
         <translation>%1 (dieser Platz)</translation>
+    </message>
+    <message>
+        <source>No list is shared: see Share &gt; Connect...</source>
+        <translation>Keine Liste wird geteilt: siehe Teilen &gt; Verbinden...</translation>
+    </message>
+    <message>
+        <source>Server</source>
+        <translation>Server</translation>
     </message>
 </context>
 <context>
@@ -5356,6 +5360,10 @@ Fremdes: %2</translation>
         <source>Try Again</source>
         <translation>Nochmals versuchen</translation>
     </message>
+    <message>
+        <source>The list is one of another seat: %1.</source>
+        <translation>Die Liste ist die eines anderen Platzes: %1.</translation>
+    </message>
 </context>
 <context>
     <name>SimulatedClassifier</name>
@@ -5417,24 +5425,24 @@ Fremdes: %2</translation>
 <context>
     <name>SiteLists</name>
     <message>
-        <source>waits for its server</source>
-        <translation>wartet auf den Server</translation>
-    </message>
-    <message>
         <source>served</source>
-        <translation>bereitgestellt</translation>
-    </message>
-    <message>
-        <source>the server has gone</source>
-        <translation>der Server ist weg</translation>
+        <translation>bereit</translation>
     </message>
     <message>
         <source>begins</source>
         <translation>beginnt</translation>
     </message>
     <message>
-        <source>of another version</source>
-        <translation>von anderer Version</translation>
+        <source>waits</source>
+        <translation>wartet</translation>
+    </message>
+    <message>
+        <source>server gone</source>
+        <translation>Server weg</translation>
+    </message>
+    <message>
+        <source>other version</source>
+        <translation>andere Version</translation>
     </message>
 </context>
 <context>

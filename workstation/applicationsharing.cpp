@@ -120,7 +120,7 @@ void Workstation::followRights(int listId) {
             reason.isEmpty() ? reason : MainWindow::tr("The targets are those of a site: %1.").arg(reason));
     }
     if (FreqStoreListViewButtonBar* bar = m_window->BarOf(listId))
-        bar->EnableActions();
+        bar->SetNote(m_sharing->WhyOld(listId));
     m_window->GetActions().Refresh();
 }
 

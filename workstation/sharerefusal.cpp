@@ -44,6 +44,7 @@ ShareRefusal::ShareRefusal(Sharing& sharing, QWidget* parent)
     m_reason->setWordWrap(true);
     m_fields->setAccessibleName(tr("What differs"));
     m_fields->setHeaderLabels({tr("Entry"), tr("Mine"), tr("Theirs")});
+    m_fields->setWordWrap(true); // long texts often differ at their ends only
     m_fields->header()->setSectionResizeMode(QHeaderView::Stretch);
     m_fields->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     m_again->setObjectName(QStringLiteral("TryAgain"));

@@ -3,12 +3,14 @@
 #include "workstation/sharing.h"
 
 #include <QHeaderView>
+#include <QLabel>
 #include <QLocale>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace {
 
+constexpr int Margin = 4;
 constexpr int CountColumn = 1; ///< of the lists
 
 } // namespace
@@ -16,10 +18,17 @@ constexpr int CountColumn = 1; ///< of the lists
 ShareSitePanel::ShareSitePanel(const Sharing& sharing) : m_sharing(sharing) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    m_state = new QLabel(this);
+    m_state->setObjectName(QStringLiteral("State"));
+    m_state->setTextFormat(Qt::PlainText);
+    m_state->setWordWrap(true);
+    m_state->setContentsMargins(Margin, Margin, Margin, Margin);
+    layout->addWidget(m_state);
     m_seats = addTable("Seats", tr("Seats of the site"), {tr("Seat"), tr("User"), tr("Edits")});
     m_lists =
-        addTable("Lists", tr("Lists of the site"), {tr("List"), tr("Entries"), tr("State"), tr("Served by")});
+        addTable("Lists", tr("Lists of the site"), {tr("List"), tr("Entries"), tr("State"), tr("Server")});
     m_lists->headerItem()->setTextAlignment(CountColumn, Qt::AlignRight | Qt::AlignVCenter);
+    Refresh();
 }
 
 QTreeWidget* ShareSitePanel::addTable(const char* name, const QString& title, const QStringList& columns) {
@@ -49,6 +58,8 @@ void ShareSitePanel::show(QTreeWidget& table, Rows rows, Rows& shown) {
 }
 
 void ShareSitePanel::Refresh() {
+    m_state->setText(m_sharing.IsOn() ? m_sharing.StateText()
+                                      : tr("No list is shared: see Share > Connect..."));
     Rows seats;
     for (const Sharing::Present& present : m_sharing.WhoIsThere())
         seats.push_back({present.isSelf ? tr("%1 (this seat)").arg(present.name) : present.name, present.user,

@@ -5,10 +5,12 @@
 
 #include <vector>
 
+class QLabel;
 class QTreeWidget;
 class Sharing;
 
-/// What a site has: who is there and edits what, and its lists, with those who serve them.
+/// How sharing stands, and what the site has: who is there and edits what, and its lists, with those who
+/// serve them.
 class ShareSitePanel : public QWidget {
     Q_OBJECT
 
@@ -25,6 +27,7 @@ private:
     static void show(QTreeWidget& table, Rows rows, Rows& shown);
 
     const Sharing& m_sharing;
+    QLabel* m_state;
     QTreeWidget* m_seats;
     QTreeWidget* m_lists;
     Rows m_shownSeats;

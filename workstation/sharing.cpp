@@ -230,7 +230,7 @@ void Sharing::takeClaim(const QString& list, const Messages::Claim& claim) {
     connect(&shown.Reader(), &ListReader::StateChanged, this, &Sharing::noteState);
     if (shown.Client())
         followClient(*shown.Client(), shown.ListId());
-    else // what an empty one says depends on the state
+    else // what it says of itself depends on the state
         connect(&shown.Reader(), &ListReader::StateChanged, this,
                 [this, id = shown.ListId()] { emit RightsChanged(id); });
     noteState();
@@ -468,6 +468,14 @@ const ListClient* Sharing::clientOf(int listId) const {
 QString Sharing::WhyNoEditing(int listId) const {
     const ListClient* const client = clientOf(listId);
     return client ? client->WhyNoEditing() : QString();
+}
+
+QString Sharing::WhyOld(int listId) const {
+    const auto found = std::ranges::find(m_others, listId, [](const auto& other) { return other->ListId(); });
+    if (found == m_others.end() || (*found)->Client() ||
+        (*found)->Reader().GetState() == ListReader::State::Whole)
+        return {};
+    return tr("The list is one of another seat: %1.").arg((*found)->StateText());
 }
 
 bool Sharing::IsOfOthers(const Node& list) {

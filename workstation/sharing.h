@@ -86,6 +86,9 @@ public:
 
     /// Why entries of a list cannot be changed; empty when they can, and for lists that are not shared.
     QString WhyNoEditing(int listId) const;
+    /// Why a list of records of another seat is not what that has now; empty when it is, and for all others,
+    /// of which `WhyNoEditing` tells it.
+    QString WhyOld(int listId) const;
     /// Whether a list's node is that of a list of another seat, which is kept there.
     static bool IsOfOthers(const Node& list);
     /// Asks the server of the targets to load a file, by its bare name in the server's own folder.

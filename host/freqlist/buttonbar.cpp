@@ -285,7 +285,7 @@ void FreqStoreListViewButtonBar::showCounts() {
 
 void FreqStoreListViewButtonBar::EnableActions() {
     const bool selected = m_list && m_list->SelectedCount() > 0;
-    QStringList reasons;
+    QStringList reasons = m_note.isEmpty() ? QStringList() : QStringList{m_note};
     for (size_t i = 0; i < m_actions.size(); ++i) {
         const Needs needs = Infos[i].needs;
         const QString reason = whyOff(i);
@@ -311,6 +311,11 @@ QString FreqStoreListViewButtonBar::whyOff(size_t action) const {
 void FreqStoreListViewButtonBar::SetWhyOff(Action action, const QString& reason) {
     if (std::exchange(m_whyOff[action], reason) != reason)
         EnableActions();
+}
+
+void FreqStoreListViewButtonBar::SetNote(const QString& note) {
+    m_note = note;
+    EnableActions();
 }
 
 void FreqStoreListViewButtonBar::showNotice(const QString& notice) {

@@ -64,6 +64,8 @@ public:
     /// Why the program does not offer an action at present, beside what the view says (see its `WhyOff`);
     /// empty when it does.
     void SetWhyOff(Action action, const QString& reason);
+    /// What there is to know of the list as a whole, shown as reasons are; empty takes it away.
+    void SetNote(const QString& note);
 
     /// Re-reads which actions apply to the present selection and which the view offers at present. Why an
     /// action is off stands in its tool tip and below the bar.
@@ -102,7 +104,8 @@ private:
     std::array<QString, ActionCount> m_whyOff; ///< by the program
     QString m_caption;
     QToolBar* m_toolBar;
-    QLabel* m_notice;    ///< why actions are off
+    QLabel* m_notice; ///< why actions are off, and the note
+    QString m_note;
     QToolButton* m_open; ///< beside it, where only a file helps
     QLabel* m_counts;
     FilterField* m_filter;

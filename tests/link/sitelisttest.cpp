@@ -47,7 +47,7 @@ TEST(SiteLists, tellWhatEachHasAndWhoServesItWhateverHappens) {
     publish("never/claim", Messages::Claim{Q("bert/gone"), 1}.Encode());
     publish("garbage/manifest", "\x01garbage");
     EXPECT_TRUE(
-        looker.Show({"Targets 4 server served", "a/b - server begins", "later -  of another version"}))
+        looker.Show({"Targets 4 server served", "a/b - server begins", "later -  other version"}))
         << looker.Texts().join('\n').toStdString();
 
     broker.Stop();
@@ -55,7 +55,7 @@ TEST(SiteLists, tellWhatEachHasAndWhoServesItWhateverHappens) {
     EXPECT_TRUE(Until([&] { return looker.Texts().isEmpty(); }));
     server.reset();
     broker.Start();
-    EXPECT_TRUE(looker.Show({"Targets 4 server the server has gone", "later -  of another version"}))
+    EXPECT_TRUE(looker.Show({"Targets 4 server server gone", "later -  other version"}))
         << looker.Texts().join('\n').toStdString();
 }
 

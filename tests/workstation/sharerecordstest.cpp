@@ -11,6 +11,7 @@
 #include "workstation/timepicture.h"
 
 #include <QDockWidget>
+#include <QLabel>
 #include <QMenu>
 
 namespace {
@@ -222,6 +223,10 @@ TEST_F(SharedDetections, SayWhatTheyAreAndRememberTheirOwnColumns) {
     EXPECT_TRUE(Until([&] { return view->EmptyText().contains("has no entries in it"); }));
     broker.Stop();
     EXPECT_TRUE(Until([&] { return view->EmptyText().contains("come when the seat"); }));
+    const auto labels = window().BarOf(idOf(Theirs))->findChildren<QLabel*>();
+    EXPECT_TRUE(std::ranges::any_of(labels, [](QLabel* label) {
+        return label->text().startsWith("The list is one of another seat: not connected");
+    })) << "what is shown is marked as old";
     EXPECT_TRUE(own->EmptyText().contains("while a search runs"));
     EXPECT_NE(view->GetWidget()->objectName(), own->GetWidget()->objectName());
     EXPECT_EQ(window().BarOf(idOf(Theirs))->GetCaption(), Theirs);

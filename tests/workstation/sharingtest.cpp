@@ -10,6 +10,7 @@
 #include "workstation/sharesitepanel.h"
 
 #include <QInputDialog>
+#include <QLabel>
 #include <QPushButton>
 #include <QTreeWidget>
 
@@ -412,6 +413,26 @@ TEST_F(Shares, RowsTellWhoEditsThem) {
     ASSERT_TRUE(Until([&] { return other.Client().EditorsOf(*other.At(2)).isEmpty(); }));
 }
 
+TEST_F(Shares, LongTextsThatDifferAtTheirEndsAreShownWhole) {
+    open({});
+    const QString text = Q("a long comment that has more words than there is room for, and ends with ");
+    ShareRefusal dialog(sharing(), &window());
+    dialog.Add(idOf(Targets),
+               {.reason = Q("late"), .fields = {{Q("comment"), text + "theirs", text + "mine"}}});
+    dialog.setAttribute(Qt::WA_DeleteOnClose, false);
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+    const auto* const fields = dialog.findChild<QTreeWidget*>();
+    QTreeWidgetItem* const field = fields->topLevelItem(0)->child(0);
+    const QRect row = fields->visualItemRect(field);
+    for (int column = 1; column < 3; ++column) {
+        const QRect room(0, 0, fields->columnWidth(column), row.height());
+        const QRect needed = fields->fontMetrics().boundingRect(room, Qt::TextWordWrap, field->text(column));
+        EXPECT_LE(needed.height(), row.height()) << column;
+        EXPECT_GT(needed.height(), fields->fontMetrics().height());
+    }
+}
+
 TEST_F(Shares, ThePanelShowsWhatTheSiteHas) {
     open({});
     OtherSeat noi(broker, "noi", "carla");
@@ -432,10 +453,13 @@ TEST_F(Shares, ThePanelShowsWhatTheSiteHas) {
         return shown() == QStringList{"NOI Frequencies|2|served|carla", "Targets|0|served|anna"};
     })) << shown().join('\n').toStdString();
     noi.Bus().Cut();
-    EXPECT_TRUE(Until([&] { return shown().value(0) == "NOI Frequencies|2|the server has gone|carla"; }))
+    EXPECT_TRUE(Until([&] { return shown().value(0) == "NOI Frequencies|2|server gone|carla"; }))
         << shown().join('\n').toStdString();
+    const auto* const state = lists->parentWidget()->findChild<QLabel*>(Q("State"));
+    EXPECT_TRUE(state->text().startsWith("north: server")) << state->text().toStdString();
     sharing().Disconnect();
     EXPECT_TRUE(shown().isEmpty());
+    EXPECT_TRUE(state->text().startsWith("No list is shared"));
 }
 
 TEST_F(Shares, EntriesOfOtherProgramsComeOnlyWhereTheyMayBeAdded) {
@@ -449,7 +473,8 @@ TEST_F(Shares, EntriesOfOtherProgramsComeOnlyWhereTheyMayBeAdded) {
     const auto whyOff = [](bool replaces) { return ImportLists().front().WhyOff(replaces); };
     EXPECT_EQ(whyOff(true) + whyOff(false), "");
     share(Role::Client);
-    EXPECT_TRUE(Until([&] { return whyOff(true).contains("only read the list"); })) << whyOff(true).toStdString();
+    EXPECT_TRUE(Until([&] { return whyOff(true).contains("only read the list"); }))
+        << whyOff(true).toStdString();
     EXPECT_EQ(whyOff(true), whyOff(false));
     const auto id = static_cast<unsigned>(idOf(Targets));
     sharing().Disconnect();
