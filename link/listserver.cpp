@@ -92,8 +92,10 @@ std::vector<ListServer::Step> ListServer::stepsOf(const std::vector<quint32>& se
     size_t seen = 0;
     for (const quint32 serial : serials) {
         StepOf(seen++, serials.size());
+        if (m_list.node->ChildBySerial(serial))
+            continue;
         const auto row = m_publisher.rows.Find(serial);
-        if (!row || m_list.node->ChildBySerial(serial))
+        if (!row)
             continue;
         gone.push_back(serial);
         vanished.Add(Wire::Hash(row->Content().contents), serial);

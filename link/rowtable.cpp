@@ -19,7 +19,8 @@ std::optional<RowTable::Row> RowTable::Find(quint32 serial) const {
     if (found == m_places.end())
         return std::nullopt;
     const auto [id, chunk, ordinal] = found->second;
-    return Row{id, chunk, ordinal, stretchOf(serial, chunk).row};
+    const Chunk& its = m_chunks[chunk];
+    return Row{id, chunk, ordinal, its.RowAt(its.NumberOf(serial))};
 }
 
 quint32 RowTable::SerialOf(Messages::EntryId id) const {
@@ -27,17 +28,23 @@ quint32 RowTable::SerialOf(Messages::EntryId id) const {
     return found == m_serials.end() ? 0 : found->second;
 }
 
-/// The row must be in the chunk.
-RowTable::Stretch RowTable::stretchOf(quint32 serial, quint32 chunk) const {
-    const auto& [serials, rows] = m_chunks[chunk];
-    const auto number =
-        static_cast<size_t>(std::find(serials.begin(), serials.end(), serial) - serials.begin());
-    Wire::Reader in(rows);
-    for (size_t before = 0; before < number; ++before)
-        in.Block();
-    const qsizetype begin = rows.size() - in.Left();
-    const QByteArrayView row = in.Block();
-    return {number, begin, rows.size() - in.Left() - begin, row};
+size_t RowTable::Chunk::NumberOf(quint32 serial) const {
+    const auto isIts = [serial](const End& end) { return end.serial == serial; };
+    return static_cast<size_t>(std::find_if(ends.begin(), ends.end(), isIts) - ends.begin());
+}
+
+QByteArrayView RowTable::Chunk::RowAt(size_t number) const {
+    const quint32 begin = BeginOf(number);
+    return Wire::Reader(QByteArrayView(rows).sliced(begin, ends[number].at - begin)).Block();
+}
+
+void RowTable::Chunk::Replace(size_t number, const QByteArray& block) {
+    const quint32 begin = BeginOf(number);
+    const quint32 before = ends[number].at - begin;
+    const auto now = static_cast<quint32>(block.size());
+    rows.replace(begin, before, block);
+    for (; before != now && number < ends.size(); ++number)
+        ends[number].at += now - before;
 }
 
 quint32 RowTable::chunkWithRoom() {
@@ -54,17 +61,18 @@ quint32 RowTable::chunkWithRoom() {
 }
 
 void RowTable::append(quint32 serial, quint32 chunk, QByteArrayView row) {
-    m_chunks[chunk].serials.push_back(serial);
-    m_chunks[chunk].rows += blockOf(row);
+    Chunk& its = m_chunks[chunk];
+    its.rows += blockOf(row);
+    its.ends.push_back({serial, static_cast<quint32>(its.rows.size())});
 }
 
 /// Puts the row in the place of the one of serial `before`, which may be the same.
 void RowTable::putAnew(quint32 serial, quint32 before, const QByteArray& row) {
     Chunk& chunk = m_chunks[m_places[before].chunk];
-    const Stretch old = stretchOf(before, m_places[before].chunk);
-    m_sum.Remove(Wire::Hash(old.row));
-    chunk.serials[old.number] = serial;
-    chunk.rows.replace(old.begin, old.size, blockOf(row));
+    const size_t number = chunk.NumberOf(before);
+    m_sum.Remove(Wire::Hash(chunk.RowAt(number)));
+    chunk.ends[number].serial = serial;
+    chunk.Replace(number, blockOf(row));
 }
 
 quint32 RowTable::Put(quint32 serial, quint32 ordinal, const Messages::Row& row) {
@@ -96,12 +104,13 @@ quint32 RowTable::Remove(quint32 serial) {
     const auto [id, chunk, ordinal] = found->second;
     m_places.erase(found);
     m_serials.erase(id);
-    const Stretch row = stretchOf(serial, chunk);
-    m_sum.Remove(Wire::Hash(row.row));
+    Chunk& its = m_chunks[chunk];
+    const size_t number = its.NumberOf(serial);
+    m_sum.Remove(Wire::Hash(its.RowAt(number)));
     if (CountIn(chunk) == RowsInChunk)
         m_roomy.push_back(chunk);
-    m_chunks[chunk].rows.remove(row.begin, row.size);
-    std::erase(m_chunks[chunk].serials, serial);
+    its.Replace(number, {});
+    its.ends.erase(its.ends.begin() + static_cast<std::ptrdiff_t>(number));
     m_removed[id] = {serial, ordinal};
     m_removedIds[serial] = id;
     m_removedOrder.push_back(id);
@@ -124,11 +133,10 @@ void RowTable::Deal() {
     m_roomy.clear();
     std::vector<std::pair<quint32, QByteArrayView>> all;
     all.reserve(Count());
-    for (const auto& [serials, rows] : before) {
+    for (const Chunk& chunk : before) {
         StepOf(all.size(), Count());
-        Wire::Reader in(rows);
-        for (const quint32 serial : serials)
-            all.emplace_back(serial, in.Block());
+        for (size_t number = 0; number < chunk.ends.size(); ++number)
+            all.emplace_back(chunk.ends[number].serial, chunk.RowAt(number));
     }
     std::sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     size_t dealt = 0;

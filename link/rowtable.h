@@ -49,7 +49,7 @@ public:
     void Deal();
 
     size_t ChunkCount() const { return m_chunks.size(); }
-    size_t CountIn(quint32 chunk) const { return m_chunks[chunk].serials.size(); }
+    size_t CountIn(quint32 chunk) const { return m_chunks[chunk].ends.size(); }
     /// The rows of a chunk, each behind its length.
     QByteArrayView BytesOf(quint32 chunk) const { return m_chunks[chunk].rows; }
     /// All serials, in order.
@@ -68,19 +68,23 @@ private:
         quint32 chunk;
         quint32 ordinal;
     };
-    struct Chunk {
-        std::vector<quint32> serials; ///< of the rows, in their order
-        QByteArray rows;
+    /// Where a row ends in its chunk.
+    struct End {
+        quint32 serial;
+        quint32 at;
     };
-    /// Where a row stands in its chunk.
-    struct Stretch {
-        size_t number;
-        qsizetype begin, size; ///< with its length in front
-        QByteArrayView row;
+    struct Chunk {
+        std::vector<End> ends; ///< of the rows, in their order
+        QByteArray rows;
+
+        quint32 BeginOf(size_t number) const { return number == 0 ? 0 : ends[number - 1].at; }
+        size_t NumberOf(quint32 serial) const; ///< the row must be there
+        QByteArrayView RowAt(size_t number) const;
+        /// Puts the bytes of a row, with their length in front, in place of the row that stands there.
+        void Replace(size_t number, const QByteArray& block);
     };
 
     quint32 chunkWithRoom();
-    Stretch stretchOf(quint32 serial, quint32 chunk) const;
     void putAnew(quint32 serial, quint32 before, const QByteArray& row);
     void append(quint32 serial, quint32 chunk, QByteArrayView row);
     void forgetOldestRemoved();

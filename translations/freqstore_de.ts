@@ -1455,6 +1455,13 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
     </message>
 </context>
 <context>
+    <name>FrequencyNodeMediatorCtrl</name>
+    <message>
+        <source>Showing the list</source>
+        <translation>Die Liste wird angezeigt</translation>
+    </message>
+</context>
+<context>
     <name>GuardedApplication</name>
     <message>
         <source>The last action</source>
@@ -4006,12 +4013,20 @@ Fremdes: %2</translation>
         <source>%1 is no list of records</source>
         <translation>%1 ist keine Liste von Datensätzen</translation>
     </message>
+    <message>
+        <source>Showing the shared list</source>
+        <translation>Die geteilte Liste wird angezeigt</translation>
+    </message>
 </context>
 <context>
     <name>RecordServer</name>
     <message>
         <source>%1 is no list of records</source>
         <translation>%1 ist keine Liste von Datensätzen</translation>
+    </message>
+    <message>
+        <source>Sharing the list</source>
+        <translation>Die Liste wird geteilt</translation>
     </message>
 </context>
 <context>
