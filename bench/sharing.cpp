@@ -36,8 +36,9 @@ public:
     BenchBroker() {
         QFile file(m_dir.filePath(QStringLiteral("conf")));
         file.open(QIODevice::WriteOnly);
-        file.write("listener " + QByteArray::number(Port) +
-                   " 127.0.0.1\nallow_anonymous true\nmax_queued_messages 1000000000\nmax_inflight_messages 0\n");
+        file.write(
+            "listener " + QByteArray::number(Port) +
+            " 127.0.0.1\nallow_anonymous true\nmax_queued_messages 1000000000\nmax_inflight_messages 0\n");
         file.close();
         m_process.setProcessChannelMode(QProcess::MergedChannels);
         m_process.start(QStringLiteral("mosquitto"), {QStringLiteral("-c"), file.fileName()});

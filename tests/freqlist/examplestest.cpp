@@ -8,6 +8,7 @@
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/freqlist/listsaving.h"
 #include "host/freqlist/undohistory.h"
 #include "host/freqlist/vectorlistview.h"
 #include "host/freqstorexml/filehandling.h"
@@ -145,6 +146,24 @@ TEST_F(Examples, ATraceAndAProblemReachTheirReceivers) {
     Problems::Report("bookmarks", {file, 12, QStringLiteral("has no frequency")});
     // end
     EXPECT_EQ(told, QStringList("a.csv:12: has no frequency"));
+}
+
+TEST_F(Examples, AListThatIsSavedIsKnownMeanwhile) {
+    constexpr int listId = 7;
+    const QString path = QStringLiteral("a.csv");
+    std::vector<std::pair<int, QString>> written;
+    const auto writeEntries = [&](const QString& file) {
+        written.emplace_back(ListSaving::Current(), file);
+        return true;
+    };
+    const auto save = [&] {
+        // listsaving.h
+        return ListSaving::Do(listId, [&] { return writeEntries(path); });
+        // end
+    };
+    EXPECT_TRUE(save());
+    EXPECT_EQ(written, (std::vector<std::pair<int, QString>>{{listId, path}}));
+    EXPECT_EQ(ListSaving::Current(), 0);
 }
 
 TEST_F(Examples, ANodeOwnsItsValues) {
@@ -364,7 +383,7 @@ TEST_F(Examples, OfTheHeadersStandHereWordByWord) {
                 EXPECT_TRUE(here.contains(withoutBlanks(part))) << path.toStdString() << part.toStdString();
         }
     }
-    EXPECT_EQ(count, 24);
+    EXPECT_EQ(count, 25);
 }
 
 } // namespace
