@@ -286,8 +286,12 @@ QString TableChoice::ToText(const QStringList& headings) const {
         const TableColumn& column = columns[i];
         if (column.field == TableField::None)
             continue;
+        const auto place = static_cast<qsizetype>(i);
+        const QString heading = headings.value(place);
+        const bool isName =
+            headings.indexOf(heading) == place && !heading.contains(u',') && !heading.contains(u':');
         QString text =
-            TableFieldWord(column.field) + QLatin1Char('=') + headings.value(static_cast<qsizetype>(i));
+            TableFieldWord(column.field) + QLatin1Char('=') + (isName ? heading : QString::number(place + 1));
         if (column.field == TableField::Frequency || column.field == TableField::Bandwidth)
             text += column.hertzPerUnit == TableColumn::InEachCell
                         ? QString()

@@ -38,8 +38,8 @@ struct TableChoice {
 
     /// Why it cannot be read so, as a sentence for the operator; empty when it can.
     QString WhyOpen(const QStringList& headings) const;
-    /// As options of a command line: "frequency=Freq:MHz,name=Call"; columns without a heading are numbers
-    /// from 1.
+    /// As options of a command line: "frequency=Freq:MHz,name=Call"; columns are numbers from 1 where
+    /// they have no heading, or one that cannot stand there.
     QString ToText(const QStringList& headings) const;
     bool operator==(const TableChoice&) const = default;
 };

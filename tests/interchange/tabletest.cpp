@@ -37,6 +37,10 @@ TEST_P(Tables, AreProposedAndReadAsProposed) {
     EXPECT_EQ(found.proposal.ToText(found.headings).toStdString(), row.proposal);
     EXPECT_EQ(found.choice.WhyOpen(found.headings).toStdString(), row.open);
     EXPECT_EQ(entriesOf(row.text, found.proposal), row.entries);
+    TableChoice told = found.choice;
+    if (*row.proposal)
+        TakeTableOptions(QString::fromLatin1(row.proposal), found, told);
+    EXPECT_EQ(entriesOf(row.text, told), row.entries) << "as the command line is told";
 }
 
 const TableRow Rows[] = {
@@ -55,6 +59,11 @@ const TableRow Rows[] = {
      "frequency=Freq MHz:MHz,notes=Comment,name=Name",
      "",
      {"121500000|0||Guard | north"}},
+    {"HeadingsThatNoOptionCanName",
+     "\"Freq, MHz\",Name,Name\n121.5,Guard,x\n",
+     "frequency=1:MHz,name=Name",
+     "",
+     {"121500000|0||Guard"}},
     {"UnitsOpenOfBandwidths",
      "Freq;Bandwidth\n118.1;8.33\n98.5;180\n",
      "frequency=Freq:MHz,bandwidth=Bandwidth:kHz",
