@@ -417,8 +417,9 @@ TEST_F(Shares, LongTextsThatDifferAtTheirEndsAreShownWhole) {
     open({});
     const QString text = Q("a long comment that has more words than there is room for, and ends with ");
     ShareRefusal dialog(sharing(), &window());
-    dialog.Add(idOf(Targets),
-               {.reason = Q("late"), .fields = {{Q("comment"), text + "theirs", text + "mine"}}});
+    dialog.Add(
+        idOf(Targets),
+        {.reason = Q("late"), .entry = {}, .fields = {{Q("comment"), text + "theirs", text + "mine"}}});
     dialog.setAttribute(Qt::WA_DeleteOnClose, false);
     dialog.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
