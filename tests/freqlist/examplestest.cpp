@@ -8,6 +8,7 @@
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/frequencynodemediator.h"
 #include "host/freqlist/frequencynodemediatorctrl.h"
+#include "host/freqlist/listsaving.h"
 #include "host/freqlist/undohistory.h"
 #include "host/freqlist/vectorlistview.h"
 #include "host/freqstorexml/filehandling.h"
@@ -324,6 +325,13 @@ TEST_F(Examples, AListIsRegisteredWithItsControllerAndView) {
     const bool isThere = store.GetDefinition(listId) != nullptr; // true
     // end
     EXPECT_TRUE(isThere);
+    const QString path = Path("bookmarks.xml");
+    // listsaving.h
+    const bool isSaved = ListSaving::Do(listId, [&] { return controller.SaveFrequencies(path); });
+    // end
+    EXPECT_TRUE(isSaved);
+    EXPECT_EQ(ListSaving::Do(&controller, [] { return ListSaving::Current(); }), listId);
+    EXPECT_EQ(ListSaving::Current(), 0);
     const std::unique_ptr<FrequencyStoreListView> view(
         store.GetDefinition(listId)->CreateView(nullptr, static_cast<unsigned>(listId)));
     ASSERT_EQ(view->GetListView()->topLevelItemCount(), 1);
@@ -364,7 +372,7 @@ TEST_F(Examples, OfTheHeadersStandHereWordByWord) {
                 EXPECT_TRUE(here.contains(withoutBlanks(part))) << path.toStdString() << part.toStdString();
         }
     }
-    EXPECT_EQ(count, 24);
+    EXPECT_EQ(count, 25);
 }
 
 } // namespace
