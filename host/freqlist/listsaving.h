@@ -9,7 +9,7 @@ class MultiViewMediatorCtrl;
 /// none. GUI thread only.
 ///
 /// \code
-/// return ListSaving::Do(listId, [&] { return writeEntries(path); });
+/// const bool isSaved = ListSaving::Do(listId, [&] { return controller.SaveFrequencies(path); });
 /// \endcode
 class ListSaving {
 public:

@@ -343,6 +343,13 @@ TEST_F(Examples, AListIsRegisteredWithItsControllerAndView) {
     const bool isThere = store.GetDefinition(listId) != nullptr; // true
     // end
     EXPECT_TRUE(isThere);
+    const QString path = Path("bookmarks.xml");
+    // listsaving.h
+    const bool isSaved = ListSaving::Do(listId, [&] { return controller.SaveFrequencies(path); });
+    // end
+    EXPECT_TRUE(isSaved);
+    EXPECT_EQ(ListSaving::Do(&controller, [] { return ListSaving::Current(); }), listId);
+    EXPECT_EQ(ListSaving::Current(), 0);
     const std::unique_ptr<FrequencyStoreListView> view(
         store.GetDefinition(listId)->CreateView(nullptr, static_cast<unsigned>(listId)));
     ASSERT_EQ(view->GetListView()->topLevelItemCount(), 1);
