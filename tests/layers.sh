@@ -57,6 +57,7 @@ for program in $parts cli workstation; do
 done
 allowed[tests/workstation]+=" examples/bookmarks tests/link tests/receiver" # seats and radios beside the window
 tests_of tests/recoverychild workstation
+tests_of tests/keyringchild workstation
 room bench host controls $parts workstation cli
 room fuzz host controls $parts
 # The same answers are expected of the scanner whoever damages the document.

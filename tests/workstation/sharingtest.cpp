@@ -413,6 +413,21 @@ TEST_F(Shares, RowsTellWhoEditsThem) {
     ASSERT_TRUE(Until([&] { return other.Client().EditorsOf(*other.At(2)).isEmpty(); }));
 }
 
+TEST_F(Shares, WhereLongTextsDifferIsSeen) {
+    open({});
+    const QString alike = Q("a long comment that has more words than there is room for, and ends with ");
+    ShareRefusal dialog(sharing(), &window());
+    dialog.Add(idOf(Targets), {.reason = Q("late"),
+                               .entry = {},
+                               .fields = {{Q("comment"), alike + "mine", alike + "theirs"},
+                                          {Q("comment"), Q("mine"), QString()}}});
+    const QTreeWidgetItem* const entry = dialog.findChild<QTreeWidget*>()->topLevelItem(0);
+    EXPECT_EQ(entry->child(0)->text(1), Q("…ends with mine"));
+    EXPECT_EQ(entry->child(0)->text(2), Q("…ends with theirs"));
+    EXPECT_EQ(entry->child(0)->toolTip(2), alike + "theirs");
+    EXPECT_EQ(entry->child(1)->text(1), "mine");
+}
+
 TEST_F(Shares, ThePanelShowsWhatTheSiteHas) {
     open({});
     OtherSeat noi(broker, "noi", "carla");
@@ -453,7 +468,8 @@ TEST_F(Shares, EntriesOfOtherProgramsComeOnlyWhereTheyMayBeAdded) {
     const auto whyOff = [](bool replaces) { return ImportLists().front().WhyOff(replaces); };
     EXPECT_EQ(whyOff(true) + whyOff(false), "");
     share(Role::Client);
-    EXPECT_TRUE(Until([&] { return whyOff(true).contains("only read the list"); })) << whyOff(true).toStdString();
+    EXPECT_TRUE(Until([&] { return whyOff(true).contains("only read the list"); }))
+        << whyOff(true).toStdString();
     EXPECT_EQ(whyOff(true), whyOff(false));
     const auto id = static_cast<unsigned>(idOf(Targets));
     sharing().Disconnect();
