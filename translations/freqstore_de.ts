@@ -4866,7 +4866,7 @@ Fremdes: %2</translation>
     </message>
     <message>
         <source>Sit&amp;e</source>
-        <translation>Stando&amp;rt</translation>
+        <translation>S&amp;tandort</translation>
     </message>
     <message>
         <source>the password is not kept: %1; a password file does without a keyring</source>

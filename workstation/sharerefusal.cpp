@@ -18,6 +18,9 @@ namespace {
 constexpr QSize UsualSize(620, 300);
 /// More are counted, not shown.
 constexpr size_t MostShown = 200;
+/// Characters of two texts that are alike before they differ.
+constexpr qsizetype LongestAlike = 20;
+constexpr qsizetype ShownAlike = 10;
 const QString FrequencyName = QStringLiteral("frequency");
 
 QString titleOf(const ListClient::Refusal& refusal) {
@@ -28,6 +31,20 @@ QString titleOf(const ListClient::Refusal& refusal) {
     const Node* const entry = refusal.entry.get();
     const ValueBase* const frequency = entry ? entry->FindOwnValue(Names::Intern(FrequencyName)) : nullptr;
     return frequency ? DetailsPanel::TextOf(FrequencyName, frequency->GetStringValue()) : QString();
+}
+
+/// Long texts often differ at their ends only, for which there is no room: they begin shortly before that.
+void addField(QTreeWidgetItem& entry, const ListClient::Refusal::Field& field) {
+    const QString mine = DetailsPanel::TextOf(field.name, field.wanted);
+    const QString theirs = DetailsPanel::TextOf(field.name, field.present);
+    const auto differs = std::ranges::mismatch(mine, theirs).in1 - mine.begin();
+    const auto fromThere = [&](const QString& text) {
+        return differs > LongestAlike ? QChar(0x2026) + text.mid(differs - ShownAlike) : text;
+    };
+    auto* row =
+        new QTreeWidgetItem(&entry, {DetailsPanel::TitleOf(field.name), fromThere(mine), fromThere(theirs)});
+    row->setToolTip(1, mine);
+    row->setToolTip(2, theirs);
 }
 
 } // namespace
@@ -71,9 +88,7 @@ void ShareRefusal::Add(int listId, const ListClient::Refusal& refusal) {
         auto* entry = new QTreeWidgetItem(m_fields, {titleOf(refusal), isRemoval ? tr("removed") : QString(),
                                                      isRemoval ? tr("there") : QString()});
         for (const ListClient::Refusal::Field& field : refusal.fields)
-            new QTreeWidgetItem(entry, {DetailsPanel::TitleOf(field.name),
-                                        DetailsPanel::TextOf(field.name, field.wanted),
-                                        DetailsPanel::TextOf(field.name, field.present)});
+            addField(*entry, field);
         entry->setExpanded(true);
     }
     Refresh();
