@@ -96,7 +96,7 @@ Node* Mirror::Attach(EntryId id, const Messages::Row& row) {
         insert(id, row, *entry);
         return entry;
     }
-    const ListCopy::Order behind(after, m_places.end());
+    Sorted behind(after, m_places.end());
     std::vector<Node*> nodes;
     for (const auto& [place, other] : behind) {
         nodes.push_back(EntryOf(other));
@@ -153,7 +153,7 @@ void Mirror::SetRevision(EntryId id, Messages::Revision revision, quint32 layout
 }
 
 /// Whether the entries that are here stand in the order of the rows, and new ones come behind them all.
-bool Mirror::keepsOrder(const ListCopy::Order& rows) const {
+bool Mirror::keepsOrder(const Sorted& rows) const {
     quint32 last = 0;
     bool sawNew = false;
     size_t seen = 0;
@@ -171,7 +171,7 @@ bool Mirror::keepsOrder(const ListCopy::Order& rows) const {
 }
 
 void Mirror::ShowAll(const std::function<bool(EntryId)>& keep) {
-    const ListCopy::Order rows = m_copy.InOrder();
+    const Sorted rows = m_copy.InOrder();
     if (!std::exchange(m_isShown, true))
         m_list.node->DeleteChildren();
     const bool staysInOrder = keepsOrder(rows);

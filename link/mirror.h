@@ -51,8 +51,9 @@ private:
         Messages::Revision revision;
         quint32 layout;
     };
+    using Sorted = ListCopy::Order;
 
-    bool keepsOrder(const ListCopy::Order& rows) const;
+    bool keepsOrder(const Sorted& rows) const;
     Node* make(const Messages::Row& row) const;
     void insert(EntryId id, const Messages::Row& row, Node& entry);
     void forget(EntryId id, bool remember);
