@@ -105,7 +105,7 @@ Node* Mirror::Attach(EntryId id, const Messages::Row& row, std::unique_ptr<Node>
     }
     std::vector<std::pair<EntryId, std::unique_ptr<Node>>> behind;
     std::vector<Node*> nodes;
-    for (const auto& [place, other] : ListCopy::Order(after, m_places.end())) {
+    for (const auto& [place, other] : Sorted(after, m_places.end())) {
         Node* const old = EntryOf(other);
         if (!old)
             continue;
@@ -164,7 +164,7 @@ void Mirror::SetRevision(EntryId id, Messages::Revision revision, quint32 layout
 }
 
 /// Whether the entries that are here stand in the order of the rows, and new ones come behind them all.
-bool Mirror::keepsOrder(const ListCopy::Order& rows) const {
+bool Mirror::keepsOrder(const Sorted& rows) const {
     quint32 last = 0;
     bool sawNew = false;
     size_t seen = 0;
@@ -182,7 +182,7 @@ bool Mirror::keepsOrder(const ListCopy::Order& rows) const {
 }
 
 void Mirror::ShowAll(const std::function<bool(EntryId)>& keep) {
-    const ListCopy::Order rows = m_copy.InOrder();
+    const Sorted rows = m_copy.InOrder();
     if (!std::exchange(m_isShown, true))
         m_list.node->DeleteChildren();
     const bool staysInOrder = keepsOrder(rows);

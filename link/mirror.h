@@ -54,8 +54,9 @@ private:
         Messages::Revision revision;
         quint32 layout;
     };
+    using Sorted = ListCopy::Order;
 
-    bool keepsOrder(const ListCopy::Order& rows) const;
+    bool keepsOrder(const Sorted& rows) const;
     std::unique_ptr<Node> make(const Messages::Row& row) const;
     void insert(EntryId id, const Messages::Row& row, Node& entry);
     void forget(EntryId id, bool remember);

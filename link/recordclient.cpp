@@ -97,8 +97,8 @@ private:
         shown.reserve(shown.size() + rows.size());
         for (const auto& [place, id] : rows) {
             StepOf(records.size(), rows.size());
-            const Record& record = records.emplace_back(recordOf(*copy.Find(id)));
-            shown[id] = {static_cast<quint64>(shown.size()), &record};
+            const auto number = static_cast<quint64>(shown.size());
+            shown[id] = {number, &records.emplace_back(recordOf(*copy.Find(id)))};
         }
         m_lastPlace = rows.empty() ? m_lastPlace : rows.back().first;
         return records;
