@@ -41,6 +41,14 @@ QString textOfConnack(int code) {
     }
 }
 
+/// The library has no words for each of its own.
+QString textOf(int result) {
+    return result == MOSQ_ERR_KEEPALIVE
+               ? MqttBus::tr("the broker does not answer")
+               : QString::fromLocal8Bit(result == MOSQ_ERR_ERRNO ? strerror(errno)
+                                                                 : mosquitto_strerror(result));
+}
+
 } // namespace
 
 /// One connection of the library, made anew each time: the library would send what a broken one had under way
@@ -204,8 +212,7 @@ private:
     QString reasonOf(int result) {
         if (!refusal.isEmpty())
             return std::exchange(refusal, {});
-        return QString::fromLocal8Bit(result == MOSQ_ERR_ERRNO ? strerror(errno)
-                                                               : mosquitto_strerror(result));
+        return textOf(result);
     }
     /// With the lock held.
     template <typename Bus, typename... Parameters, typename... Arguments>
@@ -276,7 +283,7 @@ void MqttBus::Connection::onConnect(mosquitto*, void* connection, int code, int,
 
 void MqttBus::Connection::onDisconnect(mosquitto*, void* connection, int code, const mosquitto_property*) {
     if (code != 0)
-        of(connection).m_worker.Disconnected(QString::fromUtf8(mosquitto_strerror(code)));
+        of(connection).m_worker.Disconnected(textOf(code));
 }
 
 void MqttBus::Connection::onMessage(mosquitto*, void* connection, const mosquitto_message* message) {

@@ -2876,6 +2876,10 @@ Fremdes: %2</translation>
         <source>is larger than the broker takes at once</source>
         <translation>ist größer, als der Broker auf einmal nimmt</translation>
     </message>
+    <message>
+        <source>the broker does not answer</source>
+        <translation>der Broker antwortet nicht</translation>
+    </message>
 </context>
 <context>
     <name>NOIFrequencyHandler</name>
