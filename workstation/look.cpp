@@ -2,7 +2,8 @@
 
 #include <QApplication>
 #include <QPalette>
-#include <QStyle>
+#include <QProxyStyle>
+#include <QStyleOption>
 
 namespace {
 
@@ -46,6 +47,23 @@ QPalette paletteOf(bool dark) {
     return palette;
 }
 
+/// Fusion draws the edges of boxes darker than what they stand on, which is hardly seen on dark grounds.
+class DarkStyle : public QProxyStyle {
+public:
+    DarkStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        if (!option || (element != PE_IndicatorCheckBox && element != PE_IndicatorRadioButton))
+            return QProxyStyle::drawPrimitive(element, option, painter, widget);
+        QStyleOptionButton lighter;
+        lighter.QStyleOption::operator=(*option);
+        // The edge is this divided by 1.4, and its fill is another role.
+        lighter.palette.setColor(QPalette::Window, option->palette.color(QPalette::WindowText));
+        QProxyStyle::drawPrimitive(element, &lighter, painter, widget);
+    }
+};
+
 } // namespace
 
 Look::Look() : m_style(QApplication::style()->name()), m_font(QApplication::font()) {}
@@ -59,7 +77,10 @@ void Look::SetTheme(Theme theme) {
     if (std::exchange(m_theme, theme) == theme)
         return;
     // Styles of desktops may paint in colours of their own; Fusion takes those of the palette.
-    QApplication::setStyle(theme == Theme::Desktop ? m_style : QStringLiteral("Fusion"));
+    if (theme == Theme::Dark)
+        QApplication::setStyle(new DarkStyle); // the application's from now on
+    else
+        QApplication::setStyle(theme == Theme::Desktop ? m_style : QStringLiteral("Fusion"));
     QApplication::setPalette(theme == Theme::Desktop ? QPalette() : paletteOf(theme == Theme::Dark));
 }
 

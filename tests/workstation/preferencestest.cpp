@@ -10,9 +10,11 @@
 #include "workstation/actions.h"
 #include "workstation/frequencybar.h"
 #include "workstation/keystable.h"
+#include "workstation/look.h"
 #include "workstation/preferencesdialog.h"
 #include "workstation/tuningstrip.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
@@ -21,10 +23,12 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTabWidget>
 #include <QTest>
 #include <QTreeWidget>
 
+#include <cmath>
 #include <gmock/gmock.h>
 
 namespace {
@@ -99,6 +103,32 @@ TEST_F(PreferencesTest, HoldAtOnceAndTheNextTime) {
     EXPECT_FALSE(ColorSet::IsDark());
     station.reset();
     EXPECT_EQ(QApplication::font().pointSize(), points) << "the look ends with the window";
+}
+
+/// How much light a colour gives, from 0 to 1, as accessibility reckons it (WCAG 2.1).
+double luminanceOf(QRgb color) {
+    const auto part = [](int byte) {
+        const double value = byte / 255.0;
+        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(qRed(color)) + 0.7152 * part(qGreen(color)) + 0.0722 * part(qBlue(color));
+}
+
+TEST_F(PreferencesTest, EdgesOfEmptyBoxesAreSeenOnDarkGround) {
+    Look look;
+    look.SetTheme(Look::Theme::Dark);
+    QCheckBox check;
+    QRadioButton radio;
+    for (QAbstractButton* const button :
+         {static_cast<QAbstractButton*>(&check), static_cast<QAbstractButton*>(&radio)}) {
+        button->resize(button->sizeHint());
+        const QImage image = button->grab().toImage();
+        double brightest = 0;
+        for (int x = 0; x < image.width(); ++x)
+            brightest = std::max(brightest, luminanceOf(image.pixel(x, image.height() / 2)));
+        const double ground = luminanceOf(button->palette().color(QPalette::Window).rgb());
+        EXPECT_GE((brightest + 0.05) / (ground + 0.05), 3);
+    }
 }
 
 TEST_F(PreferencesTest, WhatIsWrongInTheSettingsIsToldAndTheDefaultHolds) {
