@@ -72,7 +72,7 @@ private:
             return false;
         List added = recordsOf(copy, news, m_shown);
         for (auto& [shown, record] : changed)
-            m_list.Edit(shown.place, *shown.record, [&](Record& its) { its = std::move(record); });
+            m_list.Edit(shown.place, *shown.record, [&now = record](Record& its) { its = std::move(now); });
         if (!changed.empty())
             m_list.HasChanged(TChangeCode::ValueChanged);
         m_list.Append(std::move(added));
