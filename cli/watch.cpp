@@ -116,9 +116,10 @@ int RunWatch(const QStringList& arguments) {
     args.Parser().addOption({QStringLiteral("once"), QStringLiteral("End when all entries are printed.")});
     args.Parser().addOption(
         {QStringLiteral("lists"), QStringLiteral("Print the lists that the site has instead, and end.")});
-    args.Parser().addOption({QStringLiteral("format"),
-                             QStringLiteral("Of --lists: table (the default) or jsonl, one JSON object a line."),
-                             QStringLiteral("FORMAT"), QStringLiteral("table")});
+    args.Parser().addOption(
+        {QStringLiteral("format"),
+         QStringLiteral("Of --lists: table (the default) or jsonl, one JSON object a line."),
+         QStringLiteral("FORMAT"), QStringLiteral("table")});
     args.Parser().addPositionalArgument(QStringLiteral("URL"), QStringLiteral("Broker and site."));
     int exitCode = ExitDone;
     if (!args.Take(arguments, exitCode))
