@@ -46,8 +46,7 @@ TEST(SiteLists, tellWhatEachHasAndWhoServesItWhateverHappens) {
     publish("later/manifest", "\x7fwhatever it is");
     publish("never/claim", Messages::Claim{Q("bert/gone"), 1}.Encode());
     publish("garbage/manifest", "\x01garbage");
-    EXPECT_TRUE(
-        looker.Show({"Targets 4 server served", "a/b - server begins", "later -  other version"}))
+    EXPECT_TRUE(looker.Show({"Targets 4 server served", "a/b - server begins", "later -  other version"}))
         << looker.Texts().join('\n').toStdString();
 
     broker.Stop();
