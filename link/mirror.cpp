@@ -94,7 +94,8 @@ bool Mirror::restore(EntryId id, Node& entry, quint32 place) {
 }
 
 /// Nearly all new entries come at the end. One that comes between others without having been there before has
-/// all entries behind it made anew, but for those that have been removed here.
+/// all entries behind it made anew, but for those that have been removed here; few of them are not as their
+/// rows.
 Node* Mirror::Attach(EntryId id, const Messages::Row& row, std::unique_ptr<Node> node) {
     Node* const entry = node ? node.release() : make(row).release();
     const auto after = m_places.upper_bound(row.place);
@@ -110,15 +111,17 @@ Node* Mirror::Attach(EntryId id, const Messages::Row& row, std::unique_ptr<Node>
         if (!old)
             continue;
         nodes.push_back(old);
-        behind.emplace_back(other, CopyOf(*old));
+        const ListCopy::Row* const its = m_copy.Find(other);
+        const bool isAsRow = !its || IsAs(*old, its->Content().layout, its->Content().contents);
+        behind.emplace_back(other, isAsRow ? nullptr : CopyOf(*old));
         forget(other, false);
     }
     m_list.node->DeleteNodes(nodes);
     m_list.node->AddItemUnique(entry);
     insert(id, row, *entry);
-    for (auto& [other, copy] : behind) {
+    for (auto& [other, own] : behind) {
         if (const ListCopy::Row* const its = m_copy.Find(other))
-            Attach(other, its->Content(), std::move(copy));
+            Attach(other, its->Content(), std::move(own));
     }
     return entry;
 }
