@@ -124,7 +124,7 @@ TEST_F(ScanTest, AReaderThatGoesEndsIt) {
 }
 
 TEST_F(ScanTest, ARadioThatComesLateIsWaitedForAndScanned) {
-    const QString port = QStringLiteral("127.0.0.1:%1").arg(freePort());
+    const QString port = QStringLiteral("127.0.0.1:%1").arg(FreePort());
     QProcess scan;
     scan.start(CLI_PROGRAM, QStringList{"scan", "--receiver", "hamlib:2@" + port, "--range", "7MHz-7.02MHz",
                                         "--step", "5k", "--passes", "1", "--threshold", "-40"} +

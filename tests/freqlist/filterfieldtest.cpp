@@ -6,6 +6,7 @@
 #include "host/gui/listsettings.h"
 #include "host/gui/sortlistview.h"
 #include "tests/support/testfolder.h"
+#include "tests/support/waiting.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -85,7 +86,7 @@ TEST_F(Filters, SayWhatTheyUnderstoodOfWhatIsTyped) {
 }
 
 TEST_F(Filters, EscapeClearsAndGoesToTheList) {
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window, Patience));
     type("guard");
     EXPECT_EQ(list.ShownCount(), 1);
     QTest::keyClick(&bar.Filter(), Qt::Key_Escape);

@@ -3,6 +3,7 @@
 #include "host/freqlist/valuelistmediator.h"
 #include "host/valuetree/detection.h"
 #include "host/valuetree/tree.h"
+#include "tests/support/waiting.h"
 
 #include <QLabel>
 #include <QScrollBar>
@@ -300,7 +301,7 @@ TEST_F(RecordViews, FilterNarrowsRowsAndSelection) {
     press(Qt::Key_A, Qt::ControlModifier);
     view.GetListView()->SetFilterText("499");
     EXPECT_EQ(view.GetListView()->ShownCount(), 4) << "of a long list the first records are there at once";
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !view.IsFiltering(); }));
+    ASSERT_TRUE(Until([this] { return !view.IsFiltering(); }));
     EXPECT_EQ(view.GetListView()->ShownCount(), 15); // 499, 1499 to 4499, 4990 to 4999
     EXPECT_EQ(view.GetListView()->RowCount(), 5000);
     EXPECT_EQ(view.SelectedCount(), 15);
@@ -316,7 +317,7 @@ TEST_F(RecordViews, FilterNarrowsRowsAndSelection) {
 
 TEST_F(RecordViews, FilterIsRightWhateverHappensWhileItIsAtWork) {
     open(9000);
-    const auto filtered = [this] { return QTest::qWaitFor([this] { return !view.IsFiltering(); }); };
+    const auto filtered = [this] { return Until([this] { return !view.IsFiltering(); }); };
     const auto shown = [this] { return view.GetListView()->ShownCount(); };
 
     view.GetListView()->SetFilterText("89");
@@ -346,7 +347,7 @@ TEST_F(RecordViews, FilterIsRightWhateverHappensWhileItIsAtWork) {
     view.GetListView()->SetFilterText("77");
     EXPECT_TRUE(view.IsFiltering());
     list->PushBack(detection(777777, 5e6, 0));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return view.RecordCount() == 9001 && !view.IsFiltering(); }));
+    ASSERT_TRUE(Until([&] { return view.RecordCount() == 9001 && !view.IsFiltering(); }));
     EXPECT_EQ(shown(), before + 1);
     view.GetListView()->SetFilterText("");
     EXPECT_EQ(shown(), 9001);
@@ -359,7 +360,7 @@ TEST_F(RecordViews, ManyChangesAreOneRefresh) {
     for (unsigned id = 10; id < 60; ++id)
         list->PushBack(detection(id, 5e6, 0));
     EXPECT_EQ(view.RecordCount(), 10);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return view.RecordCount() == 60; }));
+    ASSERT_TRUE(Until([this] { return view.RecordCount() == 60; }));
     EXPECT_EQ(view.followed, 1);
     EXPECT_EQ(view.taken, before) << "the old records were taken again";
     EXPECT_EQ(view.Ids()[1], 10u) << "new records take their place in the order";
@@ -423,14 +424,14 @@ TEST_F(RecordViews, OpenWithTheHeadOfALongListAndTakeTheRestAfterwards) {
     EXPECT_EQ(view.RecordCount(), 50000);
     EXPECT_TRUE(view.IsLoading());
     const int made = view.made;
-    ASSERT_TRUE(QTest::qWaitFor([this] { return view.followed == 1; }));
+    ASSERT_TRUE(Until([this] { return view.followed == 1; }));
     EXPECT_TRUE(view.IsLoading()) << "a part in each turn";
     EXPECT_EQ(view.made, made) << "the page stands";
     list->PushBack(detection(777, 5e6, 0));
     list->Edit(3, *std::next(list->Elements().begin(), 3), [](auto& record) { record.SetID(33); });
     list->Edit(49999, *std::prev(list->Elements().end(), 2), [](auto& record) { record.SetID(44); });
     list->HasChanged(TChangeCode::ValueChanged);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !view.IsLoading(); }));
+    ASSERT_TRUE(Until([this] { return !view.IsLoading(); }));
     EXPECT_EQ(view.taken, 1) << "what was taken stays";
     const std::vector<unsigned> ids = view.Ids();
     ASSERT_EQ(ids.size(), 50001u);
@@ -441,7 +442,7 @@ TEST_F(RecordViews, OpenWithTheHeadOfALongListAndTakeTheRestAfterwards) {
 
     list->GetList().resize(30000);
     list->HasChanged(TChangeCode::ValueChanged);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return view.RecordCount() == 30000; }));
+    ASSERT_TRUE(Until([this] { return view.RecordCount() == 30000; }));
     EXPECT_EQ(view.taken, 2);
     EXPECT_EQ(view.Ids().back(), 29999u);
 }

@@ -4,6 +4,7 @@
 #include "host/freqlist/frequencynodemediator.h"
 #include "tests/freqlist/undofixture.h"
 #include "tests/support/text.h"
+#include "tests/support/waiting.h"
 
 #include <QEventLoop>
 #include <QScopeGuard>
@@ -332,7 +333,7 @@ TEST_F(Undo, WhatIsDeletedRestsAndIsThenKeptWithinTheMemoryOfTheHistory) {
     EXPECT_TRUE(isPacked()) << "there is room for one step";
     deleteSome(2000);
     EXPECT_GT(history.InMemory(), 2 * InOneStep);
-    ASSERT_TRUE(QTest::qWaitFor(isPacked));
+    ASSERT_TRUE(Until(isPacked));
     EXPECT_GT(history.InMemory(), InOneStep) << "the last step rests on";
     stack().undo();
     stack().undo();
@@ -346,7 +347,7 @@ TEST_F(Undo, WhatIsDeletedRestsAndIsThenKeptWithinTheMemoryOfTheHistory) {
     stack().undo();
     EXPECT_TRUE(dumpOf(list) == before);
     stack().redo();
-    ASSERT_TRUE(QTest::qWaitFor(isPacked));
+    ASSERT_TRUE(Until(isPacked));
     stack().undo();
     EXPECT_TRUE(dumpOf(list) == before);
     history.SetMostResting(UndoHistory::MostInMemory); // there is little memory

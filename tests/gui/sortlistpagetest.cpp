@@ -1,4 +1,5 @@
 #include "host/gui/sortlistview.h"
+#include "tests/support/waiting.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -216,10 +217,10 @@ TEST_F(LongList, DragGoesOnBelowThePageWhileTheMouseIsHeld) {
     move(centre(4));
     EXPECT_EQ(selected(), (std::vector<int>{2, 3, 4}));
     move(QPoint(5, view.viewport()->height() + 20));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return view.SelectedCount() > page + 3; }));
+    ASSERT_TRUE(Until([this] { return view.SelectedCount() > page + 3; }));
     EXPECT_GT(view.verticalScrollBar()->value(), 3);
     move(QPoint(5, -20));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return view.IsRowSelected(0); }));
+    ASSERT_TRUE(Until([this] { return view.IsRowSelected(0); }));
     EXPECT_EQ(selected(), (std::vector<int>{0, 1, 2}));
     QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, QPoint(5, -20));
 }

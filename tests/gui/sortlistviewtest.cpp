@@ -1,5 +1,7 @@
 #include "host/gui/sortlistview.h"
 
+#include "tests/support/waiting.h"
+
 #include <QApplication>
 #include <QHeaderView>
 #include <QMenu>
@@ -84,7 +86,7 @@ protected:
     }
     void show() {
         view.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&view, Patience));
         view.grab();
     }
     using Numbers = std::vector<int>;
@@ -454,7 +456,7 @@ TEST_F(List, FilterShowsRowsWithTheTextInAnyCell) {
 }
 
 TEST_F(List, LongListIsFilteredInTurnsAndIsRightWhateverHappensMeanwhile) {
-    const auto filtered = [this] { return QTest::qWaitFor([this] { return !view.IsFiltering(); }); };
+    const auto filtered = [this] { return Until([this] { return !view.IsFiltering(); }); };
     const auto ascending = [this] {
         const Numbers numbers = order();
         return std::is_sorted(numbers.begin(), numbers.end());

@@ -5,16 +5,12 @@
 #include "link/listserver.h"
 #include "link/localbus.h"
 #include "tests/support/text.h"
+#include "tests/support/waiting.h"
 
 #include <QElapsedTimer>
 
 #include <gtest/gtest.h>
 #include <list>
-
-/// Runs the event loop until something is so; false after half a minute.
-inline bool Until(const std::function<bool()>& isSo) {
-    return QTest::qWaitFor(isSo, 30000);
-}
 
 inline const Shape& TestShape() {
     static const Shape& shape =

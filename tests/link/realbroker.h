@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/mqttbus.h"
+#include "tests/support/freeport.h"
 #include "tests/support/testfolder.h"
 #include "tests/support/text.h"
 
@@ -11,20 +12,6 @@
 #include <sys/socket.h>
 #include <thread>
 #include <unistd.h>
-
-/// A socket of this machine's loopback that listens at a free port.
-inline int ListeningSocket(quint16& port) {
-    const int handle = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    bind(handle, reinterpret_cast<sockaddr*>(&address), size);
-    getsockname(handle, reinterpret_cast<sockaddr*>(&address), &size);
-    port = ntohs(address.sin_port);
-    listen(handle, 64);
-    return handle;
-}
 
 /// A mosquitto of the test's own with the configuration of docs/sharing, at a free port of the loopback, with
 /// an authority and passwords that it makes. It is ended by its own process.
@@ -37,9 +24,6 @@ public:
         Write("passwords", "");
         for (const QString& user : users)
             run("mosquitto_passwd", {"-b", Path("passwords"), user, PasswordOf(user)});
-        quint16 port = 0;
-        close(ListeningSocket(port));
-        m_port = port;
         writeConfiguration();
         Start();
     }
@@ -132,7 +116,7 @@ private:
 
     QProcess m_process;
     Rights m_rights;
-    int m_port = 0;
+    quint16 m_port = FreePort();
 };
 
 /// Stands between seats and a broker and spoils connections: holds bytes back, passes half of a piece and
@@ -140,7 +124,7 @@ private:
 class FaultProxy {
 public:
     explicit FaultProxy(int target) : m_target(target) {
-        m_listening = ListeningSocket(m_port);
+        m_listening = ListenAt(m_port);
         m_accepting = std::thread([this] { accept(); });
     }
     ~FaultProxy() {
@@ -208,7 +192,7 @@ private:
 
     int m_target;
     int m_listening = -1;
-    quint16 m_port = 0;
+    quint16 m_port = FreePort();
     std::atomic<int> m_delay = 0;
     std::atomic<bool> m_halve = false;
     std::atomic<int> m_cuts = 0;

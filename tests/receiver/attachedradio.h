@@ -28,14 +28,14 @@ protected:
         receiver->Attach(std::make_unique<HamlibReceiver>(profile, lost));
     }
     bool comesTo(ReceiverState state) {
-        return QTest::qWaitFor([&] { return receiver->GetState() == state; }, Patience);
+        return Until([&] { return receiver->GetState() == state; });
     }
     bool comesTo(Names::Id key, const QString& wanted) {
-        return QTest::qWaitFor([&] { return text(key) == wanted; }, Patience);
+        return Until([&] { return text(key) == wanted; });
     }
     /// Whether a level has been measured with all that was set.
     bool isMeasured() {
-        return QTest::qWaitFor([&] { return measured >= receiver->GetSerial(); }, Patience);
+        return Until([&] { return measured >= receiver->GetSerial(); });
     }
     QString text(Names::Id key) const { return receiver->GetValue(key)->GetStringValue(); }
     std::string told() const { return (receiver->GetStateText() + '\n' + refused.join('\n')).toStdString(); }

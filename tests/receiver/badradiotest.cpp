@@ -24,7 +24,7 @@ TEST_P(BadManners, LeaveAClearStateAndAreFollowedWhenTheyAreGoodAgain) {
     RadioProfile profile{QString(), RadioProfile::Client, server.Port()};
     profile.timeout = 200;
     const auto comesTo = [&](ReceiverState state) {
-        return QTest::qWaitFor([&] { return receiver.GetState() == state; }, Patience);
+        return Until([&] { return receiver.GetState() == state; });
     };
     quint64 measured = 0;
     QObject::connect(&receiver, &Receiver::Measured, [&](double, quint64 serial) { measured = serial; });
@@ -33,7 +33,7 @@ TEST_P(BadManners, LeaveAClearStateAndAreFollowedWhenTheyAreGoodAgain) {
     server.manner = GetParam();
     receiver.Tune(9410000);
     if (GetParam() == BadServer::Manner::Halves) {
-        EXPECT_TRUE(QTest::qWaitFor([&] { return measured >= receiver.GetSerial(); }, Patience));
+        EXPECT_TRUE(Until([&] { return measured >= receiver.GetSerial(); }));
         EXPECT_EQ(receiver.GetState(), ReceiverState::Connected) << "halves make a whole";
     } else if (GetParam() != BadServer::Manner::OthersReplies) {
         EXPECT_TRUE(comesTo(ReceiverState::NoAnswer)) << receiver.GetStateText().toStdString();
@@ -42,7 +42,7 @@ TEST_P(BadManners, LeaveAClearStateAndAreFollowedWhenTheyAreGoodAgain) {
     }
     server.manner = BadServer::Manner::Good;
     EXPECT_TRUE(comesTo(ReceiverState::Connected)) << receiver.GetStateText().toStdString();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return receiver.GetFrequency() == 7055000; }, Patience));
+    EXPECT_TRUE(Until([&] { return receiver.GetFrequency() == 7055000; }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Manners, BadManners,
@@ -56,11 +56,11 @@ TEST_F(BadRadios, NewerSettingsTakeThePlaceOfThoseThatWait) {
     QObject::connect(&receiver, &Receiver::Measured, [&](double, quint64 serial) { measured = serial; });
     receiver.Attach(
         std::make_unique<HamlibReceiver>(RadioProfile{QString(), RadioProfile::Client, server.Port()}));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return receiver.GetState() == ReceiverState::Connected; }, Patience));
+    ASSERT_TRUE(Until([&] { return receiver.GetState() == ReceiverState::Connected; }));
     constexpr int Turns = 500;
     for (int i = 1; i <= Turns; ++i) // the server is of this thread and answers none of them meanwhile
         ASSERT_TRUE(receiver.Tune(7e6 + i));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return measured == receiver.GetSerial(); }, Patience));
+    ASSERT_TRUE(Until([&] { return measured == receiver.GetSerial(); }));
     ASSERT_FALSE(server.Tuned().empty());
     EXPECT_EQ(server.Tuned().back(), 7e6 + Turns);
     EXPECT_LE(server.Tuned().size(), 2u) << "the first one at most was under way";
@@ -72,15 +72,15 @@ TEST_F(BadRadios, WhatIsNoneOfTheirRangesOrLimitsIsNotHandedOn) {
     receiver.Attach(
         std::make_unique<HamlibReceiver>(RadioProfile{QString(), RadioProfile::Client, server.Port()}));
     ValueBase* mode = receiver.GetValue(Keys::KeyDemodulation);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return mode->GetStringValue() == "PKTUSB"; }, Patience));
+    ASSERT_TRUE(Until([&] { return mode->GetStringValue() == "PKTUSB"; }));
     EXPECT_EQ(receiver.GetValue(KeySquelchLevel)->GetStringValue(), "0") << "its squelch is in other units";
     const auto isSaid = [&](const QByteArray& line) {
-        return QTest::qWaitFor([&] { return server.lines.contains(line); }, Patience);
+        return Until([&] { return server.lines.contains(line); });
     };
     server.others.remove("m");
     mode->SetStringValue("LSB");
     EXPECT_TRUE(isSaid("M LSB 0"));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return mode->GetStringValue() == "USB"; }, Patience));
+    ASSERT_TRUE(Until([&] { return mode->GetStringValue() == "USB"; }));
     mode->SetStringValue("PKTUSB"); // it was in this mode, which it does not name
     EXPECT_TRUE(isSaid("M PKTUSB 0")) << server.lines.join('|').toStdString();
 }
@@ -94,7 +94,7 @@ TEST_F(BadRadios, LettingGoDoesNotWaitForTheRadio) {
         receiver.Attach(std::make_unique<HamlibReceiver>(profile));
         EXPECT_EQ(receiver.GetState(), ReceiverState::Connecting);
         EXPECT_FALSE(receiver.Tune(7055000));
-        ASSERT_TRUE(QTest::qWaitFor([&] { return !server.lines.isEmpty(); }, Patience));
+        ASSERT_TRUE(Until([&] { return !server.lines.isEmpty(); }));
     }
     EXPECT_FALSE(HamlibReceiver::WaitForAll(0ms))
         << "the receiver ended while its thread waits for the answer";
@@ -107,13 +107,13 @@ TEST_F(BadRadios, ASilentLineAndADeviceThatIsPulledAwayAreToldApart) {
     Helper wire;
     ASSERT_TRUE(
         wire.Start("socat", {QStringLiteral("pty,raw,echo=0,link=%1").arg(device), "pty,raw,echo=0"}));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(device); }, Patience));
+    ASSERT_TRUE(Until([&] { return QFile::exists(device); }));
     Receiver receiver(ReceiverKind::HF);
     RadioProfile profile{QString(), Ts2000, device};
     profile.timeout = 200;
     receiver.Attach(std::make_unique<HamlibReceiver>(profile));
     const auto tells = [&](const char* words) {
-        return QTest::qWaitFor([&] { return receiver.GetStateText().contains(words); }, 2 * Patience);
+        return Until([&] { return receiver.GetStateText().contains(words); });
     };
     EXPECT_TRUE(tells("does not answer in time")) << receiver.GetStateText().toStdString();
     wire.Stop();

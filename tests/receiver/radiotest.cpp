@@ -93,8 +93,7 @@ TEST_F(Radios, AServerThatGoesAndComesBackIsFollowedAgain) {
     EXPECT_FALSE(receiver->Tune(7055000));
     EXPECT_TRUE(refused.value(0).contains("no answer")) << told();
     for (const char* pause : {"after 0.5 s", "after 1 s", "after 2 s"})
-        EXPECT_TRUE(QTest::qWaitFor([&] { return receiver->GetStateText().endsWith(pause); }, Patience))
-            << told();
+        EXPECT_TRUE(Until([&] { return receiver->GetStateText().endsWith(pause); })) << told();
     server.Start();
     server.Ask("F 21300000");
     ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
@@ -142,14 +141,14 @@ TEST_F(Radios, WhatIsSetAsSoonAsItIsBackReachesIt) {
             receiver->Tune(7055000);
     });
     ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return server.Ask("f") == "7055000"; }, Patience)) << told();
+    EXPECT_TRUE(Until([&] { return server.Ask("f") == "7055000"; })) << told();
 }
 
 TEST_F(Radios, OneThatHasGoneShowsNoLevelOfBefore) {
     RadioServer server;
     attach(RadioProfile::Client, server.Port(), 500, HamlibReceiver::Lost::GivenUp);
     ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return receiver->GetLevel()->GetValue() > -40; }, Patience));
+    ASSERT_TRUE(Until([&] { return receiver->GetLevel()->GetValue() > -40; }));
     receiver->Tune(7055000);
     while (server.Ask("f") != "7055000") // its level waits to be heard
         ;
@@ -166,7 +165,7 @@ TEST_F(Radios, AShortTimeOutIsNotOverBetweenTwoQuestions) {
     int readings = 0;
     QObject::connect(receiver.get(), &Receiver::StateChanged, [&] { ++states; });
     QObject::connect(receiver.get(), &Receiver::Measured, [&] { ++readings; });
-    ASSERT_TRUE(QTest::qWaitFor([&] { return readings > 4; }, Patience));
+    ASSERT_TRUE(Until([&] { return readings > 4; }));
     EXPECT_LE(states, 2) << "it comes and goes at most once, on a busy machine; " << told();
 }
 

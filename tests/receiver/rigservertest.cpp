@@ -31,13 +31,10 @@ protected:
     static QByteArray ask(QTcpSocket& socket, const QByteArray& text, const QByteArray& end) {
         socket.write(text);
         QByteArray answer;
-        EXPECT_TRUE(QTest::qWaitFor(
-            [&] {
-                answer += socket.readAll();
-                return answer.endsWith(end) || socket.state() == QAbstractSocket::UnconnectedState;
-            },
-            Patience))
-            << answer.toStdString();
+        EXPECT_TRUE(Until([&] {
+            answer += socket.readAll();
+            return answer.endsWith(end) || socket.state() == QAbstractSocket::UnconnectedState;
+        })) << answer.toStdString();
         return answer;
     }
     /// What the radio library's client says, which runs beside us.
@@ -47,7 +44,7 @@ protected:
         process.start("rigctl",
                       QStringList{"-m", "2", "-r", QStringLiteral("127.0.0.1:%1").arg(server->GetPort())} +
                           command);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, Patience));
+        EXPECT_TRUE(Until([&] { return process.state() == QProcess::NotRunning; }));
         return QString::fromLatin1(process.readAll()).trimmed();
     }
 
@@ -122,8 +119,7 @@ TEST_F(SharedReceivers, OneClientDoesNotHarmAnother) {
     const auto good = join();
     const auto endless = join();
     endless->write(QByteArray(100000, 'x'));
-    EXPECT_TRUE(
-        QTest::qWaitFor([&] { return endless->state() == QAbstractSocket::UnconnectedState; }, Patience));
+    EXPECT_TRUE(Until([&] { return endless->state() == QAbstractSocket::UnconnectedState; }));
     const auto half = join();
     half->write("F 70"); // goes before it has said all
     half->abort();
@@ -132,13 +128,11 @@ TEST_F(SharedReceivers, OneClientDoesNotHarmAnother) {
     std::vector<std::unique_ptr<QTcpSocket>> crowd;
     for (int i = 0; i < 2 * RigServer::MostClients; ++i)
         crowd.push_back(join());
-    EXPECT_TRUE(QTest::qWaitFor(
-        [&] {
-            return std::ranges::count_if(crowd, [](const auto& socket) {
-                       return socket->state() == QAbstractSocket::ConnectedState;
-                   }) == RigServer::MostClients - 1;
-        },
-        Patience));
+    EXPECT_TRUE(Until([&] {
+        return std::ranges::count_if(crowd, [](const auto& socket) {
+                   return socket->state() == QAbstractSocket::ConnectedState;
+               }) == RigServer::MostClients - 1;
+    }));
     EXPECT_EQ(ask(*good, "q\n", "."), "");
     EXPECT_EQ(good->state(), QAbstractSocket::UnconnectedState);
 }
@@ -165,7 +159,7 @@ TEST_F(SharedReceivers, WhoHasSaidAllIsAnswered) {
     shell.start("socat", {"-t", "10", "-", QStringLiteral("TCP:127.0.0.1:%1").arg(server->GetPort())});
     shell.write("F 7055000\n\\dump_state\nf\n");
     shell.closeWriteChannel();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return shell.state() == QProcess::NotRunning; }, Patience));
+    EXPECT_TRUE(Until([&] { return shell.state() == QProcess::NotRunning; }));
     EXPECT_TRUE(shell.readAll().endsWith("7055000\n"));
 }
 
@@ -187,9 +181,9 @@ TEST_F(SharedReceivers, OurOwnRadioWorksWithIt) {
     ReceiverReading last;
     QObject::connect(&radio, &ReceiverLink::Read, [&](const ReceiverReading& reading) { last = reading; });
     radio.Begin();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return last.level.has_value(); }, Patience));
+    ASSERT_TRUE(Until([&] { return last.level.has_value(); }));
     radio.Set({{Keys::KeyFrequency, "7055000"}, {Keys::KeyDemodulation, "LSB"}}, 1);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return last.serial == 1; }, Patience));
+    ASSERT_TRUE(Until([&] { return last.serial == 1; }));
     EXPECT_EQ(receiver->GetFrequency(), 7055000);
     EXPECT_EQ(receiver->GetValue(Keys::KeyDemodulation)->GetStringValue(), "LSB");
 }

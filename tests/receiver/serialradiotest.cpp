@@ -45,8 +45,7 @@ TEST_F(SerialRadios, AKnobIsFollowedAndADeviceThatComesBackIsConnectedAgain) {
     radio.Pull();
     ASSERT_TRUE(comesTo(ReceiverState::NoAnswer));
     EXPECT_FALSE(receiver->Tune(7100000));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return receiver->GetStateText().contains("is not there"); }, Patience))
-        << told();
+    EXPECT_TRUE(Until([&] { return receiver->GetStateText().contains("is not there"); })) << told();
     radio.settings["FA"] = "00021300000";
     radio.Plug();
     ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();

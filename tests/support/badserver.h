@@ -3,6 +3,7 @@
 #include "tests/support/radioserver.h"
 
 #include <QMap>
+#include <QTcpServer>
 
 #include <vector>
 

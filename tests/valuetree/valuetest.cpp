@@ -5,6 +5,7 @@
 #include "host/valuetree/tree.h"
 #include "host/valuetree/valueselection.h"
 #include "tests/support/recorder.h"
+#include "tests/support/waiting.h"
 
 #include <QTest>
 
@@ -315,10 +316,6 @@ TEST(Transaction, TheValueMayEndInsideAndRemovalIsToldAtOnce) {
     EXPECT_EQ(ending.codes, (std::vector<int>{3, 2}));
 }
 
-bool Arrives(const std::function<bool()>& condition) {
-    return QTest::qWaitFor(condition, 5000);
-}
-
 TEST(DelayedUpdates, ChangesWithinTheDelayAreOneNotification) {
     ValueNumeric<int> value;
     Recorder recorder;
@@ -328,7 +325,7 @@ TEST(DelayedUpdates, ChangesWithinTheDelayAreOneNotification) {
     for (int i = 1; i <= 50; ++i)
         value.SetValue(i);
     EXPECT_TRUE(recorder.codes.empty());
-    EXPECT_TRUE(Arrives([&] { return !recorder.codes.empty(); }));
+    EXPECT_TRUE(Until([&] { return !recorder.codes.empty(); }));
     EXPECT_EQ(recorder.codes, std::vector<int>{3});
     value.HasChanged(TChangeCode::Announcement);
     EXPECT_EQ(recorder.codes, (std::vector<int>{3, 19})) << "announcements do not wait";
@@ -344,11 +341,11 @@ TEST(DelayedUpdates, NobodyMissesTheChangesOfSeveralWriters) {
     value.AddObserver(&b);
     value.SetUpdateTimerTime(1);
     value.SetValue(1, &a);
-    EXPECT_TRUE(Arrives([&] { return !b.codes.empty(); }));
+    EXPECT_TRUE(Until([&] { return !b.codes.empty(); }));
     EXPECT_TRUE(a.codes.empty());
     value.SetValue(2, &a);
     value.SetValue(3, &b);
-    EXPECT_TRUE(Arrives([&] { return b.codes.size() == 2; }));
+    EXPECT_TRUE(Until([&] { return b.codes.size() == 2; }));
     EXPECT_EQ(a.codes, std::vector<int>{3});
 }
 
@@ -369,7 +366,7 @@ TEST(DelayedUpdates, TheNewestOverrideHoldsUntilItIsKilled) {
     value.KillOverrideTimer(immediate);
     value.SetValue(3);
     EXPECT_EQ(recorder.codes.size(), 2u);
-    EXPECT_TRUE(Arrives([&] { return recorder.codes.size() == 3; }));
+    EXPECT_TRUE(Until([&] { return recorder.codes.size() == 3; }));
 }
 
 TEST(DelayedUpdates, ADelayThatEndsInATransactionWaitsForItsEnd) {
@@ -383,7 +380,7 @@ TEST(DelayedUpdates, ADelayThatEndsInATransactionWaitsForItsEnd) {
     value.StartTransaction();
     clock.SetUpdateTimerTime(20);
     clock.SetValue(1);
-    ASSERT_TRUE(Arrives([&] { return !tick.codes.empty(); }));
+    ASSERT_TRUE(Until([&] { return !tick.codes.empty(); }));
     EXPECT_TRUE(recorder.codes.empty()) << "told in the middle of a transaction";
     value.SetUpdateTimerTime(0);
     value.EndTransaction(TChangeCode::LookAgain);
@@ -405,7 +402,7 @@ TEST(DelayedUpdates, ValueAndWriterMayEndBeforeTheDelayDoes) {
         other.AddObserver(&writer);
         other.SetValue(1, &writer);
     }
-    EXPECT_TRUE(Arrives([&] { return !last.codes.empty(); }));
+    EXPECT_TRUE(Until([&] { return !last.codes.empty(); }));
     EXPECT_EQ(told.codes, std::vector<int>{2});
 }
 

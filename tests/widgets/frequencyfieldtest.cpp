@@ -1,5 +1,7 @@
 #include "host/widgets/frequencyfield.h"
 
+#include "tests/support/waiting.h"
+
 #include <QSignalSpy>
 #include <QTest>
 
@@ -69,7 +71,7 @@ TEST_F(FrequencyFields, TakesAnEditedEntryWhenItIsLeftAndNoOther) {
     field.setParent(&window);
     window.show();
     window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window, Patience));
     field.setFocus();
     other.setFocus();
     EXPECT_EQ(entered.count(), 0);

@@ -1,6 +1,7 @@
 #include "host/valuetree/value.h"
 #include "host/widgets/canclosetabdialog.h"
 #include "host/widgets/vclineedit.h"
+#include "tests/support/waiting.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -26,7 +27,7 @@ protected:
         dialog.show();
         dialog.activateWindow();
     }
-    void SetUp() override { ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog)); }
+    void SetUp() override { ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog, Patience)); }
     void press(QDialogButtonBox::StandardButton button) {
         dialog.findChild<QDialogButtonBox*>()->button(button)->click();
     }

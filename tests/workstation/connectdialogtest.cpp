@@ -3,6 +3,7 @@
 #include "host/gui/listsettings.h"
 #include "receiver/hamlibreceiver.h"
 #include "tests/support/testfolder.h"
+#include "tests/support/waiting.h"
 #include "workstation/helpwindow.h"
 
 #include <QComboBox>
@@ -16,8 +17,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-constexpr int Patience = 20000; // ms
 
 class ConnectDialogs : public testing::Test, protected TestFolder {
 protected:
@@ -68,7 +67,7 @@ TEST_F(ConnectDialogs, TheKeyOfALabelLeadsToItsField) {
     ConnectDialog dialog(RadioProfile{});
     dialog.show();
     dialog.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog, Patience));
     QTest::keyClick(&dialog, Qt::Key_N, Qt::AltModifier);
     QTest::keyClicks(dialog.focusWidget(), "Attic");
     EXPECT_EQ(dialog.GetChoice()->name, "Attic");
@@ -78,7 +77,7 @@ TEST_F(ConnectDialogs, F1ShowsTheGuideOfReceivers) {
     ConnectDialog dialog(std::nullopt);
     dialog.show();
     dialog.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog, Patience));
     QTest::keyClick(&dialog, Qt::Key_F1);
     const auto* help = dialog.findChild<HelpWindow*>();
     ASSERT_TRUE(help);
@@ -92,10 +91,9 @@ TEST_F(ConnectDialogs, ATestShowsWhatTheRadioAnswers) {
           {RadioProfile{{}, RadioProfile::Client, "127.0.0.1:1"}, "No answer"}}) {
         const ConnectDialog dialog(profile);
         part<QPushButton>(dialog, "Test")->click();
-        EXPECT_TRUE(QTest::qWaitFor(
-            [&, &words = answer] { return part<QLabel>(dialog, "Answer")->text().contains(words); },
-            Patience))
-            << part<QLabel>(dialog, "Answer")->text().toStdString();
+        EXPECT_TRUE(Until([&, &words = answer] {
+            return part<QLabel>(dialog, "Answer")->text().contains(words);
+        })) << part<QLabel>(dialog, "Answer")->text().toStdString();
         EXPECT_FALSE(part<QLabel>(dialog, "Answer")->text().contains("again")) << "a test is made once";
     }
     EXPECT_TRUE(HamlibReceiver::WaitForAll(std::chrono::milliseconds(Patience)));

@@ -44,7 +44,7 @@ protected:
         QString asked;
         AnswerQuestion(answer, asked);
         Write("list.sfl", lines(entries));
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !asked.isEmpty(); }, 60000));
+        EXPECT_TRUE(Until([&] { return !asked.isEmpty(); }));
         QApplication::processEvents();
         return asked;
     }
@@ -92,7 +92,7 @@ TEST_F(FilesOnDisk, AreMergedIntoTheListAndAskedAboutAgainWhenThatCameToNothing)
     };
     AnswerQuestion(Box::Apply, asked, answerPreview);
     Write("list.sfl", lines(5));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return previews == 2; }, 60000));
+    ASSERT_TRUE(Until([&] { return previews == 2; }));
     QApplication::processEvents();
     EXPECT_EQ(entriesOf(Targets), 5);
     EXPECT_TRUE(tabText().contains('*')) << "what was merged is in no file";
@@ -107,7 +107,7 @@ TEST_F(FilesOnDisk, OfAJobAreReplacedWithoutAnotherQuestionWhenTheJobIsKept) {
     QString asked;
     AnswerQuestion(Box::No, asked);
     Write("my.pij", Read(sample("job-hf.pij")).replace("Revision=\"7\"", "Revision=\"8\""));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !asked.isEmpty(); }, 60000));
+    ASSERT_TRUE(Until([&] { return !asked.isEmpty(); }));
     QApplication::processEvents();
     show("Memory Channels");
     EXPECT_TRUE(tabText().contains('*')) << "the channels are in no file now";
@@ -139,7 +139,7 @@ TEST_F(FilesOnDisk, AreAskedAboutBeforeASaveThatComesFirst) {
 TEST_F(FilesOnDisk, ThatAreGoneLeaveTheListUnsaved) {
     openList();
     QFile::remove(Path("list.sfl"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return tabText().contains('*'); }, 60000));
+    EXPECT_TRUE(Until([&] { return tabText().contains('*'); }));
     EXPECT_TRUE(status().contains("list.sfl is gone from the disk")) << status().toStdString();
 }
 
@@ -147,8 +147,7 @@ TEST_F(FilesOnDisk, AreToldWhereNobodyCanBeAsked) {
     openList();
     station->SetAttended(false);
     Write("list.sfl", lines(5));
-    EXPECT_TRUE(
-        QTest::qWaitFor([&] { return messages().contains("was changed by another program"); }, 60000));
+    EXPECT_TRUE(Until([&] { return messages().contains("was changed by another program"); }));
     TargetListHandler::Instance()->AddNew();
     EXPECT_EQ(save(), "saved");
     EXPECT_EQ(Read("list.sfl"), lines(5));
@@ -166,8 +165,8 @@ TEST_F(FilesOnDisk, HaveVersionsThatAreListedAndRestored) {
     QStringList rows;
     WhenOpen<VersionsDialog>([&](VersionsDialog& dialog) {
         auto* table = dialog.findChild<QTreeWidget*>();
-        EXPECT_TRUE(QTest::qWaitFor(
-            [&] { return table->topLevelItem(table->topLevelItemCount() - 1)->text(3) != "..."; }, 60000));
+        EXPECT_TRUE(
+            Until([&] { return table->topLevelItem(table->topLevelItemCount() - 1)->text(3) != "..."; }));
         for (int row = 0; row < table->topLevelItemCount(); ++row)
             rows << table->topLevelItem(row)->text(1) + ' ' + table->topLevelItem(row)->text(3);
         table->setCurrentItem(table->topLevelItem(2));

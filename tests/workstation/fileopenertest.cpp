@@ -120,7 +120,7 @@ TEST_F(FileOpeners, AListThatWaitsForAFileSaysSoWithAButtonBeside) {
         const auto* open = bar->findChild<QToolButton*>("OpenFromNotice");
         EXPECT_FALSE(open->isVisible());
         fail();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return open->isVisible(); }));
+        EXPECT_TRUE(Until([&] { return open->isVisible(); }));
         for (const Bar::Action action : {Bar::New, Bar::Paste, Bar::Edit})
             EXPECT_TRUE(bar->GetAction(action)->toolTip().contains("could not be read")) << action;
         EXPECT_FALSE(bar->GetAction(Bar::New)->isEnabled());
@@ -196,7 +196,7 @@ TEST_F(FileOpeners, AJobThatIsChosenForTheTargetsCanBeOpenedAsTheJob) {
     QTimer::singleShot(0, qApp, [&] { AnswerQuestion(QMessageBox::Yes, asked); });
     choose("Local TargetList", sample("job-hf.pij"));
     EXPECT_TRUE(asked.contains("is a job, which Local TargetList does not read")) << asked.toStdString();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return station->GetJob().GetFileName() == sample("job-hf.pij"); }));
+    EXPECT_TRUE(Until([&] { return station->GetJob().GetFileName() == sample("job-hf.pij"); }));
 }
 
 TEST_F(FileOpeners, ChannelsAreSentToAJobOnlyWhenOneIsOpen) {

@@ -4,6 +4,7 @@
 #include "host/freqlist/filterfield.h"
 #include "host/freqlist/frequencystorelistview.h"
 #include "host/gui/sortlistview.h"
+#include "tests/support/waiting.h"
 
 #include <QTabWidget>
 #include <QTest>
@@ -61,7 +62,7 @@ protected:
 };
 
 TEST_F(Hits, AreGoneThroughOverAllTabsAndRoundAgain) {
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&tabs));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&tabs, Patience));
     EXPECT_FALSE(hits.Step(1)) << "nothing is looked for";
     QTest::keyClicks(&bars[0]->Filter(), "BBC");
     for (const char* hit : {"bbc 1", "bbc 2", "bbc 3", "bbc 1"}) {

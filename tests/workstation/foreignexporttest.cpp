@@ -70,7 +70,7 @@ TEST_F(ForeignExports, WhatIsLostIsShownBeforeAnythingIsWritten) {
     open({Write("mine.ltl", "121500000\t8330\tGuard\tAM\tg\tred\t3\n7055000.5\t2700\tb\tUSB\tg\tred\t3\n")});
     ASSERT_TRUE(station->LoadFiles());
     show("Local TargetList");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::ExportForeign)->isEnabled(); }));
+    ASSERT_TRUE(Until([&] { return action(A::ExportForeign)->isEnabled(); }));
     const auto exported = [&](QMessageBox::StandardButton answer) {
         AnswerDialog(Path("radio.csv"));
         QString told;
@@ -93,7 +93,7 @@ TEST_F(ForeignExports, WhatIsLostIsShownBeforeAnythingIsWritten) {
 TEST_F(ForeignExports, AnEmptyListSaysThatThereIsNothingToWrite) {
     open({});
     show("Local TargetList");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !action(A::ExportForeign)->isEnabled(); }));
+    ASSERT_TRUE(Until([&] { return !action(A::ExportForeign)->isEnabled(); }));
     EXPECT_TRUE(action(A::ExportForeign)->toolTip().contains("Local TargetList has no entries."));
 }
 

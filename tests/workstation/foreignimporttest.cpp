@@ -92,7 +92,7 @@ protected:
     }
     void paste(const QString& text, const std::function<void(const Shown&)>& act) {
         QGuiApplication::clipboard()->setText(text);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::PasteText)->isEnabled(); }));
+        ASSERT_TRUE(Until([&] { return action(A::PasteText)->isEnabled(); }));
         imported([&] { action(A::PasteText)->trigger(); }, act);
     }
     static void accept(const Shown& shown) {
@@ -178,7 +178,7 @@ TEST_F(ForeignImports, MegahertzOfAnotherProgramAreMegahertzInEveryList) {
             EXPECT_EQ(shown.Entry(0), "121.500000 MHz|9.000 kHz|AM|Guard");
             accept(shown);
         });
-        ASSERT_TRUE(QTest::qWaitFor([&] { return list->ShownCount() == 2; }));
+        ASSERT_TRUE(Until([&] { return list->ShownCount() == 2; }));
         bool isShown = false;
         for (int column = 0; column < list->columnCount(); ++column)
             isShown = isShown || list->topLevelItem(0)->text(column) == "121.500000 MHz";
@@ -325,7 +325,7 @@ TEST_F(ForeignImports, AListsOwnDialogOffersToImportThem) {
             AnswerDialog(path);
             AnswerQuestion(QMessageBox::Yes, asked);
             window().BarOf(window().ShownList())->GetAction(Bar::Read)->trigger();
-            EXPECT_TRUE(QTest::qWaitFor([&] { return entriesOf(Targets) == 2; }));
+            EXPECT_TRUE(Until([&] { return entriesOf(Targets) == 2; }));
         },
         accept);
     EXPECT_TRUE(asked.contains("radio.csv is CHIRP CSV, which Local TargetList does not read"))
@@ -342,7 +342,7 @@ TEST_F(ForeignImports, DroppingRecentFilesImportIntoListAndPasteTakeThemToo) {
     EXPECT_TRUE(recent->text().endsWith("radio.csv"));
     imported([&] { recent->trigger(); }, [](const Shown&) {});
     show("NOI Frequencies");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Merge)->isEnabled(); }));
+    ASSERT_TRUE(Until([&] { return action(A::Merge)->isEnabled(); }));
     imported(
         [&] {
             AnswerDialog(path);
@@ -351,7 +351,7 @@ TEST_F(ForeignImports, DroppingRecentFilesImportIntoListAndPasteTakeThemToo) {
         accept);
     EXPECT_EQ(entriesOf(Noi), 2);
     QGuiApplication::clipboard()->setText(QString::fromLatin1(Chirp).replace("121.5", "7.05"));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Paste)->isEnabled(); }));
+    ASSERT_TRUE(Until([&] { return action(A::Paste)->isEnabled(); }));
     QToolButton* button = nullptr;
     for (QToolButton* each : window().BarOf(window().ShownList())->findChildren<QToolButton*>())
         button = each->defaultAction() == action(A::Paste) ? each : button;
@@ -380,7 +380,7 @@ TEST_F(ForeignImports, ADamagedProfileIsNone) {
 
 TEST_F(ForeignImports, OwnRowsArePastedWithoutAQuestion) {
     QGuiApplication::clipboard()->setText("Frequency\tComment\n7055.000 kHz\ta\n121.500000 MHz\tb\n");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::PasteText)->isEnabled(); }));
+    ASSERT_TRUE(Until([&] { return action(A::PasteText)->isEnabled(); }));
     action(A::PasteText)->trigger();
     EXPECT_EQ(entriesOf(Targets), 2);
     paste("Call\tQRG\nTower\t118,1\n",

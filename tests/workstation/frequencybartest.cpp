@@ -196,7 +196,7 @@ TEST_F(FrequencyBars, AClickOnAMarkTunesToTheEntryAndSelectsIt) {
     station->GetReceiver().GetValue(Keys::KeyBandwidth)->SetStringValue("100");
     QSignalSpy entry(&bar(), &FrequencyBar::EntryTuned);
     QTest::mouseClick(&bar(), Qt::LeftButton, {}, placeOf(hertz, "Memory Channels") + QPoint(3, 0));
-    ASSERT_TRUE(entry.wait());
+    ASSERT_TRUE(entry.wait(Patience));
     EXPECT_EQ(tuned(), hertz);
     EXPECT_NE(station->GetReceiver().GetValue(Keys::KeyBandwidth)->GetStringValue(), "100")
         << "with all its settings";
@@ -211,12 +211,12 @@ TEST_F(FrequencyBars, AClickBesideMarksTunesToTheStepAndADoubleClickNotAtAll) {
     QSignalSpy clicked(&bar(), &FrequencyBar::Clicked);
     const QPoint place = placeOf(20.5e6, "NOI Frequencies");
     QTest::mouseClick(&bar(), Qt::LeftButton, {}, place);
-    ASSERT_TRUE(clicked.wait());
+    ASSERT_TRUE(clicked.wait(Patience));
     EXPECT_EQ(std::fmod(tuned(), 1000), 0);
     EXPECT_NEAR(tuned(), 20.5e6, 3e3);
     bar().SetStep(25e3);
     QTest::mouseClick(&bar(), Qt::LeftButton, {}, place);
-    ASSERT_TRUE(clicked.wait());
+    ASSERT_TRUE(clicked.wait(Patience));
     EXPECT_EQ(tuned(), 20.5e6);
     QTest::mouseClick(&bar(), Qt::LeftButton, {}, place);
     bar().SetRange(10e6, 11e6);
@@ -230,7 +230,7 @@ TEST_F(FrequencyBars, AClickBesideMarksTunesToTheStepAndADoubleClickNotAtAll) {
     EXPECT_GT(bar().To() / bar().From(), 100) << "everything is shown";
     EXPECT_EQ(clicked.size(), 0);
     QTest::mouseClick(&bar(), Qt::LeftButton, {}, placeOf(100e6, "NOI Frequencies"));
-    ASSERT_TRUE(clicked.wait());
+    ASSERT_TRUE(clicked.wait(Patience));
     EXPECT_EQ(clicked.size(), 1);
     EXPECT_EQ(tuned(), 6e6) << "out of the receiver's reach";
 }
@@ -271,7 +271,7 @@ TEST_F(FrequencyBars, TheSelectionOfAListIsMarkedAndZoomedTo) {
     const auto isMarked = [&] {
         return bar().grab().toImage().pixelColor(place) == bar().palette().color(QPalette::Highlight);
     };
-    EXPECT_TRUE(QTest::qWaitFor(isMarked));
+    EXPECT_TRUE(Until(isMarked));
     EXPECT_NE(before.pixelColor(place), bar().palette().color(QPalette::Highlight));
     ASSERT_TRUE(bar().ZoomToSelection());
     EXPECT_LT(bar().To() / bar().From(), 1.01);
@@ -330,11 +330,11 @@ TEST_F(FrequencyBars, MarksOnlyRowsThatAreShownIfThatIsWanted) {
         if (action->text() == "&Only rows shown")
             action->trigger();
     }
-    EXPECT_TRUE(QTest::qWaitFor([&] { return summary().contains(": 1, from"); }));
+    EXPECT_TRUE(Until([&] { return summary().contains(": 1, from"); }));
     list.SetFilterText("no such row");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return summary().startsWith("Nothing"); }));
+    EXPECT_TRUE(Until([&] { return summary().startsWith("Nothing"); }));
     list.SetFilterText("");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return summary() == all; }));
+    EXPECT_TRUE(Until([&] { return summary() == all; }));
     station.reset();
     open();
     bar().RememberLines();

@@ -112,7 +112,7 @@ TEST_F(Greetings, AnEmptyListSaysWhatFillsItAndOffersThat) {
     }
     EXPECT_GE(offered.size(), 2) << offered.join('|').toStdString();
     station->GetOpener().Open(sample("interest.noi"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !empty->isVisible(); }));
+    EXPECT_TRUE(Until([&] { return !empty->isVisible(); }));
     window().GetTabs()->setCurrentIndex(3);
     empty = list(3)->findChild<EmptyList*>();
     ASSERT_TRUE(empty);
@@ -141,7 +141,7 @@ TEST_F(Greetings, EachHeadingSaysWhatItIs) {
 TEST_F(Greetings, HelpOpensAtWhatHasTheFocusAndFindsWords) {
     start({"--language", "en"});
     window().activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window(), Patience));
     window().GetStrip()->GetField()->setFocus();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_F1);
     auto* help = window().findChild<HelpWindow*>();

@@ -6,6 +6,7 @@
 #include "tests/support/dialogs.h"
 #include "tests/support/testfolder.h"
 #include "tests/support/traces.h"
+#include "tests/support/waiting.h"
 #include "workstation/jobpanel.h"
 
 #include <QLabel>
@@ -212,13 +213,13 @@ TEST_F(Jobs, ThePanelShowsTheSectionAndHowTheFileStands) {
     const auto* section = panel.findChild<QPlainTextEdit*>("JobSection");
     EXPECT_TRUE(section->toPlainText().isEmpty());
     ASSERT_TRUE(job.Open(Write("small.pij", SmallJob)));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return section->toPlainText().contains("MEMORYSCAN_CHANNEL"); }));
+    EXPECT_TRUE(Until([&] { return section->toPlainText().contains("MEMORYSCAN_CHANNEL"); }));
     EXPECT_TRUE(state->text().contains("up to date")) << state->text().toStdString();
     QString large = "<JOB><SUBJOB><TDS><MEMORYSCAN>\n";
     for (int channel = 1; channel <= 2000; ++channel)
         large += "<MEMORYSCAN_CHANNEL/>\n";
     setText(large + "</MEMORYSCAN></TDS></SUBJOB></JOB>");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return section->toPlainText().endsWith("1502 more lines"); }))
+    EXPECT_TRUE(Until([&] { return section->toPlainText().endsWith("1502 more lines"); }))
         << section->toPlainText().right(80).toStdString();
     EXPECT_TRUE(state->text().contains("unsaved changes")) << state->text().toStdString();
 }

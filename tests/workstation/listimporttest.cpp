@@ -29,10 +29,10 @@ protected:
     /// Imports a file into the list that is shown, and works on the preview by keys.
     void import(const QByteArray& lines, const std::function<void(MergeDialog&, QTableView&)>& act) {
         const QString path = Write("theirs.sfl", lines);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Merge)->isEnabled(); }));
+        ASSERT_TRUE(Until([&] { return action(A::Merge)->isEnabled(); }));
         AnswerDialog(path);
         WhenOpen<MergeDialog>([&](MergeDialog& dialog) {
-            ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog, Patience));
             act(dialog, *dialog.findChild<QTableView*>());
             if (dialog.isVisible())
                 dialog.reject();
@@ -106,7 +106,7 @@ TEST_F(ListImportTest, EachRowHasAListOfItsOwnChoices) {
 };
 EXPECT_EQ(choices(0), (QStringList{"Keep mine", "Take theirs", "Keep both", "Join comments"}));
 auto* box = table.findChild<QComboBox*>();
-ASSERT_TRUE(QTest::qWaitFor([&] { return box->view()->isVisible(); })) << "one click opens it";
+ASSERT_TRUE(Until([&] { return box->view()->isVisible(); })) << "one click opens it";
 QTest::keyClick(box->view(), Qt::Key_End);
 QTest::keyClick(box->view(), Qt::Key_Return);
 EXPECT_EQ(textAt(table, 0, MergeModel::ColumnChoice), "Join comments");
@@ -157,7 +157,7 @@ TEST_F(ListImportTest, ListsOfWhatWasHeardSayWhyNothingIsImported) {
     for (const char* name : {"Search MC Data Results", "Detections"}) {
         if (!show(name))
             continue;
-        ASSERT_TRUE(QTest::qWaitFor([&] { return !action(A::Merge)->isEnabled(); }));
+        ASSERT_TRUE(Until([&] { return !action(A::Merge)->isEnabled(); }));
         EXPECT_TRUE(action(A::Merge)->toolTip().contains("Nothing is imported into this list")) << name;
     }
 }
@@ -173,7 +173,7 @@ ASSERT_EQ(comments(), (QStringList{"one", "two", "three", "uno", "drei"}));
 action(A::FindDuplicates)->trigger();
 EXPECT_EQ(status(), "1 duplicate within 0.500 kHz selected; the first of each stays unselected");
 EXPECT_EQ(show("Local TargetList")->SelectedCount(), 1);
-ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Delete)->isEnabled(); }));
+ASSERT_TRUE(Until([&] { return action(A::Delete)->isEnabled(); }));
 action(A::Delete)->trigger();
 EXPECT_EQ(comments(), (QStringList{"one", "two", "three", "drei"}));
 action(A::FindDuplicates)->trigger();

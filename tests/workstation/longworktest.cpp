@@ -40,9 +40,9 @@ protected:
         LongWork::SetEager(true);
         station->GetSearch().Simulate(60000000, 1700000000000000);
         show("Search MC with Classifier");
-        ASSERT_TRUE(QTest::qWaitFor([&] { return !tabText().endsWith(" 0"); }));
+        ASSERT_TRUE(Until([&] { return !tabText().endsWith(" 0"); }));
         detections = show("Detections");
-        ASSERT_TRUE(QTest::qWaitFor([&] { return !tabText().endsWith(" 0"); }));
+        ASSERT_TRUE(Until([&] { return !tabText().endsWith(" 0"); }));
         list = dynamic_cast<FrequencyNodeListView*>(show("Local TargetList"));
         ASSERT_TRUE(list);
         list->SelectPlace(2);
@@ -171,12 +171,12 @@ protected:
 
 TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
     const Act act = acts().at(GetParam());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Copy)->isEnabled(); }));
+    ASSERT_TRUE(Until([&] { return action(A::Copy)->isEnabled(); }));
     action(A::Copy)->trigger();
     const std::string kind = GetParam();
     if (kind == "Undo" || kind == "Save") {
         list->Duplicate();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return tabText().contains("32"); }));
+        ASSERT_TRUE(Until([&] { return tabText().contains("32"); }));
     }
     if (kind == "SaveChannels") {
         ASSERT_TRUE(MemorySystemHandler::Instance()->ReadFile(sample("memory-vuhf.xml")));
@@ -199,7 +199,7 @@ TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
         }
         ++cancelled;
         if (kind == "Undo")
-            (void)QTest::qWaitFor([&] { return state() == before; }); // stack and counts in the tabs follow
+            (void)Until([&] { return state() == before; }); // stack and counts in the tabs follow
         ASSERT_EQ(state().toStdString(), before.toStdString());
         QTest::qWait(150); // what waits for a timer comes now
         ASSERT_EQ(state().toStdString(), before.toStdString());
@@ -263,9 +263,9 @@ TEST_P(ProgressBoxTest, TheOperatorCancels) {
     EXPECT_FALSE(window().findChild<ProgressCard*>());
     const bool closes = std::string(GetParam()) == "Close";
     EXPECT_TRUE(window().isVisible()) << "not before the work has ended";
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window().isVisible() != closes; }));
+    EXPECT_TRUE(Until([&] { return window().isVisible() != closes; }));
     const bool ends = std::string(GetParam()) == "Signal";
-    EXPECT_TRUE(QTest::qWaitFor([&] { return station->GetEnding().IsEnding() == ends; }));
+    EXPECT_TRUE(Until([&] { return station->GetEnding().IsEnding() == ends; }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, ProgressBoxTest, testing::Values("Button", "Escape", "Close", "Signal"),
@@ -312,8 +312,8 @@ TEST_F(ProgressBoxTest, TheWindowPaintsAndNothingElseHappens) {
     EXPECT_EQ(ticks, 0);
     ASSERT_FALSE(shown);
     const int rows = list->ShownCount();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return ticks > 0 && events.Count(&later, posted) == 1; }));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return events.Count(list->viewport(), QEvent::Paint) > 0; }));
+    EXPECT_TRUE(Until([&] { return ticks > 0 && events.Count(&later, posted) == 1; }));
+    EXPECT_TRUE(Until([&] { return events.Count(list->viewport(), QEvent::Paint) > 0; }));
     EXPECT_EQ(list->ShownCount(), rows) << "the key is not for later";
     EXPECT_GE(window().centralWidget()->width(), window().width() / 2) << "it is laid out again";
 }

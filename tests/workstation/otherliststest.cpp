@@ -134,7 +134,7 @@ TEST_F(OtherLists, OfDetectionsAreKeptWhenTheOperatorHasAddedSome) {
     openAttended();
     restoreAll();
     show("Detections");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return tabText() == "Detections 2*"; }));
+    EXPECT_TRUE(Until([this] { return tabText() == "Detections 2*"; }));
     UndoHistory::Instance().Stack().undo();
     EXPECT_EQ(kept(), QStringList());
     UndoHistory::Instance().Stack().redo();
@@ -189,7 +189,7 @@ TEST_F(OtherLists, WhatIsTakenBackWhileARoundRunsIsNotKept) {
     bool isWritten = false;
     QObject::connect(&recovery(), &Recovery::Written, &window(), [&] { isWritten = true; });
     recovery().SetInterval(0);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return isWritten; }));
+    ASSERT_TRUE(Until([&] { return isWritten; }));
     EXPECT_EQ(UndoHistory::Instance().Stack().index(), 0);
     EXPECT_TRUE(RecoveryReader(recovery().GetFileName()).GetSections().empty());
 }

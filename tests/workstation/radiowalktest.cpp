@@ -37,19 +37,19 @@ protected:
         });
         window().findChild<QAction*>("connect-receiver")->trigger();
         window().activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window(), Patience));
     }
     /// What the radio library's own client says, with the window at work meanwhile.
     std::string rigctl(const QStringList& command) const {
         QProcess client;
         client.setProcessChannelMode(QProcess::MergedChannels);
         client.start("rigctl", QStringList{"-m", "2", "-r", server.Port()} + command);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return client.state() == QProcess::NotRunning; }, Patience));
+        EXPECT_TRUE(Until([&] { return client.state() == QProcess::NotRunning; }));
         return client.readAll().trimmed().toStdString();
     }
     template <typename Condition>
     static bool comes(Condition condition) {
-        return QTest::qWaitFor(condition, Patience);
+        return Until(condition);
     }
     bool comesTo(ReceiverState state) {
         return comes([this, state] { return station->GetReceiver().GetState() == state; });

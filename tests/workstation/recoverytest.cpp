@@ -144,7 +144,7 @@ TEST_F(Recoveries, HoldWhatIsInNoFileAndEndWithIt) {
     QSignalSpy written(&recovery(), &Recovery::Written);
     recovery().SetInterval(1);
     ASSERT_TRUE(TargetListHandler::Instance()->AddNew()); // the program goes on
-    ASSERT_TRUE(written.wait());
+    ASSERT_TRUE(written.wait(Patience));
     EXPECT_EQ(RecoveryReader(path).GetSections().front().entries, 2);
     station.reset();
     EXPECT_EQ(folder().entryList(QDir::Files), QStringList()) << "closed by the operator";

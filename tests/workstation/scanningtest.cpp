@@ -89,7 +89,7 @@ TEST_F(ScansInTheWindow, TheJobRestsWhileItsChannelsAreScannedHoweverThatEnds) {
                 fileAction(name)->toolTip().endsWith("are being scanned: no job is opened or saved."));
         }
         EXPECT_FALSE(station->GetJob().Open(sample("job-hf.pij")));
-        EXPECT_TRUE(QTest::qWaitFor([&] {
+        EXPECT_TRUE(Until([&] {
             return window().GetActions().Get(A::OpenIntoList)->statusTip().contains("scan surveillance");
         }));
         EXPECT_FALSE(action(A::Save)->isEnabled());
@@ -98,7 +98,7 @@ TEST_F(ScansInTheWindow, TheJobRestsWhileItsChannelsAreScannedHoweverThatEnds) {
         EXPECT_FALSE(channels.GetInScanSurveillance());
         EXPECT_FALSE(isClosed());
         EXPECT_FALSE(fileAction("open-job")->toolTip().contains('\n'));
-        EXPECT_TRUE(QTest::qWaitFor([&] { return action(A::Save)->isEnabled(); }));
+        EXPECT_TRUE(Until([&] { return action(A::Save)->isEnabled(); }));
     }
     EXPECT_TRUE(station->GetJob().Open(sample("job-hf.pij")));
 }
@@ -123,7 +123,7 @@ TEST_F(ScansInTheWindow, NoiBandsAreScannedInSteps) {
     key(Qt::Key_F6);
     for (const size_t steps : {2u, 3u, 4u, 5u}) {
         link->Measure(-30);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return tuned.size() == steps; }));
+        ASSERT_TRUE(Until([&] { return tuned.size() == steps; }));
     }
     EXPECT_EQ(tuned, (std::vector<double>{2182050, 7000000, 7005000, 7010000, 2182050}));
     Tree::Instance()->GetValue(Paths::NoiDefinition)->SetStringValue("");
@@ -160,12 +160,12 @@ TEST_F(ScansInTheWindow, AStopIsADetectionWithItsChannelBesideIt) {
     EXPECT_NE(detections().front().GetID(), detections().back().GetID());
 
     SortListView* list = show("Detections");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return list->RowCount() == 2; }));
+    ASSERT_TRUE(Until([&] { return list->RowCount() == 2; }));
     select(list, 0);
     const QString note = "scan: channel 1, " + comment;
     EXPECT_EQ(list->NoteOf(*list->currentItem()), note);
     EXPECT_TRUE(list->currentItem()->data(0, Qt::ToolTipRole).toString().endsWith("Source: " + note));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::SendTo)->isEnabled(); }));
+    ASSERT_TRUE(Until([&] { return action(A::SendTo)->isEnabled(); }));
     emit action(A::SendTo)->menu()->aboutToShow();
     for (QAction* taker : action(A::SendTo)->menu()->actions()) {
         if (taker->text() == "NOI Frequencies")

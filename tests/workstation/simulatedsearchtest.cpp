@@ -143,7 +143,7 @@ TEST_F(DetectionTabs, FollowTheSearchThatTheMenuStarts) {
     EXPECT_TRUE(station->GetSearch().IsRunning());
     station->GetSearch().Simulate(60 * Second, Begin);
     const auto all = static_cast<int>(detections().Size());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return listOf("Detections")->RowCount() >= all; }));
+    ASSERT_TRUE(Until([&] { return listOf("Detections")->RowCount() >= all; }));
     action->trigger();
     EXPECT_FALSE(station->GetSearch().IsRunning());
     EXPECT_FALSE(action->isChecked());

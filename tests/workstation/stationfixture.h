@@ -3,6 +3,7 @@
 #include "controls/frequencystore/noi/noifrequencyhandler.h"
 #include "host/valuetree/tree.h"
 #include "tests/support/testfolder.h"
+#include "tests/support/waiting.h"
 #include "workstation/application.h"
 #include "workstation/mainwindow.h"
 #include "workstation/messagespanel.h"

@@ -177,7 +177,7 @@ TEST_F(TimePictures, FollowTheNewestUntilTheyAreMovedAndMoveTheBar) {
     show();
     SimulatedSearch& search = station->GetSearch();
     const auto isNewest = [&](qint64 time) {
-        return QTest::qWaitFor([&] {
+        return Until([&] {
             picture->grab();
             return picture->Times().newest == static_cast<double>(time);
         });
@@ -242,13 +242,13 @@ TEST_F(TimePictures, DetectionsAreClearedAndShownNewestFirst) {
                shown.topLevelItem(0)->text(4) ==
                    DetectionConventionalAdapter::GetStartTimeString(list->Elements().back());
     };
-    EXPECT_TRUE(QTest::qWaitFor(isNewestOnTop));
+    EXPECT_TRUE(Until(isNewestOnTop));
     search.Simulate(120 * Second, Begin + 300 * Second);
-    EXPECT_TRUE(QTest::qWaitFor(isNewestOnTop)) << "new ones come on top";
+    EXPECT_TRUE(Until(isNewestOnTop)) << "new ones come on top";
     clear->trigger();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return view->RowCount() == 0; }));
+    EXPECT_TRUE(Until([&] { return view->RowCount() == 0; }));
     search.Simulate(120 * Second, Begin + 600 * Second);
-    EXPECT_TRUE(QTest::qWaitFor(isNewestOnTop)) << "and go on after a clearing";
+    EXPECT_TRUE(Until(isNewestOnTop)) << "and go on after a clearing";
 }
 
 } // namespace

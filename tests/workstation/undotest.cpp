@@ -64,7 +64,7 @@ TEST_F(UndoInTheWindow, EachCommandOnEachListIsAStep) {
             key(Qt::Key_Down, Qt::ShiftModifier);
             if (command == A::Paste)
                 action(A::Copy)->trigger();
-            ASSERT_TRUE(QTest::qWaitFor([&] { return action(command)->isEnabled(); }));
+            ASSERT_TRUE(Until([&] { return action(command)->isEnabled(); }));
             action(command)->trigger();
             const QStringList after = rowsOf(list);
             const QString jobAfter = textAt(Paths::JobText);
@@ -166,7 +166,7 @@ TEST_F(UndoInTheWindow, AReadThatIsUndoneLeavesTheMarkOfBefore) {
     const auto edit = [&] {
         targets->setFocus();
         targets->SelectPlace(0);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Delete)->isEnabled(); }));
+        ASSERT_TRUE(Until([&] { return action(A::Delete)->isEnabled(); }));
         action(A::Delete)->trigger();
     };
     edit();
@@ -211,7 +211,7 @@ TEST_F(UndoInTheWindow, AStepThatIsUndoneTakesItsMarkWithIt) {
             [&] {
                 list->setFocus();
                 list->SelectPlace(1);
-                ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Delete)->isEnabled(); }));
+                ASSERT_TRUE(Until([&] { return action(A::Delete)->isEnabled(); }));
                 action(A::Delete)->trigger();
             },
             [&] {
@@ -309,7 +309,7 @@ TEST_F(UndoInTheWindow, TheHistoryGoesBackByManySteps) {
     const QStringList before = rowsOf(list);
     for (int i = 0; i < 4; ++i) {
         list->SelectPlace(i);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Delete)->isEnabled(); }));
+        ASSERT_TRUE(Until([&] { return action(A::Delete)->isEnabled(); }));
         action(A::Delete)->trigger();
     }
     auto* history = window().findChild<HistoryPanel*>();

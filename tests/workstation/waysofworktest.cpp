@@ -41,7 +41,7 @@ TEST_F(WaysOfWork, ATowerIsFoundTunedToAndCopiedToTheChannelsByKeysAlone) {
     ASSERT_TRUE(station->LoadFiles());
     SortListView* targets = show("Local TargetList");
     find("tower 118-137 MHz");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !targets->IsFiltering(); }));
+    ASSERT_TRUE(Until([&] { return !targets->IsFiltering(); }));
     const int found = targets->ShownCount();
     ASSERT_GT(found, 3);
     for (int row = 0; row < found; ++row)
@@ -49,7 +49,7 @@ TEST_F(WaysOfWork, ATowerIsFoundTunedToAndCopiedToTheChannelsByKeysAlone) {
     key(Qt::Key_Down);
     EXPECT_EQ(QApplication::focusWidget(), targets);
     EXPECT_EQ(targets->CurrentPlace(), 0) << "the first one found is at hand";
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Tune)->isEnabled(); }));
+    ASSERT_TRUE(Until([&] { return action(A::Tune)->isEnabled(); }));
     key(Qt::Key_Return, Qt::ControlModifier);
     const double first = tuned();
     EXPECT_GE(first, 118e6);
@@ -99,7 +99,7 @@ TEST_F(WaysOfWork, ASearchIsFollowedPausedSortedAndThreeDetectionsAreSent) {
     key(Qt::Key_F5);
     ASSERT_FALSE(search.IsRunning()) << "from here on, detections come when the test says so";
     SortListView* list = show("Detections");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return list->RowCount() > 5; }));
+    ASSERT_TRUE(Until([&] { return list->RowCount() > 5; }));
 
     QToolButton* pause = nullptr;
     for (QToolButton* button : window().GetTabs()->currentWidget()->findChildren<QToolButton*>()) {
@@ -113,18 +113,18 @@ TEST_F(WaysOfWork, ASearchIsFollowedPausedSortedAndThreeDetectionsAreSent) {
     QApplication::processEvents();
     EXPECT_EQ(list->RowCount(), standing);
     QTest::mouseClick(pause, Qt::LeftButton);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return list->RowCount() > standing; }));
+    ASSERT_TRUE(Until([&] { return list->RowCount() > standing; }));
 
     const QHeaderView& header = *list->header();
     QTest::mouseClick(header.viewport(), Qt::LeftButton, {},
                       {header.sectionViewportPosition(0) + header.sectionSize(0) / 2, header.height() / 2});
-    ASSERT_TRUE(QTest::qWaitFor([&] { return list->sortColumn() == 0; }));
+    ASSERT_TRUE(Until([&] { return list->sortColumn() == 0; }));
     list->setFocus();
     key(Qt::Key_Home);
     for (int row = 1; row < 3; ++row)
         key(Qt::Key_Down, Qt::ShiftModifier);
     ASSERT_EQ(list->SelectedCount(), 3);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::SendTo)->isEnabled(); }));
+    ASSERT_TRUE(Until([&] { return action(A::SendTo)->isEnabled(); }));
     QMenu* takers = action(A::SendTo)->menu();
     emit takers->aboutToShow();
     const auto send = [&](const char* name) {

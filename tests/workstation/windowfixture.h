@@ -19,7 +19,7 @@ protected:
     void open(const QStringList& arguments) {
         start(arguments);
         window().activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window(), Patience));
     }
     MainWindow& window() { return station->GetWindow(); }
     QAction* action(A::Command command) { return window().GetActions().Get(command); }

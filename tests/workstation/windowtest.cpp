@@ -50,11 +50,11 @@ TEST_F(Windows, CommandsActOnTheListThatIsShownByTheirKeys) {
     EXPECT_EQ(entriesOf("/Lists/MemoryChannels"), 1) << "in a field the key means the field's text";
     select(channels, 0);
     channels->setFocus();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Duplicate)->isEnabled(); }));
+    ASSERT_TRUE(Until([&] { return action(A::Duplicate)->isEnabled(); }));
     key(Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(entriesOf("/Lists/MemoryChannels"), 2);
     key(Qt::Key_A, Qt::ControlModifier);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Cut)->isEnabled(); }));
+    ASSERT_TRUE(Until([&] { return action(A::Cut)->isEnabled(); }));
     key(Qt::Key_X, Qt::ControlModifier);
     EXPECT_EQ(entriesOf("/Lists/MemoryChannels"), 0);
     key(Qt::Key_V, Qt::ControlModifier);
@@ -69,9 +69,9 @@ TEST_F(Windows, KeysTuneToTheRowAndToTheNextOnes) {
         if (name == std::string("Detections"))
             station->GetSearch().Simulate(60'000'000, 1'700'000'000'000'000);
         SortListView* list = show(name);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return list->topLevelItemCount() > 3; }));
+        ASSERT_TRUE(Until([&] { return list->topLevelItemCount() > 3; }));
         key(Qt::Key_Home);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Tune)->isEnabled(); }));
+        ASSERT_TRUE(Until([&] { return action(A::Tune)->isEnabled(); }));
         key(Qt::Key_T, Qt::ControlModifier);
         const QString first = status();
         EXPECT_TRUE(first.contains(list->topLevelItem(0)->text(0).section(' ', 0, 0).left(4)))
@@ -88,7 +88,7 @@ TEST_F(Windows, RowsGoThroughTheClipboardAsTextAndOneValueGoesToAll) {
     ASSERT_TRUE(station->LoadFiles());
     SortListView* targets = show("Local TargetList");
     select(targets, 3);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::CopyText)->isEnabled(); }));
+    ASSERT_TRUE(Until([&] { return action(A::CopyText)->isEnabled(); }));
     key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
     const QStringList lines = QGuiApplication::clipboard()->text().split('\n');
     ASSERT_EQ(lines.size(), 3);
@@ -99,7 +99,7 @@ TEST_F(Windows, RowsGoThroughTheClipboardAsTextAndOneValueGoesToAll) {
     EXPECT_EQ(channels->topLevelItemCount(), 3);
     EXPECT_EQ(channels->topLevelItem(2)->text(0), targets->topLevelItem(3)->text(0));
     key(Qt::Key_A, Qt::ControlModifier);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::SetColumn)->isEnabled(); }));
+    ASSERT_TRUE(Until([&] { return action(A::SetColumn)->isEnabled(); }));
     WhenOpen<QDialog>([&](QDialog& dialog) {
         auto* column = dialog.findChild<QComboBox*>();
         column->setCurrentIndex(column->findText("Comment"));
@@ -121,7 +121,7 @@ TEST_F(Windows, TheTunedEntryIsMarkedInEveryList) {
     for (const char* name : {"Local TargetList", "Detections"}) {
         SCOPED_TRACE(name);
         SortListView* list = show(name);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return list->topLevelItemCount() > 3; }));
+        ASSERT_TRUE(Until([&] { return list->topLevelItemCount() > 3; }));
         const auto image = [list](int row) {
             return list->viewport()->grab(list->visualItemRect(list->topLevelItem(row))).toImage();
         };
@@ -222,14 +222,13 @@ TEST_F(Windows, TabsTellCountsAndUnsavedChangesByOneRule) {
     open({"--job", sample("job-hf.pij"), sample("targets.ltl")});
     ASSERT_TRUE(station->LoadFiles());
     SortListView* targets = show("Local TargetList");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return tabText() == "Local TargetList 527"; }))
-        << tabText().toStdString();
+    EXPECT_TRUE(Until([&] { return tabText() == "Local TargetList 527"; })) << tabText().toStdString();
     QCoreApplication::processEvents();
     EXPECT_EQ(title(), "Local TargetList - targets.ltl");
     select(targets, 0);
     Node* entry = Tree::Instance()->GetNode("/Lists/LocalTargetList")->Children().front();
     entry->FindOwnValue(Keys::KeyComment)->SetStringValue("new");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return tabText() == "Local TargetList 527*"; }));
+    EXPECT_TRUE(Until([&] { return tabText() == "Local TargetList 527*"; }));
     EXPECT_EQ(title(), "Local TargetList - targets.ltl*");
     AnswerDialog(Path("mine.xml"));
     action(A::SaveAs)->trigger();
@@ -336,7 +335,7 @@ TEST_F(Windows, DetailsAreEditedInPlace) {
     comment->selectAll();
     QTest::keyClicks(comment, "edited here");
     key(Qt::Key_Return);
-    EXPECT_TRUE(QTest::qWaitFor([&] {
+    EXPECT_TRUE(Until([&] {
         return channels->topLevelItem(2)->text(2).contains("edited here") ||
                channels->currentItem()->CellText(2).contains("edited here");
     }));
@@ -350,7 +349,7 @@ TEST_F(Windows, ALongFrequencyStandsWholeInTheDetailsOfANarrowWindow) {
     window().resize(1024, 600);
     select(window().GetTabs()->currentWidget()->findChild<SortListView*>(), 3);
     auto* field = window().findChild<QDockWidget*>("DetailsPanel")->findChild<VCLineEdit*>("frequency");
-    ASSERT_TRUE(field && QTest::qWaitFor([&] { return field->isVisible(); }));
+    ASSERT_TRUE(field && Until([&] { return field->isVisible(); }));
     QCoreApplication::processEvents();
     EXPECT_GT(field->width() - 10, field->fontMetrics().horizontalAdvance("145 500.000 000 MHz"));
 }
@@ -467,15 +466,15 @@ TEST_F(Windows, TheAnswerOfSendToStaysWhileTheSearchRuns) {
     open({"--demo"});
     ASSERT_TRUE(station->LoadFiles());
     SortListView* list = show("Detections");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return list->topLevelItemCount() > 3; }));
+    ASSERT_TRUE(Until([&] { return list->topLevelItemCount() > 3; }));
     key(Qt::Key_Home);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::SendTo)->isEnabled(); }));
+    ASSERT_TRUE(Until([&] { return action(A::SendTo)->isEnabled(); }));
     QMenu* menu = action(A::SendTo)->menu();
     emit menu->aboutToShow();
     menu->actions().front()->trigger();
     station->GetSearch().Simulate(30'000'000, QDateTime::currentMSecsSinceEpoch() * 1000 + 60'000'000);
     const int before = list->RowCount();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return list->RowCount() != before; }));
+    ASSERT_TRUE(Until([&] { return list->RowCount() != before; }));
     EXPECT_TRUE(status().contains(" sent to ")) << status().toStdString();
 }
 
@@ -483,8 +482,8 @@ TEST_F(Windows, APdfDocumentHasEveryRowThatIsShown) {
     open({});
     station->GetSearch().Simulate(600'000'000, 1'700'000'000'000'000);
     SortListView* list = show("Detections");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return list->RowCount() > 200; }));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(A::Pdf)->isEnabled(); }));
+    ASSERT_TRUE(Until([&] { return list->RowCount() > 200; }));
+    ASSERT_TRUE(Until([&] { return action(A::Pdf)->isEnabled(); }));
     AnswerDialog(Path("list.pdf"));
     action(A::Pdf)->trigger();
     const QByteArray bytes = Read(Path("list.pdf"));

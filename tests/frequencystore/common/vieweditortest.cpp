@@ -4,6 +4,7 @@
 #include "host/widgets/vcfrequencylist.h"
 #include "host/widgets/vclineedit.h"
 #include "tests/frequencystore/memory/memorychannels.h"
+#include "tests/support/waiting.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -29,7 +30,7 @@ protected:
     void Show() {
         m_dialog->show();
         m_dialog->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get()));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(m_dialog.get(), Patience));
     }
     void TearDown() override {
         m_dialog.reset();

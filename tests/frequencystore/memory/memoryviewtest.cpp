@@ -9,6 +9,7 @@
 #include "tests/frequencystore/listrows.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/recorder.h"
+#include "tests/support/waiting.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -244,7 +245,7 @@ TEST_F(MemoryView, FlagsAndChoicesAreEditedInTheirCells) {
     Start(MediatorType::MemoryVUHF);
     Add(145.5e6, "a");
     m_window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window, Patience));
     m_view->setCurrentItem(m_view->topLevelItem(0), 8);
     const QString before = m_job->GetValue();
     QTest::keyClick(m_view, Qt::Key_F2);
@@ -372,7 +373,7 @@ TEST_F(MemoryView, ScanSurveillanceTurnsOffWhatTouchesFilesAndSaysWhy) {
     for (const Bar::Action action : Offered)
         EXPECT_TRUE(isEnabled(action)) << action;
     Handler().SetInScanSurveillance(true);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !isEnabled(Bar::Read); }));
+    EXPECT_TRUE(Until([&] { return !isEnabled(Bar::Read); }));
     const QString why = Q("The receiver is in scan surveillance: no file is opened or written.");
     for (const Bar::Action action : Offered) {
         const bool touchesFiles = action == Bar::Read || action == Bar::SaveToJob;
@@ -391,7 +392,7 @@ TEST_F(MemoryView, ScanSurveillanceTurnsOffWhatTouchesFilesAndSaysWhy) {
     m_view->slotNew();
     EXPECT_EQ(m_list->ChildCount(), 2u);
     Handler().SetInScanSurveillance(false);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return isEnabled(Bar::Read) && isEnabled(Bar::SaveToJob); }));
+    EXPECT_TRUE(Until([&] { return isEnabled(Bar::Read) && isEnabled(Bar::SaveToJob); }));
     EXPECT_FALSE(isShown());
     EXPECT_EQ(m_bar->GetAction(Bar::Read)->toolTip(), Q("Add the channels of a file"));
 }

@@ -9,6 +9,7 @@
 #include "host/widgets/vclineedit.h"
 #include "tests/frequencystore/listrows.h"
 #include "tests/support/dialogs.h"
+#include "tests/support/waiting.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -35,7 +36,7 @@ protected:
         m_window.resize(1000, 300);
         m_window.show();
         m_window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window, Patience));
         m_sink = Problems::SetSink([this](const Problem& problem) { m_told << problem.ToString(); });
         for (const char* name : {"a", "b", "c"})
             Add(name);

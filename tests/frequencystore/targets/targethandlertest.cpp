@@ -1,6 +1,7 @@
 #include "controls/frequencystore/targets/targetlisthandler.h"
 #include "tests/frequencystore/targets/targetfixture.h"
 #include "tests/support/dialogs.h"
+#include "tests/support/waiting.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -60,7 +61,7 @@ TEST_F(TargetHandlerTest, AServerReadsThePublishedFileAndAnnouncesIt) {
     EXPECT_EQ(m_list->ChildCount(), 2u);
     EXPECT_EQ(server.GetCurrentFileName(), path);
     EXPECT_FALSE(m_other.loaded->GetValue()) << "views may follow first";
-    EXPECT_TRUE(announced.wait());
+    EXPECT_TRUE(announced.wait(Patience));
     EXPECT_TRUE(m_other.loaded->GetValue());
     EXPECT_EQ(m_other.announcements, 1);
     EXPECT_EQ(announced.size(), 1) << "its own announcement does not come back to it";
@@ -70,7 +71,7 @@ TEST_F(TargetHandlerTest, AServerReadsThePublishedFileAndAnnouncesIt) {
     EXPECT_GT(m_list->ChildCount(), 2u);
     m_other.name->SetValue(path, &m_other);
     EXPECT_EQ(m_list->ChildCount(), 2u);
-    EXPECT_TRUE(announced.wait());
+    EXPECT_TRUE(announced.wait(Patience));
     EXPECT_EQ(announced.size(), 2);
     EXPECT_EQ(m_other.announcements, 2);
 }

@@ -8,6 +8,7 @@
 #include "tests/support/eventsmeanwhile.h"
 #include "tests/support/fulldisk.h"
 #include "tests/support/recorder.h"
+#include "tests/support/waiting.h"
 
 #include <QDir>
 #include <QSignalSpy>
@@ -228,7 +229,7 @@ TEST_F(TargetListTest, RowsOfManyNewEntriesAreMadeWhileTheWindowPaints) {
     int turns = 0;
     {
         const EventsMeanwhile display([&] { ++turns; });
-        EXPECT_TRUE(QTest::qWaitFor([&] { return Controller().size() == Many; }));
+        EXPECT_TRUE(Until([&] { return Controller().size() == Many; }));
     }
     EXPECT_GE(turns, Many);
 }
@@ -238,7 +239,7 @@ TEST_F(TargetListTest, ManyChangesAreOneRefreshAndASuspendedControllerMakesNone)
     for (int i = 0; i < 100; ++i)
         AddTarget(i);
     EXPECT_EQ(refreshed.size(), 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Controller().size() == 100; }));
+    EXPECT_TRUE(Until([&] { return Controller().size() == 100; }));
     EXPECT_EQ(refreshed.size(), 1);
 
     Controller().Suspend(true);
@@ -256,7 +257,7 @@ TEST_F(TargetListTest, ManyChangesAreOneRefreshAndASuspendedControllerMakesNone)
     refreshed.clear();
     Target(0)->FindOwn<ValueNumeric<double>>(Names::Intern(Q("frequency")))->SetValue(17);
     EXPECT_TRUE(Controller().IsDirty());
-    EXPECT_TRUE(refreshed.wait());
+    EXPECT_TRUE(refreshed.wait(Patience));
     EXPECT_FALSE(Controller().IsDirty());
 }
 

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QTest>
+
+/// How long a test waits before it gives up, in ms: far longer than anything takes on a busy machine.
+constexpr int Patience = 60000;
+
+/// Runs the event loop until something is so; false when it has not become so.
+template <typename Condition>
+bool Until(Condition isSo) {
+    return QTest::qWaitFor(isSo, Patience);
+}
