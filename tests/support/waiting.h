@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QEventLoop>
 #include <QTest>
+#include <QTimer>
 
 /// How long a test waits before it gives up, in ms: far longer than anything takes on a busy machine.
 constexpr int Patience = 60000;
@@ -9,4 +11,12 @@ constexpr int Patience = 60000;
 template <typename Condition>
 bool Until(Condition isSo) {
     return QTest::qWaitFor(isSo, Patience);
+}
+
+/// Runs the event loop until each timer that runs by now and is shorter has fired, however slow the machine
+/// is.
+inline void RunTimersUpTo(int milliseconds) {
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
 }

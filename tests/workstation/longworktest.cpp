@@ -181,7 +181,7 @@ TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
     if (kind == "SaveChannels") {
         ASSERT_TRUE(MemorySystemHandler::Instance()->ReadFile(sample("memory-vuhf.xml")));
     }
-    QTest::qWait(150); // the tabs follow
+    RunTimersUpTo(200); // the tabs follow
     LongWork::SetDisplay(this);
     const QString before = state();
     int cancelled = 0;
@@ -201,7 +201,7 @@ TEST_P(CancelledWork, IsDoneWhollyOrNotAtAll) {
         if (kind == "Undo")
             (void)Until([&] { return state() == before; }); // stack and counts in the tabs follow
         ASSERT_EQ(state().toStdString(), before.toStdString());
-        QTest::qWait(150); // what waits for a timer comes now
+        RunTimersUpTo(200); // what waits for a timer comes now
         ASSERT_EQ(state().toStdString(), before.toStdString());
     }
     EXPECT_GT(cancelled, 0);
