@@ -31,16 +31,15 @@ DiskWatch::DiskWatch(QWidget* window, const ListFiles& lists) : m_window(window)
 
 void DiskWatch::Follow() {
     QStringList paths;
-    std::map<QString, std::optional<FileStamps::State>> seen;
     for (const ListFile& list : m_lists) {
         const QString path = list.file();
         if (path.isEmpty())
             continue;
         paths << path << QFileInfo(path).path();
-        const auto before = m_seen.find(path);
-        seen[path] = before == m_seen.end() ? FileStamps::State::Of(path) : before->second;
+        const std::optional<FileStamps::State> state = FileStamps::State::Of(path);
+        if (m_seen.try_emplace(path, state).first->second != state)
+            m_settle.start(); // it changed while no list had it
     }
-    m_seen = std::move(seen);
     const QStringList before = m_watcher.files() + m_watcher.directories();
     for (const QString& path : before)
         if (!paths.contains(path))

@@ -408,6 +408,17 @@ int UndoHistory::Begin(const QString& name) {
     return m_lastAction;
 }
 
+void UndoHistory::BeginAnew() {
+    Running* const running = runningHere();
+    if (!running)
+        return;
+    auto recording = std::make_unique<Recording>(running->recording->Name(), m_texts);
+    Recorders::SetForAction(recording.get());
+    running->recording = std::move(recording);
+    emit Begun();
+    NoteBefore();
+}
+
 /// An action may end after one around it when what holds it ends.
 void UndoHistory::End(int action) {
     const auto ends = std::find_if(m_running.begin(), m_running.end(),

@@ -46,6 +46,8 @@ public:
     void Follow(Value<QString>& text, Node& list);
     /// Makes something else a part of the running action's step; false, and it is gone, when none runs.
     bool Add(std::unique_ptr<UndoPart> part);
+    /// What the running action has done so far, such as saving what a list held, is none of its step.
+    void BeginAnew();
     /// Whether an action runs in this event loop, and so makes a step of what changes.
     bool IsRecording() { return runningHere() != nullptr; }
     /// Whether a step is being undone or done again.

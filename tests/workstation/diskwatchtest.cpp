@@ -143,6 +143,30 @@ TEST_F(FilesOnDisk, ThatAreGoneLeaveTheListUnsaved) {
     EXPECT_TRUE(status().contains("list.sfl is gone from the disk")) << status().toStdString();
 }
 
+TEST_F(FilesOnDisk, ThatUndoBringsBackAreLookedAtAgain) {
+    openList();
+    show("Local TargetList");
+    const auto openOther = [&] { return station->GetOpener().Open(sample("targets.ltl")); };
+    const auto undo = [&] { action(A::Undo)->trigger(); };
+    ASSERT_TRUE(openOther());
+    Write("list.sfl", lines(5));
+    QString asked;
+    AnswerQuestion(Box::No, asked);
+    undo();
+    EXPECT_TRUE(tabText().contains('*')) << "the file is another one";
+    EXPECT_TRUE(Until([&] { return !asked.isEmpty(); }));
+    QApplication::processEvents();
+    EXPECT_EQ(asked, "File Changed|Another program has changed list.sfl.");
+    EXPECT_EQ(save(), "saved");
+    EXPECT_FALSE(tabText().contains('*'));
+    ASSERT_TRUE(openOther());
+    QFile::remove(Path("list.sfl"));
+    undo();
+    EXPECT_TRUE(Until([&] { return status().contains("list.sfl is gone from the disk"); }));
+    EXPECT_TRUE(tabText().contains('*'));
+    EXPECT_EQ(entriesOf(Targets), 2);
+}
+
 TEST_F(FilesOnDisk, AreToldWhereNobodyCanBeAsked) {
     openList();
     station->SetAttended(false);

@@ -345,7 +345,8 @@ TEST_F(Recoveries, ThatWereDecidedAboutAreNotOfferedAgainWithTheRestOfTheirFile)
             for (int row = 0; row < offered; ++row)
                 if (table->topLevelItem(row)->text(0) != QLatin1String(list))
                     table->topLevelItem(row)->setCheckState(0, Qt::Unchecked);
-            WhenOpen<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Discard)->click(); });
+            if (qstrcmp(button, "discard") == 0)
+                WhenOpen<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Discard)->click(); });
             dialog.findChild<QPushButton*>(QLatin1String(button))->click();
         });
         EXPECT_FALSE(station->OfferRecovery());

@@ -6,6 +6,7 @@
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/undohistory.h"
+#include "tests/support/dialogs.h"
 #include "tests/workstation/windowfixture.h"
 #include "workstation/fileopener.h"
 #include "workstation/historypanel.h"
@@ -190,6 +191,47 @@ TEST_F(UndoInTheWindow, AReadThatIsUndoneLeavesTheMarkOfBefore) {
     FileGate::WasWritten(FileGate::List::Targets, mine);
     undo();
     EXPECT_EQ(title(), "Local TargetList - mine.ltl*");
+}
+
+TEST_F(UndoInTheWindow, AListThatWasSavedForAnotherFileComesBackAsItWasSaved) {
+    const QString mine = Write("mine.ltl", Read(sample("targets.ltl")));
+    const QString other = Write("other.ltl", "");
+    open({mine});
+    ASSERT_TRUE(station->LoadFiles());
+    station->SetAttended(true);
+    show("Local TargetList");
+    const auto openOther = [&] { station->GetOpener().Open(sample("targets.xml")); };
+    TargetListHandler& targets = *TargetListHandler::Instance();
+    const auto addNew = [&] {
+        const OperatorAction step("New");
+        ASSERT_TRUE(targets.AddNew());
+    };
+    addNew();
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl*");
+    Answered(QMessageBox::Save, openOther);
+    EXPECT_EQ(title(), "Local TargetList - targets.xml");
+    stack().undo();
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl");
+    stack().redo();
+    EXPECT_EQ(title(), "Local TargetList - targets.xml");
+    addNew();
+    stack().undo();
+    ASSERT_TRUE(targets.SaveAsOwn(other));
+    EXPECT_EQ(title(), "Local TargetList - other.ltl");
+    stack().undo();
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl") << "whatever became of the other one";
+    stack().redo();
+    EXPECT_EQ(title(), "Local TargetList - other.ltl");
+    // A list that has no file gets one when it is saved.
+    targets.GetItemsRoot()->DeleteChildren();
+    station->GetOpener().SetFileOf(FileGate::List::Targets, QString());
+    addNew();
+    EXPECT_EQ(title(), "Local TargetList*");
+    QString asked;
+    AnswerQuestion(QMessageBox::Save, asked, [this] { AnswerDialog(Path("named.xml")); });
+    openOther();
+    stack().undo();
+    EXPECT_EQ(title(), "Local TargetList - named.xml");
 }
 
 TEST_F(UndoInTheWindow, AStepThatIsUndoneTakesItsMarkWithIt) {
