@@ -167,6 +167,8 @@ void Workstation::offerSaveToJob() {
 
 /// Writers note their failure and tell it, in either order.
 void Workstation::showWriteFailure() {
+    if (!m_window) // its end tells what was gathered
+        return;
     QTimer::singleShot(0, m_window.get(), [this] {
         if (const std::optional<Problem>& failure = REPORTGENERATOR::LastWriteFailure())
             m_window->GetFailureNote()->Show(MainWindow::tr("Not saved: ") + failure->ToString());
