@@ -5,6 +5,7 @@
 #include "host/base/problems.h"
 #include "host/freqlist/freqstore.h"
 
+#include <QApplication>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
@@ -50,7 +51,7 @@ void DiskWatch::Follow() {
 }
 
 void DiskWatch::look() {
-    if (m_isAsking)
+    if (m_isAsking || QApplication::activeModalWidget()) // what a dialog is about stays as it is
         return m_settle.start();
     m_isAsking = true;
     const auto done = qScopeGuard([this] { m_isAsking = false; });

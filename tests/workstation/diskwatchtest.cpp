@@ -167,6 +167,24 @@ TEST_F(FilesOnDisk, ThatUndoBringsBackAreLookedAtAgain) {
     EXPECT_EQ(entriesOf(Targets), 2);
 }
 
+TEST_F(FilesOnDisk, AreAskedAboutWhenTheDialogThatIsOpenIsDone) {
+    openList();
+    show("Local TargetList");
+    ASSERT_TRUE(Until([&] { return action(A::Merge)->isEnabled(); }));
+    QString asked;
+    WhenOpen<MergeDialog>([&](MergeDialog& dialog) {
+        AnswerQuestion(Box::No, asked);
+        Write("list.sfl", lines(5));
+        QTest::qWait(1000); // it would be asked by then
+        EXPECT_EQ(asked, QString());
+        dialog.accept();
+    });
+    AnswerDialog(Write("theirs.sfl", "8000000\tother\t100\tAM\n"));
+    action(A::Merge)->trigger();
+    EXPECT_EQ(entriesOf(Targets), 3) << "as it was seen";
+    EXPECT_TRUE(Until([&] { return !asked.isEmpty(); }));
+}
+
 TEST_F(FilesOnDisk, AreToldWhereNobodyCanBeAsked) {
     openList();
     station->SetAttended(false);
