@@ -128,6 +128,16 @@ bool Job::TakeContent(const QString& path) {
     return true;
 }
 
+void Job::LeaveFile() {
+    keepFileForUndo(channels().GetJobfileName());
+    channels().SetJobfileName(QString());
+    m_fileName.clear();
+    m_savedText.clear();
+    m_saved = Stamp();
+    watch();
+    emit Changed();
+}
+
 QString Job::TextToSave() const {
     if (!m_text->GetValue().isEmpty() || !IsModified())
         return m_text->GetValue();

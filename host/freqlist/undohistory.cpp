@@ -469,6 +469,16 @@ void UndoHistory::Revert() {
         select(running->recording->Lists(), running->selections);
     }
     emit WorkTakenBack();
+    if (runningHere())
+        emit Begun(); // its parts have gone with what was done
+}
+
+bool UndoHistory::DoWhole(const std::function<bool()>& act) {
+    NoteBefore();
+    const bool isDone = act();
+    if (!isDone && runningHere())
+        Revert();
+    return isDone;
 }
 
 void UndoHistory::push(Recording& recording) {
