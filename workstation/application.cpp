@@ -283,7 +283,10 @@ void Workstation::addOpener() {
                                                                              *SearchMCDataHandler::Instance()
                                                                                   ->GetMediatorCtrl())
                                                                              .ReadFile(path);
-                                                                     if (!wasChanged) // what is read is added
+                                                                     // What is read is added.
+                                                                     if (!wasChanged &&
+                                                                         m_window->FileOf(m_resultsId)
+                                                                             .isEmpty())
                                                                          m_changes->MarkSaved(m_resultsId);
                                                                      return read;
                                                                  }},

@@ -3,6 +3,7 @@
 #include "controls/frequencystore/common/paths.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
+#include "host/base/longwork.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/undohistory.h"
@@ -232,6 +233,46 @@ TEST_F(UndoInTheWindow, AListThatWasSavedForAnotherFileComesBackAsItWasSaved) {
     openOther();
     stack().undo();
     EXPECT_EQ(title(), "Local TargetList - named.xml");
+}
+
+TEST_F(UndoInTheWindow, AStepThatGoesOnBehindCancelledWorkKnowsTheMarkOfBefore) {
+    open({Write("mine.ltl", Read(sample("targets.ltl")))});
+    ASSERT_TRUE(station->LoadFiles());
+    show("Local TargetList");
+    Node* const targets = TargetListHandler::Instance()->GetItemsRoot();
+    const auto drop = [&] {
+        const OperatorAction step("Delete");
+        targets->DeleteNode(targets->Children().front());
+    };
+    drop();
+    stack().undo();
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl");
+    drop();
+    {
+        const OperatorAction step("Several");
+        EXPECT_FALSE(LongWork::Run("the first", [&] {
+            targets->DeleteChildren();
+            throw WorkCancelled();
+        }));
+        drop();
+    }
+    stack().undo();
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl*") << "the second step is in no file";
+}
+
+TEST_F(UndoInTheWindow, AJobThatWasSavedForAnotherOneComesBackAsItWasSaved) {
+    open({"--receiver", "vuhf"});
+    ASSERT_TRUE(station->LoadFiles());
+    station->SetAttended(true);
+    MemorySystemHandler::Instance()->SetNewEntry(118500000, 8333, "mine", "AM");
+    QString asked;
+    AnswerQuestion(QMessageBox::Save, asked, [this] { AnswerDialog(Path("mine.pij")); });
+    ASSERT_TRUE(station->GetOpener().Open(sample("job-vuhf.pij")));
+    EXPECT_EQ(station->GetJob().GetFileName(), sample("job-vuhf.pij"));
+    stack().undo();
+    EXPECT_EQ(station->GetJob().GetFileName(), Path("mine.pij"));
+    EXPECT_EQ(station->GetJob().GetFileState(), Job::FileState::Same);
+    EXPECT_FALSE(station->GetJob().HasUnsavedChanges());
 }
 
 TEST_F(UndoInTheWindow, AStepThatIsUndoneTakesItsMarkWithIt) {
