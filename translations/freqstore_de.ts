@@ -5067,6 +5067,18 @@ Fremdes: %2</translation>
         <source>The password was not removed: %1.</source>
         <translation>Das Passwort wurde nicht entfernt: %1.</translation>
     </message>
+    <message>
+        <source>The password stays in the keyring: %1 needs it, too.</source>
+        <translation>Das Passwort bleibt im Schlüsselbund: auch %1 braucht es.</translation>
+    </message>
+    <message>
+        <source>The password stays in the keyring: the connection at the program&apos;s start needs it.</source>
+        <translation>Das Passwort bleibt im Schlüsselbund: die Verbindung beim Programmstart braucht es.</translation>
+    </message>
+    <message>
+        <source>Keyring</source>
+        <translation>Schlüsselbund</translation>
+    </message>
 </context>
 <context>
     <name>ShareEditing</name>

@@ -131,7 +131,7 @@ Workstation::Workstation(const Options& options) : m_options(options) {
     m_progress = std::make_unique<ProgressBox>(*m_window);
     m_connection = std::make_unique<ReceiverConnection>(*m_receiver, *m_window);
     m_connection->Connect(ReceiverChoice());
-    m_changes = std::make_unique<ListChanges>();
+    m_changes = std::make_unique<ListChanges>([this](int id) { return m_window->FileOf(id); });
     // Whoever started the program from a terminal sees there what the panel shows.
     QObject::connect(m_window->GetMessages(), &MessagesPanel::ProblemAdded, [](const QString& text) {
         std::fprintf(stderr, "%s\n", TextFor(stderr, text).constData());
@@ -283,7 +283,10 @@ void Workstation::addOpener() {
                                                                              *SearchMCDataHandler::Instance()
                                                                                   ->GetMediatorCtrl())
                                                                              .ReadFile(path);
-                                                                     if (!wasChanged) // what is read is added
+                                                                     // What is read is added.
+                                                                     if (!wasChanged &&
+                                                                         m_window->FileOf(m_resultsId)
+                                                                             .isEmpty())
                                                                          m_changes->MarkSaved(m_resultsId);
                                                                      return read;
                                                                  }},

@@ -129,12 +129,12 @@ void Workstation::fileChanged(FileGate::List list) {
     const int id = idOf(list);
     if (list == FileGate::List::Targets && TargetListHandler::Instance()->IsClient() && !file.isEmpty())
         return m_opener->SetFileOf(list, QString()); // a copy: the list stands in no file here
+    m_window->SetFileOf(id, file);
     m_changes->MarkSaved(id);
     const auto* entries = dynamic_cast<FrequencyNodeMediatorCtrl*>(
         FreqStore::Instance().GetFrequencies(static_cast<unsigned>(id)));
     if (file.isEmpty() && entries && entries->size() > 0) // they came from a file that is not the list's
         m_changes->MarkChanged(id);
-    m_window->SetFileOf(id, file);
     if (list == FileGate::List::Targets)
         TargetListHandler::Instance()->NoteFile(file);
     m_window->GetBar()->FitAll();
@@ -167,6 +167,8 @@ void Workstation::offerSaveToJob() {
 
 /// Writers note their failure and tell it, in either order.
 void Workstation::showWriteFailure() {
+    if (!m_window) // its end tells what was gathered
+        return;
     QTimer::singleShot(0, m_window.get(), [this] {
         if (const std::optional<Problem>& failure = REPORTGENERATOR::LastWriteFailure())
             m_window->GetFailureNote()->Show(MainWindow::tr("Not saved: ") + failure->ToString());

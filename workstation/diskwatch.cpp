@@ -5,6 +5,7 @@
 #include "host/base/problems.h"
 #include "host/freqlist/freqstore.h"
 
+#include <QApplication>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
@@ -31,16 +32,15 @@ DiskWatch::DiskWatch(QWidget* window, const ListFiles& lists) : m_window(window)
 
 void DiskWatch::Follow() {
     QStringList paths;
-    std::map<QString, std::optional<FileStamps::State>> seen;
     for (const ListFile& list : m_lists) {
         const QString path = list.file();
         if (path.isEmpty())
             continue;
         paths << path << QFileInfo(path).path();
-        const auto before = m_seen.find(path);
-        seen[path] = before == m_seen.end() ? FileStamps::State::Of(path) : before->second;
+        const std::optional<FileStamps::State> state = FileStamps::State::Of(path);
+        if (m_seen.try_emplace(path, state).first->second != state)
+            m_settle.start(); // it changed while no list had it
     }
-    m_seen = std::move(seen);
     const QStringList before = m_watcher.files() + m_watcher.directories();
     for (const QString& path : before)
         if (!paths.contains(path))
@@ -51,7 +51,7 @@ void DiskWatch::Follow() {
 }
 
 void DiskWatch::look() {
-    if (m_isAsking)
+    if (m_isAsking || QApplication::activeModalWidget()) // what a dialog is about stays as it is
         return m_settle.start();
     m_isAsking = true;
     const auto done = qScopeGuard([this] { m_isAsking = false; });

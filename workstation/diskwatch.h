@@ -52,7 +52,7 @@ private:
     Merge m_merge;
     QFileSystemWatcher m_watcher;
     QTimer m_settle; ///< programs write in several steps
-    /// Each file as it was seen last; nothing for one that has gone.
+    /// Each file that a list has or had, as it was seen last; nothing for one that has gone.
     std::map<QString, std::optional<FileStamps::State>> m_seen;
     bool m_isAsking = false;
 };

@@ -197,7 +197,9 @@ bool FileOpener::mayLeave(List list) const {
     if (!m_attended || m_isDecided || !m_mayLeave || list == List::MemoryChannels)
         return true;
     const LongWork::Standstill standstill;
-    return m_mayLeave(list);
+    const bool mayLeave = m_mayLeave(list);
+    UndoHistory::Instance().BeginAnew(); // a list that was saved stays so when the opening is undone
+    return mayLeave;
 }
 
 bool FileOpener::offerElsewhere(List list, const QString& path, FileKind kind) {

@@ -73,14 +73,14 @@ void Job::noteSaved(const QString& fileName) {
 void Job::keepFileForUndo(const QString& channelsFile) {
     UndoHistory::Instance().Add(std::make_unique<UndoState>(
         [this, file = m_fileName, text = m_savedText, saved = m_saved, foreign = m_foreign,
-         ofChannels = channelsFile, alive = QPointer(this)]() mutable {
+         isMarked = m_isMarked, ofChannels = channelsFile, alive = QPointer(this)]() mutable {
             if (!alive)
                 return;
             std::swap(m_fileName, file);
             std::swap(m_savedText, text);
             std::swap(m_saved, saved);
             std::swap(m_foreign, foreign);
-            m_isMarked = false;
+            std::swap(m_isMarked, isMarked);
             const QString present = channels().GetJobfileName();
             channels().SetJobfileName(std::exchange(ofChannels, present));
             watch();
@@ -126,6 +126,16 @@ bool Job::TakeContent(const QString& path) {
     channels().SetJobfileName(m_fileName);
     emit Changed();
     return true;
+}
+
+void Job::LeaveFile() {
+    keepFileForUndo(channels().GetJobfileName());
+    channels().SetJobfileName(QString());
+    m_fileName.clear();
+    m_savedText.clear();
+    m_saved = Stamp();
+    watch();
+    emit Changed();
 }
 
 QString Job::TextToSave() const {

@@ -41,6 +41,8 @@ public:
     /// Takes the job of another file as a change: the job stays with its own. False, told, when that is no
     /// job.
     bool TakeContent(const QString& path);
+    /// The job stands in no file from then on, and has changes.
+    void LeaveFile();
     /// The document as it would be written now: without a job, a new one around the present channels; empty
     /// when there are none.
     QString TextToSave() const;

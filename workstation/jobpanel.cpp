@@ -1,5 +1,6 @@
 #include "workstation/jobpanel.h"
 
+#include "host/freqlist/undohistory.h"
 #include "host/gui/colorset.h"
 #include "host/gui/guibase.h"
 #include "host/report/filestamps.h"
@@ -167,7 +168,10 @@ void JobPanel::AskAndOpen() {
 }
 
 bool JobPanel::Open(const QString& path) {
-    return MayLeave() && m_job.Open(path);
+    if (!MayLeave())
+        return false;
+    UndoHistory::Instance().BeginAnew(); // a job that was saved stays so when the opening is undone
+    return m_job.Open(path);
 }
 
 bool JobPanel::Save() {

@@ -34,12 +34,18 @@ public:
 
     int GetListId() const { return m_listId; }
     const Mark& GetMark() const { return m_mark; }
-    /// The mark of another time, at which the list held what it holds now. What was written since may be the
-    /// file of then.
+    /// The mark of another time, at which the list held what it holds now. The file of then counts if the
+    /// list shows it, as it was.
     void TakeMark(const Mark& mark) {
-        const bool isOfSameFile = mark.saves == m_mark.saves;
-        if (isOfSameFile)
+        const QString file = m_owner.m_fileOf(m_listId);
+        const bool isOfSameFile =
+            mark.file == file &&
+            (file.isEmpty() ? mark.saves == m_mark.saves : mark.fileState == FileStamps::State::Of(file));
+        if (isOfSameFile) {
             m_mark.wasEmpty = mark.wasEmpty;
+            m_mark.file = mark.file;
+            m_mark.fileState = mark.fileState;
+        }
         set(mark.isChanged || !isOfSameFile || mark.others != m_mark.others);
     }
 
@@ -49,6 +55,8 @@ public:
         if (!UndoHistory::Instance().IsRecording())
             ++m_mark.saves;
         m_mark.wasEmpty = m_count() == 0;
+        m_mark.file = m_owner.m_fileOf(m_listId);
+        m_mark.fileState = FileStamps::State::Of(m_mark.file);
         set(false);
     }
     void MarkChanged() { set(true); }
@@ -130,7 +138,7 @@ private:
     Marks m_kept;
 };
 
-ListChanges::ListChanges() {
+ListChanges::ListChanges(FileOf fileOf) : m_fileOf(std::move(fileOf)) {
     connect(&UndoHistory::Instance(), &UndoHistory::Begun, this, [this] {
         noteWaiting();
         UndoHistory::Instance().Add(std::make_unique<MarksPart>(*this));

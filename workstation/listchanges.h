@@ -1,23 +1,29 @@
 #pragma once
 
 #include "host/base/observer.h"
+#include "host/report/filestamps.h"
 
 #include <QObject>
 
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 /// Whether lists have changed since they were read from their files or written there: by entries that came,
 /// went or got other values. One that was empty and is so again has not changed. What the operator does while
 /// a machine writes to the list is a change. A step that is undone, or done again, leaves the list as changed
-/// as it was there, unless it has been saved since or others have changed it.
+/// as it was there, unless its file is another one, or has been written since, or others have changed the
+/// list.
 class ListChanges : public QObject {
     Q_OBJECT
 
 public:
-    ListChanges();
+    /// Who tells which file a list shows; empty when none.
+    using FileOf = std::function<QString(int listId)>;
+
+    explicit ListChanges(FileOf fileOf);
     ~ListChanges() override;
 
     /// Follows the list with that identifier in the store, which has not changed then. What comes while
@@ -28,7 +34,7 @@ public:
     void FollowSteps(int listId, std::function<qint64()> count);
     /// A list that is not followed has not changed, whatever becomes of it.
     void SetFollowed(int listId, bool followed);
-    /// What the list has now is what its file has.
+    /// What the list has now is what its file has, which `FileOf` knows already.
     void MarkSaved(int listId);
     /// What the list has now is in no file, whatever was read or written.
     void MarkChanged(int listId);
@@ -42,7 +48,9 @@ private:
     struct Mark {
         bool wasEmpty = true; ///< the list, when it was read or written
         bool isChanged = false;
-        int saves = 0;  ///< how often it was written
+        QString file; ///< that one
+        std::optional<FileStamps::State> fileState;
+        int saves = 0;  ///< how often a list without a file was written somewhere
         int others = 0; ///< how often it was changed by what is no step
     };
     using Marks = std::map<int, Mark>; ///< by list
@@ -55,6 +63,7 @@ private:
     void noteWaiting();
     void noteStep(int listId);
 
+    const FileOf m_fileOf;
     std::vector<std::unique_ptr<Watch>> m_watches;
     Marks m_swapped;          ///< those of where undo or redo leads
     bool m_tellsStep = false; ///< lists tell of what a step, or cancelled work, has changed

@@ -55,8 +55,12 @@ ValueList<DetectionConventional>* detections() {
 
 bool takeNoi(const QString& path) {
     NOIFrequencyHandler& list = *NOIFrequencyHandler::Instance();
-    return PathContains(path, ".xml") || PathContains(path, ".csv") ? list.ParseNOIXmlFile(path)
-                                                                    : list.ParseNOIFile(path);
+    const bool waited = list.IsWaitingForFile();
+    const bool isRead = PathContains(path, ".xml") || PathContains(path, ".csv") ? list.ParseNOIXmlFile(path)
+                                                                                 : list.ParseNOIFile(path);
+    if (!isRead && !waited && list.GetMediatorCtrl())
+        list.GetMediatorCtrl()->Suspend(false); // it goes on with what it had
+    return isRead;
 }
 
 bool takeDetections(SimulatedSearch& search, const QString& path) {
@@ -125,6 +129,7 @@ ListFile jobOf(const ListOwners& owners) {
     list.markChanged = [&job] { job.MarkChanged(); };
     list.writeCopy = [&job](const QString& path) { return job.SaveCopy(path); };
     list.takeContent = [&job](const QString& path) { return job.TakeContent(path); };
+    list.leaveFile = [&job] { job.LeaveFile(); };
     list.text = [&job] { return job.TextToSave(); };
     list.entries = {};
     return list;
@@ -151,6 +156,7 @@ ListFiles ListFilesOf(const ListOwners& owners) {
     targets.takeContent = [](const QString& path) {
         return withoutGate([&] { return TargetListHandler::Instance()->ReadFile(path); });
     };
+    targets.leaveFile = [] { FileGate::WasWritten(FileGate::List::Targets, QString()); };
     ListFile noi = listOf(owners, owners.noiId, QStringLiteral("noi"));
     noi.writeCopy = [](const QString& path) { return NOIFrequencyHandler::Instance()->SaveFile(path); };
     noi.takeContent = [](const QString& path) { return withoutGate([&] { return takeNoi(path); }); };

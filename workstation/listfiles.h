@@ -28,8 +28,11 @@ struct ListFile {
     std::function<void()> markChanged;
     /// Reads a file into the list, which is its own from then on.
     std::function<bool(const QString& path)> open;
-    /// Gives the list the content of another file. It keeps its own and has unsaved changes then.
+    /// Gives the list the content of another file. It keeps its own and has unsaved changes then. False,
+    /// told, when that cannot be read; what the list held may be gone then.
     std::function<bool(const QString& path)> takeContent;
+    /// The list stands in no file from then on. Null where a list that has none gets one by itself.
+    std::function<void()> leaveFile{};
     /// Writes what the list holds into another file, in the form that its name tells. Null for a list that
     /// never has a file.
     std::function<bool(const QString& path)> writeCopy{};

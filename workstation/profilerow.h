@@ -47,6 +47,7 @@ public:
             names << profile.name;
         return names;
     }
+    const std::vector<Profile>& GetAll() const { return m_profiles; }
     /// Null when there is none.
     const Profile* Find(const QString& name) const {
         const auto found = std::ranges::find(m_profiles, name, &Profile::name);

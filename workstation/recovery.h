@@ -38,7 +38,8 @@ public:
     /// Writes soon; these sections are closed when that is done, since what they held is in the lists.
     void Replace(const std::vector<RecoveryDone>& sections);
     /// The list that is being saved (see ListSaving) is about to have the file `aside` as `path`: once it
-    /// has, what is kept of the list here is past. Returns when that is on the disk.
+    /// has, what is kept of the list here is past. `aside` may be that file, which holds the list already.
+    /// Returns when that is on the disk.
     void LetGoWith(const QString& path, const QString& aside);
     /// For what a list does not tell by its entries: a job's text, and that it was saved.
     void NoteChange(int listId);

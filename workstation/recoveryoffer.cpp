@@ -3,6 +3,7 @@
 #include "host/base/datetime.h"
 #include "host/base/problems.h"
 #include "host/freqlist/freqstore.h"
+#include "host/freqlist/undohistory.h"
 #include "host/gui/guibase.h"
 #include "host/report/filestamps.h"
 #include "host/report/outputfile.h"
@@ -157,8 +158,10 @@ bool RecoveryOffer::restore(const Row& row) {
         const QTemporaryDir folder;
         const QString copy = folder.filePath(QStringLiteral("recovered") + row.section->head.suffix);
         row.file->reader.Extract(*row.section, copy);
-        if (!row.list->takeContent(copy))
+        if (!UndoHistory::Instance().DoWhole([&] { return row.list->takeContent(copy); }))
             return false;
+        if (row.list->leaveFile && file != row.list->file())
+            row.list->leaveFile(); // it is another list's
         emit FreqStore::Instance().Told(
             tr("%1: %n entries restored", "", static_cast<int>(row.list->count())).arg(row.list->name));
         return true;

@@ -3,6 +3,7 @@
 #include "host/base/datetime.h"
 #include "host/base/problems.h"
 #include "host/freqlist/buttonbar.h"
+#include "host/freqlist/undohistory.h"
 #include "host/valuetree/operatoraction.h"
 #include "workstation/actions.h"
 #include "workstation/actiontips.h"
@@ -117,7 +118,7 @@ void Safekeeping::restore(const ListFile& list, const FileVersions::Version& ver
     if (!FileVersions::IsWhole(version))
         return Problems::Report("safekeeping", {version.path, 0, tr("is not what was kept")});
     const OperatorAction action(tr("Restore Version"));
-    if (list.takeContent(version.path))
+    if (UndoHistory::Instance().DoWhole([&] { return list.takeContent(version.path); }))
         m_window.Tell(tr("%1 is as it was saved on %2 UTC")
                           .arg(list.name, Quor::DateTime(static_cast<quint64>(version.time)).toString(0)));
 }

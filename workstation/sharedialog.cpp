@@ -1,11 +1,13 @@
 #include "workstation/sharedialog.h"
 
+#include "host/base/problems.h"
 #include "host/gui/guibase.h"
 #include "host/report/rgexception.h"
 #include "workstation/sharepassword.h"
 #include "workstation/shareprobe.h"
 #include "workstation/sharing.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -14,6 +16,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QToolButton>
@@ -88,8 +91,7 @@ ShareDialog::ShareDialog(const Sharing& sharing, const ShareProfile& present, bo
     connect(m_profile, &ProfileRow::Chosen, this,
             [this](const QString& name) { showProfile(*m_profiles.Find(name)); });
     connect(m_profile, &ProfileRow::Edited, this, &ShareDialog::showProblem);
-    connect(m_profile, &ProfileRow::Forgotten, this,
-            [this](const QString& name) { m_profiles.Forget(name); });
+    connect(m_profile, &ProfileRow::Forgotten, this, &ShareDialog::forgetProfile);
     m_atStart->setChecked(atStart);
     showProfile(present);
     resize(UsualWidth, sizeHint().height());
@@ -149,7 +151,7 @@ void ShareDialog::addUser(QFormLayout& form) {
     connect(m_password, &QLineEdit::textChanged, this,
             [this](const QString& text) { m_keepsPassword->setEnabled(!text.isEmpty()); });
     m_keepsPassword->setEnabled(false);
-    connect(m_forget, &QPushButton::clicked, this, &ShareDialog::forgetPassword);
+    connect(m_forget, &QPushButton::clicked, this, [this] { forgetPassword(GetChoice()); });
 }
 
 void ShareDialog::addRole(QFormLayout& form) {
@@ -287,10 +289,34 @@ void ShareDialog::probe(const QString& password) {
     showAnswer();
 }
 
-void ShareDialog::forgetPassword() {
+/// The password goes with the last connection that needs it.
+void ShareDialog::forgetProfile(const QString& name) {
+    const ShareProfile forgotten = *m_profiles.Find(name);
+    m_profiles.Forget(name);
+    if (!forgotten.passwordFile.isEmpty() || forgotten.Address().user.isEmpty())
+        return;
+    const auto needs = [&](const ShareProfile& other) { return SharePassword::IsShared(forgotten, other); };
+    const auto other = std::ranges::find_if(m_profiles.GetAll(), needs);
+    const ShareProfile atStart = ShareProfile::AtStart();
+    if (other != m_profiles.GetAll().end())
+        m_answer->setText(tr("The password stays in the keyring: %1 needs it, too.").arg(other->name));
+    else if (!atStart.url.isEmpty() && needs(atStart))
+        m_answer->setText(
+            tr("The password stays in the keyring: the connection at the program's start needs it."));
+    else
+        forgetPassword(forgotten);
+}
+
+/// The keyring may answer when the dialog is closed.
+void ShareDialog::forgetPassword(const ShareProfile& profile) {
     m_answer->setText(tr("The keyring is asked; it may have to be unlocked."));
-    SharePassword::Forget(GetChoice(), *this, [this](const QString& reason) {
-        m_answer->setText(reason.isEmpty() ? tr("The keyring has no password of this user any more.")
-                                           : tr("The password was not removed: %1.").arg(reason));
+    SharePassword::Forget(profile, *qApp, [dialog = QPointer(this)](const QString& reason) {
+        const QString failure =
+            reason.isEmpty() ? QString() : tr("The password was not removed: %1.").arg(reason);
+        if (dialog)
+            dialog->m_answer->setText(
+                reason.isEmpty() ? tr("The keyring has no password of this user any more.") : failure);
+        else if (!failure.isEmpty())
+            Problems::Report("sharedialog", {tr("Keyring"), 0, failure});
     });
 }

@@ -45,7 +45,8 @@ private:
     void showProblem();
     void test();
     void probe(const QString& password);
-    void forgetPassword();
+    void forgetProfile(const QString& name);
+    void forgetPassword(const ShareProfile& profile);
 
     const Sharing& m_sharing;
     KeptProfiles<ShareProfile> m_profiles;

@@ -57,6 +57,11 @@ bool SharePassword::IsInKeyring(const ShareProfile& profile) {
     return profile.passwordFile.isEmpty() && address.password.isEmpty() && !address.user.isEmpty();
 }
 
+bool SharePassword::IsShared(const ShareProfile& one, const ShareProfile& other) {
+    return one.passwordFile.isEmpty() && other.passwordFile.isEmpty() &&
+           accountOf(one.Address()) == accountOf(other.Address());
+}
+
 void SharePassword::Find(const ShareProfile& profile, QObject& context, const Taker& then) {
     const BrokerAddress address = addressOf(profile);
     if (!address.password.isEmpty() || address.user.isEmpty())

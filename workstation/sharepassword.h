@@ -18,6 +18,8 @@ using Taker = std::function<void(const QString& password, const QString& whyNone
 /// Hands over the password of a profile; at once where the keyring is not asked. Throws RGException when the
 /// profile's file is none.
 void Find(const ShareProfile& profile, QObject& context, const Taker& then);
+/// Whether both have one password in the keyring: that of a user at a broker, for all sites.
+bool IsShared(const ShareProfile& one, const ShareProfile& other);
 /// Whether `Find` asks the keyring. Does not look into files.
 bool IsInKeyring(const ShareProfile& profile);
 

@@ -24,6 +24,11 @@ void Versions::Replacing(const QString& path, const QString& aside) {
         m_follower(path, aside);
 }
 
+void Versions::Unchanged(const QString& path) {
+    if (m_follower)
+        m_follower(path, path);
+}
+
 void Versions::Replaced(const QString& path, qint64 entries) {
     keep(path, entries);
 }

@@ -24,7 +24,8 @@ public:
     FileVersions& GetStore() { return m_store; }
     /// Without a question such a file stays, and what is new stands beside it.
     void SetQuestion(Question question) { m_question = std::move(question); }
-    /// Who is told of a file that is about to be replaced by the one `aside`, which keeps its time.
+    /// Who is told of a file that is about to be replaced by the one `aside`, which keeps its time; `aside`
+    /// is the file itself when that holds the same bytes and stays.
     using Follower = std::function<void(const QString& path, const QString& aside)>;
     void SetFollower(Follower follower) { m_follower = std::move(follower); }
 
@@ -44,6 +45,7 @@ public:
 private:
     Answer FileIsChanged(const QString& path) override;
     void Replacing(const QString& path, const QString& aside) override;
+    void Unchanged(const QString& path) override;
     void Replaced(const QString& path, qint64 entries) override;
     void keep(const QString& path, qint64 entries);
 

@@ -408,6 +408,17 @@ int UndoHistory::Begin(const QString& name) {
     return m_lastAction;
 }
 
+void UndoHistory::BeginAnew() {
+    Running* const running = runningHere();
+    if (!running)
+        return;
+    auto recording = std::make_unique<Recording>(running->recording->Name(), m_texts);
+    Recorders::SetForAction(recording.get());
+    running->recording = std::move(recording);
+    emit Begun();
+    NoteBefore();
+}
+
 /// An action may end after one around it when what holds it ends.
 void UndoHistory::End(int action) {
     const auto ends = std::find_if(m_running.begin(), m_running.end(),
@@ -458,6 +469,16 @@ void UndoHistory::Revert() {
         select(running->recording->Lists(), running->selections);
     }
     emit WorkTakenBack();
+    if (runningHere())
+        emit Begun(); // its parts have gone with what was done
+}
+
+bool UndoHistory::DoWhole(const std::function<bool()>& act) {
+    NoteBefore();
+    const bool isDone = act();
+    if (!isDone && runningHere())
+        Revert();
+    return isDone;
 }
 
 void UndoHistory::push(Recording& recording) {

@@ -46,6 +46,10 @@ public:
     void Follow(Value<QString>& text, Node& list);
     /// Makes something else a part of the running action's step; false, and it is gone, when none runs.
     bool Add(std::unique_ptr<UndoPart> part);
+    /// What the running action has done so far, such as saving what a list held, is none of its step.
+    void BeginAnew();
+    /// Does a part of the running action; what it did to lists is taken back when it answers false.
+    bool DoWhole(const std::function<bool()>& act);
     /// Whether an action runs in this event loop, and so makes a step of what changes.
     bool IsRecording() { return runningHere() != nullptr; }
     /// Whether a step is being undone or done again.
@@ -59,7 +63,7 @@ public:
     void SetMostResting(size_t bytes) { m_mostResting = std::min(bytes, MostResting); }
 
 signals:
-    /// An action begins, which is no part of another one: parts can be added to its step.
+    /// An action begins, which is no part of another one, or begins anew: parts can be added to its step.
     void Begun();
     /// A step has changed that list, or has been undone or done again.
     void Changed(int listId);

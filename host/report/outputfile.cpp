@@ -68,10 +68,11 @@ QString linkedFrom(const QString& link) {
     return QFileInfo(QFileInfo(link).path()).canonicalFilePath() + QLatin1Char('/') + linked;
 }
 
-bool holdSameBytes(const QString& one, const QString& other) {
+/// Whether a file holds those bytes already, and they are on the disk: another program may have written it.
+bool standsAlready(const QString& bytesOf, const QString& place) {
     constexpr qint64 BlockBytes = 1 << 20;
-    QFile a(one);
-    QFile b(other);
+    QFile a(bytesOf);
+    QFile b(place);
     if (!a.open(QIODevice::ReadOnly | QIODevice::Unbuffered) ||
         !b.open(QIODevice::ReadOnly | QIODevice::Unbuffered) || a.size() != b.size())
         return false;
@@ -80,7 +81,8 @@ bool holdSameBytes(const QString& one, const QString& other) {
         if (bytes != b.read(BlockBytes))
             return false;
         if (bytes.size() < BlockBytes)
-            return a.error() == QFileDevice::NoError && b.error() == QFileDevice::NoError;
+            return a.error() == QFileDevice::NoError && b.error() == QFileDevice::NoError &&
+                   ::fsync(b.handle()) == 0;
     }
 }
 
@@ -275,7 +277,7 @@ void OutputFile::Commit() {
     m_writtenName = m_fileName;
     bool isNew = false;
     LongWork::Elsewhere([&] {
-        isNew = !holdSameBytes(m_temporary->Name(), m_target);
+        isNew = !standsAlready(m_temporary->Name(), m_target);
         if (isNew)
             m_temporary->Sync();
     });
@@ -289,6 +291,8 @@ void OutputFile::Commit() {
         check(m_temporary->MoveTo(m_target));
         if (currentGuard)
             currentGuard->Replaced(m_target, m_entries);
+    } else if (currentGuard) {
+        currentGuard->Unchanged(m_target);
     }
     FileStamps::NoteRead(m_writtenName);
 }

@@ -22,6 +22,8 @@ public:
     /// The file, which need not be there, is about to be replaced by the one `aside`. That one is complete
     /// and on the disk, and keeps its time when it takes the place.
     virtual void Replacing(const QString& path, const QString& aside) = 0;
+    /// The file, which is on the disk, holds the new content already and is left alone.
+    virtual void Unchanged(const QString& path) = 0;
     /// The file has its new content, with so many entries; -1 when the writer does not count.
     virtual void Replaced(const QString& path, qint64 entries) = 0;
 };

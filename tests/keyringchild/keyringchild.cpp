@@ -1,11 +1,19 @@
 // Does one thing with the password of a broker's user in the desktop's keyring:
 //   keyring_child find|keep|forget URL [PASSWORD]
-// and says on standard output "alive" while it waits, and at the end "password PASSWORD", "done" or
-// "not: REASON".
+//   keyring_child remove NAME FOLDER
+// The last one removes a connection of the settings in a folder, as the operator does. It says on standard
+// output "alive" while it waits, and at the end "password PASSWORD", "done", "not: REASON", or what the
+// operator reads.
 
+#include "host/gui/listsettings.h"
+#include "workstation/sharedialog.h"
 #include "workstation/sharepassword.h"
+#include "workstation/sharing.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
 #include <QTimer>
 
 #include <cstdio>
@@ -30,11 +38,26 @@ void endDone(const QString& reason) {
     end(reason.isEmpty() ? QStringLiteral("done") : QStringLiteral("not: ") + reason);
 }
 
+int removeConnection(const QString& name, const QString& folder) {
+    ListSettings::SetDirectory(folder);
+    const Sharing sharing({});
+    ShareDialog dialog(sharing, {}, false);
+    dialog.findChild<QComboBox*>(QStringLiteral("Profile"))->setEditText(name);
+    dialog.findChild<QPushButton*>(QStringLiteral("RemoveProfile"))->click();
+    const auto* answer = dialog.findChild<QLabel*>(QStringLiteral("Answer"));
+    while (answer->text().startsWith(QLatin1String("The keyring is asked")))
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    say(answer->text());
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
+    const QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.value(1) == QLatin1String("remove"))
+        return removeConnection(arguments.value(2), arguments.value(3));
     const ShareProfile profile{.url = arguments.value(2)};
     QObject context;
     QTimer alive;

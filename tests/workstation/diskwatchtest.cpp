@@ -143,6 +143,48 @@ TEST_F(FilesOnDisk, ThatAreGoneLeaveTheListUnsaved) {
     EXPECT_TRUE(status().contains("list.sfl is gone from the disk")) << status().toStdString();
 }
 
+TEST_F(FilesOnDisk, ThatUndoBringsBackAreLookedAtAgain) {
+    openList();
+    show("Local TargetList");
+    const auto openOther = [&] { return station->GetOpener().Open(sample("targets.ltl")); };
+    const auto undo = [&] { action(A::Undo)->trigger(); };
+    ASSERT_TRUE(openOther());
+    Write("list.sfl", lines(5));
+    QString asked;
+    AnswerQuestion(Box::No, asked);
+    undo();
+    EXPECT_TRUE(tabText().contains('*')) << "the file is another one";
+    EXPECT_TRUE(Until([&] { return !asked.isEmpty(); }));
+    QApplication::processEvents();
+    EXPECT_EQ(asked, "File Changed|Another program has changed list.sfl.");
+    EXPECT_EQ(save(), "saved");
+    EXPECT_FALSE(tabText().contains('*'));
+    ASSERT_TRUE(openOther());
+    QFile::remove(Path("list.sfl"));
+    undo();
+    EXPECT_TRUE(Until([&] { return status().contains("list.sfl is gone from the disk"); }));
+    EXPECT_TRUE(tabText().contains('*'));
+    EXPECT_EQ(entriesOf(Targets), 2);
+}
+
+TEST_F(FilesOnDisk, AreAskedAboutWhenTheDialogThatIsOpenIsDone) {
+    openList();
+    show("Local TargetList");
+    ASSERT_TRUE(Until([&] { return action(A::Merge)->isEnabled(); }));
+    QString asked;
+    WhenOpen<MergeDialog>([&](MergeDialog& dialog) {
+        AnswerQuestion(Box::No, asked);
+        Write("list.sfl", lines(5));
+        QTest::qWait(1000); // it would be asked by then
+        EXPECT_EQ(asked, QString());
+        dialog.accept();
+    });
+    AnswerDialog(Write("theirs.sfl", "8000000\tother\t100\tAM\n"));
+    action(A::Merge)->trigger();
+    EXPECT_EQ(entriesOf(Targets), 3) << "as it was seen";
+    EXPECT_TRUE(Until([&] { return !asked.isEmpty(); }));
+}
+
 TEST_F(FilesOnDisk, AreToldWhereNobodyCanBeAsked) {
     openList();
     station->SetAttended(false);

@@ -4,6 +4,7 @@
 #include "controls/frequencystore/common/paths.h"
 #include "controls/frequencystore/files/filelook.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
+#include "controls/frequencystore/results/searchmcdatahandler.h"
 #include "controls/frequencystore/results/searchmcdataresult.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
 #include "controls/frequencystore/targets/wkflistentry.h"
@@ -299,6 +300,15 @@ TEST_F(UnsavedLists, AreAskedAboutBeforeAnotherFileTakesTheirPlace) {
     open(Box::Discard, mine);
     EXPECT_EQ(title(), "Local TargetList - mine.ltl");
     EXPECT_EQ(Read("other.xml"), before);
+}
+
+TEST_F(UnsavedLists, AreThoseThatHoldMoreThanTheFileThatTheyShow) {
+    startAttended();
+    addResult(8e6);
+    AnswerDialog(Path("mine.xml"));
+    ASSERT_FALSE(SearchMCDataHandler::Instance()->SaveToFile(false).isEmpty());
+    ASSERT_TRUE(station->GetOpener().Open(sample("results.xml")));
+    EXPECT_EQ(close(QDialogButtonBox::Cancel).rows.join(';').section('|', 2), "mine.xml");
 }
 
 TEST_F(UnsavedLists, AreWrittenForRecoveryWhenNobodyCanBeAsked) {

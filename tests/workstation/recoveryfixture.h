@@ -27,15 +27,20 @@ protected:
     Recovery& recovery() { return station->GetSafekeeping().GetRecovery(); }
     QDir folder() const { return QDir(Path("data/recovery")); }
     QStringList files() const { return folder().entryList({"*.recovery"}, QDir::Files); }
-    /// Leaves a recovery file with these frequencies of interest, as a process that was killed does.
-    void leave(int entries, const QString& name = "dead.recovery") {
+    /// Leaves a recovery file with this content of a list, as a process that was killed does.
+    void leave(const char* key, const QString& file, const QByteArray& content, int entries = 1,
+               const QString& name = "dead.recovery") {
         QDir().mkpath(folder().path());
         RecoveryWriter writer(folder().filePath(name));
         writer.Begin();
-        writer.BeginSection({"noi", ".xml", 1'000'000, QString(), 0});
-        writer.Append(listOf(entries));
+        writer.BeginSection({key, qstrcmp(key, "job") == 0 ? ".pij" : ".xml", 1'000'000, file, 0});
+        writer.Append(content);
         writer.EndSection(entries);
         writer.Commit();
+    }
+    /// The same of so many frequencies of interest.
+    void leave(int entries, const QString& name = "dead.recovery") {
+        leave("noi", QString(), listOf(entries), entries, name);
     }
     void startAttended() {
         start({});

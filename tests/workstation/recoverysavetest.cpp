@@ -29,6 +29,11 @@ private:
         m_before->Replacing(path, aside);
         look();
     }
+    void Unchanged(const QString& path) override {
+        look();
+        m_before->Unchanged(path);
+        look();
+    }
     void Replaced(const QString& path, qint64 entries) override {
         look();
         m_before->Replaced(path, entries);
@@ -60,6 +65,12 @@ TEST_F(Recoveries, OfEachListEndInTheVeryStepThatPutsItsFileInPlace) {
         {"a copy of targets", [&] { return targets.SaveFile(Path("copy.xml")); },
          "targets noi job > targets noi job"},
         {"targets", [&] { return targets.SaveAsOwn(Path("targets.xml")); }, "targets noi job > noi job"},
+        {"targets over the same bytes",
+         [&] {
+             targets.GetItemsRoot()->DeleteNode(targets.GetItemsRoot()->LastChild()); // the new one
+             return targets.SaveAsOwn(Path("targets.xml"));
+         },
+         "targets noi job > noi job"},
         {"targets under another name", [&] { return targets.SaveAsOwn(Path("others.xml")); },
          "targets noi job > noi job"},
         {"noi",

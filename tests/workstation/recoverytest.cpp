@@ -3,6 +3,8 @@
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
 #include "controls/frequencystore/targets/targetlistparser.h"
+#include "host/freqlist/freqstore.h"
+#include "host/freqlist/undohistory.h"
 #include "host/report/filestamps.h"
 #include "host/startup/cfgcenter.h"
 #include "tests/support/fulldisk.h"
@@ -10,6 +12,7 @@
 #include "tests/support/traces.h"
 #include "tests/workstation/recoveryfixture.h"
 #include "workstation/ending.h"
+#include "workstation/fileopener.h"
 #include "workstation/job.h"
 #include "workstation/listwalk.h"
 
@@ -17,6 +20,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTreeWidget>
+#include <QUndoStack>
 
 #include <csignal>
 #include <sys/stat.h>
@@ -327,6 +331,53 @@ TEST_F(Recoveries, ThatTheirFileHasOutlivedAreShownAndNotMeant) {
     }
 }
 
+TEST_F(Recoveries, ThatCannotBeReadLeaveTheListAsItIs) {
+    leave("noi", QString(), "<FrequencyStoreList Version=\"1\"><FrequencyStoreEntry><Comment></Commend>");
+    startAttended();
+    ASSERT_TRUE(station->GetOpener().Open(Write("mine.noi", Read(sample("interest.noi")))));
+    const int entries = entriesOf(Noi);
+    const int steps = UndoHistory::Instance().Stack().count();
+    answer("restore");
+    EXPECT_FALSE(station->OfferRecovery());
+    EXPECT_EQ(entriesOf(Noi), entries);
+    EXPECT_FALSE(noi().IsWaitingForFile());
+    EXPECT_EQ(UndoHistory::Instance().Stack().count(), steps);
+    EXPECT_EQ(files(), QStringList("dead.recovery")) << "it is offered again";
+}
+
+TEST_F(Recoveries, AreNotSavedInTheFileOfAnotherList) {
+    const QByteArray job = Read(sample("job-hf.pij")).replace("Revision=\"7\"", "Revision=\"8\"");
+    const struct {
+        const char* key;
+        QByteArray content;
+        const char* tab;
+        const char* present;
+    } rows[] = {{"targets", listOf(2), "Local TargetList", "targets.ltl"},
+                {"job", job, "Memory Channels", "job-hf.pij"}};
+    for (const auto& [key, content, tab, present] : rows) {
+        SCOPED_TRACE(key);
+        for (const QString& file : {QString(), Path("gone")}) {
+            leave(key, file, content);
+            start({"--job", sample("job-hf.pij"), sample("targets.ltl")});
+            station->LoadFiles();
+            station->SetAttended(true);
+            const std::vector<int> ids = FreqStore::Instance().GetListIds();
+            const auto id = std::ranges::find_if(
+                ids, [&](int one) { return FreqStore::Instance().GetDefinition(one)->GetName() == tab; });
+            const ListFile& list = *station->GetSafekeeping().Find(*id);
+            ASSERT_EQ(QFileInfo(list.file()).fileName(), present);
+            answer("restore");
+            EXPECT_FALSE(station->OfferRecovery());
+            EXPECT_EQ(list.file(), QString());
+            EXPECT_TRUE(list.isUnsaved());
+            UndoHistory::Instance().Stack().undo();
+            EXPECT_EQ(QFileInfo(list.file()).fileName(), present);
+            EXPECT_FALSE(list.isUnsaved());
+            recovery().WriteNow();
+        }
+    }
+}
+
 TEST_F(Recoveries, ThatWereDecidedAboutAreNotOfferedAgainWithTheRestOfTheirFile) {
     QDir().mkpath(folder().path());
     RecoveryWriter writer(folder().filePath("dead.recovery"));
@@ -345,7 +396,8 @@ TEST_F(Recoveries, ThatWereDecidedAboutAreNotOfferedAgainWithTheRestOfTheirFile)
             for (int row = 0; row < offered; ++row)
                 if (table->topLevelItem(row)->text(0) != QLatin1String(list))
                     table->topLevelItem(row)->setCheckState(0, Qt::Unchecked);
-            WhenOpen<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Discard)->click(); });
+            if (qstrcmp(button, "discard") == 0)
+                WhenOpen<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Discard)->click(); });
             dialog.findChild<QPushButton*>(QLatin1String(button))->click();
         });
         EXPECT_FALSE(station->OfferRecovery());

@@ -1,8 +1,10 @@
 // Passwords of brokers in a real keyring, where one is installed: one of the test's own, on a message bus of
 // its own.
 
+#include "host/gui/listsettings.h"
 #include "tests/link/linkfixture.h"
 #include "tests/support/testfolder.h"
+#include "workstation/shareprofile.h"
 
 #include <QProcess>
 #include <QStandardPaths>
@@ -75,6 +77,7 @@ private:
             m_environment.insert(Q(folder), m_folder.path());
         m_environment.insert("DBUS_SESSION_BUS_ADDRESS", Q(m_bus.readLine().trimmed()));
         m_environment.remove("DISPLAY");
+        m_environment.insert("QT_QPA_PLATFORM", "offscreen");
         m_environment.remove("FREQSTORE_SHARE_PASSWORD");
     }
     bool isThere() {
@@ -103,6 +106,33 @@ TEST_F(Keyring, KeepsPasswordsOverItsEndUntilTheyAreForgotten) {
     EXPECT_EQ(does({"forget", Anna}), "done");
     EXPECT_EQ(does({"find", Anna}), "not: there is none in the keyring");
     EXPECT_EQ(does({"forget", Anna}), "done") << "there is none any more";
+    EXPECT_EQ(does({"find", Bert}), "password other");
+}
+
+TEST_F(Keyring, ForgetsThePasswordWithTheLastConnectionThatNeedsIt) {
+    ListSettings::SetDirectory(m_folder.path());
+    const ShareProfile profiles[] = {{.name = "North", .url = Anna},
+                                     {.name = "South", .url = "mqtts://anna@broker.example.org/south"},
+                                     {.name = "Other", .url = Bert},
+                                     {.name = "Filed", .url = Anna, .passwordFile = "/etc/hostname"}};
+    ShareProfile::Save({std::begin(profiles), std::end(profiles)});
+    ShareProfile::SetAtStart(profiles[2]);
+    ListSettings::SetDirectory(QString());
+    EXPECT_EQ(does({"keep", Anna, "first"}), "done");
+    EXPECT_EQ(does({"keep", Bert, "other"}), "done");
+    const QString none = "The keyring has no password of this user any more.";
+    const std::pair<const char*, QString> rows[] = {
+        {"Filed", "Name the broker's machine."},
+        {"North", "The password stays in the keyring: South needs it, too."},
+        {"Other", "The password stays in the keyring: the connection at the program's start needs it."},
+        {"South", none},
+    };
+    for (const auto& [name, answer] : rows) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(does({"find", Anna}), "password first");
+        EXPECT_EQ(does({"remove", Q(name), m_folder.path()}), answer);
+    }
+    EXPECT_EQ(does({"find", Anna}), "not: there is none in the keyring");
     EXPECT_EQ(does({"find", Bert}), "password other");
 }
 

@@ -1,8 +1,16 @@
 #include "workstation/sharepassword.h"
 
+#include "host/gui/listsettings.h"
 #include "host/report/rgexception.h"
 #include "tests/link/linkfixture.h"
 #include "tests/support/testfolder.h"
+#include "tests/support/traces.h"
+#include "workstation/sharedialog.h"
+#include "workstation/sharing.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
 
 namespace {
 
@@ -53,6 +61,27 @@ TEST_F(SharePasswords, WithoutAKeyringNoneIsFoundAndNoneIsKeptWhichIsSaid) {
     SharePassword::Forget(m_profile, m_context, [&](const QString& why) { whyNotForgotten = why; });
     EXPECT_TRUE(Until([&] { return whyNotForgotten.has_value(); }));
     EXPECT_NE(whyNotForgotten, QString()) << "it may still be there";
+}
+
+TEST_F(SharePasswords, ThatWereNotRemovedWithTheirConnectionAreToldThoughTheDialogIsClosed) {
+    ListSettings::SetDirectory(m_folder.path());
+    const Traces traces;
+    const Sharing sharing({});
+    for (const bool isClosed : {false, true}) {
+        ShareProfile::Save({{.name = "North", .url = m_profile.url}});
+        auto dialog = std::make_unique<ShareDialog>(sharing, ShareProfile(), false);
+        dialog->findChild<QComboBox*>("Profile")->setEditText("North");
+        dialog->findChild<QPushButton*>("RemoveProfile")->click();
+        const auto* answer = dialog->findChild<QLabel*>("Answer");
+        if (isClosed)
+            dialog.reset();
+        EXPECT_TRUE(Until([&] {
+            return (isClosed ? traces.problems.join('|') : answer->text()).contains("was not removed");
+        }));
+        EXPECT_EQ(traces.problems.isEmpty(), !isClosed);
+        EXPECT_TRUE(ShareProfile::Load().empty());
+    }
+    ListSettings::SetDirectory(QString());
 }
 
 } // namespace

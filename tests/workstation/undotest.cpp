@@ -3,9 +3,11 @@
 #include "controls/frequencystore/common/paths.h"
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
+#include "host/base/longwork.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/frequencynodelistview.h"
 #include "host/freqlist/undohistory.h"
+#include "tests/support/dialogs.h"
 #include "tests/workstation/windowfixture.h"
 #include "workstation/fileopener.h"
 #include "workstation/historypanel.h"
@@ -190,6 +192,87 @@ TEST_F(UndoInTheWindow, AReadThatIsUndoneLeavesTheMarkOfBefore) {
     FileGate::WasWritten(FileGate::List::Targets, mine);
     undo();
     EXPECT_EQ(title(), "Local TargetList - mine.ltl*");
+}
+
+TEST_F(UndoInTheWindow, AListThatWasSavedForAnotherFileComesBackAsItWasSaved) {
+    const QString mine = Write("mine.ltl", Read(sample("targets.ltl")));
+    const QString other = Write("other.ltl", "");
+    open({mine});
+    ASSERT_TRUE(station->LoadFiles());
+    station->SetAttended(true);
+    show("Local TargetList");
+    const auto openOther = [&] { station->GetOpener().Open(sample("targets.xml")); };
+    TargetListHandler& targets = *TargetListHandler::Instance();
+    const auto addNew = [&] {
+        const OperatorAction step("New");
+        ASSERT_TRUE(targets.AddNew());
+    };
+    addNew();
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl*");
+    Answered(QMessageBox::Save, openOther);
+    EXPECT_EQ(title(), "Local TargetList - targets.xml");
+    stack().undo();
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl");
+    stack().redo();
+    EXPECT_EQ(title(), "Local TargetList - targets.xml");
+    addNew();
+    stack().undo();
+    ASSERT_TRUE(targets.SaveAsOwn(other));
+    EXPECT_EQ(title(), "Local TargetList - other.ltl");
+    stack().undo();
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl") << "whatever became of the other one";
+    stack().redo();
+    EXPECT_EQ(title(), "Local TargetList - other.ltl");
+    // A list that has no file gets one when it is saved.
+    targets.GetItemsRoot()->DeleteChildren();
+    station->GetOpener().SetFileOf(FileGate::List::Targets, QString());
+    addNew();
+    EXPECT_EQ(title(), "Local TargetList*");
+    QString asked;
+    AnswerQuestion(QMessageBox::Save, asked, [this] { AnswerDialog(Path("named.xml")); });
+    openOther();
+    stack().undo();
+    EXPECT_EQ(title(), "Local TargetList - named.xml");
+}
+
+TEST_F(UndoInTheWindow, AStepThatGoesOnBehindCancelledWorkKnowsTheMarkOfBefore) {
+    open({Write("mine.ltl", Read(sample("targets.ltl")))});
+    ASSERT_TRUE(station->LoadFiles());
+    show("Local TargetList");
+    Node* const targets = TargetListHandler::Instance()->GetItemsRoot();
+    const auto drop = [&] {
+        const OperatorAction step("Delete");
+        targets->DeleteNode(targets->Children().front());
+    };
+    drop();
+    stack().undo();
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl");
+    drop();
+    {
+        const OperatorAction step("Several");
+        EXPECT_FALSE(LongWork::Run("the first", [&] {
+            targets->DeleteChildren();
+            throw WorkCancelled();
+        }));
+        drop();
+    }
+    stack().undo();
+    EXPECT_EQ(title(), "Local TargetList - mine.ltl*") << "the second step is in no file";
+}
+
+TEST_F(UndoInTheWindow, AJobThatWasSavedForAnotherOneComesBackAsItWasSaved) {
+    open({"--receiver", "vuhf"});
+    ASSERT_TRUE(station->LoadFiles());
+    station->SetAttended(true);
+    MemorySystemHandler::Instance()->SetNewEntry(118500000, 8333, "mine", "AM");
+    QString asked;
+    AnswerQuestion(QMessageBox::Save, asked, [this] { AnswerDialog(Path("mine.pij")); });
+    ASSERT_TRUE(station->GetOpener().Open(sample("job-vuhf.pij")));
+    EXPECT_EQ(station->GetJob().GetFileName(), sample("job-vuhf.pij"));
+    stack().undo();
+    EXPECT_EQ(station->GetJob().GetFileName(), Path("mine.pij"));
+    EXPECT_EQ(station->GetJob().GetFileState(), Job::FileState::Same);
+    EXPECT_FALSE(station->GetJob().HasUnsavedChanges());
 }
 
 TEST_F(UndoInTheWindow, AStepThatIsUndoneTakesItsMarkWithIt) {

@@ -158,6 +158,20 @@ void setValue(Node& node, const QString& key, const QString& text) {
         value->SetStringValue(text);
 }
 
+std::vector<Node*> entriesOf(const HalvoNodeMediatorCtrl* list) {
+    quint32 seen = 0;
+    const Node* const node = list ? list->GetNode() : nullptr;
+    return node ? node->ChildrenSince(seen) : std::vector<Node*>();
+}
+
+std::vector<quint32> serialsOf(const std::vector<Node*>& entries) {
+    std::vector<quint32> serials;
+    serials.reserve(entries.size());
+    for (const Node* entry : entries)
+        serials.push_back(entry->GetSerial());
+    return serials;
+}
+
 void step(size_t done, size_t total) {
     LongWork::Step(static_cast<qint64>(done), static_cast<qint64>(total));
 }
@@ -227,27 +241,28 @@ QString ListMerge::whyRefused(const FrequencyStoreEntry& entry) const {
 
 void ListMerge::Match(double tolerance) {
     const std::vector<Row> before = m_rows;
+    const std::vector<quint32> mine = m_mine;
     const auto counts = m_counts;
     m_isCancelled =
         !LongWork::Run(tr("Matching entries"), [&] { match(tolerance, std::exchange(m_rows, {})); });
     if (!m_isCancelled)
         return;
     m_rows = before;
+    m_mine = mine;
     m_counts = counts;
 }
 
 void ListMerge::match(double tolerance, const std::vector<Row>& before) {
     m_counts = {};
-    Node* const node = m_list ? m_list->GetNode() : nullptr;
-    m_seen = 0;
-    m_mine = node ? node->ChildrenSince(m_seen) : std::vector<Node*>();
+    const std::vector<Node*> entries = entriesOf(m_list);
+    m_mine = serialsOf(entries);
     EntryMerge::KeyMaker maker;
     std::vector<EntryMerge::Key> mine;
     std::vector<EntryMerge::Key> theirs;
     mine.reserve(m_mine.size());
     theirs.reserve(static_cast<size_t>(m_theirs.size()));
-    for (const Node* entry : m_mine) {
-        step(mine.size(), m_mine.size());
+    for (const Node* entry : entries) {
+        step(mine.size(), entries.size());
         mine.push_back(maker.Of(fieldsOf(*entry)));
     }
     for (const FrequencyStoreEntry& entry : std::as_const(m_theirs)) {
@@ -273,11 +288,18 @@ void ListMerge::match(double tolerance, const std::vector<Row>& before) {
     }
 }
 
-std::vector<EntryMerge::Difference> ListMerge::differencesOf(size_t row) const {
+/// Mine that the row belongs to; null when there is none, or none any more.
+Node* ListMerge::mineOf(size_t row) const {
     const quint32 mine = m_rows[row].mine;
-    if (mine == None)
+    const Node* const list = m_list ? m_list->GetNode() : nullptr;
+    return mine == None || !list ? nullptr : list->ChildBySerial(m_mine[mine]);
+}
+
+std::vector<EntryMerge::Difference> ListMerge::differencesOf(size_t row) const {
+    const Node* const mine = mineOf(row);
+    if (!mine)
         return {};
-    return EntryMerge::Differences(fieldsOf(*m_mine[mine]), fieldsOf(m_theirs[static_cast<qsizetype>(row)]),
+    return EntryMerge::Differences(fieldsOf(*mine), fieldsOf(m_theirs[static_cast<qsizetype>(row)]),
                                    Silence::IsEqual);
 }
 
@@ -311,9 +333,10 @@ ListMerge::Cell ListMerge::CellOf(size_t row, Part part) const {
         return cell;
     const Fields theirs = fieldsOf(m_theirs[static_cast<qsizetype>(row)]);
     cell.theirs = shownText(part, textIn(theirs, **key));
-    if (m_rows[row].mine == None)
+    const Node* const entry = mineOf(row);
+    if (!entry)
         return cell;
-    const Fields mine = fieldsOf(*m_mine[m_rows[row].mine]);
+    const Fields mine = fieldsOf(*entry);
     cell.mine = shownText(part, textIn(mine, **key));
     if (part == Part::Frequency)
         cell.offset = EntryMerge::FrequencyOf(theirs) - EntryMerge::FrequencyOf(mine);
@@ -352,14 +375,12 @@ ListMerge::Plan ListMerge::GetPlan() const {
 }
 
 bool ListMerge::isAsMatched() const {
-    quint32 seen = 0;
-    const Node* const node = m_list ? m_list->GetNode() : nullptr;
-    return node && node->ChildrenSince(seen) == m_mine && seen == m_seen;
+    return m_list && m_list->GetNode() && serialsOf(entriesOf(m_list)) == m_mine;
 }
 
 /// Takes over into mine what is chosen.
 void ListMerge::change(size_t row) {
-    Node& mine = *m_mine[m_rows[row].mine];
+    Node& mine = *mineOf(row);
     const bool joins = m_rows[row].choice == Choice::Join;
     for (const EntryMerge::Difference& difference : differencesOf(row)) {
         const bool isComment = difference.key == Names::Text(Keys::KeyComment);

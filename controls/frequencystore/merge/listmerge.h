@@ -86,6 +86,7 @@ private:
     Fields fieldsOf(const FreqStoreXml::FrequencyStoreEntry& entry) const;
     Fields fieldsOf(const Node& entry) const;
     QString whyRefused(const FreqStoreXml::FrequencyStoreEntry& entry) const;
+    Node* mineOf(size_t row) const;
     std::vector<EntryMerge::Difference> differencesOf(size_t row) const;
     void match(double tolerance, const std::vector<Row>& before);
     bool isAsMatched() const;
@@ -97,8 +98,7 @@ private:
     QVector<FreqStoreXml::FrequencyStoreEntry> m_theirs;
     double m_lowest; ///< Hz that the receiver of the list reaches
     double m_highest;
-    std::vector<Node*> m_mine; ///< as they were matched
-    quint32 m_seen = 0;        ///< serial of the last of them
+    std::vector<quint32> m_mine; ///< serials of the entries that were matched: some may have gone since
     std::vector<Row> m_rows;
     std::array<qsizetype, StateCount> m_counts{};
     bool m_isCancelled = false;

@@ -90,9 +90,9 @@ TEST_F(ListMergeTest, ARowSaysWhereAndInWhatItDiffers) {
     EXPECT_EQ(States(merge), "DN");
     EXPECT_EQ(merge.Rows()[0].mine, 0u);
     using Part = ListMerge::Part;
-    EXPECT_EQ(merge.CellOf(0, Part::Comment).mine, Q("one"));
-    EXPECT_EQ(merge.CellOf(0, Part::Comment).theirs, Q("uno"));
-    EXPECT_TRUE(merge.CellOf(0, Part::Comment).differs);
+    EXPECT_EQ(merge.CellOf(0, ListMerge::Part::Comment).mine, Q("one"));
+    EXPECT_EQ(merge.CellOf(0, ListMerge::Part::Comment).theirs, Q("uno"));
+    EXPECT_TRUE(merge.CellOf(0, ListMerge::Part::Comment).differs);
     EXPECT_EQ(merge.CellOf(0, Part::Bandwidth).theirs, Q("8.000 kHz"));
     EXPECT_FALSE(merge.CellOf(0, Part::Demodulation).differs);
     EXPECT_EQ(merge.OtherDifferences(0), Q("Priority: 3 → 2, Threat class: red → blue"));
@@ -111,6 +111,9 @@ TEST_F(ListMergeTest, AListThatChangedMeanwhileStaysAsItIs) {
     merge.Match(0);
     merge.Choose(0, Choice::Theirs);
     m_list->DeleteNode(m_list->Children().front());
+    EXPECT_EQ(merge.CellOf(0, ListMerge::Part::Comment).theirs, "uno") << "what is shown stays";
+    EXPECT_EQ(merge.CellOf(0, ListMerge::Part::Comment).mine, QString()) << "it has gone";
+    EXPECT_EQ(merge.OtherDifferences(0), QString());
     EXPECT_FALSE(merge.Apply());
     EXPECT_EQ(RowsOf(m_list, {"comment"}), (QStringList{"two", "three"}));
 }
