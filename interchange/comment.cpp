@@ -80,6 +80,12 @@ QString CommentMaker::Take(const QString& comment) {
     return QString::fromStdString(m_text);
 }
 
+QString InOneLine(const QString& text) {
+    std::string line;
+    appendInOneLine(line, text.toStdString());
+    return QString::fromStdString(line);
+}
+
 QString JoinComment(const CommentParts& parts) {
     CommentMaker maker;
     for (const auto& [key, value] : parts.extras)

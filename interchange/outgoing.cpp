@@ -5,7 +5,7 @@
 namespace Interchange {
 
 OutgoingComment::OutgoingComment(const QString& comment)
-    : parts(SplitComment(comment)), m_isAskedFor(parts.extras.size()) {}
+    : parts(SplitComment(InOneLine(comment))), m_isAskedFor(parts.extras.size()) {}
 
 QString OutgoingComment::Kept(const char* key, const char* usual) const {
     SetAskedFor(key);
@@ -48,6 +48,15 @@ std::string Outgoing::Word(const char* none) const {
         }
     }
     return std::string(word.empty() ? std::string_view(none) : word);
+}
+
+double Outgoing::FilterBandwidth(const char* none, Account& lost) const {
+    if (bandwidth > 0)
+        return bandwidth;
+    const double usual = ModeOf(m_words, Word(none)).bandwidth;
+    if (usual > 0)
+        lost.Count(QT_TRANSLATE_NOOP("Account", "entries without a bandwidth"));
+    return usual;
 }
 
 void Outgoing::CountBandwidth(Account& lost) const {

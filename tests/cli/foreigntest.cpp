@@ -160,8 +160,10 @@ TEST_F(ForeignTest, TablesAreReadWhenTheirUnitIsKnown) {
     EXPECT_EQ(ShownBy("show", {numbers, "--columns", "frequency=1"}).size(), 2);
     EXPECT_TRUE(Cli("show", {Write(Q("notes.txt"), "milk, eggs\nbread, tea\n")})
                     .Is(ExitFile, Q("notes.txt: is of no known kind of file; if it is a table, --columns")));
-    EXPECT_TRUE(
-        Cli("show", {open, "--columns", "frequency=Freq:parsec"}).Is(ExitFile, Q("\"parsec\" is no unit")));
+    EXPECT_TRUE(Cli("show", {open, "--columns", "frequency=Freq:parsec"})
+                    .Is(ExitUsage, Q("freqstore-cli show: --columns: \"parsec\" is no unit")));
+    EXPECT_TRUE(Cli("check", {open, "--columns", "frequency=QRG:MHz"})
+                    .Is(ExitFile, open + Q(": --columns: there is no column \"QRG\", but Freq, Call")));
 }
 
 TEST_F(ForeignTest, SchedulesAreReadForATime) {
@@ -173,8 +175,11 @@ TEST_F(ForeignTest, SchedulesAreReadForATime) {
     EXPECT_EQ(shown[0].toObject()[Q("comment")].toString(), Q("Evening {Time=1800-1900}"));
     const Zone tokyo("Asia/Tokyo"); // where it is another time
     EXPECT_EQ(ShownBy("show", {path, "--on-air", "2026-05-01T18:30:00"}), shown);
-    EXPECT_TRUE(
-        Cli("show", {path, "--on-air", "tomorrow"}).Is(ExitFile, Q("--on-air \"tomorrow\" is neither")));
+    for (const char* command :
+         {"show", "check", "convert out.ltl", "diff out.ltl", "merge out.ltl --out c.ltl"})
+        EXPECT_TRUE(Cli(command, {path, "--on-air", "tomorrow"})
+                        .Is(ExitUsage, Q(": --on-air \"tomorrow\" is neither")));
+    EXPECT_TRUE(Cli("show --on-air now", {Path(Q("none.csv"))}).Is(ExitFile, Q("there is no such file")));
     for (const QString& other : {Write(Q("radio.csv"), Chirp()), Sample(Q("targets.ltl"))})
         EXPECT_TRUE(Cli("show --on-air now", {other})
                         .Is(ExitFile, other + Q(": has no times on air, which --on-air asks for")));
