@@ -81,6 +81,8 @@ QString CommentMaker::Take(const QString& comment) {
 }
 
 QString InOneLine(const QString& text) {
+    if (std::ranges::none_of(text, [](QChar c) { return c.unicode() < 0x20 || c.unicode() == 0x7F; }))
+        return text; // as most are
     std::string line;
     appendInOneLine(line, text.toStdString());
     return QString::fromStdString(line);
