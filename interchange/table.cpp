@@ -175,6 +175,8 @@ private:
         }
         m_look.proposal = m_look.choice;
         proposeFrequency();
+        if (!m_look.choice.hasHeadings)
+            proposeTexts();
         for (qsizetype i = 0; i < m_look.headings.size(); ++i) {
             TableColumn& column = m_look.proposal.columns[static_cast<std::size_t>(i)];
             if (hasUnit(column.field) && column.hertzPerUnit == 0)
@@ -185,6 +187,25 @@ private:
     }
     static bool hasUnit(TableField field) {
         return field == TableField::Frequency || field == TableField::Bandwidth;
+    }
+    /// Without headings, the column of known modes, and the first other one of texts as names.
+    void proposeTexts() {
+        std::vector<TableColumn>& columns = m_look.proposal.columns;
+        for (qsizetype i = 0; i < m_look.headings.size(); ++i) {
+            bool areModes = true;
+            bool areTexts = true;
+            bool isEmpty = true;
+            for (const QStringList& row : m_look.rows) {
+                const QString cell = row.value(i);
+                areModes = areModes && ModeOf(ModeWords::Chirp, cell.toStdString()).isKnown;
+                areTexts = areTexts && !IsNumber(cell, m_look.choice.decimals);
+                isEmpty = isEmpty && cell.isEmpty();
+            }
+            const TableField field = areModes ? TableField::Mode : TableField::Name;
+            if (areTexts && !isEmpty &&
+                std::ranges::find(columns, field, &TableColumn::field) == columns.end())
+                columns[static_cast<std::size_t>(i)].field = field;
+        }
     }
     /// Whether a column counts the rows.
     bool isCounter(qsizetype column) const {
@@ -343,7 +364,7 @@ bool TableLook::IsOwn() const {
         areSmall = areSmall && number < LeastLarge;
         haveDecimals = haveDecimals || number != std::trunc(number);
     }
-    return frequency >= 0 && !(areSmall && haveDecimals);
+    return choice.titleRows == 0 && frequency >= 0 && !(areSmall && haveDecimals);
 }
 
 TableLook LookAtTable(QIODevice& device, const QString& name, const TableHints& hints) {

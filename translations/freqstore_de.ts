@@ -3847,6 +3847,10 @@ Fremdes: %2</translation>
         <source>is no annotation</source>
         <translation>ist keine Anmerkung</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; %2 is above 1 THz</source>
+        <translation>„%1“ %2 liegt über 1 THz</translation>
+    </message>
 </context>
 <context>
     <name>Receiver</name>

@@ -163,11 +163,16 @@ void TablePanel::lookAgain() {
     m_note->clear();
     const bool isSameCut = m_choice.separator == m_separator->currentData().toInt() &&
                            m_choice.hasHeadings == m_headings->isChecked();
-    const std::vector<TableColumn> columns = m_choice.columns;
+    std::vector<TableColumn> columns = m_choice.columns;
     look(hints());
     // What the operator has said of the columns stays as long as they are the same.
-    if (isSameCut && columns.size() == m_choice.columns.size())
+    if (isSameCut && columns.size() == m_choice.columns.size()) {
+        for (size_t i = 0; i < columns.size(); ++i) {
+            if (hasUnit(columns[i].field) && columns[i].hertzPerUnit == 0)
+                columns[i].hertzPerUnit = m_look.SureUnit(static_cast<qsizetype>(i));
+        }
         m_choice.columns = columns;
+    }
     showForm();
     emit Changed();
 }

@@ -54,7 +54,7 @@ const Row Rows[] = {
      {"7100000|0||6"},
      "Location (1)",
      {"file:2: \"121,5\" is no frequency", "file:3: \"-7\" is no frequency",
-      "file:4: \"1e30\" is no frequency", "file:5: \"0\" is no frequency", "file:6: has no frequency"}},
+      "file:4: \"1e30\" MHz is above 1 THz", "file:5: \"0\" is no frequency", "file:6: has no frequency"}},
     {"ChirpWithDecimalCommasAndAnEndWithin",
      "chirp-csv",
      "Location,Frequency,Name,rToneFreq\n1,121,500000,Tower,88.5\n2,7.1\n3,145.6,Cal",

@@ -137,19 +137,19 @@ const TableRow Rows[] = {
      {"121500000|0||", "118100000|0||"}},
     {"RowsThatAreCounted",
      "1;118.275;Tower\n2;121.5;Guard\n",
-     "frequency=2:MHz",
+     "frequency=2:MHz,name=3",
      "no column is known to hold the frequency",
-     {"118275000|0||", "121500000|0||"}},
+     {"118275000|0||Tower", "121500000|0||Guard"}},
     {"SeparatorInQuotes",
      "Freq kHz;Name\n7055;\"a;b, c, d\"\n",
      "frequency=Freq kHz:kHz,name=Name",
      "",
      {"7055000|0||a;b, c, d"}},
     {"NoHeadings",
-     "118.1,Tower\n121.5,\"Guard, all\"\n",
-     "frequency=1:MHz",
+     "118.1,Tower,AM,\n121.5,\"Guard, all\",AM,x\n",
+     "frequency=1:MHz,name=2,mode=3",
      "no column is known to hold the frequency",
-     {"118100000|0||", "121500000|0||"}},
+     {"118100000|9000|AM|Tower", "121500000|9000|AM|Guard, all"}},
     {"CommentsAndShortRows",
      "# exported\nFrequency Hz,Comment\n7055000\n\n7060000,b,c\n",
      "frequency=Frequency Hz:Hz,name=Comment",
@@ -248,6 +248,8 @@ TEST(TablesOfOthers, AreLookedAtAsTheOperatorSays) {
 }
 
 TEST(TablesOfOthers, AreToldFromWhatIsNoTable) {
+    EXPECT_TRUE(look("Frequency,Bandwidth\n7055000,2700\n").IsOwn());
+    EXPECT_FALSE(look("My list\nFrequency,Bandwidth\n7055000,2700\n").IsOwn());
     EXPECT_TRUE(look("118.1\n121.5\n").MayHoldFrequencies());
     EXPECT_TRUE(look("QRG\n121.5 MHz\n").MayHoldFrequencies());
     EXPECT_TRUE(look("a,b\nc,d\n").MayHoldFrequencies()) << "the operator may know better";
