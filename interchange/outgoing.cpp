@@ -25,12 +25,18 @@ void OutgoingComment::CountRest(Account& lost) const {
     }
 }
 
+QString DemodulationOf(const FreqStoreXml::FrequencyStoreEntry& entry) {
+    const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+    const QString name = FreqStoreXml::FFM_Settings::AnalogDemodToName(settings.GetAnalogDemod());
+    return name == QLatin1String("NONE") ? QString() : name;
+}
+
 Outgoing::Outgoing(const FreqStoreXml::FrequencyStoreEntry& entry, ModeWords words, bool hasNone,
                    Account& lost)
     : OutgoingComment(entry.GetComment()),
       hertz(entry.GetFFM_Settings().GetFrequency().GetValue()),
       bandwidth(entry.GetFFM_Settings().GetIFBandwidth().GetValue()),
-      demodulation(FreqStoreXml::FFM_Settings::AnalogDemodToName(entry.GetFFM_Settings().GetAnalogDemod())),
+      demodulation(DemodulationOf(entry)),
       word(WordOf(words, demodulation, bandwidth)),
       m_words(words) {
     if (word.empty() && !(hasNone && demodulation.isEmpty()))

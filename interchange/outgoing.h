@@ -30,6 +30,9 @@ private:
     mutable std::vector<bool> m_isAskedFor; ///< of the comment's extras
 };
 
+/// The demodulation of an entry; empty where its list knows none, which some say as "NONE".
+QString DemodulationOf(const FreqStoreXml::FrequencyStoreEntry& entry);
+
 /// An entry on its way into a file: what all writers need of it.
 class Outgoing : public OutgoingComment {
 public:

@@ -97,7 +97,7 @@ public:
             AppendCell(out, comment.Kept(key, usual), ',');
             out += ',';
         };
-        if (!settings.AnalogDemodToName(settings.GetAnalogDemod()).isEmpty())
+        if (!DemodulationOf(entry).isEmpty())
             lost.Count(QT_TRANSLATE_NOOP("Account", "modes"));
         AppendWholeHertz(out, settings.GetFrequency().GetValue(), lost);
         out += ',';
