@@ -64,6 +64,8 @@ int RunCheck(const QStringList& arguments) {
     int exitCode = ExitDone;
     if (!args.Take(arguments, exitCode))
         return exitCode;
+    if (!Foreign::CheckOptions(args))
+        return ExitUsage;
     ProblemPrinter problems;
     for (const QString& path : args.Files()) {
         const std::optional<int> code =

@@ -25,6 +25,8 @@ int RunConvert(const QStringList& arguments) {
     int exitCode = ExitDone;
     if (!args.Take(arguments, exitCode))
         return exitCode;
+    if (!Foreign::CheckOptions(args))
+        return ExitUsage;
     FreqStoreXml::CsvOptions::SetSpreadsheetSafe(args.Parser().isSet(QStringLiteral("spreadsheet-safe")));
     const QString in = args.Files()[0];
     const QString out = args.Files()[1];

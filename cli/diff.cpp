@@ -169,7 +169,7 @@ int RunDiff(const QStringList& arguments) {
     if (!args.Take(arguments, exitCode))
         return exitCode;
     double tolerance = 0;
-    if (!TwoLists::TakeTolerance(args, tolerance))
+    if (!Foreign::CheckOptions(args) || !TwoLists::TakeTolerance(args, tolerance))
         return ExitUsage;
     const std::unique_ptr<Printer> printer = printerOf(args);
     const QString kind = printer ? TwoLists::KindOfBoth(args) : QString();

@@ -26,20 +26,14 @@ QString idsOf(bool written) {
     return ids.join(QStringLiteral(", "));
 }
 
-/// The time of `--on-air`; nothing, told, for what is none.
-std::optional<QDateTime> timeOnAir(const Arguments& args) {
-    const QString text = args.Value("on-air");
+/// The time of `--on-air`; an invalid one for what is none.
+QDateTime timeOnAir(const QString& text) {
     if (text == QLatin1String("now"))
         return QDateTime::currentDateTimeUtc();
     QDateTime time = QDateTime::fromString(text, Qt::ISODate);
     if (time.timeSpec() == Qt::LocalTime) // no zone is named
         time.setTimeSpec(Qt::UTC);
-    if (time.isValid())
-        return time;
-    args.TellUsage(
-        QStringLiteral("--on-air \"%1\" is neither \"now\" nor a time such as 2026-05-01T18:30:00Z")
-            .arg(text));
-    return std::nullopt;
+    return time;
 }
 
 void tellAccount(const QString& path, const QString& what, const Interchange::Account& account) {
@@ -51,6 +45,17 @@ void tellAccount(const QString& path, const QString& what, const Interchange::Ac
     TellError(QStringLiteral("%1: %2: %3").arg(path, what, facts.join(QStringLiteral("; "))));
 }
 
+/// Takes `--columns` for a table; false, told, when that has no such columns.
+bool takeColumns(const QString& columns, const QString& path, Interchange::TableLook& look) {
+    try {
+        Interchange::TakeTableOptions(columns, look, look.choice);
+        return true;
+    } catch (const RGException& exception) {
+        Problems::Report(TraceSource, {path, 0, QStringLiteral("--columns: ") + exception.GetErrorText()});
+        return false;
+    }
+}
+
 /// How a table is read: as `--columns` says, or as its headings do; nothing, told, when that leaves anything
 /// open.
 std::optional<Interchange::TableChoice> choiceFor(const Arguments& args, const QString& path) {
@@ -60,8 +65,8 @@ std::optional<Interchange::TableChoice> choiceFor(const Arguments& args, const Q
             Problems::Report(TraceSource, {path, 0, QStringLiteral("is of no known kind of file")});
             return std::nullopt;
         }
-        if (args.IsSet("columns"))
-            Interchange::TakeTableOptions(args.Value("columns"), look, look.choice);
+        if (args.IsSet("columns") && !takeColumns(args.Value("columns"), path, look))
+            return std::nullopt;
         const QString open = look.choice.WhyOpen(look.headings);
         if (open.isEmpty())
             return look.choice;
@@ -115,6 +120,23 @@ void Foreign::AddOptions(QCommandLineParser& parser) {
          QStringLiteral("TIME|now")});
 }
 
+bool Foreign::CheckOptions(const Arguments& args) {
+    if (args.IsSet("on-air") && !timeOnAir(args.Value("on-air")).isValid()) {
+        args.TellUsage(
+            QStringLiteral("--on-air \"%1\" is neither \"now\" nor a time such as 2026-05-01T18:30:00Z")
+                .arg(args.Value("on-air")));
+        return false;
+    }
+    try {
+        if (args.IsSet("columns"))
+            Interchange::ParseTableOptions(args.Value("columns"));
+        return true;
+    } catch (const RGException& exception) {
+        args.TellUsage(QStringLiteral("--columns: ") + exception.GetErrorText());
+        return false;
+    }
+}
+
 bool Foreign::IsOfOthers(const CliList& list, const QString& path) {
     if (!list.Parser())
         return false;
@@ -130,7 +152,7 @@ bool Foreign::Read(const Arguments& args, CliList& list, const QString& path, QS
     const bool isTold = args.IsSet("columns") && args.Files().size() == 1;
     const Interchange::Format* const format = isTold ? nullptr : Interchange::FormatOfFile(path);
     const bool isTable = isTold || (!format && isTableOfOthers(list, path));
-    if (args.IsSet("on-air") && !(format && format->hasSchedule)) {
+    if (args.IsSet("on-air") && !(format && format->hasSchedule) && QFileInfo(path).isFile()) {
         Problems::Report(TraceSource,
                          {path, 0, QStringLiteral("has no times on air, which --on-air asks for")});
         return false;
@@ -139,8 +161,8 @@ bool Foreign::Read(const Arguments& args, CliList& list, const QString& path, QS
         return list.Read(path);
     Interchange::ReadOptions options;
     options.keepExtras = args.IsSet("keep-extras");
-    if (args.IsSet("on-air") && !(options.onAirAt = timeOnAir(args)))
-        return false;
+    if (args.IsSet("on-air"))
+        options.onAirAt = timeOnAir(args.Value("on-air"));
     const QString what = format ? format->Name() : QStringLiteral("table");
     std::optional<Interchange::TableChoice> choice;
     if (isTable && !(choice = choiceFor(args, path)))

@@ -10,6 +10,9 @@ namespace Foreign {
 /// Adds the options that tell how such files are read.
 void AddOptions(QCommandLineParser& parser);
 
+/// Whether these options are such; false, told, for wrong usage.
+bool CheckOptions(const Arguments& args);
+
 /// Reads a file of any kind into the list: one of another program by its content, a table by `--columns`, any
 /// other by the list's own reader. Of several files `--columns` is for those that are nothing else. False,
 /// told, when it could not be read. `kind`, when given, is what it was, and empty for a file of the list's

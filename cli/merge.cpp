@@ -57,7 +57,7 @@ bool takeOptions(const Arguments& args, Options& options) {
     options.prefersSecond = prefer == QLatin1String("second");
     if (!options.prefersSecond && prefer != QLatin1String("first"))
         return refuse(QStringLiteral("--prefer \"%1\" is neither first nor second").arg(prefer));
-    if (!TwoLists::TakeTolerance(args, options.tolerance))
+    if (!Foreign::CheckOptions(args) || !TwoLists::TakeTolerance(args, options.tolerance))
         return false;
     options.kind = TwoLists::KindOfBoth(args);
     if (options.kind.isEmpty())

@@ -153,6 +153,8 @@ int RunShow(const QStringList& arguments) {
     int exitCode = ExitDone;
     if (!args.Take(arguments, exitCode))
         return exitCode;
+    if (!Foreign::CheckOptions(args))
+        return ExitUsage;
     const EntryPrinter print = PrinterOf(args.Value("format"), "show");
     if (!print)
         return ExitUsage;

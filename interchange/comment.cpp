@@ -80,6 +80,14 @@ QString CommentMaker::Take(const QString& comment) {
     return QString::fromStdString(m_text);
 }
 
+QString InOneLine(const QString& text) {
+    if (std::ranges::none_of(text, [](QChar c) { return c.unicode() < 0x20 || c.unicode() == 0x7F; }))
+        return text; // as most are
+    std::string line;
+    appendInOneLine(line, text.toStdString());
+    return QString::fromStdString(line);
+}
+
 QString JoinComment(const CommentParts& parts) {
     CommentMaker maker;
     for (const auto& [key, value] : parts.extras)

@@ -39,6 +39,8 @@ private:
     std::string m_text;
 };
 
+/// The text with blanks for line breaks and control characters.
+QString InOneLine(const QString& text);
 /// Puts the texts into one, as `CommentMaker` does.
 QString JoinComment(const CommentParts& parts);
 /// Takes a comment apart. One that is not made so is all name.

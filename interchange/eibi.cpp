@@ -11,7 +11,10 @@ namespace {
 // A schedule of shortwave broadcasts: frequencies in kHz, times in UTC, Windows-1252. The time on air is kept
 // in the comment, whatever is asked for.
 
-constexpr char InactiveEntry[] = "8"; // in the field of what an entry is valid for
+// In the field of what an entry is valid for. Only a part of a season has dates; those of others tell when
+// they began some year.
+constexpr char PartOfSeason[] = "6";
+constexpr char InactiveEntry[] = "8";
 constexpr std::size_t LeastFields = 5;
 constexpr std::size_t MostFields = 12; // with the empty one behind the last separator
 
@@ -36,8 +39,10 @@ void read(QIODevice& device, Reading& reading) {
         }
         TakeDays(rows.Cell(2), schedule);
         schedule.isActive = rows.Cell(8) != InactiveEntry;
-        schedule.firstDay = DayOfYear(rows.Cell(9));
-        schedule.lastDay = DayOfYear(rows.Cell(10));
+        if (rows.Cell(8) == PartOfSeason) {
+            schedule.firstDay = DayOfYear(rows.Cell(9));
+            schedule.lastDay = DayOfYear(rows.Cell(10));
+        }
         if (!reading.IsWanted(schedule))
             continue;
         if (!schedule.isDaysKnown)

@@ -80,11 +80,8 @@ public:
         out += ' ' + of.Word("USB");
         for (const auto& [key, usual] : {std::pair("Carrier", "0"), std::pair("Modem", "NULL")})
             out += ' ' + wordOf(of.Kept(key, usual), usual);
-        out += ' ';
-        if (!AppendPlainCell(out, of.Comment(), '\n'))
-            lost.Count(QT_TRANSLATE_NOOP("Account", "control characters in names"));
+        out += ' ' + of.Comment().toStdString() + '\n';
         of.CountRest(lost);
-        out += '\n';
     }
 };
 

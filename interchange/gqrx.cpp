@@ -75,9 +75,7 @@ public:
                 lost.Count(QT_TRANSLATE_NOOP("Account", "\";\" in names"));
         });
         pad(out, 20, false, [&] { out += of.Word("Demod Off"); });
-        pad(out, 10, true, [&] { AppendWholeHertz(out, of.bandwidth, lost); });
-        out.resize(out.size() - 1);
-        out += ' ';
+        pad(out, 10, true, [&] { AppendWholeHertz(out, of.FilterBandwidth("Demod Off", lost), lost); });
         if (!AppendPlainCell(out, of.Kept("Tags", "Untagged"), ';'))
             lost.Count(QT_TRANSLATE_NOOP("Account", "\";\" in tags"));
         of.CountRest(lost);

@@ -73,6 +73,14 @@ void take(const Label& label, Reading& reading) {
         return;
     const std::optional<double> low = HertzOf(label.low, 1);
     const std::optional<double> high = HertzOf(label.high, 1);
+    for (const auto& [text, edge] : {std::pair(label.low, low), std::pair(label.high, high)}) {
+        if (!text.empty() && !edge) { // a row of another table
+            reading.Refuse(
+                label.line,
+                QCoreApplication::translate("Readers", "\"%1\" is no edge of a pass band").arg(TextOf(text)));
+            return;
+        }
+    }
     std::string width;
     if (low && high && *high > *low)
         AppendFixed(width, *high - *low, 0);
@@ -274,6 +282,7 @@ public:
         : m_entry(entry, ModeWords::Kiwi, false, lost), mode(QString::fromStdString(m_entry.Word("AM"))) {
         AppendKilohertz(frequency, m_entry.hertz, lost);
         setPassBand(m_entry.word, m_entry.bandwidth);
+        CountFraction(m_entry.bandwidth, lost);
     }
     const QString& Name() const { return m_entry.parts.name; }
     const QString& Notes() const { return m_entry.parts.notes; }

@@ -5,7 +5,7 @@
 namespace Interchange {
 
 OutgoingComment::OutgoingComment(const QString& comment)
-    : parts(SplitComment(comment)), m_isAskedFor(parts.extras.size()) {}
+    : parts(SplitComment(InOneLine(comment))), m_isAskedFor(parts.extras.size()) {}
 
 QString OutgoingComment::Kept(const char* key, const char* usual) const {
     SetAskedFor(key);
@@ -25,12 +25,18 @@ void OutgoingComment::CountRest(Account& lost) const {
     }
 }
 
+QString DemodulationOf(const FreqStoreXml::FrequencyStoreEntry& entry) {
+    const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
+    const QString name = FreqStoreXml::FFM_Settings::AnalogDemodToName(settings.GetAnalogDemod());
+    return name == QLatin1String("NONE") ? QString() : name;
+}
+
 Outgoing::Outgoing(const FreqStoreXml::FrequencyStoreEntry& entry, ModeWords words, bool hasNone,
                    Account& lost)
     : OutgoingComment(entry.GetComment()),
       hertz(entry.GetFFM_Settings().GetFrequency().GetValue()),
       bandwidth(entry.GetFFM_Settings().GetIFBandwidth().GetValue()),
-      demodulation(FreqStoreXml::FFM_Settings::AnalogDemodToName(entry.GetFFM_Settings().GetAnalogDemod())),
+      demodulation(DemodulationOf(entry)),
       word(WordOf(words, demodulation, bandwidth)),
       m_words(words) {
     if (word.empty() && !(hasNone && demodulation.isEmpty()))
@@ -48,6 +54,15 @@ std::string Outgoing::Word(const char* none) const {
         }
     }
     return std::string(word.empty() ? std::string_view(none) : word);
+}
+
+double Outgoing::FilterBandwidth(const char* none, Account& lost) const {
+    if (bandwidth > 0)
+        return bandwidth;
+    const double usual = ModeOf(m_words, Word(none)).bandwidth;
+    if (usual > 0)
+        lost.Count(QT_TRANSLATE_NOOP("Account", "entries without a bandwidth"));
+    return usual;
 }
 
 void Outgoing::CountBandwidth(Account& lost) const {

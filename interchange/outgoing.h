@@ -14,7 +14,7 @@ class OutgoingComment {
 public:
     explicit OutgoingComment(const QString& comment);
 
-    const CommentParts parts;
+    const CommentParts parts; ///< of one line
 
     /// The comment without what was kept in it.
     QString Comment() const { return JoinComment({parts.name, parts.notes, {}}); }
@@ -29,6 +29,9 @@ protected:
 private:
     mutable std::vector<bool> m_isAskedFor; ///< of the comment's extras
 };
+
+/// The demodulation of an entry; empty where its list knows none, which some say as "NONE".
+QString DemodulationOf(const FreqStoreXml::FrequencyStoreEntry& entry);
 
 /// An entry on its way into a file: what all writers need of it.
 class Outgoing : public OutgoingComment {
@@ -45,6 +48,9 @@ public:
     /// The word of the mode: the one that was kept when it was read, if it still means the demodulation, else
     /// the format's; `none` without any.
     std::string Word(const char* none) const;
+    /// The bandwidth in Hz for a program that sets its filter to it and knows no "none": without any it is
+    /// the usual one of the word that is written, which is counted; 0 for a mode that has none.
+    double FilterBandwidth(const char* none, Account& lost) const;
     /// Counts a bandwidth that the format does not write and that the mode does not tell.
     void CountBandwidth(Account& lost) const;
 

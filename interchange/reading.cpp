@@ -2,6 +2,7 @@
 
 #include "host/report/byteinput.h"
 #include "interchange/schedule.h"
+#include "interchange/tablecell.h"
 
 #include <QCoreApplication>
 
@@ -16,6 +17,16 @@ constexpr char TraceSource[] = "interchange";
 QString shortText(std::string_view text) {
     constexpr std::size_t Longest = 60;
     return TextOf(text.substr(0, Longest));
+}
+
+/// Why a station has no frequency. Of a number that is too large the unit may be wrong.
+QString whyNone(const Station& station, std::optional<double> hertz) {
+    if (station.frequency.empty())
+        return QCoreApplication::translate("Readers", "has no frequency");
+    const QString text = shortText(station.frequency);
+    return hertz && *hertz > 0 ? QCoreApplication::translate("Readers", "\"%1\" %2 is above 1 THz")
+                                     .arg(text, NameOfUnit(station.hertzPerUnit))
+                               : QCoreApplication::translate("Readers", "\"%1\" is no frequency").arg(text);
 }
 
 } // namespace
@@ -63,10 +74,7 @@ void Reading::Keep(std::string_view key, std::string_view value) {
 bool Reading::Take(const Station& station) {
     const std::optional<double> hertz = HertzOf(station.frequency, station.hertzPerUnit);
     if (!hertz || *hertz <= 0 || !FileProblems::IsFrequency(*hertz)) {
-        Refuse(station.line, station.frequency.empty()
-                                 ? QCoreApplication::translate("Readers", "has no frequency")
-                                 : QCoreApplication::translate("Readers", "\"%1\" is no frequency")
-                                       .arg(shortText(station.frequency)));
+        Refuse(station.line, whyNone(station, hertz));
         return false;
     }
     m_entry.Reset();

@@ -21,10 +21,18 @@ Rows::Rows(QIODevice& device, Reading& reading, FreqStoreXml::CsvDialect dialect
 }
 
 bool Rows::Next() {
-    const bool isRow = m_scanner.NextRow();
+    bool isRow = m_scanner.NextRow();
+    while (isRow && IsBlank(m_scanner.Cells()))
+        isRow = m_scanner.NextRow();
     if (m_scanner.IsCut())
         refuseAsCut();
+    else if (isRow && !m_scanner.RowEnds())
+        m_reading.GetAccount().Count(QT_TRANSLATE_NOOP("Account", "last line without an end"));
     return isRow && !m_scanner.IsCut();
+}
+
+bool IsBlank(const std::vector<std::string_view>& cells) {
+    return std::ranges::all_of(cells, [](std::string_view cell) { return Trimmed(cell).empty(); });
 }
 
 void Rows::refuseAsCut() {
@@ -124,27 +132,23 @@ bool AppendPlainCell(std::string& out, const QString& text, char separator) {
     return isWhole;
 }
 
-namespace {
-
-void countFraction(double hertz, Account& lost) {
+void CountFraction(double hertz, Account& lost) {
     if (hertz != std::round(hertz))
         lost.Count(QT_TRANSLATE_NOOP("Account", "fractions of a Hz"));
 }
 
-} // namespace
-
 void AppendWholeHertz(std::string& out, double hertz, Account& lost) {
-    countFraction(hertz, lost);
+    CountFraction(hertz, lost);
     AppendFixed(out, hertz, 0);
 }
 
 void AppendKilohertz(std::string& out, double hertz, Account& lost) {
-    countFraction(hertz, lost);
+    CountFraction(hertz, lost);
     AppendFixed(out, hertz / 1e3, 3);
 }
 
 void AppendMegahertz(std::string& out, double hertz, Account& lost) {
-    countFraction(hertz, lost);
+    CountFraction(hertz, lost);
     AppendFixed(out, hertz / 1e6, 6);
 }
 

@@ -14,8 +14,9 @@ public:
     /// Tells when the device's text is not UTF-8, unless files of the format may be Windows-1252.
     Rows(QIODevice& device, Reading& reading, FreqStoreXml::CsvDialect dialect, bool isUtf8 = true);
 
-    /// Goes to the next row that has anything in it. A last one that the file's end cuts within a character
-    /// is refused.
+    /// Goes to the next row that has anything in it: spreadsheets write rows of nothing but separators. A
+    /// last one that the file's end cuts within a character is refused; one without a line end is counted,
+    /// since nothing tells whether its last cell is whole.
     [[nodiscard]] bool Next();
     qint64 Line() const { return m_scanner.Line(); }
     /// Whether the row has so many cells and the file does not end within it; one that has not is refused.
@@ -38,6 +39,9 @@ private:
     REPORTGENERATOR::TextInput m_input;
     FreqStoreXml::CsvScanner m_scanner;
 };
+
+/// Whether nothing but blanks stands in the cells.
+bool IsBlank(const std::vector<std::string_view>& cells);
 
 /// A dialect whose rows are lines of one cell.
 inline constexpr FreqStoreXml::CsvDialect WholeLines{'\n', false, false};
@@ -69,6 +73,8 @@ void AppendCell(std::string& out, const QString& text, char separator);
 /// Appends a text for tables that know no quotes: what cannot stand in a cell becomes a blank; false when
 /// something did.
 [[nodiscard]] bool AppendPlainCell(std::string& out, const QString& text, char separator);
+/// Counts the fraction of a frequency or bandwidth that is written in whole Hz.
+void CountFraction(double hertz, Account& lost);
 /// A cell whose content must be a whole number in Hz; counted when it has a fraction.
 void AppendWholeHertz(std::string& out, double hertz, Account& lost);
 /// The same in kHz with three decimals, and in MHz with six.

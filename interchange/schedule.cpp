@@ -8,6 +8,7 @@ namespace Interchange {
 namespace {
 
 constexpr int MinutesPerDay = 24 * 60;
+constexpr int LeapYear = 2000; // has all days that there are
 constexpr unsigned AllDays = 0x7F;
 constexpr std::string_view DayNames[] = {"Mo", "Tu", "We", "Th", "Fr", "Sa", "Su"};
 
@@ -94,22 +95,25 @@ void TakeDays(std::string_view text, Schedule& schedule) {
 
 std::optional<int> DayOfYear(std::string_view text) {
     const std::optional<int> number = text.size() == 4 ? numberOf(text) : std::nullopt;
-    constexpr int LeapYear = 2000;
-    if (!number || !QDate::isValid(LeapYear, *number / 100, *number % 100))
-        return std::nullopt;
-    return number;
+    const int day = number.value_or(0) / 100;
+    const int month = number.value_or(0) % 100;
+    return QDate::isValid(LeapYear, month, day) ? std::optional(month * 100 + day) : std::nullopt;
+}
+
+bool Schedule::IsInSeason(const QDate& date) const {
+    constexpr int LongestSeason = 31 * 7; // days, of summer time
+    const auto dayOf = [](int ofYear) { return QDate(LeapYear, ofYear / 100, ofYear % 100).dayOfYear(); };
+    const auto daysFrom = [&](int from, int to) { return (dayOf(to) - dayOf(from) + 366) % 366; };
+    const int today = date.month() * 100 + date.day();
+    if (firstDay)
+        return daysFrom(*firstDay, today) <= (lastDay ? daysFrom(*firstDay, *lastDay) : LongestSeason);
+    return !lastDay || daysFrom(today, *lastDay) <= LongestSeason;
 }
 
 bool Schedule::IsOnAir(const QDate& date, const QTime& time) const {
     const int minute = time.msecsSinceStartOfDay() / 60000;
     const auto begins = [this](const QDate& day) {
-        if (!isActive || (days & (1U << (day.dayOfWeek() - 1))) == 0)
-            return false;
-        const int ofYear = day.month() * 100 + day.day();
-        const bool isAfterFirst = !firstDay || ofYear >= *firstDay;
-        const bool isBeforeLast = !lastDay || ofYear <= *lastDay;
-        const bool isPastNewYear = firstDay && lastDay && *firstDay > *lastDay;
-        return isPastNewYear ? isAfterFirst || isBeforeLast : isAfterFirst && isBeforeLast;
+        return isActive && (days & (1U << (day.dayOfWeek() - 1))) != 0 && IsInSeason(day);
     };
     const int length = end > begin ? end - begin : end - begin + MinutesPerDay;
     if (minute >= begin && minute < begin + length && begins(date))

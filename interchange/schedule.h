@@ -16,18 +16,21 @@ struct Schedule {
     unsigned days = 0x7F;        ///< bit 0 is Monday; those on which it begins
     bool isDaysKnown = true;     ///< else the days are in words of their own ("irr"), and all count
     bool isActive = true;        ///< else it is in the list and on air no more
-    std::optional<int> firstDay; ///< of the season, as month * 100 + day; it may go past the end of a year
-    std::optional<int> lastDay;
+    std::optional<int> firstDay; ///< as month * 100 + day; the time may go past the end of a year
+    std::optional<int> lastDay;  ///< without either, the season tells
 
     /// Whether the broadcaster is on air at a time (UTC).
     bool IsOnAir(const QDate& date, const QTime& time) const;
+
+private:
+    bool IsInSeason(const QDate& date) const;
 };
 
 /// "0600-0700", "2300-0200", "0000-2400"; nothing for what is no such time.
 bool TakeTimes(std::string_view text, Schedule& schedule);
 /// "" (daily), "Mo-Fr", "SaSu", "1245" (1 is Monday); what it does not know sets `isDaysKnown` to false.
 void TakeDays(std::string_view text, Schedule& schedule);
-/// "0325" is the 25th of March; anything else is no day.
+/// "2503" is the 25th of March; anything else is no day.
 std::optional<int> DayOfYear(std::string_view text);
 
 } // namespace Interchange

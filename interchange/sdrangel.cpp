@@ -44,6 +44,16 @@ private:
     std::vector<std::pair<std::size_t, std::string>> m_columns;
 };
 
+/// Spreadsheets make TRUE of what the program writes as 1; nothing for what is neither.
+std::optional<bool> flagOf(std::string_view text) {
+    constexpr std::pair<const char*, bool> Flags[] = {
+        {"", true}, {"1", true}, {"true", true}, {"0", false}, {"false", false}};
+    const auto* const found = std::ranges::find_if(Flags, [text](const auto& flag) {
+        return text.size() == qstrlen(flag.first) && qstrnicmp(text.data(), flag.first, text.size()) == 0;
+    });
+    return found == std::end(Flags) ? std::nullopt : std::optional(found->second);
+}
+
 void readScanner(QIODevice& device, Reading& reading) {
     Rows rows(device, reading, Table);
     if (!rows.Next())
@@ -56,7 +66,15 @@ void readScanner(QIODevice& device, Reading& reading) {
     while (rows.Next()) {
         if (!rows.HasCells(heading.Count(), heading.Count()))
             continue;
-        if (const std::string_view enabled = rows.Cell(1); enabled != "1" && enabled != "true")
+        const std::string_view enabled = rows.Cell(1);
+        const std::optional<bool> isEnabled = flagOf(enabled);
+        if (!isEnabled) { // a row of another table
+            reading.Refuse(
+                rows.Line(),
+                QCoreApplication::translate("Readers", "\"%1\" is neither 0 nor 1").arg(TextOf(enabled)));
+            continue;
+        }
+        if (!*isEnabled)
             reading.Extra("Enable", enabled);
         others.Count(rows, reading);
         reading.Take({.line = rows.Line(),
@@ -79,7 +97,7 @@ public:
             AppendCell(out, comment.Kept(key, usual), ',');
             out += ',';
         };
-        if (!settings.AnalogDemodToName(settings.GetAnalogDemod()).isEmpty())
+        if (!DemodulationOf(entry).isEmpty())
             lost.Count(QT_TRANSLATE_NOOP("Account", "modes"));
         AppendWholeHertz(out, settings.GetFrequency().GetValue(), lost);
         out += ',';
@@ -117,8 +135,10 @@ void readAnnotations(QIODevice& device, Reading& reading) {
             continue;
         const std::optional<double> start = HertzOf(rows.Cell(0), 1);
         const std::optional<double> width = HertzOf(rows.Cell(1), 1);
-        if (!start || !width || *width < 0) {
-            reading.Refuse(rows.Line(), QCoreApplication::translate("Readers", "has no start and width"));
+        // How it is shown is a number; rows of another table may have other words there.
+        if (!start || !width || *width < 0 ||
+            (show >= 0 && !REPORTGENERATOR::ParseInteger(rows.CellIn(show)))) {
+            reading.Refuse(rows.Line(), QCoreApplication::translate("Readers", "is no annotation"));
             continue;
         }
         std::string middle;

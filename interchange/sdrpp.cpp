@@ -18,7 +18,7 @@ namespace {
 // directly in their list. In all of them a bookmark is an object with a frequency.
 
 constexpr char UsualList[] = "General";
-constexpr std::string_view Modes[] = {"NFM", "WFM", "AM", "DSB", "USB", "CW", "LSB", "RAW"};
+constexpr const char* Modes[] = {"NFM", "WFM", "AM", "DSB", "USB", "CW", "LSB", "RAW"};
 
 bool knows(const QString& head) {
     return head.trimmed().startsWith(QLatin1Char('{')) &&
@@ -124,10 +124,12 @@ public:
         to += "                ";
         AppendJsonText(to, uniqueName(of.Comment(), of.hertz, names.counts, lost));
         to += ": {\"bandwidth\": ";
-        appendNumber(to, of.bandwidth);
+        const qint64 mode = modeOf(of);
+        const bool isOurs = mode < static_cast<qint64>(std::size(Modes));
+        appendNumber(to, of.FilterBandwidth(isOurs ? Modes[mode] : "", lost));
         to += ", \"frequency\": ";
         appendNumber(to, of.hertz);
-        to += ", \"mode\": " + std::to_string(modeOf(of)) + "}";
+        to += ", \"mode\": " + std::to_string(mode) + "}";
         of.CountRest(lost);
     }
 

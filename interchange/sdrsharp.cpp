@@ -16,6 +16,7 @@ using REPORTGENERATOR::XmlScanner;
 // whole Hz.
 
 constexpr char Root[] = "ArrayOfMemoryEntry";
+constexpr char NoMode[] = "NFM"; ///< what an entry without one of its modes gets
 
 /// A member that our records have no place for, and what stands for nothing in it.
 struct Member {
@@ -141,9 +142,9 @@ public:
         appendText(out, "Name", of.Comment());
         appendOther(out, Others[1], of);
         appendHertz(out, "Frequency", of.hertz, lost);
-        appendText(out, "DetectorType", QString::fromStdString(of.Word("NFM")));
+        appendText(out, "DetectorType", QString::fromStdString(of.Word(NoMode)));
         appendOther(out, Others[2], of);
-        appendHertz(out, "FilterBandwidth", of.bandwidth, lost);
+        appendHertz(out, "FilterBandwidth", of.FilterBandwidth(NoMode, lost), lost);
         for (const Member& other : std::span(Others).subspan(3))
             appendOther(out, other, of);
         of.CountRest(lost);

@@ -3,16 +3,14 @@
 #include "host/freqstorexml/csvlayout.h"
 #include "host/freqstorexml/csvoptions.h"
 #include "interchange/rows.h"
-#include "interchange/tablecell.h"
+#include "interchange/tabletext.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QRegularExpression>
-#include <QStringDecoder>
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 
 namespace Interchange {
 
@@ -37,86 +35,6 @@ constexpr FieldWord Words[] = {
      "^(notes?|remarks?|bemerkung|info|comment|kommentar|description|beschreibung)"},
 };
 
-/// Whether a row is none of the table, by its first cell: a comment, or the separator for a spreadsheet.
-bool isPassedOver(std::string_view first) {
-    constexpr std::string_view Separator = "sep=";
-    return first.starts_with('#') || (first.starts_with(Separator) && first.size() <= Separator.size() + 1);
-}
-
-/// How often a separator stands in a line outside of quotes.
-qsizetype countOf(QChar separator, const QString& line) {
-    qsizetype count = 0;
-    bool isQuoted = false;
-    for (const QChar c : line) {
-        isQuoted = isQuoted != (c == u'"');
-        count += c == separator && !isQuoted ? 1 : 0;
-    }
-    return count;
-}
-
-/// The separator whose count is the same in most lines, and the greatest.
-char findSeparator(const QString& head) {
-    QStringList lines;
-    for (const QString& line : QString(head).replace(u'\r', u'\n').split(u'\n')) {
-        if (!line.trimmed().isEmpty() && !line.startsWith(QLatin1Char('#')))
-            lines << line;
-        if (static_cast<std::size_t>(lines.size()) == RowsLookedAt)
-            break;
-    }
-    char best = ',';
-    qsizetype most = 0;
-    for (const char separator : {'\t', ';', ',', '|'}) {
-        std::map<qsizetype, qsizetype> linesByCount;
-        for (const QString& line : lines)
-            ++linesByCount[countOf(QLatin1Char(separator), line)];
-        linesByCount.erase(0);
-        for (const auto& [count, number] : linesByCount) {
-            if (number * 1000 + count > most && number * 2 > lines.size()) {
-                most = number * 1000 + count;
-                best = separator;
-            }
-        }
-    }
-    return best;
-}
-
-/// The text of a device in an encoding that is known by name, as UTF-8.
-class NamedEncoding final : public QIODevice {
-public:
-    /// The source is the caller's and open.
-    NamedEncoding(QIODevice& source, const QByteArray& encoding)
-        : m_source(source), m_decoder(encoding.constData()) {
-        open(QIODevice::ReadOnly);
-    }
-    bool isSequential() const override { return true; }
-
-protected:
-    qint64 readData(char* data, qint64 size) override {
-        constexpr qint64 BlockBytes = 64 * 1024;
-        while (m_text.isEmpty() && !m_source.atEnd())
-            m_text = QString(m_decoder.decode(m_source.read(BlockBytes))).toUtf8();
-        const qint64 count = std::min<qint64>(size, m_text.size());
-        std::copy_n(m_text.constData(), count, data);
-        m_text.remove(0, count);
-        return count;
-    }
-    qint64 writeData(const char*, qint64) override { return -1; }
-
-private:
-    QIODevice& m_source;
-    QStringDecoder m_decoder;
-    QByteArray m_text; ///< that nobody has read yet
-};
-
-/// Calls `read` with a device that gives the text in the encoding of that name, if there is one.
-template <typename Read>
-auto inEncoding(QIODevice& device, const QByteArray& encoding, Read read) {
-    if (encoding.isEmpty() || !QStringDecoder(encoding.constData()).isValid())
-        return read(device);
-    NamedEncoding decoded(device, encoding);
-    return read(static_cast<QIODevice&>(decoded));
-}
-
 QString nameOf(TextEncoding encoding) {
     switch (encoding) {
     case TextEncoding::Utf8:
@@ -137,13 +55,15 @@ public:
         REPORTGENERATOR::TextInput input(device, name);
         m_look.encoding = nameOf(input.Form().encoding);
         m_look.choice.encoding = hints.encoding;
-        m_look.choice.separator = hints.separator ? hints.separator : findSeparator(input.Form().head);
+        m_look.choice.separator = hints.separator ? hints.separator : FindSeparator(input.Form().head);
         FreqStoreXml::CsvScanner scanner(input.Device(), name, {m_look.choice.separator, true, true, true});
         while (m_look.rows.size() < RowsLookedAt && scanner.NextRow() && !scanner.IsCut()) {
             QStringList cells;
             for (const std::string_view cell : scanner.Cells())
                 cells << TextOf(Trimmed(cell));
-            if (!isPassedOver(scanner.Cells().front()))
+            if (IsBlank(scanner.Cells()))
+                continue;
+            if (!IsPassedOver(scanner.Cells().front()))
                 m_look.rows.push_back(cells);
             else if (m_look.rows.empty() && cells[0].startsWith(u'#'))
                 m_marked = cells;
@@ -164,19 +84,27 @@ private:
     void findDecimalMark() {
         int commas = 0;
         int points = 0;
+        int groupsByComma = 0;
+        int groupsByPoint = 0;
         for (const QStringList& row : m_look.rows) {
             for (const QString& cell : row) {
                 commas += HasDecimals(cell, QLatin1Char(',')) ? 1 : 0;
                 points += HasDecimals(cell, QLatin1Char('.')) ? 1 : 0;
+                groupsByComma += HasGroups(cell, QLatin1Char(',')) ? 1 : 0;
+                groupsByPoint += HasGroups(cell, QLatin1Char('.')) ? 1 : 0;
             }
         }
-        m_look.choice.hasDecimalComma = m_hints.hasDecimalComma.value_or(commas > points);
+        const bool isComma = groupsByPoint > 0 || commas > points;
+        const DecimalMark found = groupsByComma > groupsByPoint ? DecimalMark::PointAndGroups
+                                  : isComma                     ? DecimalMark::Comma
+                                                                : DecimalMark::Point;
+        m_look.choice.decimals = m_hints.decimals.value_or(found);
     }
     /// Headings have no numbers; the rows below some.
     bool areHeadings(const QStringList& row) const {
-        const bool comma = m_look.choice.hasDecimalComma;
+        const DecimalMark mark = m_look.choice.decimals;
         return std::none_of(row.begin(), row.end(),
-                            [comma](const QString& cell) { return IsNumber(cell, comma); });
+                            [mark](const QString& cell) { return IsNumber(cell, mark); });
     }
     /// Where no row can be the headings, they may stand in the last comment before the rows.
     void findMarkedHeadings(qsizetype columns) {
@@ -188,7 +116,31 @@ private:
         m_look.choice.isHeadingMarked = true;
         m_look.rows.insert(m_look.rows.begin(), m_marked);
     }
+    /// Rows of one text each above the headings, of which there are several, are what somebody calls the
+    /// table.
+    void passTitles() {
+        const auto isOneText = [](const QStringList& row) { return row.size() - row.count(QString()) == 1; };
+        const auto headings = std::ranges::find_if_not(m_look.rows, isOneText);
+        const auto titles = headings - m_look.rows.begin();
+        if (headings == m_look.rows.end() || !m_hints.hasHeadings.value_or(true) ||
+            !std::all_of(m_look.rows.begin(), headings + 1,
+                         [this](const QStringList& row) { return areHeadings(row); }))
+            return;
+        m_look.choice.titleRows = static_cast<int>(titles);
+        m_look.rows.erase(m_look.rows.begin(), headings);
+    }
+    /// A row below the headings that names units belongs to them.
+    void takeUnitRow() {
+        const QStringList units = m_look.rows.empty() ? QStringList() : m_look.rows.front();
+        if (std::ranges::none_of(units, IsUnit) || !areHeadings(units))
+            return;
+        m_look.choice.hasUnitRow = true;
+        m_look.rows.erase(m_look.rows.begin());
+        for (qsizetype i = 0; i < units.size() && i < m_look.headings.size(); ++i)
+            m_look.headings[i] = (m_look.headings[i] + QLatin1Char(' ') + units[i]).trimmed();
+    }
     void findHeadings() {
+        passTitles();
         qsizetype columns = 0;
         for (const QStringList& row : m_look.rows)
             columns = std::max(columns, row.size());
@@ -196,11 +148,13 @@ private:
         const QStringList first = m_look.rows.front();
         m_look.choice.hasHeadings = m_hints.hasHeadings.value_or(areHeadings(first));
         for (qsizetype i = 0; i < columns; ++i) {
-            const QString heading = m_look.choice.hasHeadings ? first.value(i) : QString();
+            const QString heading = m_look.choice.hasHeadings ? InOneLine(first.value(i)) : QString();
             m_look.headings << (heading.isEmpty() ? QString::number(i + 1) : heading);
         }
-        if (m_look.choice.hasHeadings)
-            m_look.rows.erase(m_look.rows.begin());
+        if (!m_look.choice.hasHeadings)
+            return;
+        m_look.rows.erase(m_look.rows.begin());
+        takeUnitRow();
     }
     void findFields() {
         std::vector<TableColumn>& columns = m_look.choice.columns;
@@ -221,6 +175,8 @@ private:
         }
         m_look.proposal = m_look.choice;
         proposeFrequency();
+        if (!m_look.choice.hasHeadings)
+            proposeTexts();
         for (qsizetype i = 0; i < m_look.headings.size(); ++i) {
             TableColumn& column = m_look.proposal.columns[static_cast<std::size_t>(i)];
             if (hasUnit(column.field) && column.hertzPerUnit == 0)
@@ -232,7 +188,35 @@ private:
     static bool hasUnit(TableField field) {
         return field == TableField::Frequency || field == TableField::Bandwidth;
     }
-    /// Without a heading that means it, the first column whose cells are all numbers.
+    /// Without headings, the column of known modes, and the first other one of texts as names.
+    void proposeTexts() {
+        std::vector<TableColumn>& columns = m_look.proposal.columns;
+        for (qsizetype i = 0; i < m_look.headings.size(); ++i) {
+            bool areModes = true;
+            bool areTexts = true;
+            bool isEmpty = true;
+            for (const QStringList& row : m_look.rows) {
+                const QString cell = row.value(i);
+                areModes = areModes && ModeOf(ModeWords::Chirp, cell.toStdString()).isKnown;
+                areTexts = areTexts && !IsNumber(cell, m_look.choice.decimals);
+                isEmpty = isEmpty && cell.isEmpty();
+            }
+            const TableField field = areModes ? TableField::Mode : TableField::Name;
+            if (areTexts && !isEmpty &&
+                std::ranges::find(columns, field, &TableColumn::field) == columns.end())
+                columns[static_cast<std::size_t>(i)].field = field;
+        }
+    }
+    /// Whether a column counts the rows.
+    bool isCounter(qsizetype column) const {
+        const auto numberAt = [&](std::size_t row) { return m_look.rows[row].value(column).toInt(); };
+        for (std::size_t row = 1; row < m_look.rows.size(); ++row) {
+            if (numberAt(row) != numberAt(row - 1) + 1)
+                return false;
+        }
+        return m_look.rows.size() > 1;
+    }
+    /// Without a heading that means it, the first column whose cells are all numbers and count no rows.
     void proposeFrequency() {
         std::vector<TableColumn>& columns = m_look.proposal.columns;
         const auto isFrequency = [](const TableColumn& column) {
@@ -242,8 +226,9 @@ private:
             return;
         for (qsizetype i = 0; i < m_look.headings.size(); ++i) {
             if (columns[static_cast<std::size_t>(i)].field == TableField::None && !m_look.rows.empty() &&
+                !isCounter(i) &&
                 std::all_of(m_look.rows.begin(), m_look.rows.end(), [&](const QStringList& row) {
-                    return IsNumber(row.value(i), m_look.choice.hasDecimalComma);
+                    return IsNumber(row.value(i), m_look.choice.decimals);
                 })) {
                 columns[static_cast<std::size_t>(i)].field = TableField::Frequency;
                 return;
@@ -322,7 +307,7 @@ bool TableLook::mayBeGrouped(qsizetype column, double unit) const {
             return false;
         areGrouped = areGrouped || cell.contains(u',');
     }
-    return areGrouped && choice.hasDecimalComma && unit <= LargestGrouped;
+    return areGrouped && choice.decimals == DecimalMark::Comma && unit <= LargestGrouped;
 }
 
 double TableLook::LikelyUnit(qsizetype column, TableField field) const {
@@ -330,7 +315,7 @@ double TableLook::LikelyUnit(qsizetype column, TableField field) const {
     double greatest = 0;
     bool areWhole = true;
     for (const QStringList& row : rows) {
-        const std::string number = PlainNumber(row.value(column).toStdString(), choice.hasDecimalComma);
+        const std::string number = PlainNumber(row.value(column).toStdString(), choice.decimals);
         if (const std::optional<double> value = HertzOf(number, 1); value && *value > 0) {
             least = std::min(least, *value);
             greatest = std::max(greatest, *value);
@@ -379,11 +364,11 @@ bool TableLook::IsOwn() const {
         areSmall = areSmall && number < LeastLarge;
         haveDecimals = haveDecimals || number != std::trunc(number);
     }
-    return frequency >= 0 && !(areSmall && haveDecimals);
+    return choice.titleRows == 0 && frequency >= 0 && !(areSmall && haveDecimals);
 }
 
 TableLook LookAtTable(QIODevice& device, const QString& name, const TableHints& hints) {
-    return inEncoding(device, hints.encoding,
+    return InEncoding(device, hints.encoding,
                       [&](QIODevice& text) { return TableLooker(text, name, hints).Look(); });
 }
 
@@ -393,12 +378,11 @@ TableLook LookAtTable(const QString& path, const TableHints& hints) {
     return LookAtTable(file, path, hints);
 }
 
-void TakeTableOptions(const QString& options, const TableLook& look, TableChoice& choice) {
-    const QStringList& headings = look.headings;
-    choice.columns.assign(static_cast<std::size_t>(headings.size()), {});
-    for (const QString& option : options.split(QLatin1Char(','))) {
-        const qsizetype equals = option.indexOf(QLatin1Char('='));
-        const QString word = option.left(equals).trimmed();
+std::vector<TableOption> ParseTableOptions(const QString& text) {
+    std::vector<TableOption> options;
+    for (const QString& part : text.split(QLatin1Char(','))) {
+        const qsizetype equals = part.indexOf(QLatin1Char('='));
+        const QString word = part.left(equals).trimmed();
         const auto* const known =
             std::find_if(std::begin(Words), std::end(Words), [&](const FieldWord& field) {
                 return word == QLatin1String(field.word) ||
@@ -408,25 +392,38 @@ void TakeTableOptions(const QString& options, const TableLook& look, TableChoice
             throw RGException(
                 QStringLiteral("\"%1\" is no column: frequency, bandwidth, mode, name or notes, \"=\" and a "
                                "heading")
-                    .arg(option));
-        QString heading = option.mid(equals + 1).trimmed();
-        double unit = 0;
-        if (const qsizetype colon = heading.lastIndexOf(QLatin1Char(':')); colon > 0) {
-            unit = HertzOfUnit(QStringView(heading).mid(colon + 1));
-            if (unit == 0)
-                throw RGException(
-                    QStringLiteral("\"%1\" is no unit: Hz, kHz, MHz or GHz").arg(heading.mid(colon + 1)));
-            heading.truncate(colon);
+                    .arg(part));
+        TableOption option{known->field, part.mid(equals + 1).trimmed(), 0};
+        if (std::ranges::find(options, option.field, &TableOption::field) != options.end())
+            throw RGException(QStringLiteral("\"%1\" stands there twice").arg(word));
+        if (const qsizetype colon = option.heading.lastIndexOf(QLatin1Char(':')); colon > 0) {
+            const QString unit = option.heading.mid(colon + 1);
+            option.hertzPerUnit = HertzOfUnit(unit);
+            if (option.hertzPerUnit == 0)
+                throw RGException(QStringLiteral("\"%1\" is no unit: Hz, kHz, MHz or GHz").arg(unit));
+            option.heading.truncate(colon);
         }
-        qsizetype column = headings.indexOf(heading);
+        options.push_back(option);
+    }
+    return options;
+}
+
+void TakeTableOptions(const QString& text, const TableLook& look, TableChoice& choice) {
+    const QStringList& headings = look.headings;
+    choice.columns.assign(static_cast<std::size_t>(headings.size()), {});
+    for (const TableOption& option : ParseTableOptions(text)) {
+        qsizetype column = headings.indexOf(option.heading);
         if (column < 0)
-            column = heading.toInt() - 1;
+            column = option.heading.toInt() - 1;
         if (column < 0 || column >= headings.size())
             throw RGException(QStringLiteral("there is no column \"%1\", but %2")
-                                  .arg(heading, headings.join(QStringLiteral(", "))));
-        const bool hasUnit = known->field == TableField::Frequency || known->field == TableField::Bandwidth;
-        choice.columns[static_cast<std::size_t>(column)] = {
-            known->field, hasUnit && unit == 0 ? look.SureUnit(column) : unit};
+                                  .arg(option.heading, headings.join(QStringLiteral(", "))));
+        TableColumn& chosen = choice.columns[static_cast<std::size_t>(column)];
+        if (chosen.field != TableField::None)
+            throw RGException(QStringLiteral("column \"%1\" stands there twice").arg(headings[column]));
+        const bool hasUnit = option.field == TableField::Frequency || option.field == TableField::Bandwidth;
+        chosen = {option.field,
+                  hasUnit && option.hertzPerUnit == 0 ? look.SureUnit(column) : option.hertzPerUnit};
     }
 }
 
@@ -500,7 +497,7 @@ private:
         hertzPerUnit = unit > 0 ? unit : column.hertzPerUnit;
         if (hertzPerUnit < 0 && !digits.empty())
             m_withoutUnit = cell;
-        plain = PlainNumber(digits, m_choice.hasDecimalComma);
+        plain = PlainNumber(digits, m_choice.decimals);
         return plain;
     }
 
@@ -518,19 +515,25 @@ private:
 Account ReadTable(QIODevice& device, const QString& name, const TableChoice& choice,
                   const ReadOptions& options, const TakeEntry& take) {
     Reading reading(name, options, take);
-    inEncoding(device, choice.encoding, [&](QIODevice& text) {
+    InEncoding(device, choice.encoding, [&](QIODevice& text) {
         Rows rows(text, reading, {choice.separator, true, true});
         TableReader reader(choice, reading);
+        int titles = choice.titleRows;
         bool isHeading = choice.hasHeadings;
+        bool isUnits = choice.hasUnitRow;
         while (rows.Next()) {
             const bool isMarkedHeading =
                 isHeading && choice.isHeadingMarked && rows.Count() == choice.columns.size();
-            if (isPassedOver(rows.First()) && !isMarkedHeading)
+            if (IsPassedOver(rows.First()) && !isMarkedHeading)
                 continue;
-            if (std::exchange(isHeading, false))
+            if (titles > 0) {
+                --titles;
+                reading.GetAccount().Count(QT_TRANSLATE_NOOP("Account", "titles"));
+            } else if (std::exchange(isHeading, false)) {
                 reader.TakeHeadings(rows);
-            else
+            } else if (!std::exchange(isUnits, false)) {
                 reader.Take(rows);
+            }
         }
     });
     return reading.GetAccount();

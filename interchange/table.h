@@ -1,6 +1,7 @@
 #pragma once
 
 #include "interchange/format.h"
+#include "interchange/tablecell.h"
 
 #include <QByteArray>
 #include <QStringList>
@@ -32,7 +33,9 @@ struct TableChoice {
     char separator = ',';
     bool hasHeadings = true;
     bool isHeadingMarked = false; ///< "#" stands in front of the headings, as of a comment
-    bool hasDecimalComma = false;
+    bool hasUnitRow = false;      ///< below the headings
+    int titleRows = 0;            ///< above them
+    DecimalMark decimals = DecimalMark::Point;
     QByteArray encoding; ///< by name ("windows-1251"); empty for the one that the content tells
     std::vector<TableColumn> columns;
 
@@ -48,7 +51,7 @@ struct TableChoice {
 struct TableHints {
     char separator = 0;
     std::optional<bool> hasHeadings;
-    std::optional<bool> hasDecimalComma;
+    std::optional<DecimalMark> decimals;
     QByteArray encoding;
 };
 
@@ -80,9 +83,19 @@ private:
 TableLook LookAtTable(QIODevice& device, const QString& name, const TableHints& hints = {});
 TableLook LookAtTable(const QString& path, const TableHints& hints = {});
 
-/// Changes a choice by the options of a command line, "frequency=Freq:MHz,name=Call"; columns that they do
-/// not name hold nothing. Throws RGException with the reason.
-void TakeTableOptions(const QString& options, const TableLook& look, TableChoice& choice);
+/// What an option of a command line says of a column.
+struct TableOption {
+    TableField field = TableField::None;
+    QString heading;         ///< or its number, from 1
+    double hertzPerUnit = 0; ///< 0 when it names no unit
+};
+
+/// Takes the options of a command line, "frequency=Freq:MHz,name=Call"; throws RGException with the reason
+/// for what can be none of any table.
+std::vector<TableOption> ParseTableOptions(const QString& text);
+/// Changes a choice by such options; columns that they do not name hold nothing. Throws as well for columns
+/// that the table does not have.
+void TakeTableOptions(const QString& text, const TableLook& look, TableChoice& choice);
 
 /// Reads a table; throws RGException as `Read` does.
 Account ReadTable(QIODevice& device, const QString& name, const TableChoice& choice,

@@ -64,27 +64,34 @@ double TakeUnit(std::string_view& number) {
     return 0;
 }
 
-std::string PlainNumber(std::string_view text, bool hasDecimalComma) {
+bool IsUnit(const QString& cell) {
+    static const QRegularExpression unit(QStringLiteral("^[\\[(]?[gmk]?hz[\\])]?$"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    return unit.match(cell).hasMatch();
+}
+
+std::string PlainNumber(std::string_view text, DecimalMark mark) {
+    const char group = mark == DecimalMark::Comma ? '.' : mark == DecimalMark::PointAndGroups ? ',' : '\0';
     std::string number;
     while (!text.empty()) {
         const char c = text.front();
         const auto* const gap =
             isDigit(c) ? std::end(Gaps)
                        : std::ranges::find_if(Gaps, [text](auto known) { return text.starts_with(known); });
-        const bool isGap = gap != std::end(Gaps) || (c == '.' && hasDecimalComma);
+        const bool isGap = gap != std::end(Gaps) || (c == group && group != '\0');
         const std::size_t size = gap == std::end(Gaps) ? 1 : gap->size();
         if (!isGap || !beginsWithThousands(text.substr(size)))
-            number += c == ',' && hasDecimalComma ? '.' : c;
+            number += c == ',' && mark == DecimalMark::Comma ? '.' : c;
         text.remove_prefix(size);
     }
     return number;
 }
 
-bool IsNumber(const QString& cell, bool hasDecimalComma) {
+bool IsNumber(const QString& cell, DecimalMark mark) {
     const QByteArray utf8 = cell.trimmed().toUtf8();
     std::string_view text(utf8.constData(), static_cast<std::size_t>(utf8.size()));
     TakeUnit(text);
-    return HertzOf(PlainNumber(text, hasDecimalComma), 1).has_value();
+    return HertzOf(PlainNumber(text, mark), 1).has_value();
 }
 
 bool HasDecimals(const QString& cell, QChar mark) {
@@ -94,6 +101,14 @@ bool HasDecimals(const QString& cell, QChar mark) {
     static const QRegularExpression point(
         QStringLiteral("^[\\d '\u00A0\u202F\u2009\u2019]*\\d\\.\\d+( ?[GMk]?Hz)?$"));
     return (mark == u',' ? comma : point).match(cell).hasMatch();
+}
+
+bool HasGroups(const QString& cell, QChar mark) {
+    static const QRegularExpression commas(
+        QStringLiteral("^\\d{1,3}((,\\d{3})+\\.\\d+|(,\\d{3}){2,})( ?[GMk]?Hz)?$"));
+    static const QRegularExpression points(
+        QStringLiteral("^\\d{1,3}((\\.\\d{3})+,\\d+|(\\.\\d{3}){2,})( ?[GMk]?Hz)?$"));
+    return (mark == u',' ? commas : points).match(cell).hasMatch();
 }
 
 bool MayBeThousands(const QString& cell) {

@@ -67,10 +67,6 @@
         <translation>Tage in Worten, als täglich gelesen</translation>
     </message>
     <message>
-        <source>control characters in names</source>
-        <translation>Steuerzeichen in Namen</translation>
-    </message>
-    <message>
         <source>levels</source>
         <translation>Pegel</translation>
     </message>
@@ -157,6 +153,18 @@
     <message>
         <source>names that are there twice</source>
         <translation>doppelte Namen</translation>
+    </message>
+    <message>
+        <source>entries without a bandwidth</source>
+        <translation>Einträge ohne Bandbreite</translation>
+    </message>
+    <message>
+        <source>last line without an end</source>
+        <translation>letzte Zeile ohne Zeilenende</translation>
+    </message>
+    <message>
+        <source>titles</source>
+        <translation>Überschriften der Tabelle</translation>
     </message>
 </context>
 <context>
@@ -3804,10 +3812,6 @@ Fremdes: %2</translation>
         <translation>ist abgeschnitten: die Datei endet mitten darin</translation>
     </message>
     <message>
-        <source>has no start and width</source>
-        <translation>hat weder Anfang noch Breite</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; has no frequency</source>
         <translation>„%1“ hat keine Frequenz</translation>
     </message>
@@ -3830,6 +3834,22 @@ Fremdes: %2</translation>
     <message>
         <source>the frequencies are no hertz: all are below 30000, some have decimals, and the member &quot;%1&quot; is of another program</source>
         <translation>die Frequenzen sind keine Hertz: alle liegen unter 30000, manche haben Nachkommastellen, und „%1“ kommt von einem anderen Programm</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no edge of a pass band</source>
+        <translation>„%1“ ist keine Grenze eines Durchlassbereichs</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is neither 0 nor 1</source>
+        <translation>„%1“ ist weder 0 noch 1</translation>
+    </message>
+    <message>
+        <source>is no annotation</source>
+        <translation>ist keine Anmerkung</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; %2 is above 1 THz</source>
+        <translation>„%1“ %2 liegt über 1 THz</translation>
     </message>
 </context>
 <context>
@@ -5658,6 +5678,10 @@ Fremdes: %2</translation>
     <message>
         <source>Choose the unit of the bandwidths.</source>
         <translation>Wählen Sie die Einheit der Bandbreiten.</translation>
+    </message>
+    <message>
+        <source>Point, commas in thousands (7,055.5)</source>
+        <translation>Punkt, Kommas bei Tausendern (7,055.5)</translation>
     </message>
 </context>
 <context>

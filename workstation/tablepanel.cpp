@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QSignalBlocker>
 
+using Interchange::DecimalMark;
 using Interchange::TableChoice;
 using Interchange::TableColumn;
 using Interchange::TableField;
@@ -87,8 +88,10 @@ void TablePanel::addForm() {
     grid->setContentsMargins(0, 0, 0, 0);
     for (const Separator& separator : Separators)
         m_separator->addItem(tr(separator.name), int(separator.sign));
-    m_decimal->addItem(tr("Point (121.5)"), false);
-    m_decimal->addItem(tr("Comma (121,5)"), true);
+    m_decimal->addItem(tr("Point (121.5)"), static_cast<int>(DecimalMark::Point));
+    m_decimal->addItem(tr("Comma (121,5)"), static_cast<int>(DecimalMark::Comma));
+    m_decimal->addItem(tr("Point, commas in thousands (7,055.5)"),
+                       static_cast<int>(DecimalMark::PointAndGroups));
     m_encoding->addItem(QString(), QByteArray());
     for (const char* const encoding : Encodings)
         m_encoding->addItem(QString::fromLatin1(encoding), QByteArray(encoding));
@@ -137,7 +140,7 @@ void TablePanel::lookFirst() {
     look({});
     m_atFirst = m_look;
     if (const std::optional<TableChoice> before = TableProfiles::Find(m_atFirst)) {
-        look({before->separator, before->hasHeadings, before->hasDecimalComma, before->encoding});
+        look({before->separator, before->hasHeadings, before->decimals, before->encoding});
         if (before->columns.size() == m_choice.columns.size()) {
             m_choice.columns = before->columns;
             m_note->setText(tr("As a table with these headings was read the last time."));
@@ -152,18 +155,24 @@ void TablePanel::Remember() const {
 
 TableHints TablePanel::hints() const {
     return {static_cast<char>(m_separator->currentData().toInt()), m_headings->isChecked(),
-            m_decimal->currentData().toBool(), m_encoding->currentData().toByteArray()};
+            static_cast<DecimalMark>(m_decimal->currentData().toInt()),
+            m_encoding->currentData().toByteArray()};
 }
 
 void TablePanel::lookAgain() {
     m_note->clear();
     const bool isSameCut = m_choice.separator == m_separator->currentData().toInt() &&
                            m_choice.hasHeadings == m_headings->isChecked();
-    const std::vector<TableColumn> columns = m_choice.columns;
+    std::vector<TableColumn> columns = m_choice.columns;
     look(hints());
     // What the operator has said of the columns stays as long as they are the same.
-    if (isSameCut && columns.size() == m_choice.columns.size())
+    if (isSameCut && columns.size() == m_choice.columns.size()) {
+        for (size_t i = 0; i < columns.size(); ++i) {
+            if (hasUnit(columns[i].field) && columns[i].hertzPerUnit == 0)
+                columns[i].hertzPerUnit = m_look.SureUnit(static_cast<qsizetype>(i));
+        }
         m_choice.columns = columns;
+    }
     showForm();
     emit Changed();
 }
@@ -187,7 +196,7 @@ void TablePanel::look(const TableHints& hints) {
 
 void TablePanel::showForm() {
     m_separator->setCurrentIndex(m_separator->findData(int(m_choice.separator)));
-    m_decimal->setCurrentIndex(m_choice.hasDecimalComma ? 1 : 0);
+    m_decimal->setCurrentIndex(m_decimal->findData(static_cast<int>(m_choice.decimals)));
     if (m_choice.encoding.isEmpty())
         m_encoding->setItemText(0, tr("%1 (found)").arg(m_look.encoding));
     m_encoding->setCurrentIndex(std::max(m_encoding->findData(m_choice.encoding), 0));

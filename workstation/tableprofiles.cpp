@@ -14,7 +14,7 @@ using Interchange::TableLook;
 namespace {
 
 const QString SettingName = QStringLiteral("Import/Tables");
-/// Parts of a profile: headings, separator, headings there, decimal comma, encoding, columns.
+/// Parts of a profile: headings, separator, headings there, decimal mark, encoding, columns.
 constexpr qsizetype Parts = 6;
 constexpr char BetweenParts = '|';
 
@@ -35,7 +35,7 @@ QString toText(const QString& key, const TableChoice& choice) {
     return QStringList{key,
                        QString::number(static_cast<int>(choice.separator)),
                        QString::number(choice.hasHeadings),
-                       QString::number(choice.hasDecimalComma),
+                       QString::number(static_cast<int>(choice.decimals)),
                        QString::fromLatin1(choice.encoding),
                        columns.join(QLatin1Char(','))}
         .join(QLatin1Char(BetweenParts));
@@ -61,7 +61,10 @@ std::optional<TableChoice> toChoice(const QString& text) {
         return std::nullopt;
     choice.separator = static_cast<char>(separator);
     choice.hasHeadings = parts[2] == QLatin1String("1");
-    choice.hasDecimalComma = parts[3] == QLatin1String("1");
+    const int decimals = parts[3].toInt();
+    if (decimals < 0 || decimals > static_cast<int>(Interchange::DecimalMark::PointAndGroups))
+        return std::nullopt;
+    choice.decimals = static_cast<Interchange::DecimalMark>(decimals);
     choice.encoding = parts[4].toLatin1();
     for (const QString& column : parts[5].split(QLatin1Char(','))) {
         const std::optional<TableColumn> found = toColumn(column);

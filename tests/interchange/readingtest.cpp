@@ -54,18 +54,23 @@ const Row Rows[] = {
      {"7100000|0||6"},
      "Location (1)",
      {"file:2: \"121,5\" is no frequency", "file:3: \"-7\" is no frequency",
-      "file:4: \"1e30\" is no frequency", "file:5: \"0\" is no frequency", "file:6: has no frequency"}},
+      "file:4: \"1e30\" MHz is above 1 THz", "file:5: \"0\" is no frequency", "file:6: has no frequency"}},
     {"ChirpWithDecimalCommasAndAnEndWithin",
      "chirp-csv",
      "Location,Frequency,Name,rToneFreq\n1,121,500000,Tower,88.5\n2,7.1\n3,145.6,Cal",
      {"7100000|0||2"},
-     "Location (1)",
+     "Location (1), last line without an end (1)",
      {"file:2: has 5 fields instead of 4", "file:4: is cut: the file ends within it"}},
     {"ChirpWithHeadingsOfAnotherHand",
      "chirp-csv",
      "# mine\rlocation, name, frequency, mode, duplex\r3, Tower, 121.5, Auto,\r",
      {"121500000|0||Tower"},
      "Location (1)"},
+    {"ChirpFromASpreadsheet",
+     "chirp-csv",
+     "Location,Name,Frequency,Duplex,Mode\n  \n0,A,146.52,,\n,,,,\n , ,,\"\",\n1,B,147,,N",
+     {"146520000|0||A", "147000000|0|N|B"},
+     "last line without an end (1), unknown modes (1)"},
     {"CutWithinACharacter",
      "chirp-csv",
      "Location,Frequency,Duplex,Name\n0,7.1,,A\n1,121.5,,T\xC3",
@@ -97,10 +102,12 @@ const Row Rows[] = {
      "sdrangel",
      "Freq (Hz),Enable,Notes,Channel,Ch BW (Hz),TH (dB),Sq (dB)\n145500000,1,Calling,,12500,-60,\n"
      "118100000,0,\"Tower, north\",2,,,\n"
-     "121,5,1,Comma,,,,\n118200000,1,Cut",
-     {"145500000|12500||Calling", "118100000|0||Tower, north"},
-     "Channel (1), Enable (1), TH (1)",
-     {"file:4: has 8 fields instead of 7", "file:5: has 3 fields instead of 7"}},
+     "121,5,1,Comma,,,,\n87500000,20500000,\"Broadcast\",1,255,0,0\n118300000,TRUE,Marked,,,,\n118200000,1,"
+     "Cut",
+     {"145500000|12500||Calling", "118100000|0||Tower, north", "118300000|0||Marked"},
+     "Channel (1), Enable (1), TH (1), last line without an end (1)",
+     {"file:4: has 8 fields instead of 7", "file:5: \"20500000\" is neither 0 nor 1",
+      "file:7: has 3 fields instead of 7"}},
     {"ScannerOfAnOlderSdrangel",
      "sdrangel",
      "Freq (Hz),Enable,Notes\n145500000,1,Calling\n",
@@ -112,10 +119,11 @@ const Row Rows[] = {
      "Delay (1), bandwidths that are none (1)"},
     {"AnnotationsOfSdrangel",
      "sdrangel-annotations",
-     "Start,Width,Text,Show,Red,Green,Blue\n87500000,20500000,Broadcast,1,255,0,0\n,,,\n",
+     "Start,Width,Text,Show,Red,Green,Blue\n87500000,20500000,Broadcast,1,255,0,0\n1,,,\n"
+     "145500000,1,Calling,,12500,-60,\n",
      {"97750000|20500000||Broadcast"},
      "colours (1)",
-     {"file:3: has 4 fields instead of 7"}},
+     {"file:3: has 4 fields instead of 7", "file:4: is no annotation"}},
     {"AnnotationsWithoutColours",
      "sdrangel-annotations",
      "Start,Width,Text,Show\n87500000,20500000,Broadcast,0\n",
@@ -134,10 +142,10 @@ const Row Rows[] = {
      "Freq kHz;Mode;Ident;Notes;Extension;Type;PB low;PB high;Offset;DOW;Begin;End;Sig bw\n"
      "198.00;AM;\"BBC \"\"4\"\"\";Droitwich;;T1;-4900;4900;0;MTWTFSS;'0000;'2400;0\n"
      "7850;USB;CHU;\"time; signal\";;T3;300;2700;0;M____S_;'0600;'1800\n"
-     "7850;USB\n",
+     "5890;0600-0700;Mo-Fr;D;Radio;D;Eu;/AUT;1;;;\n7850;USB\n",
      {"198000|9800|AM|BBC \"4\" | Droitwich", "7850000|2400|USB|CHU | time; signal"},
      "Begin (1), DOW (1), End (1), PB high (2), PB low (2), Type (2)",
-     {"file:4: has 2 fields instead of 12 or 13"}},
+     {"file:4: \"Eu\" is no edge of a pass band", "file:5: has 2 fields instead of 12 or 13"}},
     {"Eibi",
      "eibi",
      "kHz:75;Time(UTC):93;Days:59;ITU:49;Station:201;Lng:49;Target:62;Remarks:135;P:35;Start:60;Stop:60;\n"
@@ -249,9 +257,16 @@ TEST(ReadingSchedules, KeepsWhatIsOnAir) {
         {"0600-0700;1245;;", "2026-11-25T06:30:00Z", false},
         {"0600-0700;SaSu;;", "2026-11-22T06:30:00Z", true},
         {"0600-0700;alt;;", "2026-11-22T06:30:00Z", true},
-        {"0600-0700;;1101;0301", "2026-11-22T06:30:00Z", true},
-        {"0600-0700;;0301;1101", "2026-11-22T06:30:00Z", false},
-        {"0600-0700;;;;8", "2026-11-22T06:30:00Z", false}, // inactive
+        {"0600-0700;;0111;0103;6", "2026-11-22T06:30:00Z", true}, // November to March
+        {"0600-0700;;0111;0103;6", "2026-02-28T06:30:00Z", true},
+        {"0600-0700;;0103;0111;6", "2026-11-22T06:30:00Z", false},
+        {"0600-0700;;0104;2211;6", "2026-11-22T06:30:00Z", true}, // the last day
+        {"0600-0700;;1511;;6", "2026-01-10T06:30:00Z", true},     // for the rest of the season
+        {"0600-0700;;1511;;6", "2026-11-14T06:30:00Z", false},
+        {"0600-0700;;;1511;6", "2026-11-14T06:30:00Z", true},
+        {"0600-0700;;;1511;6", "2026-11-16T06:30:00Z", false},
+        {"0600-0700;;0103;0111;1", "2026-11-22T06:30:00Z", true}, // every year, since that one
+        {"0600-0700;;;;8", "2026-11-22T06:30:00Z", false},        // inactive
     };
     for (const OnAirRow& row : rows) {
         const QStringList parts = QString::fromLatin1(row.schedule).split(QLatin1Char(';'));

@@ -252,6 +252,14 @@ TEST(FilesOfOthers, GiveNoChannelNumberTwice) {
 
 TEST(FilesOfOthers, KeepFractionsOfAHertzOrTellThem) {
     FreqStoreXml::FrequencyStoreEntry entry;
+    entry.GetFFM_Settings().GetFrequency().SetValue(7e6);
+    entry.GetFFM_Settings().GetIFBandwidth().SetValue(2700.5);
+    for (const char* id : {"gqrx", "sdrangel", "sdrsharp", "kiwi-csv", "kiwi-json"}) {
+        Account lost;
+        ToBytes(*FormatOfId(QString::fromLatin1(id)), contentOf({entry}), &lost);
+        EXPECT_TRUE(lost.Counts().contains("fractions of a Hz")) << id;
+    }
+    entry.GetFFM_Settings().GetIFBandwidth().SetValue(0);
     entry.GetFFM_Settings().GetFrequency().SetValue(66666.667);
     for (const Format* format : Formats()) {
         if (!format->makeEncoder || !format->read)
@@ -263,6 +271,32 @@ TEST(FilesOfOthers, KeepFractionsOfAHertzOrTellThem) {
         EXPECT_NE(read.records[0].GetFFM_Settings().GetFrequency().GetValue() == 66666.667,
                   lost.Counts().contains("fractions of a Hz"))
             << bytes;
+    }
+}
+
+/// Who sets a filter to what stands there would hear nothing through one of 0 Hz.
+TEST(FilesOfOthers, HaveAFilterAndOneLineForEachEntry) {
+    FreqStoreXml::FrequencyStoreEntry entry;
+    entry.GetFFM_Settings().GetFrequency().SetValue(7e6);
+    entry.GetFFM_Settings().SetAnalogDemod(
+        FreqStoreXml::FFM_Settings::NameToAnalogDemod(QStringLiteral("AM")));
+    entry.SetComment(QStringLiteral("Round\nand\tround | Broad\ncast"));
+    const std::pair<const char*, const char*> written[] = {
+        {"gqrx", "Round and round | Broad cast; AM                  ;      10000; "},
+        {"sdrpp", "\"Round and round | Broad cast\": {\"bandwidth\": 10000.0, "},
+        {"sdrsharp", "<FilterBandwidth>10000<"},
+        {"chirp-csv", "0,Round and round,7.000000,"},
+        {"kiwi-csv", "7000.000;AM;Round and round;Broad cast;"},
+        {"kiwi-json", ",\"Round and round\",\"Broad cast\","},
+        {"sdrangel", ",Round and round | Broad cast,"},
+        {"fldigi", "NULL Round and round | Broad cast\n"},
+    };
+    for (const auto& [id, part] : written) {
+        Account lost;
+        const std::string bytes = ToBytes(*FormatOfId(QString::fromLatin1(id)), contentOf({entry}), &lost);
+        EXPECT_NE(bytes.find(part), std::string::npos) << bytes;
+        const bool setsFilter = std::string_view(part).find("10000") != std::string_view::npos;
+        EXPECT_EQ(lost.Counts().contains("entries without a bandwidth"), setsFilter) << id;
     }
 }
 

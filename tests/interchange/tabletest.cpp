@@ -100,16 +100,56 @@ const TableRow Rows[] = {
      "frequency=Freq kHz:MHz,name=Name",
      "nothing tells the unit of column \"Freq kHz\"",
      {"7055000|0||Net"}},
+    {"CommasBetweenThousands",
+     "Frequency (Hz),Call\n\"145,500,000\",Calling\n\"198,000\",BBC\n\"121,5\",x\n",
+     "frequency=Frequency (Hz):Hz,name=Call",
+     "",
+     {"145500000|0||Calling", "198000|0||BBC"}},
+    {"CommasBetweenThousandsAndDecimals",
+     "Freq kHz\tName\n5,505.50\tShannon\n13,264\tVolmet\n198.00\tBBC\n",
+     "frequency=Freq kHz:kHz,name=Name",
+     "",
+     {"5505500|0||Shannon", "13264000|0||Volmet", "198000|0||BBC"}},
+    {"PointsBetweenThousands",
+     "Freq Hz;Name\n145.500.000;Calling\n198.000;BBC\n",
+     "frequency=Freq Hz:Hz,name=Name",
+     "",
+     {"145500000|0||Calling", "198000|0||BBC"}},
+    {"TitlesAboveTheHeadings",
+     "My list;;\n;;\nFreq MHz;Mode;Name\n118.1;AM;Tower\n;;\n",
+     "frequency=Freq MHz:MHz,mode=Mode,name=Name",
+     "",
+     {"118100000|9000|AM|Tower"}},
+    {"UnitsBelowTheHeadings",
+     "Frequency;Bandwidth;Mode;Name\n(MHz);kHz;;\n118,275;8,33;AM;Tower\n",
+     "frequency=Frequency (MHz):MHz,bandwidth=Bandwidth kHz:kHz,mode=Mode,name=Name",
+     "",
+     {"118275000|8330|AM|Tower"}},
+    {"HeadingsOfTwoLines",
+     "\"Freq\n(MHz)\"\t\"Name\"\n118.275\t\"Tow\ner\"\n",
+     "frequency=Freq (MHz):MHz,name=Name",
+     "",
+     {"118275000|0||Tow er"}},
+    {"AQuoteThatNothingCloses",
+     "5\" whip;Freq MHz\na;121.5\nb;118.1\n",
+     "frequency=Freq MHz:MHz",
+     "",
+     {"121500000|0||", "118100000|0||"}},
+    {"RowsThatAreCounted",
+     "1;118.275;Tower\n2;121.5;Guard\n",
+     "frequency=2:MHz,name=3",
+     "no column is known to hold the frequency",
+     {"118275000|0||Tower", "121500000|0||Guard"}},
     {"SeparatorInQuotes",
      "Freq kHz;Name\n7055;\"a;b, c, d\"\n",
      "frequency=Freq kHz:kHz,name=Name",
      "",
      {"7055000|0||a;b, c, d"}},
     {"NoHeadings",
-     "118.1,Tower\n121.5,\"Guard, all\"\n",
-     "frequency=1:MHz",
+     "118.1,Tower,AM,\n121.5,\"Guard, all\",AM,x\n",
+     "frequency=1:MHz,name=2,mode=3",
      "no column is known to hold the frequency",
-     {"118100000|0||", "121500000|0||"}},
+     {"118100000|9000|AM|Tower", "121500000|9000|AM|Guard, all"}},
     {"CommentsAndShortRows",
      "# exported\nFrequency Hz,Comment\n7055000\n\n7060000,b,c\n",
      "frequency=Frequency Hz:Hz,name=Comment",
@@ -177,6 +217,8 @@ TEST(TablesOfOthers, AreReadAsTheOperatorSays) {
     const Bad bad[] = {
         {"frequency=d:kHz", "there is no column \"d\", but a, b, c"},
         {"frequency=c:kHzz", "\"kHzz\" is no unit: Hz, kHz, MHz or GHz"},
+        {"frequency=c:kHz,name=3", "column \"c\" stands there twice"},
+        {"name=a,comment=b", "\"comment\" stands there twice"},
         {"freq=c", "\"freq=c\" is no column: frequency, bandwidth, mode, name or notes, \"=\" and a heading"},
     };
     for (const Bad& row : bad) {
@@ -196,7 +238,7 @@ TEST(TablesOfOthers, AreLookedAtAsTheOperatorSays) {
     device.open(QIODevice::ReadOnly);
     TableLook found = LookAtTable(
         device, QStringLiteral("file"),
-        {.separator = ';', .hasHeadings = false, .hasDecimalComma = false, .encoding = "windows-1251"});
+        {.separator = ';', .hasHeadings = false, .decimals = DecimalMark::Point, .encoding = "windows-1251"});
     EXPECT_EQ(found.rows[0][1], QStringLiteral("\u0422\u0430"));
     EXPECT_EQ(found.LikelyUnit(0, TableField::Frequency), 1e6);
     EXPECT_EQ(found.SureUnit(0), 0);
@@ -206,6 +248,8 @@ TEST(TablesOfOthers, AreLookedAtAsTheOperatorSays) {
 }
 
 TEST(TablesOfOthers, AreToldFromWhatIsNoTable) {
+    EXPECT_TRUE(look("Frequency,Bandwidth\n7055000,2700\n").IsOwn());
+    EXPECT_FALSE(look("My list\nFrequency,Bandwidth\n7055000,2700\n").IsOwn());
     EXPECT_TRUE(look("118.1\n121.5\n").MayHoldFrequencies());
     EXPECT_TRUE(look("QRG\n121.5 MHz\n").MayHoldFrequencies());
     EXPECT_TRUE(look("a,b\nc,d\n").MayHoldFrequencies()) << "the operator may know better";

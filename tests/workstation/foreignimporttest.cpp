@@ -211,6 +211,17 @@ TEST_F(ForeignImports, AUnitIsNeverGuessedButRememberedOnceItWasChosen) {
              [](const Shown& shown) { EXPECT_FALSE(shown.Ok().isEnabled()); });
 }
 
+TEST_F(ForeignImports, CommasBetweenThousandsAreSaidOnce) {
+    const QString path = Write("list.tsv", "Freq kHz\tName\n7,055\tNet\n14,100\tDX\n");
+    openFile(path, [](const Shown& shown) {
+        EXPECT_EQ(shown.Text("WhyOff"), "Choose the unit of the frequencies.");
+        shown.Choose("Decimal", "Point, commas in thousands (7,055.5)");
+        EXPECT_EQ(shown.Entry(0), "7055.000 kHz|||Net") << "the heading tells the unit then";
+        accept(shown);
+    });
+    openFile(path, [](const Shown& shown) { EXPECT_EQ(shown.Entry(1), "14100.000 kHz|||DX"); });
+}
+
 TEST_F(ForeignImports, ATableIsReadAsTheOperatorCorrectsIt) {
     openFile(Write("list.csv", "Frequency,Name\n118.1;\xD2\xE0\n7055;b\n"), [](const Shown& shown) {
         EXPECT_FALSE(shown.Ok().isEnabled());
