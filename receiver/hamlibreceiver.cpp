@@ -84,11 +84,10 @@ public:
         auto pause = std::chrono::milliseconds(FirstPause);
         while (!isLetGo()) {
             try {
-                Radio radio(m_profile);
-                begin(radio);
+                const std::unique_ptr<Radio> radio = open();
                 pause = FirstPause;
                 while (!isLetGo())
-                    serve(radio);
+                    serve(*radio);
             } catch (const RadioError& error) {
                 forgetWishes();
                 const auto state = error.isRefusal ? ReceiverState::Refused : ReceiverState::NoAnswer;
@@ -112,7 +111,21 @@ private:
         pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
     }
 
-    void begin(Radio& radio) {
+    /// A server may hang up on who comes at the moment when another client leaves: then it is tried once more
+    /// before that counts.
+    std::unique_ptr<Radio> open() {
+        try {
+            return begin();
+        } catch (const RadioError& error) {
+            if (!error.isHangUp || isLetGo())
+                throw;
+        }
+        return begin();
+    }
+
+    std::unique_ptr<Radio> begin() {
+        auto opened = std::make_unique<Radio>(m_profile);
+        Radio& radio = *opened;
         const std::vector<ReceiverAbility> abilities = radio.GetAbilities();
         const QString info = radio.GetInfo();
         ReceiverReading reading = radio.ReadAll();
@@ -124,6 +137,7 @@ private:
         m_shared->news.Add(reading);
         call();
         m_nextPoll = Clock::now() + PollInterval;
+        return opened;
     }
 
     void serve(Radio& radio) {

@@ -130,7 +130,7 @@ Radio::Radio(const RadioProfile& profile) {
     configure(profile);
     const int code = rig_open(m_rig.get());
     if (code != RIG_OK)
-        throw RadioError{!isSilence(code) && !isBroken(code), textOf(code)};
+        throw RadioError{!isSilence(code) && !isBroken(code), textOf(code), isBroken(code)};
     // What stands in the library's memory may have been changed at the radio.
     rig_set_cache_timeout_ms(m_rig.get(), HAMLIB_CACHE_ALL, 0);
 }
@@ -157,7 +157,7 @@ void Radio::configure(const char* name, const QByteArray& value) {
 /// Whether the radio has done it. One that is gone, or silent for long, is an error.
 bool Radio::check(int code, const QString& what, QStringList* refusals) {
     if (isBroken(code) || (isSilence(code) && ++m_silences >= MostSilences))
-        throw RadioError{false, textOf(code)};
+        throw RadioError{false, textOf(code), isBroken(code)};
     if (code != RIG_OK && refusals)
         *refusals << tr("%1: %2").arg(what, textOf(code));
     return code == RIG_OK;

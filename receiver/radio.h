@@ -14,6 +14,7 @@ struct s_rig;
 struct RadioError {
     bool isRefusal; ///< it is there, but would not have us
     QString words;
+    bool isHangUp = false; ///< the line broke
 };
 
 /// What a radio is to do; what is not set stays.

@@ -50,6 +50,32 @@ INSTANTIATE_TEST_SUITE_P(Manners, BadManners,
                                          BadServer::Manner::Nonsense, BadServer::Manner::OthersReplies,
                                          BadServer::Manner::Drops));
 
+TEST_F(BadRadios, AServerThatHangsUpOnceIsAskedAgainBeforeThatCounts) {
+    const auto ending = [this] {
+        Receiver receiver(ReceiverKind::HF);
+        QStringList states;
+        QObject::connect(&receiver, &Receiver::StateChanged, [&] {
+            if (receiver.GetState() != ReceiverState::Connecting)
+                states << receiver.GetStateText().section(": ", 1);
+        });
+        receiver.Attach(std::make_unique<HamlibReceiver>(
+            RadioProfile{QString(), RadioProfile::Client, server.Port()}, HamlibReceiver::Lost::GivenUp));
+        EXPECT_TRUE(Until([&] { return !states.isEmpty(); }));
+        return states.join('|').toStdString();
+    };
+    for (const int answers : {0, 1, 2, 6, 13}) { // 14 questions are an opening
+        server.answersBefore = answers;
+        server.clients = 0;
+        server.hangsUpOn = 1;
+        EXPECT_EQ(ending(), "connected") << "behind " << answers << " answers";
+        EXPECT_EQ(server.clients, 2);
+        server.clients = 0;
+        server.hangsUpOn = 3;
+        EXPECT_EQ(ending(), "no answer, the connection is broken") << answers;
+        EXPECT_EQ(server.clients, 2) << "it is not asked a third time";
+    }
+}
+
 TEST_F(BadRadios, NewerSettingsTakeThePlaceOfThoseThatWait) {
     Receiver receiver(ReceiverKind::HF);
     quint64 measured = 0;

@@ -16,9 +16,14 @@ public:
         EXPECT_TRUE(m_server.listen(QHostAddress::LocalHost));
         QObject::connect(&m_server, &QTcpServer::newConnection, [this] {
             QTcpSocket* client = m_server.nextPendingConnection();
-            QObject::connect(client, &QTcpSocket::readyRead, client, [this, client] {
+            int answers = ++clients <= hangsUpOn ? answersBefore : -1;
+            if (answers == 0)
+                return client->abort();
+            QObject::connect(client, &QTcpSocket::readyRead, client, [this, client, answers]() mutable {
                 while (client->canReadLine()) {
                     lines << client->readLine().trimmed();
+                    if (answers-- == 0)
+                        return client->abort();
                     reply(*client, lines.last());
                 }
             });
@@ -37,6 +42,9 @@ public:
     }
 
     Manner manner = Manner::Good;
+    int clients = 0;                       ///< that came so far
+    int hangsUpOn = 0;                     ///< so many of them, the first ones,
+    int answersBefore = 0;                 ///< after so many answers
     QList<QByteArray> lines;               ///< that came so far
     QMap<QByteArray, QByteArray> others{}; ///< answers of its own in place of the usual ones
 
