@@ -126,13 +126,12 @@ private:
     std::unique_ptr<Radio> begin() {
         auto opened = std::make_unique<Radio>(m_profile);
         Radio& radio = *opened;
-        const std::vector<ReceiverAbility> abilities = radio.GetAbilities();
         const QString info = radio.GetInfo();
         ReceiverReading reading = radio.ReadAll();
         std::unique_lock lock(m_shared->mutex);
         m_shared->wishes.reset(); // of who did not know yet that it was gone
         reading.serial = m_shared->serial;
-        m_shared->news.abilities = abilities;
+        m_shared->news.abilities = radio.TakeNewAbilities();
         m_shared->news.state = {ReceiverState::Connected, info};
         m_shared->news.Add(reading);
         call();
@@ -158,6 +157,8 @@ private:
             const std::lock_guard lock(m_shared->mutex);
             m_shared->news.Add(reading);
             m_shared->news.refusals << refusals;
+            if (auto abilities = radio.TakeNewAbilities())
+                m_shared->news.abilities = std::move(abilities);
             call();
         }
         if (isPoll)

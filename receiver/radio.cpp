@@ -11,13 +11,21 @@
 #include <clocale>
 #include <cmath>
 #include <mutex>
+#include <thread>
 #include <unistd.h>
+
+using namespace std::chrono_literals;
 
 namespace {
 
 constexpr int MostSilences = 3;
 constexpr int MaxSquelch = 100;
-constexpr size_t OtherCount = 6; ///< settings that are read in turn
+constexpr size_t OtherCount = 6;       ///< settings that are read in turn
+constexpr double UsualRounding = 100;  // Hz, and of some radios more
+constexpr double WidestRounding = 500; // Hz
+constexpr auto SecondLook = 100ms;     // after a radio seems to stay where it was
+constexpr char SquelchInDecibels[] =
+    QT_TRANSLATE_NOOP("Radio", "it gives its squelch in dB, not in percent of a knob");
 
 QString tr(const char* text) {
     return QCoreApplication::translate("Radio", text);
@@ -168,8 +176,15 @@ QString Radio::GetInfo() const {
     return info ? QString::fromUtf8(info).simplified() : QString();
 }
 
-std::vector<ReceiverAbility> Radio::GetAbilities() const {
-    return RadioAbilities::Of(*m_rig);
+std::optional<std::vector<ReceiverAbility>> Radio::TakeNewAbilities() {
+    if (std::exchange(m_abilitiesAreKnown, true))
+        return std::nullopt;
+    std::vector<ReceiverAbility> abilities = RadioAbilities::Of(*m_rig);
+    for (ReceiverAbility& ability : abilities) {
+        if (ability.key == KeySquelchLevel && m_squelchIsInDecibels)
+            ability.whyNot = tr(SquelchInDecibels);
+    }
+    return abilities;
 }
 
 void Radio::Set(const RadioWishes& wishes, QStringList& refusals) {
@@ -193,10 +208,34 @@ void Radio::Set(const RadioWishes& wishes, QStringList& refusals) {
 void Radio::setFrequency(double hertz, QStringList& refusals) {
     if (!RadioAbilities::Receives(*m_rig, hertz)) {
         refusals << tr("%1 is in none of its ranges").arg(Quor::FrequencyText(hertz));
+        m_isElsewhere = true;
         return;
     }
-    if (check(rig_set_freq(m_rig.get(), RIG_VFO_CURR, hertz), tr("Frequency"), &refusals))
+    m_isElsewhere = !check(rig_set_freq(m_rig.get(), RIG_VFO_CURR, hertz), tr("Frequency"), &refusals);
+    if (m_isElsewhere || hasGoneTo(hertz))
+        return;
+    m_isElsewhere = true;
+    refusals << tr("the radio stays at %1").arg(Quor::FrequencyText(m_frequency));
+}
+
+/// Some radios take their time, and many round to steps that they do not tell. One that does not move at all
+/// has not rounded.
+bool Radio::hasGoneTo(double hertz) {
+    const double before = m_frequency;
+    const double step = RadioAbilities::SmallestStep(*m_rig);
+    for (const auto pause : {0ms, SecondLook}) {
+        std::this_thread::sleep_for(pause);
         m_frequency = hertz;
+        freq_t read = 0;
+        if (!check(rig_get_freq(m_rig.get(), RIG_VFO_CURR, &read), QString(), nullptr) ||
+            !std::isfinite(read))
+            return true; // nobody knows better
+        m_frequency = std::round(read);
+        const double off = std::abs(read - hertz);
+        if (off < step || off <= (m_frequency == before ? UsualRounding : WidestRounding))
+            return true;
+    }
+    return false;
 }
 
 void Radio::setMode(const RadioWishes& wishes, QStringList& refusals) {
@@ -225,15 +264,20 @@ void Radio::setOthers(const RadioWishes& wishes, QStringList& refusals) {
         value.i = *wishes.bfo;
         check(rig_set_level(m_rig.get(), RIG_VFO_CURR, RIG_LEVEL_CWPITCH, value), tr("BFO"), &refusals);
     }
-    if (wishes.squelch) {
-        value_t value{};
-        value.f = static_cast<float>(*wishes.squelch) / MaxSquelch;
-        if (check(rig_set_level(m_rig.get(), RIG_VFO_CURR, RIG_LEVEL_SQL, value), tr("Squelch knob"),
-                  &refusals))
-            m_squelch = *wishes.squelch;
-    }
+    if (wishes.squelch)
+        setSquelch(*wishes.squelch, refusals);
     if (wishes.afc)
         check(rig_set_func(m_rig.get(), RIG_VFO_CURR, RIG_FUNC_AFC, *wishes.afc), tr("AFC"), &refusals);
+}
+
+void Radio::setSquelch(int percent, QStringList& refusals) {
+    value_t value{};
+    value.f = static_cast<float>(percent) / MaxSquelch;
+    if (m_squelchIsInDecibels)
+        refusals << tr("%1: %2").arg(tr("Squelch knob"), tr(SquelchInDecibels));
+    else if (check(rig_set_level(m_rig.get(), RIG_VFO_CURR, RIG_LEVEL_SQL, value), tr("Squelch knob"),
+                   &refusals))
+        m_squelch = percent;
 }
 
 void Radio::readTuning(ReceiverReading& reading) {
@@ -270,10 +314,8 @@ void Radio::readOther(size_t which, ReceiverReading& reading) {
         add(reading, Keys::UseAttenuation, flagText(m_attenuates));
         if (m_attenuates)
             add(reading, Keys::Attenuation, QString::number(m_attenuation = value.i));
-    } else if (which == 1 && gets(RIG_LEVEL_SQL) && value.f >= 0 && value.f <= 1) {
-        // Some programs say it in dB.
-        m_squelch = static_cast<int>(std::lround(value.f * MaxSquelch));
-        add(reading, KeySquelchLevel, QString::number(m_squelch));
+    } else if (which == 1 && gets(RIG_LEVEL_SQL) && std::isfinite(value.f)) {
+        takeSquelch(value.f, reading);
     } else if (which == 2 && gets(RIG_LEVEL_CWPITCH)) {
         add(reading, Keys::BFOFrequency, QString::number(value.i));
     } else if (which == 3 && RadioAbilities::HasOffset(*rig)) {
@@ -290,20 +332,35 @@ void Radio::readOther(size_t which, ReceiverReading& reading) {
     }
 }
 
-ReceiverReading Radio::ReadAll() {
-    ReceiverReading reading = Measure();
+/// A knob is said from 0 to 1. Some programs say a level in dB, which may look like that until it is moved.
+void Radio::takeSquelch(float said, ReceiverReading& reading) {
+    if (!m_squelchIsInDecibels && (said < 0 || said > 1)) {
+        m_squelchIsInDecibels = true;
+        m_abilitiesAreKnown = false;
+    }
+    if (m_squelchIsInDecibels)
+        return;
+    m_squelch = static_cast<int>(std::lround(said * MaxSquelch));
+    add(reading, KeySquelchLevel, QString::number(m_squelch));
+}
+
+/// Where it is says what its level means.
+ReceiverReading Radio::readTuned() {
+    ReceiverReading reading;
     readTuning(reading);
+    measure(reading);
+    return reading;
+}
+
+ReceiverReading Radio::ReadAll() {
+    ReceiverReading reading = readTuned();
     for (size_t which = 0; which < OtherCount; ++which)
         readOther(which, reading);
     return reading;
 }
 
 ReceiverReading Radio::Poll() {
-    ReceiverReading reading;
-    readTuning(reading); // where it is says what its level means
-    ReceiverReading level = Measure();
-    reading.level = level.level;
-    reading.isSquelchOpen = level.isSquelchOpen;
+    ReceiverReading reading = readTuned();
     readOther(m_nextOther, reading);
     m_nextOther = (m_nextOther + 1) % OtherCount;
     return reading;
@@ -311,6 +368,12 @@ ReceiverReading Radio::Poll() {
 
 ReceiverReading Radio::Measure() {
     ReceiverReading reading;
+    measure(reading);
+    return reading;
+}
+
+void Radio::measure(ReceiverReading& reading) {
+    reading.isElsewhere = m_isElsewhere;
     value_t value{};
     if (rig_has_get_level(m_rig.get(), RIG_LEVEL_STRENGTH) &&
         check(rig_get_level(m_rig.get(), RIG_VFO_CURR, RIG_LEVEL_STRENGTH, &value), QString(), nullptr))
@@ -320,5 +383,4 @@ ReceiverReading Radio::Measure() {
     if (m_squelch > 0 && m_rig->caps->get_dcd &&
         check(rig_get_dcd(m_rig.get(), RIG_VFO_CURR, &dcd), QString(), nullptr))
         reading.isSquelchOpen = dcd == RIG_DCD_ON;
-    return reading;
 }

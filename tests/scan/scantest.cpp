@@ -30,6 +30,7 @@ public:
         ReceiverReading reading;
         reading.serial = serial;
         reading.level = level;
+        reading.isElsewhere = isElsewhere;
         if (frequency)
             reading.values = {{Keys::KeyFrequency, QString::fromLatin1(frequency)}};
         emit Read(reading);
@@ -37,6 +38,7 @@ public:
     void Lose() { emit StateChanged(ReceiverState::NoAnswer, QStringLiteral("nobody is there")); }
 
     quint64 serial = 0;
+    bool isElsewhere = false; ///< it does not go where it is told to
     std::map<QString, QString> wishes;
 };
 
@@ -192,7 +194,12 @@ TEST_F(ChannelScans, ARadioThatDoesNotFollowIsPassedOver) {
     EXPECT_TRUE(stops.empty());
     EXPECT_EQ(receiver->GetFrequency(), 6e6);
     EXPECT_EQ(read(ScanKeys::Unreachable), "1");
-    step(-30);
+    EXPECT_EQ(step(-30), 7e6);
+    link->isElsewhere = true;
+    link->Measure(90, "7000200");
+    EXPECT_TRUE(stops.empty()) << "it stays near by";
+    link->isElsewhere = false;
+    EXPECT_EQ(step(-30), 7e6);
     link->Measure(-30);
     link->Measure(-30, "9990000"); // by hand, now that it had followed
     EXPECT_EQ(read(ScanKeys::Hold), "true");
