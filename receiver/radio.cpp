@@ -20,6 +20,9 @@ namespace {
 
 constexpr int MostSilences = 3;
 constexpr int MaxSquelch = 100;
+constexpr qsizetype LongestInfo = 100;
+constexpr double HighestFrequency = 1e11; // Hz; what is said beyond these limits is nonsense
+constexpr long WidestPassband = 20'000'000;
 constexpr size_t OtherCount = 6;       ///< settings that are read in turn
 constexpr double UsualRounding = 100;  // Hz, and of some radios more
 constexpr double WidestRounding = 500; // Hz
@@ -45,6 +48,10 @@ constexpr CodeText CodeTexts[] = {
     {RIG_ENAVAIL, QT_TRANSLATE_NOOP("Radio", "it has no such function")},
     {RIG_ENIMPL, QT_TRANSLATE_NOOP("Radio", "it has no such function")},
 };
+
+bool isFrequency(double hertz) {
+    return hertz > 0 && hertz <= HighestFrequency;
+}
 
 QString textOf(int code) {
     for (const CodeText& known : CodeTexts) {
@@ -173,7 +180,7 @@ bool Radio::check(int code, const QString& what, QStringList* refusals) {
 
 QString Radio::GetInfo() const {
     const char* info = rig_get_info(m_rig.get());
-    return info ? QString::fromUtf8(info).simplified() : QString();
+    return info ? QString::fromUtf8(info).simplified().remove(QLatin1Char('<')).left(LongestInfo) : QString();
 }
 
 std::optional<std::vector<ReceiverAbility>> Radio::TakeNewAbilities() {
@@ -227,8 +234,7 @@ bool Radio::hasGoneTo(double hertz) {
         std::this_thread::sleep_for(pause);
         m_frequency = hertz;
         freq_t read = 0;
-        if (!check(rig_get_freq(m_rig.get(), RIG_VFO_CURR, &read), QString(), nullptr) ||
-            !std::isfinite(read))
+        if (!check(rig_get_freq(m_rig.get(), RIG_VFO_CURR, &read), QString(), nullptr) || !isFrequency(read))
             return true; // nobody knows better
         m_frequency = std::round(read);
         const double off = std::abs(read - hertz);
@@ -286,7 +292,7 @@ void Radio::readTuning(ReceiverReading& reading) {
     // A level says less: nonsense is read as one, too.
     if (!isSilence(code))
         m_silences = 0;
-    if (check(code, QString(), nullptr) && std::isfinite(hertz)) {
+    if (check(code, QString(), nullptr) && isFrequency(hertz)) {
         m_frequency = std::round(hertz);
         add(reading, Keys::KeyFrequency, QString::number(m_frequency, 'f', 0));
     }
@@ -297,7 +303,7 @@ void Radio::readTuning(ReceiverReading& reading) {
     m_mode = mode;
     if (const QString name = RadioAbilities::ModeName(mode); !name.isEmpty())
         add(reading, Keys::KeyDemodulation, name);
-    if (width > 0)
+    if (width > 0 && width <= WidestPassband)
         add(reading, Keys::KeyBandwidth, QString::number(width));
 }
 

@@ -44,7 +44,7 @@ public:
     Radio(const Radio&) = delete;
     Radio& operator=(const Radio&) = delete;
 
-    /// What it says of itself; may be empty.
+    /// What it says of itself, without what a tip would take for markup; may be empty.
     QString GetInfo() const;
     /// What it can do, unless that is what was given last: what it says may tell more of it.
     std::optional<std::vector<ReceiverAbility>> TakeNewAbilities();

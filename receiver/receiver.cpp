@@ -304,10 +304,10 @@ void Receiver::settle(Live& live) {
     }
     coupleAntenna(*live.setting);
     updateOpen();
+    if (live.setting == m_live.front().setting)
+        emit Tuned(GetFrequency()); // before a level is measured there
     if (!m_collects)
         hand();
-    if (live.setting == m_live.front().setting)
-        emit Tuned(GetFrequency());
 }
 
 /// Entries know antennas by number, operators by name.

@@ -32,8 +32,8 @@ ReceiverPort::ReceiverPort(Receiver& receiver) : m_receiver(receiver) {
             m_watcher->AnsweringChanged();
     });
     connect(&receiver, &Receiver::Tuned, this, [this](double hertz) {
-        if (m_watcher && !m_isTuning && m_hasFollowed)
-            m_watcher->TunedElsewhere(hertz);
+        if (!m_isTuning)
+            takeFrequency(hertz);
     });
 }
 
@@ -54,6 +54,18 @@ bool ReceiverPort::Tune(const ScanStep& step, QString& reason) {
     if (m_early && m_early->second >= m_serial)
         takeLevel(m_early->first, m_early->second);
     return true;
+}
+
+/// While the radio follows, what it says of itself is its answer; what somebody else sets is not.
+void ReceiverPort::takeFrequency(double hertz) {
+    const bool isWish = m_receiver.GetSerial() > m_serial;
+    if (!m_watcher || (!m_hasFollowed && !isWish))
+        return;
+    if (isWish) {
+        m_serial = m_receiver.GetSerial();
+        m_wanted = hertz;
+    }
+    m_watcher->TunedElsewhere(hertz);
 }
 
 QString ReceiverPort::WhySilent() const {

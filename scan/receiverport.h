@@ -22,6 +22,7 @@ public:
     double Bandwidth() const override;
 
 private:
+    void takeFrequency(double hertz);
     void takeLevel(double dbMicrovolt, quint64 serial);
 
     Receiver& m_receiver;

@@ -398,7 +398,9 @@ bool Scanner::tune(const ScanStep& step) {
 /// When the priority channel is to be looked at, by the clock's `Now`.
 qint64 Scanner::priorityAt() const {
     const double priority = m_settings.priority;
-    return priority > 0 && !m_isAtPriority && !isLockedOut(priority) ? m_priorityAt : Never;
+    const bool isThere =
+        m_isAtPriority || (m_signal && std::llround(m_step.frequency) == std::llround(priority));
+    return priority > 0 && !isThere && !isLockedOut(priority) ? m_priorityAt : Never;
 }
 
 /// False when it cannot be reached; the scan is then where it was.

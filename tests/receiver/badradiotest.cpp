@@ -178,6 +178,23 @@ TEST_F(BadRadios, OneThatStaysWhereItIsIsToldAndOneThatRoundsIsNot) {
     }
 }
 
+TEST_F(BadRadios, WhatNoRadioCanSayIsNotShown) {
+    server.others = {
+        {"f", "1e300\n"}, {"m", "USB\n999999999999\n"}, {"_", QByteArray(5000, '<') + "<img src=a> b\n"}};
+    Receiver receiver(ReceiverKind::HF);
+    receiver.Attach(
+        std::make_unique<HamlibReceiver>(RadioProfile{QString(), RadioProfile::Client, server.Port()}));
+    ASSERT_TRUE(Until([&] { return receiver.GetState() == ReceiverState::Connected; }));
+    EXPECT_EQ(receiver.GetFrequency(), 6060000) << "as it was";
+    EXPECT_EQ(receiver.GetValue(Keys::KeyBandwidth)->GetStringValue(), "6000");
+    EXPECT_EQ(receiver.GetValue(Keys::KeyDemodulation)->GetStringValue(), "USB");
+    EXPECT_FALSE(receiver.GetStateText().contains('<')) << receiver.GetStateText().toStdString();
+    server.others["f"] = "-7055000\n";
+    const qsizetype asked = server.lines.count("f");
+    ASSERT_TRUE(Until([&] { return server.lines.count("f") > asked + 1; }));
+    EXPECT_EQ(receiver.GetFrequency(), 6060000);
+}
+
 TEST_F(BadRadios, LettingGoDoesNotWaitForTheRadio) {
     server.manner = BadServer::Manner::Silent;
     {

@@ -186,6 +186,17 @@ TEST_F(Scans, FromASignalItComesBackToThePriorityChannelAndStaysThereWhenItIsHea
                 testing::Not(testing::Contains(5e6)));
 }
 
+TEST_F(Scans, ASignalOnThePriorityChannelIsOneDetectionWhoeverFoundIt) {
+    settings.priority = Low;
+    settings.prioritySeconds = 1;
+    addSignal(Low, 300, 60'000);
+    start();
+    run(5000);
+    EXPECT_THAT(receiver.tuned, ElementsAre(Low, Low)) << "at first in vain";
+    EXPECT_EQ(told.stops.size(), 1u);
+    EXPECT_TRUE(told.stops[1].isActive);
+}
+
 TEST_F(Scans, APriorityChannelThatIsDueAlreadyLeavesTheOthersTheirTurn) {
     settings.priority = 5e6;
     settings.prioritySeconds = 0.1; // less than a step takes
