@@ -317,6 +317,9 @@ private:
                 TellError(QStringLiteral("freqstore-cli scan: ") + m_told);
         }
     }
+    void LeftOut(const QString& reason) override {
+        TellError(QStringLiteral("freqstore-cli scan: ") + reason);
+    }
     void StopTold(const ScanStop& stop) override {
         if (stop.isActive || m_failure)
             return;

@@ -84,11 +84,10 @@ public:
         auto pause = std::chrono::milliseconds(FirstPause);
         while (!isLetGo()) {
             try {
-                Radio radio(m_profile);
-                begin(radio);
+                const std::unique_ptr<Radio> radio = open();
                 pause = FirstPause;
                 while (!isLetGo())
-                    serve(radio);
+                    serve(*radio);
             } catch (const RadioError& error) {
                 forgetWishes();
                 const auto state = error.isRefusal ? ReceiverState::Refused : ReceiverState::NoAnswer;
@@ -112,18 +111,32 @@ private:
         pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
     }
 
-    void begin(Radio& radio) {
-        const std::vector<ReceiverAbility> abilities = radio.GetAbilities();
+    /// A server may hang up on who comes at the moment when another client leaves: then it is tried once more
+    /// before that counts.
+    std::unique_ptr<Radio> open() {
+        try {
+            return begin();
+        } catch (const RadioError& error) {
+            if (!error.isHangUp || isLetGo())
+                throw;
+        }
+        return begin();
+    }
+
+    std::unique_ptr<Radio> begin() {
+        auto opened = std::make_unique<Radio>(m_profile);
+        Radio& radio = *opened;
         const QString info = radio.GetInfo();
         ReceiverReading reading = radio.ReadAll();
         std::unique_lock lock(m_shared->mutex);
         m_shared->wishes.reset(); // of who did not know yet that it was gone
         reading.serial = m_shared->serial;
-        m_shared->news.abilities = abilities;
+        m_shared->news.abilities = radio.TakeNewAbilities();
         m_shared->news.state = {ReceiverState::Connected, info};
         m_shared->news.Add(reading);
         call();
         m_nextPoll = Clock::now() + PollInterval;
+        return opened;
     }
 
     void serve(Radio& radio) {
@@ -144,6 +157,8 @@ private:
             const std::lock_guard lock(m_shared->mutex);
             m_shared->news.Add(reading);
             m_shared->news.refusals << refusals;
+            if (auto abilities = radio.TakeNewAbilities())
+                m_shared->news.abilities = std::move(abilities);
             call();
         }
         if (isPoll)

@@ -11,13 +11,24 @@
 #include <clocale>
 #include <cmath>
 #include <mutex>
+#include <thread>
 #include <unistd.h>
+
+using namespace std::chrono_literals;
 
 namespace {
 
 constexpr int MostSilences = 3;
 constexpr int MaxSquelch = 100;
-constexpr size_t OtherCount = 6; ///< settings that are read in turn
+constexpr qsizetype LongestInfo = 100;
+constexpr double HighestFrequency = 1e11; // Hz; what is said beyond these limits is nonsense
+constexpr long WidestPassband = 20'000'000;
+constexpr size_t OtherCount = 6;       ///< settings that are read in turn
+constexpr double UsualRounding = 100;  // Hz, and of some radios more
+constexpr double WidestRounding = 500; // Hz
+constexpr auto SecondLook = 100ms;     // after a radio seems to stay where it was
+constexpr char SquelchInDecibels[] =
+    QT_TRANSLATE_NOOP("Radio", "it gives its squelch in dB, not in percent of a knob");
 
 QString tr(const char* text) {
     return QCoreApplication::translate("Radio", text);
@@ -37,6 +48,10 @@ constexpr CodeText CodeTexts[] = {
     {RIG_ENAVAIL, QT_TRANSLATE_NOOP("Radio", "it has no such function")},
     {RIG_ENIMPL, QT_TRANSLATE_NOOP("Radio", "it has no such function")},
 };
+
+bool isFrequency(double hertz) {
+    return hertz > 0 && hertz <= HighestFrequency;
+}
 
 QString textOf(int code) {
     for (const CodeText& known : CodeTexts) {
@@ -130,7 +145,7 @@ Radio::Radio(const RadioProfile& profile) {
     configure(profile);
     const int code = rig_open(m_rig.get());
     if (code != RIG_OK)
-        throw RadioError{!isSilence(code) && !isBroken(code), textOf(code)};
+        throw RadioError{!isSilence(code) && !isBroken(code), textOf(code), isBroken(code)};
     // What stands in the library's memory may have been changed at the radio.
     rig_set_cache_timeout_ms(m_rig.get(), HAMLIB_CACHE_ALL, 0);
 }
@@ -157,7 +172,7 @@ void Radio::configure(const char* name, const QByteArray& value) {
 /// Whether the radio has done it. One that is gone, or silent for long, is an error.
 bool Radio::check(int code, const QString& what, QStringList* refusals) {
     if (isBroken(code) || (isSilence(code) && ++m_silences >= MostSilences))
-        throw RadioError{false, textOf(code)};
+        throw RadioError{false, textOf(code), isBroken(code)};
     if (code != RIG_OK && refusals)
         *refusals << tr("%1: %2").arg(what, textOf(code));
     return code == RIG_OK;
@@ -165,11 +180,18 @@ bool Radio::check(int code, const QString& what, QStringList* refusals) {
 
 QString Radio::GetInfo() const {
     const char* info = rig_get_info(m_rig.get());
-    return info ? QString::fromUtf8(info).simplified() : QString();
+    return info ? QString::fromUtf8(info).simplified().remove(QLatin1Char('<')).left(LongestInfo) : QString();
 }
 
-std::vector<ReceiverAbility> Radio::GetAbilities() const {
-    return RadioAbilities::Of(*m_rig);
+std::optional<std::vector<ReceiverAbility>> Radio::TakeNewAbilities() {
+    if (std::exchange(m_abilitiesAreKnown, true))
+        return std::nullopt;
+    std::vector<ReceiverAbility> abilities = RadioAbilities::Of(*m_rig);
+    for (ReceiverAbility& ability : abilities) {
+        if (ability.key == KeySquelchLevel && m_squelchIsInDecibels)
+            ability.whyNot = tr(SquelchInDecibels);
+    }
+    return abilities;
 }
 
 void Radio::Set(const RadioWishes& wishes, QStringList& refusals) {
@@ -193,10 +215,33 @@ void Radio::Set(const RadioWishes& wishes, QStringList& refusals) {
 void Radio::setFrequency(double hertz, QStringList& refusals) {
     if (!RadioAbilities::Receives(*m_rig, hertz)) {
         refusals << tr("%1 is in none of its ranges").arg(Quor::FrequencyText(hertz));
+        m_isElsewhere = true;
         return;
     }
-    if (check(rig_set_freq(m_rig.get(), RIG_VFO_CURR, hertz), tr("Frequency"), &refusals))
+    m_isElsewhere = !check(rig_set_freq(m_rig.get(), RIG_VFO_CURR, hertz), tr("Frequency"), &refusals);
+    if (m_isElsewhere || hasGoneTo(hertz))
+        return;
+    m_isElsewhere = true;
+    refusals << tr("the radio stays at %1").arg(Quor::FrequencyText(m_frequency));
+}
+
+/// Some radios take their time, and many round to steps that they do not tell. One that does not move at all
+/// has not rounded.
+bool Radio::hasGoneTo(double hertz) {
+    const double before = m_frequency;
+    const double step = RadioAbilities::SmallestStep(*m_rig);
+    for (const auto pause : {0ms, SecondLook}) {
+        std::this_thread::sleep_for(pause);
         m_frequency = hertz;
+        freq_t read = 0;
+        if (!check(rig_get_freq(m_rig.get(), RIG_VFO_CURR, &read), QString(), nullptr) || !isFrequency(read))
+            return true; // nobody knows better
+        m_frequency = std::round(read);
+        const double off = std::abs(read - hertz);
+        if (off < step || off <= (m_frequency == before ? UsualRounding : WidestRounding))
+            return true;
+    }
+    return false;
 }
 
 void Radio::setMode(const RadioWishes& wishes, QStringList& refusals) {
@@ -225,15 +270,20 @@ void Radio::setOthers(const RadioWishes& wishes, QStringList& refusals) {
         value.i = *wishes.bfo;
         check(rig_set_level(m_rig.get(), RIG_VFO_CURR, RIG_LEVEL_CWPITCH, value), tr("BFO"), &refusals);
     }
-    if (wishes.squelch) {
-        value_t value{};
-        value.f = static_cast<float>(*wishes.squelch) / MaxSquelch;
-        if (check(rig_set_level(m_rig.get(), RIG_VFO_CURR, RIG_LEVEL_SQL, value), tr("Squelch knob"),
-                  &refusals))
-            m_squelch = *wishes.squelch;
-    }
+    if (wishes.squelch)
+        setSquelch(*wishes.squelch, refusals);
     if (wishes.afc)
         check(rig_set_func(m_rig.get(), RIG_VFO_CURR, RIG_FUNC_AFC, *wishes.afc), tr("AFC"), &refusals);
+}
+
+void Radio::setSquelch(int percent, QStringList& refusals) {
+    value_t value{};
+    value.f = static_cast<float>(percent) / MaxSquelch;
+    if (m_squelchIsInDecibels)
+        refusals << tr("%1: %2").arg(tr("Squelch knob"), tr(SquelchInDecibels));
+    else if (check(rig_set_level(m_rig.get(), RIG_VFO_CURR, RIG_LEVEL_SQL, value), tr("Squelch knob"),
+                   &refusals))
+        m_squelch = percent;
 }
 
 void Radio::readTuning(ReceiverReading& reading) {
@@ -242,7 +292,7 @@ void Radio::readTuning(ReceiverReading& reading) {
     // A level says less: nonsense is read as one, too.
     if (!isSilence(code))
         m_silences = 0;
-    if (check(code, QString(), nullptr) && std::isfinite(hertz)) {
+    if (check(code, QString(), nullptr) && isFrequency(hertz)) {
         m_frequency = std::round(hertz);
         add(reading, Keys::KeyFrequency, QString::number(m_frequency, 'f', 0));
     }
@@ -253,7 +303,7 @@ void Radio::readTuning(ReceiverReading& reading) {
     m_mode = mode;
     if (const QString name = RadioAbilities::ModeName(mode); !name.isEmpty())
         add(reading, Keys::KeyDemodulation, name);
-    if (width > 0)
+    if (width > 0 && width <= WidestPassband)
         add(reading, Keys::KeyBandwidth, QString::number(width));
 }
 
@@ -270,10 +320,8 @@ void Radio::readOther(size_t which, ReceiverReading& reading) {
         add(reading, Keys::UseAttenuation, flagText(m_attenuates));
         if (m_attenuates)
             add(reading, Keys::Attenuation, QString::number(m_attenuation = value.i));
-    } else if (which == 1 && gets(RIG_LEVEL_SQL) && value.f >= 0 && value.f <= 1) {
-        // Some programs say it in dB.
-        m_squelch = static_cast<int>(std::lround(value.f * MaxSquelch));
-        add(reading, KeySquelchLevel, QString::number(m_squelch));
+    } else if (which == 1 && gets(RIG_LEVEL_SQL) && std::isfinite(value.f)) {
+        takeSquelch(value.f, reading);
     } else if (which == 2 && gets(RIG_LEVEL_CWPITCH)) {
         add(reading, Keys::BFOFrequency, QString::number(value.i));
     } else if (which == 3 && RadioAbilities::HasOffset(*rig)) {
@@ -290,20 +338,35 @@ void Radio::readOther(size_t which, ReceiverReading& reading) {
     }
 }
 
-ReceiverReading Radio::ReadAll() {
-    ReceiverReading reading = Measure();
+/// A knob is said from 0 to 1. Some programs say a level in dB, which may look like that until it is moved.
+void Radio::takeSquelch(float said, ReceiverReading& reading) {
+    if (!m_squelchIsInDecibels && (said < 0 || said > 1)) {
+        m_squelchIsInDecibels = true;
+        m_abilitiesAreKnown = false;
+    }
+    if (m_squelchIsInDecibels)
+        return;
+    m_squelch = static_cast<int>(std::lround(said * MaxSquelch));
+    add(reading, KeySquelchLevel, QString::number(m_squelch));
+}
+
+/// Where it is says what its level means.
+ReceiverReading Radio::readTuned() {
+    ReceiverReading reading;
     readTuning(reading);
+    measure(reading);
+    return reading;
+}
+
+ReceiverReading Radio::ReadAll() {
+    ReceiverReading reading = readTuned();
     for (size_t which = 0; which < OtherCount; ++which)
         readOther(which, reading);
     return reading;
 }
 
 ReceiverReading Radio::Poll() {
-    ReceiverReading reading;
-    readTuning(reading); // where it is says what its level means
-    ReceiverReading level = Measure();
-    reading.level = level.level;
-    reading.isSquelchOpen = level.isSquelchOpen;
+    ReceiverReading reading = readTuned();
     readOther(m_nextOther, reading);
     m_nextOther = (m_nextOther + 1) % OtherCount;
     return reading;
@@ -311,6 +374,12 @@ ReceiverReading Radio::Poll() {
 
 ReceiverReading Radio::Measure() {
     ReceiverReading reading;
+    measure(reading);
+    return reading;
+}
+
+void Radio::measure(ReceiverReading& reading) {
+    reading.isElsewhere = m_isElsewhere;
     value_t value{};
     if (rig_has_get_level(m_rig.get(), RIG_LEVEL_STRENGTH) &&
         check(rig_get_level(m_rig.get(), RIG_VFO_CURR, RIG_LEVEL_STRENGTH, &value), QString(), nullptr))
@@ -320,5 +389,4 @@ ReceiverReading Radio::Measure() {
     if (m_squelch > 0 && m_rig->caps->get_dcd &&
         check(rig_get_dcd(m_rig.get(), RIG_VFO_CURR, &dcd), QString(), nullptr))
         reading.isSquelchOpen = dcd == RIG_DCD_ON;
-    return reading;
 }

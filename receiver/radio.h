@@ -14,6 +14,7 @@ struct s_rig;
 struct RadioError {
     bool isRefusal; ///< it is there, but would not have us
     QString words;
+    bool isHangUp = false; ///< the line broke
 };
 
 /// What a radio is to do; what is not set stays.
@@ -43,10 +44,12 @@ public:
     Radio(const Radio&) = delete;
     Radio& operator=(const Radio&) = delete;
 
-    /// What it says of itself; may be empty.
+    /// What it says of itself, without what a tip would take for markup; may be empty.
     QString GetInfo() const;
-    std::vector<ReceiverAbility> GetAbilities() const;
-    /// Carries out what is wished; what the radio does not do is told in `refusals`.
+    /// What it can do, unless that is what was given last: what it says may tell more of it.
+    std::optional<std::vector<ReceiverAbility>> TakeNewAbilities();
+    /// Carries out what is wished; what the radio does not do is told in `refusals`. One that takes a
+    /// frequency and does not go there has not done it.
     void Set(const RadioWishes& wishes, QStringList& refusals);
     /// All that the panel shows.
     ReceiverReading ReadAll();
@@ -66,18 +69,26 @@ private:
     void configure(const char* name, const QByteArray& value);
     bool check(int code, const QString& what, QStringList* refusals);
     void setFrequency(double hertz, QStringList& refusals);
+    bool hasGoneTo(double hertz);
+    void setSquelch(int percent, QStringList& refusals);
     void setMode(const RadioWishes& wishes, QStringList& refusals);
     void setOthers(const RadioWishes& wishes, QStringList& refusals);
     void setAttenuation(QStringList& refusals);
     void readTuning(ReceiverReading& reading);
     void readOther(size_t which, ReceiverReading& reading);
+    void takeSquelch(float said, ReceiverReading& reading);
+    void measure(ReceiverReading& reading);
+    ReceiverReading readTuned();
 
     Handle m_rig;
-    int m_silences = 0; ///< questions without an answer since it told its frequency last
-    double m_frequency = 0;
+    int m_silences = 0;     ///< questions without an answer since it told its frequency last
+    double m_frequency = 0; ///< Hz
+    bool m_isElsewhere = false;
     quint64 m_mode = 0;
     int m_attenuation = 0;
     bool m_attenuates = false;
     int m_squelch = 0; ///< percent
+    bool m_squelchIsInDecibels = false;
+    bool m_abilitiesAreKnown = false; ///< as they are now
     size_t m_nextOther = 0;
 };

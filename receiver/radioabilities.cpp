@@ -53,14 +53,7 @@ ReceiverAbility frequency(const RIG& rig) {
         ability.min = std::ranges::min(ranges, {}, &freq_range_t::startf).startf;
         ability.max = std::ranges::max(ranges, {}, &freq_range_t::endf).endf;
     }
-    double smallest = 0;
-    for (const tuning_step_list& step : rig.state.tuning_steps) {
-        if (RIG_IS_TS_END(step))
-            break;
-        if (step.ts > RIG_TS_ANY && (smallest == 0 || static_cast<double>(step.ts) < smallest))
-            smallest = static_cast<double>(step.ts);
-    }
-    ability.step = std::max(smallest, 1.0);
+    ability.step = RadioAbilities::SmallestStep(rig);
     return ability;
 }
 
@@ -164,6 +157,17 @@ bool RadioAbilities::Receives(const RIG& rig, double hertz) {
     return ranges.empty() || std::ranges::any_of(ranges, [hertz](const freq_range_t& range) {
                return hertz >= range.startf && hertz <= range.endf;
            });
+}
+
+double RadioAbilities::SmallestStep(const RIG& rig) {
+    double smallest = 0;
+    for (const tuning_step_list& step : rig.state.tuning_steps) {
+        if (RIG_IS_TS_END(step))
+            break;
+        if (step.ts > RIG_TS_ANY && (smallest == 0 || static_cast<double>(step.ts) < smallest))
+            smallest = static_cast<double>(step.ts);
+    }
+    return std::max(smallest, 1.0);
 }
 
 QString RadioAbilities::ModeName(rmode_t mode) {

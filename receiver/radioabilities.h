@@ -9,6 +9,8 @@ namespace RadioAbilities {
 std::vector<ReceiverAbility> Of(RIG& rig);
 /// Whether a frequency (Hz) lies in one of its ranges; a radio that names none takes all.
 bool Receives(const RIG& rig, double hertz);
+/// The smallest step (Hz) in which it is tuned; at least 1.
+double SmallestStep(const RIG& rig);
 /// "USB"; empty for none.
 QString ModeName(rmode_t mode);
 /// RIG_MODE_NONE for a name that none has. FM of a broadcast's width (Hz) is WFM where the radio has that.

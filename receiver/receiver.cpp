@@ -176,9 +176,12 @@ bool Receiver::CanSet(const ReceiverSetting& setting) const {
 }
 
 QString Receiver::WhyNot(const ReceiverSetting& setting) const {
-    if (!liveOf(setting).isAble)
+    const Live& live = liveOf(setting);
+    if (!live.isAble)
         return tr("%1 does not let this be set").arg(GetName());
-    return m_state == ReceiverState::Connected || isOurs(setting) ? QString() : GetStateText();
+    if (m_state != ReceiverState::Connected && !isOurs(setting))
+        return GetStateText();
+    return live.whyNot.isEmpty() ? QString() : tr("%1: %2").arg(GetName(), live.whyNot);
 }
 
 QString Receiver::ProblemOf(const ReceiverSetting& setting, const QString& text) const {
@@ -301,10 +304,10 @@ void Receiver::settle(Live& live) {
     }
     coupleAntenna(*live.setting);
     updateOpen();
+    if (live.setting == m_live.front().setting)
+        emit Tuned(GetFrequency()); // before a level is measured there
     if (!m_collects)
         hand();
-    if (live.setting == m_live.front().setting)
-        emit Tuned(GetFrequency());
 }
 
 /// Entries know antennas by number, operators by name.
@@ -355,6 +358,7 @@ void Receiver::Attach(std::unique_ptr<ReceiverLink> link) {
     m_link = std::move(link);
     m_hasLevel = false;
     m_isSquelchOpen.reset();
+    m_isElsewhere = false;
     m_serial = 0;
     for (Live& live : m_live) {
         live.isAble = !live.setting->isOfRadios;
@@ -416,6 +420,7 @@ void Receiver::take(const std::vector<ReceiverAbility>& abilities) {
 
 void Receiver::takeAbility(Live& live, const ReceiverAbility& ability) {
     live.only = ability.only;
+    live.whyNot = ability.whyNot;
     if (auto* real = value_cast<ValueNumeric<double>>(live.value))
         real->SetMinMax(ability.min, ability.max, ability.step);
     else if (auto* whole = value_cast<ValueNumeric<int>>(live.value))
@@ -458,6 +463,7 @@ void Receiver::take(const ReceiverReading& reading) {
         }
     }
     m_isSquelchOpen = reading.isSquelchOpen;
+    m_isElsewhere = reading.isElsewhere;
     m_hasLevel = reading.level.has_value();
     emit Followed(reading.serial);
     if (!m_hasLevel && !m_isSquelchOpen)

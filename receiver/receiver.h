@@ -59,6 +59,8 @@ public:
     Value<bool>* GetOpen() const { return m_open; }
     /// Whether the radio's own squelch is open; nothing when the radio does not tell.
     std::optional<bool> IsSquelchOpen() const { return m_isSquelchOpen; }
+    /// Whether the radio has not gone to the frequency to which it was tuned last.
+    bool IsElsewhere() const { return m_isElsewhere; }
     /// Number of the newest change of a setting, counted up from 0 for each that is attached.
     quint64 GetSerial() const { return m_serial; }
     /// Hz.
@@ -100,6 +102,7 @@ private:
         QString accepted; ///< the text that the receiver follows
         bool isAble;
         std::vector<double> only = {}; ///< the numbers that it takes; empty for all within the limits
+        QString whyNot = {};           ///< why it cannot be set although it is able
         quint64 serial = 0;            ///< of its newest change
     };
 
@@ -131,6 +134,7 @@ private:
     QString m_words; ///< what was said of the state
     bool m_hasLevel = false;
     std::optional<bool> m_isSquelchOpen;
+    bool m_isElsewhere = false;
     quint64 m_serial = 0;
     std::vector<ReceiverWord> m_wishes; ///< not yet handed on
     bool m_collects = false;            ///< wishes wait for more of them

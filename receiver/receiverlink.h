@@ -22,6 +22,7 @@ struct ReceiverReading {
     std::vector<ReceiverWord> values;
     std::optional<double> level;       ///< dBµV
     std::optional<bool> isSquelchOpen; ///< of the radio's own squelch
+    bool isElsewhere = false;          ///< it has not gone to the frequency that was wished last
 };
 
 /// What does the receiving behind a `Receiver`, which owns it: a radio or a simulation of one. Nothing here

@@ -54,6 +54,7 @@ struct ReceiverAbility {
     double step = 1;
     std::vector<double> only = {}; ///< the numbers that it takes, rising; empty for all from min to max
     std::vector<Choice> choices = {};
+    QString whyNot = {}; ///< why it cannot be set although the radio has it; empty when it can
 };
 
 /// What a receiver of the kind can do with a setting.

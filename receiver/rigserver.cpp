@@ -78,6 +78,8 @@ Reply setMode(Receiver& receiver, const Words& words) {
 Reply getLevel(Receiver& receiver, const Words& words) {
     if (words.size() != 1 || words[0] != "STRENGTH")
         return {-RIG_EINVAL};
+    if (!receiver.HasLevel())
+        return {-RIG_ENAVAIL};
     const double level = receiver.GetLevel()->GetValue() - S9At(receiver.GetFrequency());
     return {RIG_OK, {{"STRENGTH", QByteArray::number(std::lround(level))}}};
 }
@@ -111,7 +113,7 @@ Reply getSplit(Receiver&, const Words&) {
 }
 
 Reply getInfo(Receiver& receiver, const Words&) {
-    return {RIG_OK, {{"Info", receiver.GetName().toUtf8()}}};
+    return {RIG_OK, {{"Info", receiver.GetName().simplified().toUtf8()}}};
 }
 
 Reply refuseToTransmit(Receiver&, const Words&) {
@@ -142,7 +144,8 @@ struct RigServer::Command {
     char letter; ///< 0 for none
     const char* name;
     Reply (*run)(Receiver& receiver, const Words& words);
-    bool isQuestion = true; ///< whose short answer has no code when all is well
+    bool isQuestion = true;  ///< whose short answer has no code when all is well
+    bool needsRadio = false; ///< without which nothing is known
 };
 
 namespace {
@@ -178,18 +181,26 @@ bool transmits(const QByteArray& name) {
 const RigServer::Command* RigServer::find(const QByteArray& name) const {
     static constexpr Command Refusal{0, "", refuseToTransmit, false};
     static constexpr Command Commands[] = {
-        {'f', "get_freq", getFrequency},  {'F', "set_freq", setFrequency, false},
-        {'m', "get_mode", getMode},       {'M', "set_mode", setMode, false},
-        {'v', "get_vfo", getVfo},         {'V', "set_vfo", setVfo, false},
-        {'l', "get_level", getLevel},     {'t', "get_ptt", getTransmits},
-        {'s', "get_split_vfo", getSplit}, {'_', "get_info", getInfo},
-        {0, "dump_state", dumpState},     {0, "chk_vfo", checkVfo},
-        {0, "get_powerstat", getPower},   {0, "get_lock_mode", getLockMode},
+        {'f', "get_freq", getFrequency, true, true},
+        {'F', "set_freq", setFrequency, false, true},
+        {'m', "get_mode", getMode, true, true},
+        {'M', "set_mode", setMode, false, true},
+        {'v', "get_vfo", getVfo},
+        {'V', "set_vfo", setVfo, false},
+        {'l', "get_level", getLevel, true, true},
+        {'t', "get_ptt", getTransmits},
+        {'s', "get_split_vfo", getSplit},
+        {'_', "get_info", getInfo},
+        {0, "dump_state", dumpState},
+        {0, "chk_vfo", checkVfo},
+        {0, "get_powerstat", getPower},
+        {0, "get_lock_mode", getLockMode},
     };
     if (transmits(name))
         return &Refusal;
     for (const Command& command : Commands) {
-        if (name == QByteArray(1, command.letter) || (name.startsWith('\\') && name.mid(1) == command.name))
+        if ((command.letter && name == QByteArray(1, command.letter)) ||
+            (name.startsWith('\\') && name.mid(1) == command.name))
             return &command;
     }
     return nullptr;
@@ -268,7 +279,11 @@ QByteArray RigServer::answer(const QByteArray& line) {
         command.insert(1, ' ');
     Words words = command.simplified().split(' ');
     const Command* known = find(words.takeFirst());
-    const Reply reply = known ? known->run(m_receiver, words) : Reply{-RIG_ENIMPL};
+    Reply reply{-RIG_ENIMPL};
+    if (known && known->needsRadio && m_receiver.GetState() != ReceiverState::Connected)
+        reply = {-RIG_EIO};
+    else if (known)
+        reply = known->run(m_receiver, words);
     QByteArray text;
     if (isLong && known)
         text +=

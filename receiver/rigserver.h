@@ -11,8 +11,8 @@ class Receiver;
 
 /// Answers other programs of this machine, such as loggers and decoders, in the line protocol that radio
 /// programs share: they read and set the receiver's frequency and mode, and read its level. What would key a
-/// transmitter is refused. Clients do not know of each other; one that sends lines without an
-/// end, or does not read its answers, is cut off.
+/// transmitter is refused, and while the receiver does not answer nothing is told of it. Clients do not know
+/// of each other; one that sends lines without an end, or does not read its answers, is cut off.
 class RigServer : public QObject {
     Q_OBJECT
 

@@ -22,10 +22,11 @@ public:
     double Bandwidth() const override;
 
 private:
+    void takeFrequency(double hertz);
     void takeLevel(double dbMicrovolt, quint64 serial);
 
     Receiver& m_receiver;
-    QString m_refused;                                 ///< what the receiver refused last, and why
+    QString m_refused;                                 ///< what the receiver refused first, and why
     double m_wanted = 0;                               ///< Hz
     quint64 m_serial = 0;                              ///< of the last change that tuning made
     std::optional<std::pair<double, quint64>> m_early; ///< level and serial, measured while tuning

@@ -43,12 +43,15 @@ signals:
     void RunningChanged(bool isRunning);
     /// A stop began, went on or, no longer active, ended.
     void StopChanged(const ScanStop& stop);
+    /// A step cannot be reached, in words.
+    void StepLeftOut(const QString& reason);
     /// The scan has ended for a reason that was not the operator's wish.
     void Ended(const QString& reason);
 
 private:
     void Update(Observable* subject, TChangeCode code) override;
     void ScanChanged() override;
+    void LeftOut(const QString& reason) override { emit StepLeftOut(reason); }
     void StopTold(const ScanStop& stop) override;
     void ScanEnded(const QString& reason) override;
     void obey(Names::Id command);

@@ -14,6 +14,7 @@ constexpr qint64 AnswerMilliseconds = 3000; ///< without a level, after which th
 constexpr qint64 RetryMilliseconds = 1000;
 constexpr int TriedAtOnce = 1000;  ///< steps that lead nowhere, before the event loop gets its turn
 constexpr double FineTuning = 500; ///< Hz, that may always be turned by hand
+constexpr size_t MostTold = 10;
 constexpr qint64 Never = std::numeric_limits<qint64>::max();
 
 qint64 milliseconds(double seconds) {
@@ -61,7 +62,9 @@ void Scanner::Start(std::unique_ptr<ScanPlan> plan, const ScanSettings& settings
     m_settings = settings;
     m_counts = {};
     m_unreachable.clear();
-    m_isHeld = m_isByHand = m_isWaiting = m_isTuned = m_passHadStep = m_planHadStep = false;
+    m_leftOut.clear();
+    m_reached = 0;
+    m_isHeld = m_isByHand = m_isWaiting = m_isTuned = m_planHadStep = false;
     m_priorityAt = m_clock.Now();
     guarded([this] {
         m_plan->Begin();
@@ -223,14 +226,17 @@ void Scanner::NotReached(const QString& reason) {
     if (!m_isTuned)
         return;
     guarded([this, reason] {
-        noteUnreachable(reason);
+        --m_reached;
+        noteUnreachable(m_step.frequency, reason);
         goOn();
     });
 }
 
-void Scanner::noteUnreachable(const QString& reason) {
+void Scanner::noteUnreachable(double hertz, const QString& reason) {
     ++m_counts.unreachable;
     m_unreachable = reason;
+    if (m_leftOut.size() < MostTold && m_leftOut.insert(std::llround(hertz)).second)
+        m_watcher.LeftOut(tr("%1 is left out: %2").arg(Quor::FrequencyText(hertz), reason));
 }
 
 /// Tuned beside the channel by hand, the receiver stays there: the scan does not take it away from the
@@ -332,11 +338,12 @@ void Scanner::next() {
     for (int tried = 0; tried < TriedAtOnce; ++tried) {
         ScanStep step;
         if (!m_plan->Next(step)) {
-            if (!m_passHadStep)
+            if (m_reached <= 0)
                 return End(whyNothing());
             if (++m_counts.passes == m_settings.passes)
                 return Stop();
-            m_passHadStep = m_planHadStep = false;
+            m_reached = 0;
+            m_planHadStep = false;
             m_plan->Begin();
             continue;
         }
@@ -379,19 +386,21 @@ bool Scanner::tune(const ScanStep& step) {
     m_step.item = nullptr;
     if (m_isTuned) {
         ++m_counts.steps;
-        m_passHadStep = true;
+        ++m_reached;
         return true;
     }
     m_step = before;
     if (m_receiver.WhySilent().isEmpty())
-        noteUnreachable(reason);
+        noteUnreachable(step.frequency, reason);
     return false;
 }
 
 /// When the priority channel is to be looked at, by the clock's `Now`.
 qint64 Scanner::priorityAt() const {
     const double priority = m_settings.priority;
-    return priority > 0 && !m_isAtPriority && !isLockedOut(priority) ? m_priorityAt : Never;
+    const bool isThere =
+        m_isAtPriority || (m_signal && std::llround(m_step.frequency) == std::llround(priority));
+    return priority > 0 && !isThere && !isLockedOut(priority) ? m_priorityAt : Never;
 }
 
 /// False when it cannot be reached; the scan is then where it was.

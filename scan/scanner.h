@@ -53,6 +53,8 @@ class ScanWatcher {
 public:
     /// Channel, state or counts are others now.
     virtual void ScanChanged() = 0;
+    /// A step cannot be reached, in words. Each is told once, and of many the first ones.
+    virtual void LeftOut(const QString& reason) = 0;
     /// A stop began, went on or, no longer active, ended; it ends before the next one begins.
     virtual void StopTold(const ScanStop& stop) = 0;
     /// The scan ended, for that reason; an empty one is the operator's wish.
@@ -135,7 +137,7 @@ private:
     void next();
     bool tune(const ScanStep& step);
     void retune();
-    void noteUnreachable(const QString& reason);
+    void noteUnreachable(double hertz, const QString& reason);
     qint64 priorityAt() const;
     bool lookAtPriority();
     void leavePriority();
@@ -159,10 +161,11 @@ private:
     std::optional<Signal> m_signal;
     std::optional<Away> m_away;
     QString m_reason;
-    QString m_unreachable; ///< why the last step that could not be reached could not
-    int m_levels = 0;      ///< that were measured at this step and count
-    qint64 m_settled = 0;  ///< from when on they do
-    qint64 m_heard = 0;    ///< when the receiver answered last
+    std::set<qint64> m_leftOut; ///< Hz, of the steps that were told
+    QString m_unreachable;      ///< why the last step that could not be reached could not
+    int m_levels = 0;           ///< that were measured at this step and count
+    qint64 m_settled = 0;       ///< from when on they do
+    qint64 m_heard = 0;         ///< when the receiver answered last
     qint64 m_priorityAt = 0;
     std::optional<Reading> m_early; ///< measured while the receiver is being tuned
     bool m_isTuned = false;         ///< to the step, by the scan
@@ -171,6 +174,6 @@ private:
     bool m_isByHand = false; ///< held, and tuned elsewhere
     bool m_isWaiting = false;
     bool m_isAtPriority = false;
-    bool m_passHadStep = false; ///< one that could be reached
+    qint64 m_reached = 0;       ///< steps of this pass
     bool m_planHadStep = false; ///< in this pass, reachable or not
 };

@@ -3449,6 +3449,14 @@ Fremdes: %2</translation>
         <source>%1 is no device</source>
         <translation>%1 ist kein Gerät</translation>
     </message>
+    <message>
+        <source>it gives its squelch in dB, not in percent of a knob</source>
+        <translation>es nennt seinen Squelch in dB, nicht in Prozent eines Reglers</translation>
+    </message>
+    <message>
+        <source>the radio stays at %1</source>
+        <translation>das Gerät bleibt bei %1</translation>
+    </message>
 </context>
 <context>
     <name>RadioProfile</name>
@@ -4501,6 +4509,10 @@ Fremdes: %2</translation>
     <message>
         <source>Nothing can be reached: %1</source>
         <translation>Nichts ist zu erreichen: %1</translation>
+    </message>
+    <message>
+        <source>%1 is left out: %2</source>
+        <translation>%1 wird ausgelassen: %2</translation>
     </message>
 </context>
 <context>

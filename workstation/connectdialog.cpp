@@ -120,6 +120,8 @@ void ConnectDialog::addConnection(QFormLayout& form) {
     m_timeout->setToolTip(tr("How long one answer of the radio may take"));
     form.addRow(tr("T&ime-out:"), m_timeout);
     connect(m_port, &QComboBox::editTextChanged, this, &ConnectDialog::showProblem);
+    connect(m_speed, &QComboBox::currentIndexChanged, this, &ConnectDialog::showProblem);
+    connect(m_timeout, &QSpinBox::valueChanged, this, &ConnectDialog::showProblem);
 }
 
 void ConnectDialog::addTest(QFormLayout& form) {
@@ -127,6 +129,7 @@ void ConnectDialog::addTest(QFormLayout& form) {
     m_test->setAutoDefault(false);
     m_test->setToolTip(tr("Connect for a moment and show what the radio answers; nothing is set"));
     m_answer->setObjectName(QStringLiteral("Answer"));
+    m_answer->setTextFormat(Qt::PlainText);
     m_answer->setWordWrap(true);
     m_answer->setMinimumHeight(3 * m_answer->fontMetrics().height());
     m_answer->setAlignment(Qt::AlignLeft | Qt::AlignTop);

@@ -45,6 +45,7 @@ ReceiverPanel::ReceiverPanel(Receiver& receiver, const NoiBands& bands, QWidget*
       m_form(new QFormLayout(this)) {
     m_form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     m_state->setObjectName(QStringLiteral("ReceiverState"));
+    m_state->setTextFormat(Qt::PlainText);
     m_form->addRow(m_state);
     for (const ReceiverSetting& setting : receiver.GetSettings()) {
         if (setting.title)

@@ -37,9 +37,10 @@ Scanning::Scanning(const Parts& parts)
     m_scan.SetPlan(ScanSource::NoiBands, [this](QString& reason) { return planBands(reason); });
     connect(&m_scan, &Scan::StopChanged, this, [this](const ScanStop& stop) { m_detections.Write(stop); });
     connect(&m_scan, &Scan::RunningChanged, this, &Scanning::follow);
-    connect(&m_scan, &Scan::Ended, this, [](const QString& reason) {
-        Problems::Report("scanning", {tr("Scan"), 0, reason});
-    });
+    for (const auto told : {&Scan::Ended, &Scan::StepLeftOut})
+        connect(&m_scan, told, this, [](const QString& reason) {
+            Problems::Report("scanning", {tr("Scan"), 0, reason});
+        });
     loadSettings();
     addToWindow();
     showNotes();

@@ -49,6 +49,10 @@ TEST(RadioCommands, TuneSetsWhatTheReceiverTakesAndPrintsIt) {
 TEST(RadioCommands, ARadioThatTellsNoLevelIsTuned) {
     BadServer server;
     server.others = {{"l STRENGTH", "RPRT -11\n"}};
+    server.onLine = [&](const QByteArray& line) {
+        if (line.startsWith("F "))
+            server.others["f"] = line.mid(2) + '\n';
+    };
     const CliResult result =
         Cli("tune", {"--receiver", "hamlib:2@" + server.Port(), "9410kHz", "USB", "2400"});
     EXPECT_EQ(result.exitCode, ExitDone) << result.err;

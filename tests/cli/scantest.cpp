@@ -4,8 +4,8 @@
 #include "receiver/receiver.h"
 #include "receiver/simulatedreceiver.h"
 #include "tests/cli/runcli.h"
+#include "tests/support/badserver.h"
 #include "tests/support/fulldisk.h"
-#include "tests/support/radioserver.h"
 
 #include <QProcess>
 #include <QTimer>
@@ -143,6 +143,23 @@ TEST_F(ScanTest, ARadioThatComesLateIsWaitedForAndScanned) {
     EXPECT_EQ(found, (std::vector<double>{7e6, 7.005e6, 7.01e6, 7.015e6, 7.02e6}));
     server.kill();
     server.waitForFinished();
+}
+
+TEST_F(ScanTest, ARadioThatStaysWhereItIsDetectsNothingElsewhere) {
+    BadServer server; // says that it is at 7055 kHz, whatever it is told
+    const CliResult result =
+        Cli(QStringList{"scan", "--receiver", "hamlib:2@" + server.Port(), "--range", "7055kHz-7056kHz",
+                        "--step", "500", "--passes", "2", "--threshold", "-40"} +
+            Quick + QStringList{"-"});
+    EXPECT_EQ(result.exitCode, ExitDone) << result.err;
+    const QList<QStringList> rows = Rows(result);
+    ASSERT_EQ(rows.size(), 2) << result.out;
+    for (const QStringList& row : rows)
+        EXPECT_EQ(row[2], "7055000");
+    for (const char* told : {"7055.500 kHz is left out: HF receiver: the radio stays at 7055.000 kHz",
+                             "7056.000 kHz is left out"}) {
+        EXPECT_EQ(QString::fromStdString(result.err).count(told), 1) << result.err;
+    }
 }
 
 TEST_F(ScanTest, AReceiverThatTheWorkstationKeepsIsFoundInItsSettings) {

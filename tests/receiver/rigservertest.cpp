@@ -108,6 +108,30 @@ private:
     QStringList& m_wished;
 };
 
+/// A radio that tells no level and can be lost.
+class LosableLink final : public ReceiverLink {
+public:
+    QString GetName() const override { return QStringLiteral("Losable"); }
+    void Begin() override { emit StateChanged(ReceiverState::Connected, QString()); }
+    void Set(const std::vector<ReceiverWord>&, quint64) override {}
+    void Lose() { emit StateChanged(ReceiverState::NoAnswer, QString()); }
+};
+
+TEST_F(SharedReceivers, WhatIsNotKnownIsNotTold) {
+    auto link = std::make_unique<LosableLink>();
+    LosableLink& radio = *link;
+    receiver->Attach(std::move(link));
+    const auto socket = join();
+    EXPECT_EQ(ask(*socket, "f\n", "\n"), "6060000\n");
+    EXPECT_EQ(ask(*socket, "l STRENGTH\n", "\n"), "RPRT -11\n");
+    EXPECT_EQ(ask(*socket, QByteArray("\0\n", 2), "\n"), "RPRT -4\n");
+    radio.Lose();
+    for (const char* line : {"f\n", "m\n", "l STRENGTH\n", "F 7055000\n", "M USB 2400\n"})
+        EXPECT_EQ(ask(*socket, line, "\n"), "RPRT -6\n") << line;
+    EXPECT_EQ(ask(*socket, "T 1\n", "\n"), "RPRT -11\n");
+    EXPECT_EQ(ask(*socket, "\\chk_vfo\n", "\n"), "0\n");
+}
+
 TEST_F(SharedReceivers, ABandwidthThatStaysIsSaidWithANewMode) {
     QStringList wished;
     receiver->Attach(std::make_unique<WishLink>(wished));

@@ -28,8 +28,13 @@ TEST_F(SerialRadios, ConnectingSetsNothingAndTuningSetsWhatIsTuned) {
 }
 
 TEST_F(SerialRadios, TheMetersS9IsAnotherLevelOnShortWaveThanAbove) {
+    radio.settings["FA"] = "00144800000";
+    std::optional<double> first;
+    QObject::connect(receiver.get(), &Receiver::Measured,
+                     [&](double level, quint64) { first = first.value_or(level); });
     attachSerial();
     ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
+    EXPECT_EQ(first, 14.0) << "where it is is known before its level";
     for (const auto& [hertz, level] : {std::pair{29.9e6, 34.0}, {144.8e6, 14.0}}) {
         ASSERT_TRUE(receiver->Tune(hertz)) << told();
         ASSERT_TRUE(isMeasured()) << told();

@@ -186,6 +186,17 @@ TEST_F(Scans, FromASignalItComesBackToThePriorityChannelAndStaysThereWhenItIsHea
                 testing::Not(testing::Contains(5e6)));
 }
 
+TEST_F(Scans, ASignalOnThePriorityChannelIsOneDetectionWhoeverFoundIt) {
+    settings.priority = Low;
+    settings.prioritySeconds = 1;
+    addSignal(Low, 300, 60'000);
+    start();
+    run(5000);
+    EXPECT_THAT(receiver.tuned, ElementsAre(Low, Low)) << "at first in vain";
+    EXPECT_EQ(told.stops.size(), 1u);
+    EXPECT_TRUE(told.stops[1].isActive);
+}
+
 TEST_F(Scans, APriorityChannelThatIsDueAlreadyLeavesTheOthersTheirTurn) {
     settings.priority = 5e6;
     settings.prioritySeconds = 0.1; // less than a step takes
@@ -300,6 +311,7 @@ TEST_F(Scans, WhatCannotBeReachedIsLeftOutAndNothingAtAllEndsTheScan) {
     run(2 * 230 + 100);
     EXPECT_THAT(receiver.tuned, ElementsAre(Middle, High, Middle));
     EXPECT_EQ(scanner.GetCounts().unreachable, 2u);
+    EXPECT_EQ(told.leftOut, QStringList("7000.000 kHz is left out: too low"));
     receiver.lowest = 1e9;
     run(1000);
     EXPECT_EQ(told.ended, QString("Nothing can be reached: too low"));
@@ -308,11 +320,21 @@ TEST_F(Scans, WhatCannotBeReachedIsLeftOutAndNothingAtAllEndsTheScan) {
     EXPECT_FALSE(scanner.IsRunning());
 }
 
+TEST_F(Scans, AReceiverThatFollowsNowhereEndsTheScan) {
+    receiver.measures = false;
+    start();
+    for (int steps = 0; steps < 3; ++steps)
+        receiver.Refuse("it stays");
+    EXPECT_EQ(told.ended, QString("Nothing can be reached: it stays"));
+    EXPECT_THAT(receiver.tuned, ElementsAre(Low, Middle, High));
+}
+
 TEST_F(Scans, ManyPlacesThatCannotBeReachedDoNotTakeTheWindowsTime) {
     receiver.lowest = 9e6;
     scanner.Start(std::make_unique<SpanPlan>(std::vector<SpanPlan::Span>{{0, High}}, 1, ""), settings);
     EXPECT_EQ(scanner.GetCounts().unreachable, 1000u) << "then others have their turn";
     EXPECT_EQ(clock.due, clock.now);
+    EXPECT_EQ(told.leftOut.size(), 10) << "more tell nothing new";
 }
 
 TEST_F(Scans, WhatAReceiverThrowsEndsTheScan) {

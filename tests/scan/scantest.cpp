@@ -24,12 +24,15 @@ public:
         serial = newest;
         for (const ReceiverWord& word : words)
             wishes[Names::Text(word.key)] = word.text;
+        if (atOnce)
+            Measure(*atOnce);
     }
     /// Reads the radio, which stands at another frequency when one is given.
     void Measure(double level, const char* frequency = nullptr) {
         ReceiverReading reading;
         reading.serial = serial;
         reading.level = level;
+        reading.isElsewhere = isElsewhere;
         if (frequency)
             reading.values = {{Keys::KeyFrequency, QString::fromLatin1(frequency)}};
         emit Read(reading);
@@ -37,6 +40,8 @@ public:
     void Lose() { emit StateChanged(ReceiverState::NoAnswer, QStringLiteral("nobody is there")); }
 
     quint64 serial = 0;
+    std::optional<double> atOnce; ///< the level (dBµV), if it is measured while it is set
+    bool isElsewhere = false;     ///< it does not go where it is told to
     std::map<QString, QString> wishes;
 };
 
@@ -192,11 +197,42 @@ TEST_F(ChannelScans, ARadioThatDoesNotFollowIsPassedOver) {
     EXPECT_TRUE(stops.empty());
     EXPECT_EQ(receiver->GetFrequency(), 6e6);
     EXPECT_EQ(read(ScanKeys::Unreachable), "1");
-    step(-30);
+    EXPECT_EQ(step(-30), 7e6);
+    link->isElsewhere = true;
+    link->Measure(90, "7000200");
+    EXPECT_TRUE(stops.empty()) << "it stays near by";
+    link->isElsewhere = false;
+    EXPECT_EQ(step(-30), 7e6);
     link->Measure(-30);
     link->Measure(-30, "9990000"); // by hand, now that it had followed
     EXPECT_EQ(read(ScanKeys::Hold), "true");
     EXPECT_EQ(read(ScanKeys::Reason), "Tuned by hand to 9990.000 kHz");
+}
+
+TEST_F(ChannelScans, WhoTunesWhileTheRadioFollowsTheScanHasIt) {
+    addChannel(7e6, "LSB", 30);
+    addChannel(6e6, "AM", 50);
+    ASSERT_TRUE(scan->Start());
+    ASSERT_TRUE(receiver->Tune(7000800)); // a correction
+    link->Measure(-30);
+    EXPECT_EQ(read(ScanKeys::Unreachable), "0");
+    clock.Fire();
+    ASSERT_EQ(receiver->GetFrequency(), 6e6);
+    ASSERT_TRUE(receiver->Tune(9990000));
+    link->Measure(90);
+    EXPECT_EQ(receiver->GetFrequency(), 9990000);
+    EXPECT_EQ(read(ScanKeys::Reason), "Tuned by hand to 9990.000 kHz");
+    EXPECT_EQ(read(ScanKeys::Unreachable), "0");
+    EXPECT_TRUE(stops.empty());
+}
+
+TEST_F(ChannelScans, ALevelWhereSomebodyElseHasTunedIsNoneOfTheChannel) {
+    addChannel(7e6, "LSB", 30);
+    ASSERT_TRUE(scan->Start());
+    link->Measure(-30);
+    link->atOnce = 90;
+    ASSERT_TRUE(receiver->Tune(9990000));
+    EXPECT_TRUE(stops.empty());
 }
 
 TEST_F(ChannelScans, APriorityChannelOutOfReachDoesNotTakeItFromASignal) {

@@ -68,6 +68,7 @@ public:
 /// What a scan told.
 struct Told final : ScanWatcher {
     void ScanChanged() override {}
+    void LeftOut(const QString& reason) override { leftOut << reason; }
     void StopTold(const ScanStop& stop) override {
         stops[stop.number] = stop;
         order.push_back(stop);
@@ -76,6 +77,7 @@ struct Told final : ScanWatcher {
 
     std::map<quint64, ScanStop> stops; ///< as they were told last
     std::vector<ScanStop> order;
+    QStringList leftOut;
     std::optional<QString> ended;
 };
 

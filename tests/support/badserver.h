@@ -5,6 +5,7 @@
 #include <QMap>
 #include <QTcpServer>
 
+#include <functional>
 #include <vector>
 
 /// A server that begins well and then misbehaves.
@@ -16,9 +17,16 @@ public:
         EXPECT_TRUE(m_server.listen(QHostAddress::LocalHost));
         QObject::connect(&m_server, &QTcpServer::newConnection, [this] {
             QTcpSocket* client = m_server.nextPendingConnection();
-            QObject::connect(client, &QTcpSocket::readyRead, client, [this, client] {
+            int answers = ++clients <= hangsUpOn ? answersBefore : -1;
+            if (answers == 0)
+                return client->abort();
+            QObject::connect(client, &QTcpSocket::readyRead, client, [this, client, answers]() mutable {
                 while (client->canReadLine()) {
                     lines << client->readLine().trimmed();
+                    if (answers-- == 0)
+                        return client->abort();
+                    if (onLine)
+                        onLine(lines.last());
                     reply(*client, lines.last());
                 }
             });
@@ -37,8 +45,12 @@ public:
     }
 
     Manner manner = Manner::Good;
-    QList<QByteArray> lines;               ///< that came so far
-    QMap<QByteArray, QByteArray> others{}; ///< answers of its own in place of the usual ones
+    int clients = 0;                                      ///< that came so far
+    int hangsUpOn = 0;                                    ///< so many of them, the first ones,
+    int answersBefore = 0;                                ///< after so many answers
+    QList<QByteArray> lines;                              ///< that came so far
+    QMap<QByteArray, QByteArray> others{};                ///< answers of its own in place of the usual ones
+    std::function<void(const QByteArray& line)> onLine{}; ///< called before it is answered
 
 private:
     QByteArray goodReply(const QByteArray& line) const {
@@ -46,7 +58,7 @@ private:
             {"\\chk_vfo", "0\n"},
             {"\\dump_state",
              "0\n2\n0\n100000 2000000000 0x2f -1 -1 0x1 0x0\n0 0 0 0 0 0 0\n0 0 0 0 0 0 0\n"
-             "0x2f 1\n0 0\n0x2f 0\n0 0\n0\n0\n0\n0\n0\n0\n0x0\n0x0\n0x40000020\n0x0\n0x0\n0x0\n"},
+             "0x2f 1\n0 0\n0x2f 0\n0 0\n0\n0\n0\n0\n0\n0\n0x0\n0x0\n0x40000020\n0x20\n0x0\n0x0\n"},
             {"f", "7055000\n"},
             {"m", "USB\n2400\n"},
             {"v", "VFOA\n"},

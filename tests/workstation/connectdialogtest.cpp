@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -95,6 +96,8 @@ TEST_F(ConnectDialogs, ATestShowsWhatTheRadioAnswers) {
             return part<QLabel>(dialog, "Answer")->text().contains(words);
         })) << part<QLabel>(dialog, "Answer")->text().toStdString();
         EXPECT_FALSE(part<QLabel>(dialog, "Answer")->text().contains("again")) << "a test is made once";
+        dialog.findChild<QSpinBox*>()->setValue(profile.timeout + 100);
+        EXPECT_EQ(part<QLabel>(dialog, "Answer")->text(), "") << "that was another connection";
     }
     EXPECT_TRUE(HamlibReceiver::WaitForAll(std::chrono::milliseconds(Patience)));
 }

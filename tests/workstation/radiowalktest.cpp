@@ -39,13 +39,19 @@ protected:
         window().activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window(), Patience));
     }
-    /// What the radio library's own client says, with the window at work meanwhile.
+    /// What the radio library's own client says, with the window at work meanwhile. It is asked again where
+    /// the server hangs up on it.
     std::string rigctl(const QStringList& command) const {
-        QProcess client;
-        client.setProcessChannelMode(QProcess::MergedChannels);
-        client.start("rigctl", QStringList{"-m", "2", "-r", server.Port()} + command);
-        EXPECT_TRUE(Until([&] { return client.state() == QProcess::NotRunning; }));
-        return client.readAll().trimmed().toStdString();
+        QByteArray said;
+        EXPECT_TRUE(Until([&] {
+            QProcess client;
+            client.setProcessChannelMode(QProcess::MergedChannels);
+            client.start("rigctl", QStringList{"-m", "2", "-r", server.Port()} + command);
+            const bool hasEnded = Until([&] { return client.state() == QProcess::NotRunning; });
+            said = client.readAll().trimmed();
+            return !hasEnded || client.exitCode() == 0;
+        })) << said.toStdString();
+        return said.toStdString();
     }
     template <typename Condition>
     static bool comes(Condition condition) {
