@@ -281,7 +281,7 @@ QByteArray EntryLayout::Encode() const {
     return writer.Take();
 }
 
-std::optional<EntryLayout> EntryLayout::Decode(QByteArrayView bytes) {
+std::optional<EntryLayout> EntryLayout::Decode(QByteArrayView bytes, NewNames newNames) {
     Wire::Reader reader(bytes);
     EntryLayout layout;
     const QString name = takeName(reader);
@@ -303,11 +303,16 @@ std::optional<EntryLayout> EntryLayout::Decode(QByteArrayView bytes) {
     }
     if (!reader.IsDone() || layout.m_fields.empty())
         return std::nullopt;
-    // Names stay until the process ends: only those of a good layout are kept.
-    layout.m_name = Names::Intern(name);
+    bool areKnown = true;
+    const auto idOf = [&](const QString& text) {
+        const Names::Id id = newNames == NewNames::Kept ? Names::Intern(text) : Names::Find(text);
+        areKnown = areKnown && id != Names::Unknown;
+        return id;
+    };
+    layout.m_name = idOf(name);
     for (size_t i = 0; i < names.size(); ++i)
-        layout.m_fields[i].name = Names::Intern(names[i]);
-    return layout;
+        layout.m_fields[i].name = idOf(names[i]);
+    return areKnown ? std::optional(std::move(layout)) : std::nullopt;
 }
 
 void EntryLayout::Put(Wire::Writer& writer, const Node& entry) const {

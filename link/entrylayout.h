@@ -21,8 +21,10 @@ public:
     static EntryLayout Of(Names::Id name, const std::vector<Shape::Field>& fields);
 
     QByteArray Encode() const;
+    /// Names stay until the process ends: those of a stranger's layout are only looked up.
+    enum class NewNames { Kept, Refused };
     /// None for bytes that are no layout.
-    static std::optional<EntryLayout> Decode(QByteArrayView bytes);
+    static std::optional<EntryLayout> Decode(QByteArrayView bytes, NewNames newNames = NewNames::Kept);
 
     /// The contents of an entry of this layout.
     void Put(Wire::Writer& writer, const Node& entry) const;

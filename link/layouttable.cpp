@@ -38,6 +38,15 @@ bool LayoutTable::Put(quint32 number, QByteArrayView bytes) {
     return true;
 }
 
+quint64 LayoutTable::Checksum(quint32 count) const {
+    Wire::Checksum sum = m_sum;
+    for (quint32 number = count; number < Count(); ++number) {
+        if (m_rows[number].layout)
+            sum.Remove(Wire::Hash(m_rows[number].bytes));
+    }
+    return sum.Sum();
+}
+
 const EntryLayout* LayoutTable::At(quint32 number) const {
     return number < m_rows.size() && m_rows[number].layout ? &*m_rows[number].layout : nullptr;
 }

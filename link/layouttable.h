@@ -19,8 +19,8 @@ public:
     const EntryLayout* Similar(const EntryLayout& layout) const;
     const QByteArray& Bytes(quint32 number) const { return m_rows[number].bytes; }
     quint32 Count() const { return static_cast<quint32>(m_rows.size()); }
-    /// Of all; layouts that are missing do not count.
-    quint64 Checksum() const { return m_sum.Sum(); }
+    /// Of so many first ones; layouts that are missing do not count.
+    quint64 Checksum(quint32 count) const;
     void Clear();
 
 private:

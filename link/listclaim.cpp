@@ -6,6 +6,9 @@ ListClaim::ListClaim(Seat& seat, const QByteArray& listTopic) : m_seat(seat), m_
     m_patience.setSingleShot(true);
     m_patience.setInterval(Seat::PatienceMilliseconds);
     connect(&m_patience, &QTimer::timeout, this, &ListClaim::publish);
+    m_repair.setSingleShot(true);
+    m_repair.setInterval(Seat::PatienceMilliseconds);
+    connect(&m_repair, &QTimer::timeout, this, &ListClaim::Overwritten);
 }
 
 ListClaim::~ListClaim() {
@@ -17,10 +20,8 @@ void ListClaim::Start() {
     MessageBus& bus = m_seat.Bus();
     m_subscriptions.push_back(
         bus.Subscribe(m_topic + "/claim", [this](const auto&, const auto& payload) { take(payload); }));
-    m_subscriptions.push_back(bus.Subscribe(m_topic + "/manifest", [this](const auto&, const auto& payload) {
-        if (m_state == State::Claiming)
-            m_manifest = Messages::Manifest::Decode(payload);
-    }));
+    m_subscriptions.push_back(bus.Subscribe(
+        m_topic + "/manifest", [this](const auto&, const auto& payload) { takeManifest(payload); }));
     connect(&bus, &MessageBus::StateChanged, this, &ListClaim::busChanged);
     connect(&m_seat, &Seat::Appeared, this, [this](const QByteArray& who) {
         if (m_patience.isActive() && m_latest && m_latest->seat.toUtf8() == who)
@@ -41,6 +42,8 @@ void ListClaim::Start() {
 void ListClaim::setState(State state, const QString& reason) {
     if (state != State::Claiming)
         m_patience.stop();
+    if (state != State::Serving)
+        m_repair.stop();
     if (m_state == state && m_reason == reason)
         return;
     m_state = state;
@@ -71,6 +74,7 @@ void ListClaim::busChanged() {
     if (m_state == State::Refused)
         return;
     m_patience.stop();
+    m_contender.reset();
     if (!m_seat.Bus().IsOnline())
         return setState(State::Offline);
     m_latest.reset();
@@ -90,9 +94,27 @@ void ListClaim::take(const QByteArray& payload) {
     if (isOwn())
         m_sawOwn = true;
     else if (IsServing())
-        publish(); // whoever claims later is the second
+        contest();
     else if (!m_sawOwn)
         m_rival = m_latest->seat.toUtf8();
+}
+
+/// Whoever claims later is the second, and hears so by the claim of this one. Only one that serves the list
+/// already, since this one did not answer it, claims again.
+void ListClaim::contest() {
+    if (m_contender == m_latest->nonce)
+        return refuse(m_latest->seat.toUtf8());
+    m_contender = m_latest->nonce;
+    m_repair.start();
+    publish();
+}
+
+void ListClaim::takeManifest(const QByteArray& payload) {
+    const auto manifest = Messages::Manifest::Decode(payload);
+    if (m_state == State::Claiming)
+        m_manifest = manifest;
+    else if (IsServing() && manifest && manifest->server.toUtf8() != m_seat.Path())
+        m_repair.start();
 }
 
 /// A claim that stands at the bus may be that of a seat which has gone: it is asked.

@@ -5,7 +5,8 @@
 /// Which of the seats of a site serves a list: one alone. Each that wants to publishes a claim, which the bus
 /// retains; as all seats see claims in the same order, the first one holds, for as long as its seat is there.
 /// Where another one serves the list already, this one is refused, for good; when the connection breaks, it
-/// claims anew by itself.
+/// claims anew by itself. A seat that stood still for so long that another one took the list over gives way
+/// to that one.
 class ListClaim : public QObject {
     Q_OBJECT
 
@@ -34,6 +35,8 @@ signals:
     void StateChanged();
     /// The list is this seat's, which publishes now what the bus lacks; the state is `Serving` afterwards.
     void Won();
+    /// Another one, which has given way, has published something of the list.
+    void Overwritten();
 
 private:
     void setState(State state, const QString& reason = {});
@@ -42,6 +45,8 @@ private:
     void publish();
     void decide();
     void take(const QByteArray& payload);
+    void takeManifest(const QByteArray& payload);
+    void contest();
     void refuse(const QByteArray& holder);
     void refuseReading();
     void lookAtRights();
@@ -55,6 +60,8 @@ private:
     std::optional<Messages::Manifest> m_manifest;
     QByteArray m_rival; ///< whose claim came before ours
     bool m_sawOwn = false;
-    QTimer m_patience; ///< for the holder of an old claim to say that it is there
+    std::optional<quint64> m_contender; ///< nonce of another one that claimed what is served here
+    QTimer m_repair;                    ///< runs while such a one may still publish something
+    QTimer m_patience;                  ///< for the holder of an old claim to say that it is there
     std::vector<std::unique_ptr<MessageBus::Subscription>> m_subscriptions;
 };

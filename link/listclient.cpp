@@ -1,6 +1,7 @@
 #include "link/listclient.h"
 
 #include "host/valuetree/tree.h"
+#include "link/bycontents.h"
 #include "link/inturns.h"
 #include "link/topics.h"
 
@@ -31,8 +32,10 @@ ListClient::ListClient(ListReader& reader, const SharedList& list)
         m_fileLoaded.Reset(GetOrCreateValue<Value<bool>>(path + QStringLiteral("_FileLoaded")));
         m_fileName.Reset(GetOrCreateValue<Value<QString>>(path + QStringLiteral("_FileName")));
     }
-    m_answers = reader.GetSeat().Bus().Subscribe(reader.Topic() + "/answer/" + reader.GetSeat().Path(),
-                                                 [this](const auto&, const auto& p) { takeAnswer(p); });
+    m_answers = reader.GetSeat().Bus().Subscribe(
+        reader.Topic() + "/answer/" + reader.GetSeat().Path(),
+        [this](const auto&, const auto& payload) { takeAnswer(payload); }, MessageBus::Waits::ForWork,
+        MessageBus::Keep::No);
     connect(&reader, &ListReader::RowsChanged, this, &ListClient::takeRows);
     connect(&reader, &ListReader::StateChanged, this, &ListClient::stateChanged);
     connect(&reader, &ListReader::FileChanged, this, &ListClient::takeFile);
@@ -99,15 +102,17 @@ void ListClient::showRows(const ListCopy::Changed& changed) {
 
 /// The answer to a request may have been lost with the server: then its entry is among the rows.
 void ListClient::dropAddedThatAreHere() {
-    for (const auto& [serial, asked] : std::map(m_adding)) {
-        const auto isIt = [this, &contents = asked.request.contents](const auto& row) {
-            return !m_mirror.Has(row.first) && row.second.Content().contents == contents;
-        };
-        const auto& rows = m_reader.Copy().GetRows();
-        if (std::none_of(rows.begin(), rows.end(), isIt))
+    if (m_adding.empty())
+        return;
+    ByContents added;
+    for (const auto& [serial, asked] : m_adding)
+        added.Add(Wire::Hash(asked.request.contents), serial);
+    for (const auto& [id, row] : m_reader.Copy().GetRows()) {
+        const auto serial = m_mirror.Has(id) ? std::nullopt : added.Take(Wire::Hash(row.Content().contents));
+        if (!serial)
             continue;
-        m_adding.erase(serial);
-        m_list.node->DeleteNode(m_list.node->ChildBySerial(serial));
+        m_adding.erase(*serial);
+        m_list.node->DeleteNode(m_list.node->ChildBySerial(*serial));
     }
 }
 
@@ -191,7 +196,9 @@ void ListClient::settleAdded(quint32 serial, EntryId id) {
 /// A newly loaded list is announced when it is here.
 void ListClient::takeFile() {
     const auto& file = m_reader.File();
-    if (!file || !m_mirror.IsShown() || m_reader.Copy().Revision() < file->revision)
+    // Revisions of an earlier server tell nothing of this one's.
+    const ListCopy& copy = m_reader.Copy();
+    if (!file || !m_mirror.IsShown() || !copy.IsWhole() || copy.Revision() < file->revision)
         return;
     setFileValues();
     if (!file->isLoaded || m_announced == file->announced)

@@ -58,7 +58,8 @@ private:
     using EntryId = Messages::EntryId;
     struct Asked {
         Messages::Request request;
-        QByteArray before; ///< contents that it changes
+        QByteArray before;      ///< contents that it changes
+        quint64 generation = 0; ///< of the list on whose revision it is
         bool isAccepted = false;
         EntryId id = 0; ///< of an added entry, once it is known
     };
@@ -89,6 +90,7 @@ private:
     void refuseChange(EntryId id, const QString& reason);
     void refuseAdded(quint32 serial, const QString& reason);
     void refuseRemoved(EntryId id, const QString& reason);
+    Node* takeBack(EntryId id);
     void refuseLoading(const QString& reason);
     void refuseAll(const QString& reason);
     void askAgain();
@@ -109,7 +111,6 @@ private:
     /// Requests that are repeated so often without any answer are given up.
     static constexpr int MostUnanswered = 3;
 
-    quint64 m_lastNumber = 0;
     quint64 m_helloNumber = 0;
     std::optional<Messages::Request> m_loading; ///< a file, until that is answered
     std::map<EntryId, Asked> m_changing;

@@ -22,25 +22,38 @@ QString loadingTitle() {
 
 } // namespace
 
-/// Rows in the making.
+/// Rows in the making. Chunks are of several revisions: an entry that was removed and taken back may stand in
+/// two of them, of which the newer one holds.
 struct ListCopy::Assembled {
     Rows rows;
     Wire::Checksum sum;
 
-    void Put(Messages::EntryId id, quint32 chunk, QByteArrayView bytes) {
-        Row& row = rows[id];
-        if (!row.bytes.isNull())
+    void Put(const Messages::Row& content, quint32 chunk, QByteArrayView bytes) {
+        Row& row = rows[content.id];
+        if (!row.bytes.isNull()) {
+            if (row.Content().revision > content.revision)
+                return;
             sum.Remove(Wire::Hash(row.bytes));
+        }
         sum.Add(Wire::Hash(bytes));
         row = {chunk, bytes.toByteArray()};
     }
-    void Remove(Messages::EntryId id) {
-        if (const auto found = rows.find(id); found != rows.end()) {
+    /// From this chunk, not from one that it has come to since.
+    void Remove(Messages::EntryId id, quint32 chunk) {
+        if (const auto found = rows.find(id); found != rows.end() && found->second.chunk == chunk) {
             sum.Remove(Wire::Hash(found->second.bytes));
             rows.erase(found);
         }
     }
 };
+
+namespace {
+
+ListCopy::Taken atLeastProgress(ListCopy::Taken taken) {
+    return taken == ListCopy::Taken::Nothing ? ListCopy::Taken::Progress : taken;
+}
+
+} // namespace
 
 const ListCopy::Row* ListCopy::Find(Messages::EntryId id) const {
     const auto found = m_rows.find(id);
@@ -72,13 +85,13 @@ ListCopy::Taken ListCopy::TakeManifest(QByteArrayView bytes) {
     }
     m_manifest = std::move(manifest);
     m_chunks.resize(std::max<size_t>(m_chunks.size(), m_manifest->chunks));
-    return complete();
+    return isOther ? atLeastProgress(complete()) : complete();
 }
 
 ListCopy::Taken ListCopy::TakeLayout(quint32 number, QByteArrayView bytes) {
     if (number < m_layouts.Count() && m_layouts.At(number) && m_layouts.Bytes(number) == bytes)
         return Taken::Nothing;
-    return m_layouts.Put(number, bytes) ? complete() : Taken::Garbage;
+    return m_layouts.Put(number, bytes) ? atLeastProgress(complete()) : Taken::Garbage;
 }
 
 ListCopy::Taken ListCopy::TakeChunk(quint32 number, const QByteArray& bytes) {
@@ -92,9 +105,10 @@ ListCopy::Taken ListCopy::TakeChunk(quint32 number, const QByteArray& bytes) {
     Held& held = m_chunks[number];
     if (!held.bytes.isEmpty() && held.revision >= chunk->revision)
         return Taken::Nothing;
-    m_heldChunks += held.bytes.isEmpty() ? 1 : 0;
+    const bool wasMissing = held.bytes.isEmpty();
+    m_heldChunks += wasMissing ? 1 : 0;
     held = {chunk->revision, bytes};
-    return complete();
+    return wasMissing ? atLeastProgress(complete()) : complete();
 }
 
 ListCopy::Taken ListCopy::TakeDelta(const QByteArray& bytes) {
@@ -104,18 +118,19 @@ ListCopy::Taken ListCopy::TakeDelta(const QByteArray& bytes) {
     const bool isOld = m_isCurrent && delta->revision <= m_revision;
     if (!m_manifest || delta->generation != m_manifest->generation || isOld || m_deltas.size() > MostDeltas)
         return Taken::Nothing;
-    m_deltas[delta->revision] = bytes;
-    return complete();
+    // One that has just been made was not missing.
+    const bool wasMissing =
+        m_deltas.insert_or_assign(delta->revision, bytes).second && delta->revision <= m_manifest->revision;
+    return wasMissing ? atLeastProgress(complete()) : complete();
 }
 
+/// Those with higher numbers may be of an earlier life of the list.
 bool ListCopy::hasLayouts() const {
-    if (m_layouts.Count() < m_manifest->layouts)
-        return false;
-    return m_layouts.Count() > m_manifest->layouts || m_layouts.Checksum() == m_manifest->layoutChecksum;
+    return m_layouts.Checksum(m_manifest->layouts) == m_manifest->layoutChecksum;
 }
 
 bool ListCopy::IsWhole() const {
-    return m_isCurrent && m_revision >= m_manifest->revision;
+    return m_isCurrent && m_revision == m_manifest->revision && hasLayouts();
 }
 
 std::vector<quint32> ListCopy::MissingChunks(size_t most) const {
@@ -135,9 +150,9 @@ void ListCopy::DropAssembly() {
 
 ListCopy::Taken ListCopy::complete() {
     if (!m_manifest || !hasLayouts())
-        return Taken::Progress;
+        return Taken::Nothing;
     if (!m_isCurrent)
-        return assembleIfAllIsHere();
+        return hasChunksAndLog() ? assemble() : Taken::Nothing;
     if (applyDeltas())
         return Taken::Changed;
     // The log has gone on without us.
@@ -145,11 +160,12 @@ ListCopy::Taken ListCopy::complete() {
         m_isCurrent = false;
         DropAssembly();
     }
-    return Taken::Progress;
+    return Taken::Nothing;
 }
 
 bool ListCopy::isRow(const std::optional<Messages::Row>& row) const {
-    const EntryLayout* const layout = row ? m_layouts.At(row->layout) : nullptr;
+    const bool isCounted = row && row->layout < m_manifest->layouts;
+    const EntryLayout* const layout = isCounted ? m_layouts.At(row->layout) : nullptr;
     return layout && layout->AreContents(row->contents);
 }
 
@@ -159,9 +175,9 @@ bool ListCopy::apply(const Delta& delta, Assembled& to, const std::vector<Held>*
         if (chunks && step.chunk < chunks->size() && (*chunks)[step.chunk].revision >= delta.revision)
             continue;
         if (step.removed != 0)
-            to.Remove(step.removed);
+            to.Remove(step.removed, step.chunk);
         else if (const auto row = Messages::Row::Read(step.row))
-            to.Put(row->id, step.chunk, step.row);
+            to.Put(*row, step.chunk, step.row);
         else
             return false;
     }
@@ -179,57 +195,48 @@ bool ListCopy::putChunks(Assembled& assembled) const {
             const auto row = Messages::Row::Read(bytes);
             if (!isRow(row))
                 return false;
-            assembled.Put(row->id, static_cast<quint32>(number), bytes);
+            assembled.Put(*row, static_cast<quint32>(number), bytes);
         }
     }
     return true;
 }
 
-/// Makes the rows of all chunks and of the log, if both are there.
-ListCopy::Taken ListCopy::assembleIfAllIsHere() {
+/// Whether the rows of the manifest can be made.
+bool ListCopy::hasChunksAndLog() const {
     if (m_isInconsistent || m_heldChunks < m_manifest->chunks || !MissingChunks(1).empty())
-        return Taken::Progress;
-    m_deltas.erase(m_deltas.begin(), m_deltas.lower_bound(m_manifest->logFrom));
-    Messages::Revision last = m_manifest->logFrom - 1;
-    for (const auto& delta : m_deltas) {
-        if (delta.first == last + 1)
-            last = delta.first;
-    }
-    Messages::Revision wanted = m_manifest->revision;
-    for (const Held& chunk : m_chunks)
-        wanted = std::max(wanted, chunk.revision);
-    if (last < wanted)
-        return Taken::Progress;
-    Taken taken = Taken::Progress;
-    InTurns(loadingTitle(), static_cast<size_t>(m_manifest->count), [&] { taken = assemble(last); });
-    return taken;
+        return false;
+    // The manifest of a newer one follows.
+    const auto isNewer = [this](const Held& chunk) { return chunk.revision > m_manifest->revision; };
+    if (std::any_of(m_chunks.begin(), m_chunks.end(), isNewer))
+        return false;
+    const auto logged =
+        std::distance(m_deltas.lower_bound(m_manifest->logFrom), m_deltas.upper_bound(m_manifest->revision));
+    return static_cast<quint64>(logged) == m_manifest->revision + 1 - m_manifest->logFrom;
 }
 
-/// Up to the change of the log that came last.
-ListCopy::Taken ListCopy::assemble(Messages::Revision last) {
+/// Makes the rows of all chunks and of the log.
+ListCopy::Taken ListCopy::assemble() {
     Assembled assembled;
-    bool isGood = putChunks(assembled);
-    quint64 count = m_manifest->count;
-    quint64 checksum = m_manifest->checksum;
-    for (auto delta = m_deltas.begin(); isGood && delta != m_deltas.end() && delta->first <= last; ++delta) {
-        const auto message = Delta::Decode(delta->second);
-        isGood = apply(*message, assembled, &m_chunks);
-        count = message->count;
-        checksum = message->checksum;
-    }
-    if (!isGood || assembled.rows.size() != count || assembled.sum.Sum() != checksum) {
+    bool isGood = false;
+    InTurns(loadingTitle(), static_cast<size_t>(m_manifest->count), [&] {
+        isGood = putChunks(assembled);
+        for (auto delta = m_deltas.lower_bound(m_manifest->logFrom);
+             isGood && delta != m_deltas.end() && delta->first <= m_manifest->revision; ++delta)
+            isGood = apply(*Delta::Decode(delta->second), assembled, &m_chunks);
+    });
+    if (!isGood || assembled.rows.size() != m_manifest->count ||
+        assembled.sum.Sum() != m_manifest->checksum) {
         m_isInconsistent = true;
-        return Taken::Progress;
+        return Taken::Nothing;
     }
-    m_deltas.erase(m_deltas.begin(), m_deltas.upper_bound(last));
     m_rows = std::move(assembled.rows);
     m_sum = assembled.sum;
-    m_revision = last;
+    m_revision = m_manifest->revision;
+    m_deltas.erase(m_deltas.begin(), m_deltas.upper_bound(m_revision));
     m_isCurrent = true;
     m_chunks = {};
     m_heldChunks = 0;
     m_changed = {true, {}};
-    applyDeltas();
     return Taken::Changed;
 }
 
@@ -248,10 +255,11 @@ bool ListCopy::applyDelta(const Delta& delta) {
     return m_rows.size() == delta.count && m_sum.Sum() == delta.checksum;
 }
 
-/// Goes on from whole rows by the changes that follow. False when none does.
+/// Goes on from whole rows by the changes that follow, as far as the manifest tells of them. False when none
+/// does.
 bool ListCopy::applyDeltas() {
     const Messages::Revision before = m_revision;
-    while (!m_deltas.empty() && m_deltas.begin()->first <= m_revision + 1) {
+    while (!m_deltas.empty() && m_deltas.begin()->first <= std::min(m_revision + 1, m_manifest->revision)) {
         const QByteArray bytes = m_deltas.begin()->second; // what the steps look at
         const auto delta = Delta::Decode(bytes);
         m_deltas.erase(m_deltas.begin());

@@ -8,13 +8,13 @@
 #include <unordered_map>
 
 /// What a reader holds of a list that another seat serves. It takes messages in any order and is whole when
-/// its rows are exactly those of the manifest or of a later change; until then the rows stay as they were
-/// when they were whole last.
+/// its rows are exactly those of the manifest; until then the rows stay as they were when they were whole
+/// last.
 class ListCopy {
 public:
     enum class Taken {
         Garbage, ///< bytes that are no such message
-        Nothing, ///< nothing new
+        Nothing, ///< nothing that was missing
         Progress,
         Changed, ///< the rows have changed: see `Changes`
     };
@@ -68,8 +68,8 @@ private:
     Taken complete();
     bool hasLayouts() const;
     bool isRow(const std::optional<Messages::Row>& row) const;
-    Taken assembleIfAllIsHere();
-    Taken assemble(Messages::Revision last);
+    bool hasChunksAndLog() const;
+    Taken assemble();
     bool putChunks(Assembled& assembled) const;
     bool applyDeltas();
     bool applyDelta(const Messages::Delta& delta);

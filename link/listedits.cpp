@@ -106,16 +106,17 @@ void ListClient::publish(const Request& request) {
 }
 
 ListClient::Asked ListClient::send(Request request, const QByteArray& before) {
-    request.number = ++m_lastNumber;
+    request.number = m_reader.GetSeat().NewNumber();
     publish(request);
-    return {std::move(request), before, false, 0};
+    return {std::move(request), before, m_reader.Copy().Newest()->generation, false, 0};
 }
 
 /// A server that started anew counts revisions anew: what is as it was when it was changed here still is.
 void ListClient::sendAgain(Asked& asked, const Messages::Row& row) {
-    if (row.revision != asked.request.base && row.contents == asked.before) {
+    const bool isAnew = asked.generation != m_reader.Copy().Newest()->generation;
+    if (isAnew && row.revision != asked.request.base && row.contents == asked.before) {
         asked.request.base = row.revision;
-        asked.request.number = ++m_lastNumber;
+        asked.request.number = m_reader.GetSeat().NewNumber();
     }
     publish(asked.request);
 }
@@ -170,8 +171,12 @@ void ListClient::takeVerdict(const Answer& answer) {
     }
     if (const auto removed = std::find_if(m_removing.begin(), m_removing.end(), isIt);
         removed != m_removing.end()) {
+        const EntryId id = removed->first;
         if (!isAccepted)
-            refuseRemoved(removed->first, answer.reason);
+            return refuseRemoved(id, answer.reason);
+        const ListCopy::Row* const row = m_reader.Copy().Find(id);
+        if (row && row->Content().revision != removed->second.request.base)
+            takeBack(id); // it has been taken back since
     }
 }
 
@@ -188,19 +193,20 @@ void ListClient::refuseChange(EntryId id, const QString& reason) {
     m_changing.erase(id);
     Node* const entry = m_mirror.EntryOf(id);
     const ListCopy::Row* const row = m_reader.Copy().Find(id);
-    Refusal refusal{reason, row ? entry : nullptr, {}};
-    if (entry && row) {
+    Refusal refusal{reason, {}, {}};
+    const auto wanted = entry ? textsOf(*entry) : std::vector<std::pair<QString, QString>>();
+    if (row) {
         const Messages::Row present = row->Content();
-        const auto wanted = textsOf(*entry);
         const auto theirs = m_reader.Copy().Layouts().At(present.layout)->Texts(present.contents);
         for (size_t i = 0; i < std::min(wanted.size(), theirs.size()); ++i) {
             if (wanted[i].second != theirs[i].second)
                 refusal.fields.push_back({wanted[i].first, wanted[i].second, theirs[i].second});
         }
         const EntryChanges::Deaf deaf(m_changes);
-        m_mirror.Set(id, present);
-    } else if (entry) {
-        for (const auto& [name, text] : textsOf(*entry))
+        m_mirror.Set(id, present); // makes one anew that has been removed here since
+        refusal.entry = m_mirror.EntryOf(id);
+    } else {
+        for (const auto& [name, text] : wanted)
             refusal.fields.push_back({name, text, {}});
     }
     emit Refused(refusal);
@@ -219,12 +225,16 @@ void ListClient::refuseAdded(quint32 serial, const QString& reason) {
 }
 
 void ListClient::refuseRemoved(EntryId id, const QString& reason) {
+    emit Refused({reason, takeBack(id), {}});
+}
+
+/// An entry is not to be removed any more: it comes back if the server has it.
+Node* ListClient::takeBack(EntryId id) {
     m_removing.erase(id);
     const EntryChanges::Deaf deaf(m_changes);
-    Node* entry = m_mirror.EntryOf(id);
-    if (const ListCopy::Row* const row = m_reader.Copy().Find(id); row && !entry)
-        entry = m_mirror.Attach(id, row->Content());
-    emit Refused({reason, entry, {}});
+    Node* const entry = m_mirror.EntryOf(id);
+    const ListCopy::Row* const row = m_reader.Copy().Find(id);
+    return row && !entry ? m_mirror.Attach(id, row->Content()) : entry;
 }
 
 void ListClient::refuseLoading(const QString& reason) {
@@ -287,7 +297,7 @@ void ListClient::stateChanged() {
 
 void ListClient::sayHello() {
     if (m_helloNumber == 0)
-        m_helloNumber = ++m_lastNumber;
+        m_helloNumber = m_reader.GetSeat().NewNumber();
     Request hello;
     hello.number = m_helloNumber;
     publish(hello);

@@ -8,6 +8,7 @@
 #include <QFileInfo>
 
 #include <unistd.h>
+#include <unordered_set>
 
 namespace {
 
@@ -47,7 +48,16 @@ struct ListJournal::Kept {
     /// False when the record is damaged.
     bool Take(QByteArrayView record);
 
+    /// Which entry one of the file is.
+    struct Known {
+        Messages::EntryId id = 0; ///< 0: a new one
+        bool isOld = false;       ///< as it was before its change
+    };
+    /// Of entries by their contents. The file is mostly as it was written, or as it is with all changes.
+    std::vector<Known> Recognize(const std::vector<quint64>& contents) const;
+
 private:
+    ByContents idsByContents(bool areOld) const;
     bool takeIdentities(Wire::Reader in);
     bool takeDelta(QByteArrayView message);
 
@@ -95,6 +105,60 @@ bool ListJournal::Kept::takeDelta(QByteArrayView message) {
     return delta.has_value();
 }
 
+/// Ids in list order, equal contents first come, first served.
+ByContents ListJournal::Kept::idsByContents(bool areOld) const {
+    ByContents ids;
+    auto added = changed;
+    for (const auto& [id, contents] : written) {
+        const auto change = added.find(id);
+        if (change == added.end() || areOld)
+            ids.Add(contents, id);
+        else if (!change->second.layout.isEmpty())
+            ids.Add(Wire::Hash(change->second.contents), id);
+        if (change != added.end())
+            added.erase(change);
+    }
+    for (const auto& [id, change] : added) {
+        if (!areOld && !change.layout.isEmpty())
+            ids.Add(Wire::Hash(change.contents), id);
+    }
+    return ids;
+}
+
+std::vector<ListJournal::Kept::Known>
+ListJournal::Kept::Recognize(const std::vector<quint64>& contents) const {
+    const auto knownBy = [&](bool areOld) {
+        ByContents ids = idsByContents(areOld);
+        std::vector<Known> known;
+        for (const quint64 one : contents)
+            known.push_back({ids.Take(one).value_or(0), areOld});
+        return known;
+    };
+    std::vector<Known> known = knownBy(false);
+    if (changed.empty() || contents.empty())
+        return known;
+    std::vector<Known> asWritten = knownBy(true);
+    const auto isNew = [](const Known& one) { return one.id == 0; };
+    const auto newOnes = [&](const auto& all) { return std::count_if(all.begin(), all.end(), isNew); };
+    if (newOnes(asWritten) < newOnes(known))
+        known.swap(asWritten);
+    // Another program may have written it in between.
+    std::unordered_set<Messages::EntryId> taken;
+    for (const Known& one : known)
+        taken.insert(one.id);
+    ByContents others = idsByContents(!known.front().isOld);
+    for (size_t i = 0; i < known.size(); ++i) {
+        while (isNew(known[i])) {
+            const auto id = others.Take(contents[i]);
+            if (!id)
+                break;
+            if (taken.insert(*id).second)
+                known[i] = {*id, asWritten[i].isOld};
+        }
+    }
+    return known;
+}
+
 ListJournal::ListJournal(const QString& path)
     : m_path(path), m_lock(path + QStringLiteral(".lock")), m_file(path) {
     m_lock.setStaleLockTime(0);
@@ -129,41 +193,38 @@ ListJournal::Kept ListJournal::read() {
 void ListJournal::Restore(const SharedList& list, Messages::Revision revision, RowTable& rows,
                           LayoutTable& layouts) {
     Kept kept = read();
-    ByContents present, before; // ids: first come, first served
-    std::map<Messages::EntryId, Kept::Changed> missing;
-    for (const auto& [id, contents] : kept.written) {
-        const bool isChanged = kept.changed.count(id) > 0;
-        (isChanged ? before : present).Add(contents, id);
-    }
-    for (const auto& [id, changed] : kept.changed) {
-        if (!changed.layout.isEmpty())
-            present.Add(Wire::Hash(changed.contents), id);
-        missing[id] = changed;
-    }
+    const bool hasChanges = !kept.changed.empty();
     rows.KeepIdsFrom(kept.lastId);
+    std::vector<quint64> read;
+    read.reserve(list.node->ChildCount());
+    Wire::Writer contents;
+    for (Node* const entry : list.node->Children()) {
+        StepOf(read.size(), list.node->ChildCount());
+        contents.Clear();
+        layouts.At(layouts.NumberOf(*entry))->Put(contents, *entry);
+        read.push_back(Wire::Hash(contents.View()));
+    }
+    const std::vector<Kept::Known> known = kept.Recognize(read);
 
     std::vector<std::pair<Node*, Messages::EntryId>> entries;
     std::vector<Node*> removed;
-    Wire::Writer contents;
+    size_t number = 0;
     for (Node* const entry : list.node->Children()) {
-        StepOf(entries.size(), list.node->ChildCount());
-        contents.Clear();
-        layouts.At(layouts.NumberOf(*entry))->Put(contents, *entry);
-        const quint64 hash = Wire::Hash(contents.View());
-        Messages::EntryId id = present.Take(hash).value_or(0);
-        if (const Messages::EntryId old = id == 0 ? before.Take(hash).value_or(0) : 0; old != 0) {
-            const Kept::Changed& changed = kept.changed[id = old];
-            if (changed.layout.isEmpty())
+        const auto [id, isOld] = known[number++];
+        const auto change = kept.changed.find(id);
+        if (change != kept.changed.end()) {
+            const auto layout = isOld ? EntryLayout::Decode(change->second.layout) : std::nullopt;
+            if (layout)
+                layout->Set(change->second.contents, *entry, nullptr);
+            else if (isOld)
                 removed.push_back(entry);
-            else if (const auto layout = EntryLayout::Decode(changed.layout))
-                layout->Set(changed.contents, *entry, nullptr);
+            kept.changed.erase(change);
         }
-        missing.erase(id);
         if (removed.empty() || removed.back() != entry)
             entries.emplace_back(entry, id != 0 ? id : rows.NewId());
     }
     list.node->DeleteNodes(removed);
-    for (const auto& [id, changed] : missing) {
+    for (const auto& [id, changed] : kept.changed) {
         const auto layout = EntryLayout::Decode(changed.layout);
         if (!layout)
             continue;
@@ -182,13 +243,16 @@ void ListJournal::Restore(const SharedList& list, Messages::Revision revision, R
     if (!QFile::exists(m_path))
         return Begin(rows, layouts);
     openBehind(kept.bytes);
-    m_changeBytes = kept.changed.empty() ? 0 : kept.bytes;
+    m_changeBytes = hasChanges ? kept.bytes : 0;
 }
 
 void ListJournal::openBehind(qint64 bytes) {
     m_file.close();
-    if (!m_file.open(QIODevice::ReadWrite) || !m_file.resize(bytes) || !m_file.seek(bytes))
+    if (!m_file.open(QIODevice::ReadWrite | QIODevice::Unbuffered) || !m_file.resize(bytes) ||
+        !m_file.seek(bytes))
         fail(m_file.errorString());
+    m_size = bytes;
+    m_unwritten.clear();
     m_layoutsKept = 0; // numbers of another process are others
 }
 
@@ -220,11 +284,19 @@ void ListJournal::Append(QByteArrayView delta, const LayoutTable& layouts) {
     for (; m_layoutsKept < layouts.Count(); ++m_layoutsKept)
         putLayout(out, layouts, m_layoutsKept);
     putRecord(out, Record::Delta, delta);
-    write(out.Take());
+    m_changeBytes += out.Size();
+    m_unwritten += out.View();
+    write();
 }
 
-void ListJournal::write(const QByteArray& records) {
-    if (m_file.write(records) != records.size() || !m_file.flush() || fdatasync(m_file.handle()) != 0)
-        fail(m_file.errorString());
-    m_changeBytes += records.size();
+/// A record that was written in part would hide all that come behind it.
+void ListJournal::write() {
+    if (m_file.write(m_unwritten) != m_unwritten.size() || fdatasync(m_file.handle()) != 0) {
+        const QString reason = m_file.errorString();
+        m_file.resize(m_size);
+        m_file.seek(m_size);
+        fail(reason);
+    }
+    m_size += m_unwritten.size();
+    m_unwritten.clear();
 }

@@ -23,9 +23,10 @@ public:
     void Restore(const SharedList& list, Messages::Revision revision, RowTable& rows, LayoutTable& layouts);
     /// Starts anew with the rows as they are: the list's file holds them.
     void Begin(const RowTable& rows, const LayoutTable& layouts);
-    /// Keeps a published change; it is on the disk when this returns.
+    /// Keeps a published change; it is on the disk when this returns. One that could not be written, such as
+    /// to a full disk, is written before the next one.
     void Append(QByteArrayView delta, const LayoutTable& layouts);
-    /// Bytes of changes since `Begin`.
+    /// Bytes of changes since `Begin`, of those that could not be written, too.
     qint64 ChangeBytes() const { return m_changeBytes; }
 
 private:
@@ -34,7 +35,7 @@ private:
     Kept read();
     /// Opens the file for what comes behind its whole records.
     void openBehind(qint64 bytes);
-    void write(const QByteArray& records);
+    void write();
     [[noreturn]] void fail(const QString& reason) const;
 
     QString m_path;
@@ -42,4 +43,6 @@ private:
     QFile m_file;
     quint32 m_layoutsKept = 0;
     qint64 m_changeBytes = 0;
+    qint64 m_size = 0;      ///< of the whole records in the file
+    QByteArray m_unwritten; ///< records
 };

@@ -51,9 +51,10 @@ quint32 ListPublisher::publishedChunks() const {
 }
 
 void ListPublisher::sendManifest() {
-    const Manifest manifest{m_generation,    m_revision,         m_logFrom,
-                            rows.Count(),    rows.Checksum(),    publishedChunks(),
-                            layouts.Count(), layouts.Checksum(), m_seat};
+    const quint32 count = layouts.Count();
+    const Manifest manifest{m_generation,    m_revision,        m_logFrom, rows.Count(),
+                            rows.Checksum(), publishedChunks(), count,     layouts.Checksum(count),
+                            m_seat};
     send(m_topic + "/manifest", manifest.Encode());
 }
 

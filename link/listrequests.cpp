@@ -13,8 +13,9 @@ using Messages::Request;
 namespace {
 
 constexpr size_t FewChanges = 64;
+/// Answers that are kept: a client may ask for as much at once, and miss all that it is told.
+constexpr size_t MostAnswers = 100000;
 constexpr qsizetype LargestRequest = 256 * 1024;
-constexpr size_t MostSeats = 10000;
 /// Lists have a few: a client that makes ever new ones wants to fill everybody's memory.
 constexpr quint32 MostLayouts = 1000;
 
@@ -27,7 +28,7 @@ void ListServer::takeRequest(const QByteArray& topic, const QByteArray& payload)
     if (!request)
         return m_seat.TellOnce(topic, tr("is no request"));
     const QByteArray seat = Topics::SeatOf(topic);
-    if (isKnown(seat, request->number))
+    if (seat.isEmpty() || isKnown(seat, request->number))
         return;
     quint32 added = 0;
     Answer answer = perform(*request, added);
@@ -39,20 +40,27 @@ void ListServer::takeRequest(const QByteArray& topic, const QByteArray& payload)
 
 /// The bus, and clients that miss an answer, may send a request twice.
 bool ListServer::isKnown(const QByteArray& seat, quint64 number) {
-    const auto waits = [&](const Waiting& waiting) {
-        return waiting.seat == seat && waiting.answer.number == number;
-    };
-    if (std::any_of(m_answers.begin(), m_answers.end(), waits))
-        return true;
-    if (m_answered.size() > MostSeats)
-        m_answered.clear();
-    for (const Answer& answer : m_answered[seat]) {
-        if (answer.number != number)
-            continue;
-        m_seat.Bus().Publish(m_publisher.Topic() + "/answer/" + seat, answer.Encode());
-        return true;
+    const auto [known, isNew] = m_answered.try_emplace({seat, number});
+    if (isNew)
+        m_answeredOrder.push_back(known);
+    else if (known->second)
+        tell(seat, *known->second);
+    return !isNew;
+}
+
+void ListServer::tell(const QByteArray& seat, const Answer& answer) {
+    m_seat.Bus().Publish(m_publisher.Topic() + "/answer/" + seat, answer.Encode());
+}
+
+void ListServer::answer() {
+    for (auto& [seat, answer, added] : std::exchange(m_answers, {})) {
+        if (const auto row = m_publisher.rows.Find(added))
+            answer.id = row->id;
+        tell(seat, answer);
+        m_answered[{seat, answer.number}] = answer;
     }
-    return false;
+    for (; m_answeredOrder.size() > MostAnswers; m_answeredOrder.pop_front())
+        m_answered.erase(m_answeredOrder.front());
 }
 
 Answer ListServer::perform(const Request& request, quint32& added) {
@@ -98,7 +106,7 @@ Answer ListServer::change(const Request& request) {
 const EntryLayout* ListServer::layoutOf(const Request& request, std::optional<EntryLayout>& own) const {
     if (request.layout.isEmpty())
         return m_publisher.layouts.At(request.layoutNumber);
-    own = EntryLayout::Decode(request.layout);
+    own = EntryLayout::Decode(request.layout, EntryLayout::NewNames::Refused);
     const bool isKnown = own && m_publisher.layouts.Count() < MostLayouts;
     return isKnown && m_publisher.layouts.Similar(*own) ? &*own : nullptr;
 }

@@ -14,8 +14,6 @@ namespace {
 constexpr char TraceSource[] = "sharelink";
 /// Changes within this time are one message.
 constexpr int GatherMilliseconds = 20;
-/// Answers that are kept for each client.
-constexpr size_t MostAnswers = 256;
 
 } // namespace
 
@@ -40,13 +38,18 @@ ListServer::ListServer(Seat& seat, const SharedList& list, const QString& listDi
             GetOrCreateValue<Value<QString>>(list.node->GetPathName() + QStringLiteral("_FileName")));
     }
     InTurns(tr("Sharing the list"), list.node->ChildCount(), [this] { adopt(); });
-    m_requests =
-        seat.Bus().Subscribe(m_publisher.Topic() + "/request/+/+",
-                             [this](const auto& t, const auto& payload) { takeRequest(t, payload); });
+    m_requests = seat.Bus().Subscribe(
+        m_publisher.Topic() + "/request/+/+",
+        [this](const auto& topic, const auto& payload) { takeRequest(topic, payload); },
+        MessageBus::Waits::ForWork, MessageBus::Keep::No);
     connect(&m_claim, &ListClaim::Won, this, [this] {
         Flush();
         InTurns(tr("Sharing the list"), m_publisher.rows.Count(),
                 [this] { m_publisher.StartSending(m_claim.AtBroker()); });
+    });
+    connect(&m_claim, &ListClaim::Overwritten, this, [this] {
+        InTurns(tr("Sharing the list"), m_publisher.rows.Count(), [this] { m_publisher.PublishAnew(); });
+        publishFile();
     });
     connect(&m_claim, &ListClaim::StateChanged, this, &ListServer::claimChanged);
     m_claim.Start();
@@ -172,18 +175,6 @@ void ListServer::keep(const std::vector<Step>& steps) {
     } catch (const RGException& exception) {
         // It is in the list all the same; the operator of the server has to know.
         Problems::Report(TraceSource, Problem::FromText(exception.GetErrorText()));
-    }
-}
-
-void ListServer::answer() {
-    for (auto& [seat, answer, added] : std::exchange(m_answers, {})) {
-        if (const auto row = m_publisher.rows.Find(added))
-            answer.id = row->id;
-        m_seat.Bus().Publish(m_publisher.Topic() + "/answer/" + seat, answer.Encode());
-        std::deque<Messages::Answer>& answered = m_answered[seat];
-        answered.push_back(answer);
-        if (answered.size() > MostAnswers)
-            answered.pop_front();
     }
 }
 

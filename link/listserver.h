@@ -73,6 +73,7 @@ private:
     QString load(const QString& name);
     const EntryLayout* layoutOf(const Messages::Request& request, std::optional<EntryLayout>& own) const;
     bool isKnown(const QByteArray& seat, quint64 number);
+    void tell(const QByteArray& seat, const Messages::Answer& answer);
     void answer();
 
     Seat& m_seat;
@@ -89,8 +90,11 @@ private:
     /// Begins anywhere, so that it is not that of an earlier server.
     quint64 m_announced = 1 + QRandomGenerator::global()->bounded(1u << 30);
 
-    std::map<QByteArray, std::deque<Messages::Answer>> m_answered; ///< the last ones, by seat
-    std::vector<Waiting> m_answers; ///< that wait for the change being published
-    bool m_hasEdits = false;        ///< of clients
+    /// The last ones, by seat and number; none while an answer waits.
+    using Answered = std::map<std::pair<QByteArray, quint64>, std::optional<Messages::Answer>>;
+    Answered m_answered;
+    std::deque<Answered::iterator> m_answeredOrder; ///< by age
+    std::vector<Waiting> m_answers;                 ///< that wait for the change being published
+    bool m_hasEdits = false;                        ///< of clients
     std::unique_ptr<MessageBus::Subscription> m_requests;
 };

@@ -49,7 +49,7 @@ void LocalBroker::send(LocalBus& bus, const QByteArray& topic, const QByteArray&
     QMetaObject::invokeMethod(&bus, arrive, Qt::QueuedConnection);
 }
 
-void LocalBroker::sendRetained(LocalBus& bus, const QByteArray& filter) {
+void LocalBroker::subscribe(LocalBus& bus, const QByteArray& filter, MessageBus::Keep keep) {
     if (!mayRead(bus, filter)) {
         QMetaObject::invokeMethod(
             &bus, [&bus, filter] { bus.inOrder([&bus, filter] { emit bus.SubscriptionRefused(filter); }); },
@@ -57,7 +57,7 @@ void LocalBroker::sendRetained(LocalBus& bus, const QByteArray& filter) {
         return;
     }
     for (const auto& [topic, payload] : m_retained) {
-        if (MessageBus::Matches(filter, topic))
+        if (keep == MessageBus::Keep::Retained && MessageBus::Matches(filter, topic))
             send(bus, topic, payload);
     }
 }
@@ -88,8 +88,7 @@ void LocalBus::Connect() {
 void LocalBus::comeOnline() {
     ++m_connection;
     setState(State::Online);
-    for (const QByteArray& filter : filters())
-        m_broker->sendRetained(*this, filter);
+    startReceivingAll();
 }
 
 void LocalBus::Disconnect() {
@@ -120,10 +119,10 @@ void LocalBus::Publish(const QByteArray& topic, const QByteArray& payload, Keep 
 }
 
 void LocalBus::FetchAgain(const QByteArray& filter) {
-    if (IsOnline())
-        m_broker->sendRetained(*this, filter);
+    startReceiving(filter, Keep::Retained);
 }
 
-void LocalBus::startReceiving(const QByteArray& filter) {
-    FetchAgain(filter);
+void LocalBus::startReceiving(const QByteArray& filter, Keep keep) {
+    if (IsOnline())
+        m_broker->subscribe(*this, filter, keep);
 }

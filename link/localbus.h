@@ -38,7 +38,7 @@ private:
 
     void publish(const QByteArray& topic, const QByteArray& payload, MessageBus::Keep keep);
     void send(LocalBus& bus, const QByteArray& topic, const QByteArray& payload);
-    void sendRetained(LocalBus& bus, const QByteArray& filter);
+    void subscribe(LocalBus& bus, const QByteArray& filter, MessageBus::Keep keep);
     bool mayRead(const LocalBus& bus, const QByteArray& filter) const;
 
     std::vector<LocalBus*> m_buses;
@@ -67,7 +67,7 @@ public:
     void FetchAgain(const QByteArray& filter) override;
 
 protected:
-    void startReceiving(const QByteArray& filter) override;
+    void startReceiving(const QByteArray& filter, Keep keep) override;
     void stopReceiving(const QByteArray&) override {}
 
 private:

@@ -30,11 +30,11 @@ MessageBus::~MessageBus() {
 }
 
 std::unique_ptr<MessageBus::Subscription> MessageBus::Subscribe(const QByteArray& filter, Handler handler,
-                                                                Waits waits) {
+                                                                Waits waits, Keep keep) {
     auto subscription = std::make_unique<Subscription>(*this, ++m_lastId);
     m_entries.push_back(
-        {m_lastId, filter, std::make_shared<Handler>(std::move(handler)), subscription.get(), waits});
-    startReceiving(filter);
+        {m_lastId, filter, std::make_shared<Handler>(std::move(handler)), subscription.get(), waits, keep});
+    startReceiving(filter, keep);
     return subscription;
 }
 
@@ -45,16 +45,18 @@ void MessageBus::unsubscribe(quint64 id) {
         return;
     const QByteArray filter = found->filter;
     m_entries.erase(found);
-    const auto isSame = [&](const Entry& entry) { return entry.filter == filter; };
-    if (std::none_of(m_entries.begin(), m_entries.end(), isSame))
+    if (!isSubscribed(filter))
         stopReceiving(filter);
 }
 
-std::vector<QByteArray> MessageBus::filters() const {
-    std::vector<QByteArray> all;
+void MessageBus::startReceivingAll() {
     for (const Entry& entry : m_entries)
-        all.push_back(entry.filter);
-    return all;
+        startReceiving(entry.filter, entry.keep);
+}
+
+bool MessageBus::isSubscribed(const QByteArray& filter) const {
+    return std::any_of(m_entries.begin(), m_entries.end(),
+                       [&](const Entry& entry) { return entry.filter == filter; });
 }
 
 bool MessageBus::isWanted(QByteArrayView topic) const {

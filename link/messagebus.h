@@ -63,9 +63,11 @@ public:
     virtual void Publish(const QByteArray& topic, const QByteArray& payload, Keep keep = Keep::No) = 0;
 
     /// Has the handler called for each message that matches, retained ones first, again after each
-    /// reconnection.
+    /// reconnection. What is said once, such as a request, is subscribed to with `Keep::No`: what somebody
+    /// had retained there all the same does not come.
     [[nodiscard]] std::unique_ptr<Subscription> Subscribe(const QByteArray& filter, Handler handler,
-                                                          Waits waits = Waits::ForWork);
+                                                          Waits waits = Waits::ForWork,
+                                                          Keep keep = Keep::Retained);
     /// Has retained messages that match sent again to who subscribed to them.
     virtual void FetchAgain(const QByteArray& filter) = 0;
 
@@ -80,15 +82,17 @@ signals:
     void SubscriptionRefused(const QByteArray& filter);
 
 protected:
-    virtual void startReceiving(const QByteArray& filter) = 0;
+    /// Retained messages come unless `keep` is `No`.
+    virtual void startReceiving(const QByteArray& filter, Keep keep) = 0;
+    /// Starts all subscriptions.
+    void startReceivingAll();
     virtual void stopReceiving(const QByteArray& filter) = 0;
     /// The state holds at once; that it has changed is told in order.
     void setState(State state, const QString& reason = {});
     void deliver(const QByteArray& topic, const QByteArray& payload);
     /// Does it now or, while LongWork runs, behind what waits already.
     void inOrder(std::function<void()> act);
-    /// Filters of all subscriptions.
-    std::vector<QByteArray> filters() const;
+    bool isSubscribed(const QByteArray& filter) const;
     /// Whether a subscription matches.
     bool isWanted(QByteArrayView topic) const;
 
@@ -99,6 +103,7 @@ private:
         std::shared_ptr<Handler> handler;
         Subscription* owner;
         Waits waits;
+        Keep keep;
     };
 
     void wait(std::function<void()> act);

@@ -136,11 +136,11 @@ void Mirror::Set(EntryId id, const Messages::Row& row) {
         return;
     }
     const EntryLayout& layout = *m_copy.Layouts().At(row.layout);
-    const bool isAlike = layout.HasFieldsOf(*m_copy.Layouts().At(known.layout));
+    const bool isDescribed = layout.Describes(*entry);
     known.revision = row.revision;
     known.layout = row.layout;
-    if (isAlike) {
-        if (!layout.Describes(*entry))
+    if (isDescribed || layout.HasFieldsOf(EntryLayout::Of(*entry))) {
+        if (!isDescribed)
             layout.Fit(*entry);
         layout.Set(row.contents, *entry, nullptr);
         return;

@@ -69,9 +69,11 @@ struct MqttBus::Connection : std::enable_shared_from_this<Connection> {
             Problems::Report(TraceSource,
                              {QString::fromUtf8(topic), 0, tr("is larger than the broker takes at once")});
     }
-    void Subscribe(const QByteArray& filter) {
+    void Subscribe(const QByteArray& filter, Keep keep) {
         int message = 0;
-        if (mosquitto_subscribe(Handle(), &message, filter.constData(), AtLeastOnce) == MOSQ_ERR_SUCCESS)
+        const int options = keep == Keep::No ? MQTT_SUB_OPT_SEND_RETAIN_NEVER : 0;
+        if (mosquitto_subscribe_v5(Handle(), &message, filter.constData(), AtLeastOnce, options, nullptr) ==
+            MOSQ_ERR_SUCCESS)
             note(message, filter);
     }
     void Unsubscribe(const QByteArray& filter) {
@@ -357,8 +359,7 @@ void MqttBus::connected(const std::shared_ptr<Connection>& connection) {
     if (!m_worker)
         return;
     m_connection = connection;
-    for (const QByteArray& filter : filters())
-        startReceiving(filter);
+    startReceivingAll();
     setState(State::Online);
 }
 
@@ -379,16 +380,15 @@ void MqttBus::Publish(const QByteArray& topic, const QByteArray& payload, Keep k
 void MqttBus::FetchAgain(const QByteArray& filter) {
     if (!IsOnline())
         return;
-    startReceiving(filter);
-    const std::vector<QByteArray> own = filters();
-    if (std::find(own.begin(), own.end(), filter) == own.end())
+    startReceiving(filter, Keep::Retained);
+    if (!isSubscribed(filter))
         stopReceiving(filter);
 }
 
 /// What is said before the broker has let us in breaks the connection that is being made.
-void MqttBus::startReceiving(const QByteArray& filter) {
+void MqttBus::startReceiving(const QByteArray& filter, Keep keep) {
     if (m_connection)
-        m_connection->Subscribe(filter);
+        m_connection->Subscribe(filter, keep);
 }
 
 void MqttBus::stopReceiving(const QByteArray& filter) {

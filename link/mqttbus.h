@@ -23,7 +23,7 @@ public:
     void FetchAgain(const QByteArray& filter) override;
 
 protected:
-    void startReceiving(const QByteArray& filter) override;
+    void startReceiving(const QByteArray& filter, Keep keep) override;
     void stopReceiving(const QByteArray& filter) override;
 
 private:

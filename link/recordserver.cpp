@@ -212,6 +212,9 @@ RecordServer::RecordServer(Seat& seat, ValueBase& records, const QString& name)
         InTurns(tr("Sharing the list"), m_publisher.rows.Count(),
                 [this] { m_publisher.StartSending(m_claim.AtBroker()); });
     });
+    connect(&m_claim, &ListClaim::Overwritten, this, [this] {
+        InTurns(tr("Sharing the list"), m_publisher.rows.Count(), [this] { m_publisher.PublishAnew(); });
+    });
     connect(&m_claim, &ListClaim::StateChanged, this, [this] {
         if (!m_claim.IsServing())
             m_publisher.StopSending();

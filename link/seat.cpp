@@ -28,14 +28,16 @@ Seat::Seat(MessageBus& bus, const QString& site, const QString& name, QObject* p
     m_own.name = name.left(LongestName);
     m_own.nonce = m_nonce;
     bus.SetWill(m_topic, {});
-    m_subscriptions.push_back(
-        bus.Subscribe(m_site + "/seats/+/+",
-                      [this](const auto& topic, const auto& payload) { takePresence(topic, payload); }));
-    m_subscriptions.push_back(
-        bus.Subscribe(m_topic + "/echo", [this](const auto&, const auto& payload) { takeEcho(payload); }));
+    const auto hear = [&](const QByteArray& filter, MessageBus::Handler handler,
+                          MessageBus::Waits waits = MessageBus::Waits::ForWork) {
+        m_subscriptions.push_back(bus.Subscribe(filter, std::move(handler), waits, MessageBus::Keep::No));
+    };
+    hear(m_site + "/seats/+/+",
+         [this](const auto& topic, const auto& payload) { takePresence(topic, payload); });
+    hear(m_topic + "/echo", [this](const auto&, const auto& payload) { takeEcho(payload); });
     // Others take a seat that does not answer for gone.
-    m_subscriptions.push_back(bus.Subscribe(
-        m_site + "/call", [this](const auto&, const auto&) { answerCall(); }, MessageBus::Waits::Never));
+    hear(
+        m_site + "/call", [this](const auto&, const auto&) { answerCall(); }, MessageBus::Waits::Never);
     m_answer.setSingleShot(true);
     m_answer.setInterval(AnswerMilliseconds);
     m_patience.setSingleShot(true);
@@ -63,6 +65,7 @@ Seat::~Seat() {
 
 /// The others are called: they answer within the time that is started here.
 void Seat::comeIn() {
+    m_connection = m_bus.Connections();
     m_patience.start();
     publishPresence();
     CallAll();
@@ -70,11 +73,14 @@ void Seat::comeIn() {
 
 void Seat::stateChanged() {
     m_isRefused = false;
+    // A break may be told when the next connection stands already.
+    if (!m_bus.IsOnline() || m_connection != m_bus.Connections()) {
+        m_echoes.clear();
+        m_present.clear();
+        emit PresenceChanged();
+    }
     if (m_bus.IsOnline())
-        return comeIn();
-    m_echoes.clear();
-    m_present.clear();
-    emit PresenceChanged();
+        comeIn();
 }
 
 void Seat::answerCall() {
@@ -108,6 +114,8 @@ QString Seat::NameOf(const QByteArray& seat) const {
 
 void Seat::takePresence(const QByteArray& topic, const QByteArray& payload) {
     const QByteArray seat = Topics::SeatOf(topic);
+    if (seat.isEmpty())
+        return;
     if (payload.isEmpty()) {
         m_present.erase(seat);
     } else if (auto presence =

@@ -22,8 +22,10 @@ public:
     /// "USER/SEAT", escaped as in topics.
     const QByteArray& Path() const { return m_path; }
     const QByteArray& SiteTopic() const { return m_site; }
-    /// Tells one connection of this seat from another.
+    /// Tells this seat from others of its user.
     quint64 Nonce() const { return m_nonce; }
+    /// A number for a request, which no other one of this seat has.
+    quint64 NewNumber() { return ++m_lastNumber; }
     /// Seats that are there, by their paths, this one among them.
     const std::map<QByteArray, Messages::Presence>& Present() const { return m_present; }
     bool IsPresent(const QByteArray& seat) const { return m_present.count(seat) > 0; }
@@ -71,6 +73,8 @@ private:
     std::map<QByteArray, Messages::Presence> m_present;
     std::map<quint64, std::function<void()>> m_echoes;
     quint64 m_lastEcho = 0;
+    quint64 m_lastNumber = 0;
+    quint64 m_connection = 0; ///< of the bus, to which belongs what is known of others
     bool m_isRefused = false;
     QTimer m_patience;
     QTimer m_answer; ///< runs after an answer to a call

@@ -1,6 +1,11 @@
 #include "link/topics.h"
 
 namespace Topics {
+namespace {
+
+constexpr qsizetype LongestSeat = 1000;
+
+} // namespace
 
 QByteArray Escaped(const QString& name) {
     return name.toUtf8().toPercentEncoding(" ");
@@ -30,7 +35,8 @@ bool NumberOf(const QByteArray& topic, quint64& number) {
 
 QByteArray SeatOf(const QByteArray& topic) {
     const qsizetype last = topic.lastIndexOf('/');
-    return last <= 0 ? QByteArray() : topic.mid(topic.lastIndexOf('/', last - 1) + 1);
+    const qsizetype begin = last <= 0 ? topic.size() : topic.lastIndexOf('/', last - 1) + 1;
+    return topic.size() - begin > LongestSeat ? QByteArray() : topic.mid(begin);
 }
 
 } // namespace Topics

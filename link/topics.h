@@ -26,7 +26,8 @@ QByteArray List(const QByteArray& site, const QString& list);
 QByteArray Numbered(const QByteArray& base, quint64 number);
 /// The number at the end of a topic; false when there is none.
 bool NumberOf(const QByteArray& topic, quint64& number);
-/// The last two parts of a topic: a seat as "USER/SEAT", escaped.
+/// The last two parts of a topic: a seat as "USER/SEAT", escaped. Empty when that is longer than any name of
+/// ours: whoever keeps seats keeps their names.
 QByteArray SeatOf(const QByteArray& topic);
 
 } // namespace Topics

@@ -75,6 +75,25 @@ TEST(Broker, aHostileUserChangesNothingThatHeMayNot) {
     EXPECT_EQ(reader.seat.Present().size(), 2u);
 }
 
+TEST(Broker, whatIsKeptWhereThingsAreSaidOnceDoesNotCome) {
+    const RealBroker broker({"anna", "reader"});
+    const auto hostile = busOf(broker, Q("anna"));
+    hostile->Connect();
+    MqttBus reader(broker.AddressOf(Q("reader")));
+    std::set<QByteArray> heard;
+    const auto all = reader.Subscribe("freqstore/north/seats/+/+",
+                                      [&](const auto& topic, const auto&) { heard.insert(topic); });
+    reader.Connect();
+    ASSERT_TRUE(Until([&] { return hostile->IsOnline() && reader.IsOnline(); }));
+    const QByteArray ghost = "freqstore/north/seats/anna/x";
+    hostile->Publish(ghost, Messages::Presence{Q("ghost"), {}, 0, 1}.Encode(), MessageBus::Keep::Retained);
+    ASSERT_TRUE(Until([&] { return heard.count(ghost) > 0; }));
+    const auto bus = busOf(broker, Q("reader"));
+    const Seat seat(*bus, Q("north"), Q("late"));
+    ASSERT_TRUE(Until([&] { return seat.IsPresent(seat.Path()); })); // which came behind it
+    EXPECT_FALSE(seat.IsPresent("anna/x"));
+}
+
 TEST(Broker, aChangeOfMoreBytesThanTheBrokerTakesAtOnceArrives) {
     const RealBroker broker({"server", "anna"});
     TestServer server(busOf(broker, Q("server")), Q("server"));

@@ -3,6 +3,7 @@
 #include "host/report/rgexception.h"
 #include "link/brokeraddress.h"
 #include "tests/link/linkfixture.h"
+#include "tests/support/fulldisk.h"
 #include "tests/support/recorder.h"
 #include "tests/support/testfolder.h"
 
@@ -234,6 +235,46 @@ TEST_F(Journal, goesOnBehindARecordThatWasCutOff) {
         third.Restore();
         EXPECT_EQ(third.Ids().count(Q("after")), 1u) << size;
     }
+}
+
+TEST_F(Journal, knowsEntriesThatTookEachOthersContents) {
+    std::map<QString, Messages::EntryId> ids;
+    {
+        Life first(Path("journal"));
+        first.list.Add(5e6, Q("a"));
+        first.list.Add(5e6, Q("b"));
+        first.Restore();
+        ids = first.Ids();
+        first.Change(ids.at(Q("a")), Q("b"));
+        first.Change(ids.at(Q("b")), Q("c"));
+    }
+    const std::map<QString, Messages::EntryId> after{{Q("b"), ids.at(Q("a"))}, {Q("c"), ids.at(Q("b"))}};
+    for (const char* file : {"ab", "bc"}) { // as it was before, and as it was written since
+        Life second(Path("journal"));
+        for (const QChar comment : Q(file))
+            second.list.Add(5e6, comment);
+        second.Restore();
+        EXPECT_EQ(second.list.GetNode().ChildCount(), 2u) << file;
+        EXPECT_EQ(second.Ids(), after) << file;
+    }
+}
+
+TEST_F(Journal, hasWhatAFullDiskDidNotTakeWhenThereIsRoomAgain) {
+    liveOnce();
+    Life second(Path("journal"));
+    second.Restore();
+    {
+        const FullDisk full(static_cast<rlim_t>(Read("journal").size()) + 10);
+        const qint64 before = second.journal->ChangeBytes();
+        EXPECT_THROW(second.Change(100, Q("on the full disk")), RGException);
+        EXPECT_GT(second.journal->ChangeBytes(), before);
+    }
+    second.Change(101, Q("with room"));
+    second.journal.reset();
+    Life third(Path("journal"));
+    third.Restore();
+    EXPECT_EQ(third.Ids().count(Q("on the full disk")), 1u);
+    EXPECT_EQ(third.Ids().count(Q("with room")), 1u);
 }
 
 TEST_F(Journal, isOfOneProcessAtATime) {
