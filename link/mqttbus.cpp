@@ -81,6 +81,8 @@ struct MqttBus::Connection : std::enable_shared_from_this<Connection> {
     }
 
     mosquitto* Handle() const { return m_handle.get(); }
+    /// Why TLS failed, in the words of its library; empty when it told nothing. For the worker's thread.
+    const QString& TlsReason() const { return m_tlsReason; }
 
 private:
     void encrypt(const BrokerAddress& address);
@@ -89,6 +91,7 @@ private:
     static void onConnect(mosquitto*, void* connection, int code, int, const mosquitto_property*);
     static void onDisconnect(mosquitto*, void* connection, int code, const mosquitto_property*);
     static void onMessage(mosquitto*, void* connection, const mosquitto_message* message);
+    static void onLog(mosquitto*, void* connection, int level, const char* text);
     static void onPublished(mosquitto*, void* connection, int message, int code, const mosquitto_property*) {
         of(connection).takeAnswer(message, code == MQTT_RC_NOT_AUTHORIZED ? &MqttBus::Refused : nullptr);
     }
@@ -104,6 +107,7 @@ private:
 
     const std::unique_ptr<mosquitto, decltype(&mosquitto_destroy)> m_handle;
     Worker& m_worker;
+    QString m_tlsReason;
     std::mutex m_mutex;
     std::unordered_map<int, QByteArray> m_underWay; ///< topics of messages that wait for their answer
     std::unordered_map<int, Refusal>
@@ -214,7 +218,8 @@ private:
     QString reasonOf(int result) {
         if (!refusal.isEmpty())
             return std::exchange(refusal, {});
-        return textOf(result);
+        const QString tls = result == MOSQ_ERR_TLS && current ? current->TlsReason() : QString();
+        return tls.isEmpty() ? textOf(result) : MqttBus::tr("no encrypted connection: %1").arg(tls);
     }
     /// With the lock held.
     template <typename Bus, typename... Parameters, typename... Arguments>
@@ -250,6 +255,7 @@ MqttBus::Connection::Connection(Worker& itsWorker, const BrokerAddress& address,
     mosquitto_disconnect_v5_callback_set(handle, onDisconnect);
     mosquitto_message_callback_set(handle, onMessage);
     mosquitto_publish_v5_callback_set(handle, onPublished);
+    mosquitto_log_callback_set(handle, onLog);
     mosquitto_subscribe_v5_callback_set(handle, onSubscribed);
     if (!will.topic.isEmpty())
         mosquitto_will_set(handle, will.topic.constData(), static_cast<int>(will.payload.size()),
@@ -292,6 +298,18 @@ void MqttBus::Connection::onMessage(mosquitto*, void* connection, const mosquitt
     const QByteArray topic(message->topic);
     const QByteArray payload(static_cast<const char*>(message->payload), message->payloadlen);
     of(connection).m_worker.Tell(&MqttBus::deliver, topic, payload);
+}
+
+/// The library tells what is wrong with certificates here alone: in its own words, or behind the last colon
+/// of "OpenSSL Error[0]: error:0A000086:SSL routines::certificate verify failed".
+void MqttBus::Connection::onLog(mosquitto*, void* connection, int level, const char* text) {
+    if (level != MOSQ_LOG_ERR)
+        return;
+    const QString told = QString::fromUtf8(text);
+    QString reason = told.mid(told.lastIndexOf(QLatin1Char(':')) + 1).trimmed();
+    if (reason.endsWith(QLatin1Char('.')))
+        reason.chop(1);
+    of(connection).m_tlsReason = reason;
 }
 
 /// Notes what a message is about, whose answer may have been quicker.

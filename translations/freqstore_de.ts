@@ -2888,6 +2888,10 @@ Fremdes: %2</translation>
         <source>the broker does not answer</source>
         <translation>der Broker antwortet nicht</translation>
     </message>
+    <message>
+        <source>no encrypted connection: %1</source>
+        <translation>keine verschlüsselte Verbindung: %1</translation>
+    </message>
 </context>
 <context>
     <name>NOIFrequencyHandler</name>

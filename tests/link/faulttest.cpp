@@ -13,12 +13,6 @@ constexpr char ListTopic[] = "freqstore/north/lists/Targets";
 
 class Faults : public ShareFixture {
 protected:
-    /// From now on nothing of these kinds comes from the broker.
-    void Lose(std::vector<QByteArray> parts) {
-        broker.SetFilter([parts = std::move(parts)](const QByteArray& topic, const QByteArray&) {
-            return std::none_of(parts.begin(), parts.end(), [&](const auto& p) { return topic.contains(p); });
-        });
-    }
     /// The server takes a change.
     void EditAtServer(size_t place, const QString& comment) {
         TestList::Comment(*server.list.At(place)).SetValue(comment);

@@ -87,6 +87,13 @@ private:
     Node* m_node;
 };
 
+/// The user may read lists and ask for no change.
+inline void LetOnlyRead(LocalBroker& broker, const QString& reader) {
+    broker.SetRights([reader](const QString& user, const QByteArray& topic) {
+        return user != reader || !topic.contains("/request/");
+    });
+}
+
 /// A seat with a list of its own, which it mirrors.
 struct TestClient {
     TestClient(std::unique_ptr<MessageBus> itsBus, const QString& user, bool hasFile = false)
@@ -150,6 +157,18 @@ protected:
         TestClient& client = m_clients.emplace_back(broker, user);
         EXPECT_TRUE(AreEqual(client));
         return client;
+    }
+    /// From now on nothing comes from the broker whose topic has one of these parts.
+    void Lose(std::vector<QByteArray> parts) {
+        broker.SetFilter([parts = std::move(parts)](const QByteArray& topic, const QByteArray&) {
+            return std::none_of(parts.begin(), parts.end(), [&](const auto& p) { return topic.contains(p); });
+        });
+    }
+    /// Until all that was on its way to the seat has come.
+    static bool UntilAllIsHere(Seat& seat) {
+        bool isHere = false;
+        seat.AfterWhatIsUnderWay([&] { isHere = true; });
+        return Until([&] { return isHere; });
     }
     ~ShareFixture() override { broker.SetFilter({}); }
 

@@ -141,14 +141,18 @@ public:
     void SetDelay(int milliseconds) { m_delay = milliseconds; }
     void HalveNext() { m_halve = true; }
     void Cut() { ++m_cuts; }
+    /// So many there have been.
+    int Connections() const { return m_connections; }
 
 private:
     void accept() {
         std::vector<std::thread> connections;
         while (!m_isEnding) {
             const int from = ::accept4(m_listening, nullptr, nullptr, SOCK_CLOEXEC);
-            if (from >= 0)
-                connections.emplace_back([this, from] { serve(from); });
+            if (from < 0)
+                continue;
+            ++m_connections;
+            connections.emplace_back([this, from] { serve(from); });
         }
         for (std::thread& connection : connections)
             connection.join();
@@ -196,6 +200,7 @@ private:
     std::atomic<int> m_delay = 0;
     std::atomic<bool> m_halve = false;
     std::atomic<int> m_cuts = 0;
+    std::atomic<int> m_connections = 0;
     std::atomic<bool> m_isEnding = false;
     std::thread m_accepting;
 };

@@ -177,9 +177,7 @@ TEST_F(Share, theSecondOfTwoEditsIsRefusedWithThePresentState) {
 
 TEST_F(Share, whoMayOnlyReadGetsHisEditsBackWithTheReason) {
     server.list.Fill(5);
-    broker.SetRights([](const QString& user, const QByteArray& topic) {
-        return user != Q("reader") || !topic.contains("/request/");
-    });
+    LetOnlyRead(broker, Q("reader"));
     server.Serve();
     TestClient reader(broker, Q("reader"));
     ASSERT_TRUE(Until([&] { return reader.client.WhyNoEditing().contains(Q("only read")); }));
@@ -196,7 +194,7 @@ TEST_F(Share, whoseRequestsGetNoAnswerIsToldUntilTheyDo) {
     Serve(5);
     TestClient& anna = Join(Q("anna"));
     const QStringList before = server.list.Text();
-    broker.SetFilter([](const QByteArray& topic, const QByteArray&) { return !topic.contains("/request/"); });
+    Lose({"/request/"});
     TestList::Comment(*anna.list.At(1)).SetValue(Q("no"));
     ASSERT_TRUE(Until([&] { return anna.refusals == 1; }));
     EXPECT_TRUE(anna.client.WhyNoEditing().contains(Q("no answer")));
@@ -343,7 +341,8 @@ TEST_F(Share, clientsKeepTheLastStateMarkedAsOldUntilAllIsBack) {
     server.list.Add(1, Q("meanwhile"));
     EXPECT_TRUE(client.reader.StateText().contains(Q("is old")));
     EXPECT_FALSE(client.client.WhyNoEditing().isEmpty());
-    QTest::qWait(50);
+    server.server->Flush();
+    QCoreApplication::processEvents();
     EXPECT_EQ(client.list.Text(), before);
     broker.Start();
     ASSERT_TRUE(AreEqual(client));
@@ -383,7 +382,7 @@ TEST_F(Share, theSecondServerIsRefusedAndTakesOverWhenTheFirstHasGone) {
         EXPECT_TRUE(second.server->Reason().contains(Q("server serves this list already")));
     }
     TestClient& client = Join(Q("anna"));
-    broker.SetFilter([](const QByteArray& topic, const QByteArray&) { return !topic.contains("/claim"); });
+    Lose({"/claim"});
     server.Cut(); // its claim stays
     EXPECT_TRUE(Until([&] { return client.reader.GetState() == ListReader::State::ServerGone; }));
     EXPECT_TRUE(client.reader.StateText().contains(Q("is old")));
@@ -408,7 +407,7 @@ TEST_F(Share, oneOfTwoServersThatStartAtOnceServes) {
         return (server.IsServing() && is(second, ListServer::State::Refused)) ||
                (second.IsServing() && is(server, ListServer::State::Refused));
     }));
-    QTest::qWait(100);
+    ASSERT_TRUE(UntilAllIsHere(server.seat) && UntilAllIsHere(second.seat));
     EXPECT_NE(server.IsServing(), second.IsServing());
 }
 
@@ -432,7 +431,7 @@ TEST_F(Share, garbageAndForeignVersionsAreIgnoredAndToldOnce) {
         hostile.Publish(list + parts[random() % std::size(parts)], bytes, MessageBus::Keep::No);
     }
     hostile.Publish("freqstore/north/seats/mallory/x", "\xff\xff", MessageBus::Keep::No);
-    QTest::qWait(100);
+    ASSERT_TRUE(UntilAllIsHere(server.seat));
     TestList::Comment(*server.list.At(1)).SetValue(Q("after"));
     EXPECT_TRUE(AreEqual(client));
     EXPECT_FALSE(traces.problems.isEmpty());
@@ -468,9 +467,7 @@ TEST_F(Share, presenceOfMoreSeatsThanThereCanBeIsNotKept) {
     for (int i = 0; i < 12000; ++i)
         hostile.Publish("freqstore/north/seats/mallory/" + QByteArray::number(i), presence,
                         MessageBus::Keep::No);
-    bool isAllHere = false;
-    anna.seat.AfterWhatIsUnderWay([&] { isAllHere = true; });
-    EXPECT_TRUE(Until([&] { return isAllHere; }));
+    ASSERT_TRUE(UntilAllIsHere(anna.seat));
     EXPECT_EQ(anna.seat.Present().size(), 10000u);
 }
 

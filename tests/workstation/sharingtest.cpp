@@ -369,9 +369,7 @@ TEST_F(Shares, ThroughABrokerThatIsKilledAndComesBackNothingIsLost) {
 }
 
 TEST_F(Shares, WhoMayOnlyReadSeesWhy) {
-    broker.SetRights([](const QString& user, const QByteArray& topic) {
-        return user == "server" || !topic.contains("/request/");
-    });
+    LetOnlyRead(broker, Q("anna"));
     open({});
     OtherSeat server(broker, "target");
     server.Serve(1);
@@ -458,9 +456,7 @@ TEST_F(Shares, ThePanelShowsWhatTheSiteHas) {
 }
 
 TEST_F(Shares, EntriesOfOtherProgramsComeOnlyWhereTheyMayBeAdded) {
-    broker.SetRights([](const QString& user, const QByteArray& topic) {
-        return user == "server" || !topic.contains("/request/");
-    });
+    LetOnlyRead(broker, Q("anna"));
     open({});
     OtherSeat server(broker, "target");
     server.Serve(1);
