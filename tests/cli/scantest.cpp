@@ -100,14 +100,14 @@ TEST_F(ScanTest, CtrlCEndsItAndTheOutputIsWhole) {
     program.start(CLI_PROGRAM,
                   QStringList{"scan", "--range", "7MHz-7.1MHz", "--step", "5k", "--threshold", "-40"} +
                       Quick + QStringList{"-"});
-    for (int lines = 0; lines < 3 && program.waitForReadyRead(30'000);) {
+    for (int lines = 0; lines < 3 && program.waitForReadyRead(Patience);) {
         while (program.canReadLine()) {
             program.readLine();
             ++lines;
         }
     }
     ASSERT_EQ(kill(static_cast<pid_t>(program.processId()), SIGINT), 0);
-    ASSERT_TRUE(program.waitForFinished(30'000));
+    ASSERT_TRUE(program.waitForFinished(Patience));
     EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(program.exitCode(), ExitDone);
     EXPECT_TRUE(program.readAll().endsWith('\n'));
@@ -119,7 +119,7 @@ TEST_F(ScanTest, AReaderThatGoesEndsIt) {
                                  "%1 scan --range 7MHz-7.1MHz --step 5k --threshold -40 --settle 0 --dwell 0 "
                                  "--stay 0 - | head -n 2")
                                  .arg(CLI_PROGRAM)});
-    EXPECT_TRUE(shell.waitForFinished(30'000));
+    EXPECT_TRUE(shell.waitForFinished(Patience));
     EXPECT_EQ(shell.readAllStandardOutput().count('\n'), 2);
 }
 
@@ -129,20 +129,20 @@ TEST_F(ScanTest, ARadioThatComesLateIsWaitedForAndScanned) {
     scan.start(CLI_PROGRAM, QStringList{"scan", "--receiver", "hamlib:2@" + port, "--range", "7MHz-7.02MHz",
                                         "--step", "5k", "--passes", "1", "--threshold", "-40"} +
                                 Quick + QStringList{Path("out.xml")});
-    ASSERT_TRUE(scan.waitForStarted());
+    ASSERT_TRUE(scan.waitForStarted(Patience));
     scan.setReadChannel(QProcess::StandardError);
-    ASSERT_TRUE(scan.waitForReadyRead(30'000)) << "it says that it waits";
+    ASSERT_TRUE(scan.waitForReadyRead(Patience)) << "it says that it waits";
     QProcess server;
     server.start("rigctld", {"-m", "1", "-T", "127.0.0.1", "-t", port.section(':', 1)});
-    ASSERT_TRUE(server.waitForStarted());
-    EXPECT_TRUE(scan.waitForFinished(60'000));
+    ASSERT_TRUE(server.waitForStarted(Patience));
+    EXPECT_TRUE(scan.waitForFinished(Patience));
     EXPECT_EQ(scan.exitCode(), ExitDone);
     std::vector<double> found;
     for (const DetectionResult& detection : ResultsOf(Path("out.xml")))
         found.push_back(detection.GetFrequency().GetValue());
     EXPECT_EQ(found, (std::vector<double>{7e6, 7.005e6, 7.01e6, 7.015e6, 7.02e6}));
     server.kill();
-    server.waitForFinished();
+    server.waitForFinished(Patience);
 }
 
 TEST_F(ScanTest, ARadioThatStaysWhereItIsDetectsNothingElsewhere) {
@@ -215,7 +215,7 @@ TEST_F(ScanTest, WhatCannotBeScannedOrWrittenIsTold) {
     EXPECT_TRUE(Cli("scan", {Path("none.ltl"), Path("out.xml")}).Is(ExitFile, "none.ltl: no such file"));
     EXPECT_TRUE(
         Cli("scan --range 1kHz-2kHz --step 1k", {Path("out.xml")}).Is(ExitFile, "Nothing can be reached"));
-    const QStringList nobody{"--receiver", "hamlib:2@127.0.0.1:1", "--for", "1s"};
+    const QStringList nobody{"--receiver", "hamlib:2@127.0.0.1:1", "--for", "5s"};
     const CliResult never = ScanRange(nobody, Path("out.xml"));
     EXPECT_TRUE(never.Is(ExitFile, "never reached")) << never.out;
     EXPECT_TRUE(never.Is(ExitFile, "tries again")) << "as long as it has time";

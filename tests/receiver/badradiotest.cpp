@@ -12,7 +12,7 @@ namespace {
 class BadRadios : public testing::Test {
 protected:
     BadRadios() { Tree::Instance()->GetRoot()->DeleteChildren(); }
-    void TearDown() override { EXPECT_TRUE(HamlibReceiver::WaitForAll(30s)); }
+    void TearDown() override { EXPECT_TRUE(HamlibReceiver::WaitForAll(std::chrono::milliseconds(Patience))); }
 
     BadServer server;
 };
@@ -200,7 +200,7 @@ TEST_F(BadRadios, LettingGoDoesNotWaitForTheRadio) {
     {
         Receiver receiver(ReceiverKind::HF);
         RadioProfile profile{QString(), RadioProfile::Client, server.Port()};
-        profile.timeout = 1500;
+        profile.timeout = Patience;
         receiver.Attach(std::make_unique<HamlibReceiver>(profile));
         EXPECT_EQ(receiver.GetState(), ReceiverState::Connecting);
         EXPECT_FALSE(receiver.Tune(7055000));
@@ -208,6 +208,7 @@ TEST_F(BadRadios, LettingGoDoesNotWaitForTheRadio) {
     }
     EXPECT_FALSE(HamlibReceiver::WaitForAll(0ms))
         << "the receiver ended while its thread waits for the answer";
+    server.HangUp();
 }
 
 TEST_F(BadRadios, ASilentLineAndADeviceThatIsPulledAwayAreToldApart) {

@@ -92,8 +92,15 @@ TEST_F(Radios, AServerThatGoesAndComesBackIsFollowedAgain) {
     ASSERT_TRUE(comesTo(ReceiverState::NoAnswer)) << told();
     EXPECT_FALSE(receiver->Tune(7055000));
     EXPECT_TRUE(refused.value(0).contains("no answer")) << told();
-    for (const char* pause : {"after 0.5 s", "after 1 s", "after 2 s"})
-        EXPECT_TRUE(Until([&] { return receiver->GetStateText().endsWith(pause); })) << told();
+    const auto pause = [this] {
+        return receiver->GetStateText().section("after ", -1).section(' ', 0, 0).toDouble(); // s
+    };
+    double longest = 0;
+    while (longest < 2) { // one may be missed on a busy machine
+        ASSERT_TRUE(Until([&] { return pause() > longest; })) << told();
+        longest = pause();
+        EXPECT_TRUE(longest == 0.5 || longest == 1 || longest >= 2) << longest;
+    }
     server.Start();
     server.Ask("F 21300000");
     ASSERT_TRUE(comesTo(ReceiverState::Connected)) << told();
@@ -165,8 +172,8 @@ TEST_F(Radios, AShortTimeOutIsNotOverBetweenTwoQuestions) {
     int readings = 0;
     QObject::connect(receiver.get(), &Receiver::StateChanged, [&] { ++states; });
     QObject::connect(receiver.get(), &Receiver::Measured, [&] { ++readings; });
-    ASSERT_TRUE(Until([&] { return readings > 4; }));
-    EXPECT_LE(states, 2) << "it comes and goes at most once, on a busy machine; " << told();
+    ASSERT_TRUE(Until([&] { return readings > 10; }));
+    EXPECT_LT(states, 10) << "else it comes and goes with each; " << told();
 }
 
 struct BadPort {

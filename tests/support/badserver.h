@@ -34,6 +34,11 @@ public:
     }
     QString Port() const { return QStringLiteral("127.0.0.1:%1").arg(m_server.serverPort()); }
 
+    /// On all who are there.
+    void HangUp() {
+        for (QTcpSocket* client : m_server.findChildren<QTcpSocket*>())
+            client->abort();
+    }
     /// The frequencies (Hz) that were set.
     std::vector<double> Tuned() const {
         std::vector<double> tuned;

@@ -19,15 +19,13 @@
 #include <QPushButton>
 #include <QSignalSpy>
 
-using namespace std::chrono_literals;
-
 namespace {
 
 class RadioWalks : public Windows {
 protected:
     void TearDown() override {
         Windows::TearDown();
-        EXPECT_TRUE(HamlibReceiver::WaitForAll(20s));
+        EXPECT_TRUE(HamlibReceiver::WaitForAll(std::chrono::milliseconds(Patience)));
     }
     void connectByDialog() {
         WhenOpen<ConnectDialog>([this](ConnectDialog& dialog) {

@@ -81,7 +81,9 @@ class TunedLink final : public ReceiverLink {
 public:
     QString GetName() const override { return QStringLiteral("Plain"); }
     void Begin() override {
-        emit AbilitiesKnown({ReceiverAbility{Keys::KeyFrequency, 1e6, 2e6}});
+        ReceiverAbility squelch{KeySquelchLevel, 0, 100};
+        squelch.whyNot = QStringLiteral("it is in dB");
+        emit AbilitiesKnown({ReceiverAbility{Keys::KeyFrequency, 1e6, 2e6}, squelch});
         emit StateChanged(ReceiverState::Connected, QStringLiteral("no frills"));
     }
     void Set(const std::vector<ReceiverWord>&, quint64) override {}
@@ -104,6 +106,8 @@ TEST_F(ReceiverPanels, WhatARadioLacksIsOffWithTheReasonAndAllIsWhileItIsAway) {
     EXPECT_EQ(whyOff("threshold"), "on");
     EXPECT_EQ(whyOff("demodulation"), "Plain does not let this be set");
     EXPECT_TRUE(panel.findChild<QWidget*>(KeyOffset.Text())->parentWidget()->isHidden());
+    EXPECT_FALSE(panel.findChild<QWidget*>(KeySquelchLevel.Text())->parentWidget()->isHidden());
+    EXPECT_EQ(whyOff("squelchLevel"), "Plain: it is in dB");
     link->Lose();
     EXPECT_EQ(state->text(), "Plain: no answer, unplugged");
     EXPECT_EQ(whyOff("frequency"), "Plain: no answer, unplugged");
