@@ -2559,6 +2559,10 @@ Ohne, oder eines von:  not am   -am   am or fm</translation>
         <source>Undo brings them back, but only until the program ends.</source>
         <translation>Rückgängig holt sie zurück, aber nur bis zum Ende des Programms.</translation>
     </message>
+    <message>
+        <source>%1 is there already. Replace it?</source>
+        <translation>%1 ist schon da. Ersetzen?</translation>
+    </message>
 </context>
 <context>
     <name>MemoryDialogs</name>

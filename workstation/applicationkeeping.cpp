@@ -25,6 +25,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QMessageBox>
 
 /// Settings belong to the first window; those of a second one end with it.
 void Workstation::lockSettings(const QString& config) {
@@ -150,8 +151,15 @@ QString Workstation::saveKept(const ListFile& list) {
                                             GuiBase::Instance().UseNativeDialogs());
     if (file.isEmpty())
         return file;
-    if (!file.contains(list.suffix))
+    if (!file.contains(list.suffix)) {
         file += list.suffix;
+        if (QFileInfo::exists(file) && // the dialog has asked about another name
+            QMessageBox::question(
+                m_window.get(), MainWindow::tr("Save %1 As").arg(list.name),
+                MainWindow::tr("%1 is there already. Replace it?").arg(QFileInfo(file).fileName())) !=
+                QMessageBox::Yes)
+            return QString();
+    }
     if (!ListSaving::Do(list.id, [&] { return list.writeCopy(file); }))
         return QString();
     m_window->SetFileOf(list.id, file);

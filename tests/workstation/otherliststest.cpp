@@ -105,6 +105,15 @@ TEST_F(OtherLists, OfAPlugInAreAskedAboutAndSaved) {
     openAttended();
     startPlugIn();
     deleteBookmark(0);
+    Write("mine.xml", "other");
+    QString asked;
+    CloseAndAnswer(window(), QDialogButtonBox::Save, {}, [&] {
+        AnswerDialog(Path("mine"));
+        AnswerQuestion(QMessageBox::No, asked);
+    });
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_EQ(asked, "Save Bookmarks As|mine.xml is there already. Replace it?");
+    EXPECT_EQ(Read("mine.xml"), "other");
     EXPECT_EQ(
         CloseAndAnswer(window(), QDialogButtonBox::Save, {}, [this] { AnswerDialog(Path("mine.xml")); }).rows,
         QStringList("Bookmarks|2|never saved"));
