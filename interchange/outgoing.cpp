@@ -28,7 +28,10 @@ void OutgoingComment::CountRest(Account& lost) const {
 QString DemodulationOf(const FreqStoreXml::FrequencyStoreEntry& entry) {
     const FreqStoreXml::FFM_Settings& settings = entry.GetFFM_Settings();
     const QString name = FreqStoreXml::FFM_Settings::AnalogDemodToName(settings.GetAnalogDemod());
-    return name == QLatin1String("NONE") ? QString() : name;
+    const auto isName = [&name](const char* none) {
+        return name.compare(QLatin1String(none), Qt::CaseInsensitive) == 0;
+    };
+    return isName("NONE") || isName("Unknown") ? QString() : name;
 }
 
 Outgoing::Outgoing(const FreqStoreXml::FrequencyStoreEntry& entry, ModeWords words, bool hasNone,

@@ -30,7 +30,8 @@ private:
     mutable std::vector<bool> m_isAskedFor; ///< of the comment's extras
 };
 
-/// The demodulation of an entry; empty where its list knows none, which some say as "NONE".
+/// The demodulation of an entry; empty where its list knows none, which lists and their files say as "NONE"
+/// and "Unknown".
 QString DemodulationOf(const FreqStoreXml::FrequencyStoreEntry& entry);
 
 /// An entry on its way into a file: what all writers need of it.

@@ -214,6 +214,22 @@ TEST(FilesOfOthers, DoNotGetBackAModeThatWasChangedSince) {
     }
 }
 
+TEST(FilesOfOthers, LoseNoModeOfAnEntryThatHasNone) {
+    FreqStoreXml::FrequencyStoreEntry entry;
+    entry.GetFFM_Settings().GetFrequency().SetValue(7e6);
+    entry.SetComment(QStringLiteral("Odd {Mode=4865}"));
+    for (const char* none : {"", "NONE", "Unknown"}) {
+        entry.GetFFM_Settings().SetAnalogDemod(
+            FreqStoreXml::FFM_Settings::NameToAnalogDemod(QString::fromLatin1(none)));
+        EXPECT_NE(ToBytes(SdrPlusJson, contentOf({entry})).find("\"mode\": 4865"), std::string::npos) << none;
+        for (const Format* format : {&ChirpCsv, &GqrxBookmarks, &ScannerCsv}) {
+            Account lost;
+            ToBytes(*format, contentOf({entry}), &lost);
+            EXPECT_EQ(lost.CountsText(), QStringLiteral("Mode (1)")) << format->id << none;
+        }
+    }
+}
+
 TEST(FilesOfOthers, TellWhatWasKeptAndHasNoPlaceInThem) {
     ReadOptions options;
     options.keepExtras = true;
