@@ -35,6 +35,13 @@ FrequencyNodeMediatorCtrl* controllerOf(const ListFile& list) {
         FreqStore::Instance().GetFrequencies(static_cast<unsigned>(list.id)));
 }
 
+/// A list shows, and tells of, what is edited at its next tick, or now.
+void bringUpToDate(const ListFile& list) {
+    FrequencyNodeMediatorCtrl* const controller = controllerOf(list);
+    if (controller && controller->IsDirty())
+        controller->ForceUpdateNow();
+}
+
 QString pathIn(const QString& folder) {
     QString machine = QSysInfo::machineHostName();
     machine.replace(QLatin1Char('/'), QLatin1Char('_'));
@@ -162,11 +169,8 @@ void Recovery::beginRound() {
     if (m_isRunning)
         return;
     m_isRunning = true;
-    for (const ListFile& list : m_lists) { // edits are told at the list's next tick, or now
-        FrequencyNodeMediatorCtrl* controller = controllerOf(list);
-        if (controller && controller->IsDirty())
-            controller->ForceUpdateNow();
-    }
+    for (const ListFile& list : m_lists)
+        bringUpToDate(list);
     emit Begun();
     m_replacing.insert(m_replacing.end(), m_replaced.begin(), m_replaced.end());
     m_replaced.clear();
@@ -199,6 +203,7 @@ void Recovery::beginRound() {
 bool Recovery::nextList() {
     while (m_next < m_toWalk.size()) {
         const ListFile& list = *m_toWalk[m_next++];
+        bringUpToDate(list);
         m_changed.erase(list.id);
         if (!list.isUnsaved()) {
             m_writing.erase(list.id);

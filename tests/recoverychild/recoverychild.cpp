@@ -3,7 +3,8 @@
 //   did STATE    after each action
 //   kept STATE   when a state is in the recovery file, and all before it need no longer be
 //   saved STATE  when it is in the list's file
-// A state is the comments of all entries, joined by commas. It goes on until it is killed.
+// A state is a number that counts the actions before it, a blank, and the comments of all entries, joined by
+// commas. It goes on until it is killed.
 
 #include "controls/frequencystore/common/keys.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
@@ -24,11 +25,13 @@ namespace {
 
 constexpr int IntervalMilliseconds = 20;
 
+int actions = 0;
+
 QString state() {
     QStringList comments;
     for (const Node* entry : TargetListHandler::Instance()->GetItemsRoot()->Children())
         comments << entry->FindOwn<Value<QString>>(Keys::KeyComment)->GetValue();
-    return comments.join(QLatin1Char(','));
+    return QString::number(actions) + QLatin1Char(' ') + comments.join(QLatin1Char(','));
 }
 
 void say(const char* what, const QString& text) {
@@ -52,6 +55,7 @@ void act(QRandomGenerator& chance, const QString& file) {
         WkfListEntry(list.GetItemsRoot()->LastChild(), false, nullptr)
             .SetComment(QString::number(chance.generate()));
     }
+    ++actions;
     say("did", state());
 }
 

@@ -124,6 +124,18 @@ TEST_F(Recoveries, GiveAListTheFileThatItWasSavedInAtLast) {
     EXPECT_EQ(files(), QStringList());
 }
 
+/// What such a process says (see recoverychild.cpp).
+struct Said {
+    QByteArray what;
+    int actions; ///< before it
+    QByteArray comments;
+
+    explicit Said(const QByteArray& line)
+        : what(line.left(line.indexOf(' '))),
+          actions(line.split(' ').value(1).toInt()),
+          comments(line.mid(line.lastIndexOf(' ') + 1)) {}
+};
+
 /// A process that works until it is killed.
 class Life : public QProcess {
 public:
@@ -134,11 +146,11 @@ public:
         start(RECOVERY_CHILD, {folder, QString::number(seed), mode});
     }
     /// Kills it when it has said so many lines; all that it has said.
-    QList<QByteArray> LinesUntilKilled(int lines) {
+    std::vector<Said> LinesUntilKilled(int lines) {
         return linesUntil([&](const QByteArray& said) { return said.count('\n') >= lines; });
     }
     /// Kills it as soon as it has saved a list that was kept before.
-    QList<QByteArray> LinesUntilSaved() {
+    std::vector<Said> LinesUntilSaved() {
         return linesUntil([](const QByteArray& said) {
             const qsizetype kept = said.indexOf("\nkept ");
             return kept >= 0 && said.indexOf("\nsaved ", kept) >= 0;
@@ -146,14 +158,17 @@ public:
     }
 
 private:
-    QList<QByteArray> linesUntil(const std::function<bool(const QByteArray& said)>& isEnough) {
+    std::vector<Said> linesUntil(const std::function<bool(const QByteArray& said)>& isEnough) {
         QByteArray said;
         while (!isEnough(said) && waitForReadyRead(60000))
             said += readAllStandardOutput();
         kill();
         waitForFinished();
         said += readAllStandardOutput();
-        return said.left(said.lastIndexOf('\n') + 1).split('\n');
+        std::vector<Said> lines;
+        for (const QByteArray& line : said.left(std::max<qsizetype>(said.lastIndexOf('\n'), 0)).split('\n'))
+            lines.emplace_back(line);
+        return lines;
     }
 };
 
@@ -163,15 +178,13 @@ TEST_F(Recoveries, OfAListThatHasNoFileYetEndWithItsFirstSave) {
         const quint32 seed = chance.generate();
         const QString folderOfLife = Path(QString::number(life));
         QDir().mkpath(folderOfLife);
-        const QList<QByteArray> lines = Life(folderOfLife, seed, "keep").LinesUntilSaved();
-        const auto saved = std::find_if(lines.rbegin(), lines.rend(),
-                                        [](const QByteArray& line) { return line.startsWith("saved "); });
+        const std::vector<Said> lines = Life(folderOfLife, seed, "keep").LinesUntilSaved();
+        const auto saved = std::ranges::find(lines.rbegin(), lines.rend(), "saved", &Said::what);
         ASSERT_NE(saved, lines.rend()) << "seed " << seed;
         QList<QByteArray> may; // what it saved, or did since
-        for (const QByteArray& line : lines.mid(std::distance(saved, lines.rend()) - 1))
-            may << line.mid(line.indexOf(' ') + 1);
-        const QByteArray begin = Life(folderOfLife, 0, "look").LinesUntilKilled(1).front();
-        EXPECT_TRUE(may.contains(begin.mid(4)))
+        std::for_each(saved.base() - 1, lines.end(), [&](const Said& line) { may << line.comments; });
+        const QByteArray begin = Life(folderOfLife, 0, "look").LinesUntilKilled(1).front().comments;
+        EXPECT_TRUE(may.contains(begin))
             << "seed " << seed << " begins with " << begin.toStdString() << "\nof\n"
             << may.join('\n').toStdString();
     }
@@ -186,22 +199,20 @@ TEST_F(Recoveries, BringBackAllButTheLastMomentsOfAProcessThatIsKilled) {
     int restored = 0;
     for (int life = 0; life <= 20; ++life) {
         Life process(m_folder.path(), chance.generate(), "work");
-        const QList<QByteArray> lines = process.LinesUntilKilled(static_cast<int>(chance.bounded(2, 200)));
-        ASSERT_TRUE(lines.front().startsWith("has ")) << life << process.readAllStandardError().toStdString();
-        const QByteArray begin = lines.front().mid(4);
+        const std::vector<Said> lines = process.LinesUntilKilled(static_cast<int>(chance.bounded(2, 200)));
+        ASSERT_EQ(lines.front().what, "has") << life << process.readAllStandardError().toStdString();
+        const QByteArray begin = lines.front().comments;
         EXPECT_TRUE(may.contains(begin))
             << "life " << life << " begins with " << begin.toStdString() << "\nof\n"
             << may.join('\n').toStdString();
         restored += begin.isEmpty() ? 0 : 1;
-        if (life == 0 || !may.isEmpty())
-            may = {begin};
-        for (const QByteArray& line : lines.mid(1)) {
-            const QByteArray state = line.mid(line.indexOf(' ') + 1);
-            if (line.startsWith("did "))
-                may << state;
-            else if (!line.isEmpty()) // all before it is past
-                may = may.mid(may.lastIndexOf(state));
-        }
+        int past = 0; // what was done before so many actions must be there
+        for (const Said& line : lines)
+            past = line.what == "did" ? past : std::max(past, line.actions);
+        may.clear();
+        for (const Said& line : lines)
+            if (line.what == "did" ? line.actions >= past : line.actions == past)
+                may << line.comments;
         EXPECT_TRUE(!QFile::exists(Path("targets.ltl")) || FileRecords(Path("targets.ltl")).IsWhole())
             << life;
         for (const FileVersions::Version& version :

@@ -154,6 +154,20 @@ TEST_F(Recoveries, HoldWhatIsInNoFileAndEndWithIt) {
     EXPECT_EQ(folder().entryList(QDir::Files), QStringList()) << "closed by the operator";
 }
 
+/// The list itself follows a new entry a moment later.
+TEST_F(Recoveries, HoldWhatComesBetweenTheBeginningOfARoundAndTheList) {
+    start({});
+    TargetListHandler& targets = *TargetListHandler::Instance();
+    ASSERT_TRUE(targets.AddNew());
+    QObject::connect(
+        &recovery(), &Recovery::Begun, &recovery(), [&] { EXPECT_TRUE(targets.AddNew()); },
+        Qt::SingleShotConnection);
+    QSignalSpy written(&recovery(), &Recovery::Written);
+    recovery().SetInterval(1);
+    ASSERT_TRUE(written.wait(Patience));
+    EXPECT_EQ(RecoveryReader(recovery().GetFileName()).GetSections().front().entries, 2);
+}
+
 TEST_F(Recoveries, AreOfferedAndGoneWhenTheyAreInTheNextOne) {
     leave(3);
     startAttended();
