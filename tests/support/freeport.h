@@ -22,8 +22,9 @@ inline int ListenAt(quint16 port) {
     return -1;
 }
 
-/// A port of the loopback that nobody has, for the moment. Those that the system gives to whoever asks begin at
-/// 32768; here each process of the tests has some below to itself, as it leaves them to programs that it starts.
+/// A port of the loopback that nobody has, for the moment. Those that the system gives to whoever asks begin
+/// at 32768; here each process of the tests has some below to itself, as it leaves them to programs that it
+/// starts.
 inline quint16 FreePort() {
     constexpr int First = 10000;
     constexpr int Count = 22000;
