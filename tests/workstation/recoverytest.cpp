@@ -3,6 +3,7 @@
 #include "controls/frequencystore/memory/memorysystemhandler.h"
 #include "controls/frequencystore/targets/targetlisthandler.h"
 #include "controls/frequencystore/targets/targetlistparser.h"
+#include "controls/frequencystore/targets/wkflistentry.h"
 #include "host/freqlist/freqstore.h"
 #include "host/freqlist/undohistory.h"
 #include "host/report/filestamps.h"
@@ -154,14 +155,16 @@ TEST_F(Recoveries, HoldWhatIsInNoFileAndEndWithIt) {
     EXPECT_EQ(folder().entryList(QDir::Files), QStringList()) << "closed by the operator";
 }
 
-/// The list itself follows a new entry a moment later.
+/// The list itself follows a new entry of the tree a moment later.
 TEST_F(Recoveries, HoldWhatComesBetweenTheBeginningOfARoundAndTheList) {
     start({});
-    TargetListHandler& targets = *TargetListHandler::Instance();
-    ASSERT_TRUE(targets.AddNew());
-    QObject::connect(
-        &recovery(), &Recovery::Begun, &recovery(), [&] { EXPECT_TRUE(targets.AddNew()); },
-        Qt::SingleShotConnection);
+    ASSERT_TRUE(TargetListHandler::Instance()->AddNew());
+    const auto add = [] {
+        Node* const entries = TargetListHandler::Instance()->GetItemsRoot();
+        entries->AddItemUnique(
+            Node::NewEntry(entries, Names::Intern(QStringLiteral("Entry")), WkfTarget::Shape()));
+    };
+    QObject::connect(&recovery(), &Recovery::Begun, &recovery(), add, Qt::SingleShotConnection);
     QSignalSpy written(&recovery(), &Recovery::Written);
     recovery().SetInterval(1);
     ASSERT_TRUE(written.wait(Patience));
