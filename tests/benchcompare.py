@@ -11,20 +11,25 @@ COMPARE = os.path.join(sys.argv[1], "bench", "compare")
 CASES = [
     ("as before", [{"ratio": 1.05, "goal": 2}], 0, ""),
     ("better", [{"ratio": 0.5, "goal": 2}], 0, ""),
-    ("worse", [{"ratio": 1.2, "goal": 2}], 1, "Case: worse"),
+    ("worse", [{"ratio": 1.2, "goal": 2}], 1, "A-Case<int>: worse"),
     ("worse once", [{"ratio": 1.2, "goal": 2}, {"ratio": 1, "goal": 2}], 0, ""),
-    ("a goal missed", [{"ratio": 1.05, "goal": 1}], 1, "Case: misses its goal"),
+    ("a goal missed", [{"ratio": 1.05, "goal": 1}], 1, "A-Case<int>: misses its goal"),
     ("seconds", [{"ours_s": 0.04, "goal": 0.05}], 0, ""),
-    ("too many seconds", [{"ours_s": 0.06, "goal": 0.05}], 1, "Case: misses its goal"),
-    ("one of several waits", [{"sort": 0.06, "paste": 0.01, "goal": 0.05}], 1, "Case sort: misses its goal"),
-    ("bytes", [{"ratio": 1, "goal": 2, "bytes_per_entry": 410, "bytes_goal": 400}], 1, "Case bytes: misses its goal"),
-    ("an error", [{"error_message": "the bytes differ"}], 1, "Case: the bytes differ"),
+    ("too many seconds", [{"ours_s": 0.06, "goal": 0.05}], 1, "A-Case<int>: misses its goal"),
+    ("one of several waits", [{"sort": 0.06, "paste": 0.01, "goal": 0.05}], 1, "A-Case<int> sort: misses its goal"),
+    ("bytes", [{"ratio": 1, "goal": 2, "bytes_per_entry": 410, "bytes_goal": 400}], 1, "A-Case<int> bytes: misses its goal"),
+    ("an error", [{"error_message": "the bytes differ"}], 1, "A-Case<int>: the bytes differ"),
 ]
-PROGRAM = """#!/usr/bin/env python3
-import json, os
+# Like the library's, its patterns take no escapes of plain characters.
+PROGRAM = r"""#!/usr/bin/env python3
+import json, os, re, sys
+NAME = "A-Case<int>/iterations:1/manual_time"
+pattern = sys.argv[-1].split("=", 1)[1]
+if re.search(r"\\[^][.+*?(){}|^$\\]", pattern) or not (pattern[0] == "-" or re.search(pattern, NAME)):
+    sys.exit(pattern)
 here = os.path.dirname(os.path.abspath(__file__))
 runs = json.load(open(here + "/runs"))
-print(json.dumps({"context": {}, "benchmarks": [dict(runs[0], name="Case/iterations:1/manual_time", label="baseline")]}))
+print(json.dumps({"context": {}, "benchmarks": [dict(runs[0], name=NAME, label="baseline")]}))
 json.dump(runs[1:] or runs, open(here + "/runs", "w"))
 """
 
