@@ -216,14 +216,18 @@ bool ListCopy::hasChunksAndLog() const {
 
 /// Makes the rows of all chunks and of the log.
 ListCopy::Taken ListCopy::assemble() {
+    Taken taken = Taken::Nothing;
+    InTurns(loadingTitle(), static_cast<size_t>(m_manifest->count), [&] { taken = assembleAll(); });
+    return taken;
+}
+
+/// With all that ends by it, which a long list makes long, too.
+ListCopy::Taken ListCopy::assembleAll() {
     Assembled assembled;
-    bool isGood = false;
-    InTurns(loadingTitle(), static_cast<size_t>(m_manifest->count), [&] {
-        isGood = putChunks(assembled);
-        for (auto delta = m_deltas.lower_bound(m_manifest->logFrom);
-             isGood && delta != m_deltas.end() && delta->first <= m_manifest->revision; ++delta)
-            isGood = apply(*Delta::Decode(delta->second), assembled, &m_chunks);
-    });
+    bool isGood = putChunks(assembled);
+    for (auto delta = m_deltas.lower_bound(m_manifest->logFrom);
+         isGood && delta != m_deltas.end() && delta->first <= m_manifest->revision; ++delta)
+        isGood = apply(*Delta::Decode(delta->second), assembled, &m_chunks);
     if (!isGood || assembled.rows.size() != m_manifest->count ||
         assembled.sum.Sum() != m_manifest->checksum) {
         m_isInconsistent = true;

@@ -70,6 +70,7 @@ private:
     bool isRow(const std::optional<Messages::Row>& row) const;
     bool hasChunksAndLog() const;
     Taken assemble();
+    Taken assembleAll();
     bool putChunks(Assembled& assembled) const;
     bool applyDeltas();
     bool applyDelta(const Messages::Delta& delta);
