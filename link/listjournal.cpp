@@ -130,6 +130,7 @@ ListJournal::Kept::Recognize(const std::vector<quint64>& contents) const {
     const auto knownBy = [&](bool areOld) {
         ByContents ids = idsByContents(areOld);
         std::vector<Known> known;
+        known.reserve(contents.size());
         for (const quint64 one : contents)
             known.push_back({ids.Take(one).value_or(0), areOld});
         return known;
